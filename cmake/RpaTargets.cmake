@@ -1,0 +1,150 @@
+# One function per kind of target. Every target of the project is made by one of these, so that
+# warnings, hidden visibility and Qt's strict string rules hold everywhere without being repeated.
+
+include(GenerateExportHeader)
+include(GNUInstallDirs)
+
+add_library(rpa_options INTERFACE)
+target_compile_features(rpa_options INTERFACE cxx_std_17)
+target_compile_definitions(rpa_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_STRICT_ITERATORS
+    QT_DEPRECATED_WARNINGS)
+target_compile_options(rpa_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+    -Wduplicated-cond -Wlogical-op -Werror)
+if(RPA_SANITIZE)
+    target_compile_options(rpa_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
+        -Wno-error=maybe-uninitialized)
+    target_link_options(rpa_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+function(_rpa_common target)
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:rpa_options>)
+    set_target_properties(${target} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+        AUTOMOC ON AUTOUIC ON AUTORCC ON
+        CXX_EXTENSIONS OFF)
+endfunction()
+
+# A shared library of the reference platform.
+#   rpa_add_platform_library(OxBase
+#       HEADERS DpiTool.h ...            # public, relative to include/OxBase/
+#       SOURCES src/DpiTool.cpp ...
+#       PUBLIC Qt5::Widgets              # what the public headers need
+#       PRIVATE ...)
+# Gives the target OxBase, its alias RpaPlatform::OxBase and the header <OxBase/OxBaseExport.h>
+# with the macro OXBASE_EXPORT.
+function(rpa_add_platform_library name)
+    cmake_parse_arguments(arg "" "" "HEADERS;SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    list(TRANSFORM arg_HEADERS PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/include/${name}/")
+    set(generated "${CMAKE_CURRENT_BINARY_DIR}/include")
+
+    add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
+    add_library(RpaPlatform::${name} ALIAS ${name})
+    _rpa_common(${name})
+    generate_export_header(${name} EXPORT_FILE_NAME "${generated}/${name}/${name}Export.h")
+    target_sources(${name}
+        PUBLIC FILE_SET HEADERS
+        BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}/include" "${generated}"
+        FILES ${arg_HEADERS} "${generated}/${name}/${name}Export.h")
+    target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/src")
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    set_target_properties(${name} PROPERTIES
+        VERIFY_INTERFACE_HEADER_SETS ${RPA_VERIFY_HEADERS}
+        INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${name} EXPORT RpaPlatformTargets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/RpaPlatform")
+endfunction()
+
+# One layer (folder) of the module: compiled once, linked into the module and into the module's tests.
+#   rpa_add_module_layer(client SOURCES ... LINK ...)
+# Its forms are found in forms/; its headers are included by file name.
+function(rpa_add_module_layer name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} OBJECT ${arg_SOURCES})
+    _rpa_common(${name})
+    target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${name} PUBLIC ${arg_LINK})
+    target_compile_definitions(${name} PRIVATE RPAEDITORMANAGER_BUILDING)
+    set_target_properties(${name} PROPERTIES
+        POSITION_INDEPENDENT_CODE ON
+        AUTOUIC_SEARCH_PATHS "${PROJECT_SOURCE_DIR}/forms")
+endfunction()
+
+# The exported module, made of its layers; HEADERS (in HEADER_DIR) are all that others see of it.
+function(rpa_add_module name)
+    cmake_parse_arguments(arg "" "HEADER_DIR" "LAYERS;HEADERS;PUBLIC;PRIVATE" ${ARGN})
+    set(objects "")
+    foreach(layer IN LISTS arg_LAYERS)
+        list(APPEND objects $<TARGET_OBJECTS:${layer}>)
+    endforeach()
+    add_library(${name} SHARED ${objects})
+    add_library(${name}::${name} ALIAS ${name})
+    _rpa_common(${name})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${arg_HEADER_DIR}" FILES ${arg_HEADERS})
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${name} EXPORT ${name}Targets
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}")
+endfunction()
+
+# A program.
+function(rpa_add_program name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    _rpa_common(${name})
+    target_link_libraries(${name} PRIVATE ${arg_LINK})
+    set_target_properties(${name} PROPERTIES
+        INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}"
+        AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
+    install(TARGETS ${name} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+endfunction()
+
+# A QtTest program, run by ctest offscreen with a private home, so that it neither reads nor leaves
+# anything in the developer's own folders.
+#   rpa_add_test(tst_dpitool SOURCES tst_dpitool.cpp LINK RpaPlatform::OxBase [TIMEOUT 60] [LABELS ...])
+function(rpa_add_test name)
+    cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK;LABELS;ENVIRONMENT;ARGUMENTS" ${ARGN})
+    if(NOT BUILD_TESTING)
+        return()
+    endif()
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    _rpa_common(${name})
+    target_link_libraries(${name} PRIVATE Qt5::Test ${arg_LINK})
+    set(home "${CMAKE_CURRENT_BINARY_DIR}/${name}.home")
+    file(MAKE_DIRECTORY "${home}/run")
+    file(CHMOD "${home}/run" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+    add_test(NAME ${name} COMMAND ${name} ${arg_ARGUMENTS})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${arg_TIMEOUT}
+        LABELS "${arg_LABELS}"
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home}/run;XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;LC_ALL=C.UTF-8;${RPA_SANITIZER_ENVIRONMENT};${arg_ENVIRONMENT}")
+endfunction()
+
+# A benchmark program; `cmake --build ... --target bench` runs all of them one after another.
+function(rpa_add_benchmark name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    if(NOT RPA_BUILD_BENCHMARKS)
+        return()
+    endif()
+    add_executable(${name} EXCLUDE_FROM_ALL ${arg_SOURCES})
+    _rpa_common(${name})
+    target_link_libraries(${name} PRIVATE ${arg_LINK})
+    if(NOT TARGET bench)
+        add_custom_target(bench)
+    endif()
+    add_custom_target(run_${name}
+        COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen $<TARGET_FILE:${name}>
+        DEPENDS ${name} USES_TERMINAL)
+    add_dependencies(bench run_${name})
+endfunction()

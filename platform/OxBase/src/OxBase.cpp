@@ -1,0 +1,4 @@
+#include <OxBase/DpiTool.h>
+#include <OxBase/IDpiAdapter.h>
+#include <OxBase/OxBlocker.h>
+#include <OxBase/OxJsonUtil.h>

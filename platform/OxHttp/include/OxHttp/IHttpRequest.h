@@ -1,0 +1,23 @@
+#pragma once
+
+#include <OxHttp/OxHttpExport.h>
+
+#include <QObject>
+#include <QString>
+
+// Base of every request that is answered through HttpNotifyManager.
+class OXHTTP_EXPORT IHttpRequest : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit IHttpRequest(QObject* parent = nullptr);
+    ~IHttpRequest() override;
+
+    // A text the requester chose to recognise its answer by; empty when it set none. Kept unchanged.
+    QString GetIdentity() const;
+    void SetIdentity(const QString& identity);
+
+private:
+    QString identity;
+};

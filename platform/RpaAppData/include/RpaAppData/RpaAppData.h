@@ -1,0 +1,67 @@
+#pragma once
+
+#include <RpaAppData/RpaAppDataExport.h>
+#include <WbFoundation/IJsonParser.h>
+
+#include <QMetaType>
+#include <QSharedPointer>
+#include <QString>
+
+#include <memory>
+
+class ProcessDataManager;
+class RpaAppExtendInfo;
+class RpaAppRunTimeInfo;
+class RpaHtmlNodeManager;
+class RpaPackageInfo;
+class RpaUIDataManager;
+class RpaUiaNodeManager;
+
+// The app being edited: its UI pages, its process, its packages, its identity and manual. Always held by
+// RpaAppDataPtr; the parts returned by pointer live as long as the app data. GUI thread only.
+class RPAAPPDATA_EXPORT RpaAppData : public IJsonParser
+{
+    Q_OBJECT
+
+public:
+    explicit RpaAppData(QObject* parent = nullptr);
+    ~RpaAppData() override;
+
+    // Fills in the content that a new app starts with: one UI page with one tool, one main process.
+    void InitDefault();
+
+    RpaAppExtendInfo* GetAppExtendInfo() const;
+    RpaAppRunTimeInfo* GetRunTimeInfo() const;
+    RpaUIDataManager* GetUIDataManager() const;
+    ProcessDataManager* GetProcessDataManager() const;
+    RpaPackageInfo* GetPackageInfo() const;
+    RpaHtmlNodeManager* GetHtmlNodeManager() const;
+    RpaUiaNodeManager* GetUiaNodeManager() const;
+
+    // Version of the app-data format the content was written with.
+    QString GetVersion() const;
+    void SetVersion(const QString& version);
+
+    // Brings the package list in line with what the process uses, before the app is saved.
+    void CheckPackageInfo();
+
+    // The mark of unsaved work. SetModified(true) counts as one edit even when the mark was set already.
+    bool GetModified() const;
+    void SetModified(bool modified);
+
+    QByteArray ToJson() const override;
+    bool Parse(const QByteArray& json) override;
+
+signals:
+    // Every SetModified(true), for whoever keeps unsaved work safe.
+    void SigEdited();
+    // The mark changed.
+    void SigModifiedChanged(bool modified);
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};
+
+using RpaAppDataPtr = QSharedPointer<RpaAppData>;
+Q_DECLARE_METATYPE(RpaAppDataPtr)

@@ -1,0 +1,3 @@
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaAppRunTimeInfo.h>

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <RpaCore/RpaCoreExport.h>
+
+#include <QString>
+
+// Facts of this workstation that every part may need. Set by the workstation. GUI thread only.
+class RPACORE_EXPORT RpaGlobalDataManager
+{
+public:
+    static RpaGlobalDataManager* Instance();
+
+    // Whether the signed-in user is a super administrator; false at first.
+    bool GetSuperAdmin() const;
+    void SetSuperAdmin(bool superAdmin);
+
+    // Version of the app-data format that this client writes, dotted ("1.0.0").
+    QString GetApiVersion() const;
+    void SetApiVersion(const QString& version);
+
+private:
+    RpaGlobalDataManager();
+
+    bool superAdmin = false;
+    QString apiVersion;
+};

@@ -1,0 +1,2 @@
+#include <RpaEditorCore/RpaEditorNotify.h>
+#include <RpaEditorCore/RpaSnapshotManager.h>

@@ -1,0 +1,161 @@
+#pragma once
+
+#include <OxHttp/IHttpRequest.h>
+#include <OxHttp/IHttpResponse.h>
+#include <RpaCore/RpaAppSnapshot.h>
+#include <RpaEditorLogic/RpaEditorLogicExport.h>
+
+#include <QByteArray>
+
+// The requests of the version service and their answers. Each request is sent by the operation of RpaEditorLogic of
+// the same name, and is answered exactly once on the GUI thread.
+
+class RPAEDITORLOGIC_EXPORT SaveAppSnapshotInfoRequest : public IHttpRequest
+{
+    Q_OBJECT
+
+public:
+    using IHttpRequest::IHttpRequest;
+
+    // The record to save as a new version; it has its id when the answer arrives.
+    RpaAppSnapshotPtr GetSnapshotInfoPtr() const { return snapshot; }
+    void SetSnapshotInfoPtr(const RpaAppSnapshotPtr& value) { snapshot = value; }
+
+private:
+    RpaAppSnapshotPtr snapshot;
+};
+
+class RPAEDITORLOGIC_EXPORT UpdateAppSnapshotInfoRequest : public IHttpRequest
+{
+    Q_OBJECT
+
+public:
+    using IHttpRequest::IHttpRequest;
+
+    RpaAppSnapshotPtr GetSnapshotInfoPtr() const { return snapshot; }
+    void SetSnapshotInfoPtr(const RpaAppSnapshotPtr& value) { snapshot = value; }
+
+private:
+    RpaAppSnapshotPtr snapshot;
+};
+
+class RPAEDITORLOGIC_EXPORT DeleteAppSnapshotInfoRequest : public IHttpRequest
+{
+    Q_OBJECT
+
+public:
+    using IHttpRequest::IHttpRequest;
+
+    // May stay empty: the version id alone names the version.
+    QString GetAppId() const { return appId; }
+    void SetAppId(const QString& value) { appId = value; }
+
+    QString GetSnapshotId() const { return snapshotId; }
+    void SetSnapshotId(const QString& value) { snapshotId = value; }
+
+private:
+    QString appId;
+    QString snapshotId;
+};
+
+class RPAEDITORLOGIC_EXPORT GetSnapshotListRequest : public IHttpRequest
+{
+    Q_OBJECT
+
+public:
+    using IHttpRequest::IHttpRequest;
+
+    QString GetAppId() const { return appId; }
+    void SetAppId(const QString& value) { appId = value; }
+
+private:
+    QString appId;
+};
+
+class RPAEDITORLOGIC_EXPORT GetDevSnapshotDataRequest : public IHttpRequest
+{
+    Q_OBJECT
+
+public:
+    using IHttpRequest::IHttpRequest;
+
+    QString GetSnapshotId() const { return snapshotId; }
+    void SetSnapshotId(const QString& value) { snapshotId = value; }
+
+private:
+    QString snapshotId;
+};
+
+class RPAEDITORLOGIC_EXPORT GrayOrReleaseRequest : public IHttpRequest
+{
+    Q_OBJECT
+
+public:
+    using IHttpRequest::IHttpRequest;
+
+    QString GetAppId() const { return appId; }
+    void SetAppId(const QString& value) { appId = value; }
+
+    QString GetSnapshotId() const { return snapshotId; }
+    void SetSnapshotId(const QString& value) { snapshotId = value; }
+
+    // 1 gray release, 2 publish online.
+    int GetPublishType() const { return publishType; }
+    void SetPublishType(int value) { publishType = value; }
+
+private:
+    QString appId;
+    QString snapshotId;
+    int publishType = 0;
+};
+
+// Answer of a request that brings nothing but its outcome.
+class RPAEDITORLOGIC_EXPORT SnapshotResponse : public IHttpResponse
+{
+    Q_OBJECT
+
+public:
+    using IHttpResponse::IHttpResponse;
+
+    bool IsSuccess() const override { return success; }
+    QString GetErrorDesc() const override { return errorDesc; }
+    void SetOutcome(bool ok, const QString& error);
+
+private:
+    bool success = false;
+    QString errorDesc;
+};
+
+class RPAEDITORLOGIC_EXPORT GetDevSnapshotDataResponse : public SnapshotResponse
+{
+    Q_OBJECT
+
+public:
+    using SnapshotResponse::SnapshotResponse;
+
+    // The app's JSON, length and hash verified.
+    QByteArray GetAppData() const { return appData; }
+    void SetAppData(const QByteArray& value) { appData = value; }
+
+private:
+    QByteArray appData;
+};
+
+class RPAEDITORLOGIC_EXPORT GrayOrReleaseResponse : public SnapshotResponse
+{
+    Q_OBJECT
+
+public:
+    using SnapshotResponse::SnapshotResponse;
+
+    // Zero: the release did not take effect.
+    int GetResult() const { return result; }
+    void SetResult(int value) { result = value; }
+
+    bool GetNeedTip() const { return needTip; }
+    void SetNeedTip(bool value) { needTip = value; }
+
+private:
+    int result = 0;
+    bool needTip = false;
+};

@@ -1,0 +1,3 @@
+#include <RpaEditorLogic/RpaEditorLogic.h>
+#include <RpaEditorLogic/RpaNotifyId.h>
+#include <RpaEditorLogic/SnapshotRequests.h>

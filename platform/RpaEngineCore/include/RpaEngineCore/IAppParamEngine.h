@@ -1,0 +1,22 @@
+#pragma once
+
+#include <RpaEngineCore/RpaEngineCoreExport.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+// Parameters of the active UI page as a running process sees them. GUI thread.
+class RPAENGINECORE_EXPORT IAppParamEngine
+{
+public:
+    virtual ~IAppParamEngine();
+
+    virtual QStringList GetParamNames() const = 0;
+
+    // Invalid when there is no such parameter.
+    virtual QVariant GetParam(const QString& name) const = 0;
+
+    // False when there is no such parameter or the value does not fit it.
+    virtual bool SetParam(const QString& name, const QVariant& value) = 0;
+};

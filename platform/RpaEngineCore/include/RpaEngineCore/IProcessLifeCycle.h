@@ -1,0 +1,20 @@
+#pragma once
+
+#include <RpaEngineCore/RpaEngineCoreExport.h>
+
+#include <QString>
+
+// Listener of a process's life in the engine. Every operation does nothing unless overridden. GUI thread.
+class RPAENGINECORE_EXPORT IProcessLifeCycle
+{
+public:
+    virtual ~IProcessLifeCycle();
+
+    virtual void EngineReady();
+    virtual void EngineRelease();
+    virtual void AppLoaded(const QString& appId);
+    virtual void ProcessStart(const QString& processName);
+    virtual void ProcessFinish(const QString& processName);
+    virtual void ProcessTerminate(const QString& processName);
+    virtual void ApiExecute(const QString& statementId);
+};

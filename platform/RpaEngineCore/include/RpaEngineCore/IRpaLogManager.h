@@ -1,0 +1,56 @@
+#pragma once
+
+#include <RpaEngineCore/RpaEngineCoreExport.h>
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+enum class RpaLogLevel
+{
+    Debug,
+    Info,
+    Warning,
+    Error,
+};
+
+struct RPAENGINECORE_EXPORT RpaLogLine
+{
+    qint64 number = 0; // counts from 1 since Initialize()
+    QDateTime time;
+    RpaLogLevel level = RpaLogLevel::Info;
+    QString text;
+    QString statementId; // empty when the line belongs to no statement
+};
+
+// The lines a run wrote, bounded: the oldest are dropped. GUI thread only.
+class RPAENGINECORE_EXPORT IRpaLogDataSource : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit IRpaLogDataSource(QObject* parent = nullptr);
+    ~IRpaLogDataSource() override;
+
+    // Empties the source and starts anew; line numbers begin at 1 again.
+    virtual void Initialize() = 0;
+
+    virtual QVector<RpaLogLine> GetLines() const = 0;
+
+signals:
+    void SigInitialized();
+    // Several lines at once, at most one signal per turn of the event loop.
+    void SigLinesAdded(const QVector<RpaLogLine>& lines);
+};
+
+class RPAENGINECORE_EXPORT IRpaLogManager
+{
+public:
+    virtual ~IRpaLogManager();
+
+    // May be null when the engine keeps no log.
+    virtual IRpaLogDataSource* GetLogDataSource() const = 0;
+
+    virtual void Append(RpaLogLevel level, const QString& text, const QString& statementId = QString()) = 0;
+};

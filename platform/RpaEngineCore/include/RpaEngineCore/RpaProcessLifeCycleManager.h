@@ -1,0 +1,28 @@
+#pragma once
+
+#include <RpaEngineCore/RpaEngineCoreExport.h>
+
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+class IProcessLifeCycle;
+
+// Tells every registered listener what a process does. GUI thread only.
+class RPAENGINECORE_EXPORT RpaProcessLifeCycleManager
+{
+public:
+    static RpaProcessLifeCycleManager* Instance();
+
+    void AddLifeCycle(IProcessLifeCycle* listener);
+    void RemoveLifeCycle(IProcessLifeCycle* listener);
+
+    // Used by the engine. A listener that goes away meanwhile is skipped.
+    void ForEach(const std::function<void(IProcessLifeCycle*)>& call);
+
+private:
+    RpaProcessLifeCycleManager() = default;
+
+    QList<IProcessLifeCycle*> listeners;
+};

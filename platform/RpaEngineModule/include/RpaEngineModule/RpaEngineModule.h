@@ -1,0 +1,54 @@
+#pragma once
+
+#include <RpaEngineModule/RpaEngineModuleExport.h>
+
+#include <QString>
+
+#include <memory>
+
+class IAppParamEngine;
+class IAppTableEngine;
+class IBrowserEngine;
+class IRpaDebugger;
+class IRpaLogManager;
+class IRpaTranslator;
+class ProcessDataManager;
+class RpaAppRunTimeInfo;
+class RpaHtmlNodeManager;
+class RpaUiaNodeManager;
+
+// The process engine. What it is handed is not owned; null takes a part away. GUI thread only.
+class RPAENGINEMODULE_EXPORT RpaEngineModule
+{
+public:
+    static RpaEngineModule* Instance();
+    ~RpaEngineModule();
+
+    void SetBrowserEngine(IBrowserEngine* engine);
+    void SetAppParamEngine(IAppParamEngine* engine);
+    void SetAppTableEngine(IAppTableEngine* engine);
+    void SetHtmlNodeManager(RpaHtmlNodeManager* manager);
+    void SetUiaNodeManager(RpaUiaNodeManager* manager);
+    void SetProcessDataManager(ProcessDataManager* manager);
+    void SetAppRunTimeInfo(RpaAppRunTimeInfo* info);
+
+    IRpaTranslator* GetTranslator() const;
+    IRpaDebugger* GetEngineDebugger() const;
+    IRpaLogManager* GetLogManager() const;
+
+    // Checks the named process and the processes it calls; false when there is any finding. Findings go to
+    // IRpaDebugger::SigCheckNode and to the log.
+    bool Check(const QString& processName);
+
+    // Starts the named process; false when it could not be started (the reason is in the log).
+    bool Execute(const QString& processName);
+
+    // Stops the named process; false when it does not run.
+    bool Terminate(const QString& processName);
+
+private:
+    RpaEngineModule();
+
+    class Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,2 @@
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaEngineModule/RpaProcessRelatedUIControler.h>

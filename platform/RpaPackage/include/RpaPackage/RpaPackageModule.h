@@ -1,0 +1,27 @@
+#pragma once
+
+#include <RpaPackage/RpaPackageExport.h>
+
+#include <memory>
+
+class IPackageService;
+
+class RPAPACKAGE_EXPORT RpaPackageModule
+{
+public:
+    static RpaPackageModule* Instance();
+    ~RpaPackageModule();
+
+    // Null when packages cannot be installed here.
+    IPackageService* GetService() const;
+
+    // Replaces the service; null takes it away. Ownership stays with the caller. Used by a workstation that has
+    // its own, and by tests.
+    void SetService(IPackageService* service);
+
+private:
+    RpaPackageModule();
+
+    class Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,2 @@
+#include <RpaPackage/IPackageService.h>
+#include <RpaPackage/RpaPackageModule.h>

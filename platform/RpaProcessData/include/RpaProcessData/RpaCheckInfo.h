@@ -1,0 +1,20 @@
+#pragma once
+
+#include <RpaProcessData/RpaProcessDataExport.h>
+
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+// One finding of a check before a run: where, what, and what to do about it.
+struct RPAPROCESSDATA_EXPORT RpaCheckInfo
+{
+    QString processName;
+    QString statementId;
+    QString rule;    // stable name of the rule, such as "undefined-variable"
+    QString message; // in the user's words
+    QString remedy;  // what to do, in the user's words
+};
+
+Q_DECLARE_METATYPE(RpaCheckInfo)
+Q_DECLARE_METATYPE(QList<RpaCheckInfo>)

@@ -1,0 +1,2 @@
+#include <RpaProcessData/RpaCheckInfo.h>
+#include <RpaProcessData/RpaPackageInfo.h>

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaProcessEditor/RpaProcessEditorExport.h>
+
+#include <QWidget>
+
+#include <memory>
+
+// Edits the program text of a program app.
+class RPAPROCESSEDITOR_EXPORT ProcessProgramEditorWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ProcessProgramEditorWidget(QWidget* parent = nullptr);
+    ~ProcessProgramEditorWidget() override;
+
+    // Shows another app; null empties the editor. Undo steps of the former app are forgotten.
+    void SetRpaAppData(const RpaAppDataPtr& appData);
+
+signals:
+    // The user asked to save (Ctrl+S).
+    void SigSaveCode();
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

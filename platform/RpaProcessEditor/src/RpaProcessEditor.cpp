@@ -1,0 +1,2 @@
+#include <RpaProcessEditor/ProcessProgramEditorWidget.h>
+#include <RpaProcessEditor/ProcessVisualEditorWidget.h>

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseUIExport.h>
+
+#include <QLabel>
+
+// A one-line label that elides its text to fit; the full text is its tool tip while it is elided. A second text, when
+// not empty, stands at the right end and is never elided.
+class WBBASEUI_EXPORT ElidedLabelEx : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ElidedLabelEx(QWidget* parent = nullptr);
+    ~ElidedLabelEx() override;
+
+    void SetText(const QString& text, const QString& second = QString());
+    QString GetText() const;
+    QString GetSecondText() const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void UpdateToolTip();
+
+    QString firstText;
+    QString secondText;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseUIExport.h>
+
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+
+// A bar of named tabs with the gestures to add, rename, delete and move them. The bar asks before deleting and never
+// deletes the last tab; it only announces gestures, the owner then calls the operation that carries one out.
+class WBBASEUI_EXPORT RpaTabBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit RpaTabBar(QWidget* parent = nullptr);
+    ~RpaTabBar() override;
+
+    // Replaces all tabs and makes the first one current; emits nothing.
+    void Initialize(const QStringList& names);
+
+    // Appends a tab and makes it current (SigTabChanged).
+    void AddTab(const QString& name);
+
+    // The tab that takes its place becomes current, or the one before it at the end (SigTabChanged when the current
+    // tab was removed).
+    void RemoveTab(int index);
+
+    void SetTabText(int index, const QString& name);
+
+    // Exchanges two tabs; the current tab stays the same tab (its index may change), nothing is emitted.
+    void SwapTab(int from, int to);
+
+    // -1 without tabs.
+    int GetCurrentIndex() const;
+
+signals:
+    void SigTabChanged(int index);
+    void SigAddTab();
+    void SigDeleteTab(int index);
+    void SigRenameTab(int index);
+    void SigTabMoved(int from, int to);
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

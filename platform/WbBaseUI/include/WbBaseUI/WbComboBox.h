@@ -1,0 +1,26 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseUIExport.h>
+
+#include <QComboBox>
+
+// Combo box of the theme. Its popup opens below the box, as wide as the box or its rows, and does not slow down with
+// the number of rows.
+class WBBASEUI_EXPORT WbComboBox : public QComboBox
+{
+    Q_OBJECT
+    Q_PROPERTY(int businessStyle READ GetBusinessStyle)
+
+public:
+    explicit WbComboBox(QWidget* parent = nullptr);
+    ~WbComboBox() override;
+
+    // 0 general, 1 form field.
+    int GetBusinessStyle() const;
+    void SetBusinessStyle(int style);
+
+    void showPopup() override;
+
+private:
+    int businessStyle = 0;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <WbBaseUI/WbComboBox.h>
+
+// Editable combo box: a text with suggestions. Typing never completes or inserts anything by itself.
+class WBBASEUI_EXPORT WbEditableCombo : public WbComboBox
+{
+    Q_OBJECT
+
+public:
+    explicit WbEditableCombo(QWidget* parent = nullptr);
+    ~WbEditableCombo() override;
+
+    // Longest text that can be typed, in UTF-16 units.
+    void SetMaxLength(int length);
+
+    void SetPlaceholderText(const QString& text);
+};

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseUIExport.h>
+
+#include <QLabel>
+
+// Plain-text label of the theme: text is never read as rich text.
+class WBBASEUI_EXPORT WbLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit WbLabel(QWidget* parent = nullptr);
+    explicit WbLabel(const QString& text, QWidget* parent = nullptr);
+    ~WbLabel() override;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/WbBaseUIExport.h>
+
+#include <QPushButton>
+
+// Push button whose look follows its type (Wb::ButtonType) and business family, both readable by the style sheet as
+// the properties "buttonType" and "business".
+class WBBASEUI_EXPORT WbPushButton : public QPushButton
+{
+    Q_OBJECT
+    Q_PROPERTY(int buttonType READ GetButtonType)
+    Q_PROPERTY(int business READ GetBusinessValue)
+
+public:
+    explicit WbPushButton(QWidget* parent = nullptr, int buttonType = 0,
+                          Wb::BaseUIBusiness business = Wb::BaseUIBusiness::General);
+    ~WbPushButton() override;
+
+    int GetButtonType() const;
+
+    // Sets the type and applies the look of type and business family.
+    void SetButtonType(int type);
+
+    Wb::BaseUIBusiness GetBusiness() const;
+    int GetBusinessValue() const;
+
+    // Takes effect with the next SetButtonType().
+    void SetBusiness(Wb::BaseUIBusiness business);
+
+private:
+    int buttonType;
+    Wb::BaseUIBusiness business;
+};

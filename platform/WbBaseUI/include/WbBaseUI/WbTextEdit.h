@@ -1,0 +1,15 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseUIExport.h>
+
+#include <QTextEdit>
+
+// Multi-line plain-text edit of the theme: pasted rich text arrives as plain text; Tab leaves the field.
+class WBBASEUI_EXPORT WbTextEdit : public QTextEdit
+{
+    Q_OBJECT
+
+public:
+    explicit WbTextEdit(QWidget* parent = nullptr);
+    ~WbTextEdit() override;
+};

@@ -1,0 +1,17 @@
+#include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/ElidedLabelEx.h>
+#include <WbBaseUI/PackagedMsgBox.h>
+#include <WbBaseUI/RequestStatusBaseWidget.h>
+#include <WbBaseUI/RpaTabBar.h>
+#include <WbBaseUI/UIMain.h>
+#include <WbBaseUI/UIUtils.h>
+#include <WbBaseUI/WbBaseDialog.h>
+#include <WbBaseUI/WbBaseWidget.h>
+#include <WbBaseUI/WbComboBox.h>
+#include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbIconButtonWidget.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbTextEdit.h>
+#include <WbBaseUI/WbToast.h>

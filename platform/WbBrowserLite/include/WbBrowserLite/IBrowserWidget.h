@@ -1,0 +1,33 @@
+#pragma once
+
+#include <WbBrowserLite/WbBrowserLiteExport.h>
+
+#include <QWidget>
+
+class IBrowserEngine;
+
+// The embedded browser: address bar, back, forward, reload, fold and pop-out.
+class WBBROWSERLITE_EXPORT IBrowserWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit IBrowserWidget(QWidget* parent = nullptr);
+    ~IBrowserWidget() override;
+
+    // Builds the tool bar; called once after creation.
+    virtual void InitToolBar() = 0;
+
+    // Whether fold and pop-out are offered.
+    virtual void SetEmbedded(bool embedded) = 0;
+
+    // Goes back to the empty page and forgets history, cookies and marks of the app shown before.
+    virtual void Reset() = 0;
+
+    // Never null; lives as long as the widget.
+    virtual IBrowserEngine* GetBrowserEngine() = 0;
+
+signals:
+    void SigFold();
+    void SigPopup(bool popup);
+};

@@ -1,0 +1,4 @@
+#include <WbBrowserLite/IBrowserBorderWindow.h>
+#include <WbBrowserLite/IBrowserEngine.h>
+#include <WbBrowserLite/IBrowserWidget.h>
+#include <WbBrowserLite/WbBrowserLite.h>

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <WbCore/WbCoreExport.h>
+
+#include <QString>
+
+// Who is signed in. Set by the workstation after sign-in; read by everybody. GUI thread only.
+class WBCORE_EXPORT WbGlobalData
+{
+public:
+    static WbGlobalData* Instance();
+
+    // Account id of the signed-in user; empty before sign-in.
+    QString GetPin() const;
+    void SetPin(const QString& pin);
+
+    // The user's vendor id; 0 before sign-in.
+    qint64 GetVenderId() const;
+    void SetVenderId(qint64 venderId);
+
+private:
+    WbGlobalData() = default;
+
+    QString pin;
+    qint64 venderId = 0;
+};

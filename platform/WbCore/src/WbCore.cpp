@@ -1,0 +1,2 @@
+#include <WbCore/IMonitorSystem.h>
+#include <WbCore/WbGlobalData.h>

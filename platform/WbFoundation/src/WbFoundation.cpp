@@ -1,0 +1,2 @@
+#include <WbFoundation/IJsonParser.h>
+#include <WbFoundation/Utils.h>
