@@ -1,0 +1,29 @@
+"""House rules that a text search can keep: no string connects, no fixed waits, no file that is many rooms."""
+
+import re
+from pathlib import Path
+
+FOLDERS = ("platform", "editor", "client", "pages", "release", "server", "workstation", "tests", "benchmarks")
+LONGEST_FILE = 500
+RULES = (
+    (re.compile(r"\b(SIGNAL|SLOT)\("), "connects by string; use member-function pointers"),
+    (re.compile(r"\bqWait\(|QThread::[mu]?sleep\(|\bthis_thread::sleep_"), "waits a fixed time; wait for a state"),
+    (re.compile(r"\bQ_FOREACH\b|\bforeach\s*\("), "uses foreach; use a range-based for"),
+)
+
+
+def findings(root):
+    found = []
+    for folder in FOLDERS:
+        for path in sorted((root / folder).rglob("*")):
+            if path.suffix in (".cpp", ".h"):
+                found += check_file(path, path.relative_to(root))
+    return found
+
+
+def check_file(path, name):
+    lines = path.read_text(encoding="utf-8").splitlines()
+    found = [f"{name}:{number}: {text}" for number, line in enumerate(lines, 1) for rule, text in RULES if rule.search(line)]
+    if len(lines) > LONGEST_FILE:
+        found.append(f"{name}: {len(lines)} lines; more than {LONGEST_FILE} is more than one room")
+    return found

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Finds out which Debian packages are missing and installs them: as root or with sudo; otherwise it prints the line to
+# run and stops. Quick when nothing is missing.
+#   tools/setup.sh run     what building and starting the workstation needs
+#   tools/setup.sh test    the same and what the tests need
+set -euo pipefail
+
+run_packages=(
+    g++ cmake ninja-build ccache pkg-config
+    qtbase5-dev libqt5svg5-dev libqt5sql5-sqlite libqt5sql5-psql
+    qtwebengine5-dev libqt5webchannel5-dev
+    libboost1.74-dev libsodium-dev libcurl4-openssl-dev rapidjson-dev
+    libkf5syntaxhighlighting-dev
+    python3 python3-venv python3-pip python3-openpyxl python3-requests
+    fonts-noto-cjk fonts-dejavu-core
+    xvfb xauth openbox xdotool x11-utils
+)
+test_packages=(
+    clang-format-14 postgresql-15 libbenchmark-dev python3-yaml dbus binutils procps
+)
+
+wanted=("${run_packages[@]}")
+if [ "${1:-run}" = test ]; then
+    wanted+=("${test_packages[@]}")
+fi
+
+# One query for all: a package that dpkg does not know at all makes no line, so the installed ones are subtracted.
+installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${wanted[@]}" 2>/dev/null | awk '$2=="installed"{print $1}' || true)
+missing=()
+for package in "${wanted[@]}"; do
+    grep -qxF "$package" <<<"$installed" || missing+=("$package")
+done
+if [ ${#missing[@]} -eq 0 ]; then
+    exit 0
+fi
+
+if [ "$(id -u)" -eq 0 ]; then
+    as_root=()
+elif command -v sudo >/dev/null && sudo -n true 2>/dev/null; then
+    as_root=(sudo)
+else
+    echo "These Debian packages are missing. Please run:" >&2
+    echo "  sudo apt-get update && sudo apt-get install --no-install-recommends ${missing[*]}" >&2
+    exit 1
+fi
+echo "Installing: ${missing[*]}"
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
