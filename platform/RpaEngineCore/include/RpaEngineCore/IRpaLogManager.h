@@ -3,6 +3,7 @@
 #include <RpaEngineCore/RpaEngineCoreExport.h>
 
 #include <QDateTime>
+#include <QMetaType>
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -23,6 +24,8 @@ struct RPAENGINECORE_EXPORT RpaLogLine
     QString text;
     QString statementId; // empty when the line belongs to no statement
 };
+
+Q_DECLARE_METATYPE(RpaLogLine)
 
 // The lines a run wrote, bounded: the oldest are dropped. GUI thread only.
 class RPAENGINECORE_EXPORT IRpaLogDataSource : public QObject

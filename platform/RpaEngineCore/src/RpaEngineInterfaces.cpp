@@ -1,0 +1,44 @@
+#include <RpaEngineCore/IAppParamEngine.h>
+#include <RpaEngineCore/IAppTableEngine.h>
+#include <RpaEngineCore/IProcessLifeCycle.h>
+#include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineCore/IRpaTranslator.h>
+
+IAppParamEngine::~IAppParamEngine() = default;
+
+IAppTableEngine::~IAppTableEngine() = default;
+
+IRpaDebugger::IRpaDebugger(QObject* parent) : QObject(parent)
+{
+    qRegisterMetaType<QList<RpaCheckInfo>>();
+}
+
+IRpaDebugger::~IRpaDebugger() = default;
+
+IRpaLogDataSource::IRpaLogDataSource(QObject* parent) : QObject(parent)
+{
+    qRegisterMetaType<QVector<RpaLogLine>>();
+}
+
+IRpaLogDataSource::~IRpaLogDataSource() = default;
+
+IRpaLogManager::~IRpaLogManager() = default;
+
+IRpaTranslator::~IRpaTranslator() = default;
+
+IProcessLifeCycle::~IProcessLifeCycle() = default;
+
+void IProcessLifeCycle::EngineReady() {}
+
+void IProcessLifeCycle::EngineRelease() {}
+
+void IProcessLifeCycle::AppLoaded(const QString&) {}
+
+void IProcessLifeCycle::ProcessStart(const QString&) {}
+
+void IProcessLifeCycle::ProcessFinish(const QString&) {}
+
+void IProcessLifeCycle::ProcessTerminate(const QString&) {}
+
+void IProcessLifeCycle::ApiExecute(const QString&) {}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <RpaEngineCore/IRpaLogManager.h>
+
+#include <QTimer>
+
+// A ring of the newest log lines. A run may write faster than a view can draw, so new lines are announced
+// together, once per turn of the event loop.
+class RpaLogDataSource : public IRpaLogDataSource
+{
+    Q_OBJECT
+
+public:
+    static constexpr int CapacityInLines = 10000;
+    // A single line of a run must not fill the memory either.
+    static constexpr int MaxLineLength = 16 * 1024;
+
+    explicit RpaLogDataSource(QObject* parent = nullptr);
+
+    void Initialize() override;
+    QVector<RpaLogLine> GetLines() const override;
+
+    void Append(RpaLogLevel level, const QString& text, const QString& statementId);
+
+private:
+    void AnnounceNewLines();
+
+    QVector<RpaLogLine> ring; // grows to its capacity, then the oldest line is overwritten
+    int oldest = 0;
+    qint64 nextNumber = 1;
+    int unannounced = 0; // newest lines that listeners have not heard of
+    QTimer announceTimer;
+};

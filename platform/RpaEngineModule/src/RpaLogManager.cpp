@@ -1,0 +1,15 @@
+#include "RpaLogManager_p.h"
+
+RpaLogManager::RpaLogManager() : source(std::make_unique<RpaLogDataSource>()) {}
+
+RpaLogManager::~RpaLogManager() = default;
+
+IRpaLogDataSource* RpaLogManager::GetLogDataSource() const
+{
+    return source.get();
+}
+
+void RpaLogManager::Append(RpaLogLevel level, const QString& text, const QString& statementId)
+{
+    source->Append(level, text, statementId);
+}

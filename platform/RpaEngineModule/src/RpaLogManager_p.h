@@ -1,0 +1,19 @@
+#pragma once
+
+#include "RpaLogDataSource_p.h"
+
+#include <memory>
+
+// The engine's own log.
+class RpaLogManager : public IRpaLogManager
+{
+public:
+    RpaLogManager();
+    ~RpaLogManager() override;
+
+    IRpaLogDataSource* GetLogDataSource() const override;
+    void Append(RpaLogLevel level, const QString& text, const QString& statementId) override;
+
+private:
+    const std::unique_ptr<RpaLogDataSource> source;
+};

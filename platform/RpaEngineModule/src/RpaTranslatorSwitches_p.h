@@ -1,0 +1,18 @@
+#pragma once
+
+#include <RpaEngineCore/IRpaTranslator.h>
+
+// How the next process is to be translated.
+class RpaTranslatorSwitches : public IRpaTranslator
+{
+public:
+    void SetTranslateStatements(bool visual) override { translateStatements = visual; }
+    void SetReportStatements(bool visual) override { reportStatements = visual; }
+
+    bool GetTranslateStatements() const { return translateStatements; }
+    bool GetReportStatements() const { return reportStatements; }
+
+private:
+    bool translateStatements = true;
+    bool reportStatements = true;
+};

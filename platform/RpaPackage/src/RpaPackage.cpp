@@ -1,2 +1,0 @@
-#include <RpaPackage/IPackageService.h>
-#include <RpaPackage/RpaPackageModule.h>
