@@ -1,0 +1,5 @@
+#include <RpaPackage/IPackageService.h>
+
+IPackageService::IPackageService(QObject* parent) : QObject(parent) {}
+
+IPackageService::~IPackageService() = default;
