@@ -1,4 +1,14 @@
-#include <WbBrowserLite/IBrowserBorderWindow.h>
-#include <WbBrowserLite/IBrowserEngine.h>
-#include <WbBrowserLite/IBrowserWidget.h>
+#include "BrowserBorderWindow_p.h"
+
 #include <WbBrowserLite/WbBrowserLite.h>
+
+WbBrowserLite* WbBrowserLite::Instance()
+{
+    static WbBrowserLite instance;
+    return &instance;
+}
+
+IBrowserBorderWindow* WbBrowserLite::CreateBrowserEmbed(QWidget* parent)
+{
+    return new BrowserBorderWindow(parent);
+}
