@@ -1,0 +1,187 @@
+#include "ModalDriver.h"
+#include "OrderRecorder.h"
+#include "TestApp.h"
+#include "ToastWatcher.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProcess>
+#include <QtTest>
+
+// The helpers themselves: a helper that misses something would let every test that uses it pass.
+class TestSupport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void drivesModalWindowsInTheOrderOfTheSteps();
+    void drivesAWindowThatOpensFromAWindow();
+    void recordsToastsInTheirOrder();
+    void letsAnAnnouncedWarningPass();
+    void failsATestThatBreaksARule_data();
+    void failsATestThatBreaksARule();
+};
+
+// Tests that must fail; run by the tests above in a process of their own.
+class BrokenTests : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void meetsAModalWindowNobodyExpects();
+    void leavesAModalWindowOpen();
+    void neverOpensTheExpectedWindow();
+    void opensAWindowOfAnotherClass();
+    void warnsUnannounced();
+};
+
+void TestSupport::drivesModalWindowsInTheOrderOfTheSteps()
+{
+    // given
+    OrderRecorder order;
+    ModalDriver modals;
+    modals.ThenIn<QDialog>([&order](QDialog* dialog) {
+        order.Note(QStringLiteral("first"));
+        dialog->accept();
+    });
+    modals.Then([&order](QWidget* box) {
+        order.Note(QStringLiteral("second"));
+        QVERIFY(ModalDriver::Press(box, QStringLiteral("No")));
+    });
+
+    // when
+    QDialog dialog;
+    const int first = dialog.exec();
+    const int second =
+        QMessageBox::question(nullptr, QString(), QStringLiteral("?"), QMessageBox::Yes | QMessageBox::No);
+
+    // then
+    QCOMPARE(first, int(QDialog::Accepted));
+    QCOMPARE(second, int(QMessageBox::No));
+    QCOMPARE(order.GetEvents(), QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+    QCOMPARE(modals.GetPendingCount(), 0);
+}
+
+void TestSupport::drivesAWindowThatOpensFromAWindow()
+{
+    ModalDriver modals;
+    modals.ThenIn<QDialog>([](QDialog* outer) {
+        QDialog inner(outer);
+        QCOMPARE(inner.exec(), int(QDialog::Rejected));
+        outer->accept();
+    });
+    modals.ThenIn<QDialog>([](QDialog* inner) { ModalDriver::Reject(inner); });
+
+    QDialog outer;
+    QCOMPARE(outer.exec(), int(QDialog::Accepted));
+}
+
+void TestSupport::recordsToastsInTheirOrder()
+{
+    // given
+    ToastWatcher toasts;
+    QWidget toast;
+    toast.setObjectName(QStringLiteral("WbToast"));
+    auto* label = new QLabel(&toast);
+    label->setObjectName(QStringLiteral("labelToastText"));
+
+    // when
+    for (int type : {2, 0}) {
+        label->setText(QString::number(type));
+        toast.setProperty("toastType", type);
+        toast.show();
+        toast.hide();
+    }
+
+    // then
+    const QVector<SeenToast> expected{{QStringLiteral("2"), 2}, {QStringLiteral("0"), 0}};
+    QCOMPARE(toasts.GetToasts(), expected);
+}
+
+void TestSupport::letsAnAnnouncedWarningPass()
+{
+    TestApp::ExpectWarning(QStringLiteral("announced"));
+    qWarning("this one was announced");
+    QVERIFY(!QTest::currentTestFailed());
+}
+
+void TestSupport::failsATestThatBreaksARule_data()
+{
+    QTest::addColumn<QString>("function");
+    QTest::addColumn<QString>("complaint");
+
+    const auto row = [](const char* function, const char* complaint) {
+        QTest::newRow(function) << QString::fromLatin1(function) << QString::fromLatin1(complaint);
+    };
+    row("meetsAModalWindowNobodyExpects", "unexpected modal window QDialog");
+    row("leavesAModalWindowOpen", "modal window QDialog \"\" stayed open");
+    row("neverOpensTheExpectedWindow", "1 expected modal window(s) never appeared");
+    row("opensAWindowOfAnotherClass", "expected a QMessageBox, met a QDialog");
+    row("warnsUnannounced", "unexpected warning: nobody announced this");
+}
+
+void TestSupport::failsATestThatBreaksARule()
+{
+    QFETCH(QString, function);
+    QFETCH(QString, complaint);
+
+    // given
+    QProcess broken;
+
+    // when
+    broken.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--broken"), function});
+    QVERIFY(broken.waitForFinished());
+
+    // then
+    QCOMPARE(broken.exitCode(), 1);
+    const QString output = QString::fromUtf8(broken.readAllStandardOutput());
+    QVERIFY2(output.contains(complaint), qPrintable(output));
+}
+
+void BrokenTests::meetsAModalWindowNobodyExpects()
+{
+    ModalDriver modals;
+    QDialog dialog;
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+}
+
+void BrokenTests::leavesAModalWindowOpen()
+{
+    ModalDriver modals(std::chrono::milliseconds(50));
+    modals.Then([](QWidget*) {});
+    QDialog dialog;
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+}
+
+void BrokenTests::neverOpensTheExpectedWindow()
+{
+    ModalDriver modals;
+    modals.Then([](QWidget*) {});
+}
+
+void BrokenTests::opensAWindowOfAnotherClass()
+{
+    ModalDriver modals;
+    modals.ThenIn<QMessageBox>([](QMessageBox*) {});
+    QDialog dialog;
+    QCOMPARE(dialog.exec(), int(QDialog::Rejected));
+}
+
+void BrokenTests::warnsUnannounced()
+{
+    qWarning("nobody announced this");
+}
+
+int main(int argc, char** argv)
+{
+    TestApp app(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--broken") == 0) {
+        BrokenTests broken;
+        return TestApp::Run(&broken, argc - 1, argv + 1);
+    }
+    TestSupport test;
+    return TestApp::Run(&test, argc, argv);
+}
+
+#include "tst_support.moc"
