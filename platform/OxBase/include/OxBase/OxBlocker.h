@@ -9,8 +9,9 @@
 #include <memory>
 
 // A wait inside the caller's stack: Block() runs a nested event loop until somebody calls Continue() or
-// ContinueWith(). While it waits, mouse, key and close input to the application's windows is held back, so that
-// nothing the user does can start a second act in the middle of the first; timers, sockets and signals run on.
+// ContinueWith(). While it waits, mouse, key and close input to the application's windows is held back, so
+// that nothing the user does can start a second act in the middle of the first; timers, sockets and signals
+// run on.
 class OXBASE_EXPORT OxBlocker : public QObject
 {
     Q_OBJECT
@@ -22,9 +23,9 @@ public:
     explicit OxBlocker(QObject* parent = nullptr);
     ~OxBlocker() override;
 
-    // Waits. milliseconds 0 means no time limit; the wait then still ends without a value when the application
-    // quits, or when the installed query says that nothing outstanding could end it. GUI thread only.
-    // A Continue() that came before Block() is kept: Block() then returns at once.
+    // Waits. milliseconds 0 means no time limit; the wait then still ends without a value when the
+    // application quits, or when the installed query says that nothing outstanding could end it. GUI thread
+    // only. A Continue() that came before Block() is kept: Block() then returns at once.
     void Block(int milliseconds = 0);
 
     // The value ContinueWith() carried, or an invalid QVariant when anything else ended the wait.

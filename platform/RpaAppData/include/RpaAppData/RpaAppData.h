@@ -49,14 +49,21 @@ public:
     bool GetModified() const;
     void SetModified(bool modified);
 
-    QByteArray ToJson() const override;
-    bool Parse(const QByteArray& json) override;
+    // What JSON holds: format version, extend info (manual included), UI pages, processes, packages, element
+    // stores. Not in it: run-time info, the mark of unsaved work, the active page, values of password
+    // parameters. Members that this client does not know are kept through Parse() and written back by
+    // ToJson(). Parse() gives an object that does not carry the mark any differently than before; a member
+    // that is absent leaves its part as it is.
+    void WriteJson(JsonWriter& writer) const override;
+    Commit ReadJson(JsonReader& reader) override;
 
 signals:
     // Every SetModified(true), for whoever keeps unsaved work safe.
     void SigEdited();
     // The mark changed.
     void SigModifiedChanged(bool modified);
+    // Parse() or InitDefault() replaced the content.
+    void SigReplaced();
 
 private:
     class Private;

@@ -6,15 +6,14 @@
 #include <QString>
 
 // State of a version.
-enum AppSnapshotState : int
-{
+enum AppSnapshotState : int {
     AppSnapshotDevelop = 1,
     AppSnapshotGray = 2,
     AppSnapshotOnline = 3,
 };
 
-// One version of an app, held by shared pointer. Its content (app data) is filled only in a record that is to be
-// saved; the versions of a list carry none.
+// One version of an app, held by shared pointer. Its content (app data) is filled only in a record that is to
+// be saved; the versions of a list carry none.
 class RPACORE_EXPORT RpaAppSnapshot
 {
 public:

@@ -16,8 +16,8 @@ public:
     void AddLogic(IRpaLifeCycle* logic);
     void RemoveLogic(IRpaLifeCycle* logic);
 
-    // Asks every logic in the order of registration and stops at the first refusal. True: close. A logic that goes
-    // away while another is asked is skipped; a call during a running one answers false.
+    // Asks every logic in the order of registration and stops at the first refusal. True: close. A logic that
+    // goes away while another is asked is skipped; a call during a running one answers false.
     bool BeforeClose();
 
 private:

@@ -34,8 +34,8 @@ public:
     QList<QSharedPointer<PackageItem>> GetListPackageItemPtr() const;
     void SetListPackageItemPtr(const QList<QSharedPointer<PackageItem>>& items);
 
-    QByteArray ToJson() const override;
-    bool Parse(const QByteArray& json) override;
+    void WriteJson(JsonWriter& writer) const override;
+    Commit ReadJson(JsonReader& reader) override;
 
 private:
     QList<QSharedPointer<PackageItem>> items;

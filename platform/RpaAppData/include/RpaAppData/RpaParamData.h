@@ -1,0 +1,108 @@
+#pragma once
+
+#include <RpaAppData/RpaAppDataExport.h>
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+
+#include <functional>
+
+class JsonReader;
+class JsonWriter;
+
+enum class RpaParamType {
+    Text,     // QString
+    Number,   // double
+    Date,     // QDate
+    Choice,   // QString, one of the choices
+    Switch,   // bool
+    File,     // QString, a path
+    Password, // QString; lives in memory only, never part of the JSON
+};
+
+// One parameter of a UI page: a field that the user fills in before a run.
+struct RPAAPPDATA_EXPORT RpaParamItem
+{
+    QString name;  // what processes read; unique in the page
+    QString label; // what the user sees; the name when empty
+    RpaParamType type = RpaParamType::Text;
+    QVariant defaultValue; // invalid for none
+    QVariant value;        // invalid: the default counts
+    QStringList choices;   // of a Choice
+    bool required = false;
+    QString hint;       // shown in the empty field
+    QByteArray unknown; // members written by a newer client, kept as they came
+
+    // The value, else the default, else an empty value of the type.
+    QVariant GetEffectiveValue() const;
+
+    // Turns a value into this parameter's type ("3.5" into a number, "2024-02-29" into a date). An invalid
+    // value stays invalid (no value). False, with the value left alone, when it does not fit: no number, no
+    // date, none of the choices.
+    bool Fit(QVariant& value) const;
+
+    bool operator==(const RpaParamItem& other) const;
+    bool operator!=(const RpaParamItem& other) const { return !(*this == other); }
+
+    // Stable names ("text", "number", …) and what the user reads ("文本", "数字", …).
+    static QString GetTypeName(RpaParamType type);
+    static QString GetTypeTitle(RpaParamType type);
+    static QVector<RpaParamType> GetTypes();
+};
+Q_DECLARE_METATYPE(RpaParamItem)
+
+// The parameters of a UI page, in order. GUI thread only.
+class RPAAPPDATA_EXPORT RpaParamData : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit RpaParamData(QObject* parent = nullptr);
+
+    int GetCount() const { return items.size(); }
+    const QVector<RpaParamItem>& GetItems() const { return items; }
+    // An empty item outside 0 … GetCount() - 1.
+    RpaParamItem GetItem(int index) const { return items.value(index); }
+    QStringList GetNames() const;
+    // -1 when there is none; names are compared exactly.
+    int IndexOf(const QString& name) const;
+    // A name of the form "参数2" that is free.
+    QString MakeFreeName(const QString& stem) const;
+
+    // Inserts before the index (-1 or beyond the end: at the end). -1 when the name is blank or taken, else
+    // the index.
+    int InsertItem(int index, const RpaParamItem& item);
+    // False outside the list, when the name is blank or taken by another, or when nothing changed. Values
+    // that do not fit a changed type are dropped.
+    bool SetItem(int index, const RpaParamItem& item);
+    bool RemoveItem(int index);
+    // to is the index after the move.
+    bool MoveItem(int from, int to);
+    void SetItems(const QVector<RpaParamItem>& newItems);
+
+    // What the user filled in. False outside the list or when the value does not fit. An invalid value takes
+    // it back.
+    bool SetValue(int index, const QVariant& value);
+
+    void WriteJson(JsonWriter& writer) const;
+    std::function<void()> ReadJson(JsonReader& reader);
+
+signals:
+    void SigInserted(int index);
+    void SigItemChanged(int index);
+    // Only the value of an item changed.
+    void SigValueChanged(int index);
+    void SigRemoved(int index);
+    void SigMoved(int from, int to);
+    void SigReset();
+    // After each of the above.
+    void SigChanged();
+
+private:
+    QVector<RpaParamItem> items;
+};

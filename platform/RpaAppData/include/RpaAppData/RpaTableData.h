@@ -1,0 +1,117 @@
+#pragma once
+
+#include <RpaAppData/RpaAppDataExport.h>
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+
+#include <functional>
+
+class JsonReader;
+class JsonWriter;
+
+enum class RpaColumnType {
+    Text,   // QString
+    Number, // double
+    Date,   // QDate
+    Switch, // bool
+};
+
+struct RPAAPPDATA_EXPORT RpaTableColumn
+{
+    QString name; // unique in the table
+    RpaColumnType type = RpaColumnType::Text;
+    int width = 0;      // pixels at 100 %; 0 for the default
+    QByteArray unknown; // members written by a newer client, kept as they came
+
+    // Turns a value into this column's type; an invalid value and an empty text are an empty cell (invalid).
+    // False, with the value left alone, when it does not fit.
+    bool Fit(QVariant& value) const;
+
+    bool operator==(const RpaTableColumn& other) const;
+    bool operator!=(const RpaTableColumn& other) const { return !(*this == other); }
+
+    // Stable names ("text", "number", "date", "switch") and what the user reads.
+    static QString GetTypeName(RpaColumnType type);
+    static QString GetTypeTitle(RpaColumnType type);
+    static QVector<RpaColumnType> GetTypes();
+};
+Q_DECLARE_METATYPE(RpaTableColumn)
+
+// The table of a UI page: typed columns and rows of cells. An empty cell is an invalid QVariant. Each change
+// is announced before and after it happens where an item model needs that. Indexes count from 0. GUI thread
+// only.
+class RPAAPPDATA_EXPORT RpaTableData : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit RpaTableData(QObject* parent = nullptr);
+
+    int GetColumnCount() const { return columns.size(); }
+    const QVector<RpaTableColumn>& GetColumns() const { return columns; }
+    // An empty column outside the table.
+    RpaTableColumn GetColumn(int column) const { return columns.value(column); }
+    QStringList GetColumnNames() const;
+    // -1 when there is none; names are compared exactly.
+    int IndexOfColumn(const QString& name) const;
+    // A name of the form "列2" that is free.
+    QString MakeFreeColumnName(const QString& stem) const;
+
+    // Inserts before the index (-1 or beyond the end: at the end). -1 when the name is blank or taken, else
+    // the index.
+    int InsertColumn(int index, const RpaTableColumn& column);
+    // False outside the table, when the name is blank or taken by another, or when nothing changed. Cells
+    // that do not fit a changed type become empty.
+    bool SetColumn(int index, const RpaTableColumn& column);
+    bool RemoveColumn(int index);
+    // to is the index after the move.
+    bool MoveColumn(int from, int to);
+
+    int GetRowCount() const { return rows.size(); }
+    // Empty outside the table.
+    QVariantList GetRow(int row) const { return rows.value(row); }
+    // Invalid outside the table and for an empty cell.
+    QVariant GetCell(int row, int column) const;
+    // False outside the table or when the value does not fit the column.
+    bool SetCell(int row, int column, const QVariant& value);
+
+    // Inserts before the row (-1 or beyond the end: at the end). Short rows are filled with empty cells.
+    // Nothing is inserted and -1 returned when a value does not fit or a row is too long; else the index of
+    // the first new row.
+    int InsertRows(int row, const QVector<QVariantList>& newRows);
+    int AppendRow(const QVariantList& values) { return InsertRows(-1, {values}); }
+    bool RemoveRows(int row, int count);
+    // to is the index after the move.
+    bool MoveRow(int from, int to);
+    void ClearRows();
+
+    void WriteJson(JsonWriter& writer) const;
+    std::function<void()> ReadJson(JsonReader& reader);
+
+signals:
+    void SigCellsChanged(int firstRow, int firstColumn, int lastRow, int lastColumn);
+    void SigColumnChanged(int column);
+    void SigAboutToInsertRows(int first, int last);
+    void SigRowsInserted(int first, int last);
+    void SigAboutToRemoveRows(int first, int last);
+    void SigRowsRemoved(int first, int last);
+    void SigAboutToInsertColumn(int column);
+    void SigColumnInserted(int column);
+    void SigAboutToRemoveColumn(int column);
+    void SigColumnRemoved(int column);
+    // Moves of rows and columns, and everything at once.
+    void SigAboutToReset();
+    void SigReset();
+    // After each change.
+    void SigChanged();
+
+private:
+    QVector<RpaTableColumn> columns;
+    QVector<QVariantList> rows;
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <RpaAppData/RpaAppDataExport.h>
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+class JsonReader;
+class JsonWriter;
+class RpaParamData;
+class RpaTableData;
+class RpaToolData;
+
+// One UI page of an app. Its parts live as long as the page. GUI thread only.
+class RPAAPPDATA_EXPORT RpaUIData : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~RpaUIData() override;
+
+    QString GetName() const;
+
+    // Never null.
+    RpaToolData* GetToolData() const;
+    RpaParamData* GetParamData() const;
+    RpaTableData* GetTableData() const;
+
+signals:
+    // The name or anything inside the parts changed.
+    void SigChanged();
+
+private:
+    friend class RpaUIDataManager;
+    explicit RpaUIData(const QString& name, QObject* parent = nullptr);
+
+    class Private;
+    const std::unique_ptr<Private> d;
+};
