@@ -5,28 +5,45 @@
 #include <QHash>
 #include <QList>
 #include <QSharedPointer>
+#include <QVector>
 
 class HttpObserverBase;
 class IHttpRequest;
 class IHttpResponse;
 
 // Hands every answer to the observers registered for its notification id, in the order of their registration.
-// GUI thread only. Observers may register, unregister or be destroyed while a notification is delivered: one that
-// is gone is skipped, one that came during the delivery hears the next.
+// GUI thread only. Observers may register, unregister or be destroyed while a notification is delivered: one
+// that is gone is skipped, one that came during the delivery hears the next. A delivery may start inside
+// another one (an observer that waits in a nested event loop); each goes to its own end.
 class OXHTTP_EXPORT HttpNotifyManager
 {
 public:
     static HttpNotifyManager* Instance();
 
+    // Registers for the given ids, in addition to those the observer has already; an id it has is kept as it
+    // is, so nobody hears an answer twice. Null is ignored.
     void AddObserver(HttpObserverBase* observer, const QList<int>& notifyIds);
+
+    // Afterwards the observer hears nothing more, a delivery under way included. Unknown observers are
+    // ignored.
     void RemoveAllMessage(HttpObserverBase* observer);
 
-    // Called by the request library, once per request.
+    // Called by the request library, once per request. Both pointers must not be null.
     void Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,
                 const QSharedPointer<IHttpResponse>& response);
 
 private:
+    // The serial tells an observer from a later one that happens to live at the same address.
+    struct Registration
+    {
+        HttpObserverBase* observer;
+        quint64 serial;
+    };
+
     HttpNotifyManager() = default;
 
-    QHash<int, QList<HttpObserverBase*>> observersById;
+    bool IsRegistered(int notifyId, const Registration& registration) const;
+
+    QHash<int, QVector<Registration>> registrationsById;
+    quint64 lastSerial = 0;
 };

@@ -7,8 +7,8 @@
 class IHttpRequest;
 class IHttpResponse;
 
-// Wants server answers. Registers with HttpNotifyManager in its constructor and unregisters first thing in its
-// destructor.
+// Wants server answers. Registers with HttpNotifyManager in its constructor and unregisters first thing in
+// its destructor.
 class OXHTTP_EXPORT HttpObserverBase
 {
 public:

@@ -16,7 +16,7 @@ public:
 
     // A text the requester chose to recognise its answer by; empty when it set none. Kept unchanged.
     QString GetIdentity() const;
-    void SetIdentity(const QString& identity);
+    void SetIdentity(const QString& value);
 
 private:
     QString identity;

@@ -1,0 +1,8 @@
+#include <OxHttp/HttpNotifyManager.h>
+#include <OxHttp/HttpObserverBase.h>
+
+HttpObserverBase::~HttpObserverBase()
+{
+    // Observers unregister themselves before their members go; this only catches one that forgot.
+    HttpNotifyManager::Instance()->RemoveAllMessage(this);
+}

@@ -1,0 +1,15 @@
+#include <OxHttp/IHttpRequest.h>
+
+IHttpRequest::IHttpRequest(QObject* parent) : QObject(parent) {}
+
+IHttpRequest::~IHttpRequest() = default;
+
+QString IHttpRequest::GetIdentity() const
+{
+    return identity;
+}
+
+void IHttpRequest::SetIdentity(const QString& value)
+{
+    identity = value;
+}
