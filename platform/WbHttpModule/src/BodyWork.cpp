@@ -1,0 +1,38 @@
+#include "BodyWork_p.h"
+#include "TransportTexts_p.h"
+
+#include <QCryptographicHash>
+
+namespace
+{
+void Reject(WbHttpAnswer* answer, WbHttpError error)
+{
+    answer->error = error;
+    answer->errorText = TransportText(error);
+    answer->body.clear();
+}
+} // namespace
+
+PreparedBody PrepareBody(const WbHttpRequest& request)
+{
+    PreparedBody prepared;
+    prepared.bytes = request.bodyText.isNull() ? request.body : request.bodyText.toUtf8();
+    if (request.digestBody)
+        prepared.digest = QCryptographicHash::hash(prepared.bytes, QCryptographicHash::Sha256);
+    return prepared;
+}
+
+QByteArray DigestHeaderValue(const QByteArray& sha256)
+{
+    return "sha-256=:" + sha256.toBase64() + ":";
+}
+
+void VerifyAnswer(const WbHttpExpectation& expectation, WbHttpAnswer* answer)
+{
+    const bool isSuccess = answer->status >= 200 && answer->status < 300;
+    if (isSuccess && expectation.contentDigest) {
+        const auto digest = QCryptographicHash::hash(answer->body, QCryptographicHash::Sha256);
+        if (answer->headers.value("content-digest") != DigestHeaderValue(digest))
+            return Reject(answer, WbHttpError::DigestMismatch);
+    }
+}
