@@ -1,2 +1,0 @@
-#include <RpaEditorCore/RpaEditorNotify.h>
-#include <RpaEditorCore/RpaSnapshotManager.h>

@@ -1,0 +1,7 @@
+#include <RpaEditorCore/RpaEditorNotify.h>
+
+RpaEditorNotify* RpaEditorNotify::Instance()
+{
+    static RpaEditorNotify notify;
+    return &notify;
+}
