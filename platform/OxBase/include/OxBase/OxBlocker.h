@@ -9,9 +9,11 @@
 #include <memory>
 
 // A wait inside the caller's stack: Block() runs a nested event loop until somebody calls Continue() or
-// ContinueWith(). While it waits, mouse, key and close input to the application's windows is held back, so
-// that nothing the user does can start a second act in the middle of the first; timers, sockets and signals
-// run on.
+// ContinueWith(). While it waits, mouse, key, shortcut, wheel, touch, drag and close input to the
+// application's windows is held back, so that nothing the user does can start a second act in the middle of
+// the first; timers, sockets and signals run on. Input passes to a modal window that opens during the wait (a
+// message box of somebody else), for the wait cannot end before it closes. Waits may nest; an outer one
+// returns after the inner ones.
 class OXBASE_EXPORT OxBlocker : public QObject
 {
     Q_OBJECT
@@ -35,7 +37,8 @@ public:
     // (a shortcut served by a web page, say) ask it before they act.
     static bool IsBlocking();
 
-    // Installed once by the request library; null removes it.
+    // Installed once by the request library; null removes it. Asked some 20 times a second while a blocker
+    // waits without a time limit; the wait ends when the answer was "no" twice in a row.
     static void SetOutstandingQuery(OutstandingQuery query);
 
 public slots:

@@ -3,7 +3,8 @@
 #include <RpaCore/RpaCoreExport.h>
 
 // Answer of a logic that is asked whether the workstation may close.
-enum class BeforeCloseResult {
+enum class BeforeCloseResult
+{
     NothingPending = 0,
     Resolved = 1,
     Refused = 2,

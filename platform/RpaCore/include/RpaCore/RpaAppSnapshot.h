@@ -6,7 +6,8 @@
 #include <QString>
 
 // State of a version.
-enum AppSnapshotState : int {
+enum AppSnapshotState : int
+{
     AppSnapshotDevelop = 1,
     AppSnapshotGray = 2,
     AppSnapshotOnline = 3,

@@ -12,7 +12,7 @@ public:
 
     // Whether the signed-in user is a super administrator; false at first.
     bool GetSuperAdmin() const;
-    void SetSuperAdmin(bool superAdmin);
+    void SetSuperAdmin(bool value);
 
     // Version of the app-data format that this client writes, dotted ("1.0.0").
     QString GetApiVersion() const;

@@ -1,0 +1,3 @@
+#include <OxBase/IDpiAdapter.h>
+
+IDpiAdapter::~IDpiAdapter() = default;

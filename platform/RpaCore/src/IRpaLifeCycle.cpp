@@ -1,0 +1,3 @@
+#include <RpaCore/IRpaLifeCycle.h>
+
+IRpaLifeCycle::~IRpaLifeCycle() = default;
