@@ -4,8 +4,8 @@
 
 #include <QLabel>
 
-// A one-line label that elides its text to fit; the full text is its tool tip while it is elided. A second text, when
-// not empty, stands at the right end and is never elided.
+// A one-line label that elides its text to fit; the full text is its tool tip while it is elided. A second
+// text, when not empty, stands at the right end and is never elided.
 class WBBASEUI_EXPORT ElidedLabelEx : public QLabel
 {
     Q_OBJECT

@@ -13,8 +13,8 @@ enum class RequestStatus
     Succeeded = 2,
 };
 
-// Stands in for another widget while that widget's content is requested: a busy sign while loading, the reason and a
-// refresh button after a failure; it hides itself and shows the other widget after success.
+// Stands in for another widget while that widget's content is requested: a busy sign while loading, the
+// reason and a refresh button after a failure; it hides itself and shows the other widget after success.
 class WBBASEUI_EXPORT RequestStatusBaseWidget : public QWidget
 {
     Q_OBJECT
@@ -23,8 +23,8 @@ public:
     explicit RequestStatusBaseWidget(QWidget* parent = nullptr);
     ~RequestStatusBaseWidget() override;
 
-    // A widget that is shown only in the succeeded state. Before the first SetStatus nothing is hidden or shown but
-    // the widget itself, which is hidden.
+    // A widget that is shown only in the succeeded state. Before the first SetStatus nothing is hidden or
+    // shown but the widget itself, which is hidden.
     void AddSucceedWidget(QWidget* widget);
 
     RequestStatus GetStatus() const;

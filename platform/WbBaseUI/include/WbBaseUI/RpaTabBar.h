@@ -7,8 +7,9 @@
 
 #include <memory>
 
-// A bar of named tabs with the gestures to add, rename, delete and move them. The bar asks before deleting and never
-// deletes the last tab; it only announces gestures, the owner then calls the operation that carries one out.
+// A bar of named tabs with the gestures to add, rename, delete and move them. The bar asks before deleting
+// and never deletes the last tab; it only announces gestures, the owner then calls the operation that carries
+// one out.
 class WBBASEUI_EXPORT RpaTabBar : public QWidget
 {
     Q_OBJECT
@@ -23,8 +24,9 @@ public:
     // Appends a tab and makes it current (SigTabChanged).
     void AddTab(const QString& name);
 
-    // The tab that takes its place becomes current, or the one before it at the end (SigTabChanged when the current
-    // tab was removed).
+    // When the current tab is removed, the tab after it (at the end: before it) becomes current first;
+    // SigTabChanged announces it with the index it has at that moment, while both sides still hold the tab to
+    // be removed. The removal itself is silent, so GetCurrentIndex() may be smaller by one afterwards.
     void RemoveTab(int index);
 
     void SetTabText(int index, const QString& name);

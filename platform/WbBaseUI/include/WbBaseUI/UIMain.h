@@ -11,7 +11,8 @@ class WBBASEUI_EXPORT UIMain
 public:
     static UIMain* Instance();
 
-    // The main window; with a widget, the window that widget stands in. Null before the workstation has set it.
+    // The main window; with a widget, the window that widget stands in. Null before the workstation has set
+    // it.
     QWidget* GetMainWidget(QWidget* of) const;
     void SetMainWidget(QWidget* widget);
 

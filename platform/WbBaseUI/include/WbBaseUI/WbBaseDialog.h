@@ -7,26 +7,36 @@
 
 #include <memory>
 
-// Base of the workstation's dialogs: a title bar with a close button and a content widget for the derived class.
-// Escape and the close button reject.
+// Base of the workstation's dialogs: a title bar with a close button and a content widget for the derived
+// class. The dialog draws its own frame, so it looks the same with and without a window manager; it can be
+// dragged by its title. Escape and the close button reject. It opens centred over its parent's window and
+// stays on the screen. It is registered with DpiTool by itself; derived classes only override AdjustForDpi()
+// and call the base first.
 class WBBASEUI_EXPORT WbBaseDialog : public QDialog, public IDpiAdapter
 {
     Q_OBJECT
 
 public:
-    // titleType 0: small title; 1: the title bar of a form. modal: whether exec() blocks the whole application
-    // (true) or only the parent's window.
-    explicit WbBaseDialog(QWidget* parent, Qt::WindowFlags flags = Qt::WindowCloseButtonHint, int titleType = 0,
-                          bool modal = true);
+    // flags: Qt::WindowCloseButtonHint gives the close button. titleType 0: small title; 1: the title bar of
+    // a form. modal: whether exec() blocks the whole application (true) or only the parent's window.
+    explicit WbBaseDialog(QWidget* parent, Qt::WindowFlags flags = Qt::WindowCloseButtonHint,
+                          int titleType = 0, bool modal = true);
     ~WbBaseDialog() override;
 
-    // Where the derived class builds its form.
+    // Where the derived class builds its form. A size given to it before the first show is the size it opens
+    // with.
     QWidget* GetContentWidget() const;
 
     // Title shown in the title bar and by the window manager.
     void SetTitle(const QString& title);
 
     void AdjustForDpi() override;
+
+    int exec() override;
+    void setVisible(bool visible) override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     class Private;

@@ -4,8 +4,8 @@
 
 #include <QComboBox>
 
-// Combo box of the theme. Its popup opens below the box, as wide as the box or its rows, and does not slow down with
-// the number of rows.
+// Combo box of the theme. Its popup opens below the box, as wide as the box or its rows, and does not slow
+// down with the number of rows.
 class WBBASEUI_EXPORT WbComboBox : public QComboBox
 {
     Q_OBJECT

@@ -6,8 +6,8 @@
 
 class QLabel;
 
-// A tab-like button with a label; its look follows the selected flag, which the style sheet reads as the property
-// "selected". Space and Return press it when it has the focus.
+// A tab-like button with a label; its look follows the selected flag, which the style sheet reads as the
+// property "selected". Space and Return press it when it has the focus.
 class WBBASEUI_EXPORT WbIconButtonWidget : public QWidget
 {
     Q_OBJECT

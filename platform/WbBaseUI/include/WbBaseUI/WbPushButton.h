@@ -5,8 +5,8 @@
 
 #include <QPushButton>
 
-// Push button whose look follows its type (Wb::ButtonType) and business family, both readable by the style sheet as
-// the properties "buttonType" and "business".
+// Push button whose look follows its type (Wb::ButtonType) and business family, both readable by the style
+// sheet as the properties "buttonType" and "business".
 class WBBASEUI_EXPORT WbPushButton : public QPushButton
 {
     Q_OBJECT

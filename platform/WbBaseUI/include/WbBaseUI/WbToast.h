@@ -13,8 +13,8 @@ enum ENUM_TOAST_TYPE
     ToastInformation = 4,
 };
 
-// Short notices that go away by themselves, over the active window. The widget's object name is "WbToast", its text
-// is in the label "labelToastText", its type in the property "toastType". GUI thread only.
+// Short notices that go away by themselves, over the active window. The widget's object name is "WbToast",
+// its text is in the label "labelToastText", its type in the property "toastType". GUI thread only.
 class WBBASEUI_EXPORT WbToast
 {
 public:

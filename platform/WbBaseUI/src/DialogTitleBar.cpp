@@ -1,0 +1,90 @@
+#include "DialogTitleBar_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbIcons.h>
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+#include <QToolButton>
+
+namespace
+{
+constexpr int kFormTitleHeight = 48;
+constexpr int kSmallTitleHeight = 40;
+constexpr int kFormTitleLeft = 24;
+constexpr int kSmallTitleLeft = 16;
+constexpr int kTitleRight = 8;
+constexpr int kCloseButton = 32;
+constexpr int kCloseIcon = 16;
+} // namespace
+
+DialogTitleBar::DialogTitleBar(bool form, bool closable, QWidget* parent)
+    : QWidget(parent), formTitle(form), labelTitle(new QLabel(this)), buttonClose(new QToolButton(this))
+{
+    setObjectName(QStringLiteral("dialogTitleBar"));
+    setProperty("formTitle", form);
+    labelTitle->setObjectName(QStringLiteral("dialogTitle"));
+    labelTitle->setTextFormat(Qt::PlainText);
+    buttonClose->setObjectName(QStringLiteral("dialogClose"));
+    buttonClose->setIcon(WbIcons::Get(QStringLiteral("close")));
+    buttonClose->setAutoRaise(true);
+    buttonClose->setAccessibleName(QStringLiteral("关闭"));
+    buttonClose->setToolTip(QStringLiteral("关闭"));
+    // Escape does the same; the Tab key goes through the form only.
+    buttonClose->setFocusPolicy(Qt::NoFocus);
+    buttonClose->setVisible(closable);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->setSpacing(0);
+    layout->addWidget(labelTitle, 1);
+    layout->addWidget(buttonClose);
+    AdjustForDpi();
+
+    connect(buttonClose, &QToolButton::clicked, this, &DialogTitleBar::SigClose);
+}
+
+void DialogTitleBar::SetTitle(const QString& title)
+{
+    labelTitle->setText(title);
+}
+
+void DialogTitleBar::AdjustForDpi()
+{
+    setFixedHeight(DpiTool::ScaleDefault(formTitle ? kFormTitleHeight : kSmallTitleHeight));
+    layout()->setContentsMargins(DpiTool::ScaleDefault(formTitle ? kFormTitleLeft : kSmallTitleLeft), 0,
+                                 DpiTool::ScaleDefault(kTitleRight), 0);
+    const int button = DpiTool::ScaleDefault(kCloseButton);
+    const int icon = DpiTool::ScaleDefault(kCloseIcon);
+    buttonClose->setFixedSize(button, button);
+    buttonClose->setIconSize({icon, icon});
+}
+
+void DialogTitleBar::paintEvent(QPaintEvent*)
+{
+    QStyleOption option;
+    option.initFrom(this);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+}
+
+void DialogTitleBar::mousePressEvent(QMouseEvent* event)
+{
+    dragging = event->button() == Qt::LeftButton;
+    grabbedAt = event->globalPos() - window()->pos();
+}
+
+void DialogTitleBar::mouseMoveEvent(QMouseEvent* event)
+{
+    if (dragging) {
+        window()->move(event->globalPos() - grabbedAt);
+    }
+}
+
+void DialogTitleBar::mouseReleaseEvent(QMouseEvent*)
+{
+    dragging = false;
+}

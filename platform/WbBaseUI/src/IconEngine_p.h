@@ -1,0 +1,21 @@
+#pragma once
+
+#include <WbBaseUI/WbTheme.h>
+
+#include <QIconEngine>
+
+// Paints an icon of the family in the theme's colours of the moment.
+class IconEngine : public QIconEngine
+{
+public:
+    IconEngine(const QString& name, WbColor color);
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
+    QIconEngine* clone() const override;
+    QString key() const override;
+
+private:
+    QString name;
+    WbColor color;
+};

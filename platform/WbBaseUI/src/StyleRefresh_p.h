@@ -1,0 +1,6 @@
+#pragma once
+
+class QWidget;
+
+// Makes the style sheet read a widget's dynamic properties again.
+void RefreshStyle(QWidget* widget);

@@ -1,0 +1,131 @@
+#include "ToastStack_p.h"
+#include "ToastWidget_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIMain.h>
+
+#include <QApplication>
+#include <QEvent>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int kMostToasts = 4;
+constexpr int kTopMargin = 56;
+constexpr int kSideMargin = 16;
+constexpr int kGap = 8;
+
+bool CanHost(const QWidget* widget)
+{
+    if (!widget || !widget->isVisible() || widget->isMinimized()) {
+        return false;
+    }
+    const Qt::WindowType type = widget->windowType();
+    return type == Qt::Window || type == Qt::Dialog;
+}
+
+QWidget* FirstUsable(const QWidgetList& candidates)
+{
+    const auto found = std::find_if(candidates.begin(), candidates.end(), CanHost);
+    return found == candidates.end() ? nullptr : *found;
+}
+} // namespace
+
+QWidget* ToastWindow()
+{
+    const QWidgetList preferred = {QApplication::activeModalWidget(), QApplication::activeWindow(),
+                                   UIMain::Instance()->GetMainWidget(nullptr)};
+    QWidget* window = FirstUsable(preferred);
+    return window ? window : FirstUsable(QApplication::topLevelWidgets());
+}
+
+ToastStack* ToastStack::Of(QWidget* window)
+{
+    auto* stack = window->findChild<ToastStack*>(QString(), Qt::FindDirectChildrenOnly);
+    return stack ? stack : new ToastStack(window);
+}
+
+ToastStack::ToastStack(QWidget* w) : QObject(w), window(w)
+{
+    window->installEventFilter(this);
+}
+
+void ToastStack::Show(const QString& text, ENUM_TOAST_TYPE type)
+{
+    // The same notice again is not another notice.
+    for (ToastWidget* toast : qAsConst(toasts)) {
+        if (toast->GetText() == text && toast->GetType() == type) {
+            toast->Renew();
+            return;
+        }
+    }
+    auto* toast = new ToastWidget(text, type, window);
+    Adopt(toast);
+    toast->FadeIn();
+}
+
+void ToastStack::Adopt(ToastWidget* toast)
+{
+    if (toast->parentWidget() != window) {
+        toast->setParent(window);
+    }
+    connect(toast, &ToastWidget::SigGone, this, [this, toast] { Remove(toast); });
+    toasts.append(toast);
+    while (toasts.size() > kMostToasts) {
+        Remove(toasts.constFirst());
+    }
+    toast->show();
+    Arrange();
+}
+
+void ToastStack::Remove(ToastWidget* toast)
+{
+    if (toasts.removeOne(toast)) {
+        toast->hide();
+        toast->deleteLater();
+        Arrange();
+    }
+}
+
+bool ToastStack::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == window && event->type() == QEvent::Resize) {
+        Arrange();
+    } else if (watched == window && event->type() == QEvent::Hide && !event->spontaneous()) {
+        MoveToNextWindow();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// A dialog that shows a notice and closes at once would take it away unread.
+void ToastStack::MoveToNextWindow()
+{
+    if (toasts.isEmpty() || QCoreApplication::closingDown()) {
+        return;
+    }
+    QWidget* owner = window->parentWidget() ? window->parentWidget()->window() : nullptr;
+    QWidget* next = CanHost(owner) ? owner : ToastWindow();
+    const QVector<ToastWidget*> leaving = toasts;
+    toasts.clear();
+    for (ToastWidget* toast : leaving) {
+        toast->disconnect(this);
+        if (next && next != window) {
+            Of(next)->Adopt(toast);
+        } else {
+            toast->deleteLater();
+        }
+    }
+}
+
+void ToastStack::Arrange()
+{
+    const int side = DpiTool::ScaleDefault(kSideMargin);
+    int top = qMin(DpiTool::ScaleDefault(kTopMargin), window->height() / 4);
+    for (ToastWidget* toast : qAsConst(toasts)) {
+        toast->FitInto(window->width() - 2 * side);
+        toast->move((window->width() - toast->width()) / 2, top);
+        toast->raise();
+        top += toast->height() + DpiTool::ScaleDefault(kGap);
+    }
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <WbBaseUI/WbToast.h>
+
+#include <QObject>
+#include <QVector>
+
+class ToastWidget;
+class QWidget;
+
+// The notices of one window, one below the other at its top. It belongs to the window and goes with it.
+class ToastStack : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The stack of that window, made when it is first asked for.
+    static ToastStack* Of(QWidget* window);
+
+    void Show(const QString& text, ENUM_TOAST_TYPE type);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    explicit ToastStack(QWidget* window);
+
+    void Adopt(ToastWidget* toast);
+    void Remove(ToastWidget* toast);
+    void MoveToNextWindow();
+    void Arrange();
+
+    QWidget* window;
+    QVector<ToastWidget*> toasts;
+};
+
+// The window in which a notice is seen best now; null when no window of the application is visible.
+QWidget* ToastWindow();

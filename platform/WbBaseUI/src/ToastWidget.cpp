@@ -1,0 +1,177 @@
+#include "ToastWidget_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbIcons.h>
+
+#include <QAccessible>
+#include <QGraphicsOpacityEffect>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPropertyAnimation>
+
+#include <chrono>
+
+namespace
+{
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds kShown = 3s;
+constexpr std::chrono::milliseconds kErrorShown = 5s;
+constexpr std::chrono::milliseconds kFade = 160ms;
+constexpr int kIconSize = 20;
+constexpr int kPadding = 12;
+constexpr int kWidest = 480;
+
+struct Look
+{
+    const char* icon;
+    WbColor color;
+};
+
+Look LookOf(ENUM_TOAST_TYPE type)
+{
+    switch (type) {
+    case ToastSuccess:
+    case ToastDone:
+        return {"success", WbColor::SuccessText};
+    case ToastWarning:
+        return {"warning", WbColor::WarningText};
+    case ToastError:
+        return {"error", WbColor::DangerText};
+    case ToastInformation:
+        break;
+    }
+    return {"info", WbColor::AccentText};
+}
+} // namespace
+
+ToastWidget::ToastWidget(const QString& text, ENUM_TOAST_TYPE t, QWidget* parent)
+    : QFrame(parent), type(t), labelIcon(new QLabel(this)), labelText(new QLabel(text, this)),
+      opacity(new QGraphicsOpacityEffect(this)), fade(new QPropertyAnimation(opacity, "opacity", this))
+{
+    setObjectName(QStringLiteral("WbToast"));
+    setAccessibleName(text);
+    setFocusPolicy(Qt::NoFocus);
+    setCursor(Qt::PointingHandCursor);
+    setAutoFillBackground(true);
+    labelIcon->setObjectName(QStringLiteral("labelToastIcon"));
+    labelText->setObjectName(QStringLiteral("labelToastText"));
+    labelText->setTextFormat(Qt::PlainText);
+    labelText->setWordWrap(true);
+    PaintIcon();
+
+    auto* layout = new QHBoxLayout(this);
+    const int padding = DpiTool::ScaleDefault(kPadding);
+    layout->setContentsMargins(padding, padding, padding + padding / 2, padding);
+    layout->setSpacing(padding * 2 / 3);
+    layout->addWidget(labelIcon, 0, Qt::AlignTop);
+    layout->addWidget(labelText, 1, Qt::AlignVCenter);
+
+    setGraphicsEffect(opacity);
+    opacity->setOpacity(0);
+    fade->setDuration(int(kFade.count()));
+    timer.setSingleShot(true);
+    timer.setInterval(type == ToastError ? kErrorShown : kShown);
+    connect(&timer, &QTimer::timeout, this, &ToastWidget::FadeOut);
+    connect(fade, &QPropertyAnimation::finished, this, [this] {
+        if (leaving) {
+            emit SigGone();
+        } else {
+            // Painting through an effect costs a copy of the widget each time; opaque it is not needed.
+            opacity->setEnabled(false);
+        }
+    });
+    connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &ToastWidget::PaintIcon);
+}
+
+QString ToastWidget::GetText() const
+{
+    return labelText->text();
+}
+
+void ToastWidget::Renew()
+{
+    if (leaving) {
+        FadeIn();
+        return;
+    }
+    if (!underMouse()) {
+        timer.start();
+    }
+    Announce();
+}
+
+void ToastWidget::FadeIn()
+{
+    leaving = false;
+    opacity->setEnabled(true);
+    fade->stop();
+    fade->setStartValue(opacity->opacity());
+    fade->setEndValue(1.0);
+    fade->start();
+    timer.start();
+    Announce();
+}
+
+void ToastWidget::FadeOut()
+{
+    if (leaving) {
+        return;
+    }
+    leaving = true;
+    timer.stop();
+    opacity->setEnabled(true);
+    fade->stop();
+    fade->setStartValue(opacity->opacity());
+    fade->setEndValue(0.0);
+    fade->start();
+}
+
+void ToastWidget::FitInto(int width)
+{
+    ensurePolished();
+    const QMargins margins = layout()->contentsMargins();
+    const int chrome = margins.left() + margins.right() + layout()->spacing() +
+                       labelIcon->sizeHint().width() + 2 * frameWidth();
+    const QSize oneLine = labelText->fontMetrics().size(0, GetText());
+    const int widest = qMin(width, DpiTool::ScaleDefault(kWidest));
+    const int textWidth = qMax(1, qMin(oneLine.width() + 2, widest - chrome));
+    const int textHeight = labelText->heightForWidth(textWidth);
+    const int height = qMax(textHeight, labelIcon->sizeHint().height()) + margins.top() + margins.bottom();
+    resize(textWidth + chrome, height + 2 * frameWidth());
+}
+
+void ToastWidget::enterEvent(QEvent* event)
+{
+    timer.stop();
+    QFrame::enterEvent(event);
+}
+
+void ToastWidget::leaveEvent(QEvent* event)
+{
+    if (!leaving) {
+        timer.start();
+    }
+    QFrame::leaveEvent(event);
+}
+
+void ToastWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        FadeOut();
+    }
+}
+
+void ToastWidget::Announce()
+{
+    QAccessibleEvent event(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+}
+
+void ToastWidget::PaintIcon()
+{
+    const Look look = LookOf(type);
+    labelIcon->setPixmap(WbIcons::Pixmap(QLatin1String(look.icon), DpiTool::ScaleDefault(kIconSize),
+                                         look.color, devicePixelRatioF()));
+}

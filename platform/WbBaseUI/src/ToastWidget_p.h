@@ -1,0 +1,52 @@
+#pragma once
+
+#include <WbBaseUI/WbToast.h>
+
+#include <QFrame>
+#include <QTimer>
+
+class QGraphicsOpacityEffect;
+class QLabel;
+class QPropertyAnimation;
+
+// One notice: an icon and a text that fade in, wait and fade out. It takes no focus.
+class ToastWidget : public QFrame
+{
+    Q_OBJECT
+    Q_PROPERTY(int toastType READ GetType)
+
+public:
+    ToastWidget(const QString& text, ENUM_TOAST_TYPE type, QWidget* parent);
+
+    int GetType() const { return type; }
+    QString GetText() const;
+
+    // Starts the time again, as if the notice had just come.
+    void Renew();
+    void FadeIn();
+    void FadeOut();
+
+    // As tall as its text needs at that width, and not wider than its text.
+    void FitInto(int width);
+
+signals:
+    // It has faded out and may be removed.
+    void SigGone();
+
+protected:
+    void enterEvent(QEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void Announce();
+    void PaintIcon();
+
+    const ENUM_TOAST_TYPE type;
+    QLabel* labelIcon;
+    QLabel* labelText;
+    QGraphicsOpacityEffect* opacity;
+    QPropertyAnimation* fade;
+    QTimer timer;
+    bool leaving = false;
+};

@@ -1,0 +1,17 @@
+#include <WbBaseUI/UIMain.h>
+
+UIMain* UIMain::Instance()
+{
+    static UIMain instance;
+    return &instance;
+}
+
+QWidget* UIMain::GetMainWidget(QWidget* of) const
+{
+    return of ? of->window() : mainWidget.data();
+}
+
+void UIMain::SetMainWidget(QWidget* widget)
+{
+    mainWidget = widget;
+}

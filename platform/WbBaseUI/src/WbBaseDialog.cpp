@@ -1,0 +1,137 @@
+#include "DialogTitleBar_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbBaseDialog.h>
+#include <WbBaseUI/WbBaseWidget.h>
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+#include <QStyle>
+#include <QStyleOption>
+#include <QVBoxLayout>
+
+namespace
+{
+constexpr int kFrameWidth = 1;
+
+QRect AreaToCentreIn(const QDialog& dialog)
+{
+    const QWidget* parent = dialog.parentWidget() ? dialog.parentWidget()->window() : nullptr;
+    if (parent && parent->isVisible()) {
+        return parent->frameGeometry();
+    }
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+} // namespace
+
+class WbBaseDialog::Private
+{
+public:
+    Private(WbBaseDialog* dialog, bool formTitle, bool closable, bool blocksApplication)
+        : q(dialog), modal(blocksApplication), titleBar(new DialogTitleBar(formTitle, closable, dialog)),
+          content(new WbBaseWidget(dialog)), layout(new QVBoxLayout(dialog))
+    {
+        // No object name: the derived class's form gives the content its own.
+        content->setProperty("dialogContent", true);
+        layout->setContentsMargins(kFrameWidth, kFrameWidth, kFrameWidth, kFrameWidth);
+        layout->setSpacing(0);
+        layout->addWidget(titleBar);
+        layout->addWidget(content, 1);
+    }
+
+    // The form's own size is the design of the dialog; the layout alone would shrink it to the least it
+    // needs.
+    void TakeFormSize()
+    {
+        const bool formHasSize = content->testAttribute(Qt::WA_Resized);
+        if (q->testAttribute(Qt::WA_Resized) || !formHasSize) {
+            return;
+        }
+        const QSize wanted = content->size().expandedTo(content->minimumSizeHint());
+        q->resize(wanted + QSize(2 * kFrameWidth, titleBar->height() + 2 * kFrameWidth));
+    }
+
+    void MoveOverParent()
+    {
+        if (q->testAttribute(Qt::WA_Moved)) {
+            return;
+        }
+        const QRect over = AreaToCentreIn(*q);
+        const QScreen* screen = QGuiApplication::screenAt(over.center());
+        screen = screen ? screen : QGuiApplication::primaryScreen();
+        QRect place(QPoint(), q->size());
+        place.moveCenter(over.center());
+        if (screen) {
+            const QRect available = screen->availableGeometry();
+            place.moveRight(qMin(place.right(), available.right()));
+            place.moveBottom(qMin(place.bottom(), available.bottom()));
+            place.moveLeft(qMax(place.left(), available.left()));
+            place.moveTop(qMax(place.top(), available.top()));
+        }
+        q->move(place.topLeft());
+    }
+
+    WbBaseDialog* const q;
+    const bool modal;
+    DialogTitleBar* const titleBar;
+    WbBaseWidget* const content;
+    QVBoxLayout* const layout;
+};
+
+WbBaseDialog::WbBaseDialog(QWidget* parent, Qt::WindowFlags flags, int titleType, bool modal)
+    : QDialog(parent, flags | Qt::Dialog | Qt::FramelessWindowHint),
+      d(std::make_unique<Private>(this, titleType == 1, flags.testFlag(Qt::WindowCloseButtonHint), modal))
+{
+    connect(d->titleBar, &DialogTitleBar::SigClose, this, &QWidget::close);
+    DpiTool::Register(this);
+}
+
+WbBaseDialog::~WbBaseDialog()
+{
+    DpiTool::Unregister(this);
+}
+
+QWidget* WbBaseDialog::GetContentWidget() const
+{
+    return d->content;
+}
+
+void WbBaseDialog::SetTitle(const QString& title)
+{
+    setWindowTitle(title);
+    d->titleBar->SetTitle(title);
+}
+
+void WbBaseDialog::AdjustForDpi()
+{
+    d->titleBar->AdjustForDpi();
+}
+
+int WbBaseDialog::exec()
+{
+    setWindowModality(d->modal ? Qt::ApplicationModal : Qt::WindowModal);
+    return QDialog::exec();
+}
+
+void WbBaseDialog::setVisible(bool visible)
+{
+    if (visible && !isVisible()) {
+        ensurePolished();
+        d->TakeFormSize();
+        if (!testAttribute(Qt::WA_Resized)) {
+            adjustSize();
+        }
+        d->MoveOverParent();
+    }
+    QDialog::setVisible(visible);
+}
+
+void WbBaseDialog::paintEvent(QPaintEvent*)
+{
+    QStyleOption option;
+    option.initFrom(this);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+}

@@ -1,0 +1,65 @@
+#include "StyleRefresh_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbComboBox.h>
+
+#include <QListView>
+#include <QScrollBar>
+
+namespace
+{
+constexpr int kVisibleRows = 10;
+// Rows whose width is looked at when the popup opens; more would make opening depend on the number of rows.
+constexpr int kMeasuredRows = 64;
+constexpr int kWidestPopup = 480;
+constexpr int kMinimumCharacters = 4;
+
+int WidestOfFirstRows(const QAbstractItemView& view)
+{
+    const QAbstractItemModel* model = view.model();
+    const int rows = qMin(kMeasuredRows, model->rowCount(view.rootIndex()));
+    int widest = 0;
+    for (int row = 0; row < rows; ++row) {
+        const QModelIndex index = model->index(row, 0, view.rootIndex());
+        // A row shown by a widget of its own elides by itself; only rows drawn by the delegate ask for room.
+        if (!view.indexWidget(index)) {
+            widest = qMax(widest, view.sizeHintForIndex(index).width());
+        }
+    }
+    return widest;
+}
+} // namespace
+
+WbComboBox::WbComboBox(QWidget* parent) : QComboBox(parent)
+{
+    // With the default policy every row is measured for the size hint.
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(kMinimumCharacters);
+    setMaxVisibleItems(kVisibleRows);
+}
+
+WbComboBox::~WbComboBox() = default;
+
+int WbComboBox::GetBusinessStyle() const
+{
+    return businessStyle;
+}
+
+void WbComboBox::SetBusinessStyle(int style)
+{
+    businessStyle = style;
+    RefreshStyle(this);
+}
+
+void WbComboBox::showPopup()
+{
+    QAbstractItemView* list = view();
+    if (auto* listView = qobject_cast<QListView*>(list)) {
+        // Otherwise the list measures every row before it paints the first.
+        listView->setUniformItemSizes(true);
+    }
+    const int bar = count() > maxVisibleItems() ? list->verticalScrollBar()->sizeHint().width() : 0;
+    const int wanted = qMin(WidestOfFirstRows(*list) + bar, DpiTool::ScaleDefault(kWidestPopup));
+    list->setMinimumWidth(qMax(wanted, width()));
+    QComboBox::showPopup();
+}

@@ -1,0 +1,11 @@
+#include <WbBaseUI/WbLabel.h>
+
+WbLabel::WbLabel(QWidget* parent) : WbLabel(QString(), parent) {}
+
+WbLabel::WbLabel(const QString& text, QWidget* parent) : QLabel(parent)
+{
+    setTextFormat(Qt::PlainText);
+    setText(text);
+}
+
+WbLabel::~WbLabel() = default;

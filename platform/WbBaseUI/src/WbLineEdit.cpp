@@ -1,0 +1,5 @@
+#include <WbBaseUI/WbLineEdit.h>
+
+WbLineEdit::WbLineEdit(QWidget* parent) : QLineEdit(parent) {}
+
+WbLineEdit::~WbLineEdit() = default;

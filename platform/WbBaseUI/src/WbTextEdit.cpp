@@ -1,0 +1,14 @@
+#include <WbBaseUI/WbTextEdit.h>
+
+WbTextEdit::WbTextEdit(QWidget* parent) : QTextEdit(parent)
+{
+    setAcceptRichText(false);
+    setTabChangesFocus(true);
+}
+
+WbTextEdit::~WbTextEdit() = default;
+
+void WbTextEdit::setText(const QString& text)
+{
+    setPlainText(text);
+}

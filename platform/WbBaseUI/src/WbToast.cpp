@@ -1,0 +1,12 @@
+#include "ToastStack_p.h"
+
+#include <WbBaseUI/WbToast.h>
+
+#include <QWidget>
+
+void WbToast::Show(const QString& text, ENUM_TOAST_TYPE type)
+{
+    if (QWidget* window = ToastWindow()) {
+        ToastStack::Of(window)->Show(text, type);
+    }
+}
