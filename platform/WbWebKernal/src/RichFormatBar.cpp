@@ -1,0 +1,349 @@
+#include "RichFormatBar_p.h"
+#include "RichFormats_p.h"
+#include "RichHtmlScreen_p.h"
+#include "RichLinkDialog_p.h"
+#include "RichTableActions_p.h"
+#include "RichTextView_p.h"
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QMenu>
+#include <QTextBlock>
+#include <QToolButton>
+
+namespace {
+struct NamedColour
+{
+    const char* name;
+    QRgb value;
+};
+
+// Middle tones: readable on a light and on a dark page.
+constexpr NamedColour textColours[] = {
+    {"红色", 0xffe5484d}, {"橙色", 0xffe8730c}, {"黄色", 0xffb88a00}, {"绿色", 0xff2f9e58},
+    {"青色", 0xff0f96a8}, {"蓝色", 0xff3b82f6}, {"紫色", 0xff8e5cf0}, {"灰色", 0xff8a8f98},
+};
+constexpr NamedColour backColours[] = {
+    {"浅红", 0xfff7b5b7}, {"浅橙", 0xfffbd0a0}, {"浅黄", 0xffffe58a}, {"浅绿", 0xffb0e6c3},
+    {"浅青", 0xffa8e2ea}, {"浅蓝", 0xffb9d5ff}, {"浅紫", 0xffd9c7ff}, {"浅灰", 0xffd5d8dd},
+};
+
+QIcon Swatch(QRgb colour)
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(QColor(colour));
+    return QIcon(pixmap);
+}
+
+QString WithKeys(const QString& text, const QKeySequence& keys)
+{
+    return keys.isEmpty() ? text
+                          : QStringLiteral("%1（%2）").arg(text, keys.toString(QKeySequence::NativeText));
+}
+
+// The whole link around the cursor, or the selection.
+QTextCursor LinkCursor(const QTextCursor& at)
+{
+    if (at.hasSelection())
+        return at;
+    const QString address = at.charFormat().anchorHref();
+    QTextCursor link = at;
+    if (address.isEmpty())
+        return link;
+    const QTextBlock block = at.block();
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        const int end = fragment.position() + fragment.length();
+        if (fragment.charFormat().anchorHref() == address && fragment.position() <= at.position() &&
+            at.position() <= end) {
+            link.setPosition(fragment.position());
+            link.setPosition(end, QTextCursor::KeepAnchor);
+        }
+    }
+    return link;
+}
+
+QTextCharFormat WithoutLink(QTextCharFormat format)
+{
+    format.setAnchor(false);
+    format.clearProperty(QTextFormat::AnchorHref);
+    format.clearForeground();
+    format.setFontUnderline(false);
+    return format;
+}
+} // namespace
+
+RichFormatBar::RichFormatBar(RichTextView* edited, QWidget* shortcutScope)
+    : view(edited), scope(shortcutScope)
+{
+    setObjectName(QStringLiteral("richFormatBar"));
+    setIconSize(QSize(18, 18));
+    setMovable(false);
+    AddHeadings();
+    addSeparator();
+    AddInlineFormats();
+    addSeparator();
+    AddParagraphFormats();
+    addSeparator();
+    AddInsertions();
+    addSeparator();
+    AddEditing();
+    ConnectView();
+    Refresh();
+}
+
+QAction* RichFormatBar::Add(RichGlyph glyph, const QString& name, const QString& text,
+                            const QKeySequence& keys, const Act& act)
+{
+    QAction* action = addAction(RichIcon(glyph), text);
+    action->setObjectName(name);
+    action->setToolTip(WithKeys(text, keys));
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    scope->addAction(action);
+    connect(action, &QAction::triggered, this, [this, act] {
+        act();
+        Refresh();
+    });
+    if (QWidget* button = widgetForAction(action)) {
+        button->setObjectName(name + QStringLiteral("Button"));
+        button->setAccessibleName(text);
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    return action;
+}
+
+QAction* RichFormatBar::AddToggle(RichGlyph glyph, const QString& name, const QString& text,
+                                  const QKeySequence& keys, const Act& act)
+{
+    QAction* action = Add(glyph, name, text, keys, act);
+    action->setCheckable(true);
+    return action;
+}
+
+void RichFormatBar::AddHeadings()
+{
+    heading = new QComboBox;
+    heading->setObjectName(QStringLiteral("comboHeading"));
+    heading->addItems({QStringLiteral("正文"), QStringLiteral("标题 1"), QStringLiteral("标题 2"),
+                       QStringLiteral("标题 3")});
+    heading->setToolTip(QStringLiteral("段落样式（Ctrl+Alt+0 正文，Ctrl+Alt+1–3 标题）"));
+    heading->setAccessibleName(QStringLiteral("段落样式"));
+    addWidget(heading);
+    const auto apply = [this](int level) {
+        RichFormats::SetHeading(view->textCursor(), level);
+        view->setFocus();
+        Refresh();
+    };
+    connect(heading, qOverload<int>(&QComboBox::activated), this, apply);
+    for (int level = 0; level <= 3; ++level) {
+        auto* action = new QAction(heading->itemText(level), scope);
+        action->setShortcut(QKeySequence(Qt::CTRL + Qt::ALT + Qt::Key_0 + level));
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        scope->addAction(action);
+        connect(action, &QAction::triggered, this, [apply, level] { apply(level); });
+    }
+}
+
+void RichFormatBar::AddInlineFormats()
+{
+    bold = AddToggle(RichGlyph::Bold, QStringLiteral("toolBold"), QStringLiteral("加粗"), QKeySequence::Bold,
+                     [this] {
+                         QTextCharFormat format;
+                         format.setFontWeight(bold->isChecked() ? QFont::Bold : QFont::Normal);
+                         MergeInline(format);
+                     });
+    italic = AddToggle(RichGlyph::Italic, QStringLiteral("toolItalic"), QStringLiteral("斜体"),
+                       QKeySequence::Italic, [this] {
+                           QTextCharFormat format;
+                           format.setFontItalic(italic->isChecked());
+                           MergeInline(format);
+                       });
+    underline = AddToggle(RichGlyph::Underline, QStringLiteral("toolUnderline"), QStringLiteral("下划线"),
+                          QKeySequence::Underline, [this] {
+                              QTextCharFormat format;
+                              format.setFontUnderline(underline->isChecked());
+                              MergeInline(format);
+                          });
+    strike = AddToggle(RichGlyph::Strike, QStringLiteral("toolStrike"), QStringLiteral("删除线"),
+                       QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_X), [this] {
+                           QTextCharFormat format;
+                           format.setFontStrikeOut(strike->isChecked());
+                           MergeInline(format);
+                       });
+    AddColourMenu(RichGlyph::TextColour, QStringLiteral("toolTextColour"), QStringLiteral("文字颜色"), false);
+    AddColourMenu(RichGlyph::BackColour, QStringLiteral("toolBackColour"), QStringLiteral("背景颜色"), true);
+    Add(RichGlyph::ClearFormat, QStringLiteral("toolClearFormat"), QStringLiteral("清除格式"),
+        QKeySequence(Qt::CTRL + Qt::Key_Backslash), [this] { RichFormats::ClearInline(view->textCursor()); });
+}
+
+void RichFormatBar::AddParagraphFormats()
+{
+    bullets = AddToggle(RichGlyph::BulletList, QStringLiteral("toolBullets"), QStringLiteral("项目符号"),
+                        QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_8),
+                        [this] { RichFormats::ToggleList(view->textCursor(), QTextListFormat::ListDisc); });
+    numbers = AddToggle(RichGlyph::NumberList, QStringLiteral("toolNumbers"), QStringLiteral("编号"),
+                        QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_7), [this] {
+                            RichFormats::ToggleList(view->textCursor(), QTextListFormat::ListDecimal);
+                        });
+    Add(RichGlyph::Outdent, QStringLiteral("toolOutdent"), QStringLiteral("减少缩进"),
+        QKeySequence(Qt::CTRL + Qt::Key_BracketLeft),
+        [this] { RichFormats::ChangeIndent(view->textCursor(), -1); });
+    Add(RichGlyph::Indent, QStringLiteral("toolIndent"), QStringLiteral("增加缩进"),
+        QKeySequence(Qt::CTRL + Qt::Key_BracketRight),
+        [this] { RichFormats::ChangeIndent(view->textCursor(), 1); });
+    const auto align = [this](Qt::Alignment alignment) {
+        return [this, alignment] { RichFormats::SetAlignment(view->textCursor(), alignment); };
+    };
+    left = AddToggle(RichGlyph::AlignLeft, QStringLiteral("toolAlignLeft"), QStringLiteral("左对齐"),
+                     QKeySequence(Qt::CTRL + Qt::Key_L), align(Qt::AlignLeft));
+    centre = AddToggle(RichGlyph::AlignCentre, QStringLiteral("toolAlignCentre"), QStringLiteral("居中"),
+                       QKeySequence(Qt::CTRL + Qt::Key_E), align(Qt::AlignHCenter));
+    right = AddToggle(RichGlyph::AlignRight, QStringLiteral("toolAlignRight"), QStringLiteral("右对齐"),
+                      QKeySequence(Qt::CTRL + Qt::Key_R), align(Qt::AlignRight));
+}
+
+void RichFormatBar::AddInsertions()
+{
+    Add(RichGlyph::Link, QStringLiteral("toolLink"), QStringLiteral("链接"),
+        QKeySequence(Qt::CTRL + Qt::Key_K), [this] { EditLink(); });
+    Add(RichGlyph::Picture, QStringLiteral("toolPicture"), QStringLiteral("插入图片"),
+        QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_I), [this] { InsertPictureFromFile(); });
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("menuTable"));
+    FillTableMenu(*menu, *view);
+    AddMenu(RichGlyph::Table, QStringLiteral("toolTable"), QStringLiteral("表格"), menu);
+}
+
+void RichFormatBar::AddEditing()
+{
+    undo = Add(RichGlyph::Undo, QStringLiteral("toolUndo"), QStringLiteral("撤销"), QKeySequence::Undo,
+               [this] { view->undo(); });
+    redo = Add(RichGlyph::Redo, QStringLiteral("toolRedo"), QStringLiteral("重做"),
+               QKeySequence(Qt::CTRL + Qt::Key_Y), [this] { view->redo(); });
+    Add(RichGlyph::Find, QStringLiteral("toolFind"), QStringLiteral("查找"), QKeySequence::Find,
+        [this] { emit SigFindAsked(); });
+}
+
+void RichFormatBar::AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setIcon(RichIcon(glyph));
+    button->setToolTip(text);
+    button->setAccessibleName(text);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setMenu(menu);
+    addWidget(button);
+}
+
+void RichFormatBar::AddColourMenu(RichGlyph glyph, const QString& name, const QString& text, bool background)
+{
+    auto* menu = new QMenu(this);
+    menu->addAction(background ? QStringLiteral("无背景") : QStringLiteral("自动"), this,
+                    [this, background] { ApplyColour(QColor(), background); });
+    for (const NamedColour& colour : background ? backColours : textColours) {
+        const QRgb value = colour.value;
+        menu->addAction(Swatch(value), QString::fromUtf8(colour.name), this,
+                        [this, value, background] { ApplyColour(QColor(value), background); });
+    }
+    menu->addSeparator();
+    menu->addAction(QStringLiteral("其他颜色…"), this, [this, background, text] {
+        const QColor chosen = QColorDialog::getColor(Qt::white, this, text);
+        if (chosen.isValid())
+            ApplyColour(chosen, background);
+    });
+    AddMenu(glyph, name, text, menu);
+}
+
+void RichFormatBar::ConnectView()
+{
+    connect(view, &QTextEdit::currentCharFormatChanged, this, &RichFormatBar::Refresh);
+    connect(view, &QTextEdit::cursorPositionChanged, this, &RichFormatBar::Refresh);
+    connect(view, &QTextEdit::undoAvailable, undo, &QAction::setEnabled);
+    connect(view, &QTextEdit::redoAvailable, redo, &QAction::setEnabled);
+    connect(view, &RichTextView::SigDocumentReplaced, this, &RichFormatBar::Refresh);
+}
+
+void RichFormatBar::Refresh()
+{
+    const QTextCursor cursor = view->textCursor();
+    const QTextCharFormat format = view->currentCharFormat();
+    bold->setChecked(format.fontWeight() > QFont::Medium);
+    italic->setChecked(format.fontItalic());
+    underline->setChecked(format.fontUnderline());
+    strike->setChecked(format.fontStrikeOut());
+    const QTextList* list = cursor.currentList();
+    const bool ordered = list && list->format().style() <= QTextListFormat::ListDecimal;
+    bullets->setChecked(list && !ordered);
+    numbers->setChecked(ordered);
+    const Qt::Alignment alignment = cursor.blockFormat().alignment() & Qt::AlignHorizontal_Mask;
+    centre->setChecked(alignment == Qt::AlignHCenter);
+    right->setChecked(alignment == Qt::AlignRight);
+    left->setChecked(!centre->isChecked() && !right->isChecked());
+    heading->setCurrentIndex(RichFormats::Heading(cursor));
+    undo->setEnabled(view->document()->isUndoAvailable());
+    redo->setEnabled(view->document()->isRedoAvailable());
+}
+
+void RichFormatBar::MergeInline(const QTextCharFormat& format)
+{
+    view->mergeCurrentCharFormat(format);
+    view->setFocus();
+}
+
+void RichFormatBar::ApplyColour(const QColor& colour, bool background)
+{
+    QTextCursor cursor = view->textCursor();
+    const auto property = background ? QTextFormat::BackgroundBrush : QTextFormat::ForegroundBrush;
+    QTextCharFormat format;
+    if (colour.isValid())
+        format.setProperty(property, QBrush(colour));
+    else
+        format.setProperty(property, QBrush(Qt::NoBrush));
+    MergeInline(format);
+}
+
+void RichFormatBar::EditLink()
+{
+    QTextCursor cursor = LinkCursor(view->textCursor());
+    QTextCursor inside(cursor);
+    inside.setPosition(cursor.selectionEnd());
+    const QString former = inside.charFormat().anchorHref();
+    const QString text = cursor.selectedText();
+    RichLinkDialog dialog(text, former, !former.isEmpty(), window());
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    QTextCharFormat format = WithoutLink(inside.charFormat());
+    if (dialog.RemoveAsked()) {
+        cursor.setCharFormat(format);
+        return;
+    }
+    const QTextCharFormat behind = format;
+    format.setAnchor(true);
+    format.setAnchorHref(dialog.Address());
+    format.setForeground(view->palette().color(QPalette::Link));
+    format.setFontUnderline(true);
+    cursor.beginEditBlock();
+    if (dialog.Text() == text && cursor.hasSelection())
+        cursor.mergeCharFormat(format);
+    else
+        cursor.insertText(dialog.Text(), format);
+    cursor.endEditBlock();
+    cursor.setPosition(cursor.selectionEnd());
+    view->setTextCursor(cursor);
+    // What is typed behind the link is not part of it.
+    view->setCurrentCharFormat(behind);
+    view->setFocus();
+}
+
+void RichFormatBar::InsertPictureFromFile()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(window(), QStringLiteral("插入图片"), QString(),
+                                     QStringLiteral("图片 (*.png *.jpg *.jpeg *.gif *.bmp *.webp)"));
+    if (!path.isEmpty())
+        view->InsertPictureFile(path);
+    view->setFocus();
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+// Asks for the text and the address of a link, or that the link be removed.
+class RichLinkDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // existing: the link is there already and may be removed.
+    RichLinkDialog(const QString& text, const QString& address, bool existing, QWidget* parent);
+
+    QString Text() const;
+
+    // Complete address of an allowed scheme; "https://" is put before an address without one.
+    QString Address() const;
+
+    bool RemoveAsked() const { return removeAsked; }
+
+private:
+    void SlotAddressEdited();
+    void SlotRemove();
+
+    QLineEdit* textEdit;
+    QLineEdit* addressEdit;
+    QLabel* hint;
+    QPushButton* okButton;
+    bool removeAsked = false;
+};

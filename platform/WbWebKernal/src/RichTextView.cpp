@@ -1,0 +1,322 @@
+#include "RichFormats_p.h"
+#include "RichHtmlScreen_p.h"
+#include "RichHtmlWriter_p.h"
+#include "RichTextView_p.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHelpEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QTextBlock>
+#include <QTextList>
+#include <QTextTable>
+#include <QToolTip>
+#include <QUrl>
+
+namespace {
+constexpr qint64 maximumPictureFile = 32 * 1024 * 1024;
+constexpr int widestShownPicture = 640;
+
+QSharedPointer<RichImages> NewImages()
+{
+    return QSharedPointer<RichImages>::create();
+}
+
+// Black and white of other programs mean "the colour of text and page there"; kept, they vanish in the other
+// theme.
+bool IsThemeColour(const QBrush& brush)
+{
+    const QColor colour = brush.color();
+    return colour.hslSaturation() < 30 && (colour.lightness() < 70 || colour.lightness() > 240);
+}
+
+void DropThemeColours(QTextDocument& document)
+{
+    QVector<QPair<int, int>> ranges;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextFragment fragment = it.fragment();
+            const QTextCharFormat format = fragment.charFormat();
+            if (format.hasProperty(QTextFormat::ForegroundBrush) ||
+                format.hasProperty(QTextFormat::BackgroundBrush))
+                ranges.append({fragment.position(), fragment.length()});
+        }
+    }
+    QTextCursor cursor(&document);
+    for (const auto& range : qAsConst(ranges)) {
+        cursor.setPosition(range.first);
+        cursor.setPosition(range.first + range.second, QTextCursor::KeepAnchor);
+        QTextCharFormat format = cursor.charFormat();
+        if (IsThemeColour(format.foreground()))
+            format.clearForeground();
+        if (IsThemeColour(format.background()))
+            format.clearBackground();
+        cursor.setCharFormat(format);
+    }
+}
+} // namespace
+
+RichTextView::RichTextView(QWidget* parent) : QTextEdit(parent)
+{
+    setAcceptRichText(true);
+    setMouseTracking(true);
+    viewport()->setMouseTracking(true);
+    setTabChangesFocus(false);
+    setAccessibleName(QStringLiteral("使用说明正文"));
+    ReplaceDocument(std::make_unique<RichDocument>(NewImages()));
+}
+
+void RichTextView::LoadText(const QString& text)
+{
+    const QString html = text.isEmpty() || Qt::mightBeRichText(text) ? text : HtmlOfPlainText(text);
+    auto document = std::make_unique<RichDocument>(NewImages());
+    ApplyTheme(*document);
+    document->LoadHtml(html);
+    const QString clean = RichHtmlWriter::Write(*document, document->Images());
+    if (clean != html) {
+        // Formats that the text may not have would stay in the document otherwise.
+        document = std::make_unique<RichDocument>(NewImages());
+        ApplyTheme(*document);
+        document->LoadHtml(clean);
+    }
+    ReplaceDocument(std::move(document));
+}
+
+void RichTextView::ReplaceDocument(std::unique_ptr<RichDocument> document)
+{
+    ApplyTheme(*document);
+    RichDocument* former = current;
+    current = document.release();
+    current->setParent(this);
+    setDocument(current);
+    delete former;
+    emit SigDocumentReplaced();
+}
+
+void RichTextView::ApplyTheme(RichDocument& document) const
+{
+    document.setDefaultFont(font());
+    const QString link = QStringLiteral("a { color: %1; text-decoration: underline; }");
+    static const QString marker = QStringLiteral("a {");
+    QString sheet = document.defaultStyleSheet();
+    sheet.truncate(sheet.contains(marker) ? sheet.indexOf(marker) : sheet.size());
+    document.setDefaultStyleSheet(sheet + link.arg(palette().color(QPalette::Link).name()));
+}
+
+void RichTextView::RecolourLinks()
+{
+    ApplyTheme(*current);
+    QTextCharFormat colour;
+    colour.setForeground(palette().color(QPalette::Link));
+    QVector<QPair<int, int>> links;
+    for (QTextBlock block = current->begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            if (it.fragment().charFormat().isAnchor())
+                links.append({it.fragment().position(), it.fragment().length()});
+        }
+    }
+    QTextCursor cursor(current);
+    for (const auto& link : qAsConst(links)) {
+        cursor.joinPreviousEditBlock();
+        cursor.setPosition(link.first);
+        cursor.setPosition(link.first + link.second, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(colour);
+        cursor.endEditBlock();
+    }
+}
+
+bool RichTextView::InsertPicture(const QString& name)
+{
+    const QImage image = current->Images().Image(name);
+    if (image.isNull()) {
+        emit SigRefused(QStringLiteral("无法插入图片：格式不支持，或图片总量已超过上限"));
+        return false;
+    }
+    const int page = qMax(120, viewport()->width() - 2 * qRound(current->documentMargin()));
+    const int width = qMin(image.width(), qMin(page, widestShownPicture));
+    QTextImageFormat format;
+    format.setName(name);
+    format.setWidth(width);
+    format.setHeight(qMax(1, qRound(qreal(image.height()) * width / image.width())));
+    textCursor().insertImage(format);
+    ensureCursorVisible();
+    return true;
+}
+
+bool RichTextView::InsertPictureFile(const QString& path)
+{
+    QFile file(path);
+    const QFileInfo info(path);
+    if (!info.isFile() || info.size() > maximumPictureFile || !file.open(QIODevice::ReadOnly)) {
+        emit SigRefused(QStringLiteral("无法读取图片文件，或文件超过 32 MB"));
+        return false;
+    }
+    return InsertPicture(current->Images().AddEncoded(file.read(maximumPictureFile)));
+}
+
+void RichTextView::InsertForeignHtml(const QString& html)
+{
+    RichDocument scratch(NewImages());
+    scratch.LoadHtml(html);
+    DropThemeColours(scratch);
+    const QString clean = RichHtmlWriter::Write(scratch, scratch.Images());
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.insertHtml(ScreenHtml(clean, current->Images()));
+    cursor.endEditBlock();
+    setTextCursor(cursor);
+    ensureCursorVisible();
+}
+
+bool RichTextView::canInsertFromMimeData(const QMimeData* source) const
+{
+    return source->hasHtml() || source->hasImage() || source->hasText();
+}
+
+void RichTextView::insertFromMimeData(const QMimeData* source)
+{
+    const bool bareImage = source->hasImage() && !source->hasText();
+    if (source->hasHtml() && !bareImage) {
+        InsertForeignHtml(source->html());
+        return;
+    }
+    if (source->hasImage()) {
+        InsertPicture(current->Images().Add(qvariant_cast<QImage>(source->imageData())));
+        return;
+    }
+    const QList<QUrl> urls = source->urls();
+    if (urls.size() == 1 && urls.first().isLocalFile()) {
+        InsertPictureFile(urls.first().toLocalFile());
+        return;
+    }
+    if (source->hasText())
+        textCursor().insertText(source->text());
+    ensureCursorVisible();
+}
+
+QMimeData* RichTextView::createMimeDataFromSelection() const
+{
+    // Short picture names mean nothing outside; others get the data.
+    RichDocument selection(QSharedPointer<RichImages>::create(current->Images()));
+    QTextCursor(&selection).insertFragment(textCursor().selection());
+    auto* data = new QMimeData; // the caller owns it
+    data->setText(textCursor().selection().toPlainText());
+    data->setHtml(RichHtmlWriter::Write(selection, selection.Images()));
+    return data;
+}
+
+void RichTextView::keyPressEvent(QKeyEvent* event)
+{
+    const bool plain = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool tab = event->key() == Qt::Key_Tab && plain;
+    const bool handled = (enter && plain && (LeaveEmptyItem() || InsertParagraphBehindHeading())) ||
+                         (tab && HandleTab(false)) || (event->key() == Qt::Key_Backtab && HandleTab(true));
+    if (handled) {
+        ensureCursorVisible();
+        event->accept();
+        return;
+    }
+    QTextEdit::keyPressEvent(event);
+}
+
+bool RichTextView::InsertParagraphBehindHeading()
+{
+    QTextCursor cursor = textCursor();
+    if (RichFormats::Heading(cursor) == 0 || !cursor.atBlockEnd() || cursor.hasSelection())
+        return false;
+    cursor.beginEditBlock();
+    cursor.insertBlock();
+    RichFormats::SetHeading(cursor, 0);
+    cursor.endEditBlock();
+    setTextCursor(cursor);
+    setCurrentCharFormat(QTextCharFormat());
+    return true;
+}
+
+bool RichTextView::LeaveEmptyItem()
+{
+    const QTextCursor cursor = textCursor();
+    if (!cursor.currentList() || cursor.block().length() > 1)
+        return false;
+    RichFormats::ChangeIndent(cursor, -1);
+    return true;
+}
+
+bool RichTextView::HandleTab(bool back)
+{
+    QTextCursor cursor = textCursor();
+    if (QTextTable* table = cursor.currentTable()) {
+        if (!back) {
+            const QTextTableCell cell = table->cellAt(cursor);
+            const bool last = cell.row() + cell.rowSpan() == table->rows() &&
+                              cell.column() + cell.columnSpan() == table->columns();
+            if (last)
+                table->appendRows(1);
+        }
+        cursor.movePosition(back ? QTextCursor::PreviousCell : QTextCursor::NextCell);
+        setTextCursor(cursor);
+        return true;
+    }
+    const bool whole = cursor.hasSelection() || cursor.currentList() || cursor.atBlockStart();
+    if (!whole && !back) {
+        cursor.insertText(QString(4, QChar(QChar::Nbsp)));
+        return true;
+    }
+    RichFormats::ChangeIndent(cursor, back ? -1 : 1);
+    return true;
+}
+
+QString RichTextView::LinkAt(const QPoint& position) const
+{
+    const QString address = anchorAt(position);
+    return IsAllowedLink(address) ? address : QString();
+}
+
+void RichTextView::mouseMoveEvent(QMouseEvent* event)
+{
+    QTextEdit::mouseMoveEvent(event);
+    const bool hand = event->modifiers().testFlag(Qt::ControlModifier) && !LinkAt(event->pos()).isEmpty();
+    viewport()->setCursor(hand ? Qt::PointingHandCursor : Qt::IBeamCursor);
+}
+
+void RichTextView::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTextEdit::mouseReleaseEvent(event);
+    const QString address = LinkAt(event->pos());
+    if (event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::ControlModifier) &&
+        !address.isEmpty())
+        emit SigLinkActivated(address);
+}
+
+void RichTextView::paintEvent(QPaintEvent* event)
+{
+    QTextEdit::paintEvent(event);
+    if (!current->isEmpty() || textCursor().currentList())
+        return;
+    // QTextEdit's own placeholder is one line and starts at the page's edge.
+    QPainter painter(viewport());
+    QColor colour = palette().color(QPalette::Text);
+    colour.setAlphaF(0.5);
+    painter.setPen(colour);
+    const int margin = qRound(current->documentMargin());
+    painter.drawText(viewport()->rect().adjusted(margin + 2, margin + 4, -margin, -margin),
+                     Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, placeholderText());
+}
+
+bool RichTextView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString address = LinkAt(viewport()->mapFromGlobal(help->globalPos()));
+        QToolTip::showText(help->globalPos(),
+                           address.isEmpty()
+                               ? QString()
+                               : address.toHtmlEscaped() + QStringLiteral("<br>按住 Ctrl 单击打开"),
+                           viewport());
+        return true;
+    }
+    return QTextEdit::event(event);
+}
