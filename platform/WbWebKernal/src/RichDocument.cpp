@@ -1,7 +1,45 @@
 #include "RichDocument_p.h"
+#include "RichFormats_p.h"
 #include "RichHtmlScreen_p.h"
 
+#include <QTextBlock>
+#include <QTextTable>
 #include <QUrl>
+
+namespace
+{
+// The parser opens a block of its own at the start of a document and of a cell and behind a table, and leaves
+// it empty when a paragraph follows: every saving and loading would add an empty line there.
+void RemoveEmptyStart(const QTextBlock& block)
+{
+    const QTextBlock next = block.next();
+    if (!block.isValid() || !next.isValid() || block.length() > 1 || block.blockFormat().topMargin() > 0)
+        return;
+    QTextCursor here(block);
+    const QTextCursor there(next);
+    const bool sameCell =
+        !here.currentTable() || here.currentTable()->cellAt(here) == here.currentTable()->cellAt(there);
+    if (here.currentFrame() == there.currentFrame() && sameCell)
+        here.deleteChar();
+}
+
+void TidyFrame(QTextDocument& document, QTextFrame& frame)
+{
+    const QList<QTextFrame*> children = frame.childFrames();
+    for (QTextFrame* child : children) {
+        TidyFrame(document, *child);
+        RemoveEmptyStart(document.findBlock(child->lastPosition() + 1));
+    }
+    auto* table = qobject_cast<QTextTable*>(&frame);
+    for (int row = 0; table && row < table->rows(); ++row) {
+        for (int column = 0; column < table->columns(); ++column) {
+            const QTextTableCell cell = table->cellAt(row, column);
+            if (cell.row() == row && cell.column() == column)
+                RemoveEmptyStart(cell.firstCursorPosition().block());
+        }
+    }
+}
+} // namespace
 
 RichDocument::RichDocument(QSharedPointer<RichImages> pictures, QObject* parent)
     : QTextDocument(parent), images(std::move(pictures))
@@ -19,6 +57,13 @@ void RichDocument::LoadHtml(const QString& html)
 {
     setUndoRedoEnabled(false);
     setHtml(ScreenHtml(html, *images));
+    TidyFrame(*this, *rootFrame());
+    RemoveEmptyStart(begin());
+    if (isEmpty()) {
+        QTextBlockFormat paragraph;
+        RichFormats::SetParagraphMargins(paragraph);
+        QTextCursor(this).setBlockFormat(paragraph);
+    }
     setUndoRedoEnabled(true);
     setModified(false);
 }

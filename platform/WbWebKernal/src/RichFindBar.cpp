@@ -8,7 +8,8 @@
 #include <QTextEdit>
 #include <QToolButton>
 
-namespace {
+namespace
+{
 constexpr int maximumMarks = 500;
 
 QToolButton* AddButton(QHBoxLayout* layout, RichGlyph glyph, const QString& name, const QString& tip)

@@ -10,9 +10,11 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QTextBlock>
+#include <QTextList>
 #include <QToolButton>
 
-namespace {
+namespace
+{
 struct NamedColour
 {
     const char* name;

@@ -6,7 +6,8 @@
 
 #include <functional>
 
-namespace {
+namespace
+{
 class EditBlock
 {
 public:
@@ -130,6 +131,12 @@ void IndentParagraph(const QTextBlock& block, int steps)
 int RichFormats::IndentLevel(const QTextBlockFormat& format)
 {
     return qBound(0, format.indent() + qRound(format.leftMargin() / indentStep), maximumIndent);
+}
+
+void RichFormats::SetParagraphMargins(QTextBlockFormat& format)
+{
+    format.setTopMargin(MarginsOf(0).top);
+    format.setBottomMargin(MarginsOf(0).bottom);
 }
 
 void RichFormats::SetHeading(QTextCursor cursor, int level)

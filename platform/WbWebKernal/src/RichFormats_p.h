@@ -6,12 +6,16 @@
 class QTextBlockFormat;
 
 // The acts of formatting on a cursor or its selection. Each is one undo step.
-namespace RichFormats {
+namespace RichFormats
+{
 constexpr int indentStep = 40; // pixels
 constexpr int maximumIndent = 6;
 
 // 0 to maximumIndent.
 int IndentLevel(const QTextBlockFormat& format);
+
+// Margins of an ordinary paragraph.
+void SetParagraphMargins(QTextBlockFormat& format);
 
 // 0 ordinary paragraph, 1 to 3 headings.
 void SetHeading(QTextCursor cursor, int level);

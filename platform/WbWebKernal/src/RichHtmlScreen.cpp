@@ -5,7 +5,8 @@
 #include <QStringList>
 #include <QUrl>
 
-namespace {
+namespace
+{
 constexpr int maximumTableDepth = 4;
 constexpr int maximumTextSize = 32 * 1024 * 1024;
 

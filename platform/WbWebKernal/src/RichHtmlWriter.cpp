@@ -10,7 +10,8 @@
 #include <QTextTable>
 #include <QVector>
 
-namespace {
+namespace
+{
 class KeptHtml : public QTextBlockUserData
 {
 public:
@@ -59,10 +60,10 @@ void AppendEscaped(QString& out, const QString& text, bool& spaceBefore)
     }
 }
 
-QString ColourStyle(const QTextCharFormat& format, bool link)
+QString ColourStyle(const QTextCharFormat& format)
 {
     QString style;
-    if (!link && format.foreground().style() == Qt::SolidPattern)
+    if (!format.isAnchor() && format.foreground().style() == Qt::SolidPattern)
         style += QLatin1String("color:") + format.foreground().color().name() + QLatin1Char(';');
     if (format.background().style() == Qt::SolidPattern)
         style += QLatin1String("background-color:") + format.background().color().name() + QLatin1Char(';');
@@ -101,13 +102,14 @@ void AppendFragment(QString& out, const QTextFragment& fragment, bool heading, c
     };
     if (link)
         open(QStringLiteral("a"), QStringLiteral(" href=\"%1\"").arg(format.anchorHref().toHtmlEscaped()));
-    if (const QString style = ColourStyle(format, link); !style.isEmpty())
+    if (const QString style = ColourStyle(format); !style.isEmpty())
         open(QStringLiteral("span"), QStringLiteral(" style=\"%1\"").arg(style));
     if (!heading && format.fontWeight() > QFont::Medium)
         open(QStringLiteral("b"), {});
     if (format.fontItalic())
         open(QStringLiteral("i"), {});
-    if (!link && format.fontUnderline())
+    // Links are underlined by their reader; what only looked like a link is text.
+    if (!format.isAnchor() && format.fontUnderline())
         open(QStringLiteral("u"), {});
     if (format.fontStrikeOut())
         open(QStringLiteral("s"), {});

@@ -6,7 +6,8 @@
 #include <QPainterPath>
 #include <QPalette>
 
-namespace {
+namespace
+{
 using Draw = void (*)(QPainter&);
 
 // All coordinates on a field of 20 by 20.

@@ -2,7 +2,8 @@
 
 #include <QIcon>
 
-enum class RichGlyph {
+enum class RichGlyph
+{
     Bold,
     Italic,
     Underline,

@@ -4,7 +4,8 @@
 #include <QCryptographicHash>
 #include <QImageReader>
 
-namespace {
+namespace
+{
 const QByteArray png = QByteArrayLiteral("png");
 const QByteArray jpeg = QByteArrayLiteral("jpeg");
 

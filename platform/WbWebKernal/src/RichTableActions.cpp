@@ -1,3 +1,4 @@
+#include "RichFormats_p.h"
 #include "RichTableActions_p.h"
 #include "RichTextView_p.h"
 
@@ -5,11 +6,13 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QTextTable>
 #include <QVBoxLayout>
 #include <QWidgetAction>
 
-namespace {
+namespace
+{
 constexpr int pickRows = 8;
 constexpr int pickColumns = 8;
 constexpr int pickCell = 22;
@@ -107,7 +110,15 @@ void InsertTable(RichTextView& view, int rows, int columns)
     format.setCellPadding(6);
     format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
     QTextCursor cursor = view.textCursor();
+    cursor.beginEditBlock();
     QTextTable* table = cursor.insertTable(rows, columns, format);
+    QTextBlockFormat paragraph;
+    RichFormats::SetParagraphMargins(paragraph);
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column)
+            table->cellAt(row, column).firstCursorPosition().setBlockFormat(paragraph);
+    }
+    cursor.endEditBlock();
     view.setTextCursor(table->cellAt(0, 0).firstCursorPosition());
     view.ensureCursorVisible();
 }
@@ -143,9 +154,18 @@ void RunOnTable(RichTextView& view, TableAct act)
     QTextTable* table = cursor.currentTable();
     if (!table)
         return;
+    const QTextTableCell cell = table->cellAt(cursor);
+    const int row = cell.row();
+    const int column = cell.column();
+    const QPointer<QTextTable> guard(table); // the last row takes the table with it
     cursor.beginEditBlock();
-    act(*table, table->cellAt(cursor));
+    act(*table, cell);
     cursor.endEditBlock();
+    if (guard && guard->rows() > 0 && guard->columns() > 0) {
+        const QTextTableCell near =
+            guard->cellAt(qMin(row, guard->rows() - 1), qMin(column, guard->columns() - 1));
+        view.setTextCursor(near.firstCursorPosition());
+    }
 }
 } // namespace
 

@@ -10,12 +10,14 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QTextBlock>
+#include <QTextDocumentFragment>
 #include <QTextList>
 #include <QTextTable>
 #include <QToolTip>
 #include <QUrl>
 
-namespace {
+namespace
+{
 constexpr qint64 maximumPictureFile = 32 * 1024 * 1024;
 constexpr int widestShownPicture = 640;
 
@@ -65,7 +67,7 @@ RichTextView::RichTextView(QWidget* parent) : QTextEdit(parent)
     viewport()->setMouseTracking(true);
     setTabChangesFocus(false);
     setAccessibleName(QStringLiteral("使用说明正文"));
-    ReplaceDocument(std::make_unique<RichDocument>(NewImages()));
+    LoadText(QString());
 }
 
 void RichTextView::LoadText(const QString& text)
@@ -201,10 +203,10 @@ QMimeData* RichTextView::createMimeDataFromSelection() const
     // Short picture names mean nothing outside; others get the data.
     RichDocument selection(QSharedPointer<RichImages>::create(current->Images()));
     QTextCursor(&selection).insertFragment(textCursor().selection());
-    auto* data = new QMimeData; // the caller owns it
-    data->setText(textCursor().selection().toPlainText());
-    data->setHtml(RichHtmlWriter::Write(selection, selection.Images()));
-    return data;
+    auto* mime = new QMimeData; // the caller owns it
+    mime->setText(textCursor().selection().toPlainText());
+    mime->setHtml(RichHtmlWriter::Write(selection, selection.Images()));
+    return mime;
 }
 
 void RichTextView::keyPressEvent(QKeyEvent* event)
@@ -212,8 +214,10 @@ void RichTextView::keyPressEvent(QKeyEvent* event)
     const bool plain = event->modifiers() == Qt::NoModifier || event->modifiers() == Qt::KeypadModifier;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool tab = event->key() == Qt::Key_Tab && plain;
+    const bool backTab = event->key() == Qt::Key_Backtab ||
+                         (event->key() == Qt::Key_Tab && event->modifiers() == Qt::ShiftModifier);
     const bool handled = (enter && plain && (LeaveEmptyItem() || InsertParagraphBehindHeading())) ||
-                         (tab && HandleTab(false)) || (event->key() == Qt::Key_Backtab && HandleTab(true));
+                         (tab && HandleTab(false)) || (backTab && HandleTab(true));
     if (handled) {
         ensureCursorVisible();
         event->accept();
