@@ -7,8 +7,6 @@
 #include <WbBaseUI/WbToast.h>
 #include <WbWebKernal/WbRichEditor.h>
 
-#include <WbBaseUI/WbToast.h>
-
 #include <QAction>
 #include <QDesktopServices>
 #include <QEvent>
@@ -45,7 +43,8 @@ public:
         QObject::connect(view, &RichTextView::SigDocumentReplaced, q, [this] { WatchDocument(); });
         QObject::connect(view, &RichTextView::SigLinkActivated, q,
                          [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
-        QObject::connect(view, &RichTextView::SigRefused, q, [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
+        QObject::connect(view, &RichTextView::SigRefused, q,
+                         [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
         AddKey(QKeySequence(Qt::Key_F3), [this] { findBar->FindNext(); });
         AddKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), [this] { findBar->FindPrevious(); });
         WatchDocument();
