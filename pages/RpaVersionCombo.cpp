@@ -1,0 +1,198 @@
+#include "RpaVersionCombo.h"
+
+#include "RpaVersionItem.h"
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QTimer>
+
+namespace
+{
+
+// Long enough for the press that closed the popup from outside to reach the line edit.
+constexpr int hideGraceMs = 100;
+
+} // namespace
+
+RpaVersionCombo::RpaVersionCombo(QWidget* parent)
+    : WbComboBox(parent), list(nullptr), nameEdit(new QLineEdit(this)), hideTimer(nullptr)
+{
+    nameEdit->setCursor(Qt::PointingHandCursor);
+    nameEdit->setContextMenuPolicy(Qt::NoContextMenu);
+    nameEdit->setReadOnly(true);
+
+    list = new QListWidget(this);
+    list->setFocusPolicy(Qt::NoFocus);
+
+    hideTimer = new QTimer(this);
+
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setModel(list->model());
+    setView(list);
+    setLineEdit(nameEdit);
+    view()->setObjectName(QStringLiteral("VersionComboBoxView"));
+
+    nameEdit->installEventFilter(this);
+
+    connect(nameEdit, &QLineEdit::selectionChanged, this, &RpaVersionCombo::SlotSelectionChanged);
+    connect(list, &QListWidget::itemPressed, this, &RpaVersionCombo::SlotItemClicked);
+    connect(hideTimer, &QTimer::timeout, this, &RpaVersionCombo::SlotHideTimer);
+}
+
+RpaVersionCombo::~RpaVersionCombo() = default;
+
+void RpaVersionCombo::AddRow(const QString& name, const QString& tip, const QVariant& versionData, int state)
+{
+    auto* row = new RpaVersionItem(list);
+    auto* entry = new QListWidgetItem(list);
+    row->SetName(name);
+    row->SetData(versionData);
+    row->SetState(state);
+    row->SetTip(tip);
+    connect(row, &RpaVersionItem::SigDelete, this, &RpaVersionCombo::SlotDeleteVersion);
+    list->setItemWidget(entry, row);
+}
+
+void RpaVersionCombo::Clear()
+{
+    currentName.clear();
+    currentData.clear();
+    clear();
+}
+
+int RpaVersionCombo::GetRowCount() const
+{
+    return list->count();
+}
+
+void RpaVersionCombo::RemoveRow(const QString& name)
+{
+    for (int i = 0; i < list->count(); ++i) {
+        const RpaVersionItem* row = RowAt(i);
+        if (row && row->GetName() == name) {
+            delete list->takeItem(i);
+            // QComboBox answers the removal with a text of its own.
+            ShowCurrentName();
+            return;
+        }
+    }
+}
+
+int RpaVersionCombo::GetIndexOfData(const QVariant& versionData) const
+{
+    for (int i = 0; i < list->count(); ++i) {
+        const RpaVersionItem* row = RowAt(i);
+        if (row && row->GetData() == versionData) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+QVariant RpaVersionCombo::GetDataAt(int index) const
+{
+    const RpaVersionItem* row = RowAt(index);
+    return row ? row->GetData() : QVariant(QString());
+}
+
+QString RpaVersionCombo::GetNameAt(int index) const
+{
+    const RpaVersionItem* row = RowAt(index);
+    return row ? row->GetName() : QString();
+}
+
+void RpaVersionCombo::SetCurrentIndex(int index)
+{
+    const RpaVersionItem* row = RowAt(index);
+    currentName = row ? row->GetName() : QString();
+    currentData = row ? row->GetData() : QVariant(QString());
+    ShowCurrentName();
+}
+
+void RpaVersionCombo::showPopup()
+{
+    hideTimer->stop();
+    popupOpen = true;
+    WbComboBox::showPopup();
+}
+
+void RpaVersionCombo::hidePopup()
+{
+    list->scrollToTop();
+    QComboBox::hidePopup();
+    if (popupOpen) {
+        hideTimer->start(hideGraceMs);
+    }
+}
+
+bool RpaVersionCombo::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == nameEdit && isEnabled() && event->type() == QEvent::MouseButtonPress &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        if (popupOpen) {
+            popupOpen = false;
+            hidePopup();
+        } else {
+            showPopup();
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void RpaVersionCombo::wheelEvent(QWheelEvent*)
+{
+    // A version is picked on purpose, never by scrolling past.
+}
+
+void RpaVersionCombo::resizeEvent(QResizeEvent* event)
+{
+    QComboBox::resizeEvent(event);
+}
+
+void RpaVersionCombo::SlotItemClicked(QListWidgetItem* item)
+{
+    const auto* row = qobject_cast<RpaVersionItem*>(list->itemWidget(item));
+    if (!row) {
+        return;
+    }
+    const QVariant previousData = currentData;
+    currentName = row->GetName();
+    currentData = row->GetData();
+    ShowCurrentName();
+    popupOpen = false;
+    hidePopup();
+    if (currentData != previousData) {
+        emit SigSelectVersion(currentData);
+    }
+}
+
+void RpaVersionCombo::SlotSelectionChanged()
+{
+    nameEdit->setSelection(0, 0);
+}
+
+void RpaVersionCombo::SlotDeleteVersion(QVariant versionData)
+{
+    popupOpen = false;
+    hidePopup();
+    emit SigDeleteVersion(versionData);
+}
+
+void RpaVersionCombo::SlotHideTimer()
+{
+    hideTimer->stop();
+    popupOpen = false;
+}
+
+RpaVersionItem* RpaVersionCombo::RowAt(int index) const
+{
+    QListWidgetItem* entry = list->item(index);
+    return entry ? qobject_cast<RpaVersionItem*>(list->itemWidget(entry)) : nullptr;
+}
+
+void RpaVersionCombo::ShowCurrentName()
+{
+    nameEdit->setText(currentName);
+    nameEdit->home(false);
+}
