@@ -34,5 +34,6 @@ void VerifyAnswer(const WbHttpExpectation& expectation, WbHttpAnswer* answer)
         const auto digest = QCryptographicHash::hash(answer->body, QCryptographicHash::Sha256);
         if (answer->headers.value("content-digest") != DigestHeaderValue(digest))
             return Reject(answer, WbHttpError::DigestMismatch);
+        answer->bodyDigest = digest;
     }
 }

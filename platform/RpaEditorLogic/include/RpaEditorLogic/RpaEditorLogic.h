@@ -8,9 +8,25 @@
 #include <memory>
 
 class RpaSnapshotManager;
+class SaveLedger;
 
-// The version service as the editor sees it: takes requests, answers each exactly once through HttpNotifyManager.
-// Where the server is and as whom to speak to it is told by the workstation (VersionServiceSettings). GUI thread only.
+// The version service as the editor sees it: takes requests, answers each exactly once through
+// HttpNotifyManager. Where the server is and as whom to speak to it is told by the workstation
+// (VersionServiceSettings). GUI thread only.
+//
+// - An answer is never delivered inside the operation that sent its request.
+// - Requests for one version are sent and answered in the order they were made; a version's save is based on
+// what the
+//   save before it made, and its load sees them. Between versions, and for lists and new versions, answers
+//   come in the order in which the server gives them; a list never undoes a write that was confirmed while it
+//   was under way.
+// - When an answer is delivered, the snapshot manager and the save ledger already show its outcome.
+// - The records given in requests are read at once; changing them later changes nothing that is under way. A
+// refused
+//   overwrite puts the listed record back to what the server has.
+// - A load that is asked for again and again is spaced (VersionServiceSettings::RepeatSpacing).
+// - A release is refused while the last save of its version is in flight or failed.
+// - When the application object goes, whatever is outstanding is answered as failed.
 class RPAEDITORLOGIC_EXPORT RpaEditorLogic
 {
 public:
@@ -26,6 +42,12 @@ public:
 
     // The versions of the app being edited.
     RpaSnapshotManager* GetDevSnapshotManager() const;
+
+    // What became of the saves.
+    SaveLedger* GetSaveLedger() const;
+
+    // Answers everything outstanding as failed, now. Later requests are sent as ever.
+    void Shutdown();
 
 private:
     RpaEditorLogic();

@@ -7,8 +7,8 @@
 
 #include <QByteArray>
 
-// The requests of the version service and their answers. Each request is sent by the operation of RpaEditorLogic of
-// the same name, and is answered exactly once on the GUI thread.
+// The requests of the version service and their answers. Each request is sent by the operation of
+// RpaEditorLogic of the same name, and is answered exactly once on the GUI thread.
 
 class RPAEDITORLOGIC_EXPORT SaveAppSnapshotInfoRequest : public IHttpRequest
 {

@@ -35,6 +35,8 @@ struct WBHTTPMODULE_EXPORT WbHttpAnswer
     QHash<QByteArray, QByteArray> headers;
     // Complete and verified when error is None; else empty.
     QByteArray body;
+    // SHA-256 (32 bytes) of body when it was checked against the answer's Content-Digest.
+    QByteArray bodyDigest;
     // SHA-256 (32 bytes) of the request's body when it was to be digested and the request got that far.
     QByteArray sentDigest;
 

@@ -1,0 +1,70 @@
+#include "RepeatSpacer_p.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+namespace
+{
+// An author may pick the same version twice in a row; nobody does so without a pause more often than this.
+constexpr int hurriedForFree = 3;
+} // namespace
+
+RepeatSpacer::~RepeatSpacer() = default;
+
+void RepeatSpacer::SetSpacing(std::chrono::milliseconds shortest, std::chrono::milliseconds most)
+{
+    first = shortest;
+    longest = most;
+}
+
+void RepeatSpacer::Run(const QString& key, Start start)
+{
+    const auto wait = WaitFor(key);
+    if (wait.count() <= 0) {
+        start();
+        return;
+    }
+    const quint64 id = ++lastId;
+    waiting.emplace(id, std::move(start));
+    QTimer::singleShot(wait, &context, [this, id] {
+        const auto position = waiting.find(id);
+        if (position == waiting.end())
+            return;
+        const Start due = std::move(position->second);
+        waiting.erase(position);
+        due();
+    });
+}
+
+std::chrono::milliseconds RepeatSpacer::WaitFor(const QString& key)
+{
+    const auto position = histories.find(key);
+    if (position == histories.end())
+        return std::chrono::milliseconds(0);
+    History& history = *position;
+    const auto age = std::chrono::milliseconds(history.age.elapsed());
+    if (history.failures == 0)
+        history.hurried = age < first ? history.hurried + 1 : 0;
+    const int steps = std::max(history.failures, history.hurried - hurriedForFree);
+    if (steps <= 0)
+        return std::chrono::milliseconds(0);
+    constexpr int stepsAtMost = 20; // keeps the shift in range
+    return std::min(first * (1 << std::min(steps - 1, stepsAtMost)), longest) - age;
+}
+
+void RepeatSpacer::Answered(const QString& key, bool success)
+{
+    History& history = histories[key];
+    history.failures = success ? 0 : history.failures + 1;
+    history.age.start();
+}
+
+void RepeatSpacer::Flush()
+{
+    while (!waiting.empty()) {
+        const Start due = std::move(waiting.begin()->second);
+        waiting.erase(waiting.begin());
+        due();
+    }
+}

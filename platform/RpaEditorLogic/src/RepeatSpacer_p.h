@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <map>
+
+// Spaces loads that are repeated: whoever answers a failed load with the same load again is slowed down (1,
+// 2, 4 … 30 seconds by default) instead of keeping client and server busy. A load that succeeds and is asked
+// for again at once, several times over, is treated the same: somebody does not accept what it brings.
+class RepeatSpacer
+{
+public:
+    using Start = std::function<void()>;
+
+    ~RepeatSpacer();
+
+    void SetSpacing(std::chrono::milliseconds first, std::chrono::milliseconds longest);
+
+    // Runs start now or when the wait for the load of this key is over.
+    void Run(const QString& key, Start start);
+    // The load was answered.
+    void Answered(const QString& key, bool success);
+    // Runs everything that waits, now.
+    void Flush();
+
+private:
+    struct History
+    {
+        int failures = 0;  // in a row
+        int hurried = 0;   // successes asked for again at once, in a row
+        QElapsedTimer age; // since the last answer
+    };
+
+    std::chrono::milliseconds WaitFor(const QString& key);
+
+    std::chrono::milliseconds first{1000};
+    std::chrono::milliseconds longest{30000};
+    QHash<QString, History> histories;
+    std::map<quint64, Start> waiting;
+    quint64 lastId = 0;
+    QObject context;
+};

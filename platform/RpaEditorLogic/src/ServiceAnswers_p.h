@@ -1,0 +1,51 @@
+#pragma once
+
+#include <RpaCore/RpaAppSnapshot.h>
+#include <WbHttpModule/WbHttpAnswer.h>
+
+#include <QJsonObject>
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+// Reads the answers of the version service. Nothing in them is believed: a record that misses a field or has
+// one out of range makes the whole answer unusable.
+namespace ServiceAnswers
+{
+struct VersionRecord
+{
+    RpaAppSnapshotPtr snapshot;
+    int revision = 0;
+    QByteArray sha256; // lower-case hex
+};
+
+struct ReleaseRecord
+{
+    int result = 0;
+    bool needTip = false;
+    QString message;
+    VersionRecord version;
+};
+
+std::optional<VersionRecord> ReadVersion(const QJsonObject& json);
+std::optional<QVector<VersionRecord>> ReadVersions(const QByteArray& body);
+std::optional<ReleaseRecord> ReadRelease(const QByteArray& body);
+
+// The version record of a confirmed save; empty when it is not the confirmation of what was sent.
+std::optional<VersionRecord> ReadSaved(const WbHttpAnswer& answer);
+
+// Revision of an ETag ("7" in quotes); 0 when it is none.
+int RevisionOf(const WbHttpAnswer& answer);
+
+// Stable name of a refusal ("name-taken"); empty when the answer is none of the service's.
+QString RefusalCode(const WbHttpAnswer& answer);
+
+// Why the request failed, in the author's words; never empty.
+QString FailureText(const WbHttpAnswer& answer);
+
+// For an answer that came through but cannot be used.
+QString UnusableText();
+
+QJsonObject ObjectOf(const QByteArray& body);
+} // namespace ServiceAnswers

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <WbHttpModule/WbHttpRequest.h>
+
+#include <QString>
+
+// The operations of the version service as requests, to the address and with the token of the settings.
+namespace ServiceRoutes
+{
+// What a save sends.
+struct VersionContent
+{
+    QString name;
+    QString description;
+    QString apiVersion;
+    QString json;
+};
+
+// Ids go into addresses, so they may hold nothing that an address gives a meaning to.
+bool IsValidId(const QString& id);
+
+WbHttpRequest ListVersions(const QString& appId);
+WbHttpRequest CreateVersion(const QString& appId, const VersionContent& content, const QByteArray& key);
+// A revision of 0 is not sent.
+WbHttpRequest OverwriteVersion(const QString& versionId, const VersionContent& content, int revision,
+                               const QByteArray& key);
+WbHttpRequest VersionData(const QString& versionId);
+WbHttpRequest DeleteVersion(const QString& versionId, int revision, const QByteArray& key);
+WbHttpRequest ReleaseVersion(const QString& versionId, int publishType, int revision, const QByteArray& key);
+
+WbHttpRequest SignIn(const QString& account, const QString& password, const QByteArray& key);
+WbHttpRequest CurrentSession();
+WbHttpRequest SignOut(const QByteArray& key);
+WbHttpRequest ListApps(const QString& nameFilter);
+WbHttpRequest GetApp(const QString& appId);
+WbHttpRequest CreateApp(const QString& name, int kind, const QByteArray& key);
+WbHttpRequest RenameApp(const QString& appId, const QString& name, const QByteArray& key);
+
+// A key for one act of the author; the same key makes the server do it once.
+QByteArray NewKey();
+} // namespace ServiceRoutes

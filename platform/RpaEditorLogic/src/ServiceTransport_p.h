@@ -1,0 +1,51 @@
+#pragma once
+
+#include <WbHttpModule/WbHttpClient.h>
+
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <functional>
+#include <map>
+#include <memory>
+
+// Sends requests to the version service and answers each exactly once, from the event loop or, at the latest,
+// in Shutdown(). A request that met a broken connection or a busy server is sent again by itself, with the
+// headers it had (so with its idempotency key), as long as that is quick.
+class ServiceTransport
+{
+public:
+    using Done = std::function<void(const WbHttpAnswer& answer)>;
+
+    ServiceTransport();
+    ~ServiceTransport();
+
+    void Send(const WbHttpRequest& request, Done done);
+    // Answers without sending, from the event loop like any other.
+    void AnswerLocally(const WbHttpAnswer& answer, Done done);
+
+    // Answers all that is outstanding as cancelled, requests sent meanwhile included. The next Send() starts
+    // anew.
+    void Shutdown();
+
+private:
+    struct Call
+    {
+        WbHttpRequest request;
+        Done done;
+        int tries = 0;
+        QElapsedTimer age;
+    };
+
+    quint64 Add(Done done);
+    void Try(quint64 id);
+    void OnAnswer(quint64 id, const WbHttpAnswer& answer);
+    bool IsWorthAnotherTry(const Call& call, const WbHttpAnswer& answer) const;
+    void Finish(quint64 id, const WbHttpAnswer& answer);
+
+    std::map<quint64, Call> calls;
+    quint64 lastId = 0;
+    bool shuttingDown = false;
+    std::unique_ptr<QObject> context; // of timers and posted answers
+    std::unique_ptr<WbHttpClient> client;
+};

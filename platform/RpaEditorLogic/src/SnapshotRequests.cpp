@@ -1,0 +1,7 @@
+#include <RpaEditorLogic/SnapshotRequests.h>
+
+void SnapshotResponse::SetOutcome(bool ok, const QString& error)
+{
+    success = ok;
+    errorDesc = error;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "ServiceAnswers_p.h"
+
+#include <QVector>
+
+// Writes that were confirmed while a list was on its way. The list may have been read before them, so they
+// are worked into it: a deleted version does not come back, a created one does not vanish.
+class WriteJournal
+{
+public:
+    // A list goes out; the ticket stands for this moment.
+    quint64 ListSent();
+    void ListAnswered();
+
+    void Wrote(const ServiceAnswers::VersionRecord& record);
+    void Removed(const QString& versionId);
+
+    // The list as it is after the writes since the ticket.
+    QVector<ServiceAnswers::VersionRecord> Merge(const QVector<ServiceAnswers::VersionRecord>& records,
+                                                 const QString& appId, quint64 ticket) const;
+
+private:
+    struct Write
+    {
+        quint64 time;
+        QString versionId;
+        ServiceAnswers::VersionRecord record; // without snapshot: removed
+    };
+
+    void Append(const QString& versionId, const ServiceAnswers::VersionRecord& record);
+
+    QVector<Write> writes;
+    quint64 time = 0;
+    int listsInFlight = 0;
+};
