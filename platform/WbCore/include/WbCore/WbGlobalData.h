@@ -12,11 +12,11 @@ public:
 
     // Account id of the signed-in user; empty before sign-in.
     QString GetPin() const;
-    void SetPin(const QString& pin);
+    void SetPin(const QString& value);
 
     // The user's vendor id; 0 before sign-in.
     qint64 GetVenderId() const;
-    void SetVenderId(qint64 venderId);
+    void SetVenderId(qint64 value);
 
 private:
     WbGlobalData() = default;

@@ -21,7 +21,8 @@
 class WBFOUNDATION_EXPORT JsonReader
 {
 public:
-    enum class Type {
+    enum class Type
+    {
         None, // at the end, or after an error
         Null,
         Bool,

@@ -1,2 +1,0 @@
-#include <WbCore/IMonitorSystem.h>
-#include <WbCore/WbGlobalData.h>

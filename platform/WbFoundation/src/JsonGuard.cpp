@@ -1,0 +1,12 @@
+#include "JsonCursor_p.h"
+
+#include <WbFoundation/JsonGuard.h>
+
+bool JsonGuard::Check(const QByteArray& json, QString* reason, const JsonLimits& limits)
+{
+    JsonCursor cursor(json, limits);
+    const bool good = cursor.Finish();
+    if (!good && reason)
+        *reason = cursor.GetReason();
+    return good;
+}

@@ -1,0 +1,57 @@
+#include "JsonKeySet_p.h"
+
+#include <QHash>
+
+#include <cstring>
+
+namespace
+{
+constexpr size_t fewNames = 24;
+}
+
+void JsonKeySet::Open()
+{
+    scopes.push_back({keys.size(), bytes.size(), {}});
+}
+
+void JsonKeySet::Close()
+{
+    keys.resize(scopes.back().firstKey);
+    bytes.resize(scopes.back().firstByte);
+    scopes.pop_back();
+}
+
+bool JsonKeySet::Add(const QByteArray& key)
+{
+    Scope& scope = scopes.back();
+    if (keys.size() - scope.firstKey >= fewNames)
+        return AddToMany(scope, key);
+
+    const uint hash = qHashBits(key.constData(), static_cast<size_t>(key.size()));
+    if (IsKnown(scope, hash, key))
+        return false;
+    keys.push_back({hash, static_cast<int>(bytes.size()), key.size()});
+    bytes.insert(bytes.end(), key.begin(), key.end());
+    return true;
+}
+
+bool JsonKeySet::AddToMany(Scope& scope, const QByteArray& key)
+{
+    if (scope.many.isEmpty()) {
+        for (size_t i = scope.firstKey; i < keys.size(); ++i)
+            scope.many.insert(QByteArray(bytes.data() + keys[i].offset, keys[i].length));
+    }
+    const int count = scope.many.size();
+    scope.many.insert(key);
+    return scope.many.size() > count;
+}
+
+bool JsonKeySet::IsKnown(const Scope& scope, uint hash, const QByteArray& key) const
+{
+    for (size_t i = scope.firstKey; i < keys.size(); ++i) {
+        if (keys[i].hash == hash && keys[i].length == key.size() &&
+            std::memcmp(bytes.data() + keys[i].offset, key.constData(), static_cast<size_t>(key.size())) == 0)
+            return true;
+    }
+    return false;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSet>
+
+#include <vector>
+
+// The member names seen in each of the open objects, to find one that comes twice. Small objects are searched
+// in a row, large ones by hash; names of closed objects leave no memory behind.
+class JsonKeySet
+{
+public:
+    void Open();
+    void Close();
+    // False when the innermost open object has the name already.
+    bool Add(const QByteArray& key);
+
+private:
+    struct Key
+    {
+        uint hash;
+        int offset;
+        int length;
+    };
+    struct Scope
+    {
+        size_t firstKey;
+        size_t firstByte;
+        QSet<QByteArray> many; // in use beyond a few names
+    };
+
+    bool AddToMany(Scope& scope, const QByteArray& key);
+    bool IsKnown(const Scope& scope, uint hash, const QByteArray& key) const;
+
+    std::vector<char> bytes;
+    std::vector<Key> keys;
+    std::vector<Scope> scopes;
+};

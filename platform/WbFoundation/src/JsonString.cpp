@@ -1,0 +1,153 @@
+#include "JsonString_p.h"
+#include "Utf8_p.h"
+
+#include <QString>
+
+namespace
+{
+// -1 when these are not four hexadecimal digits.
+int ReadHex(const char* text, const char* end)
+{
+    if (end - text < 4)
+        return -1;
+    int code = 0;
+    for (int i = 0; i < 4; ++i) {
+        const char c = text[i];
+        const char lower = static_cast<char>(c | 0x20);
+        if (c >= '0' && c <= '9')
+            code = code * 16 + (c - '0');
+        else if (lower >= 'a' && lower <= 'f')
+            code = code * 16 + (lower - 'a' + 10);
+        else
+            return -1;
+    }
+    return code;
+}
+
+// The character after a backslash, or 0 when there is no such short escape.
+char ShortEscape(char c)
+{
+    switch (c) {
+    case '"':
+    case '\\':
+    case '/':
+        return c;
+    case 'b':
+        return '\b';
+    case 'f':
+        return '\f';
+    case 'n':
+        return '\n';
+    case 'r':
+        return '\r';
+    case 't':
+        return '\t';
+    default:
+        return 0;
+    }
+}
+
+struct Escape
+{
+    int length = 0; // in the JSON text, the backslash included; 0 when it is none
+    uint code = 0;
+};
+
+// text points at the backslash. A lone half of a surrogate pair is no character and therefore no escape.
+Escape ReadEscape(const char* text, const char* end)
+{
+    if (end - text < 2)
+        return {};
+    if (text[1] != 'u') {
+        const char c = ShortEscape(text[1]);
+        return c ? Escape{2, static_cast<uint>(c)} : Escape{};
+    }
+    const int high = ReadHex(text + 2, end);
+    if (high < 0 || QChar::isLowSurrogate(static_cast<uint>(high)))
+        return {};
+    if (!QChar::isHighSurrogate(static_cast<uint>(high)))
+        return {6, static_cast<uint>(high)};
+
+    const bool pair = end - text >= 8 && text[6] == '\\' && text[7] == 'u';
+    const int low = pair ? ReadHex(text + 8, end) : -1;
+    if (low < 0 || !QChar::isLowSurrogate(static_cast<uint>(low)))
+        return {};
+    return {12, QChar::surrogateToUcs4(static_cast<ushort>(high), static_cast<ushort>(low))};
+}
+
+void AppendUtf8(QByteArray& bytes, uint code)
+{
+    if (code < 0x80) {
+        bytes.append(static_cast<char>(code));
+        return;
+    }
+    if (code < 0x800) {
+        bytes.append(static_cast<char>(0xC0 | (code >> 6)));
+    } else {
+        if (code < 0x10000) {
+            bytes.append(static_cast<char>(0xE0 | (code >> 12)));
+        } else {
+            bytes.append(static_cast<char>(0xF0 | (code >> 18)));
+            bytes.append(static_cast<char>(0x80 | ((code >> 12) & 0x3F)));
+        }
+        bytes.append(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    }
+    bytes.append(static_cast<char>(0x80 | (code & 0x3F)));
+}
+} // namespace
+
+JsonString JsonString::Scan(const char* text, const char* textEnd)
+{
+    JsonString string;
+    string.begin = text;
+    bool ascii = true;
+    const char* at = text;
+    while (at < textEnd && *at != '"') {
+        const auto c = static_cast<unsigned char>(*at);
+        if (c < 0x20) {
+            string.error = Error::ControlCharacter;
+            return string;
+        }
+        ascii = ascii && c < 0x80;
+        if (c != '\\') {
+            ++at;
+            continue;
+        }
+        const Escape escape = ReadEscape(at, textEnd);
+        if (escape.length == 0) {
+            string.error = Error::Escape;
+            return string;
+        }
+        string.hasEscapes = true;
+        at += escape.length;
+    }
+    string.end = at;
+    if (at == textEnd)
+        string.error = Error::NoEnd;
+    else if (!ascii && Utf8::GetValidLength(text, string.GetRawLength()) != string.GetRawLength())
+        string.error = Error::Encoding;
+    return string;
+}
+
+QByteArray JsonString::GetUtf8() const
+{
+    if (!hasEscapes)
+        return QByteArray::fromRawData(begin, GetRawLength());
+
+    QByteArray bytes;
+    bytes.reserve(GetRawLength());
+    const char* plain = begin;
+    for (const char* at = begin; at < end;) {
+        if (*at != '\\') {
+            ++at;
+            continue;
+        }
+        bytes.append(plain, static_cast<int>(at - plain));
+        const Escape escape = ReadEscape(at, end);
+        AppendUtf8(bytes, escape.code);
+        at += escape.length;
+        plain = at;
+    }
+    bytes.append(plain, static_cast<int>(end - plain));
+    return bytes;
+}

@@ -1,2 +1,0 @@
-#include <WbFoundation/IJsonParser.h>
-#include <WbFoundation/Utils.h>
