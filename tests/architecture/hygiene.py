@@ -4,7 +4,8 @@ import re
 from pathlib import Path
 
 FOLDERS = ("platform", "editor", "client", "pages", "release", "server", "workstation", "tests", "benchmarks")
-LONGEST_FILE = 500
+LONGEST_FILE = 500  # of the product; a test may tell a longer story
+LONGEST_TEST = 800
 RULES = (
     (re.compile(r"\b(SIGNAL|SLOT)\("), "connects by string; use member-function pointers"),
     (re.compile(r"\bqWait\(|QThread::[mu]?sleep\(|\bthis_thread::sleep_"), "waits a fixed time; wait for a state"),
@@ -24,6 +25,7 @@ def findings(root):
 def check_file(path, name):
     lines = path.read_text(encoding="utf-8").splitlines()
     found = [f"{name}:{number}: {text}" for number, line in enumerate(lines, 1) for rule, text in RULES if rule.search(line)]
-    if len(lines) > LONGEST_FILE:
-        found.append(f"{name}: {len(lines)} lines; more than {LONGEST_FILE} is more than one room")
+    longest = LONGEST_TEST if name.parts[0] == "tests" else LONGEST_FILE
+    if len(lines) > longest:
+        found.append(f"{name}: {len(lines)} lines; more than {longest} is more than one room")
     return found
