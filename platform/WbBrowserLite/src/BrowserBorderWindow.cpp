@@ -8,7 +8,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-namespace {
+namespace
+{
 constexpr int BorderWidth = 4;
 }
 

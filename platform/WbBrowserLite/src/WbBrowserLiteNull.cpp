@@ -1,8 +1,7 @@
-// The factory where no web engine is available.
-#include <WbBrowserLite/IBrowserWidget.h>
-#include <WbBrowserLite/WbBrowserLite.h>
+// Where no web engine is available.
+#include "BuiltInBrowser_p.h"
 
-IBrowserWidget* WbBrowserLite::CreateBrowserWidget(QWidget*)
+IBrowserWidget* CreateBuiltInBrowser(QWidget*)
 {
     return nullptr;
 }

@@ -7,7 +7,8 @@
 
 #include <memory>
 
-namespace {
+namespace
+{
 // A browser that shows nothing; only its place matters here.
 class EmptyBrowser : public IBrowserWidget
 {
@@ -77,12 +78,16 @@ private slots:
         QVERIFY(!window->isVisible());
     }
 
-    void givesNoBrowserWithoutAWebEngine()
+    void makesTheBrowserThatAWorkstationBrings()
     {
         QWidget parent;
+        WbBrowserLite::Instance()->SetBrowserFactory([](QWidget* pane) { return new EmptyBrowser(pane); });
 
-        QVERIFY(!WbBrowserLite::Instance()->CreateBrowserWidget(&parent));
-        QVERIFY(parent.children().isEmpty());
+        const IBrowserWidget* browser = WbBrowserLite::Instance()->CreateBrowserWidget(&parent);
+        WbBrowserLite::Instance()->SetBrowserFactory(nullptr);
+
+        QVERIFY(browser);
+        QCOMPARE(browser->parentWidget(), &parent);
     }
 };
 
