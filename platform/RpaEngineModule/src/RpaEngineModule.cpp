@@ -1,5 +1,28 @@
 #include "RpaEngineModule_p.h"
 
+#include <RpaProcessData/RpaProcessCheck.h>
+
+#include <QStringList>
+
+namespace
+{
+QStringList IdsOf(const RpaHtmlNodeManager& elements)
+{
+    QStringList ids;
+    const QVector<RpaNode> nodes = elements.GetNodes();
+    for (const RpaNode& node : nodes)
+        ids.append(node.id);
+    return ids;
+}
+} // namespace
+
+void RpaEngineModule::Private::Report(const RpaCheckInfo& finding)
+{
+    log.Append(RpaLogLevel::Error,
+               QStringLiteral("【%1】%2 %3").arg(finding.processName, finding.message, finding.remedy),
+               finding.statementId);
+}
+
 RpaEngineModule* RpaEngineModule::Instance()
 {
     static RpaEngineModule instance;
@@ -62,12 +85,21 @@ IRpaLogManager* RpaEngineModule::GetLogManager() const
 
 bool RpaEngineModule::Check(const QString& processName)
 {
-    if (!d->processData) {
+    const ProcessDataManager* const processes = d->processData.Get();
+    if (!processes) {
         d->log.Append(RpaLogLevel::Error, QStringLiteral("没有可检查的流程：%1").arg(processName), QString());
         return false;
     }
-    emit d->debugger.SigCheckNode({});
-    return true;
+
+    RpaProcessCheck check(*processes);
+    if (const RpaHtmlNodeManager* const elements = d->htmlNodes.Get())
+        check.SetElementIds(IdsOf(*elements));
+    const QList<RpaCheckInfo> findings = check.Check(processName);
+    for (const RpaCheckInfo& finding : findings)
+        d->Report(finding);
+    // An empty list, too: it takes the marks of the check before away.
+    emit d->debugger.SigCheckNode(findings);
+    return findings.isEmpty();
 }
 
 bool RpaEngineModule::Execute(const QString& processName)

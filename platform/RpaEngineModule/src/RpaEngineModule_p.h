@@ -1,21 +1,30 @@
 #pragma once
 
+#include "Handed_p.h"
 #include "RpaLogManager_p.h"
 #include "RpaTranslatorSwitches_p.h"
 
+#include <RpaEngineCore/IAppParamEngine.h>
+#include <RpaEngineCore/IAppTableEngine.h>
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaHtmlNodeManager.h>
+#include <RpaProcessData/RpaUiaNodeManager.h>
+#include <WbBrowserLite/IBrowserEngine.h>
 
 class RpaEngineModule::Private
 {
 public:
-    IBrowserEngine* browserEngine = nullptr;
-    IAppParamEngine* paramEngine = nullptr;
-    IAppTableEngine* tableEngine = nullptr;
-    RpaHtmlNodeManager* htmlNodes = nullptr;
-    RpaUiaNodeManager* uiaNodes = nullptr;
-    ProcessDataManager* processData = nullptr;
-    RpaAppRunTimeInfo* runTimeInfo = nullptr;
+    void Report(const RpaCheckInfo& finding);
+
+    Handed<IBrowserEngine> browserEngine;
+    Handed<IAppParamEngine> paramEngine;
+    Handed<IAppTableEngine> tableEngine;
+    Handed<RpaHtmlNodeManager> htmlNodes;
+    Handed<RpaUiaNodeManager> uiaNodes;
+    Handed<ProcessDataManager> processData;
+    RpaAppRunTimeInfo* runTimeInfo = nullptr; // a plain record; read only while a run is being started
 
     RpaTranslatorSwitches translator;
     IRpaDebugger debugger;

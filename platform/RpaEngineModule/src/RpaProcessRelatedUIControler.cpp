@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-namespace {
+namespace
+{
 // isEnabled() would also be false because of a disabled parent, and the widget would stay disabled for ever.
 bool IsEnabledItself(const QWidget* widget)
 {
