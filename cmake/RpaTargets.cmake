@@ -87,7 +87,8 @@ function(rpa_add_module name)
     _rpa_common(${name})
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${arg_HEADER_DIR}" FILES ${arg_HEADERS})
     target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
-    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    # The layers made the meta objects already.
+    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN" AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
     install(TARGETS ${name} EXPORT ${name}Targets
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"

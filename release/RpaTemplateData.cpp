@@ -1,0 +1,3 @@
+#include "RpaTemplateData.h"
+
+RpaTemplateData::RpaTemplateData(QObject* parent) : IJsonParser(parent) {}
