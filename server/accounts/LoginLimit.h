@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+#include <deque>
+#include <mutex>
+
+namespace server {
+// At most five tries to sign in per account and minute, also for accounts that do not exist. Any thread.
+class LoginLimit
+{
+public:
+    // 0 when the try may be made (and is counted), else the seconds after which to come back.
+    int SecondsToWait(const QString& account, qint64 now);
+
+private:
+    void ForgetOld(qint64 now);
+
+    std::mutex mutex;
+    QHash<QString, std::deque<qint64>> tries;
+};
+} // namespace server

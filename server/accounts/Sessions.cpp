@@ -1,0 +1,109 @@
+#include "Sessions.h"
+
+#include "../base/Clock.h"
+#include "../base/Digest.h"
+#include "../base/Ids.h"
+
+#include <algorithm>
+
+namespace server {
+namespace {
+constexpr qint64 minuteMs = 60 * 1000;
+constexpr qint64 idleMs = 12 * 60 * minuteMs;
+constexpr qint64 lifeMs = 7 * 24 * 60 * minuteMs;
+constexpr qint64 processLifeMs = 3650LL * 24 * 60 * minuteMs;
+constexpr qint64 trustMs =
+    5 * 1000; // a session ended elsewhere is refused here after this time at the latest
+constexpr qint64 writeUseMs = 5 * minuteMs;
+constexpr int manyEntries = 20000;
+} // namespace
+
+Sessions::Sessions(IStore& theStore) : store(theStore) {}
+
+void Sessions::AddForThisProcess(const QByteArray& token, const Account& account)
+{
+    const qint64 now = NowMs();
+    Entry entry;
+    entry.session = {account, now + processLifeMs};
+    entry.lastUsedAt = now;
+    entry.ofProcess = true;
+    const std::lock_guard lock(mutex);
+    entries.insert(Sha256(token), entry);
+}
+
+SignedIn Sessions::Open(const Account& account, QByteArray& newToken)
+{
+    newToken = NewToken();
+    const qint64 now = NowMs();
+    const StoredSession stored{Sha256(newToken), account.pin, now, now, now + lifeMs};
+    store.SubmitAndWait([&stored](ITransaction& transaction) { transaction.InsertSession(stored); });
+    return {account, stored.expiresAt};
+}
+
+std::optional<SignedIn> Sessions::Find(const QByteArray& token)
+{
+    const QByteArray hash = Sha256(token);
+    const qint64 now = NowMs();
+    std::unique_lock lock(mutex);
+    const auto found = entries.find(hash);
+    if (found == entries.end() || (!found->ofProcess && now - found->checkedAt >= trustMs))
+        return Load(hash, now);
+    found->lastUsedAt = now;
+    const SignedIn session = found->session;
+    if (found->ofProcess || now - found->writtenAt <= writeUseMs)
+        return session;
+    found->writtenAt = now;
+    lock.unlock();
+    WriteUse(hash, now);
+    return session;
+}
+
+// With the mutex held: several requests of one client then ask the store once.
+std::optional<SignedIn> Sessions::Load(const QByteArray& hash, qint64 now)
+{
+    const Entry old = entries.take(hash);
+    const auto stored = store.FindSession(hash);
+    const qint64 lastUsedAt = stored ? std::max(stored->lastUsedAt, old.lastUsedAt) : 0;
+    if (!stored || stored->expiresAt <= now || lastUsedAt + idleMs <= now)
+        return std::nullopt;
+    const auto account = store.FindAccount(stored->pin);
+    if (!account)
+        return std::nullopt;
+    if (entries.size() > manyEntries)
+        ForgetStored();
+    entries.insert(hash, {{*account, stored->expiresAt}, now, stored->lastUsedAt, now, false});
+    return entries.value(hash).session;
+}
+
+void Sessions::ForgetStored()
+{
+    for (auto it = entries.begin(); it != entries.end();) {
+        if (it->ofProcess)
+            ++it;
+        else
+            it = entries.erase(it);
+    }
+}
+
+void Sessions::WriteUse(const QByteArray& hash, qint64 now)
+{
+    const auto touch = [hash, now](ITransaction& transaction) { transaction.TouchSession(hash, now); };
+    // Losing this note ends a session early at worst, so nobody waits for it.
+    store.Submit({touch, [](const std::exception_ptr&) {}, 0});
+}
+
+bool Sessions::IsKnownWithoutStore(const QByteArray& token)
+{
+    const QByteArray hash = Sha256(token);
+    const std::lock_guard lock(mutex);
+    return entries.contains(hash);
+}
+
+void Sessions::Close(const QByteArray& token)
+{
+    const QByteArray hash = Sha256(token);
+    store.SubmitAndWait([&hash](ITransaction& transaction) { transaction.RemoveSession(hash); });
+    const std::lock_guard lock(mutex);
+    entries.remove(hash);
+}
+} // namespace server

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "../store/IStore.h"
+
+#include <QHash>
+
+#include <mutex>
+
+namespace server {
+struct SignedIn
+{
+    Account account;
+    qint64 expiresAt = 0;
+};
+
+// Who stands behind a token. Tokens are known by their hash only: kept in the store for accounts with a
+// password, in memory for those of the embedded server. Any thread.
+class Sessions
+{
+public:
+    explicit Sessions(IStore& store);
+
+    // A token that lives as long as this process and never sees the disk.
+    void AddForThisProcess(const QByteArray& token, const Account& account);
+
+    // Ends when not used for 12 hours, at the latest after 7 days.
+    SignedIn Open(const Account& account, QByteArray& newToken); // blocks until it is committed
+
+    std::optional<SignedIn> Find(const QByteArray& token); // may ask the store
+    bool IsKnownWithoutStore(const QByteArray& token);     // never blocks
+    void Close(const QByteArray& token);
+
+private:
+    struct Entry
+    {
+        SignedIn session;
+        qint64 lastUsedAt = 0;
+        qint64 writtenAt = 0;   // when lastUsedAt went to the store
+        qint64 checkedAt = 0;   // when the store was last asked
+        bool ofProcess = false; // not in the store
+    };
+
+    std::optional<SignedIn> Load(const QByteArray& hash, qint64 now);
+    void ForgetStored();
+    void WriteUse(const QByteArray& hash, qint64 now);
+
+    IStore& store;
+    std::mutex mutex;
+    QHash<QByteArray, Entry> entries; // by hash of the token
+};
+} // namespace server

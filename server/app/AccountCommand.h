@@ -1,0 +1,10 @@
+#pragma once
+
+#include "../store/IStore.h"
+#include "Options.h"
+
+namespace server {
+// Carries out "account add|passwd|list"; the exit code of the process. Passwords come from standard input
+// only, so that they never stand in the list of processes.
+int RunAccountCommand(IStore& store, const Options& options);
+} // namespace server

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "../base/Log.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace server {
+struct Options
+{
+    QString store;
+    QString host = QStringLiteral("127.0.0.1");
+    quint16 port = 8640;
+    QString dataDir;
+    bool embedded = false;
+    bool printRoutes = false;
+    LogLevel logLevel = LogLevel::Info;
+    QStringList accountCommand; // "add", "list", "passwd" and its arguments; empty: serve
+    QString accountName;
+    QString accountVender;
+    QString accountRoles;
+    QString error; // why the command line was not understood
+};
+
+// Reads the command line. Ends the process itself for --help and --version.
+Options ReadOptions(const QStringList& arguments);
+} // namespace server

@@ -1,0 +1,191 @@
+#include "Service.h"
+
+#include "../base/Clock.h"
+#include "../base/Loopback.h"
+#include "../http/Dispatcher.h"
+#include "../routes/Services.h"
+#include "../store/IStore.h"
+#include "Embedding.h"
+
+#include <cstdio>
+#include <thread>
+
+namespace server {
+namespace {
+constexpr int passwordsAtOnce = 4;
+constexpr std::size_t passwordsWaiting = 64;
+constexpr auto grace = std::chrono::seconds(10);
+constexpr qint64 answersKeptMs = 7LL * 24 * 60 * 60 * 1000;
+
+int NetworkThreads()
+{
+    return 2;
+}
+
+int Workers()
+{
+    return static_cast<int>(std::max(4u, std::thread::hardware_concurrency()));
+}
+
+void AddRoutes(Router& router, Services& services, std::function<QByteArray()> figures)
+{
+    AddHealthRoutes(router, services);
+    AddMetricsRoutes(router, std::move(figures));
+    AddSessionRoutes(router, services);
+    AddAppRoutes(router, services);
+    AddVersionRoutes(router, services);
+    AddReleaseRoutes(router, services);
+}
+
+const char* NameOf(Access access)
+{
+    switch (access) {
+    case Access::Public:
+        return "public";
+    case Access::LoopbackOnly:
+        return "loopback";
+    case Access::SignedIn:
+        return "signed-in";
+    case Access::Administrator:
+        return "administrator";
+    }
+    return "";
+}
+
+// A stop that comes after the service is gone does nothing.
+struct StopHandle
+{
+    std::mutex mutex;
+    HttpServer* server = nullptr;
+
+    void Stop()
+    {
+        const std::lock_guard lock(mutex);
+        if (server)
+            server->Stop(grace);
+    }
+};
+} // namespace
+
+// In the order of their use: what stands above outlives what stands below.
+struct Service::Parts
+{
+    explicit Parts(const Options& options, Log& log)
+        : store(OpenStore(options.store)), sessions(*store),
+          passwordPool(passwordsAtOnce, passwordsWaiting), services{*store,     sessions,
+                                                                    loginLimit, passwordPool,
+                                                                    log,        QStringLiteral(RPA_VERSION)},
+          dispatcher((AddRoutes(router, services, [this] { return dispatcher.Figures().Text(); }), router),
+                     sessions, log, {Workers(), 4000}),
+          server(dispatcher, HttpLimits{})
+    {
+        Metrics& figures = dispatcher.Figures();
+        figures.AddGauge("rpa_connections", "Open connections.", "gauge",
+                         [this] { return static_cast<double>(server.OpenConnections()); });
+        AddWriterFigure("rpa_store_commits_total", "Committed groups of writes.", "counter",
+                        &WriterFigures::commits);
+        AddWriterFigure("rpa_store_writes_total", "Writes in those groups.", "counter",
+                        &WriterFigures::writes);
+        AddWriterFigure("rpa_store_write_failures_total", "Writes that failed.", "counter",
+                        &WriterFigures::failures);
+        AddWriterFigure("rpa_store_largest_group", "Most writes in one group.", "gauge",
+                        &WriterFigures::largestGroup);
+    }
+
+    void AddWriterFigure(const char* name, const char* help, const char* type, qint64 WriterFigures::*figure)
+    {
+        dispatcher.Figures().AddGauge(
+            name, help, type, [this, figure] { return static_cast<double>(store->Figures().*figure); });
+    }
+
+    Router router;
+    LoginLimit loginLimit;
+    std::unique_ptr<IStore> store;
+    Sessions sessions;
+    TaskPool passwordPool;
+    Services services;
+    Dispatcher dispatcher;
+    HttpServer server;
+    std::shared_ptr<StopHandle> stopHandle = std::make_shared<StopHandle>();
+};
+
+Service::Service(const Options& theOptions, Log& theLog)
+    : options(theOptions), log(theLog), parts(std::make_unique<Parts>(theOptions, theLog))
+{
+}
+
+Service::~Service() = default;
+
+int Service::Run()
+{
+    std::string address;
+    if (!Begin(address))
+        return 1;
+    StopWhenAsked();
+    log.Write(LogLevel::Info, "listening",
+              [&](JsonText& line) { line.Member("address", QString::fromStdString(address)); });
+    std::printf("{\"listening\":\"%s\"}\n", address.c_str());
+    std::fflush(stdout);
+    parts->server.Run(NetworkThreads());
+    {
+        const std::lock_guard lock(parts->stopHandle->mutex);
+        parts->stopHandle->server = nullptr;
+    }
+    log.Write(LogLevel::Info, "stopped");
+    return 0;
+}
+
+bool Service::Begin(std::string& address)
+{
+    const bool loopback = IsLoopback(options.host);
+    if (options.embedded && !loopback) {
+        log.Write(LogLevel::Error, "embedded-needs-loopback");
+        return false;
+    }
+    if (options.embedded && !AdmitWorkstation(ReadInputLine(), *parts->store, parts->sessions)) {
+        log.Write(LogLevel::Error, "bad-embedding-line");
+        return false;
+    }
+    if (!loopback)
+        log.Write(LogLevel::Warning, "not-loopback", [](JsonText& line) {
+            line.Member("advice",
+                        QStringLiteral("connections are not encrypted: put a TLS terminator in front"));
+        });
+    TidyUp();
+    const quint16 port = parts->server.Listen(options.host.toStdString(), options.port);
+    const std::string host = options.host.contains(QLatin1Char(':')) ? '[' + options.host.toStdString() + ']'
+                                                                     : options.host.toStdString();
+    address = "http://" + host + ':' + std::to_string(port);
+    return true;
+}
+
+void Service::StopWhenAsked()
+{
+    parts->stopHandle->server = &parts->server;
+    const auto stop = [handle = parts->stopHandle] { handle->Stop(); };
+    parts->server.OnTermination(stop);
+    if (options.embedded)
+        OnInputEnd(stop);
+}
+
+void Service::TidyUp()
+{
+    const qint64 now = NowMs();
+    parts->store->SubmitAndWait(
+        [now](ITransaction& transaction) { transaction.RemoveOutdated(now, now - answersKeptMs); });
+}
+
+QByteArray Service::RouteTable() const
+{
+    JsonText text;
+    text.BeginArray();
+    for (const Route& route : parts->router.Routes())
+        text.BeginObject()
+            .Member("method", QString::fromLatin1(route.method))
+            .Member("path", QString::fromLatin1(route.pattern))
+            .Member("access", QString::fromLatin1(NameOf(route.access)))
+            .Member("bodyLimit", route.bodyLimit)
+            .EndObject();
+    return text.EndArray().Text();
+}
+} // namespace server

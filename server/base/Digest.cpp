@@ -1,0 +1,41 @@
+#include "Digest.h"
+
+#include <QList>
+
+#include <sodium.h>
+
+namespace server {
+namespace {
+constexpr int rawSize = crypto_hash_sha256_BYTES;
+const char digestStart[] = "sha-256=:";
+} // namespace
+
+QByteArray Sha256(const QByteArray& data)
+{
+    QByteArray hash(rawSize, Qt::Uninitialized);
+    crypto_hash_sha256(reinterpret_cast<unsigned char*>(hash.data()),
+                       reinterpret_cast<const unsigned char*>(data.constData()),
+                       static_cast<unsigned long long>(data.size()));
+    return hash;
+}
+
+QByteArray ContentDigest(const QByteArray& sha256)
+{
+    return digestStart + sha256.toBase64() + ':';
+}
+
+QByteArray ParseContentDigest(const QByteArray& header)
+{
+    for (const QByteArray& part : header.split(',')) {
+        const QByteArray item = part.trimmed();
+        if (!item.startsWith(digestStart) || !item.endsWith(':'))
+            continue;
+        const int start = static_cast<int>(sizeof digestStart) - 1;
+        const auto decoded = QByteArray::fromBase64Encoding(item.mid(start, item.size() - start - 1),
+                                                            QByteArray::AbortOnBase64DecodingErrors);
+        if (decoded && decoded.decoded.size() == rawSize)
+            return decoded.decoded;
+    }
+    return {};
+}
+} // namespace server

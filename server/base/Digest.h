@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace server {
+// SHA-256 as 32 raw bytes.
+QByteArray Sha256(const QByteArray& data);
+
+// The value of a Content-Digest header for a raw SHA-256: `sha-256=:<base64>:`.
+QByteArray ContentDigest(const QByteArray& sha256);
+
+// The raw SHA-256 that a Content-Digest header carries; empty when it carries none.
+QByteArray ParseContentDigest(const QByteArray& header);
+} // namespace server

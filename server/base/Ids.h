@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace server {
+// A new record id: 32 hex digits that sort by their time of creation, so that rows written together lie
+// together.
+QString NewId();
+
+// 256 random bits as 64 hex digits.
+QByteArray NewToken();
+
+// True for 1 to 64 characters of [A-Za-z0-9_-].
+bool IsId(const QString& text);
+} // namespace server

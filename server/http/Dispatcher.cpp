@@ -1,0 +1,192 @@
+#include "Dispatcher.h"
+
+#include <algorithm>
+
+namespace server {
+namespace {
+using SteadyClock = std::chrono::steady_clock;
+
+constexpr qint64 smallBodyBytes = 64 * 1024;
+constexpr auto slow = std::chrono::seconds(1);
+
+std::vector<QByteArray> LabelsOf(const Router& router)
+{
+    std::vector<QByteArray> labels;
+    for (const Route& route : router.Routes())
+        labels.push_back(QByteArray(route.method) + ' ' + route.pattern);
+    labels.push_back(QByteArrayLiteral("(none)"));
+    return labels;
+}
+
+QByteArray TokenOf(const RequestHead& head)
+{
+    const QByteArray header = head.Header("authorization");
+    return header.left(7).toLower() == "bearer " ? header.mid(7).trimmed() : QByteArray();
+}
+
+bool NeedsToken(const Route& route)
+{
+    return route.access == Access::SignedIn || route.access == Access::Administrator;
+}
+
+Response Unauthorized()
+{
+    return Response::Refuse(401, "unauthorized", QStringLiteral("登录已失效，请重新登录。"))
+        .With("WWW-Authenticate", "Bearer");
+}
+
+Response Busy()
+{
+    return Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2");
+}
+} // namespace
+
+struct Dispatcher::Job
+{
+    Request request;
+    Reply reply;
+    Router::Match match;
+    SteadyClock::time_point start = SteadyClock::now();
+};
+
+Dispatcher::Dispatcher(const Router& theRouter, Sessions& theSessions, Log& theLog, const Limits& limits)
+    : router(theRouter), sessions(theSessions), log(theLog), metrics(LabelsOf(theRouter)),
+      pool(limits.workers, limits.queue)
+{
+}
+
+std::optional<Response> Dispatcher::RefusalOfHead(const RequestHead& head, const Router::Match& match) const
+{
+    if (!match.route && match.allowedMethods.isEmpty())
+        return Response::Refuse(404, "not-found", QStringLiteral("请求的地址不存在。"));
+    if (!match.route)
+        return Response::Refuse(405, "method-not-allowed", QStringLiteral("该地址不支持此操作。"))
+            .With("Allow", match.allowedMethods);
+    if (match.route->access == Access::LoopbackOnly && !head.fromLoopback)
+        return Response::Refuse(403, "forbidden", QStringLiteral("只能在服务器本机访问。"));
+    if (head.contentLength.value_or(0) > match.route->bodyLimit)
+        return Response::Refuse(413, "body-too-large", QStringLiteral("内容超过大小上限，无法提交。"));
+    if (NeedsToken(*match.route) && TokenOf(head).isEmpty())
+        return Unauthorized();
+    return std::nullopt;
+}
+
+void Dispatcher::Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide)
+{
+    const Router::Match match = router.Find(head.method, head.path);
+    if (auto refusal = RefusalOfHead(head, match)) {
+        metrics.Count(match.route ? match.index : router.Routes().size(), refusal->status, {});
+        return decide(std::move(refusal));
+    }
+    // Nobody without a session may make the server take in a large body.
+    const bool large = head.hasBody && head.contentLength.value_or(smallBodyBytes + 1) > smallBodyBytes;
+    const QByteArray token = TokenOf(head);
+    if (!large || !NeedsToken(*match.route) || sessions.IsKnownWithoutStore(token))
+        return decide(std::nullopt);
+    const auto ask = [this, token, decide] {
+        try {
+            decide(sessions.Find(token) ? std::nullopt : std::optional(Unauthorized()));
+        } catch (const StoreError&) {
+            decide(ResponseForFailure(std::current_exception()));
+        }
+    };
+    if (!pool.TryRun(ask))
+        decide(Busy());
+}
+
+void Dispatcher::Handle(Request request, Reply reply)
+{
+    const auto job = std::make_shared<Job>();
+    job->match = router.Find(request.method, request.path);
+    job->request = std::move(request);
+    job->request.pathValues = job->match.pathValues;
+    job->reply = std::move(reply);
+    if (!pool.TryRun([this, job] { Run(job); }))
+        Answer(*job, Busy());
+}
+
+std::optional<Response> Dispatcher::Authenticate(Request& request, const Route& route)
+{
+    if (!NeedsToken(route))
+        return std::nullopt;
+    request.token = TokenOf(request);
+    const auto session = sessions.Find(request.token);
+    if (!session)
+        return Unauthorized();
+    request.account = session->account;
+    if (route.access == Access::Administrator && !session->account.IsAdministrator())
+        return Response::Refuse(403, "forbidden", QStringLiteral("您没有执行此操作的权限。"));
+    return std::nullopt;
+}
+
+void Dispatcher::Run(const std::shared_ptr<Job>& job)
+{
+    try {
+        const Route& route = *job->match.route;
+        if (job->request.body.size() > route.bodyLimit)
+            return Answer(*job, Response::Refuse(413, "body-too-large",
+                                                 QStringLiteral("内容超过大小上限，无法提交。")));
+        if (auto refusal = Authenticate(job->request, route))
+            return Answer(*job, std::move(*refusal));
+        route.handler(job->request, [this, job](Response response) { Answer(*job, std::move(response)); });
+    } catch (...) {
+        Answer(*job, ResponseForFailure(std::current_exception()));
+    }
+}
+
+void Dispatcher::Answer(const Job& job, Response response)
+{
+    const auto latency =
+        std::chrono::duration_cast<std::chrono::microseconds>(SteadyClock::now() - job.start);
+    metrics.Count(job.match.index, response.status, latency);
+    Note(job, response, latency);
+    job.reply(std::move(response));
+}
+
+// Reads that went well are not logged: they are the bulk and the figures count them.
+void Dispatcher::Note(const Job& job, const Response& response, std::chrono::microseconds latency)
+{
+    const bool plainRead = job.request.method == "GET" && response.status < 400 && latency < slow;
+    const LogLevel level = response.status >= 500 ? LogLevel::Error
+                           : plainRead            ? LogLevel::Debug
+                                                  : LogLevel::Info;
+    log.Write(level, "request", [&](JsonText& line) {
+        line.Member("method", QString::fromLatin1(job.request.method))
+            .Member("path", QString::fromUtf8(job.request.path))
+            .Member("status", response.status)
+            .Member("micros", static_cast<qint64>(latency.count()));
+        if (job.request.account)
+            line.Member("pin", job.request.account->pin);
+        if (!job.request.body.isEmpty())
+            line.Member("bytes", static_cast<qint64>(job.request.body.size()));
+        if (response.status >= 400)
+            line.Member("answer", QString::fromUtf8(response.body.left(400)));
+    });
+}
+
+void Dispatcher::OnRefusedByLimit(int status)
+{
+    metrics.Count(router.Routes().size(), status, {});
+    log.Write(LogLevel::Warning, "refused-by-limit",
+              [status](JsonText& line) { line.Member("status", status); });
+}
+
+Response ResponseForFailure(const std::exception_ptr& failure)
+{
+    try {
+        std::rethrow_exception(failure);
+    } catch (const StoreError& error) {
+        if (error.Fault() == StoreFault::Unavailable)
+            return Response::Refuse(503, "store-unavailable",
+                                    QStringLiteral("存储暂时不可用，内容未保存，请稍后重试。"))
+                .With("Retry-After", "5");
+        if (error.Fault() == StoreFault::Conflict)
+            return Response::Refuse(409, "conflict", QStringLiteral("与其他操作冲突，请重试。"));
+        if (error.Fault() == StoreFault::Corrupt)
+            return Response::Refuse(500, "damaged",
+                                    QStringLiteral("该版本在服务器上的内容已损坏，请联系管理员。"));
+    } catch (const std::exception&) {
+    }
+    return Response::Refuse(500, "internal", QStringLiteral("服务器内部错误，请稍后重试。"));
+}
+} // namespace server

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "../accounts/Sessions.h"
+#include "../base/Metrics.h"
+#include "../base/TaskPool.h"
+#include "HttpServer.h"
+#include "Router.h"
+
+namespace server {
+// Between the network and the routes: finds the route, asks who is calling, runs the handler on the worker
+// threads, counts and logs the answer.
+class Dispatcher : public IHttpHandler
+{
+public:
+    struct Limits
+    {
+        int workers = 4;
+        std::size_t queue = 4000; // requests that may wait for a worker
+    };
+
+    Dispatcher(const Router& router, Sessions& sessions, Log& log, const Limits& limits);
+
+    void Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide) override;
+    void Handle(Request request, Reply reply) override;
+    void OnRefusedByLimit(int status) override;
+
+    Metrics& Figures() { return metrics; }
+
+private:
+    struct Job;
+
+    std::optional<Response> RefusalOfHead(const RequestHead& head, const Router::Match& match) const;
+    std::optional<Response> Authenticate(Request& request, const Route& route);
+    void Run(const std::shared_ptr<Job>& job);
+    void Answer(const Job& job, Response response);
+    void Note(const Job& job, const Response& response, std::chrono::microseconds latency);
+
+    const Router& router;
+    Sessions& sessions;
+    Log& log;
+    Metrics metrics;
+    TaskPool pool; // last: its threads use everything above
+};
+
+// The answer for a failure of the store.
+Response ResponseForFailure(const std::exception_ptr& failure);
+} // namespace server

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "../base/Log.h"
+#include "Request.h"
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace server {
+struct HttpLimits
+{
+    std::uint32_t headerBytes = 16 * 1024;
+    std::int64_t bodyBytes = 64LL * 1024 * 1024;
+    std::int64_t bodyBytesInFlight = 1024LL * 1024 * 1024; // all bodies being received or worked on together
+    int urlBytes = 4 * 1024;
+    int connections = 2000;
+    std::chrono::seconds head{15};
+    std::chrono::seconds idle{75};                     // between two requests of a connection
+    std::chrono::seconds body{15};                     // plus the time that the size needs at
+    std::int64_t slowestBytesPerSecond = 256LL * 1024; // this rate
+};
+
+// What the HTTP layer asks of the layer above. Called on the network threads; must not block.
+class IHttpHandler
+{
+public:
+    virtual ~IHttpHandler() = default;
+
+    // Decides on the head alone: a refusal, or nothing and the request is read to its end.
+    virtual void Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide) = 0;
+
+    virtual void Handle(Request request, Reply reply) = 0;
+
+    // The request broke a limit or was no HTTP at all; nothing of it reached Handle.
+    virtual void OnRefusedByLimit(int status) = 0;
+};
+
+// The HTTP/1.1 server: connections, limits, deadlines. Knows nothing of routes.
+class HttpServer
+{
+public:
+    HttpServer(IHttpHandler& handler, const HttpLimits& limits);
+    ~HttpServer();
+
+    // Binds and returns the port, which is a free one for port 0. Throws std::runtime_error.
+    quint16 Listen(const std::string& host, quint16 port);
+
+    // Serves on `threads` threads until Stop() was called and the requests in flight are answered.
+    void Run(int threads);
+
+    // No new connections; idle ones close, requests in flight are answered (at most `grace`). Any thread.
+    void Stop(std::chrono::seconds grace);
+
+    // Calls `act` when the process is asked to end (SIGINT, SIGTERM).
+    void OnTermination(std::function<void()> act);
+
+    int OpenConnections() const;
+
+    struct Private;
+
+private:
+    std::unique_ptr<Private> d;
+};
+} // namespace server

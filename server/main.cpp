@@ -1,0 +1,49 @@
+#include "app/AccountCommand.h"
+#include "app/Options.h"
+#include "app/Service.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <sodium.h>
+
+namespace {
+int PrintRoutes(server::Options options, server::Log& log)
+{
+    options.store = QStringLiteral("sqlite::memory:");
+    std::printf("%s\n", server::Service(options, log).RouteTable().constData());
+    return 0;
+}
+
+int Start(const server::Options& options, server::Log& log)
+{
+    try {
+        if (options.printRoutes)
+            return PrintRoutes(options, log);
+        if (options.accountCommand.isEmpty())
+            return server::Service(options, log).Run();
+        return server::RunAccountCommand(*server::OpenStore(options.store), options);
+    } catch (const std::exception& error) {
+        log.Write(server::LogLevel::Error, "cannot-start", [&error](server::JsonText& line) {
+            line.Member("reason", QString::fromUtf8(error.what()));
+        });
+        return 1;
+    }
+}
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication application(argc, argv); // QtSql finds its drivers through it
+    QCoreApplication::setApplicationName(QStringLiteral("rpa-version-server"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(RPA_VERSION));
+    if (sodium_init() < 0)
+        return 1;
+    const server::Options options = server::ReadOptions(QCoreApplication::arguments());
+    if (!options.error.isEmpty()) {
+        std::fprintf(stderr, "%s\n", options.error.toUtf8().constData());
+        return 2;
+    }
+    server::Log log(options.logLevel);
+    return Start(options, log);
+}

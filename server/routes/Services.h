@@ -1,0 +1,28 @@
+#pragma once
+
+#include "../accounts/LoginLimit.h"
+#include "../accounts/Sessions.h"
+#include "../base/Log.h"
+#include "../base/TaskPool.h"
+#include "../http/Router.h"
+
+namespace server {
+// What the routes work with.
+struct Services
+{
+    IStore& store;
+    Sessions& sessions;
+    LoginLimit& loginLimit;
+    TaskPool& passwordPool; // bounds how many passwords are hashed at once
+    Log& log;
+    QString programVersion;
+};
+
+// One function per concern; together they make the route table.
+void AddHealthRoutes(Router& router, Services& services);
+void AddMetricsRoutes(Router& router, std::function<QByteArray()> figures);
+void AddSessionRoutes(Router& router, Services& services);
+void AddAppRoutes(Router& router, Services& services);
+void AddVersionRoutes(Router& router, Services& services);
+void AddReleaseRoutes(Router& router, Services& services);
+} // namespace server

@@ -1,0 +1,91 @@
+#include "../accounts/Passwords.h"
+#include "../base/Clock.h"
+#include "../http/Dispatcher.h"
+#include "Services.h"
+#include "Wire.h"
+
+#include <QJsonValue>
+
+namespace server {
+namespace {
+constexpr int maximalPasswordBytes = 1024;
+
+QByteArray SessionText(const SignedIn& session, const QByteArray& token)
+{
+    JsonText text;
+    text.BeginObject();
+    if (!token.isEmpty())
+        text.Member("token", QString::fromLatin1(token));
+    wire::Append(text.Key("account"), session.account);
+    return text.Member("expiresAt", session.expiresAt).EndObject().Text();
+}
+
+Response BadCredentials()
+{
+    return Response::Refuse(401, "bad-credentials", QStringLiteral("账号或密码不正确。"));
+}
+
+Response TooManyTries(int seconds)
+{
+    return Response::Refuse(429, "too-many-tries",
+                            QStringLiteral("登录尝试过于频繁，请 %1 秒后再试。").arg(seconds))
+        .With("Retry-After", QByteArray::number(seconds));
+}
+
+// On a thread of the password pool.
+Response SignIn(Services& services, const QString& pin, const QByteArray& password)
+{
+    try {
+        if (!VerifyPassword(services.store.PasswordHashOf(pin), password))
+            return BadCredentials();
+        const auto account = services.store.FindAccount(pin);
+        if (!account)
+            return BadCredentials();
+        QByteArray token;
+        const SignedIn session = services.sessions.Open(*account, token);
+        return Response::Json(201, SessionText(session, token));
+    } catch (...) {
+        return ResponseForFailure(std::current_exception());
+    }
+}
+
+void OpenSession(Services& services, const Request& request, const Reply& reply)
+{
+    const auto parsed = wire::SmallObject(request);
+    if (const auto* refusal = std::get_if<Refusal>(&parsed))
+        return reply(wire::Refused(*refusal));
+    const auto& object = std::get<QJsonObject>(parsed);
+    const QString pin = object.value(QLatin1String("account")).toString();
+    const QByteArray password = object.value(QLatin1String("password")).toString().toUtf8();
+    if (pin.isEmpty() || pin.size() > 64 || password.isEmpty() || password.size() > maximalPasswordBytes)
+        return reply(BadCredentials());
+    if (const int seconds = services.loginLimit.SecondsToWait(pin, NowMs()))
+        return reply(TooManyTries(seconds));
+    const bool queued = services.passwordPool.TryRun(
+        [&services, pin, password, reply] { reply(SignIn(services, pin, password)); });
+    if (!queued)
+        reply(
+            Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));
+}
+} // namespace
+
+void AddSessionRoutes(Router& router, Services& services)
+{
+    router.Add(
+        {"POST", "/api/v1/sessions", Access::Public, 4096,
+         [&services](const Request& request, const Reply& reply) { OpenSession(services, request, reply); }});
+
+    router.Add(
+        {"GET", "/api/v1/sessions/current", Access::SignedIn, 0,
+         [&services](const Request& request, const Reply& reply) {
+             const auto session = services.sessions.Find(request.token);
+             reply(Response::Json(200, SessionText(session.value_or(SignedIn{*request.account, 0}), {})));
+         }});
+
+    router.Add({"DELETE", "/api/v1/sessions/current", Access::SignedIn, 0,
+                [&services](const Request& request, const Reply& reply) {
+                    services.sessions.Close(request.token);
+                    reply(Response::Empty());
+                }});
+}
+} // namespace server

@@ -1,0 +1,151 @@
+#include "../base/Clock.h"
+#include "../base/Digest.h"
+#include "../base/JsonCheck.h"
+#include "../rules/VersionRules.h"
+#include "Services.h"
+#include "Wire.h"
+#include "WriteOnce.h"
+
+namespace server {
+namespace {
+constexpr qint64 appDataLimit = 64LL * 1024 * 1024;
+constexpr int longestName = 20;
+constexpr int longestDescription = 500;
+constexpr int longestApiVersion = 32;
+
+Response AnswerOf(int status, const Outcome<Version>& outcome)
+{
+    if (const auto* refusal = std::get_if<Refusal>(&outcome))
+        return wire::Refused(*refusal);
+    return wire::VersionAnswer(status, std::get<Version>(outcome));
+}
+
+Outcome<VersionDraft> ReadTexts(const Request& request, bool nameRequired)
+{
+    VersionDraft draft;
+    draft.name = wire::HeaderText(request, "version-name");
+    draft.description = wire::HeaderText(request, "version-description");
+    draft.apiVersion = wire::HeaderText(request, "version-api");
+    const bool nameGiven = !request.Header("version-name").isNull();
+    if ((nameRequired || nameGiven) && !wire::IsName(draft.name, longestName))
+        return Refusal{400, "bad-name", QStringLiteral("版本名称应为 1 到 20 个字符，且不能包含控制字符。")};
+    if (draft.description.size() > longestDescription)
+        return Refusal{400, "bad-description", QStringLiteral("版本描述不能超过 500 个字符。")};
+    if (draft.apiVersion.size() > longestApiVersion)
+        return Refusal{400, "bad-api-version", QStringLiteral("接口版本号不正确。")};
+    return draft;
+}
+
+// The draft that a save carries: texts in headers, app data as the body.
+Outcome<VersionDraft> ReadDraft(const Request& request, bool nameRequired)
+{
+    auto read = ReadTexts(request, nameRequired);
+    if (std::holds_alternative<Refusal>(read))
+        return read;
+    auto& draft = std::get<VersionDraft>(read);
+    const QByteArray expected = ParseContentDigest(request.Header("content-digest"));
+    if (expected.isEmpty())
+        return Refusal{400, "digest-required", QStringLiteral("请求缺少内容校验值（Content-Digest）。")};
+    draft.body = request.body;
+    draft.sha256 = Sha256(draft.body);
+    if (draft.sha256 != expected)
+        return Refusal{400, "digest-mismatch", QStringLiteral("内容在传输中损坏，没有保存，请重试。")};
+    if (const char* fault = JsonFault(draft.body))
+        return Refusal{400, "bad-app-data",
+                       QStringLiteral("应用数据不是有效的内容（%1），没有保存。").arg(QLatin1String(fault))};
+    return read;
+}
+
+void ListVersions(Services& services, const Request& request, const Reply& reply)
+{
+    const auto app = services.store.FindApp(request.PathValue());
+    if (!app || !MayEdit(*request.account, *app))
+        return reply(wire::Refused(refusals::NotFound()));
+    JsonText text;
+    text.BeginObject().Key("versions").BeginArray();
+    for (const Version& version : services.store.VersionsOf(app->id))
+        wire::Append(text, version);
+    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+}
+
+void CreateVersion(Services& services, const Request& request, const Reply& reply)
+{
+    const auto draft = ReadDraft(request, true);
+    if (const auto* refusal = std::get_if<Refusal>(&draft))
+        return reply(wire::Refused(*refusal));
+    const auto act = [account = *request.account, appId = request.PathValue(),
+                      draft = std::get<VersionDraft>(draft)](ITransaction& store) {
+        return AnswerOf(201, rules::CreateVersion(store, account, appId, draft, NowMs()));
+    };
+    WriteOnce(services.store, request, act, reply);
+}
+
+void OverwriteVersion(Services& services, const Request& request, const Reply& reply)
+{
+    const auto revision = wire::BasedOnRevision(request);
+    if (const auto* refusal = std::get_if<Refusal>(&revision))
+        return reply(wire::Refused(*refusal));
+    const auto draft = ReadDraft(request, false);
+    if (const auto* refusal = std::get_if<Refusal>(&draft))
+        return reply(wire::Refused(*refusal));
+    const auto act = [account = *request.account, id = request.PathValue(),
+                      revision = std::get<qint64>(revision),
+                      draft = std::get<VersionDraft>(draft)](ITransaction& store) {
+        return AnswerOf(200, rules::OverwriteVersion(store, account, id, revision, draft, NowMs()));
+    };
+    WriteOnce(services.store, request, act, reply);
+}
+
+void SendData(Services& services, const Request& request, const Reply& reply)
+{
+    const auto version = services.store.FindVersion(request.PathValue());
+    const auto app = version ? services.store.FindApp(version->appId) : std::nullopt;
+    if (!app || !MayEdit(*request.account, *app))
+        return reply(wire::Refused(refusals::NotFound()));
+    const QByteArray body = services.store.ReadBody(version->id, version->revision);
+    reply(Response::Json(200, body)
+              .With("ETag", wire::ETag(version->revision))
+              .With("Content-Digest", ContentDigest(version->sha256)));
+}
+
+void DeleteVersion(Services& services, const Request& request, const Reply& reply)
+{
+    const auto revision = wire::BasedOnRevision(request);
+    if (const auto* refusal = std::get_if<Refusal>(&revision))
+        return reply(wire::Refused(*refusal));
+    const auto act = [account = *request.account, id = request.PathValue(),
+                      revision = std::get<qint64>(revision)](ITransaction& store) {
+        const auto outcome = rules::DeleteVersion(store, account, id, revision, NowMs());
+        const auto* refusal = std::get_if<Refusal>(&outcome);
+        return refusal ? wire::Refused(*refusal) : Response::Empty();
+    };
+    WriteOnce(services.store, request, act, reply);
+}
+
+void RestoreVersion(Services& services, const Request& request, const Reply& reply)
+{
+    const auto act = [account = *request.account, id = request.PathValue()](ITransaction& store) {
+        return AnswerOf(200, rules::RestoreVersion(store, account, id, NowMs()));
+    };
+    WriteOnce(services.store, request, act, reply);
+}
+} // namespace
+
+void AddVersionRoutes(Router& router, Services& services)
+{
+    const auto add = [&](const char* method, const char* pattern, Access access, qint64 bodyLimit,
+                         auto function) {
+        router.Add({method, pattern, access, bodyLimit,
+                    [&services, function](const Request& request, const Reply& reply) {
+                        function(services, request, reply);
+                    }});
+    };
+    add("GET", "/api/v1/apps/{appId}/versions", Access::SignedIn, 0, ListVersions);
+    add("POST", "/api/v1/apps/{appId}/versions", Access::SignedIn, appDataLimit, CreateVersion);
+    add("PUT", "/api/v1/versions/{versionId}", Access::SignedIn, appDataLimit, OverwriteVersion);
+    add("GET", "/api/v1/versions/{versionId}/data", Access::SignedIn, 0, SendData);
+    add("DELETE", "/api/v1/versions/{versionId}", Access::SignedIn, 0, DeleteVersion);
+    add("POST", "/api/v1/versions/{versionId}/restore", Access::Administrator, wire::smallBody,
+        RestoreVersion);
+}
+} // namespace server

@@ -1,0 +1,124 @@
+#include "Wire.h"
+
+#include "../base/JsonCheck.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+
+namespace server::wire {
+JsonText& Append(JsonText& text, const Account& account)
+{
+    text.BeginObject()
+        .Member("pin", account.pin)
+        .Member("name", account.name)
+        .Member("venderId", account.venderId)
+        .Key("roles")
+        .BeginArray();
+    for (const QString& role : account.roles)
+        text.Value(role);
+    return text.EndArray().EndObject();
+}
+
+JsonText& Append(JsonText& text, const App& app)
+{
+    return text.BeginObject()
+        .Member("id", app.id)
+        .Member("name", app.name)
+        .Member("kind", app.kind)
+        .Member("creator", app.creator)
+        .Member("creatorName", app.creatorName)
+        .Member("oxsAppKey", app.oxsAppKey)
+        .Member("createdAt", app.createdAt)
+        .Member("changedAt", app.changedAt)
+        .EndObject();
+}
+
+JsonText& Append(JsonText& text, const Version& version)
+{
+    return text.BeginObject()
+        .Member("id", version.id)
+        .Member("appId", version.appId)
+        .Member("name", version.name)
+        .Member("description", version.description)
+        .Member("state", static_cast<int>(version.state))
+        .Member("apiVersion", version.apiVersion)
+        .Member("pin", version.pin)
+        .Member("revision", version.revision)
+        .Member("sha256", QString::fromLatin1(version.sha256.toHex()))
+        .Member("size", version.size)
+        .Member("createdAt", version.createdAt)
+        .Member("changedAt", version.changedAt)
+        .EndObject();
+}
+
+Response AppAnswer(int status, const App& app)
+{
+    JsonText text;
+    return Response::Json(status, Append(text, app).Text());
+}
+
+Response VersionAnswer(int status, const Version& version)
+{
+    JsonText text;
+    return Response::Json(status, Append(text, version).Text()).With("ETag", ETag(version.revision));
+}
+
+Response Refused(const Refusal& refusal)
+{
+    return Response::Refuse(refusal.status, refusal.code, refusal.message);
+}
+
+Response BadRequest(const char* code, const QString& message)
+{
+    return Response::Refuse(400, code, message);
+}
+
+QByteArray ETag(qint64 revision)
+{
+    return '"' + QByteArray::number(revision) + '"';
+}
+
+Outcome<QJsonObject> SmallObject(const Request& request)
+{
+    // The pre-check also keeps the parser away from what it does not stand.
+    const QJsonDocument document =
+        JsonFault(request.body) ? QJsonDocument() : QJsonDocument::fromJson(request.body);
+    if (!document.isObject())
+        return Refusal{400, "bad-json", QStringLiteral("请求内容不是有效的 JSON 对象。")};
+    return document.object();
+}
+
+Outcome<qint64> BasedOnRevision(const Request& request)
+{
+    const QByteArray header = request.Header("if-match");
+    if (header.isEmpty())
+        return Refusal{428, "revision-required",
+                       QStringLiteral("请求缺少版本修订号（If-Match），请刷新后重试。")};
+    bool isNumber = false;
+    const bool quoted = header.size() > 2 && header.startsWith('"') && header.endsWith('"');
+    const qint64 revision = header.mid(1, header.size() - 2).toLongLong(&isNumber);
+    if (!quoted || !isNumber || revision < 1)
+        return Refusal{400, "bad-revision", QStringLiteral("版本修订号（If-Match）格式不正确。")};
+    return revision;
+}
+
+QString HeaderText(const Request& request, const char* name)
+{
+    const QByteArray raw = request.Header(name);
+    if (raw.isNull())
+        return {};
+    const QByteArray utf8 = QByteArray::fromPercentEncoding(raw);
+    const QString text = QString::fromUtf8(utf8);
+    if (text.toUtf8() != utf8)
+        return {};
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+bool IsName(const QString& text, int most)
+{
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    return text.size() <= most && !text.trimmed().isEmpty() &&
+           std::none_of(text.begin(), text.end(), isControl);
+}
+} // namespace server::wire

@@ -1,0 +1,71 @@
+#include "WriteOnce.h"
+
+#include "../base/Clock.h"
+#include "../base/Digest.h"
+#include "../http/Dispatcher.h"
+#include "Wire.h"
+
+#include <algorithm>
+
+namespace server {
+namespace {
+const char* const meaningfulHeaders[] = {"if-match", "version-name", "version-description", "version-api"};
+
+bool IsKey(const QByteArray& key)
+{
+    const auto printable = [](char c) { return c > 0x20 && c < 0x7f; };
+    return key.size() >= 8 && key.size() <= 64 && std::all_of(key.begin(), key.end(), printable);
+}
+
+// What makes two requests the same request.
+QByteArray FingerprintOf(const Request& request)
+{
+    QByteArray text = request.method + '\n' + request.path + '\n';
+    for (const char* name : meaningfulHeaders)
+        text += request.Header(name) + '\n';
+    // App data has been checked against its digest, so its digest may stand for it.
+    const QByteArray digest = ParseContentDigest(request.Header("content-digest"));
+    return Sha256(text + (digest.isEmpty() ? Sha256(request.body) : digest));
+}
+
+Response ResponseOf(const StoredAnswer& answer)
+{
+    Response response =
+        answer.body.isEmpty() ? Response::Empty(answer.status) : Response::Json(answer.status, answer.body);
+    if (!answer.etag.isEmpty())
+        response.With("ETag", answer.etag);
+    return response;
+}
+
+Response KeyReused()
+{
+    return Response::Refuse(409, "key-reused", QStringLiteral("该请求标识已用于其他请求，请重试。"));
+}
+} // namespace
+
+void WriteOnce(IStore& store, const Request& request, std::function<Response(ITransaction&)> act,
+               const Reply& reply)
+{
+    const QByteArray key = request.Header("idempotency-key");
+    if (!IsKey(key))
+        return reply(wire::BadRequest("key-required", QStringLiteral("请求缺少标识（Idempotency-Key）。")));
+
+    const auto answer = std::make_shared<Response>();
+    const auto once = [answer, act = std::move(act), key, pin = request.account->pin,
+                       fingerprint = FingerprintOf(request)](ITransaction& transaction) {
+        if (const auto known = transaction.FindAnswer(pin, key)) {
+            *answer = known->fingerprint == fingerprint ? ResponseOf(*known) : KeyReused();
+            return;
+        }
+        *answer = act(transaction);
+        transaction.InsertAnswer(
+            pin, key, {fingerprint, answer->status, answer->Header("ETag"), answer->body}, NowMs());
+    };
+    const auto done = [answer, reply](const std::exception_ptr& failure) {
+        reply(failure ? ResponseForFailure(failure) : std::move(*answer));
+    };
+    if (!store.Submit({once, done, request.body.size()}))
+        reply(
+            Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));
+}
+} // namespace server

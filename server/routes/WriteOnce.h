@@ -1,0 +1,12 @@
+#pragma once
+
+#include "../http/Request.h"
+#include "../store/IStore.h"
+
+namespace server {
+// Runs `act` as a write of the store and answers after its commit. The answer is kept under the request's
+// idempotency key in the same transaction: the same request by the same account is answered again from there
+// and not done a second time. Refuses a request without a key, and a key that stood for another request.
+void WriteOnce(IStore& store, const Request& request, std::function<Response(ITransaction&)> act,
+               const Reply& reply);
+} // namespace server

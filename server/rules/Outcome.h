@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+#include <variant>
+
+namespace server {
+// Why a request is not done: an HTTP status, a stable name for programs, a text for the author.
+struct Refusal
+{
+    int status = 400;
+    const char* code = "";
+    QString message;
+};
+
+// What a rule ends with: the changed record or a refusal.
+template <typename Record>
+using Outcome = std::variant<Record, Refusal>;
+
+namespace refusals {
+inline Refusal NotFound()
+{
+    return {404, "not-found", QStringLiteral("内容不存在、已被删除，或您没有查看权限。")};
+}
+inline Refusal Forbidden()
+{
+    return {403, "forbidden", QStringLiteral("您没有执行此操作的权限。")};
+}
+inline Refusal AppNameTaken()
+{
+    return {409, "name-taken", QStringLiteral("应用名称已存在，请换一个名称。")};
+}
+inline Refusal VersionNameTaken()
+{
+    return {409, "name-taken", QStringLiteral("版本名称已存在，请换一个名称。")};
+}
+inline Refusal NotDevelop()
+{
+    return {409, "not-develop", QStringLiteral("该版本已灰度或上线，不能覆盖，请保存为新版本。")};
+}
+inline Refusal RevisionChanged(const QString& savedBy)
+{
+    return {412, "revision-changed",
+            QStringLiteral("该版本已被“%1”修改，您的内容没有覆盖它。请保存为新版本，或刷新后再修改。")
+                .arg(savedBy)};
+}
+} // namespace refusals
+} // namespace server

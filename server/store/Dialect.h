@@ -1,0 +1,45 @@
+#pragma once
+
+#include "IStore.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QStringList>
+
+namespace server {
+enum class SqlFault { Unique, ConnectionLost, Busy, Other };
+
+// What differs between the databases. Stateless after construction; any thread.
+class IDialect
+{
+public:
+    virtual ~IDialect() = default;
+
+    virtual QString Kind() const = 0;
+
+    // Opens a connection of this name for the calling thread, with all its settings made. Throws StoreError.
+    virtual QSqlDatabase Open(const QString& connectionName) const = 0;
+
+    virtual QString BeginWrite() const = 0;
+
+    // Keeps other server processes from bringing the schema up to date at the same time; run after
+    // BeginWrite().
+    virtual QStringList LockForMigration() const = 0;
+
+    virtual QString BlobType() const = 0;
+
+    // Statements that make the history of revisions append-only.
+    virtual QStringList AppendOnly() const = 0;
+
+    // Added to the SELECT of a row that the transaction is going to change.
+    virtual QString ForUpdate() const = 0;
+
+    virtual SqlFault Classify(const QSqlError& error) const = 0;
+};
+
+// The dialect for "sqlite:FILE".
+std::unique_ptr<IDialect> MakeSqliteDialect(const QString& file);
+
+// The dialect for "postgresql://…"; throws StoreError where the server was built without it.
+std::unique_ptr<IDialect> MakePostgresDialect(const QString& url);
+} // namespace server

@@ -1,0 +1,103 @@
+#include "../base/Loopback.h"
+#include "Dialect.h"
+
+#include <QSqlQuery>
+#include <QUrl>
+#include <QUrlQuery>
+#include <QVariant>
+
+namespace server {
+namespace {
+// A socket file has no host name to verify either.
+bool IsOnThisMachine(const QString& host)
+{
+    return host.isEmpty() || IsLoopback(host);
+}
+
+class PostgresDialect : public IDialect
+{
+public:
+    explicit PostgresDialect(const QString& address) : url(address)
+    {
+        if (!url.isValid() || url.path().size() < 2)
+            throw StoreError(StoreFault::Unavailable, QStringLiteral("not a PostgreSQL address"));
+    }
+
+    QString Kind() const override { return QStringLiteral("postgresql"); }
+
+    QSqlDatabase Open(const QString& connectionName) const override
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connectionName);
+        database.setHostName(url.host());
+        database.setPort(url.port(5432));
+        database.setUserName(url.userName(QUrl::FullyDecoded));
+        database.setPassword(url.password(QUrl::FullyDecoded));
+        database.setDatabaseName(url.path().mid(1));
+        database.setConnectOptions(Options());
+        if (!database.open())
+            throw StoreError(StoreFault::Unavailable, database.lastError().text());
+        QSqlQuery query(database);
+        if (!query.exec(QStringLiteral("SET synchronous_commit=on")) ||
+            !query.exec(QStringLiteral("SET client_min_messages=warning")))
+            throw StoreError(StoreFault::Unavailable, query.lastError().text());
+        return database;
+    }
+
+    QString BeginWrite() const override { return QStringLiteral("BEGIN"); }
+    QString BlobType() const override { return QStringLiteral("BYTEA"); }
+    QString ForUpdate() const override { return QStringLiteral(" FOR UPDATE"); }
+
+    QStringList LockForMigration() const override
+    {
+        return {QStringLiteral("SELECT pg_advisory_xact_lock(7242001)")};
+    }
+
+    QStringList AppendOnly() const override
+    {
+        return {
+            QStringLiteral("CREATE FUNCTION revision_is_append_only() RETURNS trigger LANGUAGE plpgsql AS "
+                           "'BEGIN RAISE EXCEPTION ''history is append-only''; END'"),
+            QStringLiteral("CREATE TRIGGER revision_stays BEFORE UPDATE OR DELETE ON revision "
+                           "FOR EACH ROW EXECUTE FUNCTION revision_is_append_only()")};
+    }
+
+    SqlFault Classify(const QSqlError& error) const override
+    {
+        const QString code = error.nativeErrorCode();
+        if (code == QLatin1String("23505"))
+            return SqlFault::Unique;
+        // 08: connection, 57P: the server is being stopped; without a code libpq lost the connection by
+        // itself.
+        if (code.isEmpty() || code.startsWith(QLatin1String("08")) || code.startsWith(QLatin1String("57P")))
+            return SqlFault::ConnectionLost;
+        // 40: serialisation and deadlock, 53: out of disk or memory, 55: lock not available
+        if (code.startsWith(QLatin1String("40")) || code.startsWith(QLatin1String("53")) ||
+            code.startsWith(QLatin1String("55")))
+            return SqlFault::Busy;
+        return SqlFault::Other;
+    }
+
+private:
+    QString Options() const
+    {
+        QStringList options{QStringLiteral("connect_timeout=10")};
+        if (!IsOnThisMachine(url.host()))
+            options << QStringLiteral("sslmode=verify-full");
+        const QUrlQuery query(url);
+        for (const auto& name :
+             {QStringLiteral("sslrootcert"), QStringLiteral("sslcert"), QStringLiteral("sslkey")}) {
+            if (query.hasQueryItem(name))
+                options << name + QLatin1Char('=') + query.queryItemValue(name, QUrl::FullyDecoded);
+        }
+        return options.join(QLatin1Char(';'));
+    }
+
+    const QUrl url;
+};
+} // namespace
+
+std::unique_ptr<IDialect> MakePostgresDialect(const QString& url)
+{
+    return std::make_unique<PostgresDialect>(url);
+}
+} // namespace server

@@ -1,0 +1,8 @@
+#include "Dialect.h"
+
+namespace server {
+std::unique_ptr<IDialect> MakePostgresDialect(const QString&)
+{
+    throw StoreError(StoreFault::Unavailable, QStringLiteral("this server was built without PostgreSQL"));
+}
+} // namespace server

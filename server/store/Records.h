@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+
+namespace server {
+struct Account
+{
+    QString pin; // also the name to sign in with
+    QString name;
+    QString venderId;
+    QStringList roles; // of "author", "user", "administrator"
+
+    bool IsAuthor() const { return roles.contains(QLatin1String("author")); }
+    bool IsAdministrator() const { return roles.contains(QLatin1String("administrator")); }
+};
+
+struct App
+{
+    QString id;
+    QString name;
+    int kind = 0; // 0 visual process, else program process
+    QString creator;
+    QString creatorName;
+    QString venderId;
+    QString oxsAppKey;
+    qint64 createdAt = 0;
+    qint64 changedAt = 0;
+};
+
+enum class VersionState : int { Develop = 1, Gray = 2, Online = 3 };
+
+// The head of a version: its newest revision without the body.
+struct Version
+{
+    QString id;
+    QString appId;
+    QString name;
+    QString description;
+    VersionState state = VersionState::Develop;
+    QString apiVersion;
+    QString pin; // who saved it last
+    qint64 revision = 1;
+    QByteArray sha256; // raw
+    qint64 size = 0;
+    qint64 createdAt = 0;
+    qint64 changedAt = 0;
+    qint64 deletedAt = 0; // 0: not deleted
+};
+
+struct StoredSession
+{
+    QByteArray tokenHash;
+    QString pin;
+    qint64 createdAt = 0;
+    qint64 lastUsedAt = 0;
+    qint64 expiresAt = 0;
+};
+
+// A release that took effect.
+struct ReleaseEntry
+{
+    QString versionId;
+    qint64 revision = 0;
+    VersionState from = VersionState::Develop;
+    VersionState to = VersionState::Gray;
+    QString pin;
+    qint64 at = 0;
+};
+
+// The answer that was given to a request with an idempotency key.
+struct StoredAnswer
+{
+    QByteArray fingerprint; // of the request
+    int status = 0;
+    QByteArray etag;
+    QByteArray body;
+};
+} // namespace server

@@ -1,0 +1,103 @@
+#include "Schema.h"
+
+#include "SqlConnection.h"
+
+#include <vector>
+
+namespace server {
+namespace {
+// Column types are read by both databases; @BLOB stands for the dialect's type of raw bytes.
+const char* const firstSchema[] = {
+    "CREATE TABLE account (pin TEXT PRIMARY KEY, name TEXT NOT NULL, vender_id TEXT NOT NULL, roles TEXT NOT "
+    "NULL, "
+    "password_hash @BLOB, created_at BIGINT NOT NULL)",
+
+    "CREATE TABLE session (token_hash @BLOB PRIMARY KEY, pin TEXT NOT NULL REFERENCES account(pin), "
+    "created_at BIGINT NOT NULL, last_used_at BIGINT NOT NULL, expires_at BIGINT NOT NULL)",
+    "CREATE INDEX session_of_account ON session(pin)",
+
+    "CREATE TABLE app (id TEXT PRIMARY KEY, name TEXT NOT NULL, kind INTEGER NOT NULL, "
+    "creator TEXT NOT NULL REFERENCES account(pin), vender_id TEXT NOT NULL, oxs_app_key TEXT NOT NULL, "
+    "created_at BIGINT NOT NULL, changed_at BIGINT NOT NULL)",
+    "CREATE UNIQUE INDEX app_name ON app(vender_id, name)",
+    "CREATE INDEX app_of_creator ON app(creator)",
+
+    "CREATE TABLE version (id TEXT PRIMARY KEY, app_id TEXT NOT NULL REFERENCES app(id), name TEXT NOT NULL, "
+    "description TEXT NOT NULL, state INTEGER NOT NULL, api_version TEXT NOT NULL, pin TEXT NOT NULL, "
+    "revision BIGINT NOT NULL, sha256 @BLOB NOT NULL, size BIGINT NOT NULL, created_at BIGINT NOT NULL, "
+    "changed_at BIGINT NOT NULL, deleted_at BIGINT NOT NULL, deleted_by TEXT NOT NULL)",
+    "CREATE INDEX version_of_app ON version(app_id, created_at)",
+    "CREATE UNIQUE INDEX version_name ON version(app_id, name) WHERE state = 1 AND deleted_at = 0",
+
+    "CREATE TABLE revision (version_id TEXT NOT NULL REFERENCES version(id), revision BIGINT NOT NULL, "
+    "name TEXT NOT NULL, description TEXT NOT NULL, api_version TEXT NOT NULL, pin TEXT NOT NULL, "
+    "sha256 @BLOB NOT NULL, size BIGINT NOT NULL, saved_at BIGINT NOT NULL, body @BLOB NOT NULL, "
+    "PRIMARY KEY (version_id, revision))",
+
+    "CREATE TABLE release_entry (id TEXT PRIMARY KEY, version_id TEXT NOT NULL REFERENCES version(id), "
+    "revision BIGINT NOT NULL, from_state INTEGER NOT NULL, to_state INTEGER NOT NULL, pin TEXT NOT NULL, "
+    "released_at BIGINT NOT NULL)",
+    "CREATE INDEX release_of_version ON release_entry(version_id)",
+
+    "CREATE TABLE answer (pin TEXT NOT NULL, idempotency_key TEXT NOT NULL, fingerprint @BLOB NOT NULL, "
+    "status INTEGER NOT NULL, etag TEXT NOT NULL, body TEXT NOT NULL, answered_at BIGINT NOT NULL, "
+    "PRIMARY KEY (pin, idempotency_key))",
+    "CREATE INDEX answer_age ON answer(answered_at)",
+};
+
+using Step = void (*)(SqlConnection&, const IDialect&);
+
+void CreateFirstSchema(SqlConnection& connection, const IDialect& dialect)
+{
+    for (const char* statement : firstSchema)
+        connection.Execute(
+            QString::fromLatin1(statement).replace(QLatin1String("@BLOB"), dialect.BlobType()));
+    for (const QString& statement : dialect.AppendOnly())
+        connection.Execute(statement);
+}
+
+// Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
+const Step steps[] = {CreateFirstSchema};
+constexpr int stepCount = sizeof steps / sizeof steps[0];
+
+int StoredSchema(SqlConnection& connection)
+{
+    connection.Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS schema_info (version INTEGER NOT NULL)"));
+    auto rows = connection.Select(QStringLiteral("SELECT version FROM schema_info"), {});
+    return rows.Next() ? rows.Value(0).toInt() : 0;
+}
+
+void SetStoredSchema(SqlConnection& connection, int version)
+{
+    connection.Execute(QStringLiteral("DELETE FROM schema_info"));
+    connection.Change(QStringLiteral("INSERT INTO schema_info (version) VALUES (?)"), {version});
+}
+} // namespace
+
+int CurrentSchema()
+{
+    return stepCount;
+}
+
+void MigrateSchema(SqlConnection& connection, const IDialect& dialect)
+{
+    connection.Execute(dialect.BeginWrite());
+    try {
+        for (const QString& statement : dialect.LockForMigration())
+            connection.Execute(statement);
+        const int stored = StoredSchema(connection);
+        if (stored > stepCount)
+            throw StoreError(
+                StoreFault::Internal,
+                QStringLiteral("the store has schema %1, this server knows %2").arg(stored).arg(stepCount));
+        for (int i = stored; i < stepCount; ++i)
+            steps[i](connection, dialect);
+        if (stored < stepCount)
+            SetStoredSchema(connection, stepCount);
+        connection.Execute(QStringLiteral("COMMIT"));
+    } catch (...) {
+        connection.TryExecute(QStringLiteral("ROLLBACK"));
+        throw;
+    }
+}
+} // namespace server

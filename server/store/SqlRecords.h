@@ -1,0 +1,34 @@
+#pragma once
+
+#include "SqlConnection.h"
+
+namespace server {
+// The columns of each record, in the order in which the functions below read them.
+extern const QString accountColumns;
+extern const QString appColumns; // of "app" joined with the creator's "account"
+extern const QString appTables;
+extern const QString versionColumns;
+
+Account ReadAccount(const SqlRows& rows);
+App ReadApp(const SqlRows& rows);
+Version ReadVersion(const SqlRows& rows);
+
+// All rows of a SELECT as records.
+template <typename Record>
+std::vector<Record> ReadAll(SqlRows rows, Record (*read)(const SqlRows&))
+{
+    std::vector<Record> records;
+    while (rows.Next())
+        records.push_back(read(rows));
+    return records;
+}
+
+// The only row, or nothing.
+template <typename Record>
+std::optional<Record> ReadOne(SqlRows rows, Record (*read)(const SqlRows&))
+{
+    if (!rows.Next())
+        return std::nullopt;
+    return read(rows);
+}
+} // namespace server

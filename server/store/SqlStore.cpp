@@ -1,0 +1,188 @@
+#include "SqlStore.h"
+
+#include "../base/Digest.h"
+#include "Schema.h"
+#include "SqlRecords.h"
+
+#include <atomic>
+#include <future>
+#include <unordered_map>
+
+namespace server {
+namespace {
+quint64 NextNumber()
+{
+    static std::atomic<quint64> last{0};
+    return ++last;
+}
+
+QString SelectFrom(const QString& columns, const char* rest)
+{
+    return QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + QString::fromLatin1(rest);
+}
+} // namespace
+
+SqlStore::SqlStore(std::shared_ptr<const IDialect> theDialect)
+    : dialect(std::move(theDialect)), number(NextNumber())
+{
+    SqlConnection connection(dialect);
+    MigrateSchema(connection, *dialect);
+    writes = std::make_unique<WriteQueue>(dialect);
+}
+
+SqlConnection& SqlStore::Mine()
+{
+    // QtSql binds a connection to the thread that opened it.
+    thread_local std::unordered_map<quint64, std::unique_ptr<SqlConnection>> connections;
+    auto& mine = connections[number];
+    if (!mine)
+        mine = std::make_unique<SqlConnection>(dialect);
+    else if (mine->IsLost())
+        mine->Reopen();
+    return *mine;
+}
+
+template <typename Read>
+auto SqlStore::Reading(const Read& read) -> decltype(read(Mine()))
+{
+    SqlConnection& connection = Mine();
+    try {
+        return read(connection);
+    } catch (const StoreError&) {
+        if (!connection.IsLost())
+            throw;
+    }
+    return read(Mine());
+}
+
+QString SqlStore::Kind() const
+{
+    return dialect->Kind();
+}
+
+void SqlStore::Check()
+{
+    Reading([](SqlConnection& c) {
+        return c.Select(QStringLiteral("SELECT version FROM schema_info"), {}).Next();
+    });
+}
+
+std::optional<Account> SqlStore::FindAccount(const QString& pin)
+{
+    static const QString sql = SelectFrom(accountColumns, "account WHERE pin = ?");
+    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {pin}), ReadAccount); });
+}
+
+std::vector<Account> SqlStore::Accounts()
+{
+    static const QString sql = SelectFrom(accountColumns, "account ORDER BY pin");
+    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {}), ReadAccount); });
+}
+
+QByteArray SqlStore::PasswordHashOf(const QString& pin)
+{
+    return Reading([&](SqlConnection& c) {
+        auto rows = c.Select(QStringLiteral("SELECT password_hash FROM account WHERE pin = ?"), {pin});
+        return rows.Next() ? rows.Bytes(0) : QByteArray();
+    });
+}
+
+std::optional<StoredSession> SqlStore::FindSession(const QByteArray& tokenHash)
+{
+    static const QString sql = QStringLiteral("SELECT token_hash, pin, created_at, last_used_at, expires_at "
+                                              "FROM session WHERE token_hash = ?");
+    const auto read = [](const SqlRows& rows) {
+        return StoredSession{rows.Bytes(0), rows.Text(1), rows.Number(2), rows.Number(3), rows.Number(4)};
+    };
+    return Reading(
+        [&](SqlConnection& c) { return ReadOne<StoredSession>(c.Select(sql, {tokenHash}), read); });
+}
+
+std::vector<App> SqlStore::AppsEditableBy(const Account& account)
+{
+    static const QString order = QStringLiteral(" ORDER BY app.changed_at DESC, app.id DESC");
+    static const QString own = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
+                               QStringLiteral(" WHERE app.creator = ?");
+    static const QString vender = own + QStringLiteral(" OR app.vender_id = ?");
+    return Reading([&](SqlConnection& c) {
+        return account.IsAuthor()
+                   ? ReadAll(c.Select(vender + order, {account.pin, account.venderId}), ReadApp)
+                   : ReadAll(c.Select(own + order, {account.pin}), ReadApp);
+    });
+}
+
+std::optional<App> SqlStore::FindApp(const QString& id)
+{
+    static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
+                               QStringLiteral(" WHERE app.id = ?");
+    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadApp); });
+}
+
+std::vector<Version> SqlStore::VersionsOf(const QString& appId)
+{
+    static const QString sql = SelectFrom(
+        versionColumns, "version WHERE app_id = ? AND deleted_at = 0 ORDER BY created_at DESC, id DESC");
+    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadVersion); });
+}
+
+std::optional<Version> SqlStore::FindVersion(const QString& id)
+{
+    static const QString sql = SelectFrom(versionColumns, "version WHERE id = ? AND deleted_at = 0");
+    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadVersion); });
+}
+
+QByteArray SqlStore::ReadBody(const QString& versionId, qint64 revision)
+{
+    static const QString sql =
+        QStringLiteral("SELECT sha256, size, body FROM revision WHERE version_id = ? AND revision = ?");
+    return Reading([&](SqlConnection& c) {
+        auto rows = c.Select(sql, {versionId, revision});
+        if (!rows.Next())
+            throw StoreError(StoreFault::Corrupt,
+                             QStringLiteral("revision %1/%2 is missing").arg(versionId).arg(revision));
+        const QByteArray body = rows.Bytes(2);
+        if (body.size() != rows.Number(1) || Sha256(body) != rows.Bytes(0))
+            throw StoreError(StoreFault::Corrupt,
+                             QStringLiteral("revision %1/%2 is damaged").arg(versionId).arg(revision));
+        return body;
+    });
+}
+
+bool SqlStore::Submit(Write write)
+{
+    return writes->Submit(std::move(write));
+}
+
+void SqlStore::SubmitAndWait(std::function<void(ITransaction&)> act)
+{
+    std::promise<void> ended;
+    const auto done = [&ended](const std::exception_ptr& failure) {
+        if (failure)
+            ended.set_exception(failure);
+        else
+            ended.set_value();
+    };
+    if (!Submit({std::move(act), done, 0}))
+        throw StoreError(StoreFault::Unavailable, QStringLiteral("too many writes wait"));
+    ended.get_future().get();
+}
+
+WriterFigures SqlStore::Figures() const
+{
+    return writes->Figures();
+}
+
+std::unique_ptr<IStore> OpenStore(const QString& address)
+{
+    static const QString sqlite = QStringLiteral("sqlite:");
+    std::shared_ptr<const IDialect> dialect;
+    if (address.startsWith(sqlite))
+        dialect = MakeSqliteDialect(address.mid(sqlite.size()));
+    else if (address.startsWith(QLatin1String("postgresql://")))
+        dialect = MakePostgresDialect(address);
+    else
+        throw StoreError(StoreFault::Unavailable,
+                         QStringLiteral("a store is sqlite:FILE or postgresql://..."));
+    return std::make_unique<SqlStore>(std::move(dialect));
+}
+} // namespace server

@@ -1,0 +1,181 @@
+#include "SqlTransaction.h"
+
+#include "../base/Ids.h"
+#include "SqlRecords.h"
+
+namespace server {
+SqlTransaction::SqlTransaction(SqlConnection& theConnection, const IDialect& theDialect)
+    : connection(theConnection), dialect(theDialect)
+{
+}
+
+std::optional<Account> SqlTransaction::FindAccount(const QString& pin)
+{
+    static const QString sql =
+        QStringLiteral("SELECT ") + accountColumns + QStringLiteral(" FROM account WHERE pin = ?");
+    return ReadOne(connection.Select(sql, {pin}), ReadAccount);
+}
+
+std::optional<App> SqlTransaction::FindApp(const QString& id)
+{
+    static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
+                               QStringLiteral(" WHERE app.id = ?");
+    return ReadOne(connection.Select(sql, {id}), ReadApp);
+}
+
+bool SqlTransaction::AppNameTaken(const QString& venderId, const QString& name)
+{
+    return connection
+        .Select(QStringLiteral("SELECT 1 FROM app WHERE vender_id = ? AND name = ?"), {venderId, name})
+        .Next();
+}
+
+void SqlTransaction::InsertApp(const App& app)
+{
+    connection.Change(
+        QStringLiteral("INSERT INTO app (id, name, kind, creator, vender_id, oxs_app_key, created_at, "
+                       "changed_at) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
+        {app.id, app.name, app.kind, app.creator, app.venderId, app.oxsAppKey, app.createdAt, app.changedAt});
+}
+
+void SqlTransaction::RenameApp(const QString& id, const QString& name, qint64 now)
+{
+    connection.Change(QStringLiteral("UPDATE app SET name = ?, changed_at = ? WHERE id = ?"),
+                      {name, now, id});
+}
+
+std::optional<Version> SqlTransaction::FindVersion(const QString& id)
+{
+    const QString sql = QStringLiteral("SELECT ") + versionColumns +
+                        QStringLiteral(" FROM version WHERE id = ?") + dialect.ForUpdate();
+    return ReadOne(connection.Select(sql, {id}), ReadVersion);
+}
+
+bool SqlTransaction::DevelopNameTaken(const QString& appId, const QString& name,
+                                      const QString& exceptVersionId)
+{
+    return connection
+        .Select(QStringLiteral(
+                    "SELECT 1 FROM version WHERE app_id = ? AND name = ? AND state = 1 AND deleted_at = 0 "
+                    "AND id <> ?"),
+                {appId, name, exceptVersionId})
+        .Next();
+}
+
+void SqlTransaction::InsertVersion(const Version& version, const QByteArray& body)
+{
+    connection.Change(
+        QStringLiteral("INSERT INTO version (id, app_id, name, description, state, api_version, pin, "
+                       "revision, sha256, size, created_at, changed_at, deleted_at, deleted_by) "
+                       "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, '')"),
+        {version.id, version.appId, version.name, version.description, static_cast<int>(version.state),
+         version.apiVersion, version.pin, version.revision, version.sha256, version.size, version.createdAt,
+         version.changedAt});
+    InsertRevision(version, body);
+    TouchApp(version.appId, version.changedAt);
+}
+
+void SqlTransaction::AddRevision(const Version& version, const QByteArray& body)
+{
+    InsertRevision(version, body);
+    connection.Change(
+        QStringLiteral("UPDATE version SET name = ?, description = ?, api_version = ?, pin = ?, "
+                       "revision = ?, sha256 = ?, size = ?, changed_at = ? WHERE id = ?"),
+        {version.name, version.description, version.apiVersion, version.pin, version.revision, version.sha256,
+         version.size, version.changedAt, version.id});
+    TouchApp(version.appId, version.changedAt);
+}
+
+void SqlTransaction::InsertRevision(const Version& version, const QByteArray& body)
+{
+    connection.Change(
+        QStringLiteral("INSERT INTO revision (version_id, revision, name, description, api_version, pin, "
+                       "sha256, size, saved_at, body) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+        {version.id, version.revision, version.name, version.description, version.apiVersion, version.pin,
+         version.sha256, version.size, version.changedAt, body});
+}
+
+void SqlTransaction::TouchApp(const QString& appId, qint64 now)
+{
+    connection.Change(QStringLiteral("UPDATE app SET changed_at = ? WHERE id = ?"), {now, appId});
+}
+
+void SqlTransaction::SetDeleted(const QString& versionId, qint64 deletedAt, const QString& pin)
+{
+    connection.Change(QStringLiteral("UPDATE version SET deleted_at = ?, deleted_by = ? WHERE id = ?"),
+                      {deletedAt, pin, versionId});
+}
+
+void SqlTransaction::Release(const ReleaseEntry& entry)
+{
+    connection.Change(QStringLiteral("UPDATE version SET state = ?, changed_at = ? WHERE id = ?"),
+                      {static_cast<int>(entry.to), entry.at, entry.versionId});
+    connection.Change(
+        QStringLiteral("INSERT INTO release_entry (id, version_id, revision, from_state, to_state, pin, "
+                       "released_at) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+        {NewId(), entry.versionId, entry.revision, static_cast<int>(entry.from), static_cast<int>(entry.to),
+         entry.pin, entry.at});
+}
+
+std::optional<StoredAnswer> SqlTransaction::FindAnswer(const QString& pin, const QByteArray& key)
+{
+    auto rows = connection.Select(QStringLiteral("SELECT fingerprint, status, etag, body FROM answer "
+                                                 "WHERE pin = ? AND idempotency_key = ?"),
+                                  {pin, QString::fromLatin1(key)});
+    if (!rows.Next())
+        return std::nullopt;
+    return StoredAnswer{rows.Bytes(0), static_cast<int>(rows.Number(1)), rows.Text(2).toLatin1(),
+                        rows.Text(3).toUtf8()};
+}
+
+void SqlTransaction::InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
+                                  qint64 now)
+{
+    connection.Change(
+        QStringLiteral("INSERT INTO answer (pin, idempotency_key, fingerprint, status, etag, body, "
+                       "answered_at) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+        {pin, QString::fromLatin1(key), answer.fingerprint, answer.status, QString::fromLatin1(answer.etag),
+         QString::fromUtf8(answer.body), now});
+}
+
+void SqlTransaction::UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now)
+{
+    connection.Change(
+        QStringLiteral("INSERT INTO account (pin, name, vender_id, roles, password_hash, created_at) "
+                       "VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT (pin) DO UPDATE SET name = excluded.name, "
+                       "vender_id = excluded.vender_id, roles = excluded.roles, "
+                       "password_hash = excluded.password_hash"),
+        {account.pin, account.name, account.venderId, account.roles.join(QLatin1Char(',')), passwordHash,
+         now});
+}
+
+void SqlTransaction::InsertSession(const StoredSession& session)
+{
+    connection.Change(
+        QStringLiteral("INSERT INTO session (token_hash, pin, created_at, last_used_at, expires_at) "
+                       "VALUES (?, ?, ?, ?, ?)"),
+        {session.tokenHash, session.pin, session.createdAt, session.lastUsedAt, session.expiresAt});
+}
+
+void SqlTransaction::TouchSession(const QByteArray& tokenHash, qint64 now)
+{
+    connection.Change(QStringLiteral("UPDATE session SET last_used_at = ? WHERE token_hash = ?"),
+                      {now, tokenHash});
+}
+
+void SqlTransaction::RemoveSession(const QByteArray& tokenHash)
+{
+    connection.Change(QStringLiteral("DELETE FROM session WHERE token_hash = ?"), {tokenHash});
+}
+
+void SqlTransaction::RemoveSessionsOf(const QString& pin)
+{
+    connection.Change(QStringLiteral("DELETE FROM session WHERE pin = ?"), {pin});
+}
+
+void SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan)
+{
+    connection.Change(QStringLiteral("DELETE FROM session WHERE expires_at < ?"), {sessionsExpiredBefore});
+    connection.Change(QStringLiteral("DELETE FROM answer WHERE answered_at < ?"), {answersOlderThan});
+}
+} // namespace server

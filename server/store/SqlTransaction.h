@@ -1,0 +1,43 @@
+#pragma once
+
+#include "SqlConnection.h"
+
+namespace server {
+// The writes of both databases, on the writer's connection inside its open transaction.
+class SqlTransaction : public ITransaction
+{
+public:
+    SqlTransaction(SqlConnection& connection, const IDialect& dialect);
+
+    std::optional<Account> FindAccount(const QString& pin) override;
+    std::optional<App> FindApp(const QString& id) override;
+    bool AppNameTaken(const QString& venderId, const QString& name) override;
+    void InsertApp(const App& app) override;
+    void RenameApp(const QString& id, const QString& name, qint64 now) override;
+
+    std::optional<Version> FindVersion(const QString& id) override;
+    bool DevelopNameTaken(const QString& appId, const QString& name, const QString& exceptVersionId) override;
+    void InsertVersion(const Version& version, const QByteArray& body) override;
+    void AddRevision(const Version& version, const QByteArray& body) override;
+    void SetDeleted(const QString& versionId, qint64 deletedAt, const QString& pin) override;
+    void Release(const ReleaseEntry& entry) override;
+
+    std::optional<StoredAnswer> FindAnswer(const QString& pin, const QByteArray& key) override;
+    void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
+                      qint64 now) override;
+
+    void UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now) override;
+    void InsertSession(const StoredSession& session) override;
+    void TouchSession(const QByteArray& tokenHash, qint64 now) override;
+    void RemoveSession(const QByteArray& tokenHash) override;
+    void RemoveSessionsOf(const QString& pin) override;
+    void RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) override;
+
+private:
+    void InsertRevision(const Version& version, const QByteArray& body);
+    void TouchApp(const QString& appId, qint64 now);
+
+    SqlConnection& connection;
+    const IDialect& dialect;
+};
+} // namespace server

@@ -1,0 +1,134 @@
+#include "WriteQueue.h"
+
+#include "SqlTransaction.h"
+
+#include <algorithm>
+
+namespace server {
+namespace {
+constexpr std::size_t maximalWaiting = 2000;
+constexpr qint64 maximalWaitingBytes = 512LL * 1024 * 1024;
+constexpr std::size_t maximalGroup = 256;
+constexpr qint64 maximalGroupBytes = 64LL * 1024 * 1024;
+
+const QString savepoint = QStringLiteral("SAVEPOINT one_write");
+const QString release = QStringLiteral("RELEASE SAVEPOINT one_write");
+const QString rollbackToSavepoint = QStringLiteral("ROLLBACK TO SAVEPOINT one_write");
+} // namespace
+
+WriteQueue::WriteQueue(std::shared_ptr<const IDialect> theDialect)
+    : dialect(std::move(theDialect)), writer([this] { Work(); })
+{
+}
+
+WriteQueue::~WriteQueue()
+{
+    {
+        const std::lock_guard lock(mutex);
+        ending = true;
+    }
+    changed.notify_one();
+    writer.join();
+}
+
+bool WriteQueue::Submit(Write write)
+{
+    {
+        const std::lock_guard lock(mutex);
+        if (ending || waiting.size() >= maximalWaiting || waitingBytes > maximalWaitingBytes)
+            return false;
+        waitingBytes += write.bytes;
+        waiting.push_back(std::move(write));
+    }
+    changed.notify_one();
+    return true;
+}
+
+WriterFigures WriteQueue::Figures() const
+{
+    const std::lock_guard lock(mutex);
+    return figures;
+}
+
+void WriteQueue::Work()
+{
+    std::unique_lock lock(mutex);
+    while (true) {
+        changed.wait(lock, [this] { return ending || !waiting.empty(); });
+        if (waiting.empty())
+            break;
+        Group group = TakeGroup();
+        lock.unlock();
+        const Failures failures = Commit(group);
+        lock.lock();
+        ++figures.commits;
+        figures.writes += static_cast<qint64>(group.size());
+        figures.largestGroup = std::max(figures.largestGroup, static_cast<qint64>(group.size()));
+        figures.failures +=
+            std::count_if(failures.begin(), failures.end(), [](const auto& f) { return f != nullptr; });
+        lock.unlock();
+        for (std::size_t i = 0; i < group.size(); ++i)
+            group[i].done(failures[i]);
+        group.clear();
+        lock.lock();
+    }
+    lock.unlock();
+    connection.reset();
+}
+
+WriteQueue::Group WriteQueue::TakeGroup()
+{
+    Group group;
+    qint64 bytes = 0;
+    while (!waiting.empty() && group.size() < maximalGroup && bytes < maximalGroupBytes) {
+        bytes += waiting.front().bytes;
+        group.push_back(std::move(waiting.front()));
+        waiting.pop_front();
+    }
+    waitingBytes -= bytes;
+    return group;
+}
+
+SqlConnection& WriteQueue::Connected()
+{
+    if (!connection)
+        connection = std::make_unique<SqlConnection>(dialect);
+    else if (connection->IsLost())
+        connection->Reopen();
+    return *connection;
+}
+
+WriteQueue::Failures WriteQueue::Commit(Group& group)
+{
+    Failures failures(group.size());
+    try {
+        Connected().Execute(dialect->BeginWrite());
+        Apply(group, failures);
+        connection->Execute(QStringLiteral("COMMIT"));
+    } catch (...) {
+        // Whether a lost commit took place is not known here; the repeated request finds out by its key.
+        for (auto& failure : failures)
+            failure = failure ? failure : std::current_exception();
+        if (connection)
+            connection->TryExecute(QStringLiteral("ROLLBACK"));
+    }
+    return failures;
+}
+
+void WriteQueue::Apply(Group& group, Failures& failures)
+{
+    SqlTransaction transaction(*connection, *dialect);
+    for (std::size_t i = 0; i < group.size(); ++i) {
+        connection->Execute(savepoint);
+        try {
+            group[i].act(transaction);
+        } catch (...) {
+            failures[i] = std::current_exception();
+            if (connection->IsLost())
+                throw;
+            connection->Execute(rollbackToSavepoint);
+        }
+        connection->Execute(release);
+    }
+}
+} // namespace server

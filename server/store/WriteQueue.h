@@ -1,0 +1,45 @@
+#pragma once
+
+#include "SqlConnection.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+
+namespace server {
+// The one writer of a store. The writes that wait together are committed in one transaction: under load this
+// multiplies the rate of saves, since a commit costs a sync of the disk however much it holds.
+class WriteQueue
+{
+public:
+    // The connection is opened on the writer's thread at the first write.
+    explicit WriteQueue(std::shared_ptr<const IDialect> dialect);
+
+    // Finishes what is queued.
+    ~WriteQueue();
+
+    bool Submit(Write write);
+    WriterFigures Figures() const;
+
+private:
+    using Group = std::vector<Write>;
+    using Failures = std::vector<std::exception_ptr>;
+
+    void Work();
+    Group TakeGroup(); // with the mutex held
+    Failures Commit(Group& group);
+    void Apply(Group& group, Failures& failures);
+    SqlConnection& Connected();
+
+    const std::shared_ptr<const IDialect> dialect;
+    mutable std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<Write> waiting;
+    qint64 waitingBytes = 0;
+    WriterFigures figures;
+    bool ending = false;
+    std::unique_ptr<SqlConnection> connection; // the writer thread's
+    std::thread writer;
+};
+} // namespace server
