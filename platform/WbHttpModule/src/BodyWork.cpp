@@ -1,6 +1,8 @@
 #include "BodyWork_p.h"
 #include "TransportTexts_p.h"
 
+#include <WbFoundation/JsonGuard.h>
+
 #include <QCryptographicHash>
 
 namespace
@@ -36,4 +38,10 @@ void VerifyAnswer(const WbHttpExpectation& expectation, WbHttpAnswer* answer)
             return Reject(answer, WbHttpError::DigestMismatch);
         answer->bodyDigest = digest;
     }
+    if (!expectation.json || JsonGuard::Check(answer->body))
+        return;
+    if (isSuccess)
+        return Reject(answer, WbHttpError::BadJson);
+    // A refusal stays one whatever its body is; only the words are lost.
+    answer->body.clear();
 }

@@ -45,10 +45,12 @@ struct WBHTTPMODULE_EXPORT WbHttpRequest
     QUrl url;
     // Name and value; a line break in either makes the request fail.
     QVector<QPair<QByteArray, QByteArray>> headers;
-    // Secret sent as "Authorization: Bearer …" to the host of url and to nobody else; never logged. Over
-    // plain http it is sent to this machine (loopback) only, unless allowPlainToken says otherwise.
+    // Secret sent as "Authorization: Bearer …" to the host of url and to nobody else; never logged.
     QByteArray bearerToken;
-    bool allowPlainToken = false;
+    // The body holds a secret (a password).
+    bool hasSecretBody = false;
+    // Secrets travel over plain http to this machine (loopback) only, unless this is set.
+    bool allowPlainSecrets = false;
     // The body: either bytes, or a text that is turned into UTF-8 away from the GUI thread (used when not
     // null).
     QByteArray body;
