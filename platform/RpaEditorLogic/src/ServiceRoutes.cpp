@@ -20,7 +20,7 @@ WbHttpRequest Route(const QByteArray& method, const QByteArray& path)
     request.method = method;
     request.url = QUrl::fromEncoded(base + "/api/v1" + path, QUrl::StrictMode);
     request.bearerToken = settings->GetToken();
-    request.allowPlainToken = settings->GetAllowPlainToken();
+    request.allowPlainSecrets = settings->GetAllowPlainSecrets();
     request.caFile = settings->GetCaFile();
     request.limits = settings->GetLimits();
     request.expectation.json = true;
@@ -130,6 +130,7 @@ WbHttpRequest ServiceRoutes::ReleaseVersion(const QString& versionId, int publis
 WbHttpRequest ServiceRoutes::SignIn(const QString& account, const QString& password, const QByteArray& key)
 {
     auto request = Route("POST", "/sessions");
+    request.hasSecretBody = true;
     // The token of an earlier session has no business here.
     request.bearerToken.clear();
     AddKey(&request, key);

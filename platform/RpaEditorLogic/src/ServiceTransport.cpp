@@ -1,5 +1,7 @@
 #include "ServiceTransport_p.h"
 
+#include <RpaEditorLogic/VersionServiceSettings.h>
+
 #include <QTimer>
 
 #include <array>
@@ -99,9 +101,16 @@ void ServiceTransport::Finish(quint64 id, const WbHttpAnswer& answer)
     const auto position = calls.find(id);
     if (position == calls.end())
         return;
-    const Done done = std::move(position->second.done);
+    const Call call = std::move(position->second);
     calls.erase(position);
-    done(answer);
+    auto* settings = VersionServiceSettings::Instance();
+    // A late refusal of an earlier session's token says nothing about the current one.
+    const bool isRejected = answer.error == WbHttpError::None && answer.status == 401 &&
+                            !call.request.bearerToken.isEmpty() &&
+                            call.request.bearerToken == settings->GetToken();
+    call.done(answer);
+    if (isRejected)
+        emit settings->SigTokenRejected();
 }
 
 void ServiceTransport::Shutdown()

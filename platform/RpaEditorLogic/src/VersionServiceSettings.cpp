@@ -50,14 +50,14 @@ QByteArray VersionServiceSettings::GetToken() const
     return token;
 }
 
-void VersionServiceSettings::SetAllowPlainToken(bool allow)
+void VersionServiceSettings::SetAllowPlainSecrets(bool allow)
 {
-    allowPlainToken = allow;
+    allowPlainSecrets = allow;
 }
 
-bool VersionServiceSettings::GetAllowPlainToken() const
+bool VersionServiceSettings::GetAllowPlainSecrets() const
 {
-    return allowPlainToken;
+    return allowPlainSecrets;
 }
 
 void VersionServiceSettings::SetCaFile(const QString& path)

@@ -36,9 +36,10 @@ public:
     void SetToken(const QByteArray& token);
     QByteArray GetToken() const;
 
-    // Lets the token travel over plain http to another machine. False at first: such a request fails instead.
-    void SetAllowPlainToken(bool allow);
-    bool GetAllowPlainToken() const;
+    // Lets token and password travel over plain http to another machine. False at first: such a request fails
+    // instead.
+    void SetAllowPlainSecrets(bool allow);
+    bool GetAllowPlainSecrets() const;
 
     // Further certificate authorities (PEM file) beside those of the system; empty: none.
     void SetCaFile(const QString& path);
@@ -62,7 +63,7 @@ private:
 
     QUrl baseUrl;
     QByteArray token;
-    bool allowPlainToken = false;
+    bool allowPlainSecrets = false;
     QString caFile;
     WbHttpLimits limits;
     RepeatSpacing repeatSpacing;

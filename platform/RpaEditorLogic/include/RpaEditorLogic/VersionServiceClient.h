@@ -1,0 +1,50 @@
+#pragma once
+
+#include <RpaEditorLogic/RpaEditorLogicExport.h>
+#include <RpaEditorLogic/VersionServiceRecords.h>
+
+#include <functional>
+#include <memory>
+
+class QObject;
+
+// Sessions and apps of the version service, for the workstation. Speaks to the server of
+// VersionServiceSettings by the same rules as the version requests. GUI thread only.
+//
+// Each call is answered exactly once, from the event loop, never inside the call; the destructor answers what
+// is outstanding as failed. context, when not null, stands for whoever wants the answer: once it is
+// destroyed, it is not called any more.
+class RPAEDITORLOGIC_EXPORT VersionServiceClient
+{
+public:
+    template <typename Value>
+    using Callback = std::function<void(const VersionServiceResult<Value>& result)>;
+
+    VersionServiceClient();
+    ~VersionServiceClient();
+
+    VersionServiceClient(const VersionServiceClient&) = delete;
+    VersionServiceClient& operator=(const VersionServiceClient&) = delete;
+
+    // The token of the new session is in the answer; who signs in puts it into the settings.
+    void SignIn(const QString& account, const QString& password, QObject* context,
+                const Callback<VersionServiceSession>& callback);
+    // Who the token of the settings stands for.
+    void GetCurrentSession(QObject* context, const Callback<VersionServiceSession>& callback);
+    // Ends the session of the settings' token at the server; who signs out takes it from the settings.
+    void SignOut(QObject* context, const Callback<VersionServiceNothing>& callback);
+
+    // The apps the account may edit, newest change first. nameFilter empty: all.
+    void ListApps(const QString& nameFilter, QObject* context,
+                  const Callback<QVector<VersionServiceApp>>& callback);
+    void GetApp(const QString& appId, QObject* context, const Callback<VersionServiceApp>& callback);
+    // name: 1–50 characters. kind: 0 visual process, 1 program process.
+    void CreateApp(const QString& name, int kind, QObject* context,
+                   const Callback<VersionServiceApp>& callback);
+    void RenameApp(const QString& appId, const QString& name, QObject* context,
+                   const Callback<VersionServiceApp>& callback);
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,126 @@
+#include "AccountAnswers_p.h"
+#include "ServiceAnswers_p.h"
+#include "ServiceRoutes_p.h"
+#include "ServiceTransport_p.h"
+
+#include <RpaEditorLogic/VersionServiceClient.h>
+
+#include <QPointer>
+
+class VersionServiceClient::Private
+{
+public:
+    template <typename Value>
+    using Read = std::function<std::optional<Value>(const WbHttpAnswer& answer)>;
+
+    template <typename Value>
+    void Send(const WbHttpRequest& route, QObject* context, const Callback<Value>& callback,
+              const Read<Value>& read)
+    {
+        const bool hasContext = context != nullptr;
+        const QPointer<QObject> guard(context);
+        transport.Send(route, [callback, read, guard, hasContext](const WbHttpAnswer& answer) {
+            if (callback && (!hasContext || guard))
+                callback(ResultOf<Value>(answer, read));
+        });
+    }
+
+    template <typename Value>
+    static VersionServiceResult<Value> ResultOf(const WbHttpAnswer& answer, const Read<Value>& read)
+    {
+        VersionServiceResult<Value> result;
+        if (!answer.IsSuccess()) {
+            result.errorDesc = ServiceAnswers::FailureText(answer);
+            result.errorCode = ServiceAnswers::RefusalCode(answer);
+            return result;
+        }
+        const std::optional<Value> value = read(answer);
+        result.success = value.has_value();
+        if (value)
+            result.value = *value;
+        else
+            result.errorDesc = ServiceAnswers::UnusableText();
+        return result;
+    }
+
+    ServiceTransport transport;
+};
+
+namespace
+{
+std::optional<VersionServiceApp> App(const WbHttpAnswer& answer)
+{
+    return AccountAnswers::ReadApp(ServiceAnswers::ObjectOf(answer.body));
+}
+
+std::optional<VersionServiceNothing> Nothing(const WbHttpAnswer& answer)
+{
+    Q_UNUSED(answer)
+    return VersionServiceNothing();
+}
+
+std::optional<VersionServiceSession> Session(const WbHttpAnswer& answer)
+{
+    return AccountAnswers::ReadSession(ServiceAnswers::ObjectOf(answer.body));
+}
+
+std::optional<VersionServiceSession> NewSession(const WbHttpAnswer& answer)
+{
+    const auto session = Session(answer);
+    return session && !session->token.isEmpty() ? session : std::nullopt;
+}
+
+std::optional<QVector<VersionServiceApp>> Apps(const WbHttpAnswer& answer)
+{
+    return AccountAnswers::ReadApps(ServiceAnswers::ObjectOf(answer.body));
+}
+} // namespace
+
+VersionServiceClient::VersionServiceClient() : d(std::make_unique<Private>()) {}
+
+VersionServiceClient::~VersionServiceClient() = default;
+
+void VersionServiceClient::SignIn(const QString& account, const QString& password, QObject* context,
+                                  const Callback<VersionServiceSession>& callback)
+{
+    d->Send<VersionServiceSession>(ServiceRoutes::SignIn(account, password, ServiceRoutes::NewKey()), context,
+                                   callback, NewSession);
+}
+
+void VersionServiceClient::GetCurrentSession(QObject* context,
+                                             const Callback<VersionServiceSession>& callback)
+{
+    d->Send<VersionServiceSession>(ServiceRoutes::CurrentSession(), context, callback, Session);
+}
+
+void VersionServiceClient::SignOut(QObject* context, const Callback<VersionServiceNothing>& callback)
+{
+    d->Send<VersionServiceNothing>(ServiceRoutes::SignOut(ServiceRoutes::NewKey()), context, callback,
+                                   Nothing);
+}
+
+void VersionServiceClient::ListApps(const QString& nameFilter, QObject* context,
+                                    const Callback<QVector<VersionServiceApp>>& callback)
+{
+    d->Send<QVector<VersionServiceApp>>(ServiceRoutes::ListApps(nameFilter), context, callback, Apps);
+}
+
+void VersionServiceClient::GetApp(const QString& appId, QObject* context,
+                                  const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::GetApp(appId), context, callback, App);
+}
+
+void VersionServiceClient::CreateApp(const QString& name, int kind, QObject* context,
+                                     const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::CreateApp(name, kind, ServiceRoutes::NewKey()), context,
+                               callback, App);
+}
+
+void VersionServiceClient::RenameApp(const QString& appId, const QString& name, QObject* context,
+                                     const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::RenameApp(appId, name, ServiceRoutes::NewKey()), context,
+                               callback, App);
+}
