@@ -34,10 +34,9 @@ bool MaySend(const WbHttpRequest& request)
 {
     if (!IsMethod(request.method) || !HasValidAddress(request.url) || !IsOneLine(request.bearerToken))
         return false;
-    const bool tokenIsSafe = request.bearerToken.isEmpty() ||
-                             request.url.scheme() == QLatin1String("https") || request.allowPlainToken ||
-                             IsLoopback(request.url.host());
-    return tokenIsSafe &&
+    const bool hasSecret = request.hasSecretBody || !request.bearerToken.isEmpty();
+    const bool isPrivate = request.url.scheme() == QLatin1String("https") || IsLoopback(request.url.host());
+    return (!hasSecret || isPrivate || request.allowPlainSecrets) &&
            std::all_of(request.headers.cbegin(), request.headers.cend(), [](const auto& header) {
                return !header.first.isEmpty() && IsOneLine(header.first) && IsOneLine(header.second) &&
                       !header.first.contains(':');
