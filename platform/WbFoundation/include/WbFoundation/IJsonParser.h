@@ -17,7 +17,7 @@ class JsonWriter;
 // declaration order) are the members of the JSON object. Properties may be of the types
 //   QString, bool, int, uint, qint64, quint64, double, QByteArray, QStringList, QVariantList, QVariantMap,
 //   enumerations, pointers to a record that the object owns (read and written in place), and
-//   QList<QSharedPointer<T>> of records, after RegisterRecordList<T>().
+//   QList<QSharedPointer<T>> of records, after RegisterRecordList<T>(); Q_PROPERTY must spell the type out.
 // A QByteArray that is valid UTF-8 becomes a JSON string of that text; any other one, and a text that begins
 // with that prefix, becomes the string "data:;base64," followed by its Base64 form. Whole numbers beyond
 // ±2^53 become strings.
