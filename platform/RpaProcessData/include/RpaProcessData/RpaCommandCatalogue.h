@@ -11,7 +11,8 @@
 
 // What an argument holds; decides the field it is edited with, how its text becomes Python and how it is
 // checked.
-enum class RpaArgumentType {
+enum class RpaArgumentType
+{
     Text,       // literal text, or "=" and a Python expression
     Number,     // literal number, or "=" and a Python expression
     Switch,     // "true" or "false", or "=" and a Python expression
@@ -51,7 +52,8 @@ struct RPAPROCESSDATA_EXPORT RpaOutputInfo
     bool required = false;
 };
 
-enum class RpaBlockKind {
+enum class RpaBlockKind
+{
     None,   // has no children
     Block,  // has children
     Loop,   // has children; "break" and "continue" are allowed inside

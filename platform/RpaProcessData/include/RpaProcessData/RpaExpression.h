@@ -9,7 +9,8 @@
 // spreadsheet); any other text is literal; a literal that begins with "=" or "'" is written with a leading
 // "'". Arguments of the type Expression are always Python; those of the types Variable, Choice, Process and
 // Element never are.
-namespace RpaExpression {
+namespace RpaExpression
+{
 // Whether the text is Python.
 RPAPROCESSDATA_EXPORT bool IsPython(RpaArgumentType type, const QString& text);
 

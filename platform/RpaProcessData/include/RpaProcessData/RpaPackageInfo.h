@@ -32,7 +32,7 @@ public:
 
     // The items themselves, shared.
     QList<QSharedPointer<PackageItem>> GetListPackageItemPtr() const;
-    void SetListPackageItemPtr(const QList<QSharedPointer<PackageItem>>& items);
+    void SetListPackageItemPtr(const QList<QSharedPointer<PackageItem>>& newItems);
 
     void WriteJson(JsonWriter& writer) const override;
     Commit ReadJson(JsonReader& reader) override;

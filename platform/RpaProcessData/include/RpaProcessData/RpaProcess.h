@@ -20,6 +20,9 @@ class RPAPROCESSDATA_EXPORT RpaProcess : public QObject
     Q_OBJECT
 
 public:
+    // Levels of nested blocks; deeper ones would not pass the limits for JSON when the app is loaded again.
+    static constexpr int maxDepth = 24;
+
     ~RpaProcess() override;
 
     QString GetName() const;
@@ -35,7 +38,7 @@ public:
 
     // Inserts statements with their children before the row (row -1 or beyond the end: at the end). Ids that
     // are empty or taken are replaced by fresh ones. Returns the ids of the inserted top statements; empty
-    // when the parent is unknown or nothing was given.
+    // when the parent is unknown, nothing was given, or maxDepth would be exceeded.
     QStringList Insert(const QString& parentId, int row, const QVector<RpaStatement>& statements);
 
     // Removes a statement with everything below it and returns it; Insert() of that value restores it with
@@ -85,6 +88,7 @@ private:
     RpaProcess(const QString& name, QObject* parent);
     void SetName(const QString& name);
     void WriteJson(JsonWriter& writer) const;
+    void SetUnknown(const QByteArray& members);
 
     class Private;
     const std::unique_ptr<Private> d;

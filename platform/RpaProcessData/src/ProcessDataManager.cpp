@@ -1,0 +1,270 @@
+#include "StatementJson_p.h"
+
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaCommandCatalogue.h>
+#include <RpaProcessData/RpaPackageInfo.h>
+#include <RpaProcessData/RpaProcess.h>
+#include <WbFoundation/JsonReader.h>
+#include <WbFoundation/JsonWriter.h>
+
+#include <QMap>
+
+#include <vector>
+
+namespace
+{
+struct ProcessRecord
+{
+    QString name;
+    QString program;
+    QVector<RpaStatement> statements;
+    QByteArray unknown;
+};
+
+ProcessRecord ReadProcess(JsonReader& reader)
+{
+    ProcessRecord record;
+    while (reader.NextMember()) {
+        if (reader.IsKey("name"))
+            reader.ReadString(record.name);
+        else if (reader.IsKey("program"))
+            reader.ReadString(record.program);
+        else if (reader.IsKey("statements"))
+            record.statements = StatementJson::Read(reader);
+        else
+            reader.KeepMember(record.unknown);
+    }
+    return record;
+}
+
+QVector<ProcessRecord> ReadProcesses(JsonReader& reader)
+{
+    QVector<ProcessRecord> records;
+    if (!reader.EnterArray())
+        return records;
+    while (reader.NextElement()) {
+        if (reader.EnterObject())
+            records.append(ReadProcess(reader));
+    }
+    return records;
+}
+} // namespace
+
+class ProcessDataManager::Private
+{
+public:
+    bool IsFree(const ProcessDataManager& manager, const QString& name) const
+    {
+        return !name.trimmed().isEmpty() && manager.IndexOf(name) < 0;
+    }
+
+    std::unique_ptr<RpaProcess> Make(ProcessDataManager& manager, const ProcessRecord& record) const
+    {
+        std::unique_ptr<RpaProcess> process(new RpaProcess(record.name, nullptr));
+        process->SetProgramText(record.program);
+        process->SetStatements(record.statements);
+        process->SetUnknown(record.unknown);
+        connect(process.get(), &RpaProcess::SigChanged, &manager, &ProcessDataManager::SigChanged);
+        return process;
+    }
+
+    void Replace(ProcessDataManager& manager, const QVector<ProcessRecord>& records);
+    void RenameCalls(const QString& name, const QString& newName);
+
+    std::vector<std::unique_ptr<RpaProcess>> processes;
+    QByteArray unknown; // members written by a newer client
+};
+
+ProcessDataManager::ProcessDataManager(QObject* parent) : IJsonParser(parent), d(std::make_unique<Private>())
+{
+}
+
+ProcessDataManager::~ProcessDataManager() = default;
+
+int ProcessDataManager::GetCount() const
+{
+    return static_cast<int>(d->processes.size());
+}
+
+QStringList ProcessDataManager::GetProcessNames() const
+{
+    QStringList names;
+    for (const auto& process : d->processes)
+        names.append(process->GetName());
+    return names;
+}
+
+QString ProcessDataManager::GetProcessNameFirst() const
+{
+    return d->processes.empty() ? QString() : d->processes.front()->GetName();
+}
+
+RpaProcess* ProcessDataManager::GetProcess(int index) const
+{
+    return index >= 0 && index < GetCount() ? d->processes[static_cast<size_t>(index)].get() : nullptr;
+}
+
+RpaProcess* ProcessDataManager::FindProcess(const QString& name) const
+{
+    return GetProcess(IndexOf(name));
+}
+
+int ProcessDataManager::IndexOf(const QString& name) const
+{
+    for (int i = 0; i < GetCount(); ++i) {
+        if (GetProcess(i)->GetName() == name)
+            return i;
+    }
+    return -1;
+}
+
+RpaProcess* ProcessDataManager::AddProcess(const QString& name, int index)
+{
+    if (!d->IsFree(*this, name))
+        return nullptr;
+    const int place = index < 0 || index > GetCount() ? GetCount() : index;
+    d->processes.insert(d->processes.begin() + place, d->Make(*this, {name, QString(), {}, QByteArray()}));
+    emit SigProcessAdded(place);
+    emit SigChanged();
+    return GetProcess(place);
+}
+
+QString ProcessDataManager::MakeFreeName(const QString& stem) const
+{
+    int number = 1;
+    QString name = stem + QString::number(number);
+    while (IndexOf(name) >= 0)
+        name = stem + QString::number(++number);
+    return name;
+}
+
+bool ProcessDataManager::RenameProcess(const QString& name, const QString& newName)
+{
+    const int index = IndexOf(name);
+    if (index < 0 || !d->IsFree(*this, newName))
+        return false;
+    GetProcess(index)->SetName(newName);
+    d->RenameCalls(name, newName);
+    emit SigProcessRenamed(index, name);
+    emit SigChanged();
+    return true;
+}
+
+void ProcessDataManager::Private::RenameCalls(const QString& name, const QString& newName)
+{
+    const RpaCommandCatalogue* catalogue = RpaCommandCatalogue::Instance();
+    for (const auto& process : processes) {
+        QMap<QString, QString> places; // statement id -> argument
+        process->ForEach([&](const RpaStatementNode& node) {
+            const RpaCommandInfo* command = catalogue->Find(node.GetCommand());
+            if (!command)
+                return;
+            for (const RpaArgumentInfo& argument : command->arguments) {
+                if (argument.type == RpaArgumentType::Process && node.GetArgument(argument.name) == name)
+                    places.insert(node.GetId(), argument.name);
+            }
+        });
+        for (auto place = places.cbegin(); place != places.cend(); ++place)
+            process->SetArgument(place.key(), place.value(), newName);
+    }
+}
+
+bool ProcessDataManager::RemoveProcess(const QString& name)
+{
+    const int index = IndexOf(name);
+    if (index < 0)
+        return false;
+    emit SigProcessAboutToBeRemoved(index);
+    d->processes.erase(d->processes.begin() + index);
+    emit SigProcessRemoved(index);
+    emit SigChanged();
+    return true;
+}
+
+bool ProcessDataManager::MoveProcess(int from, int to)
+{
+    if (!GetProcess(from) || !GetProcess(to) || from == to)
+        return false;
+    auto moved = std::move(d->processes[static_cast<size_t>(from)]);
+    d->processes.erase(d->processes.begin() + from);
+    d->processes.insert(d->processes.begin() + to, std::move(moved));
+    emit SigProcessMoved(from, to);
+    emit SigChanged();
+    return true;
+}
+
+void ProcessDataManager::Clear()
+{
+    d->Replace(*this, {});
+}
+
+void ProcessDataManager::Private::Replace(ProcessDataManager& manager, const QVector<ProcessRecord>& records)
+{
+    emit manager.SigAboutToReset();
+    processes.clear();
+    for (const ProcessRecord& record : records) {
+        processes.push_back(Make(manager, record));
+        // Names address processes: a nameless one, or a second one of the same name, could not be reached.
+        if (record.name.trimmed().isEmpty() || manager.IndexOf(record.name) + 1 < manager.GetCount())
+            processes.back()->SetName(manager.MakeFreeName(QStringLiteral("流程")));
+    }
+    emit manager.SigReset();
+    emit manager.SigChanged();
+}
+
+bool ProcessDataManager::GetPackageInfo(RpaPackageInfo& info) const
+{
+    const RpaCommandCatalogue* catalogue = RpaCommandCatalogue::Instance();
+    QMap<QString, QString> versions;
+    for (const auto& process : d->processes) {
+        process->ForEach([&](const RpaStatementNode& node) {
+            const RpaCommandInfo* command = catalogue->Find(node.GetCommand());
+            if (!command || command->packages.isEmpty() || !node.IsEffectivelyEnabled())
+                return;
+            for (const PackageItem& package : command->packages)
+                versions.insert(package.name, package.version);
+        });
+    }
+
+    QList<QSharedPointer<PackageItem>> items;
+    for (auto package = versions.cbegin(); package != versions.cend(); ++package) {
+        items.append(QSharedPointer<PackageItem>::create());
+        items.last()->name = package.key();
+        items.last()->version = package.value();
+    }
+    info.SetListPackageItemPtr(items);
+    return !items.isEmpty();
+}
+
+void ProcessDataManager::WriteJson(JsonWriter& writer) const
+{
+    writer.BeginObject();
+    writer.Key("processes");
+    writer.BeginArray();
+    for (const auto& process : d->processes)
+        process->WriteJson(writer);
+    writer.EndArray();
+    writer.RawMembers(d->unknown);
+    writer.EndObject();
+}
+
+IJsonParser::Commit ProcessDataManager::ReadJson(JsonReader& reader)
+{
+    if (reader.GetType() != JsonReader::Type::Object) {
+        reader.Fail(QStringLiteral("流程数据应为对象"));
+        return {};
+    }
+    QVector<ProcessRecord> records;
+    QByteArray unknown;
+    reader.EnterObject();
+    while (reader.NextMember()) {
+        if (reader.IsKey("processes"))
+            records = ReadProcesses(reader);
+        else
+            reader.KeepMember(unknown);
+    }
+    return [this, records, unknown] {
+        d->unknown = unknown;
+        d->Replace(*this, records);
+    };
+}

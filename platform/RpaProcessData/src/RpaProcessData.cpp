@@ -1,2 +1,0 @@
-#include <RpaProcessData/RpaCheckInfo.h>
-#include <RpaProcessData/RpaPackageInfo.h>
