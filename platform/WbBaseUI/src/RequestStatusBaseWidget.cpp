@@ -106,6 +106,15 @@ public:
         }
     }
 
+    // Return refreshes, unless the author has gone to work somewhere else meanwhile.
+    void OfferRefresh()
+    {
+        const QWidget* focus = QApplication::focusWidget();
+        if (focusBefore || !focus || q->isAncestorOf(focus)) {
+            buttonRefresh->setFocus();
+        }
+    }
+
     void RestoreFocus()
     {
         QWidget* focus = QApplication::focusWidget();
@@ -166,7 +175,7 @@ void RequestStatusBaseWidget::SetStatus(RequestStatus status)
     d->ShowParts();
     show();
     if (status == RequestStatus::Failed) {
-        d->buttonRefresh->setFocus();
+        d->OfferRefresh();
     }
 }
 

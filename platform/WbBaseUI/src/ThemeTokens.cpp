@@ -25,6 +25,7 @@ const std::array<ColorToken, kColorCount>& ColorTokens()
         {WbColor::AccentText, "accent-text", 0xff2450c8, 0xff8fb0ff},
         {WbColor::AccentSoft, "accent-soft", 0xffeaf0ff, 0xff22304f},
         {WbColor::FocusRing, "focus-ring", 0xff2b5ce0, 0xff8fb0ff},
+        {WbColor::FocusOnFill, "focus-on-fill", 0xffb3c9ff, 0xffd5e1ff},
         {WbColor::Danger, "danger", 0xffc8322b, 0xffcf3b33},
         {WbColor::DangerHover, "danger-hover", 0xffb02a24, 0xffbb332c},
         {WbColor::DangerPressed, "danger-pressed", 0xff96231e, 0xffa32b25},

@@ -53,12 +53,12 @@ ToastStack::ToastStack(QWidget* w) : QObject(w), window(w)
 
 void ToastStack::Show(const QString& text, ENUM_TOAST_TYPE type)
 {
-    // The same notice again is not another notice.
-    for (ToastWidget* toast : qAsConst(toasts)) {
-        if (toast->GetText() == text && toast->GetType() == type) {
-            toast->Renew();
-            return;
-        }
+    // The same notice again takes the place of the first; a row of equal notices would tell nothing more.
+    const auto same = std::find_if(toasts.begin(), toasts.end(), [&text, type](const ToastWidget* toast) {
+        return toast->GetText() == text && toast->GetType() == type;
+    });
+    if (same != toasts.end()) {
+        Remove(*same);
     }
     auto* toast = new ToastWidget(text, type, window);
     Adopt(toast);

@@ -54,7 +54,6 @@ ToastWidget::ToastWidget(const QString& text, ENUM_TOAST_TYPE t, QWidget* parent
     setAccessibleName(text);
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::PointingHandCursor);
-    setAutoFillBackground(true);
     labelIcon->setObjectName(QStringLiteral("labelToastIcon"));
     labelText->setObjectName(QStringLiteral("labelToastText"));
     labelText->setTextFormat(Qt::PlainText);
@@ -88,18 +87,6 @@ ToastWidget::ToastWidget(const QString& text, ENUM_TOAST_TYPE t, QWidget* parent
 QString ToastWidget::GetText() const
 {
     return labelText->text();
-}
-
-void ToastWidget::Renew()
-{
-    if (leaving) {
-        FadeIn();
-        return;
-    }
-    if (!underMouse()) {
-        timer.start();
-    }
-    Announce();
 }
 
 void ToastWidget::FadeIn()

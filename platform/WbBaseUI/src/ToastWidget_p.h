@@ -21,8 +21,6 @@ public:
     int GetType() const { return type; }
     QString GetText() const;
 
-    // Starts the time again, as if the notice had just come.
-    void Renew();
     void FadeIn();
     void FadeOut();
 

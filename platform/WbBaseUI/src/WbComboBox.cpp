@@ -5,6 +5,7 @@
 
 #include <QListView>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 
 namespace
 {
@@ -54,6 +55,10 @@ void WbComboBox::SetBusinessStyle(int style)
 void WbComboBox::showPopup()
 {
     QAbstractItemView* list = view();
+    if (!qobject_cast<QStyledItemDelegate*>(list->itemDelegate())) {
+        // The combo box's own delegate does not know the style sheet's row height.
+        list->setItemDelegate(new QStyledItemDelegate(list));
+    }
     if (auto* listView = qobject_cast<QListView*>(list)) {
         // Otherwise the list measures every row before it paints the first.
         listView->setUniformItemSizes(true);

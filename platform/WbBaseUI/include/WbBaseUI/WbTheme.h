@@ -31,6 +31,7 @@ enum class WbColor
     AccentText, // links, selected tabs, icons that are on
     AccentSoft, // tinted background of secondary buttons
     FocusRing,
+    FocusOnFill, // ring inside a filled button
     Danger,
     DangerHover,
     DangerPressed,
