@@ -17,7 +17,7 @@ namespace
 {
 constexpr int kErrorIcon = 48;
 constexpr int kSpacing = 16;
-constexpr int kReasonWidth = 480;
+constexpr int kSideMargin = 32;
 
 QLabel* MakeLabel(const QString& name, QWidget* parent)
 {
@@ -44,11 +44,12 @@ public:
         buttonRefresh->setObjectName(QStringLiteral("pushButtonRefresh"));
         buttonRefresh->setText(QStringLiteral("刷新"));
         column->addStretch(2);
-        for (QWidget* part : {static_cast<QWidget*>(spinner), static_cast<QWidget*>(labelIcon),
-                              static_cast<QWidget*>(labelTitle), static_cast<QWidget*>(labelReason),
-                              static_cast<QWidget*>(buttonRefresh)}) {
-            column->addWidget(part, 0, Qt::AlignHCenter);
-        }
+        column->addWidget(spinner, 0, Qt::AlignHCenter);
+        column->addWidget(labelIcon);
+        column->addWidget(labelTitle);
+        // It wraps, so it gets the whole width; aligned to the middle it would be cut after its first line.
+        column->addWidget(labelReason);
+        column->addWidget(buttonRefresh, 0, Qt::AlignHCenter);
         column->addStretch(3);
         AdjustForDpi();
         DpiTool::Register(this);
@@ -59,7 +60,8 @@ public:
     void AdjustForDpi() override
     {
         column->setSpacing(DpiTool::ScaleDefault(kSpacing));
-        labelReason->setMaximumWidth(DpiTool::ScaleDefault(kReasonWidth));
+        const int margin = DpiTool::ScaleDefault(kSideMargin);
+        column->setContentsMargins(margin, 0, margin, 0);
         PaintIcon();
     }
 

@@ -128,7 +128,10 @@ QWidget* Fields()
     spin->setSuffix(QStringLiteral(" 秒"));
     spin->setValue(30);
     form->addRow(QStringLiteral("数字"), spin);
-    form->addRow(QStringLiteral("日期"), new QDateEdit(QDate(2026, 11, 20), page));
+    auto* date = new QDateEdit(QDate(2026, 11, 20), page);
+    date->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+    date->setCalendarPopup(true);
+    form->addRow(QStringLiteral("日期"), date);
     auto* notes = new WbTextEdit(page);
     notes->setPlaceholderText(QStringLiteral("版本描述不超过50字符"));
     notes->setMaximumHeight(Px(80));
