@@ -31,6 +31,12 @@ bool ToastWatcher::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Show && watched->objectName() == QLatin1String("WbToast")) {
         const auto* label = watched->findChild<QLabel*>(QStringLiteral("labelToastText"));
         const SeenToast toast{label ? label->text() : QString(), watched->property("toastType").toInt()};
+        const QPair<QPointer<QObject>, SeenToast> source(watched, toast);
+        // A toast that moves to another window is shown again, but it is no second notice.
+        if (sources.contains(source)) {
+            return false;
+        }
+        sources.append(source);
         toasts.append(toast);
         emit SigToast(toast.text, toast.type);
     }

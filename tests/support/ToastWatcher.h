@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QPair>
+#include <QPointer>
 #include <QString>
 #include <QVector>
 
@@ -36,6 +38,7 @@ protected:
 
 private:
     QVector<SeenToast> toasts;
+    QVector<QPair<QPointer<QObject>, SeenToast>> sources;
 };
 
 // How QtTest prints one.

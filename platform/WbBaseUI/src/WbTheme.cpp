@@ -1,5 +1,6 @@
 #include "StyleSheetTemplate_p.h"
 #include "ThemeImages_p.h"
+#include "ThemeStyle_p.h"
 #include "ThemeTokens_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -10,7 +11,6 @@
 #include <QFile>
 #include <QPalette>
 #include <QScreen>
-#include <QStyleFactory>
 #include <QToolTip>
 
 namespace
@@ -112,8 +112,8 @@ void WbTheme::Apply(Scheme scheme)
 {
     d->scheme = scheme;
     if (!d->applied) {
-        // The style sheet is drawn for this style; others add frames and gradients of their own.
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        // The application takes the style over.
+        QApplication::setStyle(std::make_unique<ThemeStyle>().release());
     }
     d->applied = true;
     const QPalette palette = MakePalette(scheme);
