@@ -285,9 +285,9 @@ WbHttpError Transfer::ErrorOf(CURLcode code) const
     case CURLE_SSL_CIPHER:
         return WbHttpError::TlsFailed;
     case CURLE_URL_MALFORMAT:
-    case CURLE_UNSUPPORTED_PROTOCOL:
         return WbHttpError::BadRequest;
     case CURLE_WEIRD_SERVER_REPLY:
+    case CURLE_UNSUPPORTED_PROTOCOL: // of the answer; that of the request was checked
     case CURLE_BAD_CONTENT_ENCODING:
         return WbHttpError::BadAnswer;
     default:
