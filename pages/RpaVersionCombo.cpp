@@ -1,6 +1,7 @@
 #include "RpaVersionCombo.h"
 
 #include "RpaVersionItem.h"
+#include "RpaVersionList.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -22,7 +23,7 @@ RpaVersionCombo::RpaVersionCombo(QWidget* parent)
     nameEdit->setContextMenuPolicy(Qt::NoContextMenu);
     nameEdit->setReadOnly(true);
 
-    list = new QListWidget(this);
+    list = new RpaVersionList(this);
     list->setFocusPolicy(Qt::NoFocus);
 
     hideTimer = new QTimer(this);
@@ -51,6 +52,7 @@ void RpaVersionCombo::AddRow(const QString& name, const QString& tip, const QVar
     row->SetState(state);
     row->SetTip(tip);
     connect(row, &RpaVersionItem::SigDelete, this, &RpaVersionCombo::SlotDeleteVersion);
+    row->SetInSight(false);
     list->setItemWidget(entry, row);
 }
 

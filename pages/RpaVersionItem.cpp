@@ -81,6 +81,17 @@ void RpaVersionItem::SetTip(const QString& value)
     }
 }
 
+void RpaVersionItem::SetInSight(bool value)
+{
+    inSight = value;
+    setVisible(value);
+}
+
+void RpaVersionItem::setVisible(bool visible)
+{
+    WbBaseWidget::setVisible(visible && inSight);
+}
+
 void RpaVersionItem::AdjustForDpi()
 {
     ApplyLayoutMetrics();
@@ -89,6 +100,11 @@ void RpaVersionItem::AdjustForDpi()
 
 bool RpaVersionItem::event(QEvent* event)
 {
+    if (event->type() == QEvent::PolishRequest && !inSight) {
+        // Every new widget is asked this soon after its birth; out of sight it is soon enough when it is
+        // shown.
+        return true;
+    }
     if (event->type() == QEvent::Polish) {
         EnsureBuilt();
     }

@@ -37,6 +37,10 @@ public:
     QString GetTip() const { return tip; }
     void SetTip(const QString& value);
 
+    // Whether the row can be seen in its list; a row out of sight stays hidden whoever shows it.
+    void SetInSight(bool value);
+    void setVisible(bool visible) override;
+
     void AdjustForDpi() override;
 
 signals:
@@ -61,6 +65,7 @@ private:
     QString name;
     QVariant data;
     QString tip;
+    bool inSight = true;
     QLabel* iconLabel = nullptr;
     ElidedLabelEx* textLabel = nullptr;
     QPushButton* deleteButton = nullptr;
