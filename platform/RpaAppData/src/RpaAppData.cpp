@@ -1,3 +1,258 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaHtmlNodeManager.h>
+#include <RpaProcessData/RpaPackageInfo.h>
+#include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaUiaNodeManager.h>
+#include <WbFoundation/JsonReader.h>
+#include <WbFoundation/JsonWriter.h>
+
+#include <QVector>
+
+#include <algorithm>
+
+class RpaAppData::Private
+{
+public:
+    struct Part
+    {
+        const char* name;
+        IJsonParser* part;
+    };
+
+    // The parts that are records themselves, in the order in which they are written.
+    QVector<Part> GetParts()
+    {
+        return {{"uiData", &uiData},
+                {"processData", &processData},
+                {"packageInfo", &packageInfo},
+                {"htmlNodes", &htmlNodes},
+                {"uiaNodes", &uiaNodes}};
+    }
+
+    IJsonParser* FindPart(const JsonReader& reader)
+    {
+        for (const Part& part : GetParts()) {
+            if (reader.IsKey(part.name))
+                return part.part;
+        }
+        return nullptr;
+    }
+
+    void WriteExtendInfo(JsonWriter& writer) const;
+    RpaAppExtendInfo ReadExtendInfo(JsonReader& reader, QByteArray& unknownMembers) const;
+
+    QString version;
+    RpaAppExtendInfo extendInfo;
+    RpaAppRunTimeInfo runTimeInfo;
+    RpaUIDataManager uiData;
+    ProcessDataManager processData;
+    RpaPackageInfo packageInfo;
+    RpaHtmlNodeManager htmlNodes;
+    RpaUiaNodeManager uiaNodes;
+    bool modified = false;
+
+    // Members written by a newer client.
+    QByteArray unknown;
+    QByteArray unknownExtendInfo;
+};
+
+RpaAppData::RpaAppData(QObject* parent) : IJsonParser(parent), d(std::make_unique<Private>())
+{
+    // Signals that carry the pointer may be queued.
+    static const int metaType = qRegisterMetaType<RpaAppDataPtr>("RpaAppDataPtr");
+    Q_UNUSED(metaType)
+}
+
+RpaAppData::~RpaAppData() = default;
+
+void RpaAppData::InitDefault()
+{
+    const QString mainProcess = QStringLiteral("主流程");
+    d->version.clear();
+    d->extendInfo.manual.clear();
+    d->unknown.clear();
+    d->unknownExtendInfo.clear();
+    d->packageInfo.SetListPackageItemPtr({});
+    d->htmlNodes.Clear();
+    d->uiaNodes.Clear();
+
+    d->processData.Clear();
+    d->processData.AddProcess(mainProcess);
+
+    RpaToolItem start;
+    start.text = QStringLiteral("开始");
+    start.processName = mainProcess;
+    d->uiData.Clear();
+    d->uiData.AddUIData(QStringLiteral("界面1"), start);
+    emit SigReplaced();
+}
+
+RpaAppExtendInfo* RpaAppData::GetAppExtendInfo() const
+{
+    return &d->extendInfo;
+}
+
+RpaAppRunTimeInfo* RpaAppData::GetRunTimeInfo() const
+{
+    return &d->runTimeInfo;
+}
+
+RpaUIDataManager* RpaAppData::GetUIDataManager() const
+{
+    return &d->uiData;
+}
+
+ProcessDataManager* RpaAppData::GetProcessDataManager() const
+{
+    return &d->processData;
+}
+
+RpaPackageInfo* RpaAppData::GetPackageInfo() const
+{
+    return &d->packageInfo;
+}
+
+RpaHtmlNodeManager* RpaAppData::GetHtmlNodeManager() const
+{
+    return &d->htmlNodes;
+}
+
+RpaUiaNodeManager* RpaAppData::GetUiaNodeManager() const
+{
+    return &d->uiaNodes;
+}
+
+QString RpaAppData::GetVersion() const
+{
+    return d->version;
+}
+
+void RpaAppData::SetVersion(const QString& version)
+{
+    d->version = version;
+}
+
+void RpaAppData::CheckPackageInfo()
+{
+    RpaPackageInfo needed;
+    d->processData.GetPackageInfo(needed);
+
+    // The author's own choices stay, a version chosen there included; what the process needs beyond them is
+    // added.
+    QList<QSharedPointer<PackageItem>> items = d->packageInfo.GetListPackageItemPtr();
+    const QList<QSharedPointer<PackageItem>> neededItems = needed.GetListPackageItemPtr();
+    for (const QSharedPointer<PackageItem>& item : neededItems) {
+        const bool known =
+            std::any_of(items.cbegin(), items.cend(), [&](const QSharedPointer<PackageItem>& other) {
+                return other->name.compare(item->name, Qt::CaseInsensitive) == 0;
+            });
+        if (!known)
+            items.append(item);
+    }
+    d->packageInfo.SetListPackageItemPtr(items);
+}
+
+bool RpaAppData::GetModified() const
+{
+    return d->modified;
+}
+
+void RpaAppData::SetModified(bool modified)
+{
+    const bool changed = modified != d->modified;
+    d->modified = modified;
+    if (changed)
+        emit SigModifiedChanged(modified);
+    if (modified)
+        emit SigEdited();
+}
+
+void RpaAppData::Private::WriteExtendInfo(JsonWriter& writer) const
+{
+    writer.BeginObject();
+    writer.Member("appId", extendInfo.GetAppId());
+    writer.Member("oxsAppKey", extendInfo.GetOxsAppKey());
+    writer.Member("appKind", extendInfo.GetAppKind());
+    writer.Member("manual", extendInfo.manual);
+    writer.RawMembers(unknownExtendInfo);
+    writer.EndObject();
+}
+
+RpaAppExtendInfo RpaAppData::Private::ReadExtendInfo(JsonReader& reader, QByteArray& unknownMembers) const
+{
+    RpaAppExtendInfo info = extendInfo;
+    if (!reader.EnterObject())
+        return info;
+    while (reader.NextMember()) {
+        QString text;
+        int kind = 0;
+        if (reader.IsKey("appId")) {
+            if (reader.ReadString(text))
+                info.SetAppId(text);
+        } else if (reader.IsKey("oxsAppKey")) {
+            if (reader.ReadString(text))
+                info.SetOxsAppKey(text);
+        } else if (reader.IsKey("appKind")) {
+            if (reader.ReadInt(kind))
+                info.SetAppKind(kind);
+        } else if (reader.IsKey("manual")) {
+            reader.ReadString(info.manual);
+        } else {
+            reader.KeepMember(unknownMembers);
+        }
+    }
+    return info;
+}
+
+void RpaAppData::WriteJson(JsonWriter& writer) const
+{
+    writer.BeginObject();
+    writer.Member("version", d->version);
+    writer.Key("extendInfo");
+    d->WriteExtendInfo(writer);
+    for (const Private::Part& part : d->GetParts()) {
+        writer.Key(part.name);
+        part.part->WriteJson(writer);
+    }
+    writer.RawMembers(d->unknown);
+    writer.EndObject();
+}
+
+IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
+{
+    if (reader.GetType() != JsonReader::Type::Object) {
+        reader.Fail(QStringLiteral("应用数据应为对象"));
+        return {};
+    }
+    QString version = d->version;
+    RpaAppExtendInfo extendInfo = d->extendInfo;
+    QByteArray unknown;
+    QByteArray unknownExtendInfo;
+    QVector<Commit> commits;
+    reader.EnterObject();
+    while (reader.NextMember()) {
+        if (IJsonParser* part = d->FindPart(reader))
+            commits.append(part->ReadJson(reader));
+        else if (reader.IsKey("version"))
+            reader.ReadString(version);
+        else if (reader.IsKey("extendInfo"))
+            extendInfo = d->ReadExtendInfo(reader, unknownExtendInfo);
+        else
+            reader.KeepMember(unknown);
+    }
+    return [this, version, extendInfo, unknown, unknownExtendInfo, commits] {
+        d->version = version;
+        d->extendInfo = extendInfo;
+        d->unknown = unknown;
+        d->unknownExtendInfo = unknownExtendInfo;
+        for (const Commit& commit : commits) {
+            if (commit)
+                commit();
+        }
+        emit SigReplaced();
+    };
+}

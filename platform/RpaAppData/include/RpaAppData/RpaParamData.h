@@ -15,7 +15,8 @@
 class JsonReader;
 class JsonWriter;
 
-enum class RpaParamType {
+enum class RpaParamType
+{
     Text,     // QString
     Number,   // double
     Date,     // QDate
@@ -31,6 +32,7 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     QString name;  // what processes read; unique in the page
     QString label; // what the user sees; the name when empty
     RpaParamType type = RpaParamType::Text;
+    QString foreignType;   // a newer client's type, treated as Text here and written back
     QVariant defaultValue; // invalid for none
     QVariant value;        // invalid: the default counts
     QStringList choices;   // of a Choice

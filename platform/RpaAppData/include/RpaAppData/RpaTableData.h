@@ -15,7 +15,8 @@
 class JsonReader;
 class JsonWriter;
 
-enum class RpaColumnType {
+enum class RpaColumnType
+{
     Text,   // QString
     Number, // double
     Date,   // QDate
@@ -26,8 +27,9 @@ struct RPAAPPDATA_EXPORT RpaTableColumn
 {
     QString name; // unique in the table
     RpaColumnType type = RpaColumnType::Text;
-    int width = 0;      // pixels at 100 %; 0 for the default
-    QByteArray unknown; // members written by a newer client, kept as they came
+    QString foreignType; // a newer client's type, treated as Text here and written back
+    int width = 0;       // pixels at 100 %; 0 for the default
+    QByteArray unknown;  // members written by a newer client, kept as they came
 
     // Turns a value into this column's type; an invalid value and an empty text are an empty cell (invalid).
     // False, with the value left alone, when it does not fit.
@@ -114,4 +116,5 @@ signals:
 private:
     QVector<RpaTableColumn> columns;
     QVector<QVariantList> rows;
+    QByteArray unknown; // members written by a newer client
 };

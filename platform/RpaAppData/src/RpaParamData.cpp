@@ -1,0 +1,246 @@
+#include "ListMove_p.h"
+#include "ParamJson_p.h"
+#include "TypedValue_p.h"
+
+#include <RpaAppData/RpaParamData.h>
+#include <WbFoundation/JsonReader.h>
+#include <WbFoundation/JsonWriter.h>
+
+#include <QDate>
+
+#include <tuple>
+
+namespace
+{
+struct TypeRow
+{
+    RpaParamType type;
+    const char* name;
+    QString title;
+};
+
+const QVector<TypeRow>& TypeRows()
+{
+    static const QVector<TypeRow> rows{
+        {RpaParamType::Text, "text", QStringLiteral("文本")},
+        {RpaParamType::Number, "number", QStringLiteral("数字")},
+        {RpaParamType::Date, "date", QStringLiteral("日期")},
+        {RpaParamType::Choice, "choice", QStringLiteral("下拉选择")},
+        {RpaParamType::Switch, "switch", QStringLiteral("开关")},
+        {RpaParamType::File, "file", QStringLiteral("文件")},
+        {RpaParamType::Password, "password", QStringLiteral("密码")},
+    };
+    return rows;
+}
+
+auto Tie(const RpaParamItem& item)
+{
+    return std::tie(item.name, item.label, item.type, item.foreignType, item.defaultValue, item.value,
+                    item.choices, item.required, item.hint, item.unknown);
+}
+
+void DropWhatDoesNotFit(RpaParamItem& item)
+{
+    if (!item.Fit(item.defaultValue))
+        item.defaultValue = QVariant();
+    if (!item.Fit(item.value))
+        item.value = QVariant();
+}
+} // namespace
+
+QVariant RpaParamItem::GetEffectiveValue() const
+{
+    if (value.isValid())
+        return value;
+    if (defaultValue.isValid())
+        return defaultValue;
+    switch (type) {
+    case RpaParamType::Number:
+        return 0.0;
+    case RpaParamType::Date:
+        return QDate();
+    case RpaParamType::Switch:
+        return false;
+    default:
+        return QString();
+    }
+}
+
+bool RpaParamItem::Fit(QVariant& candidate) const
+{
+    if (!candidate.isValid())
+        return true;
+    switch (type) {
+    case RpaParamType::Number:
+        return TypedValue::ToNumber(candidate);
+    case RpaParamType::Date:
+        return TypedValue::ToDate(candidate);
+    case RpaParamType::Switch:
+        return TypedValue::ToSwitch(candidate);
+    case RpaParamType::Choice: {
+        QVariant text = candidate;
+        if (!TypedValue::ToText(text) || !choices.contains(text.toString()))
+            return false;
+        candidate = text;
+        return true;
+    }
+    case RpaParamType::Text:
+    case RpaParamType::File:
+    case RpaParamType::Password:
+        break;
+    }
+    return TypedValue::ToText(candidate);
+}
+
+bool RpaParamItem::operator==(const RpaParamItem& other) const
+{
+    return Tie(*this) == Tie(other);
+}
+
+QString RpaParamItem::GetTypeName(RpaParamType type)
+{
+    for (const TypeRow& row : TypeRows()) {
+        if (row.type == type)
+            return QLatin1String(row.name);
+    }
+    return QString();
+}
+
+QString RpaParamItem::GetTypeTitle(RpaParamType type)
+{
+    for (const TypeRow& row : TypeRows()) {
+        if (row.type == type)
+            return row.title;
+    }
+    return QString();
+}
+
+QVector<RpaParamType> RpaParamItem::GetTypes()
+{
+    QVector<RpaParamType> types;
+    for (const TypeRow& row : TypeRows())
+        types.append(row.type);
+    return types;
+}
+
+RpaParamData::RpaParamData(QObject* parent) : QObject(parent) {}
+
+QStringList RpaParamData::GetNames() const
+{
+    QStringList names;
+    for (const RpaParamItem& item : items)
+        names.append(item.name);
+    return names;
+}
+
+int RpaParamData::IndexOf(const QString& name) const
+{
+    for (int i = 0; i < items.size(); ++i) {
+        if (items.at(i).name == name)
+            return i;
+    }
+    return -1;
+}
+
+QString RpaParamData::MakeFreeName(const QString& stem) const
+{
+    int number = 1;
+    QString name = stem + QString::number(number);
+    while (IndexOf(name) >= 0)
+        name = stem + QString::number(++number);
+    return name;
+}
+
+int RpaParamData::InsertItem(int index, const RpaParamItem& item)
+{
+    if (item.name.trimmed().isEmpty() || IndexOf(item.name) >= 0)
+        return -1;
+    const int place = ListMove::Place(index, items.size());
+    RpaParamItem settled = item;
+    DropWhatDoesNotFit(settled);
+    items.insert(place, settled);
+    emit SigInserted(place);
+    emit SigChanged();
+    return place;
+}
+
+bool RpaParamData::SetItem(int index, const RpaParamItem& item)
+{
+    const int sameName = IndexOf(item.name);
+    if (index < 0 || index >= items.size() || item.name.trimmed().isEmpty() ||
+        (sameName >= 0 && sameName != index))
+        return false;
+    RpaParamItem settled = item;
+    DropWhatDoesNotFit(settled);
+    if (settled == items.at(index))
+        return false;
+    items[index] = settled;
+    emit SigItemChanged(index);
+    emit SigChanged();
+    return true;
+}
+
+bool RpaParamData::RemoveItem(int index)
+{
+    if (index < 0 || index >= items.size())
+        return false;
+    items.removeAt(index);
+    emit SigRemoved(index);
+    emit SigChanged();
+    return true;
+}
+
+bool RpaParamData::MoveItem(int from, int to)
+{
+    if (!ListMove::Move(items, from, to))
+        return false;
+    emit SigMoved(from, to);
+    emit SigChanged();
+    return true;
+}
+
+void RpaParamData::SetItems(const QVector<RpaParamItem>& newItems)
+{
+    items.clear();
+    for (RpaParamItem item : newItems) {
+        if (item.name.trimmed().isEmpty() || IndexOf(item.name) >= 0)
+            item.name = MakeFreeName(QStringLiteral("参数"));
+        DropWhatDoesNotFit(item);
+        items.append(item);
+    }
+    emit SigReset();
+    emit SigChanged();
+}
+
+bool RpaParamData::SetValue(int index, const QVariant& value)
+{
+    QVariant fitting = value;
+    if (index < 0 || index >= items.size() || !items.at(index).Fit(fitting))
+        return false;
+    if (items.at(index).value == fitting && items.at(index).value.isValid() == fitting.isValid())
+        return true;
+    items[index].value = fitting;
+    emit SigValueChanged(index);
+    emit SigChanged();
+    return true;
+}
+
+void RpaParamData::WriteJson(JsonWriter& writer) const
+{
+    writer.BeginArray();
+    for (const RpaParamItem& item : items)
+        ParamJson::Write(writer, item);
+    writer.EndArray();
+}
+
+std::function<void()> RpaParamData::ReadJson(JsonReader& reader)
+{
+    QVector<RpaParamItem> read;
+    if (!reader.EnterArray())
+        return {};
+    while (reader.NextElement()) {
+        if (reader.EnterObject())
+            read.append(ParamJson::Read(reader));
+    }
+    return [this, read] { SetItems(read); };
+}

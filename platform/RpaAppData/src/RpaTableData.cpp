@@ -1,0 +1,229 @@
+#include "ListMove_p.h"
+#include "TableJson_p.h"
+
+#include <RpaAppData/RpaTableData.h>
+#include <WbFoundation/JsonReader.h>
+#include <WbFoundation/JsonWriter.h>
+
+#include <algorithm>
+
+namespace
+{
+// As many cells as columns, each of its column's type. False when a cell does not fit or there are too many.
+bool FitRow(const QVector<RpaTableColumn>& columns, QVariantList& row)
+{
+    if (row.size() > columns.size())
+        return false;
+    for (int i = 0; i < row.size(); ++i) {
+        if (!columns.at(i).Fit(row[i]))
+            return false;
+    }
+    while (row.size() < columns.size())
+        row.append(QVariant());
+    return true;
+}
+
+// Whatever comes from a file is made to fit; what cannot be becomes empty.
+void ForceRow(const QVector<RpaTableColumn>& columns, QVariantList& row)
+{
+    while (row.size() > columns.size())
+        row.removeLast();
+    for (int i = 0; i < row.size(); ++i) {
+        if (!columns.at(i).Fit(row[i]))
+            row[i] = QVariant();
+    }
+    while (row.size() < columns.size())
+        row.append(QVariant());
+}
+} // namespace
+
+RpaTableData::RpaTableData(QObject* parent) : QObject(parent) {}
+
+QStringList RpaTableData::GetColumnNames() const
+{
+    QStringList names;
+    for (const RpaTableColumn& column : columns)
+        names.append(column.name);
+    return names;
+}
+
+int RpaTableData::IndexOfColumn(const QString& name) const
+{
+    for (int i = 0; i < columns.size(); ++i) {
+        if (columns.at(i).name == name)
+            return i;
+    }
+    return -1;
+}
+
+QString RpaTableData::MakeFreeColumnName(const QString& stem) const
+{
+    int number = 1;
+    QString name = stem + QString::number(number);
+    while (IndexOfColumn(name) >= 0)
+        name = stem + QString::number(++number);
+    return name;
+}
+
+int RpaTableData::InsertColumn(int index, const RpaTableColumn& column)
+{
+    if (column.name.trimmed().isEmpty() || IndexOfColumn(column.name) >= 0)
+        return -1;
+    const int place = ListMove::Place(index, columns.size());
+    emit SigAboutToInsertColumn(place);
+    columns.insert(place, column);
+    for (QVariantList& row : rows)
+        row.insert(place, QVariant());
+    emit SigColumnInserted(place);
+    emit SigChanged();
+    return place;
+}
+
+bool RpaTableData::SetColumn(int index, const RpaTableColumn& column)
+{
+    const int sameName = IndexOfColumn(column.name);
+    if (index < 0 || index >= columns.size() || column.name.trimmed().isEmpty() ||
+        (sameName >= 0 && sameName != index) || column == columns.at(index))
+        return false;
+
+    const bool newType = column.type != columns.at(index).type;
+    columns[index] = column;
+    if (newType) {
+        for (QVariantList& row : rows) {
+            if (!column.Fit(row[index]))
+                row[index] = QVariant();
+        }
+    }
+    emit SigColumnChanged(index);
+    if (newType && !rows.isEmpty())
+        emit SigCellsChanged(0, index, rows.size() - 1, index);
+    emit SigChanged();
+    return true;
+}
+
+bool RpaTableData::RemoveColumn(int index)
+{
+    if (index < 0 || index >= columns.size())
+        return false;
+    emit SigAboutToRemoveColumn(index);
+    columns.removeAt(index);
+    for (QVariantList& row : rows)
+        row.removeAt(index);
+    emit SigColumnRemoved(index);
+    emit SigChanged();
+    return true;
+}
+
+bool RpaTableData::MoveColumn(int from, int to)
+{
+    if (from < 0 || to < 0 || from >= columns.size() || to >= columns.size() || from == to)
+        return false;
+    emit SigAboutToReset();
+    columns.move(from, to);
+    for (QVariantList& row : rows)
+        row.move(from, to);
+    emit SigReset();
+    emit SigChanged();
+    return true;
+}
+
+QVariant RpaTableData::GetCell(int row, int column) const
+{
+    if (row < 0 || row >= rows.size() || column < 0 || column >= columns.size())
+        return QVariant();
+    return rows.at(row).at(column);
+}
+
+bool RpaTableData::SetCell(int row, int column, const QVariant& value)
+{
+    QVariant fitting = value;
+    if (row < 0 || row >= rows.size() || column < 0 || column >= columns.size() ||
+        !columns.at(column).Fit(fitting))
+        return false;
+    QVariant& cell = rows[row][column];
+    if (cell == fitting && cell.isValid() == fitting.isValid())
+        return true;
+    cell = fitting;
+    emit SigCellsChanged(row, column, row, column);
+    emit SigChanged();
+    return true;
+}
+
+int RpaTableData::InsertRows(int row, const QVector<QVariantList>& newRows)
+{
+    QVector<QVariantList> fitting = newRows;
+    for (QVariantList& cells : fitting) {
+        if (!FitRow(columns, cells))
+            return -1;
+    }
+    if (fitting.isEmpty())
+        return -1;
+
+    const int first = ListMove::Place(row, rows.size());
+    emit SigAboutToInsertRows(first, first + fitting.size() - 1);
+    // One shift of the rows behind, however many are inserted.
+    rows.insert(first, fitting.size(), QVariantList());
+    std::move(fitting.begin(), fitting.end(), rows.begin() + first);
+    emit SigRowsInserted(first, first + fitting.size() - 1);
+    emit SigChanged();
+    return first;
+}
+
+bool RpaTableData::RemoveRows(int row, int count)
+{
+    if (row < 0 || count <= 0 || count > rows.size() - row)
+        return false;
+    emit SigAboutToRemoveRows(row, row + count - 1);
+    rows.remove(row, count);
+    emit SigRowsRemoved(row, row + count - 1);
+    emit SigChanged();
+    return true;
+}
+
+bool RpaTableData::MoveRow(int from, int to)
+{
+    if (from < 0 || to < 0 || from >= rows.size() || to >= rows.size() || from == to)
+        return false;
+    emit SigAboutToReset();
+    rows.move(from, to);
+    emit SigReset();
+    emit SigChanged();
+    return true;
+}
+
+void RpaTableData::ClearRows()
+{
+    RemoveRows(0, rows.size());
+}
+
+void RpaTableData::WriteJson(JsonWriter& writer) const
+{
+    writer.BeginObject();
+    TableJson::Write(writer, columns, rows);
+    writer.RawMembers(unknown);
+    writer.EndObject();
+}
+
+std::function<void()> RpaTableData::ReadJson(JsonReader& reader)
+{
+    QByteArray foreign;
+    if (!reader.EnterObject())
+        return {};
+    TableJson::Table table = TableJson::Read(reader, foreign);
+    for (QVariantList& row : table.rows)
+        ForceRow(table.columns, row);
+
+    return [this, table, foreign] {
+        emit SigAboutToReset();
+        unknown = foreign;
+        columns.clear();
+        rows = table.rows;
+        for (RpaTableColumn column : table.columns) {
+            if (column.name.trimmed().isEmpty() || IndexOfColumn(column.name) >= 0)
+                column.name = MakeFreeColumnName(QStringLiteral("列"));
+            columns.append(column);
+        }
+        emit SigReset();
+        emit SigChanged();
+    };
+}

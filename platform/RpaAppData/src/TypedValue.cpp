@@ -1,0 +1,117 @@
+#include "TypedValue_p.h"
+
+#include <QDate>
+#include <QDateTime>
+#include <QLocale>
+
+#include <cmath>
+
+namespace
+{
+bool IsNumber(const QVariant& value)
+{
+    switch (static_cast<QMetaType::Type>(value.userType())) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QDate ReadDate(const QString& text)
+{
+    const QDate date = QDate::fromString(text, Qt::ISODate);
+    if (date.isValid())
+        return date;
+    // The forms that Chinese users write.
+    for (const QString& format : {QStringLiteral("yyyy/M/d"), QStringLiteral("yyyy年M月d日"),
+                                  QStringLiteral("yyyy-M-d"), QStringLiteral("yyyy.M.d")}) {
+        const QDate other = QDate::fromString(text, format);
+        if (other.isValid())
+            return other;
+    }
+    return QDate();
+}
+} // namespace
+
+bool TypedValue::ToNumber(QVariant& value)
+{
+    bool ok = true;
+    double number = 0;
+    if (IsNumber(value)) {
+        number = value.toDouble();
+    } else if (value.userType() == QMetaType::QString) {
+        const QLocale locale = QLocale::c(); // takes 1,234.5 and 1234.5
+        number = locale.toDouble(value.toString().trimmed(), &ok);
+    } else {
+        return false;
+    }
+    if (!ok || !std::isfinite(number))
+        return false;
+    value = number;
+    return true;
+}
+
+bool TypedValue::ToDate(QVariant& value)
+{
+    QDate date;
+    if (value.userType() == QMetaType::QDate || value.userType() == QMetaType::QDateTime)
+        date = value.toDate();
+    else if (value.userType() == QMetaType::QString)
+        date = ReadDate(value.toString().trimmed());
+    if (!date.isValid())
+        return false;
+    value = date;
+    return true;
+}
+
+bool TypedValue::ToSwitch(QVariant& value)
+{
+    if (value.userType() == QMetaType::Bool)
+        return true;
+    if (IsNumber(value)) {
+        value = value.toDouble() < 0 || value.toDouble() > 0;
+        return true;
+    }
+    const QString text = value.toString().trimmed().toLower();
+    for (const QString& yes :
+         {QStringLiteral("true"), QStringLiteral("1"), QStringLiteral("是"), QStringLiteral("yes")}) {
+        if (text == yes) {
+            value = true;
+            return true;
+        }
+    }
+    for (const QString& no :
+         {QStringLiteral("false"), QStringLiteral("0"), QStringLiteral("否"), QStringLiteral("no")}) {
+        if (text == no) {
+            value = false;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool TypedValue::ToText(QVariant& value)
+{
+    if (value.userType() == QMetaType::QString)
+        return true;
+    if (value.userType() == QMetaType::QDate)
+        value = value.toDate().toString(Qt::ISODate);
+    else if (value.userType() == QMetaType::Double)
+        value = QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    else if (value.canConvert<QString>())
+        value = value.toString();
+    else
+        return false;
+    return true;
+}
+
+QVariant TypedValue::ToJsonValue(const QVariant& value)
+{
+    return value.userType() == QMetaType::QDate ? QVariant(value.toDate().toString(Qt::ISODate)) : value;
+}

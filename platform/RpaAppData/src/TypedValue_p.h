@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QVariant>
+
+// Conversions of cell and parameter values, and their form in JSON: numbers and switches as such, dates as
+// "2024-02-29", empty as null.
+namespace TypedValue
+{
+// Each turns the value into the type; false, with the value left alone, when it does not fit.
+bool ToNumber(QVariant& value);
+bool ToDate(QVariant& value);
+bool ToSwitch(QVariant& value);
+bool ToText(QVariant& value);
+
+// A date as its JSON text, everything else as it is.
+QVariant ToJsonValue(const QVariant& value);
+} // namespace TypedValue
