@@ -1,0 +1,336 @@
+#include "ArgumentField_p.h"
+
+#include <RpaProcessData/RpaExpression.h>
+#include <WbBaseUI/WbComboBox.h>
+#include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QCompleter>
+#include <QEvent>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QSignalBlocker>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace
+{
+bool HasChoices(RpaArgumentType type)
+{
+    return type == RpaArgumentType::Choice || type == RpaArgumentType::Switch || type == RpaArgumentType::Process ||
+           type == RpaArgumentType::Element;
+}
+
+QVector<RpaChoice> Plain(const QStringList& values)
+{
+    QVector<RpaChoice> choices;
+    for (const QString& value : values)
+        choices.append({value, value});
+    return choices;
+}
+
+QString PlaceholderOf(RpaArgumentType type, bool python)
+{
+    if (python || type == RpaArgumentType::Expression)
+        return QStringLiteral("Python 表达式，例如 count + 1");
+    switch (type) {
+    case RpaArgumentType::Text: return QStringLiteral("文本，或以 = 开头写表达式");
+    case RpaArgumentType::Number: return QStringLiteral("数字，或以 = 开头写表达式");
+    case RpaArgumentType::Variable: return QStringLiteral("变量名");
+    case RpaArgumentType::Parameter: return QStringLiteral("界面上的参数名");
+    case RpaArgumentType::File: return QStringLiteral("文件路径");
+    case RpaArgumentType::Folder: return QStringLiteral("文件夹路径");
+    default: return QString();
+    }
+}
+} // namespace
+
+ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers& fieldOffers, QWidget* parent)
+    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget), message(new QLabel)
+{
+    setObjectName(QStringLiteral("field_") + info.name);
+    auto* label = new QLabel(info.title.toHtmlEscaped() +
+                             (info.required ? QStringLiteral(" <span style=\"color:#e5484d\">*</span>") : QString()));
+    label->setTextFormat(Qt::RichText);
+    label->setToolTip(info.description);
+    auto* top = new QHBoxLayout;
+    top->setContentsMargins(0, 0, 0, 0);
+    top->addWidget(label);
+    top->addStretch();
+    if (MayBePython()) {
+        pythonButton = new QToolButton;
+        pythonButton->setObjectName(QStringLiteral("pythonButton"));
+        pythonButton->setText(QStringLiteral("fx"));
+        pythonButton->setCheckable(true);
+        pythonButton->setAutoRaise(true);
+        pythonButton->setToolTip(QStringLiteral("用 Python 表达式计算"));
+        pythonButton->setAccessibleName(info.title + QStringLiteral("：用表达式计算"));
+        top->addWidget(pythonButton);
+        connect(pythonButton, &QToolButton::clicked, this, [this](bool checked) {
+            const QString literal = Literal();
+            SetPython(checked);
+            Take(literal);
+            ShowText();
+            editor->setFocus();
+        });
+    }
+    message->setObjectName(QStringLiteral("labelProblem"));
+    message->setWordWrap(true);
+    message->setTextFormat(Qt::PlainText);
+    message->hide();
+    auto* holderLayout = new QVBoxLayout(holder);
+    holderLayout->setContentsMargins(0, 0, 0, 0);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addLayout(top);
+    layout->addWidget(holder);
+    layout->addWidget(message);
+    BuildEditor();
+    ShowProblem();
+}
+
+bool ArgumentField::MayBePython() const
+{
+    switch (info.type) {
+    case RpaArgumentType::Text:
+    case RpaArgumentType::Number:
+    case RpaArgumentType::Switch:
+    case RpaArgumentType::File:
+    case RpaArgumentType::Folder:
+    case RpaArgumentType::Parameter: return true;
+    default: return false;
+    }
+}
+
+// What the field shows for the stored text.
+QString ArgumentField::Literal() const
+{
+    if (MayBePython() && (text.startsWith(QLatin1Char('=')) || text.startsWith(QLatin1Char('\''))))
+        return text.mid(1);
+    return text;
+}
+
+void ArgumentField::Take(const QString& shown)
+{
+    QString stored = shown;
+    if (python)
+        stored.prepend(QLatin1Char('='));
+    else if (MayBePython() && shown.startsWith(QLatin1Char('\'')))
+        stored.prepend(QLatin1Char('\''));
+    if (!python && MayBePython() && shown.startsWith(QLatin1Char('=')) && info.type != RpaArgumentType::Switch) {
+        // As in a spreadsheet: an "=" typed first begins an expression.
+        text = shown;
+        SetPython(true);
+        ShowText();
+        editor->setFocus();
+    } else {
+        text = stored;
+    }
+    ShowProblem();
+    emit SigEdited(text);
+}
+
+void ArgumentField::SetText(const QString& shown)
+{
+    if (shown == text && editor)
+        return;
+    text = shown;
+    const bool isPython = MayBePython() && text.startsWith(QLatin1Char('='));
+    if (isPython != python)
+        SetPython(isPython);
+    ShowText();
+    ShowProblem();
+}
+
+void ArgumentField::SetPython(bool on)
+{
+    if (python == on)
+        return;
+    python = on;
+    if (pythonButton)
+        pythonButton->setChecked(on);
+    BuildEditor();
+}
+
+void ArgumentField::BuildEditor()
+{
+    if (editor) {
+        editor->hide();
+        editor->disconnect(this);
+        editor->deleteLater(); // its own signal may have brought us here
+    }
+    if (python || info.type == RpaArgumentType::Expression)
+        editor = BuildLine(offers.variables, true);
+    else if (info.multiline)
+        editor = BuildMultiline();
+    else if (HasChoices(info.type))
+        editor = BuildCombo(Choices(), false);
+    else if (info.type == RpaArgumentType::Variable)
+        editor = BuildCombo(Plain(offers.variables), true);
+    else if (info.type == RpaArgumentType::Parameter)
+        editor = BuildCombo(Plain(offers.parameters), true);
+    else if (info.type == RpaArgumentType::File || info.type == RpaArgumentType::Folder)
+        editor = BuildPath();
+    else
+        editor = BuildLine({}, false);
+    editor->setAccessibleName(info.title);
+    editor->setToolTip(info.description);
+    holder->layout()->addWidget(editor);
+    setFocusProxy(editor);
+}
+
+QWidget* ArgumentField::BuildLine(const QStringList& completions, bool code)
+{
+    auto* line = new WbLineEdit;
+    line->setObjectName(QStringLiteral("editor"));
+    line->setPlaceholderText(PlaceholderOf(info.type, python));
+    if (code)
+        line->setFont(WbTheme::CodeFont());
+    if (!completions.isEmpty()) {
+        auto* completer = new QCompleter(completions, line);
+        completer->setCaseSensitivity(Qt::CaseInsensitive);
+        line->setCompleter(completer);
+    }
+    connect(line, &QLineEdit::textEdited, this, &ArgumentField::Take);
+    connect(line, &QLineEdit::editingFinished, this, &ArgumentField::SigEditingFinished);
+    return line;
+}
+
+QWidget* ArgumentField::BuildMultiline()
+{
+    auto* edit = new QPlainTextEdit;
+    edit->setObjectName(QStringLiteral("editor"));
+    edit->setPlaceholderText(PlaceholderOf(info.type, python));
+    edit->setTabChangesFocus(true);
+    edit->setFixedHeight(edit->fontMetrics().height() * 4 + 16);
+    connect(edit, &QPlainTextEdit::textChanged, this, [this, edit] { Take(edit->toPlainText()); });
+    return edit;
+}
+
+QVector<RpaChoice> ArgumentField::Choices() const
+{
+    switch (info.type) {
+    case RpaArgumentType::Switch:
+        return {{QStringLiteral("true"), QStringLiteral("是")}, {QStringLiteral("false"), QStringLiteral("否")}};
+    case RpaArgumentType::Process: return Plain(offers.processes);
+    case RpaArgumentType::Element: return offers.elements;
+    default: return info.choices;
+    }
+}
+
+QWidget* ArgumentField::BuildCombo(const QVector<RpaChoice>& choices, bool editable)
+{
+    WbComboBox* combo = editable ? new WbEditableCombo : new WbComboBox;
+    combo->setObjectName(QStringLiteral("editor"));
+    for (const RpaChoice& choice : choices)
+        combo->addItem(choice.title, choice.value);
+    combo->setCurrentIndex(-1);
+    if (editable) {
+        combo->lineEdit()->setPlaceholderText(PlaceholderOf(info.type, python));
+        connect(combo, &QComboBox::editTextChanged, this, &ArgumentField::Take);
+        connect(combo->lineEdit(), &QLineEdit::editingFinished, this, &ArgumentField::SigEditingFinished);
+    } else {
+        connect(combo, qOverload<int>(&QComboBox::activated), this,
+                [this, combo](int index) { Take(combo->itemData(index).toString()); });
+    }
+    return combo;
+}
+
+QWidget* ArgumentField::BuildPath()
+{
+    auto* widget = new QWidget;
+    auto* line = qobject_cast<WbLineEdit*>(BuildLine({}, false));
+    auto* browse = new QToolButton;
+    browse->setObjectName(QStringLiteral("browseButton"));
+    browse->setText(QStringLiteral("…"));
+    browse->setToolTip(QStringLiteral("浏览"));
+    browse->setAccessibleName(info.title + QStringLiteral("：浏览"));
+    auto* layout = new QHBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(line);
+    layout->addWidget(browse);
+    widget->setFocusProxy(line);
+    line->setAccessibleName(info.title);
+    connect(browse, &QToolButton::clicked, this, [this, line] {
+        const bool folder = info.type == RpaArgumentType::Folder;
+        const QString path = folder ? QFileDialog::getExistingDirectory(window(), info.title, line->text())
+                                    : QFileDialog::getSaveFileName(window(), info.title, line->text(), QString(),
+                                                                   nullptr, QFileDialog::DontConfirmOverwrite);
+        if (path.isEmpty())
+            return;
+        line->setText(path);
+        Take(path);
+    });
+    return widget;
+}
+
+void ArgumentField::ShowText()
+{
+    const QString shown = Literal();
+    if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        const QSignalBlocker quiet(combo);
+        combo->setCurrentIndex(combo->findData(shown));
+        if (combo->isEditable())
+            combo->setEditText(shown);
+        else if (combo->currentIndex() < 0 && !shown.isEmpty())
+            combo->setPlaceholderText(shown);
+        return;
+    }
+    if (auto* multi = qobject_cast<QPlainTextEdit*>(editor)) {
+        const QSignalBlocker quiet(multi);
+        if (multi->toPlainText() != shown)
+            multi->setPlainText(shown);
+        return;
+    }
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    if (!line)
+        line = editor->findChild<QLineEdit*>();
+    if (line->text() != shown)
+        line->setText(shown);
+}
+
+void ArgumentField::ShowProblem()
+{
+    const QString problem = Problem(info, text, offers);
+    message->setText(problem);
+    message->setVisible(!problem.isEmpty());
+    QPalette palette = message->palette();
+    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::DangerText));
+    message->setPalette(palette);
+}
+
+QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers)
+{
+    const bool python = RpaExpression::IsPython(argument.type, text);
+    const QString body = python && argument.type != RpaArgumentType::Expression ? text.mid(1) : text;
+    if (body.trimmed().isEmpty()) {
+        if (python && argument.type != RpaArgumentType::Expression)
+            return QStringLiteral("“=”后面要写表达式");
+        return argument.required ? QStringLiteral("必须填写") : QString();
+    }
+    if (python)
+        return QString();
+    const auto lacks = [&text](const QVector<RpaChoice>& choices) {
+        return std::none_of(choices.begin(), choices.end(), [&text](const RpaChoice& c) { return c.value == text; });
+    };
+    bool number = true;
+    switch (argument.type) {
+    case RpaArgumentType::Number:
+        text.trimmed().toDouble(&number);
+        return number ? QString() : QStringLiteral("这里要填数字；要计算请以 = 开头");
+    case RpaArgumentType::Variable:
+        return RpaExpression::IsVariableName(text)
+                   ? QString()
+                   : QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头");
+    case RpaArgumentType::Process:
+        return offers.processes.contains(text) ? QString() : QStringLiteral("没有名为“%1”的流程").arg(text);
+    case RpaArgumentType::Element:
+        return lacks(offers.elements) ? QStringLiteral("元素已不存在，请重新选择") : QString();
+    case RpaArgumentType::Choice: return lacks(argument.choices) ? QStringLiteral("请从列表中选择") : QString();
+    default: return QString();
+    }
+}

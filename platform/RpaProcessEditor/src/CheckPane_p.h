@@ -1,0 +1,29 @@
+#pragma once
+
+#include <RpaProcessData/RpaCheckInfo.h>
+
+#include <QWidget>
+
+class QLabel;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+// The findings of a check; a double click or Enter goes to the statement. Hidden while there is none.
+class CheckPane : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CheckPane(QWidget* parent = nullptr);
+
+    void ShowFindings(const QList<RpaCheckInfo>& findings);
+
+signals:
+    void SigFindingChosen(const QString& processName, const QString& statementId);
+
+private:
+    void SlotActivated(const QTreeWidgetItem* item);
+
+    QLabel* title;
+    QTreeWidget* list;
+};

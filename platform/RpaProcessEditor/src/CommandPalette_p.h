@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+class CommandList;
+class QLineEdit;
+class QListView;
+class QModelIndex;
+
+// The commands that can be added: search, groups, drag or double click.
+class CommandPalette : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CommandPalette(QWidget* parent = nullptr);
+
+signals:
+    void SigCommandChosen(const QString& command);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void SlotSearch(const QString& text);
+    void Activate(const QModelIndex& index);
+
+    QLineEdit* search;
+    QListView* view;
+    CommandList* commands;
+};

@@ -1,0 +1,166 @@
+#include "CommandTexts_p.h"
+
+#include <RpaProcessData/RpaProcess.h>
+#include <WbBaseUI/WbIcons.h>
+
+#include <QPainter>
+#include <QSet>
+
+namespace
+{
+const RpaCommandInfo* Find(const QString& command)
+{
+    return RpaCommandCatalogue::Instance()->Find(command);
+}
+
+QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, const QString& name)
+{
+    if (name == QLatin1String("output"))
+        return values.output;
+    const QString text = values.arguments.value(name);
+    const RpaArgumentInfo* argument = info.FindArgument(name);
+    if (!argument)
+        return text;
+    if (argument->type == RpaArgumentType::Switch)
+        return text == QLatin1String("true")    ? QStringLiteral("是")
+               : text == QLatin1String("false") ? QStringLiteral("否")
+                                                : text;
+    for (const RpaChoice& choice : argument->choices) {
+        if (choice.value == text)
+            return choice.title;
+    }
+    return text;
+}
+
+// One colour per group, in the order of the groups, so that neighbours differ.
+QColor GroupColour(const QString& group)
+{
+    static constexpr QRgb colours[] = {0xff3b82f6, 0xff8e5cf0, 0xff2f9e58, 0xffe8730c, 0xff0f96a8,
+                                       0xffd9467f, 0xffb88a00, 0xff64748b, 0xffe5484d, 0xff4f6bed};
+    const int index = RpaCommandCatalogue::Instance()->GetGroups().indexOf(group);
+    return QColor(colours[qMax(0, index) % int(std::size(colours))]);
+}
+
+QString FreeName(const QString& stem, const QSet<QString>& taken)
+{
+    if (stem.isEmpty() || !taken.contains(stem))
+        return stem;
+    int number = 2;
+    while (taken.contains(stem + QString::number(number)))
+        ++number;
+    return stem + QString::number(number);
+}
+} // namespace
+
+QString CommandTexts::Title(const QString& command)
+{
+    const RpaCommandInfo* info = Find(command);
+    return info ? info->title : command;
+}
+
+QString CommandTexts::Summary(const RpaStatement& values)
+{
+    const RpaCommandInfo* info = Find(values.command);
+    if (!info)
+        return QStringLiteral("此版本不认识的指令，内容会原样保留");
+    const QString& pattern = info->summary;
+    QString text;
+    int at = 0;
+    for (int open = pattern.indexOf(QLatin1String("${")); open >= 0; open = pattern.indexOf(QLatin1String("${"), at)) {
+        const int close = pattern.indexOf(QLatin1Char('}'), open);
+        if (close < 0)
+            break;
+        text += pattern.midRef(at, open - at);
+        QString value = ArgumentText(*info, values, pattern.mid(open + 2, close - open - 2)).left(120);
+        value.replace(QLatin1Char('\n'), QLatin1Char(' '));
+        text += value.isEmpty() ? QStringLiteral("…") : value;
+        at = close + 1;
+    }
+    return text + pattern.midRef(at);
+}
+
+bool CommandTexts::Matches(const RpaCommandInfo& info, const QString& search)
+{
+    const QString all = (QStringList{info.title, info.name, info.group, info.description} + info.keywords)
+                            .join(QLatin1Char('\n'));
+    const QStringList words = search.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    return std::all_of(words.begin(), words.end(),
+                       [&all](const QString& word) { return all.contains(word, Qt::CaseInsensitive); });
+}
+
+QStringList CommandTexts::Variables(const RpaProcess& process)
+{
+    QSet<QString> names;
+    process.ForEach([&names](const RpaStatementNode& node) {
+        const RpaStatement& values = node.GetValues();
+        if (!values.output.isEmpty())
+            names.insert(values.output);
+        const RpaCommandInfo* info = Find(values.command);
+        if (!info)
+            return;
+        for (const RpaArgumentInfo& argument : info->arguments) {
+            const QString text = values.arguments.value(argument.name);
+            if (argument.type == RpaArgumentType::Variable && !text.isEmpty())
+                names.insert(text);
+        }
+    });
+    QStringList sorted = names.values();
+    sorted.sort();
+    return sorted;
+}
+
+RpaStatement CommandTexts::NewStatement(const RpaCommandInfo& info, const RpaProcess& process)
+{
+    RpaStatement statement;
+    statement.command = info.name;
+    for (const RpaArgumentInfo& argument : info.arguments) {
+        if (!argument.defaultValue.isEmpty())
+            statement.arguments.insert(argument.name, argument.defaultValue);
+    }
+    if (!info.output.defaultName.isEmpty()) {
+        const QStringList used = Variables(process);
+        statement.output = FreeName(info.output.defaultName, QSet<QString>(used.begin(), used.end()));
+    }
+    return statement;
+}
+
+bool CommandTexts::HasChildren(const QString& command)
+{
+    const RpaCommandInfo* info = Find(command);
+    return info && info->HasChildren();
+}
+
+void CommandTexts::PaintTile(QPainter& painter, const QRect& rect, const QString& command, bool enabled)
+{
+    const RpaCommandInfo* info = Find(command);
+    QColor colour = info ? GroupColour(info->group) : QColor(0x8a, 0x8f, 0x98);
+    if (!enabled)
+        colour = QColor(0x8a, 0x8f, 0x98);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    QColor soft = colour;
+    soft.setAlphaF(0.18);
+    painter.setBrush(soft);
+    painter.drawRoundedRect(rect, rect.width() / 4.0, rect.width() / 4.0);
+    const QPixmap pixmap = info ? WbIcons::Pixmap(info->icon, rect.width() * 2 / 3) : QPixmap();
+    if (!pixmap.isNull()) {
+        // Drawn in the group's colour: the shape comes from the icon.
+        QPixmap tinted = pixmap;
+        QPainter tint(&tinted);
+        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tint.fillRect(tinted.rect(), colour);
+        tint.end();
+        QRect target(QPoint(), pixmap.size() / pixmap.devicePixelRatio());
+        target.moveCenter(rect.center());
+        painter.drawPixmap(target, tinted);
+    } else {
+        QFont font = painter.font();
+        font.setPixelSize(rect.height() * 11 / 20);
+        font.setBold(true);
+        painter.setFont(font);
+        painter.setPen(colour);
+        painter.drawText(rect, Qt::AlignCenter, Title(command).left(1));
+    }
+    painter.restore();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <RpaProcessData/RpaCommandCatalogue.h>
+#include <RpaProcessData/RpaStatement.h>
+
+#include <QColor>
+#include <QString>
+
+class QPainter;
+class QRect;
+class RpaProcess;
+class RpaStatementNode;
+
+// What authors read about commands and statements.
+namespace CommandTexts
+{
+// The catalogue's title, or the bare name of a command that it does not know.
+QString Title(const QString& command);
+
+// The command's one-line summary with the statement's arguments filled in. Places whose argument is empty read "…".
+QString Summary(const RpaStatement& values);
+
+// Whether the search words (separated by blanks) all occur in title, name, group, keywords or description.
+bool Matches(const RpaCommandInfo& info, const QString& search);
+
+// Variables that the process defines: outputs and variable arguments, sorted, each once.
+QStringList Variables(const RpaProcess& process);
+
+// A statement of the command with its default arguments; an output name that the process already uses gets a number.
+RpaStatement NewStatement(const RpaCommandInfo& info, const RpaProcess& process);
+
+bool HasChildren(const QString& command);
+
+// The tile that stands for the command in lists and on cards.
+void PaintTile(QPainter& painter, const QRect& rect, const QString& command, bool enabled);
+} // namespace CommandTexts

@@ -1,0 +1,208 @@
+#include "ProcessEdits_p.h"
+
+#include "ProcessSteps_p.h"
+
+#include <functional>
+
+namespace
+{
+// A change of the list of processes: what to do, what undoes it, what to show afterwards.
+class ListStep : public QUndoCommand
+{
+public:
+    using Act = std::function<void()>;
+
+    ListStep(const QString& title, Act doing, Act undoing)
+        : QUndoCommand(title), forwards(std::move(doing)), backwards(std::move(undoing))
+    {
+    }
+    void redo() override { forwards(); }
+    void undo() override { backwards(); }
+
+private:
+    const Act forwards;
+    const Act backwards;
+};
+
+bool LiesInside(const RpaProcess& process, const QString& id, const QStringList& ids)
+{
+    for (const RpaStatementNode* node = process.Find(id); node && !node->IsRoot(); node = node->GetParent()) {
+        if (ids.contains(node->GetId()))
+            return true;
+    }
+    return false;
+}
+
+// The statements stand there already, in this order.
+bool IsInPlace(const RpaProcess& process, const QStringList& ids, const QString& parentId, int row)
+{
+    const RpaStatementNode* parent = parentId.isEmpty() ? process.GetRoot() : process.Find(parentId);
+    if (!parent)
+        return true;
+    const int target = row < 0 ? parent->GetChildCount() : row;
+    const RpaStatementNode* first = process.Find(ids.first());
+    if (!first || first->GetParent() != parent)
+        return false;
+    const int start = first->GetRow();
+    for (int i = 0; i < ids.size(); ++i) {
+        const RpaStatementNode* node = parent->GetChild(start + i);
+        if (!node || node->GetId() != ids.at(i))
+            return false;
+    }
+    return target >= start && target <= start + ids.size();
+}
+} // namespace
+
+ProcessEdits::ProcessEdits(const RpaAppDataPtr& appData, QObject* parent) : QObject(parent), app(appData)
+{
+    stack.setUndoLimit(500);
+}
+
+ProcessDataManager* ProcessEdits::Manager() const
+{
+    return app->GetProcessDataManager();
+}
+
+void ProcessEdits::Insert(RpaProcess& process, const QString& parentId, int row,
+                          const QVector<RpaStatement>& statements, const QString& title)
+{
+    EndTyping();
+    if (!statements.isEmpty())
+        stack.push(new InsertStep(*this, process, parentId, row, statements, title)); // the stack owns its steps
+}
+
+void ProcessEdits::Remove(RpaProcess& process, const QStringList& ids, const QString& title)
+{
+    EndTyping();
+    if (!ids.isEmpty())
+        stack.push(new RemoveStep(*this, process, ids, title));
+}
+
+void ProcessEdits::Move(RpaProcess& process, const QStringList& ids, const QString& parentId, int row)
+{
+    EndTyping();
+    if (!ids.isEmpty() && !LiesInside(process, parentId, ids) && !IsInPlace(process, ids, parentId, row))
+        stack.push(new MoveStep(*this, process, ids, parentId, row));
+}
+
+void ProcessEdits::SetValues(RpaProcess& process, const RpaStatement& values, const QString& key,
+                             const QString& title)
+{
+    const RpaStatementNode* node = process.Find(values.id);
+    if (!node || node->GetValues() == values)
+        return;
+    stack.push(new ValuesStep(*this, process, {{node->GetValues(), values}}, key, title));
+}
+
+void ProcessEdits::EndTyping()
+{
+    ++typingSession;
+}
+
+void ProcessEdits::ChangeEach(RpaProcess& process, const QStringList& ids, const QString& title,
+                              const Change& change)
+{
+    EndTyping();
+    QVector<ValuesStep::Change> changes;
+    for (const QString& id : ids) {
+        const RpaStatementNode* node = process.Find(id);
+        if (!node)
+            continue;
+        RpaStatement after = node->GetValues();
+        if (change(after))
+            changes.append({node->GetValues(), after});
+    }
+    if (!changes.isEmpty())
+        stack.push(new ValuesStep(*this, process, changes, QString(), title));
+}
+
+void ProcessEdits::SetEnabled(RpaProcess& process, const QStringList& ids, bool enabled)
+{
+    ChangeEach(process, ids, enabled ? QStringLiteral("启用语句") : QStringLiteral("注释语句"),
+               [enabled](RpaStatement& statement) {
+                   const bool changed = statement.enabled != enabled;
+                   statement.enabled = enabled;
+                   return changed;
+               });
+}
+
+void ProcessEdits::SetBreakpoint(RpaProcess& process, const QStringList& ids, bool breakpoint)
+{
+    ChangeEach(process, ids, breakpoint ? QStringLiteral("设置断点") : QStringLiteral("取消断点"),
+               [breakpoint](RpaStatement& statement) {
+                   const bool changed = statement.breakpoint != breakpoint;
+                   statement.breakpoint = breakpoint;
+                   return changed;
+               });
+}
+
+void ProcessEdits::AddProcess(const QString& name)
+{
+    EndTyping();
+    stack.push(new ListStep(
+        QStringLiteral("新建流程"),
+        [this, name] {
+            Manager()->AddProcess(name);
+            Report(name, {});
+        },
+        [this, name] {
+            Manager()->RemoveProcess(name);
+            Report(QString(), {});
+        }));
+}
+
+void ProcessEdits::RemoveProcess(const QString& name)
+{
+    EndTyping();
+    const RpaProcess* process = Manager()->FindProcess(name);
+    if (!process)
+        return;
+    const int index = Manager()->IndexOf(name);
+    const QVector<RpaStatement> statements = process->GetStatements();
+    const QString program = process->GetProgramText();
+    stack.push(new ListStep(
+        QStringLiteral("删除流程"),
+        [this, name] {
+            Manager()->RemoveProcess(name);
+            Report(QString(), {});
+        },
+        [this, name, index, statements, program] {
+            if (RpaProcess* restored = Manager()->AddProcess(name, index)) {
+                restored->SetStatements(statements);
+                restored->SetProgramText(program);
+            }
+            Report(name, {});
+        }));
+}
+
+void ProcessEdits::RenameProcess(const QString& name, const QString& newName)
+{
+    EndTyping();
+    if (name == newName)
+        return;
+    const auto rename = [this](const QString& from, const QString& to) {
+        return [this, from, to] {
+            Manager()->RenameProcess(from, to);
+            Report(to, {});
+        };
+    };
+    stack.push(new ListStep(QStringLiteral("重命名流程"), rename(name, newName), rename(newName, name)));
+}
+
+void ProcessEdits::MoveProcess(int from, int to)
+{
+    EndTyping();
+    const auto move = [this](int source, int target) {
+        return [this, source, target] {
+            Manager()->MoveProcess(source, target);
+            Report(QString(), {});
+        };
+    };
+    stack.push(new ListStep(QStringLiteral("移动流程"), move(from, to), move(to, from)));
+}
+
+void ProcessEdits::Report(const QString& processName, const QStringList& ids)
+{
+    app->SetModified(true);
+    emit SigTouched(processName, ids);
+}

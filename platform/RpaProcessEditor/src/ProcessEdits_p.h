@@ -1,0 +1,64 @@
+#pragma once
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaStatement.h>
+
+#include <QObject>
+#include <QStringList>
+#include <QUndoStack>
+#include <QVector>
+
+// Every change that the author makes to the processes of one app goes through here: it becomes one undo step, and the
+// app is marked modified when the step is done, undone and redone.
+class ProcessEdits : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ProcessEdits(const RpaAppDataPtr& appData, QObject* parent = nullptr);
+
+    QUndoStack* Stack() { return &stack; }
+    ProcessDataManager* Manager() const;
+    RpaAppData* App() const { return app.data(); }
+
+    // Inserts before the row (-1: at the end); parent id empty: top level.
+    void Insert(RpaProcess& process, const QString& parentId, int row, const QVector<RpaStatement>& statements,
+                const QString& title);
+    void Remove(RpaProcess& process, const QStringList& ids, const QString& title);
+
+    // Moves statements together before the row, counted as before the move. Moving into itself does nothing.
+    void Move(RpaProcess& process, const QStringList& ids, const QString& parentId, int row);
+
+    // Replaces the values of one statement. Steps of the same key on the same statement become one as long as nothing
+    // comes between them; an empty key never joins.
+    void SetValues(RpaProcess& process, const RpaStatement& values, const QString& key, const QString& title);
+
+    // The next change starts a step of its own.
+    void EndTyping();
+
+    void SetEnabled(RpaProcess& process, const QStringList& ids, bool enabled);
+    void SetBreakpoint(RpaProcess& process, const QStringList& ids, bool breakpoint);
+
+    void AddProcess(const QString& name);
+    void RemoveProcess(const QString& name);
+    void RenameProcess(const QString& name, const QString& newName);
+    void MoveProcess(int from, int to);
+
+    // Used by the steps: marks the app and tells what to show.
+    void Report(const QString& processName, const QStringList& ids);
+    int TypingSession() const { return typingSession; }
+
+signals:
+    // A step was done, undone or redone; the ids are what it touched and still exists.
+    void SigTouched(const QString& processName, const QStringList& ids);
+
+private:
+    using Change = std::function<bool(RpaStatement&)>;
+    void ChangeEach(RpaProcess& process, const QStringList& ids, const QString& title, const Change& change);
+
+    RpaAppDataPtr app;
+    QUndoStack stack;
+    int typingSession = 0;
+};

@@ -1,0 +1,170 @@
+#include "ProcessSteps_p.h"
+
+namespace
+{
+// Later statements first, so that the rows of those still to come stay true.
+QVector<PlacedStatement> TakeAll(RpaProcess& process, const QStringList& ids)
+{
+    QVector<PlacedStatement> taken;
+    for (auto id = ids.crbegin(); id != ids.crend(); ++id) {
+        const RpaStatementNode* node = process.Find(*id);
+        if (!node)
+            continue;
+        PlacedStatement placed;
+        placed.parentId = node->GetParent()->GetId();
+        placed.row = node->GetRow();
+        placed.statement = process.Take(*id);
+        taken.prepend(placed);
+    }
+    return taken;
+}
+
+void PutBack(RpaProcess& process, const QVector<PlacedStatement>& taken)
+{
+    for (const PlacedStatement& placed : taken)
+        process.Insert(placed.parentId, placed.row, {placed.statement});
+}
+
+QStringList IdsOf(const QVector<PlacedStatement>& taken)
+{
+    QStringList ids;
+    for (const PlacedStatement& placed : taken)
+        ids.append(placed.statement.id);
+    return ids;
+}
+} // namespace
+
+ProcessStep::ProcessStep(ProcessEdits& owner, const QString& process, const QString& title)
+    : QUndoCommand(title), edits(owner), processName(process)
+{
+}
+
+InsertStep::InsertStep(ProcessEdits& owner, const RpaProcess& process, const QString& parent, int at,
+                       const QVector<RpaStatement>& inserted, const QString& title)
+    : ProcessStep(owner, process.GetName(), title), parentId(parent), row(at), statements(inserted)
+{
+}
+
+void InsertStep::redo()
+{
+    RpaProcess* process = Process();
+    if (!process)
+        return;
+    const QStringList ids = process->Insert(parentId, row, statements);
+    statements.clear();
+    for (const QString& id : ids)
+        statements.append(process->Find(id)->ToStatement());
+    Report(ids);
+}
+
+void InsertStep::undo()
+{
+    RpaProcess* process = Process();
+    if (!process)
+        return;
+    QStringList ids;
+    for (const RpaStatement& statement : qAsConst(statements))
+        ids.append(statement.id);
+    const QVector<PlacedStatement> taken = TakeAll(*process, ids);
+    if (!taken.isEmpty())
+        row = taken.first().row;
+    Report({});
+}
+
+RemoveStep::RemoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& removed,
+                       const QString& title)
+    : ProcessStep(owner, process.GetName(), title), ids(removed)
+{
+}
+
+void RemoveStep::redo()
+{
+    if (RpaProcess* process = Process()) {
+        taken = TakeAll(*process, ids);
+        Report({});
+    }
+}
+
+void RemoveStep::undo()
+{
+    if (RpaProcess* process = Process()) {
+        PutBack(*process, taken);
+        Report(IdsOf(taken));
+    }
+}
+
+MoveStep::MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved, const QString& parent,
+                   int at)
+    : ProcessStep(owner, process.GetName(), QStringLiteral("移动语句")), ids(moved), parentId(parent), row(at)
+{
+}
+
+void MoveStep::redo()
+{
+    RpaProcess* process = Process();
+    if (!process)
+        return;
+    taken = TakeAll(*process, ids);
+    int target = row;
+    QVector<RpaStatement> statements;
+    for (const PlacedStatement& placed : qAsConst(taken)) {
+        statements.append(placed.statement);
+        if (row >= 0 && placed.parentId == parentId && placed.row < row)
+            --target;
+    }
+    Report(process->Insert(parentId, target, statements));
+}
+
+void MoveStep::undo()
+{
+    RpaProcess* process = Process();
+    if (!process)
+        return;
+    TakeAll(*process, IdsOf(taken));
+    PutBack(*process, taken);
+    Report(IdsOf(taken));
+}
+
+ValuesStep::ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVector<Change>& changed,
+                       const QString& mergeKey, const QString& title)
+    : ProcessStep(owner, process.GetName(), title), changes(changed), key(mergeKey), session(owner.TypingSession())
+{
+}
+
+void ValuesStep::redo()
+{
+    RpaProcess* process = Process();
+    if (!process)
+        return;
+    QStringList ids;
+    for (const Change& change : qAsConst(changes)) {
+        process->SetValues(change.after.id, change.after);
+        ids.append(change.after.id);
+    }
+    Report(ids);
+}
+
+void ValuesStep::undo()
+{
+    RpaProcess* process = Process();
+    if (!process)
+        return;
+    QStringList ids;
+    for (const Change& change : qAsConst(changes)) {
+        process->SetValues(change.before.id, change.before);
+        ids.append(change.before.id);
+    }
+    Report(ids);
+}
+
+bool ValuesStep::mergeWith(const QUndoCommand* other)
+{
+    const auto* next = static_cast<const ValuesStep*>(other);
+    const bool same = next->key == key && next->session == session && next->processName == processName &&
+                      changes.size() == 1 && next->changes.size() == 1 &&
+                      changes.first().after.id == next->changes.first().after.id;
+    if (!same)
+        return false;
+    changes.first().after = next->changes.first().after;
+    return true;
+}

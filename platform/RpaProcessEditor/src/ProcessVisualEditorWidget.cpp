@@ -1,0 +1,53 @@
+#include <RpaProcessEditor/ProcessVisualEditorWidget.h>
+
+#include "VisualEditorParts_p.h"
+
+#include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaProcessData/RpaProcessCheck.h>
+
+class ProcessVisualEditorWidget::Private
+{
+public:
+    explicit Private(ProcessVisualEditorWidget* editor) : parts(editor) {}
+
+    VisualEditorParts parts;
+};
+
+ProcessVisualEditorWidget::ProcessVisualEditorWidget(QWidget* parent)
+    : QWidget(parent), d(std::make_unique<Private>(this))
+{
+    connect(&d->parts, &VisualEditorParts::SigSaveAsked, this, &ProcessVisualEditorWidget::SigSaveCode);
+    if (const IRpaDebugger* debugger = RpaEngineModule::Instance()->GetEngineDebugger())
+        connect(debugger, &IRpaDebugger::SigCheckNode, this, &ProcessVisualEditorWidget::ShowCheckInfos);
+}
+
+ProcessVisualEditorWidget::~ProcessVisualEditorWidget() = default;
+
+void ProcessVisualEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
+{
+    d->parts.SetApp(appData);
+}
+
+bool ProcessVisualEditorWidget::CheckComment(QList<RpaCheckInfo>& list) const
+{
+    list.clear();
+    if (const RpaAppDataPtr app = d->parts.App())
+        list = RpaProcessCheck(*app->GetProcessDataManager()).CheckDisabledReferences();
+    return !list.isEmpty();
+}
+
+void ProcessVisualEditorWidget::SwitchMainPage()
+{
+    d->parts.SwitchMainPage();
+}
+
+void ProcessVisualEditorWidget::ShowCheckInfos(const QList<RpaCheckInfo>& list)
+{
+    d->parts.ShowFindings(list);
+}
+
+bool ProcessVisualEditorWidget::ShowStatement(const QString& processName, const QString& statementId)
+{
+    return d->parts.ShowStatement(processName, statementId);
+}

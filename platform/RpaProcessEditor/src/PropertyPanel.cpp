@@ -1,0 +1,275 @@
+#include "PropertyPanel_p.h"
+
+#include "CommandTexts_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaProcessData/RpaExpression.h>
+#include <RpaProcessData/RpaHtmlNodeManager.h>
+#include <RpaProcessData/RpaUiaNodeManager.h>
+#include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QLabel>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace
+{
+QPixmap Tile(const QString& command, qreal ratio)
+{
+    const int size = DpiTool::ScaleDefault(28);
+    QPixmap pixmap(QSize(size, size) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    CommandTexts::PaintTile(painter, QRect(0, 0, size, size), command, true);
+    return pixmap;
+}
+
+QLabel* Secondary(const QString& text)
+{
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::TextSecondary));
+    label->setPalette(palette);
+    return label;
+}
+} // namespace
+
+PropertyPanel::PropertyPanel(QWidget* parent) : QScrollArea(parent)
+{
+    setObjectName(QStringLiteral("propertyPanel"));
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &PropertyPanel::Build);
+    Build();
+}
+
+void PropertyPanel::SetProcess(ProcessEdits* processEdits, RpaProcess* shown)
+{
+    if (process)
+        process->disconnect(this);
+    edits = processEdits;
+    process = shown;
+    shownIds.clear();
+    if (process)
+        connect(process, &RpaProcess::SigStatementChanged, this, &PropertyPanel::SlotStatementChanged);
+    Build();
+}
+
+void PropertyPanel::ShowStatements(const QStringList& ids)
+{
+    if (ids == shownIds)
+        return;
+    if (edits)
+        edits->EndTyping();
+    shownIds = ids;
+    Build();
+}
+
+const RpaStatementNode* PropertyPanel::Node() const
+{
+    return process && shownIds.size() == 1 ? process->Find(shownIds.first()) : nullptr;
+}
+
+void PropertyPanel::FocusFirst()
+{
+    for (ArgumentField* field : qAsConst(fields)) {
+        if (field->findChild<QLabel*>(QStringLiteral("labelProblem"))->isVisibleTo(field)) {
+            field->setFocus();
+            return;
+        }
+    }
+    if (!fields.isEmpty())
+        fields.first()->setFocus();
+    else if (noteEdit)
+        noteEdit->setFocus();
+}
+
+void PropertyPanel::Build()
+{
+    fields.clear();
+    outputEdit = nullptr;
+    outputProblem = nullptr;
+    noteEdit = nullptr;
+    const RpaStatementNode* node = Node();
+    if (!node) {
+        setWidget(BuildHint(shownIds.size() > 1
+                                ? QStringLiteral("已选中 %1 条语句").arg(shownIds.size())
+                                : QStringLiteral("选中一条语句，在这里填写它的参数、输出变量和备注")));
+        return;
+    }
+    auto* content = new QWidget;
+    content->setObjectName(QStringLiteral("propertyContent"));
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setSpacing(12);
+    layout->addWidget(BuildHeader(node->GetCommand()));
+    if (const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(node->GetCommand())) {
+        const FieldOffers offers = Offers();
+        for (const RpaArgumentInfo& argument : info->arguments) {
+            auto* field = new ArgumentField(argument, offers);
+            field->SetText(node->GetArgument(argument.name));
+            const QString name = argument.name;
+            connect(field, &ArgumentField::SigEdited, this, [this, name](const QString& text) {
+                Change(name, [name, text](RpaStatement& values) { values.arguments.insert(name, text); });
+            });
+            connect(field, &ArgumentField::SigEditingFinished, this, [this] { edits->EndTyping(); });
+            fields.append(field);
+            layout->addWidget(field);
+        }
+        if (!info->output.title.isEmpty())
+            layout->addWidget(BuildOutput(*info));
+    }
+    layout->addWidget(BuildNote());
+    layout->addStretch();
+    setWidget(content);
+}
+
+QWidget* PropertyPanel::BuildHint(const QString& text) const
+{
+    QLabel* label = Secondary(text);
+    label->setAlignment(Qt::AlignCenter);
+    label->setMargin(24);
+    return label;
+}
+
+QWidget* PropertyPanel::BuildHeader(const QString& command) const
+{
+    auto* header = new QWidget;
+    auto* tile = new QLabel;
+    tile->setPixmap(Tile(command, devicePixelRatioF()));
+    auto* title = new QLabel(CommandTexts::Title(command));
+    title->setObjectName(QStringLiteral("labelStatementTitle"));
+    title->setTextFormat(Qt::PlainText);
+    QFont font = title->font();
+    font.setWeight(QFont::DemiBold);
+    title->setFont(font);
+    auto* top = new QHBoxLayout;
+    top->addWidget(tile);
+    top->addWidget(title, 1);
+    auto* layout = new QVBoxLayout(header);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(top);
+    const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(command);
+    layout->addWidget(Secondary(info ? info->description
+                                     : QStringLiteral("此版本不认识这条指令。它的内容会原样保留，运行前请更新工作台。")));
+    return header;
+}
+
+QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
+{
+    auto* widget = new QWidget;
+    auto* label = new QLabel(QStringLiteral("%1保存到变量").arg(info.output.title));
+    auto* edit = new WbLineEdit;
+    edit->setObjectName(QStringLiteral("lineEditOutput"));
+    edit->setPlaceholderText(info.output.required ? QStringLiteral("变量名") : QStringLiteral("变量名，可不填"));
+    edit->setAccessibleName(label->text());
+    edit->setText(Node()->GetValues().output);
+    auto* problem = new QLabel(QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头"));
+    problem->setObjectName(QStringLiteral("labelOutputProblem"));
+    problem->setWordWrap(true);
+    QPalette palette = problem->palette();
+    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::DangerText));
+    problem->setPalette(palette);
+    auto* layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(label);
+    layout->addWidget(edit);
+    layout->addWidget(problem);
+    outputEdit = edit;
+    outputProblem = problem;
+    outputRequired = info.output.required;
+    CheckOutput();
+    connect(edit, &QLineEdit::textEdited, this, [this](const QString& text) {
+        Change(QStringLiteral(" output"), [text](RpaStatement& values) { values.output = text.trimmed(); });
+        CheckOutput();
+    });
+    connect(edit, &QLineEdit::editingFinished, this, [this] { edits->EndTyping(); });
+    return widget;
+}
+
+void PropertyPanel::CheckOutput()
+{
+    const QString name = outputEdit->text().trimmed();
+    outputProblem->setVisible(name.isEmpty() ? outputRequired : !RpaExpression::IsVariableName(name));
+}
+
+QWidget* PropertyPanel::BuildNote()
+{
+    auto* widget = new QWidget;
+    auto* label = new QLabel(QStringLiteral("备注"));
+    auto* edit = new QPlainTextEdit;
+    edit->setObjectName(QStringLiteral("textEditNote"));
+    edit->setAccessibleName(label->text());
+    edit->setPlaceholderText(QStringLiteral("给自己和同事的说明，不影响运行"));
+    edit->setTabChangesFocus(true);
+    edit->setFixedHeight(edit->fontMetrics().height() * 3 + 16);
+    edit->setPlainText(Node()->GetValues().note);
+    auto* layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(label);
+    layout->addWidget(edit);
+    noteEdit = edit;
+    connect(edit, &QPlainTextEdit::textChanged, this, [this, edit] {
+        const QString text = edit->toPlainText();
+        Change(QStringLiteral(" note"), [text](RpaStatement& values) { values.note = text; });
+    });
+    return widget;
+}
+
+FieldOffers PropertyPanel::Offers() const
+{
+    FieldOffers offers;
+    offers.variables = CommandTexts::Variables(*process);
+    offers.processes = edits->Manager()->GetProcessNames();
+    const auto addElements = [&offers](const RpaNodeManager* manager) {
+        const QVector<RpaNode> nodes = manager ? manager->GetNodes() : QVector<RpaNode>();
+        for (const RpaNode& node : nodes)
+            offers.elements.append({node.id, node.name});
+    };
+    addElements(edits->App()->GetHtmlNodeManager());
+    addElements(edits->App()->GetUiaNodeManager());
+    const RpaUIDataManager* pages = edits->App()->GetUIDataManager();
+    for (int i = 0; pages && i < pages->GetCount(); ++i)
+        offers.parameters += pages->GetUIData(i)->GetParamData()->GetNames();
+    offers.parameters.removeDuplicates();
+    return offers;
+}
+
+void PropertyPanel::Change(const QString& key, const std::function<void(RpaStatement&)>& change)
+{
+    const RpaStatementNode* node = Node();
+    if (!node)
+        return;
+    RpaStatement values = node->GetValues();
+    change(values);
+    edits->SetValues(*process, values, key, QStringLiteral("修改“%1”").arg(CommandTexts::Title(values.command)));
+}
+
+void PropertyPanel::SlotStatementChanged(const RpaStatementNode* node)
+{
+    if (node != Node())
+        return;
+    for (ArgumentField* field : qAsConst(fields))
+        field->SetText(node->GetArgument(field->Name()));
+    const RpaStatement& values = node->GetValues();
+    if (outputEdit && outputEdit->text().trimmed() != values.output) {
+        outputEdit->setText(values.output);
+        CheckOutput();
+    }
+    if (noteEdit && noteEdit->toPlainText() != values.note) {
+        const QSignalBlocker quiet(noteEdit);
+        noteEdit->setPlainText(values.note);
+    }
+}

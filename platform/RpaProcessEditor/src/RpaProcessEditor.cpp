@@ -1,2 +1,0 @@
-#include <RpaProcessEditor/ProcessProgramEditorWidget.h>
-#include <RpaProcessEditor/ProcessVisualEditorWidget.h>

@@ -1,0 +1,136 @@
+#include "StatementDelegate_p.h"
+
+#include "CommandTexts_p.h"
+#include "StatementModel_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QPainter>
+
+namespace
+{
+QColor Colour(WbColor colour)
+{
+    return WbTheme::Instance()->Color(colour);
+}
+
+int Scaled(int length)
+{
+    return DpiTool::ScaleDefault(length);
+}
+} // namespace
+
+int StatementDelegate::RowHeight()
+{
+    return Scaled(46);
+}
+
+int StatementDelegate::GutterWidth(int lines)
+{
+    const QFontMetrics metrics(WbTheme::CodeFont());
+    return metrics.horizontalAdvance(QString::number(qMax(lines, 99))) + Scaled(34);
+}
+
+QSize StatementDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
+{
+    return QSize(Scaled(200), RowHeight());
+}
+
+void StatementDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (index.column() == StatementModel::GutterColumn)
+        PaintGutter(*painter, option, index);
+    else
+        PaintCard(*painter, option, index);
+    painter->restore();
+}
+
+void StatementDelegate::PaintGutter(QPainter& painter, const QStyleOptionViewItem& option,
+                                    const QModelIndex& index) const
+{
+    const QRect rect = option.rect;
+    const int radius = Scaled(5);
+    const QPoint dot(rect.left() + Scaled(13), rect.center().y());
+    if (index.data(StatementModel::BreakpointRole).toBool()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Colour(WbColor::Breakpoint));
+        painter.drawEllipse(dot, radius, radius);
+    } else if (option.state.testFlag(QStyle::State_MouseOver)) {
+        painter.setPen(QPen(Colour(WbColor::BorderStrong), 1.2));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawEllipse(dot, radius, radius);
+    }
+    painter.setFont(WbTheme::CodeFont());
+    painter.setPen(Colour(WbColor::TextDisabled));
+    painter.drawText(rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
+                     index.data(Qt::DisplayRole).toString());
+}
+
+void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem& option,
+                                  const QModelIndex& index) const
+{
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const bool finding = !index.data(StatementModel::FindingRole).toString().isEmpty();
+    const QRectF card = QRectF(option.rect).adjusted(1.5, 2.5, -Scaled(8) - 0.5, -2.5);
+
+    QColor fill = Colour(selected ? WbColor::Selection : WbColor::Surface);
+    if (!selected && option.state.testFlag(QStyle::State_MouseOver))
+        fill = Colour(WbColor::Hover);
+    QColor border = Colour(finding ? WbColor::Danger : selected ? WbColor::Accent : WbColor::Border);
+    painter.setBrush(fill);
+    painter.setPen(QPen(border, finding || selected ? 1.4 : 1.0));
+    painter.drawRoundedRect(card, Scaled(6), Scaled(6));
+
+    const bool enabled = index.data(StatementModel::EnabledRole).toBool();
+    const int tile = Scaled(26);
+    const QRect tileRect(int(card.left()) + Scaled(8), option.rect.center().y() - tile / 2 + 1, tile, tile);
+    CommandTexts::PaintTile(painter, tileRect, index.data(StatementModel::CommandRole).toString(), enabled);
+
+    QRect texts(tileRect.right() + Scaled(10), option.rect.top(), 0, option.rect.height());
+    texts.setRight(int(card.right()) - Scaled(10));
+    if (finding) {
+        const int size = Scaled(16);
+        const QRect mark(texts.right() - size, option.rect.center().y() - size / 2, size, size);
+        WbIcons::Get(QStringLiteral("error"), WbColor::Danger).paint(&painter, mark);
+        texts.setRight(mark.left() - Scaled(8));
+    }
+    PaintTexts(painter, texts, option, index);
+}
+
+void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) const
+{
+    const bool enabled = index.data(StatementModel::EnabledRole).toBool();
+    const QString note = index.data(StatementModel::NoteRole).toString().simplified();
+    QFont titleFont = option.font;
+    titleFont.setWeight(QFont::DemiBold);
+    titleFont.setStrikeOut(!enabled);
+    const int half = rect.height() / 2;
+    const QRect upper(rect.left(), rect.top() + Scaled(5), rect.width(), half - Scaled(4));
+    const QRect lower(rect.left(), rect.top() + half - Scaled(1), rect.width(), half - Scaled(4));
+
+    painter.setFont(titleFont);
+    painter.setPen(Colour(enabled ? WbColor::Text : WbColor::TextDisabled));
+    const QString title = index.data(StatementModel::TitleRole).toString();
+    painter.drawText(upper, Qt::AlignLeft | Qt::AlignVCenter, title);
+    const int used = painter.fontMetrics().horizontalAdvance(title) + Scaled(10);
+
+    painter.setFont(option.font);
+    QString beside = note;
+    if (!enabled)
+        beside = note.isEmpty() ? QStringLiteral("已注释") : QStringLiteral("已注释 · ") + note;
+    const QRect noteRect = upper.adjusted(used, 0, 0, 0);
+    if (!beside.isEmpty() && noteRect.width() > Scaled(30)) {
+        painter.setPen(Colour(enabled ? WbColor::SuccessText : WbColor::TextDisabled));
+        painter.drawText(noteRect, Qt::AlignLeft | Qt::AlignVCenter,
+                         painter.fontMetrics().elidedText(beside, Qt::ElideRight, noteRect.width()));
+    }
+    painter.setPen(Colour(enabled ? WbColor::TextSecondary : WbColor::TextDisabled));
+    const QString summary = index.data(StatementModel::SummaryRole).toString();
+    painter.drawText(lower, Qt::AlignLeft | Qt::AlignVCenter,
+                     painter.fontMetrics().elidedText(summary, Qt::ElideRight, lower.width()));
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "StatementModel_p.h"
+
+#include <QTreeView>
+
+// The tree of statement cards: keys, mouse, clipboard, drag and drop. Every act goes to ProcessEdits.
+class StatementView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit StatementView(QWidget* parent = nullptr);
+
+    StatementModel* Statements() const { return statements; }
+
+    // edits must outlive its use here; null shows nothing.
+    void ShowProcess(ProcessEdits* processEdits, RpaProcess* process);
+
+    QStringList SelectedIds() const;
+    void Select(const QStringList& ids);
+
+    // Adds a statement of the command where the author is: behind the current one, or inside an opened block.
+    void InsertCommand(const QString& command);
+
+    void Copy() const;
+    void Cut();
+    void Paste();
+    void Delete();
+    void Duplicate();
+    void ToggleEnabled();
+    void ToggleBreakpoint();
+    void MoveUp();
+    void MoveDown();
+
+signals:
+    void SigSelectionChanged();
+    void SigQuickPickAsked();
+    void SigPropertiesAsked();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
+
+private:
+    struct Place
+    {
+        QString parentId;
+        int row;
+    };
+    Place PlaceFor(const QString& command) const;
+    const RpaStatementNode* CurrentNode() const;
+    void ToggleBreakpointAt(const QModelIndex& index);
+    void Step(int direction);
+    void FitGutter();
+
+    StatementModel* statements;
+    ProcessEdits* edits = nullptr;
+};

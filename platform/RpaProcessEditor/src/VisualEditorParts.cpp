@@ -1,0 +1,283 @@
+#include "VisualEditorParts_p.h"
+
+#include "CheckPane_p.h"
+#include "CommandPalette_p.h"
+#include "CommandQuickPick_p.h"
+#include "ProcessTabs_p.h"
+#include "PropertyPanel_p.h"
+#include "StatementView_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <OxBase/OxBlocker.h>
+#include <WbBaseUI/WbIcons.h>
+
+#include <QAction>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QSplitter>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace
+{
+QString WithKeys(const QString& text, const QList<QKeySequence>& keys)
+{
+    return keys.isEmpty() ? text
+                          : QStringLiteral("%1（%2）").arg(text, keys.first().toString(QKeySequence::NativeText));
+}
+} // namespace
+
+VisualEditorParts::VisualEditorParts(QWidget* editor)
+    : QObject(editor), host(editor), bar(new QToolBar), tabs(new ProcessTabs), palette(new CommandPalette),
+      view(new StatementView), properties(new PropertyPanel), checks(new CheckPane),
+      quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
+{
+    BuildLayout();
+    BuildActions();
+    ConnectParts();
+    UpdateActions();
+}
+
+VisualEditorParts::~VisualEditorParts() = default;
+
+void VisualEditorParts::BuildLayout()
+{
+    bar->setObjectName(QStringLiteral("processToolBar"));
+    bar->setIconSize(QSize(DpiTool::ScaleDefault(16), DpiTool::ScaleDefault(16)));
+    auto* middle = new QWidget;
+    auto* top = new QHBoxLayout;
+    top->setContentsMargins(0, 0, 0, 0);
+    top->addWidget(tabs, 1);
+    top->addWidget(bar);
+    auto* vertical = new QSplitter(Qt::Vertical);
+    vertical->addWidget(view);
+    vertical->addWidget(checks);
+    vertical->setStretchFactor(0, 3);
+    vertical->setStretchFactor(1, 1);
+    vertical->setChildrenCollapsible(false);
+    auto* middleLayout = new QVBoxLayout(middle);
+    middleLayout->setContentsMargins(0, 0, 0, 0);
+    middleLayout->setSpacing(0);
+    middleLayout->addLayout(top);
+    middleLayout->addWidget(vertical);
+
+    auto* splitter = new QSplitter(Qt::Horizontal);
+    splitter->setObjectName(QStringLiteral("processSplitter"));
+    splitter->addWidget(palette);
+    splitter->addWidget(middle);
+    splitter->addWidget(properties);
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(2, 0);
+    splitter->setSizes({DpiTool::ScaleDefault(220), DpiTool::ScaleDefault(700), DpiTool::ScaleDefault(290)});
+    palette->setMinimumWidth(DpiTool::ScaleDefault(150));
+    properties->setMinimumWidth(DpiTool::ScaleDefault(220));
+    middle->setMinimumWidth(DpiTool::ScaleDefault(320));
+    auto* layout = new QHBoxLayout(host);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    host->setFocusProxy(view);
+}
+
+QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
+                                const QString& icon, const Act& act)
+{
+    auto* action = new QAction(text, view);
+    action->setObjectName(name);
+    action->setShortcuts(keys);
+    // In the tree only: in a field of the property panel the same keys belong to the text.
+    action->setShortcutContext(Qt::WidgetShortcut);
+    view->addAction(action);
+    connect(action, &QAction::triggered, this, act);
+    menu->addAction(action);
+    if (icon.isEmpty())
+        return action;
+    action->setIcon(WbIcons::Get(icon));
+    action->setToolTip(WithKeys(text, keys));
+    bar->addAction(action);
+    if (QWidget* button = bar->widgetForAction(action)) {
+        button->setObjectName(name + QStringLiteral("Button"));
+        button->setAccessibleName(text);
+    }
+    return action;
+}
+
+void VisualEditorParts::BuildActions()
+{
+    const auto key = [](int code) { return QKeySequence(code); };
+    undo = Add(QStringLiteral("actionUndo"), QStringLiteral("撤销"), {QKeySequence::Undo}, QStringLiteral("undo"),
+               [this] { edits->Stack()->undo(); });
+    redo = Add(QStringLiteral("actionRedo"), QStringLiteral("重做"),
+               {key(Qt::CTRL + Qt::Key_Y), key(Qt::CTRL + Qt::SHIFT + Qt::Key_Z)}, QStringLiteral("redo"),
+               [this] { edits->Stack()->redo(); });
+    menu->addSeparator();
+    Add(QStringLiteral("actionInsert"), QStringLiteral("添加指令…"), {key(Qt::Key_Insert)}, QStringLiteral("add"),
+        [this] { OpenQuickPick(); });
+    menu->addSeparator();
+    onSelection = {
+        Add(QStringLiteral("actionCut"), QStringLiteral("剪切"), {QKeySequence::Cut}, QString(),
+            [this] { view->Cut(); }),
+        Add(QStringLiteral("actionCopy"), QStringLiteral("复制"), {QKeySequence::Copy}, QString(),
+            [this] { view->Copy(); }),
+    };
+    Add(QStringLiteral("actionPaste"), QStringLiteral("粘贴"), {QKeySequence::Paste}, QString(),
+        [this] { view->Paste(); });
+    const auto add = [this](const char* name, const char* text, int code, const char* icon,
+                            void (StatementView::*act)()) {
+        onSelection.append(Add(QLatin1String(name), QString::fromUtf8(text), {QKeySequence(code)},
+                               QLatin1String(icon), [this, act] { (view->*act)(); }));
+    };
+    add("actionDuplicate", "复制一份", Qt::CTRL + Qt::Key_D, "", &StatementView::Duplicate);
+    add("actionDelete", "删除", Qt::Key_Delete, "delete", &StatementView::Delete);
+    menu->addSeparator();
+    add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment", &StatementView::ToggleEnabled);
+    add("actionBreakpoint", "设置 / 取消断点", Qt::Key_F9, "breakpoint", &StatementView::ToggleBreakpoint);
+    add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "arrow-up", &StatementView::MoveUp);
+    add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "arrow-down", &StatementView::MoveDown);
+
+    auto* save = new QAction(QStringLiteral("保存"), host);
+    save->setObjectName(QStringLiteral("actionSave"));
+    save->setShortcut(QKeySequence::Save);
+    save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    host->addAction(save);
+    connect(save, &QAction::triggered, this, [this] {
+        // During a blocking save a second one would answer the wrong question.
+        if (!OxBlocker::IsBlocking())
+            emit SigSaveAsked();
+    });
+}
+
+void VisualEditorParts::ConnectParts()
+{
+    connect(tabs, &ProcessTabs::SigCurrentChanged, this, &VisualEditorParts::ShowProcess);
+    connect(palette, &CommandPalette::SigCommandChosen, this, &VisualEditorParts::AddCommand);
+    connect(quickPick, &CommandQuickPick::SigCommandChosen, this, &VisualEditorParts::AddCommand);
+    connect(view, &StatementView::SigQuickPickAsked, this, &VisualEditorParts::OpenQuickPick);
+    connect(view, &StatementView::SigPropertiesAsked, properties, &PropertyPanel::FocusFirst);
+    connect(view, &StatementView::SigSelectionChanged, this, [this] {
+        properties->ShowStatements(view->SelectedIds());
+        UpdateActions();
+    });
+    connect(view, &QWidget::customContextMenuRequested, this, &VisualEditorParts::ShowMenu);
+    connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
+}
+
+void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
+{
+    if (app == appData)
+        return;
+    ShowFindings({});
+    shownProcess.clear();
+    tabs->SetEdits(nullptr);
+    view->ShowProcess(nullptr, nullptr);
+    properties->SetProcess(nullptr, nullptr);
+    edits.reset();
+    app = appData;
+    if (app) {
+        edits = std::make_unique<ProcessEdits>(app);
+        connect(edits.get(), &ProcessEdits::SigTouched, this, &VisualEditorParts::SlotTouched);
+        connect(edits->Stack(), &QUndoStack::canUndoChanged, this, &VisualEditorParts::UpdateActions);
+        connect(edits->Stack(), &QUndoStack::canRedoChanged, this, &VisualEditorParts::UpdateActions);
+        ProcessDataManager* manager = edits->Manager();
+        connect(manager, &ProcessDataManager::SigAboutToReset, edits.get(), [this] {
+            edits->Stack()->clear();
+            view->ShowProcess(nullptr, nullptr);
+            properties->SetProcess(nullptr, nullptr);
+            shownProcess.clear();
+        });
+        connect(manager, &ProcessDataManager::SigProcessAboutToBeRemoved, edits.get(), [this](int index) {
+            if (edits->Manager()->GetProcess(index) != edits->Manager()->FindProcess(shownProcess))
+                return;
+            view->ShowProcess(nullptr, nullptr);
+            properties->SetProcess(nullptr, nullptr);
+            shownProcess.clear();
+        });
+    }
+    tabs->SetEdits(edits.get());
+    ShowProcess(tabs->Current());
+    UpdateActions();
+}
+
+void VisualEditorParts::ShowProcess(const QString& name)
+{
+    RpaProcess* process = edits ? edits->Manager()->FindProcess(name) : nullptr;
+    shownProcess = name;
+    if (process && view->Statements()->Process() == process)
+        return; // renamed or moved: selection and scroll position stay
+    properties->SetProcess(edits.get(), process);
+    view->ShowProcess(edits.get(), process);
+    view->Statements()->SetFindings(findings);
+    UpdateActions();
+}
+
+void VisualEditorParts::SlotTouched(const QString& processName, const QStringList& ids)
+{
+    if (!processName.isEmpty() && processName != tabs->Current())
+        tabs->SetCurrent(processName);
+    // While the author types, the selection is what it was; otherwise what a step touched is shown.
+    if (!ids.isEmpty() && ids != view->SelectedIds())
+        view->Select(ids);
+    UpdateActions();
+}
+
+void VisualEditorParts::UpdateActions()
+{
+    undo->setEnabled(edits && edits->Stack()->canUndo());
+    redo->setEnabled(edits && edits->Stack()->canRedo());
+    const bool selected = view->selectionModel()->hasSelection();
+    for (QAction* action : qAsConst(onSelection))
+        action->setEnabled(selected);
+}
+
+void VisualEditorParts::ShowMenu(const QPoint& position)
+{
+    if (edits)
+        menu->popup(view->viewport()->mapToGlobal(position));
+}
+
+void VisualEditorParts::OpenQuickPick()
+{
+    if (!view->Statements()->Process())
+        return;
+    const QRect current = view->visualRect(view->currentIndex());
+    const QPoint place = current.isValid() ? current.bottomLeft() : QPoint(20, 20);
+    quickPick->Open(view->viewport()->mapToGlobal(place));
+}
+
+void VisualEditorParts::AddCommand(const QString& command)
+{
+    view->InsertCommand(command);
+    view->setFocus();
+}
+
+void VisualEditorParts::SwitchMainPage()
+{
+    if (edits)
+        tabs->SetCurrent(edits->Manager()->GetProcessNameFirst());
+}
+
+void VisualEditorParts::ShowFindings(const QList<RpaCheckInfo>& list)
+{
+    QList<RpaCheckInfo> own;
+    for (const RpaCheckInfo& info : list) {
+        const RpaProcess* process = edits ? edits->Manager()->FindProcess(info.processName) : nullptr;
+        if (process && (info.statementId.isEmpty() || process->Find(info.statementId)))
+            own.append(info);
+    }
+    findings = own;
+    view->Statements()->SetFindings(findings);
+    checks->ShowFindings(findings);
+}
+
+bool VisualEditorParts::ShowStatement(const QString& processName, const QString& statementId)
+{
+    const RpaProcess* process = edits ? edits->Manager()->FindProcess(processName) : nullptr;
+    if (!process || !process->Find(statementId))
+        return false;
+    tabs->SetCurrent(processName);
+    view->Select({statementId});
+    view->setFocus();
+    return true;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "ProcessEdits_p.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+class CheckPane;
+class CommandPalette;
+class CommandQuickPick;
+class ProcessTabs;
+class PropertyPanel;
+class QAction;
+class QMenu;
+class QToolBar;
+class StatementView;
+
+// The parts of the visual editor and how they work together.
+class VisualEditorParts : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit VisualEditorParts(QWidget* editor);
+    ~VisualEditorParts() override;
+
+    void SetApp(const RpaAppDataPtr& appData);
+    RpaAppDataPtr App() const { return app; }
+
+    void SwitchMainPage();
+    void ShowFindings(const QList<RpaCheckInfo>& list);
+    bool ShowStatement(const QString& processName, const QString& statementId);
+
+signals:
+    void SigSaveAsked();
+
+private:
+    using Act = std::function<void()>;
+
+    void BuildLayout();
+    void BuildActions();
+    QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys, const QString& icon,
+                 const Act& act);
+    void ConnectParts();
+    void ShowProcess(const QString& name);
+    void SlotTouched(const QString& processName, const QStringList& ids);
+    void UpdateActions();
+    void ShowMenu(const QPoint& position);
+    void OpenQuickPick();
+    void AddCommand(const QString& command);
+
+    QWidget* host;
+    QToolBar* bar;
+    ProcessTabs* tabs;
+    CommandPalette* palette;
+    StatementView* view;
+    PropertyPanel* properties;
+    CheckPane* checks;
+    CommandQuickPick* quickPick;
+    QMenu* menu;
+    QAction* undo = nullptr;
+    QAction* redo = nullptr;
+    QList<QAction*> onSelection;
+
+    RpaAppDataPtr app;
+    std::unique_ptr<ProcessEdits> edits;
+    QList<RpaCheckInfo> findings;
+    QString shownProcess;
+};
