@@ -20,8 +20,8 @@ namespace
 {
 bool HasChoices(RpaArgumentType type)
 {
-    return type == RpaArgumentType::Choice || type == RpaArgumentType::Switch || type == RpaArgumentType::Process ||
-           type == RpaArgumentType::Element;
+    return type == RpaArgumentType::Choice || type == RpaArgumentType::Switch ||
+           type == RpaArgumentType::Process || type == RpaArgumentType::Element;
 }
 
 QVector<RpaChoice> Plain(const QStringList& values)
@@ -37,13 +37,20 @@ QString PlaceholderOf(RpaArgumentType type, bool python)
     if (python || type == RpaArgumentType::Expression)
         return QStringLiteral("Python 表达式，例如 count + 1");
     switch (type) {
-    case RpaArgumentType::Text: return QStringLiteral("文本，或以 = 开头写表达式");
-    case RpaArgumentType::Number: return QStringLiteral("数字，或以 = 开头写表达式");
-    case RpaArgumentType::Variable: return QStringLiteral("变量名");
-    case RpaArgumentType::Parameter: return QStringLiteral("界面上的参数名");
-    case RpaArgumentType::File: return QStringLiteral("文件路径");
-    case RpaArgumentType::Folder: return QStringLiteral("文件夹路径");
-    default: return QString();
+    case RpaArgumentType::Text:
+        return QStringLiteral("文本，或以 = 开头写表达式");
+    case RpaArgumentType::Number:
+        return QStringLiteral("数字，或以 = 开头写表达式");
+    case RpaArgumentType::Variable:
+        return QStringLiteral("变量名");
+    case RpaArgumentType::Parameter:
+        return QStringLiteral("界面上的参数名");
+    case RpaArgumentType::File:
+        return QStringLiteral("文件路径");
+    case RpaArgumentType::Folder:
+        return QStringLiteral("文件夹路径");
+    default:
+        return QString();
     }
 }
 } // namespace
@@ -52,8 +59,9 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
     : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget), message(new QLabel)
 {
     setObjectName(QStringLiteral("field_") + info.name);
-    auto* label = new QLabel(info.title.toHtmlEscaped() +
-                             (info.required ? QStringLiteral(" <span style=\"color:#e5484d\">*</span>") : QString()));
+    auto* label =
+        new QLabel(info.title.toHtmlEscaped() +
+                   (info.required ? QStringLiteral(" <span style=\"color:#e5484d\">*</span>") : QString()));
     label->setTextFormat(Qt::RichText);
     label->setToolTip(info.description);
     auto* top = new QHBoxLayout;
@@ -101,8 +109,10 @@ bool ArgumentField::MayBePython() const
     case RpaArgumentType::Switch:
     case RpaArgumentType::File:
     case RpaArgumentType::Folder:
-    case RpaArgumentType::Parameter: return true;
-    default: return false;
+    case RpaArgumentType::Parameter:
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -121,7 +131,8 @@ void ArgumentField::Take(const QString& shown)
         stored.prepend(QLatin1Char('='));
     else if (MayBePython() && shown.startsWith(QLatin1Char('\'')))
         stored.prepend(QLatin1Char('\''));
-    if (!python && MayBePython() && shown.startsWith(QLatin1Char('=')) && info.type != RpaArgumentType::Switch) {
+    if (!python && MayBePython() && shown.startsWith(QLatin1Char('=')) &&
+        info.type != RpaArgumentType::Switch) {
         // As in a spreadsheet: an "=" typed first begins an expression.
         text = shown;
         SetPython(true);
@@ -215,10 +226,14 @@ QVector<RpaChoice> ArgumentField::Choices() const
 {
     switch (info.type) {
     case RpaArgumentType::Switch:
-        return {{QStringLiteral("true"), QStringLiteral("是")}, {QStringLiteral("false"), QStringLiteral("否")}};
-    case RpaArgumentType::Process: return Plain(offers.processes);
-    case RpaArgumentType::Element: return offers.elements;
-    default: return info.choices;
+        return {{QStringLiteral("true"), QStringLiteral("是")},
+                {QStringLiteral("false"), QStringLiteral("否")}};
+    case RpaArgumentType::Process:
+        return Plain(offers.processes);
+    case RpaArgumentType::Element:
+        return offers.elements;
+    default:
+        return info.choices;
     }
 }
 
@@ -257,9 +272,10 @@ QWidget* ArgumentField::BuildPath()
     line->setAccessibleName(info.title);
     connect(browse, &QToolButton::clicked, this, [this, line] {
         const bool folder = info.type == RpaArgumentType::Folder;
-        const QString path = folder ? QFileDialog::getExistingDirectory(window(), info.title, line->text())
-                                    : QFileDialog::getSaveFileName(window(), info.title, line->text(), QString(),
-                                                                   nullptr, QFileDialog::DontConfirmOverwrite);
+        const QString path = folder
+                                 ? QFileDialog::getExistingDirectory(window(), info.title, line->text())
+                                 : QFileDialog::getSaveFileName(window(), info.title, line->text(), QString(),
+                                                                nullptr, QFileDialog::DontConfirmOverwrite);
         if (path.isEmpty())
             return;
         line->setText(path);
@@ -303,7 +319,8 @@ void ArgumentField::ShowProblem()
     message->setPalette(palette);
 }
 
-QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers)
+QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& text,
+                               const FieldOffers& offers)
 {
     const bool python = RpaExpression::IsPython(argument.type, text);
     const QString body = python && argument.type != RpaArgumentType::Expression ? text.mid(1) : text;
@@ -315,7 +332,8 @@ QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& t
     if (python)
         return QString();
     const auto lacks = [&text](const QVector<RpaChoice>& choices) {
-        return std::none_of(choices.begin(), choices.end(), [&text](const RpaChoice& c) { return c.value == text; });
+        return std::none_of(choices.begin(), choices.end(),
+                            [&text](const RpaChoice& c) { return c.value == text; });
     };
     bool number = true;
     switch (argument.type) {
@@ -330,7 +348,9 @@ QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& t
         return offers.processes.contains(text) ? QString() : QStringLiteral("没有名为“%1”的流程").arg(text);
     case RpaArgumentType::Element:
         return lacks(offers.elements) ? QStringLiteral("元素已不存在，请重新选择") : QString();
-    case RpaArgumentType::Choice: return lacks(argument.choices) ? QStringLiteral("请从列表中选择") : QString();
-    default: return QString();
+    case RpaArgumentType::Choice:
+        return lacks(argument.choices) ? QStringLiteral("请从列表中选择") : QString();
+    default:
+        return QString();
     }
 }

@@ -20,8 +20,9 @@ struct FieldOffers
     QVector<RpaChoice> elements; // id and name
 };
 
-// The editor of one argument: label, field after the argument's type, message below it when the text is not usable.
-// Arguments that may be literal or Python have a switch between the two; typing "=" first switches too.
+// The editor of one argument: label, field after the argument's type, message below it when the text is not
+// usable. Arguments that may be literal or Python have a switch between the two; typing "=" first switches
+// too.
 class ArgumentField : public QWidget
 {
     Q_OBJECT

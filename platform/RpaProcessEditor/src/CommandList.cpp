@@ -1,5 +1,4 @@
 #include "CommandList_p.h"
-
 #include "CommandTexts_p.h"
 #include "StatementModel_p.h"
 
@@ -78,14 +77,21 @@ QVariant CommandList::data(const QModelIndex& index, int role) const
         return QVariant();
     const Row& row = rows.at(index.row());
     switch (role) {
-    case Qt::DisplayRole: return row.title;
-    case Qt::ToolTipRole: return row.name.isEmpty() ? QVariant() : row.description + QStringLiteral("\n双击或拖入流程");
+    case Qt::DisplayRole:
+        return row.title;
+    case Qt::ToolTipRole:
+        return row.name.isEmpty() ? QVariant() : row.description + QStringLiteral("\n双击或拖入流程");
     case Qt::AccessibleTextRole:
-        return row.name.isEmpty() ? QStringLiteral("分组 ") + row.title : row.title + QLatin1Char(' ') + row.description;
-    case NameRole: return row.name;
-    case DescriptionRole: return row.description;
-    case GroupRole: return row.group;
-    default: return QVariant();
+        return row.name.isEmpty() ? QStringLiteral("分组 ") + row.title
+                                  : row.title + QLatin1Char(' ') + row.description;
+    case NameRole:
+        return row.name;
+    case DescriptionRole:
+        return row.description;
+    case GroupRole:
+        return row.group;
+    default:
+        return QVariant();
     }
 }
 
@@ -117,7 +123,8 @@ QSize CommandListDelegate::sizeHint(const QStyleOptionViewItem&, const QModelInd
     return QSize(DpiTool::ScaleDefault(120), DpiTool::ScaleDefault(32));
 }
 
-void CommandListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+void CommandListDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const
 {
     const WbTheme* theme = WbTheme::Instance();
     const QString name = index.data(CommandList::NameRole).toString();

@@ -1,6 +1,5 @@
-#include "CommandPalette_p.h"
-
 #include "CommandList_p.h"
+#include "CommandPalette_p.h"
 
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbTheme.h>

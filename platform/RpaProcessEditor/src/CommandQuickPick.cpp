@@ -1,6 +1,5 @@
-#include "CommandQuickPick_p.h"
-
 #include "CommandList_p.h"
+#include "CommandQuickPick_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -75,13 +74,26 @@ bool CommandQuickPick::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress) {
         switch (static_cast<QKeyEvent*>(event)->key()) {
         case Qt::Key_Return:
-        case Qt::Key_Enter: Take(); return true;
-        case Qt::Key_Escape: hide(); return true;
-        case Qt::Key_Down: Step(1); return true;
-        case Qt::Key_Up: Step(-1); return true;
-        case Qt::Key_PageDown: Step(8); return true;
-        case Qt::Key_PageUp: Step(-8); return true;
-        default: break;
+        case Qt::Key_Enter:
+            Take();
+            return true;
+        case Qt::Key_Escape:
+            hide();
+            return true;
+        case Qt::Key_Down:
+            Step(1);
+            return true;
+        case Qt::Key_Up:
+            Step(-1);
+            return true;
+        case Qt::Key_PageDown:
+            Step(8);
+            return true;
+        case Qt::Key_PageUp:
+            Step(-8);
+            return true;
+        default:
+            break;
         }
     }
     return QFrame::eventFilter(watched, event);

@@ -66,7 +66,8 @@ QString CommandTexts::Summary(const RpaStatement& values)
     const QString& pattern = info->summary;
     QString text;
     int at = 0;
-    for (int open = pattern.indexOf(QLatin1String("${")); open >= 0; open = pattern.indexOf(QLatin1String("${"), at)) {
+    for (int open = pattern.indexOf(QLatin1String("${")); open >= 0;
+         open = pattern.indexOf(QLatin1String("${"), at)) {
         const int close = pattern.indexOf(QLatin1Char('}'), open);
         if (close < 0)
             break;

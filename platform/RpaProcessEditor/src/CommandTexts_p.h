@@ -17,7 +17,8 @@ namespace CommandTexts
 // The catalogue's title, or the bare name of a command that it does not know.
 QString Title(const QString& command);
 
-// The command's one-line summary with the statement's arguments filled in. Places whose argument is empty read "…".
+// The command's one-line summary with the statement's arguments filled in. Places whose argument is empty
+// read "…".
 QString Summary(const RpaStatement& values);
 
 // Whether the search words (separated by blanks) all occur in title, name, group, keywords or description.
@@ -26,7 +27,8 @@ bool Matches(const RpaCommandInfo& info, const QString& search);
 // Variables that the process defines: outputs and variable arguments, sorted, each once.
 QStringList Variables(const RpaProcess& process);
 
-// A statement of the command with its default arguments; an output name that the process already uses gets a number.
+// A statement of the command with its default arguments; an output name that the process already uses gets a
+// number.
 RpaStatement NewStatement(const RpaCommandInfo& info, const RpaProcess& process);
 
 bool HasChildren(const QString& command);

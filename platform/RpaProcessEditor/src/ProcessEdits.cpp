@@ -1,5 +1,4 @@
 #include "ProcessEdits_p.h"
-
 #include "ProcessSteps_p.h"
 
 #include <functional>
@@ -68,7 +67,8 @@ void ProcessEdits::Insert(RpaProcess& process, const QString& parentId, int row,
 {
     EndTyping();
     if (!statements.isEmpty())
-        stack.push(new InsertStep(*this, process, parentId, row, statements, title)); // the stack owns its steps
+        stack.push(
+            new InsertStep(*this, process, parentId, row, statements, title)); // the stack owns its steps
 }
 
 void ProcessEdits::Remove(RpaProcess& process, const QStringList& ids, const QString& title)

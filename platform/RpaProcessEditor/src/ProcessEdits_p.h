@@ -10,8 +10,8 @@
 #include <QUndoStack>
 #include <QVector>
 
-// Every change that the author makes to the processes of one app goes through here: it becomes one undo step, and the
-// app is marked modified when the step is done, undone and redone.
+// Every change that the author makes to the processes of one app goes through here: it becomes one undo step,
+// and the app is marked modified when the step is done, undone and redone.
 class ProcessEdits : public QObject
 {
     Q_OBJECT
@@ -24,15 +24,15 @@ public:
     RpaAppData* App() const { return app.data(); }
 
     // Inserts before the row (-1: at the end); parent id empty: top level.
-    void Insert(RpaProcess& process, const QString& parentId, int row, const QVector<RpaStatement>& statements,
-                const QString& title);
+    void Insert(RpaProcess& process, const QString& parentId, int row,
+                const QVector<RpaStatement>& statements, const QString& title);
     void Remove(RpaProcess& process, const QStringList& ids, const QString& title);
 
     // Moves statements together before the row, counted as before the move. Moving into itself does nothing.
     void Move(RpaProcess& process, const QStringList& ids, const QString& parentId, int row);
 
-    // Replaces the values of one statement. Steps of the same key on the same statement become one as long as nothing
-    // comes between them; an empty key never joins.
+    // Replaces the values of one statement. Steps of the same key on the same statement become one as long as
+    // nothing comes between them; an empty key never joins.
     void SetValues(RpaProcess& process, const RpaStatement& values, const QString& key, const QString& title);
 
     // The next change starts a step of its own.

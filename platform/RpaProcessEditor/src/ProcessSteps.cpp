@@ -93,8 +93,8 @@ void RemoveStep::undo()
     }
 }
 
-MoveStep::MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved, const QString& parent,
-                   int at)
+MoveStep::MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved,
+                   const QString& parent, int at)
     : ProcessStep(owner, process.GetName(), QStringLiteral("移动语句")), ids(moved), parentId(parent), row(at)
 {
 }
@@ -127,7 +127,8 @@ void MoveStep::undo()
 
 ValuesStep::ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVector<Change>& changed,
                        const QString& mergeKey, const QString& title)
-    : ProcessStep(owner, process.GetName(), title), changes(changed), key(mergeKey), session(owner.TypingSession())
+    : ProcessStep(owner, process.GetName(), title), changes(changed), key(mergeKey),
+      session(owner.TypingSession())
 {
 }
 

@@ -4,8 +4,9 @@
 
 #include <QUndoCommand>
 
-// The undo steps of ProcessEdits. They name processes and statements instead of pointing at them: a process that was
-// removed and restored is another object. Steps run in strict order, so a name means the same whenever a step runs.
+// The undo steps of ProcessEdits. They name processes and statements instead of pointing at them: a process
+// that was removed and restored is another object. Steps run in strict order, so a name means the same
+// whenever a step runs.
 
 // A statement and the place it had.
 struct PlacedStatement
@@ -45,7 +46,8 @@ private:
 class RemoveStep : public ProcessStep
 {
 public:
-    RemoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& removed, const QString& title);
+    RemoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& removed,
+               const QString& title);
     void redo() override;
     void undo() override;
 
@@ -57,7 +59,8 @@ private:
 class MoveStep : public ProcessStep
 {
 public:
-    MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved, const QString& parent, int at);
+    MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved, const QString& parent,
+             int at);
     void redo() override;
     void undo() override;
 
@@ -77,8 +80,8 @@ public:
         RpaStatement after;
     };
 
-    ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVector<Change>& changed, const QString& key,
-               const QString& title);
+    ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVector<Change>& changed,
+               const QString& key, const QString& title);
     void redo() override;
     void undo() override;
     int id() const override { return key.isEmpty() ? -1 : 1; }

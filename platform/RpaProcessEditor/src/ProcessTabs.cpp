@@ -1,6 +1,5 @@
-#include "ProcessTabs_p.h"
-
 #include "ProcessNameDialog_p.h"
+#include "ProcessTabs_p.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbIcons.h>
@@ -59,10 +58,12 @@ void ProcessTabs::SetEdits(ProcessEdits* processEdits)
         connect(manager, &ProcessDataManager::SigProcessRemoved, this, refill);
         connect(manager, &ProcessDataManager::SigProcessMoved, this, refill);
         connect(manager, &ProcessDataManager::SigReset, this, refill);
-        connect(manager, &ProcessDataManager::SigProcessRenamed, this, [this](int index, const QString& oldName) {
-            const QString current = Current() == oldName ? edits->Manager()->GetProcess(index)->GetName() : Current();
-            Refill(current);
-        });
+        connect(manager, &ProcessDataManager::SigProcessRenamed, this,
+                [this](int index, const QString& oldName) {
+                    const QString current =
+                        Current() == oldName ? edits->Manager()->GetProcess(index)->GetName() : Current();
+                    Refill(current);
+                });
     }
     Refill(edits ? edits->Manager()->GetProcessNameFirst() : QString());
 }
@@ -111,7 +112,8 @@ void ProcessTabs::AskAdd()
     if (!edits)
         return;
     const QString proposal = edits->Manager()->MakeFreeName(QStringLiteral("流程"));
-    ProcessNameDialog dialog(QStringLiteral("新建流程"), proposal, edits->Manager()->GetProcessNames(), window());
+    ProcessNameDialog dialog(QStringLiteral("新建流程"), proposal, edits->Manager()->GetProcessNames(),
+                             window());
     if (dialog.exec() == QDialog::Accepted)
         edits->AddProcess(dialog.Name());
 }
@@ -133,11 +135,11 @@ void ProcessTabs::AskRemove(int index)
     const QString name = NameAt(index);
     if (!edits || name.isEmpty() || edits->Manager()->GetCount() < 2)
         return;
-    const QString text = index == 0
-                             ? QStringLiteral("“%1”是主流程，删除后下一个流程成为主流程。确定删除吗？").arg(name)
-                             : QStringLiteral("确定删除流程“%1”吗？").arg(name);
-    const int answer =
-        PackagedMsgBox::question(text, window(), QMessageBox::StandardButtons(QMessageBox::Ok | QMessageBox::Cancel));
+    const QString text =
+        index == 0 ? QStringLiteral("“%1”是主流程，删除后下一个流程成为主流程。确定删除吗？").arg(name)
+                   : QStringLiteral("确定删除流程“%1”吗？").arg(name);
+    const int answer = PackagedMsgBox::question(
+        text, window(), QMessageBox::StandardButtons(QMessageBox::Ok | QMessageBox::Cancel));
     if (answer == QMessageBox::Ok)
         edits->RemoveProcess(name);
 }
@@ -161,7 +163,8 @@ void ProcessTabs::ShowMenu(const QPoint& position)
         return;
     QMenu menu(this);
     menu.addAction(QStringLiteral("重命名…"), this, [this, index] { AskRename(index); });
-    QAction* main = menu.addAction(QStringLiteral("设为主流程"), this, [this, index] { edits->MoveProcess(index, 0); });
+    QAction* main =
+        menu.addAction(QStringLiteral("设为主流程"), this, [this, index] { edits->MoveProcess(index, 0); });
     main->setEnabled(index > 0);
     menu.addSeparator();
     QAction* remove = menu.addAction(QStringLiteral("删除"), this, [this, index] { AskRemove(index); });

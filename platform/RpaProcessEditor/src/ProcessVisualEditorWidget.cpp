@@ -1,10 +1,9 @@
-#include <RpaProcessEditor/ProcessVisualEditorWidget.h>
-
 #include "VisualEditorParts_p.h"
 
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessData/RpaProcessCheck.h>
+#include <RpaProcessEditor/ProcessVisualEditorWidget.h>
 
 class ProcessVisualEditorWidget::Private
 {

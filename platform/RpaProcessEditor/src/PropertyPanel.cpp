@@ -1,6 +1,5 @@
-#include "PropertyPanel_p.h"
-
 #include "CommandTexts_p.h"
+#include "PropertyPanel_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaParamData.h>
@@ -65,12 +64,18 @@ void PropertyPanel::SetProcess(ProcessEdits* processEdits, RpaProcess* shown)
     Build();
 }
 
+// A field that goes away while it has the keyboard still tells that its editing is finished.
+void PropertyPanel::EndTyping()
+{
+    if (edits)
+        edits->EndTyping();
+}
+
 void PropertyPanel::ShowStatements(const QStringList& ids)
 {
     if (ids == shownIds)
         return;
-    if (edits)
-        edits->EndTyping();
+    EndTyping();
     shownIds = ids;
     Build();
 }
@@ -122,7 +127,7 @@ void PropertyPanel::Build()
             connect(field, &ArgumentField::SigEdited, this, [this, name](const QString& text) {
                 Change(name, [name, text](RpaStatement& values) { values.arguments.insert(name, text); });
             });
-            connect(field, &ArgumentField::SigEditingFinished, this, [this] { edits->EndTyping(); });
+            connect(field, &ArgumentField::SigEditingFinished, this, [this] { EndTyping(); });
             fields.append(field);
             layout->addWidget(field);
         }
@@ -160,8 +165,9 @@ QWidget* PropertyPanel::BuildHeader(const QString& command) const
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(top);
     const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(command);
-    layout->addWidget(Secondary(info ? info->description
-                                     : QStringLiteral("此版本不认识这条指令。它的内容会原样保留，运行前请更新工作台。")));
+    layout->addWidget(
+        Secondary(info ? info->description
+                       : QStringLiteral("此版本不认识这条指令。它的内容会原样保留，运行前请更新工作台。")));
     return header;
 }
 
@@ -171,7 +177,8 @@ QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
     auto* label = new QLabel(QStringLiteral("%1保存到变量").arg(info.output.title));
     auto* edit = new WbLineEdit;
     edit->setObjectName(QStringLiteral("lineEditOutput"));
-    edit->setPlaceholderText(info.output.required ? QStringLiteral("变量名") : QStringLiteral("变量名，可不填"));
+    edit->setPlaceholderText(info.output.required ? QStringLiteral("变量名")
+                                                  : QStringLiteral("变量名，可不填"));
     edit->setAccessibleName(label->text());
     edit->setText(Node()->GetValues().output);
     auto* problem = new QLabel(QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头"));
@@ -194,7 +201,7 @@ QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
         Change(QStringLiteral(" output"), [text](RpaStatement& values) { values.output = text.trimmed(); });
         CheckOutput();
     });
-    connect(edit, &QLineEdit::editingFinished, this, [this] { edits->EndTyping(); });
+    connect(edit, &QLineEdit::editingFinished, this, [this] { EndTyping(); });
     return widget;
 }
 
@@ -254,7 +261,8 @@ void PropertyPanel::Change(const QString& key, const std::function<void(RpaState
         return;
     RpaStatement values = node->GetValues();
     change(values);
-    edits->SetValues(*process, values, key, QStringLiteral("修改“%1”").arg(CommandTexts::Title(values.command)));
+    edits->SetValues(*process, values, key,
+                     QStringLiteral("修改“%1”").arg(CommandTexts::Title(values.command)));
 }
 
 void PropertyPanel::SlotStatementChanged(const RpaStatementNode* node)

@@ -9,8 +9,8 @@
 class QLineEdit;
 class QPlainTextEdit;
 
-// The arguments, the output and the note of the selected statement. Every keystroke is written into the model; what is
-// typed into one field in one go is one undo step.
+// The arguments, the output and the note of the selected statement. Every keystroke is written into the
+// model; what is typed into one field in one go is one undo step.
 class PropertyPanel : public QScrollArea
 {
     Q_OBJECT
@@ -38,6 +38,7 @@ private:
     void Change(const QString& key, const std::function<void(RpaStatement&)>& change);
     const RpaStatementNode* Node() const;
     void CheckOutput();
+    void EndTyping();
 
     ProcessEdits* edits = nullptr;
     QPointer<RpaProcess> process;

@@ -1,6 +1,5 @@
-#include "StatementDelegate_p.h"
-
 #include "CommandTexts_p.h"
+#include "StatementDelegate_p.h"
 #include "StatementModel_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -38,7 +37,8 @@ QSize StatementDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex
     return QSize(Scaled(200), RowHeight());
 }
 
-void StatementDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+void StatementDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const
 {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);

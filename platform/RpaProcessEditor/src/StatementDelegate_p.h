@@ -2,7 +2,8 @@
 
 #include <QStyledItemDelegate>
 
-// Paints a statement as a card and its gutter. All rows are equally high, so that the view never measures them.
+// Paints a statement as a card and its gutter. All rows are equally high, so that the view never measures
+// them.
 class StatementDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -14,7 +15,8 @@ public:
     static int GutterWidth(int lines);
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
 
 private:
     void PaintGutter(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;

@@ -1,8 +1,8 @@
+#include "CommandTexts_p.h"
 #include "StatementModel_p.h"
 
-#include "CommandTexts_p.h"
-
 #include <QMimeData>
+#include <QSet>
 
 namespace
 {
@@ -46,18 +46,20 @@ void StatementModel::SetProcess(ProcessEdits* processEdits, RpaProcess* shown)
 void StatementModel::ConnectProcess()
 {
     RpaProcess* p = process;
-    connect(p, &RpaProcess::SigAboutToInsert, this, [this](const RpaStatementNode* parent, int first, int last) {
-        beginInsertRows(IndexOf(parent, GutterColumn), first, last);
-    });
+    connect(p, &RpaProcess::SigAboutToInsert, this,
+            [this](const RpaStatementNode* parent, int first, int last) {
+                beginInsertRows(IndexOf(parent, GutterColumn), first, last);
+            });
     connect(p, &RpaProcess::SigInserted, this, [this] {
         lines.clear();
         endInsertRows();
         ForgetLines();
     });
-    connect(p, &RpaProcess::SigAboutToRemove, this, [this](const RpaStatementNode* parent, int first, int last) {
-        lines.clear();
-        beginRemoveRows(IndexOf(parent, GutterColumn), first, last);
-    });
+    connect(p, &RpaProcess::SigAboutToRemove, this,
+            [this](const RpaStatementNode* parent, int first, int last) {
+                lines.clear();
+                beginRemoveRows(IndexOf(parent, GutterColumn), first, last);
+            });
     connect(p, &RpaProcess::SigRemoved, this, [this] {
         lines.clear();
         endRemoveRows();
@@ -65,7 +67,8 @@ void StatementModel::ConnectProcess()
     });
     connect(p, &RpaProcess::SigAboutToMove, this,
             [this](const RpaStatementNode* parent, int row, const RpaStatementNode* newParent, int newRow) {
-                beginMoveRows(IndexOf(parent, GutterColumn), row, row, IndexOf(newParent, GutterColumn), newRow);
+                beginMoveRows(IndexOf(parent, GutterColumn), row, row, IndexOf(newParent, GutterColumn),
+                              newRow);
             });
     connect(p, &RpaProcess::SigMoved, this, [this] {
         lines.clear();
@@ -141,9 +144,8 @@ QStringList StatementModel::TopIds(const QModelIndexList& indexes) const
         if (!above)
             tops.append(node);
     }
-    std::sort(tops.begin(), tops.end(), [this](const RpaStatementNode* a, const RpaStatementNode* b) {
-        return LineOf(a) < LineOf(b);
-    });
+    std::sort(tops.begin(), tops.end(),
+              [this](const RpaStatementNode* a, const RpaStatementNode* b) { return LineOf(a) < LineOf(b); });
     QStringList ids;
     for (const RpaStatementNode* node : qAsConst(tops))
         ids.append(node->GetId());
@@ -153,7 +155,8 @@ QStringList StatementModel::TopIds(const QModelIndexList& indexes) const
 QModelIndex StatementModel::index(int row, int column, const QModelIndex& parent) const
 {
     const RpaStatementNode* above = NodeOf(parent);
-    const RpaStatementNode* node = above && column >= 0 && column < ColumnCount ? above->GetChild(row) : nullptr;
+    const RpaStatementNode* node =
+        above && column >= 0 && column < ColumnCount ? above->GetChild(row) : nullptr;
     if (!node || (parent.isValid() && parent.column() != GutterColumn))
         return QModelIndex();
     return createIndex(row, column, const_cast<RpaStatementNode*>(node));
@@ -191,23 +194,34 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
         return QVariant();
     const RpaStatementNode& node = *NodeOf(index);
     switch (role) {
-    case IdRole: return node.GetId();
-    case CommandRole: return node.GetCommand();
-    case TitleRole: return CommandTexts::Title(node.GetCommand());
-    case SummaryRole: return CommandTexts::Summary(node.GetValues());
-    case NoteRole: return node.GetValues().note;
-    case LineRole: return LineOf(&node);
-    case EnabledRole: return node.IsEffectivelyEnabled();
-    case BreakpointRole: return node.GetValues().breakpoint;
-    case FindingRole: return findingTexts.value(node.GetId());
-    default: return index.column() == GutterColumn ? GutterData(node, role) : StatementData(node, role);
+    case IdRole:
+        return node.GetId();
+    case CommandRole:
+        return node.GetCommand();
+    case TitleRole:
+        return CommandTexts::Title(node.GetCommand());
+    case SummaryRole:
+        return CommandTexts::Summary(node.GetValues());
+    case NoteRole:
+        return node.GetValues().note;
+    case LineRole:
+        return LineOf(&node);
+    case EnabledRole:
+        return node.IsEffectivelyEnabled();
+    case BreakpointRole:
+        return node.GetValues().breakpoint;
+    case FindingRole:
+        return findingTexts.value(node.GetId());
+    default:
+        return index.column() == GutterColumn ? GutterData(node, role) : StatementData(node, role);
     }
 }
 
 QVariant StatementModel::GutterData(const RpaStatementNode& node, int role) const
 {
     if (role == Qt::ToolTipRole)
-        return node.GetValues().breakpoint ? QStringLiteral("取消断点（F9）") : QStringLiteral("设置断点（F9）");
+        return node.GetValues().breakpoint ? QStringLiteral("取消断点（F9）")
+                                           : QStringLiteral("设置断点（F9）");
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
         return QString::number(LineOf(&node));
     return QVariant();

@@ -8,7 +8,8 @@
 #include <QHash>
 #include <QPointer>
 
-// The statements of one process as a tree. Column 0 is the gutter (line number, breakpoint), column 1 the statement.
+// The statements of one process as a tree. Column 0 is the gutter (line number, breakpoint), column 1 the
+// statement.
 class StatementModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -28,10 +29,10 @@ public:
         TitleRole,
         SummaryRole,
         NoteRole,
-        LineRole,       // from 1, in the order shown
-        EnabledRole,    // itself and every block around it
+        LineRole,    // from 1, in the order shown
+        EnabledRole, // itself and every block around it
         BreakpointRole,
-        FindingRole,    // text of its findings, empty for none
+        FindingRole, // text of its findings, empty for none
     };
 
     explicit StatementModel(QObject* parent = nullptr);

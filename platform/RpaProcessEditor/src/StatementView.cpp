@@ -1,7 +1,6 @@
-#include "StatementView_p.h"
-
 #include "CommandTexts_p.h"
 #include "StatementDelegate_p.h"
+#include "StatementView_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbTheme.h>
@@ -152,8 +151,8 @@ void StatementView::Paste()
     if (pasted.isEmpty())
         return;
     const RpaStatementNode* current = CurrentNode();
-    const bool intoBlock = current && current->GetChildCount() == 0 &&
-                           CommandTexts::HasChildren(current->GetCommand());
+    const bool intoBlock =
+        current && current->GetChildCount() == 0 && CommandTexts::HasChildren(current->GetCommand());
     Place place{QString(), -1};
     if (intoBlock)
         place = {current->GetId(), 0};
@@ -178,7 +177,8 @@ void StatementView::Duplicate()
     for (const QString& id : ids)
         copies.append(process->Find(id)->ToStatement());
     const RpaStatementNode* last = process->Find(ids.last());
-    edits->Insert(*process, last->GetParent()->GetId(), last->GetRow() + 1, copies, QStringLiteral("复制语句"));
+    edits->Insert(*process, last->GetParent()->GetId(), last->GetRow() + 1, copies,
+                  QStringLiteral("复制语句"));
 }
 
 void StatementView::ToggleEnabled()
@@ -236,16 +236,22 @@ void StatementView::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter: emit SigQuickPickAsked(); return;
-    case Qt::Key_F2: emit SigPropertiesAsked(); return;
-    default: QTreeView::keyPressEvent(event);
+    case Qt::Key_Enter:
+        emit SigQuickPickAsked();
+        return;
+    case Qt::Key_F2:
+        emit SigPropertiesAsked();
+        return;
+    default:
+        QTreeView::keyPressEvent(event);
     }
 }
 
 void StatementView::mousePressEvent(QMouseEvent* event)
 {
     const QModelIndex index = indexAt(event->pos());
-    if (event->button() == Qt::LeftButton && index.isValid() && index.column() == StatementModel::GutterColumn) {
+    if (event->button() == Qt::LeftButton && index.isValid() &&
+        index.column() == StatementModel::GutterColumn) {
         ToggleBreakpointAt(index);
         return;
     }
@@ -274,7 +280,8 @@ void StatementView::paintEvent(QPaintEvent* event)
     painter.drawText(viewport()->rect().adjusted(24, 24, -24, -24), Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
-void StatementView::drawRow(QPainter* painter, const QStyleOptionViewItem& options, const QModelIndex& index) const
+void StatementView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                            const QModelIndex& index) const
 {
     // The style would paint its selection behind the whole row; the card shows it.
     QStyleOptionViewItem plain = options;
@@ -294,10 +301,11 @@ void StatementView::drawBranches(QPainter* painter, const QRect& rect, const QMo
     if (model()->hasChildren(index.siblingAtColumn(0))) {
         const QPointF centre(rect.right() - step / 2.0, rect.center().y() + 0.5);
         const qreal half = step / 6.0;
-        QPolygonF arrow{QPointF(-half / 2, -half), QPointF(half / 2, 0), QPointF(-half / 2, half)};
+        QPolygonF arrow({QPointF(-half / 2, -half), QPointF(half / 2, 0), QPointF(-half / 2, half)});
         if (isExpanded(index.siblingAtColumn(0)))
-            arrow = QPolygonF{QPointF(-half, -half / 2), QPointF(0, half / 2), QPointF(half, -half / 2)};
-        painter->setPen(QPen(WbTheme::Instance()->Color(WbColor::TextSecondary), 1.6, Qt::SolidLine, Qt::RoundCap));
+            arrow = QPolygonF({QPointF(-half, -half / 2), QPointF(0, half / 2), QPointF(half, -half / 2)});
+        painter->setPen(
+            QPen(WbTheme::Instance()->Color(WbColor::TextSecondary), 1.6, Qt::SolidLine, Qt::RoundCap));
         painter->drawPolyline(arrow.translated(centre));
     }
     painter->restore();

@@ -1,11 +1,10 @@
-#include "VisualEditorParts_p.h"
-
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
 #include "StatementView_p.h"
+#include "VisualEditorParts_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <OxBase/OxBlocker.h>
@@ -23,13 +22,14 @@ namespace
 {
 QString WithKeys(const QString& text, const QList<QKeySequence>& keys)
 {
-    return keys.isEmpty() ? text
-                          : QStringLiteral("%1（%2）").arg(text, keys.first().toString(QKeySequence::NativeText));
+    return keys.isEmpty()
+               ? text
+               : QStringLiteral("%1（%2）").arg(text, keys.first().toString(QKeySequence::NativeText));
 }
 } // namespace
 
 VisualEditorParts::VisualEditorParts(QWidget* editor)
-    : QObject(editor), host(editor), bar(new QToolBar), tabs(new ProcessTabs), palette(new CommandPalette),
+    : host(editor), bar(new QToolBar), tabs(new ProcessTabs), palette(new CommandPalette),
       view(new StatementView), properties(new PropertyPanel), checks(new CheckPane),
       quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
 {
@@ -39,7 +39,13 @@ VisualEditorParts::VisualEditorParts(QWidget* editor)
     UpdateActions();
 }
 
-VisualEditorParts::~VisualEditorParts() = default;
+VisualEditorParts::~VisualEditorParts()
+{
+    // The widgets are the host's and outlive this; they must not reach for the edits any more.
+    properties->SetProcess(nullptr, nullptr);
+    view->ShowProcess(nullptr, nullptr);
+    tabs->SetEdits(nullptr);
+}
 
 void VisualEditorParts::BuildLayout()
 {
@@ -107,14 +113,14 @@ QAction* VisualEditorParts::Add(const QString& name, const QString& text, const 
 void VisualEditorParts::BuildActions()
 {
     const auto key = [](int code) { return QKeySequence(code); };
-    undo = Add(QStringLiteral("actionUndo"), QStringLiteral("撤销"), {QKeySequence::Undo}, QStringLiteral("undo"),
-               [this] { edits->Stack()->undo(); });
+    undo = Add(QStringLiteral("actionUndo"), QStringLiteral("撤销"), {QKeySequence::Undo},
+               QStringLiteral("undo"), [this] { edits->Stack()->undo(); });
     redo = Add(QStringLiteral("actionRedo"), QStringLiteral("重做"),
                {key(Qt::CTRL + Qt::Key_Y), key(Qt::CTRL + Qt::SHIFT + Qt::Key_Z)}, QStringLiteral("redo"),
                [this] { edits->Stack()->redo(); });
     menu->addSeparator();
-    Add(QStringLiteral("actionInsert"), QStringLiteral("添加指令…"), {key(Qt::Key_Insert)}, QStringLiteral("add"),
-        [this] { OpenQuickPick(); });
+    Add(QStringLiteral("actionInsert"), QStringLiteral("添加指令…"), {key(Qt::Key_Insert)},
+        QStringLiteral("add"), [this] { OpenQuickPick(); });
     menu->addSeparator();
     onSelection = {
         Add(QStringLiteral("actionCut"), QStringLiteral("剪切"), {QKeySequence::Cut}, QString(),
@@ -132,10 +138,11 @@ void VisualEditorParts::BuildActions()
     add("actionDuplicate", "复制一份", Qt::CTRL + Qt::Key_D, "", &StatementView::Duplicate);
     add("actionDelete", "删除", Qt::Key_Delete, "delete", &StatementView::Delete);
     menu->addSeparator();
-    add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment", &StatementView::ToggleEnabled);
+    add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment",
+        &StatementView::ToggleEnabled);
     add("actionBreakpoint", "设置 / 取消断点", Qt::Key_F9, "breakpoint", &StatementView::ToggleBreakpoint);
-    add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "arrow-up", &StatementView::MoveUp);
-    add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "arrow-down", &StatementView::MoveDown);
+    add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
+    add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
 
     auto* save = new QAction(QStringLiteral("保存"), host);
     save->setObjectName(QStringLiteral("actionSave"));

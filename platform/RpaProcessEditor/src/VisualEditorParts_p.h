@@ -2,6 +2,8 @@
 
 #include "ProcessEdits_p.h"
 
+#include <RpaProcessData/RpaCheckInfo.h>
+
 #include <QPointer>
 #include <QWidget>
 
@@ -42,8 +44,8 @@ private:
 
     void BuildLayout();
     void BuildActions();
-    QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys, const QString& icon,
-                 const Act& act);
+    QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
+                 const QString& icon, const Act& act);
     void ConnectParts();
     void ShowProcess(const QString& name);
     void SlotTouched(const QString& processName, const QStringList& ids);

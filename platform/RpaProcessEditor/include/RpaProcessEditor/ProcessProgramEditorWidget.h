@@ -7,8 +7,8 @@
 
 #include <memory>
 
-// Edits the program text of a program app: the text of its main process. Every change is written into the app at once
-// and marks it modified. GUI thread only.
+// Edits the program text of a program app: the text of its main process. Every change is written into the app
+// at once and marks it modified. GUI thread only.
 class RPAPROCESSEDITOR_EXPORT ProcessProgramEditorWidget : public QWidget
 {
     Q_OBJECT
@@ -17,8 +17,8 @@ public:
     explicit ProcessProgramEditorWidget(QWidget* parent = nullptr);
     ~ProcessProgramEditorWidget() override;
 
-    // Shows another app; null empties the editor. Undo steps of the former app are forgotten; the same app given again
-    // keeps them.
+    // Shows another app; null empties the editor. Undo steps of the former app are forgotten; the same app
+    // given again keeps them.
     void SetRpaAppData(const RpaAppDataPtr& appData);
 
 signals:

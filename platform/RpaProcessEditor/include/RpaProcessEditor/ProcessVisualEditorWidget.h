@@ -8,9 +8,9 @@
 
 #include <memory>
 
-// Edits the processes of a visual app as trees of statements: commands on the left, the statements of one process in
-// the middle, the arguments of the selected statement on the right. Every change is one undo step, is written into the
-// app at once and marks it modified. GUI thread only.
+// Edits the processes of a visual app as trees of statements: commands on the left, the statements of one
+// process in the middle, the arguments of the selected statement on the right. Every change is one undo step,
+// is written into the app at once and marks it modified. GUI thread only.
 class RPAPROCESSEDITOR_EXPORT ProcessVisualEditorWidget : public QWidget
 {
     Q_OBJECT
@@ -28,8 +28,8 @@ public:
     // Shows the main process.
     void SwitchMainPage();
 
-    // Marks the statements of these findings and lists them; an empty list takes all marks away. The engine's debugger
-    // is connected to it (IRpaDebugger::SigCheckNode). Statements of other apps are ignored.
+    // Marks the statements of these findings and lists them; an empty list takes all marks away. The engine's
+    // debugger is connected to it (IRpaDebugger::SigCheckNode). Statements of other apps are ignored.
     void ShowCheckInfos(const QList<RpaCheckInfo>& list);
 
     // Shows the statement, selects it and scrolls to it. False when there is no such statement.

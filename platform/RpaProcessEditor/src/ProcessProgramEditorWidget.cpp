@@ -1,0 +1,175 @@
+#include "CodeEdit_p.h"
+#include "CodeFindBar_p.h"
+
+#include <OxBase/OxBlocker.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessEditor/ProcessProgramEditorWidget.h>
+
+#include <QAction>
+#include <QInputDialog>
+#include <QLabel>
+#include <QVBoxLayout>
+
+class ProcessProgramEditorWidget::Private
+{
+public:
+    explicit Private(ProcessProgramEditorWidget* editor)
+        : q(editor), edit(new CodeEdit), findBar(new CodeFindBar(edit, editor)), position(new QLabel)
+    {
+    }
+
+    void Layout()
+    {
+        position->setObjectName(QStringLiteral("labelCursorPosition"));
+        position->setContentsMargins(10, 2, 10, 2);
+        edit->setPlaceholderText(QStringLiteral("# 在这里写 Python 程序\n# 例如：print(\"你好\")"));
+        auto* layout = new QVBoxLayout(q);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+        layout->addWidget(findBar);
+        layout->addWidget(edit);
+        layout->addWidget(position, 0, Qt::AlignRight);
+        q->setFocusProxy(edit);
+    }
+
+    template <typename Act>
+    void AddKey(const QString& name, const QKeySequence& keys, Act act)
+    {
+        auto* action = new QAction(q);
+        action->setObjectName(name);
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        q->addAction(action);
+        QObject::connect(action, &QAction::triggered, q, act);
+    }
+
+    void AddKeys()
+    {
+        AddKey(QStringLiteral("actionSave"), QKeySequence::Save, [this] {
+            // During a blocking save a second one would answer the wrong question.
+            if (!OxBlocker::IsBlocking())
+                emit q->SigSaveCode();
+        });
+        AddKey(QStringLiteral("actionFind"), QKeySequence::Find, [this] { findBar->Open(false); });
+        AddKey(QStringLiteral("actionReplace"), Qt::CTRL + Qt::Key_H, [this] { findBar->Open(true); });
+        AddKey(QStringLiteral("actionFindNext"), Qt::Key_F3, [this] { findBar->FindNext(); });
+        AddKey(QStringLiteral("actionFindPrevious"), Qt::SHIFT + Qt::Key_F3,
+               [this] { findBar->FindPrevious(); });
+        AddKey(QStringLiteral("actionGoToLine"), Qt::CTRL + Qt::Key_G, [this] { AskLine(); });
+        AddKey(QStringLiteral("actionComment"), Qt::CTRL + Qt::Key_Slash, [this] { edit->ToggleComment(); });
+        AddKey(QStringLiteral("actionDuplicate"), Qt::CTRL + Qt::Key_D, [this] { edit->DuplicateLines(); });
+        AddKey(QStringLiteral("actionMoveUp"), Qt::ALT + Qt::Key_Up, [this] { edit->MoveLines(-1); });
+        AddKey(QStringLiteral("actionMoveDown"), Qt::ALT + Qt::Key_Down, [this] { edit->MoveLines(1); });
+        AddKey(QStringLiteral("actionZoomIn"), Qt::CTRL + Qt::Key_Equal, [this] { edit->Zoom(1); });
+        AddKey(QStringLiteral("actionZoomInPlus"), Qt::CTRL + Qt::Key_Plus, [this] { edit->Zoom(1); });
+        AddKey(QStringLiteral("actionZoomOut"), Qt::CTRL + Qt::Key_Minus, [this] { edit->Zoom(-1); });
+        AddKey(QStringLiteral("actionZoomReset"), Qt::CTRL + Qt::Key_0, [this] { edit->Zoom(0); });
+    }
+
+    void ConnectParts()
+    {
+        QObject::connect(edit, &QPlainTextEdit::textChanged, q, [this] { StoreText(); });
+        QObject::connect(edit, &QPlainTextEdit::cursorPositionChanged, q, [this] { ShowPosition(); });
+        ShowPosition();
+    }
+
+    void ShowPosition()
+    {
+        const QTextCursor cursor = edit->textCursor();
+        position->setText(QStringLiteral("第 %1 行，第 %2 列")
+                              .arg(cursor.blockNumber() + 1)
+                              .arg(cursor.positionInBlock() + 1));
+    }
+
+    void AskLine()
+    {
+        bool chosen = false;
+        const int line = QInputDialog::getInt(
+            q->window(), QStringLiteral("转到行"), QStringLiteral("行号（1–%1）：").arg(edit->blockCount()),
+            edit->textCursor().blockNumber() + 1, 1, edit->blockCount(), 1, &chosen);
+        if (chosen)
+            edit->GoToLine(line);
+    }
+
+    RpaProcess* Process() const { return app ? app->GetProcessDataManager()->GetProcess(0) : nullptr; }
+
+    // The model's text, in the editor's notation of line ends.
+    QString ModelText() const
+    {
+        const RpaProcess* process = Process();
+        QString text = process ? process->GetProgramText() : QString();
+        return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    }
+
+    void ShowText()
+    {
+        loading = true;
+        edit->LoadText(ModelText());
+        loading = false;
+        edit->setEnabled(app);
+    }
+
+    void StoreText()
+    {
+        if (loading || !app)
+            return;
+        const QString text = edit->toPlainText();
+        if (text == stored)
+            return; // a colour, not a letter
+        RpaProcess* process = Process();
+        if (!process)
+            process = app->GetProcessDataManager()->AddProcess(QStringLiteral("主流程"));
+        stored = text;
+        process->SetProgramText(text);
+        app->SetModified(true);
+    }
+
+    void WatchApp()
+    {
+        ProcessDataManager* manager = app->GetProcessDataManager();
+        QObject::connect(manager, &ProcessDataManager::SigChanged, q, [this] {
+            if (ModelText() == stored)
+                return;
+            // Somebody else wrote the text: a template, a draft.
+            stored = ModelText();
+            ShowText();
+        });
+    }
+
+    ProcessProgramEditorWidget* const q;
+    CodeEdit* const edit;
+    CodeFindBar* const findBar;
+    QLabel* const position;
+    RpaAppDataPtr app;
+    QString stored; // what editor and model agree on
+    bool loading = false;
+};
+
+ProcessProgramEditorWidget::ProcessProgramEditorWidget(QWidget* parent)
+    : QWidget(parent), d(std::make_unique<Private>(this))
+{
+    d->Layout();
+    d->AddKeys();
+    d->ConnectParts();
+    d->ShowText();
+}
+
+ProcessProgramEditorWidget::~ProcessProgramEditorWidget()
+{
+    // Child widgets live a little longer than d and would report to it.
+    d->edit->disconnect(this);
+}
+
+void ProcessProgramEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
+{
+    if (d->app == appData)
+        return;
+    if (d->app)
+        d->app->GetProcessDataManager()->disconnect(this);
+    d->app = appData;
+    d->stored = d->ModelText();
+    d->ShowText();
+    if (d->app)
+        d->WatchApp();
+}
