@@ -112,3 +112,4 @@ private:
 };
 
 Q_DECLARE_METATYPE(FaultServer::Fault)
+Q_DECLARE_METATYPE(FaultServer::Reply)

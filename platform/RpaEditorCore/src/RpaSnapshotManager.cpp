@@ -118,6 +118,13 @@ void RpaSnapshotManager::Clear()
     RebuildIndex();
 }
 
+void RpaSnapshotManager::Forget()
+{
+    Clear();
+    confirmed.clear();
+    revisions.clear();
+}
+
 RpaAppSnapshotPtr RpaSnapshotManager::GetConfirmed(const QString& id) const
 {
     const auto position = confirmed.constFind(id);

@@ -15,18 +15,12 @@ QDateTime Time(const QJsonObject& json, const char* name)
     return QDateTime::fromMSecsSinceEpoch(qint64(json.value(QLatin1String(name)).toDouble()), Qt::UTC);
 }
 
-// The vendor id is a number in some accounts and a text of digits in others.
-qint64 VenderId(const QJsonObject& json)
-{
-    return json.value(QLatin1String("venderId")).toVariant().toLongLong();
-}
-
 VersionServiceAccount ReadAccount(const QJsonObject& json)
 {
     VersionServiceAccount account;
     account.pin = Text(json, "pin");
     account.name = Text(json, "name");
-    account.venderId = VenderId(json);
+    account.venderId = Text(json, "venderId");
     for (const QJsonValue& role : json.value(QLatin1String("roles")).toArray())
         account.roles.append(role.toString());
     return account;

@@ -60,6 +60,11 @@ void RepeatSpacer::Answered(const QString& key, bool success)
     history.age.start();
 }
 
+void RepeatSpacer::Forget()
+{
+    histories.clear();
+}
+
 void RepeatSpacer::Flush()
 {
     while (!waiting.empty()) {

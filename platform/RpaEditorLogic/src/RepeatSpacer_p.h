@@ -27,6 +27,8 @@ public:
     void Answered(const QString& key, bool success);
     // Runs everything that waits, now.
     void Flush();
+    // Every load is a first one again.
+    void Forget();
 
 private:
     struct History

@@ -81,3 +81,8 @@ void RpaEditorLogic::Shutdown()
 {
     d->service.Shutdown();
 }
+
+void RpaEditorLogic::Forget()
+{
+    d->service.Forget();
+}

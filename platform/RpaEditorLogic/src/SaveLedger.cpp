@@ -50,6 +50,11 @@ void SaveLedger::End()
         emit SigIdle();
 }
 
+void SaveLedger::Forget()
+{
+    entries.clear();
+}
+
 void SaveLedger::Reset(const QString& versionId, const QByteArray& sha256)
 {
     Entry& entry = entries[versionId];

@@ -53,6 +53,15 @@ void VersionService::Shutdown()
     transport.Shutdown();
 }
 
+void VersionService::Forget()
+{
+    Shutdown();
+    manager.Forget();
+    ledger.Forget();
+    spacer.Forget();
+    newestListAppId.clear();
+}
+
 VersionService::SaveOrder VersionService::OrderOf(const RpaAppSnapshotPtr& snapshot)
 {
     SaveOrder order;

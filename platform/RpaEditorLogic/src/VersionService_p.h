@@ -29,6 +29,8 @@ public:
 
     // Answers all that is outstanding.
     void Shutdown();
+    // And forgets everything that was learned from answers.
+    void Forget();
 
     RpaSnapshotManager* GetManager() { return &manager; }
     SaveLedger* GetLedger() { return &ledger; }

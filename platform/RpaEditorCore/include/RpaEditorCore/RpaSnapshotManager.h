@@ -43,6 +43,8 @@ public:
     void Remove(const QString& id);
     // Forgets the list; ids and revisions stay known.
     void Clear();
+    // Forgets everything, ids and revisions included.
+    void Forget();
 
     // The record as the server confirmed it last, without content; callers change listed records before a
     // save is confirmed. Null for an unknown id.

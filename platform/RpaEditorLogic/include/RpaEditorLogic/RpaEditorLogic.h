@@ -49,6 +49,11 @@ public:
     // Answers everything outstanding as failed, now. Later requests are sent as ever.
     void Shutdown();
 
+    // Shuts down and forgets all that is known of versions: before another service is used, whose ids and
+    // revisions mean something else. A restart of the same service needs no such thing, even at another
+    // address.
+    void Forget();
+
 private:
     RpaEditorLogic();
 

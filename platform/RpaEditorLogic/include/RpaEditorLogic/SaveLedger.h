@@ -41,6 +41,8 @@ public:
     void End();
     // The content of the version was loaded; an earlier failure no longer matters.
     void Reset(const QString& versionId, const QByteArray& sha256);
+    // Forgets the outcomes; saves in flight still count.
+    void Forget();
 
 signals:
     // The server has the content durably.

@@ -12,7 +12,7 @@ struct VersionServiceAccount
 {
     QString pin;
     QString name;
-    qint64 venderId = 0;
+    QString venderId;
     QStringList roles; // "author", "user", "administrator"
 };
 
