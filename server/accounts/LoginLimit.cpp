@@ -1,7 +1,9 @@
 #include "LoginLimit.h"
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr std::size_t triesPerWindow = 5;
 constexpr qint64 windowMs = 60 * 1000;
 constexpr int manyAccounts = 10000;

@@ -6,7 +6,8 @@
 #include <deque>
 #include <mutex>
 
-namespace server {
+namespace server
+{
 // At most five tries to sign in per account and minute, also for accounts that do not exist. Any thread.
 class LoginLimit
 {

@@ -3,8 +3,10 @@
 #include <new>
 #include <sodium.h>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr unsigned long long passes = 3;
 constexpr std::size_t memoryBytes = 64u * 1024 * 1024;
 } // namespace

@@ -2,7 +2,8 @@
 
 #include <QByteArray>
 
-namespace server {
+namespace server
+{
 // Argon2id, 64 MiB, three passes: about 0.2 s of one processor each. The caller bounds how many run at once.
 QByteArray HashPassword(const QByteArray& password);
 

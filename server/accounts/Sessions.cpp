@@ -6,8 +6,10 @@
 
 #include <algorithm>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr qint64 minuteMs = 60 * 1000;
 constexpr qint64 idleMs = 12 * 60 * minuteMs;
 constexpr qint64 lifeMs = 7 * 24 * 60 * minuteMs;

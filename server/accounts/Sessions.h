@@ -6,7 +6,8 @@
 
 #include <mutex>
 
-namespace server {
+namespace server
+{
 struct SignedIn
 {
     Account account;

@@ -9,8 +9,10 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr int shortestPassword = 8;
 
 int Fail(const QString& reason)

@@ -3,7 +3,8 @@
 #include "../store/IStore.h"
 #include "Options.h"
 
-namespace server {
+namespace server
+{
 // Carries out "account add|passwd|list"; the exit code of the process. Passwords come from standard input
 // only, so that they never stand in the list of processes.
 int RunAccountCommand(IStore& store, const Options& options);

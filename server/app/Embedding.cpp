@@ -14,8 +14,10 @@
 #include <unistd.h>
 #endif
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr std::size_t longestLine = 1024 * 1024;
 constexpr int shortestToken = 32;
 

@@ -5,7 +5,8 @@
 #include <functional>
 #include <string>
 
-namespace server {
+namespace server
+{
 // One line of standard input, without its end; empty at its end or after 1 MB without one.
 std::string ReadInputLine();
 

@@ -4,8 +4,10 @@
 #include <QDir>
 #include <QStandardPaths>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 struct Parser
 {
     QCommandLineParser line;

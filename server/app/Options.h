@@ -5,7 +5,8 @@
 #include <QString>
 #include <QStringList>
 
-namespace server {
+namespace server
+{
 struct Options
 {
     QString store;

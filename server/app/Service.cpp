@@ -10,8 +10,10 @@
 #include <cstdio>
 #include <thread>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr int passwordsAtOnce = 4;
 constexpr std::size_t passwordsWaiting = 64;
 constexpr auto grace = std::chrono::seconds(10);

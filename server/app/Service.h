@@ -4,7 +4,8 @@
 
 #include <memory>
 
-namespace server {
+namespace server
+{
 // The running service: puts the parts together and holds them.
 class Service
 {

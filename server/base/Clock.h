@@ -4,7 +4,8 @@
 
 #include <chrono>
 
-namespace server {
+namespace server
+{
 using Millis = std::chrono::milliseconds;
 
 // UTC milliseconds since 1970, the only form of time that the store and the protocol know.

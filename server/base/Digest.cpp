@@ -4,20 +4,13 @@
 
 #include <sodium.h>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr int rawSize = crypto_hash_sha256_BYTES;
 const char digestStart[] = "sha-256=:";
 } // namespace
-
-QByteArray Sha256(const QByteArray& data)
-{
-    QByteArray hash(rawSize, Qt::Uninitialized);
-    crypto_hash_sha256(reinterpret_cast<unsigned char*>(hash.data()),
-                       reinterpret_cast<const unsigned char*>(data.constData()),
-                       static_cast<unsigned long long>(data.size()));
-    return hash;
-}
 
 QByteArray ContentDigest(const QByteArray& sha256)
 {

@@ -2,7 +2,8 @@
 
 #include <QByteArray>
 
-namespace server {
+namespace server
+{
 // SHA-256 as 32 raw bytes.
 QByteArray Sha256(const QByteArray& data);
 

@@ -7,8 +7,10 @@
 #include <cstdint>
 #include <sodium.h>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 // Milliseconds in the upper 48 bits, a counter below: never the same twice in one process.
 std::uint64_t NextOrdinal()
 {

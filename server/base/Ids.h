@@ -3,7 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
-namespace server {
+namespace server
+{
 // A new record id: 32 hex digits that sort by their time of creation, so that rows written together lie
 // together.
 QString NewId();

@@ -1,7 +1,9 @@
 #include "JsonText.h"
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 void AppendEscaped(QByteArray& out, char c)
 {
     static const char digits[] = "0123456789abcdef";

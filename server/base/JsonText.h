@@ -3,7 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
-namespace server {
+namespace server
+{
 // Writes JSON text piece by piece. The lists that the service answers most often are written through it,
 // because building a QJsonDocument for them costs ten times as much.
 class JsonText

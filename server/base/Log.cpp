@@ -4,8 +4,10 @@
 
 #include <cstdio>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr std::size_t maximalWaitingLines = 10000;
 
 const char* NameOf(LogLevel level)

@@ -7,8 +7,15 @@
 #include <mutex>
 #include <thread>
 
-namespace server {
-enum class LogLevel { Debug, Info, Warning, Error };
+namespace server
+{
+enum class LogLevel
+{
+    Debug,
+    Info,
+    Warning,
+    Error
+};
 
 // The log: one JSON object per line on standard error. Lines are written by a thread of their own and dropped
 // (and counted) when nobody reads them, so that a full pipe never stops a request. Any thread.

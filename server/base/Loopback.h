@@ -2,7 +2,8 @@
 
 #include <QString>
 
-namespace server {
+namespace server
+{
 // True for a host that names this machine only.
 inline bool IsLoopback(const QString& host)
 {

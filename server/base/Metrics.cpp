@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-namespace server {
+namespace server
+{
 Metrics::Metrics(std::vector<QByteArray> rowLabels)
     : labels(std::move(rowLabels)), rows(std::make_unique<Row[]>(labels.size()))
 {

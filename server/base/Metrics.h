@@ -11,7 +11,8 @@
 #include <mutex>
 #include <vector>
 
-namespace server {
+namespace server
+{
 // Counts of answered requests by route and status, and their latencies. Any thread.
 class Metrics
 {

@@ -1,6 +1,7 @@
 #include "TaskPool.h"
 
-namespace server {
+namespace server
+{
 TaskPool::TaskPool(int threadCount, std::size_t queueBound) : bound(queueBound)
 {
     for (int i = 0; i < threadCount; ++i)

@@ -7,7 +7,8 @@
 #include <thread>
 #include <vector>
 
-namespace server {
+namespace server
+{
 // A fixed number of threads that work off a queue of bounded length. Any thread may call it.
 class TaskPool
 {

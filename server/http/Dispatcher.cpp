@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr qint64 smallBodyBytes = 64 * 1024;

@@ -6,7 +6,8 @@
 #include "HttpServer.h"
 #include "Router.h"
 
-namespace server {
+namespace server
+{
 // Between the network and the routes: finds the route, asks who is calling, runs the handler on the worker
 // threads, counts and logs the answer.
 class Dispatcher : public IHttpHandler

@@ -13,8 +13,10 @@
 #include <netinet/tcp.h>
 #endif
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 namespace beast = boost::beast;
 namespace http = beast::http;
 namespace net = boost::asio;

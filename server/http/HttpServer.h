@@ -9,7 +9,8 @@
 #include <optional>
 #include <string>
 
-namespace server {
+namespace server
+{
 struct HttpLimits
 {
     std::uint32_t headerBytes = 16 * 1024;

@@ -6,8 +6,10 @@
 
 #include <algorithm>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 QByteArray Find(const Headers& headers, const char* name)
 {
     const auto found = std::find_if(headers.begin(), headers.end(),

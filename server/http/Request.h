@@ -10,7 +10,8 @@
 #include <utility>
 #include <vector>
 
-namespace server {
+namespace server
+{
 using Headers = std::vector<std::pair<QByteArray, QByteArray>>;
 
 // What is known of a request before its body is read.

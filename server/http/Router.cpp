@@ -1,7 +1,9 @@
 #include "Router.h"
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 QList<QByteArray> Split(const QByteArray& path)
 {
     return path.mid(1).split('/');

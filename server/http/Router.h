@@ -5,9 +5,16 @@
 #include <functional>
 #include <vector>
 
-namespace server {
+namespace server
+{
 // Who may use a route. Rights on a single app are the rules' affair.
-enum class Access { Public, LoopbackOnly, SignedIn, Administrator };
+enum class Access
+{
+    Public,
+    LoopbackOnly,
+    SignedIn,
+    Administrator
+};
 
 struct Route
 {

@@ -7,8 +7,10 @@
 
 #include <QJsonValue>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr int longestAppName = 50;
 
 Response BadName()

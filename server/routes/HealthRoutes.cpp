@@ -1,7 +1,8 @@
 #include "Services.h"
 #include "Wire.h"
 
-namespace server {
+namespace server
+{
 void AddHealthRoutes(Router& router, Services& services)
 {
     router.Add({"GET", "/api/v1/health", Access::Public, 0, [&services](const Request&, const Reply& reply) {

@@ -1,6 +1,7 @@
 #include "Services.h"
 
-namespace server {
+namespace server
+{
 void AddMetricsRoutes(Router& router, std::function<QByteArray()> figures)
 {
     router.Add({"GET", "/metrics", Access::LoopbackOnly, 0,

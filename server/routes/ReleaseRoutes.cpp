@@ -6,8 +6,10 @@
 
 #include <QJsonValue>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 Response AnswerOf(const Outcome<ReleaseResult>& outcome)
 {
     if (const auto* refusal = std::get_if<Refusal>(&outcome))

@@ -6,7 +6,8 @@
 #include "../base/TaskPool.h"
 #include "../http/Router.h"
 
-namespace server {
+namespace server
+{
 // What the routes work with.
 struct Services
 {

@@ -6,8 +6,10 @@
 
 #include <QJsonValue>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr int maximalPasswordBytes = 1024;
 
 QByteArray SessionText(const SignedIn& session, const QByteArray& token)

@@ -1,13 +1,18 @@
 #include "../base/Clock.h"
 #include "../base/Digest.h"
-#include "../base/JsonCheck.h"
 #include "../rules/VersionRules.h"
 #include "Services.h"
 #include "Wire.h"
 #include "WriteOnce.h"
 
-namespace server {
-namespace {
+#include <WbFoundation/JsonGuard.h>
+
+#include <algorithm>
+
+namespace server
+{
+namespace
+{
 constexpr qint64 appDataLimit = 64LL * 1024 * 1024;
 constexpr int longestName = 20;
 constexpr int longestDescription = 500;
@@ -36,6 +41,14 @@ Outcome<VersionDraft> ReadTexts(const Request& request, bool nameRequired)
     return draft;
 }
 
+// By its first character, so that a large body is not copied; what follows is the guard's affair.
+bool IsObject(const QByteArray& json)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    const auto first = std::find_if_not(json.begin(), json.end(), isBlank);
+    return first != json.end() && *first == '{';
+}
+
 // The draft that a save carries: texts in headers, app data as the body.
 Outcome<VersionDraft> ReadDraft(const Request& request, bool nameRequired)
 {
@@ -50,22 +63,51 @@ Outcome<VersionDraft> ReadDraft(const Request& request, bool nameRequired)
     draft.sha256 = Sha256(draft.body);
     if (draft.sha256 != expected)
         return Refusal{400, "digest-mismatch", QStringLiteral("内容在传输中损坏，没有保存，请重试。")};
-    if (const char* fault = JsonFault(draft.body))
+    QString reason;
+    if (!IsObject(draft.body) || !JsonGuard::Check(draft.body, &reason))
         return Refusal{400, "bad-app-data",
-                       QStringLiteral("应用数据不是有效的内容（%1），没有保存。").arg(QLatin1String(fault))};
+                       QStringLiteral("应用数据不是有效的 JSON 对象，没有保存。%1").arg(reason)};
     return read;
 }
 
-void ListVersions(Services& services, const Request& request, const Reply& reply)
+// The text of a list is kept as long as the store hands out the same list.
+class ListTexts
+{
+public:
+    QByteArray TextOf(const QString& appId, const VersionList& list)
+    {
+        constexpr int manyTexts = 1000;
+        const std::lock_guard lock(mutex);
+        if (texts.size() > manyTexts)
+            texts.clear();
+        auto& [known, text] = texts[appId];
+        if (known != list) {
+            known = list;
+            text = Write(*list);
+        }
+        return text;
+    }
+
+private:
+    static QByteArray Write(const std::vector<Version>& versions)
+    {
+        JsonText text;
+        text.BeginObject().Key("versions").BeginArray();
+        for (const Version& version : versions)
+            wire::Append(text, version);
+        return text.EndArray().EndObject().Text();
+    }
+
+    std::mutex mutex;
+    QHash<QString, std::pair<VersionList, QByteArray>> texts;
+};
+
+void ListVersions(ListTexts& texts, Services& services, const Request& request, const Reply& reply)
 {
     const auto app = services.store.FindApp(request.PathValue());
     if (!app || !MayEdit(*request.account, *app))
         return reply(wire::Refused(refusals::NotFound()));
-    JsonText text;
-    text.BeginObject().Key("versions").BeginArray();
-    for (const Version& version : services.store.VersionsOf(app->id))
-        wire::Append(text, version);
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, texts.TextOf(app->id, services.store.VersionsOf(app->id))));
 }
 
 void CreateVersion(Services& services, const Request& request, const Reply& reply)
@@ -140,7 +182,11 @@ void AddVersionRoutes(Router& router, Services& services)
                         function(services, request, reply);
                     }});
     };
-    add("GET", "/api/v1/apps/{appId}/versions", Access::SignedIn, 0, ListVersions);
+    const auto list = [texts = std::make_shared<ListTexts>()](Services& all, const Request& request,
+                                                              const Reply& reply) {
+        ListVersions(*texts, all, request, reply);
+    };
+    add("GET", "/api/v1/apps/{appId}/versions", Access::SignedIn, 0, list);
     add("POST", "/api/v1/apps/{appId}/versions", Access::SignedIn, appDataLimit, CreateVersion);
     add("PUT", "/api/v1/versions/{versionId}", Access::SignedIn, appDataLimit, OverwriteVersion);
     add("GET", "/api/v1/versions/{versionId}/data", Access::SignedIn, 0, SendData);

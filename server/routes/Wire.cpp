@@ -1,12 +1,13 @@
 #include "Wire.h"
 
-#include "../base/JsonCheck.h"
+#include <WbFoundation/JsonGuard.h>
 
 #include <QJsonDocument>
 
 #include <algorithm>
 
-namespace server::wire {
+namespace server::wire
+{
 JsonText& Append(JsonText& text, const Account& account)
 {
     text.BeginObject()
@@ -83,7 +84,7 @@ Outcome<QJsonObject> SmallObject(const Request& request)
 {
     // The pre-check also keeps the parser away from what it does not stand.
     const QJsonDocument document =
-        JsonFault(request.body) ? QJsonDocument() : QJsonDocument::fromJson(request.body);
+        JsonGuard::Check(request.body) ? QJsonDocument::fromJson(request.body) : QJsonDocument();
     if (!document.isObject())
         return Refusal{400, "bad-json", QStringLiteral("请求内容不是有效的 JSON 对象。")};
     return document.object();

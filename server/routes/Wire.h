@@ -6,7 +6,8 @@
 
 #include <QJsonObject>
 
-namespace server::wire {
+namespace server::wire
+{
 // Body limit of the requests that carry a small JSON object or nothing.
 constexpr qint64 smallBody = 64 * 1024;
 

@@ -7,8 +7,10 @@
 
 #include <algorithm>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 const char* const meaningfulHeaders[] = {"if-match", "version-name", "version-description", "version-api"};
 
 bool IsKey(const QByteArray& key)

@@ -3,7 +3,8 @@
 #include "../http/Request.h"
 #include "../store/IStore.h"
 
-namespace server {
+namespace server
+{
 // Runs `act` as a write of the store and answers after its commit. The answer is kept under the request's
 // idempotency key in the same transaction: the same request by the same account is answered again from there
 // and not done a second time. Refuses a request without a key, and a key that stood for another request.

@@ -2,13 +2,15 @@
 
 #include "../base/Ids.h"
 
-namespace server {
+namespace server
+{
 bool MayEdit(const Account& account, const App& app)
 {
     return app.creator == account.pin || (account.IsAuthor() && app.venderId == account.venderId);
 }
 
-namespace rules {
+namespace rules
+{
 Outcome<App> CreateApp(ITransaction& store, const Account& account, const QString& name, int kind, qint64 now)
 {
     if (!account.IsAuthor())

@@ -3,12 +3,14 @@
 #include "../store/IStore.h"
 #include "Outcome.h"
 
-namespace server {
+namespace server
+{
 // Editors of an app: its creator and every author of the same vendor. To others it does not exist.
 bool MayEdit(const Account& account, const App& app);
 
 // The rules of apps; each runs inside a write of the store.
-namespace rules {
+namespace rules
+{
 Outcome<App> CreateApp(ITransaction& store, const Account& account, const QString& name, int kind,
                        qint64 now);
 Outcome<App> RenameApp(ITransaction& store, const Account& account, const QString& appId, const QString& name,

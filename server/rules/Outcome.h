@@ -4,7 +4,8 @@
 
 #include <variant>
 
-namespace server {
+namespace server
+{
 // Why a request is not done: an HTTP status, a stable name for programs, a text for the author.
 struct Refusal
 {
@@ -17,7 +18,8 @@ struct Refusal
 template <typename Record>
 using Outcome = std::variant<Record, Refusal>;
 
-namespace refusals {
+namespace refusals
+{
 inline Refusal NotFound()
 {
     return {404, "not-found", QStringLiteral("内容不存在、已被删除，或您没有查看权限。")};

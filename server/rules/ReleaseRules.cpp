@@ -1,7 +1,9 @@
 #include "ReleaseRules.h"
 
-namespace server::rules {
-namespace {
+namespace server::rules
+{
+namespace
+{
 VersionState StateAfter(ReleaseType type)
 {
     return type == ReleaseType::Gray ? VersionState::Gray : VersionState::Online;
@@ -32,9 +34,8 @@ Outcome<ReleaseResult> ReleaseVersion(ITransaction& store, const Account& accoun
         return ReleaseResult{version, false, false, obstacle};
     if (version.revision != basedOnRevision)
         return ChangedBySomebodyElse(store, version);
-    const ReleaseEntry entry{version.id, version.revision, version.state, StateAfter(type), account.pin, now};
-    store.Release(entry);
-    version.state = entry.to;
+    store.Release(version, StateAfter(type), account.pin, now);
+    version.state = StateAfter(type);
     version.changedAt = now;
     return ReleaseResult{version, true, true, {}};
 }

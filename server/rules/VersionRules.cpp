@@ -2,8 +2,10 @@
 
 #include "../base/Ids.h"
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr qint64 restorableMs = 30LL * 24 * 60 * 60 * 1000;
 
 void TakeOver(Version& version, const VersionDraft& draft, const Account& account, qint64 now)
@@ -20,7 +22,8 @@ void TakeOver(Version& version, const VersionDraft& draft, const Account& accoun
 }
 } // namespace
 
-namespace rules {
+namespace rules
+{
 Outcome<Version> EditableVersion(ITransaction& store, const Account& account, const QString& versionId)
 {
     const auto version = store.FindVersion(versionId);
@@ -84,7 +87,7 @@ Outcome<Version> DeleteVersion(ITransaction& store, const Account& account, cons
     if (version.revision != basedOnRevision)
         return ChangedBySomebodyElse(store, version);
     version.deletedAt = now;
-    store.SetDeleted(versionId, now, account.pin);
+    store.SetDeleted(version, now, account.pin);
     return version;
 }
 
@@ -106,7 +109,7 @@ Outcome<Version> RestoreVersion(ITransaction& store, const Account& account, con
         store.DevelopNameTaken(version.appId, version.name, version.id))
         return refusals::VersionNameTaken();
     version.deletedAt = 0;
-    store.SetDeleted(versionId, 0, account.pin);
+    store.SetDeleted(version, 0, account.pin);
     return version;
 }
 } // namespace rules

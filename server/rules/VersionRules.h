@@ -2,7 +2,8 @@
 
 #include "AppRules.h"
 
-namespace server {
+namespace server
+{
 // What an author saves.
 struct VersionDraft
 {
@@ -14,7 +15,8 @@ struct VersionDraft
 };
 
 // The rules of versions; each runs inside a write of the store.
-namespace rules {
+namespace rules
+{
 Outcome<Version> CreateVersion(ITransaction& store, const Account& account, const QString& appId,
                                const VersionDraft& draft, qint64 now);
 Outcome<Version> OverwriteVersion(ITransaction& store, const Account& account, const QString& versionId,

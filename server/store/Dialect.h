@@ -6,8 +6,15 @@
 #include <QSqlError>
 #include <QStringList>
 
-namespace server {
-enum class SqlFault { Unique, ConnectionLost, Busy, Other };
+namespace server
+{
+enum class SqlFault
+{
+    Unique,
+    ConnectionLost,
+    Busy,
+    Other
+};
 
 // What differs between the databases. Stateless after construction; any thread.
 class IDialect
@@ -19,6 +26,9 @@ public:
 
     // Opens a connection of this name for the calling thread, with all its settings made. Throws StoreError.
     virtual QSqlDatabase Open(const QString& connectionName) const = 0;
+
+    // True when no other server process may work on the same data, so that what was read may be kept.
+    virtual bool IsForOneServer() const = 0;
 
     virtual QString BeginWrite() const = 0;
 

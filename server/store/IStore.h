@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HeadCache.h"
 #include "Records.h"
 
 #include <functional>
@@ -8,8 +9,10 @@
 #include <stdexcept>
 #include <vector>
 
-namespace server {
-enum class StoreFault {
+namespace server
+{
+enum class StoreFault
+{
     Unavailable, // no connection, disk full, locked too long: nothing was changed by this call
     Conflict,    // another server process was first
     Corrupt,     // stored bytes do not have the SHA-256 they were stored with
@@ -49,8 +52,10 @@ public:
 
     // Adds the revision `version.revision` to the history and makes it the head.
     virtual void AddRevision(const Version& version, const QByteArray& body) = 0;
-    virtual void SetDeleted(const QString& versionId, qint64 deletedAt, const QString& pin) = 0;
-    virtual void Release(const ReleaseEntry& entry) = 0;
+    virtual void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) = 0; // 0: restored
+
+    // Moves the version to another state and notes who did it.
+    virtual void Release(const Version& version, VersionState to, const QString& pin, qint64 now) = 0;
 
     virtual std::optional<StoredAnswer> FindAnswer(const QString& pin, const QByteArray& key) = 0;
     virtual void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
@@ -101,8 +106,9 @@ public:
 
     virtual std::vector<App> AppsEditableBy(const Account& account) = 0; // newest change first
     virtual std::optional<App> FindApp(const QString& id) = 0;
-    virtual std::vector<Version>
-    VersionsOf(const QString& appId) = 0; // newest creation first, without deleted ones
+
+    // Newest creation first, without deleted ones; the same list until something in it changes.
+    virtual VersionList VersionsOf(const QString& appId) = 0;
     virtual std::optional<Version> FindVersion(const QString& id) = 0; // not a deleted one
 
     // The body of a revision, byte for byte as received and verified against its SHA-256 (else

@@ -6,8 +6,10 @@
 #include <QUrlQuery>
 #include <QVariant>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 // A socket file has no host name to verify either.
 bool IsOnThisMachine(const QString& host)
 {
@@ -43,6 +45,7 @@ public:
         return database;
     }
 
+    bool IsForOneServer() const override { return false; }
     QString BeginWrite() const override { return QStringLiteral("BEGIN"); }
     QString BlobType() const override { return QStringLiteral("BYTEA"); }
     QString ForUpdate() const override { return QStringLiteral(" FOR UPDATE"); }

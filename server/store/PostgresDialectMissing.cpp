@@ -1,6 +1,7 @@
 #include "Dialect.h"
 
-namespace server {
+namespace server
+{
 std::unique_ptr<IDialect> MakePostgresDialect(const QString&)
 {
     throw StoreError(StoreFault::Unavailable, QStringLiteral("this server was built without PostgreSQL"));

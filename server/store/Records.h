@@ -5,7 +5,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-namespace server {
+namespace server
+{
 struct Account
 {
     QString pin; // also the name to sign in with
@@ -30,7 +31,12 @@ struct App
     qint64 changedAt = 0;
 };
 
-enum class VersionState : int { Develop = 1, Gray = 2, Online = 3 };
+enum class VersionState : int
+{
+    Develop = 1,
+    Gray = 2,
+    Online = 3
+};
 
 // The head of a version: its newest revision without the body.
 struct Version
@@ -57,17 +63,6 @@ struct StoredSession
     qint64 createdAt = 0;
     qint64 lastUsedAt = 0;
     qint64 expiresAt = 0;
-};
-
-// A release that took effect.
-struct ReleaseEntry
-{
-    QString versionId;
-    qint64 revision = 0;
-    VersionState from = VersionState::Develop;
-    VersionState to = VersionState::Gray;
-    QString pin;
-    qint64 at = 0;
 };
 
 // The answer that was given to a request with an idempotency key.

@@ -4,8 +4,10 @@
 
 #include <vector>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 // Column types are read by both databases; @BLOB stands for the dialect's type of raw bytes.
 const char* const firstSchema[] = {
     "CREATE TABLE account (pin TEXT PRIMARY KEY, name TEXT NOT NULL, vender_id TEXT NOT NULL, roles TEXT NOT "

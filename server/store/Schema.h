@@ -2,7 +2,8 @@
 
 #include "Dialect.h"
 
-namespace server {
+namespace server
+{
 class SqlConnection;
 
 // The schema version that this program writes.

@@ -2,8 +2,10 @@
 
 #include "../base/Ids.h"
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 // A null QString or QByteArray would become NULL; the schema knows only empty texts.
 QVariant NeverNull(const QVariant& value)
 {

@@ -9,7 +9,8 @@
 #include <memory>
 #include <vector>
 
-namespace server {
+namespace server
+{
 // The rows of a SELECT, read forward. Ends the statement when it goes, so that SQLite lets go of its lock.
 class SqlRows
 {

@@ -1,6 +1,7 @@
 #include "SqlRecords.h"
 
-namespace server {
+namespace server
+{
 const QString accountColumns = QStringLiteral("pin, name, vender_id, roles");
 const QString appColumns =
     QStringLiteral("app.id, app.name, app.kind, app.creator, account.name, app.vender_id, app.oxs_app_key, "

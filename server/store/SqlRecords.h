@@ -2,7 +2,8 @@
 
 #include "SqlConnection.h"
 
-namespace server {
+namespace server
+{
 // The columns of each record, in the order in which the functions below read them.
 extern const QString accountColumns;
 extern const QString appColumns; // of "app" joined with the creator's "account"

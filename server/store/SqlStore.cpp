@@ -8,8 +8,10 @@
 #include <future>
 #include <unordered_map>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 quint64 NextNumber()
 {
     static std::atomic<quint64> last{0};
@@ -27,7 +29,8 @@ SqlStore::SqlStore(std::shared_ptr<const IDialect> theDialect)
 {
     SqlConnection connection(dialect);
     MigrateSchema(connection, *dialect);
-    writes = std::make_unique<WriteQueue>(dialect);
+    writes =
+        std::make_unique<WriteQueue>(dialect, [this](const auto& changedIds) { heads.Forget(changedIds); });
 }
 
 SqlConnection& SqlStore::Mine()
@@ -111,41 +114,71 @@ std::vector<App> SqlStore::AppsEditableBy(const Account& account)
     });
 }
 
+template <typename Keep>
+void SqlStore::Remember(const Keep& keep)
+{
+    if (dialect->IsForOneServer())
+        keep();
+}
+
 std::optional<App> SqlStore::FindApp(const QString& id)
 {
     static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
                                QStringLiteral(" WHERE app.id = ?");
-    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadApp); });
+    if (auto known = heads.FindApp(id))
+        return known;
+    const quint64 generation = heads.Generation();
+    auto app = Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadApp); });
+    if (app)
+        Remember([&] { heads.Keep(*app, generation); });
+    return app;
 }
 
-std::vector<Version> SqlStore::VersionsOf(const QString& appId)
+VersionList SqlStore::VersionsOf(const QString& appId)
 {
     static const QString sql = SelectFrom(
         versionColumns, "version WHERE app_id = ? AND deleted_at = 0 ORDER BY created_at DESC, id DESC");
-    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadVersion); });
+    if (auto known = heads.FindList(appId))
+        return known;
+    const quint64 generation = heads.Generation();
+    const VersionList list = std::make_shared<const std::vector<Version>>(
+        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadVersion); }));
+    Remember([&] { heads.Keep(appId, list, generation); });
+    return list;
 }
 
 std::optional<Version> SqlStore::FindVersion(const QString& id)
 {
     static const QString sql = SelectFrom(versionColumns, "version WHERE id = ? AND deleted_at = 0");
-    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadVersion); });
+    if (auto known = heads.FindVersion(id))
+        return known;
+    const quint64 generation = heads.Generation();
+    auto version = Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadVersion); });
+    if (version)
+        Remember([&] { heads.Keep(*version, generation); });
+    return version;
 }
 
 QByteArray SqlStore::ReadBody(const QString& versionId, qint64 revision)
 {
     static const QString sql =
         QStringLiteral("SELECT sha256, size, body FROM revision WHERE version_id = ? AND revision = ?");
-    return Reading([&](SqlConnection& c) {
+    const QByteArray known = bodies.Find(versionId, revision);
+    if (!known.isNull())
+        return known;
+    const QByteArray body = Reading([&](SqlConnection& c) {
         auto rows = c.Select(sql, {versionId, revision});
         if (!rows.Next())
             throw StoreError(StoreFault::Corrupt,
                              QStringLiteral("revision %1/%2 is missing").arg(versionId).arg(revision));
-        const QByteArray body = rows.Bytes(2);
-        if (body.size() != rows.Number(1) || Sha256(body) != rows.Bytes(0))
+        const QByteArray stored = rows.Bytes(2);
+        if (stored.size() != rows.Number(1) || Sha256(stored) != rows.Bytes(0))
             throw StoreError(StoreFault::Corrupt,
                              QStringLiteral("revision %1/%2 is damaged").arg(versionId).arg(revision));
-        return body;
+        return stored;
     });
+    bodies.Keep(versionId, revision, body);
+    return body;
 }
 
 bool SqlStore::Submit(Write write)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "BodyCache.h"
 #include "SqlConnection.h"
 #include "WriteQueue.h"
 
-namespace server {
+namespace server
+{
 // The store over a SQL database: reads on a connection per calling thread, writes on the writer's.
 class SqlStore : public IStore
 {
@@ -18,7 +20,7 @@ public:
     std::optional<StoredSession> FindSession(const QByteArray& tokenHash) override;
     std::vector<App> AppsEditableBy(const Account& account) override;
     std::optional<App> FindApp(const QString& id) override;
-    std::vector<Version> VersionsOf(const QString& appId) override;
+    VersionList VersionsOf(const QString& appId) override;
     std::optional<Version> FindVersion(const QString& id) override;
     QByteArray ReadBody(const QString& versionId, qint64 revision) override;
     bool Submit(Write write) override;
@@ -28,12 +30,18 @@ public:
 private:
     SqlConnection& Mine();
 
+    // What `keep` remembers is only used where no other server process can change it.
+    template <typename Keep>
+    void Remember(const Keep& keep);
+
     // Calls `read` with this thread's connection, once more when the connection turned out to be lost.
     template <typename Read>
     auto Reading(const Read& read) -> decltype(read(Mine()));
 
     const std::shared_ptr<const IDialect> dialect;
     const quint64 number; // tells the stores of one process apart
-    std::unique_ptr<WriteQueue> writes;
+    HeadCache heads;
+    BodyCache bodies;
+    std::unique_ptr<WriteQueue> writes; // last: its thread uses the caches
 };
 } // namespace server

@@ -3,9 +3,11 @@
 #include "../base/Ids.h"
 #include "SqlRecords.h"
 
-namespace server {
-SqlTransaction::SqlTransaction(SqlConnection& theConnection, const IDialect& theDialect)
-    : connection(theConnection), dialect(theDialect)
+namespace server
+{
+SqlTransaction::SqlTransaction(SqlConnection& theConnection, const IDialect& theDialect,
+                               std::vector<QString>& theChangedIds)
+    : connection(theConnection), dialect(theDialect), changedIds(theChangedIds)
 {
 }
 
@@ -40,6 +42,7 @@ void SqlTransaction::InsertApp(const App& app)
 
 void SqlTransaction::RenameApp(const QString& id, const QString& name, qint64 now)
 {
+    changedIds.push_back(id);
     connection.Change(QStringLiteral("UPDATE app SET name = ?, changed_at = ? WHERE id = ?"),
                       {name, now, id});
 }
@@ -77,6 +80,7 @@ void SqlTransaction::InsertVersion(const Version& version, const QByteArray& bod
 
 void SqlTransaction::AddRevision(const Version& version, const QByteArray& body)
 {
+    changedIds.push_back(version.id);
     InsertRevision(version, body);
     connection.Change(
         QStringLiteral("UPDATE version SET name = ?, description = ?, api_version = ?, pin = ?, "
@@ -97,24 +101,27 @@ void SqlTransaction::InsertRevision(const Version& version, const QByteArray& bo
 
 void SqlTransaction::TouchApp(const QString& appId, qint64 now)
 {
+    changedIds.push_back(appId);
     connection.Change(QStringLiteral("UPDATE app SET changed_at = ? WHERE id = ?"), {now, appId});
 }
 
-void SqlTransaction::SetDeleted(const QString& versionId, qint64 deletedAt, const QString& pin)
+void SqlTransaction::SetDeleted(const Version& version, qint64 deletedAt, const QString& pin)
 {
+    changedIds.insert(changedIds.end(), {version.id, version.appId});
     connection.Change(QStringLiteral("UPDATE version SET deleted_at = ?, deleted_by = ? WHERE id = ?"),
-                      {deletedAt, pin, versionId});
+                      {deletedAt, pin, version.id});
 }
 
-void SqlTransaction::Release(const ReleaseEntry& entry)
+void SqlTransaction::Release(const Version& version, VersionState to, const QString& pin, qint64 now)
 {
+    changedIds.insert(changedIds.end(), {version.id, version.appId});
     connection.Change(QStringLiteral("UPDATE version SET state = ?, changed_at = ? WHERE id = ?"),
-                      {static_cast<int>(entry.to), entry.at, entry.versionId});
+                      {static_cast<int>(to), now, version.id});
     connection.Change(
         QStringLiteral("INSERT INTO release_entry (id, version_id, revision, from_state, to_state, pin, "
                        "released_at) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-        {NewId(), entry.versionId, entry.revision, static_cast<int>(entry.from), static_cast<int>(entry.to),
-         entry.pin, entry.at});
+        {NewId(), version.id, version.revision, static_cast<int>(version.state), static_cast<int>(to), pin,
+         now});
 }
 
 std::optional<StoredAnswer> SqlTransaction::FindAnswer(const QString& pin, const QByteArray& key)

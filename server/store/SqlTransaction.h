@@ -2,12 +2,14 @@
 
 #include "SqlConnection.h"
 
-namespace server {
+namespace server
+{
 // The writes of both databases, on the writer's connection inside its open transaction.
 class SqlTransaction : public ITransaction
 {
 public:
-    SqlTransaction(SqlConnection& connection, const IDialect& dialect);
+    // `changedIds` gets the ids of the apps and versions that are changed.
+    SqlTransaction(SqlConnection& connection, const IDialect& dialect, std::vector<QString>& changedIds);
 
     std::optional<Account> FindAccount(const QString& pin) override;
     std::optional<App> FindApp(const QString& id) override;
@@ -19,8 +21,8 @@ public:
     bool DevelopNameTaken(const QString& appId, const QString& name, const QString& exceptVersionId) override;
     void InsertVersion(const Version& version, const QByteArray& body) override;
     void AddRevision(const Version& version, const QByteArray& body) override;
-    void SetDeleted(const QString& versionId, qint64 deletedAt, const QString& pin) override;
-    void Release(const ReleaseEntry& entry) override;
+    void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) override;
+    void Release(const Version& version, VersionState to, const QString& pin, qint64 now) override;
 
     std::optional<StoredAnswer> FindAnswer(const QString& pin, const QByteArray& key) override;
     void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
@@ -39,5 +41,6 @@ private:
 
     SqlConnection& connection;
     const IDialect& dialect;
+    std::vector<QString>& changedIds;
 };
 } // namespace server

@@ -6,8 +6,10 @@
 #include <QSqlQuery>
 #include <QVariant>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 // DELETE with EXTRA also syncs the folder after the journal is removed: the only rollback mode in which an
 // answered save survived every replayed power cut.
 const char* const settings[] = {
@@ -39,6 +41,7 @@ public:
         return database;
     }
 
+    bool IsForOneServer() const override { return true; }
     QString BeginWrite() const override { return QStringLiteral("BEGIN IMMEDIATE"); }
     QStringList LockForMigration() const override { return {}; }
     QString BlobType() const override { return QStringLiteral("BLOB"); }

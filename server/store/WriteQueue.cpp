@@ -4,8 +4,10 @@
 
 #include <algorithm>
 
-namespace server {
-namespace {
+namespace server
+{
+namespace
+{
 constexpr std::size_t maximalWaiting = 2000;
 constexpr qint64 maximalWaitingBytes = 512LL * 1024 * 1024;
 constexpr std::size_t maximalGroup = 256;
@@ -16,8 +18,9 @@ const QString release = QStringLiteral("RELEASE SAVEPOINT one_write");
 const QString rollbackToSavepoint = QStringLiteral("ROLLBACK TO SAVEPOINT one_write");
 } // namespace
 
-WriteQueue::WriteQueue(std::shared_ptr<const IDialect> theDialect)
-    : dialect(std::move(theDialect)), writer([this] { Work(); })
+WriteQueue::WriteQueue(std::shared_ptr<const IDialect> theDialect,
+                       std::function<void(const std::vector<QString>&)> onCommitted)
+    : dialect(std::move(theDialect)), committed(std::move(onCommitted)), writer([this] { Work(); })
 {
 }
 
@@ -101,9 +104,10 @@ SqlConnection& WriteQueue::Connected()
 WriteQueue::Failures WriteQueue::Commit(Group& group)
 {
     Failures failures(group.size());
+    std::vector<QString> changedIds;
     try {
         Connected().Execute(dialect->BeginWrite());
-        Apply(group, failures);
+        Apply(group, failures, changedIds);
         connection->Execute(QStringLiteral("COMMIT"));
     } catch (...) {
         // Whether a lost commit took place is not known here; the repeated request finds out by its key.
@@ -112,12 +116,13 @@ WriteQueue::Failures WriteQueue::Commit(Group& group)
         if (connection)
             connection->TryExecute(QStringLiteral("ROLLBACK"));
     }
+    committed(changedIds);
     return failures;
 }
 
-void WriteQueue::Apply(Group& group, Failures& failures)
+void WriteQueue::Apply(Group& group, Failures& failures, std::vector<QString>& changedIds)
 {
-    SqlTransaction transaction(*connection, *dialect);
+    SqlTransaction transaction(*connection, *dialect, changedIds);
     for (std::size_t i = 0; i < group.size(); ++i) {
         connection->Execute(savepoint);
         try {

@@ -7,14 +7,18 @@
 #include <mutex>
 #include <thread>
 
-namespace server {
+namespace server
+{
 // The one writer of a store. The writes that wait together are committed in one transaction: under load this
 // multiplies the rate of saves, since a commit costs a sync of the disk however much it holds.
 class WriteQueue
 {
 public:
     // The connection is opened on the writer's thread at the first write.
-    explicit WriteQueue(std::shared_ptr<const IDialect> dialect);
+    // `committed` is called after each commit with the ids of the apps and versions it changed, before
+    // anybody else is told.
+    WriteQueue(std::shared_ptr<const IDialect> dialect,
+               std::function<void(const std::vector<QString>& changedIds)> committed);
 
     // Finishes what is queued.
     ~WriteQueue();
@@ -29,10 +33,11 @@ private:
     void Work();
     Group TakeGroup(); // with the mutex held
     Failures Commit(Group& group);
-    void Apply(Group& group, Failures& failures);
+    void Apply(Group& group, Failures& failures, std::vector<QString>& changedIds);
     SqlConnection& Connected();
 
     const std::shared_ptr<const IDialect> dialect;
+    const std::function<void(const std::vector<QString>&)> committed;
     mutable std::mutex mutex;
     std::condition_variable changed;
     std::deque<Write> waiting;
