@@ -7,6 +7,11 @@
 #include "../store/IStore.h"
 #include "Embedding.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+
+#include <algorithm>
 #include <cstdio>
 #include <thread>
 
@@ -54,6 +59,22 @@ const char* NameOf(Access access)
     return "";
 }
 
+// What one server keeps in memory another one must not change behind its back, so a file serves one server at
+// a time. A lock whose process is gone is taken over.
+std::unique_ptr<QLockFile> LockStore(const QString& address)
+{
+    const QString prefix = QStringLiteral("sqlite:");
+    if (!address.startsWith(prefix) || address.endsWith(QLatin1String(":memory:")))
+        return nullptr;
+    const QString file = address.mid(prefix.size());
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    auto lock = std::make_unique<QLockFile>(file + QStringLiteral(".lock"));
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock(3000))
+        throw StoreError(StoreFault::Unavailable, QStringLiteral("another server uses %1").arg(file));
+    return lock;
+}
+
 // A stop that comes after the service is gone does nothing.
 struct StopHandle
 {
@@ -73,7 +94,7 @@ struct StopHandle
 struct Service::Parts
 {
     explicit Parts(const Options& options, Log& log)
-        : store(OpenStore(options.store)), sessions(*store),
+        : lock(LockStore(options.store)), store(OpenStore(options.store)), sessions(*store),
           passwordPool(passwordsAtOnce, passwordsWaiting), services{*store,     sessions,
                                                                     loginLimit, passwordPool,
                                                                     log,        QStringLiteral(RPA_VERSION)},
@@ -100,6 +121,7 @@ struct Service::Parts
             name, help, type, [this, figure] { return static_cast<double>(store->Figures().*figure); });
     }
 
+    const std::unique_ptr<QLockFile> lock;
     Router router;
     LoginLimit loginLimit;
     std::unique_ptr<IStore> store;
