@@ -97,13 +97,15 @@ public:
         }
     }
 
-    // The focus leaves a widget that is hidden; the author goes on typing where he was once it is back.
-    void RememberFocus()
+    // Hiding the widget with the focus would hand it to whatever comes next in the window, and keys typed
+    // meanwhile would go there. It waits here instead, and the author goes on typing where he was.
+    void TakeFocus()
     {
         QWidget* focus = QApplication::focusWidget();
         for (const QPointer<QWidget>& widget : succeedWidgets) {
             if (widget && focus && widget->isAncestorOf(focus)) {
                 focusBefore = focus;
+                q->setFocus();
             }
         }
     }
@@ -167,15 +169,15 @@ void RequestStatusBaseWidget::SetStatus(RequestStatus status)
     d->status = status;
     const bool succeeded = status == RequestStatus::Succeeded;
     if (succeeded) {
-        hide();
         d->ShowSucceedWidgets(true);
         d->RestoreFocus();
+        hide();
         return;
     }
-    d->RememberFocus();
-    d->ShowSucceedWidgets(false);
     d->ShowParts();
     show();
+    d->TakeFocus();
+    d->ShowSucceedWidgets(false);
     if (status == RequestStatus::Failed) {
         d->OfferRefresh();
     }

@@ -54,7 +54,8 @@ int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     case SH_ComboBox_Popup:
         return 0;
     // Without a frame of its own the popup's border in the style sheet is not drawn.
-    case SH_ComboBox_PopupFrameStyle: return QFrame::StyledPanel | QFrame::Plain;
+    case SH_ComboBox_PopupFrameStyle:
+        return QFrame::StyledPanel | QFrame::Plain;
     case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
     case SH_EtchDisabledText:

@@ -7,14 +7,14 @@ const std::array<ColorToken, kColorCount>& ColorTokens()
     static const std::array<ColorToken, kColorCount> tokens = {{
         {WbColor::Window, "window", 0xfff3f5f9, 0xff14171d},
         {WbColor::Surface, "surface", 0xffffffff, 0xff1c2028},
-        {WbColor::SurfaceRaised, "surface-raised", 0xffffffff, 0xff252a34},
+        {WbColor::SurfaceRaised, "surface-raised", 0xffffffff, 0xff232831},
         {WbColor::Field, "field", 0xffffffff, 0xff171a21},
         {WbColor::Stripe, "stripe", 0xfff7f8fb, 0xff20242d},
         {WbColor::Hover, "hover", 0xffeef2f9, 0xff2c323e},
         {WbColor::Pressed, "pressed", 0xffe1e7f2, 0xff363d4b},
         {WbColor::Selection, "selection", 0xffdce8ff, 0xff263d6b},
         {WbColor::Border, "border", 0xffdfe4ed, 0xff343a47},
-        {WbColor::BorderStrong, "border-strong", 0xff868fa3, 0xff6d7789},
+        {WbColor::BorderStrong, "border-strong", 0xff828b9f, 0xff6d7789},
         {WbColor::Text, "text", 0xff1b2130, 0xffe8ecf4},
         {WbColor::TextSecondary, "text-secondary", 0xff566077, 0xffa9b3c5},
         {WbColor::TextDisabled, "text-disabled", 0xff9aa3b4, 0xff667084},
@@ -42,11 +42,11 @@ const std::array<ColorToken, kColorCount>& ColorTokens()
         {WbColor::CodeKeyword, "code-keyword", 0xff7a2fbf, 0xffc99bff},
         {WbColor::CodeString, "code-string", 0xff1b6e3c, 0xff8fd6a4},
         {WbColor::CodeNumber, "code-number", 0xff9a4a00, 0xfff2b27a},
-        {WbColor::CodeComment, "code-comment", 0xff646e82, 0xff8f9aae},
+        {WbColor::CodeComment, "code-comment", 0xff5f697d, 0xff98a3b6},
         {WbColor::CodeFunction, "code-function", 0xff1f55c4, 0xff8fb8ff},
         {WbColor::CodeCurrentLine, "code-current-line", 0xfff1f5fd, 0xff20252f},
         {WbColor::Breakpoint, "breakpoint", 0xffd63a31, 0xffff6b61},
-        {WbColor::ExecutionLine, "execution-line", 0xfffff0c2, 0xff4a3f17},
+        {WbColor::ExecutionLine, "execution-line", 0xfffff0c2, 0xff3b3211},
     }};
     return tokens;
 }
