@@ -28,7 +28,10 @@ QStringList ToastWatcher::GetTexts() const
 
 bool ToastWatcher::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Show && watched->objectName() == QLatin1String("WbToast")) {
+    if (event->type() == QEvent::Show && watched->objectName() == QLatin1String("WbToast") &&
+        !seenWidgets.contains(watched)) {
+        seenWidgets.insert(watched);
+        connect(watched, &QObject::destroyed, this, [this](QObject* gone) { seenWidgets.remove(gone); });
         const auto* label = watched->findChild<QLabel*>(QStringLiteral("labelToastText"));
         const SeenToast toast{label ? label->text() : QString(), watched->property("toastType").toInt()};
         const QPair<QPointer<QObject>, SeenToast> source(watched, toast);

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QPair>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <QVector>
 
@@ -38,6 +39,7 @@ protected:
 
 private:
     QVector<SeenToast> toasts;
+    QSet<QObject*> seenWidgets; // a toast whose window closes is shown again on another one
     QVector<QPair<QPointer<QObject>, SeenToast>> sources;
 };
 

@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <memory>
+
 // The helpers themselves: a helper that misses something would let every test that uses it pass.
 class TestSupport : public QObject
 {
@@ -17,7 +19,7 @@ class TestSupport : public QObject
 private slots:
     void drivesModalWindowsInTheOrderOfTheSteps();
     void drivesAWindowThatOpensFromAWindow();
-    void recordsToastsInTheirOrder();
+    void recordsEachToastOnceInOrder();
     void letsAnAnnouncedWarningPass();
     void failsATestThatBreaksARule_data();
     void failsATestThatBreaksARule();
@@ -77,21 +79,27 @@ void TestSupport::drivesAWindowThatOpensFromAWindow()
     QCOMPARE(outer.exec(), int(QDialog::Accepted));
 }
 
-void TestSupport::recordsToastsInTheirOrder()
+static std::unique_ptr<QWidget> MakeToast(const QString& text, int type)
+{
+    auto toast = std::make_unique<QWidget>();
+    toast->setObjectName(QStringLiteral("WbToast"));
+    toast->setProperty("toastType", type);
+    auto* label = new QLabel(text, toast.get());
+    label->setObjectName(QStringLiteral("labelToastText"));
+    return toast;
+}
+
+void TestSupport::recordsEachToastOnceInOrder()
 {
     // given
     ToastWatcher toasts;
-    QWidget toast;
-    toast.setObjectName(QStringLiteral("WbToast"));
-    auto* label = new QLabel(&toast);
-    label->setObjectName(QStringLiteral("labelToastText"));
 
     // when
     for (int type : {2, 0}) {
-        label->setText(QString::number(type));
-        toast.setProperty("toastType", type);
-        toast.show();
-        toast.hide();
+        const auto toast = MakeToast(QString::number(type), type);
+        toast->show();
+        toast->hide();
+        toast->show();
     }
 
     // then
