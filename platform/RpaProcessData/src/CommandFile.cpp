@@ -104,6 +104,8 @@ void ReadArgument(JsonReader& reader, RpaArgumentInfo& argument)
             reader.ReadBool(argument.required);
         else if (reader.IsKey("multiline"))
             reader.ReadBool(argument.multiline);
+        else if (reader.IsKey("changes"))
+            reader.ReadBool(argument.changes);
         else if (reader.IsKey("choices"))
             argument.choices = ReadList<RpaChoice>(reader, ReadChoice);
         else if (reader.IsKey("description"))
@@ -150,6 +152,7 @@ const CommandMember commandMembers[] = {
     {"group", [](JsonReader& r, RpaCommandInfo& c) { ReadText(r, c.group); }},
     {"description", [](JsonReader& r, RpaCommandInfo& c) { ReadText(r, c.description); }},
     {"icon", [](JsonReader& r, RpaCommandInfo& c) { ReadText(r, c.icon); }},
+    {"inLoop", [](JsonReader& r, RpaCommandInfo& c) { r.ReadBool(c.onlyInLoop); }},
     {"summary", [](JsonReader& r, RpaCommandInfo& c) { ReadText(r, c.summary); }},
     {"keywords",
      [](JsonReader& r, RpaCommandInfo& c) { c.keywords = ReadList<QString>(r, ReadText).toList(); }},
@@ -159,6 +162,8 @@ const CommandMember commandMembers[] = {
     {"block", [](JsonReader& r, RpaCommandInfo& c) { ReadWord(r, blockKinds, c.blockKind); }},
     {"follows",
      [](JsonReader& r, RpaCommandInfo& c) { c.follows = ReadList<QString>(r, ReadText).toList(); }},
+    {"followedBy",
+     [](JsonReader& r, RpaCommandInfo& c) { c.followedBy = ReadList<QString>(r, ReadText).toList(); }},
     {"python", [](JsonReader& r, RpaCommandInfo& c) { ReadLines(r, c.pythonTemplate); }},
     {"imports",
      [](JsonReader& r, RpaCommandInfo& c) { c.imports = ReadList<QString>(r, ReadText).toList(); }},

@@ -40,6 +40,7 @@ struct RPAPROCESSDATA_EXPORT RpaArgumentInfo
     QString defaultValue;
     bool required = false;
     bool multiline = false;
+    bool changes = false;       // of a Variable: it must have a value already
     QVector<RpaChoice> choices; // of a Choice
     QString description;
 };
@@ -73,6 +74,8 @@ struct RPAPROCESSDATA_EXPORT RpaCommandInfo
     RpaOutputInfo output;
     RpaBlockKind blockKind = RpaBlockKind::None;
     QStringList follows;    // commands one of which must stand directly before a Branch
+    QStringList followedBy; // commands one of which must stand directly behind (a try needs an except)
+    bool onlyInLoop = false;
     QString summary;        // one line for the card, with ${argument} and ${output} places
     QString pythonTemplate; // lines with ${argument} and ${output} places; children go below it, indented
     QStringList imports;    // lines that the program needs once, at its top

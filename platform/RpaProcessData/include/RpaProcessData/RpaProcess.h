@@ -47,7 +47,7 @@ public:
 
     // Moves a statement before the row of the new parent; the row counts as before the move (like
     // QAbstractItemModel::beginMoveRows). False when something is unknown, when the parent lies inside the
-    // statement, or when nothing would change.
+    // statement, when maxDepth would be exceeded, or when nothing would change.
     bool Move(const QString& statementId, const QString& newParentId, int row);
 
     // Replaces the statement's own values; its id and its children stay. False when it is unknown or nothing

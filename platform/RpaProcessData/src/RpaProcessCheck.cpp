@@ -1,0 +1,69 @@
+#include "StatementCheck_p.h"
+
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaCommandCatalogue.h>
+#include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaProcessCheck.h>
+
+namespace
+{
+// The process and every process that its enabled statements run, directly or not.
+QVector<const RpaProcess*> ReachedFrom(const ProcessDataManager& processes, const QString& processName)
+{
+    QVector<const RpaProcess*> reached;
+    QStringList waiting{processName};
+    while (!waiting.isEmpty()) {
+        const RpaProcess* process = processes.FindProcess(waiting.takeFirst());
+        if (!process || reached.contains(process))
+            continue;
+        reached.append(process);
+        process->ForEach([&](const RpaStatementNode& node) {
+            const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(node.GetCommand());
+            if (!command || !node.IsEffectivelyEnabled())
+                return;
+            for (const RpaArgumentInfo& argument : command->arguments) {
+                if (argument.type == RpaArgumentType::Process)
+                    waiting.append(node.GetArgument(argument.name));
+            }
+        });
+    }
+    return reached;
+}
+} // namespace
+
+RpaProcessCheck::RpaProcessCheck(const ProcessDataManager& checkedProcesses) : processes(checkedProcesses) {}
+
+void RpaProcessCheck::SetElementIds(const QStringList& ids)
+{
+    elementIds = ids;
+    elementsKnown = true;
+}
+
+QList<RpaCheckInfo> RpaProcessCheck::Check(const QString& processName) const
+{
+    const QVector<const RpaProcess*> reached = ReachedFrom(processes, processName);
+    const VariableUse variables(reached);
+    QList<RpaCheckInfo> findings;
+    for (const RpaProcess* process : reached) {
+        StatementCheck check(*process, processes, findings);
+        if (elementsKnown)
+            check.SetElementIds(elementIds);
+        check.Run();
+        variables.FindUndefined(*process, findings);
+        variables.FindDisabled(*process, findings);
+    }
+    return findings;
+}
+
+QList<RpaCheckInfo> RpaProcessCheck::CheckDisabledReferences() const
+{
+    QVector<const RpaProcess*> all;
+    for (int i = 0; i < processes.GetCount(); ++i)
+        all.append(processes.GetProcess(i));
+
+    const VariableUse variables(all);
+    QList<RpaCheckInfo> findings;
+    for (const RpaProcess* process : qAsConst(all))
+        variables.FindDisabled(*process, findings);
+    return findings;
+}
