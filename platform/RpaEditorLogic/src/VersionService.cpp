@@ -5,8 +5,6 @@
 #include <RpaEditorLogic/VersionServiceSettings.h>
 #include <WbFoundation/Utils.h>
 
-#include <QCryptographicHash>
-
 using namespace ServiceAnswers;
 
 namespace
@@ -62,7 +60,7 @@ void VersionService::Forget()
     newestListAppId.clear();
 }
 
-VersionService::SaveOrder VersionService::OrderOf(const RpaAppSnapshotPtr& snapshot)
+SaveOrder VersionService::OrderOf(const RpaAppSnapshotPtr& snapshot)
 {
     SaveOrder order;
     order.key = ServiceRoutes::NewKey();
@@ -88,14 +86,22 @@ void VersionService::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& requ
 void VersionService::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request,
                                const SaveOrder& order, const WbHttpAnswer& answer)
 {
+    if (unsettled.MayExplain(order, answer)) {
+        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const WbHttpAnswer& end) {
+            OnCreated(request, again, end);
+        });
+        return;
+    }
     const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
     const bool isUsable = record && record->snapshot->GetAppId() == order.appId;
     const QString failure = ReasonOf(answer, isUsable);
     if (failure.isEmpty()) {
         request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
         Take(*record);
+        unsettled.Settle(order);
         ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
+        unsettled.Note(order, answer);
         ledger.Fail(order.appId, QString(), failure);
     }
     Notify(NotifySaveAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(), failure);
@@ -132,20 +138,50 @@ QString VersionService::UpdateRefusal(const SaveOrder& order) const
 void VersionService::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request,
                                const SaveOrder& order, const WbHttpAnswer& answer)
 {
+    if (unsettled.MayExplain(order, answer)) {
+        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const WbHttpAnswer& end) {
+            OnUpdated(request, again, end);
+        });
+        return;
+    }
     const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
     const bool isUsable =
         record && record->snapshot->GetId() == order.versionId && record->revision > order.base;
     const QString failure = ReasonOf(answer, isUsable);
     if (failure.isEmpty()) {
         Take(*record);
+        unsettled.Settle(order);
         ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
+        unsettled.Note(order, answer);
         manager.Revert(order.versionId);
         ledger.Fail(order.appId, order.versionId, failure);
     }
     queue.Finish(order.versionId);
     Notify(NotifyUpdateAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(), failure);
     ledger.End();
+}
+
+// What stands in the way of this save may be an earlier one of the same author: then it goes over that.
+void VersionService::SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refusal, const Ended& ended)
+{
+    const auto decide = [this, order, refusal, ended](const WbHttpAnswer& list) {
+        const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
+        const auto own = records ? unsettled.FindOwn(order, *records) : std::nullopt;
+        unsettled.Settle(order);
+        if (!own) {
+            ended(order, refusal);
+            return;
+        }
+        SaveOrder again = order;
+        again.base = own->revision;
+        again.key = ServiceRoutes::NewKey();
+        manager.SetBaseRevision(own->snapshot->GetId(), own->revision);
+        transport.Send(
+            ServiceRoutes::OverwriteVersion(own->snapshot->GetId(), again.content, again.base, again.key),
+            [again, ended](const WbHttpAnswer& answer) { ended(again, answer); });
+    };
+    transport.Send(ServiceRoutes::ListVersions(order.appId), decide);
 }
 
 void VersionService::Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request)
@@ -173,8 +209,22 @@ void VersionService::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest
         manager.Remove(id);
         journal.Removed(id);
     }
+    if (answer.error == WbHttpError::None && answer.status == 412)
+        LearnRevisions(newestListAppId);
     queue.Finish(id);
     Notify(NotifyDeleteAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(), failure);
+}
+
+// The author was told that somebody else changed the version; whoever deletes it now means what is there now.
+void VersionService::LearnRevisions(const QString& appId)
+{
+    if (!ServiceRoutes::IsValidId(appId))
+        return;
+    transport.Send(ServiceRoutes::ListVersions(appId), [this](const WbHttpAnswer& answer) {
+        const auto records = answer.IsSuccess() ? ReadVersions(answer.body) : std::nullopt;
+        for (const VersionRecord& record : records.value_or(QVector<VersionRecord>()))
+            manager.SetListedRevision(record.snapshot->GetId(), record.revision);
+    });
 }
 
 void VersionService::List(const QSharedPointer<GetSnapshotListRequest>& request)
@@ -251,6 +301,7 @@ void VersionService::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& req
     if (failure.isEmpty()) {
         response->SetAppData(answer.body);
         manager.SetBaseRevision(id, revision);
+        unsettled.SettleVersion(id);
         ledger.Reset(id, answer.bodyDigest.toHex());
     }
     spacer.Answered(QStringLiteral("data/") + id, failure.isEmpty());

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "RepeatSpacer_p.h"
+#include "SaveOrder_p.h"
 #include "ServiceAnswers_p.h"
-#include "ServiceRoutes_p.h"
 #include "ServiceTransport_p.h"
+#include "UnsettledWrites_p.h"
 #include "VersionQueue_p.h"
 #include "WriteJournal_p.h"
 
@@ -38,15 +39,7 @@ public:
 private:
     using Done = ServiceTransport::Done;
 
-    // What a save carried, and on which revision.
-    struct SaveOrder
-    {
-        QString appId;
-        QString versionId;
-        ServiceRoutes::VersionContent content;
-        QByteArray key;
-        int base = 0;
-    };
+    using Ended = std::function<void(const SaveOrder& order, const WbHttpAnswer& answer)>;
 
     static SaveOrder OrderOf(const RpaAppSnapshotPtr& snapshot);
 
@@ -65,6 +58,8 @@ private:
     void OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request, const WbHttpAnswer& answer);
     void OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const WbHttpAnswer& answer);
 
+    void SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refusal, const Ended& ended);
+    void LearnRevisions(const QString& appId);
     QString UpdateRefusal(const SaveOrder& order) const;
     QString ReleaseRefusal(const GrayOrReleaseRequest& request) const;
     QString ListFailure(const GetSnapshotListRequest& request, quint64 serial, quint64 ticket,
@@ -74,6 +69,7 @@ private:
     RpaSnapshotManager manager;
     SaveLedger ledger;
     WriteJournal journal;
+    UnsettledWrites unsettled;
     VersionQueue queue;
     RepeatSpacer spacer;
     QString newestListAppId;

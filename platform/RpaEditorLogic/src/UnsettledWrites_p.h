@@ -1,0 +1,38 @@
+#pragma once
+
+#include "SaveOrder_p.h"
+#include "ServiceAnswers_p.h"
+
+#include <QHash>
+
+#include <optional>
+
+// Saves whose answer was lost: the server may have done them. The next save of the same version would then be
+// refused because of somebody who is nobody but its own author; by the hash of what was sent that can be
+// told.
+class UnsettledWrites
+{
+public:
+    // A save failed; kept when it is not known whether the server did it.
+    void Note(const SaveOrder& order, const WbHttpAnswer& answer);
+    // The version stands as the author knows it.
+    void Settle(const SaveOrder& order);
+    void SettleVersion(const QString& versionId);
+
+    // Whether the refusal of this save may come from an unsettled one.
+    bool MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const;
+    // The version that the unsettled save made, among those the server lists.
+    std::optional<ServiceAnswers::VersionRecord>
+    FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const;
+
+private:
+    struct Write
+    {
+        int base = 0;
+        QByteArray sha256; // lower-case hex
+    };
+
+    static QString KeyOf(const SaveOrder& order);
+
+    QHash<QString, Write> writes;
+};

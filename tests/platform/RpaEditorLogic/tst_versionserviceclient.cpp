@@ -1,0 +1,251 @@
+#include "FaultServer.h"
+#include "TestApp.h"
+
+#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaEditorLogic/VersionServiceSettings.h>
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QtTest>
+
+#include <optional>
+
+using namespace std::chrono_literals;
+
+namespace
+{
+template <typename Value>
+using Result = std::optional<VersionServiceResult<Value>>;
+
+// Keeps the answer where the test can see it.
+template <typename Value>
+VersionServiceClient::Callback<Value> Into(Result<Value>* result)
+{
+    return [result](const VersionServiceResult<Value>& answer) { *result = answer; };
+}
+
+const QByteArray app =
+    R"({"id":"a1","name":"应用","kind":1,"creator":"me","creatorName":"我","oxsAppKey":"k",)"
+    R"("createdAt":1000,"changedAt":2000})";
+const QByteArray account = R"({"pin":"me","name":"我","venderId":"vender","roles":["author","user"]})";
+} // namespace
+
+class VersionServiceClientTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void signsIn();
+    void tellsWhySigningInFailed();
+    void readsTheCurrentSession();
+    void signsOut();
+    void listsAppsByName();
+    void createsAnApp();
+    void renamesAnApp();
+    void readsOneApp();
+    void doesNotBelieveABrokenAnswer_data();
+    void doesNotBelieveABrokenAnswer();
+    void answersWhatIsOutstandingWhenItIsDestroyed();
+    void doesNotCallAContextThatIsGone();
+
+private:
+    std::unique_ptr<FaultServer> server;
+};
+
+void VersionServiceClientTest::init()
+{
+    server = std::make_unique<FaultServer>();
+    auto* settings = VersionServiceSettings::Instance();
+    settings->SetBaseUrl(server->GetUrl());
+    settings->SetToken("token");
+    WbHttpLimits limits;
+    limits.inactivity = 1000ms;
+    limits.total = 2000ms;
+    settings->SetLimits(limits);
+}
+
+void VersionServiceClientTest::signsIn()
+{
+    server->Enqueue(
+        FaultServer::Json(201, R"({"token":"secret","account":)" + account + R"(,"expiresAt":5000})"));
+    VersionServiceClient client;
+    Result<VersionServiceSession> result;
+
+    client.SignIn(QStringLiteral("me"), QStringLiteral("pässword"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.token, QByteArray("secret"));
+    QCOMPARE(result->value.account.pin, QStringLiteral("me"));
+    QCOMPARE(result->value.account.venderId, QStringLiteral("vender"));
+    QCOMPARE(result->value.account.roles, QStringList({QStringLiteral("author"), QStringLiteral("user")}));
+    QCOMPARE(result->value.expiresAt.toMSecsSinceEpoch(), 5000);
+    const auto sent = server->GetRequests().last();
+    QVERIFY(!sent.headers.contains("authorization"));
+    QCOMPARE(QJsonDocument::fromJson(sent.body).object().value(QLatin1String("password")).toString(),
+             QStringLiteral("pässword"));
+}
+
+void VersionServiceClientTest::tellsWhySigningInFailed()
+{
+    server->Enqueue(FaultServer::Refusal(401, "bad-credentials", QStringLiteral("账号或密码错误")));
+    VersionServiceClient client;
+    Result<VersionServiceSession> result;
+
+    client.SignIn(QStringLiteral("me"), QString(), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QCOMPARE(result->errorCode, QStringLiteral("bad-credentials"));
+    QCOMPARE(result->errorDesc, QStringLiteral("账号或密码错误"));
+}
+
+void VersionServiceClientTest::readsTheCurrentSession()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"account":)" + account + R"(,"expiresAt":5000})"));
+    VersionServiceClient client;
+    Result<VersionServiceSession> result;
+
+    client.GetCurrentSession(nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(result->success);
+    QVERIFY(result->value.token.isEmpty());
+    QCOMPARE(server->GetRequests().last().headers.value("authorization"), QByteArray("Bearer token"));
+}
+
+void VersionServiceClientTest::signsOut()
+{
+    FaultServer::Reply reply;
+    reply.status = 204;
+    server->Enqueue(reply);
+    VersionServiceClient client;
+    Result<VersionServiceNothing> result;
+
+    client.SignOut(nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(result->success);
+    QCOMPARE(server->GetRequests().last().method, QByteArray("DELETE"));
+}
+
+void VersionServiceClientTest::listsAppsByName()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"apps":[)" + app + "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceApp>> result;
+
+    client.ListApps(QStringLiteral("a&b 应"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 1);
+    QCOMPARE(result->value.first().name, QStringLiteral("应用"));
+    QCOMPARE(result->value.first().kind, 1);
+    QCOMPARE(result->value.first().changedAt.toMSecsSinceEpoch(), 2000);
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/apps?query=a%26b%20%E5%BA%94"));
+}
+
+void VersionServiceClientTest::createsAnApp()
+{
+    server->Enqueue(FaultServer::Json(201, app));
+    VersionServiceClient client;
+    Result<VersionServiceApp> result;
+
+    client.CreateApp(QStringLiteral("应用"), 1, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(result->success);
+    QCOMPARE(result->value.id, QStringLiteral("a1"));
+    QVERIFY(!server->GetRequests().last().headers.value("idempotency-key").isEmpty());
+    QCOMPARE(server->GetRequests().last().body, QByteArray(R"({"kind":1,"name":"应用"})"));
+}
+
+void VersionServiceClientTest::renamesAnApp()
+{
+    server->Enqueue(FaultServer::Json(200, app));
+    VersionServiceClient client;
+    Result<VersionServiceApp> result;
+
+    client.RenameApp(QStringLiteral("a1"), QStringLiteral("应用"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(result->success);
+    QCOMPARE(server->GetRequests().last().method, QByteArray("PATCH"));
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/apps/a1"));
+}
+
+void VersionServiceClientTest::readsOneApp()
+{
+    server->Enqueue(FaultServer::Json(200, app));
+    VersionServiceClient client;
+    Result<VersionServiceApp> result;
+
+    client.GetApp(QStringLiteral("a1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(result->success);
+    QCOMPARE(result->value.creatorPin, QStringLiteral("me"));
+}
+
+void VersionServiceClientTest::doesNotBelieveABrokenAnswer_data()
+{
+    QTest::addColumn<QByteArray>("body");
+
+    QTest::newRow("not an object") << QByteArray("[]");
+    QTest::newRow("no list") << QByteArray("{}");
+    QTest::newRow("app without id") << QByteArray(R"({"apps":[{"name":"x","kind":0}]})");
+    QTest::newRow("app without name") << QByteArray(R"({"apps":[{"id":"x","kind":0}]})");
+    QTest::newRow("app without kind") << QByteArray(R"({"apps":[{"id":"x","name":"x"}]})");
+    QTest::newRow("cut") << QByteArray(R"({"apps":[)");
+}
+
+void VersionServiceClientTest::doesNotBelieveABrokenAnswer()
+{
+    QFETCH(const QByteArray, body);
+    server->Enqueue(FaultServer::Json(200, body));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceApp>> result;
+
+    client.ListApps(QString(), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QVERIFY(!result->errorDesc.isEmpty());
+}
+
+void VersionServiceClientTest::answersWhatIsOutstandingWhenItIsDestroyed()
+{
+    server->SetScript([](const auto&) { return FaultServer::Failing(FaultServer::Fault::Silence); });
+    auto client = std::make_unique<VersionServiceClient>();
+    Result<VersionServiceApp> result;
+    client->GetApp(QStringLiteral("a1"), nullptr, Into(&result));
+    QVERIFY(!result);
+
+    client.reset();
+
+    QVERIFY(result);
+    QVERIFY(!result->success);
+}
+
+void VersionServiceClientTest::doesNotCallAContextThatIsGone()
+{
+    server->SetScript([](const auto&) { return FaultServer::Json(200, app); });
+    VersionServiceClient client;
+    Result<VersionServiceApp> forNobody;
+    Result<VersionServiceApp> forSomebody;
+    auto context = std::make_unique<QObject>();
+    client.GetApp(QStringLiteral("a1"), context.get(), Into(&forNobody));
+    context.reset();
+
+    client.GetApp(QStringLiteral("a1"), this, Into(&forSomebody));
+
+    QTRY_VERIFY(forSomebody);
+    QTRY_COMPARE(server->GetRequestCount(), 2);
+    QVERIFY(!forNobody);
+}
+
+RPA_TEST_MAIN(VersionServiceClientTest)
+#include "tst_versionserviceclient.moc"
