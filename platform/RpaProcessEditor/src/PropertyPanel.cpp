@@ -64,6 +64,14 @@ void PropertyPanel::SetProcess(ProcessEdits* processEdits, RpaProcess* shown)
     Build();
 }
 
+void PropertyPanel::LetGo()
+{
+    if (process)
+        process->disconnect(this);
+    edits = nullptr;
+    process = nullptr;
+}
+
 // A field that goes away while it has the keyboard still tells that its editing is finished.
 void PropertyPanel::EndTyping()
 {

@@ -20,6 +20,8 @@ public:
 
     // No process: nothing can be edited.
     void SetProcess(ProcessEdits* processEdits, RpaProcess* shown);
+    // Forgets the process without showing that.
+    void LetGo();
 
     // One statement: its fields; none or several: a hint.
     void ShowStatements(const QStringList& ids);

@@ -42,7 +42,8 @@ VisualEditorParts::VisualEditorParts(QWidget* editor)
 VisualEditorParts::~VisualEditorParts()
 {
     // The widgets are the host's and outlive this; they must not reach for the edits any more.
-    properties->SetProcess(nullptr, nullptr);
+    // Their window may be half gone, so nothing may be built any more either.
+    properties->LetGo();
     view->ShowProcess(nullptr, nullptr);
     tabs->SetEdits(nullptr);
 }
