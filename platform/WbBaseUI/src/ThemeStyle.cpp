@@ -2,8 +2,6 @@
 
 #include <OxBase/DpiTool.h>
 
-#include <QFrame>
-
 namespace
 {
 struct MetricRow
@@ -53,9 +51,6 @@ int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     // As a list below the box rather than a menu over it: a menu measures every row.
     case SH_ComboBox_Popup:
         return 0;
-    // Without a frame of its own the popup's border in the style sheet is not drawn.
-    case SH_ComboBox_PopupFrameStyle:
-        return QFrame::StyledPanel | QFrame::Plain;
     case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
     case SH_EtchDisabledText:
