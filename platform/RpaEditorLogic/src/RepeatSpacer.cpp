@@ -60,6 +60,11 @@ void RepeatSpacer::Answered(const QString& key, bool success)
     history.age.start();
 }
 
+void RepeatSpacer::Restart(const QString& key)
+{
+    histories.remove(key);
+}
+
 void RepeatSpacer::Forget()
 {
     histories.clear();

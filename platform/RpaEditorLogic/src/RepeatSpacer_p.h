@@ -27,6 +27,8 @@ public:
     void Answered(const QString& key, bool success);
     // Runs everything that waits, now.
     void Flush();
+    // Something else was done in between, so the next load of this key is no mere repeat.
+    void Restart(const QString& key);
     // Every load is a first one again.
     void Forget();
 

@@ -36,9 +36,15 @@ void VersionService::Notify(int notifyId, const QSharedPointer<IHttpRequest>& re
     HttpNotifyManager::Instance()->Notify(notifyId, request, response);
 }
 
-void VersionService::Take(const VersionRecord& record)
+void VersionService::TakeSaved(const VersionRecord& record)
 {
     manager.SetBaseRevision(record.snapshot->GetId(), record.revision);
+    TakeListed(record);
+}
+
+void VersionService::TakeListed(const VersionRecord& record)
+{
+    manager.SetListedRevision(record.snapshot->GetId(), record.revision);
     // A save of an app that is no longer shown must not appear among the versions of the one that is.
     if (newestListAppId.isEmpty() || record.snapshot->GetAppId() == newestListAppId)
         manager.AddOrReplace(record.snapshot);
@@ -97,7 +103,7 @@ void VersionService::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>&
     const QString failure = ReasonOf(answer, isUsable);
     if (failure.isEmpty()) {
         request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
-        Take(*record);
+        TakeSaved(*record);
         unsettled.Settle(order);
         ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
@@ -112,6 +118,7 @@ void VersionService::Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& 
 {
     const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
     ledger.Begin(order.versionId);
+    spacer.Restart(QStringLiteral("data/") + order.versionId);
     queue.Enqueue(order.versionId, [this, request, order] { SendUpdate(request, order); });
 }
 
@@ -149,7 +156,7 @@ void VersionService::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest
         record && record->snapshot->GetId() == order.versionId && record->revision > order.base;
     const QString failure = ReasonOf(answer, isUsable);
     if (failure.isEmpty()) {
-        Take(*record);
+        TakeSaved(*record);
         unsettled.Settle(order);
         ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
@@ -350,7 +357,10 @@ void VersionService::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& requ
     if (failure.isEmpty()) {
         response->SetResult(record->result);
         response->SetNeedTip(record->needTip);
-        Take(record->version);
+        // A release that did not take effect was not held against our revision.
+        if (record->result == 1)
+            manager.SetBaseRevision(id, record->version.revision);
+        TakeListed(record->version);
     }
     queue.Finish(id);
     response->SetOutcome(failure.isEmpty(),

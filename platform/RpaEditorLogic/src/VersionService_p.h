@@ -64,7 +64,8 @@ private:
     QString ReleaseRefusal(const GrayOrReleaseRequest& request) const;
     QString ListFailure(const GetSnapshotListRequest& request, quint64 serial, quint64 ticket,
                         const WbHttpAnswer& answer);
-    void Take(const ServiceAnswers::VersionRecord& record);
+    void TakeSaved(const ServiceAnswers::VersionRecord& record);
+    void TakeListed(const ServiceAnswers::VersionRecord& record);
 
     RpaSnapshotManager manager;
     SaveLedger ledger;

@@ -55,6 +55,7 @@ private slots:
     void refusesAReleaseWhileItsSaveIsInFlight();
     void refusesAReleaseAfterAFailedSave();
     void allowsAReleaseAfterTheVersionWasLoadedAnew();
+    void keepsItsBaseWhenAReleaseDidNotTakeEffect();
     void countsAVersionThatIsGoneAlreadyAsDeleted();
     void doesNotCountAForeign404AsDeleted();
     void deletesOnTheSecondTryWhatSomebodyElseChanged();
@@ -251,6 +252,25 @@ void SavedWorkTest::allowsAReleaseAfterTheVersionWasLoadedAnew()
 
     QVERIFY(fixture.answers.WaitFor(4));
     QVERIFY2(fixture.answers.LastSucceeded(), qPrintable(fixture.answers.LastError()));
+}
+
+void SavedWorkTest::keepsItsBaseWhenAReleaseDidNotTakeEffect()
+{
+    // Given: content of revision 1, while somebody else released revision 4
+    EditorLogicFixture fixture;
+    fixture.server.Enqueue(FaultServer::Data("{}", 1));
+    fixture.Load(v1);
+    QVERIFY(fixture.answers.WaitFor(1));
+    auto online = fixture.Version(v1, 4);
+    online.state = 3;
+    fixture.server.Enqueue(
+        VersionReplies::Released(0, false, QStringLiteral("线上版本不能再次上线。"), online));
+
+    fixture.Release(v1, 2);
+
+    QVERIFY(fixture.answers.WaitFor(2));
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetBaseRevision(v1), 1);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshot(v1)->GetState(), AppSnapshotOnline);
 }
 
 void SavedWorkTest::countsAVersionThatIsGoneAlreadyAsDeleted()
