@@ -18,6 +18,13 @@ quint64 NextNumber()
     return ++last;
 }
 
+// By number of the store. QtSql binds a connection to the thread that opened it.
+std::unordered_map<quint64, std::unique_ptr<SqlConnection>>& ConnectionsOfThisThread()
+{
+    thread_local std::unordered_map<quint64, std::unique_ptr<SqlConnection>> connections;
+    return connections;
+}
+
 QString SelectFrom(const QString& columns, const char* rest)
 {
     return QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + QString::fromLatin1(rest);
@@ -33,11 +40,15 @@ SqlStore::SqlStore(std::shared_ptr<const IDialect> theDialect)
         std::make_unique<WriteQueue>(dialect, [this](const auto& changedIds) { heads.Forget(changedIds); });
 }
 
+// Other threads' connections end with their threads.
+SqlStore::~SqlStore()
+{
+    ConnectionsOfThisThread().erase(number);
+}
+
 SqlConnection& SqlStore::Mine()
 {
-    // QtSql binds a connection to the thread that opened it.
-    thread_local std::unordered_map<quint64, std::unique_ptr<SqlConnection>> connections;
-    auto& mine = connections[number];
+    auto& mine = ConnectionsOfThisThread()[number];
     if (!mine)
         mine = std::make_unique<SqlConnection>(dialect);
     else if (mine->IsLost())

@@ -11,6 +11,7 @@ class SqlStore : public IStore
 {
 public:
     explicit SqlStore(std::shared_ptr<const IDialect> dialect);
+    ~SqlStore() override;
 
     QString Kind() const override;
     void Check() override;
