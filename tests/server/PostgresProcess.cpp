@@ -79,7 +79,7 @@ bool PostgresProcess::Start()
         return false;
     port = FreePort();
     const QString options =
-        QStringLiteral("-p %1 -c listen_addresses=127.0.0.1 -c unix_socket_directories=%2")
+        QStringLiteral("-p %1 -c fsync=off -c listen_addresses=127.0.0.1 -c unix_socket_directories=%2")
             .arg(port)
             .arg(work);
     started = RunAsPostgres(ProgramFolder() + QStringLiteral("pg_ctl"),
@@ -94,7 +94,7 @@ PostgresProcess::~PostgresProcess()
     if (started)
         RunAsPostgres(ProgramFolder() + QStringLiteral("pg_ctl"),
                       {QStringLiteral("-D"), folder.filePath(QStringLiteral("work/data")),
-                       QStringLiteral("-m"), QStringLiteral("fast"), QStringLiteral("-w"),
+                       QStringLiteral("-m"), QStringLiteral("immediate"), QStringLiteral("-w"),
                        QStringLiteral("stop")});
 }
 

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "LoadClient.h"
+
+#include <QByteArray>
+#include <QJsonObject>
+
+#include <map>
+#include <memory>
+#include <optional>
+
+// Speaks the version protocol to a server under test, blocking, from any one thread; connects anew when the
+// connection broke.
+class ApiClient
+{
+public:
+    ApiClient(unsigned short port, QByteArray token);
+
+    struct Reply
+    {
+        int status = 0; // 0: no answer came
+        QByteArray body;
+        QJsonObject json;
+        QByteArray head;
+    };
+    using Headers = std::map<QByteArray, QByteArray>;
+
+    Reply Ask(const QByteArray& method, const QByteArray& path, const QByteArray& body = {},
+              const Headers& headers = {});
+
+    // Writes with a key of their own unless one is given.
+    Reply CreateApp(const QByteArray& name);
+    Reply Create(const QByteArray& appId, const QByteArray& name, const QByteArray& body,
+                 const QByteArray& key = {});
+    Reply Overwrite(const QByteArray& versionId, qint64 revision, const QByteArray& body,
+                    const QByteArray& key = {});
+
+    // The next request goes over a new connection; after the server was started again.
+    void Disconnect() { connection.reset(); }
+
+    static QByteArray NewKey();
+
+private:
+    const unsigned short port;
+    const QByteArray token;
+    std::unique_ptr<LoadClient> connection;
+};

@@ -1,0 +1,441 @@
+#include "base/Loopback.h"
+#include "http/HttpServer.h"
+
+#include <QElapsedTimer>
+#include <QTcpSocket>
+#include <QTest>
+
+#include <atomic>
+#include <mutex>
+#include <thread>
+
+using namespace server;
+using namespace std::chrono_literals;
+
+namespace
+{
+constexpr int waitMs = 10000;
+
+// Answers with the number of body bytes it got; "/held" is answered when the test says so.
+class Echo : public IHttpHandler
+{
+public:
+    void Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide) override
+    {
+        if (head.path == "/refused")
+            return decide(Response::Refuse(403, "forbidden", QStringLiteral("不行")));
+        decide(std::nullopt);
+    }
+
+    void Handle(Request request, Reply reply) override
+    {
+        ++handled;
+        if (request.path != "/held")
+            return reply(Response::Json(200, QByteArray::number(request.body.size())));
+        const std::lock_guard lock(mutex);
+        held.push_back(std::move(reply));
+    }
+
+    void OnRefusedByLimit(int) override { ++refused; }
+
+    bool AnswerHeld()
+    {
+        const std::lock_guard lock(mutex);
+        if (held.empty())
+            return false;
+        held.back()(Response::Json(200, "released"));
+        held.pop_back();
+        return true;
+    }
+
+    std::atomic<int> handled{0};
+    std::atomic<int> refused{0};
+
+private:
+    std::mutex mutex;
+    std::vector<Reply> held;
+};
+
+HttpLimits SmallLimits()
+{
+    HttpLimits limits;
+    limits.bodyBytes = 100000;
+    limits.bodyBytesInFlight = 150000;
+    limits.connections = 5;
+    limits.head = 1s;
+    limits.idle = 2s;
+    limits.body = 1s;
+    limits.slowestBytesPerSecond = 1000000;
+    return limits;
+}
+
+class Running
+{
+public:
+    Running()
+        : server(echo, SmallLimits()), port(server.Listen("127.0.0.1", 0)), thread([this] { server.Run(2); })
+    {
+    }
+    ~Running()
+    {
+        while (echo.AnswerHeld()) {
+        }
+        server.Stop(0s);
+        thread.join();
+    }
+
+    Echo echo;
+    HttpServer server;
+    quint16 port;
+    std::thread thread;
+};
+
+class Client
+{
+public:
+    explicit Client(quint16 port)
+    {
+        socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+        socket.waitForConnected(waitMs);
+    }
+
+    void Send(const QByteArray& text)
+    {
+        socket.write(text);
+        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(waitMs)) {
+        }
+    }
+
+    // Everything up to the end of one answer; what came when the server closed before.
+    QByteArray Receive()
+    {
+        QByteArray answer;
+        while (!IsComplete(answer)) {
+            if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(waitMs))
+                break;
+            answer += socket.readAll();
+        }
+        return answer;
+    }
+
+    bool WaitUntilClosed()
+    {
+        while (socket.state() == QAbstractSocket::ConnectedState && socket.waitForReadyRead(waitMs))
+            socket.readAll();
+        return socket.state() != QAbstractSocket::ConnectedState;
+    }
+
+    QTcpSocket socket;
+
+private:
+    static bool IsComplete(const QByteArray& answer)
+    {
+        const int end = answer.indexOf("\r\n\r\n");
+        const int at = answer.indexOf("Content-Length: ");
+        return end > 0 && at > 0 &&
+               answer.size() >= end + 4 + answer.mid(at + 16, answer.indexOf('\r', at) - at - 16).toInt();
+    }
+};
+
+int StatusOf(const QByteArray& answer)
+{
+    return answer.mid(9, 3).toInt();
+}
+
+const QByteArray get = "GET / HTTP/1.1\r\nHost: h\r\n\r\n";
+} // namespace
+
+class HttpTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void refusesWhatBreaksALimit_data();
+    void refusesWhatBreaksALimit();
+    void answersAClientThatBreaksALimitAndKeepsSending();
+    void servesRequestsOfOneConnectionOneAfterAnother();
+    void takesABodyInChunks();
+    void asksForTheBodyWhenTheClientWaits();
+    void refusesByTheHeadWithoutReadingTheBody();
+    void dropsACutBody();
+    void dropsASlowHead();
+    void dropsASlowBody();
+    void dropsAnIdleConnection();
+    void servesOthersWhileClientsAreSlow();
+    void refusesConnectionsBeyondTheLimit();
+    void refusesBodiesBeyondTheMemoryLimit();
+    void answersRequestsInFlightWhenStopped();
+    void endsRequestsThatOutliveTheGrace();
+    void knowsLoopbackNames_data();
+    void knowsLoopbackNames();
+};
+
+void HttpTest::refusesWhatBreaksALimit_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<int>("status");
+    const QByteArray host = "Host: h\r\n";
+    QTest::newRow("head of 16 kB") << "GET / HTTP/1.1\r\n" + host + "X: " + QByteArray(17000, 'x') +
+                                          "\r\n\r\n"
+                                   << 431;
+    QTest::newRow("address of 4 kB") << "GET /" + QByteArray(4095, 'x') + " HTTP/1.1\r\n" + host + "\r\n"
+                                     << 200;
+    QTest::newRow("address beyond 4 kB") << "GET /" + QByteArray(4096, 'x') + " HTTP/1.1\r\n" + host + "\r\n"
+                                         << 414;
+    QTest::newRow("announced body at the limit")
+        << "PUT / HTTP/1.1\r\n" + host + "Content-Length: 100000\r\n\r\n" + QByteArray(100000, 'x') << 200;
+    QTest::newRow("announced body beyond the limit")
+        << "PUT / HTTP/1.1\r\n" + host + "Content-Length: 100001\r\n\r\n"
+        << 413;
+    QTest::newRow("chunked body beyond the limit")
+        << "PUT / HTTP/1.1\r\n" + host + "Transfer-Encoding: chunked\r\n\r\n186A1\r\n" +
+               QByteArray(100001, 'x') + "\r\n0\r\n\r\n"
+        << 413;
+    QTest::newRow("no HTTP") << QByteArray("hello\r\n\r\n") << 400;
+    QTest::newRow("two lengths") << "PUT / HTTP/1.1\r\n" + host +
+                                        "Content-Length: 1\r\nContent-Length: 2\r\n\r\nxx"
+                                 << 400;
+    QTest::newRow("length and chunks")
+        << "PUT / HTTP/1.1\r\n" + host + "Content-Length: 1\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n"
+        << 400;
+    QTest::newRow("bad chunk") << "PUT / HTTP/1.1\r\n" + host + "Transfer-Encoding: chunked\r\n\r\nzz\r\n"
+                               << 400;
+    QTest::newRow("negative length") << "PUT / HTTP/1.1\r\n" + host + "Content-Length: -1\r\n\r\n" << 400;
+}
+
+void HttpTest::refusesWhatBreaksALimit()
+{
+    QFETCH(QByteArray, request);
+    QFETCH(int, status);
+    Running running;
+    Client client(running.port);
+
+    client.Send(request);
+    const QByteArray answer = client.Receive();
+
+    QCOMPARE(StatusOf(answer), status);
+    QCOMPARE(running.echo.handled.load(), status == 200 ? 1 : 0);
+    QCOMPARE(running.echo.refused.load(), status == 200 ? 0 : 1);
+    QVERIFY(status == 200 || answer.contains("\"message\":"));
+}
+
+void HttpTest::answersAClientThatBreaksALimitAndKeepsSending()
+{
+    Running running;
+    Client client(running.port);
+
+    client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 3000000\r\n\r\n");
+    client.Send(QByteArray(3000000, 'x'));
+
+    QCOMPARE(StatusOf(client.Receive()), 413);
+}
+
+void HttpTest::servesRequestsOfOneConnectionOneAfterAnother()
+{
+    Running running;
+    Client client(running.port);
+
+    for (int i = 0; i < 3; ++i) {
+        client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 4\r\n\r\nbody");
+        QVERIFY(client.Receive().endsWith("\r\n\r\n4"));
+    }
+
+    QCOMPARE(running.server.OpenConnections(), 1);
+}
+
+void HttpTest::takesABodyInChunks()
+{
+    Running running;
+    Client client(running.port);
+
+    client.Send(
+        "PUT / HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n4\r\ndefg\r\n0\r\n\r\n");
+
+    QVERIFY(client.Receive().endsWith("\r\n\r\n7"));
+}
+
+void HttpTest::asksForTheBodyWhenTheClientWaits()
+{
+    Running running;
+    Client client(running.port);
+
+    client.Send("PUT / HTTP/1.1\r\nHost: h\r\nExpect: 100-continue\r\nContent-Length: 4\r\n\r\n");
+    QVERIFY(client.socket.waitForReadyRead(waitMs));
+    QCOMPARE(client.socket.readAll(), QByteArray("HTTP/1.1 100 Continue\r\n\r\n"));
+    client.Send("body");
+
+    QVERIFY(client.Receive().endsWith("\r\n\r\n4"));
+}
+
+void HttpTest::refusesByTheHeadWithoutReadingTheBody()
+{
+    Running running;
+    Client client(running.port);
+
+    client.Send("PUT /refused HTTP/1.1\r\nHost: h\r\nContent-Length: 50000\r\n\r\n");
+
+    QCOMPARE(StatusOf(client.Receive()), 403);
+    QCOMPARE(running.echo.handled.load(), 0);
+}
+
+void HttpTest::dropsACutBody()
+{
+    Running running;
+    {
+        Client client(running.port);
+        client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\nonly a part");
+        client.socket.disconnectFromHost();
+        QVERIFY(client.WaitUntilClosed());
+    }
+
+    QTRY_COMPARE(running.server.OpenConnections(), 0);
+    QCOMPARE(running.echo.handled.load(), 0);
+}
+
+void HttpTest::dropsASlowHead()
+{
+    Running running;
+    Client client(running.port);
+    QElapsedTimer elapsed;
+    elapsed.start();
+
+    client.Send("GET / HTTP/1.1\r\nHost:");
+
+    QVERIFY(client.WaitUntilClosed());
+    QVERIFY(elapsed.elapsed() >= 900 && elapsed.elapsed() < 5000);
+    QCOMPARE(running.echo.handled.load(), 0);
+}
+
+void HttpTest::dropsASlowBody()
+{
+    Running running;
+    Client client(running.port);
+
+    client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\nslow");
+
+    QVERIFY(client.WaitUntilClosed());
+    QCOMPARE(running.echo.handled.load(), 0);
+}
+
+void HttpTest::dropsAnIdleConnection()
+{
+    Running running;
+    Client client(running.port);
+    client.Send(get);
+    QCOMPARE(StatusOf(client.Receive()), 200);
+
+    QVERIFY(client.WaitUntilClosed());
+}
+
+void HttpTest::servesOthersWhileClientsAreSlow()
+{
+    Running running;
+    std::vector<std::unique_ptr<Client>> slow;
+    for (int i = 0; i < 4; ++i) {
+        slow.push_back(std::make_unique<Client>(running.port));
+        slow.back()->Send("GET / HT");
+    }
+    QElapsedTimer elapsed;
+    elapsed.start();
+
+    Client quick(running.port);
+    quick.Send(get);
+
+    QCOMPARE(StatusOf(quick.Receive()), 200);
+    QVERIFY(elapsed.elapsed() < 900);
+}
+
+void HttpTest::refusesConnectionsBeyondTheLimit()
+{
+    Running running;
+    std::vector<std::unique_ptr<Client>> clients;
+    for (int i = 0; i < 5; ++i) {
+        clients.push_back(std::make_unique<Client>(running.port));
+        clients.back()->Send(get);
+        QCOMPARE(StatusOf(clients.back()->Receive()), 200);
+    }
+
+    Client beyond(running.port);
+    const QByteArray answer = beyond.Receive();
+    QCOMPARE(StatusOf(answer), 503);
+    QVERIFY(answer.contains("Retry-After: 2"));
+
+    clients.clear();
+    QTRY_COMPARE(running.server.OpenConnections(), 0);
+    Client later(running.port);
+    later.Send(get);
+    QCOMPARE(StatusOf(later.Receive()), 200);
+}
+
+void HttpTest::refusesBodiesBeyondTheMemoryLimit()
+{
+    Running running;
+    Client first(running.port);
+    first.Send("PUT /held HTTP/1.1\r\nHost: h\r\nContent-Length: 90000\r\n\r\n" + QByteArray(90000, 'x'));
+    QTRY_COMPARE(running.echo.handled.load(), 1);
+
+    Client second(running.port);
+    second.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 90000\r\n\r\n");
+    const QByteArray answer = second.Receive();
+    QCOMPARE(StatusOf(answer), 503);
+    QVERIFY(answer.contains("Retry-After"));
+
+    QVERIFY(running.echo.AnswerHeld());
+    QCOMPARE(StatusOf(first.Receive()), 200);
+    Client third(running.port);
+    third.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 90000\r\n\r\n" + QByteArray(90000, 'x'));
+    QCOMPARE(StatusOf(third.Receive()), 200);
+}
+
+void HttpTest::answersRequestsInFlightWhenStopped()
+{
+    Running running;
+    Client idle(running.port);
+    idle.Send(get);
+    QCOMPARE(StatusOf(idle.Receive()), 200);
+    Client busy(running.port);
+    busy.Send("GET /held HTTP/1.1\r\nHost: h\r\n\r\n");
+    QTRY_COMPARE(running.echo.handled.load(), 2);
+
+    running.server.Stop(10s);
+    QVERIFY(idle.WaitUntilClosed());
+    QVERIFY(running.echo.AnswerHeld());
+    const QByteArray answer = busy.Receive();
+
+    QVERIFY(answer.endsWith("released"));
+    QVERIFY(answer.contains("Connection: close"));
+    QVERIFY(busy.WaitUntilClosed());
+}
+
+void HttpTest::endsRequestsThatOutliveTheGrace()
+{
+    Running running;
+    Client client(running.port);
+    client.Send("GET /held HTTP/1.1\r\nHost: h\r\n\r\n");
+    QTRY_COMPARE(running.echo.handled.load(), 1);
+
+    running.server.Stop(1s);
+
+    QVERIFY(client.WaitUntilClosed());
+}
+
+void HttpTest::knowsLoopbackNames_data()
+{
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<bool>("loopback");
+    QTest::newRow("localhost") << QStringLiteral("localhost") << true;
+    QTest::newRow("IPv4") << QStringLiteral("127.0.0.1") << true;
+    QTest::newRow("IPv6") << QStringLiteral("::1") << true;
+    QTest::newRow("any address") << QStringLiteral("0.0.0.0") << false;
+    QTest::newRow("a name that begins alike") << QStringLiteral("localhost.example") << false;
+    QTest::newRow("a name of digits") << QStringLiteral("127.example") << false;
+}
+
+void HttpTest::knowsLoopbackNames()
+{
+    QFETCH(QString, host);
+    QTEST(IsLoopback(host), "loopback");
+}
+
+QTEST_GUILESS_MAIN(HttpTest)
+#include "tst_http.moc"

@@ -1,0 +1,281 @@
+#include "ApiClient.h"
+#include "ServerProcess.h"
+
+#include <QJsonArray>
+#include <QTest>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+// Saving through a real server process.
+class SavesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+
+    void answersARepeatedSaveAsTheFirstTime();
+    void answersARepeatedSaveAlsoAfterACrash();
+    void refusesAKeyThatStoodForAnotherSave();
+    void repeatsARefusalUnderItsKey();
+    void refusesASaveThatIsBasedOnAnOlderRevision();
+    void letsNoneOfTwoAuthorsLoseAnUpdate();
+    void refusesAppDataThatMustNotBeStored_data();
+    void refusesAppDataThatMustNotBeStored();
+    void handsOutWhatWasSavedByteForByte();
+    void readsNamesInAnyScript();
+    void keepsSecretsOutOfTheLog();
+    void waitsWithTheAcknowledgementForTheDisk();
+    void finishesASaveThatIsUnderWayWhenItStops();
+
+private:
+    ApiClient Client(const QString& pin = QStringLiteral("author-1"))
+    {
+        return {server->Port(), server->Token(pin)};
+    }
+    QByteArray NewVersion(const QByteArray& body = "{\"n\":1}");
+    int VersionCount();
+
+    std::unique_ptr<ServerProcess> server;
+    QByteArray appId;
+};
+
+void SavesTest::initTestCase()
+{
+    server = std::make_unique<ServerProcess>();
+    QVERIFY2(server->Start(), server->ErrorText());
+}
+
+void SavesTest::init()
+{
+    if (!server->IsRunning())
+        QVERIFY2(server->Start(), server->ErrorText());
+    const auto created = Client().CreateApp(ApiClient::NewKey());
+    QCOMPARE(created.status, 201);
+    appId = created.json.value(QLatin1String("id")).toString().toLatin1();
+}
+
+QByteArray SavesTest::NewVersion(const QByteArray& body)
+{
+    const auto created = Client().Create(appId, ApiClient::NewKey().left(20), body);
+    return created.json.value(QLatin1String("id")).toString().toLatin1();
+}
+
+int SavesTest::VersionCount()
+{
+    return Client()
+        .Ask("GET", "/api/v1/apps/" + appId + "/versions")
+        .json.value(QLatin1String("versions"))
+        .toArray()
+        .size();
+}
+
+void SavesTest::answersARepeatedSaveAsTheFirstTime()
+{
+    ApiClient client = Client();
+    const QByteArray key = ApiClient::NewKey();
+
+    const auto first = client.Create(appId, "one", "{\"n\":1}", key);
+    const auto again = client.Create(appId, "one", "{\"n\":1}", key);
+
+    QCOMPARE(first.status, 201);
+    QCOMPARE(again.status, 201);
+    QCOMPARE(again.body, first.body);
+    QVERIFY(again.head.contains("ETag: \"1\""));
+    QCOMPARE(VersionCount(), 1);
+}
+
+void SavesTest::answersARepeatedSaveAlsoAfterACrash()
+{
+    const QByteArray key = ApiClient::NewKey();
+    const auto first = Client().Create(appId, "one", "{\"n\":1}", key);
+
+    server->Kill();
+    QVERIFY2(server->Restart(), server->ErrorText());
+    const auto again = Client().Create(appId, "one", "{\"n\":1}", key);
+
+    QCOMPARE(again.status, 201);
+    QCOMPARE(again.body, first.body);
+    QCOMPARE(VersionCount(), 1);
+}
+
+void SavesTest::refusesAKeyThatStoodForAnotherSave()
+{
+    const QByteArray key = ApiClient::NewKey();
+    ApiClient client = Client();
+    client.Create(appId, "one", "{\"n\":1}", key);
+
+    const auto other = client.Create(appId, "one", "{\"n\":2}", key);
+    const auto colleagues = Client(QStringLiteral("author-2")).Create(appId, "two", "{\"n\":2}", key);
+
+    QCOMPARE(other.status, 409);
+    QCOMPARE(other.json.value(QLatin1String("code")).toString(), QStringLiteral("key-reused"));
+    QCOMPARE(colleagues.status, 201);
+    QCOMPARE(VersionCount(), 2);
+}
+
+void SavesTest::repeatsARefusalUnderItsKey()
+{
+    const QByteArray version = NewVersion();
+    const QByteArray key = ApiClient::NewKey();
+    ApiClient client = Client();
+    QCOMPARE(client.Overwrite(version, 2, "{\"n\":3}", key).status, 412);
+    QCOMPARE(client.Overwrite(version, 1, "{\"n\":2}").status, 200);
+
+    const auto again = client.Overwrite(version, 2, "{\"n\":3}", key);
+
+    QCOMPARE(again.status, 412);
+    QCOMPARE(client.Ask("GET", "/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+}
+
+void SavesTest::refusesASaveThatIsBasedOnAnOlderRevision()
+{
+    const QByteArray version = NewVersion();
+    QCOMPARE(Client(QStringLiteral("author-2")).Overwrite(version, 1, "{\"n\":2}").status, 200);
+
+    const auto late = Client().Overwrite(version, 1, "{\"n\":3}");
+
+    QCOMPARE(late.status, 412);
+    QVERIFY(late.json.value(QLatin1String("message")).toString().contains(QStringLiteral("作者二")));
+    QCOMPARE(Client().Ask("GET", "/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+}
+
+void SavesTest::letsNoneOfTwoAuthorsLoseAnUpdate()
+{
+    constexpr int savesEach = 60;
+    const QByteArray version = NewVersion();
+    std::atomic<int> accepted{0};
+    std::atomic<int> wrong{0};
+    const auto work = [&](const QString& pin) {
+        ApiClient client = Client(pin);
+        qint64 revision = 1;
+        for (int done = 0; done < savesEach;) {
+            const auto reply = client.Overwrite(version, revision,
+                                                "{\"by\":\"" + pin.toLatin1() +
+                                                    "\",\"n\":" + QByteArray::number(done) + '}');
+            if (reply.status == 200) {
+                ++accepted;
+                ++done;
+                if (reply.json.value(QLatin1String("revision")).toInt() != revision + 1)
+                    ++wrong;
+            } else if (reply.status != 412) {
+                ++wrong;
+                return;
+            }
+            const QByteArray head = client.Ask("GET", "/api/v1/versions/" + version + "/data").head;
+            const int at = head.indexOf("ETag: \"") + 7;
+            revision = head.mid(at, head.indexOf('"', at) - at).toLongLong();
+        }
+    };
+
+    std::thread first(work, QStringLiteral("author-1"));
+    std::thread second(work, QStringLiteral("author-2"));
+    first.join();
+    second.join();
+
+    QCOMPARE(wrong.load(), 0);
+    QCOMPARE(accepted.load(), 2 * savesEach);
+    QCOMPARE(Client().Overwrite(version, 1 + 2 * savesEach, "{}").status, 200);
+}
+
+void SavesTest::refusesAppDataThatMustNotBeStored_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("no JSON") << QByteArray("hello");
+    QTest::newRow("a list") << QByteArray("[1]");
+    QTest::newRow("cut") << QByteArray("{\"a\":");
+    QTest::newRow("more after the end") << QByteArray("{}{}");
+    QTest::newRow("a member twice") << QByteArray("{\"a\":1,\"a\":2}");
+    QTest::newRow("a number beyond 2^53") << QByteArray("{\"a\":9007199254740993}");
+    QTest::newRow("not UTF-8") << QByteArray("{\"a\":\"\xff\"}");
+    QTest::newRow("65 deep") << "{\"a\":" + QByteArray(64, '[') + QByteArray(64, ']') + '}';
+    QTest::newRow("a long key") << "{\"" + QByteArray(257, 'k') + "\":1}";
+}
+
+void SavesTest::refusesAppDataThatMustNotBeStored()
+{
+    QFETCH(QByteArray, body);
+
+    const auto reply = Client().Create(appId, "one", body);
+
+    QCOMPARE(reply.status, 400);
+    QCOMPARE(reply.json.value(QLatin1String("code")).toString(), QStringLiteral("bad-app-data"));
+    QCOMPARE(VersionCount(), 0);
+}
+
+void SavesTest::handsOutWhatWasSavedByteForByte()
+{
+    const QByteArray body =
+        " {\"z\" : 1.50,\t\"a\":\"\\u4e2d文\", \"big\":\"" + QByteArray(3000000, 'x') + "\"}\r\n";
+    const QByteArray version = NewVersion(body);
+
+    const auto first = Client().Ask("GET", "/api/v1/versions/" + version + "/data");
+    const auto kept = Client().Ask("GET", "/api/v1/versions/" + version + "/data");
+
+    QVERIFY(first.body == body);
+    QVERIFY(kept.body == body);
+    QVERIFY(first.head.contains("Content-Digest: sha-256=:"));
+}
+
+void SavesTest::readsNamesInAnyScript()
+{
+    const QString name = QStringLiteral("版本 1 é😀");
+
+    const auto reply = Client().Create(appId, name.toUtf8().toPercentEncoding(), "{}");
+
+    QCOMPARE(reply.status, 201);
+    QCOMPARE(reply.json.value(QLatin1String("name")).toString(), name);
+}
+
+void SavesTest::keepsSecretsOutOfTheLog()
+{
+    ServerProcess other;
+    QVERIFY2(other.Start(), other.ErrorText());
+    ApiClient client(other.Port(), other.Token(QStringLiteral("author-1")));
+    client.Ask("POST", "/api/v1/sessions", R"({"account":"author-1","password":"top-secret-1"})");
+    const auto app = client.CreateApp("one");
+    client.Create(app.json.value(QLatin1String("id")).toString().toLatin1(), "one",
+                  R"({"secret":"top-secret-2"})");
+
+    QVERIFY(other.Stop());
+
+    const QByteArray log = other.Log();
+    QVERIFY(log.contains("\"status\":201"));
+    QVERIFY(!log.contains("top-secret"));
+    QVERIFY(!log.contains(other.Token(QStringLiteral("author-1"))));
+}
+
+void SavesTest::waitsWithTheAcknowledgementForTheDisk()
+{
+    const QByteArray version = NewVersion();
+
+    QCOMPARE(Client().Overwrite(version, 1, "{\"n\":2}").status, 200);
+    server->Kill();
+    QVERIFY2(server->Restart(), server->ErrorText());
+
+    QCOMPARE(Client().Ask("GET", "/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+}
+
+void SavesTest::finishesASaveThatIsUnderWayWhenItStops()
+{
+    const QByteArray body = "{\"n\":\"" + QByteArray(8000000, 'x') + "\"}";
+    const QByteArray version = NewVersion();
+    std::atomic<int> status{0};
+    std::thread saving([&] { status = Client().Overwrite(version, 1, body).status; });
+
+    const bool graceful = server->Stop();
+    saving.join();
+    QVERIFY2(server->Start(), server->ErrorText());
+
+    QVERIFY(graceful);
+    // Whether it came in time is a race; that the answer is the truth is not.
+    const QByteArray stored = Client().Ask("GET", "/api/v1/versions/" + version + "/data").body;
+    QVERIFY(status == 200 ? stored == body : stored == "{\"n\":1}");
+}
+
+QTEST_GUILESS_MAIN(SavesTest)
+#include "tst_saves.moc"
