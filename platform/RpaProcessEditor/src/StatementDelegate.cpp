@@ -67,7 +67,7 @@ void StatementDelegate::PaintGutter(QPainter& painter, const QStyleOptionViewIte
     painter.setFont(WbTheme::CodeFont());
     painter.setPen(Colour(WbColor::TextDisabled));
     painter.drawText(rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
-                     index.data(Qt::DisplayRole).toString());
+                     index.data(StatementModel::LineRole).toString());
 }
 
 void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem& option,

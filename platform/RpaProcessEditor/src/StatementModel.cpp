@@ -222,8 +222,8 @@ QVariant StatementModel::GutterData(const RpaStatementNode& node, int role) cons
     if (role == Qt::ToolTipRole)
         return node.GetValues().breakpoint ? QStringLiteral("取消断点（F9）")
                                            : QStringLiteral("设置断点（F9）");
-    if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
-        return QString::number(LineOf(&node));
+    if (role == Qt::AccessibleTextRole)
+        return QStringLiteral("第 %1 行").arg(LineOf(&node));
     return QVariant();
 }
 
