@@ -32,6 +32,15 @@ QVector<RpaChoice> Plain(const QStringList& values)
     return choices;
 }
 
+// A literal that would read as an expression but for the "'" before its "=".
+bool IsQuotedEquals(const QString& text)
+{
+    int quotes = 0;
+    while (quotes < text.size() && text.at(quotes) == QLatin1Char('\''))
+        ++quotes;
+    return quotes > 0 && quotes < text.size() && text.at(quotes) == QLatin1Char('=');
+}
+
 QString PlaceholderOf(RpaArgumentType type, bool python)
 {
     if (python || type == RpaArgumentType::Expression)
@@ -40,7 +49,7 @@ QString PlaceholderOf(RpaArgumentType type, bool python)
     case RpaArgumentType::Text:
         return QStringLiteral("文本，或以 = 开头写表达式");
     case RpaArgumentType::Number:
-        return QStringLiteral("数字，或以 = 开头写表达式");
+        return QStringLiteral("数字或表达式，例如 3 或 count + 1");
     case RpaArgumentType::Variable:
         return QStringLiteral("变量名");
     case RpaArgumentType::Parameter:
@@ -78,9 +87,9 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
         pythonButton->setAccessibleName(info.title + QStringLiteral("：用表达式计算"));
         top->addWidget(pythonButton);
         connect(pythonButton, &QToolButton::clicked, this, [this](bool checked) {
-            const QString literal = Literal();
+            const QString shown = Shown();
             SetPython(checked);
-            Take(literal);
+            Take(shown);
             ShowText();
             editor->setFocus();
         });
@@ -105,7 +114,6 @@ bool ArgumentField::MayBePython() const
 {
     switch (info.type) {
     case RpaArgumentType::Text:
-    case RpaArgumentType::Number:
     case RpaArgumentType::Switch:
     case RpaArgumentType::File:
     case RpaArgumentType::Folder:
@@ -116,30 +124,33 @@ bool ArgumentField::MayBePython() const
     }
 }
 
-// What the field shows for the stored text.
-QString ArgumentField::Literal() const
+bool ArgumentField::IsPythonText() const
 {
-    if (MayBePython() && (text.startsWith(QLatin1Char('=')) || text.startsWith(QLatin1Char('\''))))
-        return text.mid(1);
-    return text;
+    if (info.type == RpaArgumentType::Switch)
+        return RpaExpression::IsPython(info.type, text);
+    return MayBePython() && text.startsWith(QLatin1Char('='));
+}
+
+// What the field shows for the stored text.
+QString ArgumentField::Shown() const
+{
+    const bool marked = MayBePython() && (text.startsWith(QLatin1Char('=')) || IsQuotedEquals(text));
+    return marked ? text.mid(1) : text;
 }
 
 void ArgumentField::Take(const QString& shown)
 {
-    QString stored = shown;
-    if (python)
-        stored.prepend(QLatin1Char('='));
-    else if (MayBePython() && shown.startsWith(QLatin1Char('\'')))
-        stored.prepend(QLatin1Char('\''));
-    if (!python && MayBePython() && shown.startsWith(QLatin1Char('=')) &&
-        info.type != RpaArgumentType::Switch) {
+    const bool literal = !python && MayBePython();
+    if (python) {
+        text = QLatin1Char('=') + shown;
+    } else if (literal && shown.startsWith(QLatin1Char('='))) {
         // As in a spreadsheet: an "=" typed first begins an expression.
         text = shown;
         SetPython(true);
         ShowText();
         editor->setFocus();
     } else {
-        text = stored;
+        text = literal && IsQuotedEquals(shown) ? QLatin1Char('\'') + shown : shown;
     }
     ShowProblem();
     emit SigEdited(text);
@@ -150,9 +161,8 @@ void ArgumentField::SetText(const QString& shown)
     if (shown == text && editor)
         return;
     text = shown;
-    const bool isPython = MayBePython() && text.startsWith(QLatin1Char('='));
-    if (isPython != python)
-        SetPython(isPython);
+    if (IsPythonText() != python)
+        SetPython(!python);
     ShowText();
     ShowProblem();
 }
@@ -187,7 +197,7 @@ void ArgumentField::BuildEditor()
     else if (info.type == RpaArgumentType::File || info.type == RpaArgumentType::Folder)
         editor = BuildPath();
     else
-        editor = BuildLine({}, false);
+        editor = BuildLine(info.type == RpaArgumentType::Number ? offers.variables : QStringList(), false);
     editor->setAccessibleName(info.title);
     editor->setToolTip(info.description);
     holder->layout()->addWidget(editor);
@@ -286,7 +296,7 @@ QWidget* ArgumentField::BuildPath()
 
 void ArgumentField::ShowText()
 {
-    const QString shown = Literal();
+    const QString shown = Shown();
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
         const QSignalBlocker quiet(combo);
         combo->setCurrentIndex(combo->findData(shown));
@@ -323,23 +333,20 @@ QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& t
                                const FieldOffers& offers)
 {
     const bool python = RpaExpression::IsPython(argument.type, text);
-    const QString body = python && argument.type != RpaArgumentType::Expression ? text.mid(1) : text;
+    const QString body = python && text.startsWith(QLatin1Char('=')) ? text.mid(1) : text;
     if (body.trimmed().isEmpty()) {
-        if (python && argument.type != RpaArgumentType::Expression)
-            return QStringLiteral("“=”后面要写表达式");
+        if (python)
+            return QStringLiteral("请填写表达式");
         return argument.required ? QStringLiteral("必须填写") : QString();
     }
     if (python)
-        return QString();
+        return RpaExpression::IsWellFormed(body) ? QString()
+                                                 : QStringLiteral("表达式不完整，请检查括号、引号和运算符");
     const auto lacks = [&text](const QVector<RpaChoice>& choices) {
         return std::none_of(choices.begin(), choices.end(),
                             [&text](const RpaChoice& c) { return c.value == text; });
     };
-    bool number = true;
     switch (argument.type) {
-    case RpaArgumentType::Number:
-        text.trimmed().toDouble(&number);
-        return number ? QString() : QStringLiteral("这里要填数字；要计算请以 = 开头");
     case RpaArgumentType::Variable:
         return RpaExpression::IsVariableName(text)
                    ? QString()

@@ -55,7 +55,8 @@ private:
     void Take(const QString& shown);
     void ShowText();
     void ShowProblem();
-    QString Literal() const;
+    bool IsPythonText() const;
+    QString Shown() const;
 
     const RpaArgumentInfo info;
     const FieldOffers offers;

@@ -57,7 +57,6 @@ CheckPane::CheckPane(QWidget* parent) : QWidget(parent), title(new QLabel), list
     layout->addWidget(list);
 
     connect(list, &QTreeWidget::itemActivated, this, &CheckPane::SlotActivated);
-    connect(list, &QTreeWidget::itemDoubleClicked, this, &CheckPane::SlotActivated);
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
     hide();
 }

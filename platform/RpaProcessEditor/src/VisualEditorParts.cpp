@@ -204,6 +204,11 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
         });
     }
     tabs->SetEdits(edits.get());
+    if (edits) {
+        // Behind the tabs' own connection: the current name may be the same while the process is another.
+        connect(edits->Manager(), &ProcessDataManager::SigReset, edits.get(),
+                [this] { ShowProcess(tabs->Current()); });
+    }
     ShowProcess(tabs->Current());
     UpdateActions();
 }

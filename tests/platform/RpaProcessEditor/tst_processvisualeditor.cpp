@@ -333,7 +333,9 @@ void tst_ProcessVisualEditor::copiesAndPastesBetweenApps()
 {
     Editor editor;
     Editor other(noStatements);
-    editor.view->activateWindow();
+    editor.widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&editor.widget));
+    editor.view->setFocus();
     editor.Click(QStringLiteral("b"));
     editor.Key(Qt::Key_C, Qt::ControlModifier);
     QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("如果")));
@@ -470,10 +472,10 @@ void tst_ProcessVisualEditor::keepsALeadingQuoteLiteral()
     text->setFocus();
     text->selectAll();
 
-    QTest::keyClicks(text, QStringLiteral("'s"));
+    QTest::keyClicks(text, QStringLiteral("'=s"));
 
-    QCOMPARE(editor.Node(QStringLiteral("a"))->GetArgument(QStringLiteral("text")), QStringLiteral("''s"));
-    QCOMPARE(text->text(), QStringLiteral("'s"));
+    QCOMPARE(editor.Node(QStringLiteral("a"))->GetArgument(QStringLiteral("text")), QStringLiteral("''=s"));
+    QCOMPARE(text->text(), QStringLiteral("'=s"));
 }
 
 void tst_ProcessVisualEditor::tellsWhatIsWrongWithAnArgument()
@@ -489,8 +491,8 @@ void tst_ProcessVisualEditor::tellsWhatIsWrongWithAnArgument()
 
     editor.Click(QStringLiteral("w"));
     QCOMPARE(problem("seconds"), QString());
-    QTest::keyClicks(editor.Field<QLineEdit>(QStringLiteral("seconds")), QStringLiteral("soon"));
-    QVERIFY(problem("seconds").contains(QStringLiteral("数字")));
+    QTest::keyClicks(editor.Field<QLineEdit>(QStringLiteral("seconds")), QStringLiteral("wait["));
+    QVERIFY(problem("seconds").contains(QStringLiteral("括号")));
 
     editor.Click(QStringLiteral("l"));
     QCOMPARE(problem("text"), QStringLiteral("必须填写"));
@@ -704,6 +706,7 @@ void tst_ProcessVisualEditor::showsFindingsAndGoesThere()
     auto* list = editor.Find<QTreeWidget>(QStringLiteral("checkList"));
     QVERIFY(list->isVisible());
     QCOMPARE(list->topLevelItemCount(), 1);
+    QTRY_VERIFY(list->viewport()->height() > list->visualItemRect(list->topLevelItem(0)).bottom());
     const QPoint place = list->visualItemRect(list->topLevelItem(0)).center();
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);
