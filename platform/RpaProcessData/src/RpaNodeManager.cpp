@@ -15,6 +15,7 @@ namespace
 constexpr int maxAttributeNameBytes = 128;
 constexpr int maxAttributeLength = 16 * 1024;
 constexpr int maxAttributes = 256;
+constexpr int maxTextLength = 64 * 1024;
 
 struct TextMember
 {
@@ -86,6 +87,15 @@ QMap<QString, QString> Bounded(const QMap<QString, QString>& attributes)
     }
     return bounded;
 }
+
+RpaNode Bounded(const RpaNode& node)
+{
+    RpaNode bounded = node;
+    for (const TextMember& member : textMembers)
+        bounded.*member.text = (node.*member.text).left(maxTextLength);
+    bounded.attributes = Bounded(node.attributes);
+    return bounded;
+}
 } // namespace
 
 class RpaNodeManager::Private
@@ -112,11 +122,11 @@ public:
     // With an id and a name of its own.
     RpaNode Settled(const RpaNode& node) const
     {
-        RpaNode settled = node;
-        settled.attributes = Bounded(node.attributes);
+        RpaNode settled = Bounded(node);
         if (settled.id.isEmpty() || IndexOfId(settled.id) >= 0)
             settled.id = QUuid::createUuid().toString(QUuid::Id128);
-        const QString stem = node.name.trimmed().isEmpty() ? QStringLiteral("元素") : node.name.trimmed();
+        const QString given = settled.name.trimmed();
+        const QString stem = given.isEmpty() ? QStringLiteral("元素") : given;
         settled.name = stem;
         for (int number = 2; IndexOfName(settled.name) >= 0; ++number)
             settled.name = QStringLiteral("%1 %2").arg(stem).arg(number);
@@ -175,9 +185,7 @@ bool RpaNodeManager::UpdateNode(const RpaNode& node)
     const int sameName = d->IndexOfName(node.name);
     if (index < 0 || node.name.trimmed().isEmpty() || (sameName >= 0 && sameName != index))
         return false;
-    RpaNode bounded = node;
-    bounded.attributes = Bounded(node.attributes);
-    d->nodes[index] = bounded;
+    d->nodes[index] = Bounded(node);
     emit SigNodeChanged(index);
     emit SigChanged();
     return true;

@@ -23,9 +23,9 @@ public:
     RpaNode FindNodeByName(const QString& name) const;
     int IndexOf(const QString& id) const;
 
-    // Appends. What comes from a foreign page is bounded: at most 256 attributes, names of 128 bytes, values
-    // of 16,384 characters. An empty or taken id is replaced by a fresh one, an empty or taken name by a free
-    // one ("按钮 2"). Returns the id.
+    // Appends. What comes from a foreign page is bounded: texts of 65,536 characters, at most 256 attributes,
+    // their names of 128 bytes, their values of 16,384 characters. An empty or taken id is replaced by a
+    // fresh one, an empty or taken name by a free one ("按钮 2"). Returns the id.
     QString AddNode(const RpaNode& node);
     // Replaces the node of the same id. False when there is none, or its name is empty or taken by another.
     bool UpdateNode(const RpaNode& node);
