@@ -96,6 +96,18 @@ function(rpa_add_module name)
         FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}")
 endfunction()
 
+# The parts of a program, compiled once and linked into the program and into its tests.
+#   rpa_add_program_parts(workstation_parts DIRS . settings SOURCES ... LINK ...)
+# DIRS are the folders whose headers are included by file name.
+function(rpa_add_program_parts name)
+    cmake_parse_arguments(arg "" "" "DIRS;SOURCES;LINK" ${ARGN})
+    add_library(${name} OBJECT ${arg_SOURCES})
+    _rpa_common(${name})
+    list(TRANSFORM arg_DIRS PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+    target_include_directories(${name} PUBLIC ${arg_DIRS})
+    target_link_libraries(${name} PUBLIC ${arg_LINK})
+endfunction()
+
 # A program.
 function(rpa_add_program name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
