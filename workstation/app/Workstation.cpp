@@ -1,0 +1,294 @@
+#include "Workstation.h"
+
+#include "AboutDialog.h"
+#include "AppDesk.h"
+#include "AppListModel.h"
+#include "AppListPage.h"
+#include "CloseGuard.h"
+#include "EditorPage.h"
+#include "MainWindow.h"
+#include "SampleInstaller.h"
+#include "ServerMark.h"
+#include "Session.h"
+#include "SettingsPage.h"
+#include "SignInPage.h"
+
+#include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaCore/RpaSuperDir.h>
+#include <RpaEditorCore/RpaEditorNotify.h>
+#include <RpaEditorLogic/RpaEditorLogic.h>
+#include <WbBaseUI/UIMain.h>
+#include <WbBaseUI/WbTheme.h>
+#include <WbBaseUI/WbToast.h>
+
+#include <QApplication>
+#include <QPalette>
+#include <QTextCodec>
+
+namespace
+{
+constexpr char apiVersion[] = "1.0.0";
+}
+
+void Workstation::PrepareProcess()
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts); // the web engine draws into the windows
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // A page shown in the embedded browser must not be able to open the process to a debugger.
+    qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
+    QCoreApplication::setOrganizationName(QStringLiteral("rpa-workstation"));
+    QCoreApplication::setApplicationName(QStringLiteral("rpa-workstation"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(RPA_WORKSTATION_VERSION));
+}
+
+Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
+    : QObject(parent), paths(places), lock(places.dataDir + QStringLiteral("/lock")),
+      settings(places.settingsFile),
+      systemIsDark(QApplication::palette().color(QPalette::Window).lightness() < 128)
+{
+    // Packages and their names pass through the local 8-bit encoding, whatever the machine's locale is.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    TellPlatform();
+    ApplyTheme();
+    CreateParts();
+    ConnectSession();
+    ConnectPages();
+    ConnectClosing();
+}
+
+Workstation::~Workstation()
+{
+    // The editor goes before what it works with.
+    editorPage->Discard();
+    window.reset();
+}
+
+bool Workstation::Start(QString* problem)
+{
+    if (!paths.Create()) {
+        *problem = QStringLiteral("无法创建工作站的数据目录：%1").arg(paths.dataDir);
+        return false;
+    }
+    lock.setStaleLockTime(0);
+    if (!lock.tryLock()) {
+        *problem = QStringLiteral("工作站已经在运行。");
+        return false;
+    }
+    window->show();
+    GoToServer();
+    return true;
+}
+
+void Workstation::TellPlatform()
+{
+    RpaGlobalDataManager::Instance()->SetApiVersion(QLatin1String(apiVersion));
+    RpaSuperDir::Instance()->SetTemplateDirs(paths.visualTemplateDir, paths.programTemplateDir);
+}
+
+void Workstation::CreateParts()
+{
+    session = std::make_unique<Session>(paths.serverProgram, paths.serverDataDir);
+    apps = std::make_unique<AppListModel>();
+    apps->SetDateLanguage(settings.GetDateLanguage());
+
+    window = std::make_unique<MainWindow>();
+    UIMain::Instance()->SetMainWidget(window.get());
+    signInPage = new SignInPage;
+    listPage = new AppListPage(apps.get());
+    editorPage = new EditorPage;
+    settingsPage = new SettingsPage(&settings);
+    window->AddPage(signInPage, QString());
+    window->AddPage(listPage, QString());
+    window->AddPage(editorPage, QStringLiteral("返回应用列表"));
+    window->AddPage(settingsPage, QStringLiteral("返回"));
+
+    desk = std::make_unique<AppDesk>(apps.get(), listPage);
+    samples = std::make_unique<SampleInstaller>();
+    closeGuard = std::make_unique<CloseGuard>(RpaEditorLogic::Instance()->GetSaveLedger());
+}
+
+void Workstation::ConnectSession()
+{
+    Session* s = session.get();
+    connect(s, &Session::SigServerChanged, this, [this](ServerState state, const QString& detail) {
+        window->GetServerMark()->Show(state, detail);
+        switch (state) {
+        case ServerState::Connecting:
+            signInPage->ShowBusy(QStringLiteral("正在连接版本服务…"));
+            break;
+        case ServerState::Connected:
+            signInPage->ShowReady();
+            break;
+        case ServerState::Broken:
+            signInPage->ShowBusy(QString());
+            signInPage->ShowProblem(detail);
+            break;
+        }
+    });
+    connect(s, &Session::SigServerDied, this,
+            [] { WbToast::Show(QStringLiteral("版本服务意外停止，正在重新启动"), ToastWarning); });
+    connect(s, &Session::SigSignedIn, this, [this](const QString& name) {
+        apps->SetAccount(session->GetPin());
+        settings.SetLastAccount(session->GetPin());
+        window->ShowAccount(name);
+        ApplySuperAdmin();
+        ShowAccounts();
+        if (window->CurrentPage() == signInPage) {
+            window->ShowPage(listPage);
+        }
+        InstallSamples();
+    });
+    connect(s, &Session::SigSignedOut, this, [this] {
+        window->ShowAccount(QString());
+        AskSignIn();
+    });
+    connect(s, &Session::SigRefused, signInPage, &SignInPage::ShowProblem);
+    connect(s, &Session::SigExpired, this, [this] {
+        // Work in the editor stays where it is: whoever signs in again finds it there.
+        WbToast::Show(QStringLiteral("登录已过期，请重新登录"), ToastWarning);
+        AskSignIn();
+    });
+}
+
+void Workstation::ConnectPages()
+{
+    connect(signInPage, &SignInPage::SigEnter, session.get(), &Session::EnterEmbedded);
+    connect(signInPage, &SignInPage::SigSignIn, session.get(), &Session::SignIn);
+    connect(signInPage, &SignInPage::SigRetry, session.get(), &Session::Retry);
+    connect(signInPage, &SignInPage::SigSettings, this, &Workstation::ShowSettings);
+
+    connect(listPage, &AppListPage::SigRefresh, desk.get(), &AppDesk::Refresh);
+    connect(listPage, &AppListPage::SigCreate, desk.get(), &AppDesk::Create);
+    connect(listPage, &AppListPage::SigRename, desk.get(), &AppDesk::Rename);
+    connect(listPage, &AppListPage::SigOpen, this, [this](const AppRecord& app) {
+        if (!editorPage->IsOpen() && window->CurrentPage() == listPage) {
+            window->ShowPage(editorPage);
+            editorPage->Open(app);
+        }
+    });
+
+    connect(settingsPage, &SettingsPage::SigSwitchAccount, this, &Workstation::SwitchAccount);
+    connect(settingsPage, &SettingsPage::SigUseServer, this, &Workstation::UseServer);
+    connect(settingsPage, &SettingsPage::SigAbout, this, [this] { AboutDialog(window.get()).exec(); });
+    connect(&settings, &WorkstationSettings::SigThemeChanged, this, &Workstation::ApplyTheme);
+    connect(&settings, &WorkstationSettings::SigSuperAdminChanged, this, &Workstation::ApplySuperAdmin);
+    connect(&settings, &WorkstationSettings::SigDateLanguageChanged, apps.get(),
+            &AppListModel::SetDateLanguage);
+
+    connect(window.get(), &MainWindow::SigSettings, this, &Workstation::ShowSettings);
+    connect(window.get(), &MainWindow::SigBack, this, [this](QWidget* from) {
+        if (from == editorPage) {
+            LeaveEditor();
+        } else {
+            window->ShowPage(pageBeforeSettings);
+        }
+    });
+}
+
+void Workstation::ConnectClosing()
+{
+    connect(window.get(), &MainWindow::SigCloseRequested, closeGuard.get(), &CloseGuard::RequestClose);
+    connect(closeGuard.get(), &CloseGuard::SigWaiting, this, [this] {
+        window->setEnabled(false);
+        WbToast::Show(QStringLiteral("正在等待保存完成…"));
+    });
+    connect(closeGuard.get(), &CloseGuard::SigMayClose, this, [this] {
+        editorPage->Discard();
+        session->End();
+        window->CloseForGood();
+        emit SigClosed();
+    });
+    connect(samples.get(), &SampleInstaller::SigFinished, this, [this](bool complete) {
+        settings.SetSamplesInstalled(complete);
+        desk->Refresh();
+    });
+}
+
+void Workstation::GoToServer()
+{
+    if (settings.GetEmbeddedServer()) {
+        session->UseEmbedded();
+    } else {
+        session->UseRemote(settings.GetServerAddress());
+    }
+    AskSignIn();
+}
+
+void Workstation::AskSignIn()
+{
+    if (session->IsEmbedded()) {
+        signInPage->AskEmbedded(session->GetEmbeddedNames(), 0);
+    } else {
+        signInPage->AskRemote(settings.GetServerAddress().toString(), settings.GetLastAccount());
+    }
+    ShowAccounts();
+    window->ShowPage(signInPage);
+}
+
+void Workstation::ShowSettings()
+{
+    if (window->CurrentPage() != settingsPage) {
+        pageBeforeSettings = window->CurrentPage();
+        window->ShowPage(settingsPage);
+    }
+}
+
+void Workstation::LeaveEditor()
+{
+    const QString appId = editorPage->GetApp().id;
+    if (editorPage->Leave()) {
+        window->ShowPage(listPage);
+        desk->RefreshAndSelect(appId);
+    }
+}
+
+void Workstation::SwitchAccount(int embeddedAccount)
+{
+    if (embeddedAccount != session->GetEmbeddedIndex() && editorPage->Leave()) {
+        pageBeforeSettings = listPage;
+        session->EnterEmbedded(embeddedAccount);
+    }
+    ShowAccounts();
+}
+
+void Workstation::UseServer(bool embedded, const QUrl& address)
+{
+    if (!editorPage->Leave()) {
+        return;
+    }
+    settings.SetServerAddress(address);
+    settings.SetEmbeddedServer(embedded);
+    session->SignOut();
+    GoToServer();
+}
+
+void Workstation::ApplyTheme()
+{
+    const ThemeChoice choice = settings.GetTheme();
+    const bool dark = choice == ThemeChoice::Dark || (choice == ThemeChoice::System && systemIsDark);
+    WbTheme::Instance()->Apply(dark ? WbTheme::Scheme::Dark : WbTheme::Scheme::Light);
+}
+
+void Workstation::ApplySuperAdmin()
+{
+    // With a server of one's own this is a matter of taste, with another's it is the server's to say.
+    RpaGlobalDataManager::Instance()->SetSuperAdmin(session->IsEmbedded() && settings.GetSuperAdmin());
+}
+
+void Workstation::ShowAccounts()
+{
+    const bool choice = session->IsEmbedded() && session->IsSignedIn();
+    settingsPage->ShowAccounts(choice ? session->GetEmbeddedNames() : QStringList(),
+                               session->GetEmbeddedIndex());
+}
+
+void Workstation::InstallSamples()
+{
+    if (session->IsEmbedded() && !settings.GetSamplesInstalled()) {
+        listPage->ShowLoading();
+        samples->Start();
+    } else {
+        desk->Refresh();
+    }
+}

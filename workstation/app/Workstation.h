@@ -1,0 +1,80 @@
+#pragma once
+
+#include "WorkstationPaths.h"
+#include "WorkstationSettings.h"
+
+#include <QLockFile>
+#include <QObject>
+
+#include <memory>
+
+class AppDesk;
+class AppListModel;
+class AppListPage;
+class CloseGuard;
+class EditorPage;
+class MainWindow;
+class SampleInstaller;
+class Session;
+class SettingsPage;
+class SignInPage;
+
+// Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
+// what they need and announces what happened.
+class Workstation : public QObject
+{
+    Q_OBJECT
+
+public:
+    // Before the application object is made: what has to be set that early.
+    static void PrepareProcess();
+
+    explicit Workstation(const WorkstationPaths& paths, QObject* parent = nullptr);
+    ~Workstation() override;
+
+    // Shows the window and goes to the configured server. False with a problem in the user's words when the
+    // workstation cannot run here.
+    bool Start(QString* problem);
+
+    MainWindow* GetWindow() const { return window.get(); }
+    Session* GetSession() const { return session.get(); }
+    WorkstationSettings* GetSettings() { return &settings; }
+
+signals:
+    // The window has been closed and the embedded server has ended.
+    void SigClosed();
+
+private:
+    void TellPlatform();
+    void CreateParts();
+    void ConnectSession();
+    void ConnectPages();
+    void ConnectClosing();
+
+    void GoToServer();
+    void AskSignIn();
+    void ShowSettings();
+    void LeaveEditor();
+    void SwitchAccount(int embeddedAccount);
+    void UseServer(bool embedded, const QUrl& address);
+    void ApplyTheme();
+    void ApplySuperAdmin();
+    void ShowAccounts();
+    void InstallSamples();
+
+    const WorkstationPaths paths;
+    QLockFile lock;
+    WorkstationSettings settings;
+    const bool systemIsDark;
+    std::unique_ptr<Session> session;
+    std::unique_ptr<AppListModel> apps;
+    std::unique_ptr<MainWindow> window; // owns the pages
+    SignInPage* signInPage = nullptr;
+    AppListPage* listPage = nullptr;
+    EditorPage* editorPage = nullptr;
+    SettingsPage* settingsPage = nullptr;
+    QWidget* pageBeforeSettings = nullptr;
+    std::unique_ptr<AppDesk> desk;
+    std::unique_ptr<SampleInstaller> samples;
+    std::unique_ptr<CloseGuard> closeGuard;
+};

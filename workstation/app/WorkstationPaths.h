@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+// Where the workstation keeps and finds things. All folders exist after Create().
+struct WorkstationPaths
+{
+    QString settingsFile;       // settings of this user, an .ini file
+    QString dataDir;            // everything below belongs to the workstation alone, mode 0700
+    QString serverDataDir;      // store of the embedded version server
+    QString visualTemplateDir;  // templates of visual apps
+    QString programTemplateDir; // templates of program apps
+    QString serverProgram;      // rpa-version-server
+
+    // The folders of the signed-in user of this machine, and the server that stands beside the program.
+    static WorkstationPaths ForThisUser();
+
+    // The same tree below one folder.
+    static WorkstationPaths Below(const QString& folder);
+
+    // False when a folder can neither be found nor made.
+    bool Create() const;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+// Draws an app as a card: its kind, name, creator and last change. The card's menu mark stands in its upper
+// right corner and is announced apart from the card itself.
+class AppCardDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit AppCardDelegate(QObject* parent = nullptr);
+
+    // Space a card takes in the grid, its margins included.
+    static QSize CardSize();
+
+    // Where the menu mark of a card is.
+    static QRect MenuRect(const QRect& item);
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override;
+
+signals:
+    // The menu mark was pressed.
+    void SigMenu(const QModelIndex& index, const QPoint& globalPos);
+};

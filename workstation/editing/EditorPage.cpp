@@ -1,0 +1,67 @@
+#include "EditorPage.h"
+
+#include <RpaCore/IRpaLifeCycle.h>
+#include <RpaCore/RobotExecuteInfo.h>
+#include <RpaEditorManager/RpaAppEditorWidget.h>
+
+#include <QVBoxLayout>
+
+namespace
+{
+RobotExecuteInfo LaunchInfo(const AppRecord& app)
+{
+    RobotExecuteInfo info;
+    info.SetAppId(app.id);
+    info.SetAppName(app.name);
+    info.SetCreator(app.creator);
+    info.SetOxsAppKey(app.oxsAppKey);
+    info.SetAppKind(app.kind);
+    return info;
+}
+} // namespace
+
+EditorPage::EditorPage(QWidget* parent) : WbBaseWidget(parent), layout(new QVBoxLayout(this))
+{
+    setObjectName(QStringLiteral("EditorPage"));
+    layout->setContentsMargins(0, 0, 0, 0);
+}
+
+EditorPage::~EditorPage() = default;
+
+void EditorPage::Open(const AppRecord& record)
+{
+    Discard();
+    app = record;
+    editor = new RpaAppEditorWidget(this);
+    layout->addWidget(editor);
+    editor->show();
+    editor->setFocus();
+    editor->SetExecuteInfo(LaunchInfo(app));
+}
+
+bool EditorPage::Leave()
+{
+    if (asking) {
+        return false;
+    }
+    if (!editor) {
+        return true;
+    }
+    asking = true;
+    const BeforeCloseResult answer = editor->BeforeClose();
+    asking = false;
+    if (answer == BeforeCloseResult::Refused) {
+        return false;
+    }
+    Discard();
+    return true;
+}
+
+void EditorPage::Discard()
+{
+    // Deleted at once: an editor that is merely hidden would go on hearing the answers meant for the next
+    // one.
+    delete editor;
+    editor = nullptr;
+    app = AppRecord();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <OxHttp/HttpObserverBase.h>
+
+#include <QObject>
+#include <QQueue>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+
+class VersionServiceClient;
+
+// One version of a sample app; what release it is given after it was saved (0: none, 1: gray, 2: online).
+struct SampleVersion
+{
+    QString name;
+    QString description;
+    QString dataFile;
+    int release = 0;
+};
+
+struct SampleApp
+{
+    QString name;
+    int kind = 0;
+    QVector<SampleVersion> versions;
+};
+
+// Puts the sample apps onto a service that has no app yet, by the way an author takes: create, save, release.
+class SampleInstaller : public QObject, public HttpObserverBase
+{
+    Q_OBJECT
+
+public:
+    explicit SampleInstaller(QObject* parent = nullptr);
+    ~SampleInstaller() override;
+
+    // The samples that come with the workstation.
+    static QVector<SampleApp> ReadSamples();
+
+    // Does nothing while it is under way.
+    void Start();
+
+    void OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest> request,
+                      QSharedPointer<IHttpResponse> response) override;
+
+signals:
+    // complete: the samples are there, or the service had apps already and needs none.
+    void SigFinished(bool complete);
+
+private:
+    void CreateNextApp();
+    void SaveNextVersion();
+    void Release();
+    void Finish(bool complete);
+
+    const std::unique_ptr<VersionServiceClient> client;
+    QQueue<SampleApp> apps;
+    QQueue<SampleVersion> versions; // of the app under way, the first one being saved
+    QString appId;
+    QString versionId;
+    QString identity;
+    bool running = false;
+};

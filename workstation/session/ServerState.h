@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QMetaType>
+
+// How the workstation stands with its version server.
+enum class ServerState
+{
+    Connecting,
+    Connected,
+    Broken,
+};
+
+Q_DECLARE_METATYPE(ServerState)

@@ -1,0 +1,198 @@
+#include "SignInPage.h"
+
+#include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbPushButton.h>
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QRadioButton>
+#include <QStackedWidget>
+
+namespace
+{
+WbLineEdit* Field(const char* objectName, const QString& caption, QVBoxLayout* layout, QWidget* parent)
+{
+    auto* field = new WbLineEdit(parent);
+    field->setObjectName(QLatin1String(objectName));
+    field->setAccessibleName(caption);
+    auto* label = new WbLabel(caption, parent);
+    label->setBuddy(field);
+    layout->addWidget(label);
+    layout->addWidget(field);
+    return field;
+}
+} // namespace
+
+SignInPage::SignInPage(QWidget* parent) : WbBaseWidget(parent)
+{
+    setObjectName(QStringLiteral("SignInPage"));
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(CreateCard());
+    row->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->addStretch(2);
+    layout->addLayout(row);
+    layout->addStretch(3);
+
+    connect(buttonEnter, &QPushButton::clicked, this, &SignInPage::SlotConfirm);
+    connect(buttonRetry, &QPushButton::clicked, this, &SignInPage::SigRetry);
+    connect(editAccount, &QLineEdit::textChanged, this, &SignInPage::UpdateButton);
+    connect(editPassword, &QLineEdit::textChanged, this, &SignInPage::UpdateButton);
+    connect(editAccount, &QLineEdit::returnPressed, editPassword, qOverload<>(&QWidget::setFocus));
+    connect(editPassword, &QLineEdit::returnPressed, this, &SignInPage::SlotConfirm);
+    UpdateButton();
+}
+
+SignInPage::~SignInPage() = default;
+
+QWidget* SignInPage::CreateCard()
+{
+    auto* card = new WbBaseWidget(this);
+    card->setObjectName(QStringLiteral("signInCard"));
+    card->setFixedWidth(420);
+    auto* title = new WbLabel(QStringLiteral("登录 RPA 工作站"), card);
+    title->setObjectName(QStringLiteral("labelSignInTitle"));
+    forms = new QStackedWidget(card);
+    forms->addWidget(CreateEmbeddedForm());
+    forms->addWidget(CreateRemoteForm());
+    labelState = new WbLabel(card);
+    labelState->setObjectName(QStringLiteral("labelState"));
+    labelState->setWordWrap(true);
+    buttonEnter = new WbPushButton(card, Wb::PrimaryButton);
+    buttonEnter->setObjectName(QStringLiteral("buttonEnter"));
+    buttonEnter->setAutoDefault(true);
+    buttonRetry = new WbPushButton(card, Wb::SecondaryButton);
+    buttonRetry->setObjectName(QStringLiteral("buttonRetry"));
+    buttonRetry->setText(QStringLiteral("重试"));
+    buttonRetry->hide();
+    auto* settings = new WbPushButton(card, Wb::SecondaryButton);
+    settings->setObjectName(QStringLiteral("buttonServerSettings"));
+    settings->setText(QStringLiteral("服务器设置"));
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(12);
+    buttons->addWidget(buttonEnter, 1);
+    buttons->addWidget(buttonRetry);
+    buttons->addWidget(settings);
+    auto* layout = new QVBoxLayout(card);
+    layout->setContentsMargins(32, 28, 32, 28);
+    layout->setSpacing(14);
+    layout->addWidget(title);
+    layout->addWidget(forms);
+    layout->addWidget(labelState);
+    layout->addLayout(buttons);
+    connect(settings, &QPushButton::clicked, this, &SignInPage::SigSettings);
+    return card;
+}
+
+QWidget* SignInPage::CreateEmbeddedForm()
+{
+    auto* form = new QWidget(this);
+    accounts = new QButtonGroup(form);
+    accountLayout = new QVBoxLayout(form);
+    accountLayout->setContentsMargins(0, 0, 0, 0);
+    accountLayout->setSpacing(10);
+    auto* hint = new WbLabel(QStringLiteral("使用本机的版本服务，数据只保存在这台电脑上。"), form);
+    accountLayout->addWidget(hint);
+    return form;
+}
+
+QWidget* SignInPage::CreateRemoteForm()
+{
+    auto* form = new QWidget(this);
+    auto* layout = new QVBoxLayout(form);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    labelAddress = new WbLabel(form);
+    labelAddress->setObjectName(QStringLiteral("labelAddress"));
+    labelAddress->setWordWrap(true);
+    layout->addWidget(labelAddress);
+    editAccount = Field("editAccount", QStringLiteral("账号"), layout, form);
+    editPassword = Field("editPassword", QStringLiteral("密码"), layout, form);
+    editPassword->setEchoMode(QLineEdit::Password);
+    return form;
+}
+
+void SignInPage::AskEmbedded(const QStringList& names, int current)
+{
+    for (QAbstractButton* old : accounts->buttons()) {
+        delete old;
+    }
+    for (int i = 0; i < names.size(); ++i) {
+        auto* choice = new QRadioButton(names.at(i), forms->widget(0));
+        choice->setObjectName(QStringLiteral("radioAccount%1").arg(i));
+        choice->setChecked(i == current);
+        accounts->addButton(choice, i);
+        accountLayout->addWidget(choice);
+    }
+    forms->setCurrentIndex(0);
+    buttonEnter->setText(QStringLiteral("进入工作站"));
+    UpdateButton();
+}
+
+void SignInPage::AskRemote(const QString& address, const QString& account)
+{
+    labelAddress->setText(QStringLiteral("版本服务：%1").arg(address));
+    editAccount->setText(account);
+    editPassword->clear();
+    forms->setCurrentIndex(1);
+    buttonEnter->setText(QStringLiteral("登录"));
+    (account.isEmpty() ? editAccount : editPassword)->setFocus();
+    UpdateButton();
+}
+
+void SignInPage::ShowBusy(const QString& text)
+{
+    ready = false;
+    labelState->setText(text);
+    buttonRetry->hide();
+    UpdateButton();
+}
+
+void SignInPage::ShowReady()
+{
+    ready = true;
+    labelState->clear();
+    buttonRetry->hide();
+    UpdateButton();
+    if (AsksEmbedded()) {
+        buttonEnter->setFocus();
+    }
+}
+
+void SignInPage::ShowProblem(const QString& text)
+{
+    labelState->setText(text);
+    buttonRetry->setVisible(!ready);
+    UpdateButton();
+}
+
+bool SignInPage::AsksEmbedded() const
+{
+    return forms->currentIndex() == 0;
+}
+
+void SignInPage::UpdateButton()
+{
+    const bool filled =
+        AsksEmbedded() || (!editAccount->text().trimmed().isEmpty() && !editPassword->text().isEmpty());
+    buttonEnter->setEnabled(ready && filled);
+}
+
+void SignInPage::SlotConfirm()
+{
+    if (!buttonEnter->isEnabled()) {
+        return;
+    }
+    if (AsksEmbedded()) {
+        emit SigEnter(accounts->checkedId());
+        return;
+    }
+    // The password lives no longer than the request needs it.
+    const QString password = editPassword->text();
+    editPassword->clear();
+    emit SigSignIn(editAccount->text().trimmed(), password);
+}

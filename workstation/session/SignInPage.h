@@ -1,0 +1,61 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseWidget.h>
+
+#include <QStringList>
+
+class QButtonGroup;
+class QStackedWidget;
+class QVBoxLayout;
+class WbLabel;
+class WbLineEdit;
+class WbPushButton;
+
+// Where the workstation starts: pick an account of the embedded server, or sign in to a configured one.
+class SignInPage : public WbBaseWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SignInPage(QWidget* parent = nullptr);
+    ~SignInPage() override;
+
+    // Asks for one of the embedded server's accounts.
+    void AskEmbedded(const QStringList& names, int current);
+
+    // Asks for account and password of the server at the address.
+    void AskRemote(const QString& address, const QString& account);
+
+    // While the server starts or is asked nothing can be confirmed; the text says what is going on.
+    void ShowBusy(const QString& text);
+
+    // The server can be asked now.
+    void ShowReady();
+
+    void ShowProblem(const QString& text);
+
+signals:
+    void SigEnter(int embeddedAccount);
+    void SigSignIn(const QString& account, const QString& password);
+    void SigSettings();
+    void SigRetry();
+
+private:
+    QWidget* CreateCard();
+    QWidget* CreateEmbeddedForm();
+    QWidget* CreateRemoteForm();
+    void SlotConfirm();
+    void UpdateButton();
+    bool AsksEmbedded() const;
+
+    QStackedWidget* forms = nullptr;
+    QButtonGroup* accounts = nullptr;
+    QVBoxLayout* accountLayout = nullptr;
+    WbLabel* labelAddress = nullptr;
+    WbLineEdit* editAccount = nullptr;
+    WbLineEdit* editPassword = nullptr;
+    WbLabel* labelState = nullptr;
+    WbPushButton* buttonEnter = nullptr;
+    WbPushButton* buttonRetry = nullptr;
+    bool ready = false;
+};

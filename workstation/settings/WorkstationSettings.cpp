@@ -1,0 +1,146 @@
+#include "WorkstationSettings.h"
+
+#include <QHostAddress>
+
+namespace
+{
+constexpr char embeddedKey[] = "server/embedded";
+constexpr char addressKey[] = "server/address";
+constexpr char accountKey[] = "server/account";
+constexpr char samplesKey[] = "server/samplesInstalled";
+constexpr char themeKey[] = "look/theme";
+constexpr char dateKey[] = "look/dateLanguage";
+constexpr char superAdminKey[] = "embedded/superAdmin";
+
+constexpr const char* themeNames[] = {"system", "light", "dark"};
+
+bool IsLoopback(const QString& host)
+{
+    return host == QLatin1String("localhost") || QHostAddress(host).isLoopback();
+}
+} // namespace
+
+WorkstationSettings::WorkstationSettings(const QString& file, QObject* parent)
+    : QObject(parent), store(file, QSettings::IniFormat)
+{
+    store.setIniCodec("UTF-8");
+}
+
+bool WorkstationSettings::Write(const char* key, const QVariant& value)
+{
+    const QString name = QLatin1String(key);
+    if (store.value(name) == value) {
+        return false;
+    }
+    store.setValue(name, value);
+    store.sync();
+    return true;
+}
+
+bool WorkstationSettings::GetEmbeddedServer() const
+{
+    return store.value(QLatin1String(embeddedKey), true).toBool();
+}
+
+void WorkstationSettings::SetEmbeddedServer(bool embedded)
+{
+    if (embedded != GetEmbeddedServer() && Write(embeddedKey, embedded)) {
+        emit SigServerChanged();
+    }
+}
+
+QUrl WorkstationSettings::GetServerAddress() const
+{
+    const QString text = store.value(QLatin1String(addressKey)).toString();
+    return AddressProblem(text).isEmpty() ? QUrl(text) : QUrl();
+}
+
+void WorkstationSettings::SetServerAddress(const QUrl& address)
+{
+    if (Write(addressKey, address.toString()) && !GetEmbeddedServer()) {
+        emit SigServerChanged();
+    }
+}
+
+QString WorkstationSettings::AddressProblem(const QString& text)
+{
+    const QUrl url(text.trimmed(), QUrl::StrictMode);
+    const QString scheme = url.scheme();
+    if (text.trimmed().isEmpty()) {
+        return QStringLiteral("请输入服务器地址");
+    }
+    if (!url.isValid() || url.host().isEmpty() ||
+        (scheme != QLatin1String("http") && scheme != QLatin1String("https"))) {
+        return QStringLiteral("地址应形如 https://rpa.example.com:8443");
+    }
+    if (!url.userInfo().isEmpty() || url.hasQuery() || url.hasFragment() || url.path().size() > 1) {
+        return QStringLiteral("地址只包含协议、主机和端口");
+    }
+    // The token travels with every request: in clear text it may only go to this machine.
+    if (scheme == QLatin1String("http") && !IsLoopback(url.host())) {
+        return QStringLiteral("远程服务器须使用 https:// 地址");
+    }
+    return {};
+}
+
+ThemeChoice WorkstationSettings::GetTheme() const
+{
+    const QString name = store.value(QLatin1String(themeKey)).toString();
+    for (int i = 0; i < 3; ++i) {
+        if (name == QLatin1String(themeNames[i])) {
+            return static_cast<ThemeChoice>(i);
+        }
+    }
+    return ThemeChoice::System;
+}
+
+void WorkstationSettings::SetTheme(ThemeChoice theme)
+{
+    if (Write(themeKey, QString::fromLatin1(themeNames[static_cast<int>(theme)]))) {
+        emit SigThemeChanged(theme);
+    }
+}
+
+DateLanguage WorkstationSettings::GetDateLanguage() const
+{
+    return DateLanguageFromKey(store.value(QLatin1String(dateKey)).toString());
+}
+
+void WorkstationSettings::SetDateLanguage(DateLanguage language)
+{
+    if (Write(dateKey, DateLanguageKey(language))) {
+        emit SigDateLanguageChanged(language);
+    }
+}
+
+QString WorkstationSettings::GetLastAccount() const
+{
+    return store.value(QLatin1String(accountKey)).toString();
+}
+
+void WorkstationSettings::SetLastAccount(const QString& account)
+{
+    Write(accountKey, account);
+}
+
+bool WorkstationSettings::GetSuperAdmin() const
+{
+    return store.value(QLatin1String(superAdminKey), false).toBool();
+}
+
+void WorkstationSettings::SetSuperAdmin(bool superAdmin)
+{
+    if (superAdmin != GetSuperAdmin() && Write(superAdminKey, superAdmin)) {
+        emit SigSuperAdminChanged(superAdmin);
+    }
+}
+
+bool WorkstationSettings::GetSamplesInstalled() const
+{
+    return store.value(QLatin1String(samplesKey), false).toBool();
+}
+
+void WorkstationSettings::SetSamplesInstalled(bool installed)
+{
+    Write(samplesKey, installed);
+}

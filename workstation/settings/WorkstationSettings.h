@@ -1,0 +1,64 @@
+#pragma once
+
+#include "DateLanguage.h"
+
+#include <QObject>
+#include <QSettings>
+#include <QUrl>
+
+// Colours of the workstation.
+enum class ThemeChoice
+{
+    System,
+    Light,
+    Dark,
+};
+
+// What the user chose, kept in one file. Setters write at once and announce a change only when there is one.
+class WorkstationSettings : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WorkstationSettings(const QString& file, QObject* parent = nullptr);
+
+    // True: the workstation starts a version server of its own; false: it speaks to ServerAddress().
+    bool GetEmbeddedServer() const;
+    void SetEmbeddedServer(bool embedded);
+
+    QUrl GetServerAddress() const;
+    void SetServerAddress(const QUrl& address);
+
+    // Why a text cannot be the address of a version server, in the user's words; empty when it can.
+    static QString AddressProblem(const QString& text);
+
+    ThemeChoice GetTheme() const;
+    void SetTheme(ThemeChoice theme);
+
+    DateLanguage GetDateLanguage() const;
+    void SetDateLanguage(DateLanguage language);
+
+    // Account id that was used last; offered again at the next sign-in.
+    QString GetLastAccount() const;
+    void SetLastAccount(const QString& account);
+
+    // Super administrator; only the embedded server's accounts can be switched.
+    bool GetSuperAdmin() const;
+    void SetSuperAdmin(bool superAdmin);
+
+    // Whether the sample apps were offered to the embedded server once.
+    bool GetSamplesInstalled() const;
+    void SetSamplesInstalled(bool installed);
+
+signals:
+    void SigServerChanged();
+    void SigThemeChanged(ThemeChoice theme);
+    void SigDateLanguageChanged(DateLanguage language);
+    void SigSuperAdminChanged(bool superAdmin);
+
+private:
+    // True when the value was another one.
+    bool Write(const char* key, const QVariant& value);
+
+    QSettings store;
+};

@@ -1,0 +1,130 @@
+#include "MainWindow.h"
+
+#include "ServerMark.h"
+#include "WindowStyle.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+#include <QStackedWidget>
+
+namespace
+{
+constexpr QSize smallest(1280, 720);
+constexpr char backTextProperty[] = "backText";
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    setWindowTitle(QStringLiteral("RPA 工作站"));
+    setMinimumSize(smallest);
+
+    pages = new QStackedWidget(this);
+    pages->setObjectName(QStringLiteral("stackPages"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(CreateHead());
+    layout->addWidget(pages, 1);
+    UpdateHead();
+    ApplyLook();
+
+    connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
+    connect(buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
+    connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &MainWindow::ApplyLook);
+    connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
+}
+
+MainWindow::~MainWindow() = default;
+
+QWidget* MainWindow::CreateHead()
+{
+    auto* head = new WbBaseWidget(this);
+    head->setObjectName(QStringLiteral("mainHead"));
+    head->setFixedHeight(DpiTool::ScaleDefault(48));
+    buttonBack = new WbPushButton(head, Wb::SecondaryButton);
+    buttonBack->setObjectName(QStringLiteral("buttonBack"));
+    buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
+    labelTitle = new WbLabel(QStringLiteral("RPA 工作站"), head);
+    labelTitle->setObjectName(QStringLiteral("labelTitle"));
+    serverMark = new ServerMark(head);
+    labelAccount = new WbLabel(head);
+    labelAccount->setObjectName(QStringLiteral("labelAccount"));
+    buttonSettings = new WbPushButton(head, Wb::SecondaryButton);
+    buttonSettings->setObjectName(QStringLiteral("buttonSettings"));
+    buttonSettings->setText(QStringLiteral("设置"));
+    buttonSettings->setIcon(WbIcons::Get(QStringLiteral("settings")));
+    buttonSettings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    auto* layout = new QHBoxLayout(head);
+    layout->setContentsMargins(28, 0, 28, 0);
+    layout->setSpacing(16);
+    layout->addWidget(buttonBack);
+    layout->addWidget(labelTitle);
+    layout->addStretch();
+    layout->addWidget(serverMark);
+    layout->addWidget(labelAccount);
+    layout->addWidget(buttonSettings);
+    return head;
+}
+
+void MainWindow::ApplyLook()
+{
+    setStyleSheet(WindowStyle());
+}
+
+void MainWindow::AddPage(QWidget* page, const QString& backText)
+{
+    page->setProperty(backTextProperty, backText);
+    pages->addWidget(page);
+    UpdateHead();
+}
+
+void MainWindow::ShowPage(QWidget* page)
+{
+    pages->setCurrentWidget(page);
+}
+
+QWidget* MainWindow::CurrentPage() const
+{
+    return pages->currentWidget();
+}
+
+void MainWindow::ShowAccount(const QString& name)
+{
+    signedIn = !name.isEmpty();
+    labelAccount->setText(name);
+    UpdateHead();
+}
+
+void MainWindow::UpdateHead()
+{
+    const QString back = CurrentPage() ? CurrentPage()->property(backTextProperty).toString() : QString();
+    buttonBack->setText(back);
+    buttonBack->setVisible(!back.isEmpty());
+    labelTitle->setVisible(back.isEmpty());
+    labelAccount->setVisible(signedIn);
+    buttonSettings->setVisible(signedIn);
+}
+
+void MainWindow::CloseForGood()
+{
+    mayClose = true;
+    close();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (mayClose) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    emit SigCloseRequested();
+}

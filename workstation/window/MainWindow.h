@@ -1,0 +1,57 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseWidget.h>
+
+class QStackedWidget;
+class ServerMark;
+class WbLabel;
+class WbPushButton;
+
+// The workstation's window: a head with the way back, the account and the server's state, and one page below
+// it.
+class MainWindow : public WbBaseWidget
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    // Adds a page; the first one is shown. backText: text of the button that leads away from it, empty for a
+    // page that nothing leads away from. Takes ownership.
+    void AddPage(QWidget* page, const QString& backText);
+
+    void ShowPage(QWidget* page);
+    QWidget* CurrentPage() const;
+
+    // Name of the signed-in user; empty before sign-in, which also takes away the settings button.
+    void ShowAccount(const QString& name);
+
+    ServerMark* GetServerMark() const { return serverMark; }
+
+    // Lets the window go without asking again.
+    void CloseForGood();
+
+signals:
+    void SigBack(QWidget* from);
+    void SigSettings();
+    // The user wants to close the window; it stays until CloseForGood().
+    void SigCloseRequested();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QWidget* CreateHead();
+    void ApplyLook();
+    void UpdateHead();
+
+    QStackedWidget* pages = nullptr;
+    WbPushButton* buttonBack = nullptr;
+    WbPushButton* buttonSettings = nullptr;
+    WbLabel* labelTitle = nullptr;
+    WbLabel* labelAccount = nullptr;
+    ServerMark* serverMark = nullptr;
+    bool signedIn = false;
+    bool mayClose = false;
+};

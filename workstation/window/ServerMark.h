@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ServerState.h"
+
+#include <QWidget>
+
+// A dot and a word that say how the workstation stands with its version server.
+class ServerMark : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ServerMark(QWidget* parent = nullptr);
+
+    // detail: where the server is, or what is wrong; shown as tool tip.
+    void Show(ServerState state, const QString& detail);
+
+    ServerState GetState() const { return state; }
+    QString GetText() const;
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    ServerState state = ServerState::Connecting;
+};
