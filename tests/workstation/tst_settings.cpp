@@ -1,0 +1,156 @@
+#include "WorkstationSettings.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_Settings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void startsWithTheEmbeddedServerAndTheSystemsLook();
+    void findsItsValuesAgainInTheFile();
+    void announcesAChangeOnlyWhenThereIsOne();
+    void refusesAddressesThatAreNoServer_data();
+    void refusesAddressesThatAreNoServer();
+    void givesNoAddressWhenTheFileHoldsABadOne();
+
+    void writesDatesInTheChosenLanguage_data();
+    void writesDatesInTheChosenLanguage();
+    void writesNothingForAnInvalidTime();
+    void keepsEveryDateLanguageByItsKey();
+
+private:
+    QString File() const
+    {
+        return folder.filePath(
+            QStringLiteral("%1.ini").arg(QString::fromLatin1(QTest::currentTestFunction())));
+    }
+
+    QTemporaryDir folder;
+};
+
+void tst_Settings::startsWithTheEmbeddedServerAndTheSystemsLook()
+{
+    const WorkstationSettings settings(File());
+
+    QVERIFY(settings.GetEmbeddedServer());
+    QVERIFY(settings.GetServerAddress().isEmpty());
+    QCOMPARE(settings.GetTheme(), ThemeChoice::System);
+    QCOMPARE(settings.GetDateLanguage(), DateLanguage::System);
+    QVERIFY(!settings.GetSuperAdmin());
+    QVERIFY(!settings.GetSamplesInstalled());
+}
+
+void tst_Settings::findsItsValuesAgainInTheFile()
+{
+    {
+        WorkstationSettings settings(File());
+        settings.SetEmbeddedServer(false);
+        settings.SetServerAddress(QUrl(QStringLiteral("https://rpa.example.com:8443")));
+        settings.SetTheme(ThemeChoice::Dark);
+        settings.SetDateLanguage(DateLanguage::Japanese);
+        settings.SetLastAccount(QStringLiteral("王小明"));
+        settings.SetSuperAdmin(true);
+        settings.SetSamplesInstalled(true);
+    }
+
+    const WorkstationSettings again(File());
+
+    QVERIFY(!again.GetEmbeddedServer());
+    QCOMPARE(again.GetServerAddress(), QUrl(QStringLiteral("https://rpa.example.com:8443")));
+    QCOMPARE(again.GetTheme(), ThemeChoice::Dark);
+    QCOMPARE(again.GetDateLanguage(), DateLanguage::Japanese);
+    QCOMPARE(again.GetLastAccount(), QStringLiteral("王小明"));
+    QVERIFY(again.GetSuperAdmin());
+    QVERIFY(again.GetSamplesInstalled());
+}
+
+void tst_Settings::announcesAChangeOnlyWhenThereIsOne()
+{
+    WorkstationSettings settings(File());
+    QSignalSpy themes(&settings, &WorkstationSettings::SigThemeChanged);
+    QSignalSpy servers(&settings, &WorkstationSettings::SigServerChanged);
+
+    settings.SetTheme(ThemeChoice::Light);
+    settings.SetTheme(ThemeChoice::Light);
+    settings.SetEmbeddedServer(true);
+    settings.SetServerAddress(QUrl(QStringLiteral("https://rpa.example.com")));
+    settings.SetEmbeddedServer(false);
+
+    QCOMPARE(themes.size(), 1);
+    QCOMPARE(servers.size(), 1);
+}
+
+void tst_Settings::refusesAddressesThatAreNoServer_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("https with port") << QStringLiteral("https://rpa.example.com:8443") << true;
+    QTest::newRow("https with a slash") << QStringLiteral("https://rpa.example.com/") << true;
+    QTest::newRow("http to this machine by name") << QStringLiteral("http://localhost:8080") << true;
+    QTest::newRow("http to this machine by number") << QStringLiteral("http://127.0.0.1:8080") << true;
+    QTest::newRow("blanks around it") << QStringLiteral("  https://rpa.example.com ") << true;
+    QTest::newRow("http to another machine") << QStringLiteral("http://rpa.example.com") << false;
+    QTest::newRow("nothing") << QString() << false;
+    QTest::newRow("no scheme") << QStringLiteral("rpa.example.com") << false;
+    QTest::newRow("a file") << QStringLiteral("file:///etc/passwd") << false;
+    QTest::newRow("no host") << QStringLiteral("https://") << false;
+    QTest::newRow("a path") << QStringLiteral("https://rpa.example.com/api") << false;
+    QTest::newRow("a query") << QStringLiteral("https://rpa.example.com?x=1") << false;
+    QTest::newRow("a password") << QStringLiteral("https://u:p@rpa.example.com") << false;
+    QTest::newRow("a bad port") << QStringLiteral("https://rpa.example.com:99999") << false;
+}
+
+void tst_Settings::refusesAddressesThatAreNoServer()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, good);
+
+    QCOMPARE(WorkstationSettings::AddressProblem(text).isEmpty(), good);
+}
+
+void tst_Settings::givesNoAddressWhenTheFileHoldsABadOne()
+{
+    QSettings(File(), QSettings::IniFormat)
+        .setValue(QStringLiteral("server/address"), QStringLiteral("http://evil.example.com"));
+
+    const WorkstationSettings settings(File());
+
+    QVERIFY(settings.GetServerAddress().isEmpty());
+}
+
+void tst_Settings::writesDatesInTheChosenLanguage_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Chinese") << QStringLiteral("zh") << QStringLiteral("2026年3月5日 14:07");
+    QTest::newRow("English") << QStringLiteral("en") << QStringLiteral("Mar 5, 2026 2:07 PM");
+    QTest::newRow("Japanese") << QStringLiteral("ja") << QStringLiteral("2026年3月5日 14:07");
+}
+
+void tst_Settings::writesDatesInTheChosenLanguage()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, text);
+
+    QCOMPARE(DateText(QDateTime(QDate(2026, 3, 5), QTime(14, 7)), DateLanguageFromKey(key)), text);
+}
+
+void tst_Settings::writesNothingForAnInvalidTime()
+{
+    QCOMPARE(DateText(QDateTime(), DateLanguage::Chinese), QString());
+}
+
+void tst_Settings::keepsEveryDateLanguageByItsKey()
+{
+    for (DateLanguage language : AllDateLanguages()) {
+        QCOMPARE(DateLanguageFromKey(DateLanguageKey(language)), language);
+        QVERIFY(!DateLanguageName(language).isEmpty());
+    }
+    QCOMPARE(DateLanguageFromKey(QStringLiteral("klingon")), DateLanguage::System);
+}
+
+QTEST_GUILESS_MAIN(tst_Settings)
+#include "tst_settings.moc"
