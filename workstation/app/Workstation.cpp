@@ -7,6 +7,7 @@
 #include "CloseGuard.h"
 #include "EditorPage.h"
 #include "MainWindow.h"
+#include "RpaResources.h"
 #include "SampleInstaller.h"
 #include "ServerMark.h"
 #include "Session.h"
@@ -49,6 +50,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
 {
     // Packages and their names pass through the local 8-bit encoding, whatever the machine's locale is.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    RpaResources::Init();
     TellPlatform();
     ApplyTheme();
     CreateParts();

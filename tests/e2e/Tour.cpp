@@ -1,0 +1,619 @@
+#include "Tour.h"
+
+#include "AppListModel.h"
+#include "MainWindow.h"
+#include "OtherClient.h"
+#include "ServerMark.h"
+#include "Session.h"
+#include "ToastWatcher.h"
+#include "Workstation.h"
+
+#include <RpaCore/RpaAppSnapshot.h>
+#include <RpaEditorCore/RpaSnapshotManager.h>
+#include <RpaEditorLogic/RpaEditorLogic.h>
+#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <WbBaseUI/ElidedLabelEx.h>
+#include <WbBaseUI/RequestStatusBaseWidget.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QListWidget>
+#include <QStackedWidget>
+#include <QTextEdit>
+
+#include <csignal>
+
+namespace
+{
+QWidget* Visible(const char* objectName)
+{
+    return TourDriver::Named(QLatin1String(objectName))();
+}
+
+template <typename Widget>
+Widget* VisibleAs(const char* objectName)
+{
+    return qobject_cast<Widget*>(Visible(objectName));
+}
+
+template <typename Widget>
+Widget* Anywhere(const char* objectName)
+{
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+        if (auto* found = top->findChild<Widget*>(QLatin1String(objectName))) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+TourDriver::Finder Named(const char* objectName)
+{
+    return TourDriver::Named(QLatin1String(objectName));
+}
+
+QTextEdit* InstructionsEdit()
+{
+    QWidget* page = Visible("textEditManual");
+    return page ? page->findChild<QTextEdit*>() : nullptr;
+}
+
+QString CurrentVersion()
+{
+    auto* combo = Anywhere<QComboBox>("version_combo");
+    return combo && combo->lineEdit() ? combo->lineEdit()->text() : QString();
+}
+
+RequestStatusBaseWidget* EditorStatus()
+{
+    return Anywhere<RequestStatusBaseWidget>("requestStatusWidget");
+}
+} // namespace
+
+Tour::Tour(Workstation* host, TourDriver* driver, ToastWatcher* watcher)
+    : workstation(host), d(driver), toasts(watcher)
+{
+}
+
+void Tour::Run()
+{
+    Arrive();
+    OpenApp();
+    WalkThroughPages();
+    Save();
+    UseDropDown();
+    SwitchVersions();
+    DeleteVersions();
+    LoseServer();
+    MeetNewerData();
+    LookAround();
+    Leave();
+}
+
+// ---- steps ----
+
+void Tour::Arrive()
+{
+    d->Step(QStringLiteral("start"), [this] {
+        d->Until(QStringLiteral("the server is ready"), [] {
+            QWidget* enter = Visible("buttonEnter");
+            return enter && enter->isEnabled();
+        });
+    });
+    d->Step(QStringLiteral("sign-in"), [this] {
+        d->Click(QStringLiteral("enter"), Named("buttonEnter"));
+        d->Until(
+            QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; },
+            std::chrono::seconds(60));
+    });
+    d->Step(QStringLiteral("app-list"), [this] {
+        d->Until(QStringLiteral("two sample apps"), [] {
+            auto* list = VisibleAs<QListView>("listApps");
+            return list && list->model()->rowCount() == 2;
+        });
+    });
+    d->Step(QStringLiteral("search-without-a-hit"), [this] {
+        d->Click(QStringLiteral("search"), Named("editSearch"));
+        d->Type(QStringLiteral("没有这个应用"));
+        d->Until(QStringLiteral("the empty state"), [] { return Visible("labelEmpty") != nullptr; });
+        d->TakePicture();
+        d->Key(Qt::Key_A, Qt::ControlModifier);
+        d->Key(Qt::Key_Delete);
+        d->Until(QStringLiteral("the list again"), [] { return Visible("listApps") != nullptr; });
+    });
+}
+
+void Tour::OpenApp()
+{
+    d->Step(QStringLiteral("open-app-loading"), [this] {
+        // A server that hesitates keeps the overlay on the screen for as long as it takes to look at it.
+        const auto server = pid_t(
+            d->OnGui([this] { return workstation->GetSession()->GetEmbeddedServer()->GetProcessId(); }));
+        ::kill(server, SIGSTOP);
+        try {
+            OpenFirstApp();
+            d->Until(QStringLiteral("the loading overlay"), [] {
+                RequestStatusBaseWidget* status = EditorStatus();
+                return status && status->isVisible() && status->GetStatus() == RequestStatus::Loading;
+            });
+            d->TakePicture();
+        } catch (...) {
+            ::kill(server, SIGCONT);
+            throw;
+        }
+        ::kill(server, SIGCONT);
+    });
+    d->Step(QStringLiteral("open-app"), [this] {
+        UntilLoaded();
+        d->Until(QStringLiteral("the app's name"), [] {
+            auto* name = VisibleAs<QLabel>("labelName");
+            return name && !name->text().isEmpty();
+        });
+    });
+}
+
+void Tour::WalkThroughPages()
+{
+    d->Step(QStringLiteral("page-process"), [this] {
+        GoToPage("pushButtonProcess");
+        d->Until(QStringLiteral("the process page"), [] { return Visible("pageProcess") != nullptr; });
+    });
+    d->Step(QStringLiteral("page-instructions"), [this] {
+        GoToPage("pushButtonExtend");
+        d->Until(QStringLiteral("the instructions page"),
+                 [] { return Visible("pageExtendInfo") != nullptr; });
+    });
+    d->Step(QStringLiteral("page-ui-design"), [this] {
+        GoToPage("pushButtonUI");
+        d->Until(QStringLiteral("the UI design page"), [] { return Visible("pageUIDesign") != nullptr; });
+    });
+    d->Step(QStringLiteral("edit-instructions"),
+            [this] { EditInstructions(QStringLiteral("导览者补充的一行说明。")); });
+}
+
+void Tour::Save()
+{
+    d->Step(QStringLiteral("save"), [this] {
+        d->OnGui([this] { toasts->Clear(); });
+        d->Click(QStringLiteral("save"), Named("pushButtonSave"));
+        UntilToast(QStringLiteral("保存成功"));
+    });
+    d->Step(QStringLiteral("save-as-dialog"), [this] {
+        d->Click(QStringLiteral("save as"), Named("pushButtonSaveAs"));
+        d->Until(QStringLiteral("the dialog"), [] { return Visible("comboBoxName") != nullptr; });
+        d->Click(QStringLiteral("name"), Named("comboBoxName"));
+        d->Type(QStringLiteral("评审版"));
+        d->Click(QStringLiteral("description"), Named("plainTextEdit"));
+        d->Type(QStringLiteral("供同事评审的版本"));
+    });
+    d->Step(QStringLiteral("save-as-new-name"), [this] {
+        d->Click(QStringLiteral("OK"), Named("pushButtonOK"));
+        UntilCurrent(QStringLiteral("评审版"));
+    });
+    d->Step(QStringLiteral("save-as-overwrite"), [this] {
+        EditInstructions(QStringLiteral("再改一行。"));
+        d->Click(QStringLiteral("save as"), Named("pushButtonSaveAs"));
+        d->Until(QStringLiteral("the dialog"), [] { return Visible("comboBoxName") != nullptr; });
+        d->Click(QStringLiteral("name"), Named("comboBoxName"));
+        d->Type(QStringLiteral("评审版"));
+        d->Until(QStringLiteral("the description of the version to overwrite"), [] {
+            auto* description = VisibleAs<QTextEdit>("plainTextEdit");
+            return description && description->toPlainText() == QStringLiteral("供同事评审的版本");
+        });
+        d->TakePicture();
+        d->Click(QStringLiteral("OK"), Named("pushButtonOK"));
+        d->Until(QStringLiteral("the dialog's end"), [] { return !Visible("comboBoxName"); });
+        UntilCurrent(QStringLiteral("评审版"));
+    });
+}
+
+void Tour::UseDropDown()
+{
+    d->Step(QStringLiteral("drop-down"), [this] {
+        OpenDropDown();
+        d->Until(QStringLiteral("rows of every state"),
+                 [] { return RowOf(QStringLiteral("评审版")) >= 0 && VersionList()->count() >= 5; });
+    });
+    d->Step(QStringLiteral("drop-down-delete-on-hover"), [this] {
+        HoverRow(QStringLiteral("评审版"));
+        d->TakePicture();
+        d->Key(Qt::Key_Escape);
+        d->Until(QStringLiteral("the drop-down's end"), [] { return VersionList() == nullptr; });
+    });
+}
+
+void Tour::SwitchVersions()
+{
+    const QString question = QStringLiteral("版本数据已修改，是否先保存当前版本？");
+    const QString other = QStringLiteral("开发版一");
+    d->Step(QStringLiteral("switch-cancel"), [=] {
+        EditInstructions(QStringLiteral("还没有保存。"));
+        OpenDropDown();
+        PressRow(other);
+        UntilBox(question);
+        d->TakePicture();
+        d->Click(QStringLiteral("cancel"), TourDriver::DialogButton(QStringLiteral("取消")));
+        UntilCurrent(QStringLiteral("评审版"));
+    });
+    d->Step(QStringLiteral("switch-yes"), [=] {
+        d->OnGui([this] { toasts->Clear(); });
+        OpenDropDown();
+        PressRow(other);
+        UntilBox(question);
+        d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
+        UntilToast(QStringLiteral("保存成功"));
+        UntilCurrent(other);
+        UntilLoaded();
+    });
+    d->Step(QStringLiteral("switch-no"), [=] {
+        EditInstructions(QStringLiteral("这一行不保存。"));
+        OpenDropDown();
+        PressRow(QStringLiteral("评审版"));
+        UntilBox(question);
+        d->Click(QStringLiteral("no"), TourDriver::DialogButton(QStringLiteral("否")));
+        UntilCurrent(QStringLiteral("评审版"));
+        d->Until(QStringLiteral("the saved text"), [] {
+            QTextEdit* edit = InstructionsEdit();
+            return edit && edit->toPlainText().contains(QStringLiteral("还没有保存。")) &&
+                   !edit->toPlainText().contains(QStringLiteral("这一行不保存。"));
+        });
+    });
+}
+
+void Tour::DeleteVersions()
+{
+    d->Step(QStringLiteral("delete-version"), [this] { DeleteVersion(QStringLiteral("评审版")); });
+    d->Step(QStringLiteral("delete-last-develop-version"), [this] {
+        DeleteVersion(QStringLiteral("开发版二"));
+        PressDelete(QStringLiteral("开发版一"));
+        UntilBox(QStringLiteral("至少需保留一个开发中版本"));
+        d->TakePicture();
+        d->Key(Qt::Key_Escape);
+        d->Until(QStringLiteral("the box's end"), [] { return !QApplication::activeModalWidget(); });
+    });
+}
+
+void Tour::LoseServer()
+{
+    d->Step(QStringLiteral("server-stopped"), [this] {
+        BackToList();
+        d->OnGui([this] { workstation->GetSession()->GetEmbeddedServer()->Stop(); });
+        OpenFirstApp();
+        d->Until(
+            QStringLiteral("the failed overlay"),
+            [] {
+                RequestStatusBaseWidget* status = EditorStatus();
+                return status && status->isVisible() && status->GetStatus() == RequestStatus::Failed;
+            },
+            std::chrono::seconds(90));
+    });
+    d->Step(QStringLiteral("refresh-after-restart"), [this] {
+        d->OnGui([this] { workstation->GetSession()->GetEmbeddedServer()->Start(); });
+        d->Until(QStringLiteral("the server is back"), [this] {
+            return workstation->GetWindow()->GetServerMark()->GetState() == ServerState::Connected;
+        });
+        d->Click(QStringLiteral("refresh"), []() -> QWidget* {
+            RequestStatusBaseWidget* status = EditorStatus();
+            for (auto* button :
+                 status ? status->findChildren<QAbstractButton*>() : QList<QAbstractButton*>()) {
+                if (button->isVisible()) {
+                    return button;
+                }
+            }
+            return nullptr;
+        });
+        UntilLoaded();
+    });
+    d->Step(QStringLiteral("server-crash"), [this] {
+        d->OnGui([this] {
+            toasts->Clear();
+            ::kill(pid_t(workstation->GetSession()->GetEmbeddedServer()->GetProcessId()), SIGKILL);
+        });
+        UntilToast(QStringLiteral("版本服务意外停止，正在重新启动"));
+        d->TakePicture();
+        d->Until(QStringLiteral("the server is back"), [this] {
+            return workstation->GetWindow()->GetServerMark()->GetState() == ServerState::Connected;
+        });
+        EditInstructions(QStringLiteral("重启之后保存。"));
+        d->Click(QStringLiteral("save"), Named("pushButtonSave"));
+        UntilToast(QStringLiteral("保存成功"));
+    });
+}
+
+void Tour::MeetNewerData()
+{
+    const QString newer = QStringLiteral("新客户端的版本");
+    const QString older = QStringLiteral("开发版一");
+    d->Step(QStringLiteral("data-of-a-newer-client"), [=] {
+        d->Click(QStringLiteral("save as"), Named("pushButtonSaveAs"));
+        d->Click(QStringLiteral("name"), Named("comboBoxName"));
+        d->Type(newer);
+        d->Click(QStringLiteral("OK"), Named("pushButtonOK"));
+        UntilCurrent(newer);
+        const QString versionId = d->OnGui([=] {
+            RpaSnapshotManager* versions = RpaEditorLogic::Instance()->GetDevSnapshotManager();
+            for (int i = 0; i < versions->GetCount(); ++i) {
+                if (versions->GetSnapshot(i)->GetName() == newer) {
+                    return versions->GetSnapshotId(i);
+                }
+            }
+            return QString();
+        });
+        OpenDropDown();
+        PressRow(older);
+        UntilCurrent(older);
+        UntilLoaded();
+
+        const auto [address, token, appId] = d->OnGui([=] {
+            return std::make_tuple(
+                VersionServiceSettings::Instance()->GetBaseUrl(),
+                VersionServiceSettings::Instance()->GetToken(),
+                RpaEditorLogic::Instance()->GetDevSnapshotManager()->GetSnapshot(0)->GetAppId());
+        });
+        OtherClient other(address, token);
+        if (!other.OverwriteAs(appId, versionId, QStringLiteral("9.0.0"))) {
+            throw TourFailure(other.GetProblem());
+        }
+
+        d->OnGui([this] { toasts->Clear(); });
+        OpenDropDown();
+        PressRow(newer);
+        UntilToast(QStringLiteral("当前版本过低，请更新为最新版本"));
+        d->TakePicture();
+        UntilLoaded();
+        UntilCurrent(older);
+        DeleteVersion(newer);
+    });
+}
+
+void Tour::LookAround()
+{
+    d->Step(QStringLiteral("close-guard-back-to-list-no"), [this] {
+        EditInstructions(QStringLiteral("这一行不要了。"));
+        d->Click(QStringLiteral("back"), Named("buttonBack"));
+        UntilBox(QStringLiteral("应用已经修改，是否保存？"));
+        d->Click(QStringLiteral("no"), TourDriver::DialogButton(QStringLiteral("否")));
+        d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
+    });
+    d->Step(QStringLiteral("settings"), [this] {
+        d->Click(QStringLiteral("settings"), Named("buttonSettings"));
+        d->Until(QStringLiteral("the settings"), [] { return Visible("comboTheme") != nullptr; });
+    });
+    d->Step(QStringLiteral("about"), [this] {
+        // The button may stand below the edge of the page.
+        d->OnGui([] { Anywhere<QWidget>("buttonAbout")->setFocus(); });
+        d->Key(Qt::Key_Space);
+        d->Until(QStringLiteral("the about box"), [] { return Visible("buttonCloseAbout") != nullptr; });
+        d->TakePicture();
+        d->Click(QStringLiteral("close"), Named("buttonCloseAbout"));
+        d->Until(QStringLiteral("the box's end"), [] { return !QApplication::activeModalWidget(); });
+    });
+    d->Step(QStringLiteral("settings-dark"), [this] {
+        d->OnGui([] { Anywhere<QComboBox>("comboTheme")->setFocus(); });
+        d->Key(Qt::Key_End);
+        d->Until(QStringLiteral("the dark scheme"),
+                 [] { return WbTheme::Instance()->GetScheme() == WbTheme::Scheme::Dark; });
+    });
+    d->Step(QStringLiteral("app-list-dark"), [this] {
+        d->Click(QStringLiteral("back"), Named("buttonBack"));
+        d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
+    });
+    d->Step(QStringLiteral("page-ui-design-dark"), [this] {
+        OpenFirstApp();
+        UntilLoaded();
+    });
+    d->Step(QStringLiteral("page-process-dark"), [this] { GoToPage("pushButtonProcess"); });
+    d->Step(QStringLiteral("page-instructions-dark"), [this] { GoToPage("pushButtonExtend"); });
+    d->Step(QStringLiteral("drop-down-dark"), [this] {
+        OpenDropDown();
+        HoverRow(QStringLiteral("开发版一"));
+        d->TakePicture();
+        d->Key(Qt::Key_Escape);
+    });
+    d->Step(QStringLiteral("save-as-dialog-dark"), [this] {
+        d->Click(QStringLiteral("save as"), Named("pushButtonSaveAs"));
+        d->Until(QStringLiteral("the dialog"), [] { return Visible("comboBoxName") != nullptr; });
+        d->TakePicture();
+        d->Click(QStringLiteral("cancel"), Named("pushButtonCancel"));
+        d->Until(QStringLiteral("the dialog's end"), [] { return !Visible("comboBoxName"); });
+    });
+}
+
+void Tour::Leave()
+{
+    const QString question = QStringLiteral("应用已经修改，是否保存？");
+    const auto closeWindow = [this] {
+        QMetaObject::invokeMethod(workstation->GetWindow(), &QWidget::close, Qt::QueuedConnection);
+    };
+    d->Step(QStringLiteral("close-guard-cancel"), [=] {
+        EditInstructions(QStringLiteral("最后一行。"));
+        closeWindow();
+        UntilBox(question);
+        d->TakePicture();
+        d->Click(QStringLiteral("cancel"), TourDriver::DialogButton(QStringLiteral("取消")));
+        d->Until(QStringLiteral("the window stays"), [this] {
+            return workstation->GetWindow()->isVisible() && !QApplication::activeModalWidget();
+        });
+    });
+    d->Step(QStringLiteral("close-guard-yes"), [=] {
+        const qint64 server =
+            d->OnGui([this] { return workstation->GetSession()->GetEmbeddedServer()->GetProcessId(); });
+        closeWindow();
+        UntilBox(question);
+        d->TakePicture();
+        d->OnGui([this] { toasts->Clear(); });
+        d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
+        d->Until(QStringLiteral("the window has closed"),
+                 [this] { return !workstation->GetWindow()->isVisible(); });
+        if (!d->OnGui([this] { return toasts->GetTexts().contains(QStringLiteral("保存成功")); })) {
+            throw TourFailure(QStringLiteral("the work was not saved before the window closed"));
+        }
+        if (::kill(pid_t(server), 0) == 0) {
+            throw TourFailure(QStringLiteral("the embedded server outlived the workstation"));
+        }
+    });
+}
+
+// ---- acts ----
+
+void Tour::OpenFirstApp()
+{
+    d->Until(QStringLiteral("a sample app in the list"), [] {
+        auto* list = VisibleAs<QListView>("listApps");
+        return list && list->model()->rowCount() > 0;
+    });
+    d->ClickAt(QStringLiteral("the visual sample"), Named("listApps"), [](QWidget* widget) {
+        auto* list = qobject_cast<QListView*>(widget);
+        QModelIndex index = list->model()->index(0, 0);
+        for (int i = 0; i < list->model()->rowCount(); ++i) {
+            if (list->model()->index(i, 0).data(AppListModel::KindRole).toInt() == AppKindVisual) {
+                index = list->model()->index(i, 0);
+            }
+        }
+        return list->viewport()->mapTo(list, list->visualRect(index).center());
+    });
+    d->Until(QStringLiteral("the editor's page"), [] { return Visible("RpaAppEditorWidget") != nullptr; });
+}
+
+void Tour::GoToPage(const char* button)
+{
+    d->Click(QLatin1String(button), Named(button));
+}
+
+void Tour::EditInstructions(const QString& text)
+{
+    GoToPage("pushButtonExtend");
+    d->Click(QStringLiteral("the instructions"), []() -> QWidget* { return InstructionsEdit(); });
+    d->Key(Qt::Key_End, Qt::ControlModifier);
+    d->Key(Qt::Key_Return);
+    d->Type(text);
+    d->Until(QStringLiteral("the typed text"), [text] {
+        QTextEdit* edit = InstructionsEdit();
+        return edit && edit->toPlainText().contains(text);
+    });
+}
+
+void Tour::OpenDropDown()
+{
+    // A press within a moment of the popup's end counts as the one that closed it; a guest then presses
+    // again.
+    d->ClickUntil(QStringLiteral("the version drop-down"), Named("version_combo"),
+                  [] { return VersionList() != nullptr; });
+}
+
+void Tour::PressRow(const QString& name)
+{
+    d->ClickAt(QStringLiteral("the version ") + name, Named("VersionComboBoxView"), [name](QWidget* widget) {
+        auto* list = qobject_cast<QListWidget*>(widget);
+        const int row = RowOf(name);
+        return row < 0 ? QPoint(-1, -1)
+                       : list->viewport()->mapTo(list, list->visualItemRect(list->item(row)).center());
+    });
+}
+
+void Tour::HoverRow(const QString& name)
+{
+    d->Hover(QStringLiteral("the version ") + name, [name]() -> QWidget* {
+        const int row = RowOf(name);
+        return row < 0 ? nullptr : VersionList()->itemWidget(VersionList()->item(row));
+    });
+    d->Until(QStringLiteral("the row's delete button"), [name] {
+        QWidget* item = VersionList()->itemWidget(VersionList()->item(RowOf(name)));
+        auto* button = item->findChild<QWidget*>(QStringLiteral("rpa_version_combo_delete"));
+        return button && button->isVisible();
+    });
+}
+
+void Tour::PressDelete(const QString& name)
+{
+    OpenDropDown();
+    HoverRow(name);
+    d->Click(QStringLiteral("delete"), [name]() -> QWidget* {
+        const int row = RowOf(name);
+        QWidget* item = row < 0 ? nullptr : VersionList()->itemWidget(VersionList()->item(row));
+        return item ? item->findChild<QWidget*>(QStringLiteral("rpa_version_combo_delete")) : nullptr;
+    });
+}
+
+void Tour::DeleteVersion(const QString& name)
+{
+    PressDelete(name);
+    UntilBox(QStringLiteral("确定要删除名称为%1的版本吗？").arg(name));
+    d->TakePicture();
+    d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
+    d->Until(QStringLiteral("the version is gone"), [name] {
+        RpaSnapshotManager* versions = RpaEditorLogic::Instance()->GetDevSnapshotManager();
+        for (int i = 0; i < versions->GetCount(); ++i) {
+            if (versions->GetSnapshot(i)->GetName() == name) {
+                return false;
+            }
+        }
+        return true;
+    });
+    UntilLoaded();
+}
+
+void Tour::BackToList()
+{
+    d->Click(QStringLiteral("back"), Named("buttonBack"));
+    d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
+}
+
+// ---- states ----
+
+void Tour::UntilLoaded()
+{
+    d->Until(QStringLiteral("a loaded version"), [] {
+        RequestStatusBaseWidget* status = EditorStatus();
+        return status && status->GetStatus() == RequestStatus::Succeeded && Visible("version_combo") &&
+               !CurrentVersion().isEmpty();
+    });
+}
+
+void Tour::UntilToast(const QString& text)
+{
+    d->Until(QStringLiteral("the notice ") + text,
+             [this, text] { return toasts->GetTexts().contains(text); });
+}
+
+void Tour::UntilBox(const QString& text)
+{
+    d->Until(QStringLiteral("the question ") + text, [text] {
+        QWidget* box = QApplication::activeModalWidget();
+        if (!box || !box->isVisible()) {
+            return false;
+        }
+        const auto labels = box->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [&](const QLabel* label) { return label->text() == text; });
+    });
+}
+
+void Tour::UntilCurrent(const QString& version)
+{
+    d->Until(QStringLiteral("the current version ") + version,
+             [version] { return CurrentVersion() == version && !QApplication::activeModalWidget(); });
+}
+
+QListWidget* Tour::VersionList()
+{
+    return VisibleAs<QListWidget>("VersionComboBoxView");
+}
+
+int Tour::RowOf(const QString& name)
+{
+    QListWidget* list = VersionList();
+    for (int row = 0; list && row < list->count(); ++row) {
+        QWidget* item = list->itemWidget(list->item(row));
+        auto* text =
+            item ? item->findChild<ElidedLabelEx*>(QStringLiteral("rpa_version_combo_text")) : nullptr;
+        if (text && text->GetText() == name) {
+            return row;
+        }
+    }
+    return -1;
+}

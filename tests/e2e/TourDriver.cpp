@@ -1,0 +1,276 @@
+#include "TourDriver.h"
+
+#include "TourReport.h"
+
+#include <QAbstractButton>
+#include <QCursor>
+#include <QDialog>
+#include <QInputMethodEvent>
+#include <QScreen>
+#include <QThread>
+#include <QWindow>
+#include <QtTest/qtest_widgets.h>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+constexpr auto lookEvery = std::chrono::milliseconds(15);
+
+// Popups take all input from other windows, modal windows from those below them.
+QWidget* InputRoot()
+{
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        return popup;
+    }
+    return QApplication::activeModalWidget();
+}
+
+QWidget* FindBelow(QWidget* root, const QString& objectName)
+{
+    if (root->isVisible() && root->objectName() == objectName) {
+        return root;
+    }
+    for (QWidget* child : root->findChildren<QWidget*>(objectName)) {
+        if (child->isVisible()) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+// The widget that would get a press at that place, when it is the widget meant or a part of it.
+QWidget* TargetAt(QWidget* widget, const QPoint& place)
+{
+    if (!widget || !widget->isVisible() || !widget->isEnabled() || !widget->rect().contains(place)) {
+        return nullptr;
+    }
+    QWidget* root = InputRoot();
+    if (root && root != widget->window() && !root->isAncestorOf(widget)) {
+        return nullptr;
+    }
+    QWidget* top = QApplication::widgetAt(widget->mapToGlobal(place));
+    return top == widget || (top && widget->isAncestorOf(top)) ? top : nullptr;
+}
+
+QPoint Middle(QWidget* widget)
+{
+    return widget->rect().center();
+}
+
+QWidget* KeyTarget()
+{
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        return popup->focusWidget() ? popup->focusWidget() : popup;
+    }
+    return QApplication::focusWidget();
+}
+} // namespace
+
+TourDriver::TourDriver(TourReport* reportTo, QWidget* mainWindow) : report(reportTo), window(mainWindow) {}
+
+void TourDriver::Step(const QString& name, const std::function<void()>& act)
+{
+    const auto start = Clock::now();
+    picture = QImage();
+    bool held = true;
+    QString message;
+    try {
+        act();
+    } catch (const TourFailure& failure) {
+        held = false;
+        message = QString::fromStdString(failure.what());
+    }
+    const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
+    if (picture.isNull() || !held) {
+        picture = Grab();
+    }
+    report->Add(name, held, ms, picture, message);
+    if (!held) {
+        CloseLeftovers();
+    }
+}
+
+void TourDriver::TakePicture()
+{
+    picture = Grab();
+}
+
+QImage TourDriver::Grab()
+{
+    return OnGui([this] {
+        // What was changed last is on the screen once the windows have painted.
+        for (QWindow* each : QGuiApplication::topLevelWindows()) {
+            each->requestUpdate();
+        }
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        const QRect frame = window->frameGeometry();
+        return window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();
+    });
+}
+
+void TourDriver::Until(const QString& what, const std::function<bool()>& condition,
+                       std::chrono::milliseconds within)
+{
+    const auto deadline = Clock::now() + within;
+    while (!OnGui(condition)) {
+        if (Clock::now() > deadline) {
+            throw TourFailure(QStringLiteral("waited in vain for: %1").arg(what));
+        }
+        QThread::msleep(lookEvery.count());
+    }
+}
+
+TourDriver::Finder TourDriver::Named(const QString& objectName)
+{
+    return [objectName]() -> QWidget* {
+        if (QWidget* root = InputRoot()) {
+            return FindBelow(root, objectName);
+        }
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (QWidget* found = FindBelow(top, objectName)) {
+                return found;
+            }
+        }
+        return nullptr;
+    };
+}
+
+TourDriver::Finder TourDriver::DialogButton(const QString& text)
+{
+    return [text]() -> QWidget* {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog) {
+            return nullptr;
+        }
+        for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
+            QString shown = button->text();
+            if (button->isVisible() &&
+                shown.remove(QLatin1Char('&')).section(QLatin1Char('('), 0, 0) == text) {
+                return button;
+            }
+        }
+        return nullptr;
+    };
+}
+
+void TourDriver::Click(const QString& what, const Finder& finder, Qt::MouseButton button)
+{
+    ClickAt(what, finder, &Middle, button);
+}
+
+void TourDriver::ClickAt(const QString& what, const Finder& finder,
+                         const std::function<QPoint(QWidget*)>& place, Qt::MouseButton button)
+{
+    QPointer<QWidget> target;
+    QPoint local;
+    Until(QStringLiteral("a click on %1").arg(what), [&] {
+        QWidget* widget = finder();
+        const QPoint inside = widget ? place(widget) : QPoint();
+        target = TargetAt(widget, inside);
+        if (target) {
+            local = target->mapFrom(widget, inside);
+        }
+        return !target.isNull();
+    });
+    Post([target, local, button] {
+        if (target) {
+            QCursor::setPos(target->mapToGlobal(local));
+            QTest::mousePress(target, button, Qt::NoModifier, local);
+        }
+        if (target) {
+            QTest::mouseRelease(target, button, Qt::NoModifier, local);
+        }
+    });
+}
+
+void TourDriver::ClickUntil(const QString& what, const Finder& finder, const std::function<bool()>& condition)
+{
+    constexpr int most = 5;
+    for (int i = 1;; ++i) {
+        Click(what, finder);
+        try {
+            Until(QStringLiteral("what a click on %1 brings").arg(what), condition,
+                  std::chrono::milliseconds(500));
+            return;
+        } catch (const TourFailure&) {
+            if (i == most) {
+                throw;
+            }
+        }
+    }
+}
+
+void TourDriver::Hover(const QString& what, const Finder& finder)
+{
+    Until(QStringLiteral("the mouse on %1").arg(what), [&] {
+        QWidget* widget = finder();
+        if (!TargetAt(widget, widget ? Middle(widget) : QPoint())) {
+            return false;
+        }
+        QCursor::setPos(widget->mapToGlobal(Middle(widget)));
+        return widget->underMouse();
+    });
+}
+
+void TourDriver::Type(const QString& text)
+{
+    Until(QStringLiteral("a place to type"), [] { return KeyTarget() != nullptr; });
+    const bool latin = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; });
+    Post([text, latin] {
+        if (latin) {
+            QTest::keyClicks(KeyTarget(), text);
+            return;
+        }
+        QInputMethodEvent commit;
+        commit.setCommitString(text);
+        QApplication::sendEvent(KeyTarget(), &commit);
+    });
+}
+
+void TourDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    Until(QStringLiteral("a place for a key"), [] { return KeyTarget() != nullptr; });
+    Post([key, modifiers] { QTest::keyClick(KeyTarget(), key, modifiers); });
+}
+
+void TourDriver::Post(const std::function<void()>& act)
+{
+    // Not waited for to its end: an act that opens a dialog returns when the dialog is closed.
+    auto begun = std::make_shared<std::atomic_bool>(false);
+    QMetaObject::invokeMethod(
+        qApp,
+        [act, begun] {
+            *begun = true;
+            act();
+        },
+        Qt::QueuedConnection);
+    const auto deadline = Clock::now() + std::chrono::seconds(20);
+    while (!*begun) {
+        if (Clock::now() > deadline) {
+            throw TourFailure(QStringLiteral("the window does not react"));
+        }
+        QThread::msleep(1);
+    }
+    // The act itself has run, or waits in a dialog of its own, once the event loop comes round again.
+    OnGui([] {});
+}
+
+void TourDriver::CloseLeftovers()
+{
+    for (int i = 0; i < 5; ++i) {
+        const bool open = OnGui([] {
+            if (QWidget* root = InputRoot()) {
+                root->close();
+                return true;
+            }
+            return false;
+        });
+        if (!open) {
+            return;
+        }
+        QThread::msleep(lookEvery.count());
+    }
+}

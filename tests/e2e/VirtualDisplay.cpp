@@ -1,0 +1,69 @@
+#include "VirtualDisplay.h"
+
+#include <QStandardPaths>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace
+{
+constexpr int startWithinMs = 15000;
+
+class BoundProcess : public QProcess
+{
+protected:
+    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
+};
+} // namespace
+
+VirtualDisplay::VirtualDisplay() = default;
+
+VirtualDisplay::~VirtualDisplay()
+{
+    for (auto process = processes.rbegin(); process != processes.rend(); ++process) {
+        (*process)->terminate();
+        if (!(*process)->waitForFinished(2000)) {
+            (*process)->kill();
+            (*process)->waitForFinished();
+        }
+    }
+}
+
+bool VirtualDisplay::Start(int width, int height)
+{
+    auto server = std::make_unique<BoundProcess>();
+    const QString screen = QStringLiteral("%1x%2x24").arg(width).arg(height);
+    server->setStandardErrorFile(QProcess::nullDevice());
+    server->start(QStringLiteral("Xvfb"),
+                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                   QStringLiteral("0"), screen, QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                   QStringLiteral("-noreset")});
+    if (!server->waitForStarted(startWithinMs)) {
+        problem = QStringLiteral("Xvfb is not installed");
+        return false;
+    }
+    QByteArray number;
+    while (!number.endsWith('\n') && server->waitForReadyRead(startWithinMs)) {
+        number += server->readAllStandardOutput();
+    }
+    if (!number.endsWith('\n')) {
+        problem = QStringLiteral("Xvfb did not come up");
+        return false;
+    }
+    name = QLatin1Char(':') + QString::fromLatin1(number.trimmed());
+    qputenv("DISPLAY", name.toLatin1());
+    qunsetenv("WAYLAND_DISPLAY");
+    processes.push_back(std::move(server));
+
+    // Without a window manager windows work too, only without frames.
+    if (!QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty()) {
+        auto manager = std::make_unique<BoundProcess>();
+        manager->setStandardErrorFile(QProcess::nullDevice());
+        manager->setStandardOutputFile(QProcess::nullDevice());
+        manager->start(QStringLiteral("openbox"), QStringList());
+        if (manager->waitForStarted(startWithinMs)) {
+            processes.push_back(std::move(manager));
+        }
+    }
+    return true;
+}
