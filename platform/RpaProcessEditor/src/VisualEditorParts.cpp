@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QToolBar>
 #include <QToolButton>
@@ -43,6 +44,8 @@ VisualEditorParts::~VisualEditorParts()
 {
     // The widgets are the host's and outlive this; they must not reach for the edits any more.
     // Their window may be half gone, so nothing may be built any more either.
+    const QSignalBlocker silentView(view);
+    const QSignalBlocker silentTabs(tabs);
     properties->LetGo();
     view->ShowProcess(nullptr, nullptr);
     tabs->SetEdits(nullptr);
