@@ -1,35 +1,15 @@
-#include "EditorDriver.h"
-#include "EditorWorld.h"
 #include "ModalDriver.h"
 #include "RecordingMonitor.h"
+#include "RunFixture.h"
 #include "TestApp.h"
 #include "ToastWatcher.h"
 
 #include <RpaEditorManager/RpaAppEditorWidget.h>
-#include <RpaEngineTool/IRpaInspector.h>
-#include <RpaEngineTool/RpaEngineTool.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
-
-namespace
-{
-// The author is capturing an element.
-class CapturingInspector : public IRpaInspector
-{
-public:
-    CapturingInspector() { RpaEngineTool::Instance()->SetHtmlInspector(this); }
-    bool IsCapturing() const override { return true; }
-};
-
-void Run(const EditorDriver& author, const QString& processName)
-{
-    QVERIFY(
-        QMetaObject::invokeMethod(author.Find("pageUIDesign"), "SigRunProcess", Q_ARG(QString, processName)));
-}
-} // namespace
 
 class UsageEventsTest : public QObject
 {
@@ -119,7 +99,7 @@ private slots:
         RecordingMonitor monitor;
         ToastWatcher toasts;
 
-        Run(author, QStringLiteral("主流程"));
+        Run::Start(author, QStringLiteral("主流程"));
 
         QCOMPARE(toasts.GetCount(), 1);
         QCOMPARE(monitor.GetEventIds(), QStringList(QStringLiteral("OXA_MyApplications_Execute")));
@@ -137,7 +117,7 @@ private slots:
         RecordingMonitor monitor;
         EditorDriver author;
 
-        Run(author, QStringLiteral("p"));
+        Run::Start(author, QStringLiteral("p"));
 
         const QJsonObject payload =
             QJsonDocument::fromJson(monitor.GetReports().first().params.first().toUtf8()).object();

@@ -72,10 +72,26 @@ QString EditorWorld::AddVersion(const RobotExecuteInfo& app, const QString& name
 {
     RpaAppData content;
     content.InitDefault();
-    content.GetAppExtendInfo()->SetAppId(app.GetAppId());
-    content.GetAppExtendInfo()->SetAppKind(app.GetAppKind());
     content.GetAppExtendInfo()->manual = instructions;
     content.SetVersion(apiVersion);
+    return Upload(app, name, description, content);
+}
+
+QString EditorWorld::AddVersion(const RobotExecuteInfo& app, const QString& name, const Fill& fill)
+{
+    RpaAppData content;
+    content.InitDefault();
+    content.SetVersion(QLatin1String(ApiVersion));
+    fill(content);
+    return Upload(app, name, QString(), content);
+}
+
+QString EditorWorld::Upload(const RobotExecuteInfo& app, const QString& name, const QString& description,
+                            const RpaAppData& content)
+{
+    content.GetAppExtendInfo()->SetAppId(app.GetAppId());
+    content.GetAppExtendInfo()->SetAppKind(app.GetAppKind());
+    const QString apiVersion = content.GetVersion();
     const QByteArray json = content.ToJson();
 
     QNetworkRequest request = Request(QStringLiteral("/apps/%1/versions").arg(app.GetAppId()));

@@ -11,8 +11,11 @@
 #include <QStringList>
 #include <QUrl>
 
+#include <functional>
+
 class QNetworkReply;
 class QNetworkRequest;
+class RpaAppData;
 
 // What an editor needs around it: a real version server with apps and versions on it, a signed-in author
 // ("author-1", the creator of every app made here) and the settings of a workstation.
@@ -38,6 +41,9 @@ public:
     QString AddVersion(const RobotExecuteInfo& app, const QString& name, const QString& description = {},
                        const QString& instructions = {},
                        const QString& apiVersion = QLatin1String(ApiVersion));
+    // The same with whatever content the test needs.
+    using Fill = std::function<void(RpaAppData& content)>;
+    QString AddVersion(const RobotExecuteInfo& app, const QString& name, const Fill& fill);
     // 1 gray, 2 online.
     void Release(const QString& versionId, int type);
     void Remove(const QString& versionId);
@@ -49,6 +55,8 @@ public:
     QString GetInstructions(const QString& versionId);
 
 private:
+    QString Upload(const RobotExecuteInfo& app, const QString& name, const QString& description,
+                   const RpaAppData& content);
     QNetworkRequest Request(const QString& path) const;
     QByteArray Finish(QNetworkReply* reply);
     QVector<QJsonObject> ListVersions(const RobotExecuteInfo& app);
