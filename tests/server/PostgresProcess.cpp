@@ -1,13 +1,14 @@
 #include "PostgresProcess.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTcpServer>
 
+#include <csignal>
 #include <unistd.h>
 
 namespace
@@ -38,24 +39,22 @@ bool PostgresProcess::IsInstalled()
     return !ProgramFolder().isEmpty();
 }
 
-// PostgreSQL refuses to run as root.
-bool PostgresProcess::RunAsPostgres(const QString& program, const QStringList& arguments)
+// PostgreSQL refuses to run as root, and must not outlive a test that crashes.
+void PostgresProcess::RunAsPostgres(QProcess& process, const QString& program, const QStringList& arguments)
 {
-    QProcess process;
+    QStringList all{QStringLiteral("--pdeathsig=QUIT")};
+    if (::geteuid() == 0)
+        all << QStringLiteral("--reuid=postgres") << QStringLiteral("--regid=postgres")
+            << QStringLiteral("--init-groups");
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardOutputFile(folder.filePath(QStringLiteral("output")), QIODevice::Append);
-    if (::geteuid() == 0)
-        process.start(QStringLiteral("setpriv"),
-                      QStringList{QStringLiteral("--reuid=postgres"), QStringLiteral("--regid=postgres"),
-                                  QStringLiteral("--init-groups"), program} +
-                          arguments);
-    else
-        process.start(program, arguments);
-    if (process.waitForFinished(60000) && process.exitCode() == 0)
-        return true;
+    process.start(QStringLiteral("setpriv"), all + QStringList{program} + arguments);
+}
+
+QByteArray PostgresProcess::Output() const
+{
     QFile output(folder.filePath(QStringLiteral("output")));
-    errorText = output.open(QIODevice::ReadOnly) ? output.readAll() : process.errorString().toUtf8();
-    return false;
+    return output.open(QIODevice::ReadOnly) ? output.readAll() : QByteArray();
 }
 
 bool PostgresProcess::Start()
@@ -71,31 +70,41 @@ bool PostgresProcess::Start()
         QProcess::execute(QStringLiteral("chown"),
                           {QStringLiteral("-R"), QStringLiteral("postgres"), folder.path()});
     const QString data = work + QStringLiteral("/data");
-    if (!RunAsPostgres(ProgramFolder() + QStringLiteral("initdb"),
-                       {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("app"),
-                        QStringLiteral("-A"), QStringLiteral("scram-sha-256"),
-                        QStringLiteral("--pwfile=") + passwordFile.fileName(), QStringLiteral("-E"),
-                        QStringLiteral("UTF8"), QStringLiteral("--locale=C.UTF-8")}))
+    QProcess create;
+    RunAsPostgres(create, ProgramFolder() + QStringLiteral("initdb"),
+                  {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("app"),
+                   QStringLiteral("-A"), QStringLiteral("scram-sha-256"),
+                   QStringLiteral("--pwfile=") + passwordFile.fileName(), QStringLiteral("-E"),
+                   QStringLiteral("UTF8"), QStringLiteral("--locale=C.UTF-8")});
+    if (!create.waitForFinished(60000) || create.exitCode() != 0)
         return false;
     port = FreePort();
-    const QString options =
-        QStringLiteral("-p %1 -c fsync=off -c listen_addresses=127.0.0.1 -c unix_socket_directories=%2")
-            .arg(port)
-            .arg(work);
-    started = RunAsPostgres(ProgramFolder() + QStringLiteral("pg_ctl"),
-                            {QStringLiteral("-D"), data, QStringLiteral("-w"), QStringLiteral("-l"),
-                             work + QStringLiteral("/log"), QStringLiteral("-o"), options,
-                             QStringLiteral("start")});
-    return started;
+    // Durability is not what is tried here, so nothing waits for the disk.
+    RunAsPostgres(server, ProgramFolder() + QStringLiteral("postgres"),
+                  {QStringLiteral("-D"), data, QStringLiteral("-p"), QString::number(port),
+                   QStringLiteral("-c"), QStringLiteral("listen_addresses=127.0.0.1"), QStringLiteral("-c"),
+                   QStringLiteral("unix_socket_directories=") + work, QStringLiteral("-c"),
+                   QStringLiteral("fsync=off")});
+    return WaitUntilReady();
+}
+
+bool PostgresProcess::WaitUntilReady()
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (elapsed.elapsed() < 30000 && !server.waitForFinished(50)) {
+        if (Output().contains("ready to accept connections"))
+            return true;
+    }
+    return false;
 }
 
 PostgresProcess::~PostgresProcess()
 {
-    if (started)
-        RunAsPostgres(ProgramFolder() + QStringLiteral("pg_ctl"),
-                      {QStringLiteral("-D"), folder.filePath(QStringLiteral("work/data")),
-                       QStringLiteral("-m"), QStringLiteral("immediate"), QStringLiteral("-w"),
-                       QStringLiteral("stop")});
+    if (server.state() == QProcess::NotRunning)
+        return;
+    ::kill(static_cast<pid_t>(server.processId()), SIGQUIT);
+    server.waitForFinished();
 }
 
 QString PostgresProcess::NewDatabase()

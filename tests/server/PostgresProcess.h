@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -19,14 +20,15 @@ public:
     // "postgresql://…" of a database with nothing in it.
     QString NewDatabase();
 
-    QByteArray ErrorText() const { return errorText; }
+    QByteArray ErrorText() const { return Output(); }
 
 private:
-    bool RunAsPostgres(const QString& program, const QStringList& arguments);
+    void RunAsPostgres(QProcess& process, const QString& program, const QStringList& arguments);
+    QByteArray Output() const;
+    bool WaitUntilReady();
 
     QTemporaryDir folder{QStringLiteral("/tmp/rpa-postgres-XXXXXX")};
-    QByteArray errorText;
+    QProcess server;
     int port = 0;
     int databases = 0;
-    bool started = false;
 };

@@ -173,7 +173,7 @@ void StoreTest::keepsABodyByteForByte()
 {
     QByteArray body(3 * 1024 * 1024, Qt::Uninitialized);
     for (int i = 0; i < body.size(); ++i)
-        body[i] = static_cast<char>((i * 7919) >> 3);
+        body[i] = static_cast<char>((static_cast<unsigned>(i) * 7919u) >> 3);
     const Version version = Save(QStringLiteral("版本1"), body);
 
     const auto found = store->FindVersion(version.id);
