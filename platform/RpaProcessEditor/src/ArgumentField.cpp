@@ -95,6 +95,7 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
         });
     }
     message->setObjectName(QStringLiteral("labelProblem"));
+    message->setProperty("wbRole", QStringLiteral("error"));
     message->setWordWrap(true);
     message->setTextFormat(Qt::PlainText);
     message->hide();
@@ -108,6 +109,7 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
     layout->addWidget(message);
     BuildEditor();
     ShowProblem();
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
 }
 
 bool ArgumentField::MayBePython() const
@@ -324,9 +326,6 @@ void ArgumentField::ShowProblem()
     const QString problem = Problem(info, text, offers);
     message->setText(problem);
     message->setVisible(!problem.isEmpty());
-    QPalette palette = message->palette();
-    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::DangerText));
-    message->setPalette(palette);
 }
 
 QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& text,

@@ -53,7 +53,9 @@ CodeFindBar::CodeFindBar(CodeEdit* searched, QWidget* parent)
     auto* next = AddButton(top, QStringLiteral("chevron-down"), QStringLiteral("findNextButton"),
                            QStringLiteral("下一个（F3）"));
     top->addWidget(caseBox);
+    top->addSpacing(12);
     top->addWidget(wordBox);
+    top->addSpacing(12);
     top->addWidget(count);
     top->addStretch();
     auto* close = AddButton(top, QStringLiteral("close"), QStringLiteral("findCloseButton"),

@@ -21,6 +21,7 @@ bool ColourOf(Style style, WbColor& colour)
     case Style::Operator:
     case Style::Import:
     case Style::Preprocessor:
+    case Style::Variable:
         colour = WbColor::CodeKeyword;
         return true;
     case Style::String:

@@ -2,7 +2,6 @@
 
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
-#include <WbBaseUI/WbTheme.h>
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,9 +21,7 @@ ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, 
     edit->setPlaceholderText(QStringLiteral("流程名称"));
     edit->setAccessibleName(QStringLiteral("流程名称"));
     problem->setObjectName(QStringLiteral("labelNameProblem"));
-    QPalette palette = problem->palette();
-    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::DangerText));
-    problem->setPalette(palette);
+    problem->setProperty("wbRole", QStringLiteral("error"));
     okButton->setObjectName(QStringLiteral("pushButtonNameOk"));
     okButton->setText(QStringLiteral("确定"));
     okButton->setDefault(true);

@@ -35,9 +35,7 @@ QLabel* Secondary(const QString& text)
     auto* label = new QLabel(text);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::TextSecondary));
-    label->setPalette(palette);
+    label->setProperty("wbRole", QStringLiteral("secondary"));
     return label;
 }
 } // namespace
@@ -143,7 +141,7 @@ void PropertyPanel::Build()
             layout->addWidget(BuildOutput(*info));
     }
     layout->addWidget(BuildNote());
-    layout->addStretch();
+    layout->addStretch(1);
     setWidget(content);
 }
 
@@ -192,9 +190,7 @@ QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
     auto* problem = new QLabel(QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头"));
     problem->setObjectName(QStringLiteral("labelOutputProblem"));
     problem->setWordWrap(true);
-    QPalette palette = problem->palette();
-    palette.setColor(QPalette::WindowText, WbTheme::Instance()->Color(WbColor::DangerText));
-    problem->setPalette(palette);
+    problem->setProperty("wbRole", QStringLiteral("error"));
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
@@ -222,6 +218,7 @@ void PropertyPanel::CheckOutput()
 QWidget* PropertyPanel::BuildNote()
 {
     auto* widget = new QWidget;
+    widget->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* label = new QLabel(QStringLiteral("备注"));
     auto* edit = new QPlainTextEdit;
     edit->setObjectName(QStringLiteral("textEditNote"));

@@ -15,7 +15,6 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSplitter>
-#include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -30,7 +29,7 @@ QString WithKeys(const QString& text, const QList<QKeySequence>& keys)
 } // namespace
 
 VisualEditorParts::VisualEditorParts(QWidget* editor)
-    : host(editor), bar(new QToolBar), tabs(new ProcessTabs), palette(new CommandPalette),
+    : host(editor), bar(new QWidget), tabs(new ProcessTabs), palette(new CommandPalette),
       view(new StatementView), properties(new PropertyPanel), checks(new CheckPane),
       quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
 {
@@ -54,7 +53,9 @@ VisualEditorParts::~VisualEditorParts()
 void VisualEditorParts::BuildLayout()
 {
     bar->setObjectName(QStringLiteral("processToolBar"));
-    bar->setIconSize(QSize(DpiTool::ScaleDefault(16), DpiTool::ScaleDefault(16)));
+    auto* barLayout = new QHBoxLayout(bar);
+    barLayout->setContentsMargins(0, 0, DpiTool::ScaleDefault(6), 0);
+    barLayout->setSpacing(DpiTool::ScaleDefault(2));
     auto* middle = new QWidget;
     auto* top = new QHBoxLayout;
     top->setContentsMargins(0, 0, 0, 0);
@@ -104,13 +105,15 @@ QAction* VisualEditorParts::Add(const QString& name, const QString& text, const 
     menu->addAction(action);
     if (icon.isEmpty())
         return action;
-    action->setIcon(WbIcons::Get(icon));
+    const bool red = icon == QLatin1String("breakpoint");
+    action->setIcon(WbIcons::Get(icon, red ? WbColor::Breakpoint : WbColor::TextSecondary));
     action->setToolTip(WithKeys(text, keys));
-    bar->addAction(action);
-    if (QWidget* button = bar->widgetForAction(action)) {
-        button->setObjectName(name + QStringLiteral("Button"));
-        button->setAccessibleName(text);
-    }
+    auto* button = new QToolButton;
+    button->setObjectName(name + QStringLiteral("Button"));
+    button->setDefaultAction(action);
+    button->setAutoRaise(true);
+    button->setAccessibleName(text);
+    bar->layout()->addWidget(button);
     return action;
 }
 

@@ -17,7 +17,6 @@ class ProcessTabs;
 class PropertyPanel;
 class QAction;
 class QMenu;
-class QToolBar;
 class StatementView;
 
 // The parts of the visual editor and how they work together.
@@ -55,7 +54,7 @@ private:
     void AddCommand(const QString& command);
 
     QWidget* host;
-    QToolBar* bar;
+    QWidget* bar;
     ProcessTabs* tabs;
     CommandPalette* palette;
     StatementView* view;

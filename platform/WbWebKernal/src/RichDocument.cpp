@@ -45,12 +45,13 @@ RichDocument::RichDocument(QSharedPointer<RichImages> pictures, QObject* parent)
     : QTextDocument(parent), images(std::move(pictures))
 {
     setDocumentMargin(16);
-    setDefaultStyleSheet(QStringLiteral("p { margin-top: 4px; margin-bottom: 4px; }"
-                                        "h1 { margin-top: 12px; margin-bottom: 6px; }"
-                                        "h2 { margin-top: 10px; margin-bottom: 5px; }"
-                                        "h3 { margin-top: 8px; margin-bottom: 4px; }"
-                                        "li { margin-top: 2px; margin-bottom: 2px; }"
-                                        "table { border-collapse: collapse; }"));
+    setDefaultStyleSheet(
+        QStringLiteral("p { margin-top: 4px; margin-bottom: 4px; }"
+                       "h1 { margin-top: 12px; margin-bottom: 6px; }"
+                       "h2 { margin-top: 10px; margin-bottom: 5px; }"
+                       "h3 { margin-top: 8px; margin-bottom: 4px; }"
+                       "li { margin-top: 2px; margin-bottom: 2px; }"
+                       "table { border-collapse: collapse; margin-top: 6px; margin-bottom: 6px; }"));
 }
 
 void RichDocument::LoadHtml(const QString& html)

@@ -195,15 +195,32 @@ void RichFormatBar::AddParagraphFormats()
     Add(RichGlyph::Indent, QStringLiteral("toolIndent"), QStringLiteral("增加缩进"),
         QKeySequence(Qt::CTRL + Qt::Key_BracketRight),
         [this] { RichFormats::ChangeIndent(view->textCursor(), 1); });
-    const auto align = [this](Qt::Alignment alignment) {
-        return [this, alignment] { RichFormats::SetAlignment(view->textCursor(), alignment); };
-    };
-    left = AddToggle(RichGlyph::AlignLeft, QStringLiteral("toolAlignLeft"), QStringLiteral("左对齐"),
-                     QKeySequence(Qt::CTRL + Qt::Key_L), align(Qt::AlignLeft));
-    centre = AddToggle(RichGlyph::AlignCentre, QStringLiteral("toolAlignCentre"), QStringLiteral("居中"),
-                       QKeySequence(Qt::CTRL + Qt::Key_E), align(Qt::AlignHCenter));
-    right = AddToggle(RichGlyph::AlignRight, QStringLiteral("toolAlignRight"), QStringLiteral("右对齐"),
-                      QKeySequence(Qt::CTRL + Qt::Key_R), align(Qt::AlignRight));
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("menuAlign"));
+    left = AddAlignment(*menu, RichGlyph::AlignLeft, QStringLiteral("toolAlignLeft"),
+                        QStringLiteral("左对齐"), Qt::Key_L, Qt::AlignLeft);
+    centre = AddAlignment(*menu, RichGlyph::AlignCentre, QStringLiteral("toolAlignCentre"),
+                          QStringLiteral("居中"), Qt::Key_E, Qt::AlignHCenter);
+    right = AddAlignment(*menu, RichGlyph::AlignRight, QStringLiteral("toolAlignRight"),
+                         QStringLiteral("右对齐"), Qt::Key_R, Qt::AlignRight);
+    alignButton = AddMenu(RichGlyph::AlignLeft, QStringLiteral("toolAlign"), QStringLiteral("对齐"), menu);
+}
+
+QAction* RichFormatBar::AddAlignment(QMenu& menu, RichGlyph glyph, const QString& name, const QString& text,
+                                     Qt::Key key, Qt::Alignment alignment)
+{
+    QAction* action = menu.addAction(RichIcon(glyph), text);
+    action->setObjectName(name);
+    action->setCheckable(true);
+    action->setShortcut(QKeySequence(Qt::CTRL + key));
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    scope->addAction(action);
+    connect(action, &QAction::triggered, this, [this, alignment] {
+        RichFormats::SetAlignment(view->textCursor(), alignment);
+        view->setFocus();
+        Refresh();
+    });
+    return action;
 }
 
 void RichFormatBar::AddInsertions()
@@ -228,7 +245,7 @@ void RichFormatBar::AddEditing()
         [this] { emit SigFindAsked(); });
 }
 
-void RichFormatBar::AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu)
+QToolButton* RichFormatBar::AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu)
 {
     auto* button = new QToolButton;
     button->setObjectName(name);
@@ -238,6 +255,7 @@ void RichFormatBar::AddMenu(RichGlyph glyph, const QString& name, const QString&
     button->setPopupMode(QToolButton::InstantPopup);
     button->setMenu(menu);
     addWidget(button);
+    return button;
 }
 
 void RichFormatBar::AddColourMenu(RichGlyph glyph, const QString& name, const QString& text, bool background)
@@ -284,6 +302,9 @@ void RichFormatBar::Refresh()
     centre->setChecked(alignment == Qt::AlignHCenter);
     right->setChecked(alignment == Qt::AlignRight);
     left->setChecked(!centre->isChecked() && !right->isChecked());
+    alignButton->setIcon(centre->isChecked()  ? centre->icon()
+                         : right->isChecked() ? right->icon()
+                                              : left->icon());
     heading->setCurrentIndex(RichFormats::Heading(cursor));
     undo->setEnabled(view->document()->isUndoAvailable());
     redo->setEnabled(view->document()->isRedoAvailable());

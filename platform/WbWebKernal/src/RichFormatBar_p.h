@@ -9,6 +9,7 @@
 
 class QComboBox;
 class QMenu;
+class QToolButton;
 class RichTextView;
 
 // The buttons over the page. Shows how the text at the cursor is formatted and formats the selection.
@@ -41,7 +42,9 @@ private:
     void AddInsertions();
     void AddEditing();
     void AddColourMenu(RichGlyph glyph, const QString& name, const QString& text, bool background);
-    void AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu);
+    QAction* AddAlignment(QMenu& menu, RichGlyph glyph, const QString& name, const QString& text, Qt::Key key,
+                          Qt::Alignment alignment);
+    QToolButton* AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu);
     void ConnectView();
 
     void MergeInline(const QTextCharFormat& format);
@@ -60,6 +63,7 @@ private:
     QAction* left = nullptr;
     QAction* centre = nullptr;
     QAction* right = nullptr;
+    QToolButton* alignButton = nullptr;
     QAction* undo = nullptr;
     QAction* redo = nullptr;
 };

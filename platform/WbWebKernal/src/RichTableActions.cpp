@@ -108,6 +108,8 @@ void InsertTable(RichTextView& view, int rows, int columns)
     format.setBorderCollapse(true);
     format.setCellSpacing(0);
     format.setCellPadding(6);
+    format.setTopMargin(6);
+    format.setBottomMargin(6);
     format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
     QTextCursor cursor = view.textCursor();
     cursor.beginEditBlock();

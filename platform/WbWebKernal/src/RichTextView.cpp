@@ -8,7 +8,6 @@
 #include <QGuiApplication>
 #include <QHelpEvent>
 #include <QMimeData>
-#include <QPainter>
 #include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QTextList>
@@ -293,21 +292,6 @@ void RichTextView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::ControlModifier) &&
         !address.isEmpty())
         emit SigLinkActivated(address);
-}
-
-void RichTextView::paintEvent(QPaintEvent* event)
-{
-    QTextEdit::paintEvent(event);
-    if (!current->isEmpty() || textCursor().currentList())
-        return;
-    // QTextEdit's own placeholder is one line and starts at the page's edge.
-    QPainter painter(viewport());
-    QColor colour = palette().color(QPalette::Text);
-    colour.setAlphaF(0.5);
-    painter.setPen(colour);
-    const int margin = qRound(current->documentMargin());
-    painter.drawText(viewport()->rect().adjusted(margin + 2, margin + 4, -margin, -margin),
-                     Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, placeholderText());
 }
 
 bool RichTextView::event(QEvent* event)
