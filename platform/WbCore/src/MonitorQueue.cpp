@@ -35,6 +35,9 @@ void MonitorQueue::Open(const QString& queueFolder, int maximum)
 
 void MonitorQueue::Close()
 {
+    // What is on disk is read again by the next Open().
+    if (lock)
+        events.clear();
     lock.reset();
 }
 
