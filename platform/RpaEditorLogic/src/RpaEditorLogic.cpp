@@ -1,4 +1,6 @@
-#include "VersionService_p.h"
+#include "VersionChanges_p.h"
+#include "VersionLoads_p.h"
+#include "VersionSaves_p.h"
 
 #include <OxBase/OxBlocker.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
@@ -8,7 +10,10 @@
 class RpaEditorLogic::Private
 {
 public:
-    VersionService service;
+    VersionContext context;
+    VersionSaves saves{&context};
+    VersionLoads loads{&context};
+    VersionChanges changes{&context};
 };
 
 namespace
@@ -29,7 +34,7 @@ RpaEditorLogic::RpaEditorLogic() : d(std::make_unique<Private>())
 {
     // While there still is an application: threads must not outlive it, and answers may still be shown.
     qAddPostRoutine(ShutDownWithApplication);
-    OxBlocker::SetOutstandingQuery([this] { return d->service.GetLedger()->HasSavesInFlight(); });
+    OxBlocker::SetOutstandingQuery([this] { return d->context.ledger.HasSavesInFlight(); });
 }
 
 RpaEditorLogic::~RpaEditorLogic()
@@ -39,50 +44,56 @@ RpaEditorLogic::~RpaEditorLogic()
 
 void RpaEditorLogic::SaveAppSnapshotInfo(const QSharedPointer<SaveAppSnapshotInfoRequest>& request)
 {
-    d->service.Save(request);
+    d->saves.Save(request);
 }
 
 void RpaEditorLogic::UpdateAppSnapshotInfo(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request)
 {
-    d->service.Update(request);
+    d->saves.Update(request);
 }
 
 void RpaEditorLogic::DeleteAppSnapshotInfo(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request)
 {
-    d->service.Delete(request);
+    d->changes.Delete(request);
 }
 
 void RpaEditorLogic::GetSnapshotList(const QSharedPointer<GetSnapshotListRequest>& request)
 {
-    d->service.List(request);
+    d->loads.List(request);
 }
 
 void RpaEditorLogic::GetDevSnapshotData(const QSharedPointer<GetDevSnapshotDataRequest>& request)
 {
-    d->service.Data(request);
+    d->loads.Data(request);
 }
 
 void RpaEditorLogic::GrayOrRelease(const QSharedPointer<GrayOrReleaseRequest>& request)
 {
-    d->service.Release(request);
+    d->changes.Release(request);
 }
 
 RpaSnapshotManager* RpaEditorLogic::GetDevSnapshotManager() const
 {
-    return d->service.GetManager();
+    return &d->context.manager;
 }
 
 SaveLedger* RpaEditorLogic::GetSaveLedger() const
 {
-    return d->service.GetLedger();
+    return &d->context.ledger;
 }
 
 void RpaEditorLogic::Shutdown()
 {
-    d->service.Shutdown();
+    // Loads that wait for their turn are sent first, so that they are answered with the others.
+    d->context.spacer.Flush();
+    d->context.transport.Shutdown();
 }
 
 void RpaEditorLogic::Forget()
 {
-    d->service.Forget();
+    Shutdown();
+    d->context.manager.Forget();
+    d->context.ledger.Forget();
+    d->context.spacer.Forget();
+    d->context.shownAppId.clear();
 }

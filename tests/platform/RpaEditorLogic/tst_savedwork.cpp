@@ -62,7 +62,8 @@ private slots:
     void sendsASaveIntoAVersionThatVanished();
     void keepsACreatedVersionInAListThatWasReadBefore();
     void keepsADeletedVersionOutOfAListThatWasReadBefore();
-    void ignoresTheListOfAnAppThatIsNoLongerShown();
+    void answersAnOvertakenListAsTheOneThatIsShown_data();
+    void answersAnOvertakenListAsTheOneThatIsShown();
     void keepsASaveOfAnotherAppOutOfTheList();
     void goesOnAfterAnOverwriteWhoseAnswerWasLost();
     void goesOnAfterANewVersionWhoseAnswerWasLost();
@@ -369,22 +370,40 @@ void SavedWorkTest::keepsADeletedVersionOutOfAListThatWasReadBefore()
     QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
 }
 
-void SavedWorkTest::ignoresTheListOfAnAppThatIsNoLongerShown()
+void SavedWorkTest::answersAnOvertakenListAsTheOneThatIsShown_data()
 {
+    QTest::addColumn<int>("firstDelay");
+    QTest::addColumn<int>("secondDelay");
+
+    QTest::newRow("the overtaken one comes first") << 0 << 80;
+    QTest::newRow("the overtaken one comes last") << 80 << 0;
+}
+
+void SavedWorkTest::answersAnOvertakenListAsTheOneThatIsShown()
+{
+    QFETCH(const int, firstDelay);
+    QFETCH(const int, secondDelay);
     EditorLogicFixture fixture;
+    QStringList shownAtDelivery;
+    fixture.answers.reaction = [&](const auto&) {
+        shownAtDelivery.append(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0));
+    };
     auto other = fixture.Version(v2, 1);
     other.appId = QStringLiteral("app2");
-    fixture.server.Enqueue(Late(VersionReplies::List({fixture.Version(v1, 1)})));
-    fixture.server.Enqueue(VersionReplies::List({other}));
+    fixture.server.SetScript([=](const FaultServer::Request& request) {
+        return request.path.contains("app2")
+                   ? Late(VersionReplies::List({other}), std::chrono::milliseconds(secondDelay))
+                   : Late(VersionReplies::List({EditorLogicFixture::Version(v1, 1)}),
+                          std::chrono::milliseconds(firstDelay));
+    });
 
     fixture.List(QStringLiteral("app1"));
-    QTRY_COMPARE(fixture.server.GetRequestCount(), 1);
     fixture.List(QStringLiteral("app2"));
 
     QVERIFY(fixture.answers.WaitFor(2));
     QVERIFY(fixture.answers.At(0).response->IsSuccess());
-    QVERIFY(!fixture.answers.At(1).response->IsSuccess());
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
+    QVERIFY(fixture.answers.At(1).response->IsSuccess());
+    QCOMPARE(shownAtDelivery, QStringList({v2, v2}));
 }
 
 void SavedWorkTest::keepsASaveOfAnotherAppOutOfTheList()

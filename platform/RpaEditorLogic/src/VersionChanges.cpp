@@ -1,0 +1,104 @@
+#include "ServiceRoutes_p.h"
+#include "VersionChanges_p.h"
+
+#include <OxHttp/HttpNotifyManager.h>
+
+using namespace ServiceAnswers;
+
+VersionChanges::VersionChanges(VersionContext* sharedContext) : context(sharedContext) {}
+
+void VersionChanges::Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request)
+{
+    const QString id = request->GetSnapshotId();
+    context->queue.Enqueue(id, [this, request, id] {
+        const QString refusal =
+            ServiceRoutes::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法删除");
+        // The author decided by what the list shows, so the newest revision heard of is the one that is
+        // meant.
+        const int revision = context->manager.GetNewestRevision(id);
+        context->SendOrRefuse(refusal, ServiceRoutes::DeleteVersion(id, revision, ServiceRoutes::NewKey()),
+                              [this, request](const WbHttpAnswer& answer) { OnDeleted(request, answer); });
+    });
+}
+
+void VersionChanges::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
+                               const WbHttpAnswer& answer)
+{
+    const QString id = request->GetSnapshotId();
+    // Gone already, by the service's own word: what was asked for is so.
+    const bool isGone = answer.status == 404 && !RefusalCode(answer).isEmpty();
+    const QString failure = isGone ? QString() : ReasonOf(answer, true);
+    if (failure.isEmpty()) {
+        context->manager.Remove(id);
+        context->journal.Removed(id);
+    }
+    if (answer.error == WbHttpError::None && answer.status == 412)
+        LearnRevisions(context->shownAppId);
+    context->queue.Finish(id);
+    context->Notify(NotifyDeleteAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(),
+                    failure);
+}
+
+// The author was told that somebody else changed the version; whoever deletes it now means what is there now.
+void VersionChanges::LearnRevisions(const QString& appId)
+{
+    if (!ServiceRoutes::IsValidId(appId))
+        return;
+    context->transport.Send(ServiceRoutes::ListVersions(appId), [this](const WbHttpAnswer& answer) {
+        const auto records = answer.IsSuccess() ? ReadVersions(answer.body) : std::nullopt;
+        for (const VersionRecord& record : records.value_or(QVector<VersionRecord>()))
+            context->manager.SetListedRevision(record.snapshot->GetId(), record.revision);
+    });
+}
+
+void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request)
+{
+    const QString id = request->GetSnapshotId();
+    // Asked now, not when its turn comes: behind a save that is under way it would release what nobody has
+    // seen.
+    const QString refusal = ReleaseRefusal(*request);
+    context->queue.Enqueue(id, [this, request, id, refusal] {
+        const int base = context->manager.GetBaseRevision(id);
+        context->SendOrRefuse(
+            refusal,
+            ServiceRoutes::ReleaseVersion(id, request->GetPublishType(), base, ServiceRoutes::NewKey()),
+            [this, request](const WbHttpAnswer& answer) { OnReleased(request, answer); });
+    });
+}
+
+QString VersionChanges::ReleaseRefusal(const GrayOrReleaseRequest& request) const
+{
+    if (!ServiceRoutes::IsValidId(request.GetSnapshotId()))
+        return QStringLiteral("版本不存在，无法发布");
+    switch (context->ledger.GetOutcome(request.GetSnapshotId())) {
+    case SaveLedger::Outcome::InFlight:
+        return QStringLiteral("该版本正在保存，请稍后再操作");
+    case SaveLedger::Outcome::Failed:
+        return QStringLiteral("该版本上次保存未成功，请重新保存后再操作");
+    case SaveLedger::Outcome::Unknown:
+    case SaveLedger::Outcome::Confirmed:
+        break;
+    }
+    return {};
+}
+
+void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request,
+                                const WbHttpAnswer& answer)
+{
+    const QString id = request->GetSnapshotId();
+    const auto record = answer.IsSuccess() ? ReadRelease(answer.body) : std::nullopt;
+    const QString failure = ReasonOf(answer, record && record->version.snapshot->GetId() == id);
+    auto response = QSharedPointer<GrayOrReleaseResponse>::create();
+    if (failure.isEmpty()) {
+        response->SetResult(record->result);
+        response->SetNeedTip(record->needTip);
+        // A release that did not take effect was not held against our revision.
+        if (record->result == 1)
+            context->manager.SetBaseRevision(id, record->version.revision);
+        context->TakeListed(record->version);
+    }
+    context->queue.Finish(id);
+    response->SetOutcome(failure.isEmpty(),
+                         failure.isEmpty() && record->result == 0 ? record->message : failure);
+    HttpNotifyManager::Instance()->Notify(NotifyGrayOrRelease, request, response);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "VersionContext_p.h"
+
+// Deletion and release: what changes a version without touching its content.
+class VersionChanges
+{
+public:
+    // The context outlives this object.
+    explicit VersionChanges(VersionContext* context);
+
+    void Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request);
+    void Release(const QSharedPointer<GrayOrReleaseRequest>& request);
+
+private:
+    void OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const WbHttpAnswer& answer);
+    void LearnRevisions(const QString& appId);
+    QString ReleaseRefusal(const GrayOrReleaseRequest& request) const;
+    void OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const WbHttpAnswer& answer);
+
+    VersionContext* const context;
+};

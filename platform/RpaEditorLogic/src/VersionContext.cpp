@@ -1,0 +1,47 @@
+#include "VersionContext_p.h"
+
+#include <OxHttp/HttpNotifyManager.h>
+
+using namespace ServiceAnswers;
+
+QString ReasonOf(const WbHttpAnswer& answer, bool isUsable)
+{
+    if (answer.IsSuccess())
+        return isUsable ? QString() : UnusableText();
+    return FailureText(answer);
+}
+
+void VersionContext::SendOrRefuse(const QString& refusal, const WbHttpRequest& route,
+                                  const ServiceTransport::Done& done)
+{
+    if (refusal.isEmpty()) {
+        transport.Send(route, done);
+        return;
+    }
+    WbHttpAnswer answer;
+    answer.error = WbHttpError::BadRequest;
+    answer.errorText = refusal;
+    transport.AnswerLocally(answer, done);
+}
+
+void VersionContext::Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,
+                            const QSharedPointer<SnapshotResponse>& response, const QString& failure)
+{
+    response->SetOutcome(failure.isEmpty(), failure);
+    HttpNotifyManager::Instance()->Notify(notifyId, request, response);
+}
+
+void VersionContext::TakeSaved(const VersionRecord& record)
+{
+    manager.SetBaseRevision(record.snapshot->GetId(), record.revision);
+    TakeListed(record);
+}
+
+void VersionContext::TakeListed(const VersionRecord& record)
+{
+    manager.SetListedRevision(record.snapshot->GetId(), record.revision);
+    // A save of an app that is no longer shown must not appear among the versions of the one that is.
+    if (shownAppId.isEmpty() || record.snapshot->GetAppId() == shownAppId)
+        manager.AddOrReplace(record.snapshot);
+    journal.Wrote(record);
+}

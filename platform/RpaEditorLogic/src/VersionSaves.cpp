@@ -1,0 +1,136 @@
+#include "VersionSaves_p.h"
+
+#include <RpaCore/RpaGlobalDataManager.h>
+#include <WbFoundation/Utils.h>
+
+using namespace ServiceAnswers;
+
+VersionSaves::VersionSaves(VersionContext* sharedContext) : context(sharedContext) {}
+
+SaveOrder VersionSaves::OrderOf(const RpaAppSnapshotPtr& snapshot)
+{
+    SaveOrder order;
+    order.key = ServiceRoutes::NewKey();
+    if (!snapshot)
+        return order;
+    order.appId = snapshot->GetAppId();
+    order.versionId = snapshot->GetId();
+    order.content = {snapshot->GetName(), snapshot->GetDesc(), snapshot->GetApiVersion(),
+                     snapshot->GetAppData()};
+    return order;
+}
+
+void VersionSaves::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& request)
+{
+    const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
+    const QString refusal =
+        ServiceRoutes::IsValidId(order.appId) ? QString() : QStringLiteral("应用信息不完整，无法保存");
+    context->ledger.Begin(QString());
+    context->SendOrRefuse(
+        refusal, ServiceRoutes::CreateVersion(order.appId, order.content, order.key),
+        [this, request, order](const WbHttpAnswer& answer) { OnCreated(request, order, answer); });
+}
+
+void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request,
+                             const SaveOrder& order, const WbHttpAnswer& answer)
+{
+    if (context->unsettled.MayExplain(order, answer)) {
+        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const WbHttpAnswer& end) {
+            OnCreated(request, again, end);
+        });
+        return;
+    }
+    const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
+    const bool isUsable = record && record->snapshot->GetAppId() == order.appId;
+    const QString failure = ReasonOf(answer, isUsable);
+    if (failure.isEmpty()) {
+        request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
+        context->TakeSaved(*record);
+        context->unsettled.Settle(order);
+        context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
+    } else {
+        context->unsettled.Note(order, answer);
+        context->ledger.Fail(order.appId, QString(), failure);
+    }
+    context->Notify(NotifySaveAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(), failure);
+    context->ledger.End();
+}
+
+void VersionSaves::Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request)
+{
+    const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
+    context->ledger.Begin(order.versionId);
+    context->spacer.Restart(QStringLiteral("data/") + order.versionId);
+    context->queue.Enqueue(order.versionId, [this, request, order] { SendUpdate(request, order); });
+}
+
+void VersionSaves::SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order)
+{
+    order.base = context->manager.GetBaseRevision(order.versionId);
+    context->SendOrRefuse(
+        UpdateRefusal(order),
+        ServiceRoutes::OverwriteVersion(order.versionId, order.content, order.base, order.key),
+        [this, request, order](const WbHttpAnswer& answer) { OnUpdated(request, order, answer); });
+}
+
+QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
+{
+    if (!ServiceRoutes::IsValidId(order.versionId))
+        return QStringLiteral("版本信息不完整，无法保存");
+    const auto confirmed = context->manager.GetConfirmed(order.versionId);
+    const QString ownApi = RpaGlobalDataManager::Instance()->GetApiVersion();
+    // Content of a newer client was refused by the editor; what it holds is older and must not replace it.
+    if (confirmed && Utils::CompareVersion(ownApi, confirmed->GetApiVersion()) < 0)
+        return QStringLiteral("当前版本过低，请更新为最新版本");
+    return {};
+}
+
+void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request,
+                             const SaveOrder& order, const WbHttpAnswer& answer)
+{
+    if (context->unsettled.MayExplain(order, answer)) {
+        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const WbHttpAnswer& end) {
+            OnUpdated(request, again, end);
+        });
+        return;
+    }
+    const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
+    const bool isUsable =
+        record && record->snapshot->GetId() == order.versionId && record->revision > order.base;
+    const QString failure = ReasonOf(answer, isUsable);
+    if (failure.isEmpty()) {
+        context->TakeSaved(*record);
+        context->unsettled.Settle(order);
+        context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
+    } else {
+        context->unsettled.Note(order, answer);
+        context->manager.Revert(order.versionId);
+        context->ledger.Fail(order.appId, order.versionId, failure);
+    }
+    context->queue.Finish(order.versionId);
+    context->Notify(NotifyUpdateAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(),
+                    failure);
+    context->ledger.End();
+}
+
+// What stands in the way of this save may be an earlier one of the same author: then it goes over that.
+void VersionSaves::SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refusal, const Ended& ended)
+{
+    const auto decide = [this, order, refusal, ended](const WbHttpAnswer& list) {
+        const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
+        const auto own = records ? context->unsettled.FindOwn(order, *records) : std::nullopt;
+        context->unsettled.Settle(order);
+        if (!own) {
+            ended(order, refusal);
+            return;
+        }
+        SaveOrder again = order;
+        again.base = own->revision;
+        again.key = ServiceRoutes::NewKey();
+        context->manager.SetBaseRevision(own->snapshot->GetId(), own->revision);
+        context->transport.Send(
+            ServiceRoutes::OverwriteVersion(own->snapshot->GetId(), again.content, again.base, again.key),
+            [again, ended](const WbHttpAnswer& answer) { ended(again, answer); });
+    };
+    context->transport.Send(ServiceRoutes::ListVersions(order.appId), decide);
+}

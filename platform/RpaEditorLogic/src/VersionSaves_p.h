@@ -1,0 +1,31 @@
+#pragma once
+
+#include "SaveOrder_p.h"
+#include "VersionContext_p.h"
+
+// New versions and overwrites. What a save carries is taken from its record at once: callers change the
+// records they gave while the request is under way.
+class VersionSaves
+{
+public:
+    // The context outlives this object.
+    explicit VersionSaves(VersionContext* context);
+
+    void Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& request);
+    void Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request);
+
+private:
+    using Ended = std::function<void(const SaveOrder& order, const WbHttpAnswer& answer)>;
+
+    static SaveOrder OrderOf(const RpaAppSnapshotPtr& snapshot);
+
+    void OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request, const SaveOrder& order,
+                   const WbHttpAnswer& answer);
+    void SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order);
+    QString UpdateRefusal(const SaveOrder& order) const;
+    void OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, const SaveOrder& order,
+                   const WbHttpAnswer& answer);
+    void SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refusal, const Ended& ended);
+
+    VersionContext* const context;
+};
