@@ -265,24 +265,19 @@ void RpaAppDataTest::gathersThePackagesThatTheProcessNeeds()
     RpaAppData app;
     app.InitDefault();
     const auto own = QSharedPointer<PackageItem>::create();
-    own->name = QStringLiteral("Requests");
+    own->name = QStringLiteral("OpenPyXL");
     own->version = QStringLiteral("2.0");
     app.GetPackageInfo()->SetListPackageItemPtr({own});
     RpaStatement open;
     open.command = QStringLiteral("excel.open");
-    RpaStatement http;
-    http.command = QStringLiteral("http.request");
-    RpaStatement disabled;
-    disabled.command = QStringLiteral("excel.open");
-    disabled.enabled = false;
     RpaProcess* process = app.GetProcessDataManager()->GetProcess(0);
 
-    process->SetStatements({disabled, http});
+    process->SetStatements({open});
     app.CheckPackageInfo();
     QCOMPARE(app.GetPackageInfo()->GetListPackageItemPtr().size(), 1);
     QCOMPARE(app.GetPackageInfo()->GetListPackageItemPtr().first()->version, QStringLiteral("2.0"));
 
-    process->Insert(QString(), -1, {open});
+    own->name = QStringLiteral("requests");
     app.CheckPackageInfo();
     QCOMPARE(app.GetPackageInfo()->GetListPackageItemPtr().size(), 2);
     QCOMPARE(app.GetPackageInfo()->GetListPackageItemPtr().last()->name, QStringLiteral("openpyxl"));
