@@ -1,5 +1,7 @@
 #include "TestApp.h"
 
+#include "RpaResources.h"
+
 #include <QFont>
 #include <QMutex>
 #include <QMutexLocker>
@@ -62,6 +64,7 @@ void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 
 TestApp::TestApp(int& argc, char** argv) : QApplication(argc, argv)
 {
+    RpaResources::Init();
     QFont font;
     font.setFamilies({QStringLiteral("Microsoft YaHei UI"), QStringLiteral("Noto Sans CJK SC"),
                       QStringLiteral("WenQuanYi Micro Hei")});
