@@ -3,6 +3,7 @@
 #include "RpaVersionItem.h"
 #include "RpaVersionList.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
@@ -19,9 +20,9 @@ constexpr int hideGraceMs = 100;
 RpaVersionCombo::RpaVersionCombo(QWidget* parent)
     : WbComboBox(parent), list(nullptr), nameEdit(new QLineEdit(this)), hideTimer(nullptr)
 {
-    nameEdit->setCursor(Qt::PointingHandCursor);
     nameEdit->setContextMenuPolicy(Qt::NoContextMenu);
     nameEdit->setReadOnly(true);
+    nameEdit->setCursor(Qt::PointingHandCursor); // a read-only edit takes the arrow by itself
 
     list = new RpaVersionList(this);
     list->setFocusPolicy(Qt::NoFocus);
@@ -32,6 +33,9 @@ RpaVersionCombo::RpaVersionCombo(QWidget* parent)
     setModel(list->model());
     setView(list);
     setLineEdit(nameEdit);
+    // A completer has nothing to complete here, and when the edit gains the focus it puts its own event
+    // filter in front of ours in the middle of a press, which would then reach us twice.
+    setCompleter(nullptr);
     view()->setObjectName(QStringLiteral("VersionComboBoxView"));
 
     nameEdit->installEventFilter(this);
@@ -39,6 +43,12 @@ RpaVersionCombo::RpaVersionCombo(QWidget* parent)
     connect(nameEdit, &QLineEdit::selectionChanged, this, &RpaVersionCombo::SlotSelectionChanged);
     connect(list, &QListWidget::itemPressed, this, &RpaVersionCombo::SlotItemClicked);
     connect(hideTimer, &QTimer::timeout, this, &RpaVersionCombo::SlotHideTimer);
+    // A row of the open popup picked by key.
+    connect(this, qOverload<int>(&QComboBox::activated), this, [this](int index) {
+        if (const RpaVersionItem* row = RowAt(index)) {
+            Pick(*row);
+        }
+    });
 }
 
 RpaVersionCombo::~RpaVersionCombo() = default;
@@ -147,6 +157,22 @@ void RpaVersionCombo::wheelEvent(QWheelEvent*)
     // A version is picked on purpose, never by scrolling past.
 }
 
+void RpaVersionCombo::keyPressEvent(QKeyEvent* event)
+{
+    // QComboBox would step through its own rows, whose texts are empty, and blank the name.
+    switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_F4:
+    case Qt::Key_Space:
+        showPopup();
+        break;
+    default:
+        event->ignore();
+        break;
+    }
+}
+
 void RpaVersionCombo::resizeEvent(QResizeEvent* event)
 {
     QComboBox::resizeEvent(event);
@@ -155,12 +181,16 @@ void RpaVersionCombo::resizeEvent(QResizeEvent* event)
 void RpaVersionCombo::SlotItemClicked(QListWidgetItem* item)
 {
     const auto* row = qobject_cast<RpaVersionItem*>(list->itemWidget(item));
-    if (!row) {
-        return;
+    if (row) {
+        Pick(*row);
     }
+}
+
+void RpaVersionCombo::Pick(const RpaVersionItem& row)
+{
     const QVariant previousData = currentData;
-    currentName = row->GetName();
-    currentData = row->GetData();
+    currentName = row.GetName();
+    currentData = row.GetData();
     ShowCurrentName();
     popupOpen = false;
     hidePopup();

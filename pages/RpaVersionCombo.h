@@ -60,6 +60,7 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private slots:
@@ -69,6 +70,7 @@ private slots:
     void SlotHideTimer();
 
 private:
+    void Pick(const RpaVersionItem& row);
     RpaVersionItem* RowAt(int index) const;
     void ShowCurrentName();
 
