@@ -1,0 +1,382 @@
+#include "AddUIWidget.h"
+#include "ModalDriver.h"
+#include "RpaAppUIDesignWidget.h"
+#include "TestApp.h"
+
+#include <OxBase/DpiTool.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaEngineModule/RpaProcessRelatedUIControler.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <WbBaseUI/RpaTabBar.h>
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QSplitter>
+#include <QTabBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QtTest>
+
+#include <algorithm>
+#include <memory>
+
+namespace
+{
+
+QString Text(const char* utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+} // namespace
+
+class TestRpaAppUIDesignWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void leavesTheTabsAloneForAnAppWithoutPages();
+    void doesNotActivateTheActivePageAgain();
+    void keepsTheAppUnmodifiedWhenAPageKeepsItsName();
+    void addsAPageWithItsDefaultTool();
+    void followsTheTabBarAfterDeletingAndMoving_data();
+    void followsTheTabBarAfterDeletingAndMoving();
+    void showsTheSpaceWhenAllPanelsAreCollapsed();
+
+    void activatesTheFirstPageOfANewApp();
+    void activatesThePageOfThePickedTab();
+    void renamesAPage();
+    void changesNothingWhenADialogIsCancelled();
+    void survivesItsEndWhileADialogIsOpen();
+    void ignoresADialogOfAnAppThatIsGone();
+    void isControlledWhileAProcessRuns();
+    void hasNoEnginesWithoutWidgetsForThem();
+    void keepsItsMeasuresAtEveryScale();
+
+private:
+    RpaAppDataPtr MakeApp(int pages) const;
+    RpaUIDataManager* Pages() const { return app->GetUIDataManager(); }
+    QStringList Tabs() const;
+
+    std::unique_ptr<RpaAppUIDesignWidget> page;
+    RpaTabBar* bar = nullptr;
+    RpaAppDataPtr app;
+};
+
+void TestRpaAppUIDesignWidget::init()
+{
+    page = std::make_unique<RpaAppUIDesignWidget>();
+    page->show();
+    bar = page->findChild<RpaTabBar*>(QStringLiteral("widgetTabBar"));
+    app = MakeApp(3);
+    page->SetRpaAppData(app);
+}
+
+void TestRpaAppUIDesignWidget::cleanup()
+{
+    page.reset();
+    DpiTool::SetScale(1.0);
+}
+
+RpaAppDataPtr TestRpaAppUIDesignWidget::MakeApp(int pages) const
+{
+    auto made = RpaAppDataPtr::create();
+    made->InitDefault();
+    made->GetUIDataManager()->Clear();
+    for (int i = 0; i < pages; ++i) {
+        RpaToolItem tool;
+        tool.text = Text("工具%1").arg(i);
+        made->GetUIDataManager()->AddUIData(Text("界面%1").arg(i), tool);
+    }
+    made->SetModified(false);
+    return made;
+}
+
+QStringList TestRpaAppUIDesignWidget::Tabs() const
+{
+    QStringList names;
+    const auto* tabs = bar->findChild<QTabBar*>();
+    for (int i = 0; i < tabs->count(); ++i) {
+        names.append(tabs->tabText(i));
+    }
+    return names;
+}
+
+void TestRpaAppUIDesignWidget::leavesTheTabsAloneForAnAppWithoutPages()
+{
+    // given
+    const QStringList before = Tabs();
+    const RpaAppDataPtr empty = MakeApp(0);
+
+    // when
+    page->SetRpaAppData(empty);
+
+    // then
+    QCOMPARE(Tabs(), before);
+    QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
+}
+
+void TestRpaAppUIDesignWidget::doesNotActivateTheActivePageAgain()
+{
+    QSignalSpy activated(Pages(), &RpaUIDataManager::SigIndexActiveChanged);
+
+    emit bar->SigTabChanged(0);
+
+    QCOMPARE(activated.size(), 0);
+    QCOMPARE(Pages()->GetIndexActive(), 0);
+}
+
+void TestRpaAppUIDesignWidget::keepsTheAppUnmodifiedWhenAPageKeepsItsName()
+{
+    // given
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
+        QCOMPARE(dialog->windowTitle(), Text("重命名界面"));
+        QCOMPARE(dialog->GetName(), Text("界面1"));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+
+    // when
+    emit bar->SigRenameTab(1);
+
+    // then
+    QVERIFY(!app->GetModified());
+    QCOMPARE(Pages()->GetUIName(1), Text("界面1"));
+}
+
+void TestRpaAppUIDesignWidget::addsAPageWithItsDefaultTool()
+{
+    // given
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
+        QCOMPARE(dialog->windowTitle(), Text("添加界面"));
+        QVERIFY(!dialog->parentWidget());
+        dialog->SetName(Text(" 新界面 "));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+
+    // when
+    emit bar->SigAddTab();
+
+    // then
+    QCOMPARE(Pages()->GetCount(), 4);
+    QCOMPARE(Pages()->GetUIName(3), Text("新界面"));
+    QCOMPARE(Tabs().constLast(), Text("新界面"));
+    const auto tools = Pages()->GetUIData(3)->GetToolData()->GetItems();
+    QCOMPARE(tools.size(), 1);
+    QCOMPARE(tools.constFirst().text, Text("开始"));
+    QCOMPARE(tools.constFirst().processName, app->GetProcessDataManager()->GetProcessNameFirst());
+    QVERIFY(!tools.constFirst().processName.isEmpty());
+    QVERIFY(app->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::followsTheTabBarAfterDeletingAndMoving_data()
+{
+    QTest::addColumn<int>("active");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    for (int active = 0; active < 3; ++active) {
+        for (int from = 0; from < 3; ++from) {
+            QTest::addRow("delete %d while %d is active", from, active) << active << from << -1;
+            for (int to = 0; to < 3; ++to) {
+                QTest::addRow("move %d to %d while %d is active", from, to, active) << active << from << to;
+            }
+        }
+    }
+}
+
+void TestRpaAppUIDesignWidget::followsTheTabBarAfterDeletingAndMoving()
+{
+    QFETCH(int, active);
+    QFETCH(int, from);
+    QFETCH(int, to);
+
+    // given
+    auto* tabs = bar->findChild<QTabBar*>();
+    tabs->setCurrentIndex(active);
+    QCOMPARE(Pages()->GetIndexActive(), active);
+
+    // when
+    if (to < 0) {
+        emit bar->SigDeleteTab(from);
+    } else {
+        emit bar->SigTabMoved(from, to);
+    }
+
+    // then
+    QCOMPARE(Pages()->GetIndexActive(), bar->GetCurrentIndex());
+    QStringList names;
+    Pages()->GetAllUIName(names);
+    QCOMPARE(Tabs(), names);
+    QVERIFY(app->GetModified());
+    const QString tool = Pages()->GetUIData(Pages()->GetIndexActive())->GetToolData()->GetItem(0).text;
+    const auto labels =
+        page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"))->findChildren<QLabel*>();
+    QVERIFY(std::any_of(labels.begin(), labels.end(),
+                        [&tool](const QLabel* label) { return label->text().contains(tool); }));
+}
+
+void TestRpaAppUIDesignWidget::showsTheSpaceWhenAllPanelsAreCollapsed()
+{
+    // given
+    auto* space = page->findChild<QWidget*>(QStringLiteral("space_widget"));
+    QVERIFY(space->isHidden());
+    QList<QToolButton*> headers;
+    for (const char* name : {"widgetToolEditor", "widgetParamEditor", "widgetTableEditor"}) {
+        headers.append(page->findChild<QWidget*>(QLatin1String(name))->findChild<QToolButton*>());
+    }
+
+    // when, then
+    headers.at(0)->click();
+    QVERIFY(space->isHidden());
+    headers.at(1)->click();
+    QVERIFY(space->isHidden());
+    headers.at(2)->click();
+    QVERIFY(space->isVisible());
+    headers.at(1)->click();
+    QVERIFY(space->isHidden());
+}
+
+void TestRpaAppUIDesignWidget::activatesTheFirstPageOfANewApp()
+{
+    // given
+    const RpaAppDataPtr next = MakeApp(2);
+    next->GetUIDataManager()->SetIndexActive(1);
+
+    // when
+    page->SetRpaAppData(next);
+
+    // then
+    QCOMPARE(next->GetUIDataManager()->GetIndexActive(), 0);
+    QCOMPARE(Tabs(), QStringList({Text("界面0"), Text("界面1")}));
+    QCOMPARE(bar->GetCurrentIndex(), 0);
+    QVERIFY(!next->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::activatesThePageOfThePickedTab()
+{
+    bar->findChild<QTabBar*>()->setCurrentIndex(2);
+
+    QCOMPARE(Pages()->GetIndexActive(), 2);
+    QVERIFY(!app->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::renamesAPage()
+{
+    // given
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
+        dialog->SetName(Text("登记"));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+
+    // when
+    emit bar->SigRenameTab(1);
+
+    // then
+    QCOMPARE(Pages()->GetUIName(1), Text("登记"));
+    QCOMPARE(Tabs().at(1), Text("登记"));
+    QVERIFY(app->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::changesNothingWhenADialogIsCancelled()
+{
+    // given
+    ModalDriver modals;
+    modals.Then(&ModalDriver::Reject);
+    modals.Then(&ModalDriver::Reject);
+
+    // when
+    emit bar->SigAddTab();
+    emit bar->SigRenameTab(0);
+
+    // then
+    QCOMPARE(Tabs(), QStringList({Text("界面0"), Text("界面1"), Text("界面2")}));
+    QVERIFY(!app->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::survivesItsEndWhileADialogIsOpen()
+{
+    // given
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([this](AddUIWidget* dialog) {
+        page.reset();
+        app.reset();
+        dialog->SetName(Text("新界面"));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+
+    // when
+    emit bar->SigAddTab();
+
+    // then
+    QVERIFY(!page);
+}
+
+void TestRpaAppUIDesignWidget::ignoresADialogOfAnAppThatIsGone()
+{
+    // given
+    const RpaAppDataPtr next = MakeApp(2);
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([this, next](AddUIWidget* dialog) {
+        page->SetRpaAppData(next);
+        app.reset();
+        dialog->SetName(Text("新界面"));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+
+    // when
+    emit bar->SigAddTab();
+
+    // then
+    QCOMPARE(next->GetUIDataManager()->GetCount(), 2);
+    QVERIFY(!next->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::isControlledWhileAProcessRuns()
+{
+    auto* editor = page->findChild<QWidget*>(QStringLiteral("editorWidget"));
+
+    RpaProcessRelatedUIControler::Instance()->SetRunning(true);
+    const bool enabledThen = editor->isEnabled() || bar->isEnabled();
+    RpaProcessRelatedUIControler::Instance()->SetRunning(false);
+
+    QVERIFY(!enabledThen);
+    QVERIFY(editor->isEnabled());
+    QVERIFY(bar->isEnabled());
+}
+
+void TestRpaAppUIDesignWidget::hasNoEnginesWithoutWidgetsForThem()
+{
+    QVERIFY(!page->GetAppParamEngine());
+    QVERIFY(!page->GetAppTableEngine());
+}
+
+void TestRpaAppUIDesignWidget::keepsItsMeasuresAtEveryScale()
+{
+    const auto layout = [this](const char* name) {
+        return page->findChild<QVBoxLayout*>(QLatin1String(name));
+    };
+    QCOMPARE(layout("verticalLayoutRoot")->spacing(), 0);
+    QCOMPARE(layout("verticalLayoutRoot")->contentsMargins(), QMargins());
+    QCOMPARE(page->findChild<QSplitter*>(QStringLiteral("splitter"))->handleWidth(), 4);
+    QCOMPARE(page->findChild<QSplitter*>(QStringLiteral("splitterRight"))->handleWidth(), 4);
+
+    for (qreal scale : {1.0, 2.0}) {
+        DpiTool::SetScale(scale);
+        const int side = DpiTool::ScaleDefault(4);
+        QCOMPARE(layout("verticalLayout")->contentsMargins(), QMargins(side, 0, side, 0));
+        QCOMPARE(layout("verticalLayout")->spacing(), DpiTool::ScaleDefault(8));
+        QCOMPARE(layout("verticalLayout_2")->spacing(), DpiTool::ScaleDefault(10));
+        QCOMPARE(page->findChild<QWidget*>(QStringLiteral("widgetLog"))->layout()->contentsMargins(),
+                 QMargins(side, 0, side, 0));
+    }
+}
+
+RPA_TEST_MAIN(TestRpaAppUIDesignWidget)
+
+#include "tst_rpaappuidesignwidget.moc"
