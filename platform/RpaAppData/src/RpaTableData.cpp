@@ -10,7 +10,7 @@
 namespace
 {
 // As many cells as columns, each of its column's type. False when a cell does not fit or there are too many.
-bool FitRow(const QVector<RpaTableColumn>& columns, QVariantList& row)
+bool FitRow(const QVector<RpaTableColumn>& columns, QVector<QVariant>& row)
 {
     if (row.size() > columns.size())
         return false;
@@ -18,22 +18,18 @@ bool FitRow(const QVector<RpaTableColumn>& columns, QVariantList& row)
         if (!columns.at(i).Fit(row[i]))
             return false;
     }
-    while (row.size() < columns.size())
-        row.append(QVariant());
+    row.resize(columns.size());
     return true;
 }
 
 // Whatever comes from a file is made to fit; what cannot be becomes empty.
-void ForceRow(const QVector<RpaTableColumn>& columns, QVariantList& row)
+void ForceRow(const QVector<RpaTableColumn>& columns, QVector<QVariant>& row)
 {
-    while (row.size() > columns.size())
-        row.removeLast();
+    row.resize(columns.size());
     for (int i = 0; i < row.size(); ++i) {
         if (!columns.at(i).Fit(row[i]))
             row[i] = QVariant();
     }
-    while (row.size() < columns.size())
-        row.append(QVariant());
 }
 } // namespace
 
@@ -72,7 +68,7 @@ int RpaTableData::InsertColumn(int index, const RpaTableColumn& column)
     const int place = ListMove::Place(index, columns.size());
     emit SigAboutToInsertColumn(place);
     columns.insert(place, column);
-    for (QVariantList& row : rows)
+    for (QVector<QVariant>& row : rows)
         row.insert(place, QVariant());
     emit SigColumnInserted(place);
     emit SigChanged();
@@ -89,7 +85,7 @@ bool RpaTableData::SetColumn(int index, const RpaTableColumn& column)
     const bool newType = column.type != columns.at(index).type;
     columns[index] = column;
     if (newType) {
-        for (QVariantList& row : rows) {
+        for (QVector<QVariant>& row : rows) {
             if (!column.Fit(row[index]))
                 row[index] = QVariant();
         }
@@ -107,7 +103,7 @@ bool RpaTableData::RemoveColumn(int index)
         return false;
     emit SigAboutToRemoveColumn(index);
     columns.removeAt(index);
-    for (QVariantList& row : rows)
+    for (QVector<QVariant>& row : rows)
         row.removeAt(index);
     emit SigColumnRemoved(index);
     emit SigChanged();
@@ -120,7 +116,7 @@ bool RpaTableData::MoveColumn(int from, int to)
         return false;
     emit SigAboutToReset();
     columns.move(from, to);
-    for (QVariantList& row : rows)
+    for (QVector<QVariant>& row : rows)
         row.move(from, to);
     emit SigReset();
     emit SigChanged();
@@ -151,9 +147,11 @@ bool RpaTableData::SetCell(int row, int column, const QVariant& value)
 
 int RpaTableData::InsertRows(int row, const QVector<QVariantList>& newRows)
 {
-    QVector<QVariantList> fitting = newRows;
-    for (QVariantList& cells : fitting) {
-        if (!FitRow(columns, cells))
+    QVector<QVector<QVariant>> fitting;
+    fitting.reserve(newRows.size());
+    for (const QVariantList& cells : newRows) {
+        fitting.append(cells.toVector());
+        if (!FitRow(columns, fitting.last()))
             return -1;
     }
     if (fitting.isEmpty())
@@ -162,7 +160,7 @@ int RpaTableData::InsertRows(int row, const QVector<QVariantList>& newRows)
     const int first = ListMove::Place(row, rows.size());
     emit SigAboutToInsertRows(first, first + fitting.size() - 1);
     // One shift of the rows behind, however many are inserted.
-    rows.insert(first, fitting.size(), QVariantList());
+    rows.insert(first, fitting.size(), QVector<QVariant>());
     std::move(fitting.begin(), fitting.end(), rows.begin() + first);
     emit SigRowsInserted(first, first + fitting.size() - 1);
     emit SigChanged();
@@ -210,7 +208,7 @@ std::function<void()> RpaTableData::ReadJson(JsonReader& reader)
     if (!reader.EnterObject())
         return {};
     TableJson::Table table = TableJson::Read(reader, foreign);
-    for (QVariantList& row : table.rows)
+    for (QVector<QVariant>& row : table.rows)
         ForceRow(table.columns, row);
 
     return [this, table, foreign] {

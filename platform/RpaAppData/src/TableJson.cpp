@@ -76,25 +76,34 @@ QVector<RpaTableColumn> ReadColumns(JsonReader& reader)
 
 QVariant ReadCell(JsonReader& reader)
 {
+    // The two kinds that tables are full of, past the general way.
     if (reader.GetType() == JsonReader::Type::String) {
         QString text;
         reader.ReadString(text);
-        return text;
+        return QVariant(std::move(text));
+    }
+    if (reader.GetType() == JsonReader::Type::Number) {
+        double number = 0;
+        reader.ReadDouble(number);
+        return number;
     }
     QVariant cell;
     reader.ReadVariant(cell);
     return cell;
 }
 
-QVector<QVariantList> ReadRows(JsonReader& reader)
+QVector<QVector<QVariant>> ReadRows(JsonReader& reader)
 {
-    QVector<QVariantList> rows;
+    QVector<QVector<QVariant>> rows;
     if (!reader.EnterArray())
         return rows;
     while (reader.NextElement()) {
-        QVariantList row;
         if (!reader.EnterArray())
             continue;
+        QVector<QVariant> row;
+        // Rows of one table are of one length.
+        if (!rows.isEmpty())
+            row.reserve(rows.last().size());
         while (reader.NextElement())
             row.append(ReadCell(reader));
         rows.append(row);
@@ -104,7 +113,7 @@ QVector<QVariantList> ReadRows(JsonReader& reader)
 } // namespace
 
 void TableJson::Write(JsonWriter& writer, const QVector<RpaTableColumn>& columns,
-                      const QVector<QVariantList>& rows)
+                      const QVector<QVector<QVariant>>& rows)
 {
     writer.Key("columns");
     writer.BeginArray();
@@ -113,7 +122,7 @@ void TableJson::Write(JsonWriter& writer, const QVector<RpaTableColumn>& columns
     writer.EndArray();
     writer.Key("rows");
     writer.BeginArray();
-    for (const QVariantList& row : rows) {
+    for (const QVector<QVariant>& row : rows) {
         writer.BeginArray();
         for (const QVariant& cell : row)
             WriteCell(writer, cell);

@@ -11,9 +11,10 @@ namespace TableJson
 struct Table
 {
     QVector<RpaTableColumn> columns;
-    QVector<QVariantList> rows; // of any length, cells of any type
+    QVector<QVector<QVariant>> rows; // of any length, cells of any type
 };
 
-void Write(JsonWriter& writer, const QVector<RpaTableColumn>& columns, const QVector<QVariantList>& rows);
+void Write(JsonWriter& writer, const QVector<RpaTableColumn>& columns,
+           const QVector<QVector<QVariant>>& rows);
 Table Read(JsonReader& reader, QByteArray& unknown);
 } // namespace TableJson

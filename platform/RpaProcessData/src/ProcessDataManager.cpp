@@ -1,5 +1,3 @@
-#include "StatementJson_p.h"
-
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaPackageInfo.h>
@@ -11,67 +9,30 @@
 
 #include <vector>
 
-namespace
-{
-struct ProcessRecord
-{
-    QString name;
-    QString program;
-    QVector<RpaStatement> statements;
-    QByteArray unknown;
-};
-
-ProcessRecord ReadProcess(JsonReader& reader)
-{
-    ProcessRecord record;
-    while (reader.NextMember()) {
-        if (reader.IsKey("name"))
-            reader.ReadString(record.name);
-        else if (reader.IsKey("program"))
-            reader.ReadString(record.program);
-        else if (reader.IsKey("statements"))
-            record.statements = StatementJson::Read(reader);
-        else
-            reader.KeepMember(record.unknown);
-    }
-    return record;
-}
-
-QVector<ProcessRecord> ReadProcesses(JsonReader& reader)
-{
-    QVector<ProcessRecord> records;
-    if (!reader.EnterArray())
-        return records;
-    while (reader.NextElement()) {
-        if (reader.EnterObject())
-            records.append(ReadProcess(reader));
-    }
-    return records;
-}
-} // namespace
-
 class ProcessDataManager::Private
 {
 public:
+    using Process = std::unique_ptr<RpaProcess>;
+    using Processes = std::vector<Process>;
+
     bool IsFree(const ProcessDataManager& manager, const QString& name) const
     {
         return !name.trimmed().isEmpty() && manager.IndexOf(name) < 0;
     }
 
-    std::unique_ptr<RpaProcess> Make(ProcessDataManager& manager, const ProcessRecord& record) const
+    static Process Make(const QString& name) { return Process(new RpaProcess(name, nullptr)); }
+    static Processes ReadProcesses(JsonReader& reader);
+
+    static Process Listen(ProcessDataManager& manager, Process process)
     {
-        std::unique_ptr<RpaProcess> process(new RpaProcess(record.name, nullptr));
-        process->SetProgramText(record.program);
-        process->SetStatements(record.statements);
-        process->SetUnknown(record.unknown);
         connect(process.get(), &RpaProcess::SigChanged, &manager, &ProcessDataManager::SigChanged);
         return process;
     }
 
-    void Replace(ProcessDataManager& manager, const QVector<ProcessRecord>& records);
+    void Replace(ProcessDataManager& manager, Processes newProcesses);
     void RenameCalls(const QString& name, const QString& newName);
 
-    std::vector<std::unique_ptr<RpaProcess>> processes;
+    Processes processes;
     QByteArray unknown; // members written by a newer client
 };
 
@@ -123,7 +84,7 @@ RpaProcess* ProcessDataManager::AddProcess(const QString& name, int index)
     if (!d->IsFree(*this, name))
         return nullptr;
     const int place = index < 0 || index > GetCount() ? GetCount() : index;
-    d->processes.insert(d->processes.begin() + place, d->Make(*this, {name, QString(), {}, QByteArray()}));
+    d->processes.insert(d->processes.begin() + place, Private::Listen(*this, Private::Make(name)));
     emit SigProcessAdded(place);
     emit SigChanged();
     return GetProcess(place);
@@ -198,18 +159,32 @@ void ProcessDataManager::Clear()
     d->Replace(*this, {});
 }
 
-void ProcessDataManager::Private::Replace(ProcessDataManager& manager, const QVector<ProcessRecord>& records)
+void ProcessDataManager::Private::Replace(ProcessDataManager& manager, Processes newProcesses)
 {
     emit manager.SigAboutToReset();
     processes.clear();
-    for (const ProcessRecord& record : records) {
-        processes.push_back(Make(manager, record));
+    for (Process& process : newProcesses) {
         // Names address processes: a nameless one, or a second one of the same name, could not be reached.
-        if (record.name.trimmed().isEmpty() || manager.IndexOf(record.name) + 1 < manager.GetCount())
-            processes.back()->SetName(manager.MakeFreeName(QStringLiteral("流程")));
+        if (!IsFree(manager, process->GetName()))
+            process->SetName(manager.MakeFreeName(QStringLiteral("流程")));
+        processes.push_back(Listen(manager, std::move(process)));
     }
     emit manager.SigReset();
     emit manager.SigChanged();
+}
+
+ProcessDataManager::Private::Processes ProcessDataManager::Private::ReadProcesses(JsonReader& reader)
+{
+    Processes read;
+    if (!reader.EnterArray())
+        return read;
+    while (reader.NextElement()) {
+        if (!reader.EnterObject())
+            continue;
+        read.push_back(Make(QString()));
+        read.back()->ReadJson(reader);
+    }
+    return read;
 }
 
 bool ProcessDataManager::GetPackageInfo(RpaPackageInfo& info) const
@@ -254,17 +229,18 @@ IJsonParser::Commit ProcessDataManager::ReadJson(JsonReader& reader)
         reader.Fail(QStringLiteral("流程数据应为对象"));
         return {};
     }
-    QVector<ProcessRecord> records;
+    // A commit must be copyable, processes are not.
+    const auto read = std::make_shared<Private::Processes>();
     QByteArray unknown;
     reader.EnterObject();
     while (reader.NextMember()) {
         if (reader.IsKey("processes"))
-            records = ReadProcesses(reader);
+            *read = Private::ReadProcesses(reader);
         else
             reader.KeepMember(unknown);
     }
-    return [this, records, unknown] {
+    return [this, read, unknown] {
         d->unknown = unknown;
-        d->Replace(*this, records);
+        d->Replace(*this, std::move(*read));
     };
 }

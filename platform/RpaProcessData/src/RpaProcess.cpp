@@ -1,6 +1,7 @@
 #include "RpaStatementTree_p.h"
 
 #include <RpaProcessData/RpaProcess.h>
+#include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
 class RpaProcess::Private
@@ -198,9 +199,19 @@ void RpaProcess::SetProgramText(const QString& text)
     emit SigChanged();
 }
 
-void RpaProcess::SetUnknown(const QByteArray& members)
+// For a process that nobody sees yet: nothing is announced. The object has been entered.
+void RpaProcess::ReadJson(JsonReader& reader)
 {
-    d->unknown = members;
+    while (reader.NextMember()) {
+        if (reader.IsKey("name"))
+            reader.ReadString(d->name);
+        else if (reader.IsKey("program"))
+            reader.ReadString(d->programText);
+        else if (reader.IsKey("statements"))
+            d->tree.Adopt(RpaStatementTree::ReadNodes(reader));
+        else
+            reader.KeepMember(d->unknown);
+    }
 }
 
 void RpaProcess::WriteJson(JsonWriter& writer) const

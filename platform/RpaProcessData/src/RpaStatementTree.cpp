@@ -1,6 +1,7 @@
 #include "RpaStatementTree_p.h"
 #include "StatementJson_p.h"
 
+#include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
 #include <QUuid>
@@ -91,6 +92,45 @@ void RpaStatementTree::Clear()
 {
     root->children.clear();
     nodes.clear();
+}
+
+void RpaStatementTree::Adopt(std::vector<NodePtr> newNodes)
+{
+    Clear();
+    root->children = std::move(newNodes);
+    Settle(*root);
+}
+
+// Parents, rows and ids of everything below.
+void RpaStatementTree::Settle(RpaStatementNode& parent)
+{
+    int row = 0;
+    for (const NodePtr& child : parent.children) {
+        child->parent = &parent;
+        child->rowHint = row++;
+        QString& id = child->values.id;
+        if (id.isEmpty() || nodes.contains(id))
+            id = QUuid::createUuid().toString(QUuid::Id128);
+        nodes.insert(id, child.get());
+        Settle(*child);
+    }
+}
+
+std::vector<RpaStatementTree::NodePtr> RpaStatementTree::ReadNodes(JsonReader& reader)
+{
+    std::vector<NodePtr> read;
+    if (!reader.EnterArray())
+        return read;
+    while (reader.NextElement()) {
+        if (!reader.EnterObject())
+            continue;
+        read.emplace_back(new RpaStatementNode);
+        while (reader.NextMember()) {
+            if (!StatementJson::ReadMember(reader, read.back()->values))
+                read.back()->children = ReadNodes(reader);
+        }
+    }
+    return read;
 }
 
 void RpaStatementTree::WriteJson(JsonWriter& writer) const

@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class JsonReader;
 class JsonWriter;
 
 // The nodes of one process and the index of their ids. Announces nothing; RpaProcess does.
@@ -29,6 +30,10 @@ public:
     // row counts as before the move.
     void Move(RpaStatementNode& node, RpaStatementNode& newParent, int row);
     void Clear();
+    // Replaces everything by nodes of ReadNodes().
+    void Adopt(std::vector<NodePtr> newNodes);
+    // Nodes of a tree to be, as they stand in a JSON text: ids not yet settled.
+    static std::vector<NodePtr> ReadNodes(JsonReader& reader);
 
     RpaStatement& ValuesOf(RpaStatementNode& node) const { return node.values; }
     void WriteJson(JsonWriter& writer) const;
@@ -47,6 +52,7 @@ private:
     NodePtr MakeNode(const RpaStatement& statement, QHash<QString, RpaStatementNode*>& fresh) const;
     static void WriteChildren(JsonWriter& writer, const RpaStatementNode& node);
     void Index(RpaStatementNode& node);
+    void Settle(RpaStatementNode& parent);
 
     NodePtr root;
     QHash<QString, RpaStatementNode*> nodes;

@@ -26,28 +26,35 @@ RpaStatement ReadStatement(JsonReader& reader)
 {
     RpaStatement statement;
     while (reader.NextMember()) {
-        if (reader.IsKey("id"))
-            reader.ReadString(statement.id);
-        else if (reader.IsKey("command"))
-            reader.ReadString(statement.command);
-        else if (reader.IsKey("arguments"))
-            statement.arguments = StatementJson::ReadMap(reader);
-        else if (reader.IsKey("output"))
-            reader.ReadString(statement.output);
-        else if (reader.IsKey("note"))
-            reader.ReadString(statement.note);
-        else if (reader.IsKey("enabled"))
-            reader.ReadBool(statement.enabled);
-        else if (reader.IsKey("breakpoint"))
-            reader.ReadBool(statement.breakpoint);
-        else if (reader.IsKey("children"))
+        if (!StatementJson::ReadMember(reader, statement))
             statement.children = StatementJson::Read(reader);
-        else
-            reader.KeepMember(statement.unknown);
     }
     return statement;
 }
 } // namespace
+
+bool StatementJson::ReadMember(JsonReader& reader, RpaStatement& statement)
+{
+    if (reader.IsKey("id"))
+        reader.ReadString(statement.id);
+    else if (reader.IsKey("command"))
+        reader.ReadString(statement.command);
+    else if (reader.IsKey("arguments"))
+        statement.arguments = ReadMap(reader);
+    else if (reader.IsKey("output"))
+        reader.ReadString(statement.output);
+    else if (reader.IsKey("note"))
+        reader.ReadString(statement.note);
+    else if (reader.IsKey("enabled"))
+        reader.ReadBool(statement.enabled);
+    else if (reader.IsKey("breakpoint"))
+        reader.ReadBool(statement.breakpoint);
+    else if (reader.IsKey("children"))
+        return false;
+    else
+        reader.KeepMember(statement.unknown);
+    return true;
+}
 
 void StatementJson::WriteValues(JsonWriter& writer, const RpaStatement& statement)
 {

@@ -16,6 +16,9 @@ void WriteValues(JsonWriter& writer, const RpaStatement& statement);
 void Write(JsonWriter& writer, const QVector<RpaStatement>& statements);
 QVector<RpaStatement> Read(JsonReader& reader);
 
+// Reads the current member into the statement unless it is its children, of which it tells by false.
+bool ReadMember(JsonReader& reader, RpaStatement& statement);
+
 void WriteMap(JsonWriter& writer, const QMap<QString, QString>& map);
 QMap<QString, QString> ReadMap(JsonReader& reader);
 } // namespace StatementJson

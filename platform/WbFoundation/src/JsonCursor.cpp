@@ -143,9 +143,7 @@ bool JsonCursor::TakeKey()
     }
     if (!Scan(string, limits.keyBytes))
         return false;
-    const QByteArray utf8 = string.GetUtf8();
-    key.resize(0);
-    key.append(utf8);
+    string.GetUtf8(key);
     if (!keys.Add(key)) {
         Fail(QStringLiteral("成员“%1”重复").arg(QString::fromUtf8(key)));
         return false;
@@ -166,8 +164,13 @@ bool JsonCursor::Scan(JsonString& string, int maxBytes)
         Fail(ReasonOf(string.error));
         return false;
     }
-    const bool tooLong =
-        string.GetRawLength() > maxBytes && (!string.hasEscapes || string.GetUtf8().size() > maxBytes);
+    // Escapes are longer than what they stand for: only then is the length worth a decoding.
+    bool tooLong = string.GetRawLength() > maxBytes;
+    if (tooLong && string.hasEscapes) {
+        QByteArray utf8;
+        string.GetUtf8(utf8);
+        tooLong = utf8.size() > maxBytes;
+    }
     if (tooLong) {
         Fail(QStringLiteral("文本超过 %1 字节").arg(maxBytes));
         return false;

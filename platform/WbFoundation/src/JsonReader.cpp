@@ -80,8 +80,7 @@ bool JsonReader::ReadString(QString& value)
     JsonString string;
     if (!d->Expect(Type::String) || !d->cursor.TakeString(string))
         return false;
-    const QByteArray utf8 = string.GetUtf8();
-    value = Utf8::ToString(utf8.constData(), utf8.size());
+    value = string.ToString();
     return true;
 }
 
@@ -90,8 +89,7 @@ bool JsonReader::ReadUtf8(QByteArray& value)
     JsonString string;
     if (!d->Expect(Type::String) || !d->cursor.TakeString(string))
         return false;
-    value = string.GetUtf8();
-    value.detach();
+    string.GetUtf8(value);
     return true;
 }
 

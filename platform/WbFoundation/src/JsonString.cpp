@@ -1,8 +1,6 @@
 #include "JsonString_p.h"
 #include "Utf8_p.h"
 
-#include <QString>
-
 namespace
 {
 // -1 when these are not four hexadecimal digits.
@@ -129,15 +127,11 @@ JsonString JsonString::Scan(const char* text, const char* textEnd)
     return string;
 }
 
-QByteArray JsonString::GetUtf8() const
+void JsonString::GetUtf8(QByteArray& bytes) const
 {
-    if (!hasEscapes)
-        return QByteArray::fromRawData(begin, GetRawLength());
-
-    QByteArray bytes;
-    bytes.reserve(GetRawLength());
+    bytes.resize(0);
     const char* plain = begin;
-    for (const char* at = begin; at < end;) {
+    for (const char* at = begin; hasEscapes && at < end;) {
         if (*at != '\\') {
             ++at;
             continue;
@@ -149,5 +143,14 @@ QByteArray JsonString::GetUtf8() const
         plain = at;
     }
     bytes.append(plain, static_cast<int>(end - plain));
-    return bytes;
+}
+
+QString JsonString::ToString() const
+{
+    if (!hasEscapes)
+        return Utf8::ToString(begin, GetRawLength());
+    QByteArray utf8;
+    utf8.reserve(GetRawLength());
+    GetUtf8(utf8);
+    return Utf8::ToString(utf8.constData(), utf8.size());
 }

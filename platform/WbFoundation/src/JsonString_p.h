@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 // A string of a JSON text, found and checked in one go; decoded only where it is wanted.
 struct JsonString
@@ -24,6 +25,7 @@ struct JsonString
 
     int GetRawLength() const { return static_cast<int>(end - begin); }
 
-    // Its UTF-8; without escapes it refers to the JSON text and is valid only as long as that is.
-    QByteArray GetUtf8() const;
+    // Replaces bytes by its UTF-8.
+    void GetUtf8(QByteArray& bytes) const;
+    QString ToString() const;
 };

@@ -77,7 +77,7 @@ public:
 
     int GetRowCount() const { return rows.size(); }
     // Empty outside the table.
-    QVariantList GetRow(int row) const { return rows.value(row); }
+    QVariantList GetRow(int row) const { return rows.value(row).toList(); }
     // Invalid outside the table and for an empty cell.
     QVariant GetCell(int row, int column) const;
     // False outside the table or when the value does not fit the column.
@@ -115,6 +115,6 @@ signals:
 
 private:
     QVector<RpaTableColumn> columns;
-    QVector<QVariantList> rows;
+    QVector<QVector<QVariant>> rows;
     QByteArray unknown; // members written by a newer client
 };

@@ -88,7 +88,7 @@ private:
     RpaProcess(const QString& name, QObject* parent);
     void SetName(const QString& name);
     void WriteJson(JsonWriter& writer) const;
-    void SetUnknown(const QByteArray& members);
+    void ReadJson(JsonReader& reader);
 
     class Private;
     const std::unique_ptr<Private> d;

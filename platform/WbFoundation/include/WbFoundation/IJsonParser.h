@@ -32,9 +32,9 @@ public:
     explicit IJsonParser(QObject* parent = nullptr);
     ~IJsonParser() override;
 
-    // Copies the values of all declared properties (not the QObject identity); owned records are copied as well.
-    // A class that owns records by pointer must hide the assignment that the compiler makes, which would copy the
-    // pointer too.
+    // Copies the values of all declared properties (not the QObject identity); owned records are copied as
+    // well. A class that owns records by pointer must hide the assignment that the compiler makes, which
+    // would copy the pointer too.
     IJsonParser& operator=(const IJsonParser& other);
 
     // Compact UTF-8 JSON of the record.
