@@ -1,0 +1,38 @@
+#include "EditorLogicFixture.h"
+
+#include <QCoreApplication>
+#include <QtTest>
+
+// What happens to requests when the application object goes. This test makes and ends applications itself.
+class ApplicationEndTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void answersWhatIsOutstandingBeforeTheApplicationIsGone();
+};
+
+void ApplicationEndTest::answersWhatIsOutstandingBeforeTheApplicationIsGone()
+{
+    int argc = 1;
+    char name[] = "tst_applicationend";
+    char* argv[] = {name, nullptr};
+    auto application = std::make_unique<QCoreApplication>(argc, argv);
+    EditorLogicFixture fixture;
+    fixture.server.SetScript([](const auto&) { return FaultServer::Failing(FaultServer::Fault::Silence); });
+    bool hadApplication = false;
+    fixture.answers.reaction = [&](const auto&) { hadApplication = QCoreApplication::instance() != nullptr; };
+    fixture.Update(fixture.Record(QStringLiteral("v1"), QStringLiteral("{}")));
+    fixture.Load(QStringLiteral("v1"));
+    QTRY_COMPARE(fixture.server.GetRequestCount(), 1);
+
+    application.reset();
+
+    QCOMPARE(fixture.answers.Count(), 2);
+    QVERIFY(!fixture.answers.At(0).response->IsSuccess());
+    QVERIFY(!fixture.answers.At(1).response->IsSuccess());
+    QVERIFY(hadApplication);
+}
+
+QTEST_APPLESS_MAIN(ApplicationEndTest)
+#include "tst_applicationend.moc"
