@@ -1,4 +1,5 @@
 #include "MessageDialog_p.h"
+#include "MessageText_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbIcons.h>
@@ -12,6 +13,8 @@ namespace
 {
 constexpr int kIconSize = 24;
 constexpr int kTextWidth = 320;
+constexpr int kLongestText = 600;
+constexpr int kMostLines = 16;
 
 struct ButtonRow
 {
@@ -92,15 +95,15 @@ MessageDialog::MessageDialog(Kind k, const QString& text, QWidget* parent, bool 
     setObjectName(QStringLiteral("PackagedMsgBox"));
     setAttribute(Qt::WA_DeleteOnClose, false);
     SetTitle(QString::fromUtf16(LookOf(kind).title));
-    setAccessibleDescription(text);
 
     QWidget* content = GetContentWidget();
     labelIcon = new QLabel(content);
     labelIcon->setObjectName(QStringLiteral("msgBoxIcon"));
-    labelText = new QLabel(text, content);
+    labelText = new QLabel(ShowableMessage(text, kLongestText, kMostLines), content);
     labelText->setObjectName(QStringLiteral("msgBoxText"));
     labelText->setTextFormat(Qt::PlainText);
     labelText->setWordWrap(true);
+    setAccessibleDescription(labelText->text());
     textColumn = new QVBoxLayout;
     textColumn->addWidget(labelText);
     auto* body = new QHBoxLayout;

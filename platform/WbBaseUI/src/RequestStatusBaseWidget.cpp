@@ -1,4 +1,5 @@
 #include "BusySpinner_p.h"
+#include "MessageText_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <OxBase/IDpiAdapter.h>
@@ -18,6 +19,8 @@ namespace
 constexpr int kErrorIcon = 48;
 constexpr int kSpacing = 16;
 constexpr int kSideMargin = 32;
+constexpr int kLongestReason = 600;
+constexpr int kMostLines = 10;
 
 QLabel* MakeLabel(const QString& name, QWidget* parent)
 {
@@ -185,7 +188,7 @@ void RequestStatusBaseWidget::SetStatus(RequestStatus status)
 
 void RequestStatusBaseWidget::SetErrorMsg(const QString& message)
 {
-    d->reason = message;
+    d->reason = ShowableMessage(message, kLongestReason, kMostLines);
     if (d->status == RequestStatus::Failed) {
         d->ShowParts();
     }

@@ -1,3 +1,4 @@
+#include "MessageText_p.h"
 #include "ToastWidget_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -22,6 +23,8 @@ constexpr std::chrono::milliseconds kFade = 160ms;
 constexpr int kIconSize = 20;
 constexpr int kPadding = 12;
 constexpr int kWidest = 480;
+constexpr int kLongestText = 300;
+constexpr int kMostLines = 6;
 
 struct Look
 {
@@ -46,12 +49,13 @@ Look LookOf(ENUM_TOAST_TYPE type)
 }
 } // namespace
 
-ToastWidget::ToastWidget(const QString& text, ENUM_TOAST_TYPE t, QWidget* parent)
-    : QFrame(parent), type(t), labelIcon(new QLabel(this)), labelText(new QLabel(text, this)),
+ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* parent)
+    : QFrame(parent), text(message), type(t), labelIcon(new QLabel(this)),
+      labelText(new QLabel(ShowableMessage(message, kLongestText, kMostLines), this)),
       opacity(new QGraphicsOpacityEffect(this)), fade(new QPropertyAnimation(opacity, "opacity", this))
 {
     setObjectName(QStringLiteral("WbToast"));
-    setAccessibleName(text);
+    setAccessibleName(labelText->text());
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::PointingHandCursor);
     labelIcon->setObjectName(QStringLiteral("labelToastIcon"));
@@ -86,7 +90,7 @@ ToastWidget::ToastWidget(const QString& text, ENUM_TOAST_TYPE t, QWidget* parent
 
 QString ToastWidget::GetText() const
 {
-    return labelText->text();
+    return text;
 }
 
 void ToastWidget::FadeIn()
@@ -121,7 +125,7 @@ void ToastWidget::FitInto(int width)
     const QMargins margins = layout()->contentsMargins();
     const int chrome = margins.left() + margins.right() + layout()->spacing() +
                        labelIcon->sizeHint().width() + 2 * frameWidth();
-    const QSize oneLine = labelText->fontMetrics().size(0, GetText());
+    const QSize oneLine = labelText->fontMetrics().size(0, labelText->text());
     const int widest = qMin(width, DpiTool::ScaleDefault(kWidest));
     const int textWidth = qMax(1, qMin(oneLine.width() + 2, widest - chrome));
     const int textHeight = labelText->heightForWidth(textWidth);

@@ -16,9 +16,10 @@ class ToastWidget : public QFrame
     Q_PROPERTY(int toastType READ GetType)
 
 public:
-    ToastWidget(const QString& text, ENUM_TOAST_TYPE type, QWidget* parent);
+    ToastWidget(const QString& message, ENUM_TOAST_TYPE type, QWidget* parent);
 
     int GetType() const { return type; }
+    // The whole text, also where a shortened one is shown.
     QString GetText() const;
 
     void FadeIn();
@@ -40,6 +41,7 @@ private:
     void Announce();
     void PaintIcon();
 
+    const QString text;
     const ENUM_TOAST_TYPE type;
     QLabel* labelIcon;
     QLabel* labelText;

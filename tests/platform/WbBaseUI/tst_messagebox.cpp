@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QtTest>
 
 #include <memory>
@@ -41,6 +42,8 @@ private slots:
     void blocksTheApplicationOnlyWhenAsked_data();
     void blocksTheApplicationOnlyWhenAsked();
     void letsTheTextBeSelectedOnRequest();
+    void staysOnTheScreenWithAnyText_data();
+    void staysOnTheScreenWithAnyText();
 };
 
 void TestMessageBox::returnsThePressedButton_data()
@@ -272,6 +275,33 @@ void TestMessageBox::letsTheTextBeSelectedOnRequest()
     PackagedMsgBox::information(QStringLiteral("i"), nullptr, QMessageBox::Ok, true, nullptr, {}, 1);
 
     QVERIFY(flags.testFlag(Qt::TextSelectableByMouse));
+}
+
+void TestMessageBox::staysOnTheScreenWithAnyText_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("many characters") << QString(20000, QChar(0x7248));
+    QTest::newRow("many lines") << QString(500, QLatin1Char('\n'));
+    QTest::newRow("one endless word") << QString(500, QLatin1Char('x'));
+    QTest::newRow("nothing") << QString();
+}
+
+void TestMessageBox::staysOnTheScreenWithAnyText()
+{
+    QFETCH(QString, text);
+    ModalDriver modals;
+    QRect place;
+    modals.Then([&](QWidget* box) {
+        place = box->geometry();
+        ModalDriver::Reject(box);
+    });
+
+    PackagedMsgBox::warn(text, nullptr, QMessageBox::Ok);
+
+    QVERIFY(!place.isEmpty());
+    QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(place));
+    QVERIFY2(place.width() < 640, qPrintable(QString::number(place.width())));
 }
 
 RPA_TEST_MAIN(TestMessageBox)

@@ -60,6 +60,7 @@ private slots:
     void goesWithItsWindow();
     void wrapsALongTextInsideTheWindow();
     void showsHostileTextAsText();
+    void shortensAnEndlessText();
     void staysAtTheTopWhenTheWindowGrows();
 
 private:
@@ -280,6 +281,16 @@ void TestToast::showsHostileTextAsText()
     const auto* label = ToastsIn(*window).constFirst()->findChild<QLabel*>(QStringLiteral("labelToastText"));
     QCOMPARE(label->text(), hostile);
     QCOMPARE(label->textFormat(), Qt::PlainText);
+}
+
+void TestToast::shortensAnEndlessText()
+{
+    WbToast::Show(QString(10000, QLatin1Char('x')), ToastError);
+    WbToast::Show(QString(10000, QLatin1Char('x')), ToastError);
+
+    QCOMPARE(ToastsIn(*window).size(), 1);
+    QVERIFY(window->rect().contains(ToastsIn(*window).constFirst()->geometry()));
+    QVERIFY(TextOf(ToastsIn(*window).constFirst()).endsWith(QChar(0x2026)));
 }
 
 void TestToast::staysAtTheTopWhenTheWindowGrows()
