@@ -15,7 +15,13 @@
 namespace
 {
 constexpr int versionsInList = 20;
-const int clientCounts[] = {1, 8, 64};
+
+// The numbers of clients to run a load with: none for one that RPA_BENCH_ONLY does not name.
+std::vector<int> Wanted(const QByteArray& load)
+{
+    const QByteArray only = qgetenv("RPA_BENCH_ONLY");
+    return only.isEmpty() || load.contains(only) ? std::vector<int>{1, 8, 64} : std::vector<int>{};
+}
 
 std::chrono::milliseconds Duration()
 {
@@ -58,13 +64,13 @@ public:
         const std::string list = Get("/api/v1/apps/" + appId + "/versions");
         const std::string data = Get("/api/v1/versions/" + versionId + "/data");
         const QByteArray saved = AppDataOf(100000);
-        for (const int clients : clientCounts)
+        for (const int clients : Wanted("list"))
             Print("list of 20 versions", clients,
                   RunLoad(server.Port(), clients, Duration(), 200, [&](int, long) { return list; }));
-        for (const int clients : clientCounts)
+        for (const int clients : Wanted("read"))
             Print("read 1 MB", clients,
                   RunLoad(server.Port(), clients, Duration(), 200, [&](int, long) { return data; }));
-        for (const int clients : clientCounts)
+        for (const int clients : Wanted("save"))
             Print("save 100 kB", clients, Saves(clients, saved));
     }
 
@@ -162,7 +168,7 @@ public:
 private:
     void Run(const char* what, const std::string& request)
     {
-        for (const int clients : clientCounts)
+        for (const int clients : Wanted(what))
             Print(what, clients, RunLoad(port, clients, Duration(), 200, [&](int, long) { return request; }));
     }
 

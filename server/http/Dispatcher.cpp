@@ -78,6 +78,11 @@ void Dispatcher::Admit(const RequestHead& head, std::function<void(std::optional
     const Router::Match match = router.Find(head.method, head.path);
     if (auto refusal = RefusalOfHead(head, match)) {
         metrics.Count(match.route ? match.index : router.Routes().size(), refusal->status, {});
+        log.Write(LogLevel::Info, "refused-by-head", [&](JsonText& line) {
+            line.Member("method", QString::fromLatin1(head.method))
+                .Member("path", QString::fromUtf8(head.path.left(200)))
+                .Member("status", refusal->status);
+        });
         return decide(std::move(refusal));
     }
     // Nobody without a session may make the server take in a large body.

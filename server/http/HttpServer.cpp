@@ -185,7 +185,7 @@ class Connection : public std::enable_shared_from_this<Connection>
 {
 public:
     Connection(HttpServer::Private& theServer, Socket socket)
-        : server(theServer), stream(std::move(socket)), buffer(64 * 1024)
+        : server(theServer), stream(std::move(socket)), buffer(largestRead)
     {
         beast::error_code ec;
         const auto peer = stream.socket().remote_endpoint(ec);
@@ -224,6 +224,9 @@ public:
     std::list<std::weak_ptr<Connection>>::iterator place;
 
 private:
+    static constexpr std::size_t smallRead = 4 * 1024; // what an idle connection may hold
+    static constexpr std::size_t largestRead = 64 * 1024;
+
     using Guard = net::executor_work_guard<Strand>;
 
     void AwaitRequest()
@@ -231,6 +234,9 @@ private:
         idle = true;
         if (server.stopping)
             return Close();
+        if (buffer.size() == 0 && buffer.capacity() > smallRead)
+            buffer.shrink_to_fit();
+        buffer.reserve(smallRead);
         parser.emplace();
         parser->header_limit(server.limits.headerBytes);
         parser->body_limit(static_cast<std::uint64_t>(server.limits.bodyBytes));
@@ -305,6 +311,8 @@ private:
         if (!server.TakeBodyBudget(expected))
             return Refuse(503);
         budget = expected;
+        // As much is read at once as the buffer has room for.
+        buffer.reserve(static_cast<std::size_t>(std::clamp<std::int64_t>(expected, smallRead, largestRead)));
         stream.expires_after(server.limits.body +
                              std::chrono::seconds(expected / server.limits.slowestBytesPerSecond));
         if (beast::iequals(parser->get()[http::field::expect], "100-continue"))
@@ -412,7 +420,7 @@ private:
         if (server.stopping)
             return Close();
         buffer.clear();
-        stream.async_read_some(buffer.prepare(64 * 1024),
+        stream.async_read_some(buffer.prepare(largestRead),
                                [self = shared_from_this()](beast::error_code ec, std::size_t) {
                                    if (ec)
                                        return self->Close();

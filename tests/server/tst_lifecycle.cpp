@@ -1,6 +1,57 @@
 #include "ServerProcess.h"
 
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+
+namespace
+{
+constexpr int waitMs = 20000;
+
+// The server as an administrator runs it.
+class PlainServer
+{
+public:
+    explicit PlainServer(const QStringList& arguments)
+    {
+        process.start(QStringLiteral(RPA_VERSION_SERVER_FILE), arguments);
+        process.setReadChannel(QProcess::StandardOutput);
+    }
+    ~PlainServer()
+    {
+        process.kill();
+        process.waitForFinished(waitMs);
+    }
+
+    bool WaitUntilReady()
+    {
+        while (!process.canReadLine()) {
+            if (!process.waitForReadyRead(waitMs))
+                return false;
+        }
+        return process.readLine().startsWith("{\"listening\":\"http://");
+    }
+
+    // Sends the signal and gives the exit code, -1 when it crashed or did not end.
+    int EndBy(int signal)
+    {
+        ::kill(static_cast<pid_t>(process.processId()), signal);
+        return ExitCode();
+    }
+
+    int ExitCode()
+    {
+        const bool ended = process.state() == QProcess::NotRunning || process.waitForFinished(waitMs);
+        return ended && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    QByteArray Log() { return process.readAllStandardError(); }
+
+    QProcess process;
+};
+} // namespace
 
 class LifecycleTest : public QObject
 {
@@ -9,6 +60,15 @@ class LifecycleTest : public QObject
 private slots:
     void stopsWhenItsInputCloses();
     void comesBackOnTheSamePort();
+    void stopsGracefullyOnASignal_data();
+    void stopsGracefullyOnASignal();
+    void warnsWhenOtherMachinesCanReachIt();
+    void leavesAStoreToTheServerThatUsesIt();
+    void endsWhenTheWorkstationSendsNothingOfUse();
+    void embedsOnlyOnThisMachine();
+    void refusesACommandLineItDoesNotUnderstand_data();
+    void refusesACommandLineItDoesNotUnderstand();
+    void keepsTheStoreToItsOwner();
 };
 
 void LifecycleTest::stopsWhenItsInputCloses()
@@ -32,6 +92,113 @@ void LifecycleTest::comesBackOnTheSamePort()
 
     QCOMPARE(server.Port(), port);
     QVERIFY(server.IsRunning());
+}
+
+void LifecycleTest::stopsGracefullyOnASignal_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+}
+
+void LifecycleTest::stopsGracefullyOnASignal()
+{
+    QFETCH(int, signal);
+    QTemporaryDir folder;
+    PlainServer server(
+        {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
+    QVERIFY(server.WaitUntilReady());
+
+    const int code = server.EndBy(signal);
+
+    QCOMPARE(code, 0);
+    const QByteArray log = server.Log();
+    QVERIFY(log.contains("\"stopped\""));
+    QVERIFY(!log.contains("not-loopback"));
+}
+
+void LifecycleTest::warnsWhenOtherMachinesCanReachIt()
+{
+    QTemporaryDir folder;
+    PlainServer server(
+        {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("0.0.0.0:0")});
+    QVERIFY(server.WaitUntilReady());
+
+    QCOMPARE(server.EndBy(SIGTERM), 0);
+
+    QVERIFY(server.Log().contains("not-loopback"));
+}
+
+void LifecycleTest::leavesAStoreToTheServerThatUsesIt()
+{
+    ServerProcess first;
+    QVERIFY2(first.Start(), first.ErrorText());
+
+    PlainServer second({QStringLiteral("--data"), first.DataDir(), QStringLiteral("--listen"),
+                        QStringLiteral("127.0.0.1:0")});
+
+    QCOMPARE(second.ExitCode(), 1);
+    QVERIFY(second.Log().contains("another server uses"));
+    QVERIFY(first.IsRunning());
+}
+
+void LifecycleTest::endsWhenTheWorkstationSendsNothingOfUse()
+{
+    QTemporaryDir folder;
+    PlainServer server({QStringLiteral("--embedded"), QStringLiteral("--data"), folder.path()});
+    QVERIFY(server.process.waitForStarted(waitMs));
+
+    server.process.write("{\"token\":\"short\",\"account\":{\"pin\":\"p\",\"venderId\":\"v\"}}\n");
+
+    QCOMPARE(server.ExitCode(), 1);
+    QVERIFY(server.Log().contains("bad-embedding-line"));
+}
+
+void LifecycleTest::embedsOnlyOnThisMachine()
+{
+    QTemporaryDir folder;
+    PlainServer server({QStringLiteral("--embedded"), QStringLiteral("--listen"), QStringLiteral("0.0.0.0:0"),
+                        QStringLiteral("--data"), folder.path()});
+
+    QCOMPARE(server.ExitCode(), 1);
+    QVERIFY(server.Log().contains("embedded-needs-loopback"));
+}
+
+void LifecycleTest::refusesACommandLineItDoesNotUnderstand_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("a port that is none")
+        << QStringList{QStringLiteral("--listen"), QStringLiteral("127.0.0.1:http")};
+    QTest::newRow("an address without a port")
+        << QStringList{QStringLiteral("--listen"), QStringLiteral("localhost")};
+    QTest::newRow("an unknown command") << QStringList{QStringLiteral("serve")};
+    QTest::newRow("an unknown option") << QStringList{QStringLiteral("--port"), QStringLiteral("1")};
+    QTest::newRow("an unknown log level") << QStringList{QStringLiteral("--log"), QStringLiteral("all")};
+    QTest::newRow("a store of an unknown kind")
+        << QStringList{QStringLiteral("--store"), QStringLiteral("file.db")};
+}
+
+void LifecycleTest::refusesACommandLineItDoesNotUnderstand()
+{
+    QFETCH(QStringList, arguments);
+
+    PlainServer server(arguments);
+    const int code = server.ExitCode();
+
+    QVERIFY(code == 1 || code == 2);
+    QVERIFY(!server.Log().isEmpty());
+}
+
+void LifecycleTest::keepsTheStoreToItsOwner()
+{
+    ServerProcess server;
+    QVERIFY2(server.Start(), server.ErrorText());
+
+    const auto others =
+        QFileDevice::ReadGroup | QFileDevice::WriteGroup | QFileDevice::ReadOther | QFileDevice::WriteOther;
+
+    QCOMPARE(QFile::permissions(server.DataDir() + QStringLiteral("/versions.db")) & others,
+             QFileDevice::Permissions());
 }
 
 QTEST_GUILESS_MAIN(LifecycleTest)
