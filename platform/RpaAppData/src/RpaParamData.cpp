@@ -68,7 +68,9 @@ QVariant RpaParamItem::GetEffectiveValue() const
 
 bool RpaParamItem::Fit(QVariant& candidate) const
 {
-    if (!candidate.isValid())
+    // What a newer client's type may hold is unknown here.
+    const bool isForeign = type == RpaParamType::Text && !foreignType.isEmpty();
+    if (!candidate.isValid() || isForeign)
         return true;
     switch (type) {
     case RpaParamType::Number:

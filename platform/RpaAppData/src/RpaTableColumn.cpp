@@ -32,7 +32,9 @@ auto Tie(const RpaTableColumn& column)
 
 bool RpaTableColumn::Fit(QVariant& value) const
 {
-    if (!value.isValid())
+    // What a newer client's type may hold is unknown here.
+    const bool isForeign = type == RpaColumnType::Text && !foreignType.isEmpty();
+    if (!value.isValid() || isForeign)
         return true;
     if (value.userType() == QMetaType::QString && value.toString().isEmpty()) {
         value = QVariant();

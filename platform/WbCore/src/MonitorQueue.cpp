@@ -44,7 +44,10 @@ void MonitorQueue::Close()
 void MonitorQueue::Load()
 {
     QFile file(GetFileName());
-    if (file.size() > largestFileBytes || !file.open(QIODevice::ReadOnly))
+    // A file of that size is not one that this class wrote.
+    if (file.size() > largestFileBytes)
+        file.remove();
+    if (!file.open(QIODevice::ReadOnly))
         return;
 
     std::deque<QByteArray> earlier;

@@ -16,10 +16,13 @@ UsageMonitor* UsageMonitor::Instance()
 void UsageMonitor::Start(const Settings& settings, Sink sink)
 {
     Stop();
-    d->settings = settings;
-    d->sink = std::move(sink);
-    d->pause = settings.interval;
-    d->stopping = false;
+    {
+        const std::lock_guard<std::mutex> locked(d->mutex);
+        d->settings = settings;
+        d->sink = std::move(sink);
+        d->pause = settings.interval;
+        d->stopping = false;
+    }
     d->worker = std::thread([this] { d->Run(); });
 }
 

@@ -91,6 +91,7 @@ private slots:
     void readsBackWhatItWrote();
     void writesItsMembersInAFixedOrder();
     void keepsWhatANewerClientWrote();
+    void keepsValuesOfTypesItDoesNotKnow();
     void neverWritesPasswords();
     void refusesBadTextAndStaysAsItWas_data();
     void refusesBadTextAndStaysAsItWas();
@@ -183,6 +184,30 @@ void RpaAppDataTest::keepsWhatANewerClientWrote()
     expected.remove(QStringLiteral("packageInfo"));
     actual.remove(QStringLiteral("packageInfo"));
     QCOMPARE(actual, expected);
+}
+
+void RpaAppDataTest::keepsValuesOfTypesItDoesNotKnow()
+{
+    const QByteArray params =
+        R"([{"name":"p","label":"","type":"range","default":{"low":1,"high":[2,3]},"value":[4.5],"required":false}])";
+    const QByteArray table =
+        R"({"columns":[{"name":"c","type":"place"}],"rows":[[{"x":1,"y":2}],[null],[9]]})";
+    RpaAppData app;
+
+    QVERIFY(app.Parse("{\"uiData\":{\"pages\":[{\"name\":\"a\",\"params\":" + params + ",\"table\":" + table +
+                      "}]}}"));
+
+    const QByteArray json = app.ToJson();
+    const QJsonObject page = QJsonDocument::fromJson(json)
+                                 .object()
+                                 .value(QStringLiteral("uiData"))
+                                 .toObject()
+                                 .value(QStringLiteral("pages"))
+                                 .toArray()
+                                 .at(0)
+                                 .toObject();
+    QCOMPARE(QJsonDocument(page.value(QStringLiteral("params")).toArray()), QJsonDocument::fromJson(params));
+    QCOMPARE(QJsonDocument(page.value(QStringLiteral("table")).toObject()), QJsonDocument::fromJson(table));
 }
 
 void RpaAppDataTest::neverWritesPasswords()
