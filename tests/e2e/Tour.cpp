@@ -183,6 +183,7 @@ void Tour::Save()
         UntilToast(QStringLiteral("保存成功"));
     });
     d->Step(QStringLiteral("save-as-dialog"), [this] {
+        d->UntilCalm();
         d->Click(QStringLiteral("save as"), Named("pushButtonSaveAs"));
         d->Until(QStringLiteral("the dialog"), [] { return Visible("comboBoxName") != nullptr; });
         d->Click(QStringLiteral("name"), Named("comboBoxName"));
@@ -214,6 +215,7 @@ void Tour::Save()
 void Tour::UseDropDown()
 {
     d->Step(QStringLiteral("drop-down"), [this] {
+        d->UntilCalm();
         OpenDropDown();
         d->Until(QStringLiteral("rows of every state"),
                  [] { return RowOf(QStringLiteral("评审版")) >= 0 && VersionList()->count() >= 5; });
@@ -280,6 +282,7 @@ void Tour::DeleteVersions()
 void Tour::LoseServer()
 {
     d->Step(QStringLiteral("server-stopped"), [this] {
+        d->UntilCalm();
         BackToList();
         d->OnGui([this] { workstation->GetSession()->GetEmbeddedServer()->Stop(); });
         OpenFirstApp();
@@ -359,6 +362,7 @@ void Tour::MeetNewerData()
             throw TourFailure(other.GetProblem());
         }
 
+        d->UntilCalm();
         d->OnGui([this] { toasts->Clear(); });
         OpenDropDown();
         PressRow(newer);
@@ -380,6 +384,7 @@ void Tour::LookAround()
         d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
     });
     d->Step(QStringLiteral("settings"), [this] {
+        d->UntilCalm();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
         d->Until(QStringLiteral("the settings"), [] { return Visible("comboTheme") != nullptr; });
     });

@@ -97,18 +97,47 @@ void TourDriver::TakePicture()
     picture = Grab();
 }
 
+void TourDriver::UntilCalm()
+{
+    Until(QStringLiteral("the end of the notices"), &TourDriver::ShowsNoNotice, std::chrono::seconds(30));
+}
+
+bool TourDriver::ShowsNoNotice()
+{
+    for (const QWidget* each : QApplication::allWidgets()) {
+        if (each->isVisible() && each->objectName() == QLatin1String("WbToast")) {
+            return false;
+        }
+    }
+    return true;
+}
+
 QImage TourDriver::Grab()
 {
-    return OnGui([this] {
-        // What was changed last is on the screen once the windows have painted.
-        for (QWindow* each : QGuiApplication::topLevelWindows()) {
-            each->requestUpdate();
+    // What has just been opened is on the screen once its window is exposed and two looks in a row see the
+    // same; a picture that never comes to rest (a busy sign turns) is taken as it is.
+    constexpr int mostLooks = 12;
+    QImage last;
+    for (int i = 0; i < mostLooks; ++i) {
+        const QImage next = OnGui([this] { return GrabOnce(); });
+        if (!next.isNull() && next == last) {
+            break;
         }
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        const QRect frame = window->frameGeometry();
-        return window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();
-    });
+        last = next;
+        QThread::msleep(60);
+    }
+    return last;
+}
+
+QImage TourDriver::GrabOnce()
+{
+    for (QWindow* each : QGuiApplication::topLevelWindows()) {
+        if (each->isVisible() && !each->isExposed()) {
+            return {};
+        }
+    }
+    const QRect frame = window->frameGeometry();
+    return window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();
 }
 
 void TourDriver::Until(const QString& what, const std::function<bool()>& condition,

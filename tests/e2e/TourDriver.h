@@ -37,6 +37,9 @@ public:
     // Takes the step's picture now, because what it shows is gone when the step ends.
     void TakePicture();
 
+    // Waits until notices of earlier steps have gone, so that they do not lie over the picture.
+    void UntilCalm();
+
     // Waits until the condition holds on the GUI thread; fails the step when it does not in time.
     void Until(const QString& what, const std::function<bool()>& condition,
                std::chrono::milliseconds within = std::chrono::seconds(20));
@@ -65,6 +68,8 @@ public:
 private:
     void Post(const std::function<void()>& act);
     QImage Grab();
+    QImage GrabOnce();
+    static bool ShowsNoNotice();
     void CloseLeftovers();
 
     TourReport* const report;

@@ -196,9 +196,10 @@ void Workstation::ConnectClosing()
         WbToast::Show(QStringLiteral("正在等待保存完成…"));
     });
     connect(closeGuard.get(), &CloseGuard::SigMayClose, this, [this] {
-        editorPage->Discard();
-        session->End();
         window->CloseForGood();
+        editorPage->Discard();
+        RpaEditorLogic::Instance()->Shutdown();
+        session->End();
         emit SigClosed();
     });
     connect(samples.get(), &SampleInstaller::SigFinished, this, [this](bool complete) {

@@ -10,6 +10,7 @@
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QListView>
 #include <QMenu>
@@ -214,11 +215,17 @@ void AppListPage::ShowApps()
 {
     status->SetStatus(RequestStatus::Succeeded);
     UpdateContent();
+    // Keys go to the cards, unless the user is at work elsewhere on the page.
+    const QWidget* focus = QApplication::focusWidget();
+    if (isVisible() && (!focus || focus == editSearch || !isAncestorOf(focus)) &&
+        editSearch->text().isEmpty()) {
+        cards->setFocus();
+    }
 }
 
 void AppListPage::SelectApp(const QString& appId)
 {
-    const QModelIndex index = filter->mapFromSource(model->index(model->RowOf(appId)));
+    const QModelIndex index = filter->mapFromSource(model->index(model->RowOf(appId), 0));
     if (index.isValid()) {
         cards->setCurrentIndex(index);
         cards->scrollTo(index);

@@ -65,7 +65,7 @@ void Session::Retry()
 void Session::End()
 {
     checkTimer.stop();
-    SignOut();
+    ForgetUser();
     server.Stop();
 }
 
@@ -154,18 +154,22 @@ void Session::SignIn(const QString& account, const QString& password)
 
 void Session::SignOut()
 {
-    if (!IsSignedIn()) {
-        return;
+    if (IsSignedIn()) {
+        ForgetUser();
+        emit SigSignedOut();
     }
+}
+
+void Session::ForgetUser()
+{
     // The embedded server's tokens live as long as the workstation; a remote session is ended where it lives.
-    if (!embedded) {
+    if (IsSignedIn() && !embedded) {
         client->SignOut(nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
     }
     pin.clear();
     Service()->SetToken(QByteArray());
     WbGlobalData::Instance()->SetPin(QString());
     WbGlobalData::Instance()->SetVenderId(0);
-    emit SigSignedOut();
 }
 
 void Session::CheckRemote()

@@ -64,6 +64,7 @@ signals:
 private:
     void SlotEmbeddedState(EmbeddedServer::State state);
     void CheckRemote();
+    void ForgetUser();
     void SetServer(ServerState state, const QString& detail);
     void Become(const QString& pin, const QString& name, qint64 venderId, const QByteArray& token);
 

@@ -75,4 +75,5 @@ AboutDialog::AboutDialog(QWidget* parent) : WbBaseDialog(parent, Qt::WindowClose
     layout->addLayout(buttons);
     connect(copy, &QPushButton::clicked, this, [] { QGuiApplication::clipboard()->setText(BuildFacts()); });
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    close->setFocus();
 }

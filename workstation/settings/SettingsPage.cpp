@@ -87,7 +87,7 @@ SettingsPage::SettingsPage(WorkstationSettings* store, QWidget* parent)
     layout->addWidget(scroll);
 
     ShowServer();
-    ShowDateSample();
+    ShowLook();
     ShowAccounts({}, -1);
     Connect();
 }
@@ -129,12 +129,10 @@ QWidget* SettingsPage::CreateLookSection()
     comboTheme->addItem(QStringLiteral("跟随系统"), int(ThemeChoice::System));
     comboTheme->addItem(QStringLiteral("浅色"), int(ThemeChoice::Light));
     comboTheme->addItem(QStringLiteral("深色"), int(ThemeChoice::Dark));
-    comboTheme->setCurrentIndex(comboTheme->findData(int(settings->GetTheme())));
     comboDates = Choice("comboDates", QStringLiteral("日期语言"), section);
     for (DateLanguage language : AllDateLanguages()) {
         comboDates->addItem(DateLanguageName(language), int(language));
     }
-    comboDates->setCurrentIndex(comboDates->findData(int(settings->GetDateLanguage())));
     labelDateSample = new WbLabel(section);
     labelDateSample->setObjectName(QStringLiteral("labelDateSample"));
     AddRow(layout, QStringLiteral("主题"), comboTheme);
@@ -180,10 +178,10 @@ void SettingsPage::Connect()
     connect(buttonUseServer, &QPushButton::clicked, this, &SettingsPage::SlotConfirmServer);
     connect(comboTheme, chosen, this,
             [this] { settings->SetTheme(ThemeChoice(comboTheme->currentData().toInt())); });
-    connect(comboDates, chosen, this, [this] {
-        settings->SetDateLanguage(DateLanguage(comboDates->currentData().toInt()));
-        ShowDateSample();
-    });
+    connect(comboDates, chosen, this,
+            [this] { settings->SetDateLanguage(DateLanguage(comboDates->currentData().toInt())); });
+    connect(settings, &WorkstationSettings::SigThemeChanged, this, &SettingsPage::ShowLook);
+    connect(settings, &WorkstationSettings::SigDateLanguageChanged, this, &SettingsPage::ShowLook);
     connect(comboAccount, chosen, this, &SettingsPage::SigSwitchAccount);
     connect(checkSuperAdmin, &QCheckBox::toggled, settings, &WorkstationSettings::SetSuperAdmin);
     connect(buttonAbout, &QPushButton::clicked, this, &SettingsPage::SigAbout);
@@ -221,8 +219,10 @@ void SettingsPage::SlotConfirmServer()
     }
 }
 
-void SettingsPage::ShowDateSample()
+void SettingsPage::ShowLook()
 {
+    comboTheme->setCurrentIndex(comboTheme->findData(int(settings->GetTheme())));
+    comboDates->setCurrentIndex(comboDates->findData(int(settings->GetDateLanguage())));
     labelDateSample->setText(
         QStringLiteral("例如：%1").arg(DateText(QDateTime::currentDateTime(), settings->GetDateLanguage())));
 }

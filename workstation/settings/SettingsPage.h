@@ -41,7 +41,7 @@ private:
     void ShowServer();
     void SlotConfirmServer();
     void UpdateServerForm();
-    void ShowDateSample();
+    void ShowLook();
 
     WorkstationSettings* const settings;
     QRadioButton* radioEmbedded = nullptr;

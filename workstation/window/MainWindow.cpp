@@ -126,5 +126,6 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->ignore();
-    emit SigCloseRequested();
+    // Announced afterwards: a window that is being closed cannot be closed from within.
+    QMetaObject::invokeMethod(this, &MainWindow::SigCloseRequested, Qt::QueuedConnection);
 }
