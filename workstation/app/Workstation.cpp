@@ -7,7 +7,6 @@
 #include "CloseGuard.h"
 #include "EditorPage.h"
 #include "MainWindow.h"
-#include "RpaResources.h"
 #include "SampleInstaller.h"
 #include "ServerMark.h"
 #include "Session.h"
@@ -25,6 +24,8 @@
 #include <QApplication>
 #include <QPalette>
 #include <QTextCodec>
+
+#include <RpaResources.h>
 
 namespace
 {
