@@ -2,6 +2,7 @@
 
 #include <RpaProcessData/RpaProcessCheck.h>
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace
@@ -29,7 +30,11 @@ RpaEngineModule* RpaEngineModule::Instance()
     return &instance;
 }
 
-RpaEngineModule::RpaEngineModule() : d(std::make_unique<Private>()) {}
+RpaEngineModule::RpaEngineModule() : d(std::make_unique<Private>())
+{
+    // The engine outlives the application object, its child processes must not.
+    qAddPostRoutine([] { Instance()->d->runner.Shutdown(); });
+}
 
 RpaEngineModule::~RpaEngineModule() = default;
 
@@ -104,14 +109,11 @@ bool RpaEngineModule::Check(const QString& processName)
 
 bool RpaEngineModule::Execute(const QString& processName)
 {
-    d->log.Append(RpaLogLevel::Error,
-                  QStringLiteral("此版本的执行引擎尚不能运行流程，流程“%1”没有启动").arg(processName),
-                  QString());
-    return false;
+    return d->runner.Execute(d->processData.Get(), processName, d->translator.GetTranslateStatements(),
+                             d->GetRunParts());
 }
 
-bool RpaEngineModule::Terminate(const QString&)
+bool RpaEngineModule::Terminate(const QString& processName)
 {
-    // Nothing can run yet, so nothing can be stopped.
-    return false;
+    return d->runner.Terminate(processName);
 }

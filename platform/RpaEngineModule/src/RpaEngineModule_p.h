@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Handed_p.h"
+#include "RpaEngineRunner_p.h"
 #include "RpaLogManager_p.h"
 #include "RpaTranslatorSwitches_p.h"
 
+#include <RpaAppData/RpaAppRunTimeInfo.h>
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IAppTableEngine.h>
 #include <RpaEngineCore/IRpaDebugger.h>
@@ -29,4 +31,11 @@ public:
     RpaTranslatorSwitches translator;
     IRpaDebugger debugger;
     RpaLogManager log;
+    RpaEngineRunner runner{log, debugger};
+
+    RpaRunParts GetRunParts() const
+    {
+        return {browserEngine, paramEngine, tableEngine, htmlNodes,
+                runTimeInfo ? runTimeInfo->GetAppId() : QString()};
+    }
 };

@@ -4,7 +4,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-namespace {
+namespace
+{
 IRpaLogManager* Log()
 {
     return RpaEngineModule::Instance()->GetLogManager();

@@ -4,7 +4,8 @@
 
 #include <memory>
 
-namespace {
+namespace
+{
 RpaProcessRelatedUIControler* Controler()
 {
     return RpaProcessRelatedUIControler::Instance();

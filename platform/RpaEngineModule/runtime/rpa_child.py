@@ -1,0 +1,272 @@
+"""Runs one process of an app in a Python of its own and speaks to the editor over a local socket.
+
+Started as: python3 -I -u rpa_child.py SOCKET TOKEN. A frame is a 4-byte big-endian length and a JSON object. Nothing in
+the program costs time per statement: where it stands is sampled from outside, and where it failed is read from the
+traceback.
+"""
+
+import json
+import linecache
+import os
+import signal
+import socket
+import struct
+import sys
+import threading
+import traceback
+
+PROGRAM_FILE = "<process>"
+SAMPLE_SECONDS = 0.05
+LOG_BATCH_BYTES = 32 * 1024
+LOG_LINE_CHARACTERS = 16 * 1024
+HEADER = struct.Struct(">I")
+FRAME_BYTES = 16 * 1024 * 1024
+
+
+class Stopped(BaseException):
+    """Raised in the program when the editor asks it to end; not an Exception, so that no handler swallows it."""
+
+
+class CallFailed(Exception):
+    """The editor refused a call; the text is the reason in the user's words."""
+
+
+class Link:
+    def __init__(self, path):
+        self.socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        self.socket.connect(path)
+        self.write_lock = threading.Lock()
+        self.call_lock = threading.Lock()
+        self.next_call = 0
+        self.received = bytearray()
+
+    def send(self, frame):
+        body = json.dumps(frame, ensure_ascii=False, separators=(",", ":"), default=str).encode("utf-8", "replace")
+        if len(body) > FRAME_BYTES:
+            raise CallFailed("数据超过 16 MB，无法传给编辑器")
+        with self.write_lock:
+            self.socket.sendall(HEADER.pack(len(body)) + body)
+
+    def receive(self):
+        length = HEADER.unpack(self.read_exactly(HEADER.size))[0]
+        return json.loads(self.read_exactly(length))
+
+    def read_exactly(self, count):
+        while len(self.received) < count:
+            part = self.socket.recv(65536)
+            if not part:
+                # The editor is gone: nobody is left to work for.
+                os._exit(0)
+            self.received += part
+        taken = bytes(self.received[:count])
+        del self.received[:count]
+        return taken
+
+    def call(self, name, *arguments):
+        OUTPUT.flush()
+        with self.call_lock:
+            self.next_call += 1
+            self.send({"t": "call", "id": self.next_call, "name": name, "args": arguments})
+            while True:
+                answer = self.receive()
+                if answer.get("t") == "answer" and answer.get("id") == self.next_call:
+                    break
+        if not answer.get("ok"):
+            raise CallFailed(answer.get("error") or "编辑器没有执行这个操作")
+        return answer.get("value")
+
+
+class Output:
+    """Collects log lines and sends them together: a line of its own frame each would be slower than the program."""
+
+    def __init__(self):
+        self.lock = threading.Lock()
+        self.lines = []
+        self.size = 0
+
+    def add(self, level, text, line=0):
+        text = text[:LOG_LINE_CHARACTERS]
+        with self.lock:
+            self.lines.append([level, text, line])
+            self.size += len(text) + 32
+            full = self.size > LOG_BATCH_BYTES
+        if full:
+            self.flush()
+
+    def flush(self):
+        with self.lock:
+            lines, self.lines, self.size = self.lines, [], 0
+            # Sent inside the lock, so that two flushes cannot change the order of lines.
+            if lines and LINK:
+                LINK.send({"t": "log", "lines": lines})
+
+
+class Writer:
+    """Stands in for sys.stdout and sys.stderr."""
+
+    encoding = "utf-8"
+    errors = "replace"
+
+    def __init__(self, level):
+        self.level = level
+        self.rest = ""
+
+    def write(self, text):
+        *lines, self.rest = (self.rest + str(text)).split("\n")
+        for line in lines:
+            OUTPUT.add(self.level, line, current_line())
+        if len(self.rest) > LOG_LINE_CHARACTERS:
+            OUTPUT.add(self.level, self.rest, current_line())
+            self.rest = ""
+        return len(text)
+
+    def flush(self):
+        if self.rest:
+            OUTPUT.add(self.level, self.rest, current_line())
+            self.rest = ""
+
+    def isatty(self):
+        return False
+
+    def fileno(self):
+        return 1
+
+
+LINK = None
+OUTPUT = Output()
+MAIN = threading.main_thread().ident
+
+
+def program_line(frame):
+    """Line of the innermost frame that belongs to the program, 0 outside it."""
+    while frame is not None:
+        if frame.f_code.co_filename == PROGRAM_FILE:
+            return frame.f_lineno
+        frame = frame.f_back
+    return 0
+
+
+def current_line():
+    return program_line(sys._getframe(1))
+
+
+def watch():
+    """Tells the editor where the program stands and what it wrote, some times a second."""
+    last = 0
+    ticker = threading.Event()
+    while True:
+        ticker.wait(SAMPLE_SECONDS)
+        OUTPUT.flush()
+        line = program_line(sys._current_frames().get(MAIN))
+        if line and line != last:
+            last = line
+            LINK.send({"t": "at", "line": line})
+
+
+def read_foreign_output(descriptor):
+    """What programs started by the process write; read here, so that it can neither block them nor fill anything."""
+    with os.fdopen(descriptor, "r", encoding="utf-8", errors="replace", newline="\n") as pipe:
+        while True:
+            line = pipe.readline(LOG_LINE_CHARACTERS)
+            if not line:
+                return
+            OUTPUT.add("info", line.rstrip("\n"))
+
+
+def redirect_output():
+    readable, writable = os.pipe()
+    os.dup2(writable, 1)
+    os.dup2(writable, 2)
+    os.close(writable)
+    threading.Thread(target=read_foreign_output, args=(readable,), daemon=True).start()
+    sys.stdout, sys.stderr = Writer("info"), Writer("error")
+
+
+def stop(*_):
+    raise Stopped()
+
+
+def readable(error):
+    """What went wrong, in the author's words."""
+    text = str(error)
+    if isinstance(error, CallFailed):
+        return text
+    if isinstance(error, NameError) and getattr(error, "name", None):
+        return f"变量“{error.name}”还没有值"
+    if isinstance(error, ModuleNotFoundError):
+        return f"缺少扩展包“{error.name}”，请先安装"
+    if isinstance(error, FileNotFoundError):
+        return f"找不到文件：{error.filename}"
+    if isinstance(error, PermissionError):
+        return f"没有权限访问：{error.filename}"
+    if isinstance(error, ZeroDivisionError):
+        return "除数不能为零"
+    if isinstance(error, MemoryError):
+        return "内存不足：流程使用的内存超过了上限"
+    if isinstance(error, RecursionError):
+        return "嵌套太深：流程可能在不停地调用自己"
+    if isinstance(error, KeyError):
+        return f"没有名为 {text} 的项"
+    if isinstance(error, IndexError):
+        return "序号超出范围"
+    if isinstance(error, SyntaxError):
+        return f"代码无法识别：{error.msg}"
+    return f"{type(error).__name__}：{text}" if text else type(error).__name__
+
+
+def failure(error):
+    line = error.lineno if isinstance(error, SyntaxError) and error.filename == PROGRAM_FILE else 0
+    for entry in traceback.extract_tb(error.__traceback__):
+        if entry.filename == PROGRAM_FILE:
+            line = entry.lineno
+    trace = "".join(traceback.format_exception(type(error), error, error.__traceback__))
+    return {"t": "end", "ok": False, "line": line or 0, "error": readable(error), "trace": trace[-LOG_LINE_CHARACTERS:]}
+
+
+def run(job):
+    import rpa_api
+
+    rpa_api.connect(LINK.call, lambda level, text: OUTPUT.add(level, text, program_line(sys._getframe(2))))
+    for path in reversed(job.get("paths", [])):
+        sys.path.insert(0, path)
+    source = job["source"]
+    linecache.cache[PROGRAM_FILE] = (len(source), None, source.splitlines(True), PROGRAM_FILE)
+    try:
+        code = compile(source, PROGRAM_FILE, "exec", dont_inherit=True)
+        exec(code, {"__name__": "__main__", "rpa": rpa_api})
+    except Stopped:
+        return {"t": "end", "ok": False, "stopped": True, "line": 0, "error": "", "trace": ""}
+    except SystemExit:
+        return {"t": "end", "ok": True}
+    except BaseException as error:  # whatever it is, the author must read it
+        return failure(error)
+    return {"t": "end", "ok": True}
+
+
+def main():
+    global LINK
+    path, token = sys.argv[1:3]
+    sys.argv = [PROGRAM_FILE]
+    sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+    LINK = Link(path)
+    LINK.send({"t": "hello", "token": token})
+    # Ready before the job comes: a child that is kept warm waits in the next line with everything loaded.
+    import rpa_api  # noqa: F401
+
+    redirect_output()
+    job = LINK.receive()
+    signal.signal(signal.SIGTERM, stop)
+    signal.signal(signal.SIGINT, signal.SIG_IGN)
+    threading.Thread(target=watch, daemon=True).start()
+    end = run(job)
+    signal.signal(signal.SIGTERM, signal.SIG_IGN)
+    sys.stdout.flush()
+    sys.stderr.flush()
+    OUTPUT.flush()
+    LINK.send(end)
+    # Threads and children of the program must not outlive it.
+    os._exit(0)
+
+
+if __name__ == "__main__":
+    main()

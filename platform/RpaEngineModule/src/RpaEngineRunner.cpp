@@ -1,0 +1,161 @@
+#include "RpaEngineRunner_p.h"
+#include "run/RpaProcessTranslator_p.h"
+
+#include <RpaEngineCore/IProcessLifeCycle.h>
+#include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <RpaEngineModule/RpaProcessRelatedUIControler.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
+
+#include <QTimer>
+
+namespace
+{
+
+// Debian's own: another build in PATH would miss the packages that the commands need.
+const QString& Interpreter()
+{
+    static const QString path = QStringLiteral("/usr/bin/python3");
+    return path;
+}
+
+void TellListeners(const std::function<void(IProcessLifeCycle*)>& call)
+{
+    RpaProcessLifeCycleManager::Instance()->ForEach(call);
+}
+
+} // namespace
+
+RpaEngineRunner::RpaEngineRunner(IRpaLogManager& logManager, IRpaDebugger& engineDebugger)
+    : log(logManager), debugger(engineDebugger)
+{
+}
+
+RpaEngineRunner::~RpaEngineRunner() = default;
+
+bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString& processName, bool visual,
+                              const RpaRunParts& parts)
+{
+    if (run)
+        return Refuse(QStringLiteral("流程“%1”正在运行，请先停止它").arg(runningProcess));
+    const RpaProcess* process = processes ? processes->FindProcess(processName) : nullptr;
+    if (!process)
+        return Refuse(QStringLiteral("找不到流程“%1”").arg(processName));
+    program = visual ? RpaProcessTranslator(*processes).Translate(processName)
+                     : RpaProcessTranslator::TakeText(*process);
+    QString reason;
+    run = TakeChild(&reason);
+    if (!run)
+        return Refuse(reason);
+
+    runningProcess = processName;
+    calls = std::make_unique<RpaRunCalls>(*run, parts);
+    Wire();
+    TellStart(parts);
+    run->Begin(program);
+    return true;
+}
+
+bool RpaEngineRunner::Refuse(const QString& reason)
+{
+    log.Append(RpaLogLevel::Error, reason);
+    return false;
+}
+
+std::unique_ptr<RpaRun> RpaEngineRunner::TakeChild(QString* reason)
+{
+    if (ready && ready->IsAlive())
+        return std::move(ready);
+    auto fresh = std::make_unique<RpaRun>();
+    return fresh->Warm(Interpreter(), reason) ? std::move(fresh) : nullptr;
+}
+
+void RpaEngineRunner::KeepOneReady()
+{
+    if (ready || run)
+        return;
+    QString reason;
+    ready = std::make_unique<RpaRun>();
+    if (!ready->Warm(Interpreter(), &reason))
+        ready.reset();
+}
+
+void RpaEngineRunner::Wire()
+{
+    connect(run.get(), &RpaRun::SigLog, this, [this](RpaLogLevel level, const QString& text, int line) {
+        log.Append(level, text, program.GetOrigin(line).statementId);
+    });
+    connect(run.get(), &RpaRun::SigAt, this, [this](int line) {
+        const QString statementId = program.GetOrigin(line).statementId;
+        if (!statementId.isEmpty())
+            TellListeners([&](IProcessLifeCycle* listener) { listener->ApiExecute(statementId); });
+    });
+    connect(run.get(), &RpaRun::SigCall, calls.get(), &RpaRunCalls::Take);
+    connect(run.get(), &RpaRun::SigEnded, this, &RpaEngineRunner::TakeEnd);
+}
+
+void RpaEngineRunner::TellStart(const RpaRunParts& parts)
+{
+    debugger.SigCheckNode({});
+    log.Append(RpaLogLevel::Info, QStringLiteral("开始运行流程“%1”").arg(runningProcess));
+    RpaProcessRelatedUIControler::Instance()->SetRunning(true);
+    TellListeners([](IProcessLifeCycle* listener) { listener->EngineReady(); });
+    TellListeners([&](IProcessLifeCycle* listener) { listener->AppLoaded(parts.appId); });
+    TellListeners([this](IProcessLifeCycle* listener) { listener->ProcessStart(runningProcess); });
+}
+
+bool RpaEngineRunner::Terminate(const QString& processName)
+{
+    if (!run || processName != runningProcess)
+        return false;
+    log.Append(RpaLogLevel::Info, QStringLiteral("正在停止流程“%1”").arg(runningProcess));
+    run->Stop();
+    return true;
+}
+
+void RpaEngineRunner::TakeEnd(const RpaRunOutcome& outcome)
+{
+    const QString processName = runningProcess;
+    if (outcome.ok)
+        log.Append(RpaLogLevel::Info, QStringLiteral("流程“%1”运行完成").arg(processName));
+    else if (outcome.stopped)
+        log.Append(RpaLogLevel::Warning, QStringLiteral("流程“%1”已停止").arg(processName));
+    else
+        TellFailure(outcome);
+
+    // The run is on the stack of its own signal.
+    calls.reset();
+    run.release()->deleteLater();
+    runningProcess.clear();
+    RpaProcessRelatedUIControler::Instance()->SetRunning(false);
+    if (outcome.stopped)
+        TellListeners([&](IProcessLifeCycle* listener) { listener->ProcessTerminate(processName); });
+    TellListeners([&](IProcessLifeCycle* listener) { listener->ProcessFinish(processName); });
+    TellListeners([](IProcessLifeCycle* listener) { listener->EngineRelease(); });
+    QTimer::singleShot(0, this, &RpaEngineRunner::KeepOneReady);
+}
+
+void RpaEngineRunner::TellFailure(const RpaRunOutcome& outcome)
+{
+    const RpaProgramOrigin origin = program.GetOrigin(outcome.line);
+    const QString where = origin.processName.isEmpty() ? runningProcess : origin.processName;
+    QString text = QStringLiteral("流程“%1”运行失败：%2").arg(runningProcess, outcome.error);
+    if (origin.statementId.isEmpty() && outcome.line > 0)
+        text += QStringLiteral("（第 %1 行）").arg(outcome.line);
+    log.Append(RpaLogLevel::Error, text, origin.statementId);
+    if (!outcome.trace.isEmpty())
+        log.Append(RpaLogLevel::Debug, outcome.trace, origin.statementId);
+    if (!origin.statementId.isEmpty())
+        debugger.SigCheckNode(
+            {RpaCheckInfo{where, origin.statementId, QStringLiteral("run-failed"), outcome.error,
+                          QStringLiteral("请检查此步骤的参数，运行日志中有详细信息")}});
+}
+
+void RpaEngineRunner::Shutdown()
+{
+    ready.reset();
+    calls.reset();
+    run.reset();
+    runningProcess.clear();
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "run/RpaRunCalls_p.h"
+#include "run/RpaRun_p.h"
+
+#include <QObject>
+
+#include <memory>
+
+class IRpaDebugger;
+class IRpaLogManager;
+class ProcessDataManager;
+
+// Runs one process at a time and tells everybody about it: log, life-cycle listeners, controlled widgets and,
+// when a statement fails, the marks of the visual editor.
+class RpaEngineRunner : public QObject
+{
+    Q_OBJECT
+
+public:
+    RpaEngineRunner(IRpaLogManager& log, IRpaDebugger& debugger);
+    ~RpaEngineRunner() override;
+
+    // visual: statements to be translated; otherwise program text. False when the run could not be started;
+    // why is in the log.
+    bool Execute(const ProcessDataManager* processes, const QString& processName, bool visual,
+                 const RpaRunParts& parts);
+
+    // False when the named process does not run.
+    bool Terminate(const QString& processName);
+
+    QString GetRunningProcess() const { return runningProcess; }
+
+    // Ends the run and the child that is kept ready, without telling anybody; for the end of the program.
+    void Shutdown();
+
+private:
+    bool Refuse(const QString& reason);
+    std::unique_ptr<RpaRun> TakeChild(QString* reason);
+    void KeepOneReady();
+    void Wire();
+    void TellStart(const RpaRunParts& parts);
+    void TakeEnd(const RpaRunOutcome& outcome);
+    void TellFailure(const RpaRunOutcome& outcome);
+
+    IRpaLogManager& log;
+    IRpaDebugger& debugger;
+    QString runningProcess;
+    RpaProgram program;
+    std::unique_ptr<RpaRun> ready; // its interpreter waits for a job
+    std::unique_ptr<RpaRun> run;
+    std::unique_ptr<RpaRunCalls> calls;
+};

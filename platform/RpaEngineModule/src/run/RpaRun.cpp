@@ -1,0 +1,189 @@
+#include "RpaChildProcess_p.h"
+#include "RpaRunChannel_p.h"
+#include "RpaRun_p.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace
+{
+
+constexpr int StopGraceMs = 500;
+const char* const RuntimeFiles[] = {"rpa_child.py", "rpa_api.py"};
+
+RpaLogLevel LevelOf(const QString& name)
+{
+    if (name == QLatin1String("debug"))
+        return RpaLogLevel::Debug;
+    if (name == QLatin1String("warning"))
+        return RpaLogLevel::Warning;
+    return name == QLatin1String("error") ? RpaLogLevel::Error : RpaLogLevel::Info;
+}
+
+} // namespace
+
+class RpaRun::Private
+{
+public:
+    QTemporaryDir folder;
+    RpaRunChannel channel;
+    RpaChildProcess child;
+    QTimer grace;
+    RpaProgram program;
+    bool connected = false;
+    bool begun = false;
+    bool sent = false;
+    bool stopping = false;
+    bool ended = false;
+    bool exited = false;
+
+    void SendJob()
+    {
+        if (!begun || !connected || sent)
+            return;
+        sent = true;
+        channel.Send({{QStringLiteral("t"), QStringLiteral("run")},
+                      {QStringLiteral("source"), program.source},
+                      {QStringLiteral("paths"), program.packageFolders}});
+    }
+};
+
+RpaRun::RpaRun(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
+{
+    d->grace.setSingleShot(true);
+    d->grace.setInterval(StopGraceMs);
+    connect(&d->grace, &QTimer::timeout, this, [this] { d->child.Kill(); });
+    connect(&d->channel, &RpaRunChannel::SigConnected, this, [this] {
+        d->connected = true;
+        d->child.SetInterpreterPid(d->channel.GetPeerPid());
+        d->SendJob();
+    });
+    connect(&d->channel, &RpaRunChannel::SigFrame, this, &RpaRun::TakeFrame);
+    connect(&d->channel, &RpaRunChannel::SigClosed, this, [this](const QString& reason) {
+        if (!reason.isEmpty()) {
+            d->child.Kill();
+            End({false, false, 0, reason, {}});
+        } else if (d->exited) {
+            TakeExit(true, {});
+        }
+    });
+    connect(&d->child, &RpaChildProcess::SigExited, this, &RpaRun::TakeExit);
+    connect(&d->child, &RpaChildProcess::SigLimitPassed, this, [this](const QString& reason) {
+        End({false, false, 0, reason, {}});
+    });
+}
+
+RpaRun::~RpaRun()
+{
+    d->ended = true;
+}
+
+bool RpaRun::Warm(const QString& interpreter, QString* reason)
+{
+    for (const char* name : RuntimeFiles) {
+        const QString target = d->folder.filePath(QLatin1String(name));
+        if (!QFile::copy(QStringLiteral(":/rpa/runtime/") + QLatin1String(name), target)) {
+            *reason = QStringLiteral("无法写入临时文件夹：%1").arg(d->folder.path());
+            return false;
+        }
+    }
+    if (!d->channel.Listen(d->folder.path())) {
+        *reason = QStringLiteral("无法建立与流程的连接");
+        return false;
+    }
+    const QStringList arguments{QStringLiteral("-I"), QStringLiteral("-u"),
+                                d->folder.filePath(QStringLiteral("rpa_child.py")), d->channel.GetPath(),
+                                QString::fromLatin1(d->channel.GetToken())};
+    return d->child.Start(interpreter, arguments, d->folder.path(), reason);
+}
+
+bool RpaRun::IsAlive() const
+{
+    return d->child.IsRunning() && !d->ended;
+}
+
+void RpaRun::Begin(const RpaProgram& program)
+{
+    d->program = program;
+    d->begun = true;
+    d->SendJob();
+}
+
+void RpaRun::Stop()
+{
+    d->stopping = true;
+    if (!d->sent) {
+        d->child.Kill();
+        return;
+    }
+    d->child.Interrupt();
+    d->grace.start();
+}
+
+void RpaRun::Answer(qint64 callId, const QVariant& value)
+{
+    d->channel.Send({{QStringLiteral("t"), QStringLiteral("answer")},
+                     {QStringLiteral("id"), callId},
+                     {QStringLiteral("ok"), true},
+                     {QStringLiteral("value"), value}});
+}
+
+void RpaRun::Refuse(qint64 callId, const QString& reason)
+{
+    d->channel.Send({{QStringLiteral("t"), QStringLiteral("answer")},
+                     {QStringLiteral("id"), callId},
+                     {QStringLiteral("ok"), false},
+                     {QStringLiteral("error"), reason}});
+}
+
+void RpaRun::TakeFrame(const QVariantMap& frame)
+{
+    const QString kind = frame.value(QStringLiteral("t")).toString();
+    if (kind == QLatin1String("call")) {
+        emit SigCall(frame.value(QStringLiteral("id")).toLongLong(),
+                     frame.value(QStringLiteral("name")).toString(),
+                     frame.value(QStringLiteral("args")).toList());
+    } else if (kind == QLatin1String("log")) {
+        TakeLog(frame.value(QStringLiteral("lines")).toList());
+    } else if (kind == QLatin1String("at")) {
+        emit SigAt(frame.value(QStringLiteral("line")).toInt());
+    } else if (kind == QLatin1String("end")) {
+        End({frame.value(QStringLiteral("ok")).toBool(), d->stopping,
+             frame.value(QStringLiteral("line")).toInt(), frame.value(QStringLiteral("error")).toString(),
+             frame.value(QStringLiteral("trace")).toString()});
+    }
+}
+
+void RpaRun::TakeLog(const QVariantList& lines)
+{
+    for (const QVariant& entry : lines) {
+        const QVariantList line = entry.toList();
+        emit SigLog(LevelOf(line.value(0).toString()), line.value(1).toString(), line.value(2).toInt());
+    }
+}
+
+void RpaRun::TakeExit(bool crashed, const QString& output)
+{
+    d->exited = true;
+    d->grace.stop();
+    if (d->stopping) {
+        End({false, true, 0, {}, {}});
+    } else if (!d->channel.HasUnread()) {
+        const QString what =
+            crashed ? QStringLiteral("流程的 Python 意外退出") : QStringLiteral("流程没有正常结束");
+        End({false, false, 0, what, output});
+    }
+}
+
+void RpaRun::End(const RpaRunOutcome& outcome)
+{
+    if (d->ended || !d->begun)
+        return;
+    d->ended = true;
+    // Nothing of the run may outlive it, whatever its program left behind.
+    if (d->child.IsRunning())
+        d->child.Kill();
+    d->grace.stop();
+    emit SigEnded(outcome);
+}

@@ -1,0 +1,286 @@
+#include "EngineRunFixture.h"
+
+#include <RpaEngineCore/IAppParamEngine.h>
+#include <RpaEngineCore/IAppTableEngine.h>
+#include <RpaEngineModule/RpaProcessRelatedUIControler.h>
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace
+{
+
+class OneParam : public IAppParamEngine
+{
+public:
+    QStringList GetParamNames() const override { return {QStringLiteral("数量")}; }
+    QVariant GetParam(const QString&) const override { return value; }
+    bool SetParam(const QString& name, const QVariant& given) override
+    {
+        if (name != QStringLiteral("数量"))
+            return false;
+        value = given;
+        return true;
+    }
+
+    QVariant value = 3;
+};
+
+class ListTable : public IAppTableEngine
+{
+public:
+    QStringList GetColumnNames() const override { return {QStringLiteral("姓名"), QStringLiteral("金额")}; }
+    int GetRowCount() const override { return rows.size(); }
+    QVariant GetCell(int row, int column) const override { return rows.value(row).value(column); }
+    bool SetCell(int row, int column, const QVariant& value) override
+    {
+        if (row < 0 || row >= rows.size())
+            return false;
+        rows[row][column] = value;
+        return true;
+    }
+    int AppendRow(const QVariantList& values) override
+    {
+        rows << values;
+        return rows.size() - 1;
+    }
+    void ClearRows() override { rows.clear(); }
+
+    QVector<QVariantList> rows;
+};
+
+} // namespace
+
+class EngineRun : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void whatAProgramPrintsReachesTheLog();
+    void aRunIsToldInOrder();
+    void aFailureIsReadable_data();
+    void aFailureIsReadable();
+    void aSecondRunWaitsForTheFirst();
+    void anUnknownProcessIsNotStarted();
+    void controlledWidgetsAreDisabledDuringARun();
+    void aProgramReadsAndWritesParameters();
+    void aProgramFillsTheTable();
+    void aRefusedCallCanBeHandledByTheProgram();
+    void aDialogOfTheProgramIsAnswered();
+    void aCrashOfTheChildFailsTheRunOnly();
+    void aProgramThatEndsEarlyHasSucceeded();
+    void foreignOutputReachesTheLog();
+    void theEnvironmentIsCleaned();
+};
+
+void EngineRun::whatAProgramPrintsReachesTheLog()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(QStringLiteral("print('你好')\nimport sys\nprint('oh', file=sys.stderr)\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    const QVector<RpaLogLine> lines = engine.Source()->GetLines();
+    const auto find = [&](const QString& text) {
+        for (const RpaLogLine& line : lines) {
+            if (line.text == text)
+                return line;
+        }
+        return RpaLogLine();
+    };
+    QVERIFY(find(QStringLiteral("你好")).number > 0);
+    QCOMPARE(find(QStringLiteral("你好")).level, RpaLogLevel::Info);
+    QCOMPARE(find(QStringLiteral("oh")).level, RpaLogLevel::Error);
+}
+
+void EngineRun::aRunIsToldInOrder()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(QStringLiteral("pass\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    const QStringList expected{QStringLiteral("ready"), QStringLiteral("loaded"),
+                               QStringLiteral("start 主流程"), QStringLiteral("finish 主流程"),
+                               QStringLiteral("release")};
+    QCOMPARE(engine.life.events, expected);
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("流程“主流程”运行完成")));
+}
+
+void EngineRun::aFailureIsReadable_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("reason");
+
+    QTest::newRow("unknown variable") << QStringLiteral("print(x)\n") << QStringLiteral("变量“x”还没有值");
+    QTest::newRow("division") << QStringLiteral("1/0\n") << QStringLiteral("除数不能为零");
+    QTest::newRow("missing file") << QStringLiteral("open('/没有/这个')\n")
+                                  << QStringLiteral("找不到文件：/没有/这个");
+    QTest::newRow("missing package") << QStringLiteral("import nosuchpackage\n")
+                                     << QStringLiteral("缺少扩展包“nosuchpackage”");
+    QTest::newRow("syntax") << QStringLiteral("a = 1\nif :\n") << QStringLiteral("（第 2 行）");
+    QTest::newRow("line") << QStringLiteral("a = 1\nb = 2\nraise ValueError('坏')\n")
+                          << QStringLiteral("ValueError：坏（第 3 行）");
+}
+
+void EngineRun::aFailureIsReadable()
+{
+    QFETCH(QString, program);
+    QFETCH(QString, reason);
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(program));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY2(EngineRunFixture::LogHas(reason),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+}
+
+void EngineRun::aSecondRunWaitsForTheFirst()
+{
+    EngineRunFixture engine;
+    QVERIFY(engine.RunText(QStringLiteral("while True: pass\n")));
+
+    QVERIFY(!engine.RunText(QStringLiteral("pass\n")));
+
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("流程“主流程”正在运行")));
+    QVERIFY(engine.Engine()->Terminate(QStringLiteral("主流程")));
+    QTRY_VERIFY(engine.life.IsOver());
+}
+
+void EngineRun::anUnknownProcessIsNotStarted()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(!engine.Engine()->Execute(QStringLiteral("没有")));
+
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("找不到流程“没有”")));
+    QVERIFY(!engine.Engine()->Terminate(QStringLiteral("没有")));
+}
+
+void EngineRun::controlledWidgetsAreDisabledDuringARun()
+{
+    EngineRunFixture engine;
+    QPushButton button;
+    RpaProcessRelatedUIControler::Instance()->AddToControl(QPointer<QWidget>(&button));
+
+    QVERIFY(engine.RunText(QStringLiteral("pass\n")));
+
+    QVERIFY(!button.isEnabled());
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(button.isEnabled());
+}
+
+void EngineRun::aProgramReadsAndWritesParameters()
+{
+    EngineRunFixture engine;
+    OneParam param;
+    engine.Engine()->SetAppParamEngine(&param);
+
+    QVERIFY(engine.RunText(QStringLiteral("rpa.set_param('数量', rpa.get_param('数量') * 2)\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QCOMPARE(param.value.toInt(), 6);
+}
+
+void EngineRun::aProgramFillsTheTable()
+{
+    EngineRunFixture engine;
+    ListTable table;
+    engine.Engine()->SetAppTableEngine(&table);
+
+    QVERIFY(engine.RunText(
+        QStringLiteral("for i in range(2500):\n    rpa.table_append({'姓名': f'n{i}', '金额': i})\n"
+                       "print(sum(row['金额'] for row in rpa.table_rows()))\n")));
+
+    QTRY_VERIFY_WITH_TIMEOUT(engine.life.IsOver(), 20000);
+    QCOMPARE(table.rows.size(), 2500);
+    QVERIFY(EngineRunFixture::LogHas(QString::number(2499 * 2500 / 2)));
+}
+
+void EngineRun::aRefusedCallCanBeHandledByTheProgram()
+{
+    EngineRunFixture engine;
+    OneParam param;
+    engine.Engine()->SetAppParamEngine(&param);
+
+    QVERIFY(engine.RunText(
+        QStringLiteral("try:\n    rpa.get_param('别的')\nexcept Exception as e:\n    print('caught', e)\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("caught 当前界面没有名为“别的”的参数")));
+}
+
+void EngineRun::aDialogOfTheProgramIsAnswered()
+{
+    EngineRunFixture engine;
+    QVERIFY(engine.RunText(QStringLiteral("print('answer', rpa.confirm('继续吗？'))\n")));
+    const auto button = [] {
+        const auto widgets = QApplication::allWidgets();
+        for (QWidget* widget : widgets) {
+            if (widget->objectName() == QStringLiteral("pushButtonRunYes") && widget->isVisible())
+                return widget;
+        }
+        return static_cast<QWidget*>(nullptr);
+    };
+
+    QTRY_VERIFY(button());
+    QTest::mouseClick(button(), Qt::LeftButton);
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("answer True")));
+}
+
+void EngineRun::aCrashOfTheChildFailsTheRunOnly()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(
+        QStringLiteral("import os, signal\nos.kill(os.getpid(), signal.SIGSEGV)\nos.abort()\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("运行失败")),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+    QVERIFY(engine.RunText(QStringLiteral("print('next works')\n")));
+    QTRY_VERIFY(EngineRunFixture::LogHas(QStringLiteral("next works")));
+}
+
+void EngineRun::aProgramThatEndsEarlyHasSucceeded()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(QStringLiteral("import sys\nsys.exit()\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("运行完成")));
+}
+
+void EngineRun::foreignOutputReachesTheLog()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(QStringLiteral("import subprocess\nsubprocess.run(['echo', '来自外部'])\n"
+                                          "import time\nwhile True:\n    time.sleep(0.05)\n")));
+
+    QTRY_VERIFY(EngineRunFixture::LogHas(QStringLiteral("来自外部")));
+    engine.Engine()->Terminate(QStringLiteral("主流程"));
+    QTRY_VERIFY(engine.life.IsOver());
+}
+
+void EngineRun::theEnvironmentIsCleaned()
+{
+    qputenv("PYTHONSTARTUP", "/nowhere");
+    qputenv("PIP_INDEX_URL", "http://example.invalid");
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(QStringLiteral(
+        "import os\nprint(sorted(k for k in os.environ if k.startswith(('PYTHON', 'PIP_'))))\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("[]")));
+}
+
+QTEST_MAIN(EngineRun)
+
+#include "tst_enginerun.moc"
