@@ -84,15 +84,15 @@ void EngineStop::aStoppedProgramMayCleanUp()
     QTemporaryDir folder;
     const QString mark = folder.filePath(QStringLiteral("cleaned"));
     EngineRunFixture engine;
-    QVERIFY(engine.RunText(
-        QStringLiteral("print('up')\ntry:\n    while True: pass\nfinally:\n    open('%1', 'w').close()\n")
-            .arg(mark)));
+    QVERIFY(engine.RunText(QStringLiteral("import time\nprint('up')\ntry:\n    while True: "
+                                          "time.sleep(0.01)\nfinally:\n    open('%1', 'w').close()\n")
+                               .arg(mark)));
     QTRY_VERIFY(EngineRunFixture::LogHas(QStringLiteral("up")));
 
     engine.Engine()->Terminate(QStringLiteral("主流程"));
 
     QTRY_VERIFY(engine.life.IsOver());
-    QVERIFY(QFile::exists(mark));
+    QVERIFY2(QFile::exists(mark), qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char(10))));
     QVERIFY(engine.life.events.contains(QStringLiteral("terminate 主流程")));
 }
 

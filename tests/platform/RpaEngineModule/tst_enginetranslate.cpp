@@ -1,0 +1,174 @@
+#include "EngineRunFixture.h"
+
+#include <RpaEngineCore/IAppTableEngine.h>
+#include <RpaProcessData/RpaCheckInfo.h>
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+
+RpaStatement Statement(const char* command, const QMap<QString, QString>& arguments,
+                       const QString& output = {})
+{
+    RpaStatement statement;
+    statement.command = QLatin1String(command);
+    statement.arguments = arguments;
+    statement.output = output;
+    return statement;
+}
+
+RpaStatement Log(const QString& text)
+{
+    return Statement("log",
+                     {{QStringLiteral("text"), text}, {QStringLiteral("level"), QStringLiteral("info")}});
+}
+
+RpaStatement Set(const QString& name, const QString& value)
+{
+    return Statement("variable.set", {{QStringLiteral("name"), name}, {QStringLiteral("value"), value}});
+}
+
+} // namespace
+
+// Visual processes, from their statements to what they do.
+class EngineTranslate : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void statementsRunInOrder();
+    void disabledStatementsLeaveNoTrace();
+    void blocksAndBranchesNest();
+    void literalTextIsNeverCode();
+    void subProcessesShareVariables();
+    void aFailureMarksItsStatement();
+    void textOfSeveralLinesKeepsTheLineMap();
+    void anUnknownCommandFailsWithItsName();
+};
+
+void EngineTranslate::statementsRunInOrder()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunStatements({Set(QStringLiteral("x"), QStringLiteral("=2")),
+                                  Set(QStringLiteral("x"), QStringLiteral("=x * 21")),
+                                  Log(QStringLiteral("=f'x is {x}'"))}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("x is 42")),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+}
+
+void EngineTranslate::disabledStatementsLeaveNoTrace()
+{
+    EngineRunFixture engine;
+    RpaStatement disabled = Log(QStringLiteral("never"));
+    disabled.enabled = false;
+    RpaStatement block = Statement("if", {{QStringLiteral("condition"), QStringLiteral("True")}});
+    block.children = {disabled};
+
+    QVERIFY(engine.RunStatements({block, Log(QStringLiteral("after"))}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("after")));
+    QVERIFY(!EngineRunFixture::LogHas(QStringLiteral("never")));
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("运行完成")));
+}
+
+void EngineTranslate::blocksAndBranchesNest()
+{
+    EngineRunFixture engine;
+    RpaStatement yes = Statement("if", {{QStringLiteral("condition"), QStringLiteral("n % 2 == 0")}});
+    yes.children = {Log(QStringLiteral("=f'even {n}'"))};
+    RpaStatement no = Statement("else", {});
+    no.children = {Log(QStringLiteral("=f'odd {n}'"))};
+    RpaStatement loop =
+        Statement("loop.count", {{QStringLiteral("times"), QStringLiteral("3")}}, QStringLiteral("n"));
+    loop.children = {yes, no};
+
+    QVERIFY(engine.RunStatements({loop}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QCOMPARE(EngineRunFixture::LogTexts().filter(QRegularExpression(QStringLiteral("^(even|odd)"))),
+             (QStringList{QStringLiteral("odd 1"), QStringLiteral("even 2"), QStringLiteral("odd 3")}));
+}
+
+void EngineTranslate::literalTextIsNeverCode()
+{
+    EngineRunFixture engine;
+    const QString hostile = QStringLiteral("'); import os; os._exit(7) #\\ ${text} \"\"\" 你好");
+
+    QVERIFY(engine.RunStatements({Log(hostile)}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY2(EngineRunFixture::LogTexts().contains(hostile),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+}
+
+void EngineTranslate::subProcessesShareVariables()
+{
+    EngineRunFixture engine;
+    engine.processes.AddProcess(QStringLiteral("子 流程"))
+        ->SetStatements({Set(QStringLiteral("结果"), QStringLiteral("=输入 + 1"))});
+
+    QVERIFY(engine.RunStatements(
+        {Set(QStringLiteral("输入"), QStringLiteral("=41")),
+         Statement("process.run", {{QStringLiteral("process"), QStringLiteral("子 流程")}}),
+         Log(QStringLiteral("=f'结果 {结果}'"))}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("结果 42")),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+}
+
+void EngineTranslate::aFailureMarksItsStatement()
+{
+    EngineRunFixture engine;
+    QSignalSpy marks(engine.Engine()->GetEngineDebugger(), &IRpaDebugger::SigCheckNode);
+
+    QVERIFY(
+        engine.RunStatements({Log(QStringLiteral("a")), Set(QStringLiteral("x"), QStringLiteral("=1 / 0")),
+                              Log(QStringLiteral("b"))}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    const auto findings = marks.last().first().value<QList<RpaCheckInfo>>();
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().statementId,
+             engine.processes.FindProcess(QStringLiteral("主流程"))->GetRoot()->GetChild(1)->GetId());
+    QCOMPARE(findings.first().message, QStringLiteral("除数不能为零"));
+    QVERIFY(!EngineRunFixture::LogTexts().contains(QStringLiteral("b")));
+}
+
+void EngineTranslate::textOfSeveralLinesKeepsTheLineMap()
+{
+    EngineRunFixture engine;
+    QSignalSpy marks(engine.Engine()->GetEngineDebugger(), &IRpaDebugger::SigCheckNode);
+
+    QVERIFY(engine.RunStatements({Log(QStringLiteral("one\ntwo\nthree")),
+                                  Set(QStringLiteral("x"), QStringLiteral("=[1,\n2,\n3]")),
+                                  Log(QStringLiteral("=missing"))}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    const auto findings = marks.last().first().value<QList<RpaCheckInfo>>();
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().statementId,
+             engine.processes.FindProcess(QStringLiteral("主流程"))->GetRoot()->GetChild(2)->GetId());
+}
+
+void EngineTranslate::anUnknownCommandFailsWithItsName()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunStatements({Statement("future.command", {})}));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("不认识命令“future.command”")));
+}
+
+QTEST_MAIN(EngineTranslate)
+
+#include "tst_enginetranslate.moc"
