@@ -4,8 +4,13 @@ import re
 from pathlib import Path
 
 FOLDERS = ("platform", "editor", "client", "pages", "release", "server", "workstation", "tests", "benchmarks")
-LONGEST_FILE = 500  # of the product; a test may tell a longer story
-LONGEST_TEST = 800
+LONGEST_FILE = 600  # of the product; a test may tell a longer story
+LONGEST_TEST = 900
+# Files that wait a fixed time on purpose, and why.
+WAITS = {
+    "tests/e2e/TourDriver.cpp": "looks from a second thread again and again until a state holds",
+    "tests/server/tst_crash.cpp": "draws the random moment of a kill",
+}
 RULES = (
     (re.compile(r"\b(SIGNAL|SLOT)\("), "connects by string; use member-function pointers"),
     (re.compile(r"\bqWait\(|QThread::[mu]?sleep\(|\bthis_thread::sleep_"), "waits a fixed time; wait for a state"),
@@ -24,7 +29,11 @@ def findings(root):
 
 def check_file(path, name):
     lines = path.read_text(encoding="utf-8").splitlines()
-    found = [f"{name}:{number}: {text}" for number, line in enumerate(lines, 1) for rule, text in RULES if rule.search(line)]
+    found = []
+    for number, line in enumerate(lines, 1):
+        for rule, text in RULES:
+            if rule.search(line) and not (text.startswith("waits") and str(name) in WAITS):
+                found.append(f"{name}:{number}: {text}")
     longest = LONGEST_TEST if name.parts[0] == "tests" else LONGEST_FILE
     if len(lines) > longest:
         found.append(f"{name}: {len(lines)} lines; more than {longest} is more than one room")

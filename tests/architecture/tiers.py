@@ -42,6 +42,8 @@ def library_of(include, tiers):
 
 def quoted_elsewhere(path, include, own_folder):
     """A quoted include must name a file of the same folder (generated forms excepted)."""
+    if include == "RpaResources.h":  # of resources/, which everybody who shows something may use
+        return False
     if include.startswith("ui_") or include.endswith(".moc") or include.startswith("moc_"):
         return False
     name = Path(include).name

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Handed_p.h"
+#include "Handed_p.h"
 
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IAppTableEngine.h>
