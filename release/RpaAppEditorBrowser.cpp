@@ -18,8 +18,10 @@ void RpaAppEditorWidget::InitBrowserWidget()
 {
     QWidget* const pane = m->ui->widgetContainer;
     m->browser = WbBrowserLite::Instance()->CreateBrowserWidget(pane);
-    if (!m->browser)
+    if (!m->browser) {
+        pane->hide(); // an empty pane would only take the pages' room
         return;
+    }
 
     m->browserStrip = new RpaBrowserNaviWidget(pane);
     m->browserStrip->hide();

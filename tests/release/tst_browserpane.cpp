@@ -208,6 +208,7 @@ private slots:
         EditorDriver author;
         OpenVersion(author);
 
+        QVERIFY(!author.Find("widgetContainer")->isVisible());
         QVERIFY(!author.Find("widgetContainer")->layout());
         QVERIFY(author.Find("widgetContainer")->findChildren<QWidget*>().isEmpty());
         QMetaObject::invokeMethod(author.Find("pageUIDesign"), "SigRunProcess", Q_ARG(QString, QString()));
