@@ -1,0 +1,52 @@
+#pragma once
+
+#include <RpaAppTool/IAppTableWidget.h>
+
+#include <QUndoStack>
+
+class QLabel;
+class QTableView;
+class QToolButton;
+class TableModel;
+
+// The table with its tool bar.
+class AppTableWidget : public IAppTableWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AppTableWidget(QWidget* parent);
+    ~AppTableWidget() override;
+
+    void SetTableData(RpaTableData* data) override;
+    void SetUserEditable(bool editable) override;
+
+    QStringList GetColumnNames() const override;
+    int GetRowCount() const override;
+    QVariant GetCell(int row, int column) const override;
+    bool SetCell(int row, int column, const QVariant& value) override;
+    int AppendRow(const QVariantList& values) override;
+    void ClearRows() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QWidget* BuildToolBar();
+    void BuildView();
+    void UpdateState();
+    void AddRow();
+    void RemoveRows();
+    void Copy();
+    void Paste();
+    void ImportCsv();
+    void ExportCsv();
+    bool HandleKey(QKeyEvent* event);
+
+    QUndoStack undoStack;
+    TableModel* model;
+    QTableView* view;
+    QLabel* countLabel = nullptr;
+    QList<QToolButton*> editButtons;
+    bool userEditable = true;
+};

@@ -1,0 +1,108 @@
+#include "AppToolWidget_p.h"
+#include "FlowLayout_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <RpaAppData/RpaToolData.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbPushButton.h>
+
+IAppToolWidget::IAppToolWidget(QWidget* parent) : QWidget(parent) {}
+
+IAppToolWidget::~IAppToolWidget() = default;
+
+IAppToolWidget* IAppToolWidget::CreateToolEditor(QWidget* parent)
+{
+    return new AppToolWidget(parent);
+}
+
+AppToolWidget::AppToolWidget(QWidget* parent)
+    : IAppToolWidget(parent), flow(new FlowLayout(this, DpiTool::ScaleDefault(8)))
+{
+    setObjectName(QStringLiteral("AppToolWidget"));
+    const int margin = DpiTool::ScaleDefault(4);
+    flow->setContentsMargins(margin, margin, margin, margin);
+    RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+}
+
+AppToolWidget::~AppToolWidget()
+{
+    RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
+}
+
+void AppToolWidget::SetToolData(RpaToolData* data)
+{
+    if (toolData)
+        toolData->disconnect(this);
+    toolData = data;
+    if (toolData) {
+        connect(toolData, &RpaToolData::SigChanged, this, &AppToolWidget::Rebuild);
+        connect(toolData, &QObject::destroyed, this, &AppToolWidget::Rebuild);
+    }
+    runningIndex = -1;
+    Rebuild();
+}
+
+void AppToolWidget::Rebuild()
+{
+    const int count = toolData ? toolData->GetCount() : 0;
+    while (buttons.size() > count) {
+        WbPushButton* button = buttons.takeLast();
+        button->hide();
+        button->deleteLater();
+        delete flow->takeAt(flow->count() - 1);
+    }
+    while (buttons.size() < count) {
+        const int index = buttons.size();
+        auto* button = new WbPushButton(this);
+        button->setObjectName(QStringLiteral("toolButton%1").arg(index));
+        connect(button, &QPushButton::clicked, this, [this, index] { Press(index); });
+        flow->addWidget(button);
+        button->show();
+        buttons << button;
+    }
+    UpdateButtons();
+}
+
+void AppToolWidget::UpdateButtons()
+{
+    for (int index = 0; index < buttons.size(); ++index) {
+        const RpaToolItem tool = toolData->GetItem(index);
+        const bool runs = !runningProcess.isEmpty() && index == runningIndex;
+        WbPushButton* button = buttons.at(index);
+        const QString icon = tool.icon.isEmpty() ? QStringLiteral("run") : tool.icon;
+        button->setText(runs ? QStringLiteral("停止") : tool.text);
+        button->setIcon(WbIcons::Get(runs ? QStringLiteral("stop") : icon, WbColor::TextOnAccent));
+        button->SetButtonType(runs ? Wb::DangerButton : Wb::PrimaryButton);
+        button->setEnabled(runs || (runningProcess.isEmpty() && !tool.processName.isEmpty()));
+        button->setToolTip(tool.processName.isEmpty() ? QStringLiteral("这个工具还没有选择流程")
+                                                      : QStringLiteral("运行流程“%1”").arg(tool.processName));
+        button->setAccessibleName(runs ? QStringLiteral("停止 %1").arg(tool.text) : tool.text);
+    }
+    flow->invalidate();
+    updateGeometry();
+}
+
+void AppToolWidget::Press(int index)
+{
+    const QString processName = toolData ? toolData->GetItem(index).processName : QString();
+    if (!runningProcess.isEmpty()) {
+        emit SigStopProcess(runningProcess);
+        return;
+    }
+    runningIndex = index;
+    emit SigRunProcess(processName);
+}
+
+void AppToolWidget::ProcessStart(const QString& processName)
+{
+    runningProcess = processName;
+    UpdateButtons();
+}
+
+void AppToolWidget::ProcessFinish(const QString&)
+{
+    runningProcess.clear();
+    runningIndex = -1;
+    UpdateButtons();
+}

@@ -1,0 +1,153 @@
+#include "ParamField_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbComboBox.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbLineEdit.h>
+
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QDoubleValidator>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QToolButton>
+
+ParamField::ParamField(const RpaParamItem& item, QWidget* parent)
+    : QWidget(parent), row(new QHBoxLayout(this))
+{
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(DpiTool::ScaleDefault(4));
+    switch (item.type) {
+    case RpaParamType::Number:
+        AddNumberField(item);
+        break;
+    case RpaParamType::Date:
+        AddDateField();
+        break;
+    case RpaParamType::Choice:
+        AddChoiceField(item);
+        break;
+    case RpaParamType::Switch:
+        AddSwitchField();
+        break;
+    case RpaParamType::File:
+        AddFileField(item);
+        break;
+    case RpaParamType::Text:
+    case RpaParamType::Password:
+        AddTextField(item);
+        break;
+    }
+    field->setObjectName(QStringLiteral("paramField"));
+    field->setAccessibleName(item.label.isEmpty() ? item.name : item.label);
+    setFocusProxy(field);
+    ShowValue(item.GetEffectiveValue());
+}
+
+void ParamField::AddTextField(const RpaParamItem& item)
+{
+    auto* edit = new WbLineEdit;
+    edit->setPlaceholderText(item.hint);
+    if (item.type == RpaParamType::Password)
+        edit->setEchoMode(QLineEdit::Password);
+    connect(edit, &QLineEdit::textEdited, this,
+            [this](const QString& text) { emit SigEntered(text.isEmpty() ? QVariant() : QVariant(text)); });
+    field = edit;
+    row->addWidget(edit);
+}
+
+void ParamField::AddNumberField(const RpaParamItem& item)
+{
+    auto* edit = new WbLineEdit;
+    edit->setPlaceholderText(item.hint);
+    auto* validator = new QDoubleValidator(edit);
+    validator->setLocale(QLocale::c());
+    edit->setValidator(validator);
+    connect(edit, &QLineEdit::textEdited, this,
+            [this](const QString& text) { emit SigEntered(text.isEmpty() ? QVariant() : QVariant(text)); });
+    field = edit;
+    row->addWidget(edit);
+}
+
+void ParamField::AddDateField()
+{
+    auto* edit = new QDateEdit(QDate::currentDate());
+    edit->setCalendarPopup(true);
+    edit->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+    connect(edit, &QDateEdit::dateChanged, this, [this](const QDate& date) { emit SigEntered(date); });
+    field = edit;
+    row->addWidget(edit, 1);
+}
+
+void ParamField::AddChoiceField(const RpaParamItem& item)
+{
+    auto* combo = new WbComboBox;
+    combo->SetBusinessStyle(1);
+    combo->addItem(QStringLiteral("请选择"), QVariant());
+    for (const QString& choice : item.choices)
+        combo->addItem(choice, choice);
+    connect(combo, qOverload<int>(&QComboBox::activated), this,
+            [this, combo](int index) { emit SigEntered(combo->itemData(index)); });
+    field = combo;
+    row->addWidget(combo, 1);
+}
+
+void ParamField::AddSwitchField()
+{
+    auto* box = new QCheckBox(QStringLiteral("开启"));
+    connect(box, &QCheckBox::toggled, this, [this](bool on) { emit SigEntered(on); });
+    field = box;
+    row->addWidget(box);
+    row->addStretch();
+}
+
+void ParamField::AddFileField(const RpaParamItem& item)
+{
+    AddTextField(item);
+    auto* button = new QToolButton;
+    button->setIcon(WbIcons::Get(QStringLiteral("open")));
+    button->setToolTip(QStringLiteral("选择文件"));
+    button->setAccessibleName(QStringLiteral("选择文件"));
+    connect(button, &QToolButton::clicked, this, &ParamField::ChooseFile);
+    row->addWidget(button);
+}
+
+void ParamField::ChooseFile()
+{
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("选择文件"));
+    if (path.isEmpty())
+        return;
+    ShowValue(path);
+    emit SigEntered(path);
+}
+
+void ParamField::ShowValue(const QVariant& value)
+{
+    const QSignalBlocker blocker(field);
+    if (auto* edit = qobject_cast<QLineEdit*>(field)) {
+        const QString text = value.toString();
+        // A value that comes back while the user types it must not move the cursor.
+        if (edit->text() != text && !(edit->hasFocus() && edit->text().toDouble() == value.toDouble() &&
+                                      edit->validator() && value.isValid()))
+            edit->setText(text);
+    } else if (auto* date = qobject_cast<QDateEdit*>(field)) {
+        if (value.toDate().isValid())
+            date->setDate(value.toDate());
+    } else if (auto* combo = qobject_cast<QComboBox*>(field)) {
+        combo->setCurrentIndex(qMax(0, combo->findData(value)));
+    } else if (auto* box = qobject_cast<QCheckBox*>(field)) {
+        box->setChecked(value.toBool());
+    }
+}
+
+void ParamField::SetMissing(bool missing)
+{
+    if (field->property("missing").toBool() == missing)
+        return;
+    field->setProperty("missing", missing);
+    field->setToolTip(missing ? QStringLiteral("必须填写") : QString());
+    field->style()->unpolish(field);
+    field->style()->polish(field);
+}

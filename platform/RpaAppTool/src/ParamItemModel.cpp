@@ -1,0 +1,251 @@
+#include "ListCommand_p.h"
+#include "ParamItemModel_p.h"
+
+#include <WbBaseUI/WbIcons.h>
+
+#include <QDate>
+
+namespace
+{
+
+constexpr int NameLength = 40;
+
+// Separates the choices that the author types into one cell; both are on a Chinese keyboard.
+QStringList SplitChoices(QString text)
+{
+    text.replace(QChar(0xff0c), QLatin1Char(',')).replace(QChar(0x3001), QLatin1Char(','));
+    QStringList choices;
+    const QStringList parts = text.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QString& part : parts) {
+        if (!part.trimmed().isEmpty() && !choices.contains(part.trimmed()))
+            choices << part.trimmed();
+    }
+    return choices;
+}
+
+QString TypeIcon(RpaParamType type)
+{
+    switch (type) {
+    case RpaParamType::Number:
+        return QStringLiteral("param-number");
+    case RpaParamType::Date:
+        return QStringLiteral("param-date");
+    case RpaParamType::Choice:
+        return QStringLiteral("param-choice");
+    case RpaParamType::Switch:
+        return QStringLiteral("param-bool");
+    case RpaParamType::File:
+        return QStringLiteral("param-file");
+    case RpaParamType::Password:
+        return QStringLiteral("param-password");
+    case RpaParamType::Text:
+        break;
+    }
+    return QStringLiteral("param-text");
+}
+
+} // namespace
+
+ParamItemModel::ParamItemModel(QUndoStack& stack, QObject* parent)
+    : RecordModel({QStringLiteral("名称"), QStringLiteral("标签"), QStringLiteral("类型"),
+                   QStringLiteral("默认值"), QStringLiteral("必填"), QStringLiteral("选项")},
+                  parent),
+      undoStack(stack)
+{
+}
+
+void ParamItemModel::SetData(RpaParamData* given)
+{
+    if (paramData)
+        paramData->disconnect(this);
+    paramData = given;
+    undoStack.clear();
+    if (paramData) {
+        connect(paramData, &RpaParamData::SigChanged, this, &ParamItemModel::Refresh);
+        connect(paramData, &QObject::destroyed, this, &ParamItemModel::Refresh);
+    }
+    Refresh();
+}
+
+void ParamItemModel::Refresh()
+{
+    const QVector<RpaParamItem> now = paramData ? paramData->GetItems() : QVector<RpaParamItem>();
+    if (now.size() == items.size() && !now.isEmpty()) {
+        items = now;
+        emit dataChanged(index(0, 0), index(items.size() - 1, columnCount() - 1));
+        return;
+    }
+    beginResetModel();
+    items = now;
+    endResetModel();
+}
+
+int ParamItemModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : items.size();
+}
+
+QString ParamItemModel::GetText(const RpaParamItem& item, int column) const
+{
+    switch (column) {
+    case NameColumn:
+        return item.name;
+    case LabelColumn:
+        return item.label;
+    case TypeColumn:
+        return RpaParamItem::GetTypeTitle(item.type);
+    case DefaultColumn:
+        if (item.type == RpaParamType::Password)
+            return {};
+        if (item.type == RpaParamType::Switch)
+            return item.defaultValue.toBool() ? QStringLiteral("开") : QStringLiteral("关");
+        return item.type == RpaParamType::Date ? item.defaultValue.toDate().toString(Qt::ISODate)
+                                               : item.defaultValue.toString();
+    case ChoicesColumn:
+        return item.choices.join(QChar(0xff0c));
+    default:
+        return {};
+    }
+}
+
+QVariant ParamItemModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= items.size())
+        return {};
+    const RpaParamItem& item = items.at(index.row());
+    const int column = index.column();
+    if (column == RequiredColumn)
+        return role == Qt::CheckStateRole ? QVariant(item.required ? Qt::Checked : Qt::Unchecked)
+                                          : QVariant();
+    if (column == TypeColumn && role == Qt::DecorationRole)
+        return WbIcons::Get(TypeIcon(item.type));
+    if (column == TypeColumn && role == Qt::EditRole)
+        return static_cast<int>(item.type);
+    if (column == DefaultColumn && role == Qt::EditRole && item.type == RpaParamType::Switch)
+        return item.defaultValue.toBool();
+    return role == Qt::DisplayRole || role == Qt::EditRole ? QVariant(GetText(item, column)) : QVariant();
+}
+
+Qt::ItemFlags ParamItemModel::flags(const QModelIndex& index) const
+{
+    Qt::ItemFlags flags = RecordModel::flags(index);
+    if (!index.isValid() || index.row() >= items.size())
+        return flags;
+    const RpaParamType type = items.at(index.row()).type;
+    if (index.column() == RequiredColumn)
+        return (flags | Qt::ItemIsUserCheckable) & ~Qt::ItemIsEditable;
+    const bool without = (index.column() == ChoicesColumn && type != RpaParamType::Choice) ||
+                         (index.column() == DefaultColumn && type == RpaParamType::Password);
+    return without ? flags & ~(Qt::ItemIsEditable | Qt::ItemIsEnabled) : flags;
+}
+
+QVector<RecordModel::Choice> ParamItemModel::GetChoices(const QModelIndex& index) const
+{
+    QVector<Choice> choices;
+    if (index.column() == TypeColumn) {
+        const QVector<RpaParamType> types = RpaParamItem::GetTypes();
+        for (const RpaParamType type : types)
+            choices << Choice{RpaParamItem::GetTypeTitle(type), static_cast<int>(type), TypeIcon(type)};
+    } else if (index.column() == DefaultColumn) {
+        const RpaParamItem& item = items.at(index.row());
+        if (item.type == RpaParamType::Switch)
+            return {Choice{QStringLiteral("关"), false, {}}, Choice{QStringLiteral("开"), true, {}}};
+        for (const QString& choice : item.choices) {
+            if (item.type == RpaParamType::Choice)
+                choices << Choice{choice, choice, {}};
+        }
+    }
+    return choices;
+}
+
+bool ParamItemModel::IsTaken(const QString& name, int exceptRow) const
+{
+    for (int row = 0; row < items.size(); ++row) {
+        if (row != exceptRow && items.at(row).name == name)
+            return true;
+    }
+    return false;
+}
+
+// Writes into the item; the reason when the value is refused.
+QString ParamItemModel::Write(RpaParamItem& item, int row, int column, const QVariant& value) const
+{
+    const QString text = value.toString().trimmed();
+    switch (column) {
+    case NameColumn:
+        if (text.isEmpty() || text.size() > NameLength)
+            return QStringLiteral("参数名称为 1 到 %1 个字符").arg(NameLength);
+        if (IsTaken(text, row))
+            return QStringLiteral("参数名称“%1”已存在").arg(text);
+        item.name = text;
+        return {};
+    case LabelColumn:
+        item.label = text.left(NameLength);
+        return {};
+    case TypeColumn:
+        item.type = static_cast<RpaParamType>(value.toInt());
+        // What does not fit the new type is dropped rather than kept where nobody sees it.
+        if (!item.Fit(item.defaultValue))
+            item.defaultValue = QVariant();
+        if (!item.Fit(item.value))
+            item.value = QVariant();
+        return {};
+    case DefaultColumn: {
+        QVariant fitting = text.isEmpty() ? QVariant() : value;
+        if (!item.Fit(fitting))
+            return QStringLiteral("“%1”不是有效的%2").arg(text, RpaParamItem::GetTypeTitle(item.type));
+        item.defaultValue = fitting;
+        return {};
+    }
+    default:
+        item.choices = SplitChoices(text);
+        return {};
+    }
+}
+
+bool ParamItemModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!index.isValid() || index.row() >= items.size())
+        return false;
+    QVector<RpaParamItem> after = items;
+    RpaParamItem& item = after[index.row()];
+    if (index.column() == RequiredColumn && role == Qt::CheckStateRole) {
+        item.required = value.toInt() == Qt::Checked;
+    } else if (role == Qt::EditRole) {
+        const QString refusal = Write(item, index.row(), index.column(), value);
+        if (!refusal.isEmpty()) {
+            emit SigRefused(refusal);
+            return false;
+        }
+    }
+    return after != items && Change(QStringLiteral("修改参数"), after);
+}
+
+bool ParamItemModel::AddRecord()
+{
+    if (!paramData)
+        return false;
+    QVector<RpaParamItem> after = items;
+    RpaParamItem item;
+    item.name = paramData->MakeFreeName(QStringLiteral("参数"));
+    after << item;
+    return Change(QStringLiteral("添加参数"), after);
+}
+
+bool ParamItemModel::RemoveRecords(const QVector<int>& rows)
+{
+    return Change(QStringLiteral("删除参数"), ListActs::Without(items, rows));
+}
+
+bool ParamItemModel::MoveRecord(int from, int to)
+{
+    return Change(QStringLiteral("移动参数"), ListActs::Moved(items, from, to));
+}
+
+bool ParamItemModel::Change(const QString& text, const QVector<RpaParamItem>& after)
+{
+    if (!paramData)
+        return false;
+    undoStack.push(new ListCommand<RpaParamData, RpaParamItem>(text, paramData, items, after));
+    return true;
+}

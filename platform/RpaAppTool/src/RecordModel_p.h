@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QStringList>
+
+// Base of the small models behind the editor panels: a list of records, a column per field. The derived class
+// keeps a copy of the records, so that rows are consistent whenever the view asks.
+class RecordModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    RecordModel(const QStringList& titles, QObject* parent)
+        : QAbstractTableModel(parent), columnTitles(titles)
+    {
+    }
+
+    int columnCount(const QModelIndex& parent = {}) const override
+    {
+        return parent.isValid() ? 0 : columnTitles.size();
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (role == Qt::DisplayRole && orientation == Qt::Horizontal)
+            return columnTitles.value(section);
+        return {};
+    }
+    Qt::ItemFlags flags(const QModelIndex& index) const override
+    {
+        return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+    }
+
+    // What a cell may hold when the author picks from a list; titles and values. Empty for free text.
+    struct Choice
+    {
+        QString title;
+        QVariant value;
+        QString icon;
+    };
+    virtual QVector<Choice> GetChoices(const QModelIndex&) const { return {}; }
+
+    // One act each; false when nothing was done.
+    virtual bool AddRecord() = 0;
+    virtual bool RemoveRecords(const QVector<int>& rows) = 0;
+    virtual bool MoveRecord(int from, int to) = 0;
+
+signals:
+    // The author typed something that the data refused; the text is for him.
+    void SigRefused(const QString& reason);
+
+private:
+    const QStringList columnTitles;
+};

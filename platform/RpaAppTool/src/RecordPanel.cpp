@@ -1,0 +1,189 @@
+#include "RecordModel_p.h"
+#include "RecordPanel_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbToast.h>
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QStackedLayout>
+#include <QTableView>
+#include <QToolButton>
+
+namespace
+{
+
+const RecordModel* RecordModelOf(const QModelIndex& index)
+{
+    return qobject_cast<const RecordModel*>(index.model());
+}
+
+} // namespace
+
+QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    const QVector<RecordModel::Choice> choices = RecordModelOf(index)->GetChoices(index);
+    if (choices.isEmpty())
+        return QStyledItemDelegate::createEditor(parent, option, index);
+    auto* combo = new QComboBox(parent);
+    for (const RecordModel::Choice& choice : choices)
+        combo->addItem(choice.icon.isEmpty() ? QIcon() : WbIcons::Get(choice.icon), choice.title,
+                       choice.value);
+    // One click picks: nobody wants to confirm a choice by leaving the cell.
+    auto* self = const_cast<RecordDelegate*>(this);
+    connect(combo, qOverload<int>(&QComboBox::activated), self, [self, combo] {
+        emit self->commitData(combo);
+        emit self->closeEditor(combo);
+    });
+    return combo;
+}
+
+void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    if (auto* combo = qobject_cast<QComboBox*>(editor))
+        combo->setCurrentIndex(combo->findData(index.data(Qt::EditRole)));
+    else
+        QStyledItemDelegate::setEditorData(editor, index);
+}
+
+void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+{
+    if (auto* combo = qobject_cast<QComboBox*>(editor))
+        model->setData(index, combo->currentData());
+    else
+        QStyledItemDelegate::setModelData(editor, model, index);
+}
+
+QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+    return {hint.width(), qMax(hint.height(), DpiTool::ScaleDefault(30))};
+}
+
+RecordPanel::RecordPanel(const QString& title, const QString& recordName, const QString& emptyHint,
+                         QWidget* parent)
+    : ShrinkPanel(title, parent), view(new QTableView), emptyLabel(new WbLabel(emptyHint)),
+      stack(new QStackedLayout)
+{
+    addButton = AddAction(QStringLiteral("add"), QStringLiteral("添加%1").arg(recordName));
+    addButton->setObjectName(QStringLiteral("recordAdd"));
+    upButton = AddAction(QStringLiteral("move-up"), QStringLiteral("上移 (Alt+↑)"));
+    downButton = AddAction(QStringLiteral("move-down"), QStringLiteral("下移 (Alt+↓)"));
+    removeButton =
+        AddAction(QStringLiteral("delete"), QStringLiteral("删除选中的%1 (Delete)").arg(recordName));
+    removeButton->setObjectName(QStringLiteral("recordDelete"));
+
+    view->setObjectName(QStringLiteral("recordView"));
+    view->setAccessibleName(title);
+    view->setItemDelegate(new RecordDelegate(view));
+    view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                          QAbstractItemView::AnyKeyPressed | QAbstractItemView::SelectedClicked);
+    view->setTabKeyNavigation(false);
+    view->setWordWrap(false);
+    view->verticalHeader()->hide();
+    view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(32));
+    view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    view->horizontalHeader()->setHighlightSections(false);
+    view->setMinimumHeight(DpiTool::ScaleDefault(72));
+    emptyLabel->setAlignment(Qt::AlignCenter);
+    emptyLabel->setWordWrap(true);
+    emptyLabel->setObjectName(QStringLiteral("emptyHint"));
+
+    auto* content = new QWidget;
+    content->setLayout(stack);
+    stack->addWidget(view);
+    stack->addWidget(emptyLabel);
+    SetContent(content);
+
+    connect(addButton, &QToolButton::clicked, this, &RecordPanel::Add);
+    connect(removeButton, &QToolButton::clicked, this, &RecordPanel::RemoveSelected);
+    connect(upButton, &QToolButton::clicked, this, [this] { MoveCurrent(-1); });
+    connect(downButton, &QToolButton::clicked, this, [this] { MoveCurrent(1); });
+}
+
+void RecordPanel::SetModel(RecordModel* given)
+{
+    model = given;
+    view->setModel(model);
+    connect(model, &RecordModel::SigRefused, this,
+            [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
+    connect(model, &QAbstractItemModel::modelReset, this, &RecordPanel::UpdateState);
+    connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this, &RecordPanel::UpdateState);
+    UpdateState();
+}
+
+int RecordPanel::GetRecordCount() const
+{
+    return model ? model->rowCount() : 0;
+}
+
+void RecordPanel::Add()
+{
+    if (!model->AddRecord())
+        return;
+    const QModelIndex fresh = model->index(model->rowCount() - 1, 0);
+    SetShrink(false);
+    view->setFocus();
+    view->setCurrentIndex(fresh);
+    view->scrollTo(fresh);
+    view->edit(fresh);
+}
+
+void RecordPanel::RemoveSelected()
+{
+    const QVector<int> rows = SelectedRows();
+    if (rows.isEmpty() || !model->RemoveRecords(rows))
+        return;
+    view->selectRow(qMin(rows.first(), model->rowCount() - 1));
+}
+
+void RecordPanel::MoveCurrent(int by)
+{
+    const int from = view->currentIndex().row();
+    const int to = from + by;
+    if (from < 0 || to < 0 || to >= model->rowCount())
+        return;
+    if (model->MoveRecord(from, to))
+        view->selectRow(to);
+}
+
+QVector<int> RecordPanel::SelectedRows() const
+{
+    QVector<int> rows;
+    const QModelIndexList indexes = view->selectionModel()->selectedRows();
+    for (const QModelIndex& index : indexes)
+        rows << index.row();
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void RecordPanel::UpdateState()
+{
+    SetCount(model->rowCount());
+    stack->setCurrentIndex(model->rowCount() > 0 ? 0 : 1);
+    const QVector<int> rows = SelectedRows();
+    removeButton->setEnabled(!rows.isEmpty());
+    upButton->setEnabled(rows.size() == 1 && rows.first() > 0);
+    downButton->setEnabled(rows.size() == 1 && rows.first() < model->rowCount() - 1);
+}
+
+void RecordPanel::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Undo))
+        undoStack.undo();
+    else if (event->matches(QKeySequence::Redo))
+        undoStack.redo();
+    else if (event->matches(QKeySequence::Delete))
+        RemoveSelected();
+    else if (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Up)
+        MoveCurrent(-1);
+    else if (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Down)
+        MoveCurrent(1);
+    else
+        ShrinkPanel::keyPressEvent(event);
+}

@@ -1,0 +1,185 @@
+#include "TableCommands_p.h"
+#include "TableModel_p.h"
+
+#include <QDate>
+#include <QUndoStack>
+
+TableModel::TableModel(QUndoStack& stack, QObject* parent) : QAbstractTableModel(parent), undoStack(stack) {}
+
+void TableModel::SetData(RpaTableData* given)
+{
+    if (tableData)
+        tableData->disconnect(this);
+    beginResetModel();
+    tableData = given;
+    undoStack.clear();
+    if (tableData)
+        Follow();
+    endResetModel();
+}
+
+void TableModel::Follow()
+{
+    RpaTableData* data = tableData;
+    connect(data, &RpaTableData::SigCellsChanged, this, [this](int top, int left, int bottom, int right) {
+        emit dataChanged(index(top, left), index(bottom, right));
+    });
+    connect(data, &RpaTableData::SigColumnChanged, this, [this](int column) {
+        emit headerDataChanged(Qt::Horizontal, column, column);
+        if (rowCount() > 0)
+            emit dataChanged(index(0, column), index(rowCount() - 1, column));
+    });
+    connect(data, &RpaTableData::SigAboutToInsertRows, this,
+            [this](int first, int last) { beginInsertRows({}, first, last); });
+    connect(data, &RpaTableData::SigRowsInserted, this, [this] { endInsertRows(); });
+    connect(data, &RpaTableData::SigAboutToRemoveRows, this,
+            [this](int first, int last) { beginRemoveRows({}, first, last); });
+    connect(data, &RpaTableData::SigRowsRemoved, this, [this] { endRemoveRows(); });
+    connect(data, &RpaTableData::SigAboutToInsertColumn, this,
+            [this](int column) { beginInsertColumns({}, column, column); });
+    connect(data, &RpaTableData::SigColumnInserted, this, [this] { endInsertColumns(); });
+    connect(data, &RpaTableData::SigAboutToRemoveColumn, this,
+            [this](int column) { beginRemoveColumns({}, column, column); });
+    connect(data, &RpaTableData::SigColumnRemoved, this, [this] { endRemoveColumns(); });
+    connect(data, &RpaTableData::SigAboutToReset, this, [this] { beginResetModel(); });
+    connect(data, &RpaTableData::SigReset, this, [this] { endResetModel(); });
+    connect(data, &QObject::destroyed, this, [this] {
+        beginResetModel();
+        tableData = nullptr;
+        endResetModel();
+    });
+}
+
+void TableModel::SetUserEditable(bool editable)
+{
+    userEditable = editable;
+}
+
+int TableModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() || !tableData ? 0 : tableData->GetRowCount();
+}
+
+int TableModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() || !tableData ? 0 : tableData->GetColumnCount();
+}
+
+QString TableModel::TextOf(const QVariant& value)
+{
+    if (value.userType() == QMetaType::QDate)
+        return value.toDate().toString(Qt::ISODate);
+    if (value.userType() == QMetaType::Bool)
+        return value.toBool() ? QStringLiteral("是") : QStringLiteral("否");
+    if (value.userType() == QMetaType::Double)
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    return value.toString();
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const
+{
+    if (!tableData || !index.isValid())
+        return {};
+    const QVariant value = tableData->GetCell(index.row(), index.column());
+    const RpaColumnType type = tableData->GetColumns().at(index.column()).type;
+    switch (role) {
+    case Qt::DisplayRole:
+        return type == RpaColumnType::Switch ? QVariant() : QVariant(TextOf(value));
+    case Qt::EditRole:
+        return type == RpaColumnType::Date ? value : QVariant(TextOf(value));
+    case Qt::CheckStateRole:
+        if (type != RpaColumnType::Switch)
+            return {};
+        return value.toBool() ? Qt::Checked : Qt::Unchecked;
+    case Qt::TextAlignmentRole:
+        return int((type == RpaColumnType::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    default:
+        return {};
+    }
+}
+
+QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role != Qt::DisplayRole || !tableData)
+        return {};
+    if (orientation == Qt::Vertical)
+        return section + 1;
+    return tableData->GetColumn(section).name;
+}
+
+Qt::ItemFlags TableModel::flags(const QModelIndex& index) const
+{
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (!tableData || !index.isValid() || !userEditable)
+        return flags;
+    const bool isSwitch = tableData->GetColumns().at(index.column()).type == RpaColumnType::Switch;
+    return flags | (isSwitch ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
+}
+
+bool TableModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!tableData || !index.isValid() || (role != Qt::EditRole && role != Qt::CheckStateRole))
+        return false;
+    const RpaTableColumn column = tableData->GetColumn(index.column());
+    QVariant after = role == Qt::CheckStateRole ? QVariant(value.toInt() == Qt::Checked) : value;
+    if (!column.Fit(after)) {
+        emit SigRefused(QStringLiteral("“%1”不是有效的%2")
+                            .arg(value.toString(), RpaTableColumn::GetTypeTitle(column.type)));
+        return false;
+    }
+    const QVariant before = tableData->GetCell(index.row(), index.column());
+    if (before == after)
+        return true;
+    undoStack.push(new CellsCommand(QStringLiteral("修改单元格"), tableData,
+                                    {{index.row(), index.column(), before, after}}, 0));
+    return true;
+}
+
+int TableModel::PasteTexts(int row, int column, const QVector<QStringList>& texts, const QString& actName)
+{
+    if (!tableData || texts.isEmpty())
+        return 0;
+    const QVector<RpaTableColumn> columns = tableData->GetColumns();
+    QVector<CellChange> changes;
+    int misfits = 0;
+    for (int i = 0; i < texts.size(); ++i) {
+        const QStringList& cells = texts.at(i);
+        for (int j = 0; j < cells.size() && column + j < columns.size(); ++j) {
+            QVariant after = cells.at(j);
+            if (columns.at(column + j).Fit(after))
+                changes.append({row + i, column + j, tableData->GetCell(row + i, column + j), after});
+            else
+                ++misfits;
+        }
+    }
+    const int added = qMax(0, row + texts.size() - tableData->GetRowCount());
+    undoStack.push(new CellsCommand(actName, tableData, changes, added));
+    return misfits;
+}
+
+void TableModel::InsertRow(int row)
+{
+    if (tableData)
+        undoStack.push(new RowsCommand(QStringLiteral("添加行"), tableData, {{row, {}}}, true));
+}
+
+void TableModel::RemoveRows(const QVector<int>& rows)
+{
+    if (!tableData || rows.isEmpty())
+        return;
+    QVector<RowsCommand::Row> removed;
+    for (const int row : rows)
+        removed.append({row, tableData->GetRow(row)});
+    undoStack.push(new RowsCommand(QStringLiteral("删除行"), tableData, removed, false));
+}
+
+void TableModel::ClearCells(const QModelIndexList& cells)
+{
+    if (!tableData || cells.isEmpty())
+        return;
+    QVector<CellChange> changes;
+    for (const QModelIndex& cell : cells)
+        changes.append(
+            {cell.row(), cell.column(), tableData->GetCell(cell.row(), cell.column()), QVariant()});
+    undoStack.push(new CellsCommand(QStringLiteral("清空单元格"), tableData, changes, 0));
+}

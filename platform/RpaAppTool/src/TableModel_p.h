@@ -1,0 +1,50 @@
+#pragma once
+
+#include <RpaAppData/RpaTableData.h>
+
+#include <QAbstractTableModel>
+#include <QPointer>
+
+class QUndoStack;
+
+// The table of a page for its view. What the user changes goes through the undo stack; what a run changes
+// does not.
+class TableModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    TableModel(QUndoStack& undoStack, QObject* parent);
+
+    void SetData(RpaTableData* tableData);
+    RpaTableData* GetData() const { return tableData; }
+    void SetUserEditable(bool editable);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    // Cell as the user reads and copies it.
+    static QString TextOf(const QVariant& value);
+
+    // Writes texts as one act, beginning at a cell; rows are added as needed, columns beyond the last are
+    // left out. Returns how many cells did not fit their column and were left as they were.
+    int PasteTexts(int row, int column, const QVector<QStringList>& texts, const QString& actName);
+
+    void InsertRow(int row);
+    void RemoveRows(const QVector<int>& rows);
+    void ClearCells(const QModelIndexList& cells);
+
+signals:
+    void SigRefused(const QString& reason);
+
+private:
+    void Follow();
+
+    QUndoStack& undoStack;
+    QPointer<RpaTableData> tableData;
+    bool userEditable = true;
+};
