@@ -33,10 +33,10 @@ void AppParamEditorWidget::SetAppDataPtr(const RpaAppDataPtr& appData)
     d->frame.SetAppData(appData);
 }
 
-void AppParamEditorWidget::Init(RpaParamData* data)
+void AppParamEditorWidget::Init(RpaParamData* pageData)
 {
-    d->model->SetData(data);
-    d->frame.Follow(data);
+    d->model->SetData(pageData);
+    d->frame.Follow(pageData);
 }
 
 void AppParamEditorWidget::SetAppParamWidget(IAppParamWidget* widget)

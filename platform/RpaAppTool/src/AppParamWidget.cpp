@@ -41,11 +41,11 @@ AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), form(
 
 AppParamWidget::~AppParamWidget() = default;
 
-void AppParamWidget::SetParamData(RpaParamData* data)
+void AppParamWidget::SetParamData(RpaParamData* pageData)
 {
     if (paramData)
         paramData->disconnect(this);
-    paramData = data;
+    paramData = pageData;
     if (paramData) {
         connect(paramData, &RpaParamData::SigValueChanged, this, &AppParamWidget::ShowValue);
         for (const auto signal :

@@ -33,10 +33,10 @@ void AppTableEditorWidget::SetAppDataPtr(const RpaAppDataPtr& appData)
     d->frame.SetAppData(appData);
 }
 
-void AppTableEditorWidget::Init(RpaTableData* data)
+void AppTableEditorWidget::Init(RpaTableData* pageData)
 {
-    d->model->SetData(data);
-    d->frame.Follow(data);
+    d->model->SetData(pageData);
+    d->frame.Follow(pageData);
 }
 
 void AppTableEditorWidget::SetAppTableWidget(IAppTableWidget* widget)

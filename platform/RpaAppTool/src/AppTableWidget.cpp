@@ -118,9 +118,9 @@ void AppTableWidget::BuildView()
     view->installEventFilter(this);
 }
 
-void AppTableWidget::SetTableData(RpaTableData* data)
+void AppTableWidget::SetTableData(RpaTableData* pageData)
 {
-    model->SetData(data);
+    model->SetData(pageData);
     UpdateState();
 }
 

@@ -34,10 +34,10 @@ void AppToolEditorWidget::SetAppDataPtr(const RpaAppDataPtr& appData)
     d->frame.SetAppData(appData);
 }
 
-void AppToolEditorWidget::Init(RpaToolData* data)
+void AppToolEditorWidget::Init(RpaToolData* pageData)
 {
-    d->model->SetData(data);
-    d->frame.Follow(data);
+    d->model->SetData(pageData);
+    d->frame.Follow(pageData);
 }
 
 void AppToolEditorWidget::SetAppToolWidget(IAppToolWidget* widget)

@@ -30,11 +30,11 @@ AppToolWidget::~AppToolWidget()
     RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
 }
 
-void AppToolWidget::SetToolData(RpaToolData* data)
+void AppToolWidget::SetToolData(RpaToolData* pageData)
 {
     if (toolData)
         toolData->disconnect(this);
-    toolData = data;
+    toolData = pageData;
     if (toolData) {
         connect(toolData, &RpaToolData::SigChanged, this, &AppToolWidget::Rebuild);
         connect(toolData, &QObject::destroyed, this, &AppToolWidget::Rebuild);

@@ -64,9 +64,9 @@ QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     return {hint.width(), qMax(hint.height(), DpiTool::ScaleDefault(30))};
 }
 
-RecordPanel::RecordPanel(const QString& title, const QString& recordName, const QString& emptyHint,
+RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, const QString& emptyHint,
                          QWidget* parent)
-    : ShrinkPanel(title, parent), view(new QTableView), emptyLabel(new WbLabel(emptyHint)),
+    : ShrinkPanel(panelTitle, parent), view(new QTableView), emptyLabel(new WbLabel(emptyHint)),
       stack(new QStackedLayout)
 {
     addButton = AddAction(QStringLiteral("add"), QStringLiteral("添加%1").arg(recordName));
@@ -78,7 +78,7 @@ RecordPanel::RecordPanel(const QString& title, const QString& recordName, const 
     removeButton->setObjectName(QStringLiteral("recordDelete"));
 
     view->setObjectName(QStringLiteral("recordView"));
-    view->setAccessibleName(title);
+    view->setAccessibleName(panelTitle);
     view->setItemDelegate(new RecordDelegate(view));
     view->setSelectionBehavior(QAbstractItemView::SelectRows);
     view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
@@ -94,11 +94,11 @@ RecordPanel::RecordPanel(const QString& title, const QString& recordName, const 
     emptyLabel->setWordWrap(true);
     emptyLabel->setObjectName(QStringLiteral("emptyHint"));
 
-    auto* content = new QWidget;
-    content->setLayout(stack);
+    auto* holder = new QWidget;
+    holder->setLayout(stack);
     stack->addWidget(view);
     stack->addWidget(emptyLabel);
-    SetContent(content);
+    SetContent(holder);
 
     connect(addButton, &QToolButton::clicked, this, &RecordPanel::Add);
     connect(removeButton, &QToolButton::clicked, this, &RecordPanel::RemoveSelected);

@@ -2,6 +2,7 @@
 #include "TableModel_p.h"
 
 #include <QDate>
+#include <QLocale>
 #include <QUndoStack>
 
 TableModel::TableModel(QUndoStack& stack, QObject* parent) : QAbstractTableModel(parent), undoStack(stack) {}

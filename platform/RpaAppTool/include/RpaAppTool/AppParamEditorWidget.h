@@ -26,7 +26,7 @@ public:
 
     // Shows the data of another page and forgets the undo steps of the former one. Not owned; may go away at
     // any time.
-    void Init(RpaParamData* data);
+    void Init(RpaParamData* pageData);
 
     // The widget of the page view that shows the same data. May be null.
     void SetAppParamWidget(IAppParamWidget* widget);

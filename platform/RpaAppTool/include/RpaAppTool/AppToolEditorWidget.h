@@ -25,7 +25,7 @@ public:
 
     // Shows the data of another page and forgets the undo steps of the former one. Not owned; may go away at
     // any time.
-    void Init(RpaToolData* data);
+    void Init(RpaToolData* pageData);
 
     // The widget of the page view that shows the same data. May be null.
     void SetAppToolWidget(IAppToolWidget* widget);

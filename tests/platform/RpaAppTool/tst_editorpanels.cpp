@@ -1,0 +1,251 @@
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
+#include <RpaAppData/RpaToolData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaAppTool/AppParamEditorWidget.h>
+#include <RpaAppTool/AppTableEditorWidget.h>
+#include <RpaAppTool/AppToolEditorWidget.h>
+#include <RpaAppTool/IAppTableWidget.h>
+
+#include <QAbstractItemModelTester>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+
+class EditorPanels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void foldingHidesTheListAndTellsOnce();
+    void aToolIsAddedWithTheFirstProcess();
+    void typingRenamesATool();
+    void anEmptyToolTextIsRefused();
+    void removingMovingAndUndoKeepTheTools();
+    void aParameterNameIsUnique();
+    void aChangedTypeDropsWhatDoesNotFit();
+    void removingAColumnCanBeUndoneWithItsCells();
+    void anotherPageForgetsTheUndoSteps();
+    void theTableIsShownOnlyWithColumns();
+    void dataThatGoesAwayEmptiesThePanel();
+
+private:
+    RpaUIData* Page() { return app->GetUIDataManager()->GetUIData(0); }
+    template <typename Panel, typename Data>
+    void Bind(Panel& panel, Data* data)
+    {
+        panel.SetAppDataPtr(app);
+        panel.Init(data);
+        panel.resize(400, 300);
+        panel.show();
+        app->SetModified(false);
+        model = panel.template findChild<QTableView*>(QStringLiteral("recordView"))->model();
+        tester = std::make_unique<QAbstractItemModelTester>(
+            model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    }
+    static void Click(QWidget& panel, const char* name)
+    {
+        QTest::mouseClick(panel.findChild<QToolButton*>(QLatin1String(name)), Qt::LeftButton);
+    }
+    static QTableView* View(QWidget& panel)
+    {
+        return panel.findChild<QTableView*>(QStringLiteral("recordView"));
+    }
+
+    RpaAppDataPtr app;
+    QAbstractItemModel* model = nullptr;
+    std::unique_ptr<QAbstractItemModelTester> tester;
+};
+
+void EditorPanels::init()
+{
+    tester.reset();
+    app = RpaAppDataPtr::create();
+    app->InitDefault();
+}
+
+void EditorPanels::foldingHidesTheListAndTellsOnce()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    QSignalSpy spy(&panel, &AppToolEditorWidget::SigShrinkChanged);
+
+    Click(panel, "panelTitle");
+
+    QVERIFY(panel.IsShrink());
+    QVERIFY(!View(panel)->isVisible());
+    QCOMPARE(spy.size(), 1);
+    QVERIFY(!app->GetModified());
+}
+
+void EditorPanels::aToolIsAddedWithTheFirstProcess()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    const int before = Page()->GetToolData()->GetCount();
+
+    Click(panel, "recordAdd");
+
+    QCOMPARE(Page()->GetToolData()->GetCount(), before + 1);
+    QCOMPARE(Page()->GetToolData()->GetItem(before).processName,
+             Page()->GetToolData()->GetItem(0).processName);
+    QVERIFY(app->GetModified());
+}
+
+void EditorPanels::typingRenamesATool()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    View(panel)->setCurrentIndex(model->index(0, 0));
+    View(panel)->edit(model->index(0, 0));
+    auto* editor = View(panel)->findChild<QLineEdit*>();
+    QVERIFY(editor);
+
+    editor->selectAll();
+    QTest::keyClicks(editor, QStringLiteral("Go"));
+    QTest::keyClick(editor, Qt::Key_Return);
+
+    QTRY_COMPARE(Page()->GetToolData()->GetItem(0).text, QStringLiteral("Go"));
+    QVERIFY(app->GetModified());
+}
+
+void EditorPanels::anEmptyToolTextIsRefused()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    const QString before = Page()->GetToolData()->GetItem(0).text;
+
+    QVERIFY(!model->setData(model->index(0, 0), QStringLiteral("   ")));
+    QVERIFY(!model->setData(model->index(0, 0), QString(21, QLatin1Char('x'))));
+    QVERIFY(model->setData(model->index(0, 0), QString(20, QLatin1Char('x'))));
+
+    QVERIFY(Page()->GetToolData()->GetItem(0).text != before);
+}
+
+void EditorPanels::removingMovingAndUndoKeepTheTools()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    Click(panel, "recordAdd");
+    QTest::keyClick(View(panel), Qt::Key_Escape);
+    const QVector<RpaToolItem> two = Page()->GetToolData()->GetItems();
+    View(panel)->selectRow(1);
+
+    QTest::keyClick(View(panel), Qt::Key_Up, Qt::AltModifier);
+    QCOMPARE(Page()->GetToolData()->GetItem(0), two.at(1));
+    QTest::keyClick(View(panel), Qt::Key_Delete);
+    QCOMPARE(Page()->GetToolData()->GetCount(), 1);
+    QTest::keyClick(View(panel), Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(View(panel), Qt::Key_Z, Qt::ControlModifier);
+
+    QCOMPARE(Page()->GetToolData()->GetItems(), two);
+}
+
+void EditorPanels::aParameterNameIsUnique()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    const int before = Page()->GetParamData()->GetCount();
+    Click(panel, "recordAdd");
+    Click(panel, "recordAdd");
+    const QString first = Page()->GetParamData()->GetItem(before).name;
+
+    QVERIFY(!model->setData(model->index(before + 1, 0), first));
+    QVERIFY(!model->setData(model->index(before + 1, 0), QString()));
+
+    QVERIFY(Page()->GetParamData()->GetItem(before + 1).name != first);
+}
+
+void EditorPanels::aChangedTypeDropsWhatDoesNotFit()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    const int row = Page()->GetParamData()->GetCount();
+    Click(panel, "recordAdd");
+    QVERIFY(model->setData(model->index(row, 3), QStringLiteral("abc")));
+
+    QVERIFY(model->setData(model->index(row, 2), static_cast<int>(RpaParamType::Number)));
+
+    QVERIFY(!Page()->GetParamData()->GetItem(row).defaultValue.isValid());
+    QVERIFY(!model->setData(model->index(row, 3), QStringLiteral("abc")));
+    QVERIFY(model->setData(model->index(row, 3), QStringLiteral("3.5")));
+    QCOMPARE(Page()->GetParamData()->GetItem(row).defaultValue, QVariant(3.5));
+}
+
+void EditorPanels::removingAColumnCanBeUndoneWithItsCells()
+{
+    AppTableEditorWidget panel;
+    RpaTableData* table = Page()->GetTableData();
+    while (table->GetColumnCount() > 0)
+        table->RemoveColumn(0);
+    Bind(panel, table);
+    Click(panel, "recordAdd");
+    Click(panel, "recordAdd");
+    QTest::keyClick(View(panel), Qt::Key_Escape);
+    QVERIFY(table->AppendRow({QStringLiteral("a"), QStringLiteral("b")}) >= 0);
+
+    View(panel)->selectRow(0);
+    Click(panel, "recordDelete");
+    QCOMPARE(table->GetColumnCount(), 1);
+    QTest::keyClick(View(panel), Qt::Key_Z, Qt::ControlModifier);
+
+    QCOMPARE(table->GetColumnCount(), 2);
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("a"));
+    QCOMPARE(table->GetCell(0, 1).toString(), QStringLiteral("b"));
+}
+
+void EditorPanels::anotherPageForgetsTheUndoSteps()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    Click(panel, "recordAdd");
+    QTest::keyClick(View(panel), Qt::Key_Escape);
+    const int count = Page()->GetToolData()->GetCount();
+    RpaUIData* other = app->GetUIDataManager()->AddUIData(QStringLiteral("另一页"), RpaToolItem());
+
+    panel.Init(other->GetToolData());
+    QTest::keyClick(View(panel), Qt::Key_Z, Qt::ControlModifier);
+
+    QCOMPARE(Page()->GetToolData()->GetCount(), count);
+    QCOMPARE(other->GetToolData()->GetCount(), 1);
+}
+
+void EditorPanels::theTableIsShownOnlyWithColumns()
+{
+    QWidget host;
+    IAppTableWidget* shown = IAppTableWidget::CreateTableWidget(&host);
+    RpaTableData* table = Page()->GetTableData();
+    while (table->GetColumnCount() > 0)
+        table->RemoveColumn(0);
+    AppTableEditorWidget panel;
+    panel.SetAppTableWidget(shown);
+    Bind(panel, table);
+    QVERIFY(shown->isHidden());
+
+    Click(panel, "recordAdd");
+
+    QVERIFY(!shown->isHidden());
+}
+
+void EditorPanels::dataThatGoesAwayEmptiesThePanel()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    panel.SetAppDataPtr({});
+
+    app.reset();
+
+    QCOMPARE(model->rowCount(), 0);
+    Click(panel, "recordAdd");
+    QCOMPARE(model->rowCount(), 0);
+}
+
+QTEST_MAIN(EditorPanels)
+
+#include "tst_editorpanels.moc"

@@ -1,0 +1,115 @@
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppTool/IAppParamWidget.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QTest>
+
+class ParamWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void eachTypeHasItsField();
+    void typingSetsTheValue();
+    void aRunReadsAndWritesValues();
+    void aValueThatDoesNotFitIsRefused();
+    void anEmptyRequiredFieldIsMarked();
+    void passwordsAreHidden();
+
+private:
+    void Add(const char* name, RpaParamType type)
+    {
+        RpaParamItem item;
+        item.name = QLatin1String(name);
+        item.type = type;
+        item.choices = QStringList{QStringLiteral("甲"), QStringLiteral("乙")};
+        QVERIFY(params->InsertItem(-1, item) >= 0);
+    }
+    QWidget* Field(int index)
+    {
+        return widget->findChildren<QWidget*>(QStringLiteral("paramField")).value(index);
+    }
+
+    std::unique_ptr<RpaParamData> params;
+    std::unique_ptr<QWidget> host;
+    IAppParamWidget* widget = nullptr;
+};
+
+void ParamWidget::init()
+{
+    host = std::make_unique<QWidget>();
+    widget = IAppParamWidget::CreateParamWidget(host.get());
+    params = std::make_unique<RpaParamData>();
+    Add("text", RpaParamType::Text);
+    Add("number", RpaParamType::Number);
+    Add("date", RpaParamType::Date);
+    Add("choice", RpaParamType::Choice);
+    Add("switch", RpaParamType::Switch);
+    Add("file", RpaParamType::File);
+    Add("password", RpaParamType::Password);
+    widget->SetParamData(params.get());
+    host->show();
+}
+
+void ParamWidget::eachTypeHasItsField()
+{
+    QCOMPARE(widget->findChildren<QWidget*>(QStringLiteral("paramField")).size(), 7);
+    QVERIFY(qobject_cast<QLineEdit*>(Field(0)));
+    QVERIFY(qobject_cast<QLineEdit*>(Field(1)));
+    QVERIFY(qobject_cast<QDateEdit*>(Field(2)));
+    QVERIFY(qobject_cast<QComboBox*>(Field(3)));
+    QVERIFY(qobject_cast<QCheckBox*>(Field(4)));
+}
+
+void ParamWidget::typingSetsTheValue()
+{
+    QTest::keyClicks(Field(0), QStringLiteral("abc"));
+    QTest::keyClicks(Field(1), QStringLiteral("2.5"));
+    QTest::mouseClick(Field(4), Qt::LeftButton, {}, QPoint(8, Field(4)->height() / 2));
+
+    QCOMPARE(widget->GetParam(QStringLiteral("text")).toString(), QStringLiteral("abc"));
+    QCOMPARE(widget->GetParam(QStringLiteral("number")).toDouble(), 2.5);
+    QCOMPARE(widget->GetParam(QStringLiteral("switch")).toBool(), true);
+    QCOMPARE(static_cast<QLineEdit*>(Field(1))->text(), QStringLiteral("2.5"));
+}
+
+void ParamWidget::aRunReadsAndWritesValues()
+{
+    QVERIFY(widget->SetParam(QStringLiteral("choice"), QStringLiteral("乙")));
+
+    QCOMPARE(static_cast<QComboBox*>(Field(3))->currentText(), QStringLiteral("乙"));
+    QCOMPARE(widget->GetParam(QStringLiteral("choice")).toString(), QStringLiteral("乙"));
+    QVERIFY(!widget->GetParam(QStringLiteral("missing")).isValid());
+}
+
+void ParamWidget::aValueThatDoesNotFitIsRefused()
+{
+    QVERIFY(!widget->SetParam(QStringLiteral("number"), QStringLiteral("many")));
+    QVERIFY(!widget->SetParam(QStringLiteral("choice"), QStringLiteral("丙")));
+    QVERIFY(!widget->SetParam(QStringLiteral("missing"), 1));
+}
+
+void ParamWidget::anEmptyRequiredFieldIsMarked()
+{
+    RpaParamItem item = params->GetItem(0);
+    item.required = true;
+    QVERIFY(params->SetItem(0, item));
+    QVERIFY(Field(0)->property("missing").toBool());
+
+    QTest::keyClicks(Field(0), QStringLiteral("x"));
+
+    QVERIFY(!Field(0)->property("missing").toBool());
+}
+
+void ParamWidget::passwordsAreHidden()
+{
+    QCOMPARE(static_cast<QLineEdit*>(Field(6))->echoMode(), QLineEdit::Password);
+}
+
+QTEST_MAIN(ParamWidget)
+
+#include "tst_paramwidget.moc"

@@ -1,0 +1,150 @@
+#include <RpaAppData/RpaTableData.h>
+#include <RpaAppTool/IAppTableWidget.h>
+
+#include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+
+class TableWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void typedCellsFitTheirColumn();
+    void aRangeIsPastedWithNewRowsAndUndone();
+    void copyGivesWhatPasteTakes();
+    void deleteClearsCells();
+    void rowsAreAddedAndRemovedByTheToolBar();
+    void aRunFillsTheTable();
+    void whileLockedTheUserChangesNothing();
+    void aTableThatGoesAwayLeavesAnEmptyView();
+
+private:
+    QTableView* View() { return host->findChild<QTableView*>(QStringLiteral("tableView")); }
+    QAbstractItemModel* Model() { return View()->model(); }
+
+    std::unique_ptr<RpaTableData> table;
+    std::unique_ptr<QWidget> host;
+    IAppTableWidget* widget = nullptr;
+    std::unique_ptr<QAbstractItemModelTester> tester;
+};
+
+void TableWidget::init()
+{
+    tester.reset();
+    host = std::make_unique<QWidget>();
+    widget = IAppTableWidget::CreateTableWidget(host.get());
+    table = std::make_unique<RpaTableData>();
+    RpaTableColumn name;
+    name.name = QStringLiteral("姓名");
+    RpaTableColumn amount;
+    amount.name = QStringLiteral("金额");
+    amount.type = RpaColumnType::Number;
+    table->InsertColumn(-1, name);
+    table->InsertColumn(-1, amount);
+    table->AppendRow({QStringLiteral("王"), 1});
+    widget->SetTableData(table.get());
+    tester = std::make_unique<QAbstractItemModelTester>(
+        Model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+    host->resize(500, 300);
+    host->show();
+}
+
+void TableWidget::typedCellsFitTheirColumn()
+{
+    QVERIFY(!Model()->setData(Model()->index(0, 1), QStringLiteral("viel")));
+    QVERIFY(Model()->setData(Model()->index(0, 1), QStringLiteral("12.5")));
+
+    QCOMPARE(table->GetCell(0, 1), QVariant(12.5));
+}
+
+void TableWidget::aRangeIsPastedWithNewRowsAndUndone()
+{
+    View()->setCurrentIndex(Model()->index(0, 0));
+    QGuiApplication::clipboard()->setText(QStringLiteral("李\t2\n张\tx\n赵\t4\n"));
+
+    QTest::keyClick(View(), Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(table->GetRowCount(), 3);
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("李"));
+    QVERIFY(!table->GetCell(1, 1).isValid());
+    QCOMPARE(table->GetCell(2, 1), QVariant(4.0));
+    QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table->GetRowCount(), 1);
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
+}
+
+void TableWidget::copyGivesWhatPasteTakes()
+{
+    View()->selectAll();
+
+    QTest::keyClick(View(), Qt::Key_C, Qt::ControlModifier);
+
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("王\t1"));
+}
+
+void TableWidget::deleteClearsCells()
+{
+    View()->setCurrentIndex(Model()->index(0, 0));
+
+    QTest::keyClick(View(), Qt::Key_Delete);
+
+    QVERIFY(!table->GetCell(0, 0).isValid());
+    QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
+}
+
+void TableWidget::rowsAreAddedAndRemovedByTheToolBar()
+{
+    QTest::mouseClick(host->findChild<QToolButton*>(QStringLiteral("tableAddRow")), Qt::LeftButton);
+    QCOMPARE(table->GetRowCount(), 2);
+    View()->selectAll();
+
+    QTest::mouseClick(host->findChild<QToolButton*>(QStringLiteral("tableDeleteRows")), Qt::LeftButton);
+
+    QCOMPARE(table->GetRowCount(), 0);
+    QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table->GetRowCount(), 2);
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
+}
+
+void TableWidget::aRunFillsTheTable()
+{
+    QCOMPARE(widget->AppendRow({QStringLiteral("新"), 7}), 1);
+    QCOMPARE(widget->AppendRow({QStringLiteral("坏"), QStringLiteral("七")}), -1);
+    QVERIFY(widget->SetCell(0, 1, 9));
+
+    QCOMPARE(widget->GetRowCount(), 2);
+    QCOMPARE(widget->GetCell(0, 1), QVariant(9.0));
+    widget->ClearRows();
+    QCOMPARE(Model()->rowCount(), 0);
+}
+
+void TableWidget::whileLockedTheUserChangesNothing()
+{
+    widget->SetUserEditable(false);
+
+    QVERIFY(!(Model()->flags(Model()->index(0, 0)) & Qt::ItemIsEditable));
+    QVERIFY(!host->findChild<QToolButton*>(QStringLiteral("tableAddRow"))->isEnabled());
+    View()->setCurrentIndex(Model()->index(0, 0));
+    QTest::keyClick(View(), Qt::Key_Delete);
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
+    QVERIFY(widget->SetCell(0, 1, 3));
+}
+
+void TableWidget::aTableThatGoesAwayLeavesAnEmptyView()
+{
+    table.reset();
+
+    QCOMPARE(Model()->rowCount(), 0);
+    QCOMPARE(widget->GetRowCount(), 0);
+    QCOMPARE(widget->AppendRow({}), -1);
+}
+
+QTEST_MAIN(TableWidget)
+
+#include "tst_tablewidget.moc"

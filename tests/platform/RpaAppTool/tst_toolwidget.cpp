@@ -1,0 +1,92 @@
+#include <RpaAppData/RpaToolData.h>
+#include <RpaAppTool/IAppToolWidget.h>
+#include <RpaEngineCore/IProcessLifeCycle.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+class ToolWidget : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void aClickAsksForTheToolsProcess();
+    void theRunningToolStopsItsProcess();
+    void aToolWithoutAProcessCannotBePressed();
+    void changesOfTheToolsAreShown();
+
+private:
+    QPushButton* Button(int index)
+    {
+        return widget->findChild<QPushButton*>(QStringLiteral("toolButton%1").arg(index));
+    }
+    static void Tell(const std::function<void(IProcessLifeCycle*)>& call)
+    {
+        RpaProcessLifeCycleManager::Instance()->ForEach(call);
+    }
+
+    std::unique_ptr<RpaToolData> tools;
+    std::unique_ptr<QWidget> host;
+    IAppToolWidget* widget = nullptr;
+};
+
+void ToolWidget::init()
+{
+    host = std::make_unique<QWidget>();
+    widget = IAppToolWidget::CreateToolEditor(host.get());
+    tools = std::make_unique<RpaToolData>();
+    tools->InsertItem(-1, {QString(), QStringLiteral("导入"), QString(), QStringLiteral("主流程"), {}});
+    tools->InsertItem(-1, {QString(), QStringLiteral("空"), QString(), QString(), {}});
+    widget->SetToolData(tools.get());
+    host->resize(300, 100);
+    host->show();
+}
+
+void ToolWidget::aClickAsksForTheToolsProcess()
+{
+    QSignalSpy runs(widget, &IAppToolWidget::SigRunProcess);
+
+    QTest::mouseClick(Button(0), Qt::LeftButton);
+
+    QCOMPARE(runs.size(), 1);
+    QCOMPARE(runs.first().first().toString(), QStringLiteral("主流程"));
+}
+
+void ToolWidget::theRunningToolStopsItsProcess()
+{
+    QSignalSpy stops(widget, &IAppToolWidget::SigStopProcess);
+    QTest::mouseClick(Button(0), Qt::LeftButton);
+    Tell([](IProcessLifeCycle* listener) { listener->ProcessStart(QStringLiteral("主流程")); });
+    QCOMPARE(Button(0)->text(), QStringLiteral("停止"));
+
+    QTest::mouseClick(Button(0), Qt::LeftButton);
+    QCOMPARE(stops.size(), 1);
+    QCOMPARE(stops.first().first().toString(), QStringLiteral("主流程"));
+    Tell([](IProcessLifeCycle* listener) { listener->ProcessFinish(QStringLiteral("主流程")); });
+
+    QCOMPARE(Button(0)->text(), QStringLiteral("导入"));
+}
+
+void ToolWidget::aToolWithoutAProcessCannotBePressed()
+{
+    QVERIFY(!Button(1)->isEnabled());
+    QVERIFY(Button(0)->isEnabled());
+}
+
+void ToolWidget::changesOfTheToolsAreShown()
+{
+    tools->InsertItem(0, {QString(), QStringLiteral("新"), QString(), QStringLiteral("主流程"), {}});
+    QCOMPARE(Button(0)->text(), QStringLiteral("新"));
+    QVERIFY(Button(2));
+
+    tools.reset();
+
+    QTRY_VERIFY(!Button(0));
+}
+
+QTEST_MAIN(ToolWidget)
+
+#include "tst_toolwidget.moc"
