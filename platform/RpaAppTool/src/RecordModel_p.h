@@ -27,7 +27,8 @@ public:
     }
     Qt::ItemFlags flags(const QModelIndex& index) const override
     {
-        return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+        const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+        return index.isValid() ? flags | Qt::ItemIsEditable : flags;
     }
 
     // What a cell may hold when the author picks from a list; titles and values. Empty for free text.

@@ -90,6 +90,7 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     view->horizontalHeader()->setHighlightSections(false);
     view->setMinimumHeight(DpiTool::ScaleDefault(72));
+    view->installEventFilter(this);
     emptyLabel->setAlignment(Qt::AlignCenter);
     emptyLabel->setWordWrap(true);
     emptyLabel->setObjectName(QStringLiteral("emptyHint"));
@@ -172,7 +173,15 @@ void RecordPanel::UpdateState()
     downButton->setEnabled(rows.size() == 1 && rows.first() < model->rowCount() - 1);
 }
 
-void RecordPanel::keyPressEvent(QKeyEvent* event)
+// The view would take arrows and Delete for itself.
+bool RecordPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == view && event->type() == QEvent::KeyPress && HandleKey(static_cast<QKeyEvent*>(event)))
+        return true;
+    return ShrinkPanel::eventFilter(watched, event);
+}
+
+bool RecordPanel::HandleKey(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Undo))
         undoStack.undo();
@@ -185,5 +194,6 @@ void RecordPanel::keyPressEvent(QKeyEvent* event)
     else if (event->modifiers() == Qt::AltModifier && event->key() == Qt::Key_Down)
         MoveCurrent(1);
     else
-        ShrinkPanel::keyPressEvent(event);
+        return false;
+    return true;
 }

@@ -41,9 +41,10 @@ public:
     int GetRecordCount() const;
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool HandleKey(QKeyEvent* event);
     void Add();
     void RemoveSelected();
     void MoveCurrent(int by);
