@@ -44,11 +44,7 @@ RpaVersionCombo::RpaVersionCombo(QWidget* parent)
     connect(list, &QListWidget::itemPressed, this, &RpaVersionCombo::SlotItemClicked);
     connect(hideTimer, &QTimer::timeout, this, &RpaVersionCombo::SlotHideTimer);
     // A row of the open popup picked by key.
-    connect(this, qOverload<int>(&QComboBox::activated), this, [this](int index) {
-        if (const RpaVersionItem* row = RowAt(index)) {
-            Pick(*row);
-        }
-    });
+    connect(this, qOverload<int>(&QComboBox::activated), this, &RpaVersionCombo::Pick);
 }
 
 RpaVersionCombo::~RpaVersionCombo() = default;
@@ -70,6 +66,7 @@ void RpaVersionCombo::Clear()
 {
     currentName.clear();
     currentData.clear();
+    currentRow = QModelIndex();
     clear();
 }
 
@@ -116,10 +113,7 @@ QString RpaVersionCombo::GetNameAt(int index) const
 
 void RpaVersionCombo::SetCurrentIndex(int index)
 {
-    const RpaVersionItem* row = RowAt(index);
-    currentName = row ? row->GetName() : QString();
-    currentData = row ? row->GetData() : QVariant(QString());
-    ShowCurrentName();
+    MakeCurrent(index);
 }
 
 void RpaVersionCombo::showPopup()
@@ -127,6 +121,7 @@ void RpaVersionCombo::showPopup()
     hideTimer->stop();
     popupOpen = true;
     WbComboBox::showPopup();
+    MarkCurrentRow();
 }
 
 void RpaVersionCombo::hidePopup()
@@ -180,23 +175,38 @@ void RpaVersionCombo::resizeEvent(QResizeEvent* event)
 
 void RpaVersionCombo::SlotItemClicked(QListWidgetItem* item)
 {
-    const auto* row = qobject_cast<RpaVersionItem*>(list->itemWidget(item));
-    if (row) {
-        Pick(*row);
-    }
+    Pick(list->row(item));
 }
 
-void RpaVersionCombo::Pick(const RpaVersionItem& row)
+void RpaVersionCombo::MakeCurrent(int index)
 {
-    const QVariant previousData = currentData;
-    currentName = row.GetName();
-    currentData = row.GetData();
+    const RpaVersionItem* row = RowAt(index);
+    currentName = row ? row->GetName() : QString();
+    currentData = row ? row->GetData() : QVariant(QString());
+    currentRow = row ? list->model()->index(index, 0) : QModelIndex();
     ShowCurrentName();
+}
+
+void RpaVersionCombo::Pick(int index)
+{
+    if (!RowAt(index)) {
+        return;
+    }
+    const QVariant previousData = currentData;
+    MakeCurrent(index);
     popupOpen = false;
     hidePopup();
     if (currentData != previousData) {
         emit SigSelectVersion(currentData);
     }
+}
+
+// QComboBox marks the row that it takes for the current one. The list stays at its top.
+void RpaVersionCombo::MarkCurrentRow()
+{
+    list->setAutoScroll(false);
+    list->selectionModel()->setCurrentIndex(currentRow, QItemSelectionModel::ClearAndSelect);
+    list->setAutoScroll(true);
 }
 
 void RpaVersionCombo::SlotSelectionChanged()

@@ -2,6 +2,7 @@
 
 #include <WbBaseUI/WbComboBox.h>
 
+#include <QPersistentModelIndex>
 #include <QString>
 #include <QVariant>
 
@@ -70,12 +71,15 @@ private slots:
     void SlotHideTimer();
 
 private:
-    void Pick(const RpaVersionItem& row);
+    void MakeCurrent(int index);
+    void Pick(int index);
+    void MarkCurrentRow();
     RpaVersionItem* RowAt(int index) const;
     void ShowCurrentName();
 
     QString currentName;
     QVariant currentData;
+    QPersistentModelIndex currentRow; // follows its row when others are removed
     QListWidget* list;
     QLineEdit* nameEdit;
     bool popupOpen = false;

@@ -62,6 +62,7 @@ private slots:
     void staysClosedWhileDisabled();
     void keepsItsNameWhenAKeyPicksARow();
     void pickByKeyBehavesLikeAPress();
+    void marksTheCurrentRowInThePopup();
     void isMadeAsItsStyleSheetExpects();
     void showsEveryRowThatIsScrolledTo();
     void showsRowsThatWereAddedWhileItWasOpen();
@@ -469,6 +470,29 @@ void TestRpaVersionCombo::pickByKeyBehavesLikeAPress()
     QCOMPARE(selected.size(), 1);
     QCOMPARE(selected.constFirst().constFirst(), QVariant(QStringLiteral("id2")));
     QCOMPARE(combo->lineEdit()->text(), Text("版本2"));
+}
+
+void TestRpaVersionCombo::marksTheCurrentRowInThePopup()
+{
+    // given
+    Fill(60);
+    combo->SetCurrentIndex(40);
+
+    // when
+    combo->showPopup();
+
+    // then
+    QCOMPARE(list->currentRow(), 40);
+    QCOMPARE(list->selectedItems(), QList<QListWidgetItem*>{list->item(40)});
+    QCOMPARE(list->verticalScrollBar()->value(), 0);
+    combo->hidePopup();
+    combo->RemoveRow(Text("版本3"));
+    combo->showPopup();
+    QCOMPARE(list->currentRow(), 39);
+    combo->hidePopup();
+    combo->SetCurrentIndex(-1);
+    combo->showPopup();
+    QCOMPARE(list->currentRow(), -1);
 }
 
 void TestRpaVersionCombo::isMadeAsItsStyleSheetExpects()
