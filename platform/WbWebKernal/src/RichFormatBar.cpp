@@ -318,13 +318,20 @@ void RichFormatBar::MergeInline(const QTextCharFormat& format)
 
 void RichFormatBar::ApplyColour(const QColor& colour, bool background)
 {
-    QTextCursor cursor = view->textCursor();
-    const auto property = background ? QTextFormat::BackgroundBrush : QTextFormat::ForegroundBrush;
+    const QBrush brush = colour.isValid() ? QBrush(colour) : QBrush(Qt::NoBrush);
     QTextCharFormat format;
-    if (colour.isValid())
-        format.setProperty(property, QBrush(colour));
-    else
-        format.setProperty(property, QBrush(Qt::NoBrush));
+    if (!background) {
+        format.setForeground(brush);
+        MergeInline(format);
+        return;
+    }
+    format.setBackground(brush);
+    // A colour that came with the former background goes with it; one that the author chose stays.
+    const QTextCharFormat former = view->currentCharFormat();
+    const bool ownText = former.foreground().style() == Qt::SolidPattern &&
+                         former.foreground().color() != RichFormats::TextOn(former.background().color());
+    if (!ownText)
+        format.setForeground(colour.isValid() ? QBrush(RichFormats::TextOn(colour)) : QBrush(Qt::NoBrush));
     MergeInline(format);
 }
 

@@ -197,6 +197,11 @@ void RichFormats::SetAlignment(QTextCursor cursor, Qt::Alignment alignment)
     cursor.mergeBlockFormat(format);
 }
 
+QColor RichFormats::TextOn(const QColor& background)
+{
+    return qGray(background.rgb()) > 128 ? QColor(0x1f, 0x23, 0x29) : QColor(Qt::white);
+}
+
 void RichFormats::ClearInline(QTextCursor cursor)
 {
     const EditBlock step(cursor);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QTextCursor>
 #include <QTextListFormat>
 
@@ -29,6 +30,9 @@ bool IsInList(const QTextCursor& cursor, QTextListFormat::Style style);
 void ChangeIndent(QTextCursor cursor, int steps);
 
 void SetAlignment(QTextCursor cursor, Qt::Alignment alignment);
+
+// The colour that can be read on a background, whatever the theme: highlighted text carries it.
+QColor TextOn(const QColor& background);
 
 // Plain text without any inline format.
 void ClearInline(QTextCursor cursor);

@@ -63,11 +63,17 @@ void AppendEscaped(QString& out, const QString& text, bool& spaceBefore)
 QString ColourStyle(const QTextCharFormat& format)
 {
     QString style;
+    const bool marked = format.background().style() == Qt::SolidPattern;
+    QColor text;
     if (!format.isAnchor() && format.foreground().style() == Qt::SolidPattern)
-        style += QLatin1String("color:") + format.foreground().color().name() + QLatin1Char(';');
-    if (format.background().style() == Qt::SolidPattern)
-        style += QLatin1String("background-color:") + format.background().color().name() + QLatin1Char(';');
-    style.chop(style.isEmpty() ? 0 : 1);
+        text = format.foreground().color();
+    else if (marked && !format.isAnchor())
+        text = RichFormats::TextOn(format.background().color()); // the theme's own may vanish on it
+    if (text.isValid())
+        style = QLatin1String("color:") + text.name();
+    if (marked)
+        style += (style.isEmpty() ? QLatin1String() : QLatin1String(";")) +
+                 QLatin1String("background-color:") + format.background().color().name();
     return style;
 }
 

@@ -1,47 +1,65 @@
 #include "RichHtmlScreen_p.h"
 #include "RichLinkDialog_p.h"
 
-#include <QDialogButtonBox>
+#include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbPushButton.h>
+
 #include <QFormLayout>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QVBoxLayout>
+
+namespace
+{
+WbPushButton* NewButton(const QString& name, const QString& text, int type)
+{
+    auto* button = new WbPushButton(nullptr, type);
+    button->setObjectName(name);
+    button->setText(text);
+    button->setAutoDefault(false);
+    return button;
+}
+} // namespace
 
 RichLinkDialog::RichLinkDialog(const QString& text, const QString& address, bool existing, QWidget* parent)
-    : QDialog(parent), textEdit(new QLineEdit(text)), addressEdit(new QLineEdit(address)), hint(new QLabel)
+    : WbBaseDialog(parent), textEdit(new WbLineEdit), addressEdit(new WbLineEdit), hint(new QLabel),
+      okButton(NewButton(QStringLiteral("pushButtonLinkOk"), QStringLiteral("确定"), Wb::PrimaryButton))
 {
     setObjectName(QStringLiteral("RichLinkDialog"));
-    setWindowTitle(existing ? QStringLiteral("编辑链接") : QStringLiteral("插入链接"));
-    setMinimumWidth(420);
+    SetTitle(existing ? QStringLiteral("编辑链接") : QStringLiteral("插入链接"));
     textEdit->setObjectName(QStringLiteral("lineEditLinkText"));
+    textEdit->setText(text);
     textEdit->setPlaceholderText(QStringLiteral("显示的文字，可不填"));
     addressEdit->setObjectName(QStringLiteral("lineEditLinkAddress"));
+    addressEdit->setText(address);
     addressEdit->setPlaceholderText(QStringLiteral("例如 https://example.com"));
     hint->setObjectName(QStringLiteral("labelLinkHint"));
-    hint->setWordWrap(true);
+    hint->setProperty("wbRole", QStringLiteral("error"));
+    okButton->setDefault(true);
+    auto* cancel =
+        NewButton(QStringLiteral("pushButtonLinkCancel"), QStringLiteral("取消"), Wb::DefaultButton);
+    auto* remove =
+        NewButton(QStringLiteral("pushButtonLinkRemove"), QStringLiteral("取消链接"), Wb::DangerButton);
+    remove->setVisible(existing);
 
-    auto* buttons = new QDialogButtonBox;
-    okButton = buttons->addButton(QStringLiteral("确定"), QDialogButtonBox::AcceptRole);
-    okButton->setObjectName(QStringLiteral("pushButtonLinkOk"));
-    buttons->addButton(QStringLiteral("取消"), QDialogButtonBox::RejectRole);
-    if (existing) {
-        auto* remove = buttons->addButton(QStringLiteral("取消链接"), QDialogButtonBox::DestructiveRole);
-        remove->setObjectName(QStringLiteral("pushButtonLinkRemove"));
-        connect(remove, &QPushButton::clicked, this, &RichLinkDialog::SlotRemove);
-    }
-
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(remove);
+    buttons->addStretch();
+    buttons->addWidget(cancel);
+    buttons->addWidget(okButton);
     auto* form = new QFormLayout;
     form->addRow(QStringLiteral("文字(&T)："), textEdit);
     form->addRow(QStringLiteral("地址(&A)："), addressEdit);
-    auto* layout = new QVBoxLayout(this);
+    auto* layout = new QVBoxLayout(GetContentWidget());
+    layout->setContentsMargins(20, 16, 20, 16);
     layout->addLayout(form);
     layout->addWidget(hint);
-    layout->addWidget(buttons);
+    layout->addStretch();
+    layout->addLayout(buttons);
+    GetContentWidget()->setMinimumSize(440, 190);
 
     connect(addressEdit, &QLineEdit::textChanged, this, &RichLinkDialog::SlotAddressEdited);
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(remove, &QPushButton::clicked, this, &RichLinkDialog::SlotRemove);
     addressEdit->setFocus();
     SlotAddressEdited();
 }

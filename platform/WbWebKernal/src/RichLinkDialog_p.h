@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QDialog>
+#include <WbBaseUI/WbBaseDialog.h>
 
 class QLabel;
 class QLineEdit;
-class QPushButton;
+class WbPushButton;
 
 // Asks for the text and the address of a link, or that the link be removed.
-class RichLinkDialog : public QDialog
+class RichLinkDialog : public WbBaseDialog
 {
     Q_OBJECT
 
@@ -29,6 +29,6 @@ private:
     QLineEdit* textEdit;
     QLineEdit* addressEdit;
     QLabel* hint;
-    QPushButton* okButton;
+    WbPushButton* okButton;
     bool removeAsked = false;
 };

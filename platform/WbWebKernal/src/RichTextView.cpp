@@ -118,6 +118,9 @@ void RichTextView::RecolourLinks()
                 links.append({it.fragment().position(), it.fragment().length()});
         }
     }
+    // Not an act of the author: no undo step of its own.
+    const bool untouched = !current->isUndoAvailable() && !current->isRedoAvailable();
+    current->setUndoRedoEnabled(!untouched);
     QTextCursor cursor(current);
     for (const auto& link : qAsConst(links)) {
         cursor.joinPreviousEditBlock();
@@ -126,6 +129,7 @@ void RichTextView::RecolourLinks()
         cursor.mergeCharFormat(colour);
         cursor.endEditBlock();
     }
+    current->setUndoRedoEnabled(true);
 }
 
 bool RichTextView::InsertPicture(const QString& name)
