@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -326,6 +327,14 @@ void ArgumentField::ShowProblem()
     const QString problem = Problem(info, text, offers);
     message->setText(problem);
     message->setVisible(!problem.isEmpty());
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    if (!line)
+        line = editor->findChild<QLineEdit*>();
+    if (line && line->property("hasError").toBool() == problem.isEmpty()) {
+        line->setProperty("hasError", !problem.isEmpty());
+        line->style()->unpolish(line); // the style sheet reads properties only then
+        line->style()->polish(line);
+    }
 }
 
 QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& text,

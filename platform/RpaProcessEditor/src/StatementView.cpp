@@ -46,6 +46,7 @@ StatementView::StatementView(QWidget* parent) : QTreeView(parent), statements(ne
     connect(WbTheme::Instance(), &WbTheme::SigChanged, this, [this] {
         setIndentation(DpiTool::ScaleDefault(24));
         FitGutter();
+        scheduleDelayedItemsLayout(); // the height of rows follows the scale
         viewport()->update();
     });
 }

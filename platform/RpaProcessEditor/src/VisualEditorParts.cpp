@@ -3,6 +3,7 @@
 #include "CommandQuickPick_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
+#include "StatementFindBar_p.h"
 #include "StatementView_p.h"
 #include "VisualEditorParts_p.h"
 
@@ -30,8 +31,8 @@ QString WithKeys(const QString& text, const QList<QKeySequence>& keys)
 
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), bar(new QWidget), tabs(new ProcessTabs), palette(new CommandPalette),
-      view(new StatementView), properties(new PropertyPanel), checks(new CheckPane),
-      quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
+      view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
+      checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
 {
     BuildLayout();
     BuildActions();
@@ -48,6 +49,7 @@ VisualEditorParts::~VisualEditorParts()
     properties->LetGo();
     view->ShowProcess(nullptr, nullptr);
     tabs->SetEdits(nullptr);
+    edits.reset(); // first no longer reachable, then gone: its stack reports while it empties
 }
 
 void VisualEditorParts::BuildLayout()
@@ -71,6 +73,7 @@ void VisualEditorParts::BuildLayout()
     middleLayout->setContentsMargins(0, 0, 0, 0);
     middleLayout->setSpacing(0);
     middleLayout->addLayout(top);
+    middleLayout->addWidget(findBar);
     middleLayout->addWidget(vertical);
 
     auto* splitter = new QSplitter(Qt::Horizontal);
@@ -151,6 +154,12 @@ void VisualEditorParts::BuildActions()
     add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
     add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
 
+    menu->addSeparator();
+    Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
+        [this] { findBar->Open(); });
+    AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
+    AddFindKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), &StatementFindBar::FindPrevious);
+
     auto* save = new QAction(QStringLiteral("保存"), host);
     save->setObjectName(QStringLiteral("actionSave"));
     save->setShortcut(QKeySequence::Save);
@@ -161,6 +170,15 @@ void VisualEditorParts::BuildActions()
         if (!OxBlocker::IsBlocking())
             emit SigSaveAsked();
     });
+}
+
+void VisualEditorParts::AddFindKey(const QKeySequence& keys, void (StatementFindBar::*act)())
+{
+    auto* action = new QAction(host);
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    host->addAction(action);
+    connect(action, &QAction::triggered, findBar, act);
 }
 
 void VisualEditorParts::ConnectParts()

@@ -17,6 +17,7 @@ class ProcessTabs;
 class PropertyPanel;
 class QAction;
 class QMenu;
+class StatementFindBar;
 class StatementView;
 
 // The parts of the visual editor and how they work together.
@@ -45,6 +46,7 @@ private:
     void BuildActions();
     QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
                  const QString& icon, const Act& act);
+    void AddFindKey(const QKeySequence& keys, void (StatementFindBar::*act)());
     void ConnectParts();
     void ShowProcess(const QString& name);
     void SlotTouched(const QString& processName, const QStringList& ids);
@@ -58,6 +60,7 @@ private:
     ProcessTabs* tabs;
     CommandPalette* palette;
     StatementView* view;
+    StatementFindBar* findBar;
     PropertyPanel* properties;
     CheckPane* checks;
     CommandQuickPick* quickPick;

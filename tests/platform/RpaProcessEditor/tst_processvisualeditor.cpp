@@ -131,6 +131,7 @@ private slots:
     void commentsOutAndBack();
     void movesWithAltArrows();
     void setsBreakpointsByKeyAndInTheGutter();
+    void findsStatementsInBothDirections();
     void editsArgumentsAsTyped();
     void undoesTypingInOneField();
     void turnsALeadingEqualsSignIntoAnExpression();
@@ -412,6 +413,29 @@ void tst_ProcessVisualEditor::setsBreakpointsByKeyAndInTheGutter()
 
     editor.Click(QStringLiteral("c"), {}, 0);
     QVERIFY(!editor.Node(QStringLiteral("c"))->GetValues().breakpoint);
+}
+
+void tst_ProcessVisualEditor::findsStatementsInBothDirections()
+{
+    Editor editor({Log(QStringLiteral("one")), Log(QStringLiteral("two")), Log(QStringLiteral("one more"))});
+    const auto current = [&editor] { return editor.view->currentIndex().data(Qt::UserRole).toString(); };
+    editor.Click(QStringLiteral("two"));
+
+    editor.Key(Qt::Key_F, Qt::ControlModifier);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditStatementFind"));
+    QTRY_VERIFY(edit->hasFocus());
+    QTest::keyClicks(edit, QStringLiteral("one"));
+    QCOMPARE(editor.Find<QLabel>(QStringLiteral("labelStatementCount"))->text(), QStringLiteral("共 2 处"));
+    QCOMPARE(current(), QStringLiteral("one more"));
+
+    QTest::keyClick(edit, Qt::Key_Return); // around the end
+    QCOMPARE(current(), QStringLiteral("one"));
+    QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(current(), QStringLiteral("one more"));
+    QVERIFY(edit->hasFocus());
+
+    QTest::keyClick(edit, Qt::Key_Escape);
+    QVERIFY(editor.view->hasFocus());
 }
 
 void tst_ProcessVisualEditor::editsArgumentsAsTyped()
@@ -811,6 +835,8 @@ void tst_ProcessVisualEditor::opensAndScrollsTenThousandStatements()
     qInfo("10,000 statements: open %lld ms, scroll frame median %lld us, worst %lld us", open, frames.at(30),
           frames.last());
     clock.restart();
+    QTest::keyClick(editor.view, Qt::Key_Down);
+    qInfo("select the next of 10,000, fields included: %lld ms", clock.restart());
     QTest::keyClick(editor.view, Qt::Key_D, Qt::ControlModifier);
     qInfo("duplicate in 10,000: %lld ms", clock.elapsed());
 
