@@ -98,13 +98,20 @@ void VisualEditorParts::BuildLayout()
 QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
                                 const QString& icon, const Act& act)
 {
+    QAction* action = Add(name, text, keys, icon);
+    connect(action, &QAction::triggered, this, act);
+    return action;
+}
+
+QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
+                                const QString& icon)
+{
     auto* action = new QAction(text, view);
     action->setObjectName(name);
     action->setShortcuts(keys);
     // In the tree only: in a field of the property panel the same keys belong to the text.
     action->setShortcutContext(Qt::WidgetShortcut);
     view->addAction(action);
-    connect(action, &QAction::triggered, this, act);
     menu->addAction(action);
     if (icon.isEmpty())
         return action;
@@ -142,8 +149,10 @@ void VisualEditorParts::BuildActions()
         [this] { view->Paste(); });
     const auto add = [this](const char* name, const char* text, int code, const char* icon,
                             void (StatementView::*act)()) {
-        onSelection.append(Add(QLatin1String(name), QString::fromUtf8(text), {QKeySequence(code)},
-                               QLatin1String(icon), [this, act] { (view->*act)(); }));
+        QAction* action =
+            Add(QLatin1String(name), QString::fromUtf8(text), {QKeySequence(code)}, QLatin1String(icon));
+        connect(action, &QAction::triggered, view, act);
+        onSelection.append(action);
     };
     add("actionDuplicate", "复制一份", Qt::CTRL + Qt::Key_D, "", &StatementView::Duplicate);
     add("actionDelete", "删除", Qt::Key_Delete, "delete", &StatementView::Delete);

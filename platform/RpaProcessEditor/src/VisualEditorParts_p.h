@@ -46,6 +46,8 @@ private:
     void BuildActions();
     QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
                  const QString& icon, const Act& act);
+    QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
+                 const QString& icon);
     void AddFindKey(const QKeySequence& keys, void (StatementFindBar::*act)());
     void ConnectParts();
     void ShowProcess(const QString& name);
