@@ -6,10 +6,14 @@
 #include "ToastWatcher.h"
 
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaEngineCore/IProcessLifeCycle.h>
 #include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 
 #include <QSignalSpy>
+
+#include <functional>
 
 namespace
 {
@@ -18,6 +22,26 @@ const QString commentText =
     QStringLiteral("节点数据引用异常，引用了已经注释的节点，详细信息在可视化页面中查看!");
 const QString checkText = QStringLiteral("节点数据异常，异常信息在【运行日志】或可视化页面中查看!");
 const QString executeText = QStringLiteral("执行流程失败");
+
+// Hears of the engine's runs while it lives.
+class RunWatcher : public IProcessLifeCycle
+{
+public:
+    RunWatcher() { RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this); }
+    ~RunWatcher() override { RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this); }
+
+    void ProcessStart(const QString& processName) override
+    {
+        started.append(processName);
+        if (onStart)
+            onStart();
+    }
+    void ProcessFinish(const QString& processName) override { finished.append(processName); }
+
+    QStringList started;
+    QStringList finished;
+    std::function<void()> onStart;
+};
 
 IRpaDebugger* Debugger()
 {
@@ -175,6 +199,28 @@ private slots:
 
         QCOMPARE(order.GetEvents(),
                  QStringList({QStringLiteral("install after 1 report(s)"), QStringLiteral("check")}));
+    }
+
+    void runsTheProcessOfTheAppAndLocksTheVersionsMeanwhile()
+    {
+        EditorDriver author;
+        Open(author, 0, [](RpaAppData& content) {
+            Run::Add(content, QStringLiteral("variable.set"),
+                     {{QStringLiteral("name"), QStringLiteral("甲")},
+                      {QStringLiteral("value"), QStringLiteral("1")}});
+        });
+        RunWatcher run;
+        bool isLocked = false;
+        run.onStart = [&] { isLocked = !author.Find("version_combo")->isEnabled(); };
+        ToastWatcher toasts;
+
+        Run::Start(author, mainProcess);
+        QTRY_COMPARE_WITH_TIMEOUT(run.finished, QStringList(mainProcess), 20000);
+
+        QCOMPARE(run.started, QStringList(mainProcess));
+        QVERIFY(isLocked);
+        QTRY_VERIFY(author.Find("version_combo")->isEnabled());
+        QCOMPARE(toasts.GetTexts(), QStringList());
     }
 
     void stoppingWhileNothingRunsShowsNothing()
