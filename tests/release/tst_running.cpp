@@ -37,9 +37,11 @@ public:
             onStart();
     }
     void ProcessFinish(const QString& processName) override { finished.append(processName); }
+    void ProcessTerminate(const QString& processName) override { terminated.append(processName); }
 
     QStringList started;
     QStringList finished;
+    QStringList terminated;
     std::function<void()> onStart;
 };
 
@@ -223,6 +225,37 @@ private slots:
         QCOMPARE(toasts.GetTexts(), QStringList());
     }
 
+    void stopsTheRun()
+    {
+        EditorDriver author;
+        Open(author, 0, WaitLong);
+        RunWatcher run;
+        ToastWatcher toasts;
+        Run::Start(author, mainProcess);
+        QTRY_COMPARE_WITH_TIMEOUT(run.started.size(), 1, 20000);
+
+        Run::Stop(author, mainProcess);
+
+        QTRY_COMPARE_WITH_TIMEOUT(run.terminated, QStringList(mainProcess), 20000);
+        QTRY_VERIFY(author.Find("version_combo")->isEnabled());
+        QCOMPARE(toasts.GetTexts(), QStringList());
+    }
+
+    void isTakenAwayWhileTheProcessRuns()
+    {
+        EditorDriver author;
+        Open(author, 0, WaitLong);
+        RunWatcher run;
+        Run::Start(author, mainProcess);
+        QTRY_COMPARE_WITH_TIMEOUT(run.started.size(), 1, 20000);
+
+        author.Destroy();
+
+        // The run goes on without its editor until somebody stops it.
+        QVERIFY(RpaEngineModule::Instance()->Terminate(mainProcess));
+        QTRY_COMPARE_WITH_TIMEOUT(run.terminated, QStringList(mainProcess), 20000);
+    }
+
     void stoppingWhileNothingRunsShowsNothing()
     {
         EditorDriver author;
@@ -248,6 +281,11 @@ private slots:
     }
 
 private:
+    static void WaitLong(RpaAppData& content)
+    {
+        Run::Add(content, QStringLiteral("wait"), {{QStringLiteral("seconds"), QStringLiteral("600")}});
+    }
+
     void Open(EditorDriver& author, int kind, const EditorWorld::Fill& fill)
     {
         const RobotExecuteInfo app = world.CreateApp(kind);
