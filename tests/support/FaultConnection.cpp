@@ -89,9 +89,9 @@ void SendReset(QTcpSocket* socket)
 
 QByteArray Bomb()
 {
-    constexpr int unpackedBytes = 64 * 1024 * 1024;
+    constexpr int unpackedBytes = 16 * 1024 * 1024;
     constexpr int lengthPrefix = 4; // of qCompress; the rest is what "deflate" means
-    static const QByteArray bomb = qCompress(QByteArray(unpackedBytes, '0'), 9).mid(lengthPrefix);
+    static const QByteArray bomb = qCompress(QByteArray(unpackedBytes, '0'), 1).mid(lengthPrefix);
     return bomb;
 }
 } // namespace
