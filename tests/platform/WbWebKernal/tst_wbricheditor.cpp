@@ -15,11 +15,14 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextTable>
 #include <QToolButton>
+#include <QUrl>
+#include <QtEndian>
 
 namespace
 {
@@ -119,6 +122,8 @@ private slots:
     void movesThroughTableCellsWithTab();
     void insertsAPictureFromTheClipboardAsData();
     void scalesALargePictureDown();
+    void takesADroppedPictureFileIn();
+    void refusesAPictureThatClaimsTooManyPixels();
     void keepsOutWhatIsUnsafe_data();
     void keepsOutWhatIsUnsafe();
     void boundsHostileTables();
@@ -542,6 +547,42 @@ void tst_WbRichEditor::scalesALargePictureDown()
         QImage::fromData(QByteArray::fromBase64(text.mid(comma + 1, end - comma - 1).toLatin1()));
     QCOMPARE(kept.size(), QSize(1600, 800));
     QVERIFY(text.contains(QLatin1String("width=\"640\" height=\"320\"")));
+}
+
+void tst_WbRichEditor::takesADroppedPictureFileIn()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("图.png"));
+    QVERIFY(SomePicture(40, 20).save(path));
+    Editor editor;
+    auto* data = new QMimeData;
+    data->setUrls({QUrl::fromLocalFile(path)});
+
+    editor.Paste(data);
+
+    QVERIFY(editor.Text().contains(QLatin1String("<img src=\"data:image/png;base64,")));
+    QVERIFY(!editor.Text().contains(QLatin1String("file:")));
+}
+
+void tst_WbRichEditor::refusesAPictureThatClaimsTooManyPixels()
+{
+    QByteArray bitmap;
+    QBuffer buffer(&bitmap);
+    buffer.open(QIODevice::WriteOnly);
+    SomePicture(2, 2).save(&buffer, "BMP");
+    const auto pretend = [&bitmap](qint32 side) {
+        qToLittleEndian(side, bitmap.data() + 18); // width
+        qToLittleEndian(side, bitmap.data() + 22); // height
+        return QStringLiteral("<p>x<img src=\"data:image/bmp;base64,%1\">y</p>")
+            .arg(QString::fromLatin1(bitmap.toBase64()));
+    };
+    Editor editor;
+
+    editor.widget.Init(pretend(2));
+    QVERIFY(editor.view->toPlainText().contains(QChar(QChar::ObjectReplacementCharacter)));
+
+    editor.widget.Init(pretend(40000));
+    QCOMPARE(editor.view->toPlainText(), QStringLiteral("xy"));
 }
 
 void tst_WbRichEditor::keepsOutWhatIsUnsafe_data()
