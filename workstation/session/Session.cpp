@@ -32,7 +32,11 @@ Session::Session(const QString& serverProgram, const QString& serverDataDir, QOb
     });
 }
 
-Session::~Session() = default;
+Session::~Session()
+{
+    // It stops, and says so, when it is destroyed: after the members that its news would be written into.
+    server.disconnect(this);
+}
 
 void Session::UseEmbedded()
 {
