@@ -1,0 +1,298 @@
+#include "CloseGuard.h"
+#include "SampleInstaller.h"
+#include "ServerProcess.h"
+#include "Session.h"
+#include "TestApp.h"
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaCore/IRpaLifeCycle.h>
+#include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaCore/RpaGlobalLifeCycle.h>
+#include <RpaEditorLogic/SaveLedger.h>
+#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcessCheck.h>
+#include <WbCore/WbGlobalData.h>
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <csignal>
+
+namespace
+{
+class Answering : public IRpaLifeCycle
+{
+public:
+    explicit Answering(BeforeCloseResult value) : answer(value)
+    {
+        RpaGlobalLifeCycle::Instance()->AddLogic(this);
+    }
+    ~Answering() override { RpaGlobalLifeCycle::Instance()->RemoveLogic(this); }
+
+    BeforeCloseResult BeforeClose() override
+    {
+        ++asked;
+        return answer;
+    }
+
+    BeforeCloseResult answer;
+    int asked = 0;
+};
+} // namespace
+
+class tst_Service : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void reachesTheEmbeddedServerAndSignsIn();
+    void keepsTheSessionWhenTheEmbeddedServerDies();
+    void leavesNoServerAndNoTokenBehind();
+    void signsInAsTheOtherAccount();
+    void findsARemoteServerThatDoesNotKnowUsYet();
+    void saysWhenARemoteServerCannotBeReached();
+
+    void installsTheSampleAppsOnce();
+    void everySampleIsACompleteApp_data();
+    void everySampleIsACompleteApp();
+
+    void closesAtOnceWhenNothingIsPending();
+    void staysOpenWhenSomebodyRefusesAndAsksAgain();
+    void waitsForTheSaveThatIsStillOnItsWay();
+    void closesOnlyOnce();
+
+private:
+    QTemporaryDir folder;
+};
+
+void tst_Service::initTestCase()
+{
+    RpaGlobalDataManager::Instance()->SetApiVersion(QStringLiteral("1.0.0"));
+    QVERIFY(QFile::exists(QStringLiteral(SERVER_PROGRAM)));
+}
+
+void tst_Service::reachesTheEmbeddedServerAndSignsIn()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("a")));
+    QSignalSpy signedIn(&session, &Session::SigSignedIn);
+
+    session.UseEmbedded();
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    session.EnterEmbedded(0);
+
+    QCOMPARE(signedIn.size(), 1);
+    QCOMPARE(WbGlobalData::Instance()->GetPin(), session.GetPin());
+    QCOMPARE(VersionServiceSettings::Instance()->GetBaseUrl(), session.GetEmbeddedServer()->GetAddress());
+    VersionServiceClient client;
+    QString pin;
+    client.GetCurrentSession(this, [&pin](const VersionServiceResult<VersionServiceSession>& result) {
+        pin = result.value.account.pin;
+    });
+    QTRY_COMPARE(pin, session.GetPin());
+}
+
+void tst_Service::keepsTheSessionWhenTheEmbeddedServerDies()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("b")));
+    QSignalSpy died(&session, &Session::SigServerDied);
+    session.UseEmbedded();
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    session.EnterEmbedded(0);
+
+    ::kill(pid_t(session.GetEmbeddedServer()->GetProcessId()), SIGKILL);
+
+    QTRY_COMPARE(died.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    bool known = false;
+    VersionServiceClient client;
+    client.GetCurrentSession(this, [&known](const VersionServiceResult<VersionServiceSession>& result) {
+        known = result.success;
+    });
+    QTRY_VERIFY(known);
+}
+
+void tst_Service::leavesNoServerAndNoTokenBehind()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("c")));
+    session.UseEmbedded();
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    session.EnterEmbedded(0);
+    const auto pid = pid_t(session.GetEmbeddedServer()->GetProcessId());
+
+    session.End();
+
+    QVERIFY(::kill(pid, 0) != 0);
+    QVERIFY(VersionServiceSettings::Instance()->GetToken().isEmpty());
+    QVERIFY(WbGlobalData::Instance()->GetPin().isEmpty());
+}
+
+void tst_Service::signsInAsTheOtherAccount()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("d")));
+    session.UseEmbedded();
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    session.EnterEmbedded(0);
+    const QString first = session.GetPin();
+
+    session.EnterEmbedded(1);
+
+    QVERIFY(session.GetPin() != first);
+    QCOMPARE(session.GetEmbeddedIndex(), 1);
+    QCOMPARE(WbGlobalData::Instance()->GetPin(), session.GetPin());
+}
+
+void tst_Service::findsARemoteServerThatDoesNotKnowUsYet()
+{
+    ServerProcess server;
+    QVERIFY2(server.Start(), server.ErrorText());
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("e")));
+    QSignalSpy refused(&session, &Session::SigRefused);
+
+    session.UseRemote(QUrl(server.BaseUrl()));
+    QTRY_COMPARE(session.GetServerState(), ServerState::Connected);
+    session.SignIn(QStringLiteral("nobody"), QStringLiteral("wrong password"));
+
+    QTRY_COMPARE(refused.size(), 1);
+    QVERIFY(!refused.first().first().toString().isEmpty());
+    QVERIFY(!session.IsSignedIn());
+}
+
+void tst_Service::saysWhenARemoteServerCannotBeReached()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("f")));
+
+    session.UseRemote(QUrl(QStringLiteral("http://127.0.0.1:1")));
+
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Broken, 20000);
+    QVERIFY(!session.GetServerDetail().isEmpty());
+}
+
+void tst_Service::installsTheSampleAppsOnce()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("g")));
+    session.UseEmbedded();
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    session.EnterEmbedded(0);
+    SampleInstaller installer;
+    QSignalSpy finished(&installer, &SampleInstaller::SigFinished);
+
+    installer.Start();
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 20000);
+    installer.Start();
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, 20000);
+
+    QVERIFY(finished.at(0).first().toBool());
+    QVERIFY(finished.at(1).first().toBool());
+    int apps = -1;
+    VersionServiceClient client;
+    client.ListApps(QString(), this, [&apps](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+        apps = result.value.size();
+    });
+    QTRY_COMPARE(apps, SampleInstaller::ReadSamples().size());
+}
+
+void tst_Service::everySampleIsACompleteApp_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("kind");
+    for (const SampleApp& app : SampleInstaller::ReadSamples()) {
+        for (const SampleVersion& version : app.versions) {
+            QTest::newRow(qPrintable(app.name + QLatin1Char(' ') + version.name))
+                << version.dataFile << app.kind;
+        }
+    }
+}
+
+void tst_Service::everySampleIsACompleteApp()
+{
+    QFETCH(QString, file);
+    QFETCH(int, kind);
+    QFile data(QStringLiteral(":/samples/") + file);
+    QVERIFY(data.open(QIODevice::ReadOnly));
+    RpaAppData app;
+
+    QVERIFY(app.Parse(data.readAll()));
+
+    QCOMPARE(app.GetAppExtendInfo()->GetAppKind(), kind);
+    QVERIFY(!app.GetAppExtendInfo()->GetManual().isEmpty());
+    QVERIFY(app.GetUIDataManager()->GetCount() > 0);
+    QVERIFY(app.GetProcessDataManager()->GetCount() > 0);
+    if (kind == 0) {
+        const RpaProcessCheck check(*app.GetProcessDataManager());
+        for (const QString& process : app.GetProcessDataManager()->GetProcessNames()) {
+            const QList<RpaCheckInfo> findings = check.Check(process);
+            QVERIFY2(findings.isEmpty(),
+                     findings.isEmpty() ? ""
+                                        : qPrintable(process + QLatin1Char(' ') + findings.first().message));
+        }
+    }
+}
+
+void tst_Service::closesAtOnceWhenNothingIsPending()
+{
+    SaveLedger ledger;
+    CloseGuard guard(&ledger);
+    QSignalSpy mayClose(&guard, &CloseGuard::SigMayClose);
+
+    guard.RequestClose();
+
+    QCOMPARE(mayClose.size(), 1);
+}
+
+void tst_Service::staysOpenWhenSomebodyRefusesAndAsksAgain()
+{
+    SaveLedger ledger;
+    CloseGuard guard(&ledger);
+    QSignalSpy mayClose(&guard, &CloseGuard::SigMayClose);
+    Answering editor(BeforeCloseResult::Refused);
+
+    guard.RequestClose();
+    QCOMPARE(mayClose.size(), 0);
+    editor.answer = BeforeCloseResult::Resolved;
+    guard.RequestClose();
+
+    QCOMPARE(editor.asked, 2);
+    QCOMPARE(mayClose.size(), 1);
+}
+
+void tst_Service::waitsForTheSaveThatIsStillOnItsWay()
+{
+    SaveLedger ledger;
+    CloseGuard guard(&ledger);
+    QSignalSpy waiting(&guard, &CloseGuard::SigWaiting);
+    QSignalSpy mayClose(&guard, &CloseGuard::SigMayClose);
+    ledger.Begin(QStringLiteral("v1"));
+
+    guard.RequestClose();
+    QCOMPARE(waiting.size(), 1);
+    QCOMPARE(mayClose.size(), 0);
+    ledger.Confirm(QStringLiteral("a"), QStringLiteral("v1"), 2, QByteArrayLiteral("00"));
+    ledger.End();
+
+    QTRY_COMPARE(mayClose.size(), 1);
+}
+
+void tst_Service::closesOnlyOnce()
+{
+    SaveLedger ledger;
+    CloseGuard guard(&ledger);
+    QSignalSpy mayClose(&guard, &CloseGuard::SigMayClose);
+    Answering editor(BeforeCloseResult::NothingPending);
+
+    guard.RequestClose();
+    guard.RequestClose();
+
+    QCOMPARE(editor.asked, 1);
+    QCOMPARE(mayClose.size(), 1);
+}
+
+RPA_TEST_MAIN(tst_Service)
+#include "tst_service.moc"
