@@ -99,8 +99,7 @@ struct Service::Parts
                                                                     loginLimit, passwordPool,
                                                                     log,        QStringLiteral(RPA_VERSION)},
           dispatcher((AddRoutes(router, services, [this] { return dispatcher.Figures().Text(); }), router),
-                     sessions, log, {Workers(), 4000}),
-          server(dispatcher, HttpLimits{})
+                     sessions, log, {Workers(), 4000})
     {
         Metrics& figures = dispatcher.Figures();
         figures.AddGauge("rpa_connections", "Open connections.", "gauge",
@@ -122,6 +121,7 @@ struct Service::Parts
     }
 
     const std::unique_ptr<QLockFile> lock;
+    HttpServer server{HttpLimits{}}; // threads of the parts below may hold its requests to the last
     Router router;
     LoginLimit loginLimit;
     std::unique_ptr<IStore> store;
@@ -129,7 +129,6 @@ struct Service::Parts
     TaskPool passwordPool;
     Services services;
     Dispatcher dispatcher;
-    HttpServer server;
     std::shared_ptr<StopHandle> stopHandle = std::make_shared<StopHandle>();
 };
 
@@ -150,7 +149,7 @@ int Service::Run()
               [&](JsonText& line) { line.Member("address", QString::fromStdString(address)); });
     std::printf("{\"listening\":\"%s\"}\n", address.c_str());
     std::fflush(stdout);
-    parts->server.Run(NetworkThreads());
+    parts->server.Run(parts->dispatcher, NetworkThreads());
     {
         const std::lock_guard lock(parts->stopHandle->mutex);
         parts->stopHandle->server = nullptr;

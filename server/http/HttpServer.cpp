@@ -149,8 +149,8 @@ class Connection;
 // What the connections of one server share.
 struct HttpServer::Private
 {
-    Private(IHttpHandler& theHandler, const HttpLimits& theLimits)
-        : handler(theHandler), limits(theLimits), acceptor(context), signalSet(context), graceTimer(context)
+    explicit Private(const HttpLimits& theLimits)
+        : limits(theLimits), acceptor(context), signalSet(context), graceTimer(context)
     {
     }
 
@@ -167,7 +167,7 @@ struct HttpServer::Private
         return false;
     }
 
-    IHttpHandler& handler;
+    IHttpHandler* handler = nullptr; // while it runs
     const HttpLimits limits;
     net::io_context context;
     tcp::acceptor acceptor;
@@ -227,7 +227,18 @@ private:
     static constexpr std::size_t smallRead = 4 * 1024; // what an idle connection may hold
     static constexpr std::size_t largestRead = 64 * 1024;
 
-    using Guard = net::executor_work_guard<Strand>;
+    // Held by a callback that others keep: the network threads run, also while the server stops, until the
+    // answer is written. The connection goes before the guard that lets them end.
+    struct Hold
+    {
+        net::executor_work_guard<Strand> guard;
+        std::shared_ptr<Connection> connection;
+    };
+
+    std::shared_ptr<Hold> HoldThis()
+    {
+        return std::make_shared<Hold>(Hold{net::make_work_guard(stream.get_executor()), shared_from_this()});
+    }
 
     void AwaitRequest()
     {
@@ -293,13 +304,13 @@ private:
 
         stream.expires_never();
         pendingHead = head;
-        const auto guard = std::make_shared<Guard>(stream.get_executor());
-        server.handler.Admit(head, [self = shared_from_this(), guard](std::optional<Response> refusal) {
-            net::dispatch(self->stream.get_executor(), [self, guard, refusal = std::move(refusal)]() mutable {
-                if (refusal)
-                    return self->RefuseWith(std::move(*refusal));
-                self->ReadBody();
-            });
+        server.handler->Admit(head, [hold = HoldThis()](std::optional<Response> refusal) {
+            net::dispatch(hold->connection->stream.get_executor(),
+                          [hold, refusal = std::move(refusal)]() mutable {
+                              if (refusal)
+                                  return hold->connection->RefuseWith(std::move(*refusal));
+                              hold->connection->ReadBody();
+                          });
         });
     }
 
@@ -352,18 +363,17 @@ private:
         static_cast<RequestHead&>(request) = std::move(pendingHead);
         request.body = std::move(parser->get().body());
         parser->get().body() = {};
-        // Keeps the network threads running until the answer is written, also while the server stops.
-        const auto guard = std::make_shared<Guard>(stream.get_executor());
-        server.handler.Handle(std::move(request), [self = shared_from_this(), guard](Response response) {
-            net::dispatch(
-                self->stream.get_executor(),
-                [self, guard, response = std::move(response)]() mutable { self->Send(std::move(response)); });
+        server.handler->Handle(std::move(request), [hold = HoldThis()](Response response) {
+            net::dispatch(hold->connection->stream.get_executor(),
+                          [hold, response = std::move(response)]() mutable {
+                              hold->connection->Send(std::move(response));
+                          });
         });
     }
 
     void Refuse(int status)
     {
-        server.handler.OnRefusedByLimit(status);
+        server.handler->OnRefusedByLimit(status);
         RefuseWith(RefusalFor(status));
     }
 
@@ -474,7 +484,7 @@ void HttpServer::Private::OnAccepted(Socket socket)
         beast::error_code ignored;
         socket.non_blocking(true, ignored);
         socket.write_some(net::buffer(text, sizeof text - 1), ignored);
-        handler.OnRefusedByLimit(503);
+        handler->OnRefusedByLimit(503);
         return;
     }
     const auto connection = std::make_shared<Connection>(*this, std::move(socket));
@@ -505,10 +515,7 @@ void HttpServer::Private::Forget(std::list<std::weak_ptr<Connection>>::iterator 
         net::post(context, [this] { graceTimer.cancel(); });
 }
 
-HttpServer::HttpServer(IHttpHandler& handler, const HttpLimits& limits)
-    : d(std::make_unique<Private>(handler, limits))
-{
-}
+HttpServer::HttpServer(const HttpLimits& limits) : d(std::make_unique<Private>(limits)) {}
 
 HttpServer::~HttpServer() = default;
 
@@ -531,8 +538,9 @@ quint16 HttpServer::Listen(const std::string& host, quint16 port)
     }
 }
 
-void HttpServer::Run(int threads)
+void HttpServer::Run(IHttpHandler& handler, int threads)
 {
+    d->handler = &handler;
     d->Accept();
     std::vector<std::thread> others;
     for (int i = 1; i < threads; ++i)

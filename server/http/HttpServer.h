@@ -43,14 +43,15 @@ public:
 class HttpServer
 {
 public:
-    HttpServer(IHttpHandler& handler, const HttpLimits& limits);
+    // Must outlive every thread that may still hold the Reply of one of its requests.
+    explicit HttpServer(const HttpLimits& limits);
     ~HttpServer();
 
     // Binds and returns the port, which is a free one for port 0. Throws std::runtime_error.
     quint16 Listen(const std::string& host, quint16 port);
 
-    // Serves on `threads` threads until Stop() was called and the requests in flight are answered.
-    void Run(int threads);
+    // Serves with `handler` on `threads` threads until Stop() was called and the requests in flight are answered.
+    void Run(IHttpHandler& handler, int threads);
 
     // No new connections; idle ones close, requests in flight are answered (at most `grace`). Any thread.
     void Stop(std::chrono::seconds grace);

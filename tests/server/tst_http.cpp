@@ -73,7 +73,7 @@ class Running
 {
 public:
     Running()
-        : server(echo, SmallLimits()), port(server.Listen("127.0.0.1", 0)), thread([this] { server.Run(2); })
+        : server(SmallLimits()), port(server.Listen("127.0.0.1", 0)), thread([this] { server.Run(echo, 2); })
     {
     }
     ~Running()
@@ -84,8 +84,8 @@ public:
         thread.join();
     }
 
-    Echo echo;
     HttpServer server;
+    Echo echo;
     quint16 port;
     std::thread thread;
 };

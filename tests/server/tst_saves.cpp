@@ -268,10 +268,11 @@ void SavesTest::finishesASaveThatIsUnderWayWhenItStops()
     std::thread saving([&] { status = Client().Overwrite(version, 1, body).status; });
 
     const bool graceful = server->Stop();
+    const QByteArray log = server->Log();
     saving.join();
     QVERIFY2(server->Start(), server->ErrorText());
 
-    QVERIFY(graceful);
+    QVERIFY2(graceful, log.constData());
     // Whether it came in time is a race; that the answer is the truth is not.
     const QByteArray stored = Client().Ask("GET", "/api/v1/versions/" + version + "/data").body;
     QVERIFY(status == 200 ? stored == body : stored == "{\"n\":1}");
