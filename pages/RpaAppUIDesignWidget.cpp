@@ -1,8 +1,6 @@
 #include "RpaAppUIDesignWidget.h"
 
 #include "AddUIWidget.h"
-#include "RunLogView.h"
-#include "UIPagePreview.h"
 #include "ui_RpaAppUIDesignWidget.h"
 
 #include <OxBase/DpiTool.h>
@@ -10,6 +8,11 @@
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
+#include <RpaAppTool/IAppLogWidget.h>
+#include <RpaAppTool/IAppParamWidget.h>
+#include <RpaAppTool/IAppTableWidget.h>
+#include <RpaAppTool/IAppToolWidget.h>
+#include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
@@ -24,31 +27,15 @@ namespace
 constexpr int pageViewStretch = 4;
 constexpr int logStretch = 1;
 
-QStringList ToolLines(const RpaToolData& tools)
+// Puts a created widget into its host, filling it.
+void Fill(QWidget* host, QWidget* created)
 {
-    QStringList lines;
-    for (const RpaToolItem& item : tools.GetItems()) {
-        lines.append(QStringLiteral("%1 → %2").arg(item.text, item.processName));
+    auto* layout = new QHBoxLayout(host);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    if (created) {
+        layout->addWidget(created);
     }
-    return lines;
-}
-
-QStringList ParamLines(const RpaParamData& params)
-{
-    QStringList lines;
-    for (const RpaParamItem& item : params.GetItems()) {
-        lines.append(QStringLiteral("%1（%2）").arg(item.name, RpaParamItem::GetTypeTitle(item.type)));
-    }
-    return lines;
-}
-
-QStringList ColumnLines(const RpaTableData& table)
-{
-    QStringList lines;
-    for (const RpaTableColumn& column : table.GetColumns()) {
-        lines.append(QStringLiteral("%1（%2）").arg(column.name, RpaTableColumn::GetTypeTitle(column.type)));
-    }
-    return lines;
 }
 
 } // namespace
@@ -79,23 +66,35 @@ RpaAppUIDesignWidget::~RpaAppUIDesignWidget()
 
 void RpaAppUIDesignWidget::InitPageView()
 {
-    ui->widgetToolEditor->SetTexts(QStringLiteral("工具"), QStringLiteral("本界面还没有工具"));
-    ui->widgetParamEditor->SetTexts(QStringLiteral("参数"), QStringLiteral("本界面还没有参数"));
-    ui->widgetTableEditor->SetTexts(QStringLiteral("表格"), QStringLiteral("本界面还没有表格列"));
-    preview = new UIPagePreview(ui->widgetTool, ui->widgetParam, ui->widgetTable, this);
-    logView = new RunLogView(ui->widgetLog);
-    auto* layoutLog = new QHBoxLayout(ui->widgetLog);
-    layoutLog->setSpacing(0);
-    layoutLog->addWidget(logView);
-    logView->SetSource(RpaEngineModule::Instance()->GetLogManager());
+    toolWidget = IAppToolWidget::CreateToolEditor(ui->widgetTool);
+    Fill(ui->widgetTool, toolWidget);
+    ui->widgetToolEditor->SetAppToolWidget(toolWidget);
+
+    paramWidget = IAppParamWidget::CreateParamWidget(ui->widgetParam);
+    Fill(ui->widgetParam, paramWidget);
+    ui->widgetParamEditor->SetAppParamWidget(paramWidget);
+
+    tableWidget = IAppTableWidget::CreateTableWidget(ui->widgetTable);
+    Fill(ui->widgetTable, tableWidget);
+    ui->widgetTableEditor->SetAppTableWidget(tableWidget);
+
+    logWidget = IAppLogWidget::CreateDevelopLog(ui->widgetLog);
+    Fill(ui->widgetLog, logWidget);
+    logWidget->SetLogDataSource(RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource());
 }
 
 void RpaAppUIDesignWidget::InitConnectSignals()
 {
-    connect(preview, &UIPagePreview::SigRunProcess, this, &RpaAppUIDesignWidget::SigRunProcess);
-    for (UIPartPanel* panel : {ui->widgetToolEditor, ui->widgetParamEditor, ui->widgetTableEditor}) {
-        connect(panel, &UIPartPanel::SigShrinkChanged, this, &RpaAppUIDesignWidget::SlotShrinkChanged);
+    if (toolWidget) {
+        connect(toolWidget, &IAppToolWidget::SigRunProcess, this, &RpaAppUIDesignWidget::SigRunProcess);
+        connect(toolWidget, &IAppToolWidget::SigStopProcess, this, &RpaAppUIDesignWidget::SigStopProcess);
     }
+    connect(ui->widgetToolEditor, &AppToolEditorWidget::SigShrinkChanged, this,
+            &RpaAppUIDesignWidget::SlotShrinkChanged);
+    connect(ui->widgetParamEditor, &AppParamEditorWidget::SigShrinkChanged, this,
+            &RpaAppUIDesignWidget::SlotShrinkChanged);
+    connect(ui->widgetTableEditor, &AppTableEditorWidget::SigShrinkChanged, this,
+            &RpaAppUIDesignWidget::SlotShrinkChanged);
     connect(ui->widgetTabBar, &RpaTabBar::SigTabChanged, this, &RpaAppUIDesignWidget::SlotTabChanged);
     connect(ui->widgetTabBar, &RpaTabBar::SigAddTab, this, &RpaAppUIDesignWidget::SlotAddUI);
     connect(ui->widgetTabBar, &RpaTabBar::SigDeleteTab, this, &RpaAppUIDesignWidget::SlotDeleteUI);
@@ -114,16 +113,13 @@ void RpaAppUIDesignWidget::AdjustForDpi()
 
 void RpaAppUIDesignWidget::SetRpaAppData(const RpaAppDataPtr& app)
 {
-    if (appData) {
-        disconnect(GetUIDataManager(), nullptr, this, nullptr);
-    }
     appData = app;
     if (GetUIDataManager()->GetCount() == 0) {
         return;
     }
-    // What the panels show is read from the page; they follow it when it changes or another one becomes
-    // active.
-    connect(GetUIDataManager(), &RpaUIDataManager::SigChanged, this, &RpaAppUIDesignWidget::ShowActivePage);
+    ui->widgetToolEditor->SetAppDataPtr(app);
+    ui->widgetParamEditor->SetAppDataPtr(app);
+    ui->widgetTableEditor->SetAppDataPtr(app);
     ActivatePage(0);
     QStringList names;
     GetUIDataManager()->GetAllUIName(names);
@@ -133,16 +129,13 @@ void RpaAppUIDesignWidget::SetRpaAppData(const RpaAppDataPtr& app)
 void RpaAppUIDesignWidget::ActivatePage(int index)
 {
     GetUIDataManager()->SetIndexActive(index);
-    ShowActivePage();
-}
-
-void RpaAppUIDesignWidget::ShowActivePage()
-{
-    const RpaUIData* page = GetUIDataManager()->GetUIData(GetUIDataManager()->GetIndexActive());
-    ui->widgetToolEditor->SetLines(page ? ToolLines(*page->GetToolData()) : QStringList());
-    ui->widgetParamEditor->SetLines(page ? ParamLines(*page->GetParamData()) : QStringList());
-    ui->widgetTableEditor->SetLines(page ? ColumnLines(*page->GetTableData()) : QStringList());
-    preview->Show(page);
+    const RpaUIData* page = GetUIDataManager()->GetUIData(index);
+    ui->widgetToolEditor->Init(page->GetToolData());
+    toolWidget->SetToolData(page->GetToolData());
+    ui->widgetParamEditor->Init(page->GetParamData());
+    paramWidget->SetParamData(page->GetParamData());
+    ui->widgetTableEditor->Init(page->GetTableData());
+    tableWidget->SetTableData(page->GetTableData());
 }
 
 RpaUIDataManager* RpaAppUIDesignWidget::GetUIDataManager() const
@@ -152,12 +145,27 @@ RpaUIDataManager* RpaAppUIDesignWidget::GetUIDataManager() const
 
 IAppParamEngine* RpaAppUIDesignWidget::GetAppParamEngine() const
 {
-    return nullptr;
+    return paramWidget;
 }
 
 IAppTableEngine* RpaAppUIDesignWidget::GetAppTableEngine() const
 {
-    return nullptr;
+    return tableWidget;
+}
+
+// The author does not change the table while a process fills it.
+void RpaAppUIDesignWidget::ProcessStart(const QString&)
+{
+    if (tableWidget) {
+        tableWidget->SetUserEditable(false);
+    }
+}
+
+void RpaAppUIDesignWidget::ProcessFinish(const QString&)
+{
+    if (tableWidget) {
+        tableWidget->SetUserEditable(true);
+    }
 }
 
 void RpaAppUIDesignWidget::SlotShrinkChanged()

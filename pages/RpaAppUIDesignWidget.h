@@ -11,9 +11,11 @@
 
 class IAppParamEngine;
 class IAppTableEngine;
+class IAppLogWidget;
+class IAppParamWidget;
+class IAppTableWidget;
+class IAppToolWidget;
 class RpaUIDataManager;
-class RunLogView;
-class UIPagePreview;
 
 namespace Ui
 {
@@ -40,6 +42,9 @@ public:
 
     void AdjustForDpi() override;
 
+    void ProcessStart(const QString& processName) override;
+    void ProcessFinish(const QString& processName) override;
+
 signals:
     // The author wants a process of the app to be run or stopped; the text is its name.
     void SigRunProcess(QString strData);
@@ -57,11 +62,13 @@ private:
     void InitPageView();
     void InitConnectSignals();
     void ActivatePage(int index);
-    void ShowActivePage();
     RpaUIDataManager* GetUIDataManager() const;
 
     const std::unique_ptr<Ui::RpaAppUIDesignWidget> ui;
     RpaAppDataPtr appData;
-    UIPagePreview* preview = nullptr;
-    RunLogView* logView = nullptr;
+    // Of the page view, each owned by its host. They must exist once a page is shown.
+    IAppToolWidget* toolWidget = nullptr;
+    IAppParamWidget* paramWidget = nullptr;
+    IAppTableWidget* tableWidget = nullptr;
+    IAppLogWidget* logWidget = nullptr;
 };

@@ -4,21 +4,25 @@
 #include "TestApp.h"
 
 #include <OxBase/DpiTool.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
+#include <RpaAppTool/IAppToolWidget.h>
+#include <RpaEngineCore/IAppParamEngine.h>
+#include <RpaEngineCore/IAppTableEngine.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <WbBaseUI/RpaTabBar.h>
 
-#include <QLabel>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTabBar>
+#include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QtTest>
 
-#include <algorithm>
 #include <memory>
 
 namespace
@@ -54,7 +58,10 @@ private slots:
     void survivesItsEndWhileADialogIsOpen();
     void ignoresADialogOfAnAppThatIsGone();
     void isControlledWhileAProcessRuns();
-    void hasNoEnginesWithoutWidgetsForThem();
+    void offersItsWidgetsToTheEngine();
+    void locksTheTableWhileAProcessRuns();
+    void forwardsRunAndStopOfItsTools();
+    void marksTheAppWhenAPanelChangesIt();
     void keepsItsMeasuresAtEveryScale();
 
 private:
@@ -214,10 +221,9 @@ void TestRpaAppUIDesignWidget::followsTheTabBarAfterDeletingAndMoving()
     QCOMPARE(Tabs(), names);
     QVERIFY(app->GetModified());
     const QString tool = Pages()->GetUIData(Pages()->GetIndexActive())->GetToolData()->GetItem(0).text;
-    const auto labels =
-        page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"))->findChildren<QLabel*>();
-    QVERIFY(std::any_of(labels.begin(), labels.end(),
-                        [&tool](const QLabel* label) { return label->text().contains(tool); }));
+    const auto* records =
+        page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"))->findChild<QTableView*>();
+    QCOMPARE(records->model()->index(0, 0).data().toString(), tool);
 }
 
 void TestRpaAppUIDesignWidget::showsTheSpaceWhenAllPanelsAreCollapsed()
@@ -350,10 +356,59 @@ void TestRpaAppUIDesignWidget::isControlledWhileAProcessRuns()
     QVERIFY(bar->isEnabled());
 }
 
-void TestRpaAppUIDesignWidget::hasNoEnginesWithoutWidgetsForThem()
+void TestRpaAppUIDesignWidget::offersItsWidgetsToTheEngine()
 {
-    QVERIFY(!page->GetAppParamEngine());
-    QVERIFY(!page->GetAppTableEngine());
+    RpaParamItem param;
+    param.name = Text("数量");
+    Pages()->GetUIData(0)->GetParamData()->InsertItem(-1, param);
+    RpaTableColumn column;
+    column.name = Text("金额");
+    Pages()->GetUIData(0)->GetTableData()->InsertColumn(-1, column);
+
+    QCOMPARE(page->GetAppParamEngine()->GetParamNames(), QStringList{Text("数量")});
+    QCOMPARE(page->GetAppTableEngine()->GetColumnNames(), QStringList{Text("金额")});
+}
+
+void TestRpaAppUIDesignWidget::locksTheTableWhileAProcessRuns()
+{
+    RpaTableColumn column;
+    column.name = Text("金额");
+    Pages()->GetUIData(0)->GetTableData()->InsertColumn(-1, column);
+    auto* addRow = page->findChild<QToolButton*>(QStringLiteral("tableAddRow"));
+    QVERIFY(addRow->isEnabled());
+
+    page->ProcessStart(Text("主流程"));
+    QVERIFY(!addRow->isEnabled());
+    page->ProcessFinish(Text("主流程"));
+
+    QVERIFY(addRow->isEnabled());
+}
+
+void TestRpaAppUIDesignWidget::forwardsRunAndStopOfItsTools()
+{
+    auto* tools = page->findChild<IAppToolWidget*>();
+    QSignalSpy runs(page.get(), &RpaAppUIDesignWidget::SigRunProcess);
+    QSignalSpy stops(page.get(), &RpaAppUIDesignWidget::SigStopProcess);
+
+    emit tools->SigRunProcess(Text("甲"));
+    emit tools->SigStopProcess(Text("乙"));
+
+    QCOMPARE(runs.size(), 1);
+    QCOMPARE(runs.first().first().toString(), Text("甲"));
+    QCOMPARE(stops.size(), 1);
+    QCOMPARE(stops.first().first().toString(), Text("乙"));
+}
+
+void TestRpaAppUIDesignWidget::marksTheAppWhenAPanelChangesIt()
+{
+    QVERIFY(!app->GetModified());
+
+    page->findChild<QWidget*>(QStringLiteral("widgetParamEditor"))
+        ->findChild<QToolButton*>(QStringLiteral("recordAdd"))
+        ->click();
+
+    QCOMPARE(Pages()->GetUIData(0)->GetParamData()->GetCount(), 1);
+    QVERIFY(app->GetModified());
 }
 
 void TestRpaAppUIDesignWidget::keepsItsMeasuresAtEveryScale()
