@@ -58,7 +58,8 @@ AppTableWidget::AppTableWidget(QWidget* parent)
 
     connect(model, &TableModel::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
-    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved,
+                              &QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
         connect(model, signal, this, &AppTableWidget::UpdateState);
     connect(model, &QAbstractItemModel::modelReset, this, &AppTableWidget::UpdateState);
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
