@@ -6,6 +6,10 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
+#include <RpaAppData/RpaToolData.h>
+#include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RpaGlobalDataManager.h>
@@ -224,6 +228,10 @@ void tst_Service::everySampleIsACompleteApp()
     QCOMPARE(app.GetAppExtendInfo()->GetAppKind(), kind);
     QVERIFY(!app.GetAppExtendInfo()->GetManual().isEmpty());
     QVERIFY(app.GetUIDataManager()->GetCount() > 0);
+    const RpaUIData* page = app.GetUIDataManager()->GetUIData(0);
+    QVERIFY(page->GetToolData()->GetCount() > 0);
+    QVERIFY(page->GetParamData()->GetCount() > 0);
+    QVERIFY(page->GetTableData()->GetRowCount() > 0);
     QVERIFY(app.GetProcessDataManager()->GetCount() > 0);
     if (kind == 0) {
         const RpaProcessCheck check(*app.GetProcessDataManager());

@@ -12,6 +12,7 @@
 #include "Session.h"
 #include "SettingsPage.h"
 #include "SignInPage.h"
+#include "TemplateKeeper.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaSuperDir.h>
@@ -57,7 +58,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     CreateParts();
     ConnectSession();
     ConnectPages();
-    ConnectClosing();
+    ConnectServices();
 }
 
 Workstation::~Workstation()
@@ -78,6 +79,8 @@ bool Workstation::Start(QString* problem)
         *problem = QStringLiteral("工作站已经在运行。");
         return false;
     }
+    OfferTemplates();
+    templates->Look();
     window->show();
     GoToServer();
     return true;
@@ -86,7 +89,12 @@ bool Workstation::Start(QString* problem)
 void Workstation::TellPlatform()
 {
     RpaGlobalDataManager::Instance()->SetApiVersion(QLatin1String(apiVersion));
-    RpaSuperDir::Instance()->SetTemplateDirs(paths.visualTemplateDir, paths.programTemplateDir);
+}
+
+void Workstation::OfferTemplates()
+{
+    RpaSuperDir::Instance()->SetTemplateDirs(templates->GetFitFolder(paths.visualTemplateDir),
+                                             templates->GetFitFolder(paths.programTemplateDir));
 }
 
 void Workstation::CreateParts()
@@ -108,6 +116,8 @@ void Workstation::CreateParts()
 
     desk = std::make_unique<AppDesk>(apps.get(), listPage);
     samples = std::make_unique<SampleInstaller>();
+    templates = std::make_unique<TemplateKeeper>(
+        QStringList{paths.visualTemplateDir, paths.programTemplateDir}, paths.dataDir);
     closeGuard = std::make_unique<CloseGuard>(RpaEditorLogic::Instance()->GetSaveLedger());
 }
 
@@ -189,8 +199,12 @@ void Workstation::ConnectPages()
     });
 }
 
-void Workstation::ConnectClosing()
+void Workstation::ConnectServices()
 {
+    connect(templates.get(), &TemplateKeeper::SigLooked, this, &Workstation::OfferTemplates);
+    connect(templates.get(), &TemplateKeeper::SigUnreadable, this, [](const QString& file) {
+        WbToast::Show(QStringLiteral("模板文件“%1”无法读取，请重新生成").arg(file), ToastWarning);
+    });
     connect(window.get(), &MainWindow::SigCloseRequested, closeGuard.get(), &CloseGuard::RequestClose);
     connect(closeGuard.get(), &CloseGuard::SigWaiting, this, [this] {
         window->setEnabled(false);

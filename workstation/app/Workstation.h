@@ -18,6 +18,7 @@ class SampleInstaller;
 class Session;
 class SettingsPage;
 class SignInPage;
+class TemplateKeeper;
 
 // Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
 // what they need and announces what happened.
@@ -46,10 +47,11 @@ signals:
 
 private:
     void TellPlatform();
+    void OfferTemplates();
     void CreateParts();
     void ConnectSession();
     void ConnectPages();
-    void ConnectClosing();
+    void ConnectServices();
 
     void GoToServer();
     void AskSignIn();
@@ -76,5 +78,6 @@ private:
     QWidget* pageBeforeSettings = nullptr;
     std::unique_ptr<AppDesk> desk;
     std::unique_ptr<SampleInstaller> samples;
+    std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<CloseGuard> closeGuard;
 };
