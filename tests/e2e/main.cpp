@@ -41,6 +41,10 @@ void UseHome(const QString& home)
     for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
         qputenv(variable, home.toLocal8Bit());
     }
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
+        qputenv("XDG_RUNTIME_DIR",
+                home.toLocal8Bit()); // a folder of this user alone, as temporary folders are
+    }
 }
 
 int TourIn(const QString& folder, const QString& home)

@@ -19,7 +19,7 @@ int Px(int length)
 
 QRect CardRect(const QRect& item)
 {
-    return item.adjusted(Px(6), Px(6), -Px(6), -Px(6));
+    return item.adjusted(0, 0, -Px(12), -Px(12)); // the gap to the next card
 }
 
 QColor Color(WbColor color)
