@@ -10,6 +10,8 @@
 namespace
 {
 
+constexpr int LabelWidth = 160; // a longer label is elided, so that the fields keep their room
+
 // A required text or choice without any value; numbers, dates and switches always have one to show.
 bool IsMissing(const RpaParamItem& item)
 {
@@ -75,9 +77,11 @@ void AppParamWidget::Rebuild()
         QString label = item.label.isEmpty() ? item.name : item.label;
         if (item.required)
             label += QStringLiteral(" *");
-        auto* labelWidget = new WbLabel(label);
-        labelWidget->setMaximumWidth(DpiTool::ScaleDefault(200));
-        labelWidget->setWordWrap(true);
+        auto* labelWidget = new WbLabel;
+        labelWidget->setText(
+            labelWidget->fontMetrics().elidedText(label, Qt::ElideRight, DpiTool::ScaleDefault(LabelWidth)));
+        labelWidget->setToolTip(labelWidget->text() == label ? QString() : label);
+        labelWidget->setBuddy(field);
         form->addRow(labelWidget, field);
         fields << field;
     }

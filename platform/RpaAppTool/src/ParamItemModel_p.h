@@ -33,6 +33,7 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVector<Choice> GetChoices(const QModelIndex& index) const override;
+    bool IsNarrow(int column) const override { return column == TypeColumn || column == RequiredColumn; }
     bool AddRecord() override;
     bool RemoveRecords(const QVector<int>& rows) override;
     bool MoveRecord(int from, int to) override;

@@ -40,6 +40,9 @@ public:
     };
     virtual QVector<Choice> GetChoices(const QModelIndex&) const { return {}; }
 
+    // Whether a column needs no more room than its content; the others share the rest.
+    virtual bool IsNarrow(int) const { return false; }
+
     // One act each; false when nothing was done.
     virtual bool AddRecord() = 0;
     virtual bool RemoveRecords(const QVector<int>& rows) = 0;

@@ -111,6 +111,10 @@ void RecordPanel::SetModel(RecordModel* given)
 {
     model = given;
     view->setModel(model);
+    for (int column = 0; column < model->columnCount(); ++column) {
+        if (model->IsNarrow(column))
+            view->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    }
     connect(model, &RecordModel::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
     connect(model, &QAbstractItemModel::modelReset, this, &RecordPanel::UpdateState);

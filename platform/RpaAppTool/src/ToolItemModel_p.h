@@ -31,6 +31,7 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     QVector<Choice> GetChoices(const QModelIndex& index) const override;
+    bool IsNarrow(int column) const override { return column == IconColumn; }
     bool AddRecord() override;
     bool RemoveRecords(const QVector<int>& rows) override;
     bool MoveRecord(int from, int to) override;
