@@ -56,6 +56,17 @@ TourDriver::Finder Named(const char* objectName)
     return TourDriver::Named(QLatin1String(objectName));
 }
 
+QWidget* ButtonWithText(const char* text)
+{
+    for (QWidget* widget : QApplication::allWidgets()) {
+        const auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (button && button->isVisible() && button->text() == QString::fromUtf8(text)) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
 QTextEdit* InstructionsEdit()
 {
     QWidget* page = Visible("textEditManual");
@@ -170,6 +181,19 @@ void Tour::WalkThroughPages()
     d->Step(QStringLiteral("page-ui-design"), [this] {
         GoToPage("pushButtonUI");
         d->Until(QStringLiteral("the UI design page"), [] { return Visible("pageUIDesign") != nullptr; });
+    });
+    d->Step(QStringLiteral("run-process"), [this] {
+        d->Click(QStringLiteral("the tool"), [] { return ButtonWithText("开始汇总"); });
+        d->Until(
+            QStringLiteral("the result of the run"),
+            [] {
+                QWidget* page = Visible("pageUIDesign");
+                const auto fields = page ? page->findChildren<QLineEdit*>() : QList<QLineEdit*>();
+                return std::any_of(fields.begin(), fields.end(), [](const QLineEdit* field) {
+                    return field->text() == QStringLiteral("共 5 张，合计 33580.50 元");
+                });
+            },
+            std::chrono::seconds(60));
     });
     d->Step(QStringLiteral("edit-instructions"),
             [this] { EditInstructions(QStringLiteral("导览者补充的一行说明。")); });
@@ -396,6 +420,33 @@ void Tour::LookAround()
         d->TakePicture();
         d->Click(QStringLiteral("close"), Named("buttonCloseAbout"));
         d->Until(QStringLiteral("the box's end"), [] { return !QApplication::activeModalWidget(); });
+    });
+    d->Step(QStringLiteral("colleague-and-super-administrator"), [this] {
+        d->Click(QStringLiteral("super administrator"), Named("checkSuperAdmin"));
+        d->OnGui([] { Anywhere<QComboBox>("comboAccount")->setFocus(); });
+        d->Key(Qt::Key_End);
+        d->Until(QStringLiteral("the colleague"), [] {
+            auto* account = VisibleAs<QLabel>("labelAccount");
+            return account && account->text() == QStringLiteral("本机同事");
+        });
+        d->Click(QStringLiteral("back"), Named("buttonBack"));
+        OpenFirstApp();
+        UntilLoaded();
+        d->Until(QStringLiteral("what a colleague and super administrator may do"), [] {
+            return !Visible("pushButtonBeta") && !Visible("pushButtonPublish") &&
+                   Visible("pushButtonExportAppData");
+        });
+    });
+    d->Step(QStringLiteral("creator-again"), [this] {
+        BackToList();
+        d->Click(QStringLiteral("settings"), Named("buttonSettings"));
+        d->Click(QStringLiteral("super administrator"), Named("checkSuperAdmin"));
+        d->OnGui([] { Anywhere<QComboBox>("comboAccount")->setFocus(); });
+        d->Key(Qt::Key_Home);
+        d->Until(QStringLiteral("the author"), [] {
+            auto* account = VisibleAs<QLabel>("labelAccount");
+            return account && account->text() == QStringLiteral("本机作者");
+        });
     });
     d->Step(QStringLiteral("settings-dark"), [this] {
         d->OnGui([] { Anywhere<QComboBox>("comboTheme")->setFocus(); });

@@ -126,7 +126,7 @@ void SignInPage::AskEmbedded(const QStringList& names, int current)
         choice->setObjectName(QStringLiteral("radioAccount%1").arg(i));
         choice->setChecked(i == current);
         accounts->addButton(choice, i);
-        accountLayout->addWidget(choice);
+        accountLayout->addWidget(choice, 0, Qt::AlignLeft);
     }
     forms->setCurrentIndex(0);
     buttonEnter->setText(QStringLiteral("进入工作站"));

@@ -113,8 +113,8 @@ QWidget* SettingsPage::CreateServerSection()
     buttonUseServer = new WbPushButton(section, Wb::SecondaryButton);
     buttonUseServer->setObjectName(QStringLiteral("buttonUseServer"));
     buttonUseServer->setText(QStringLiteral("切换并重新登录"));
-    layout->addWidget(radioEmbedded);
-    layout->addWidget(radioRemote);
+    layout->addWidget(radioEmbedded, 0, Qt::AlignLeft);
+    layout->addWidget(radioRemote, 0, Qt::AlignLeft);
     AddRow(layout, QStringLiteral("服务器地址"), editAddress);
     layout->addWidget(labelAddressProblem);
     layout->addWidget(buttonUseServer, 0, Qt::AlignLeft);
@@ -154,7 +154,7 @@ QWidget* SettingsPage::CreateAccountSection()
     hint->setWordWrap(true);
     AddRow(layout, QStringLiteral("当前账号"), comboAccount);
     layout->addWidget(hint);
-    layout->addWidget(checkSuperAdmin);
+    layout->addWidget(checkSuperAdmin, 0, Qt::AlignLeft);
     return accountSection;
 }
 
