@@ -56,6 +56,18 @@ TourDriver::Finder Named(const char* objectName)
     return TourDriver::Named(QLatin1String(objectName));
 }
 
+QModelIndex SampleCard(int kind)
+{
+    auto* list = VisibleAs<QListView>("listApps");
+    for (int i = 0; list && i < list->model()->rowCount(); ++i) {
+        const QModelIndex index = list->model()->index(i, 0);
+        if (index.data(AppListModel::KindRole).toInt() == kind) {
+            return index;
+        }
+    }
+    return {};
+}
+
 QWidget* ButtonWithText(const char* text)
 {
     for (QWidget* widget : QApplication::allWidgets()) {
@@ -93,7 +105,7 @@ Tour::Tour(Workstation* host, TourDriver* driver, ToastWatcher* watcher)
 void Tour::Run()
 {
     Arrive();
-    OpenApp();
+    OpenVisualApp();
     WalkThroughPages();
     Save();
     UseDropDown();
@@ -138,7 +150,7 @@ void Tour::Arrive()
     });
 }
 
-void Tour::OpenApp()
+void Tour::OpenVisualApp()
 {
     d->Step(QStringLiteral("open-app-loading"), [this] {
         // A server that hesitates keeps the overlay on the screen for as long as it takes to look at it.
@@ -146,7 +158,7 @@ void Tour::OpenApp()
             d->OnGui([this] { return workstation->GetSession()->GetEmbeddedServer()->GetProcessId(); }));
         ::kill(server, SIGSTOP);
         try {
-            OpenFirstApp();
+            OpenApp(AppKindVisual);
             d->Until(QStringLiteral("the loading overlay"), [] {
                 RequestStatusBaseWidget* status = EditorStatus();
                 return status && status->isVisible() && status->GetStatus() == RequestStatus::Loading;
@@ -184,16 +196,7 @@ void Tour::WalkThroughPages()
     });
     d->Step(QStringLiteral("run-process"), [this] {
         d->Click(QStringLiteral("the tool"), [] { return ButtonWithText("开始汇总"); });
-        d->Until(
-            QStringLiteral("the result of the run"),
-            [] {
-                QWidget* page = Visible("pageUIDesign");
-                const auto fields = page ? page->findChildren<QLineEdit*>() : QList<QLineEdit*>();
-                return std::any_of(fields.begin(), fields.end(), [](const QLineEdit* field) {
-                    return field->text() == QStringLiteral("共 5 张，合计 33580.50 元");
-                });
-            },
-            std::chrono::seconds(60));
+        UntilResult(QStringLiteral("共 5 张，合计 33580.50 元"));
     });
     d->Step(QStringLiteral("edit-instructions"),
             [this] { EditInstructions(QStringLiteral("导览者补充的一行说明。")); });
@@ -309,7 +312,7 @@ void Tour::LoseServer()
         d->UntilCalm();
         BackToList();
         d->OnGui([this] { workstation->GetSession()->GetEmbeddedServer()->Stop(); });
-        OpenFirstApp();
+        OpenApp(AppKindVisual);
         d->Until(
             QStringLiteral("the failed overlay"),
             [] {
@@ -407,6 +410,20 @@ void Tour::LookAround()
         d->Click(QStringLiteral("no"), TourDriver::DialogButton(QStringLiteral("否")));
         d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
     });
+    d->Step(QStringLiteral("program-app"), [this] {
+        OpenApp(AppKindProgram);
+        UntilLoaded();
+        GoToPage("pushButtonProcess");
+        d->UntilCalm();
+        d->TakePicture();
+    });
+    d->Step(QStringLiteral("run-program"), [this] {
+        GoToPage("pushButtonUI");
+        d->Click(QStringLiteral("the tool"), [] { return ButtonWithText("检查库存"); });
+        UntilResult(QStringLiteral("共 5 种商品，3 种需要补货"));
+        d->TakePicture();
+        BackToList();
+    });
     d->Step(QStringLiteral("settings"), [this] {
         d->UntilCalm();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
@@ -430,7 +447,7 @@ void Tour::LookAround()
             return account && account->text() == QStringLiteral("本机同事");
         });
         d->Click(QStringLiteral("back"), Named("buttonBack"));
-        OpenFirstApp();
+        OpenApp(AppKindVisual);
         UntilLoaded();
         d->Until(QStringLiteral("what a colleague and super administrator may do"), [] {
             return !Visible("pushButtonBeta") && !Visible("pushButtonPublish") &&
@@ -459,7 +476,7 @@ void Tour::LookAround()
         d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
     });
     d->Step(QStringLiteral("page-ui-design-dark"), [this] {
-        OpenFirstApp();
+        OpenApp(AppKindVisual);
         UntilLoaded();
     });
     d->Step(QStringLiteral("page-process-dark"), [this] { GoToPage("pushButtonProcess"); });
@@ -516,21 +533,12 @@ void Tour::Leave()
 
 // ---- acts ----
 
-void Tour::OpenFirstApp()
+void Tour::OpenApp(int kind)
 {
-    d->Until(QStringLiteral("a sample app in the list"), [] {
-        auto* list = VisibleAs<QListView>("listApps");
-        return list && list->model()->rowCount() > 0;
-    });
-    d->ClickAt(QStringLiteral("the visual sample"), Named("listApps"), [](QWidget* widget) {
+    d->Until(QStringLiteral("a sample app in the list"), [kind] { return SampleCard(kind).isValid(); });
+    d->ClickAt(QStringLiteral("the sample"), Named("listApps"), [kind](QWidget* widget) {
         auto* list = qobject_cast<QListView*>(widget);
-        QModelIndex index = list->model()->index(0, 0);
-        for (int i = 0; i < list->model()->rowCount(); ++i) {
-            if (list->model()->index(i, 0).data(AppListModel::KindRole).toInt() == AppKindVisual) {
-                index = list->model()->index(i, 0);
-            }
-        }
-        return list->viewport()->mapTo(list, list->visualRect(index).center());
+        return list->viewport()->mapTo(list, list->visualRect(SampleCard(kind)).center());
     });
     d->Until(QStringLiteral("the editor's page"), [] { return Visible("RpaAppEditorWidget") != nullptr; });
 }
@@ -628,6 +636,19 @@ void Tour::UntilLoaded()
         return status && status->GetStatus() == RequestStatus::Succeeded && Visible("version_combo") &&
                !CurrentVersion().isEmpty();
     });
+}
+
+void Tour::UntilResult(const QString& text)
+{
+    d->Until(
+        QStringLiteral("the result of the run ") + text,
+        [text] {
+            QWidget* page = Visible("pageUIDesign");
+            const auto fields = page ? page->findChildren<QLineEdit*>() : QList<QLineEdit*>();
+            return std::any_of(fields.begin(), fields.end(),
+                               [&](const QLineEdit* field) { return field->text() == text; });
+        },
+        std::chrono::seconds(60));
 }
 
 void Tour::UntilToast(const QString& text)

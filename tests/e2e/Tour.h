@@ -20,7 +20,7 @@ public:
 
 private:
     void Arrive();
-    void OpenApp();
+    void OpenVisualApp();
     void WalkThroughPages();
     void Save();
     void UseDropDown();
@@ -32,7 +32,7 @@ private:
     void Leave();
 
     // Acts
-    void OpenFirstApp();
+    void OpenApp(int kind);
     void GoToPage(const char* button);
     void EditInstructions(const QString& text);
     void OpenDropDown();
@@ -44,6 +44,7 @@ private:
 
     // States
     void UntilLoaded();
+    void UntilResult(const QString& text);
     void UntilToast(const QString& text);
     void UntilBox(const QString& text);
     void UntilCurrent(const QString& version);
