@@ -1,0 +1,22 @@
+function(step)
+    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "${ARGV}\n${output}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+set(flags "")
+if(SANITIZE)
+    set(flags "-fsanitize=address,undefined")
+endif()
+file(REMOVE_RECURSE "${SCRATCH_DIR}")
+step(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${SCRATCH_DIR}/prefix")
+step(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${SCRATCH_DIR}/build" -G "${GENERATOR}"
+    -D CMAKE_PREFIX_PATH=${SCRATCH_DIR}/prefix -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_BUILD_TYPE=${BUILD_TYPE}
+    "-DCMAKE_CXX_FLAGS=${flags}")
+step(${CMAKE_COMMAND} --build "${SCRATCH_DIR}/build")
+step("${SCRATCH_DIR}/build/consumer")
+if(NOT output MATCHES "editor built and closed")
+    message(FATAL_ERROR "the outside program said: ${output}")
+endif()

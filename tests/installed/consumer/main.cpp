@@ -1,0 +1,20 @@
+#include <RpaEditorManager/RpaAppEditorWidget.h>
+
+#include <RpaCore/RobotExecuteInfo.h>
+
+#include <QApplication>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+
+    RpaAppEditorWidget editor(nullptr);
+    editor.show();
+    if (editor.BeforeClose() != BeforeCloseResult::NothingPending)
+        return 1;
+
+    std::puts("editor built and closed");
+    return 0;
+}
