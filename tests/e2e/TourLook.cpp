@@ -1,0 +1,64 @@
+#include "TourLook.h"
+
+#include "AppListModel.h"
+
+#include <WbBaseUI/RequestStatusBaseWidget.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QTextEdit>
+
+namespace TourLook
+{
+QWidget* Visible(const char* objectName)
+{
+    return TourDriver::Named(QLatin1String(objectName))();
+}
+
+TourDriver::Finder Named(const char* objectName)
+{
+    return TourDriver::Named(QLatin1String(objectName));
+}
+
+QModelIndex SampleCard(int kind)
+{
+    auto* list = VisibleAs<QListView>("listApps");
+    for (int i = 0; list && i < list->model()->rowCount(); ++i) {
+        const QModelIndex index = list->model()->index(i, 0);
+        if (index.data(AppListModel::KindRole).toInt() == kind) {
+            return index;
+        }
+    }
+    return {};
+}
+
+QWidget* ButtonWithText(const char* text)
+{
+    for (QWidget* widget : QApplication::allWidgets()) {
+        const auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (button && button->isVisible() && button->text() == QString::fromUtf8(text)) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
+QTextEdit* InstructionsEdit()
+{
+    QWidget* page = Visible("textEditManual");
+    return page ? page->findChild<QTextEdit*>() : nullptr;
+}
+
+QString CurrentVersion()
+{
+    auto* combo = Anywhere<QComboBox>("version_combo");
+    return combo && combo->lineEdit() ? combo->lineEdit()->text() : QString();
+}
+
+RequestStatusBaseWidget* EditorStatus()
+{
+    return Anywhere<RequestStatusBaseWidget>("requestStatusWidget");
+}
+} // namespace TourLook
