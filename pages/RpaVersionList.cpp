@@ -2,6 +2,8 @@
 
 #include "RpaVersionItem.h"
 
+#include <QMouseEvent>
+
 RpaVersionList::RpaVersionList(QWidget* parent) : QListWidget(parent)
 {
     // All rows are alike, so one is measured for all.
@@ -22,6 +24,16 @@ void RpaVersionList::scrollContentsBy(int, int)
     // The stock list moves every row widget, seen or not.
     viewport()->update();
     updateEditorGeometries();
+}
+
+// Whoever hears of the press may ask the user something, and the host may destroy the list meanwhile. The
+// stock list goes on working after its signal; here nothing follows.
+void RpaVersionList::mousePressEvent(QMouseEvent* event)
+{
+    event->accept();
+    if (QListWidgetItem* entry = itemAt(event->pos())) {
+        emit itemPressed(entry);
+    }
 }
 
 void RpaVersionList::updateEditorGeometries()

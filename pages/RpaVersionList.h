@@ -20,6 +20,7 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 protected slots:
     void updateEditorGeometries() override;

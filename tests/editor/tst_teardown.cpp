@@ -144,6 +144,19 @@ private slots:
         QVERIFY(!author.GetEditor());
     }
 
+    void isTakenAwayWhileThePressedRowAsks()
+    {
+        world.AddVersion(app, QStringLiteral("旧版"));
+        EditorDriver author;
+        OpenEdited(author);
+        ModalDriver modals;
+        modals.Then([&author](QWidget*) { author.Destroy(); });
+
+        QVERIFY(author.PickVersion(QStringLiteral("旧版")));
+
+        QVERIFY(!author.GetEditor());
+    }
+
     void isTakenAwayWhileThePressedDeleteMarkAsks()
     {
         world.AddVersion(app, QStringLiteral("旧版"));

@@ -31,9 +31,7 @@ struct RpaCheckInfo;
 //     if (RpaGlobalLifeCycle::Instance()->BeforeClose())   // asks the editor, too
 //         close();
 //
-// GUI thread only. It may be destroyed while a request, a save or a question of its own is under way, with
-// one exception: not while it asks whether to save before another version opens, because the drop-down is
-// then still working off the press that picked the version.
+// GUI thread only. Destroying it at any time is allowed, also while it asks the user something.
 class RPAEDITORMANAGER_EXPORT RpaAppEditorWidget : public WbBaseWidget,
                                                    public IRpaLifeCycle,
                                                    public IDpiAdapter
