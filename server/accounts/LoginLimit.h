@@ -8,7 +8,8 @@
 
 namespace server
 {
-// At most five tries to sign in per account and minute, also for accounts that do not exist. Any thread.
+// At most five tries per account and minute at what could be guessed: passwords, also of accounts that do not
+// exist, and invitation codes. Any thread.
 class LoginLimit
 {
 public:

@@ -42,6 +42,8 @@ void AddRoutes(Router& router, Services& services, std::function<QByteArray()> f
     AddAppRoutes(router, services);
     AddVersionRoutes(router, services);
     AddReleaseRoutes(router, services);
+    AddInvitationRoutes(router, services);
+    AddReaderRoutes(router, services);
 }
 
 const char* NameOf(Access access)
@@ -95,9 +97,8 @@ struct Service::Parts
 {
     explicit Parts(const Options& options, Log& log)
         : lock(LockStore(options.store)), store(OpenStore(options.store)), sessions(*store),
-          passwordPool(passwordsAtOnce, passwordsWaiting), services{*store,     sessions,
-                                                                    loginLimit, passwordPool,
-                                                                    log,        QStringLiteral(RPA_VERSION)},
+          passwordPool(passwordsAtOnce, passwordsWaiting),
+          services{*store, sessions, loginLimit, redeemLimit, passwordPool, log, QStringLiteral(RPA_VERSION)},
           dispatcher((AddRoutes(router, services, [this] { return dispatcher.Figures().Text(); }), router),
                      sessions, log, {Workers(), 4000})
     {
@@ -124,6 +125,7 @@ struct Service::Parts
     HttpServer server{HttpLimits{}}; // threads of the parts below may hold its requests to the last
     Router router;
     LoginLimit loginLimit;
+    LoginLimit redeemLimit;
     std::unique_ptr<IStore> store;
     Sessions sessions;
     TaskPool passwordPool;

@@ -41,6 +41,17 @@ QByteArray NewToken()
     return QByteArray(reinterpret_cast<const char*>(random), sizeof random).toHex();
 }
 
+QString NewInvitationCode()
+{
+    static const char alphabet[] = "23456789ABCDEFGHJKLMNPQRSTUVWXYZ"; // 32 of them: no bias
+    unsigned char random[10];
+    randombytes_buf(random, sizeof random);
+    QString code;
+    for (const unsigned char byte : random)
+        code += QLatin1Char(alphabet[byte % 32]);
+    return code;
+}
+
 bool IsId(const QString& text)
 {
     const auto allowed = [](QChar c) {

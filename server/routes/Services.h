@@ -14,6 +14,7 @@ struct Services
     IStore& store;
     Sessions& sessions;
     LoginLimit& loginLimit;
+    LoginLimit& redeemLimit;
     TaskPool& passwordPool; // bounds how many passwords are hashed at once
     Log& log;
     QString programVersion;
@@ -26,4 +27,6 @@ void AddSessionRoutes(Router& router, Services& services);
 void AddAppRoutes(Router& router, Services& services);
 void AddVersionRoutes(Router& router, Services& services);
 void AddReleaseRoutes(Router& router, Services& services);
+void AddInvitationRoutes(Router& router, Services& services);
+void AddReaderRoutes(Router& router, Services& services);
 } // namespace server

@@ -138,11 +138,21 @@ void OverwriteVersion(Services& services, const Request& request, const Reply& r
     WriteOnce(services.store, request, act, reply);
 }
 
+// Besides the editors: whom an online version was published to and whom a gray one was opened to.
+bool MayRun(IStore& store, const Account& account, const App& app, const Version& version)
+{
+    if (MayEdit(account, app))
+        return true;
+    if (version.state == VersionState::Online)
+        return account.venderId == app.venderId;
+    return version.state == VersionState::Gray && store.HasGrayAccess(app.id, account.pin);
+}
+
 void SendData(Services& services, const Request& request, const Reply& reply)
 {
     const auto version = services.store.FindVersion(request.PathValue());
     const auto app = version ? services.store.FindApp(version->appId) : std::nullopt;
-    if (!app || !MayEdit(*request.account, *app))
+    if (!app || !MayRun(services.store, *request.account, *app, *version))
         return reply(wire::Refused(refusals::NotFound()));
     const QByteArray body = services.store.ReadBody(version->id, version->revision);
     reply(Response::Json(200, body)

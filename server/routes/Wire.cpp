@@ -53,6 +53,41 @@ JsonText& Append(JsonText& text, const Version& version)
         .EndObject();
 }
 
+JsonText& Append(JsonText& text, const ReleasedApp& released)
+{
+    Append(text.BeginObject().Key("app"), released.app);
+    Append(text.Key("version"), released.version);
+    return text.Member("releasedAt", released.releasedAt).EndObject();
+}
+
+JsonText& Append(JsonText& text, const Invitation& invitation)
+{
+    return text.BeginObject()
+        .Member("id", invitation.id)
+        .Member("code", invitation.code.left(5) + QLatin1Char('-') + invitation.code.mid(5))
+        .Member("appId", invitation.appId)
+        .Member("versionId", invitation.versionId)
+        .Member("createdAt", invitation.createdAt)
+        .Member("expiresAt", invitation.expiresAt)
+        .Member("mostUses", invitation.mostUses)
+        .Member("uses", invitation.uses)
+        .Member("revokedAt", invitation.revokedAt)
+        .EndObject();
+}
+
+JsonText& Append(JsonText& text, const AuditEntry& entry)
+{
+    return text.BeginObject()
+        .Member("id", entry.id)
+        .Member("at", entry.at)
+        .Member("pin", entry.pin)
+        .Member("act", entry.act)
+        .Member("appId", entry.appId)
+        .Member("versionId", entry.versionId)
+        .Member("detail", entry.detail)
+        .EndObject();
+}
+
 Response AppAnswer(int status, const App& app)
 {
     JsonText text;

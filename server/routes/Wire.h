@@ -15,6 +15,9 @@ constexpr qint64 smallBody = 64 * 1024;
 JsonText& Append(JsonText& text, const Account& account);
 JsonText& Append(JsonText& text, const App& app);
 JsonText& Append(JsonText& text, const Version& version);
+JsonText& Append(JsonText& text, const ReleasedApp& released);
+JsonText& Append(JsonText& text, const Invitation& invitation);
+JsonText& Append(JsonText& text, const AuditEntry& entry);
 
 Response AppAnswer(int status, const App& app);
 Response VersionAnswer(int status, const Version& version); // with its ETag

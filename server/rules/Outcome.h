@@ -40,6 +40,22 @@ inline Refusal NotDevelop()
 {
     return {409, "not-develop", QStringLiteral("该版本已灰度或上线，不能覆盖，请保存为新版本。")};
 }
+inline Refusal NoGrayVersion()
+{
+    return {409, "no-gray", QStringLiteral("该应用目前没有灰度版本。")};
+}
+inline Refusal BadInvitation()
+{
+    return {404, "bad-invitation", QStringLiteral("邀请码不存在，请检查后重新输入。")};
+}
+inline Refusal InvitationClosed(const QString& why)
+{
+    return {409, "invitation-closed", why};
+}
+inline Refusal TooManyInvitations()
+{
+    return {409, "too-many-invitations", QStringLiteral("有效的邀请码过多，请先停用不再需要的邀请码。")};
+}
 inline Refusal RevisionChanged(const QString& savedBy)
 {
     return {412, "revision-changed",

@@ -1,5 +1,7 @@
 #include "ReleaseRules.h"
 
+#include "InvitationRules.h"
+
 namespace server::rules
 {
 namespace
@@ -35,8 +37,17 @@ Outcome<ReleaseResult> ReleaseVersion(ITransaction& store, const Account& accoun
     if (version.revision != basedOnRevision)
         return ChangedBySomebodyElse(store, version);
     store.Release(version, StateAfter(type), account.pin, now);
+    store.Note({{},
+                now,
+                account.pin,
+                type == ReleaseType::Gray ? QStringLiteral("release.gray") : QStringLiteral("release.online"),
+                version.appId,
+                version.id,
+                version.name});
     version.state = StateAfter(type);
     version.changedAt = now;
+    if (type == ReleaseType::Gray)
+        KeepAnInvitation(store, version, account, now);
     return ReleaseResult{version, true, true, {}};
 }
 } // namespace server::rules

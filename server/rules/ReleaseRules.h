@@ -20,8 +20,10 @@ struct ReleaseResult
 
 namespace rules
 {
-// Moves a version from develop to gray, or from develop or gray to online, and notes who did it. Reaching the
-// users of a released version (invitation codes, the list of online apps) builds on the entries noted here.
+// Moves a version from develop to gray, or from develop or gray to online, and notes who did it. No version
+// ever goes back: an app may have several gray and several online versions, and its users see the one of each
+// state that was released last. Deleting that one brings the former back to them. A gray release sees to it
+// that the app has an open invitation.
 Outcome<ReleaseResult> ReleaseVersion(ITransaction& store, const Account& account, const QString& versionId,
                                       qint64 basedOnRevision, ReleaseType type, qint64 now);
 } // namespace rules

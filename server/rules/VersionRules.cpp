@@ -88,6 +88,8 @@ Outcome<Version> DeleteVersion(ITransaction& store, const Account& account, cons
         return ChangedBySomebodyElse(store, version);
     version.deletedAt = now;
     store.SetDeleted(version, now, account.pin);
+    store.Note(
+        {{}, now, account.pin, QStringLiteral("version.delete"), version.appId, version.id, version.name});
     return version;
 }
 
@@ -110,6 +112,8 @@ Outcome<Version> RestoreVersion(ITransaction& store, const Account& account, con
         return refusals::VersionNameTaken();
     version.deletedAt = 0;
     store.SetDeleted(version, 0, account.pin);
+    store.Note(
+        {{}, now, account.pin, QStringLiteral("version.restore"), version.appId, version.id, version.name});
     return version;
 }
 } // namespace rules

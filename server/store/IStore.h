@@ -57,6 +57,20 @@ public:
     // Moves the version to another state and notes who did it.
     virtual void Release(const Version& version, VersionState to, const QString& pin, qint64 now) = 0;
 
+    virtual std::optional<Version> NewestGray(const QString& appId) = 0; // not a deleted one
+    virtual void InsertInvitation(const Invitation& invitation) = 0;
+    virtual std::optional<Invitation> FindInvitation(const QString& id) = 0;
+    virtual std::optional<Invitation> FindInvitationByCode(const QString& code) = 0;
+    virtual std::vector<Invitation> InvitationsOf(const QString& appId) = 0;
+    virtual void RevokeInvitation(const QString& id, qint64 now) = 0;
+    virtual bool HasGrayAccess(const QString& appId, const QString& pin) = 0;
+
+    // Opens the gray versions of the invitation's app to the account and counts a use of it.
+    virtual void GrantGrayAccess(const Invitation& invitation, const QString& pin, qint64 now) = 0;
+
+    // `entry` without id; gets one.
+    virtual void Note(const AuditEntry& entry) = 0;
+
     virtual std::optional<StoredAnswer> FindAnswer(const QString& pin, const QByteArray& key) = 0;
     virtual void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
                               qint64 now) = 0;
@@ -110,6 +124,17 @@ public:
     // Newest creation first, without deleted ones; the same list until something in it changes.
     virtual VersionList VersionsOf(const QString& appId) = 0;
     virtual std::optional<Version> FindVersion(const QString& id) = 0; // not a deleted one
+
+    // The newest online version of each app of the vendor, newest release first.
+    virtual std::vector<ReleasedApp> OnlineApps(const QString& venderId) = 0;
+    // The newest gray version of each app that the account was invited to, newest release first.
+    virtual std::vector<ReleasedApp> GrayApps(const QString& pin) = 0;
+    virtual bool HasGrayAccess(const QString& appId, const QString& pin) = 0;
+    virtual std::vector<Invitation> InvitationsOf(const QString& appId) = 0; // newest first
+
+    // At most `most` entries of the vendor's apps older than the entry `before` (empty: the newest), newest
+    // first.
+    virtual std::vector<AuditEntry> Audit(const QString& venderId, const QString& before, int most) = 0;
 
     // The body of a revision, byte for byte as received and verified against its SHA-256 (else
     // StoreFault::Corrupt).

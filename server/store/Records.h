@@ -56,6 +56,43 @@ struct Version
     qint64 deletedAt = 0; // 0: not deleted
 };
 
+// What a user may run: the newest version of an app in a released state.
+struct ReleasedApp
+{
+    App app;
+    Version version;
+    qint64 releasedAt = 0;
+};
+
+// A code that opens the gray versions of an app to whoever redeems it.
+struct Invitation
+{
+    QString id;
+    QString code; // without the dash that people see
+    QString appId;
+    QString versionId; // the gray version it was made for
+    QString pin;       // who made it
+    qint64 createdAt = 0;
+    qint64 expiresAt = 0;
+    qint64 mostUses = 0;
+    qint64 uses = 0;      // accounts that redeemed it
+    qint64 revokedAt = 0; // 0: not revoked
+
+    bool IsOpen(qint64 now) const { return revokedAt == 0 && now < expiresAt && uses < mostUses; }
+};
+
+// Who did what to the versions and invitations of an app, and when. Never changed.
+struct AuditEntry
+{
+    QString id;
+    qint64 at = 0;
+    QString pin;
+    QString act; // "release.gray", "release.online", "invitation.create", …
+    QString appId;
+    QString versionId; // may be empty
+    QString detail;    // may be empty
+};
+
 struct StoredSession
 {
     QByteArray tokenHash;

@@ -47,6 +47,35 @@ const char* const firstSchema[] = {
     "CREATE INDEX answer_age ON answer(answered_at)",
 };
 
+const char* const invitationSchema[] = {
+    "CREATE TABLE invitation (id TEXT PRIMARY KEY, code TEXT NOT NULL, app_id TEXT NOT NULL REFERENCES "
+    "app(id), "
+    "version_id TEXT NOT NULL REFERENCES version(id), pin TEXT NOT NULL, created_at BIGINT NOT NULL, "
+    "expires_at BIGINT NOT NULL, most_uses BIGINT NOT NULL, uses BIGINT NOT NULL, revoked_at BIGINT NOT "
+    "NULL)",
+    "CREATE UNIQUE INDEX invitation_code ON invitation(code)",
+    "CREATE INDEX invitation_of_app ON invitation(app_id)",
+
+    "CREATE TABLE gray_access (app_id TEXT NOT NULL REFERENCES app(id), pin TEXT NOT NULL REFERENCES "
+    "account(pin), invitation_id TEXT NOT NULL REFERENCES invitation(id), granted_at BIGINT NOT NULL, "
+    "PRIMARY KEY (app_id, pin))",
+    "CREATE INDEX gray_access_of_account ON gray_access(pin)",
+
+    "CREATE TABLE audit_entry (id TEXT PRIMARY KEY, at BIGINT NOT NULL, pin TEXT NOT NULL, act TEXT NOT "
+    "NULL, "
+    "app_id TEXT NOT NULL REFERENCES app(id), version_id TEXT NOT NULL, detail TEXT NOT NULL)",
+    "CREATE INDEX audit_of_app ON audit_entry(app_id)",
+
+    "CREATE INDEX version_in_state ON version(state, app_id)",
+
+    // What was released before the audit was kept is known from the releases.
+    "INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail) "
+    "SELECT release_entry.id, release_entry.released_at, release_entry.pin, "
+    "CASE release_entry.to_state WHEN 2 THEN 'release.gray' ELSE 'release.online' END, "
+    "version.app_id, version.id, version.name "
+    "FROM release_entry JOIN version ON version.id = release_entry.version_id",
+};
+
 using Step = void (*)(SqlConnection&, const IDialect&);
 
 void CreateFirstSchema(SqlConnection& connection, const IDialect& dialect)
@@ -58,8 +87,15 @@ void CreateFirstSchema(SqlConnection& connection, const IDialect& dialect)
         connection.Execute(statement);
 }
 
+void AddInvitationsAndAudit(SqlConnection& connection, const IDialect& dialect)
+{
+    Q_UNUSED(dialect)
+    for (const char* statement : invitationSchema)
+        connection.Execute(QString::fromLatin1(statement));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

@@ -10,6 +10,44 @@ const QString appTables = QStringLiteral("app JOIN account ON account.pin = app.
 const QString versionColumns =
     QStringLiteral("id, app_id, name, description, state, api_version, pin, revision, "
                    "sha256, size, created_at, changed_at, deleted_at");
+const QString invitationColumns =
+    QStringLiteral("id, code, app_id, version_id, pin, created_at, expires_at, most_uses, uses, revoked_at");
+const QString auditColumns = QStringLiteral("audit_entry.id, audit_entry.at, audit_entry.pin, "
+                                            "audit_entry.act, audit_entry.app_id, audit_entry.version_id, "
+                                            "audit_entry.detail");
+
+namespace
+{
+constexpr int appColumnCount = 9;
+constexpr int versionColumnCount = 13;
+
+Version VersionFrom(const SqlRows& rows, int first)
+{
+    Version version;
+    version.id = rows.Text(first);
+    version.appId = rows.Text(first + 1);
+    version.name = rows.Text(first + 2);
+    version.description = rows.Text(first + 3);
+    version.state = static_cast<VersionState>(rows.Number(first + 4));
+    version.apiVersion = rows.Text(first + 5);
+    version.pin = rows.Text(first + 6);
+    version.revision = rows.Number(first + 7);
+    version.sha256 = rows.Bytes(first + 8);
+    version.size = rows.Number(first + 9);
+    version.createdAt = rows.Number(first + 10);
+    version.changedAt = rows.Number(first + 11);
+    version.deletedAt = rows.Number(first + 12);
+    return version;
+}
+
+QString QualifiedVersionColumns()
+{
+    QStringList columns = versionColumns.split(QStringLiteral(", "));
+    for (QString& column : columns)
+        column.prepend(QStringLiteral("version."));
+    return columns.join(QStringLiteral(", "));
+}
+} // namespace
 
 Account ReadAccount(const SqlRows& rows)
 {
@@ -26,20 +64,36 @@ App ReadApp(const SqlRows& rows)
 
 Version ReadVersion(const SqlRows& rows)
 {
-    Version version;
-    version.id = rows.Text(0);
-    version.appId = rows.Text(1);
-    version.name = rows.Text(2);
-    version.description = rows.Text(3);
-    version.state = static_cast<VersionState>(rows.Number(4));
-    version.apiVersion = rows.Text(5);
-    version.pin = rows.Text(6);
-    version.revision = rows.Number(7);
-    version.sha256 = rows.Bytes(8);
-    version.size = rows.Number(9);
-    version.createdAt = rows.Number(10);
-    version.changedAt = rows.Number(11);
-    version.deletedAt = rows.Number(12);
-    return version;
+    return VersionFrom(rows, 0);
+}
+
+Invitation ReadInvitation(const SqlRows& rows)
+{
+    return {rows.Text(0),   rows.Text(1),   rows.Text(2),   rows.Text(3),   rows.Text(4),
+            rows.Number(5), rows.Number(6), rows.Number(7), rows.Number(8), rows.Number(9)};
+}
+
+AuditEntry ReadAuditEntry(const SqlRows& rows)
+{
+    return {rows.Text(0), rows.Number(1), rows.Text(2), rows.Text(3),
+            rows.Text(4), rows.Text(5),   rows.Text(6)};
+}
+
+QString ReleasedAppsIn(VersionState state, const QString& condition)
+{
+    return QStringLiteral("SELECT %1, %2, release_entry.released_at FROM %3 "
+                          "JOIN version ON version.app_id = app.id "
+                          "JOIN release_entry ON release_entry.version_id = version.id "
+                          "AND release_entry.to_state = version.state "
+                          "WHERE version.state = %4 AND version.deleted_at = 0 AND %5 "
+                          "ORDER BY release_entry.released_at DESC, release_entry.id DESC")
+        .arg(appColumns, QualifiedVersionColumns(), appTables, QString::number(static_cast<int>(state)),
+             condition);
+}
+
+ReleasedApp ReadReleasedApp(const SqlRows& rows)
+{
+    return {ReadApp(rows), VersionFrom(rows, appColumnCount),
+            rows.Number(appColumnCount + versionColumnCount)};
 }
 } // namespace server

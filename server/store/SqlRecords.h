@@ -9,10 +9,19 @@ extern const QString accountColumns;
 extern const QString appColumns; // of "app" joined with the creator's "account"
 extern const QString appTables;
 extern const QString versionColumns;
+extern const QString invitationColumns;
+extern const QString auditColumns;
 
 Account ReadAccount(const SqlRows& rows);
 App ReadApp(const SqlRows& rows);
 Version ReadVersion(const SqlRows& rows);
+Invitation ReadInvitation(const SqlRows& rows);
+AuditEntry ReadAuditEntry(const SqlRows& rows);
+
+// SELECT of the released apps in `state` for which `condition` holds, newest release first; an app may come
+// several times.
+QString ReleasedAppsIn(VersionState state, const QString& condition);
+ReleasedApp ReadReleasedApp(const SqlRows& rows);
 
 // All rows of a SELECT as records.
 template <typename Record>

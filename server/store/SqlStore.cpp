@@ -4,6 +4,9 @@
 #include "Schema.h"
 #include "SqlRecords.h"
 
+#include <QSet>
+
+#include <algorithm>
 #include <atomic>
 #include <future>
 #include <unordered_map>
@@ -23,6 +26,20 @@ std::unordered_map<quint64, std::unique_ptr<SqlConnection>>& ConnectionsOfThisTh
 {
     thread_local std::unordered_map<quint64, std::unique_ptr<SqlConnection>> connections;
     return connections;
+}
+
+// Of entries with the newest first, the first of each app.
+std::vector<ReleasedApp> NewestOfEach(std::vector<ReleasedApp> all)
+{
+    QSet<QString> seen;
+    const auto isOlder = [&seen](const ReleasedApp& released) {
+        const bool known = seen.contains(released.app.id);
+        seen.insert(released.app.id);
+        return known;
+    };
+    std::vector<ReleasedApp> newest;
+    std::remove_copy_if(all.begin(), all.end(), std::back_inserter(newest), isOlder);
+    return newest;
 }
 
 QString SelectFrom(const QString& columns, const char* rest)
@@ -168,6 +185,46 @@ std::optional<Version> SqlStore::FindVersion(const QString& id)
     if (version)
         Remember([&] { heads.Keep(*version, generation); });
     return version;
+}
+
+std::vector<ReleasedApp> SqlStore::OnlineApps(const QString& venderId)
+{
+    static const QString sql = ReleasedAppsIn(VersionState::Online, QStringLiteral("app.vender_id = ?"));
+    return NewestOfEach(
+        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {venderId}), ReadReleasedApp); }));
+}
+
+std::vector<ReleasedApp> SqlStore::GrayApps(const QString& pin)
+{
+    static const QString sql = ReleasedAppsIn(
+        VersionState::Gray,
+        QStringLiteral("app.id IN (SELECT app_id FROM gray_access WHERE gray_access.pin = ?)"));
+    return NewestOfEach(
+        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {pin}), ReadReleasedApp); }));
+}
+
+bool SqlStore::HasGrayAccess(const QString& appId, const QString& pin)
+{
+    static const QString sql = SelectFrom(QStringLiteral("1"), "gray_access WHERE app_id = ? AND pin = ?");
+    return Reading([&](SqlConnection& c) { return c.Select(sql, {appId, pin}).Next(); });
+}
+
+std::vector<Invitation> SqlStore::InvitationsOf(const QString& appId)
+{
+    static const QString sql = SelectFrom(invitationColumns, "invitation WHERE app_id = ? ORDER BY id DESC");
+    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadInvitation); });
+}
+
+std::vector<AuditEntry> SqlStore::Audit(const QString& venderId, const QString& before, int most)
+{
+    static const QString sql = SelectFrom(auditColumns, "audit_entry JOIN app ON app.id = audit_entry.app_id "
+                                                        "WHERE app.vender_id = ? AND audit_entry.id < ? "
+                                                        "ORDER BY audit_entry.id DESC LIMIT ?");
+    // Ids are hexadecimal digits: 'g' stands behind all of them.
+    const QString end = before.isEmpty() ? QStringLiteral("g") : before;
+    return Reading([&](SqlConnection& c) {
+        return ReadAll(c.Select(sql, {venderId, end, most}), ReadAuditEntry);
+    });
 }
 
 QByteArray SqlStore::ReadBody(const QString& versionId, qint64 revision)

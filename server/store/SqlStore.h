@@ -23,6 +23,11 @@ public:
     std::optional<App> FindApp(const QString& id) override;
     VersionList VersionsOf(const QString& appId) override;
     std::optional<Version> FindVersion(const QString& id) override;
+    std::vector<ReleasedApp> OnlineApps(const QString& venderId) override;
+    std::vector<ReleasedApp> GrayApps(const QString& pin) override;
+    bool HasGrayAccess(const QString& appId, const QString& pin) override;
+    std::vector<Invitation> InvitationsOf(const QString& appId) override;
+    std::vector<AuditEntry> Audit(const QString& venderId, const QString& before, int most) override;
     QByteArray ReadBody(const QString& versionId, qint64 revision) override;
     bool Submit(Write write) override;
     void SubmitAndWait(std::function<void(ITransaction&)> act) override;

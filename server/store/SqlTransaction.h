@@ -24,6 +24,16 @@ public:
     void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) override;
     void Release(const Version& version, VersionState to, const QString& pin, qint64 now) override;
 
+    std::optional<Version> NewestGray(const QString& appId) override;
+    void InsertInvitation(const Invitation& invitation) override;
+    std::optional<Invitation> FindInvitation(const QString& id) override;
+    std::optional<Invitation> FindInvitationByCode(const QString& code) override;
+    std::vector<Invitation> InvitationsOf(const QString& appId) override;
+    void RevokeInvitation(const QString& id, qint64 now) override;
+    bool HasGrayAccess(const QString& appId, const QString& pin) override;
+    void GrantGrayAccess(const Invitation& invitation, const QString& pin, qint64 now) override;
+    void Note(const AuditEntry& entry) override;
+
     std::optional<StoredAnswer> FindAnswer(const QString& pin, const QByteArray& key) override;
     void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
                       qint64 now) override;

@@ -87,3 +87,16 @@ class Server:
     def new_version(self, app, who="owner", name=None, body=b'{"a":1}'):
         headers = {"Content-Digest": digest(body), "Version-Name": name or secrets.token_hex(8)}
         return self.write("POST", f"/api/v1/apps/{app}/versions", who, body, headers).json()["id"]
+
+    def release(self, version, kind, who="owner"):
+        return self.write("POST", f"/api/v1/versions/{version}/release", who, {"type": kind}, {"If-Match": '"1"'})
+
+    def new_released(self, kind):
+        version = self.new_version(self.new_app())
+        self.release(version, kind)
+        return version
+
+    def new_gray_app(self):
+        app = self.new_app()
+        self.release(self.new_version(app), 1)
+        return app

@@ -248,6 +248,81 @@ class Cases:
             ("POST", path, 428): lambda: release(self.version(), 1, None),
         }
 
+    def rows_invitations(self):
+        write, ask = self.server.write, self.server.ask
+        path, one = "/api/v1/apps/{appId}/invitations", "/api/v1/invitations/{invitationId}"
+        redeem_path = "/api/v1/invitations/redeem"
+
+        def at(app):
+            return f"/api/v1/apps/{app}/invitations"
+
+        def make(app, who="owner", **order):
+            return write("POST", at(app), who, order)
+
+        def gray():
+            return self.server.new_gray_app()
+
+        def revoke(invitation, who="owner"):
+            return write("DELETE", f"/api/v1/invitations/{invitation}", who)
+
+        def redeem(code, who="user"):
+            return write("POST", redeem_path, who, {"code": code})
+
+        def revoked():
+            made = make(gray()).json()
+            revoke(made["id"])
+            return made["code"]
+
+        def too_often():
+            token = ask("POST", "/api/v1/sessions", body={"account": "signer", "password": PASSWORD}).json()["token"]
+            for _ in range(6):
+                answer = ask("POST", redeem_path, token, {"code": "WRONG-WRONG"}, {"Idempotency-Key": str(uuid.uuid4())})
+            return answer
+
+        return {
+            ("GET", path, 200): lambda: ask("GET", at(gray()), self.server.tokens["owner"]),
+            ("GET", path, 401): lambda: ask("GET", at("none")),
+            ("GET", path, 403): lambda: ask("GET", at(gray()), self.server.tokens["colleague"]),
+            ("GET", path, 404): lambda: ask("GET", at("none"), self.server.tokens["owner"]),
+            ("POST", path, 201): lambda: make(gray(), validDays=7, mostUses=3),
+            ("POST", path, 400): lambda: make(gray(), validDays=366),
+            ("POST", path, 401): self.dead_token("POST", at("none")),
+            ("POST", path, 403): lambda: make(gray(), "colleague"),
+            ("POST", path, 404): lambda: make("none"),
+            ("POST", path, 409): lambda: make(self.app()),
+            ("DELETE", one, 200): lambda: revoke(make(gray()).json()["id"]),
+            ("DELETE", one, 400): lambda: ask("DELETE", "/api/v1/invitations/none", self.server.tokens["owner"]),
+            ("DELETE", one, 401): self.dead_token("DELETE", "/api/v1/invitations/none"),
+            ("DELETE", one, 403): lambda: revoke(make(gray()).json()["id"], "colleague"),
+            ("DELETE", one, 404): lambda: revoke("none"),
+            ("POST", redeem_path, 200): lambda: redeem(make(gray()).json()["code"].lower().replace("-", " ")),
+            ("POST", redeem_path, 400): lambda: redeem(""),
+            ("POST", redeem_path, 401): self.dead_token("POST", redeem_path),
+            ("POST", redeem_path, 404): lambda: redeem("WRONG-WRONG"),
+            ("POST", redeem_path, 409): lambda: redeem(revoked()),
+            ("POST", redeem_path, 429): too_often,
+        }
+
+    def rows_readers(self):
+        ask, owner = self.server.ask, self.server.tokens["owner"]
+        administrator = self.server.tokens["administrator"]
+
+        def listed(path, who="owner"):
+            self.server.new_gray_app()
+            self.server.new_released(2)
+            return ask("GET", path, self.server.tokens[who])
+
+        return {
+            ("GET", "/api/v1/online-apps", 200): lambda: listed("/api/v1/online-apps?query=-"),
+            ("GET", "/api/v1/online-apps", 401): lambda: ask("GET", "/api/v1/online-apps"),
+            ("GET", "/api/v1/gray-apps", 200): lambda: listed("/api/v1/gray-apps", "user"),
+            ("GET", "/api/v1/gray-apps", 401): lambda: ask("GET", "/api/v1/gray-apps"),
+            ("GET", "/api/v1/audit", 200): lambda: listed("/api/v1/audit?limit=10", "administrator"),
+            ("GET", "/api/v1/audit", 400): lambda: ask("GET", "/api/v1/audit?limit=0", administrator),
+            ("GET", "/api/v1/audit", 401): lambda: ask("GET", "/api/v1/audit"),
+            ("GET", "/api/v1/audit", 403): lambda: ask("GET", "/api/v1/audit", owner),
+        }
+
 
 # What each role gets for a well-formed request on what "owner" made. Everybody else gets 401.
 EDITORS = {"owner": "ok", "colleague": "ok"}
@@ -263,6 +338,13 @@ RIGHTS = {
     ("DELETE", "/api/v1/versions/{versionId}"): {**dict.fromkeys(EDITORS, 204), "*": 404},
     ("POST", "/api/v1/versions/{versionId}/release"): {**dict.fromkeys(EDITORS, 200), "*": 404},
     ("POST", "/api/v1/versions/{versionId}/restore"): {"administrator": 200, "foreign-administrator": 404, "*": 403},
+    ("GET", "/api/v1/apps/{appId}/invitations"): {"owner": 200, "colleague": 403, "*": 404},
+    ("POST", "/api/v1/apps/{appId}/invitations"): {"owner": 201, "colleague": 403, "*": 404},
+    ("DELETE", "/api/v1/invitations/{invitationId}"): {"owner": 200, "colleague": 403, "*": 404},
+    ("POST", "/api/v1/invitations/redeem"): {name: 200 for name in ACCOUNTS},
+    ("GET", "/api/v1/online-apps"): {name: 200 for name in ACCOUNTS},
+    ("GET", "/api/v1/gray-apps"): {name: 200 for name in ACCOUNTS},
+    ("GET", "/api/v1/audit"): {"administrator": 200, "foreign-administrator": 200, "*": 403},
     ("GET", "/api/v1/sessions/current"): {name: 200 for name in ACCOUNTS},
     ("DELETE", "/api/v1/sessions/current"): {},  # tried with sessions of its own in Cases
     ("GET", "/api/v1/health"): {},  # nobody needs a token
@@ -315,17 +397,21 @@ class ContractTest(unittest.TestCase):
                     self.assertRegex(answer.json()["message"], "[\u4e00-\u9fff]")
 
     def send(self, method, path, token):
-        app = self.server.new_app()
-        version = self.server.new_version(app)
+        if "invitation" in path:
+            app, version = self.server.new_gray_app(), ""
+            made = self.server.write("POST", f"/api/v1/apps/{app}/invitations", body={}).json()
+        else:
+            app, made = self.server.new_app(), {"id": "", "code": ""}
+            version = self.server.new_version(app)
         if path.endswith("/restore"):
             self.server.write("DELETE", f"/api/v1/versions/{version}", headers={"If-Match": '"1"'})
-        target = path.format(appId=app, versionId=version)
+        target = path.format(appId=app, versionId=version, invitationId=made["id"])
         headers = {"Idempotency-Key": str(uuid.uuid4()), "If-Match": '"1"', **save_headers()}
         body = None
         if path.endswith("/versions") and method == "POST" or method == "PUT":
             body = BODY
         elif method in ("POST", "PATCH"):
-            body = {"name": str(uuid.uuid4()), "kind": 0, "type": 1}
+            body = {"name": str(uuid.uuid4()), "kind": 0, "type": 1, "code": made["code"]}
         return self.server.ask(method, target, token, body, headers)
 
     def test_every_role_has_the_rights_it_is_meant_to_have(self):
@@ -335,6 +421,45 @@ class ContractTest(unittest.TestCase):
                 with self.subTest(method=method, path=path, role=role):
                     answer = self.send(method, path, self.server.tokens[role])
                     self.assertEqual(answer.status, rights.get(role, rights.get("*")), answer.bytes)
+
+    def data_status(self, version, role):
+        return self.server.ask("GET", f"/api/v1/versions/{version}/data", self.server.tokens[role]).status
+
+    def names(self, path, role):
+        answer = self.server.ask("GET", path, self.server.tokens[role]).json()
+        return [released["version"]["id"] for released in answer["apps"]]
+
+    def test_an_online_version_is_run_by_everybody_of_its_vendor(self):
+        version = self.server.new_released(2)
+        rights = {**dict.fromkeys(ACCOUNTS, 200), "foreign-author": 404, "foreign-administrator": 404}
+        for role, status in rights.items():
+            with self.subTest(role=role):
+                self.assertEqual(self.data_status(version, role), status)
+                self.assertEqual(version in self.names("/api/v1/online-apps", role), status == 200)
+
+    def test_a_gray_version_is_run_by_whoever_redeemed_an_invitation(self):
+        app = self.server.new_app()
+        version = self.server.new_version(app)
+        self.server.release(version, 1)
+        code = self.server.ask("GET", f"/api/v1/apps/{app}/invitations",
+                               self.server.tokens["owner"]).json()["invitations"][0]["code"]
+        for role in ("administrator", "foreign-administrator"):
+            with self.subTest(role=role):
+                self.assertEqual(self.data_status(version, role), 404)
+                self.assertNotIn(version, self.names("/api/v1/gray-apps", role))
+                redeemed = self.server.write("POST", "/api/v1/invitations/redeem", role, {"code": code})
+                self.assertEqual(redeemed.json()["version"]["id"], version)
+                self.assertEqual(self.data_status(version, role), 200)
+                self.assertIn(version, self.names("/api/v1/gray-apps", role))
+
+    def test_an_administrator_reads_the_audit_of_his_own_vendor(self):
+        version = self.server.new_released(2)
+        for role, expected in {"administrator": True, "foreign-administrator": False}.items():
+            entries = self.server.ask("GET", "/api/v1/audit?limit=5", self.server.tokens[role]).json()["entries"]
+            found = [entry for entry in entries if entry["versionId"] == version]
+            self.assertEqual(bool(found), expected)
+            if expected:
+                self.assertEqual((found[0]["act"], found[0]["pin"]), ("release.online", "owner"))
 
     def test_no_route_that_asks_for_a_token_works_without_a_living_one(self):
         for (method, path), route in self.routes().items():

@@ -1,0 +1,123 @@
+#include "InvitationRules.h"
+
+#include "../base/Ids.h"
+
+#include <algorithm>
+
+namespace server::rules
+{
+namespace
+{
+constexpr qint64 dayMs = 24LL * 60 * 60 * 1000;
+constexpr int mostOpenOfAnApp = 20;
+
+Invitation Insert(ITransaction& store, const Version& gray, const Account& account,
+                  const InvitationOrder& order, qint64 now)
+{
+    const Invitation invitation{NewId(), NewInvitationCode(),           gray.appId,     gray.id, account.pin,
+                                now,     now + order.validDays * dayMs, order.mostUses, 0,       0};
+    store.InsertInvitation(invitation);
+    store.Note(
+        {{}, now, account.pin, QStringLiteral("invitation.create"), gray.appId, gray.id, invitation.id});
+    return invitation;
+}
+
+auto CountOpen(ITransaction& store, const QString& appId, qint64 now)
+{
+    const auto all = store.InvitationsOf(appId);
+    return std::count_if(all.begin(), all.end(), [now](const Invitation& one) { return one.IsOpen(now); });
+}
+
+// People type small letters, blanks and the dash or leave it out.
+QString Normalised(const QString& typed)
+{
+    QString code = typed.toUpper();
+    code.remove(QLatin1Char('-'));
+    code.remove(QLatin1Char(' '));
+    return code;
+}
+
+std::optional<Refusal> WhyClosed(const Invitation& invitation, qint64 now)
+{
+    if (invitation.revokedAt != 0)
+        return refusals::InvitationClosed(QStringLiteral("邀请码已停用，请向应用创建者索取新的邀请码。"));
+    if (now >= invitation.expiresAt)
+        return refusals::InvitationClosed(QStringLiteral("邀请码已过期，请向应用创建者索取新的邀请码。"));
+    if (invitation.uses >= invitation.mostUses)
+        return refusals::InvitationClosed(
+            QStringLiteral("邀请码的使用次数已用完，请向应用创建者索取新的邀请码。"));
+    return std::nullopt;
+}
+} // namespace
+
+std::optional<Refusal> RefusalUnlessCreator(const Account& account, const std::optional<App>& app)
+{
+    if (!app || !MayEdit(account, *app))
+        return refusals::NotFound();
+    if (app->creator != account.pin)
+        return refusals::Forbidden();
+    return std::nullopt;
+}
+
+Outcome<Invitation> CreateInvitation(ITransaction& store, const Account& account, const QString& appId,
+                                     const InvitationOrder& order, qint64 now)
+{
+    if (const auto refusal = RefusalUnlessCreator(account, store.FindApp(appId)))
+        return *refusal;
+    const auto gray = store.NewestGray(appId);
+    if (!gray)
+        return refusals::NoGrayVersion();
+    if (CountOpen(store, appId, now) >= mostOpenOfAnApp)
+        return refusals::TooManyInvitations();
+    return Insert(store, *gray, account, order, now);
+}
+
+Outcome<Invitation> RevokeInvitation(ITransaction& store, const Account& account, const QString& invitationId,
+                                     qint64 now)
+{
+    auto invitation = store.FindInvitation(invitationId);
+    if (!invitation)
+        return refusals::NotFound();
+    if (const auto refusal = RefusalUnlessCreator(account, store.FindApp(invitation->appId)))
+        return *refusal;
+    if (invitation->revokedAt != 0)
+        return *invitation;
+    store.RevokeInvitation(invitationId, now);
+    store.Note({{},
+                now,
+                account.pin,
+                QStringLiteral("invitation.revoke"),
+                invitation->appId,
+                invitation->versionId,
+                invitationId});
+    invitation->revokedAt = now;
+    return *invitation;
+}
+
+Outcome<ReleasedApp> RedeemInvitation(ITransaction& store, const Account& account, const QString& code,
+                                      qint64 now)
+{
+    const auto invitation = store.FindInvitationByCode(Normalised(code));
+    const auto app = invitation ? store.FindApp(invitation->appId) : std::nullopt;
+    if (!app)
+        return refusals::BadInvitation();
+    const auto gray = store.NewestGray(app->id);
+    if (!gray)
+        return refusals::NoGrayVersion();
+    const ReleasedApp released{*app, *gray, gray->changedAt};
+    if (store.HasGrayAccess(app->id, account.pin))
+        return released;
+    if (const auto refusal = WhyClosed(*invitation, now))
+        return *refusal;
+    store.GrantGrayAccess(*invitation, account.pin, now);
+    store.Note(
+        {{}, now, account.pin, QStringLiteral("invitation.redeem"), app->id, gray->id, invitation->id});
+    return released;
+}
+
+void KeepAnInvitation(ITransaction& store, const Version& gray, const Account& account, qint64 now)
+{
+    if (CountOpen(store, gray.appId, now) == 0)
+        Insert(store, gray, account, {}, now);
+}
+} // namespace server::rules
