@@ -177,6 +177,53 @@ WbHttpRequest ServiceRoutes::RenameApp(const QString& appId, const QString& name
     return request;
 }
 
+WbHttpRequest ServiceRoutes::OnlineApps()
+{
+    return Route("GET", "/online-apps");
+}
+
+WbHttpRequest ServiceRoutes::GrayApps()
+{
+    return Route("GET", "/gray-apps");
+}
+
+WbHttpRequest ServiceRoutes::ListInvitations(const QString& appId)
+{
+    return Route("GET", "/apps/" + Escaped(appId) + "/invitations");
+}
+
+WbHttpRequest ServiceRoutes::CreateInvitation(const QString& appId, int validDays, int mostUses,
+                                              const QByteArray& key)
+{
+    auto request = Route("POST", "/apps/" + Escaped(appId) + "/invitations");
+    AddKey(&request, key);
+    SetJsonBody(&request, {{QStringLiteral("validDays"), validDays}, {QStringLiteral("mostUses"), mostUses}});
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::RevokeInvitation(const QString& invitationId, const QByteArray& key)
+{
+    auto request = Route("DELETE", "/invitations/" + Escaped(invitationId));
+    AddKey(&request, key);
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::RedeemInvitation(const QString& code, const QByteArray& key)
+{
+    auto request = Route("POST", "/invitations/redeem");
+    AddKey(&request, key);
+    SetJsonBody(&request, {{QStringLiteral("code"), code}});
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::Audit(const QString& beforeId, int limit)
+{
+    QByteArray path = "/audit?limit=" + QByteArray::number(limit);
+    if (!beforeId.isEmpty())
+        path += "&before=" + Escaped(beforeId);
+    return Route("GET", path);
+}
+
 QByteArray ServiceRoutes::NewKey()
 {
     return QUuid::createUuid().toByteArray(QUuid::WithoutBraces);

@@ -36,6 +36,14 @@ WbHttpRequest GetApp(const QString& appId);
 WbHttpRequest CreateApp(const QString& name, int kind, const QByteArray& key);
 WbHttpRequest RenameApp(const QString& appId, const QString& name, const QByteArray& key);
 
+WbHttpRequest OnlineApps();
+WbHttpRequest GrayApps();
+WbHttpRequest ListInvitations(const QString& appId);
+WbHttpRequest CreateInvitation(const QString& appId, int validDays, int mostUses, const QByteArray& key);
+WbHttpRequest RevokeInvitation(const QString& invitationId, const QByteArray& key);
+WbHttpRequest RedeemInvitation(const QString& code, const QByteArray& key);
+WbHttpRequest Audit(const QString& beforeId, int limit);
+
 // A key for one act of the author; the same key makes the server do it once.
 QByteArray NewKey();
 } // namespace ServiceRoutes

@@ -1,4 +1,5 @@
 #include "AccountAnswers_p.h"
+#include "ReleaseAnswers_p.h"
 #include "ServiceAnswers_p.h"
 #include "ServiceRoutes_p.h"
 #include "ServiceTransport_p.h"
@@ -74,6 +75,13 @@ std::optional<QVector<VersionServiceApp>> Apps(const WbHttpAnswer& answer)
 {
     return AccountAnswers::ReadApps(ServiceAnswers::ObjectOf(answer.body));
 }
+
+// Reads the object that an answer carries.
+template <typename Value>
+auto ReadBody(std::optional<Value> (*read)(const QJsonObject& json))
+{
+    return [read](const WbHttpAnswer& answer) { return read(ServiceAnswers::ObjectOf(answer.body)); };
+}
 } // namespace
 
 VersionServiceClient::VersionServiceClient() : d(std::make_unique<Private>()) {}
@@ -123,4 +131,63 @@ void VersionServiceClient::RenameApp(const QString& appId, const QString& name, 
 {
     d->Send<VersionServiceApp>(ServiceRoutes::RenameApp(appId, name, ServiceRoutes::NewKey()), context,
                                callback, App);
+}
+
+void VersionServiceClient::ListOnlineApps(QObject* context,
+                                          const Callback<QVector<VersionServiceReleasedApp>>& callback)
+{
+    d->Send<QVector<VersionServiceReleasedApp>>(ServiceRoutes::OnlineApps(), context, callback,
+                                                ReadBody(ReleaseAnswers::ReadReleasedApps));
+}
+
+void VersionServiceClient::ListGrayApps(QObject* context,
+                                        const Callback<QVector<VersionServiceReleasedApp>>& callback)
+{
+    d->Send<QVector<VersionServiceReleasedApp>>(ServiceRoutes::GrayApps(), context, callback,
+                                                ReadBody(ReleaseAnswers::ReadReleasedApps));
+}
+
+void VersionServiceClient::GetVersionData(const QString& versionId, QObject* context,
+                                          const Callback<QByteArray>& callback)
+{
+    // What it holds is for whoever asked; here only the digest counts.
+    d->Send<QByteArray>(ServiceRoutes::VersionData(versionId), context, callback,
+                        [](const WbHttpAnswer& answer) { return std::optional<QByteArray>(answer.body); });
+}
+
+void VersionServiceClient::ListInvitations(const QString& appId, QObject* context,
+                                           const Callback<QVector<VersionServiceInvitation>>& callback)
+{
+    d->Send<QVector<VersionServiceInvitation>>(ServiceRoutes::ListInvitations(appId), context, callback,
+                                               ReadBody(ReleaseAnswers::ReadInvitations));
+}
+
+void VersionServiceClient::CreateInvitation(const QString& appId, int validDays, int mostUses,
+                                            QObject* context,
+                                            const Callback<VersionServiceInvitation>& callback)
+{
+    d->Send<VersionServiceInvitation>(
+        ServiceRoutes::CreateInvitation(appId, validDays, mostUses, ServiceRoutes::NewKey()), context,
+        callback, ReadBody(ReleaseAnswers::ReadInvitation));
+}
+
+void VersionServiceClient::RevokeInvitation(const QString& invitationId, QObject* context,
+                                            const Callback<VersionServiceInvitation>& callback)
+{
+    d->Send<VersionServiceInvitation>(ServiceRoutes::RevokeInvitation(invitationId, ServiceRoutes::NewKey()),
+                                      context, callback, ReadBody(ReleaseAnswers::ReadInvitation));
+}
+
+void VersionServiceClient::RedeemInvitation(const QString& code, QObject* context,
+                                            const Callback<VersionServiceReleasedApp>& callback)
+{
+    d->Send<VersionServiceReleasedApp>(ServiceRoutes::RedeemInvitation(code, ServiceRoutes::NewKey()),
+                                       context, callback, ReadBody(ReleaseAnswers::ReadReleasedApp));
+}
+
+void VersionServiceClient::ListAudit(const QString& beforeId, int limit, QObject* context,
+                                     const Callback<QVector<VersionServiceAuditEntry>>& callback)
+{
+    d->Send<QVector<VersionServiceAuditEntry>>(ServiceRoutes::Audit(beforeId, limit), context, callback,
+                                               ReadBody(ReleaseAnswers::ReadAudit));
 }

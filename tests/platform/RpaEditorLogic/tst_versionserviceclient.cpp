@@ -28,6 +28,16 @@ const QByteArray app =
     R"({"id":"a1","name":"应用","kind":1,"creator":"me","creatorName":"我","oxsAppKey":"k",)"
     R"("createdAt":1000,"changedAt":2000})";
 const QByteArray account = R"({"pin":"me","name":"我","venderId":"vender","roles":["author","user"]})";
+
+QByteArray Released(int state)
+{
+    return R"({"app":)" + app + R"(,"version":{"id":"v1","name":"版本1","description":"描述","state":)" +
+           QByteArray::number(state) + R"(},"releasedAt":3000})";
+}
+
+const QByteArray invitation =
+    R"({"id":"i1","code":"ABCDE-FGHJK","appId":"a1","versionId":"v1","createdAt":1000,"expiresAt":9000,)"
+    R"("mostUses":5,"uses":2,"revokedAt":0})";
 } // namespace
 
 class VersionServiceClientTest : public QObject
@@ -45,6 +55,18 @@ private slots:
     void createsAnApp();
     void renamesAnApp();
     void readsOneApp();
+    void listsReleasedApps_data();
+    void listsReleasedApps();
+    void readsTheDataOfAReleasedVersion();
+    void doesNotBelieveDataWithAnotherDigest();
+    void listsInvitations();
+    void createsAnInvitation();
+    void revokesAnInvitation();
+    void redeemsAnInvitation();
+    void tellsWhyACodeWasRefused();
+    void readsTheAudit();
+    void doesNotBelieveABrokenReleasedApp_data();
+    void doesNotBelieveABrokenReleasedApp();
     void doesNotBelieveABrokenAnswer_data();
     void doesNotBelieveABrokenAnswer();
     void answersWhatIsOutstandingWhenItIsDestroyed();
@@ -188,6 +210,198 @@ void VersionServiceClientTest::readsOneApp()
     QTRY_VERIFY(result);
     QVERIFY(result->success);
     QCOMPARE(result->value.creatorPin, QStringLiteral("me"));
+}
+
+void VersionServiceClientTest::listsReleasedApps_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<QByteArray>("path");
+
+    QTest::newRow("online") << 3 << QByteArray("/api/v1/online-apps");
+    QTest::newRow("gray") << 2 << QByteArray("/api/v1/gray-apps");
+}
+
+void VersionServiceClientTest::listsReleasedApps()
+{
+    QFETCH(int, state);
+    QFETCH(QByteArray, path);
+    server->Enqueue(FaultServer::Json(200, R"({"apps":[)" + Released(state) + "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceReleasedApp>> result;
+
+    if (state == 3)
+        client.ListOnlineApps(nullptr, Into(&result));
+    else
+        client.ListGrayApps(nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 1);
+    const VersionServiceReleasedApp released = result->value.first();
+    QCOMPARE(released.app.name, QStringLiteral("应用"));
+    QCOMPARE(released.versionId, QStringLiteral("v1"));
+    QCOMPARE(released.versionName, QStringLiteral("版本1"));
+    QCOMPARE(released.description, QStringLiteral("描述"));
+    QCOMPARE(released.state, state);
+    QCOMPARE(released.releasedAt.toMSecsSinceEpoch(), 3000);
+    QCOMPARE(server->GetRequests().last().path, path);
+}
+
+void VersionServiceClientTest::readsTheDataOfAReleasedVersion()
+{
+    const QByteArray data = R"({"a":1})";
+    server->Enqueue(FaultServer::Data(data, 1));
+    VersionServiceClient client;
+    Result<QByteArray> result;
+
+    client.GetVersionData(QStringLiteral("v1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value, data);
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/versions/v1/data"));
+}
+
+void VersionServiceClientTest::doesNotBelieveDataWithAnotherDigest()
+{
+    FaultServer::Reply reply = FaultServer::Data(R"({"a":1})", 1);
+    reply.body = R"({"a":2})";
+    server->Enqueue(reply);
+    VersionServiceClient client;
+    Result<QByteArray> result;
+
+    client.GetVersionData(QStringLiteral("v1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QVERIFY(!result->errorDesc.isEmpty());
+}
+
+void VersionServiceClientTest::listsInvitations()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"invitations":[)" + invitation + "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceInvitation>> result;
+
+    client.ListInvitations(QStringLiteral("a1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 1);
+    const VersionServiceInvitation first = result->value.first();
+    QCOMPARE(first.code, QStringLiteral("ABCDE-FGHJK"));
+    QCOMPARE(first.mostUses, 5);
+    QCOMPARE(first.uses, 2);
+    QVERIFY(first.IsOpen(QDateTime::fromMSecsSinceEpoch(8999, Qt::UTC)));
+    QVERIFY(!first.IsOpen(QDateTime::fromMSecsSinceEpoch(9000, Qt::UTC)));
+}
+
+void VersionServiceClientTest::createsAnInvitation()
+{
+    server->Enqueue(FaultServer::Json(201, invitation));
+    VersionServiceClient client;
+    Result<VersionServiceInvitation> result;
+
+    client.CreateInvitation(QStringLiteral("a1"), 7, 5, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    const auto sent = server->GetRequests().last();
+    QCOMPARE(sent.path, QByteArray("/api/v1/apps/a1/invitations"));
+    QVERIFY(!sent.headers.value("idempotency-key").isEmpty());
+    const QJsonObject order = QJsonDocument::fromJson(sent.body).object();
+    QCOMPARE(order.value(QLatin1String("validDays")).toInt(), 7);
+    QCOMPARE(order.value(QLatin1String("mostUses")).toInt(), 5);
+}
+
+void VersionServiceClientTest::revokesAnInvitation()
+{
+    server->Enqueue(
+        FaultServer::Json(200, QByteArray(invitation).replace(R"("revokedAt":0)", R"("revokedAt":7)")));
+    VersionServiceClient client;
+    Result<VersionServiceInvitation> result;
+
+    client.RevokeInvitation(QStringLiteral("i1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QVERIFY(result->value.revoked);
+    QCOMPARE(server->GetRequests().last().method, QByteArray("DELETE"));
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/invitations/i1"));
+}
+
+void VersionServiceClientTest::redeemsAnInvitation()
+{
+    server->Enqueue(FaultServer::Json(200, Released(2)));
+    VersionServiceClient client;
+    Result<VersionServiceReleasedApp> result;
+
+    client.RedeemInvitation(QStringLiteral("abcde fghjk"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.app.id, QStringLiteral("a1"));
+    QCOMPARE(QJsonDocument::fromJson(server->GetRequests().last().body)
+                 .object()
+                 .value(QLatin1String("code"))
+                 .toString(),
+             QStringLiteral("abcde fghjk"));
+}
+
+void VersionServiceClientTest::tellsWhyACodeWasRefused()
+{
+    server->Enqueue(FaultServer::Refusal(409, "invitation-closed", QStringLiteral("邀请码已过期")));
+    VersionServiceClient client;
+    Result<VersionServiceReleasedApp> result;
+
+    client.RedeemInvitation(QStringLiteral("ABCDE-FGHJK"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QCOMPARE(result->errorCode, QStringLiteral("invitation-closed"));
+    QCOMPARE(result->errorDesc, QStringLiteral("邀请码已过期"));
+}
+
+void VersionServiceClientTest::readsTheAudit()
+{
+    server->Enqueue(FaultServer::Json(
+        200, R"({"entries":[{"id":"e1","at":4000,"pin":"me","act":"release.gray","appId":"a1",)"
+             R"("versionId":"v1","detail":"版本1"}]})"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceAuditEntry>> result;
+
+    client.ListAudit(QStringLiteral("e2"), 50, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.first().act, QStringLiteral("release.gray"));
+    QCOMPARE(result->value.first().at.toMSecsSinceEpoch(), 4000);
+    QCOMPARE(result->value.first().detail, QStringLiteral("版本1"));
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/audit?limit=50&before=e2"));
+}
+
+void VersionServiceClientTest::doesNotBelieveABrokenReleasedApp_data()
+{
+    QTest::addColumn<QByteArray>("body");
+
+    QTest::newRow("no list") << QByteArray("{}");
+    QTest::newRow("no app") << QByteArray(R"({"apps":[{"version":{"id":"v1","state":3}}]})");
+    QTest::newRow("id with a slash") << R"({"apps":[)" + Released(3).replace(R"("v1")", R"("v/1")") + "]}";
+    QTest::newRow("develop version") << R"({"apps":[)" + Released(1) + "]}";
+}
+
+void VersionServiceClientTest::doesNotBelieveABrokenReleasedApp()
+{
+    QFETCH(QByteArray, body);
+    server->Enqueue(FaultServer::Json(200, body));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceReleasedApp>> result;
+
+    client.ListOnlineApps(nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QVERIFY(!result->errorDesc.isEmpty());
 }
 
 void VersionServiceClientTest::doesNotBelieveABrokenAnswer_data()

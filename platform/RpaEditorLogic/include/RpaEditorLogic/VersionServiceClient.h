@@ -44,6 +44,31 @@ public:
     void RenameApp(const QString& appId, const QString& name, QObject* context,
                    const Callback<VersionServiceApp>& callback);
 
+    // The apps of the account's vendor that have an online version, newest release first.
+    void ListOnlineApps(QObject* context, const Callback<QVector<VersionServiceReleasedApp>>& callback);
+    // The apps whose gray versions were opened to the account, newest release first.
+    void ListGrayApps(QObject* context, const Callback<QVector<VersionServiceReleasedApp>>& callback);
+    // The app data of a version that the account may edit or run, verified against its digest.
+    void GetVersionData(const QString& versionId, QObject* context, const Callback<QByteArray>& callback);
+
+    // For the creator of the app only. All invitations, newest first.
+    void ListInvitations(const QString& appId, QObject* context,
+                         const Callback<QVector<VersionServiceInvitation>>& callback);
+    // validDays: 1–365, mostUses: 1–10000. Refused with "no-gray" while the app has no gray version.
+    void CreateInvitation(const QString& appId, int validDays, int mostUses, QObject* context,
+                          const Callback<VersionServiceInvitation>& callback);
+    // Whoever redeemed it keeps what it gave.
+    void RevokeInvitation(const QString& invitationId, QObject* context,
+                          const Callback<VersionServiceInvitation>& callback);
+    // code: as typed. Brings what the account may run now; redeeming again changes nothing.
+    void RedeemInvitation(const QString& code, QObject* context,
+                          const Callback<VersionServiceReleasedApp>& callback);
+
+    // For administrators: at most `limit` (1–1000) entries of the vendor, newest first; older than the entry
+    // `beforeId` unless that is empty.
+    void ListAudit(const QString& beforeId, int limit, QObject* context,
+                   const Callback<QVector<VersionServiceAuditEntry>>& callback);
+
 private:
     class Private;
     const std::unique_ptr<Private> d;

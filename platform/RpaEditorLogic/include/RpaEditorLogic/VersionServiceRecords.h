@@ -35,6 +35,45 @@ struct VersionServiceApp
     QDateTime changedAt; // UTC
 };
 
+// What a user may run: the newest online or gray version of an app.
+struct VersionServiceReleasedApp
+{
+    VersionServiceApp app;
+    QString versionId;
+    QString versionName;
+    QString description;  // of the version
+    int state = 0;        // 2 gray, 3 online
+    QDateTime releasedAt; // UTC
+};
+
+// A code that opens the gray versions of an app to whoever redeems it.
+struct VersionServiceInvitation
+{
+    QString id;
+    QString code; // "XXXXX-XXXXX"
+    QString appId;
+    QDateTime createdAt; // UTC
+    QDateTime expiresAt; // UTC
+    int mostUses = 0;
+    int uses = 0; // accounts that redeemed it
+    bool revoked = false;
+
+    // Whether somebody can still redeem it.
+    bool IsOpen(const QDateTime& now) const { return !revoked && now < expiresAt && uses < mostUses; }
+};
+
+// Who did what to the versions and invitations of an app.
+struct VersionServiceAuditEntry
+{
+    QString id;
+    QDateTime at; // UTC
+    QString pin;
+    QString act; // "release.gray", "invitation.redeem", …: docs/protocol.md
+    QString appId;
+    QString versionId; // may be empty
+    QString detail;    // name of the version, or id of the invitation
+};
+
 // Answer of one request. value counts only when success is true; errorDesc, in Chinese and fit to be shown,
 // only when it is not. errorCode is the service's stable name of a refusal ("name-taken", "bad-credentials"),
 // empty when the failure was none of the service's.
