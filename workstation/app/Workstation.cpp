@@ -40,7 +40,6 @@ void Workstation::PrepareProcess()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // A page shown in the embedded browser must not be able to open the process to a debugger.
     qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
-    QCoreApplication::setOrganizationName(QStringLiteral("rpa-workstation"));
     QCoreApplication::setApplicationName(QStringLiteral("rpa-workstation"));
     QCoreApplication::setApplicationVersion(QStringLiteral(RPA_WORKSTATION_VERSION));
 }
