@@ -73,6 +73,11 @@ void RpaEngineModule::SetAppRunTimeInfo(RpaAppRunTimeInfo* info)
     d->runTimeInfo = info;
 }
 
+void RpaEngineModule::SetPackageFolders(const QStringList& folders)
+{
+    d->packageFolders = folders;
+}
+
 IRpaTranslator* RpaEngineModule::GetTranslator() const
 {
     return &d->translator;

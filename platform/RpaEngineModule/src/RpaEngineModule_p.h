@@ -27,6 +27,7 @@ public:
     Handed<RpaUiaNodeManager> uiaNodes;
     Handed<ProcessDataManager> processData;
     RpaAppRunTimeInfo* runTimeInfo = nullptr; // a plain record; read only while a run is being started
+    QStringList packageFolders;
 
     RpaTranslatorSwitches translator;
     IRpaDebugger debugger;
@@ -35,7 +36,11 @@ public:
 
     RpaRunParts GetRunParts() const
     {
-        return {browserEngine, paramEngine, tableEngine, htmlNodes,
-                runTimeInfo ? runTimeInfo->GetAppId() : QString()};
+        return {browserEngine,
+                paramEngine,
+                tableEngine,
+                htmlNodes,
+                runTimeInfo ? runTimeInfo->GetAppId() : QString(),
+                packageFolders};
     }
 };

@@ -44,6 +44,7 @@ bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString
         return Refuse(QStringLiteral("找不到流程“%1”").arg(processName));
     program = visual ? RpaProcessTranslator(*processes).Translate(processName)
                      : RpaProcessTranslator::TakeText(*process);
+    program.packageFolders = parts.packageFolders;
     QString reason;
     run = TakeChild(&reason);
     if (!run)

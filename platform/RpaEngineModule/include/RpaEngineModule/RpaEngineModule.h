@@ -3,6 +3,7 @@
 #include <RpaEngineModule/RpaEngineModuleExport.h>
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -31,6 +32,9 @@ public:
     void SetUiaNodeManager(RpaUiaNodeManager* manager);
     void SetProcessDataManager(ProcessDataManager* manager);
     void SetAppRunTimeInfo(RpaAppRunTimeInfo* info);
+
+    // Folders that runs started from now on search for Python modules before Python's own, in this order.
+    void SetPackageFolders(const QStringList& folders);
 
     IRpaTranslator* GetTranslator() const;
     IRpaDebugger* GetEngineDebugger() const;

@@ -10,6 +10,7 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QStringList>
 #include <QVariantList>
 
 #include <functional>
@@ -25,6 +26,7 @@ struct RpaRunParts
     Handed<IAppTableEngine> table;
     Handed<RpaHtmlNodeManager> htmlNodes;
     QString appId;
+    QStringList packageFolders; // searched for modules before Python's own
 };
 
 // Carries out the calls of a running program: page parameters, the page's table, dialogs, the browser and
