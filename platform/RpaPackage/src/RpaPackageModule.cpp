@@ -1,7 +1,7 @@
-#include "PackageService_p.h"
-
+#include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
 
+#include <QCoreApplication>
 #include <QPointer>
 
 class RpaPackageModule::Private
@@ -17,7 +17,11 @@ RpaPackageModule* RpaPackageModule::Instance()
     return &instance;
 }
 
-RpaPackageModule::RpaPackageModule() : d(std::make_unique<Private>()) {}
+RpaPackageModule::RpaPackageModule() : d(std::make_unique<Private>())
+{
+    // The module outlives the application object, its child processes must not.
+    qAddPostRoutine([] { Instance()->d->own.Shutdown(); });
+}
 
 RpaPackageModule::~RpaPackageModule() = default;
 
@@ -29,4 +33,9 @@ IPackageService* RpaPackageModule::GetService() const
 void RpaPackageModule::SetService(IPackageService* service)
 {
     d->service = service;
+}
+
+PackageService* RpaPackageModule::GetBuiltIn() const
+{
+    return &d->own;
 }

@@ -18,7 +18,7 @@ public:
     // Installs what the list names; SigInstallFinished follows, whether it worked or not.
     virtual void Install(const QString& json) = 0;
 
-    // Makes the list the current configuration. Emits nothing.
+    // Makes the list the current configuration. Emits neither of the signals below.
     virtual void Reset(const QString& json) = 0;
 
 signals:

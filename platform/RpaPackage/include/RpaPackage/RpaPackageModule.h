@@ -5,6 +5,7 @@
 #include <memory>
 
 class IPackageService;
+class PackageService;
 
 class RPAPACKAGE_EXPORT RpaPackageModule
 {
@@ -15,9 +16,12 @@ public:
     // Null when packages cannot be installed here.
     IPackageService* GetService() const;
 
-    // Replaces the service; null takes it away. Ownership stays with the caller. Used by a workstation that has
-    // its own, and by tests.
+    // Replaces the service; null takes it away. Ownership stays with the caller. Used by a workstation that
+    // has its own, and by tests.
     void SetService(IPackageService* service);
+
+    // The platform's own service, whether or not it was replaced; never null.
+    PackageService* GetBuiltIn() const;
 
 private:
     RpaPackageModule();

@@ -1,0 +1,65 @@
+#include "PackageEnvironment_p.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+
+namespace
+{
+
+QString ReadyMark(const QString& folder)
+{
+    return folder + QStringLiteral("/.ready");
+}
+
+} // namespace
+
+PackageEnvironment::PackageEnvironment(const QString& dataFolder, const QString& appId)
+    : folder(dataFolder + QLatin1Char('/') + FolderName(appId))
+{
+}
+
+QString PackageEnvironment::FolderName(const QString& appId)
+{
+    constexpr int readable = 32;
+    constexpr int hashed = 16;
+    QString name;
+    for (const QChar c : appId.left(readable)) {
+        const bool harmless = c.unicode() < 128 && (c.isLetterOrNumber() || c == QLatin1Char('-'));
+        name += harmless ? c : QLatin1Char('_');
+    }
+    const QByteArray hash = QCryptographicHash::hash(appId.toUtf8(), QCryptographicHash::Sha256).toHex();
+    return name + QLatin1Char('.') + QString::fromLatin1(hash.left(hashed));
+}
+
+QString PackageEnvironment::GetPython() const
+{
+    return folder + QStringLiteral("/bin/python");
+}
+
+bool PackageEnvironment::IsReady() const
+{
+    // The link of a Python that was removed from the system does not exist either.
+    return QFile::exists(ReadyMark(folder)) && QFile::exists(GetPython());
+}
+
+bool PackageEnvironment::MarkReady() const
+{
+    QFile mark(ReadyMark(folder));
+    return mark.open(QIODevice::WriteOnly);
+}
+
+QStringList PackageEnvironment::GetPackageFolders() const
+{
+    QStringList folders;
+    if (!IsReady())
+        return folders;
+    const QDir lib(folder + QStringLiteral("/lib"));
+    const QStringList versions = lib.entryList({QStringLiteral("python3*")}, QDir::Dirs);
+    for (const QString& version : versions) {
+        const QString path = lib.filePath(version + QStringLiteral("/site-packages"));
+        if (QDir(path).exists())
+            folders << path;
+    }
+    return folders;
+}

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <RpaPackage/PackageService.h>
+#include <RpaProcessData/RpaPackageInfo.h>
+
+#include <QDir>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+// A package service with a data folder and a folder of wheels of its own.
+class PackageFixture
+{
+public:
+    PackageFixture()
+    {
+        QDir().mkpath(WheelFolder());
+        PackageSettings settings;
+        settings.dataFolder = folder.filePath(QStringLiteral("data"));
+        settings.wheelFolders = QStringList{WheelFolder()};
+        service.SetSettings(settings);
+        service.SetApp(QStringLiteral("app-1"));
+    }
+
+    QString WheelFolder() const { return folder.filePath(QStringLiteral("wheels")); }
+
+    // A wheel with one module of that name, which holds VALUE.
+    bool MakeWheel(const QString& name, const QString& version, int value) const
+    {
+        const QString program = QStringLiteral(R"(
+import sys, zipfile
+folder, name, version, value = sys.argv[1:]
+info = f"{name}-{version}.dist-info"
+with zipfile.ZipFile(f"{folder}/{name}-{version}-py3-none-any.whl", "w") as wheel:
+    wheel.writestr(f"{name}.py", f"VALUE = {value}\n")
+    wheel.writestr(f"{info}/METADATA", f"Metadata-Version: 2.1\nName: {name}\nVersion: {version}\n")
+    wheel.writestr(f"{info}/WHEEL", "Wheel-Version: 1.0\nGenerator: t\nRoot-Is-Purelib: true\nTag: py3-none-any\n")
+    wheel.writestr(f"{info}/RECORD", f"{name}.py,,\n{info}/METADATA,,\n{info}/WHEEL,,\n{info}/RECORD,,\n")
+)");
+        return QProcess::execute(QStringLiteral("/usr/bin/python3"),
+                                 {QStringLiteral("-I"), QStringLiteral("-c"), program, WheelFolder(), name,
+                                  version, QString::number(value)}) == 0;
+    }
+
+    static QString ListOf(const QList<PackageItem>& items)
+    {
+        RpaPackageInfo info(nullptr);
+        QList<QSharedPointer<PackageItem>> list;
+        for (const PackageItem& item : items)
+            list << QSharedPointer<PackageItem>::create(item);
+        info.SetListPackageItemPtr(list);
+        return QString::fromUtf8(info.ToJson());
+    }
+
+    static QString ListOf(const QString& name, const QString& version = QString())
+    {
+        return ListOf(QList<PackageItem>{PackageItem{name, version}});
+    }
+
+    // A program that never ends by itself, in place of Python.
+    QString MakeSleeper() const
+    {
+        const QString path = folder.filePath(QStringLiteral("sleeper"));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return {};
+        file.write("#!/bin/sh\nsleep 600\n");
+        file.close();
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return path;
+    }
+
+    void UsePython(const QString& python, std::chrono::milliseconds timeout = std::chrono::minutes(1))
+    {
+        PackageSettings settings = service.GetSettings();
+        settings.python = python;
+        settings.timeout = timeout;
+        service.SetSettings(settings);
+    }
+
+    PackageState StateOf(const QString& name) const
+    {
+        const QVector<PackageState> states = service.GetStates();
+        for (const PackageState& state : states) {
+            if (state.name == name)
+                return state;
+        }
+        return {};
+    }
+
+    QTemporaryDir folder;
+    PackageService service;
+};
