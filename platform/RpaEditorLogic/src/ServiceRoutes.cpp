@@ -63,6 +63,8 @@ void SetContent(WbHttpRequest* request, const ServiceRoutes::VersionContent& con
     // Never null, or the transport would take the (empty) bytes instead of the text.
     request->bodyText = content.json.isNull() ? QStringLiteral("") : content.json;
     request->digestBody = true;
+    // What could never be loaded again must not replace what can.
+    request->guardBody = true;
 }
 } // namespace
 

@@ -13,12 +13,23 @@ void Reject(WbHttpAnswer* answer, WbHttpError error)
     answer->errorText = TransportText(error);
     answer->body.clear();
 }
+
+QString GuardProblem(const QByteArray& json)
+{
+    QString reason;
+    if (JsonGuard::Check(json, &reason))
+        return {};
+    return QStringLiteral("内容超出可以再次打开的范围，没有发送（%1）").arg(reason);
+}
 } // namespace
 
 PreparedBody PrepareBody(const WbHttpRequest& request)
 {
     PreparedBody prepared;
     prepared.bytes = request.bodyText.isNull() ? request.body : request.bodyText.toUtf8();
+    // A body that is too large in any case is refused as such.
+    if (request.guardBody && prepared.bytes.size() <= request.limits.bodyBytes)
+        prepared.problem = GuardProblem(prepared.bytes);
     if (request.digestBody)
         prepared.digest = QCryptographicHash::hash(prepared.bytes, QCryptographicHash::Sha256);
     return prepared;

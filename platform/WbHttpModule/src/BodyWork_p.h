@@ -9,6 +9,7 @@ struct PreparedBody
 {
     QByteArray bytes;
     QByteArray digest; // SHA-256, empty when none was wanted
+    QString problem;   // why it must not be sent, in Chinese; empty when it may
 };
 
 PreparedBody PrepareBody(const WbHttpRequest& request);

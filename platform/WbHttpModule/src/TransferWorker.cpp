@@ -133,6 +133,12 @@ void TransferWorker::OnPrepared(quint64 id, const PreparedBody& body)
     Transfer* transfer = Find(id);
     if (!transfer)
         return;
+    if (!body.problem.isEmpty()) {
+        WbHttpAnswer refused = FailedAnswer(WbHttpError::BadRequest);
+        refused.errorText = body.problem;
+        End(id, refused);
+        return;
+    }
     transfer->SetPrepared(body);
     transfer->SetStage(Transfer::Stage::Waiting);
     if (transfer->IsBodyTooLarge())

@@ -52,6 +52,8 @@ private slots:
     void putsTheListedRecordBackWhenTheSaveFails();
     void keepsWhatWasGivenThoughTheRecordChanges();
     void doesNotOverwriteWhatANewerClientSaved();
+    void refusesContentThatCouldNotBeLoadedAgain_data();
+    void refusesContentThatCouldNotBeLoadedAgain();
     void refusesAReleaseWhileItsSaveIsInFlight();
     void refusesAReleaseAfterAFailedSave();
     void allowsAReleaseAfterTheVersionWasLoadedAnew();
@@ -186,6 +188,43 @@ void SavedWorkTest::keepsWhatWasGivenThoughTheRecordChanges()
 
     QVERIFY(fixture.answers.WaitFor(3));
     QCOMPARE(fixture.server.GetRequests().last().body, text1.toUtf8());
+}
+
+void SavedWorkTest::refusesContentThatCouldNotBeLoadedAgain_data()
+{
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("65 levels") << QString(65, QLatin1Char('[')) + QString(65, QLatin1Char(']'))
+                               << QStringLiteral("嵌套超过 64 层");
+    QTest::newRow("a name twice") << QStringLiteral("{\"a\":1,\"a\":2}") << QStringLiteral("成员“a”重复");
+    QTest::newRow("a number that would be rounded")
+        << QStringLiteral("{\"a\":9007199254740993}") << QStringLiteral("数值超出 ±2^53");
+    QTest::newRow("cut off") << QStringLiteral("{\"a\":") << QStringLiteral("数据不完整");
+    QTest::newRow("a long text") << QStringLiteral("\"%1\"").arg(QString((16 << 20) + 1, QLatin1Char('x')))
+                                 << QStringLiteral("文本超过");
+}
+
+void SavedWorkTest::refusesContentThatCouldNotBeLoadedAgain()
+{
+    QFETCH(QString, content);
+    QFETCH(QString, reason);
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 1)});
+    const int sent = fixture.server.GetRequests().size();
+    QSignalSpy failed(fixture.Logic()->GetSaveLedger(), &SaveLedger::SigSaveFailed);
+
+    fixture.Update(fixture.Record(v1, content));
+    fixture.Save(fixture.Record(QString(), content));
+
+    QVERIFY(fixture.answers.WaitFor(3));
+    for (const int answer : {1, 2}) {
+        QVERIFY(!fixture.answers.At(answer).response->IsSuccess());
+        const QString text = fixture.answers.At(answer).response->GetErrorDesc();
+        QVERIFY2(text.contains(reason), qPrintable(text));
+    }
+    QCOMPARE(failed.size(), 2);
+    QCOMPARE(fixture.server.GetRequests().size(), sent);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetBaseRevision(v1), 1);
 }
 
 void SavedWorkTest::doesNotOverwriteWhatANewerClientSaved()
@@ -326,6 +365,7 @@ void SavedWorkTest::sendsASaveIntoAVersionThatVanished()
     fixture.GivenVersions({fixture.Version(v2, 1)});
     const auto record = fixture.Logic()->GetDevSnapshotManager()->GetSnapshot(v1);
     QVERIFY(record);
+    record->SetAppData(text1);
 
     fixture.Update(record);
 
