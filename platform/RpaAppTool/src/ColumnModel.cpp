@@ -80,15 +80,7 @@ void ColumnModel::SetData(RpaTableData* given)
 
 void ColumnModel::Refresh()
 {
-    const QVector<RpaTableColumn> now = tableData ? tableData->GetColumns() : QVector<RpaTableColumn>();
-    if (now.size() == columns.size() && !now.isEmpty()) {
-        columns = now;
-        emit dataChanged(index(0, 0), index(columns.size() - 1, columnCount() - 1));
-        return;
-    }
-    beginResetModel();
-    columns = now;
-    endResetModel();
+    Show(columns, tableData ? tableData->GetColumns() : QVector<RpaTableColumn>());
 }
 
 int ColumnModel::rowCount(const QModelIndex& parent) const

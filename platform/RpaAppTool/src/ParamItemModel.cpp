@@ -69,15 +69,7 @@ void ParamItemModel::SetData(RpaParamData* given)
 
 void ParamItemModel::Refresh()
 {
-    const QVector<RpaParamItem> now = paramData ? paramData->GetItems() : QVector<RpaParamItem>();
-    if (now.size() == items.size() && !now.isEmpty()) {
-        items = now;
-        emit dataChanged(index(0, 0), index(items.size() - 1, columnCount() - 1));
-        return;
-    }
-    beginResetModel();
-    items = now;
-    endResetModel();
+    Show(items, paramData ? paramData->GetItems() : QVector<RpaParamItem>());
 }
 
 int ParamItemModel::rowCount(const QModelIndex& parent) const

@@ -48,6 +48,21 @@ public:
     virtual bool RemoveRecords(const QVector<int>& rows) = 0;
     virtual bool MoveRecord(int from, int to) = 0;
 
+protected:
+    // Takes over the records as they are now. Changed values leave the view's selection and editor alone.
+    template <typename Record>
+    void Show(QVector<Record>& shown, const QVector<Record>& now)
+    {
+        if (now.size() == shown.size() && !now.isEmpty()) {
+            shown = now;
+            emit dataChanged(index(0, 0), index(shown.size() - 1, columnCount() - 1));
+            return;
+        }
+        beginResetModel();
+        shown = now;
+        endResetModel();
+    }
+
 signals:
     // The author typed something that the data refused; the text is for him.
     void SigRefused(const QString& reason);

@@ -37,15 +37,7 @@ void ToolItemModel::SetData(RpaToolData* given)
 
 void ToolItemModel::Refresh()
 {
-    const QVector<RpaToolItem> now = toolData ? toolData->GetItems() : QVector<RpaToolItem>();
-    if (now.size() == items.size() && !now.isEmpty()) {
-        items = now;
-        emit dataChanged(index(0, 0), index(items.size() - 1, columnCount() - 1));
-        return;
-    }
-    beginResetModel();
-    items = now;
-    endResetModel();
+    Show(items, toolData ? toolData->GetItems() : QVector<RpaToolItem>());
 }
 
 int ToolItemModel::rowCount(const QModelIndex& parent) const
