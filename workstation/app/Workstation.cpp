@@ -21,6 +21,7 @@
 #include <WbBaseUI/UIMain.h>
 #include <WbBaseUI/WbTheme.h>
 #include <WbBaseUI/WbToast.h>
+#include <WbBrowserLite/WbBrowserLite.h>
 
 #include <QApplication>
 #include <QPalette>
@@ -35,11 +36,9 @@ constexpr char apiVersion[] = "1.0.0";
 
 void Workstation::PrepareProcess()
 {
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts); // the web engine draws into the windows
+    WbBrowserLite::PrepareApplication();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    // A page shown in the embedded browser must not be able to open the process to a debugger.
-    qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
     QCoreApplication::setApplicationName(QStringLiteral("rpa-workstation"));
     QCoreApplication::setApplicationVersion(QStringLiteral(RPA_WORKSTATION_VERSION));
 }

@@ -4,9 +4,12 @@
 
 #include <QPointer>
 
+class QLabel;
+class QToolButton;
 class QVBoxLayout;
 
-// A frameless window with a thin border that can be dragged to resize it, around the popped-out browser.
+// A window without the system's frame around the popped-out browser: a thin border that resizes it, a title
+// that moves it, and the way back.
 class BrowserBorderWindow : public IBrowserBorderWindow
 {
     Q_OBJECT
@@ -18,10 +21,27 @@ public:
     void SetContent(IBrowserWidget* browser) override;
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    QWidget* BuildTitle();
+    Qt::Edges EdgesAt(const QPoint& position) const;
+    bool IsOnTitle(const QPoint& position) const;
+    void ShowCursor(Qt::Edges edges);
+    void Drag(const QPoint& global);
+
     QVBoxLayout* const layout;
+    QWidget* title = nullptr;
     QPointer<IBrowserWidget> content;
+
+    // A drag that the window system did not take over.
+    bool dragging = false;
+    Qt::Edges draggedEdges; // none: the window moves
+    QPoint dragStart;
+    QRect dragGeometry;
 };

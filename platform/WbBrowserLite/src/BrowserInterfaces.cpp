@@ -1,5 +1,6 @@
 #include <WbBrowserLite/IBrowserBorderWindow.h>
 #include <WbBrowserLite/IBrowserEngine.h>
+#include <WbBrowserLite/IBrowserPointer.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 
 IBrowserBorderWindow::IBrowserBorderWindow(QWidget* parent) : QWidget(parent) {}
@@ -8,6 +9,15 @@ IBrowserBorderWindow::~IBrowserBorderWindow() = default;
 
 IBrowserEngine::~IBrowserEngine() = default;
 
+IBrowserPointer::IBrowserPointer(QObject* parent) : QObject(parent) {}
+
+IBrowserPointer::~IBrowserPointer() = default;
+
 IBrowserWidget::IBrowserWidget(QWidget* parent) : QWidget(parent) {}
 
 IBrowserWidget::~IBrowserWidget() = default;
+
+IBrowserPointer* IBrowserWidget::GetPointer()
+{
+    return nullptr;
+}

@@ -1,9 +1,17 @@
 #include "BrowserBorderWindow_p.h"
+#include "BrowserEnvironment_p.h"
 #include "BuiltInBrowser_p.h"
 
+#include <WbBrowserLite/IBrowserWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
 
+#include <QCoreApplication>
+
 #include <utility>
+
+WbBrowserLite::WbBrowserLite() = default;
+
+WbBrowserLite::~WbBrowserLite() = default;
 
 WbBrowserLite* WbBrowserLite::Instance()
 {
@@ -11,9 +19,25 @@ WbBrowserLite* WbBrowserLite::Instance()
     return &instance;
 }
 
+void WbBrowserLite::PrepareApplication()
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    BrowserEnvironment::RefuseDebuggers();
+}
+
 IBrowserWidget* WbBrowserLite::CreateBrowserWidget(QWidget* parent)
 {
-    return browserFactory ? browserFactory(parent) : CreateBuiltInBrowser(parent);
+    IBrowserWidget* browser = browserFactory ? browserFactory(parent) : CreateBuiltInBrowser(parent);
+    if (browser) {
+        newest = browser;
+        emit SigBrowserCreated(browser);
+    }
+    return browser;
+}
+
+IBrowserWidget* WbBrowserLite::GetBrowserWidget() const
+{
+    return newest;
 }
 
 void WbBrowserLite::SetBrowserFactory(Factory factory)

@@ -3,6 +3,8 @@
 #include <WbBrowserLite/WbBrowserLite.h>
 
 #include <QSignalSpy>
+#include <QToolButton>
+#include <QWindow>
 #include <QtTest>
 
 #include <memory>
@@ -65,6 +67,53 @@ private slots:
         QVERIFY(window->isVisible());
     }
 
+    void theWayBackStandsInItsTitle()
+    {
+        std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
+        auto* browser = new EmptyBrowser;
+        window->SetContent(browser);
+        window->show();
+        QSignalSpy popup(browser, &IBrowserWidget::SigPopup);
+
+        QTest::mouseClick(window->findChild<QToolButton*>(QStringLiteral("browserDockBack")), Qt::LeftButton);
+
+        QCOMPARE(popup.size(), 1);
+        QCOMPARE(popup.at(0).at(0).toBool(), false);
+    }
+
+    void movesWithItsTitle()
+    {
+        const auto window = Shown();
+        QWindow* handle = window->windowHandle();
+
+        Drag(handle, QPoint(100, 15), QPoint(130, 40));
+
+        QCOMPARE(window->geometry(), QRect(230, 225, 500, 400));
+    }
+
+    void resizesWithItsBorder_data()
+    {
+        QTest::addColumn<QPoint>("from");
+        QTest::addColumn<QPoint>("to");
+        QTest::addColumn<QRect>("geometry");
+        QTest::newRow("right") << QPoint(498, 200) << QPoint(448, 200) << QRect(200, 200, 450, 400);
+        QTest::newRow("bottom") << QPoint(250, 398) << QPoint(250, 348) << QRect(200, 200, 500, 350);
+        QTest::newRow("corner") << QPoint(498, 398) << QPoint(488, 388) << QRect(200, 200, 490, 390);
+        QTest::newRow("not below the least width")
+            << QPoint(498, 200) << QPoint(10, 200) << QRect(200, 200, 360, 400);
+    }
+    void resizesWithItsBorder()
+    {
+        QFETCH(QPoint, from);
+        QFETCH(QPoint, to);
+        QFETCH(QRect, geometry);
+        const auto window = Shown();
+
+        Drag(window->windowHandle(), from, to);
+
+        QCOMPARE(window->geometry(), geometry);
+    }
+
     void closesWhenTheBrowserIsGone()
     {
         std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
@@ -88,6 +137,24 @@ private slots:
 
         QVERIFY(browser);
         QCOMPARE(browser->parentWidget(), &parent);
+    }
+
+private:
+    static std::unique_ptr<IBrowserBorderWindow> Shown()
+    {
+        std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
+        window->SetContent(new EmptyBrowser);
+        window->setGeometry(200, 200, 500, 400);
+        window->show();
+        return window;
+    }
+
+    // Positions in the window as it was before.
+    static void Drag(QWindow* window, const QPoint& from, const QPoint& to)
+    {
+        QTest::mousePress(window, Qt::LeftButton, {}, from);
+        QTest::mouseMove(window, to);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, to);
     }
 };
 

@@ -7,7 +7,8 @@
 
 #include <functional>
 
-// The embedded browser as a running process drives it. GUI thread. Every call is answered exactly once.
+// The embedded browser as a running process drives it. GUI thread. Every call is answered exactly once, also
+// when the page or the browser goes away first; where ok is false the value is the reason, for the author.
 class WBBROWSERLITE_EXPORT IBrowserEngine
 {
 public:
@@ -15,9 +16,11 @@ public:
 
     virtual ~IBrowserEngine();
 
-    // Loads a page (http, https, or file below the app's folder); ok when it has loaded.
+    // Loads a page (http or https); ok when it has loaded, within 60 s. A call while another page still loads
+    // takes its place.
     virtual void Open(const QString& url, const Answer& answer) = 0;
 
-    // Runs a script of the engine in its own world, invisible to the page; value is what the script returned.
+    // Runs a script of the engine in its own world, invisible to the page; value is what its last expression
+    // gave. Waits up to 10 s for a page that is loading; a script gets 60 s.
     virtual void RunScript(const QString& script, const Answer& answer) = 0;
 };

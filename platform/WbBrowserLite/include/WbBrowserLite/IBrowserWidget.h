@@ -5,8 +5,10 @@
 #include <QWidget>
 
 class IBrowserEngine;
+class IBrowserPointer;
 
-// The embedded browser: address bar, back, forward, reload, fold and pop-out.
+// The embedded browser: address bar, back, forward, reload, fold and pop-out. Actions that are added to the
+// widget (QWidget::addAction) appear in its tool bar.
 class WBBROWSERLITE_EXPORT IBrowserWidget : public QWidget
 {
     Q_OBJECT
@@ -26,6 +28,9 @@ public:
 
     // Never null; lives as long as the widget.
     virtual IBrowserEngine* GetBrowserEngine() = 0;
+
+    // Null where the browser offers none. Lives as long as the widget.
+    virtual IBrowserPointer* GetPointer();
 
 signals:
     void SigFold();

@@ -2,21 +2,34 @@
 
 #include <WbBrowserLite/WbBrowserLiteExport.h>
 
-#include <QWidget>
+#include <QObject>
+#include <QPointer>
 
 #include <functional>
 
 class IBrowserBorderWindow;
 class IBrowserWidget;
+class QWidget;
 
 // Makes embedded browsers. GUI thread only.
-class WBBROWSERLITE_EXPORT WbBrowserLite
+class WBBROWSERLITE_EXPORT WbBrowserLite : public QObject
 {
+    Q_OBJECT
+
 public:
     static WbBrowserLite* Instance();
 
-    // Null where the library was built without a web engine. Owned by the parent.
+    // Prepares the process for a web engine: shares the contexts that windows are drawn with, and takes from
+    // the environment what would open pages to a debugger. Call it before the QApplication is made; harmless
+    // where there is no web engine.
+    static void PrepareApplication();
+
+    // Null where the library was built without a web engine. Owned by the parent. Costs little: the web
+    // engine starts with the first page.
     IBrowserWidget* CreateBrowserWidget(QWidget* parent);
+
+    // The browser that was made last, null when there is none or it is gone.
+    IBrowserWidget* GetBrowserWidget() const;
 
     // Makes browser widgets instead of the built-in factory; null goes back to it. Used by a workstation that
     // has its own browser, and by tests.
@@ -26,8 +39,13 @@ public:
     // A top-level window when the parent is null; the caller then owns it.
     IBrowserBorderWindow* CreateBrowserEmbed(QWidget* parent);
 
+signals:
+    void SigBrowserCreated(IBrowserWidget* browser);
+
 private:
-    WbBrowserLite() = default;
+    WbBrowserLite();
+    ~WbBrowserLite() override;
 
     Factory browserFactory;
+    QPointer<IBrowserWidget> newest;
 };

@@ -1,0 +1,22 @@
+#include "BrowserEnvironment_p.h"
+
+#include <QByteArrayList>
+#include <QtGlobal>
+
+namespace
+{
+constexpr auto FlagsVariable = "QTWEBENGINE_CHROMIUM_FLAGS";
+}
+
+void BrowserEnvironment::RefuseDebuggers()
+{
+    qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
+    QByteArrayList kept;
+    const QByteArrayList flags = qgetenv(FlagsVariable).split(' ');
+    for (const QByteArray& flag : flags) {
+        if (!flag.startsWith("--remote-debugging"))
+            kept.append(flag);
+    }
+    if (kept.size() != flags.size())
+        qputenv(FlagsVariable, kept.join(' '));
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QWebEngineScript>
+
+// Script worlds of the editor. A page sees neither, and what a process leaves in the one does not reach the
+// other.
+namespace BrowserWorlds
+{
+constexpr quint32 Process = QWebEngineScript::ApplicationWorld;
+constexpr quint32 Pointer = QWebEngineScript::UserWorld;
+} // namespace BrowserWorlds
