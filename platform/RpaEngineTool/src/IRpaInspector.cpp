@@ -3,3 +3,12 @@
 IRpaInspector::IRpaInspector(QObject* parent) : QObject(parent) {}
 
 IRpaInspector::~IRpaInspector() = default;
+
+void IRpaInspector::SetNodeManager(RpaNodeManager*) {}
+
+bool IRpaInspector::StartCapture()
+{
+    return false;
+}
+
+void IRpaInspector::StopCapture() {}

@@ -1,13 +1,15 @@
-#include "IdleInspector_p.h"
+#include "HtmlInspector_p.h"
 
 #include <RpaEngineTool/RpaEngineTool.h>
 
+#include <QCoreApplication>
 #include <QPointer>
 
 class RpaEngineTool::Private
 {
 public:
-    IdleInspector builtIn;
+    // Owned by the application: it holds an icon, which must not outlive that.
+    QPointer<HtmlInspector> builtIn;
     QPointer<IRpaInspector> own;
 };
 
@@ -23,7 +25,11 @@ RpaEngineTool::~RpaEngineTool() = default;
 
 IRpaInspector* RpaEngineTool::GetHtmlInspector() const
 {
-    return d->own ? d->own.data() : &d->builtIn;
+    if (d->own)
+        return d->own;
+    if (!d->builtIn)
+        d->builtIn = new HtmlInspector(QCoreApplication::instance());
+    return d->builtIn;
 }
 
 void RpaEngineTool::SetHtmlInspector(IRpaInspector* inspector)

@@ -153,8 +153,9 @@ private:
     static void Drag(QWindow* window, const QPoint& from, const QPoint& to)
     {
         QTest::mousePress(window, Qt::LeftButton, {}, from);
+        const QPoint onScreen = window->position() + to;
         QTest::mouseMove(window, to);
-        QTest::mouseRelease(window, Qt::LeftButton, {}, to);
+        QTest::mouseRelease(window, Qt::LeftButton, {}, onScreen - window->position());
     }
 };
 
