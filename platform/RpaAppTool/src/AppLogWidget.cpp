@@ -105,9 +105,10 @@ void AppLogWidget::BuildView()
     view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(24));
     view->horizontalHeader()->hide();
     view->horizontalHeader()->setStretchLastSection(true);
-    view->setColumnWidth(LogModel::TimeColumn, DpiTool::ScaleDefault(110));
-    view->setColumnWidth(LogModel::LevelColumn, DpiTool::ScaleDefault(56));
+    FitColumns();
+    view->setMinimumHeight(3 * view->verticalHeader()->defaultSectionSize() + DpiTool::ScaleDefault(4));
     view->installEventFilter(this);
+    BuildHint();
 
     connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this,
             [this](int value) { atEnd = value == view->verticalScrollBar()->maximum(); });
@@ -117,6 +118,41 @@ void AppLogWidget::BuildView()
     });
     connect(view, &QTableView::doubleClicked, this,
             [this](const QModelIndex& index) { ShowStatement(index.row()); });
+}
+
+// Every time is equally long, so the columns need not be measured again with each line.
+void AppLogWidget::FitColumns()
+{
+    const QFontMetrics metrics(view->font());
+    const int margins = DpiTool::ScaleDefault(24); // both sides of a cell, as the style sheet has them
+    view->setColumnWidth(LogModel::TimeColumn,
+                         metrics.horizontalAdvance(QStringLiteral("00:00:00.000")) + margins);
+    view->setColumnWidth(LogModel::LevelColumn,
+                         metrics.horizontalAdvance(LogModel::GetLevelTitle(RpaLogLevel::Warning)) + margins);
+}
+
+void AppLogWidget::BuildHint()
+{
+    auto* hintLayout = new QVBoxLayout(view->viewport());
+    emptyHint = new WbLabel;
+    emptyHint->setObjectName(QStringLiteral("emptyHint"));
+    emptyHint->setAlignment(Qt::AlignCenter);
+    emptyHint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    hintLayout->addWidget(emptyHint);
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(model, signal, this, &AppLogWidget::UpdateHint);
+    connect(model, &QAbstractItemModel::modelReset, this, &AppLogWidget::UpdateHint);
+    UpdateHint();
+}
+
+void AppLogWidget::UpdateHint()
+{
+    emptyHint->setVisible(model->rowCount() == 0);
+    if (model->rowCount() > 0)
+        return;
+    const bool filtered = source && !source->GetLines().isEmpty();
+    emptyHint->setText(filtered ? QStringLiteral("没有符合条件的日志")
+                                : QStringLiteral("运行流程后，日志会显示在这里"));
 }
 
 void AppLogWidget::SetLogDataSource(IRpaLogDataSource* given)

@@ -9,6 +9,7 @@ class LogModel;
 class QComboBox;
 class QLineEdit;
 class QTableView;
+class WbLabel;
 
 // The log with its filter bar.
 class AppLogWidget : public IAppLogWidget
@@ -27,12 +28,16 @@ protected:
 private:
     QWidget* BuildBar();
     void BuildView();
+    void FitColumns();
+    void BuildHint();
+    void UpdateHint();
     void ApplyFilter();
     void Copy();
     void ShowStatement(int row);
 
     LogModel* model;
     QTableView* view;
+    WbLabel* emptyHint = nullptr;
     QComboBox* levelBox = nullptr;
     QLineEdit* filterEdit = nullptr;
     QPointer<IRpaLogDataSource> source;

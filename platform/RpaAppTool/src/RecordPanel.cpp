@@ -8,10 +8,12 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStackedLayout>
 #include <QTableView>
 #include <QToolButton>
+#include <QToolTip>
 
 namespace
 {
@@ -64,6 +66,17 @@ QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     return {hint.width(), qMax(hint.height(), DpiTool::ScaleDefault(30))};
 }
 
+bool RecordDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                               const QModelIndex& index)
+{
+    const bool cut = index.isValid() && event->type() == QEvent::ToolTip &&
+                     QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
+    if (!cut)
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view, option.rect);
+    return true;
+}
+
 RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, const QString& emptyHint,
                          QWidget* parent)
     : ShrinkPanel(panelTitle, parent), view(new QTableView), emptyLabel(new WbLabel(emptyHint)),
@@ -89,6 +102,7 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
     view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(32));
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     view->horizontalHeader()->setHighlightSections(false);
+    view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     view->setMinimumHeight(DpiTool::ScaleDefault(72));
     view->installEventFilter(this);
     emptyLabel->setAlignment(Qt::AlignCenter);

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -23,6 +24,8 @@ private slots:
     void linesBelowTheLevelAreLeftOut();
     void theTextFilterIgnoresCase();
     void clearingEmptiesTheLog();
+    void saysWhyItIsEmpty();
+    void showsTimesInFull();
     void copyTakesAllLinesWhenNoneIsSelected();
     void aDoubleClickShowsTheStatement();
     void aFloodStaysBounded();
@@ -97,6 +100,31 @@ void LogWidget::clearingEmptiesTheLog()
 
     QCOMPARE(View()->model()->rowCount(), 0);
     QVERIFY(Log()->GetLogDataSource()->GetLines().isEmpty());
+}
+
+void LogWidget::saysWhyItIsEmpty()
+{
+    const auto* hint = host->findChild<QLabel*>(QStringLiteral("emptyHint"));
+    QVERIFY(hint->isVisible());
+    const QString beforeARun = hint->text();
+
+    Log()->Append(RpaLogLevel::Info, QStringLiteral("x"));
+    QTRY_COMPARE(View()->model()->rowCount(), 1);
+    QVERIFY(!hint->isVisible());
+
+    QTest::keyClicks(host->findChild<QLineEdit*>(QStringLiteral("logFilter")), QStringLiteral("y"));
+    QVERIFY(hint->isVisible());
+    QVERIFY(hint->text() != beforeARun);
+}
+
+void LogWidget::showsTimesInFull()
+{
+    Log()->Append(RpaLogLevel::Info, QStringLiteral("x"));
+    QTRY_COMPARE(View()->model()->rowCount(), 1);
+
+    for (const int column : {0, 1})
+        QVERIFY(View()->sizeHintForIndex(View()->model()->index(0, column)).width() <=
+                View()->columnWidth(column));
 }
 
 void LogWidget::copyTakesAllLinesWhenNoneIsSelected()
