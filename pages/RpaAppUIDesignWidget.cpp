@@ -24,6 +24,8 @@
 namespace
 {
 
+constexpr int panelStretch = 2;
+constexpr int pageStretch = 3;
 constexpr int pageViewStretch = 4;
 constexpr int logStretch = 1;
 
@@ -46,6 +48,7 @@ RpaAppUIDesignWidget::RpaAppUIDesignWidget(QWidget* parent)
     ui->setupUi(this);
     InitPageView();
     ui->space_widget->hide();
+    ShareWidth();
     ui->splitterRight->setStretchFactor(0, pageViewStretch);
     ui->splitterRight->setStretchFactor(1, logStretch);
     AdjustForDpi();
@@ -62,6 +65,15 @@ RpaAppUIDesignWidget::~RpaAppUIDesignWidget()
     RpaProcessRelatedUIControler::Instance()->RemoveFromControl(ui->editorWidget);
     RpaProcessRelatedUIControler::Instance()->RemoveFromControl(ui->widgetTabBar);
     DpiTool::Unregister(this);
+}
+
+// Without sizes of its own the splitter would go by what the panels' tables would like to have.
+void RpaAppUIDesignWidget::ShareWidth()
+{
+    ui->splitter->setStretchFactor(0, panelStretch);
+    ui->splitter->setStretchFactor(1, pageStretch);
+    ui->splitter->setSizes({width() * panelStretch, width() * pageStretch});
+    ui->splitterRight->setSizes({height() * pageViewStretch, height() * logStretch});
 }
 
 void RpaAppUIDesignWidget::InitPageView()

@@ -59,6 +59,7 @@ private slots:
     void SlotMoveUI(int from, int to);
 
 private:
+    void ShareWidth();
     void InitPageView();
     void InitConnectSignals();
     void ActivatePage(int index);
