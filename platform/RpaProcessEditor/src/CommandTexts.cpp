@@ -1,5 +1,6 @@
 #include "CommandTexts_p.h"
 
+#include <RpaProcessData/RpaExpression.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <WbBaseUI/WbIcons.h>
 
@@ -13,6 +14,18 @@ const RpaCommandInfo* Find(const QString& command)
     return RpaCommandCatalogue::Instance()->Find(command);
 }
 
+// Without the marker of an expression; where a literal would read alike, the sign of a function tells it.
+QString ValueText(RpaArgumentType type, const QString& text)
+{
+    const bool marked = text.startsWith(QLatin1Char('=')) && RpaExpression::IsPython(type, text);
+    if (!marked)
+        return text;
+    const QString body = text.mid(1).trimmed();
+    const bool plain = type == RpaArgumentType::Number || type == RpaArgumentType::Switch ||
+                       type == RpaArgumentType::Expression;
+    return plain || body.isEmpty() ? body : QStringLiteral("ƒ ") + body;
+}
+
 QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, const QString& name)
 {
     if (name == QLatin1String("output"))
@@ -24,12 +37,12 @@ QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, con
     if (argument->type == RpaArgumentType::Switch)
         return text == QLatin1String("true")    ? QStringLiteral("是")
                : text == QLatin1String("false") ? QStringLiteral("否")
-                                                : text;
+                                                : ValueText(argument->type, text);
     for (const RpaChoice& choice : argument->choices) {
         if (choice.value == text)
             return choice.title;
     }
-    return text;
+    return ValueText(argument->type, text);
 }
 
 // One colour per group, in the order of the groups, so that neighbours differ.
@@ -144,7 +157,9 @@ void CommandTexts::PaintTile(QPainter& painter, const QRect& rect, const QString
     soft.setAlphaF(0.18);
     painter.setBrush(soft);
     painter.drawRoundedRect(rect, rect.width() / 4.0, rect.width() / 4.0);
-    const QPixmap pixmap = info ? WbIcons::Pixmap(info->icon, rect.width() * 2 / 3) : QPixmap();
+    const QPixmap pixmap = info ? WbIcons::Pixmap(info->icon, rect.width() * 2 / 3, WbColor::TextSecondary,
+                                                  painter.device()->devicePixelRatioF())
+                                : QPixmap();
     if (!pixmap.isNull()) {
         // Drawn in the group's colour: the shape comes from the icon.
         QPixmap tinted = pixmap;

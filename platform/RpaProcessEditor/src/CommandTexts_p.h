@@ -18,7 +18,7 @@ namespace CommandTexts
 QString Title(const QString& command);
 
 // The command's one-line summary with the statement's arguments filled in. Places whose argument is empty
-// read "…".
+// read "…", an expression reads without its "=".
 QString Summary(const RpaStatement& values);
 
 // Whether the search words (separated by blanks) all occur in title, name, group, keywords or description.

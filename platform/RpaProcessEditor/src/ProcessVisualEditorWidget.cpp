@@ -1,14 +1,23 @@
 #include "VisualEditorParts_p.h"
 
+#include <RpaEngineCore/IProcessLifeCycle.h>
 #include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessData/RpaProcessCheck.h>
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
 
-class ProcessVisualEditorWidget::Private
+class ProcessVisualEditorWidget::Private : public IProcessLifeCycle
 {
 public:
-    explicit Private(ProcessVisualEditorWidget* editor) : parts(editor) {}
+    explicit Private(ProcessVisualEditorWidget* editor) : parts(editor)
+    {
+        RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+    }
+    ~Private() override { RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this); }
+
+    void ApiExecute(const QString& statementId) override { parts.MarkRunning(statementId); }
+    void EngineRelease() override { parts.MarkRunning(QString()); }
 
     VisualEditorParts parts;
 };

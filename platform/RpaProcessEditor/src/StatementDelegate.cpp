@@ -77,8 +77,9 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
     const bool finding = !index.data(StatementModel::FindingRole).toString().isEmpty();
     const QRectF card = QRectF(option.rect).adjusted(1.5, 2.5, -Scaled(8) - 0.5, -2.5);
 
-    QColor fill = Colour(selected ? WbColor::Selection : WbColor::Surface);
-    if (!selected && option.state.testFlag(QStyle::State_MouseOver))
+    const bool running = index.data(StatementModel::RunningRole).toBool();
+    QColor fill = Colour(running ? WbColor::ExecutionLine : selected ? WbColor::Selection : WbColor::Surface);
+    if (!selected && !running && option.state.testFlag(QStyle::State_MouseOver))
         fill = Colour(WbColor::Hover);
     QColor border = Colour(finding ? WbColor::Danger : selected ? WbColor::Accent : WbColor::Border);
     painter.setBrush(fill);
@@ -92,12 +93,16 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
 
     QRect texts(tileRect.right() + Scaled(10), option.rect.top(), 0, option.rect.height());
     texts.setRight(int(card.right()) - Scaled(10));
-    if (finding) {
+    const auto addMark = [&](const QString& icon, WbColor colour) {
         const int size = Scaled(16);
         const QRect mark(texts.right() - size, option.rect.center().y() - size / 2, size, size);
-        WbIcons::Get(QStringLiteral("error"), WbColor::Danger).paint(&painter, mark);
+        WbIcons::Get(icon, colour).paint(&painter, mark);
         texts.setRight(mark.left() - Scaled(8));
-    }
+    };
+    if (finding)
+        addMark(QStringLiteral("error"), WbColor::Danger);
+    if (running)
+        addMark(QStringLiteral("run"), WbColor::WarningText);
     PaintTexts(painter, texts, option, index);
 }
 

@@ -4,6 +4,8 @@
 #include <QMimeData>
 #include <QSet>
 
+#include <utility>
+
 namespace
 {
 // Tells a drag within this tree from one of another window, whose statements are copied.
@@ -105,11 +107,24 @@ void StatementModel::SetFindings(const QList<RpaCheckInfo>& findings)
     QStringList touched = findingTexts.keys() + texts.keys();
     touched.removeDuplicates();
     findingTexts = texts;
-    for (const QString& id : qAsConst(touched)) {
-        const QModelIndex changed = IndexOf(id);
-        if (changed.isValid())
-            emit dataChanged(changed, changed);
-    }
+    for (const QString& id : qAsConst(touched))
+        RepaintStatement(id);
+}
+
+void StatementModel::SetRunning(const QString& id)
+{
+    if (runningId == id)
+        return;
+    const QString former = std::exchange(runningId, id);
+    RepaintStatement(former);
+    RepaintStatement(id);
+}
+
+void StatementModel::RepaintStatement(const QString& id)
+{
+    const QModelIndex changed = IndexOf(id);
+    if (changed.isValid())
+        emit dataChanged(changed, changed);
 }
 
 const RpaStatementNode* StatementModel::NodeOf(const QModelIndex& index) const
@@ -212,6 +227,8 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
         return node.GetValues().breakpoint;
     case FindingRole:
         return findingTexts.value(node.GetId());
+    case RunningRole:
+        return !runningId.isEmpty() && runningId == node.GetId();
     default:
         return index.column() == GutterColumn ? GutterData(node, role) : StatementData(node, role);
     }
@@ -241,6 +258,8 @@ QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) c
         text += QStringLiteral("，已注释");
     if (values.breakpoint)
         text += QStringLiteral("，有断点");
+    if (!runningId.isEmpty() && runningId == node.GetId())
+        text += QStringLiteral("，正在运行");
     if (findingTexts.contains(node.GetId()))
         text += QStringLiteral("，有问题：") + findingTexts.value(node.GetId());
     return text;

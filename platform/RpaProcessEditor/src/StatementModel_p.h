@@ -33,6 +33,7 @@ public:
         EnabledRole, // itself and every block around it
         BreakpointRole,
         FindingRole, // text of its findings, empty for none
+        RunningRole, // whether the engine is at it
     };
 
     explicit StatementModel(QObject* parent = nullptr);
@@ -45,6 +46,9 @@ public:
     RpaProcess* Process() const { return process; }
 
     void SetFindings(const QList<RpaCheckInfo>& findings);
+
+    // The statement that the engine is at, in whatever process is shown; empty for none.
+    void SetRunning(const QString& id);
 
     const RpaStatementNode* NodeOf(const QModelIndex& index) const;
     QModelIndex IndexOf(const RpaStatementNode* node, int column = StatementColumn) const;
@@ -72,6 +76,7 @@ public:
 private:
     void ConnectProcess();
     void ForgetLines();
+    void RepaintStatement(const QString& id);
     int LineOf(const RpaStatementNode* node) const;
     QVariant GutterData(const RpaStatementNode& node, int role) const;
     QVariant StatementData(const RpaStatementNode& node, int role) const;
@@ -80,5 +85,6 @@ private:
     ProcessEdits* edits = nullptr;
     QPointer<RpaProcess> process;
     QHash<QString, QString> findingTexts;
+    QString runningId;
     mutable QHash<const RpaStatementNode*, int> lines; // empty until asked for
 };

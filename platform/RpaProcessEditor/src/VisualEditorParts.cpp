@@ -327,3 +327,8 @@ bool VisualEditorParts::ShowStatement(const QString& processName, const QString&
     view->setFocus();
     return true;
 }
+
+void VisualEditorParts::MarkRunning(const QString& statementId)
+{
+    view->Statements()->SetRunning(statementId);
+}

@@ -35,6 +35,8 @@ public:
     void SwitchMainPage();
     void ShowFindings(const QList<RpaCheckInfo>& list);
     bool ShowStatement(const QString& processName, const QString& statementId);
+    // Marks the statement without scrolling to it: the author may be editing elsewhere. Empty for none.
+    void MarkRunning(const QString& statementId);
 
 signals:
     void SigSaveAsked();

@@ -1,3 +1,4 @@
+#include "CommandTexts_p.h"
 #include "EditorFixture.h"
 #include "ProcessEdits_p.h"
 #include "StatementModel_p.h"
@@ -57,6 +58,8 @@ private slots:
     void showsTheTreeWithLineNumbers();
     void tellsSummaryNoteAndState();
     void keepsFindingsByStatement();
+    void readsExpressionsWithoutTheirMarker_data();
+    void readsExpressionsWithoutTheirMarker();
     void movesByDragging_data();
     void movesByDragging();
     void refusesToMoveABlockIntoItself();
@@ -114,6 +117,43 @@ void tst_StatementModel::keepsFindingsByStatement()
     parts.model.SetFindings({});
     QCOMPARE(parts.model.IndexOf(QStringLiteral("c")).data(StatementModel::FindingRole).toString(),
              QString());
+}
+
+void tst_StatementModel::readsExpressionsWithoutTheirMarker_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("expected");
+
+    QTest::newRow("text") << "t-log"
+                          << "text"
+                          << "=1+2" << QStringLiteral("输出 ƒ 1+2，级别 信息");
+    QTest::newRow("literal") << "t-log"
+                             << "text"
+                             << "1+2" << QStringLiteral("输出 1+2，级别 信息");
+    QTest::newRow("quoted literal") << "t-log"
+                                    << "text"
+                                    << "'=1" << QStringLiteral("输出 '=1，级别 信息");
+    QTest::newRow("marker alone") << "t-log"
+                                  << "text"
+                                  << "=" << QStringLiteral("输出 …，级别 信息");
+    QTest::newRow("number") << "t-wait"
+                            << "seconds"
+                            << "= n * 2" << QStringLiteral("等待 n * 2 秒");
+}
+
+void tst_StatementModel::readsExpressionsWithoutTheirMarker()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, argument);
+    QFETCH(QString, text);
+    RpaStatement statement = Statement(command);
+    if (command == QLatin1String("t-log"))
+        statement.arguments.insert(QStringLiteral("level"), QStringLiteral("info"));
+    statement.arguments.insert(argument, text);
+
+    QTEST(CommandTexts::Summary(statement), "expected");
 }
 
 void tst_StatementModel::movesByDragging_data()

@@ -10,7 +10,8 @@
 
 // Edits the processes of a visual app as trees of statements: commands on the left, the statements of one
 // process in the middle, the arguments of the selected statement on the right. Every change is one undo step,
-// is written into the app at once and marks it modified. GUI thread only.
+// is written into the app at once and marks it modified. While the engine runs, the statement that it is at
+// is marked. GUI thread only.
 class RPAPROCESSEDITOR_EXPORT ProcessVisualEditorWidget : public QWidget
 {
     Q_OBJECT
