@@ -21,6 +21,11 @@ LOG_BATCH_BYTES = 32 * 1024
 LOG_LINE_CHARACTERS = 16 * 1024
 HEADER = struct.Struct(">I")
 FRAME_BYTES = 16 * 1024 * 1024
+RECEIVE_BYTES = 4096
+LARGEST_RECEIVE_BYTES = 1024 * 1024
+# Made once: json.dumps() with arguments makes an encoder for every call.
+ENCODE = json.JSONEncoder(ensure_ascii=False, separators=(",", ":"), default=str).encode
+DECODE = json.JSONDecoder().decode
 
 
 class Stopped(BaseException):
@@ -41,7 +46,7 @@ class Link:
         self.received = bytearray()
 
     def send(self, frame):
-        body = json.dumps(frame, ensure_ascii=False, separators=(",", ":"), default=str).encode("utf-8", "replace")
+        body = ENCODE(frame).encode("utf-8", "replace")
         if len(body) > FRAME_BYTES:
             raise CallFailed("数据超过 16 MB，无法传给编辑器")
         with self.write_lock:
@@ -49,11 +54,12 @@ class Link:
 
     def receive(self):
         length = HEADER.unpack(self.read_exactly(HEADER.size))[0]
-        return json.loads(self.read_exactly(length))
+        return DECODE(self.read_exactly(length).decode("utf-8"))
 
     def read_exactly(self, count):
         while len(self.received) < count:
-            part = self.socket.recv(65536)
+            missing = count - len(self.received)
+            part = self.socket.recv(min(max(missing, RECEIVE_BYTES), LARGEST_RECEIVE_BYTES))
             if not part:
                 # The editor is gone: nobody is left to work for.
                 os._exit(0)

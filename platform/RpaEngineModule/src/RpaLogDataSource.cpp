@@ -49,6 +49,11 @@ void RpaLogDataSource::Append(RpaLogLevel level, const QString& text, const QStr
 
 void RpaLogDataSource::AnnounceNewLines()
 {
-    const QVector<RpaLogLine> lines = GetLines();
-    emit SigLinesAdded(lines.mid(lines.size() - std::exchange(unannounced, 0)));
+    // Only the news are copied: a flood of lines is announced many times a second.
+    const int count = std::exchange(unannounced, 0);
+    QVector<RpaLogLine> news;
+    news.reserve(count);
+    for (int i = ring.size() - count; i < ring.size(); ++i)
+        news.append(ring.at((oldest + i) % ring.size()));
+    emit SigLinesAdded(news);
 }

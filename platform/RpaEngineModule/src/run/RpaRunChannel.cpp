@@ -90,7 +90,8 @@ void RpaRunChannel::ReadSome()
         // Frames are taken by moving an index; the bytes behind it go once per read, not once per frame.
         received.remove(0, taken);
         taken = 0;
-        received += socket->read(SocketBufferBytes);
+        // Asked for as much as is there: asking for more would make room for all of it each time.
+        received += socket->read(qMin(socket->bytesAvailable(), SocketBufferBytes));
         bool took = false;
         while (socket && TakeFrame()) {
             took = true;
@@ -161,10 +162,12 @@ void RpaRunChannel::Send(const QVariantMap& frame)
     JsonWriter writer;
     writer.Variant(frame);
     const QByteArray body = writer.Take();
-    char header[HeaderBytes];
-    qToBigEndian(static_cast<quint32>(body.size()), header);
-    socket->write(header, HeaderBytes);
-    socket->write(body);
+    QByteArray bytes(HeaderBytes, Qt::Uninitialized);
+    qToBigEndian(static_cast<quint32>(body.size()), bytes.data());
+    bytes += body;
+    socket->write(bytes);
+    // The program stands still until its answer comes: not only with the next turn of the event loop.
+    socket->flush();
 }
 
 void RpaRunChannel::Close(const QString& reason)
