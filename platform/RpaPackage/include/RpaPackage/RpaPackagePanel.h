@@ -1,0 +1,34 @@
+#pragma once
+
+#include <RpaPackage/RpaPackageExport.h>
+#include <WbBaseUI/WbBaseWidget.h>
+
+#include <memory>
+
+class PackageService;
+
+// Shows and edits the package list of the current app, and installs it. What is edited here is the user's own
+// copy until it is saved, which tells the app through IPackageService::SigSaveConfig; a list that comes from
+// the app meanwhile (another version was opened) replaces the copy. Keys: F2 or a double click edits, Delete
+// removes, Return in the fields adds, Ctrl+S saves.
+class RPAPACKAGE_EXPORT RpaPackagePanel : public WbBaseWidget
+{
+    Q_OBJECT
+
+public:
+    // The service must outlive the panel.
+    explicit RpaPackagePanel(PackageService* service, QWidget* parent = nullptr);
+    ~RpaPackagePanel() override;
+
+    // Whether there are edits that were not saved.
+    bool IsChanged() const;
+
+    void Save();
+
+signals:
+    void SigChangedStateChanged(bool changed);
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,198 @@
+#include "PackageFixture.h"
+
+#include <RpaPackage/RpaPackagePanel.h>
+
+#include <QAbstractItemModelTester>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTableView>
+
+namespace
+{
+// A panel over a service, shown.
+class PanelFixture : public PackageFixture
+{
+public:
+    explicit PanelFixture(const QString& list = QString())
+    {
+        service.Reset(list);
+        panel = std::make_unique<RpaPackagePanel>(&service);
+        panel->resize(620, 460);
+        panel->show();
+        tester = std::make_unique<QAbstractItemModelTester>(Table()->model());
+    }
+
+    template <class T>
+    T* Find(const char* name) const
+    {
+        return panel->findChild<T*>(QLatin1String(name));
+    }
+    QTableView* Table() const { return Find<QTableView>("tablePackages"); }
+    QString Cell(int row, int column) const { return Table()->model()->index(row, column).data().toString(); }
+    int Rows() const { return Table()->model()->rowCount(); }
+    QString Note() const { return Find<QLabel>("labelPackageNote")->text(); }
+
+    void Type(const QString& name, const QString& version = QString()) const
+    {
+        Find<QLineEdit>("editPackageName")->clear();
+        Find<QLineEdit>("editPackageVersion")->clear();
+        QTest::keyClicks(Find<QLineEdit>("editPackageName"), name);
+        QTest::keyClicks(Find<QLineEdit>("editPackageVersion"), version);
+        QTest::keyClick(Find<QLineEdit>("editPackageVersion"), Qt::Key_Return);
+    }
+
+    void Press(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
+
+    std::unique_ptr<RpaPackagePanel> panel;
+    std::unique_ptr<QAbstractItemModelTester> tester;
+};
+} // namespace
+
+class PackagePanelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void invitesToAddWhenThereIsNothing();
+    void addsByReturnAndSavesThroughTheService();
+    void refusesANameThatCannotBe();
+    void setsTheVersionOfAPackageThatIsThere();
+    void removesTheSelectedPackageWithDelete();
+    void editsInPlace();
+    void keepsEditsThatTheServiceDoesNotKnow();
+    void showsTheListOfAnotherVersionOfTheApp();
+    void installsAndShowsHowEveryPackageStands();
+};
+
+void PackagePanelTest::invitesToAddWhenThereIsNothing()
+{
+    PanelFixture f;
+
+    QCOMPARE(f.panel->findChild<QStackedWidget*>()->currentIndex(), 1);
+    QVERIFY(f.panel->findChild<QWidget*>(QStringLiteral("emptyPackages"))->isVisible());
+    QVERIFY(!f.Find<QPushButton>("buttonInstallPackages")->isEnabled());
+    QVERIFY(!f.Find<QPushButton>("buttonSavePackages")->isEnabled());
+    QVERIFY(!f.Find<QPushButton>("buttonRemovePackage")->isEnabled());
+}
+
+void PackagePanelTest::addsByReturnAndSavesThroughTheService()
+{
+    PanelFixture f;
+    QSignalSpy saved(&f.service, &IPackageService::SigSaveConfig);
+
+    f.Type(QStringLiteral("openpyxl"), QStringLiteral("3.1.2"));
+    QCOMPARE(f.Rows(), 1);
+    QVERIFY(f.panel->IsChanged());
+    QCOMPARE(saved.size(), 0);
+    f.Press("buttonSavePackages");
+
+    QCOMPARE(saved.size(), 1);
+    QCOMPARE(saved.first().first().toString(),
+             PackageFixture::ListOf(QStringLiteral("openpyxl"), QStringLiteral("3.1.2")));
+    QVERIFY(!f.panel->IsChanged());
+    QVERIFY(!f.Find<QPushButton>("buttonSavePackages")->isEnabled());
+}
+
+void PackagePanelTest::refusesANameThatCannotBe()
+{
+    PanelFixture f;
+
+    f.Type(QStringLiteral("--pre"));
+
+    QCOMPARE(f.Rows(), 0);
+    QCOMPARE(f.Note(), PackageService::NameProblem(QStringLiteral("--pre")));
+    QCOMPARE(f.Find<QLineEdit>("editPackageName")->text(), QStringLiteral("--pre"));
+    QVERIFY(!f.panel->IsChanged());
+}
+
+void PackagePanelTest::setsTheVersionOfAPackageThatIsThere()
+{
+    PanelFixture f(PackageFixture::ListOf(QStringLiteral("my-package")));
+
+    f.Type(QStringLiteral("My_Package"), QStringLiteral("2.0"));
+
+    QCOMPARE(f.Rows(), 1);
+    QCOMPARE(f.Cell(0, 1), QStringLiteral("2.0"));
+    QVERIFY(f.panel->IsChanged());
+}
+
+void PackagePanelTest::removesTheSelectedPackageWithDelete()
+{
+    PanelFixture f(PackageFixture::ListOf(
+        {PackageItem{QStringLiteral("one"), {}}, PackageItem{QStringLiteral("two"), {}}}));
+    f.panel->activateWindow();
+    f.Table()->selectRow(0);
+    f.Table()->setFocus();
+    QTRY_VERIFY(f.Table()->hasFocus());
+
+    QTest::keyClick(f.Table(), Qt::Key_Delete);
+
+    QCOMPARE(f.Rows(), 1);
+    QCOMPARE(f.Cell(0, 0), QStringLiteral("two"));
+    QVERIFY(f.panel->IsChanged());
+}
+
+void PackagePanelTest::editsInPlace()
+{
+    PanelFixture f(PackageFixture::ListOf(
+        {PackageItem{QStringLiteral("one"), {}}, PackageItem{QStringLiteral("two"), {}}}));
+    QAbstractItemModel* const model = f.Table()->model();
+
+    QVERIFY(model->setData(model->index(0, 1), QStringLiteral("1.5")));
+    QVERIFY(!model->setData(model->index(1, 1), QStringLiteral(">=3")));
+    QCOMPARE(f.Note(), PackageService::VersionProblem(QStringLiteral(">=3")));
+    QVERIFY(!model->setData(model->index(1, 0), QStringLiteral("ONE")));
+
+    QCOMPARE(f.Note(), QStringLiteral("列表中已有扩展包“ONE”"));
+    QCOMPARE(f.Cell(0, 1), QStringLiteral("1.5"));
+    QCOMPARE(f.Cell(1, 0), QStringLiteral("two"));
+}
+
+void PackagePanelTest::keepsEditsThatTheServiceDoesNotKnow()
+{
+    PanelFixture f(PackageFixture::ListOf(QStringLiteral("openpyxl")));
+    f.Type(QStringLiteral("second"));
+
+    f.service.Refresh();
+
+    QTRY_VERIFY(f.Cell(0, 2).startsWith(QStringLiteral("已安装")));
+    QCOMPARE(f.Rows(), 2);
+    QCOMPARE(f.Cell(1, 2), QStringLiteral("未检查"));
+}
+
+void PackagePanelTest::showsTheListOfAnotherVersionOfTheApp()
+{
+    PanelFixture f(PackageFixture::ListOf(QStringLiteral("openpyxl")));
+    f.Type(QStringLiteral("second"));
+
+    f.service.Reset(PackageFixture::ListOf(QStringLiteral("third")));
+
+    QCOMPARE(f.Rows(), 1);
+    QCOMPARE(f.Cell(0, 0), QStringLiteral("third"));
+    QVERIFY(!f.panel->IsChanged());
+}
+
+void PackagePanelTest::installsAndShowsHowEveryPackageStands()
+{
+    PanelFixture f;
+    QVERIFY(f.MakeWheel(QStringLiteral("tinywheel"), QStringLiteral("1.0"), 1));
+    QSignalSpy saved(&f.service, &IPackageService::SigSaveConfig);
+    QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
+    f.Type(QStringLiteral("tinywheel"));
+    f.Type(QStringLiteral("no-such-package-here"));
+
+    f.Press("buttonInstallPackages");
+    QVERIFY(!f.Find<QPushButton>("buttonInstallPackages")->isEnabled());
+    QTRY_VERIFY_WITH_TIMEOUT(f.Find<QPushButton>("buttonInstallPackages")->isEnabled(), 60000);
+
+    QCOMPARE(saved.size(), 1);
+    QCOMPARE(finished.size(), 0);
+    QCOMPARE(f.Cell(0, 2), QStringLiteral("已安装 1.0"));
+    QCOMPARE(f.Cell(1, 2), QStringLiteral("安装失败"));
+    QCOMPARE(f.Note(), QStringLiteral("找不到 no-such-package-here，请检查名称和版本"));
+}
+
+QTEST_MAIN(PackagePanelTest)
+#include "tst_packagepanel.moc"
