@@ -7,6 +7,7 @@
 #include "CloseGuard.h"
 #include "EditorPage.h"
 #include "MainWindow.h"
+#include "PackageDialog.h"
 #include "SampleInstaller.h"
 #include "ServerMark.h"
 #include "Session.h"
@@ -18,6 +19,10 @@
 #include <RpaCore/RpaSuperDir.h>
 #include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaPackage/PackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
 #include <WbBaseUI/UIMain.h>
 #include <WbBaseUI/WbTheme.h>
 #include <WbBaseUI/WbToast.h>
@@ -57,6 +62,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     ConnectSession();
     ConnectPages();
     ConnectServices();
+    ConnectPackages();
 }
 
 Workstation::~Workstation()
@@ -111,6 +117,7 @@ void Workstation::CreateParts()
     window->AddPage(listPage, QString());
     window->AddPage(editorPage, QStringLiteral("返回应用列表"));
     window->AddPage(settingsPage, QStringLiteral("返回"));
+    window->OfferPackages(editorPage);
 
     desk = std::make_unique<AppDesk>(apps.get(), listPage);
     samples = std::make_unique<SampleInstaller>();
@@ -175,6 +182,8 @@ void Workstation::ConnectPages()
     connect(listPage, &AppListPage::SigOpen, this, [this](const AppRecord& app) {
         if (!editorPage->IsOpen() && window->CurrentPage() == listPage) {
             window->ShowPage(editorPage);
+            // Before the editor: it hands over the app's list while it opens.
+            RpaPackageModule::Instance()->GetBuiltIn()->SetApp(app.id);
             editorPage->Open(app);
         }
     });
@@ -187,6 +196,7 @@ void Workstation::ConnectPages()
     connect(&settings, &WorkstationSettings::SigDateLanguageChanged, apps.get(),
             &AppListModel::SetDateLanguage);
 
+    connect(window.get(), &MainWindow::SigPackages, this, &Workstation::ShowPackages);
     connect(window.get(), &MainWindow::SigSettings, this, &Workstation::ShowSettings);
     connect(window.get(), &MainWindow::SigBack, this, [this](QWidget* from) {
         if (from == editorPage) {
@@ -221,6 +231,21 @@ void Workstation::ConnectServices()
     });
 }
 
+// The package service and the engine do not know each other.
+void Workstation::ConnectPackages()
+{
+    PackageService* const packages = RpaPackageModule::Instance()->GetBuiltIn();
+    connect(packages, &PackageService::SigPackageFoldersChanged, this,
+            [packages] { RpaEngineModule::Instance()->SetPackageFolders(packages->GetPackageFolders()); });
+    connect(packages, &PackageService::SigOutput, this, [](const QString& line) {
+        RpaEngineModule::Instance()->GetLogManager()->Append(RpaLogLevel::Debug, line);
+    });
+    PackageSettings places;
+    places.dataFolder = paths.packageDir;
+    places.wheelFolders = QStringList{paths.wheelDir};
+    packages->SetSettings(places);
+}
+
 void Workstation::GoToServer()
 {
     if (settings.GetEmbeddedServer()) {
@@ -248,6 +273,11 @@ void Workstation::ShowSettings()
         pageBeforeSettings = window->CurrentPage();
         window->ShowPage(settingsPage);
     }
+}
+
+void Workstation::ShowPackages()
+{
+    PackageDialog(RpaPackageModule::Instance()->GetBuiltIn(), window.get()).exec();
 }
 
 void Workstation::LeaveEditor()

@@ -52,10 +52,12 @@ private:
     void ConnectSession();
     void ConnectPages();
     void ConnectServices();
+    void ConnectPackages();
 
     void GoToServer();
     void AskSignIn();
     void ShowSettings();
+    void ShowPackages();
     void LeaveEditor();
     void SwitchAccount(int embeddedAccount);
     void UseServer(bool embedded, const QUrl& address);

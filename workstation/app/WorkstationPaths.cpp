@@ -16,6 +16,8 @@ WorkstationPaths Tree(const QString& dataDir, const QString& settingsFile)
     paths.serverDataDir = dataDir + QStringLiteral("/server");
     paths.visualTemplateDir = dataDir + QStringLiteral("/templates/visual");
     paths.programTemplateDir = dataDir + QStringLiteral("/templates/program");
+    paths.packageDir = dataDir + QStringLiteral("/packages");
+    paths.wheelDir = dataDir + QStringLiteral("/wheels");
 #ifdef Q_OS_WIN
     const QString program = QStringLiteral("/rpa-version-server.exe");
 #else
@@ -41,8 +43,8 @@ WorkstationPaths WorkstationPaths::Below(const QString& folder)
 bool WorkstationPaths::Create() const
 {
     QDir dir;
-    for (const QString& folder : {dataDir, serverDataDir, visualTemplateDir, programTemplateDir,
-                                  QFileInfo(settingsFile).absolutePath()}) {
+    for (const QString& folder : {dataDir, serverDataDir, visualTemplateDir, programTemplateDir, packageDir,
+                                  wheelDir, QFileInfo(settingsFile).absolutePath()}) {
         if (!dir.mkpath(folder)) {
             return false;
         }

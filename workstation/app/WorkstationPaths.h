@@ -10,6 +10,8 @@ struct WorkstationPaths
     QString serverDataDir;      // store of the embedded version server
     QString visualTemplateDir;  // templates of visual apps
     QString programTemplateDir; // templates of program apps
+    QString packageDir;         // Python packages of the apps
+    QString wheelDir;           // wheels put here by hand are installed without a network
     QString serverProgram;      // rpa-version-server
 
     // The folders of the signed-in user of this machine, and the server that stands beside the program.

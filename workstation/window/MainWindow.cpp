@@ -37,6 +37,7 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     ApplyLook();
 
     connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
+    connect(buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
     connect(buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
     connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &MainWindow::ApplyLook);
     connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
@@ -57,6 +58,11 @@ QWidget* MainWindow::CreateHead()
     serverMark = new ServerMark(head);
     labelAccount = new WbLabel(head);
     labelAccount->setObjectName(QStringLiteral("labelAccount"));
+    buttonPackages = new WbPushButton(head, Wb::SecondaryButton);
+    buttonPackages->setObjectName(QStringLiteral("buttonPackages"));
+    buttonPackages->setText(QStringLiteral("扩展包"));
+    buttonPackages->setIcon(WbIcons::Get(QStringLiteral("package")));
+    buttonPackages->setToolTip(QStringLiteral("查看和安装流程使用的 Python 扩展包"));
     buttonSettings = new WbPushButton(head, Wb::SecondaryButton);
     buttonSettings->setObjectName(QStringLiteral("buttonSettings"));
     buttonSettings->setText(QStringLiteral("设置"));
@@ -68,6 +74,7 @@ QWidget* MainWindow::CreateHead()
     layout->addWidget(buttonBack);
     layout->addWidget(labelTitle);
     layout->addStretch();
+    layout->addWidget(buttonPackages);
     layout->addWidget(serverMark);
     layout->addWidget(labelAccount);
     layout->addWidget(buttonSettings);
@@ -110,6 +117,7 @@ void MainWindow::UpdateHead()
     buttonBack->setVisible(!back.isEmpty());
     labelTitle->setVisible(back.isEmpty());
     labelAccount->setVisible(signedIn);
+    buttonPackages->setVisible(packagesPage && CurrentPage() == packagesPage);
     buttonSettings->setVisible(signedIn);
 }
 

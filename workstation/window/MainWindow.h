@@ -27,6 +27,9 @@ public:
     // Name of the signed-in user; empty before sign-in, which also takes away the settings button.
     void ShowAccount(const QString& name);
 
+    // Whether the button of the packages is shown with this page.
+    void OfferPackages(QWidget* page) { packagesPage = page; }
+
     ServerMark* GetServerMark() const { return serverMark; }
 
     // Lets the window go without asking again.
@@ -35,6 +38,7 @@ public:
 signals:
     void SigBack(QWidget* from);
     void SigSettings();
+    void SigPackages();
     // The user wants to close the window; it stays until CloseForGood().
     void SigCloseRequested();
 
@@ -48,10 +52,12 @@ private:
 
     QStackedWidget* pages = nullptr;
     WbPushButton* buttonBack = nullptr;
+    WbPushButton* buttonPackages = nullptr;
     WbPushButton* buttonSettings = nullptr;
     WbLabel* labelTitle = nullptr;
     WbLabel* labelAccount = nullptr;
     ServerMark* serverMark = nullptr;
+    QWidget* packagesPage = nullptr;
     bool signedIn = false;
     bool mayClose = false;
 };

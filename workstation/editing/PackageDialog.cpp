@@ -1,0 +1,43 @@
+#include "PackageDialog.h"
+
+#include <RpaPackage/RpaPackagePanel.h>
+#include <WbBaseUI/PackagedMsgBox.h>
+#include <WbBaseUI/WbLabel.h>
+
+#include <QVBoxLayout>
+#include <QVariant>
+
+PackageDialog::PackageDialog(PackageService* service, QWidget* parent)
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), panel(new RpaPackagePanel(service, this))
+{
+    setObjectName(QStringLiteral("PackageDialog"));
+    SetTitle(QStringLiteral("扩展包"));
+    auto* hint = new WbLabel(QStringLiteral("安装在这个应用自己的环境中，不影响其他应用。可视化流程运行时，"
+                                            "命令需要的扩展包会自动加入。"),
+                             this);
+    hint->setProperty("hint", true);
+    hint->setWordWrap(true);
+    auto* layout = new QVBoxLayout(GetContentWidget());
+    layout->setContentsMargins(32, 16, 32, 24);
+    layout->setSpacing(16);
+    layout->addWidget(hint);
+    layout->addWidget(panel, 1);
+    GetContentWidget()->setMinimumSize(620, 460);
+}
+
+PackageDialog::~PackageDialog() = default;
+
+void PackageDialog::reject()
+{
+    if (panel->IsChanged()) {
+        const int answer = PackagedMsgBox::question(
+            QStringLiteral("扩展包列表有未保存的修改，是否保存？"), this,
+            QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, true, nullptr,
+            {{QMessageBox::Yes, QStringLiteral("保存")}, {QMessageBox::No, QStringLiteral("不保存")}});
+        if (answer == QMessageBox::Cancel)
+            return;
+        if (answer == QMessageBox::Yes)
+            panel->Save();
+    }
+    WbBaseDialog::reject();
+}
