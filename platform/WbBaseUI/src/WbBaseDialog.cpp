@@ -49,7 +49,9 @@ public:
         if (q->testAttribute(Qt::WA_Resized) || !formHasSize) {
             return;
         }
-        const QSize wanted = content->size().expandedTo(content->minimumSizeHint());
+        const QSize designed(DpiTool::ScaleDefault(content->width()),
+                             DpiTool::ScaleDefault(content->height()));
+        const QSize wanted = designed.expandedTo(content->minimumSizeHint());
         q->resize(wanted + QSize(2 * kFrameWidth, titleBar->height() + 2 * kFrameWidth));
     }
 

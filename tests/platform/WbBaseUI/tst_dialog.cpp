@@ -35,6 +35,7 @@ private slots:
     void opensOverItsParent();
     void staysOnTheScreen();
     void isDraggedByItsTitle();
+    void scalesTheSizeOfItsForm();
     void leavesTheNameOfItsContentToTheForm();
     void scalesItsTitleBar();
     void hasAHigherTitleForForms();
@@ -155,6 +156,18 @@ void TestDialog::isDraggedByItsTitle()
     QTest::mouseRelease(title, Qt::LeftButton, Qt::NoModifier, grip);
 
     QCOMPARE(dialog.pos(), before + QPoint(30, 25));
+}
+
+void TestDialog::scalesTheSizeOfItsForm()
+{
+    DpiTool::SetScale(1.5);
+    WbBaseDialog dialog(nullptr, Qt::WindowCloseButtonHint);
+    dialog.GetContentWidget()->resize(400, 200); // what a form does
+
+    dialog.show();
+
+    QCOMPARE(dialog.GetContentWidget()->size(), QSize(600, 300));
+    DpiTool::SetScale(1.0);
 }
 
 void TestDialog::leavesTheNameOfItsContentToTheForm()
