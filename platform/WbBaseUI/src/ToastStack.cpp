@@ -12,7 +12,7 @@
 namespace
 {
 constexpr int kMostToasts = 4;
-constexpr int kTopMargin = 130; // below what stands at the top of the workstation and of the editor
+constexpr int kTopMargin = 112; // below what stands at the top of the workstation and of the editor
 constexpr int kSideMargin = 16;
 constexpr int kGap = 8;
 
