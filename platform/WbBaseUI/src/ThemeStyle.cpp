@@ -1,6 +1,7 @@
 #include "ThemeStyle_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbIcons.h>
 
 namespace
 {
@@ -58,4 +59,11 @@ int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
     default:
         return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
+}
+
+// The desktop's own mark for clearing a field is dark on any background.
+QIcon ThemeStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const
+{
+    return icon == SP_LineEditClearButton ? WbIcons::Get(QStringLiteral("close"))
+                                          : QProxyStyle::standardIcon(icon, option, widget);
 }
