@@ -115,12 +115,18 @@ void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const Q
     titleFont.setWeight(QFont::DemiBold);
     titleFont.setStrikeOut(!enabled);
     const int half = rect.height() / 2;
-    const QRect upper(rect.left(), rect.top() + Scaled(5), rect.width(), half - Scaled(4));
+    const QString title = index.data(StatementModel::TitleRole).toString();
+    QString summary = index.data(StatementModel::SummaryRole).toString();
+    if (summary == title)
+        summary.clear(); // a command without arguments has nothing to add to its title
+    QRect upper(rect.left(), rect.top() + Scaled(5), rect.width(), half - Scaled(4));
     const QRect lower(rect.left(), rect.top() + half - Scaled(1), rect.width(), half - Scaled(4));
+
+    if (summary.isEmpty())
+        upper = rect;
 
     painter.setFont(titleFont);
     painter.setPen(Colour(enabled ? WbColor::Text : WbColor::TextDisabled));
-    const QString title = index.data(StatementModel::TitleRole).toString();
     painter.drawText(upper, Qt::AlignLeft | Qt::AlignVCenter, title);
     const int used = painter.fontMetrics().horizontalAdvance(title) + Scaled(10);
 
@@ -135,7 +141,6 @@ void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const Q
                          painter.fontMetrics().elidedText(beside, Qt::ElideRight, noteRect.width()));
     }
     painter.setPen(Colour(enabled ? WbColor::TextSecondary : WbColor::TextDisabled));
-    const QString summary = index.data(StatementModel::SummaryRole).toString();
     painter.drawText(lower, Qt::AlignLeft | Qt::AlignVCenter,
                      painter.fontMetrics().elidedText(summary, Qt::ElideRight, lower.width()));
 }
