@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
+#include <QTextLayout>
 
 #include <functional>
 
@@ -181,8 +182,12 @@ void CodeEdit::PaintGutter(QPaintEvent* event)
         const qreal height = blockBoundingRect(block).height();
         const bool here = block.blockNumber() == current;
         painter.setPen(Colour(here ? WbColor::Text : WbColor::TextDisabled));
-        painter.drawText(QRectF(0, top, gutter->width() - 10, height), Qt::AlignRight | Qt::AlignTop,
-                         QString::number(block.blockNumber() + 1));
+        // Chinese text comes from a taller font: the number stands on the line's own base line.
+        const QTextLayout* text = block.layout();
+        const qreal lower =
+            text->lineCount() > 0 ? text->lineAt(0).ascent() - painter.fontMetrics().ascent() : 0.0;
+        painter.drawText(QRectF(0, top + qMax(0.0, lower), gutter->width() - 10, height),
+                         Qt::AlignRight | Qt::AlignTop, QString::number(block.blockNumber() + 1));
         top += height;
         block = block.next();
     }
