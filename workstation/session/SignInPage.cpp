@@ -97,6 +97,7 @@ QWidget* SignInPage::CreateEmbeddedForm()
     accountLayout->setSpacing(10);
     auto* hint = new WbLabel(QStringLiteral("使用本机的版本服务，数据只保存在这台电脑上。"), form);
     accountLayout->addWidget(hint);
+    accountLayout->addStretch(); // the other form is higher; the choices stay together
     return form;
 }
 
@@ -126,7 +127,7 @@ void SignInPage::AskEmbedded(const QStringList& names, int current)
         choice->setObjectName(QStringLiteral("radioAccount%1").arg(i));
         choice->setChecked(i == current);
         accounts->addButton(choice, i);
-        accountLayout->addWidget(choice, 0, Qt::AlignLeft);
+        accountLayout->insertWidget(accountLayout->count() - 1, choice, 0, Qt::AlignLeft);
     }
     forms->setCurrentIndex(0);
     buttonEnter->setText(QStringLiteral("进入工作站"));
