@@ -27,6 +27,9 @@ struct RpaAppEditorMembers
     RpaAppEditorMembers();
     ~RpaAppEditorMembers();
 
+    // Shows the statement on the page of the processes; says so when it is no longer there.
+    void ShowStatement(const QString& statementId);
+
     std::unique_ptr<Ui::RpaAppEditorWidget> ui;
 
     // At most one of the two exists: that of the first model's app kind. Owned by the process page.

@@ -66,6 +66,8 @@ void RpaAppEditorWidget::InitConnectSignals()
     connect(RpaAppNotify::Instance(), &RpaAppNotify::SigEditorTabChanged, this, &Self::SlotTabChanged);
     connect(ui->pageUIDesign, &RpaAppUIDesignWidget::SigRunProcess, this, &Self::SlotRunProcess);
     connect(ui->pageUIDesign, &RpaAppUIDesignWidget::SigStopProcess, this, &Self::SlotStopProcess);
+    connect(ui->pageUIDesign, &RpaAppUIDesignWidget::SigShowStatement, this,
+            [this](const QString& statementId) { m->ShowStatement(statementId); });
     connect(handle, &RpaAppEditorHandle::SigSaveAppSnapshot, this, &Self::SlotSaveAppSnapshot);
     connect(handle, &RpaAppEditorHandle::SigGetSnapshotListFinished, this,
             &Self::SlotGetSnapshotListFinished);

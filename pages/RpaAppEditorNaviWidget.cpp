@@ -69,6 +69,11 @@ void RpaAppEditorNaviWidget::AdjustForDpi()
     ui->horizontalLayout->setSpacing(DpiTool::ScaleDefault(buttonSpacing));
 }
 
+void RpaAppEditorNaviWidget::PickProcessPage()
+{
+    emit ui->pushButtonProcess->SigClicked();
+}
+
 void RpaAppEditorNaviWidget::OnButtonClicked()
 {
     auto* clicked = qobject_cast<WbIconButtonWidget*>(sender());

@@ -26,6 +26,9 @@ public:
 
     void AdjustForDpi() override;
 
+    // Picks the page of the processes, as a press of its button does.
+    void PickProcessPage();
+
 private:
     void InitButtons();
     void OnButtonClicked();

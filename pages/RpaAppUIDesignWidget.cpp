@@ -101,6 +101,9 @@ void RpaAppUIDesignWidget::InitConnectSignals()
         connect(toolWidget, &IAppToolWidget::SigRunProcess, this, &RpaAppUIDesignWidget::SigRunProcess);
         connect(toolWidget, &IAppToolWidget::SigStopProcess, this, &RpaAppUIDesignWidget::SigStopProcess);
     }
+    if (logWidget) {
+        connect(logWidget, &IAppLogWidget::SigShowStatement, this, &RpaAppUIDesignWidget::SigShowStatement);
+    }
     connect(ui->widgetToolEditor, &AppToolEditorWidget::SigShrinkChanged, this,
             &RpaAppUIDesignWidget::SlotShrinkChanged);
     connect(ui->widgetParamEditor, &AppParamEditorWidget::SigShrinkChanged, this,

@@ -50,6 +50,9 @@ signals:
     void SigRunProcess(QString strData);
     void SigStopProcess(QString strData);
 
+    // The author wants to see the statement that wrote a line of the log.
+    void SigShowStatement(const QString& statementId);
+
 private slots:
     void SlotShrinkChanged();
     void SlotTabChanged(int index);

@@ -2,17 +2,23 @@
 #include "EditorWorld.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
+#include "ToastWatcher.h"
 
 #include <OxBase/DpiTool.h>
+#include <RpaAppData/RpaAppData.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaGlobalLifeCycle.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
+#include <WbBaseUI/WbIconButtonWidget.h>
 #include <WbBaseUI/WbPushButton.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbCore/WbGlobalData.h>
 
+#include <QAbstractItemView>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSplitter>
@@ -124,6 +130,39 @@ private slots:
 
         author.Destroy();
         QVERIFY(RpaGlobalLifeCycle::Instance()->BeforeClose());
+    }
+
+    void goesFromALogLineToItsStatement()
+    {
+        const RobotExecuteInfo app = world.CreateApp();
+        world.AddVersion(app, QStringLiteral("版本1"), [](RpaAppData& content) {
+            ProcessDataManager* processes = content.GetProcessDataManager();
+            RpaProcess* second = processes->AddProcess(QStringLiteral("第二个流程"));
+            RpaStatement statement;
+            statement.id = QStringLiteral("wanted");
+            statement.command = QStringLiteral("log");
+            second->Insert(QString(), 0, {statement});
+        });
+        EditorDriver author;
+        author.GetEditor()->SetExecuteInfo(app);
+        QTRY_COMPARE(author.GetSelectedVersion(), QStringLiteral("版本1"));
+        const auto showStatement = [&author](const QString& id) {
+            QMetaObject::invokeMethod(author.Find("logView")->parent(), "SigShowStatement",
+                                      Q_ARG(QString, id));
+        };
+        ToastWatcher toasts;
+
+        showStatement(QStringLiteral("gone long ago"));
+        QCOMPARE(toasts.GetCount(), 1);
+        QVERIFY(author.Find<WbIconButtonWidget>("pushButtonUI")->bSelected);
+
+        showStatement(QStringLiteral("wanted"));
+        QVERIFY(author.Find<WbIconButtonWidget>("pushButtonProcess")->bSelected);
+        QVERIFY(!author.Find<WbIconButtonWidget>("pushButtonUI")->bSelected);
+        QCOMPARE(author.Find<QStackedWidget>("stackedWidget")->currentIndex(), 1);
+        const auto* statements = author.Find<QAbstractItemView>("statementView");
+        QVERIFY(statements->isVisible());
+        QCOMPARE(statements->currentIndex().data(Qt::UserRole).toString(), QStringLiteral("wanted"));
     }
 
     void showsTheAppThatItOpens()
