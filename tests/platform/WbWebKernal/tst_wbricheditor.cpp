@@ -571,8 +571,9 @@ void tst_WbRichEditor::refusesAPictureThatClaimsTooManyPixels()
     buffer.open(QIODevice::WriteOnly);
     SomePicture(2, 2).save(&buffer, "BMP");
     const auto pretend = [&bitmap](qint32 side) {
-        qToLittleEndian(side, bitmap.data() + 18); // width
-        qToLittleEndian(side, bitmap.data() + 22); // height
+        const qint32 length = qToLittleEndian(side);
+        bitmap.replace(18, 4, reinterpret_cast<const char*>(&length), 4); // width
+        bitmap.replace(22, 4, reinterpret_cast<const char*>(&length), 4); // height
         return QStringLiteral("<p>x<img src=\"data:image/bmp;base64,%1\">y</p>")
             .arg(QString::fromLatin1(bitmap.toBase64()));
     };
