@@ -3,6 +3,7 @@
 #include <RpaProcessData/RpaExpression.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbTheme.h>
 
@@ -95,6 +96,8 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
             editor->setFocus();
         });
     }
+    if (info.type == RpaArgumentType::Element)
+        top->addWidget(BuildCaptureButton());
     message->setObjectName(QStringLiteral("labelProblem"));
     message->setProperty("wbRole", QStringLiteral("error"));
     message->setWordWrap(true);
@@ -111,6 +114,20 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
     BuildEditor();
     ShowProblem();
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+}
+
+QWidget* ArgumentField::BuildCaptureButton()
+{
+    auto* capture = new QToolButton;
+    capture->setObjectName(QStringLiteral("captureButton"));
+    capture->setText(QStringLiteral("捕获"));
+    capture->setIcon(WbIcons::Get(QStringLiteral("capture")));
+    capture->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    capture->setAutoRaise(true);
+    capture->setToolTip(QStringLiteral("在浏览器窗口中指出元素"));
+    capture->setAccessibleName(info.title + QStringLiteral("：捕获"));
+    connect(capture, &QToolButton::clicked, this, &ArgumentField::SigCaptureAsked);
+    return capture;
 }
 
 bool ArgumentField::MayBePython() const

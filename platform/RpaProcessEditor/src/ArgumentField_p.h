@@ -42,6 +42,8 @@ public:
 signals:
     void SigEdited(const QString& text);
     void SigEditingFinished();
+    // The author wants to point at the element instead of choosing it.
+    void SigCaptureAsked();
 
 private:
     bool MayBePython() const;
@@ -51,6 +53,7 @@ private:
     QWidget* BuildMultiline();
     QWidget* BuildCombo(const QVector<RpaChoice>& choices, bool editable);
     QWidget* BuildPath();
+    QWidget* BuildCaptureButton();
     QVector<RpaChoice> Choices() const;
     void Take(const QString& shown);
     void ShowText();

@@ -5,6 +5,8 @@
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
+#include <RpaEngineTool/IRpaInspector.h>
+#include <RpaEngineTool/RpaEngineTool.h>
 #include <RpaProcessData/RpaExpression.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaUiaNodeManager.h>
@@ -47,6 +49,9 @@ PropertyPanel::PropertyPanel(QWidget* parent) : QScrollArea(parent)
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &PropertyPanel::Build);
+    const IRpaInspector* inspector = RpaEngineTool::Instance()->GetHtmlInspector();
+    connect(inspector, &IRpaInspector::SigCaptured, this, &PropertyPanel::SlotCaptured);
+    connect(inspector, &IRpaInspector::SigCapturingChanged, this, &PropertyPanel::SlotCapturingChanged);
     Build();
 }
 
@@ -134,6 +139,7 @@ void PropertyPanel::Build()
                 Change(name, [name, text](RpaStatement& values) { values.arguments.insert(name, text); });
             });
             connect(field, &ArgumentField::SigEditingFinished, this, [this] { EndTyping(); });
+            connect(field, &ArgumentField::SigCaptureAsked, this, [this, name] { StartCapture(name); });
             fields.append(field);
             layout->addWidget(field);
         }
@@ -143,6 +149,40 @@ void PropertyPanel::Build()
     layout->addWidget(BuildNote());
     layout->addStretch(1);
     setWidget(content);
+}
+
+void PropertyPanel::StartCapture(const QString& argument)
+{
+    EndTyping();
+    if (!RpaEngineTool::Instance()->GetHtmlInspector()->StartCapture())
+        return;
+    captureStatement = shownIds.value(0);
+    captureArgument = argument;
+}
+
+// Whoever asked for it, the new element is offered from now on.
+void PropertyPanel::SlotCaptured(const QString& elementId)
+{
+    if (!edits || !edits->App() || edits->App()->GetHtmlNodeManager()->IndexOf(elementId) < 0)
+        return;
+    edits->App()->SetModified(true);
+    const QString argument = captureArgument;
+    if (!argument.isEmpty() && Node() && shownIds.first() == captureStatement) {
+        Change(argument,
+               [argument, elementId](RpaStatement& values) { values.arguments.insert(argument, elementId); });
+        EndTyping();
+    }
+    captureArgument.clear();
+    Build();
+}
+
+void PropertyPanel::SlotCapturingChanged(bool capturing)
+{
+    // The browser lets go of the mouse before the element is told; an element that never comes is not waited
+    // for.
+    if (!capturing)
+        QMetaObject::invokeMethod(
+            this, [this] { captureArgument.clear(); }, Qt::QueuedConnection);
 }
 
 QWidget* PropertyPanel::BuildHint(const QString& text) const

@@ -41,6 +41,9 @@ private:
     const RpaStatementNode* Node() const;
     void CheckOutput();
     void EndTyping();
+    void StartCapture(const QString& argument);
+    void SlotCaptured(const QString& elementId);
+    void SlotCapturingChanged(bool capturing);
 
     ProcessEdits* edits = nullptr;
     QPointer<RpaProcess> process;
@@ -50,4 +53,8 @@ private:
     QWidget* outputProblem = nullptr;
     bool outputRequired = false;
     QPlainTextEdit* noteEdit = nullptr;
+
+    // What the element that is being captured is for.
+    QString captureStatement;
+    QString captureArgument;
 };

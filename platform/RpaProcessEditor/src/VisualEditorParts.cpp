@@ -9,6 +9,9 @@
 
 #include <OxBase/DpiTool.h>
 #include <OxBase/OxBlocker.h>
+#include <RpaEngineTool/IRpaInspector.h>
+#include <RpaEngineTool/RpaEngineTool.h>
+#include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <WbBaseUI/WbIcons.h>
 
 #include <QAction>
@@ -216,6 +219,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
     properties->SetProcess(nullptr, nullptr);
     edits.reset();
     app = appData;
+    RpaEngineTool::Instance()->GetHtmlInspector()->SetNodeManager(app ? app->GetHtmlNodeManager() : nullptr);
     if (app) {
         edits = std::make_unique<ProcessEdits>(app);
         connect(edits.get(), &ProcessEdits::SigTouched, this, &VisualEditorParts::SlotTouched);
