@@ -143,7 +143,7 @@ _FIND = """(function () {
 _ACTIONS = {
     "exists": "element => true",
     "click": "element => { element.scrollIntoView({block: 'center'}); element.focus(); element.click(); return true; }",
-    "text": "element => 'value' in element && element.tagName !== 'LI' ? element.value : element.innerText",
+    "text": "element => /^(INPUT|TEXTAREA|SELECT)$/.test(element.tagName) ? element.value : element.innerText",
     "table": """element => Array.from((element.closest('table') || element).querySelectorAll('tr'))
         .map(row => Array.from(row.querySelectorAll('th,td')).map(cell => cell.innerText.trim()))
         .filter(row => row.length)""",

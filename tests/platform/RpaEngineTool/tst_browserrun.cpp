@@ -1,0 +1,142 @@
+#include "CaptureFixture.h"
+#include "TestApp.h"
+
+#include <RpaEngineCore/IProcessLifeCycle.h>
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineCore/IRpaTranslator.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
+
+namespace
+{
+constexpr auto Page = R"html(<html><body>
+<input id="who"><button id="go" onclick="greet()">问好</button><p id="out"></p>
+<table id="t"><tr><th>名</th><th>数</th></tr><tr><td>甲</td><td>1</td></tr></table>
+<script>function greet() { setTimeout(() => out.innerText = "你好，" + who.value, 300); }</script>
+</body></html>)html";
+
+const QString MainName = QStringLiteral("主流程");
+
+// A process that runs text against the author's browser; tells what it logged.
+class BrowserProcess : public IProcessLifeCycle
+{
+public:
+    explicit BrowserProcess(CaptureFixture& author)
+    {
+        RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+        processes.AddProcess(MainName);
+        Engine()->SetProcessDataManager(&processes);
+        Engine()->SetHtmlNodeManager(&author.nodes);
+        Engine()->SetBrowserEngine(author.browser->GetBrowserEngine());
+        Engine()->GetLogManager()->GetLogDataSource()->Initialize();
+    }
+    ~BrowserProcess() override
+    {
+        Engine()->Terminate(MainName);
+        Engine()->SetProcessDataManager(nullptr);
+        Engine()->SetHtmlNodeManager(nullptr);
+        Engine()->SetBrowserEngine(nullptr);
+        RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
+    }
+
+    QStringList RunText(const QString& program)
+    {
+        processes.FindProcess(MainName)->SetProgramText(program);
+        Engine()->GetTranslator()->SetTranslateStatements(false);
+        over = false;
+        if (!Engine()->Execute(MainName) || !QTest::qWaitFor([this] { return over; }, 30000))
+            return {QStringLiteral("did not run to its end")};
+        QStringList texts;
+        const QVector<RpaLogLine> lines = Engine()->GetLogManager()->GetLogDataSource()->GetLines();
+        for (const RpaLogLine& line : lines)
+            texts << line.text;
+        return texts;
+    }
+
+    void EngineReady() override {}
+    void EngineRelease() override { over = true; }
+    void AppLoaded(const QString&) override {}
+    void ProcessStart(const QString&) override {}
+    void ProcessFinish(const QString&) override {}
+    void ProcessTerminate(const QString&) override {}
+    void ApiExecute(const QString&) override {}
+
+private:
+    static RpaEngineModule* Engine() { return RpaEngineModule::Instance(); }
+
+    ProcessDataManager processes;
+    bool over = false;
+};
+} // namespace
+
+class BrowserRunTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aProcessOpensFillsClicksAndReads()
+    {
+        CaptureFixture author;
+        author.server.Put(QStringLiteral("/page"), Page);
+        QVERIFY(author.Open(QStringLiteral("/page")));
+        const QString who = author.Capture(QStringLiteral("#who")).id;
+        const QString go = author.Capture(QStringLiteral("#go")).id;
+        const QString table = author.Capture(QStringLiteral("#t td")).id;
+        const QString out = author.nodes.AddNode([] {
+            RpaNode node;
+            node.name = QStringLiteral("结果");
+            node.css = QStringLiteral("#out:not(:empty)");
+            return node;
+        }());
+        author.browser->Reset();
+        BrowserProcess process(author);
+
+        const QStringList log =
+            process.RunText(QStringLiteral("rpa.browser_open('%1')\n"
+                                           "rpa.browser_input('%2', '小明')\n"
+                                           "print('按钮', rpa.browser_read('%3'))\n"
+                                           "rpa.browser_click('%3')\n"
+                                           "print(rpa.browser_read('%4'))\n"
+                                           "print(rpa.browser_table('%5'))\n")
+                                .arg(author.server.Url(QStringLiteral("/page")), who, go, out, table));
+
+        const QString all = log.join(QLatin1Char('\n'));
+        QVERIFY2(all.contains(QStringLiteral("按钮 问好")), qPrintable(all));
+        QVERIFY2(all.contains(QStringLiteral("你好，小明")), qPrintable(all));
+        QVERIFY2(all.contains(QStringLiteral("[['名', '数'], ['甲', '1']]")), qPrintable(all));
+    }
+
+    void aProcessIsToldWhyAPageDidNotOpen()
+    {
+        CaptureFixture author;
+        BrowserProcess process(author);
+
+        const QStringList log = process.RunText(QStringLiteral("rpa.browser_open('file:///etc/passwd')\n"));
+
+        QVERIFY2(!log.filter(QStringLiteral("只打开 http 和 https 网址")).isEmpty(),
+                 qPrintable(log.join(QLatin1Char('\n'))));
+    }
+
+    void aProcessIsToldThatAnElementIsNotThere()
+    {
+        CaptureFixture author;
+        author.server.Put(QStringLiteral("/page"), Page);
+        RpaNode node;
+        node.name = QStringLiteral("不在的按钮");
+        node.css = QStringLiteral("#nowhere");
+        const QString id = author.nodes.AddNode(node);
+        BrowserProcess process(author);
+
+        const QStringList log = process.RunText(QStringLiteral("rpa.browser_open('%1')\n"
+                                                               "rpa.browser_click('%2', 0.2)\n")
+                                                    .arg(author.server.Url(QStringLiteral("/page")), id));
+
+        QVERIFY2(!log.filter(QStringLiteral("网页上找不到元素“不在的按钮”")).isEmpty(),
+                 qPrintable(log.join(QLatin1Char('\n'))));
+    }
+};
+
+RPA_TEST_MAIN(BrowserRunTest)
+#include "tst_browserrun.moc"
