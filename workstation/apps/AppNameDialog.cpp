@@ -1,5 +1,6 @@
 #include "AppNameDialog.h"
 
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -56,7 +57,7 @@ AppNameDialog::AppNameDialog(Purpose purpose, QWidget* parent)
     buttons->addWidget(buttonOk);
     buttons->addWidget(buttonCancel);
     layout->addLayout(buttons);
-    GetContentWidget()->setMinimumSize(440, create ? 300 : 190);
+    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(440), DpiTool::ScaleDefault(create ? 300 : 190));
 
     connect(editName, &QLineEdit::textChanged, this, &AppNameDialog::SlotNameEdited);
     connect(editName, &QLineEdit::returnPressed, this, &AppNameDialog::SlotConfirm);

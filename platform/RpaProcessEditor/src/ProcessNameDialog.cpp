@@ -1,5 +1,6 @@
 #include "ProcessNameDialog_p.h"
 
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
 
@@ -31,15 +32,15 @@ ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, 
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(cancel);
     buttons->addWidget(okButton);
+    buttons->addWidget(cancel);
     auto* layout = new QVBoxLayout(GetContentWidget());
     layout->setContentsMargins(20, 16, 20, 16);
     layout->addWidget(edit);
     layout->addWidget(problem);
     layout->addStretch();
     layout->addLayout(buttons);
-    GetContentWidget()->setMinimumSize(360, 140);
+    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(360), DpiTool::ScaleDefault(140));
 
     connect(edit, &QLineEdit::textChanged, this, &ProcessNameDialog::SlotEdited);
     connect(edit, &QLineEdit::returnPressed, okButton, &QPushButton::click);

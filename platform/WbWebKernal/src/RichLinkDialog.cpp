@@ -1,6 +1,7 @@
 #include "RichHtmlScreen_p.h"
 #include "RichLinkDialog_p.h"
 
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
 
@@ -43,8 +44,8 @@ RichLinkDialog::RichLinkDialog(const QString& text, const QString& address, bool
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(remove);
     buttons->addStretch();
-    buttons->addWidget(cancel);
     buttons->addWidget(okButton);
+    buttons->addWidget(cancel);
     auto* form = new QFormLayout;
     form->addRow(QStringLiteral("文字(&T)："), textEdit);
     form->addRow(QStringLiteral("地址(&A)："), addressEdit);
@@ -54,7 +55,7 @@ RichLinkDialog::RichLinkDialog(const QString& text, const QString& address, bool
     layout->addWidget(hint);
     layout->addStretch();
     layout->addLayout(buttons);
-    GetContentWidget()->setMinimumSize(440, 190);
+    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(440), DpiTool::ScaleDefault(190));
 
     connect(addressEdit, &QLineEdit::textChanged, this, &RichLinkDialog::SlotAddressEdited);
     connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
