@@ -91,6 +91,7 @@ private slots:
     void settingsAcceptOnlyAnAddressOfAServer();
     void settingsHideAccountsOfARemoteServer();
 
+    void windowShortensALongAccountName();
     void windowAsksBeforeItCloses();
     void windowClosesForGoodWhenItMay();
     void pagesFitIntoTheSmallestWindow();
@@ -172,7 +173,12 @@ void tst_Pages::signInOffersToTryAgainWhenTheServerIsGone()
     Press(page, "buttonRetry");
 
     QCOMPARE(retried.size(), 1);
-    QCOMPARE(Child<QLabel>(page, "labelState")->text(), QStringLiteral("版本服务意外停止"));
+    const auto* state = Child<QLabel>(page, "labelState");
+    QCOMPARE(state->text(), QStringLiteral("版本服务意外停止"));
+    QVERIFY(state->property("problem").toBool());
+
+    page.ShowReady();
+    QVERIFY(!state->property("problem").toBool());
 }
 
 void tst_Pages::listOpensTheAppThatIsClicked()
@@ -403,6 +409,25 @@ void tst_Pages::settingsHideAccountsOfARemoteServer()
     QCOMPARE(Child<QComboBox>(page, "comboAccount")->currentText(), QStringLiteral("乙"));
     page.ShowAccounts({}, -1);
     QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
+}
+
+void tst_Pages::windowShortensALongAccountName()
+{
+    MainWindow window;
+    const QString name(200, QChar(0x540d));
+
+    window.ShowAccount(name);
+    window.show();
+
+    const auto* account = Child<QLabel>(window, "labelAccount");
+    QVERIFY(account->text().size() < name.size());
+    QCOMPARE(account->toolTip(), name);
+    QCOMPARE(window.minimumWidth(), 1280);
+    QCOMPARE(CutTexts(window), QStringList());
+
+    window.ShowAccount(QStringLiteral("本机作者"));
+    QCOMPARE(account->text(), QStringLiteral("本机作者"));
+    QCOMPARE(account->toolTip(), QString());
 }
 
 void tst_Pages::windowAsksBeforeItCloses()

@@ -1,5 +1,6 @@
 #include "SignInPage.h"
 
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -9,6 +10,7 @@
 #include <QButtonGroup>
 #include <QRadioButton>
 #include <QStackedWidget>
+#include <QStyle>
 
 namespace
 {
@@ -52,7 +54,7 @@ QWidget* SignInPage::CreateCard()
 {
     auto* card = new WbBaseWidget(this);
     card->setObjectName(QStringLiteral("signInCard"));
-    card->setFixedWidth(420);
+    card->setFixedWidth(DpiTool::ScaleDefault(420));
     auto* title = new WbLabel(QStringLiteral("登录 RPA 工作站"), card);
     title->setObjectName(QStringLiteral("labelSignInTitle"));
     forms = new QStackedWidget(card);
@@ -96,6 +98,7 @@ QWidget* SignInPage::CreateEmbeddedForm()
     accountLayout->setContentsMargins(0, 0, 0, 0);
     accountLayout->setSpacing(10);
     auto* hint = new WbLabel(QStringLiteral("使用本机的版本服务，数据只保存在这台电脑上。"), form);
+    hint->setWordWrap(true);
     accountLayout->addWidget(hint);
     accountLayout->addStretch(); // the other form is higher; the choices stay together
     return form;
@@ -148,7 +151,7 @@ void SignInPage::AskRemote(const QString& address, const QString& account)
 void SignInPage::ShowBusy(const QString& text)
 {
     ready = false;
-    labelState->setText(text);
+    ShowState(text, false);
     buttonRetry->hide();
     UpdateButton();
 }
@@ -156,7 +159,7 @@ void SignInPage::ShowBusy(const QString& text)
 void SignInPage::ShowReady()
 {
     ready = true;
-    labelState->clear();
+    ShowState(QString(), false);
     buttonRetry->hide();
     UpdateButton();
     if (AsksEmbedded()) {
@@ -164,9 +167,17 @@ void SignInPage::ShowReady()
     }
 }
 
-void SignInPage::ShowProblem(const QString& text)
+void SignInPage::ShowState(const QString& text, bool problem)
 {
     labelState->setText(text);
+    labelState->setProperty("problem", problem);
+    labelState->style()->unpolish(labelState); // the style sheet reads the property only then
+    labelState->style()->polish(labelState);
+}
+
+void SignInPage::ShowProblem(const QString& text)
+{
+    ShowState(text, true);
     buttonRetry->setVisible(!ready);
     UpdateButton();
 }

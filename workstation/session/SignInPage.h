@@ -44,6 +44,7 @@ private:
     QWidget* CreateCard();
     QWidget* CreateEmbeddedForm();
     QWidget* CreateRemoteForm();
+    void ShowState(const QString& text, bool problem);
     void SlotConfirm();
     void UpdateButton();
     bool AsksEmbedded() const;

@@ -106,7 +106,10 @@ QWidget* MainWindow::CurrentPage() const
 void MainWindow::ShowAccount(const QString& name)
 {
     signedIn = !name.isEmpty();
-    labelAccount->setText(name);
+    const int widest = DpiTool::ScaleDefault(240);
+    const QString shown = labelAccount->fontMetrics().elidedText(name, Qt::ElideRight, widest);
+    labelAccount->setText(shown);
+    labelAccount->setToolTip(shown == name ? QString() : name.toHtmlEscaped());
     UpdateHead();
 }
 

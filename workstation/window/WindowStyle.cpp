@@ -25,7 +25,7 @@ QString WindowStyle()
 #labelSignInTitle { font-size: @heading; font-weight: 600; }
 #labelEmpty { font-size: @title; }
 #labelEmptyHint, #labelState, #labelDateSample, #labelAccount, *[hint="true"] { color: @secondary; }
-#labelProblem, #labelAddressProblem { color: @danger; }
+#labelProblem, #labelAddressProblem, #labelState[problem="true"] { color: @danger; }
 #signInCard, *[card="true"] { background: @surface; border: 1px solid @border; border-radius: @radius; }
 *[sectionTitle="true"] { font-size: @title; font-weight: 600; }
 #listApps, #scrollSettings, #settingsColumn { background: transparent; border: none; }
