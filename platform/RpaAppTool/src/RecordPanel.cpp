@@ -60,6 +60,20 @@ void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
         QStyledItemDelegate::setModelData(editor, model, index);
 }
 
+// The text's place, where an editor stands by default, may be next to nothing beside an icon.
+void RecordDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                          const QModelIndex& index) const
+{
+    if (!qobject_cast<QComboBox*>(editor)) {
+        QStyledItemDelegate::updateEditorGeometry(editor, option, index);
+        return;
+    }
+    QRect place = option.rect;
+    place.setWidth(qMax(place.width(), editor->sizeHint().width()));
+    place.moveRight(qMin(place.right(), editor->parentWidget()->rect().right()));
+    editor->setGeometry(place);
+}
+
 QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const QSize hint = QStyledItemDelegate::sizeHint(option, index);

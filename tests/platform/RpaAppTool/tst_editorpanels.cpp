@@ -10,6 +10,7 @@
 #include <RpaAppTool/IAppTableWidget.h>
 
 #include <QAbstractItemModelTester>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTableView>
@@ -27,6 +28,7 @@ private slots:
     void aToolIsAddedWithTheFirstProcess();
     void typingRenamesATool();
     void anEmptyToolTextIsRefused();
+    void aListOfChoicesHasRoomBesideAnIcon();
     void removingMovingAndUndoKeepTheTools();
     void aParameterNameIsUnique();
     void aChangedTypeDropsWhatDoesNotFit();
@@ -126,6 +128,22 @@ void EditorPanels::anEmptyToolTextIsRefused()
     QVERIFY(model->setData(model->index(0, 0), QString(20, QLatin1Char('x'))));
 
     QVERIFY(Page()->GetToolData()->GetItem(0).text != before);
+}
+
+void EditorPanels::aListOfChoicesHasRoomBesideAnIcon()
+{
+    AppToolEditorWidget panel;
+    Bind(panel, Page()->GetToolData());
+    constexpr int iconColumn = 1;
+    const QModelIndex cell = model->index(0, iconColumn);
+
+    View(panel)->setCurrentIndex(cell);
+    View(panel)->edit(cell);
+
+    const auto* combo = View(panel)->findChild<QComboBox*>();
+    QVERIFY(combo);
+    QVERIFY2(combo->width() >= combo->sizeHint().width(), qPrintable(QString::number(combo->width())));
+    QVERIFY(combo->parentWidget()->rect().contains(combo->geometry()));
 }
 
 void EditorPanels::removingMovingAndUndoKeepTheTools()
