@@ -48,11 +48,17 @@ void CommandList::Fill()
             rows += commands;
     }
     if (!search.isEmpty() && !grouped) {
-        // Titles that begin with the words are what the author means most often.
-        std::stable_partition(rows.begin(), rows.end(), [this](const Row& row) {
+        // The very title is what the author means, then most often a title that begins with the words.
+        const auto isTitle = [this](const Row& row) {
+            return row.title.compare(search, Qt::CaseInsensitive) == 0 ||
+                   row.name.compare(search, Qt::CaseInsensitive) == 0;
+        };
+        const auto begins = [this](const Row& row) {
             return row.title.startsWith(search, Qt::CaseInsensitive) ||
                    row.name.startsWith(search, Qt::CaseInsensitive);
-        });
+        };
+        std::stable_partition(rows.begin(), rows.end(), begins);
+        std::stable_partition(rows.begin(), rows.end(), isTitle);
     }
     endResetModel();
 }

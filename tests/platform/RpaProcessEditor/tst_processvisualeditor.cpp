@@ -129,6 +129,7 @@ private slots:
     void searchesCommands_data();
     void searchesCommands();
     void addsACommandThroughQuickSearch();
+    void offersTheCommandOfThatVeryTitleFirst();
     void putsNewStatementsWhereTheAuthorIs();
     void putsElseBehindTheBlockItContinues();
     void acceptsACommandDroppedBetweenStatements();
@@ -261,6 +262,19 @@ void tst_ProcessVisualEditor::addsACommandThroughQuickSearch()
     QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetCommand(), QStringLiteral("t-wait"));
     QVERIFY(!edit->isVisible());
     QVERIFY(editor.view->hasFocus());
+}
+
+void tst_ProcessVisualEditor::offersTheCommandOfThatVeryTitleFirst()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+
+    editor.Key(Qt::Key_Return);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditQuickPick"));
+    edit->setText(QStringLiteral("计算")); // "计算项数" begins with it and comes earlier in the catalogue
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetCommand(), QStringLiteral("number.calculate"));
 }
 
 void tst_ProcessVisualEditor::putsNewStatementsWhereTheAuthorIs()
