@@ -8,8 +8,9 @@ class QListWidget;
 class ToastWatcher;
 class Workstation;
 
-// The tour itself: a guest who signs in, opens an app, edits, saves, switches and deletes versions, meets a
-// server that is gone and data of a newer client, looks around in the dark, and closes the workstation.
+// The tour itself: a guest who signs in, opens an app, edits, saves, switches and deletes versions, makes a
+// page and a process and runs it, meets a server that is gone and data of a newer client, looks around in the
+// dark, and closes the workstation. One source file per theme.
 class Tour
 {
 public:
@@ -26,6 +27,11 @@ private:
     void UseDropDown();
     void SwitchVersions();
     void DeleteVersions();
+    void DesignPages();
+    void DesignContent();
+    void BuildProcess();
+    void MeetRefusals();
+    void RunProcesses();
     void LoseServer();
     void MeetNewerData();
     void LookAround();
@@ -41,6 +47,18 @@ private:
     void PressDelete(const QString& name);
     void DeleteVersion(const QString& name);
     void BackToList();
+    void NamePage(const QString& name);
+    void AddRecord(const char* panel, const QString& text);
+    void WriteCell(const char* panel, int column, const QString& text);
+    void ChooseCell(const char* panel, int column, const QString& title);
+    void ChooseFromCombo(const QString& title);
+    void AddProcess(const QString& name);
+    void GoToProcess(const QString& name);
+    void AddStatement(const QString& title);
+    void GoToStatement(int line);
+    void FillField(const char* argument, const QString& text);
+    void FillOutput(const QString& name);
+    void PressTool(const char* text);
 
     // States
     void UntilLoaded();
@@ -48,6 +66,9 @@ private:
     void UntilToast(const QString& text);
     void UntilBox(const QString& text);
     void UntilCurrent(const QString& version);
+    void UntilStatement(const QString& title);
+    void UntilLog(const QString& text);
+    void UntilIdle(std::chrono::milliseconds within);
     static QListWidget* VersionList();
     static int RowOf(const QString& name);
 

@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QDialog>
 #include <QInputMethodEvent>
+#include <QProcess>
 #include <QScreen>
 #include <QThread>
 #include <QWindow>
@@ -57,6 +58,22 @@ QWidget* TargetAt(QWidget* widget, const QPoint& place)
 QPoint Middle(QWidget* widget)
 {
     return widget->rect().center();
+}
+
+// The mouse of the display; the thread of the tour waits for it, the windows do not.
+void MoveMouse(const QStringList& acts)
+{
+    QProcess mouse;
+    mouse.start(QStringLiteral("xdotool"), acts);
+    if (!mouse.waitForFinished() || mouse.exitCode() != 0) {
+        throw TourFailure(QStringLiteral("no mouse of the display: is xdotool installed?"));
+    }
+}
+
+QStringList MoveTo(const QPoint& place)
+{
+    return {QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(place.x()),
+            QString::number(place.y())};
 }
 
 QWidget* KeyTarget()
@@ -242,6 +259,47 @@ void TourDriver::Hover(const QString& what, const Finder& finder)
         QCursor::setPos(widget->mapToGlobal(Middle(widget)));
         return widget->underMouse();
     });
+}
+
+void TourDriver::Drag(const QString& what, const Finder& from,
+                      const std::function<QPoint(QWidget*)>& fromPlace, const Finder& to,
+                      const std::function<QPoint(QWidget*)>& toPlace, const std::function<bool()>& arrived)
+{
+    QPoint start;
+    QPoint end;
+    Until(QStringLiteral("both ends of a drag of %1").arg(what), [&] {
+        QWidget* source = from();
+        QWidget* target = to();
+        if (!source || !target || !TargetAt(source, fromPlace(source)) ||
+            !TargetAt(target, toPlace(target))) {
+            return false;
+        }
+        start = source->mapToGlobal(fromPlace(source));
+        end = target->mapToGlobal(toPlace(target));
+        return true;
+    });
+    MoveMouse(MoveTo(start) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+    constexpr int steps = 8;
+    for (int step = 1; step <= steps; ++step) {
+        MoveMouse(MoveTo(start + (end - start) * step / steps));
+    }
+    // A target answers movements, not a mouse at rest.
+    constexpr int mostMovements = 100;
+    bool there = OnGui(arrived);
+    for (int i = 1; !there && i <= mostMovements; ++i) {
+        MoveMouse(MoveTo(end + QPoint(i % 2, 0)));
+        there = OnGui(arrived);
+    }
+    MoveMouse({QStringLiteral("mouseup"), QStringLiteral("1")});
+    if (!there) {
+        throw TourFailure(QStringLiteral("%1 was not taken where it was dragged").arg(what));
+    }
+}
+
+bool TourDriver::MayDrop()
+{
+    const QCursor* carried = QGuiApplication::overrideCursor();
+    return carried && carried->shape() != Qt::ForbiddenCursor;
 }
 
 void TourDriver::Type(const QString& text)

@@ -60,6 +60,13 @@ public:
     // Clicks until the condition holds, a few times at most.
     void ClickUntil(const QString& what, const Finder& finder, const std::function<bool()>& condition);
     void Hover(const QString& what, const Finder& finder);
+    // Drags with the mouse of the display itself, which is what a drag between widgets needs. Lets go once
+    // the condition holds above the target.
+    void Drag(const QString& what, const Finder& from, const std::function<QPoint(QWidget*)>& fromPlace,
+              const Finder& to, const std::function<QPoint(QWidget*)>& toPlace,
+              const std::function<bool()>& arrived);
+    // Whether the mouse carries something that may be dropped where it is.
+    static bool MayDrop();
 
     // Types into the widget with the focus: keys for Latin text, an input method's commit for anything else.
     void Type(const QString& text);

@@ -22,6 +22,21 @@ TourDriver::Finder Named(const char* objectName)
     return TourDriver::Named(QLatin1String(objectName));
 }
 
+TourDriver::Finder InPanel(const char* panel, const char* objectName)
+{
+    const QString panelName = QLatin1String(panel);
+    const QString name = QLatin1String(objectName);
+    return [panelName, name]() -> QWidget* {
+        const QWidget* root = TourDriver::Named(panelName)();
+        for (QWidget* child : root ? root->findChildren<QWidget*>(name) : QList<QWidget*>()) {
+            if (child->isVisible()) {
+                return child;
+            }
+        }
+        return nullptr;
+    };
+}
+
 QModelIndex SampleCard(int kind)
 {
     auto* list = VisibleAs<QListView>("listApps");

@@ -14,6 +14,8 @@ namespace TourLook
 // A visible widget by object name, in the window that takes input.
 QWidget* Visible(const char* objectName);
 TourDriver::Finder Named(const char* objectName);
+// A visible widget below another one.
+TourDriver::Finder InPanel(const char* panel, const char* objectName);
 // The card of the first app of that kind in the list.
 QModelIndex SampleCard(int kind);
 QWidget* ButtonWithText(const char* text);

@@ -1,0 +1,104 @@
+#include "ToastWatcher.h"
+#include "Tour.h"
+#include "TourLook.h"
+
+#include <QAbstractItemView>
+#include <QLineEdit>
+#include <QTreeView>
+
+// Runs of what the author built: one that succeeds, one that is stopped, one that fails.
+
+using namespace TourLook;
+
+namespace
+{
+QStringList TableRow(int row)
+{
+    auto* table = VisibleAs<QAbstractItemView>("tableView");
+    QStringList cells;
+    for (int column = 0; table && column < table->model()->columnCount(); ++column) {
+        cells.append(table->model()->index(row, column).data().toString());
+    }
+    return cells;
+}
+
+bool IsOffDuringRun(const char* objectName)
+{
+    const QWidget* widget = Visible(objectName);
+    return widget && !widget->isEnabled();
+}
+} // namespace
+
+void Tour::RunProcesses()
+{
+    d->Step(QStringLiteral("run-fills-the-table"), [this] {
+        PressTool("统计");
+        UntilLog(QStringLiteral("共 3 人"));
+        UntilIdle(std::chrono::seconds(10));
+        d->Until(QStringLiteral("the rows"), [] {
+            auto* table = VisibleAs<QAbstractItemView>("tableView");
+            return table && table->model()->rowCount() == 3;
+        });
+        const QStringList row = d->OnGui([] { return TableRow(1); });
+        if (row != QStringList{QStringLiteral("李娜"), QStringLiteral("7.5"), QStringLiteral("600")}) {
+            throw TourFailure(QStringLiteral("the second row reads ") + row.join(QLatin1Char('|')));
+        }
+        UntilLog(QStringLiteral("登记 王芳"));
+    });
+    d->Step(QStringLiteral("run-locks-what-it-needs"), [this] {
+        AddProcess(QStringLiteral("忙碌循环"));
+        AddStatement(QStringLiteral("条件循环"));
+        FillField("condition", QStringLiteral("True"));
+        AddStatement(QStringLiteral("设置数值"));
+        GoToPage("pushButtonUI");
+        d->ClickAt(QStringLiteral("the first tool"), InPanel("widgetToolEditor", "recordView"),
+                   [](QWidget* widget) {
+                       auto* view = qobject_cast<QAbstractItemView*>(widget);
+                       const QModelIndex first = view->model()->index(0, 0);
+                       return view->viewport()->mapTo(view, view->visualRect(first).center());
+                   });
+        ChooseCell("widgetToolEditor", 2, QStringLiteral("忙碌循环"));
+        PressTool("开始");
+        d->Until(QStringLiteral("what is off during a run"), [] {
+            return IsOffDuringRun("version_combo") && IsOffDuringRun("widgetToolEditor") &&
+                   IsOffDuringRun("widgetParamEditor") && IsOffDuringRun("widgetTableEditor") &&
+                   IsOffDuringRun("widgetTabBar");
+        });
+        UntilLog(QStringLiteral("开始运行流程“忙碌循环”"));
+        d->Until(QStringLiteral("the way to stop"), [] { return ButtonWithText("停止") != nullptr; });
+    });
+    d->Step(QStringLiteral("run-stopped"), [this] {
+        d->Click(QStringLiteral("stop"), [] { return ButtonWithText("停止"); });
+        UntilIdle(std::chrono::seconds(1));
+        UntilLog(QStringLiteral("流程“忙碌循环”已停止"));
+    });
+    d->Step(QStringLiteral("run-fails"), [this] {
+        GoToProcess(QStringLiteral("统计工时"));
+        GoToStatement(1);
+        FillField("path", QStringLiteral("/没有/这个文件.csv"));
+        PressTool("统计");
+        UntilLog(QStringLiteral("流程“统计工时”运行失败"));
+        UntilIdle(std::chrono::seconds(10));
+    });
+    d->Step(QStringLiteral("run-fails-marks-its-statement"), [this] {
+        GoToProcess(QStringLiteral("统计工时"));
+        d->Until(QStringLiteral("the mark"), [] {
+            auto* view = VisibleAs<QTreeView>("statementView");
+            return view && Visible("checkList") &&
+                   view->model()
+                       ->index(0, 1)
+                       .data(Qt::AccessibleTextRole)
+                       .toString()
+                       .contains(QStringLiteral("有问题"));
+        });
+        d->TakePicture();
+        d->OnGui([] { Visible("statementView")->setFocus(); });
+        d->Key(Qt::Key_Z, Qt::ControlModifier);
+    });
+    d->Step(QStringLiteral("work-saved"), [this] {
+        GoToPage("pushButtonUI");
+        d->OnGui([this] { toasts->Clear(); });
+        d->Click(QStringLiteral("save"), Named("pushButtonSave"));
+        UntilToast(QStringLiteral("保存成功"));
+    });
+}
