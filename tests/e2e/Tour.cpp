@@ -43,11 +43,13 @@ void Tour::Run()
     UseDropDown();
     SwitchVersions();
     DeleteVersions();
+    FoldBrowser();
     DesignPages();
     DesignContent();
     BuildProcess();
     MeetRefusals();
     RunProcesses();
+    MoveBrowser();
     LoseServer();
     MeetNewerData();
     LookAround();

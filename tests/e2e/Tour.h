@@ -27,11 +27,13 @@ private:
     void UseDropDown();
     void SwitchVersions();
     void DeleteVersions();
+    void FoldBrowser();
     void DesignPages();
     void DesignContent();
     void BuildProcess();
     void MeetRefusals();
     void RunProcesses();
+    void MoveBrowser();
     void LoseServer();
     void MeetNewerData();
     void LookAround();

@@ -116,6 +116,8 @@ void TourDriver::TakePicture()
 
 void TourDriver::UntilCalm()
 {
+    // A notice stays while the mouse is on it.
+    OnGui([this] { QCursor::setPos(window->mapToGlobal(window->rect().bottomLeft() + QPoint(2, -2))); });
     Until(QStringLiteral("the end of the notices"), &TourDriver::ShowsNoNotice, std::chrono::seconds(30));
 }
 
