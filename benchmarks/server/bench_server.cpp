@@ -20,7 +20,10 @@ constexpr int versionsInList = 20;
 std::vector<int> Wanted(const QByteArray& load)
 {
     const QByteArray only = qgetenv("RPA_BENCH_ONLY");
-    return only.isEmpty() || load.contains(only) ? std::vector<int>{1, 8, 64} : std::vector<int>{};
+    if (!only.isEmpty() && !load.contains(only))
+        return {};
+    const int clients = qEnvironmentVariableIntValue("RPA_BENCH_CLIENTS");
+    return clients > 0 ? std::vector<int>{clients} : std::vector<int>{1, 8, 64};
 }
 
 std::chrono::milliseconds Duration()
@@ -82,12 +85,24 @@ private:
             versions.push_back(Create(Save(body, ++names)));
         ++series;
         const std::string digest = Digest(body);
-        return RunLoad(server.Port(), clients, Duration(), 200, [&](int client, long round) {
+        const double commits = Figure("rpa_store_commits_total");
+        const double writes = Figure("rpa_store_writes_total");
+        const auto figures = RunLoad(server.Port(), clients, Duration(), 200, [&](int client, long round) {
             return Head("PUT", "/api/v1/versions/" + versions[static_cast<std::size_t>(client)]) +
                    "If-Match: \"" + std::to_string(round + 1) + "\"\r\nIdempotency-Key: bench-" +
                    std::to_string(series) + '-' + std::to_string(client) + '-' + std::to_string(round) +
                    "\r\n" + digest + Body(body);
         });
+        std::printf("%.1f saves per commit\n", (Figure("rpa_store_writes_total") - writes) /
+                                                   (Figure("rpa_store_commits_total") - commits));
+        return figures;
+    }
+
+    double Figure(const std::string& name)
+    {
+        const std::string text = LoadClient(server.Port()).Ask(Get("/metrics"), true).body;
+        const auto at = text.find('\n' + name + ' ');
+        return at == std::string::npos ? 0 : std::atof(text.c_str() + at + name.size() + 2);
     }
 
     std::string Head(const char* method, const std::string& path) const

@@ -2,6 +2,7 @@
 
 #include "SqlConnection.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -30,8 +31,13 @@ private:
     using Group = std::vector<Write>;
     using Failures = std::vector<std::exception_ptr>;
 
+    using Duration = std::chrono::steady_clock::duration;
+
     void Work();
-    Group TakeGroup(); // with the mutex held
+    // With the mutex held.
+    void Gather(std::unique_lock<std::mutex>& lock);
+    Group TakeGroup();
+
     Failures Commit(Group& group);
     void Apply(Group& group, Failures& failures, std::vector<QString>& changedIds);
     SqlConnection& Connected();
@@ -44,6 +50,8 @@ private:
     qint64 waitingBytes = 0;
     WriterFigures figures;
     bool ending = false;
+    std::size_t expected = 1;                  // writes that were under way together at the last commit
+    Duration commitTime{0};                    // of the last commit
     std::unique_ptr<SqlConnection> connection; // the writer thread's
     std::thread writer;
 };
