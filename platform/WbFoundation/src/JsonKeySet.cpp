@@ -1,7 +1,5 @@
 #include "JsonKeySet_p.h"
 
-#include <QHash>
-
 #include <cstring>
 
 namespace
@@ -27,10 +25,9 @@ bool JsonKeySet::Add(const QByteArray& key)
     if (keys.size() - scope.firstKey >= fewNames)
         return AddToMany(scope, key);
 
-    const uint hash = qHashBits(key.constData(), static_cast<size_t>(key.size()));
-    if (IsKnown(scope, hash, key))
+    if (IsKnown(scope, key))
         return false;
-    keys.push_back({hash, static_cast<int>(bytes.size()), key.size()});
+    keys.push_back({static_cast<int>(bytes.size()), key.size()});
     bytes.insert(bytes.end(), key.begin(), key.end());
     return true;
 }
@@ -46,10 +43,11 @@ bool JsonKeySet::AddToMany(Scope& scope, const QByteArray& key)
     return scope.many.size() > count;
 }
 
-bool JsonKeySet::IsKnown(const Scope& scope, uint hash, const QByteArray& key) const
+bool JsonKeySet::IsKnown(const Scope& scope, const QByteArray& key) const
 {
     for (size_t i = scope.firstKey; i < keys.size(); ++i) {
-        if (keys[i].hash == hash && keys[i].length == key.size() &&
+        // Most names differ in length already: comparing is cheaper than hashing.
+        if (keys[i].length == key.size() &&
             std::memcmp(bytes.data() + keys[i].offset, key.constData(), static_cast<size_t>(key.size())) == 0)
             return true;
     }

@@ -18,7 +18,6 @@ public:
 private:
     struct Key
     {
-        uint hash;
         int offset;
         int length;
     };
@@ -30,7 +29,7 @@ private:
     };
 
     bool AddToMany(Scope& scope, const QByteArray& key);
-    bool IsKnown(const Scope& scope, uint hash, const QByteArray& key) const;
+    bool IsKnown(const Scope& scope, const QByteArray& key) const;
 
     std::vector<char> bytes;
     std::vector<Key> keys;

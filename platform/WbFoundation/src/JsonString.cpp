@@ -1,6 +1,8 @@
 #include "JsonString_p.h"
 #include "Utf8_p.h"
 
+#include <cstring>
+
 namespace
 {
 // -1 when these are not four hexadecimal digits.
@@ -92,24 +94,46 @@ void AppendUtf8(QByteArray& bytes, uint code)
     }
     bytes.append(static_cast<char>(0x80 | (code & 0x3F)));
 }
+
+bool IsPlain(char c)
+{
+    return c != '"' && c != '\\' && static_cast<unsigned char>(c) >= 0x20;
+}
+
+// Past everything that stands for itself; seen collects the bits of what was passed.
+const char* SkipPlain(const char* at, const char* end, quint64& seen)
+{
+    constexpr quint64 ones = 0x0101010101010101;
+    constexpr quint64 tops = 0x8080808080808080;
+    // Eight characters at a time: a byte below n, and only such a byte or one above it, gets its top bit from
+    // the subtraction of n.
+    for (; end - at >= 8; at += 8) {
+        quint64 eight;
+        std::memcpy(&eight, at, sizeof eight);
+        const quint64 quote = eight ^ (ones * '"');
+        const quint64 backslash = eight ^ (ones * '\\');
+        const quint64 special =
+            ((eight - ones * 0x20) & ~eight) | ((quote - ones) & ~quote) | ((backslash - ones) & ~backslash);
+        if (special & tops)
+            break;
+        seen |= eight;
+    }
+    for (; at < end && IsPlain(*at); ++at)
+        seen |= static_cast<unsigned char>(*at);
+    return at;
+}
 } // namespace
 
 JsonString JsonString::Scan(const char* text, const char* textEnd)
 {
     JsonString string;
     string.begin = text;
-    bool ascii = true;
+    quint64 seen = 0;
     const char* at = text;
-    while (at < textEnd && *at != '"') {
-        const auto c = static_cast<unsigned char>(*at);
-        if (c < 0x20) {
+    while ((at = SkipPlain(at, textEnd, seen)) < textEnd && *at != '"') {
+        if (*at != '\\') {
             string.error = Error::ControlCharacter;
             return string;
-        }
-        ascii = ascii && c < 0x80;
-        if (c != '\\') {
-            ++at;
-            continue;
         }
         const Escape escape = ReadEscape(at, textEnd);
         if (escape.length == 0) {
@@ -119,6 +143,7 @@ JsonString JsonString::Scan(const char* text, const char* textEnd)
         string.hasEscapes = true;
         at += escape.length;
     }
+    const bool ascii = (seen & 0x8080808080808080) == 0;
     string.end = at;
     if (at == textEnd)
         string.error = Error::NoEnd;

@@ -20,6 +20,7 @@ private slots:
     void refusesWhatIsTooLarge();
     void acceptsExactlyTheLimits();
     void refusesEveryCutOfAGoodText();
+    void seesWhatIsSpecialAtEveryPlaceOfAString();
     void readsMembersInAnyOrderAndSkipsTheRest();
     void leavesAResultAloneWhenTheTypeIsWrong();
     void readsWhatTheWriterWrote();
@@ -176,6 +177,22 @@ void JsonReaderTest::refusesEveryCutOfAGoodText()
 
     for (int length = 0; length < json.size(); ++length)
         QVERIFY2(!JsonGuard::Check(json.left(length)), qPrintable(QString::number(length)));
+}
+
+void JsonReaderTest::seesWhatIsSpecialAtEveryPlaceOfAString()
+{
+    const QByteArray plain = "abcdefghijklmnopqrstuvwxyz";
+    for (int at = 0; at <= plain.size(); ++at) {
+        const auto with = [&](const char* special) {
+            return '"' + QByteArray(plain).insert(at, special) + '"';
+        };
+        const QByteArray place = QByteArray::number(at);
+
+        for (const char* good : {"\\n", "\\\"", "\\u4e2d", "\xe4\xb8\xad", "\x7f", "!", "[", " "})
+            QVERIFY2(JsonGuard::Check(with(good)), place);
+        for (const char* bad : {"\n", "\x01", "\x1f", "\"", "\\x", "\x80", "\xff", "\xe4\xb8"})
+            QVERIFY2(!JsonGuard::Check(with(bad)), place);
+    }
 }
 
 void JsonReaderTest::readsMembersInAnyOrderAndSkipsTheRest()
