@@ -58,9 +58,16 @@ AppTableWidget::AppTableWidget(QWidget* parent)
 
     connect(model, &TableModel::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
-    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved,
-                              &QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
+    for (const auto signal : {&QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})
         connect(model, signal, this, &AppTableWidget::UpdateState);
+    // A run may append thousands of rows at once: their number is shown when it lets the user see it.
+    stateTimer.setSingleShot(true);
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(model, signal, &stateTimer, [this] {
+            if (!stateTimer.isActive())
+                stateTimer.start();
+        });
+    connect(&stateTimer, &QTimer::timeout, this, &AppTableWidget::UpdateState);
     connect(model, &QAbstractItemModel::modelReset, this, &AppTableWidget::UpdateState);
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &AppTableWidget::UpdateState);

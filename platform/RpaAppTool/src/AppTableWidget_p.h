@@ -2,6 +2,7 @@
 
 #include <RpaAppTool/IAppTableWidget.h>
 
+#include <QTimer>
 #include <QUndoStack>
 
 class QLabel;
@@ -44,6 +45,7 @@ private:
     bool HandleKey(QKeyEvent* event);
 
     QUndoStack undoStack;
+    QTimer stateTimer;
     TableModel* model;
     QTableView* view;
     QLabel* countLabel = nullptr;
