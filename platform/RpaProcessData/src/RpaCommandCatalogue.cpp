@@ -26,9 +26,15 @@ public:
                 commands.append(command);
             }
         }
+        groups.clear();
+        for (const RpaCommandInfo& command : qAsConst(commands)) {
+            if (!groups.contains(command.group))
+                groups.append(command.group);
+        }
     }
 
     QVector<RpaCommandInfo> commands;
+    QStringList groups; // asked for with every tile that is painted
     QHash<QString, int> indexes;
 };
 
@@ -64,12 +70,7 @@ const QVector<RpaCommandInfo>& RpaCommandCatalogue::GetCommands() const
 
 QStringList RpaCommandCatalogue::GetGroups() const
 {
-    QStringList groups;
-    for (const RpaCommandInfo& command : qAsConst(d->commands)) {
-        if (!groups.contains(command.group))
-            groups.append(command.group);
-    }
-    return groups;
+    return d->groups;
 }
 
 const RpaCommandInfo* RpaCommandCatalogue::Find(const QString& name) const

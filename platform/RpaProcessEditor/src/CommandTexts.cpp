@@ -5,6 +5,7 @@
 #include <WbBaseUI/WbIcons.h>
 
 #include <QPainter>
+#include <QPixmapCache>
 #include <QSet>
 
 namespace
@@ -62,6 +63,37 @@ QString FreeName(const QString& stem, const QSet<QString>& taken)
     while (taken.contains(stem + QString::number(number)))
         ++number;
     return stem + QString::number(number);
+}
+
+void DrawTile(QPainter& painter, const QRect& rect, const RpaCommandInfo* info, const QString& letter,
+              const QColor& colour)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    QColor soft = colour;
+    soft.setAlphaF(0.18);
+    painter.setBrush(soft);
+    painter.drawRoundedRect(rect, rect.width() / 4.0, rect.width() / 4.0);
+    QPixmap icon = info ? WbIcons::Pixmap(info->icon, rect.width() * 2 / 3, WbColor::TextSecondary,
+                                          painter.device()->devicePixelRatioF())
+                        : QPixmap();
+    if (!icon.isNull()) {
+        // Drawn in the group's colour: the shape comes from the icon.
+        QPainter tint(&icon);
+        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tint.fillRect(icon.rect(), colour);
+        tint.end();
+        QRect target(QPoint(), icon.size() / icon.devicePixelRatio());
+        target.moveCenter(rect.center());
+        painter.drawPixmap(target, icon);
+        return;
+    }
+    QFont font = painter.font();
+    font.setPixelSize(rect.height() * 11 / 20);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(colour);
+    painter.drawText(rect, Qt::AlignCenter, letter);
 }
 } // namespace
 
@@ -147,36 +179,22 @@ bool CommandTexts::HasChildren(const QString& command)
 void CommandTexts::PaintTile(QPainter& painter, const QRect& rect, const QString& command, bool enabled)
 {
     const RpaCommandInfo* info = Find(command);
-    QColor colour = info ? GroupColour(info->group) : QColor(0x8a, 0x8f, 0x98);
-    if (!enabled)
-        colour = QColor(0x8a, 0x8f, 0x98);
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    QColor soft = colour;
-    soft.setAlphaF(0.18);
-    painter.setBrush(soft);
-    painter.drawRoundedRect(rect, rect.width() / 4.0, rect.width() / 4.0);
-    const QPixmap pixmap = info ? WbIcons::Pixmap(info->icon, rect.width() * 2 / 3, WbColor::TextSecondary,
-                                                  painter.device()->devicePixelRatioF())
-                                : QPixmap();
-    if (!pixmap.isNull()) {
-        // Drawn in the group's colour: the shape comes from the icon.
-        QPixmap tinted = pixmap;
-        QPainter tint(&tinted);
-        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        tint.fillRect(tinted.rect(), colour);
-        tint.end();
-        QRect target(QPoint(), pixmap.size() / pixmap.devicePixelRatio());
-        target.moveCenter(rect.center());
-        painter.drawPixmap(target, tinted);
-    } else {
-        QFont font = painter.font();
-        font.setPixelSize(rect.height() * 11 / 20);
-        font.setBold(true);
-        painter.setFont(font);
-        painter.setPen(colour);
-        painter.drawText(rect, Qt::AlignCenter, Title(command).left(1));
+    const QColor colour = info && enabled ? GroupColour(info->group) : QColor(0x8a, 0x8f, 0x98);
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    // Every row of a list paints its tile in every frame of a scroll.
+    const QString key = QStringLiteral("CommandTile/%1/%2/%3/%4/%5")
+                            .arg(command, info ? info->icon : QString(), colour.name(),
+                                 QString::number(rect.width()), QString::number(ratio));
+    QPixmap tile;
+    if (!QPixmapCache::find(key, &tile)) {
+        tile = QPixmap(rect.size() * ratio);
+        tile.setDevicePixelRatio(ratio);
+        tile.fill(Qt::transparent);
+        QPainter tilePainter(&tile);
+        tilePainter.setFont(painter.font());
+        DrawTile(tilePainter, QRect(QPoint(), rect.size()), info, Title(command).left(1), colour);
+        tilePainter.end();
+        QPixmapCache::insert(key, tile);
     }
-    painter.restore();
+    painter.drawPixmap(rect.topLeft(), tile);
 }

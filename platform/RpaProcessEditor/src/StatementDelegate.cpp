@@ -7,6 +7,7 @@
 #include <WbBaseUI/WbTheme.h>
 
 #include <QPainter>
+#include <QPixmapCache>
 
 namespace
 {
@@ -19,7 +20,38 @@ int Scaled(int length)
 {
     return DpiTool::ScaleDefault(length);
 }
+
+// The card of a row of this size. Kept, since a rounded outline takes longer than all else in the row, and in
+// a scroll every row is painted in every frame.
+QPixmap CardOf(const QSize& size, const QColor& fill, const QPen& border, qreal ratio)
+{
+    const QString key =
+        QStringLiteral("StatementCard/%1/%2/%3/%4/%5/%6")
+            .arg(QString::number(size.width()), QString::number(size.height()), fill.name(),
+                 border.color().name(), QString::number(border.widthF()), QString::number(ratio));
+    QPixmap card;
+    if (QPixmapCache::find(key, &card))
+        return card;
+    card = QPixmap(size * ratio);
+    card.setDevicePixelRatio(ratio);
+    card.fill(Qt::transparent);
+    QPainter painter(&card);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(fill);
+    painter.setPen(border);
+    painter.drawRoundedRect(QRectF(QPoint(), size).adjusted(1.5, 2.5, -Scaled(8) - 0.5, -2.5), Scaled(6),
+                            Scaled(6));
+    painter.end();
+    QPixmapCache::insert(key, card);
+    return card;
+}
 } // namespace
+
+StatementDelegate::StatementDelegate(QObject* parent)
+    : QStyledItemDelegate(parent), gutterFont(WbTheme::CodeFont())
+{
+    connect(WbTheme::Instance(), &WbTheme::SigChanged, this, [this] { gutterFont = WbTheme::CodeFont(); });
+}
 
 int StatementDelegate::RowHeight()
 {
@@ -64,7 +96,7 @@ void StatementDelegate::PaintGutter(QPainter& painter, const QStyleOptionViewIte
         painter.setBrush(Qt::NoBrush);
         painter.drawEllipse(dot, radius, radius);
     }
-    painter.setFont(WbTheme::CodeFont());
+    painter.setFont(gutterFont);
     painter.setPen(Colour(WbColor::TextDisabled));
     painter.drawText(rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
                      index.data(StatementModel::LineRole).toString());
@@ -82,9 +114,9 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
     if (!selected && !running && option.state.testFlag(QStyle::State_MouseOver))
         fill = Colour(WbColor::Hover);
     QColor border = Colour(finding ? WbColor::Danger : selected ? WbColor::Accent : WbColor::Border);
-    painter.setBrush(fill);
-    painter.setPen(QPen(border, finding || selected ? 1.4 : 1.0));
-    painter.drawRoundedRect(card, Scaled(6), Scaled(6));
+    const QPen pen(border, finding || selected ? 1.4 : 1.0);
+    painter.drawPixmap(option.rect.topLeft(),
+                       CardOf(option.rect.size(), fill, pen, painter.device()->devicePixelRatioF()));
 
     const bool enabled = index.data(StatementModel::EnabledRole).toBool();
     const int tile = Scaled(26);
@@ -106,14 +138,25 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
     PaintTexts(painter, texts, option, index);
 }
 
+const QFont& StatementDelegate::TitleFont(const QFont& base, bool enabled) const
+{
+    if (!titleBase.isCopyOf(base)) {
+        titleBase = base;
+        for (const bool strikeOut : {false, true}) {
+            QFont& font = titleFonts[strikeOut ? 0 : 1];
+            font = base;
+            font.setWeight(QFont::DemiBold);
+            font.setStrikeOut(strikeOut);
+        }
+    }
+    return titleFonts[enabled ? 1 : 0];
+}
+
 void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) const
 {
     const bool enabled = index.data(StatementModel::EnabledRole).toBool();
     const QString note = index.data(StatementModel::NoteRole).toString().simplified();
-    QFont titleFont = option.font;
-    titleFont.setWeight(QFont::DemiBold);
-    titleFont.setStrikeOut(!enabled);
     const int half = rect.height() / 2;
     const QString title = index.data(StatementModel::TitleRole).toString();
     QString summary = index.data(StatementModel::SummaryRole).toString();
@@ -125,7 +168,7 @@ void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const Q
     if (summary.isEmpty())
         upper = rect;
 
-    painter.setFont(titleFont);
+    painter.setFont(TitleFont(option.font, enabled));
     painter.setPen(Colour(enabled ? WbColor::Text : WbColor::TextDisabled));
     painter.drawText(upper, Qt::AlignLeft | Qt::AlignVCenter, title);
     const int used = painter.fontMetrics().horizontalAdvance(title) + Scaled(10);

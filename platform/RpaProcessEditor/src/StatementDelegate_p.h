@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QStyledItemDelegate>
 
 // Paints a statement as a card and its gutter. All rows are equally high, so that the view never measures
@@ -9,7 +10,7 @@ class StatementDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit StatementDelegate(QObject* parent);
 
     static int RowHeight();
     static int GutterWidth(int lines);
@@ -23,4 +24,10 @@ private:
     void PaintCard(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
     void PaintTexts(QPainter& painter, const QRect& rect, const QStyleOptionViewItem& option,
                     const QModelIndex& index) const;
+    const QFont& TitleFont(const QFont& base, bool enabled) const;
+
+    // Kept, since a font made anew is looked up among all fonts of the system.
+    QFont gutterFont;
+    mutable QFont titleBase;
+    mutable QFont titleFonts[2]; // of a disabled and of an enabled statement
 };
