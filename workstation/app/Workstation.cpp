@@ -8,10 +8,15 @@
 #include "EditorPage.h"
 #include "MainWindow.h"
 #include "PackageDialog.h"
+#include "ReleasedAppModel.h"
+#include "ReleasedDesk.h"
+#include "ReleasedListPage.h"
+#include "RunPage.h"
 #include "SampleInstaller.h"
 #include "ServerMark.h"
 #include "Session.h"
 #include "SettingsPage.h"
+#include "ShippedTemplates.h"
 #include "SignInPage.h"
 #include "TemplateKeeper.h"
 
@@ -61,6 +66,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     CreateParts();
     ConnectSession();
     ConnectPages();
+    ConnectReleased();
     ConnectServices();
     ConnectPackages();
 }
@@ -83,6 +89,7 @@ bool Workstation::Start(QString* problem)
         *problem = QStringLiteral("工作站已经在运行。");
         return false;
     }
+    ShippedTemplates::Install(paths.visualTemplateDir, paths.programTemplateDir, paths.dataDir);
     OfferTemplates();
     templates->Look();
     window->show();
@@ -116,6 +123,7 @@ void Workstation::CreateParts()
     window->AddPage(signInPage, QString());
     window->AddPage(listPage, QString());
     window->AddPage(editorPage, QStringLiteral("返回应用列表"));
+    CreateReleased();
     window->AddPage(settingsPage, QStringLiteral("返回"));
     window->OfferPackages(editorPage);
 
@@ -201,6 +209,8 @@ void Workstation::ConnectPages()
     connect(window.get(), &MainWindow::SigBack, this, [this](QWidget* from) {
         if (from == editorPage) {
             LeaveEditor();
+        } else if (from == runPage) {
+            LeaveRun();
         } else {
             window->ShowPage(pageBeforeSettings);
         }
@@ -221,6 +231,7 @@ void Workstation::ConnectServices()
     connect(closeGuard.get(), &CloseGuard::SigMayClose, this, [this] {
         window->CloseForGood();
         editorPage->Discard();
+        runPage->Close();
         RpaEditorLogic::Instance()->Shutdown();
         session->End();
         emit SigClosed();

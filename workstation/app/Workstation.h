@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AppRecord.h"
 #include "WorkstationPaths.h"
 #include "WorkstationSettings.h"
 
@@ -14,6 +15,10 @@ class AppListPage;
 class CloseGuard;
 class EditorPage;
 class MainWindow;
+class ReleasedAppModel;
+class ReleasedDesk;
+class ReleasedListPage;
+class RunPage;
 class SampleInstaller;
 class Session;
 class SettingsPage;
@@ -61,6 +66,13 @@ private:
     void LeaveEditor();
     void SwitchAccount(int embeddedAccount);
     void UseServer(bool embedded, const QUrl& address);
+    void ConnectReleased();
+    void ShowTab(int tab);
+    void CreateReleased();
+    void LeaveRun();
+    void ForgetReleased();
+    void ShowInvitations(const AppRecord& app);
+    void SlotPublished(const QString& appId, int publishType, bool tookEffect);
     void ApplyTheme();
     void ApplySuperAdmin();
     void ShowAccounts();
@@ -72,13 +84,21 @@ private:
     const bool systemIsDark;
     std::unique_ptr<Session> session;
     std::unique_ptr<AppListModel> apps;
+    std::unique_ptr<ReleasedAppModel> onlineApps;
+    std::unique_ptr<ReleasedAppModel> grayApps;
     std::unique_ptr<MainWindow> window; // owns the pages
     SignInPage* signInPage = nullptr;
     AppListPage* listPage = nullptr;
+    ReleasedListPage* onlinePage = nullptr;
+    ReleasedListPage* grayPage = nullptr;
+    RunPage* runPage = nullptr;
+    QWidget* pageBeforeRun = nullptr;
     EditorPage* editorPage = nullptr;
     SettingsPage* settingsPage = nullptr;
     QWidget* pageBeforeSettings = nullptr;
     std::unique_ptr<AppDesk> desk;
+    std::unique_ptr<ReleasedDesk> onlineDesk;
+    std::unique_ptr<ReleasedDesk> grayDesk;
     std::unique_ptr<SampleInstaller> samples;
     std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<CloseGuard> closeGuard;

@@ -70,7 +70,7 @@ void PaintLine(QPainter* painter, const QRect& line, const QFont& font, const QC
 }
 
 void PaintTexts(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index,
-                const QRect& card)
+                const QRect& card, const QString& timeCaption)
 {
     const QColor strong = Color(WbColor::Text);
     const QColor weak = Color(WbColor::TextSecondary);
@@ -90,11 +90,17 @@ void PaintTexts(QPainter* painter, const QStyleOptionViewItem& option, const QMo
             : QStringLiteral("创建者：") + index.data(AppListModel::CreatorNameRole).toString();
     PaintLine(painter, QRect(left, card.top() + Px(66), width, Px(20)), option.font, weak, creator);
     PaintLine(painter, QRect(left, card.top() + Px(88), width, Px(20)), option.font, weak,
-              QStringLiteral("修改于 ") + index.data(AppListModel::ChangedRole).toString());
+              timeCaption + index.data(AppListModel::ChangedRole).toString());
 }
 } // namespace
 
 AppCardDelegate::AppCardDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+
+void AppCardDelegate::SetReadOnly(const QString& caption)
+{
+    timeCaption = caption;
+    hasMenu = false;
+}
 
 QSize AppCardDelegate::CardSize()
 {
@@ -118,8 +124,9 @@ void AppCardDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     PaintFrame(painter, card, rect);
     PaintKindMark(painter, QRect(rect.left() + Px(16), rect.top() + Px(16), Px(44), Px(44)),
                   index.data(AppListModel::KindRole).toInt());
-    PaintTexts(painter, card, index, rect);
-    if (card.state.testFlag(QStyle::State_MouseOver) || card.state.testFlag(QStyle::State_HasFocus)) {
+    PaintTexts(painter, card, index, rect, timeCaption);
+    if (hasMenu &&
+        (card.state.testFlag(QStyle::State_MouseOver) || card.state.testFlag(QStyle::State_HasFocus))) {
         PaintIcon(painter, MenuRect(card.rect), "more", 16, WbColor::TextSecondary);
     }
     painter->restore();
@@ -135,7 +142,7 @@ QSize AppCardDelegate::sizeHint(const QStyleOptionViewItem& option, const QModel
 bool AppCardDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
                                   const QStyleOptionViewItem& option, const QModelIndex& index)
 {
-    if (event->type() == QEvent::MouseButtonRelease) {
+    if (hasMenu && event->type() == QEvent::MouseButtonRelease) {
         auto* mouse = static_cast<QMouseEvent*>(event);
         if (mouse->button() == Qt::LeftButton && MenuRect(option.rect).contains(mouse->pos())) {
             emit SigMenu(index, mouse->globalPos());

@@ -11,6 +11,9 @@ class AppCardDelegate : public QStyledItemDelegate
 public:
     explicit AppCardDelegate(QObject* parent = nullptr);
 
+    // Cards without a menu; timeCaption stands before the time, "上线于 ".
+    void SetReadOnly(const QString& timeCaption);
+
     // Space a card takes in the grid, its margins included.
     static QSize CardSize();
 
@@ -26,4 +29,8 @@ public:
 signals:
     // The menu mark was pressed.
     void SigMenu(const QModelIndex& index, const QPoint& globalPos);
+
+private:
+    QString timeCaption = QStringLiteral("修改于 ");
+    bool hasMenu = true;
 };

@@ -2,6 +2,7 @@
 
 #include "AppCardDelegate.h"
 #include "AppListModel.h"
+#include "AppTabs.h"
 
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
@@ -91,8 +92,7 @@ QWidget* AppListPage::CreateHead()
     auto* layout = new QHBoxLayout(head);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(12);
-    auto* title = new WbLabel(QStringLiteral("我的应用"), head);
-    title->setObjectName(QStringLiteral("labelPageTitle"));
+    auto* tabs = new AppTabs(AppTabs::Mine, head);
     editSearch = new WbLineEdit(head);
     editSearch->setObjectName(QStringLiteral("editSearch"));
     editSearch->setAccessibleName(QStringLiteral("搜索应用"));
@@ -109,13 +109,14 @@ QWidget* AppListPage::CreateHead()
     visual->setToolTip(QStringLiteral("新建可视化应用（Ctrl+N）"));
     program->setIcon(WbIcons::Get(QStringLiteral("app-program")));
     visual->setIcon(WbIcons::Get(QStringLiteral("add"), WbColor::TextOnAccent));
-    layout->addWidget(title);
+    layout->addWidget(tabs);
     layout->addStretch();
     layout->addWidget(editSearch);
     layout->addWidget(refresh);
     layout->addWidget(program);
     layout->addWidget(visual);
 
+    connect(tabs, &AppTabs::SigChosen, this, &AppListPage::SigTab);
     connect(refresh, &QPushButton::clicked, this, &AppListPage::SigRefresh);
     connect(program, &QPushButton::clicked, this, [this] { emit SigCreate(AppKindProgram); });
     connect(visual, &QPushButton::clicked, this, [this] { emit SigCreate(AppKindVisual); });
@@ -273,11 +274,17 @@ void AppListPage::ShowCardMenu(const QModelIndex& index, const QPoint& globalPos
     menu.setObjectName(QStringLiteral("menuCard"));
     const QAction* open = menu.addAction(WbIcons::Get(QStringLiteral("open")), QStringLiteral("打开"));
     const QAction* rename = menu.addAction(WbIcons::Get(QStringLiteral("rename")), QStringLiteral("重命名"));
+    const QAction* invitations = nullptr;
+    if (index.data(AppListModel::OwnRole).toBool()) {
+        invitations = menu.addAction(WbIcons::Get(QStringLiteral("share")), QStringLiteral("灰度邀请码…"));
+    }
     const QAction* chosen = menu.exec(globalPos);
     if (chosen == open) {
         emit SigOpen(app);
     } else if (chosen == rename) {
         emit SigRename(app);
+    } else if (chosen && chosen == invitations) {
+        emit SigInvitations(app);
     }
 }
 

@@ -36,6 +36,9 @@ signals:
     void SigCreate(int kind);
     void SigRename(const AppRecord& app);
     void SigRefresh();
+    // Another list of apps (AppTabs::Tab).
+    void SigTab(int tab);
+    void SigInvitations(const AppRecord& app);
 
 private:
     QWidget* CreateHead();

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QMetaType>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -90,3 +91,5 @@ struct VersionServiceResult
 struct VersionServiceNothing
 {
 };
+
+Q_DECLARE_METATYPE(VersionServiceReleasedApp)

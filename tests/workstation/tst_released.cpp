@@ -1,0 +1,339 @@
+#include "InvitationDialog.h"
+#include "ReleasedAppModel.h"
+#include "ReleasedDesk.h"
+#include "ReleasedListPage.h"
+#include "RunPage.h"
+#include "ServerProcess.h"
+#include "TestApp.h"
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QAbstractItemModelTester>
+#include <QClipboard>
+#include <QCryptographicHash>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QUuid>
+#include <QtTest>
+
+namespace
+{
+template <typename Widget>
+Widget* Child(QWidget& page, const char* objectName)
+{
+    auto* found = page.findChild<Widget*>(QLatin1String(objectName));
+    Q_ASSERT(found);
+    return found;
+}
+
+VersionServiceReleasedApp App(const QString& id, const QString& name)
+{
+    VersionServiceReleasedApp app;
+    app.app.id = id;
+    app.app.name = name;
+    app.versionId = QStringLiteral("v-") + id;
+    app.versionName = QStringLiteral("版本1");
+    app.state = 3;
+    app.releasedAt = QDateTime(QDate(2026, 3, 5), QTime(14, 7));
+    return app;
+}
+} // namespace
+
+// The lists beyond the release, their desk and the run page, on a real server.
+class tst_Released : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init() { SignIn("user-1"); }
+
+    void runsTheAppThatIsClicked();
+    void findsAppsByAPartOfTheirName();
+    void goesToAnotherList();
+    void showsTheOnlineAppsOfTheVendor();
+    void redeemsAnInvitationCode();
+    void saysWhyACodeIsRefused();
+    void forgetsTheAppsOfTheFormerAccount();
+    void copiesRevokesAndMakesInvitationCodes();
+    void opensAReleasedApp();
+    void saysWhenAnAppCannotBeRead();
+    void fetchesNothingForTheInstructions();
+
+private:
+    void SignIn(const char* account);
+    QJsonObject Send(const QByteArray& method, const QString& path, const QByteArray& body,
+                     const QMap<QByteArray, QByteArray>& headers = {});
+    // Makes an app of author-1 with one released version; gives the app's id.
+    QString Release(const QString& name, int type);
+
+    ServerProcess server;
+    QNetworkAccessManager network;
+    QByteArray token;
+};
+
+void tst_Released::initTestCase()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+    QVERIFY2(server.Start(), server.ErrorText());
+    VersionServiceSettings::Instance()->SetBaseUrl(QUrl(server.BaseUrl()));
+}
+
+void tst_Released::SignIn(const char* account)
+{
+    token = server.Token(QLatin1String(account));
+    VersionServiceSettings::Instance()->SetToken(token);
+}
+
+QJsonObject tst_Released::Send(const QByteArray& method, const QString& path, const QByteArray& body,
+                               const QMap<QByteArray, QByteArray>& headers)
+{
+    QNetworkRequest request(QUrl(server.BaseUrl() + path));
+    request.setRawHeader("Authorization", "Bearer " + token);
+    request.setRawHeader("Idempotency-Key", QUuid::createUuid().toByteArray(QUuid::WithoutBraces));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    for (auto it = headers.begin(); it != headers.end(); ++it)
+        request.setRawHeader(it.key(), it.value());
+    const std::unique_ptr<QNetworkReply> reply(network.sendCustomRequest(request, method, body));
+    QSignalSpy finished(reply.get(), &QNetworkReply::finished);
+    if (!reply->isFinished())
+        finished.wait(10000);
+    return QJsonDocument::fromJson(reply->readAll()).object();
+}
+
+QString tst_Released::Release(const QString& name, int type)
+{
+    SignIn("author-1");
+    RpaAppData content;
+    content.InitDefault();
+    content.GetAppExtendInfo()->manual = QStringLiteral("<p>先填写再运行</p>");
+    const QByteArray body = content.ToJson();
+    const QString app =
+        Send("POST", QStringLiteral("/api/v1/apps"),
+             QJsonDocument(QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("kind"), 0}}).toJson())
+            .value(QLatin1String("id"))
+            .toString();
+    const QByteArray digest =
+        "sha-256=:" + QCryptographicHash::hash(body, QCryptographicHash::Sha256).toBase64() + ':';
+    const QString version = Send("POST", QStringLiteral("/api/v1/apps/%1/versions").arg(app), body,
+                                 {{"Content-Digest", digest}, {"Version-Name", "v1"}})
+                                .value(QLatin1String("id"))
+                                .toString();
+    Send("POST", QStringLiteral("/api/v1/versions/%1/release").arg(version),
+         "{\"type\":" + QByteArray::number(type) + "}", {{"If-Match", "\"1\""}});
+    return app;
+}
+
+void tst_Released::runsTheAppThatIsClicked()
+{
+    ReleasedAppModel model;
+    const QAbstractItemModelTester tester(&model);
+    model.SetReleasedApps(
+        {App(QStringLiteral("a"), QStringLiteral("甲")), App(QStringLiteral("b"), QStringLiteral("乙"))});
+    ReleasedListPage page(AppTabs::Online, &model);
+    page.resize(1280, 672);
+    page.show();
+    page.ShowApps();
+    QSignalSpy run(&page, &ReleasedListPage::SigRun);
+
+    auto* cards = Child<QListView>(page, "listReleased");
+    QTest::mouseClick(cards->viewport(), Qt::LeftButton, {},
+                      cards->visualRect(cards->model()->index(1, 0)).center());
+
+    QCOMPARE(run.size(), 1);
+    QCOMPARE(run.first().first().value<VersionServiceReleasedApp>().versionId, QStringLiteral("v-b"));
+}
+
+void tst_Released::findsAppsByAPartOfTheirName()
+{
+    ReleasedAppModel model;
+    model.SetReleasedApps({App(QStringLiteral("a"), QStringLiteral("发票汇总")),
+                           App(QStringLiteral("b"), QStringLiteral("库存"))});
+    ReleasedListPage page(AppTabs::Online, &model);
+
+    Child<QLineEdit>(page, "editSearch")->setText(QStringLiteral("汇总"));
+
+    auto* cards = Child<QListView>(page, "listReleased");
+    QCOMPARE(cards->model()->rowCount(), 1);
+    QCOMPARE(cards->model()->index(0, 0).data().toString(), QStringLiteral("发票汇总"));
+}
+
+void tst_Released::goesToAnotherList()
+{
+    ReleasedAppModel model;
+    ReleasedListPage page(AppTabs::Online, &model);
+    page.show();
+    QSignalSpy chosen(&page, &ReleasedListPage::SigTab);
+
+    QTest::mouseClick(Child<QToolButton>(page, "tabOnline"), Qt::LeftButton);
+    QTest::mouseClick(Child<QToolButton>(page, "tabGray"), Qt::LeftButton);
+
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.first().first().toInt(), int(AppTabs::Gray));
+    QVERIFY(Child<QToolButton>(page, "tabOnline")->isChecked());
+    QVERIFY(!Child<QToolButton>(page, "tabGray")->isChecked());
+}
+
+void tst_Released::showsTheOnlineAppsOfTheVendor()
+{
+    const QString app = Release(QStringLiteral("线上应用一"), 2);
+    ReleasedAppModel model;
+    ReleasedListPage page(AppTabs::Online, &model);
+    ReleasedDesk desk(AppTabs::Online, &model, &page);
+
+    SignIn("user-1");
+    desk.Refresh();
+    QTRY_VERIFY(model.RowOf(app) >= 0);
+
+    SignIn("author-3");
+    desk.Refresh();
+    QTRY_COMPARE(model.RowOf(app), -1);
+}
+
+void tst_Released::redeemsAnInvitationCode()
+{
+    const QString app = Release(QStringLiteral("灰度应用一"), 1);
+    const QString code = Send("GET", QStringLiteral("/api/v1/apps/%1/invitations").arg(app), {})
+                             .value(QLatin1String("invitations"))
+                             .toArray()
+                             .first()
+                             .toObject()
+                             .value(QLatin1String("code"))
+                             .toString();
+    SignIn("user-1");
+    ReleasedAppModel model;
+    ReleasedListPage page(AppTabs::Gray, &model);
+    ReleasedDesk desk(AppTabs::Gray, &model, &page);
+    connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedDesk::Redeem);
+    desk.Refresh();
+    page.show();
+    QTRY_VERIFY(Child<QLabel>(page, "labelEmpty")->isVisible());
+
+    QTest::keyClicks(Child<QLineEdit>(page, "editCode"), code.toLower());
+    QTest::keyClick(Child<QLineEdit>(page, "editCode"), Qt::Key_Return);
+
+    QTRY_COMPARE(model.RowOf(app), 0);
+    QVERIFY(Child<QLineEdit>(page, "editCode")->text().isEmpty());
+}
+
+void tst_Released::saysWhyACodeIsRefused()
+{
+    ReleasedAppModel model;
+    ReleasedListPage page(AppTabs::Gray, &model);
+    ReleasedDesk desk(AppTabs::Gray, &model, &page);
+    connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedDesk::Redeem);
+    page.show();
+
+    QTest::keyClicks(Child<QLineEdit>(page, "editCode"), QStringLiteral("22222-22222"));
+    QTest::mouseClick(Child<QPushButton>(page, "buttonRedeem"), Qt::LeftButton);
+
+    QTRY_COMPARE(Child<QLabel>(page, "labelProblem")->text(),
+                 QStringLiteral("邀请码不存在，请检查后重新输入。"));
+    QCOMPARE(Child<QLineEdit>(page, "editCode")->text(), QStringLiteral("22222-22222"));
+}
+
+void tst_Released::forgetsTheAppsOfTheFormerAccount()
+{
+    const QString app = Release(QStringLiteral("线上应用二"), 2);
+    ReleasedAppModel model;
+    ReleasedListPage page(AppTabs::Online, &model);
+    ReleasedDesk desk(AppTabs::Online, &model, &page);
+    desk.Refresh();
+    QTRY_VERIFY(model.RowOf(app) >= 0);
+
+    desk.Forget();
+
+    QCOMPARE(model.rowCount(), 0);
+}
+
+void tst_Released::copiesRevokesAndMakesInvitationCodes()
+{
+    AppRecord record;
+    record.id = Release(QStringLiteral("灰度应用二"), 1);
+    InvitationDialog dialog(record, DateLanguage::System, nullptr);
+    dialog.show();
+    const auto codes = [&dialog] {
+        QStringList texts;
+        for (const QLabel* label : dialog.findChildren<QLabel*>(QStringLiteral("labelCode"))) {
+            if (label->isVisible())
+                texts << label->text();
+        }
+        return texts;
+    };
+    QTRY_COMPARE(codes().size(), 1);
+    QVERIFY(!Child<QLabel>(dialog, "labelState")->isVisible());
+
+    QTest::mouseClick(Child<QPushButton>(dialog, "buttonCopy"), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), codes().first());
+
+    QTest::mouseClick(Child<QPushButton>(dialog, "buttonRevoke"), Qt::LeftButton);
+    QTRY_COMPARE(codes().size(), 0);
+
+    QTest::mouseClick(Child<QPushButton>(dialog, "buttonCreate"), Qt::LeftButton);
+    QTRY_COMPARE(codes().size(), 1);
+}
+
+void tst_Released::opensAReleasedApp()
+{
+    const QString appId = Release(QStringLiteral("线上应用三"), 2);
+    SignIn("user-1");
+    VersionServiceClient client;
+    VersionServiceReleasedApp app;
+    client.ListOnlineApps(this, [&](const VersionServiceResult<QVector<VersionServiceReleasedApp>>& result) {
+        for (const VersionServiceReleasedApp& one : result.value) {
+            if (one.app.id == appId)
+                app = one;
+        }
+    });
+    QTRY_COMPARE(app.app.id, appId);
+    RunPage page;
+    page.show();
+
+    page.Open(app);
+
+    QTRY_COMPARE(Child<QTextBrowser>(page, "viewManual")->toPlainText(), QStringLiteral("先填写再运行"));
+    QCOMPARE(Child<QLabel>(page, "labelPageTitle")->text(), QStringLiteral("线上应用三"));
+}
+
+void tst_Released::saysWhenAnAppCannotBeRead()
+{
+    RunPage page;
+
+    QVERIFY(!page.ShowApp(App(QStringLiteral("a"), QStringLiteral("甲")), "no app"));
+}
+
+void tst_Released::fetchesNothingForTheInstructions()
+{
+    RunPage page;
+    auto* manual = Child<QTextBrowser>(page, "viewManual");
+
+    QVERIFY(!manual->loadResource(QTextDocument::ImageResource, QUrl(QStringLiteral("file:///etc/hostname")))
+                 .toByteArray()
+                 .size());
+    QVERIFY(
+        !manual->loadResource(QTextDocument::StyleSheetResource, QUrl(QStringLiteral("file:///etc/passwd")))
+             .isValid());
+    QCOMPARE(
+        manual->loadResource(QTextDocument::ImageResource, QUrl(QStringLiteral("data:image/png;base64,QUJD")))
+            .toByteArray(),
+        QByteArray("ABC"));
+}
+
+RPA_TEST_MAIN(tst_Released)
+
+#include "tst_released.moc"

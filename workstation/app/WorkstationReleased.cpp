@@ -1,0 +1,115 @@
+// What lies beyond the release: the lists of online and gray apps, running them, invitations.
+#include "AppDesk.h"
+#include "AppListModel.h"
+#include "AppListPage.h"
+#include "InvitationDialog.h"
+#include "MainWindow.h"
+#include "ReleasedAppModel.h"
+#include "ReleasedDesk.h"
+#include "ReleasedListPage.h"
+#include "RunPage.h"
+#include "Session.h"
+#include "Workstation.h"
+
+#include <RpaEditorCore/RpaEditorNotify.h>
+
+namespace
+{
+constexpr int grayRelease = 1;
+}
+
+void Workstation::CreateReleased()
+{
+    onlineApps = std::make_unique<ReleasedAppModel>();
+    grayApps = std::make_unique<ReleasedAppModel>();
+    onlinePage = new ReleasedListPage(AppTabs::Online, onlineApps.get());
+    grayPage = new ReleasedListPage(AppTabs::Gray, grayApps.get());
+    runPage = new RunPage;
+    window->AddPage(onlinePage, QString());
+    window->AddPage(grayPage, QString());
+    window->AddPage(runPage, QStringLiteral("返回应用列表"));
+    onlineDesk = std::make_unique<ReleasedDesk>(AppTabs::Online, onlineApps.get(), onlinePage);
+    grayDesk = std::make_unique<ReleasedDesk>(AppTabs::Gray, grayApps.get(), grayPage);
+}
+
+void Workstation::ConnectReleased()
+{
+    const auto run = [this](const VersionServiceReleasedApp& app) {
+        pageBeforeRun = window->CurrentPage();
+        window->ShowPage(runPage);
+        runPage->Open(app);
+    };
+    for (auto* model : {onlineApps.get(), grayApps.get()}) {
+        model->SetDateLanguage(settings.GetDateLanguage());
+        connect(&settings, &WorkstationSettings::SigDateLanguageChanged, model,
+                &AppListModel::SetDateLanguage);
+    }
+    for (auto* page : {onlinePage, grayPage}) {
+        connect(page, &ReleasedListPage::SigTab, this, &Workstation::ShowTab);
+        connect(page, &ReleasedListPage::SigRun, this, run);
+    }
+    connect(onlinePage, &ReleasedListPage::SigRefresh, onlineDesk.get(), &ReleasedDesk::Refresh);
+    connect(grayPage, &ReleasedListPage::SigRefresh, grayDesk.get(), &ReleasedDesk::Refresh);
+    connect(grayPage, &ReleasedListPage::SigRedeem, grayDesk.get(), &ReleasedDesk::Redeem);
+    connect(listPage, &AppListPage::SigTab, this, &Workstation::ShowTab);
+    connect(listPage, &AppListPage::SigInvitations, this, &Workstation::ShowInvitations);
+    connect(session.get(), &Session::SigSignedIn, this, [this] {
+        onlineApps->SetAccount(session->GetPin());
+        grayApps->SetAccount(session->GetPin());
+        ForgetReleased();
+    });
+    connect(session.get(), &Session::SigSignedOut, this, &Workstation::ForgetReleased);
+    // Afterwards: the editor is still at work on the answer.
+    connect(RpaEditorNotify::Instance(), &RpaEditorNotify::SigPublishFinished, this,
+            &Workstation::SlotPublished, Qt::QueuedConnection);
+}
+
+void Workstation::ShowTab(int tab)
+{
+    if (tab == AppTabs::Mine) {
+        window->ShowPage(listPage);
+        desk->Refresh();
+    } else if (tab == AppTabs::Online) {
+        window->ShowPage(onlinePage);
+        onlineDesk->Refresh();
+    } else {
+        window->ShowPage(grayPage);
+        grayDesk->Refresh();
+    }
+}
+
+void Workstation::LeaveRun()
+{
+    runPage->Close();
+    window->ShowPage(pageBeforeRun);
+}
+
+// Nobody runs or sees what another account was let into.
+void Workstation::ForgetReleased()
+{
+    if (window->CurrentPage() == runPage) {
+        window->ShowPage(listPage);
+    }
+    runPage->Close();
+    onlineDesk->Forget();
+    grayDesk->Forget();
+}
+
+void Workstation::ShowInvitations(const AppRecord& app)
+{
+    auto* dialog = new InvitationDialog(app, settings.GetDateLanguage(), window.get());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+// tookEffect: the server gives a tip for a release that it carried out.
+void Workstation::SlotPublished(const QString& appId, int publishType, bool tookEffect)
+{
+    desk->Refresh();
+    onlineDesk->Refresh();
+    grayDesk->Refresh();
+    const AppRecord app = apps->AppAt(apps->RowOf(appId));
+    if (tookEffect && publishType == grayRelease && !app.id.isEmpty() && app.creator == session->GetPin()) {
+        ShowInvitations(app);
+    }
+}

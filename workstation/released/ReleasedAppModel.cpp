@@ -1,0 +1,47 @@
+#include "ReleasedAppModel.h"
+
+namespace
+{
+AppRecord RecordOf(const VersionServiceReleasedApp& released)
+{
+    AppRecord record;
+    record.id = released.app.id;
+    record.name = released.app.name;
+    record.kind = released.app.kind;
+    record.creator = released.app.creatorPin;
+    record.creatorName = released.app.creatorName;
+    record.oxsAppKey = released.app.oxsAppKey;
+    record.changedAt = released.releasedAt;
+    return record;
+}
+} // namespace
+
+void ReleasedAppModel::SetReleasedApps(const QVector<VersionServiceReleasedApp>& apps)
+{
+    QVector<AppRecord> cards;
+    for (const VersionServiceReleasedApp& app : apps) {
+        cards << RecordOf(app);
+    }
+    released = apps;
+    SetApps(cards);
+}
+
+VersionServiceReleasedApp ReleasedAppModel::ReleasedAt(int row) const
+{
+    return released.value(row);
+}
+
+QVariant ReleasedAppModel::data(const QModelIndex& index, int role) const
+{
+    if (index.isValid() && index.row() < released.size()) {
+        const VersionServiceReleasedApp& app = released.at(index.row());
+        if (role == KindNameRole) {
+            return AppListModel::data(index, role).toString() + QStringLiteral(" · ") + app.versionName;
+        }
+        if (role == Qt::ToolTipRole && !app.description.isEmpty()) {
+            // Foreign text: never taken for markup.
+            return QString(app.app.name + QLatin1Char('\n') + app.description).toHtmlEscaped();
+        }
+    }
+    return AppListModel::data(index, role);
+}

@@ -1,0 +1,62 @@
+#include "ReleasedDesk.h"
+
+#include "ReleasedAppModel.h"
+#include "ReleasedListPage.h"
+
+#include <RpaEditorLogic/VersionServiceClient.h>
+#include <WbBaseUI/WbToast.h>
+
+ReleasedDesk::ReleasedDesk(AppTabs::Tab shown, ReleasedAppModel* apps, ReleasedListPage* listPage,
+                           QObject* parent)
+    : QObject(parent), tab(shown), model(apps), page(listPage),
+      client(std::make_unique<VersionServiceClient>())
+{
+}
+
+ReleasedDesk::~ReleasedDesk() = default;
+
+void ReleasedDesk::Refresh()
+{
+    // A list that is on the screen stays there until the new one has come.
+    if (model->rowCount() == 0) {
+        page->ShowLoading();
+    }
+    const quint64 refresh = ++lastRefresh;
+    const auto show = [this,
+                       refresh](const VersionServiceResult<QVector<VersionServiceReleasedApp>>& result) {
+        if (refresh != lastRefresh) {
+            return;
+        }
+        if (!result.success) {
+            page->ShowFailed(result.errorDesc);
+            return;
+        }
+        model->SetReleasedApps(result.value);
+        page->ShowApps();
+        page->SelectApp(std::exchange(selectNext, QString()));
+    };
+    if (tab == AppTabs::Online) {
+        client->ListOnlineApps(this, show);
+    } else {
+        client->ListGrayApps(this, show);
+    }
+}
+
+void ReleasedDesk::Redeem(const QString& code)
+{
+    client->RedeemInvitation(
+        code, this, [this](const VersionServiceResult<VersionServiceReleasedApp>& result) {
+            page->ShowRedeemed(result.success ? QString() : result.errorDesc);
+            if (result.success) {
+                WbToast::Show(QStringLiteral("已可以试用“%1”").arg(result.value.app.name), ToastSuccess);
+                selectNext = result.value.app.id;
+                Refresh();
+            }
+        });
+}
+
+void ReleasedDesk::Forget()
+{
+    ++lastRefresh;
+    model->SetReleasedApps({});
+}

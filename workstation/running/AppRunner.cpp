@@ -1,0 +1,127 @@
+#include "AppRunner.h"
+
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaEngineCore/IRpaTranslator.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaPackage/IPackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaPackageInfo.h>
+
+AppRunner::AppRunner(QObject* parent) : QObject(parent)
+{
+    RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+}
+
+AppRunner::~AppRunner()
+{
+    RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
+    Leave();
+}
+
+void AppRunner::SetApp(const RpaAppDataPtr& newApp, IAppParamEngine* paramEngine,
+                       IAppTableEngine* tableEngine)
+{
+    Leave();
+    app = newApp;
+    params = paramEngine;
+    table = tableEngine;
+    packagesInstalled = false;
+}
+
+void AppRunner::Run(const QString& processName)
+{
+    if (!app || IsRunning() || !waiting.isEmpty()) {
+        return;
+    }
+    waiting = processName;
+    SetUpEngine(false);
+    const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
+    RpaEngineModule::Instance()->GetTranslator()->SetTranslateStatements(visual);
+    RpaEngineModule::Instance()->GetTranslator()->SetReportStatements(false);
+    InstallPackages();
+}
+
+void AppRunner::InstallPackages()
+{
+    IPackageService* const service = RpaPackageModule::Instance()->GetService();
+    if (packagesInstalled || !service || app->GetPackageInfo()->IsEmpty()) {
+        SlotPackagesReady();
+        return;
+    }
+    const QString packages = QString::fromUtf8(app->GetPackageInfo()->ToJson());
+    connect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
+    service->Reset(packages);
+    service->Install(packages);
+}
+
+void AppRunner::SlotPackagesReady()
+{
+    if (IPackageService* service = RpaPackageModule::Instance()->GetService()) {
+        disconnect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
+    }
+    packagesInstalled = true;
+    const QString processName = std::exchange(waiting, QString());
+    if (processName.isEmpty() || !app) {
+        return;
+    }
+    const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
+    if (visual && !RpaEngineModule::Instance()->Check(processName)) {
+        emit SigRefused(QStringLiteral("应用的流程有问题，无法运行，详细信息见运行日志"));
+    } else if (!RpaEngineModule::Instance()->Execute(processName)) {
+        emit SigRefused(QStringLiteral("执行流程失败，原因见运行日志"));
+    }
+}
+
+void AppRunner::Stop(const QString& processName)
+{
+    RpaEngineModule::Instance()->Terminate(processName);
+}
+
+void AppRunner::Leave()
+{
+    if (!app) {
+        return;
+    }
+    waiting.clear();
+    if (IsRunning()) {
+        Stop(running);
+    }
+    SetUpEngine(true);
+    app.reset();
+    running.clear();
+}
+
+void AppRunner::SetUpEngine(bool clear)
+{
+    RpaEngineModule* const engine = RpaEngineModule::Instance();
+    engine->SetBrowserEngine(nullptr);
+    engine->SetAppParamEngine(clear ? nullptr : params);
+    engine->SetAppTableEngine(clear ? nullptr : table);
+    engine->SetHtmlNodeManager(clear ? nullptr : app->GetHtmlNodeManager());
+    engine->SetUiaNodeManager(clear ? nullptr : app->GetUiaNodeManager());
+    engine->SetProcessDataManager(clear ? nullptr : app->GetProcessDataManager());
+    engine->SetAppRunTimeInfo(clear ? nullptr : app->GetRunTimeInfo());
+}
+
+void AppRunner::ProcessStart(const QString& processName)
+{
+    if (app) {
+        running = processName;
+        emit SigStarted(processName);
+    }
+}
+
+void AppRunner::ProcessFinish(const QString& processName)
+{
+    if (processName == running) {
+        running.clear();
+        emit SigEnded();
+    }
+}
+
+void AppRunner::ProcessTerminate(const QString& processName)
+{
+    ProcessFinish(processName);
+}

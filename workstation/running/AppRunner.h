@@ -1,0 +1,52 @@
+#pragma once
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaEngineCore/IProcessLifeCycle.h>
+
+#include <QObject>
+
+class IAppParamEngine;
+class IAppTableEngine;
+
+// Runs the processes of a released app in the engine: its packages first, then the process.
+class AppRunner : public QObject, public IProcessLifeCycle
+{
+    Q_OBJECT
+
+public:
+    explicit AppRunner(QObject* parent = nullptr);
+    ~AppRunner() override;
+
+    // What is run from now on. The engines belong to the page and outlive the runner.
+    void SetApp(const RpaAppDataPtr& app, IAppParamEngine* params, IAppTableEngine* table);
+
+    void Run(const QString& processName);
+    void Stop(const QString& processName);
+
+    // Stops what runs, takes everything out of the engine.
+    void Leave();
+
+    bool IsRunning() const { return !running.isEmpty(); }
+
+    void ProcessStart(const QString& processName) override;
+    void ProcessFinish(const QString& processName) override;
+    void ProcessTerminate(const QString& processName) override;
+
+signals:
+    void SigStarted(const QString& processName);
+    void SigEnded();
+    // The run did not start, with the reason in the user's words.
+    void SigRefused(const QString& reason);
+
+private:
+    void SetUpEngine(bool clear);
+    void InstallPackages();
+    void SlotPackagesReady();
+
+    RpaAppDataPtr app;
+    IAppParamEngine* params = nullptr;
+    IAppTableEngine* table = nullptr;
+    QString waiting; // process that waits for its packages
+    QString running;
+    bool packagesInstalled = false;
+};

@@ -1,0 +1,233 @@
+#include "RunPage.h"
+
+#include "ManualView.h"
+
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaAppRunTimeInfo.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
+#include <RpaAppData/RpaToolData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaAppTool/IAppLogWidget.h>
+#include <RpaAppTool/IAppParamWidget.h>
+#include <RpaAppTool/IAppTableWidget.h>
+#include <RpaAppTool/IAppToolWidget.h>
+#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <WbBaseUI/RequestStatusBaseWidget.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbToast.h>
+
+#include <QBoxLayout>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QTabBar>
+
+RunPage::RunPage(QWidget* parent)
+    : WbBaseWidget(parent), client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
+{
+    setObjectName(QStringLiteral("RunPage"));
+    labelTitle = new WbLabel(this);
+    labelTitle->setObjectName(QStringLiteral("labelPageTitle"));
+    labelTitle->setTextFormat(Qt::PlainText);
+    labelVersion = new WbLabel(this);
+    labelVersion->setObjectName(QStringLiteral("labelVersion"));
+    labelVersion->setTextFormat(Qt::PlainText);
+    labelVersion->setProperty("hint", true);
+    labelRun = new WbLabel(this);
+    labelRun->setObjectName(QStringLiteral("labelRun"));
+    labelRun->setProperty("hint", true);
+    auto* head = new QHBoxLayout;
+    head->setSpacing(12);
+    head->addWidget(labelTitle);
+    head->addWidget(labelVersion);
+    head->addStretch();
+    head->addWidget(labelRun);
+    status = new RequestStatusBaseWidget(this);
+    status->setObjectName(QStringLiteral("statusRun"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(28, 20, 28, 20);
+    layout->setSpacing(16);
+    layout->addLayout(head);
+    layout->addWidget(status, 1);
+    layout->addWidget(CreateContent(), 1);
+    status->AddSucceedWidget(content);
+
+    connect(status, &RequestStatusBaseWidget::SigRefresh, this, &RunPage::Load);
+    connect(tabs, &QTabBar::currentChanged, this, &RunPage::ShowUIPage);
+    connect(tools, &IAppToolWidget::SigRunProcess, runner, &AppRunner::Run);
+    connect(tools, &IAppToolWidget::SigStopProcess, runner, &AppRunner::Stop);
+    connect(runner, &AppRunner::SigStarted, this, &RunPage::SlotStarted);
+    connect(runner, &AppRunner::SigEnded, this, &RunPage::SlotEnded);
+    connect(runner, &AppRunner::SigRefused, this,
+            [](const QString& reason) { WbToast::Show(reason, ToastError); });
+}
+
+RunPage::~RunPage()
+{
+    runner->Leave();
+}
+
+QWidget* RunPage::CreateContent()
+{
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(CreateAppSide(splitter));
+    splitter->addWidget(CreateManualSide(splitter));
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({840, 360});
+    content = splitter;
+    return content;
+}
+
+QWidget* RunPage::CreateAppSide(QWidget* parent)
+{
+    auto* side = new QSplitter(Qt::Vertical, parent);
+    side->setChildrenCollapsible(false);
+    auto* page = new QWidget(side);
+    tabs = new QTabBar(page);
+    tabs->setObjectName(QStringLiteral("tabsUI"));
+    tabs->setDrawBase(false);
+    tools = IAppToolWidget::CreateToolEditor(page);
+    auto* scroll = new QScrollArea(page);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
+    params = IAppParamWidget::CreateParamWidget(scroll);
+    scroll->setWidget(params);
+    table = IAppTableWidget::CreateTableWidget(page);
+    table->SetUserEditable(true);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    layout->addWidget(tabs);
+    layout->addWidget(tools);
+    layout->addWidget(scroll, 1);
+    layout->addWidget(table, 1);
+    log = IAppLogWidget::CreateDevelopLog(side);
+    if (auto* manager = RpaEngineModule::Instance()->GetLogManager()) {
+        log->SetLogDataSource(manager->GetLogDataSource());
+    }
+    side->addWidget(page);
+    side->addWidget(log);
+    side->setStretchFactor(0, 3);
+    side->setStretchFactor(1, 1);
+    side->setSizes({420, 160});
+    return side;
+}
+
+QWidget* RunPage::CreateManualSide(QWidget* parent)
+{
+    auto* side = new QFrame(parent);
+    side->setProperty("card", true);
+    side->setMinimumWidth(280);
+    auto* caption = new WbLabel(QStringLiteral("使用说明"), side);
+    caption->setProperty("sectionTitle", true);
+    manual = new ManualView(side);
+    auto* layout = new QVBoxLayout(side);
+    layout->setContentsMargins(16, 12, 8, 12);
+    layout->setSpacing(8);
+    layout->addWidget(caption);
+    layout->addWidget(manual, 1);
+    return side;
+}
+
+void RunPage::Open(const VersionServiceReleasedApp& wanted)
+{
+    Close();
+    released = wanted;
+    labelTitle->setText(released.app.name);
+    labelVersion->setText((released.state == 2 ? QStringLiteral("灰度 · ") : QStringLiteral("线上 · ")) +
+                          released.versionName);
+    Load();
+}
+
+void RunPage::Load()
+{
+    status->SetStatus(RequestStatus::Loading);
+    const quint64 number = ++opened;
+    client->GetVersionData(
+        released.versionId, this, [this, number](const VersionServiceResult<QByteArray>& result) {
+            if (number != opened) {
+                return;
+            }
+            if (!result.success) {
+                status->SetErrorMsg(result.errorDesc);
+                status->SetStatus(RequestStatus::Failed);
+            } else if (!ShowApp(released, result.value)) {
+                status->SetErrorMsg(QStringLiteral("应用的内容无法读取，请联系应用的创建者。"));
+                status->SetStatus(RequestStatus::Failed);
+            }
+        });
+}
+
+bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& json)
+{
+    const auto read = RpaAppDataPtr::create();
+    if (!read->Parse(json)) {
+        return false;
+    }
+    released = shown;
+    // As the server names it, whatever the content says.
+    read->GetAppExtendInfo()->SetAppKind(released.app.kind);
+    read->GetRunTimeInfo()->SetAppId(released.app.id);
+    read->GetRunTimeInfo()->SetOxsAppKey(released.app.oxsAppKey);
+    read->GetRunTimeInfo()->SetEnvironment(released.state == 2 ? QStringLiteral("gray")
+                                                               : QStringLiteral("online"));
+    app = read;
+    runner->SetApp(app, params, table);
+    manual->setHtml(app->GetAppExtendInfo()->GetManual());
+    QStringList names;
+    app->GetUIDataManager()->GetAllUIName(names);
+    {
+        const QSignalBlocker quiet(tabs);
+        while (tabs->count() > 0) {
+            tabs->removeTab(0);
+        }
+        for (const QString& name : names) {
+            tabs->addTab(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+        }
+    }
+    tabs->setVisible(names.size() > 1);
+    ShowUIPage(0);
+    status->SetStatus(RequestStatus::Succeeded);
+    return true;
+}
+
+void RunPage::ShowUIPage(int index)
+{
+    RpaUIData* const page = app ? app->GetUIDataManager()->GetUIData(index) : nullptr;
+    if (page) {
+        app->GetUIDataManager()->SetIndexActive(index);
+    }
+    tools->SetToolData(page ? page->GetToolData() : nullptr);
+    params->SetParamData(page ? page->GetParamData() : nullptr);
+    table->SetTableData(page ? page->GetTableData() : nullptr);
+    table->setVisible(page && !page->GetTableData()->GetColumns().isEmpty());
+}
+
+void RunPage::Close()
+{
+    ++opened;
+    runner->Leave();
+    app.reset();
+    ShowUIPage(-1);
+    manual->clear();
+    labelRun->clear();
+    tabs->setEnabled(true);
+}
+
+// A running process works with the page it was started from.
+void RunPage::SlotStarted()
+{
+    labelRun->setText(QStringLiteral("正在运行…"));
+    tabs->setEnabled(false);
+}
+
+void RunPage::SlotEnded()
+{
+    labelRun->setText(QStringLiteral("运行结束"));
+    tabs->setEnabled(true);
+}

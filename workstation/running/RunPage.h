@@ -1,0 +1,65 @@
+#pragma once
+
+#include "AppRunner.h"
+
+#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <WbBaseUI/WbBaseWidget.h>
+
+#include <memory>
+
+class IAppLogWidget;
+class IAppParamWidget;
+class IAppTableWidget;
+class IAppToolWidget;
+class ManualView;
+class QTabBar;
+class RequestStatusBaseWidget;
+class RpaUIData;
+class VersionServiceClient;
+class WbLabel;
+
+// A released app as its users meet it: its UI pages, whose tools run its processes, the log of the run and
+// the usage instructions beside.
+class RunPage : public WbBaseWidget
+{
+    Q_OBJECT
+
+public:
+    explicit RunPage(QWidget* parent = nullptr);
+    ~RunPage() override;
+
+    // Reads the version from the service and shows it.
+    void Open(const VersionServiceReleasedApp& app);
+
+    // Shows this app data. False when it is not app data.
+    bool ShowApp(const VersionServiceReleasedApp& app, const QByteArray& json);
+
+    // Stops what runs and lets the app go.
+    void Close();
+
+private:
+    QWidget* CreateContent();
+    QWidget* CreateAppSide(QWidget* parent);
+    QWidget* CreateManualSide(QWidget* parent);
+    void Load();
+    void ShowUIPage(int index);
+    void SlotStarted();
+    void SlotEnded();
+
+    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceReleasedApp released;
+    RpaAppDataPtr app;
+    WbLabel* labelTitle = nullptr;
+    WbLabel* labelVersion = nullptr;
+    WbLabel* labelRun = nullptr;
+    QWidget* content = nullptr;
+    QTabBar* tabs = nullptr;
+    IAppToolWidget* tools = nullptr;
+    IAppParamWidget* params = nullptr;
+    IAppTableWidget* table = nullptr;
+    IAppLogWidget* log = nullptr;
+    ManualView* manual = nullptr;
+    RequestStatusBaseWidget* status = nullptr;
+    AppRunner* const runner;
+    quint64 opened = 0;
+};
