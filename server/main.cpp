@@ -7,7 +7,8 @@
 #include <cstdio>
 #include <sodium.h>
 
-namespace {
+namespace
+{
 int PrintRoutes(server::Options options, server::Log& log)
 {
     options.store = QStringLiteral("sqlite::memory:");

@@ -50,7 +50,8 @@ public:
     // Binds and returns the port, which is a free one for port 0. Throws std::runtime_error.
     quint16 Listen(const std::string& host, quint16 port);
 
-    // Serves with `handler` on `threads` threads until Stop() was called and the requests in flight are answered.
+    // Serves with `handler` on `threads` threads until Stop() was called and the requests in flight are
+    // answered.
     void Run(IHttpHandler& handler, int threads);
 
     // No new connections; idle ones close, requests in flight are answered (at most `grace`). Any thread.

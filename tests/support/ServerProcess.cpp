@@ -8,7 +8,8 @@
 #include <QUrl>
 #include <QUuid>
 
-namespace {
+namespace
+{
 constexpr int startMs = 20000;
 constexpr int stopMs = 20000;
 

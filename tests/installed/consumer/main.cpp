@@ -1,6 +1,5 @@
-#include <RpaEditorManager/RpaAppEditorWidget.h>
-
 #include <RpaCore/RobotExecuteInfo.h>
+#include <RpaEditorManager/RpaAppEditorWidget.h>
 
 #include <QApplication>
 

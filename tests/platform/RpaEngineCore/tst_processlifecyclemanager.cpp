@@ -6,7 +6,8 @@
 #include <functional>
 #include <memory>
 
-namespace {
+namespace
+{
 // Registered for its life, as every listener is.
 class Listener : public IProcessLifeCycle
 {

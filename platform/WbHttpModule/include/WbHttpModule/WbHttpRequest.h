@@ -57,8 +57,8 @@ struct WBHTTPMODULE_EXPORT WbHttpRequest
     QString bodyText;
     // Adds "Content-Digest: sha-256=:…:" of the body.
     bool digestBody = false;
-    // Sends the body only when it is JSON within the limits for foreign JSON (JsonGuard); otherwise the answer
-    // is BadRequest with the reason. Checked away from the GUI thread.
+    // Sends the body only when it is JSON within the limits for foreign JSON (JsonGuard); otherwise the
+    // answer is BadRequest with the reason. Checked away from the GUI thread.
     bool guardBody = false;
     // Further certificate authorities (PEM file); empty: those of the system only.
     QString caFile;
