@@ -140,7 +140,7 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
 
 const QFont& StatementDelegate::TitleFont(const QFont& base, bool enabled) const
 {
-    if (!titleBase.isCopyOf(base)) {
+    if (!titleBase || !titleBase->isCopyOf(base)) {
         titleBase = base;
         for (const bool strikeOut : {false, true}) {
             QFont& font = titleFonts[strikeOut ? 0 : 1];

@@ -3,6 +3,8 @@
 #include <QFont>
 #include <QStyledItemDelegate>
 
+#include <optional>
+
 // Paints a statement as a card and its gutter. All rows are equally high, so that the view never measures
 // them.
 class StatementDelegate : public QStyledItemDelegate
@@ -28,6 +30,6 @@ private:
 
     // Kept, since a font made anew is looked up among all fonts of the system.
     QFont gutterFont;
-    mutable QFont titleBase;
-    mutable QFont titleFonts[2]; // of a disabled and of an enabled statement
+    mutable std::optional<QFont> titleBase; // what the title fonts were made from
+    mutable QFont titleFonts[2];            // of a disabled and of an enabled statement
 };
