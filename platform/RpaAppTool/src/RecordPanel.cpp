@@ -115,6 +115,7 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
     view->verticalHeader()->hide();
     view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(32));
     view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    view->horizontalHeader()->setMinimumSectionSize(DpiTool::ScaleDefault(72));
     view->horizontalHeader()->setHighlightSections(false);
     view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     view->setMinimumHeight(DpiTool::ScaleDefault(72));

@@ -29,7 +29,7 @@ BrowserToolBar::BrowserToolBar(QWidget* parent)
     tools->setSpacing(2);
     row->addLayout(tools);
     popup = AddButton("browserPopup", QString(), QString());
-    fold = AddButton("browserFold", QStringLiteral("fold"), QStringLiteral("折叠浏览器窗口"));
+    fold = AddButton("browserFold", QStringLiteral("unfold"), QStringLiteral("折叠浏览器窗口"));
     row->setContentsMargins(6, 5, 6, 4);
     row->setSpacing(2);
 

@@ -7,9 +7,7 @@
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
-#include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
-#include <WbBaseUI/WbIcons.h>
 
 #include <QAction>
 #include <QClipboard>
@@ -162,7 +160,6 @@ private slots:
     void hearsTheDebugger();
     void marksTheStatementThatRuns();
     void marksTheRunWithoutScrollingAway();
-    void hasAnIconForEveryCommand();
     void asksToSaveOnControlS();
     void asksForNoSaveWhileABlockingSaveWaits();
     void keepsStatementsOfUnknownCommands();
@@ -823,19 +820,6 @@ void tst_ProcessVisualEditor::marksTheRunWithoutScrollingAway()
     QCOMPARE(editor.view->verticalScrollBar()->value(), 0);
     QCOMPARE(editor.view->currentIndex().data(Qt::UserRole).toString(), QStringLiteral("s0"));
     TellEngine([](IProcessLifeCycle* listener) { listener->EngineRelease(); });
-}
-
-void tst_ProcessVisualEditor::hasAnIconForEveryCommand()
-{
-    const QStringList icons = WbIcons::Names();
-    int own = 0;
-    for (const RpaCommandInfo& info : RpaCommandCatalogue::Instance()->GetCommands()) {
-        if (info.name.startsWith(QLatin1String("t-")))
-            continue; // of these tests
-        ++own;
-        QVERIFY2(icons.contains(info.icon), qPrintable(info.name + QLatin1Char(' ') + info.icon));
-    }
-    QVERIFY(own > 0);
 }
 
 void tst_ProcessVisualEditor::asksToSaveOnControlS()

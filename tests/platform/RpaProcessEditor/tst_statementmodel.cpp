@@ -4,6 +4,8 @@
 #include "StatementModel_p.h"
 #include "TestApp.h"
 
+#include <WbBaseUI/WbIcons.h>
+
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
 #include <QMimeData>
@@ -58,6 +60,7 @@ private slots:
     void showsTheTreeWithLineNumbers();
     void tellsSummaryNoteAndState();
     void keepsFindingsByStatement();
+    void hasAnIconForEveryCommand();
     void readsExpressionsWithoutTheirMarker_data();
     void readsExpressionsWithoutTheirMarker();
     void movesByDragging_data();
@@ -117,6 +120,19 @@ void tst_StatementModel::keepsFindingsByStatement()
     parts.model.SetFindings({});
     QCOMPARE(parts.model.IndexOf(QStringLiteral("c")).data(StatementModel::FindingRole).toString(),
              QString());
+}
+
+void tst_StatementModel::hasAnIconForEveryCommand()
+{
+    const QStringList icons = WbIcons::Names();
+    int own = 0;
+    for (const RpaCommandInfo& info : RpaCommandCatalogue::Instance()->GetCommands()) {
+        if (info.name.startsWith(QLatin1String("t-")))
+            continue; // of these tests
+        ++own;
+        QVERIFY2(icons.contains(info.icon), qPrintable(info.name + QLatin1Char(' ') + info.icon));
+    }
+    QVERIFY(own > 0);
 }
 
 void tst_StatementModel::readsExpressionsWithoutTheirMarker_data()
