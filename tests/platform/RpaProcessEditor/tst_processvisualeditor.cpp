@@ -3,9 +3,7 @@
 #include "TestApp.h"
 
 #include <OxBase/OxBlocker.h>
-#include <RpaEngineCore/IProcessLifeCycle.h>
 #include <RpaEngineCore/IRpaDebugger.h>
-#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
 
@@ -98,11 +96,6 @@ struct Editor
     QTreeView* view = nullptr;
 };
 
-void TellEngine(const std::function<void(IProcessLifeCycle*)>& call)
-{
-    RpaProcessLifeCycleManager::Instance()->ForEach(call);
-}
-
 bool DropOn(QTreeView& view, QMimeData& mime, const QPoint& place, Qt::DropAction action)
 {
     QDragEnterEvent enter(place, action, &mime, Qt::LeftButton, Qt::NoModifier);
@@ -158,8 +151,6 @@ private slots:
     void findsReferencesToDisabledStatements();
     void showsFindingsAndGoesThere();
     void hearsTheDebugger();
-    void marksTheStatementThatRuns();
-    void marksTheRunWithoutScrollingAway();
     void asksToSaveOnControlS();
     void asksForNoSaveWhileABlockingSaveWaits();
     void keepsStatementsOfUnknownCommands();
@@ -779,47 +770,6 @@ void tst_ProcessVisualEditor::hearsTheDebugger()
     emit debugger->SigCheckNode({info});
 
     QCOMPARE(editor.Find<QTreeWidget>(QStringLiteral("checkList"))->topLevelItemCount(), 1);
-}
-
-void tst_ProcessVisualEditor::marksTheStatementThatRuns()
-{
-    Editor editor;
-    editor.Click(QStringLiteral("a"));
-    const auto isMarked = [&editor](const QString& id) {
-        return editor.IndexOf(id)
-            .data(Qt::AccessibleTextRole)
-            .toString()
-            .contains(QStringLiteral("正在运行"));
-    };
-
-    TellEngine([](IProcessLifeCycle* listener) { listener->ApiExecute(QStringLiteral("c")); });
-    QVERIFY(isMarked(QStringLiteral("c")));
-    const QImage marked = editor.view->viewport()->grab().toImage();
-
-    TellEngine([](IProcessLifeCycle* listener) { listener->ApiExecute(QStringLiteral("e")); });
-    QVERIFY(!isMarked(QStringLiteral("c")));
-    QVERIFY(isMarked(QStringLiteral("e")));
-    QVERIFY(editor.view->viewport()->grab().toImage() != marked);
-
-    TellEngine([](IProcessLifeCycle* listener) { listener->EngineRelease(); });
-    QVERIFY(!isMarked(QStringLiteral("e")));
-    QCOMPARE(editor.view->currentIndex().data(Qt::UserRole).toString(), QStringLiteral("a"));
-    QVERIFY(!editor.app->GetModified());
-}
-
-void tst_ProcessVisualEditor::marksTheRunWithoutScrollingAway()
-{
-    QVector<RpaStatement> many;
-    for (int i = 0; i < 100; ++i)
-        many.append(Log(QStringLiteral("s%1").arg(i)));
-    Editor editor(many);
-    editor.Click(QStringLiteral("s0"));
-
-    TellEngine([](IProcessLifeCycle* listener) { listener->ApiExecute(QStringLiteral("s99")); });
-
-    QCOMPARE(editor.view->verticalScrollBar()->value(), 0);
-    QCOMPARE(editor.view->currentIndex().data(Qt::UserRole).toString(), QStringLiteral("s0"));
-    TellEngine([](IProcessLifeCycle* listener) { listener->EngineRelease(); });
 }
 
 void tst_ProcessVisualEditor::asksToSaveOnControlS()
