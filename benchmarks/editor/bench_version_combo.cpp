@@ -144,15 +144,21 @@ void Report(QTextStream& out, const QString& name, int rows)
     out << Qt::endl;
 }
 
+const QStringList defaultSizes = {QStringLiteral("10"), QStringLiteral("100"), QStringLiteral("1000"),
+                                  QStringLiteral("10000")};
+
 } // namespace
 
+// bench_version_combo [ROWS ...]
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QTextStream out(stdout);
     out << "median ms        rows         fill    1st popup    2nd popup      rebuild  popup after"
         << Qt::endl;
-    for (int rows : {10, 100, 1000, 10000}) {
+    const QStringList given = app.arguments().mid(1);
+    for (const QString& size : given.isEmpty() ? defaultSizes : given) {
+        const int rows = size.toInt();
         Report<VersionCombo>(out, QStringLiteral("version combo"), rows);
         Report<BareList>(out, QStringLiteral("bare list"), rows);
     }

@@ -30,6 +30,7 @@ void ElidedLabelEx::SetText(const QString& text, const QString& second)
 {
     firstText = text;
     secondText = second;
+    ForgetMeasures();
     // QLabel keeps the text too: it is what assistive programs and QLabel::text() read.
     setText(second.isEmpty() ? text : text + QLatin1Char(' ') + second);
     updateGeometry();
@@ -51,7 +52,7 @@ QSize ElidedLabelEx::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
     const QMargins margins = contentsMargins();
-    const int width = metrics.horizontalAdvance(firstText) + SecondTextWidth(metrics, secondText);
+    const int width = FirstTextWidth() + SecondTextWidth(metrics, secondText);
     return {width + margins.left() + margins.right() + 1,
             metrics.height() + margins.top() + margins.bottom()};
 }
@@ -74,15 +75,49 @@ void ElidedLabelEx::paintEvent(QPaintEvent*)
 
     QRect area = contentsRect();
     const int secondWidth = SecondTextWidth(fontMetrics(), secondText);
-    const QPalette::ColorRole role = foregroundRole();
+    painter.setPen(option.palette.color(foregroundRole()));
     if (secondWidth > 0) {
-        style()->drawItemText(&painter, area, Qt::AlignRight | Qt::AlignVCenter, palette(), isEnabled(),
-                              secondText, role);
+        painter.drawText(area, Qt::AlignRight | Qt::AlignVCenter, secondText);
         area.setRight(area.right() - secondWidth);
     }
-    const QString shown = fontMetrics().elidedText(firstText, Qt::ElideRight, area.width());
-    style()->drawItemText(&painter, area, int(alignment()) | Qt::TextSingleLine, palette(), isEnabled(),
-                          shown, role);
+    LayOut(area.width());
+    const QRect place = QStyle::alignedRect(layoutDirection(), alignment(),
+                                            laidOut.size().toSize().boundedTo(area.size()), area);
+    painter.setClipRect(area);
+    painter.drawStaticText(place.topLeft(), laidOut);
+}
+
+int ElidedLabelEx::FirstTextWidth() const
+{
+    if (firstTextWidth < 0)
+        firstTextWidth = fontMetrics().horizontalAdvance(firstText);
+    return firstTextWidth;
+}
+
+void ElidedLabelEx::ForgetMeasures()
+{
+    firstTextWidth = -1;
+    laidOutRoom = -1;
+}
+
+// Eliding and shaping cost several times what drawing does, and lists repaint their labels often.
+void ElidedLabelEx::LayOut(int room)
+{
+    if (room == laidOutRoom)
+        return;
+    laidOutRoom = room;
+    QString line = firstText;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    laidOut.setTextFormat(Qt::PlainText);
+    laidOut.setText(fontMetrics().elidedText(line, Qt::ElideRight, room));
+    laidOut.prepare({}, font());
+}
+
+void ElidedLabelEx::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        ForgetMeasures();
+    QLabel::changeEvent(event);
 }
 
 void ElidedLabelEx::resizeEvent(QResizeEvent* event)
@@ -94,6 +129,7 @@ void ElidedLabelEx::resizeEvent(QResizeEvent* event)
 void ElidedLabelEx::UpdateToolTip()
 {
     const int room = contentsRect().width() - SecondTextWidth(fontMetrics(), secondText);
-    const bool elided = fontMetrics().horizontalAdvance(firstText) > room;
-    setToolTip(elided ? firstText : QString());
+    const QString tip = FirstTextWidth() > room ? firstText : QString();
+    if (tip != toolTip())
+        setToolTip(tip);
 }

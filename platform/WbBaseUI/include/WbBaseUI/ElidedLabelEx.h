@@ -3,6 +3,7 @@
 #include <WbBaseUI/WbBaseUIExport.h>
 
 #include <QLabel>
+#include <QStaticText>
 
 // A one-line label that elides its text to fit; the full text is its tool tip while it is elided. A second
 // text, when not empty, stands at the right end and is never elided.
@@ -24,10 +25,17 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    int FirstTextWidth() const;
+    void ForgetMeasures();
+    void LayOut(int room);
     void UpdateToolTip();
 
     QString firstText;
     QString secondText;
+    QStaticText laidOut;
+    int laidOutRoom = -1; // the width that laidOut was made for
+    mutable int firstTextWidth = -1;
 };
