@@ -1,0 +1,11 @@
+#include "SystemPython_p.h"
+
+#include <WbFoundation/PythonInterpreter.h>
+
+#include <QCoreApplication>
+
+QString PythonInterpreter::Find()
+{
+    const QString chosen = qEnvironmentVariable("RPA_PYTHON");
+    return chosen.isEmpty() ? SystemPython(QCoreApplication::applicationDirPath()) : chosen;
+}

@@ -1,0 +1,139 @@
+#include <WbFoundation/JobProcess.h>
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <windows.h>
+
+namespace
+{
+
+const QString shell = QStringLiteral("cmd.exe");
+
+// A shell that waits for a grandchild, which waits for a minute.
+QStringList TwoGenerations()
+{
+    return {QStringLiteral("/c"), QStringLiteral("cmd.exe /c ping -n 60 127.0.0.1")};
+}
+
+// A pipe whose writing end any careless child would inherit.
+class OpenPipe
+{
+public:
+    OpenPipe()
+    {
+        SECURITY_ATTRIBUTES inheritable{sizeof inheritable, nullptr, TRUE};
+        CreatePipe(&reading, &writing, &inheritable, 0);
+    }
+    ~OpenPipe() { CloseHandle(reading); }
+
+    // After our own end is closed: whether nobody else holds one.
+    bool IsAlone()
+    {
+        CloseHandle(writing);
+        return !PeekNamedPipe(reading, nullptr, 0, nullptr, nullptr, nullptr) &&
+               GetLastError() == ERROR_BROKEN_PIPE;
+    }
+
+private:
+    HANDLE reading = nullptr;
+    HANDLE writing = nullptr;
+};
+
+} // namespace
+
+class JobProcessTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void worksLikeAnyProcess()
+    {
+        JobProcess process;
+
+        process.start(shell, {QStringLiteral("/c"), QStringLiteral("echo hello & exit 7")});
+
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.readAllStandardOutput().trimmed(), QByteArray("hello"));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 7);
+    }
+
+    void readsWhatItIsGiven()
+    {
+        JobProcess process;
+        process.start(shell, {QStringLiteral("/c"), QStringLiteral("more")});
+
+        process.write("one\r\ntwo\r\n");
+        process.closeWriteChannel();
+
+        QVERIFY(process.waitForFinished());
+        QVERIFY(process.readAllStandardOutput().contains("two"));
+    }
+
+    void killsEveryGeneration()
+    {
+        JobProcess process;
+        process.start(shell, TwoGenerations());
+        QTRY_VERIFY(process.CountProcesses() >= 3);
+
+        process.KillJob();
+
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QTRY_COMPARE(process.CountProcesses(), 0);
+    }
+
+    void whatAProcessLeftBehindIsStillKilled()
+    {
+        JobProcess process;
+        process.start(shell, {QStringLiteral("/c"), QStringLiteral("start /b ping -n 60 127.0.0.1")});
+        QVERIFY(process.waitForFinished());
+        QVERIFY(process.CountProcesses() > 0);
+
+        process.KillJob();
+
+        QTRY_COMPARE(process.CountProcesses(), 0);
+    }
+
+    void nothingOutlivesTheObject()
+    {
+        HANDLE child = nullptr;
+        {
+            JobProcess process;
+            process.start(shell, TwoGenerations());
+            QTRY_VERIFY(process.CountProcesses() >= 3);
+            child = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process.processId()));
+            QVERIFY(child);
+        }
+
+        QCOMPARE(WaitForSingleObject(child, 5000), WAIT_OBJECT_0);
+        CloseHandle(child);
+    }
+
+    void inheritsItsStandardHandlesOnly()
+    {
+        OpenPipe pipe;
+        JobProcess process;
+        process.start(shell, TwoGenerations());
+        QVERIFY(process.waitForStarted());
+
+        QVERIFY(pipe.IsAlone());
+    }
+
+    void aMissingProgramIsAFailedStart()
+    {
+        JobProcess process;
+        QSignalSpy problems(&process, &QProcess::errorOccurred);
+
+        process.start(QStringLiteral("no such program.exe"), QStringList());
+
+        QVERIFY(!process.waitForStarted());
+        QTRY_COMPARE(problems.size(), 1);
+        QCOMPARE(problems.first().first().value<QProcess::ProcessError>(), QProcess::FailedToStart);
+        QCOMPARE(process.CountProcesses(), 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(JobProcessTest)
+#include "tst_jobprocess_windows.moc"
