@@ -1,19 +1,22 @@
-"""Runs one process of an app in a Python of its own and speaks to the editor over a local socket.
+"""Runs one process of an app in a Python of its own and speaks to the editor over a socket.
 
-Started as: python3 -I -u rpa_child.py SOCKET TOKEN. A frame is a 4-byte big-endian length and a JSON object. Nothing in
-the program costs time per statement: where it stands is sampled from outside, and where it failed is read from the
-traceback.
+Started as: python3 -I -u -X utf8 rpa_child.py ADDRESS TOKEN, where ADDRESS is "local:PATH" or "tcp:PORT" of this
+machine. The token goes first, as it stands; then both sides send frames: a 4-byte big-endian length and a JSON object.
+Nothing in the program costs time per statement: where it stands is sampled from outside, and where it failed is read
+from the traceback.
 """
 
 import json
 import linecache
 import os
+import select
 import signal
 import socket
 import struct
 import sys
 import threading
 import traceback
+import _thread
 
 PROGRAM_FILE = "<process>"
 SAMPLE_SECONDS = 0.05
@@ -26,6 +29,10 @@ LARGEST_RECEIVE_BYTES = 1024 * 1024
 # Made once: json.dumps() with arguments makes an encoder for every call.
 ENCODE = json.JSONEncoder(ensure_ascii=False, separators=(",", ":"), default=str).encode
 DECODE = json.JSONDecoder().decode
+# What ends the program from within. Where the main thread cannot be sent a signal, only the interrupt wakes it when it
+# sleeps.
+CAN_SIGNAL = hasattr(signal, "pthread_kill")
+STOP_SIGNAL = signal.SIGTERM if CAN_SIGNAL else signal.SIGINT
 
 
 class Stopped(BaseException):
@@ -36,10 +43,22 @@ class CallFailed(Exception):
     """The editor refused a call; the text is the reason in the user's words."""
 
 
+def connect(address):
+    kind, _, place = address.partition(":")
+    if kind == "local":
+        connection = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        connection.connect(place)
+        return connection
+    connection = socket.socket(socket.AF_INET, socket.SOCK_STREAM)
+    connection.connect(("127.0.0.1", int(place)))
+    connection.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
+    return connection
+
+
 class Link:
-    def __init__(self, path):
-        self.socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        self.socket.connect(path)
+    def __init__(self, address, token):
+        self.socket = connect(address)
+        self.socket.sendall(token.encode())
         self.write_lock = threading.Lock()
         self.call_lock = threading.Lock()
         self.next_call = 0
@@ -77,9 +96,25 @@ class Link:
                 answer = self.receive()
                 if answer.get("t") == "answer" and answer.get("id") == self.next_call:
                     break
+                self.take_request(answer)
         if not answer.get("ok"):
             raise CallFailed(answer.get("error") or "编辑器没有执行这个操作")
         return answer.get("value")
+
+    def look_for_request(self):
+        """Reads what came while no call is under way; a call reads it itself."""
+        if not self.call_lock.acquire(blocking=False):
+            return
+        try:
+            if self.received or select.select([self.socket], [], [], 0)[0]:
+                self.take_request(self.receive())
+        finally:
+            self.call_lock.release()
+
+    @staticmethod
+    def take_request(frame):
+        if frame.get("t") == "stop":
+            interrupt_program()
 
 
 class Output:
@@ -157,11 +192,12 @@ def current_line():
 
 
 def watch():
-    """Tells the editor where the program stands and what it wrote, some times a second."""
+    """Tells the editor where the program stands and what it wrote, some times a second, and hears what it asks."""
     last = 0
     ticker = threading.Event()
     while True:
         ticker.wait(SAMPLE_SECONDS)
+        LINK.look_for_request()
         OUTPUT.flush()
         line = program_line(sys._current_frames().get(MAIN))
         if line and line != last:
@@ -186,6 +222,13 @@ def redirect_output():
     os.close(writable)
     threading.Thread(target=read_foreign_output, args=(readable,), daemon=True).start()
     sys.stdout, sys.stderr = Writer("info"), Writer("error")
+
+
+def interrupt_program():
+    if CAN_SIGNAL:
+        signal.pthread_kill(MAIN, STOP_SIGNAL)
+    else:
+        _thread.interrupt_main(STOP_SIGNAL)
 
 
 def stop(*_):
@@ -251,21 +294,20 @@ def run(job):
 
 def main():
     global LINK
-    path, token = sys.argv[1:3]
+    address, token = sys.argv[1:3]
     sys.argv = [PROGRAM_FILE]
     sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-    LINK = Link(path)
-    LINK.send({"t": "hello", "token": token})
+    LINK = Link(address, token)
     # Ready before the job comes: a child that is kept warm waits in the next line with everything loaded.
     import rpa_api  # noqa: F401
 
     redirect_output()
     job = LINK.receive()
-    signal.signal(signal.SIGTERM, stop)
     signal.signal(signal.SIGINT, signal.SIG_IGN)
+    signal.signal(STOP_SIGNAL, stop)
     threading.Thread(target=watch, daemon=True).start()
     end = run(job)
-    signal.signal(signal.SIGTERM, signal.SIG_IGN)
+    signal.signal(STOP_SIGNAL, signal.SIG_IGN)
     sys.stdout.flush()
     sys.stderr.flush()
     OUTPUT.flush()

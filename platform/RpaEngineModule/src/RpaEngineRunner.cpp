@@ -7,18 +7,12 @@
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <WbFoundation/PythonInterpreter.h>
 
 #include <QTimer>
 
 namespace
 {
-
-// Debian's own: another build in PATH would miss the packages that the commands need.
-const QString& Interpreter()
-{
-    static const QString path = QStringLiteral("/usr/bin/python3");
-    return path;
-}
 
 void TellListeners(const std::function<void(IProcessLifeCycle*)>& call)
 {
@@ -69,7 +63,7 @@ std::unique_ptr<RpaRun> RpaEngineRunner::TakeChild(QString* reason)
     if (ready && ready->IsAlive())
         return std::move(ready);
     auto fresh = std::make_unique<RpaRun>();
-    return fresh->Warm(Interpreter(), reason) ? std::move(fresh) : nullptr;
+    return fresh->Warm(PythonInterpreter::Find(), reason) ? std::move(fresh) : nullptr;
 }
 
 void RpaEngineRunner::KeepOneReady()
@@ -78,7 +72,7 @@ void RpaEngineRunner::KeepOneReady()
         return;
     QString reason;
     ready = std::make_unique<RpaRun>();
-    if (!ready->Warm(Interpreter(), &reason))
+    if (!ready->Warm(PythonInterpreter::Find(), &reason))
         ready.reset();
 }
 

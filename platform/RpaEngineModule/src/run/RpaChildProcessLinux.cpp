@@ -68,8 +68,6 @@ public:
     // In a namespace the kernel does it; elsewhere by hand, and again for what was born meanwhile.
     void KillGroup()
     {
-        if (interpreterPid > 0)
-            kill(static_cast<pid_t>(interpreterPid), SIGKILL);
         if (process.state() != QProcess::NotRunning)
             process.kill();
         if (IsInNamespace())
@@ -87,7 +85,6 @@ public:
     QTimer watch;
     QByteArray mark;
     QByteArray earlyOutput;
-    qint64 interpreterPid = 0;
     bool exited = false;
 };
 
@@ -162,17 +159,6 @@ bool RpaChildProcess::Start(const QString& interpreter, const QStringList& argum
 bool RpaChildProcess::IsRunning() const
 {
     return d->process.state() != QProcess::NotRunning;
-}
-
-void RpaChildProcess::SetInterpreterPid(qint64 pid)
-{
-    d->interpreterPid = pid;
-}
-
-void RpaChildProcess::Interrupt()
-{
-    if (d->interpreterPid > 0)
-        kill(static_cast<pid_t>(d->interpreterPid), SIGTERM);
 }
 
 void RpaChildProcess::Kill()

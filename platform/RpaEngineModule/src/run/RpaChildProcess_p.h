@@ -30,18 +30,12 @@ public:
 
     bool IsRunning() const;
 
-    // Tells the process id of the interpreter once it is known; needed by Interrupt().
-    void SetInterpreterPid(qint64 pid);
-
-    // Asks the interpreter to end by itself.
-    void Interrupt();
-
     // Kills the interpreter and every process that descends from it; none is left when it returns or a moment
     // later. SigExited follows.
     void Kill();
 
 signals:
-    // Once; crashed: it ended by a signal. output: what it wrote before its channel was up, for the log.
+    // Once; crashed: it did not end by itself. output: what it wrote before its channel was up, for the log.
     void SigExited(bool crashed, const QString& output);
     // A limit was passed; the reason is for the user. The group has been killed.
     void SigLimitPassed(const QString& reason);

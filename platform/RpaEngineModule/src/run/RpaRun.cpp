@@ -56,7 +56,6 @@ RpaRun::RpaRun(QObject* parent) : QObject(parent), d(std::make_unique<Private>()
     connect(&d->grace, &QTimer::timeout, this, [this] { d->child.Kill(); });
     connect(&d->channel, &RpaRunChannel::SigConnected, this, [this] {
         d->connected = true;
-        d->child.SetInterpreterPid(d->channel.GetPeerPid());
         d->SendJob();
     });
     connect(&d->channel, &RpaRunChannel::SigFrame, this, &RpaRun::TakeFrame);
@@ -81,6 +80,10 @@ RpaRun::~RpaRun()
 
 bool RpaRun::Warm(const QString& interpreter, QString* reason)
 {
+    if (interpreter.isEmpty()) {
+        *reason = QStringLiteral("找不到 Python，请先安装 Python 3");
+        return false;
+    }
     for (const char* name : RuntimeFiles) {
         const QString target = d->folder.filePath(QLatin1String(name));
         if (!QFile::copy(QStringLiteral(":/rpa/runtime/") + QLatin1String(name), target)) {
@@ -92,8 +95,12 @@ bool RpaRun::Warm(const QString& interpreter, QString* reason)
         *reason = QStringLiteral("无法建立与流程的连接");
         return false;
     }
-    const QStringList arguments{QStringLiteral("-I"), QStringLiteral("-u"),
-                                d->folder.filePath(QStringLiteral("rpa_child.py")), d->channel.GetPath(),
+    const QStringList arguments{QStringLiteral("-I"),
+                                QStringLiteral("-u"),
+                                QStringLiteral("-X"),
+                                QStringLiteral("utf8"),
+                                d->folder.filePath(QStringLiteral("rpa_child.py")),
+                                d->channel.GetAddress(),
                                 QString::fromLatin1(d->channel.GetToken())};
     return d->child.Start(interpreter, arguments, d->folder.path(), reason);
 }
@@ -117,7 +124,7 @@ void RpaRun::Stop()
         d->child.Kill();
         return;
     }
-    d->child.Interrupt();
+    d->channel.Send({{QStringLiteral("t"), QStringLiteral("stop")}});
     d->grace.start();
 }
 

@@ -1,12 +1,9 @@
-#include "RpaPeer_p.h"
 #include "RpaRunChannel_p.h"
 
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
 #include <QElapsedTimer>
-#include <QLocalSocket>
-#include <QRandomGenerator>
 #include <QtEndian>
 
 namespace
@@ -18,32 +15,12 @@ constexpr qint64 SliceMs = 4;
 // What the system may hold for us while we are busy; the child then waits in its write.
 constexpr qint64 SocketBufferBytes = 1024 * 1024;
 
-QByteArray MakeToken()
-{
-    quint32 words[8];
-    QRandomGenerator::system()->fillRange(words);
-    return QByteArray(reinterpret_cast<const char*>(words), sizeof words).toHex();
-}
-
-// As long for a nearly right token as for a wrong one.
-bool EqualInConstantTime(const QByteArray& a, const QByteArray& b)
-{
-    if (a.size() != b.size())
-        return false;
-    int difference = 0;
-    for (int i = 0; i < a.size(); ++i)
-        difference |= a.at(i) ^ b.at(i);
-    return difference == 0;
-}
-
 } // namespace
 
-RpaRunChannel::RpaRunChannel(QObject* parent) : QObject(parent), token(MakeToken())
+RpaRunChannel::RpaRunChannel(QObject* parent) : QObject(parent)
 {
-    server.setSocketOptions(QLocalServer::UserAccessOption);
-    server.setMaxPendingConnections(4);
     more.setSingleShot(true);
-    connect(&server, &QLocalServer::newConnection, this, &RpaRunChannel::Accept);
+    connect(&door, &RpaRunDoor::SigAdmitted, this, &RpaRunChannel::Take);
     connect(&more, &QTimer::timeout, this, &RpaRunChannel::ReadSome);
 }
 
@@ -55,31 +32,24 @@ RpaRunChannel::~RpaRunChannel()
 
 bool RpaRunChannel::Listen(const QString& folder)
 {
-    return server.listen(folder + QStringLiteral("/run.socket"));
+    return door.Open(folder);
 }
 
-QString RpaRunChannel::GetPath() const
+void RpaRunChannel::Take(RpaRunSocket* admitted)
 {
-    return server.fullServerName();
-}
-
-void RpaRunChannel::Accept()
-{
-    while (QLocalSocket* next = server.nextPendingConnection()) {
-        if (socket) {
-            next->abort();
-            next->deleteLater();
-            continue;
-        }
-        socket = next;
-        socket->setReadBufferSize(SocketBufferBytes);
-        connect(next, &QLocalSocket::readyRead, this, &RpaRunChannel::ReadSome);
-        connect(next, &QLocalSocket::disconnected, this, [this] {
-            ReadSome();
-            if (!more.isActive())
-                Close(QString());
-        });
-    }
+    socket = admitted;
+    socket->setParent(this);
+    socket->setReadBufferSize(SocketBufferBytes);
+    RpaRunSockets::Prepare(*socket);
+    connect(admitted, &RpaRunSocket::readyRead, this, &RpaRunChannel::ReadSome);
+    connect(admitted, &RpaRunSocket::disconnected, this, [this] {
+        ReadSome();
+        if (!more.isActive())
+            Close(QString());
+    });
+    emit SigConnected();
+    // It may have said more than its token already.
+    ReadSome();
 }
 
 void RpaRunChannel::ReadSome()
@@ -103,7 +73,7 @@ void RpaRunChannel::ReadSome()
         if (!took)
             break;
     }
-    if (socket && socket->state() == QLocalSocket::UnconnectedState)
+    if (socket && socket->state() == RpaRunSocket::UnconnectedState)
         Close(QString());
 }
 
@@ -129,30 +99,8 @@ bool RpaRunChannel::TakeFrame()
         Close(QStringLiteral("流程发来的数据无法识别：%1").arg(reader.GetReason()));
         return false;
     }
-    if (greeted)
-        emit SigFrame(value.toMap());
-    else
-        TakeHello(value.toMap());
+    emit SigFrame(value.toMap());
     return true;
-}
-
-void RpaRunChannel::TakeHello(const QVariantMap& frame)
-{
-    if (frame.value(QStringLiteral("t")).toString() != QLatin1String("hello") ||
-        !EqualInConstantTime(frame.value(QStringLiteral("token")).toString().toLatin1(), token)) {
-        // Somebody else: the real child may still come.
-        socket->disconnect(this);
-        socket->abort();
-        socket->deleteLater();
-        socket = nullptr;
-        received.clear();
-        taken = 0;
-        return;
-    }
-    greeted = true;
-    server.close();
-    peerPid = PeerPid(*socket);
-    emit SigConnected();
 }
 
 void RpaRunChannel::Send(const QVariantMap& frame)
@@ -174,7 +122,7 @@ void RpaRunChannel::Close(const QString& reason)
 {
     if (!socket)
         return;
-    QLocalSocket* gone = socket;
+    RpaRunSocket* gone = socket;
     socket = nullptr;
     more.stop();
     gone->disconnect(this);

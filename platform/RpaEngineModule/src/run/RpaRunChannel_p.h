@@ -1,18 +1,17 @@
 #pragma once
 
+#include "RpaRunDoor_p.h"
+
 #include <QByteArray>
-#include <QLocalServer>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
 #include <QVariantMap>
 
-class QLocalSocket;
-
-// The wire between the editor and one child: frames of a 4-byte big-endian length and a JSON object over a
-// local socket in a folder that only this user may enter. One connection is taken, and only with the token.
-// What the child sends is not believed: sizes are bounded, frames are read in slices so that a chatty child
-// cannot hold up the user, and a frame that is not well-formed ends the connection.
+// The wire between the editor and one child: frames of a 4-byte big-endian length and a JSON object over the
+// one connection that the door lets in. What the child sends is not believed: sizes are bounded, frames are
+// read in slices so that a chatty child cannot hold up the user, and a frame that is not well-formed ends the
+// connection.
 class RpaRunChannel : public QObject
 {
     Q_OBJECT
@@ -23,15 +22,13 @@ public:
     explicit RpaRunChannel(QObject* parent = nullptr);
     ~RpaRunChannel() override;
 
-    // Listens below the folder. False when the socket cannot be made.
+    // The folder belongs to this run. False when the system refuses.
     bool Listen(const QString& folder);
-    QString GetPath() const;
-    QByteArray GetToken() const { return token; }
+    // Of the listener and what the child has to show there, for its command line.
+    QString GetAddress() const { return door.GetAddress(); }
+    QByteArray GetToken() const { return door.GetToken(); }
 
     void Send(const QVariantMap& frame);
-
-    // Process id of the child as this process sees it; 0 before it has connected.
-    qint64 GetPeerPid() const { return peerPid; }
 
     // Whether frames may still come that were sent before the child went away.
     bool HasUnread() const { return !socket.isNull(); }
@@ -43,18 +40,14 @@ signals:
     void SigClosed(const QString& reason);
 
 private:
-    void Accept();
+    void Take(RpaRunSocket* admitted);
     void ReadSome();
     bool TakeFrame();
-    void TakeHello(const QVariantMap& frame);
     void Close(const QString& reason);
 
-    QLocalServer server;
-    QPointer<QLocalSocket> socket;
-    QByteArray token;
+    RpaRunDoor door;
+    QPointer<RpaRunSocket> socket;
     QByteArray received;
     int taken = 0; // of received
     QTimer more;
-    qint64 peerPid = 0;
-    bool greeted = false;
 };

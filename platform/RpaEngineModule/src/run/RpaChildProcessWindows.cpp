@@ -1,0 +1,110 @@
+#include "RpaChildProcess_p.h"
+
+#include <WbFoundation/JobProcess.h>
+
+#include <QTimer>
+
+namespace
+{
+
+constexpr int WatchIntervalMs = 200;
+constexpr int EarlyOutputBytes = 8 * 1024;
+// The system itself keeps limits this much wider: what passes the real ones in small steps is ended with a
+// text, what would pass them in one leap fails in the program.
+constexpr qint64 MemorySlackBytes = qint64(128) * 1024 * 1024;
+constexpr int ProcessSlack = 32;
+
+// Nothing of this user's Python set-up, nor of the editor's own environment, may change what a run does.
+QProcessEnvironment CleanEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const QStringList names = environment.keys();
+    for (const QString& name : names) {
+        for (const char* prefix : {"PYTHON", "PIP_", "PY_PYTHON", "QTWEBENGINE_"}) {
+            if (name.startsWith(QLatin1String(prefix), Qt::CaseInsensitive))
+                environment.remove(name);
+        }
+    }
+    // For Python programs that the process starts; it is itself told so on its command line.
+    environment.insert(QStringLiteral("PYTHONUTF8"), QStringLiteral("1"));
+    return environment;
+}
+
+} // namespace
+
+class RpaChildProcess::Private
+{
+public:
+    QString PassedLimit() const
+    {
+        if (process.GetPeakMemory() > limits.memoryBytes)
+            return QStringLiteral("流程使用的内存超过 %1 MB，已被停止").arg(limits.memoryBytes >> 20);
+        if (process.CountProcesses() > limits.processes)
+            return QStringLiteral("流程启动的程序超过 %1 个，已被停止").arg(limits.processes);
+        return {};
+    }
+
+    JobProcess process;
+    RpaChildLimits limits;
+    QTimer watch;
+    QByteArray earlyOutput;
+};
+
+RpaChildProcess::RpaChildProcess(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
+{
+    d->process.setProcessChannelMode(QProcess::MergedChannels);
+    connect(&d->process, &QProcess::readyRead, this,
+            [this] { d->earlyOutput = (d->earlyOutput + d->process.readAll()).left(EarlyOutputBytes); });
+    connect(&d->process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+            [this](int, QProcess::ExitStatus status) {
+                d->watch.stop();
+                // What the program started may outlive it.
+                d->process.KillJob();
+                emit SigExited(status == QProcess::CrashExit, QString::fromUtf8(d->earlyOutput).trimmed());
+            });
+    connect(&d->watch, &QTimer::timeout, this, [this] {
+        const QString reason = d->PassedLimit();
+        if (reason.isEmpty())
+            return;
+        d->watch.stop();
+        d->process.KillJob();
+        emit SigLimitPassed(reason);
+    });
+}
+
+RpaChildProcess::~RpaChildProcess()
+{
+    d->process.disconnect(this);
+}
+
+void RpaChildProcess::SetLimits(const RpaChildLimits& limits)
+{
+    d->limits = limits;
+}
+
+bool RpaChildProcess::Start(const QString& interpreter, const QStringList& arguments,
+                            const QString& workingFolder, QString* reason)
+{
+    d->process.SetLimits(d->limits.memoryBytes + MemorySlackBytes, d->limits.processes + ProcessSlack);
+    d->process.setProcessEnvironment(CleanEnvironment());
+    d->process.setWorkingDirectory(workingFolder);
+    d->process.start(interpreter, arguments);
+    if (!d->process.waitForStarted(5000)) {
+        if (reason)
+            *reason = QStringLiteral("无法启动 %1：%2").arg(interpreter, d->process.errorString());
+        return false;
+    }
+    d->process.closeWriteChannel();
+    d->watch.start(WatchIntervalMs);
+    return true;
+}
+
+bool RpaChildProcess::IsRunning() const
+{
+    return d->process.state() != QProcess::NotRunning;
+}
+
+void RpaChildProcess::Kill()
+{
+    d->process.KillJob();
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "RpaRunSocket_p.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QVector>
+
+// Lets in the child of one run: the first connection that begins with the run's token. Whoever says anything
+// else, says nothing for some seconds or leaves is turned away; of a stranger no more is read than a token is
+// long. When many wait, the one that has waited longest makes room.
+class RpaRunDoor : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int PatienceMs = 5000;
+    static constexpr int PlacesAtMost = 8;
+
+    explicit RpaRunDoor(QObject* parent = nullptr);
+    ~RpaRunDoor() override;
+
+    // See RpaRunSockets::Listen().
+    bool Open(const QString& folder);
+    QString GetAddress() const;
+    // What the child has to send before anything else: 64 letters and digits.
+    QByteArray GetToken() const { return token; }
+
+signals:
+    // Once; the door is closed and everybody else turned away. The socket belongs to the receiver and may
+    // hold bytes that came behind the token.
+    void SigAdmitted(RpaRunSocket* socket);
+
+private:
+    void Accept();
+    void Look(RpaRunSocket* guest);
+    void TurnAway(RpaRunSocket* guest);
+    void Close();
+
+    RpaRunServer server;
+    const QByteArray token;
+    QVector<RpaRunSocket*> guests; // longest waiting first
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QLocalServer>
+#include <QLocalSocket>
+
+using RpaRunServer = QLocalServer;
+using RpaRunSocket = QLocalSocket;

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QTcpServer>
+#include <QTcpSocket>
+
+using RpaRunServer = QTcpServer;
+using RpaRunSocket = QTcpSocket;
