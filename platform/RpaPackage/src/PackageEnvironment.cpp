@@ -1,7 +1,7 @@
 #include "PackageEnvironment_p.h"
+#include "PackageLayout_p.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QFile>
 
 namespace
@@ -34,7 +34,7 @@ QString PackageEnvironment::FolderName(const QString& appId)
 
 QString PackageEnvironment::GetPython() const
 {
-    return folder + QStringLiteral("/bin/python");
+    return PackageLayout::GetPython(folder);
 }
 
 bool PackageEnvironment::IsReady() const
@@ -51,15 +51,5 @@ bool PackageEnvironment::MarkReady() const
 
 QStringList PackageEnvironment::GetPackageFolders() const
 {
-    QStringList folders;
-    if (!IsReady())
-        return folders;
-    const QDir lib(folder + QStringLiteral("/lib"));
-    const QStringList versions = lib.entryList({QStringLiteral("python3*")}, QDir::Dirs);
-    for (const QString& version : versions) {
-        const QString path = lib.filePath(version + QStringLiteral("/site-packages"));
-        if (QDir(path).exists())
-            folders << path;
-    }
-    return folders;
+    return IsReady() ? PackageLayout::GetPackageFolders(folder) : QStringList();
 }

@@ -1,6 +1,8 @@
 #include "PackageJob_p.h"
 #include "PackageRules_p.h"
 
+#include <WbFoundation/PythonInterpreter.h>
+
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -19,6 +21,19 @@ QString ProbeText()
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
+// No settings of this user, and UTF-8 whatever the system's own encoding is.
+QStringList PythonArguments()
+{
+    return {QStringLiteral("-I"), QStringLiteral("-X"), QStringLiteral("utf8")};
+}
+
+PackageSettings WithPython(PackageSettings settings)
+{
+    if (settings.python.isEmpty())
+        settings.python = PythonInterpreter::Find();
+    return settings;
+}
+
 QString FailureText(const PackageState& state, const QString& reason)
 {
     const QString wanted = PackageRules::Requirement(state);
@@ -33,7 +48,8 @@ QString FailureText(const PackageState& state, const QString& reason)
 
 PackageJob::PackageJob(Kind jobKind, const PackageSettings& given, const QString& appId,
                        const QVector<PackageState>& wanted, QObject* parent)
-    : QObject(parent), kind(jobKind), settings(given), environment(given.dataFolder, appId), states(wanted)
+    : QObject(parent), kind(jobKind), settings(WithPython(given)), environment(given.dataFolder, appId),
+      states(wanted)
 {
     deadline.setSingleShot(true);
     connect(&deadline, &QTimer::timeout, this, [this] {
@@ -76,13 +92,14 @@ void PackageJob::Probe(const std::function<void()>& next)
     for (const PackageState& state : states)
         wanted.append(QJsonArray{state.name, state.version});
     const QString python = environment.IsReady() ? environment.GetPython() : settings.python;
-    Run(python, {QStringLiteral("-I"), QStringLiteral("-c"), ProbeText()},
+    Run(python, PythonArguments() + QStringList{QStringLiteral("-c"), ProbeText()},
         QJsonDocument(wanted).toJson(QJsonDocument::Compact), false,
         [this, next, python](bool ok, const QByteArray& output) {
             if (ok && TakeProbe(output))
                 next();
             else
-                End(QStringLiteral("无法运行 %1").arg(python));
+                End(python.isEmpty() ? QStringLiteral("找不到 Python，请先安装 Python 3")
+                                     : QStringLiteral("无法运行 %1").arg(python));
         });
 }
 
@@ -134,14 +151,13 @@ void PackageJob::MakeEnvironment()
         End(QStringLiteral("无法创建文件夹：%1").arg(environment.GetFolder()));
         return;
     }
-    const QStringList arguments{QStringLiteral("-I"),
-                                QStringLiteral("-m"),
+    const QStringList arguments{QStringLiteral("-m"),
                                 QStringLiteral("venv"),
                                 QStringLiteral("--without-pip"),
                                 QStringLiteral("--system-site-packages"),
                                 QStringLiteral("--clear"),
                                 environment.GetFolder()};
-    Run(settings.python, arguments, {}, true, [this](bool ok, const QByteArray&) {
+    Run(settings.python, PythonArguments() + arguments, {}, true, [this](bool ok, const QByteArray&) {
         if (ok && environment.MarkReady())
             InstallTogether();
         else
@@ -151,8 +167,7 @@ void PackageJob::MakeEnvironment()
 
 QStringList PackageJob::PipArguments() const
 {
-    QStringList arguments{QStringLiteral("-I"),
-                          QStringLiteral("-m"),
+    QStringList arguments{QStringLiteral("-m"),
                           QStringLiteral("pip"),
                           QStringLiteral("--python"),
                           environment.GetPython(),
@@ -179,7 +194,7 @@ QStringList PackageJob::PipArguments() const
 void PackageJob::Pip(const QStringList& requirements, const Next& next)
 {
     lastError.clear();
-    Run(settings.python, PipArguments() + requirements, {}, true, next);
+    Run(settings.python, PythonArguments() + PipArguments() + requirements, {}, true, next);
 }
 
 void PackageJob::InstallTogether()

@@ -5,8 +5,7 @@
 
 #include <memory>
 
-// One child process of the service, with whatever it starts: killed as a whole, its output bounded. One
-// source file per system.
+// One child process of the service, with whatever it starts: killed as a whole, its output bounded.
 class PackageProcess : public QObject
 {
     Q_OBJECT

@@ -14,7 +14,7 @@ struct RPAPACKAGE_EXPORT PackageSettings
     QString dataFolder; // absolute; each app has an environment of its own below it. Empty: no installing
     QStringList wheelFolders; // absolute folders of wheels, for machines without a network
     QString indexUrl;         // package index, https; empty: only the folders
-    QString python = QStringLiteral("/usr/bin/python3"); // makes the environments; the engine's interpreter
+    QString python;           // makes the environments; empty: the engine's interpreter
     // A whole installation, counted from its start; at its end whatever still runs is killed.
     std::chrono::milliseconds timeout = std::chrono::minutes(10);
 };

@@ -1,10 +1,5 @@
+#include "PackageGroup_p.h"
 #include "PackageProcess_p.h"
-
-#include <QProcess>
-
-#include <csignal>
-#include <sys/prctl.h>
-#include <unistd.h>
 
 namespace
 {
@@ -12,31 +7,20 @@ namespace
 constexpr int OutputBytesAtMost = 256 * 1024;
 constexpr int LongestLine = 1000;
 
-class GroupProcess : public QProcess
-{
-protected:
-    void setupChildProcess() override
-    {
-        // Between fork and exec: system calls only.
-        prctl(PR_SET_PDEATHSIG, SIGKILL);
-        setsid();
-    }
-};
-
 // Neither this user's Python and pip set-up nor that of the machine may decide what is installed from where.
 QProcessEnvironment CleanEnvironment()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const QStringList names = environment.keys();
     for (const QString& name : names) {
-        if (name.startsWith(QLatin1String("PYTHON")) || name.startsWith(QLatin1String("PIP_")) ||
-            name.startsWith(QLatin1String("LD_")) || name == QLatin1String("VIRTUAL_ENV"))
-            environment.remove(name);
+        for (const char* prefix : {"PYTHON", "PY_PYTHON", "PIP_", "LD_", "VIRTUAL_ENV"}) {
+            if (name.startsWith(QLatin1String(prefix), Qt::CaseInsensitive))
+                environment.remove(name);
+        }
     }
-    environment.insert(QStringLiteral("PIP_CONFIG_FILE"), QStringLiteral("/dev/null"));
     // The engine does not see this user's packages, so they must not count as installed.
     environment.insert(QStringLiteral("PYTHONNOUSERSITE"), QStringLiteral("1"));
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    PackageGroup::SetVariables(environment);
     return environment;
 }
 
@@ -45,21 +29,21 @@ QProcessEnvironment CleanEnvironment()
 class PackageProcess::Private
 {
 public:
-    GroupProcess process;
+    const std::unique_ptr<QProcess> process = PackageGroup::Make();
     QByteArray output;
     QByteArray line;
 };
 
 PackageProcess::PackageProcess(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
 {
-    d->process.setProcessChannelMode(QProcess::MergedChannels);
-    d->process.setProcessEnvironment(CleanEnvironment());
-    connect(&d->process, &QProcess::readyRead, this, &PackageProcess::TakeOutput);
+    d->process->setProcessChannelMode(QProcess::MergedChannels);
+    d->process->setProcessEnvironment(CleanEnvironment());
+    connect(d->process.get(), &QProcess::readyRead, this, &PackageProcess::TakeOutput);
     connect(
-        &d->process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+        d->process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
         [this](int code, QProcess::ExitStatus status) { End(status == QProcess::NormalExit && code == 0); });
     connect(
-        &d->process, &QProcess::errorOccurred, this,
+        d->process.get(), &QProcess::errorOccurred, this,
         [this](QProcess::ProcessError error) {
             if (error == QProcess::FailedToStart)
                 End(false);
@@ -75,34 +59,33 @@ PackageProcess::~PackageProcess()
 void PackageProcess::Start(const QString& program, const QStringList& arguments, const QString& workingFolder,
                            const QByteArray& input)
 {
-    d->process.setWorkingDirectory(workingFolder);
-    d->process.start(program, arguments);
-    d->process.write(input);
-    d->process.closeWriteChannel();
+    d->process->setWorkingDirectory(workingFolder);
+    d->process->start(program, arguments);
+    if (!IsRunning())
+        return;
+    d->process->write(input);
+    d->process->closeWriteChannel();
 }
 
 bool PackageProcess::IsRunning() const
 {
-    return d->process.state() != QProcess::NotRunning;
+    return d->process->state() != QProcess::NotRunning;
 }
 
 void PackageProcess::Kill()
 {
-    d->process.disconnect(this);
+    d->process->disconnect(this);
     if (!IsRunning())
         return;
-    d->process.waitForStarted(1000);
-    // pip works in a child of its own; both are in the group that was made at the start.
-    if (d->process.processId() > 0)
-        kill(static_cast<pid_t>(-d->process.processId()), SIGKILL);
-    d->process.kill();
+    d->process->waitForStarted(1000);
+    PackageGroup::Kill(*d->process);
     // Reaped here, or QProcess would complain; a killed process needs milliseconds.
-    d->process.waitForFinished(1000);
+    d->process->waitForFinished(1000);
 }
 
 void PackageProcess::TakeOutput()
 {
-    const QByteArray bytes = d->process.readAll();
+    const QByteArray bytes = d->process->readAll();
     d->output += bytes.left(OutputBytesAtMost - d->output.size());
     d->line += bytes;
     int end = 0;

@@ -1,0 +1,14 @@
+#include "PackageLayout_p.h"
+
+#include <QDir>
+
+QString PackageLayout::GetPython(const QString& environment)
+{
+    return environment + QStringLiteral("/Scripts/python.exe");
+}
+
+QStringList PackageLayout::GetPackageFolders(const QString& environment)
+{
+    const QString path = environment + QStringLiteral("/Lib/site-packages");
+    return QDir(path).exists() ? QStringList{path} : QStringList();
+}

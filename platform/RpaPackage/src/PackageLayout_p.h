@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// How Python lays out an environment. One source file per system.
+namespace PackageLayout
+{
+
+QString GetPython(const QString& environment);
+
+// Folders of installed packages that exist.
+QStringList GetPackageFolders(const QString& environment);
+
+} // namespace PackageLayout
