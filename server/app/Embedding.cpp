@@ -2,17 +2,13 @@
 
 #include "../base/Clock.h"
 #include "../base/Ids.h"
+#include "StandardInput.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <thread>
-#ifdef _WIN32
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace server
 {
@@ -20,21 +16,6 @@ namespace
 {
 constexpr std::size_t longestLine = 1024 * 1024;
 constexpr int shortestToken = 32;
-
-// Straight from the descriptor: nothing may stay behind in a buffer, and a thread blocked here holds no lock
-// of stdio.
-int ReadInput(char* target, unsigned size)
-{
-#ifdef _WIN32
-    return ::_read(0, target, size);
-#else
-    ssize_t count = 0;
-    do {
-        count = ::read(0, target, size);
-    } while (count < 0 && errno == EINTR);
-    return static_cast<int>(count);
-#endif
-}
 
 struct Entry
 {
@@ -70,7 +51,7 @@ std::string ReadInputLine()
 {
     std::string line;
     char c = 0;
-    while (line.size() < longestLine && ReadInput(&c, 1) == 1) {
+    while (line.size() < longestLine && ReadStandardInput(&c, 1) == 1) {
         if (c == '\n')
             return line;
         line += c;
@@ -98,7 +79,7 @@ void OnInputEnd(std::function<void()> act)
     // does.
     std::thread([act = std::move(act)] {
         char ignored[256];
-        while (ReadInput(ignored, sizeof ignored) > 0) {
+        while (ReadStandardInput(ignored, sizeof ignored) > 0) {
         }
         act();
     }).detach();
