@@ -2,15 +2,12 @@
 
 #include <QtGlobal>
 
-#ifdef Q_OS_LINUX
 #include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#endif
 
 namespace
 {
-#ifdef Q_OS_LINUX
 // Tried in a child, because a process cannot leave a name space again.
 bool MayMakeNameSpaces()
 {
@@ -20,12 +17,10 @@ bool MayMakeNameSpaces()
     int status = 1;
     return child > 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
-#endif
 } // namespace
 
 QString BrowserSandbox::Obstacle()
 {
-#ifdef Q_OS_LINUX
     if (qEnvironmentVariableIsSet("QTWEBENGINE_DISABLE_SANDBOX"))
         return QString();
     if (geteuid() == 0)
@@ -33,6 +28,5 @@ QString BrowserSandbox::Obstacle()
     static const bool available = MayMakeNameSpaces();
     if (!available)
         return QStringLiteral("此系统不允许隔离网页进程（用户命名空间），内置浏览器无法启动。");
-#endif
     return QString();
 }

@@ -1,0 +1,7 @@
+#include "BrowserSandbox_p.h"
+
+QString BrowserSandbox::Obstacle()
+{
+    // The system gives every process its sandbox, administrators' included.
+    return QString();
+}
