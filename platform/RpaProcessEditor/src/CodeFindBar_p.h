@@ -1,15 +1,15 @@
 #pragma once
 
+#include <WbBaseUI/WbFindBar.h>
+
 #include <QTextDocument>
-#include <QWidget>
 
 class CodeEdit;
 class QCheckBox;
-class QLabel;
 class QLineEdit;
 
-// Find and replace in the code: Enter next, Shift+Enter previous, Escape closes.
-class CodeFindBar : public QWidget
+// Find and replace in the code.
+class CodeFindBar : public WbFindBar
 {
     Q_OBJECT
 
@@ -17,10 +17,8 @@ public:
     CodeFindBar(CodeEdit* searched, QWidget* parent);
 
     // With the selected text, if it is one line.
-    void Open(bool withReplace);
-    void Close();
-    void FindNext() { Find(false); }
-    void FindPrevious() { Find(true); }
+    void OpenToFind();
+    void OpenToReplace();
     void ReplaceAll();
     void ReplaceCurrent();
 
@@ -28,16 +26,16 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void OpenWithSelection();
+    QWidget* MakeReplaceRow();
     void SlotChanged();
     void Find(bool backward);
     void MarkAll();
     QTextDocument::FindFlags Flags() const;
 
     CodeEdit* edit;
-    QLineEdit* findEdit;
     QLineEdit* replaceEdit;
     QCheckBox* caseBox;
     QCheckBox* wordBox;
-    QLabel* count;
     QWidget* replaceRow;
 };

@@ -51,8 +51,8 @@ public:
             if (!OxBlocker::IsBlocking())
                 emit q->SigSaveCode();
         });
-        AddKey(QStringLiteral("actionFind"), QKeySequence::Find, [this] { findBar->Open(false); });
-        AddKey(QStringLiteral("actionReplace"), Qt::CTRL + Qt::Key_H, [this] { findBar->Open(true); });
+        AddKey(QStringLiteral("actionFind"), QKeySequence::Find, [this] { findBar->OpenToFind(); });
+        AddKey(QStringLiteral("actionReplace"), Qt::CTRL + Qt::Key_H, [this] { findBar->OpenToReplace(); });
         AddKey(QStringLiteral("actionFindNext"), Qt::Key_F3, [this] { findBar->FindNext(); });
         AddKey(QStringLiteral("actionFindPrevious"), Qt::SHIFT + Qt::Key_F3,
                [this] { findBar->FindPrevious(); });

@@ -2,13 +2,7 @@
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
 
-#include <WbBaseUI/WbIcons.h>
-#include <WbBaseUI/WbLineEdit.h>
-
-#include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QToolButton>
+#include <algorithm>
 
 namespace
 {
@@ -21,86 +15,23 @@ bool Contains(const RpaStatement& values, const QString& text)
         return argument.contains(text, Qt::CaseInsensitive);
     });
 }
-
-QToolButton* AddButton(QHBoxLayout* layout, const QString& icon, const QString& name, const QString& tip)
-{
-    auto* button = new QToolButton;
-    button->setObjectName(name);
-    button->setIcon(WbIcons::Get(icon));
-    button->setAutoRaise(true);
-    button->setToolTip(tip);
-    button->setAccessibleName(tip);
-    layout->addWidget(button);
-    return button;
-}
 } // namespace
 
 StatementFindBar::StatementFindBar(StatementView* searched, QWidget* parent)
-    : QWidget(parent), view(searched), edit(new WbLineEdit), count(new QLabel)
+    : WbFindBar(QStringLiteral("在流程中查找"), parent), view(searched)
 {
     setObjectName(QStringLiteral("statementFindBar"));
-    edit->setObjectName(QStringLiteral("lineEditStatementFind"));
-    edit->setPlaceholderText(QStringLiteral("在流程中查找"));
-    edit->setAccessibleName(QStringLiteral("在流程中查找"));
-    edit->setClearButtonEnabled(true);
-    edit->setMaximumWidth(280);
-    count->setObjectName(QStringLiteral("labelStatementCount"));
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(8, 4, 8, 4);
-    layout->addWidget(edit);
-    auto* previous =
-        AddButton(layout, QStringLiteral("chevron-up"), QStringLiteral("statementPreviousButton"),
-                  QStringLiteral("上一个（Shift+F3）"));
-    auto* next = AddButton(layout, QStringLiteral("chevron-down"), QStringLiteral("statementNextButton"),
-                           QStringLiteral("下一个（F3）"));
-    layout->addWidget(count);
-    layout->addStretch();
-    auto* close = AddButton(layout, QStringLiteral("close"), QStringLiteral("statementFindCloseButton"),
-                            QStringLiteral("关闭（Esc）"));
-    connect(edit, &QLineEdit::textChanged, this, &StatementFindBar::SlotTextChanged);
-    connect(previous, &QToolButton::clicked, this, &StatementFindBar::FindPrevious);
-    connect(next, &QToolButton::clicked, this, &StatementFindBar::FindNext);
-    connect(close, &QToolButton::clicked, this, &StatementFindBar::Close);
-    hide();
-}
-
-void StatementFindBar::Open()
-{
-    show();
-    edit->setFocus();
-    edit->selectAll();
-}
-
-void StatementFindBar::Close()
-{
-    hide();
-    view->setFocus();
-}
-
-void StatementFindBar::keyPressEvent(QKeyEvent* event)
-{
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        Find(event->modifiers().testFlag(Qt::ShiftModifier) ? -1 : 1);
-        return;
-    case Qt::Key_Escape:
-        Close();
-        return;
-    default:
-        QWidget::keyPressEvent(event);
-    }
+    connect(this, &WbFindBar::SigTextChanged, this, &StatementFindBar::SlotTextChanged);
+    connect(this, &WbFindBar::SigFind, this, &StatementFindBar::Find);
+    connect(this, &WbFindBar::SigClosed, this, [this] { view->setFocus(); });
 }
 
 void StatementFindBar::SlotTextChanged()
 {
     const QStringList ids = Matches();
-    const int found = ids.size();
-    count->setText(edit->text().isEmpty() ? QString()
-                   : found == 0           ? QStringLiteral("没有找到")
-                                          : QStringLiteral("共 %1 处").arg(found));
+    ShowCount(ids.size());
     const QString current = view->currentIndex().data(StatementModel::IdRole).toString();
-    if (found > 0 && !ids.contains(current))
+    if (!ids.isEmpty() && !ids.contains(current))
         FindNext();
 }
 
@@ -108,7 +39,7 @@ QStringList StatementFindBar::Matches() const
 {
     QStringList ids;
     const RpaProcess* process = view->Statements()->Process();
-    const QString text = edit->text().trimmed();
+    const QString text = GetText().trimmed();
     if (!process || text.isEmpty())
         return ids;
     process->ForEach([&ids, &text](const RpaStatementNode& node) {
@@ -118,7 +49,7 @@ QStringList StatementFindBar::Matches() const
     return ids;
 }
 
-void StatementFindBar::Find(int direction)
+void StatementFindBar::Find(bool backward)
 {
     const QStringList ids = Matches();
     if (ids.isEmpty())
@@ -128,8 +59,8 @@ void StatementFindBar::Find(int direction)
     const auto lineOf = [model](const QString& id) {
         return model->IndexOf(id).data(StatementModel::LineRole).toInt();
     };
-    QString target = direction > 0 ? ids.first() : ids.last(); // around the end
-    if (direction > 0) {
+    QString target = backward ? ids.last() : ids.first(); // around the end
+    if (!backward) {
         const auto next =
             std::find_if(ids.begin(), ids.end(), [&](const QString& id) { return lineOf(id) > here; });
         target = next != ids.end() ? *next : target;

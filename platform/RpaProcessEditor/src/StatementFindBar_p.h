@@ -1,35 +1,23 @@
 #pragma once
 
-#include <QStringList>
-#include <QWidget>
+#include <WbBaseUI/WbFindBar.h>
 
-class QLabel;
-class QLineEdit;
+#include <QStringList>
+
 class StatementView;
 
-// Finds statements of the shown process by title, arguments, output and note: Enter next, Shift+Enter
-// previous, Escape closes.
-class StatementFindBar : public QWidget
+// Finds statements of the shown process by title, arguments, output and note.
+class StatementFindBar : public WbFindBar
 {
     Q_OBJECT
 
 public:
     StatementFindBar(StatementView* searched, QWidget* parent = nullptr);
 
-    void Open();
-    void Close();
-    void FindNext() { Find(1); }
-    void FindPrevious() { Find(-1); }
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-
 private:
     void SlotTextChanged();
     QStringList Matches() const;
-    void Find(int direction);
+    void Find(bool backward);
 
     StatementView* view;
-    QLineEdit* edit;
-    QLabel* count;
 };

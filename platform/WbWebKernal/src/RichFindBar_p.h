@@ -1,35 +1,24 @@
 #pragma once
 
-#include <QWidget>
+#include <WbBaseUI/WbFindBar.h>
 
-class QLabel;
-class QLineEdit;
 class QTextEdit;
 
-// Finds text on the page: Enter next, Shift+Enter previous, Escape closes.
-class RichFindBar : public QWidget
+// Finds text on the page.
+class RichFindBar : public WbFindBar
 {
     Q_OBJECT
 
 public:
     RichFindBar(QTextEdit* searched, QWidget* parent);
 
-    // Shows the bar with the selected text, if any, ready to be typed over.
-    void Open();
-    void Close();
-
-    void FindNext() { Find(false); }
-    void FindPrevious() { Find(true); }
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    // With the selected text, if it is one line.
+    void OpenWithSelection();
 
 private:
-    void SlotTextEdited();
+    void SlotTextChanged();
     void Find(bool backward);
     void MarkAll();
 
     QTextEdit* view;
-    QLineEdit* edit;
-    QLabel* count;
 };

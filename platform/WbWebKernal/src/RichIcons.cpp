@@ -182,27 +182,11 @@ void DrawClearFormat(QPainter& p)
     Line(p, 17, 12, 12, 17);
 }
 
-void DrawUp(QPainter& p)
-{
-    p.drawPolyline(QPolygonF({{5, 12.5}, {10, 7.5}, {15, 12.5}}));
-}
-void DrawDown(QPainter& p)
-{
-    p.drawPolyline(QPolygonF({{5, 7.5}, {10, 12.5}, {15, 7.5}}));
-}
-
-void DrawClose(QPainter& p)
-{
-    Line(p, 5.5, 5.5, 14.5, 14.5);
-    Line(p, 14.5, 5.5, 5.5, 14.5);
-}
-
 // In the order of RichGlyph.
 constexpr Draw drawings[] = {DrawBold,       DrawItalic,     DrawUnderline,  DrawStrike,    DrawBulletList,
                              DrawNumberList, DrawIndent,     DrawOutdent,    DrawAlignLeft, DrawAlignCentre,
                              DrawAlignRight, DrawTextColour, DrawBackColour, DrawLink,      DrawPicture,
-                             DrawTable,      DrawUndo,       DrawRedo,       DrawFind,      DrawClearFormat,
-                             DrawUp,         DrawDown,       DrawClose};
+                             DrawTable,      DrawUndo,       DrawRedo,       DrawFind,      DrawClearFormat};
 
 class GlyphEngine : public QIconEngine
 {

@@ -24,9 +24,6 @@ enum class RichGlyph
     Redo,
     Find,
     ClearFormat,
-    Up,
-    Down,
-    Close,
 };
 
 // Line icons drawn in the colour that the application's palette has for text when they are painted, so that

@@ -39,7 +39,7 @@ public:
 
     void ConnectParts()
     {
-        QObject::connect(bar, &RichFormatBar::SigFindAsked, findBar, &RichFindBar::Open);
+        QObject::connect(bar, &RichFormatBar::SigFindAsked, findBar, &RichFindBar::OpenWithSelection);
         QObject::connect(view, &RichTextView::SigDocumentReplaced, q, [this] { WatchDocument(); });
         QObject::connect(view, &RichTextView::SigLinkActivated, q,
                          [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });

@@ -301,6 +301,10 @@ void tst_ProcessProgramEditor::findsAndReplaces()
     auto* replace = editor.widget.findChild<QLineEdit*>(QStringLiteral("lineEditReplace"));
     replace->setFocus();
     QTest::keyClicks(replace, QStringLiteral("3"));
+    QTest::keyClick(replace, Qt::Key_F3);
+    QCOMPARE(editor.edit->textCursor().selectedText(), QStringLiteral("two"));
+    QTest::keyClick(replace, Qt::Key_F3);
+    QCOMPARE(editor.Stored(), QStringLiteral("one\nTwo two\none"));
     QTest::keyClick(replace, Qt::Key_Return);
     QCOMPARE(editor.Stored(), QStringLiteral("one\n3 two\none"));
 

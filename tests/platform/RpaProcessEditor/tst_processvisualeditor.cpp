@@ -436,10 +436,10 @@ void tst_ProcessVisualEditor::findsStatementsInBothDirections()
     editor.Click(QStringLiteral("two"));
 
     editor.Key(Qt::Key_F, Qt::ControlModifier);
-    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditStatementFind"));
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditFind"));
     QTRY_VERIFY(edit->hasFocus());
     QTest::keyClicks(edit, QStringLiteral("one"));
-    QCOMPARE(editor.Find<QLabel>(QStringLiteral("labelStatementCount"))->text(), QStringLiteral("共 2 处"));
+    QCOMPARE(editor.Find<QLabel>(QStringLiteral("labelFindCount"))->text(), QStringLiteral("共 2 处"));
     QCOMPARE(current(), QStringLiteral("one more"));
 
     QTest::keyClick(edit, Qt::Key_Return); // around the end

@@ -1,0 +1,123 @@
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbFindBar.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbLineEdit.h>
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QToolButton>
+
+namespace
+{
+constexpr int kEditWidth = 280;
+constexpr int kSideMargin = 8;
+constexpr int kRowMargin = 4;
+constexpr int kOptionGap = 12;
+
+QToolButton* AddButton(QHBoxLayout* row, const QString& icon, const QString& name, const QString& tip)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setIcon(WbIcons::Get(icon));
+    button->setAutoRaise(true);
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    row->addWidget(button);
+    return button;
+}
+} // namespace
+
+WbFindBar::WbFindBar(const QString& prompt, QWidget* parent)
+    : QWidget(parent), edit(new WbLineEdit), count(new QLabel), options(new QHBoxLayout)
+{
+    edit->setObjectName(QStringLiteral("lineEditFind"));
+    edit->setPlaceholderText(prompt);
+    edit->setAccessibleName(prompt);
+    edit->setClearButtonEnabled(true);
+    edit->setMaximumWidth(DpiTool::ScaleDefault(kEditWidth));
+    count->setObjectName(QStringLiteral("labelFindCount"));
+    options->setSpacing(DpiTool::ScaleDefault(kOptionGap));
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(edit);
+    auto* previous = AddButton(row, QStringLiteral("chevron-up"), QStringLiteral("findPreviousButton"),
+                               QStringLiteral("上一个（Shift+F3）"));
+    auto* next = AddButton(row, QStringLiteral("chevron-down"), QStringLiteral("findNextButton"),
+                           QStringLiteral("下一个（F3）"));
+    row->addLayout(options);
+    row->addWidget(count);
+    row->addStretch();
+    auto* close = AddButton(row, QStringLiteral("close"), QStringLiteral("findCloseButton"),
+                            QStringLiteral("关闭（Esc）"));
+    auto* layout = new QVBoxLayout(this);
+    const int side = DpiTool::ScaleDefault(kSideMargin);
+    const int above = DpiTool::ScaleDefault(kRowMargin);
+    layout->setContentsMargins(side, above, side, above);
+    layout->setSpacing(above);
+    layout->addLayout(row);
+
+    connect(edit, &QLineEdit::textChanged, this, &WbFindBar::SigTextChanged);
+    connect(previous, &QToolButton::clicked, this, &WbFindBar::FindPrevious);
+    connect(next, &QToolButton::clicked, this, &WbFindBar::FindNext);
+    connect(close, &QToolButton::clicked, this, &WbFindBar::Close);
+    hide();
+}
+
+WbFindBar::~WbFindBar() = default;
+
+QString WbFindBar::GetText() const
+{
+    return edit->text();
+}
+
+void WbFindBar::Open(const QString& text)
+{
+    if (!text.isEmpty() && !text.contains(QChar::ParagraphSeparator) && !text.contains(QLatin1Char('\n')))
+        edit->setText(text);
+    show();
+    edit->setFocus();
+    edit->selectAll();
+}
+
+void WbFindBar::Close()
+{
+    hide();
+    emit SigClosed();
+}
+
+void WbFindBar::ShowCount(int places, bool isMore)
+{
+    if (edit->text().isEmpty())
+        count->clear();
+    else if (places == 0)
+        count->setText(QStringLiteral("没有找到"));
+    else
+        count->setText(
+            QStringLiteral("共 %1 处%2").arg(places).arg(isMore ? QStringLiteral("以上") : QString()));
+}
+
+void WbFindBar::AddOption(QWidget* option)
+{
+    options->addWidget(option);
+}
+
+void WbFindBar::AddRow(QWidget* row)
+{
+    layout()->addWidget(row);
+}
+
+void WbFindBar::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit SigFind(event->modifiers().testFlag(Qt::ShiftModifier));
+        return;
+    case Qt::Key_Escape:
+        Close();
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
