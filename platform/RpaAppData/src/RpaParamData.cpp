@@ -3,6 +3,7 @@
 #include "TypedValue_p.h"
 
 #include <RpaAppData/RpaParamData.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -204,9 +205,10 @@ bool RpaParamData::MoveItem(int from, int to)
 void RpaParamData::SetItems(const QVector<RpaParamItem>& newItems)
 {
     items.clear();
+    FreeNames names;
     for (RpaParamItem item : newItems) {
-        if (item.name.trimmed().isEmpty() || IndexOf(item.name) >= 0)
-            item.name = MakeFreeName(QStringLiteral("参数"));
+        if (!names.Take(item.name))
+            item.name = names.TakeNumbered(QStringLiteral("参数"));
         DropWhatDoesNotFit(item);
         items.append(item);
     }

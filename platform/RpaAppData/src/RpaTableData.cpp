@@ -2,6 +2,7 @@
 #include "TableJson_p.h"
 
 #include <RpaAppData/RpaTableData.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -216,9 +217,10 @@ std::function<void()> RpaTableData::ReadJson(JsonReader& reader)
         unknown = foreign;
         columns.clear();
         rows = table.rows;
+        FreeNames names;
         for (RpaTableColumn column : table.columns) {
-            if (column.name.trimmed().isEmpty() || IndexOfColumn(column.name) >= 0)
-                column.name = MakeFreeColumnName(QStringLiteral("列"));
+            if (!names.Take(column.name))
+                column.name = names.TakeNumbered(QStringLiteral("列"));
             columns.append(column);
         }
         emit SigReset();

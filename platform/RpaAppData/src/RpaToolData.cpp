@@ -1,6 +1,7 @@
 #include "ListMove_p.h"
 
 #include <RpaAppData/RpaToolData.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -96,9 +97,12 @@ bool RpaToolData::MoveItem(int from, int to)
 void RpaToolData::SetItems(const QVector<RpaToolItem>& newItems)
 {
     items.clear();
+    FreeNames ids;
     for (RpaToolItem item : newItems) {
-        if (item.id.isEmpty() || IndexOf(item.id) >= 0)
+        if (!ids.Take(item.id)) {
             item.id = ListMove::MakeId();
+            ids.Take(item.id);
+        }
         items.append(item);
     }
     emit SigReset();

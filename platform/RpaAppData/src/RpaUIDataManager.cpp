@@ -1,6 +1,7 @@
 #include "UIPage_p.h"
 
 #include <RpaAppData/RpaUIDataManager.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -23,7 +24,7 @@ public:
     }
 
     void Replace(RpaUIDataManager& manager, std::vector<Page> newPages);
-    void GiveFreeName(const RpaUIDataManager& manager, RpaUIData& page);
+    static void GiveFreeName(FreeNames& names, RpaUIData& page);
 
     std::vector<Page> pages;
     int active = -1;
@@ -191,24 +192,22 @@ std::vector<RpaUIDataManager::Private::Page> RpaUIDataManager::Private::ReadPage
     return pages;
 }
 
-void RpaUIDataManager::Private::GiveFreeName(const RpaUIDataManager& manager, RpaUIData& page)
+void RpaUIDataManager::Private::GiveFreeName(FreeNames& names, RpaUIData& page)
 {
-    const bool nameless = page.d->name.trimmed().isEmpty();
-    const QString stem = nameless ? QStringLiteral("界面") : page.d->name;
-    int number = nameless ? 1 : 2;
-    if (!nameless && !manager.IsExist(stem))
-        return;
-    do
-        page.d->name = stem + QString::number(number++);
-    while (manager.IsExist(page.d->name));
+    QString& name = page.d->name;
+    if (name.trimmed().isEmpty())
+        name = names.TakeNumbered(QStringLiteral("界面"));
+    else if (!names.Take(name))
+        name = names.TakeNumbered(name, 2);
 }
 
 void RpaUIDataManager::Private::Replace(RpaUIDataManager& manager, std::vector<Page> newPages)
 {
     emit manager.SigAboutToReset();
     pages.clear();
+    FreeNames names;
     for (Page& page : newPages) {
-        GiveFreeName(manager, *page);
+        GiveFreeName(names, *page);
         Adopt(manager, std::move(page));
     }
     active = pages.empty() ? -1 : 0;

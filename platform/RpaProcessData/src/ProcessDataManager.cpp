@@ -2,6 +2,7 @@
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaPackageInfo.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -163,10 +164,11 @@ void ProcessDataManager::Private::Replace(ProcessDataManager& manager, Processes
 {
     emit manager.SigAboutToReset();
     processes.clear();
+    FreeNames names;
     for (Process& process : newProcesses) {
         // Names address processes: a nameless one, or a second one of the same name, could not be reached.
-        if (!IsFree(manager, process->GetName()))
-            process->SetName(manager.MakeFreeName(QStringLiteral("流程")));
+        if (!names.Take(process->GetName()))
+            process->SetName(names.TakeNumbered(QStringLiteral("流程")));
         processes.push_back(Listen(manager, std::move(process)));
     }
     emit manager.SigReset();

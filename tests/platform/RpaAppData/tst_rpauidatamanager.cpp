@@ -23,6 +23,8 @@ private slots:
     void ignoresIndexesOutsideTheList();
     void announcesChanges();
     void readsBackWhatItWrote();
+    void givesPagesOfAFileNamesThatDiffer();
+    void takesManyNamelessPagesWithoutSearchingForEach();
 
 private:
     QString GetNames() const;
@@ -199,6 +201,27 @@ void RpaUIDataManagerTest::readsBackWhatItWrote()
     QCOMPARE(back.GetIndexActive(), 0);
     QVERIFY(!back.Parse("{\"pages\":[{]}"));
     QCOMPARE(back.ToJson(), json);
+}
+
+void RpaUIDataManagerTest::givesPagesOfAFileNamesThatDiffer()
+{
+    RpaUIDataManager read;
+    QVERIFY(read.Parse(R"({"pages":[{"name":"a"},{},{"name":"a"},{"name":" "},{"name":"a"}]})"));
+
+    QStringList names;
+    read.GetAllUIName(names);
+    QCOMPARE(names, (QStringList{QStringLiteral("a"), QStringLiteral("界面1"), QStringLiteral("a2"),
+                                 QStringLiteral("界面2"), QStringLiteral("a3")}));
+}
+
+// Searching all others for each of them would take minutes: a file could freeze the editor.
+void RpaUIDataManagerTest::takesManyNamelessPagesWithoutSearchingForEach()
+{
+    constexpr int many = 10000;
+    RpaUIDataManager read;
+    QVERIFY(read.Parse("{\"pages\":[" + QByteArray("{},").repeated(many - 1) + "{}]}"));
+    QCOMPARE(read.GetCount(), many);
+    QCOMPARE(read.GetUIName(many - 1), QStringLiteral("界面10000"));
 }
 
 QTEST_GUILESS_MAIN(RpaUIDataManagerTest)

@@ -1,8 +1,10 @@
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaToolData.h>
+#include <WbFoundation/JsonReader.h>
 
 #include <QDate>
+#include <QSet>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -47,6 +49,7 @@ private slots:
     void fitsValuesToParameters();
     void givesTheDefaultWhileThereIsNoValue();
     void keepsParameterNamesUnique();
+    void takesManyNamelessOnesWithoutSearchingForEach();
     void dropsValuesThatDoNotFitANewType();
     void announcesValuesApartFromDefinitions();
     void fitsCellsToColumns();
@@ -158,6 +161,33 @@ void RpaUIPartsTest::keepsParameterNamesUnique()
     QVERIFY(params.SetItem(1, Param(QStringLiteral("参数1"))));
     QCOMPARE(params.MakeFreeName(QStringLiteral("参数")), QStringLiteral("参数2"));
     QCOMPARE(params.GetNames().join(QLatin1Char(' ')), QStringLiteral("a 参数1"));
+}
+
+// Searching all others for each of them would take minutes: a file could freeze the editor.
+void RpaUIPartsTest::takesManyNamelessOnesWithoutSearchingForEach()
+{
+    constexpr int many = 20000;
+    RpaParamData params;
+    params.SetItems(QVector<RpaParamItem>(many, Param(QString())));
+    QCOMPARE(params.GetCount(), many);
+    QCOMPARE(params.GetItem(many - 1).name, QStringLiteral("参数20000"));
+
+    RpaToolData tools;
+    tools.SetItems(QVector<RpaToolItem>(many, Tool(QStringLiteral("同名"))));
+    const QVector<RpaToolItem>& items = tools.GetItems();
+    QSet<QString> ids;
+    for (const RpaToolItem& item : items)
+        ids.insert(item.id);
+    QCOMPARE(ids.size(), many);
+
+    RpaTableData table;
+    const QByteArray json = "{\"columns\":[" + QByteArray("{},").repeated(many - 1) + "{}]}";
+    JsonReader reader(json);
+    const auto commit = table.ReadJson(reader);
+    QVERIFY(reader.Finish());
+    commit();
+    QCOMPARE(table.GetColumnCount(), many);
+    QCOMPARE(table.GetColumn(many - 1).name, QStringLiteral("列20000"));
 }
 
 void RpaUIPartsTest::dropsValuesThatDoNotFitANewType()

@@ -29,6 +29,7 @@ private slots:
     void namesThePackagesOfEnabledStatements();
     void readsBackWhatItWrote();
     void givesUnreachableProcessesAName();
+    void takesManyNamelessProcessesWithoutSearchingForEach();
     void announcesChanges();
 };
 
@@ -161,6 +162,16 @@ void ProcessDataManagerTest::givesUnreachableProcessesAName()
     QCOMPARE(manager.GetProcessNames(),
              (QStringList{QStringLiteral("a"), QStringLiteral("流程1"), QStringLiteral("流程2")}));
     QCOMPARE(manager.GetProcess(1)->GetProgramText(), QStringLiteral("x"));
+}
+
+// Searching all others for each of them would take minutes: a file could freeze the editor.
+void ProcessDataManagerTest::takesManyNamelessProcessesWithoutSearchingForEach()
+{
+    constexpr int many = 10000;
+    ProcessDataManager manager;
+    QVERIFY(manager.Parse("{\"processes\":[" + QByteArray("{},").repeated(many - 1) + "{}]}"));
+    QCOMPARE(manager.GetCount(), many);
+    QCOMPARE(manager.GetProcess(many - 1)->GetName(), QStringLiteral("流程10000"));
 }
 
 void ProcessDataManagerTest::announcesChanges()

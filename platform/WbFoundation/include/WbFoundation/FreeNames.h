@@ -1,0 +1,23 @@
+#pragma once
+
+#include <WbFoundation/WbFoundationExport.h>
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+
+// Hands out names so that no two are alike, without searching the others for each: lists that come from a
+// file may hold any number of nameless or equal ones.
+class WBFOUNDATION_EXPORT FreeNames
+{
+public:
+    // Takes the name; false when it is blank or taken already.
+    bool Take(const QString& name);
+
+    // Takes and gives the stem with the smallest free number behind it, from first on.
+    QString TakeNumbered(const QString& stem, int first = 1);
+
+private:
+    QSet<QString> taken;
+    QHash<QString, int> next; // stem -> number to try
+};
