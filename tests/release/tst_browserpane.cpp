@@ -211,7 +211,6 @@ private slots:
         QVERIFY(!author.Find("widgetContainer")->isVisible());
         QVERIFY(!author.Find("widgetContainer")->layout());
         QVERIFY(author.Find("widgetContainer")->findChildren<QWidget*>().isEmpty());
-        QMetaObject::invokeMethod(author.Find("pageUIDesign"), "SigRunProcess", Q_ARG(QString, QString()));
     }
 
 private:

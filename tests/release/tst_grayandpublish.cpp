@@ -8,6 +8,7 @@
 #include "VersionReplies.h"
 
 #include <RpaEditorCore/RpaEditorNotify.h>
+#include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 
 #include <QLabel>
@@ -104,6 +105,9 @@ private slots:
         ModalDriver modals;
         modals.Then([&](QWidget* box) {
             QVERIFY2(TextsOf(box).contains(text), qPrintable(TextsOf(box).join(QLatin1Char('|'))));
+            QCOMPARE(box->windowTitle(), isQuestion        ? QStringLiteral("请确认")
+                                         : text == unsaved ? QStringLiteral("警告")
+                                                           : QStringLiteral("提示"));
             QVERIFY(ModalDriver::Press(box, isQuestion ? QStringLiteral("否") : QStringLiteral("确定")));
         });
 
@@ -115,20 +119,30 @@ private slots:
                                                         : QStringLiteral("OXA_AppDevelop_Launch")));
         QCOMPARE(monitor.GetReports().first().pageId, QStringLiteral("OXA_AppDevelop"));
         QVERIFY(monitor.GetReports().first().params.isEmpty());
-        QCoreApplication::processEvents();
-        QCOMPARE(nothingIsSent.GetRequestCount(), 0);
+        QCOMPARE(PathsUntilNow(nothingIsSent), QList<QByteArray>());
+    }
+
+    void sendsNothingWhenTheBoxIsClosed_data()
+    {
+        QTest::addColumn<QByteArray>("button");
+        QTest::newRow("gray") << QByteArray("pushButtonBeta");
+        QTest::newRow("publish") << QByteArray("pushButtonPublish");
     }
 
     void sendsNothingWhenTheBoxIsClosed()
     {
+        QFETCH(QByteArray, button);
         EditorDriver author;
         Open(author, Develop);
+        FaultServer nothingIsSent;
+        world.UseServer(nothingIsSent.GetUrl());
         ModalDriver modals;
         modals.Then([](QWidget* box) { box->close(); });
 
-        author.Press("pushButtonBeta");
+        author.Press(button);
 
-        QCOMPARE(world.GetState(app, id), 1);
+        QCOMPARE(modals.GetSeenCount(), 1);
+        QCOMPARE(PathsUntilNow(nothingIsSent), QList<QByteArray>());
     }
 
     void releasesWhenTheUserAgrees_data()
@@ -248,6 +262,22 @@ private slots:
     }
 
 private:
+    // What was asked for before now: a request of the test's own, sent last, tells that the others would have
+    // come.
+    static QList<QByteArray> PathsUntilNow(const FaultServer& server)
+    {
+        QList<QByteArray> paths;
+        VersionServiceClient client;
+        client.GetCurrentSession(nullptr, [](const VersionServiceResult<VersionServiceSession>&) {});
+        const auto last = [&] {
+            paths.clear();
+            for (const FaultServer::Request& request : server.GetRequests())
+                paths.append(request.path);
+            return paths.removeAll("/api/v1/sessions/current") > 0;
+        };
+        return QTest::qWaitFor(last, 10000) ? paths : QList<QByteArray>({"the last request never came"});
+    }
+
     // Opens an app with a version "选中版" in the state, or with none at all.
     void Open(EditorDriver& author, int selected)
     {

@@ -10,7 +10,9 @@
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
+#include <WbBrowserLite/WbBrowserLite.h>
 
+#include <QLayout>
 #include <QSignalSpy>
 
 #include <functional>
@@ -74,6 +76,7 @@ private slots:
         QCOMPARE(monitor.GetEventIds(), QStringList(QStringLiteral("OXA_MyApplications_Execute")));
         QCOMPARE(checked.size(), 1); // the engine's own check, without findings
         QVERIFY(checked.at(0).at(0).value<QList<RpaCheckInfo>>().isEmpty());
+        QVERIFY(!RpaEngineModule::Instance()->Terminate(mainProcess)); // nothing runs
     }
 
     void doesNotRunWithReferencesToDisabledStatements()
@@ -256,6 +259,22 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(run.terminated, QStringList(mainProcess), 20000);
     }
 
+    void stopsTheNamedProcessThoughItStartedNoneItself()
+    {
+        EditorDriver former;
+        Open(former, 0, WaitLong);
+        RunWatcher run;
+        Run::Start(former, mainProcess);
+        QTRY_COMPARE_WITH_TIMEOUT(run.started.size(), 1, 20000);
+        former.Destroy();
+        EditorDriver author;
+
+        Run::Stop(author, QStringLiteral("另一个流程"));
+        Run::Stop(author, mainProcess);
+
+        QTRY_COMPARE_WITH_TIMEOUT(run.terminated, QStringList(mainProcess), 20000);
+    }
+
     void stoppingWhileNothingRunsShowsNothing()
     {
         EditorDriver author;
@@ -266,6 +285,26 @@ private slots:
 
         QCOMPARE(toasts.GetCount(), 0);
         QVERIFY(!RpaEngineModule::Instance()->Terminate(mainProcess));
+    }
+
+    void runsWithoutABrowser()
+    {
+        WbBrowserLite::Instance()->SetBrowserFactory([](QWidget*) { return nullptr; });
+        EditorDriver author;
+        WbBrowserLite::Instance()->SetBrowserFactory(nullptr);
+        Open(author, 0, [](RpaAppData& content) {
+            Run::Add(content, QStringLiteral("variable.set"),
+                     {{QStringLiteral("name"), QStringLiteral("甲")},
+                      {QStringLiteral("value"), QStringLiteral("1")}});
+        });
+        QVERIFY(!author.Find("widgetContainer")->layout());
+        RunWatcher run;
+        ToastWatcher toasts;
+
+        Run::Start(author, mainProcess);
+
+        QTRY_COMPARE_WITH_TIMEOUT(run.finished, QStringList(mainProcess), 20000);
+        QCOMPARE(toasts.GetTexts(), QStringList());
     }
 
     void goesNoFurtherWithoutAnApp()
