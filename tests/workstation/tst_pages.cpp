@@ -62,6 +62,8 @@ QStringList CutTexts(QWidget& page)
 } // namespace
 
 class tst_Pages : public QObject
+Q_DECLARE_METATYPE(AppNameDialog::Purpose)
+
 {
     Q_OBJECT
 
@@ -86,6 +88,9 @@ private slots:
     void nameDialogTakesNamesOfOneToFiftyCharacters();
     void nameDialogStaysOpenWithTheReasonOfARefusal();
 
+    void nameDialogWaitsForTheServerAfterReturn_data();
+    void nameDialogWaitsForTheServerAfterReturn();
+    void nameDialogGoesFromTheNameToTheKindByTab();
     void settingsWriteWhatIsChosen();
     void settingsFollowChangesMadeElsewhere();
     void settingsAcceptOnlyAnAddressOfAServer();
@@ -334,13 +339,52 @@ void tst_Pages::nameDialogStaysOpenWithTheReasonOfARefusal()
     dialog.SetName(QStringLiteral("开票"));
     dialog.show();
     Press(dialog, "buttonOk");
-    QVERIFY(!Child<QLineEdit>(dialog, "editAppName")->isEnabled());
+    QVERIFY(Child<QLineEdit>(dialog, "editAppName")->isReadOnly());
 
     dialog.ShowProblem(QStringLiteral("名称已被使用"));
 
     QVERIFY(dialog.isVisible());
+void tst_Pages::nameDialogWaitsForTheServerAfterReturn_data()
+{
+    QTest::addColumn<AppNameDialog::Purpose>("purpose");
+    QTest::newRow("create") << AppNameDialog::Purpose::Create;
+    QTest::newRow("rename") << AppNameDialog::Purpose::Rename;
+}
+
+void tst_Pages::nameDialogWaitsForTheServerAfterReturn()
+{
+    QFETCH(AppNameDialog::Purpose, purpose);
+    AppNameDialog dialog(purpose, nullptr);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto* name = Child<QLineEdit>(dialog, "editAppName");
+    QSignalSpy confirmed(&dialog, &AppNameDialog::SigConfirmed);
+
+    QTest::keyClicks(name, QStringLiteral("a"));
+    QTest::keyClick(name, Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+    QCOMPARE(confirmed.size(), 1);
+    QVERIFY(dialog.isVisible());
+    QVERIFY(name->hasFocus());
+}
+
+void tst_Pages::nameDialogGoesFromTheNameToTheKindByTab()
+{
+    AppNameDialog dialog(AppNameDialog::Purpose::Create, nullptr);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+
+    QTest::keyClicks(Child<QLineEdit>(dialog, "editAppName"), QStringLiteral("a"));
+    QTest::keyClick(Child<QLineEdit>(dialog, "editAppName"), Qt::Key_Tab);
+    QVERIFY(Child<QRadioButton>(dialog, "radioVisual")->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+
+    QVERIFY(Child<QPushButton>(dialog, "buttonOk")->hasFocus());
+}
+
     QCOMPARE(Child<QLabel>(dialog, "labelProblem")->text(), QStringLiteral("名称已被使用"));
-    QVERIFY(Child<QLineEdit>(dialog, "editAppName")->isEnabled());
+    QVERIFY(!Child<QLineEdit>(dialog, "editAppName")->isReadOnly());
     QVERIFY(Child<QPushButton>(dialog, "buttonOk")->isEnabled());
 }
 

@@ -80,6 +80,10 @@ QWidget* AppNameDialog::CreateKindRow()
     program->setObjectName(QStringLiteral("radioProgram"));
     kinds->addButton(visual, AppKindVisual);
     kinds->addButton(program, AppKindProgram);
+    setTabOrder(editName, visual);
+    setTabOrder(visual, program);
+    setTabOrder(program, buttonOk);
+    setTabOrder(buttonOk, buttonCancel);
     visual->setChecked(true);
     layout->addWidget(visual);
     layout->addWidget(program);
@@ -111,7 +115,8 @@ void AppNameDialog::SetKind(int kind)
 
 void AppNameDialog::SetBusy(bool busy)
 {
-    editName->setEnabled(!busy);
+    // Disabled it would hand the focus on to the button that cancels, and with it the key being pressed.
+    editName->setReadOnly(busy);
     buttonOk->setEnabled(!busy);
 }
 
