@@ -2,6 +2,7 @@
 #include "AppListPage.h"
 #include "AppNameDialog.h"
 #include "MainWindow.h"
+#include "QtTexts.h"
 #include "SettingsPage.h"
 #include "SignInPage.h"
 #include "TestApp.h"
@@ -69,6 +70,7 @@ Q_DECLARE_METATYPE(AppNameDialog::Purpose)
 
 private slots:
     void initTestCase();
+    void textsOfQtAreChinese();
 
     void signInWaitsUntilTheServerIsReady();
     void signInEntersWithTheChosenAccount();
@@ -108,6 +110,14 @@ void tst_Pages::initTestCase()
 }
 
 void tst_Pages::signInWaitsUntilTheServerIsReady()
+void tst_Pages::textsOfQtAreChinese()
+{
+    QtTexts::Install();
+
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("取消"));
+    QVERIFY(QCoreApplication::translate("QFileDialog", "Look in:") != QLatin1String("Look in:"));
+}
+
 {
     SignInPage page;
     page.AskEmbedded({QStringLiteral("甲"), QStringLiteral("乙")}, 0);

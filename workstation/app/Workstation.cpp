@@ -8,6 +8,7 @@
 #include "EditorPage.h"
 #include "MainWindow.h"
 #include "PackageDialog.h"
+#include "QtTexts.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
 #include "ReleasedListPage.h"
@@ -61,6 +62,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     // Packages and their names pass through the local 8-bit encoding, whatever the machine's locale is.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     RpaResources::Init();
+    QtTexts::Install();
     TellPlatform();
     ApplyTheme();
     CreateParts();
