@@ -12,11 +12,13 @@
 #include "Workstation.h"
 
 #include <RpaEditorCore/RpaEditorNotify.h>
+#include <WbBaseUI/WbToast.h>
 
 namespace
 {
 constexpr int grayRelease = 1;
-}
+constexpr int onlineRelease = 2;
+} // namespace
 
 void Workstation::CreateReleased()
 {
@@ -109,7 +111,12 @@ void Workstation::SlotPublished(const QString& appId, int publishType, bool took
     onlineDesk->Refresh();
     grayDesk->Refresh();
     const AppRecord app = apps->AppAt(apps->RowOf(appId));
-    if (tookEffect && publishType == grayRelease && !app.id.isEmpty() && app.creator == session->GetPin()) {
+    if (!tookEffect || app.id.isEmpty()) {
+        return;
+    }
+    if (publishType == onlineRelease) {
+        WbToast::Show(QStringLiteral("“%1”已上线").arg(app.name), ToastSuccess);
+    } else if (publishType == grayRelease && app.creator == session->GetPin()) {
         ShowInvitations(app);
     }
 }
