@@ -62,9 +62,9 @@ QStringList CutTexts(QWidget& page)
 }
 } // namespace
 
-class tst_Pages : public QObject
 Q_DECLARE_METATYPE(AppNameDialog::Purpose)
 
+class tst_Pages : public QObject
 {
     Q_OBJECT
 
@@ -88,15 +88,16 @@ private slots:
 
     void nameDialogTakesNamesOfOneToFiftyCharacters_data();
     void nameDialogTakesNamesOfOneToFiftyCharacters();
-    void nameDialogStaysOpenWithTheReasonOfARefusal();
-
     void nameDialogWaitsForTheServerAfterReturn_data();
     void nameDialogWaitsForTheServerAfterReturn();
     void nameDialogGoesFromTheNameToTheKindByTab();
+    void nameDialogStaysOpenWithTheReasonOfARefusal();
+
     void settingsWriteWhatIsChosen();
     void settingsFollowChangesMadeElsewhere();
     void settingsAcceptOnlyAnAddressOfAServer();
     void settingsHideAccountsOfARemoteServer();
+    void settingsSignOutFromARemoteServer();
 
     void windowShortensALongAccountName();
     void windowAsksBeforeItCloses();
@@ -109,7 +110,6 @@ void tst_Pages::initTestCase()
     WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
 }
 
-void tst_Pages::signInWaitsUntilTheServerIsReady()
 void tst_Pages::textsOfQtAreChinese()
 {
     QtTexts::Install();
@@ -118,6 +118,7 @@ void tst_Pages::textsOfQtAreChinese()
     QVERIFY(QCoreApplication::translate("QFileDialog", "Look in:") != QLatin1String("Look in:"));
 }
 
+void tst_Pages::signInWaitsUntilTheServerIsReady()
 {
     SignInPage page;
     page.AskEmbedded({QStringLiteral("甲"), QStringLiteral("乙")}, 0);
@@ -343,17 +344,6 @@ void tst_Pages::nameDialogTakesNamesOfOneToFiftyCharacters()
     QCOMPARE(dialog.GetName(), taken);
 }
 
-void tst_Pages::nameDialogStaysOpenWithTheReasonOfARefusal()
-{
-    AppNameDialog dialog(AppNameDialog::Purpose::Rename, nullptr);
-    dialog.SetName(QStringLiteral("开票"));
-    dialog.show();
-    Press(dialog, "buttonOk");
-    QVERIFY(Child<QLineEdit>(dialog, "editAppName")->isReadOnly());
-
-    dialog.ShowProblem(QStringLiteral("名称已被使用"));
-
-    QVERIFY(dialog.isVisible());
 void tst_Pages::nameDialogWaitsForTheServerAfterReturn_data()
 {
     QTest::addColumn<AppNameDialog::Purpose>("purpose");
@@ -393,6 +383,17 @@ void tst_Pages::nameDialogGoesFromTheNameToTheKindByTab()
     QVERIFY(Child<QPushButton>(dialog, "buttonOk")->hasFocus());
 }
 
+void tst_Pages::nameDialogStaysOpenWithTheReasonOfARefusal()
+{
+    AppNameDialog dialog(AppNameDialog::Purpose::Rename, nullptr);
+    dialog.SetName(QStringLiteral("开票"));
+    dialog.show();
+    Press(dialog, "buttonOk");
+    QVERIFY(Child<QLineEdit>(dialog, "editAppName")->isReadOnly());
+
+    dialog.ShowProblem(QStringLiteral("名称已被使用"));
+
+    QVERIFY(dialog.isVisible());
     QCOMPARE(Child<QLabel>(dialog, "labelProblem")->text(), QStringLiteral("名称已被使用"));
     QVERIFY(!Child<QLineEdit>(dialog, "editAppName")->isReadOnly());
     QVERIFY(Child<QPushButton>(dialog, "buttonOk")->isEnabled());
@@ -462,6 +463,27 @@ void tst_Pages::settingsHideAccountsOfARemoteServer()
     QVERIFY(Child<QWidget>(page, "sectionAccount")->isVisible());
     QCOMPARE(Child<QComboBox>(page, "comboAccount")->currentText(), QStringLiteral("乙"));
     page.ShowAccounts({}, -1);
+    QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
+}
+
+void tst_Pages::settingsSignOutFromARemoteServer()
+{
+    const QTemporaryDir folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+    QSignalSpy signedOut(&page, &SettingsPage::SigSignOut);
+
+    page.ShowSignedIn(QStringLiteral("张三"));
+
+    QCOMPARE(Child<QLabel>(page, "labelSignedIn")->text(), QStringLiteral("张三"));
+    QVERIFY(Child<QPushButton>(page, "buttonSignOut")->isVisible());
+    QVERIFY(!Child<QComboBox>(page, "comboAccount")->isVisible());
+    QVERIFY(!Child<QCheckBox>(page, "checkSuperAdmin")->isVisible());
+    Press(page, "buttonSignOut");
+    QCOMPARE(signedOut.size(), 1);
+
+    page.ShowSignedIn(QString());
     QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
 }
 

@@ -1,3 +1,6 @@
+#include "AppDesk.h"
+#include "AppListModel.h"
+#include "AppListPage.h"
 #include "InvitationDialog.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
@@ -10,6 +13,7 @@
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
+#include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QAbstractItemModelTester>
@@ -70,6 +74,7 @@ private slots:
     void redeemsAnInvitationCode();
     void saysWhyACodeIsRefused();
     void forgetsTheAppsOfTheFormerAccount();
+    void forgetsTheOwnAppsOfTheFormerAccount();
     void copiesRevokesAndMakesInvitationCodes();
     void opensAReleasedApp();
     void saysWhenAnAppCannotBeRead();
@@ -259,6 +264,25 @@ void tst_Released::forgetsTheAppsOfTheFormerAccount()
     desk.Forget();
 
     QCOMPARE(model.rowCount(), 0);
+}
+
+void tst_Released::forgetsTheOwnAppsOfTheFormerAccount()
+{
+    const QString app = Release(QStringLiteral("线上应用四"), 2);
+    AppListModel model;
+    AppListPage page(&model);
+    AppDesk desk(&model, &page);
+    desk.Refresh();
+    QTRY_VERIFY(model.RowOf(app) >= 0);
+    desk.Refresh(); // on its way when the account leaves
+
+    desk.Forget();
+    SignIn("author-3");
+    desk.Refresh();
+
+    QCOMPARE(model.rowCount(), 0);
+    QTRY_COMPARE(Child<RequestStatusBaseWidget>(page, "statusApps")->GetStatus(), RequestStatus::Succeeded);
+    QCOMPARE(model.RowOf(app), -1);
 }
 
 void tst_Released::copiesRevokesAndMakesInvitationCodes()

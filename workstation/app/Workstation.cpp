@@ -158,7 +158,9 @@ void Workstation::ConnectSession()
             [] { WbToast::Show(QStringLiteral("版本服务意外停止，正在重新启动"), ToastWarning); });
     connect(s, &Session::SigSignedIn, this, [this](const QString& name) {
         apps->SetAccount(session->GetPin());
-        settings.SetLastAccount(session->GetPin());
+        if (!session->IsEmbedded()) {
+            settings.SetLastAccount(session->GetPin());
+        }
         window->ShowAccount(name);
         ApplySuperAdmin();
         ShowAccounts();
@@ -169,6 +171,7 @@ void Workstation::ConnectSession()
     });
     connect(s, &Session::SigSignedOut, this, [this] {
         window->ShowAccount(QString());
+        desk->Forget();
         AskSignIn();
     });
     connect(s, &Session::SigRefused, signInPage, &SignInPage::ShowProblem);
@@ -200,6 +203,7 @@ void Workstation::ConnectPages()
 
     connect(settingsPage, &SettingsPage::SigSwitchAccount, this, &Workstation::SwitchAccount);
     connect(settingsPage, &SettingsPage::SigUseServer, this, &Workstation::UseServer);
+    connect(settingsPage, &SettingsPage::SigSignOut, this, &Workstation::SignOut);
     connect(settingsPage, &SettingsPage::SigAbout, this, [this] { AboutDialog(window.get()).exec(); });
     connect(&settings, &WorkstationSettings::SigThemeChanged, this, &Workstation::ApplyTheme);
     connect(&settings, &WorkstationSettings::SigSuperAdminChanged, this, &Workstation::ApplySuperAdmin);
@@ -322,6 +326,13 @@ void Workstation::UseServer(bool embedded, const QUrl& address)
     GoToServer();
 }
 
+void Workstation::SignOut()
+{
+    if (editorPage->Leave()) {
+        session->SignOut();
+    }
+}
+
 void Workstation::ApplyTheme()
 {
     const ThemeChoice choice = settings.GetTheme();
@@ -340,6 +351,7 @@ void Workstation::ShowAccounts()
     const bool choice = session->IsEmbedded() && session->IsSignedIn();
     settingsPage->ShowAccounts(choice ? session->GetEmbeddedNames() : QStringList(),
                                session->GetEmbeddedIndex());
+    settingsPage->ShowSignedIn(session->IsEmbedded() ? QString() : session->GetName());
 }
 
 void Workstation::InstallSamples()

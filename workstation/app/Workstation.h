@@ -66,6 +66,7 @@ private:
     void LeaveEditor();
     void SwitchAccount(int embeddedAccount);
     void UseServer(bool embedded, const QUrl& address);
+    void SignOut();
     void ConnectReleased();
     void ShowTab(int tab);
     void CreateReleased();

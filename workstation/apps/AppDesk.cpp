@@ -61,6 +61,13 @@ void AppDesk::RefreshAndSelect(const QString& appId)
     Refresh();
 }
 
+void AppDesk::Forget()
+{
+    ++lastRefresh;
+    selectNext.clear();
+    model->SetApps({});
+}
+
 void AppDesk::Create(int kind)
 {
     AppNameDialog dialog(AppNameDialog::Purpose::Create, page);

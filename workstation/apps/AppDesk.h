@@ -27,6 +27,9 @@ public:
     // Makes the app's card the current one once the list is there.
     void RefreshAndSelect(const QString& appId);
 
+    // Takes the list of the former account away.
+    void Forget();
+
     // Each asks for a name in a modal dialog.
     void Create(int kind);
     void Rename(const AppRecord& app);

@@ -134,9 +134,10 @@ void Session::SetServer(ServerState state, const QString& detail)
     emit SigServerChanged(state, detail);
 }
 
-void Session::Become(const QString& newPin, const QString& name, qint64 venderId, const QByteArray& token)
+void Session::Become(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token)
 {
     pin = newPin;
+    name = newName;
     Service()->SetToken(token);
     WbGlobalData::Instance()->SetPin(pin);
     WbGlobalData::Instance()->SetVenderId(venderId);
@@ -171,6 +172,7 @@ void Session::ForgetUser()
         client->SignOut(nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
     }
     pin.clear();
+    name.clear();
     Service()->SetToken(QByteArray());
     WbGlobalData::Instance()->SetPin(QString());
     WbGlobalData::Instance()->SetVenderId(0);

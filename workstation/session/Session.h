@@ -46,6 +46,7 @@ public:
 
     bool IsSignedIn() const { return !pin.isEmpty(); }
     QString GetPin() const { return pin; }
+    QString GetName() const { return name; }
 
     ServerState GetServerState() const { return serverState; }
     QString GetServerDetail() const { return serverDetail; }
@@ -66,7 +67,7 @@ private:
     void CheckRemote();
     void ForgetUser();
     void SetServer(ServerState state, const QString& detail);
-    void Become(const QString& pin, const QString& name, qint64 venderId, const QByteArray& token);
+    void Become(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
 
     const QVector<EmbeddedAccount> accounts;
     EmbeddedServer server;
@@ -75,6 +76,7 @@ private:
     bool embedded = true;
     QUrl remoteAddress;
     QString pin;
+    QString name; // of the account, as others see it
     ServerState serverState = ServerState::Connecting;
     QString serverDetail;
 };

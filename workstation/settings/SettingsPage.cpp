@@ -89,6 +89,7 @@ SettingsPage::SettingsPage(WorkstationSettings* store, QWidget* parent)
     ShowServer();
     ShowLook();
     ShowAccounts({}, -1);
+    ShowSignedIn(QString());
     Connect();
 }
 
@@ -143,19 +144,47 @@ QWidget* SettingsPage::CreateLookSection()
 QWidget* SettingsPage::CreateAccountSection()
 {
     QVBoxLayout* layout = Section(accountSection, "sectionAccount", QStringLiteral("账号"), this);
-    comboAccount = Choice("comboAccount", QStringLiteral("当前账号"), accountSection);
+    layout->addWidget(CreateAccountChoice());
+    layout->addWidget(CreateSignedIn());
+    return accountSection;
+}
+
+QWidget* SettingsPage::CreateAccountChoice()
+{
+    accountChoice = new QWidget(accountSection);
+    auto* layout = new QVBoxLayout(accountChoice);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(12);
+    comboAccount = Choice("comboAccount", QStringLiteral("当前账号"), accountChoice);
     checkSuperAdmin =
-        new QCheckBox(QStringLiteral("以超级管理员身份工作（可将应用生成为模板）"), accountSection);
+        new QCheckBox(QStringLiteral("以超级管理员身份工作（可将应用生成为模板）"), accountChoice);
     checkSuperAdmin->setObjectName(QStringLiteral("checkSuperAdmin"));
     checkSuperAdmin->setChecked(settings->GetSuperAdmin());
     auto* hint = new WbLabel(QStringLiteral("切换账号会关闭正在编辑的应用。灰度与上线只对应用的创建者开放。"),
-                             accountSection);
+                             accountChoice);
     hint->setProperty("hint", true);
     hint->setWordWrap(true);
     AddRow(layout, QStringLiteral("当前账号"), comboAccount);
     layout->addWidget(hint);
     layout->addWidget(checkSuperAdmin, 0, Qt::AlignLeft);
-    return accountSection;
+    return accountChoice;
+}
+
+QWidget* SettingsPage::CreateSignedIn()
+{
+    signedIn = new QWidget(accountSection);
+    auto* layout = new QVBoxLayout(signedIn);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(12);
+    labelSignedIn = new WbLabel(signedIn);
+    labelSignedIn->setObjectName(QStringLiteral("labelSignedIn"));
+    labelSignedIn->setTextFormat(Qt::PlainText);
+    buttonSignOut = new WbPushButton(signedIn, Wb::SecondaryButton);
+    buttonSignOut->setObjectName(QStringLiteral("buttonSignOut"));
+    buttonSignOut->setText(QStringLiteral("退出登录"));
+    AddRow(layout, QStringLiteral("当前账号"), labelSignedIn);
+    layout->addWidget(buttonSignOut, 0, Qt::AlignLeft);
+    return signedIn;
 }
 
 QWidget* SettingsPage::CreateAboutSection()
@@ -184,6 +213,7 @@ void SettingsPage::Connect()
     connect(settings, &WorkstationSettings::SigDateLanguageChanged, this, &SettingsPage::ShowLook);
     connect(comboAccount, chosen, this, &SettingsPage::SigSwitchAccount);
     connect(checkSuperAdmin, &QCheckBox::toggled, settings, &WorkstationSettings::SetSuperAdmin);
+    connect(buttonSignOut, &QPushButton::clicked, this, &SettingsPage::SigSignOut);
     connect(buttonAbout, &QPushButton::clicked, this, &SettingsPage::SigAbout);
     connect(settings, &WorkstationSettings::SigServerChanged, this, &SettingsPage::ShowServer);
 }
@@ -229,8 +259,16 @@ void SettingsPage::ShowLook()
 
 void SettingsPage::ShowAccounts(const QStringList& names, int current)
 {
-    accountSection->setVisible(!names.isEmpty());
+    accountChoice->setVisible(!names.isEmpty());
+    accountSection->setVisible(!accountChoice->isHidden() || !signedIn->isHidden());
     comboAccount->clear();
     comboAccount->addItems(names);
     comboAccount->setCurrentIndex(current);
+}
+
+void SettingsPage::ShowSignedIn(const QString& name)
+{
+    signedIn->setVisible(!name.isEmpty());
+    accountSection->setVisible(!accountChoice->isHidden() || !signedIn->isHidden());
+    labelSignedIn->setText(name);
 }
