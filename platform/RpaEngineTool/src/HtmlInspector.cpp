@@ -65,7 +65,15 @@ void HtmlInspector::SetNodeManager(RpaNodeManager* manager)
     if (nodes == manager)
         return;
     StopCapture();
+    if (nodes)
+        nodes->disconnect(this);
     nodes = manager;
+    if (nodes) {
+        connect(nodes, &QObject::destroyed, this, [this] {
+            StopCapture();
+            ShowState();
+        });
+    }
     ShowState();
 }
 
@@ -79,7 +87,9 @@ bool HtmlInspector::StartCapture()
         return false;
     }
     if (!candidate->Start(InspectScript(), QStringLiteral("单击要捕获的元素，按 Esc 取消"))) {
-        WbToast::Show(QStringLiteral("请先在浏览器窗口中打开网页，再捕获元素"), ToastWarning);
+        WbToast::Show(browser->isVisible() ? QStringLiteral("请先在浏览器窗口中打开网页，再捕获元素")
+                                           : QStringLiteral("请先展开浏览器窗口，再捕获元素"),
+                      ToastWarning);
         return false;
     }
     pointer = candidate;

@@ -19,6 +19,8 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace
 {
 QPixmap Tile(const QString& command, qreal ratio)
@@ -156,8 +158,8 @@ void PropertyPanel::StartCapture(const QString& argument)
     EndTyping();
     if (!RpaEngineTool::Instance()->GetHtmlInspector()->StartCapture())
         return;
-    captureStatement = shownIds.value(0);
-    captureArgument = argument;
+    ++captureNumber;
+    captureTarget = {process, shownIds.value(0), argument};
 }
 
 // Whoever asked for it, the new element is offered from now on.
@@ -166,13 +168,14 @@ void PropertyPanel::SlotCaptured(const QString& elementId)
     if (!edits || !edits->App() || edits->App()->GetHtmlNodeManager()->IndexOf(elementId) < 0)
         return;
     edits->App()->SetModified(true);
-    const QString argument = captureArgument;
-    if (!argument.isEmpty() && Node() && shownIds.first() == captureStatement) {
-        Change(argument,
-               [argument, elementId](RpaStatement& values) { values.arguments.insert(argument, elementId); });
+    // The author may look at another statement by now; the one that asked is filled all the same.
+    const CaptureTarget target = std::exchange(captureTarget, CaptureTarget());
+    if (const RpaStatementNode* asked = target.process ? target.process->Find(target.statement) : nullptr) {
+        ChangeIn(*target.process, *asked, target.argument, [&target, elementId](RpaStatement& values) {
+            values.arguments.insert(target.argument, elementId);
+        });
         EndTyping();
     }
-    captureArgument.clear();
     Build();
 }
 
@@ -180,9 +183,15 @@ void PropertyPanel::SlotCapturingChanged(bool capturing)
 {
     // The browser lets go of the mouse before the element is told; an element that never comes is not waited
     // for.
-    if (!capturing)
-        QMetaObject::invokeMethod(
-            this, [this] { captureArgument.clear(); }, Qt::QueuedConnection);
+    if (capturing)
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this, ended = captureNumber] {
+            if (ended == captureNumber)
+                captureTarget = CaptureTarget();
+        },
+        Qt::QueuedConnection);
 }
 
 QWidget* PropertyPanel::BuildHint(const QString& text) const
@@ -301,12 +310,16 @@ FieldOffers PropertyPanel::Offers() const
 
 void PropertyPanel::Change(const QString& key, const std::function<void(RpaStatement&)>& change)
 {
-    const RpaStatementNode* node = Node();
-    if (!node)
-        return;
-    RpaStatement values = node->GetValues();
+    if (const RpaStatementNode* node = Node())
+        ChangeIn(*process, *node, key, change);
+}
+
+void PropertyPanel::ChangeIn(RpaProcess& changed, const RpaStatementNode& node, const QString& key,
+                             const std::function<void(RpaStatement&)>& change)
+{
+    RpaStatement values = node.GetValues();
     change(values);
-    edits->SetValues(*process, values, key,
+    edits->SetValues(changed, values, key,
                      QStringLiteral("修改“%1”").arg(CommandTexts::Title(values.command)));
 }
 

@@ -38,6 +38,8 @@ private:
     FieldOffers Offers() const;
     void SlotStatementChanged(const RpaStatementNode* node);
     void Change(const QString& key, const std::function<void(RpaStatement&)>& change);
+    void ChangeIn(RpaProcess& changed, const RpaStatementNode& node, const QString& key,
+                  const std::function<void(RpaStatement&)>& change);
     const RpaStatementNode* Node() const;
     void CheckOutput();
     void EndTyping();
@@ -55,6 +57,12 @@ private:
     QPlainTextEdit* noteEdit = nullptr;
 
     // What the element that is being captured is for.
-    QString captureStatement;
-    QString captureArgument;
+    struct CaptureTarget
+    {
+        QPointer<RpaProcess> process;
+        QString statement;
+        QString argument;
+    };
+    CaptureTarget captureTarget;
+    int captureNumber = 0; // the end of an earlier capture is dealt with late
 };

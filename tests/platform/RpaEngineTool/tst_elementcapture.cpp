@@ -221,6 +221,36 @@ private slots:
         QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("请先在浏览器窗口中打开网页，再捕获元素")});
     }
 
+    void saysThatAFoldedBrowserMustBeShownFirst()
+    {
+        CaptureFixture author;
+        const ToastWatcher toasts;
+        author.server.Put(QStringLiteral("/form"), Form);
+        QVERIFY(author.Open(QStringLiteral("/form")));
+        author.browser->hide();
+
+        QVERIFY(!CaptureFixture::Inspector()->StartCapture());
+
+        QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("请先展开浏览器窗口，再捕获元素")});
+    }
+
+    void theButtonGoesWithTheStoreOfTheApp()
+    {
+        CaptureFixture author;
+        author.server.Put(QStringLiteral("/form"), Form);
+        QVERIFY(author.Open(QStringLiteral("/form")));
+        auto store = std::make_unique<RpaHtmlNodeManager>();
+        CaptureFixture::Inspector()->SetNodeManager(store.get());
+        const auto* button = author.window->findChild<QToolButton*>(QStringLiteral("browserCapture"));
+        QVERIFY(button->isVisible());
+        QVERIFY(CaptureFixture::Inspector()->StartCapture());
+
+        store.reset();
+
+        QVERIFY(!button->isVisible());
+        QVERIFY(!CaptureFixture::Inspector()->IsCapturing());
+    }
+
     void isStartedAndStoppedInTheToolBar()
     {
         CaptureFixture author;
