@@ -192,6 +192,8 @@ void RpaPackagePanel::Private::Connect()
         else
             TellProblem(problem);
         UpdateState();
+        if (q.hasFocus())
+            buttonInstall->setFocus();
     });
 }
 
@@ -236,6 +238,8 @@ void RpaPackagePanel::Private::Install()
     // What is installed must be what the app asks for, or the next run would not know of it.
     if (changed)
         q.Save();
+    // What is switched off loses the keyboard; left to itself it would land in any field of the window.
+    q.setFocus();
     installing = true;
     UpdateState();
     service.InstallCurrent();

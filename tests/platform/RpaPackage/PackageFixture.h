@@ -1,10 +1,11 @@
 #pragma once
 
+#include "WheelMaker.h"
+
 #include <RpaPackage/PackageService.h>
 #include <RpaProcessData/RpaPackageInfo.h>
 
 #include <QDir>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -28,19 +29,7 @@ public:
     // A wheel with one module of that name, which holds VALUE.
     bool MakeWheel(const QString& name, const QString& version, int value) const
     {
-        const QString program = QStringLiteral(R"(
-import sys, zipfile
-folder, name, version, value = sys.argv[1:]
-info = f"{name}-{version}.dist-info"
-with zipfile.ZipFile(f"{folder}/{name}-{version}-py3-none-any.whl", "w") as wheel:
-    wheel.writestr(f"{name}.py", f"VALUE = {value}\n")
-    wheel.writestr(f"{info}/METADATA", f"Metadata-Version: 2.1\nName: {name}\nVersion: {version}\n")
-    wheel.writestr(f"{info}/WHEEL", "Wheel-Version: 1.0\nGenerator: t\nRoot-Is-Purelib: true\nTag: py3-none-any\n")
-    wheel.writestr(f"{info}/RECORD", f"{name}.py,,\n{info}/METADATA,,\n{info}/WHEEL,,\n{info}/RECORD,,\n")
-)");
-        return QProcess::execute(QStringLiteral("/usr/bin/python3"),
-                                 {QStringLiteral("-I"), QStringLiteral("-c"), program, WheelFolder(), name,
-                                  version, QString::number(value)}) == 0;
+        return WheelMaker::Make(WheelFolder(), name, version, QStringLiteral("VALUE = %1\n").arg(value));
     }
 
     static QString ListOf(const QList<PackageItem>& items)

@@ -64,6 +64,7 @@ private slots:
     void keepsEditsThatTheServiceDoesNotKnow();
     void showsTheListOfAnotherVersionOfTheApp();
     void installsAndShowsHowEveryPackageStands();
+    void theKeyboardIsBackAtTheButtonAfterTheInstallation();
 };
 
 void PackagePanelTest::invitesToAddWhenThereIsNothing()
@@ -192,6 +193,27 @@ void PackagePanelTest::installsAndShowsHowEveryPackageStands()
     QCOMPARE(f.Cell(0, 2), QStringLiteral("已安装 1.0"));
     QCOMPARE(f.Cell(1, 2), QStringLiteral("安装失败"));
     QCOMPARE(f.Note(), QStringLiteral("找不到 no-such-package-here，请检查名称和版本"));
+}
+
+void PackagePanelTest::theKeyboardIsBackAtTheButtonAfterTheInstallation()
+{
+    QWidget dialog;
+    QLineEdit neighbour(&dialog);
+    PanelFixture f(PackageFixture::ListOf(QStringLiteral("openpyxl")));
+    f.panel->setParent(&dialog);
+    dialog.show();
+    f.panel->show();
+    dialog.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto* button = f.Find<QPushButton>("buttonInstallPackages");
+    button->setFocus();
+
+    QTest::keyClick(button, Qt::Key_Space);
+    QVERIFY(!button->isEnabled());
+    QVERIFY(!neighbour.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(button->isEnabled(), 60000);
+
+    QVERIFY(button->hasFocus());
 }
 
 QTEST_MAIN(PackagePanelTest)
