@@ -4,9 +4,12 @@
 
 #include <RpaPackage/PackageService.h>
 
+#include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -14,7 +17,7 @@ namespace
 // Types a package into the dialog and closes it, answering its question with that button.
 void CloseWithEdits(PackageService* service, const QString& button, bool isClosed)
 {
-    PackageDialog dialog(service, nullptr);
+    PackageDialog dialog(service, QString(), nullptr);
     dialog.show();
     auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("editPackageName"));
     QTest::keyClicks(name, QStringLiteral("openpyxl"));
@@ -38,6 +41,10 @@ private slots:
     void editsAreDroppedWhenTheUserSaysSo();
     void theDialogStaysWhenTheUserThinksAgain();
     void nothingIsAskedWithoutEdits();
+    void aFolderOfWheelsIsNamedByTyping();
+    void aFolderOfWheelsIsTakenBack();
+    void whatIsNoFolderOfWheelsIsRefusedInWords_data();
+    void whatIsNoFolderOfWheelsIsRefusedInWords();
 };
 
 void tst_PackageDialog::packagesAreOfferedWithTheirPageOnly()
@@ -94,12 +101,81 @@ void tst_PackageDialog::theDialogStaysWhenTheUserThinksAgain()
 void tst_PackageDialog::nothingIsAskedWithoutEdits()
 {
     PackageService service;
-    PackageDialog dialog(&service, nullptr);
+    PackageDialog dialog(&service, QString(), nullptr);
     dialog.show();
 
     dialog.reject();
 
     QVERIFY(!dialog.isVisible());
+}
+
+void tst_PackageDialog::aFolderOfWheelsIsNamedByTyping()
+{
+    const QTemporaryDir folder;
+    PackageService service;
+    PackageDialog dialog(&service, QString(), nullptr);
+    QSignalSpy chosen(&dialog, &PackageDialog::SigWheelFolderChosen);
+    dialog.show();
+    auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("editWheelFolder"));
+
+    QTest::keyClicks(edit, folder.path());
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.first().first().toString(), folder.path());
+    QVERIFY(dialog.isVisible());
+}
+
+void tst_PackageDialog::aFolderOfWheelsIsTakenBack()
+{
+    const QTemporaryDir folder;
+    PackageService service;
+    PackageDialog dialog(&service, folder.path(), nullptr);
+    QSignalSpy chosen(&dialog, &PackageDialog::SigWheelFolderChosen);
+    dialog.show();
+    auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("editWheelFolder"));
+    QCOMPARE(edit->text(), QDir::toNativeSeparators(folder.path()));
+
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(chosen.size(), 0);
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(chosen.size(), 1);
+    QCOMPARE(chosen.first().first().toString(), QString());
+}
+
+void tst_PackageDialog::whatIsNoFolderOfWheelsIsRefusedInWords_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("a folder that is not there")
+        << QStringLiteral("/nowhere/wheels") << QStringLiteral("找不到这个文件夹");
+    QTest::newRow("a file") << QCoreApplication::applicationFilePath()
+                            << QStringLiteral("请输入文件夹，而不是文件");
+    QTest::newRow("a path from nowhere") << QStringLiteral("wheels") << QStringLiteral("完整路径");
+    QTest::newRow("an address") << QStringLiteral("https://example.com/wheels") << QStringLiteral("完整路径");
+}
+
+void tst_PackageDialog::whatIsNoFolderOfWheelsIsRefusedInWords()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, problem);
+    PackageService service;
+    PackageDialog dialog(&service, QString(), nullptr);
+    QSignalSpy chosen(&dialog, &PackageDialog::SigWheelFolderChosen);
+    dialog.show();
+    auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("editWheelFolder"));
+    auto* const label = dialog.findChild<QLabel*>(QStringLiteral("labelProblem"));
+
+    QTest::keyClicks(edit, text);
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(chosen.size(), 0);
+    QVERIFY2(label->isVisible() && label->text().contains(problem), qPrintable(label->text()));
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    QVERIFY(!label->isVisible());
 }
 
 QTEST_MAIN(tst_PackageDialog)

@@ -41,6 +41,7 @@ void tst_Settings::startsWithTheEmbeddedServerAndTheSystemsLook()
     QCOMPARE(settings.GetDateLanguage(), DateLanguage::System);
     QVERIFY(!settings.GetSuperAdmin());
     QVERIFY(!settings.GetSamplesInstalled());
+    QVERIFY(settings.GetWheelFolder().isEmpty());
 }
 
 void tst_Settings::findsItsValuesAgainInTheFile()
@@ -54,6 +55,7 @@ void tst_Settings::findsItsValuesAgainInTheFile()
         settings.SetLastAccount(QStringLiteral("王小明"));
         settings.SetSuperAdmin(true);
         settings.SetSamplesInstalled(true);
+        settings.SetWheelFolder(QStringLiteral("/opt/安装包"));
     }
 
     const WorkstationSettings again(File());
@@ -65,6 +67,7 @@ void tst_Settings::findsItsValuesAgainInTheFile()
     QCOMPARE(again.GetLastAccount(), QStringLiteral("王小明"));
     QVERIFY(again.GetSuperAdmin());
     QVERIFY(again.GetSamplesInstalled());
+    QCOMPARE(again.GetWheelFolder(), QStringLiteral("/opt/安装包"));
 }
 
 void tst_Settings::announcesAChangeOnlyWhenThereIsOne()
@@ -72,15 +75,20 @@ void tst_Settings::announcesAChangeOnlyWhenThereIsOne()
     WorkstationSettings settings(File());
     QSignalSpy themes(&settings, &WorkstationSettings::SigThemeChanged);
     QSignalSpy servers(&settings, &WorkstationSettings::SigServerChanged);
+    QSignalSpy wheels(&settings, &WorkstationSettings::SigWheelFolderChanged);
 
     settings.SetTheme(ThemeChoice::Light);
     settings.SetTheme(ThemeChoice::Light);
     settings.SetEmbeddedServer(true);
     settings.SetServerAddress(QUrl(QStringLiteral("https://rpa.example.com")));
     settings.SetEmbeddedServer(false);
+    settings.SetWheelFolder(QString());
+    settings.SetWheelFolder(QStringLiteral("/opt/wheels"));
+    settings.SetWheelFolder(QStringLiteral("/opt/wheels"));
 
     QCOMPARE(themes.size(), 1);
     QCOMPARE(servers.size(), 1);
+    QCOMPARE(wheels.size(), 1);
 }
 
 void tst_Settings::refusesAddressesThatAreNoServer_data()

@@ -257,10 +257,8 @@ void Workstation::ConnectPackages()
     connect(packages, &PackageService::SigOutput, this, [](const QString& line) {
         RpaEngineModule::Instance()->GetLogManager()->Append(RpaLogLevel::Debug, line);
     });
-    PackageSettings places;
-    places.dataFolder = paths.packageDir;
-    places.wheelFolders = QStringList{paths.wheelDir};
-    packages->SetSettings(places);
+    connect(&settings, &WorkstationSettings::SigWheelFolderChanged, this, &Workstation::TellWheelFolders);
+    TellWheelFolders();
 }
 
 void Workstation::GoToServer()
@@ -294,7 +292,20 @@ void Workstation::ShowSettings()
 
 void Workstation::ShowPackages()
 {
-    PackageDialog(RpaPackageModule::Instance()->GetBuiltIn(), window.get()).exec();
+    PackageDialog dialog(RpaPackageModule::Instance()->GetBuiltIn(), settings.GetWheelFolder(), window.get());
+    connect(&dialog, &PackageDialog::SigWheelFolderChosen, &settings, &WorkstationSettings::SetWheelFolder);
+    dialog.exec();
+}
+
+void Workstation::TellWheelFolders()
+{
+    PackageSettings places;
+    places.dataFolder = paths.packageDir;
+    places.wheelFolders = QStringList{paths.wheelDir};
+    if (!settings.GetWheelFolder().isEmpty()) {
+        places.wheelFolders.append(settings.GetWheelFolder());
+    }
+    RpaPackageModule::Instance()->GetBuiltIn()->SetSettings(places);
 }
 
 void Workstation::LeaveEditor()

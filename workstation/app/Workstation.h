@@ -63,6 +63,7 @@ private:
     void AskSignIn();
     void ShowSettings();
     void ShowPackages();
+    void TellWheelFolders();
     void LeaveEditor();
     void SwitchAccount(int embeddedAccount);
     void UseServer(bool embedded, const QUrl& address);

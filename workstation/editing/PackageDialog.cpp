@@ -1,5 +1,7 @@
 #include "PackageDialog.h"
 
+#include "WheelFolderRow.h"
+
 #include <RpaPackage/RpaPackagePanel.h>
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbLabel.h>
@@ -7,7 +9,7 @@
 #include <QVBoxLayout>
 #include <QVariant>
 
-PackageDialog::PackageDialog(PackageService* service, QWidget* parent)
+PackageDialog::PackageDialog(PackageService* service, const QString& wheelFolder, QWidget* parent)
     : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), panel(new RpaPackagePanel(service, this))
 {
     setObjectName(QStringLiteral("PackageDialog"));
@@ -17,12 +19,16 @@ PackageDialog::PackageDialog(PackageService* service, QWidget* parent)
                              this);
     hint->setProperty("hint", true);
     hint->setWordWrap(true);
+    auto* wheels = new WheelFolderRow(wheelFolder, this);
     auto* layout = new QVBoxLayout(GetContentWidget());
     layout->setContentsMargins(32, 16, 32, 24);
     layout->setSpacing(16);
     layout->addWidget(hint);
+    layout->addWidget(wheels);
     layout->addWidget(panel, 1);
-    GetContentWidget()->setMinimumSize(620, 460);
+    GetContentWidget()->setMinimumSize(620, 500);
+
+    connect(wheels, &WheelFolderRow::SigChosen, this, &PackageDialog::SigWheelFolderChosen);
 }
 
 PackageDialog::~PackageDialog() = default;

@@ -11,6 +11,7 @@ constexpr char samplesKey[] = "server/samplesInstalled";
 constexpr char themeKey[] = "look/theme";
 constexpr char dateKey[] = "look/dateLanguage";
 constexpr char superAdminKey[] = "embedded/superAdmin";
+constexpr char wheelFolderKey[] = "packages/wheelFolder";
 
 constexpr const char* themeNames[] = {"system", "light", "dark"};
 
@@ -143,4 +144,16 @@ bool WorkstationSettings::GetSamplesInstalled() const
 void WorkstationSettings::SetSamplesInstalled(bool installed)
 {
     Write(samplesKey, installed);
+}
+
+QString WorkstationSettings::GetWheelFolder() const
+{
+    return store.value(QLatin1String(wheelFolderKey)).toString();
+}
+
+void WorkstationSettings::SetWheelFolder(const QString& folder)
+{
+    if (folder != GetWheelFolder() && Write(wheelFolderKey, folder)) {
+        emit SigWheelFolderChanged(folder);
+    }
 }

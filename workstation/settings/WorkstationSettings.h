@@ -50,11 +50,16 @@ public:
     bool GetSamplesInstalled() const;
     void SetSamplesInstalled(bool installed);
 
+    // The user's own folder of packages to install, absolute; empty for none.
+    QString GetWheelFolder() const;
+    void SetWheelFolder(const QString& folder);
+
 signals:
     void SigServerChanged();
     void SigThemeChanged(ThemeChoice theme);
     void SigDateLanguageChanged(DateLanguage language);
     void SigSuperAdminChanged(bool superAdmin);
+    void SigWheelFolderChanged(const QString& folder);
 
 private:
     // True when the value was another one.
