@@ -72,10 +72,14 @@ class Link:
             self.socket.sendall(HEADER.pack(len(body)) + body)
 
     def receive(self):
-        length = HEADER.unpack(self.read_exactly(HEADER.size))[0]
-        return DECODE(self.read_exactly(length).decode("utf-8"))
+        self.read_until(HEADER.size)
+        end = HEADER.size + HEADER.unpack_from(self.received)[0]
+        self.read_until(end)
+        frame = DECODE(self.received[HEADER.size:end].decode("utf-8"))
+        del self.received[:end]
+        return frame
 
-    def read_exactly(self, count):
+    def read_until(self, count):
         while len(self.received) < count:
             missing = count - len(self.received)
             part = self.socket.recv(min(max(missing, RECEIVE_BYTES), LARGEST_RECEIVE_BYTES))
@@ -83,12 +87,10 @@ class Link:
                 # The editor is gone: nobody is left to work for.
                 os._exit(0)
             self.received += part
-        taken = bytes(self.received[:count])
-        del self.received[:count]
-        return taken
 
     def call(self, name, *arguments):
-        OUTPUT.flush()
+        if OUTPUT.lines:
+            OUTPUT.flush()
         with self.call_lock:
             self.next_call += 1
             self.send({"t": "call", "id": self.next_call, "name": name, "args": arguments})

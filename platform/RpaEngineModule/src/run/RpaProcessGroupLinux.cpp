@@ -6,6 +6,7 @@
 #include <QProcess>
 
 #include <csignal>
+#include <functional>
 #include <unistd.h>
 
 namespace
@@ -35,6 +36,44 @@ qint64 ParentOf(qint64 pid)
     // "pid (name) state ppid …"; the name may hold blanks and brackets.
     const QByteArray stat = ReadProc(pid, "stat");
     return stat.mid(stat.lastIndexOf(')') + 2).split(' ').value(1).toLongLong();
+}
+
+using ChildrenOf = std::function<QVector<qint64>(qint64)>;
+
+// Where the kernel lists the children itself, nothing else has to be read, however much runs on the machine.
+bool TellsChildren()
+{
+    static const bool tells = QFile::exists(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
+    return tells;
+}
+
+ChildrenOf TaskChildren()
+{
+    return [](qint64 pid) {
+        QVector<qint64> children;
+        const QDir tasks(QStringLiteral("/proc/%1/task").arg(pid));
+        const QStringList names = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (const QString& task : names) {
+            QFile file(tasks.filePath(task + QStringLiteral("/children")));
+            if (!file.open(QIODevice::ReadOnly))
+                continue;
+            const QList<QByteArray> words = file.readAll().simplified().split(' ');
+            for (const QByteArray& word : words) {
+                if (!word.isEmpty())
+                    children << word.toLongLong();
+            }
+        }
+        return children;
+    };
+}
+
+ChildrenOf ScannedChildren()
+{
+    QHash<qint64, QVector<qint64>> children;
+    const QVector<qint64> pids = AllPids();
+    for (const qint64 pid : pids)
+        children[ParentOf(pid)] << pid;
+    return [children](qint64 pid) { return children.value(pid); };
 }
 
 bool Works(const QStringList& words)
@@ -79,13 +118,10 @@ QVector<qint64> RpaProcessGroup::FindMarked(const QByteArray& mark)
 
 QVector<qint64> RpaProcessGroup::FindDescendants(qint64 pid)
 {
-    QHash<qint64, QVector<qint64>> children;
-    const QVector<qint64> pids = AllPids();
-    for (const qint64 other : pids)
-        children[ParentOf(other)] << other;
+    const auto childrenOf = TellsChildren() ? TaskChildren() : ScannedChildren();
     QVector<qint64> found{pid};
     for (int i = 0; i < found.size(); ++i)
-        found += children.value(found.at(i));
+        found += childrenOf(found.at(i));
     return found;
 }
 

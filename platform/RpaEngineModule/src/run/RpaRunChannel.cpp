@@ -113,9 +113,7 @@ void RpaRunChannel::Send(const QVariantMap& frame)
     QByteArray bytes(HeaderBytes, Qt::Uninitialized);
     qToBigEndian(static_cast<quint32>(body.size()), bytes.data());
     bytes += body;
-    socket->write(bytes);
-    // The program stands still until its answer comes: not only with the next turn of the event loop.
-    socket->flush();
+    RpaRunSockets::SendAtOnce(*socket, bytes);
 }
 
 void RpaRunChannel::Close(const QString& reason)

@@ -20,4 +20,7 @@ QString GetAddress(const RpaRunServer& server);
 // Before the first byte is written.
 void Prepare(RpaRunSocket& socket);
 
+// The program stands still until its answer comes: not only with the next turn of the event loop.
+void SendAtOnce(RpaRunSocket& socket, const QByteArray& bytes);
+
 } // namespace RpaRunSockets

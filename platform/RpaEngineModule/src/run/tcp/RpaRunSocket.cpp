@@ -24,3 +24,9 @@ void RpaRunSockets::Prepare(RpaRunSocket& socket)
     // An answer is a small packet, and the program stands still until it is there.
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
 }
+
+void RpaRunSockets::SendAtOnce(RpaRunSocket& socket, const QByteArray& bytes)
+{
+    socket.write(bytes);
+    socket.flush();
+}
