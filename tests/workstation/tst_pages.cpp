@@ -76,6 +76,7 @@ private slots:
     void signInEntersWithTheChosenAccount();
     void signInAsksForAccountAndPasswordOfAServer();
     void signInForgetsThePasswordOnceItIsHandedOver();
+    void signInForgetsTheRefusalWithTheNextAttempt();
     void signInOffersToTryAgainWhenTheServerIsGone();
 
     void listOpensTheAppThatIsClicked();
@@ -175,6 +176,22 @@ void tst_Pages::signInForgetsThePasswordOnceItIsHandedOver()
     Press(page, "buttonEnter");
 
     QVERIFY(Child<QLineEdit>(page, "editPassword")->text().isEmpty());
+}
+
+void tst_Pages::signInForgetsTheRefusalWithTheNextAttempt()
+{
+    SignInPage page;
+    page.ShowReady();
+    page.AskRemote(QStringLiteral("http://example.test"), QStringLiteral("zhang"));
+    page.ShowProblem(QStringLiteral("账号或密码不正确。"));
+    auto* state = Child<QLabel>(page, "labelState");
+    QCOMPARE(state->text(), QStringLiteral("账号或密码不正确。"));
+
+    QTest::keyClicks(Child<QLineEdit>(page, "editPassword"), QStringLiteral("secret"));
+    QCOMPARE(state->text(), QStringLiteral("账号或密码不正确。"));
+    Press(page, "buttonEnter");
+
+    QCOMPARE(state->text(), QString());
 }
 
 void tst_Pages::signInOffersToTryAgainWhenTheServerIsGone()

@@ -199,6 +199,8 @@ void SignInPage::SlotConfirm()
     if (!buttonEnter->isEnabled()) {
         return;
     }
+    // Why the last attempt was refused says nothing about this one.
+    ShowState(QString(), false);
     if (AsksEmbedded()) {
         emit SigEnter(accounts->checkedId());
         return;
