@@ -40,6 +40,7 @@ private slots:
     void refusesALineBreakInsideTheName();
     void showsItsTexts();
     void changesItsTitleWithItsMode();
+    void coversNeitherNameNorButtonsWithARefusal();
     void cancels();
     void keepsItsMeasuresAtEveryScale();
     void runsModally();
@@ -177,6 +178,24 @@ void TestAddUIWidget::changesItsTitleWithItsMode()
     QCOMPARE(dialog->windowTitle(), Text("重命名界面"));
     dialog->SetRenameMode(false);
     QCOMPARE(dialog->windowTitle(), Text("添加界面"));
+}
+
+void TestAddUIWidget::coversNeitherNameNorButtonsWithARefusal()
+{
+    QTest::keyClicks(Edit(), QStringLiteral(" "));
+
+    PressOK();
+
+    const auto* toast = dialog->findChild<QWidget*>(QStringLiteral("WbToast"));
+    QVERIFY(toast);
+    QList<QWidget*> inUse{Edit()};
+    for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>())
+        inUse << button;
+    QCOMPARE(inUse.size(), 4);
+    for (const QWidget* widget : qAsConst(inUse)) {
+        const QRect place(widget->mapTo(dialog.get(), QPoint(0, 0)), widget->size());
+        QVERIFY2(!place.intersects(toast->geometry()), qPrintable(widget->objectName()));
+    }
 }
 
 void TestAddUIWidget::cancels()

@@ -1,3 +1,4 @@
+#include "ToastPlace_p.h"
 #include "ToastStack_p.h"
 #include "ToastWidget_p.h"
 
@@ -12,7 +13,6 @@
 namespace
 {
 constexpr int kMostToasts = 4;
-constexpr int kTopMargin = 112; // below what stands at the top of the workstation and of the editor
 constexpr int kSideMargin = 16;
 constexpr int kGap = 8;
 
@@ -49,6 +49,9 @@ ToastStack* ToastStack::Of(QWidget* window)
 ToastStack::ToastStack(QWidget* w) : QObject(w), window(w)
 {
     window->installEventFilter(this);
+    looking.setSingleShot(true);
+    looking.setInterval(0);
+    connect(&looking, &QTimer::timeout, this, &ToastStack::LookBeneath);
 }
 
 void ToastStack::Show(const QString& text, ENUM_TOAST_TYPE type)
@@ -92,6 +95,8 @@ bool ToastStack::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == window && event->type() == QEvent::Resize) {
         Arrange();
+    } else if (watched == window && event->type() == QEvent::LayoutRequest && !toasts.isEmpty()) {
+        looking.start(); // once the new layout stands
     } else if (watched == window && event->type() == QEvent::Hide && !event->spontaneous()) {
         MoveToNextWindow();
     }
@@ -120,12 +125,26 @@ void ToastStack::MoveToNextWindow()
 
 void ToastStack::Arrange()
 {
-    const int side = DpiTool::ScaleDefault(kSideMargin);
-    int top = qMin(DpiTool::ScaleDefault(kTopMargin), window->height() / 4);
+    if (toasts.isEmpty()) {
+        return;
+    }
+    const ToastPlace place(window);
+    const int widest = window->width() - 2 * DpiTool::ScaleDefault(kSideMargin);
+    int top = 0;
     for (ToastWidget* toast : qAsConst(toasts)) {
-        toast->FitInto(window->width() - 2 * side);
-        toast->move((window->width() - toast->width()) / 2, top);
+        toast->FitInto(widest);
+        toast->move(place.Find(toast->size(), top));
         toast->raise();
-        top += toast->height() + DpiTool::ScaleDefault(kGap);
+        top = toast->geometry().bottom() + 1 + DpiTool::ScaleDefault(kGap);
+    }
+    LookBeneath();
+}
+
+// Another page may have come below a notice: it stays where it is read, but lets the mouse through.
+void ToastStack::LookBeneath()
+{
+    const ToastPlace place(window);
+    for (ToastWidget* toast : qAsConst(toasts)) {
+        toast->SetMousePasses(place.CoversSomethingInUse(toast->geometry()));
     }
 }

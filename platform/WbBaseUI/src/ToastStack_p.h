@@ -3,12 +3,14 @@
 #include <WbBaseUI/WbToast.h>
 
 #include <QObject>
+#include <QTimer>
 #include <QVector>
 
 class ToastWidget;
 class QWidget;
 
-// The notices of one window, one below the other at its top. It belongs to the window and goes with it.
+// The notices of one window, one below the other from its top, where they cover nothing that is in use. It
+// belongs to the window and goes with it.
 class ToastStack : public QObject
 {
     Q_OBJECT
@@ -29,7 +31,9 @@ private:
     void Remove(ToastWidget* toast);
     void MoveToNextWindow();
     void Arrange();
+    void LookBeneath();
 
+    QTimer looking;
     QWidget* window;
     QVector<ToastWidget*> toasts;
 };

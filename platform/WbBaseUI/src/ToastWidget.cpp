@@ -22,6 +22,7 @@ constexpr std::chrono::milliseconds kErrorShown = 5s;
 constexpr std::chrono::milliseconds kFade = 160ms;
 constexpr int kIconSize = 20;
 constexpr int kPadding = 12;
+constexpr int kPaddingAbove = 9; // one line of text fits into the head of the workstation
 constexpr int kWidest = 480;
 constexpr int kLongestText = 300;
 constexpr int kMostLines = 6;
@@ -58,15 +59,20 @@ ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* par
     setAccessibleName(labelText->text());
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::PointingHandCursor);
+    setMouseTracking(true);
     labelIcon->setObjectName(QStringLiteral("labelToastIcon"));
     labelText->setObjectName(QStringLiteral("labelToastText"));
     labelText->setTextFormat(Qt::PlainText);
     labelText->setWordWrap(true);
+    for (QLabel* label : {labelIcon, labelText}) {
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
     PaintIcon();
 
     auto* layout = new QHBoxLayout(this);
     const int padding = DpiTool::ScaleDefault(kPadding);
-    layout->setContentsMargins(padding, padding, padding + padding / 2, padding);
+    const int above = DpiTool::ScaleDefault(kPaddingAbove);
+    layout->setContentsMargins(padding, above, padding + padding / 2, above);
     layout->setSpacing(padding * 2 / 3);
     layout->addWidget(labelIcon, 0, Qt::AlignTop);
     layout->addWidget(labelText, 1, Qt::AlignVCenter);
@@ -133,15 +139,29 @@ void ToastWidget::FitInto(int width)
     resize(textWidth + chrome, height + 2 * frameWidth());
 }
 
-void ToastWidget::enterEvent(QEvent* event)
+void ToastWidget::SetMousePasses(bool passes)
 {
-    timer.stop();
-    QFrame::enterEvent(event);
+    setAttribute(Qt::WA_TransparentForMouseEvents, passes);
+    if (passes && !leaving && !timer.isActive()) {
+        timer.start(); // nobody will tell when the mouse has gone
+    }
+}
+
+// A mouse that lies where the notice appears does not keep it; one that is moved over it does.
+void ToastWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!mouseCame) {
+        mouseCame = true;
+        mouseCameAt = event->globalPos();
+    } else if ((event->globalPos() - mouseCameAt).manhattanLength() > 2) {
+        timer.stop();
+    }
 }
 
 void ToastWidget::leaveEvent(QEvent* event)
 {
-    if (!leaving) {
+    mouseCame = false;
+    if (!leaving && !timer.isActive()) {
         timer.start();
     }
     QFrame::leaveEvent(event);

@@ -28,13 +28,16 @@ public:
     // As tall as its text needs at that width, and not wider than its text.
     void FitInto(int width);
 
+    // Whether the mouse goes to what lies beneath; else a click sends the notice away.
+    void SetMousePasses(bool passes);
+
 signals:
     // It has faded out and may be removed.
     void SigGone();
 
 protected:
-    void enterEvent(QEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
@@ -49,4 +52,6 @@ private:
     QPropertyAnimation* fade;
     QTimer timer;
     bool leaving = false;
+    bool mouseCame = false;
+    QPoint mouseCameAt;
 };

@@ -48,7 +48,11 @@ private slots:
     void showsTextAndType();
     void goesAwayByItself_data();
     void goesAwayByItself();
-    void staysWhileTheMouseIsOverIt();
+    void staysWhileTheMouseMovesOverIt();
+    void goesThoughTheMouseLiesWhereItAppears();
+    void coversNothingThatIsInUse();
+    void standsBesideTheButtonsOfASmallDialog();
+    void letsTheMouseThroughWhereItMustCoverSomething();
     void goesAwayWhenClicked();
     void standsOneBelowTheOther();
     void replacesTheSameNotice();
@@ -64,6 +68,13 @@ private slots:
     void staysAtTheTopWhenTheWindowGrows();
 
 private:
+    // Through the window system, so that widgets are entered and left.
+    void MoveMouseTo(const QPoint& place)
+    {
+        QCursor::setPos(window->mapToGlobal(place));
+        QTest::mouseMove(window->windowHandle(), place);
+    }
+
     std::unique_ptr<QWidget> window;
 };
 
@@ -130,21 +141,95 @@ void TestToast::goesAwayByItself()
     QVERIFY2(lived >= atLeast && lived <= atMost, qPrintable(QString::number(lived)));
 }
 
-void TestToast::staysWhileTheMouseIsOverIt()
+void TestToast::staysWhileTheMouseMovesOverIt()
 {
     WbToast::Show(QStringLiteral("有鼠标"));
     const QPointer<QWidget> hovered = ToastsIn(*window).constFirst();
-    QEvent enter(QEvent::Enter);
-    QApplication::sendEvent(hovered, &enter);
+    MoveMouseTo(hovered->geometry().center());
+    MoveMouseTo(hovered->geometry().center() + QPoint(8, 0));
     WbToast::Show(QStringLiteral("没有鼠标"));
     const QPointer<QWidget> other = ToastsIn(*window).constLast();
 
     QTRY_VERIFY_WITH_TIMEOUT(other.isNull(), kPatience);
     QVERIFY(hovered && hovered->isVisible());
 
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(hovered, &leave);
+    MoveMouseTo(window->rect().bottomRight() - QPoint(4, 4));
     QTRY_VERIFY_WITH_TIMEOUT(hovered.isNull(), kPatience);
+}
+
+void TestToast::goesThoughTheMouseLiesWhereItAppears()
+{
+    WbToast::Show(QStringLiteral("提示"));
+    const QPointer<QWidget> toast = ToastsIn(*window).constFirst();
+
+    // What the window system tells about a mouse that has not moved.
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(toast, &enter);
+    MoveMouseTo(toast->geometry().center());
+
+    QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), 4500);
+}
+
+void TestToast::coversNothingThatIsInUse()
+{
+    auto* head = new QPushButton(QStringLiteral("保存"), window.get());
+    head->setGeometry(300, 4, 220, 40);
+    auto* field = new QLineEdit(window.get());
+    field->setGeometry(20, 60, 760, 32);
+    for (QWidget* widget : {static_cast<QWidget*>(head), static_cast<QWidget*>(field)}) {
+        widget->show();
+    }
+
+    WbToast::Show(QStringLiteral("一"), ToastError);
+    WbToast::Show(QStringLiteral("保存失败：该版本已被其他人修改，请刷新后重试。"), ToastError);
+
+    const QList<QWidget*> shown = ToastsIn(*window);
+    QCOMPARE(shown.size(), 2);
+    for (const QWidget* toast : shown) {
+        QVERIFY(!toast->geometry().intersects(head->geometry()));
+        QVERIFY(!toast->geometry().intersects(field->geometry()));
+        QVERIFY(window->rect().contains(toast->geometry()));
+        QVERIFY(!toast->testAttribute(Qt::WA_TransparentForMouseEvents));
+    }
+    QVERIFY(shown.first()->geometry().bottom() < field->geometry().top());
+}
+
+void TestToast::standsBesideTheButtonsOfASmallDialog()
+{
+    QDialog dialog(window.get());
+    dialog.setModal(true);
+    dialog.resize(400, 170);
+    auto* field = new QLineEdit(&dialog);
+    field->setGeometry(100, 60, 280, 32);
+    auto* button = new QPushButton(QStringLiteral("确定"), &dialog);
+    button->setGeometry(160, 116, 80, 32);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+
+    WbToast::Show(QStringLiteral("界面名称不能为空"), ToastError);
+
+    const QRect place = ToastsIn(dialog).constFirst()->geometry();
+    QVERIFY(!place.intersects(field->geometry()));
+    QVERIFY(!place.intersects(button->geometry()));
+}
+
+void TestToast::letsTheMouseThroughWhereItMustCoverSomething()
+{
+    QPushButton everywhere(QStringLiteral("按钮"), window.get());
+    everywhere.setGeometry(window->rect());
+    everywhere.show();
+    QSignalSpy pressed(&everywhere, &QPushButton::clicked);
+
+    WbToast::Show(QStringLiteral("提示"));
+    const QPointer<QWidget> toast = ToastsIn(*window).constFirst();
+    const QPoint there = toast->geometry().center();
+    MoveMouseTo(there);
+    MoveMouseTo(there + QPoint(8, 0));
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, there);
+
+    QCOMPARE(pressed.size(), 1);
+    QVERIFY(toast && toast->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), 4500);
 }
 
 void TestToast::goesAwayWhenClicked()
