@@ -1,3 +1,4 @@
+#include "CheckDelegate_p.h"
 #include "CheckPane_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -33,12 +34,14 @@ CheckPane::CheckPane(QWidget* parent) : QWidget(parent), title(new QLabel), list
     list->setColumnCount(ColumnCount);
     list->setHeaderLabels({QStringLiteral("问题"), QStringLiteral("怎样解决"), QStringLiteral("流程")});
     list->setRootIsDecorated(false);
-    list->setUniformRowHeights(true);
+    list->setItemDelegate(new CheckDelegate(list));
+    list->setWordWrap(true);
     list->setFrameShape(QFrame::NoFrame);
     list->header()->setStretchLastSection(false);
     list->header()->setSectionResizeMode(MessageColumn, QHeaderView::Stretch);
     list->header()->setSectionResizeMode(RemedyColumn, QHeaderView::Stretch);
     list->header()->setSectionResizeMode(ProcessColumn, QHeaderView::Interactive);
+    list->header()->setMinimumSectionSize(DpiTool::ScaleDefault(72));
     auto* close = new QToolButton;
     close->setObjectName(QStringLiteral("checkCloseButton"));
     close->setIcon(WbIcons::Get(QStringLiteral("close")));
@@ -56,6 +59,10 @@ CheckPane::CheckPane(QWidget* parent) : QWidget(parent), title(new QLabel), list
     layout->addLayout(top);
     layout->addWidget(list);
 
+    measuring.setSingleShot(true);
+    measuring.setInterval(0);
+    connect(list->header(), &QHeaderView::sectionResized, &measuring, qOverload<>(&QTimer::start));
+    connect(&measuring, &QTimer::timeout, list, &QTreeWidget::doItemsLayout);
     connect(list, &QTreeWidget::itemActivated, this, &CheckPane::SlotActivated);
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
     hide();

@@ -2,6 +2,7 @@
 
 #include <RpaProcessData/RpaCheckInfo.h>
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -26,4 +27,5 @@ private:
 
     QLabel* title;
     QTreeWidget* list;
+    QTimer measuring; // the heights of the rows depend on the widths of the columns
 };

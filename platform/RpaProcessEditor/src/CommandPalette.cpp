@@ -30,7 +30,7 @@ CommandPalette::CommandPalette(QWidget* parent)
     view->installEventFilter(this);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(8, 8, 4, 4);
+    layout->setContentsMargins(0, 8, 4, 0);
     layout->setSpacing(6);
     layout->addWidget(search);
     layout->addWidget(view);

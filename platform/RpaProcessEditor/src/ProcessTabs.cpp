@@ -3,23 +3,19 @@
 
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbTabBar.h>
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QTabBar>
 #include <QToolButton>
 
-ProcessTabs::ProcessTabs(QWidget* parent) : QWidget(parent), bar(new QTabBar), addButton(new QToolButton)
+ProcessTabs::ProcessTabs(QWidget* parent) : QWidget(parent), bar(new WbTabBar), addButton(new QToolButton)
 {
     setObjectName(QStringLiteral("processTabs"));
     bar->setObjectName(QStringLiteral("processTabBar"));
     bar->setAccessibleName(QStringLiteral("流程"));
-    bar->setExpanding(false);
     bar->setMovable(true);
-    bar->setDrawBase(false);
-    bar->setUsesScrollButtons(true);
-    bar->setElideMode(Qt::ElideRight);
     bar->setContextMenuPolicy(Qt::CustomContextMenu);
     bar->installEventFilter(this);
     addButton->setObjectName(QStringLiteral("processAddButton"));

@@ -5,8 +5,8 @@
 #include <QPointer>
 #include <QWidget>
 
-class QTabBar;
 class QToolButton;
+class WbTabBar;
 
 // The processes of the app as tabs, the main process first: add, rename, delete, move.
 class ProcessTabs : public QWidget
@@ -40,7 +40,7 @@ private:
     QString NameAt(int index) const;
 
     QPointer<ProcessEdits> edits;
-    QTabBar* bar;
+    WbTabBar* bar;
     QToolButton* addButton;
     QString announced;
     bool refilling = false;

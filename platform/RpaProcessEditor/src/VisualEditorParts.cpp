@@ -1,6 +1,7 @@
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
+#include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
 #include "StatementFindBar_p.h"
@@ -19,7 +20,6 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSplitter>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace
@@ -33,7 +33,7 @@ QString WithKeys(const QString& text, const QList<QKeySequence>& keys)
 } // namespace
 
 VisualEditorParts::VisualEditorParts(QWidget* editor)
-    : host(editor), bar(new QWidget), tabs(new ProcessTabs), palette(new CommandPalette),
+    : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
       checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
 {
@@ -57,27 +57,13 @@ VisualEditorParts::~VisualEditorParts()
 
 void VisualEditorParts::BuildLayout()
 {
-    bar->setObjectName(QStringLiteral("processToolBar"));
-    auto* barLayout = new QHBoxLayout(bar);
-    barLayout->setContentsMargins(0, 0, DpiTool::ScaleDefault(6), 0);
-    barLayout->setSpacing(DpiTool::ScaleDefault(2));
     auto* middle = new QWidget;
-    auto* top = new QHBoxLayout;
-    top->setContentsMargins(0, 0, 0, 0);
-    top->addWidget(tabs, 1);
-    top->addWidget(bar);
-    auto* vertical = new QSplitter(Qt::Vertical);
-    vertical->addWidget(view);
-    vertical->addWidget(checks);
-    vertical->setStretchFactor(0, 3);
-    vertical->setStretchFactor(1, 1);
-    vertical->setChildrenCollapsible(false);
     auto* middleLayout = new QVBoxLayout(middle);
     middleLayout->setContentsMargins(0, 0, 0, 0);
     middleLayout->setSpacing(0);
-    middleLayout->addLayout(top);
+    middleLayout->addWidget(head);
     middleLayout->addWidget(findBar);
-    middleLayout->addWidget(vertical);
+    middleLayout->addWidget(view, 1);
 
     auto* splitter = new QSplitter(Qt::Horizontal);
     splitter->setObjectName(QStringLiteral("processSplitter"));
@@ -87,13 +73,21 @@ void VisualEditorParts::BuildLayout()
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     splitter->setStretchFactor(2, 0);
-    splitter->setSizes({DpiTool::ScaleDefault(220), DpiTool::ScaleDefault(700), DpiTool::ScaleDefault(290)});
+    splitter->setSizes({DpiTool::ScaleDefault(180), DpiTool::ScaleDefault(700), DpiTool::ScaleDefault(250)});
     palette->setMinimumWidth(DpiTool::ScaleDefault(150));
     properties->setMinimumWidth(DpiTool::ScaleDefault(220));
     middle->setMinimumWidth(DpiTool::ScaleDefault(320));
+    // The findings take the whole width: their texts are long.
+    auto* vertical = new QSplitter(Qt::Vertical);
+    vertical->addWidget(splitter);
+    vertical->addWidget(checks);
+    vertical->setStretchFactor(0, 3);
+    vertical->setStretchFactor(1, 1);
+    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150)});
+    vertical->setChildrenCollapsible(false);
     auto* layout = new QHBoxLayout(host);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(splitter);
+    layout->addWidget(vertical);
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     host->setFocusProxy(view);
 }
@@ -121,12 +115,7 @@ QAction* VisualEditorParts::Add(const QString& name, const QString& text, const 
     const bool red = icon == QLatin1String("breakpoint");
     action->setIcon(WbIcons::Get(icon, red ? WbColor::Breakpoint : WbColor::TextSecondary));
     action->setToolTip(WithKeys(text, keys));
-    auto* button = new QToolButton;
-    button->setObjectName(name + QStringLiteral("Button"));
-    button->setDefaultAction(action);
-    button->setAutoRaise(true);
-    button->setAccessibleName(text);
-    bar->layout()->addWidget(button);
+    head->AddTool(action);
     return action;
 }
 
@@ -138,10 +127,10 @@ void VisualEditorParts::BuildActions()
     redo = Add(QStringLiteral("actionRedo"), QStringLiteral("重做"),
                {key(Qt::CTRL + Qt::Key_Y), key(Qt::CTRL + Qt::SHIFT + Qt::Key_Z)}, QStringLiteral("redo"),
                [this] { edits->Stack()->redo(); });
-    menu->addSeparator();
+    Separate();
     Add(QStringLiteral("actionInsert"), QStringLiteral("添加指令…"), {key(Qt::Key_Insert)},
         QStringLiteral("add"), [this] { OpenQuickPick(); });
-    menu->addSeparator();
+    Separate();
     onSelection = {
         Add(QStringLiteral("actionCut"), QStringLiteral("剪切"), {QKeySequence::Cut}, QString(),
             [this] { view->Cut(); }),
@@ -159,14 +148,13 @@ void VisualEditorParts::BuildActions()
     };
     add("actionDuplicate", "复制一份", Qt::CTRL + Qt::Key_D, "", &StatementView::Duplicate);
     add("actionDelete", "删除", Qt::Key_Delete, "delete", &StatementView::Delete);
-    menu->addSeparator();
+    Separate();
     add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment",
         &StatementView::ToggleEnabled);
     add("actionBreakpoint", "设置 / 取消断点", Qt::Key_F9, "breakpoint", &StatementView::ToggleBreakpoint);
     add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
     add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
-
-    menu->addSeparator();
+    Separate();
     Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
         [this] { findBar->Open(); });
     AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
@@ -182,6 +170,12 @@ void VisualEditorParts::BuildActions()
         if (!OxBlocker::IsBlocking())
             emit SigSaveAsked();
     });
+}
+
+void VisualEditorParts::Separate()
+{
+    menu->addSeparator();
+    head->AddGap();
 }
 
 void VisualEditorParts::AddFindKey(const QKeySequence& keys, void (StatementFindBar::*act)())

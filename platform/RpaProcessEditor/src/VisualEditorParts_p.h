@@ -13,6 +13,7 @@
 class CheckPane;
 class CommandPalette;
 class CommandQuickPick;
+class ProcessHead;
 class ProcessTabs;
 class PropertyPanel;
 class QAction;
@@ -50,6 +51,7 @@ private:
                  const QString& icon, const Act& act);
     QAction* Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
                  const QString& icon);
+    void Separate();
     void AddFindKey(const QKeySequence& keys, void (StatementFindBar::*act)());
     void ConnectParts();
     void ShowProcess(const QString& name);
@@ -60,8 +62,8 @@ private:
     void AddCommand(const QString& command);
 
     QWidget* host;
-    QWidget* bar;
     ProcessTabs* tabs;
+    ProcessHead* head;
     CommandPalette* palette;
     StatementView* view;
     StatementFindBar* findBar;

@@ -5,14 +5,10 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-TabStrip::TabStrip(QWidget* parent) : QTabBar(parent)
+TabStrip::TabStrip(QWidget* parent) : WbTabBar(parent)
 {
     setObjectName(QStringLiteral("tabStrip"));
     setAccessibleName(QStringLiteral("标签页"));
-    setDrawBase(false);
-    setExpanding(false);
-    setUsesScrollButtons(true);
-    setElideMode(Qt::ElideRight);
     setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -34,15 +30,9 @@ void TabStrip::Swap(int from, int to)
     moveTab(low + 1, high);
 }
 
-QSize TabStrip::minimumSizeHint() const
-{
-    // Many tabs scroll; they must not make the window wide.
-    return {0, QTabBar::minimumSizeHint().height()};
-}
-
 void TabStrip::mousePressEvent(QMouseEvent* event)
 {
-    QTabBar::mousePressEvent(event);
+    WbTabBar::mousePressEvent(event);
     const int index = tabAt(event->pos());
     dragging = false;
     pressedAt = event->pos();
@@ -51,7 +41,7 @@ void TabStrip::mousePressEvent(QMouseEvent* event)
 
 void TabStrip::mouseMoveEvent(QMouseEvent* event)
 {
-    QTabBar::mouseMoveEvent(event);
+    WbTabBar::mouseMoveEvent(event);
     if (pressedIdentity < 0 || !event->buttons().testFlag(Qt::LeftButton)) {
         return;
     }
@@ -67,7 +57,7 @@ void TabStrip::mouseMoveEvent(QMouseEvent* event)
 
 void TabStrip::mouseReleaseEvent(QMouseEvent* event)
 {
-    QTabBar::mouseReleaseEvent(event);
+    WbTabBar::mouseReleaseEvent(event);
     pressedIdentity = -1;
     if (dragging) {
         dragging = false;
@@ -87,7 +77,7 @@ void TabStrip::mouseDoubleClickEvent(QMouseEvent* event)
 void TabStrip::keyPressEvent(QKeyEvent* event)
 {
     if (!HandleKey(*event)) {
-        QTabBar::keyPressEvent(event);
+        WbTabBar::keyPressEvent(event);
     }
 }
 

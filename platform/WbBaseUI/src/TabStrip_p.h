@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QTabBar>
+#include <WbBaseUI/WbTabBar.h>
 
 // The tabs of RpaTabBar. It turns mouse and keys into wishes and never changes its tabs by itself.
-class TabStrip : public QTabBar
+class TabStrip : public WbTabBar
 {
     Q_OBJECT
 
@@ -13,8 +13,6 @@ public:
     // Each tab keeps an identity of its own through moves and renames.
     int AppendTab(const QString& name);
     void Swap(int from, int to);
-
-    QSize minimumSizeHint() const override;
 
 signals:
     void SigRename(int index);

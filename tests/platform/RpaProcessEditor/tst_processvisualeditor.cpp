@@ -150,6 +150,8 @@ private slots:
     void followsAModelThatIsReadAnew();
     void findsReferencesToDisabledStatements();
     void showsFindingsAndGoesThere();
+    void showsFindingsWithTheirWholeTexts();
+    void keepsToolsAndTabNamesWholeBesideTheBrowser();
     void hearsTheDebugger();
     void asksToSaveOnControlS();
     void asksForNoSaveWhileABlockingSaveWaits();
@@ -755,6 +757,61 @@ void tst_ProcessVisualEditor::showsFindingsAndGoesThere()
 
     editor.widget.ShowCheckInfos({});
     QVERIFY(!list->isVisible());
+}
+
+void tst_ProcessVisualEditor::showsFindingsWithTheirWholeTexts()
+{
+    Editor editor;
+    editor.widget.resize(860, 560);
+    RpaCheckInfo shortOne;
+    shortOne.processName = QStringLiteral("主流程");
+    shortOne.statementId = QStringLiteral("c");
+    shortOne.message = QStringLiteral("缺少参数");
+    shortOne.remedy = QStringLiteral("填写内容");
+    RpaCheckInfo longOne = shortOne;
+    longOne.statementId = QStringLiteral("d");
+    longOne.message =
+        QStringLiteral("语句“打开网页”的参数“网址”引用了变量“客户地址”，它前面没有语句给它赋值");
+    longOne.remedy = QStringLiteral("在它之前用“设置变量”给“客户地址”赋值，或者在属性面板里换成另一个变量");
+
+    editor.widget.ShowCheckInfos({shortOne, longOne});
+
+    auto* list = editor.Find<QTreeWidget>(QStringLiteral("checkList"));
+    const int oneLine = list->visualItemRect(list->topLevelItem(0)).height();
+    QTRY_VERIFY(list->visualItemRect(list->topLevelItem(1)).height() > oneLine);
+    for (const int column : {0, 1}) {
+        const QString text = list->topLevelItem(1)->text(column);
+        const int frame = column == 0 ? 42 : 16; // icon and padding
+        const QRect room(0, 0, list->columnWidth(column) - frame, 1000);
+        const int needed = list->fontMetrics().boundingRect(room, Qt::TextWordWrap, text).height();
+        QVERIFY(list->visualItemRect(list->topLevelItem(1)).height() >= needed);
+        QCOMPARE(list->topLevelItem(1)->toolTip(column), text);
+    }
+    QVERIFY(list->width() > editor.view->width());
+}
+
+void tst_ProcessVisualEditor::keepsToolsAndTabNamesWholeBesideTheBrowser()
+{
+    Editor editor;
+    for (const char* name : {"读取每日工时", "汇总到报表", "发送通知邮件"})
+        editor.app->GetProcessDataManager()->AddProcess(QString::fromUtf8(name));
+
+    editor.widget.resize(760, 480);
+
+    const auto* bar = editor.Find<QWidget>(QStringLiteral("processToolBar"));
+    const QList<QToolButton*> tools = bar->findChildren<QToolButton*>();
+    QCOMPARE(tools.size(), 9);
+    for (const QToolButton* tool : tools) {
+        QTRY_VERIFY2(bar->rect().contains(tool->geometry()), qPrintable(tool->objectName()));
+        QVERIFY(tool->width() >= tool->sizeHint().width());
+    }
+    auto* tabs = editor.Find<QTabBar>(QStringLiteral("processTabBar"));
+    for (int i = 0; i < tabs->count(); ++i)
+        QVERIFY(tabs->tabRect(i).width() > tabs->fontMetrics().horizontalAdvance(tabs->tabText(i)));
+    tabs->setCurrentIndex(tabs->count() - 1);
+    QTRY_VERIFY(tabs->rect().contains(tabs->tabRect(tabs->count() - 1).center()));
+    const QRect view(editor.view->mapTo(&editor.widget, QPoint(0, 0)), editor.view->size());
+    QVERIFY(editor.widget.rect().contains(view));
 }
 
 void tst_ProcessVisualEditor::hearsTheDebugger()

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+class QTreeView;
+
+// Rows as tall as their texts need in the columns of the view, up to three lines.
+class CheckDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit CheckDelegate(QTreeView* view);
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+
+private:
+    const QTreeView* view;
+};
