@@ -80,7 +80,7 @@ void AppParamWidget::Rebuild()
         auto* labelWidget = new WbLabel;
         labelWidget->setText(
             labelWidget->fontMetrics().elidedText(label, Qt::ElideRight, DpiTool::ScaleDefault(LabelWidth)));
-        labelWidget->setToolTip(labelWidget->text() == label ? QString() : label);
+        labelWidget->setToolTip(labelWidget->text() == label ? QString() : label.toHtmlEscaped());
         labelWidget->setBuddy(field);
         form->addRow(labelWidget, field);
         fields << field;

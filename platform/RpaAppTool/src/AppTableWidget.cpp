@@ -1,5 +1,6 @@
 #include "AppTableWidget_p.h"
 #include "CsvText_p.h"
+#include "CutTextDelegate_p.h"
 #include "TableModel_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -20,6 +21,9 @@
 namespace
 {
 
+constexpr int LeastWidth = 40;
+constexpr int UsualWidth = 140;
+constexpr int MostWidth = 1200;
 constexpr qint64 CsvBytesAtMost = 64 * 1024 * 1024;
 
 QVector<int> SelectedRows(const QTableView& view)
@@ -69,6 +73,9 @@ AppTableWidget::AppTableWidget(QWidget* parent)
         });
     connect(&stateTimer, &QTimer::timeout, this, &AppTableWidget::UpdateState);
     connect(model, &QAbstractItemModel::modelReset, this, &AppTableWidget::UpdateState);
+    connect(model, &QAbstractItemModel::modelReset, this, [this] { SetWidths(0, model->columnCount() - 1); });
+    connect(model, &QAbstractItemModel::columnsInserted, this,
+            [this](const QModelIndex&, int first, int last) { SetWidths(first, last); });
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &AppTableWidget::UpdateState);
     UpdateState();
@@ -113,6 +120,7 @@ void AppTableWidget::BuildView()
     view->setObjectName(QStringLiteral("tableView"));
     view->setAccessibleName(QStringLiteral("表格"));
     view->setModel(model);
+    view->setItemDelegate(new CutTextDelegate(view));
     view->setWordWrap(false);
     view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
@@ -120,7 +128,7 @@ void AppTableWidget::BuildView()
     view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(28));
     // Sizes measured row by row would make a long table slow.
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view->horizontalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(140));
+    view->horizontalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(UsualWidth));
     view->horizontalHeader()->setStretchLastSection(true);
     view->setMinimumHeight(DpiTool::ScaleDefault(120));
     view->installEventFilter(this);
@@ -147,6 +155,16 @@ void AppTableWidget::UpdateState()
         button->setEnabled(userEditable && hasColumns);
     if (!view->selectionModel()->hasSelection())
         editButtons.at(1)->setEnabled(false);
+}
+
+// The author's widths where there are any.
+void AppTableWidget::SetWidths(int first, int last)
+{
+    for (int column = first; column <= last; ++column) {
+        const int given = model->GetData()->GetColumn(column).width;
+        const int width = given > 0 ? qBound(LeastWidth, given, MostWidth) : UsualWidth;
+        view->setColumnWidth(column, DpiTool::ScaleDefault(width));
+    }
 }
 
 void AppTableWidget::AddRow()

@@ -36,6 +36,7 @@ private:
     QWidget* BuildToolBar();
     void BuildView();
     void UpdateState();
+    void SetWidths(int first, int last);
     void AddRow();
     void RemoveRows();
     void Copy();

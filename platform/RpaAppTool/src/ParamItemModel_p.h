@@ -34,6 +34,10 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVector<Choice> GetChoices(const QModelIndex& index) const override;
     bool IsNarrow(int column) const override { return column == TypeColumn || column == RequiredColumn; }
+    int GetLeastWidth(int column) const override
+    {
+        return column == TypeColumn ? 112 : RecordModel::GetLeastWidth(column);
+    }
     bool AddRecord() override;
     bool RemoveRecords(const QVector<int>& rows) override;
     bool MoveRecord(int from, int to) override;

@@ -40,8 +40,10 @@ public:
     };
     virtual QVector<Choice> GetChoices(const QModelIndex&) const { return {}; }
 
-    // Whether a column needs no more room than its content; the others share the rest.
+    // Whether a column has enough with its least width; the others share the rest.
     virtual bool IsNarrow(int) const { return false; }
+    // What a column needs to be read, in pixels at 100 %.
+    virtual int GetLeastWidth(int column) const { return IsNarrow(column) ? 64 : 100; }
 
     // One act each; false when nothing was done.
     virtual bool AddRecord() = 0;

@@ -1,3 +1,4 @@
+#include "ColumnFitter_p.h"
 #include "RecordModel_p.h"
 #include "RecordPanel_p.h"
 
@@ -8,12 +9,10 @@
 
 #include <QComboBox>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QStackedLayout>
 #include <QTableView>
 #include <QToolButton>
-#include <QToolTip>
 
 namespace
 {
@@ -30,7 +29,7 @@ QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
 {
     const QVector<RecordModel::Choice> choices = RecordModelOf(index)->GetChoices(index);
     if (choices.isEmpty())
-        return QStyledItemDelegate::createEditor(parent, option, index);
+        return CutTextDelegate::createEditor(parent, option, index);
     auto* combo = new QComboBox(parent);
     for (const RecordModel::Choice& choice : choices)
         combo->addItem(choice.icon.isEmpty() ? QIcon() : WbIcons::Get(choice.icon), choice.title,
@@ -49,7 +48,7 @@ void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) co
     if (auto* combo = qobject_cast<QComboBox*>(editor))
         combo->setCurrentIndex(combo->findData(index.data(Qt::EditRole)));
     else
-        QStyledItemDelegate::setEditorData(editor, index);
+        CutTextDelegate::setEditorData(editor, index);
 }
 
 void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
@@ -57,7 +56,7 @@ void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
     if (auto* combo = qobject_cast<QComboBox*>(editor))
         model->setData(index, combo->currentData());
     else
-        QStyledItemDelegate::setModelData(editor, model, index);
+        CutTextDelegate::setModelData(editor, model, index);
 }
 
 // The text's place, where an editor stands by default, may be next to nothing beside an icon.
@@ -65,7 +64,7 @@ void RecordDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionVie
                                           const QModelIndex& index) const
 {
     if (!qobject_cast<QComboBox*>(editor)) {
-        QStyledItemDelegate::updateEditorGeometry(editor, option, index);
+        CutTextDelegate::updateEditorGeometry(editor, option, index);
         return;
     }
     QRect place = option.rect;
@@ -76,19 +75,8 @@ void RecordDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionVie
 
 QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QSize hint = QStyledItemDelegate::sizeHint(option, index);
+    const QSize hint = CutTextDelegate::sizeHint(option, index);
     return {hint.width(), qMax(hint.height(), DpiTool::ScaleDefault(30))};
-}
-
-bool RecordDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                               const QModelIndex& index)
-{
-    const bool cut = index.isValid() && event->type() == QEvent::ToolTip &&
-                     QStyledItemDelegate::sizeHint(option, index).width() > option.rect.width();
-    if (!cut)
-        return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view, option.rect);
-    return true;
 }
 
 RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, const QString& emptyHint,
@@ -114,8 +102,7 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
     view->setWordWrap(false);
     view->verticalHeader()->hide();
     view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(32));
-    view->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    view->horizontalHeader()->setMinimumSectionSize(DpiTool::ScaleDefault(72));
+    view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->horizontalHeader()->setHighlightSections(false);
     view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     view->setMinimumHeight(DpiTool::ScaleDefault(72));
@@ -140,10 +127,7 @@ void RecordPanel::SetModel(RecordModel* given)
 {
     model = given;
     view->setModel(model);
-    for (int column = 0; column < model->columnCount(); ++column) {
-        if (model->IsNarrow(column))
-            view->horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
-    }
+    new ColumnFitter(view);
     connect(model, &RecordModel::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
     connect(model, &QAbstractItemModel::modelReset, this, &RecordPanel::UpdateState);

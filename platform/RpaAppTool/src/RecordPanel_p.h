@@ -1,8 +1,8 @@
 #pragma once
 
+#include "CutTextDelegate_p.h"
 #include "ShrinkPanel_p.h"
 
-#include <QStyledItemDelegate>
 #include <QUndoStack>
 
 class QStackedLayout;
@@ -11,12 +11,12 @@ class RecordModel;
 class WbLabel;
 
 // Edits cells by a text field, or by a list where the model offers choices.
-class RecordDelegate : public QStyledItemDelegate
+class RecordDelegate : public CutTextDelegate
 {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using CutTextDelegate::CutTextDelegate;
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
@@ -25,8 +25,6 @@ public:
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
-    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                   const QModelIndex& index) override;
 };
 
 // A folding panel with a list of records: add, delete, move, edit in place, undo and redo.

@@ -5,6 +5,15 @@
 #include <QLocale>
 #include <QUndoStack>
 
+namespace
+{
+// A name stands over its cells as they do.
+int AlignmentOf(RpaColumnType type)
+{
+    return int((type == RpaColumnType::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+} // namespace
+
 TableModel::TableModel(QUndoStack& stack, QObject* parent) : QAbstractTableModel(parent), undoStack(stack) {}
 
 void TableModel::SetData(RpaTableData* given)
@@ -93,7 +102,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const
             return {};
         return value.toBool() ? Qt::Checked : Qt::Unchecked;
     case Qt::TextAlignmentRole:
-        return int((type == RpaColumnType::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return AlignmentOf(type);
     default:
         return {};
     }
@@ -101,11 +110,16 @@ QVariant TableModel::data(const QModelIndex& index, int role) const
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (role != Qt::DisplayRole || !tableData)
+    if (!tableData)
         return {};
     if (orientation == Qt::Vertical)
-        return section + 1;
-    return tableData->GetColumn(section).name;
+        return role == Qt::DisplayRole ? section + 1 : QVariant();
+    if (role == Qt::TextAlignmentRole)
+        return AlignmentOf(tableData->GetColumn(section).type);
+    const QString name = tableData->GetColumn(section).name;
+    if (role == Qt::DisplayRole)
+        return name;
+    return role == Qt::ToolTipRole ? name.toHtmlEscaped() : QVariant();
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const

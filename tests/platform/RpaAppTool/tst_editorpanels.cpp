@@ -11,7 +11,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTest>
@@ -36,6 +38,7 @@ private slots:
     void anotherPageForgetsTheUndoSteps();
     void theTableIsShownOnlyWithColumns();
     void dataThatGoesAwayEmptiesThePanel();
+    void columnsStayReadableInANarrowPanel();
 
 private:
     RpaUIData* Page() { return app->GetUIDataManager()->GetUIData(0); }
@@ -262,6 +265,28 @@ void EditorPanels::dataThatGoesAwayEmptiesThePanel()
     QCOMPARE(model->rowCount(), 0);
     Click(panel, "recordAdd");
     QCOMPARE(model->rowCount(), 0);
+}
+
+void EditorPanels::columnsStayReadableInANarrowPanel()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    Click(panel, "recordAdd");
+    const QHeaderView* header = View(panel)->horizontalHeader();
+
+    panel.resize(280, 300);
+
+    for (int column = 0; column < header->count(); ++column) {
+        const QString title = model->headerData(column, Qt::Horizontal).toString();
+        QTRY_VERIFY2(header->sectionSize(column) >= header->fontMetrics().horizontalAdvance(title) + 22,
+                     qPrintable(title));
+    }
+    QVERIFY(header->sectionSize(0) >= 100);
+    QVERIFY(View(panel)->horizontalScrollBar()->maximum() > 0);
+
+    panel.resize(900, 300);
+
+    QTRY_COMPARE(header->length(), View(panel)->viewport()->width());
 }
 
 QTEST_MAIN(EditorPanels)

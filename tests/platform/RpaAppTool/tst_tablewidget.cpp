@@ -4,9 +4,11 @@
 #include <QAbstractItemModelTester>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 
 class TableWidget : public QObject
 {
@@ -22,6 +24,8 @@ private slots:
     void aRunFillsTheTable();
     void whileLockedTheUserChangesNothing();
     void aTableThatGoesAwayLeavesAnEmptyView();
+    void aCutCellTellsItsWholeText();
+    void columnsHaveTheWidthsOfTheirAuthor();
 
 private:
     QTableView* View() { return host->findChild<QTableView*>(QStringLiteral("tableView")); }
@@ -143,6 +147,44 @@ void TableWidget::aTableThatGoesAwayLeavesAnEmptyView()
     QCOMPARE(Model()->rowCount(), 0);
     QCOMPARE(widget->GetRowCount(), 0);
     QCOMPARE(widget->AppendRow({}), -1);
+}
+
+void TableWidget::aCutCellTellsItsWholeText()
+{
+    const QString text = QStringLiteral("<b>一家名字很长很长很长很长很长很长的有限责任公司</b>");
+    QVERIFY(table->SetCell(0, 0, text));
+    View()->setColumnWidth(0, 80);
+    const auto hoverOver = [this](int column) {
+        const QPoint place = View()->visualRect(Model()->index(0, column)).center();
+        QHelpEvent help(QEvent::ToolTip, place, View()->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(View()->viewport(), &help);
+    };
+
+    hoverOver(0);
+    QVERIFY(QToolTip::text().contains(text.toHtmlEscaped()));
+
+    QToolTip::hideText();
+    hoverOver(1);
+    QTRY_VERIFY(QToolTip::text().isEmpty());
+    QCOMPARE(Model()->headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(), QStringLiteral("姓名"));
+}
+
+void TableWidget::columnsHaveTheWidthsOfTheirAuthor()
+{
+    RpaTableColumn wide;
+    wide.name = QStringLiteral("地址");
+    wide.width = 260;
+    RpaTableColumn last;
+    last.name = QStringLiteral("备注");
+    table->InsertColumn(-1, wide);
+    table->InsertColumn(-1, last);
+    QCOMPARE(View()->columnWidth(2), 260);
+
+    widget->SetTableData(nullptr);
+    widget->SetTableData(table.get());
+
+    QCOMPARE(View()->columnWidth(0), 140);
+    QCOMPARE(View()->columnWidth(2), 260);
 }
 
 QTEST_MAIN(TableWidget)

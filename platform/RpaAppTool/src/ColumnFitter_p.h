@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QObject>
+
+class QTableView;
+
+// Shares the width of a view of records among its columns: each gets at least what it needs to be read, and
+// the view scrolls sideways where that is too much.
+class ColumnFitter : public QObject
+{
+    Q_OBJECT
+
+public:
+    // The view has its model, a RecordModel; the fitter belongs to it.
+    explicit ColumnFitter(QTableView* view);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Fit();
+
+    QTableView* view;
+};
