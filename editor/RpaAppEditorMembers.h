@@ -5,6 +5,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaCore/RobotExecuteInfo.h>
 
+#include <QList>
 #include <QString>
 
 #include <memory>
@@ -42,6 +43,7 @@ struct RpaAppEditorMembers
     RpaBrowserNaviWidget* browserStrip = nullptr;       // owned by the pane
     int paneMinimumWidth = 0;                           // of the pane before it was folded
     int paneMaximumWidth = 0;
+    QList<int> paneShares; // how pages and pane shared the width then
     bool poppedOut = false;
 
     RobotExecuteInfo executeInfo;

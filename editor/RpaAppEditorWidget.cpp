@@ -12,6 +12,21 @@
 
 #include <QHideEvent>
 #include <QShowEvent>
+#include <QSplitter>
+
+namespace
+{
+// The pages are what the author works on; the browser is pulled larger where a web page needs it.
+void ShareWidth(QSplitter* splitter)
+{
+    constexpr int pages = 5;
+    constexpr int browser = 2;
+    constexpr int unit = 200; // only the ratio counts
+    splitter->setStretchFactor(0, pages);
+    splitter->setStretchFactor(1, browser);
+    splitter->setSizes({pages * unit, browser * unit});
+}
+} // namespace
 
 RpaAppEditorWidget::RpaAppEditorWidget(QWidget* parent)
     : WbBaseWidget(parent), m(std::make_unique<RpaAppEditorMembers>())
@@ -19,6 +34,7 @@ RpaAppEditorWidget::RpaAppEditorWidget(QWidget* parent)
     m->ui->setupUi(this);
     m->ui->requestStatusWidget->AddSucceedWidget(m->ui->editorWidget);
     m->ui->splitter->setChildrenCollapsible(false);
+    ShareWidth(m->ui->splitter);
 
     InitUIStyle();
     InitBrowserWidget();

@@ -13,6 +13,7 @@
 #include <WbBrowserLite/WbBrowserLite.h>
 
 #include <QHBoxLayout>
+#include <QSplitter>
 
 void RpaAppEditorWidget::InitBrowserWidget()
 {
@@ -45,6 +46,7 @@ void RpaAppEditorWidget::SlotFoldBrowser()
 {
     if (m->poppedOut)
         return;
+    m->paneShares = m->ui->splitter->sizes();
     m->browser->hide();
     m->browserStrip->show();
 
@@ -60,6 +62,8 @@ void RpaAppEditorWidget::SlotUnfoldBrowser()
     m->browser->show();
     m->ui->widgetContainer->setMinimumWidth(m->paneMinimumWidth);
     m->ui->widgetContainer->setMaximumWidth(m->paneMaximumWidth);
+    if (!m->paneShares.isEmpty())
+        m->ui->splitter->setSizes(m->paneShares); // as wide as the author had it
 }
 
 void RpaAppEditorWidget::SlotPopup(bool popup)

@@ -9,6 +9,7 @@
 #include <WbBrowserLite/IBrowserBorderWindow.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 
+#include <QSplitter>
 #include <QToolButton>
 #include <QtTest>
 
@@ -48,6 +49,23 @@ private slots:
         QCOMPARE(pane->minimumWidth(), 321);
         QCOMPARE(pane->maximumWidth(), 789);
         QVERIFY(author.Find("browserPane")->isVisible());
+    }
+
+    void unfoldsAsWideAsItWas()
+    {
+        EditorDriver author;
+        OpenVersion(author);
+        const QWidget* pane = author.Find("widgetContainer");
+        auto* splitter = author.Find<QSplitter>("splitter");
+        splitter->setSizes({500, 480});
+        const int before = pane->width();
+
+        QTest::mouseClick(author.Find("browserFold"), Qt::LeftButton);
+        QTRY_COMPARE(pane->width(), 34);
+        QTest::mouseClick(author.Find("RpaBrowserNaviWidget")->findChild<WbPushButton*>(), Qt::LeftButton);
+
+        QTRY_COMPARE(pane->width(), before);
+        QVERIFY(before > 320);
     }
 
     void popsOutOverThePaneAndComesBack()

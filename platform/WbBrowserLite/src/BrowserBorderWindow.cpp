@@ -17,7 +17,7 @@
 namespace
 {
 constexpr int BorderWidth = 4;
-constexpr QSize LeastSize(360, 240);
+constexpr QSize LeastSize(320, 240); // a narrow pane pops out as wide as it is
 } // namespace
 
 BrowserBorderWindow::BrowserBorderWindow(QWidget* parent)

@@ -100,7 +100,7 @@ private slots:
         QTest::newRow("bottom") << QPoint(250, 398) << QPoint(250, 348) << QRect(200, 200, 500, 350);
         QTest::newRow("corner") << QPoint(498, 398) << QPoint(488, 388) << QRect(200, 200, 490, 390);
         QTest::newRow("not below the least width")
-            << QPoint(498, 200) << QPoint(10, 200) << QRect(200, 200, 360, 400);
+            << QPoint(498, 200) << QPoint(10, 200) << QRect(200, 200, 320, 400);
     }
     void resizesWithItsBorder()
     {
