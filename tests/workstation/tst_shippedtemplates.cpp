@@ -22,6 +22,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -52,6 +53,20 @@ QString LogText()
     return text;
 }
 
+// What the program prints, or what it complains of.
+QString Python(const QString& folder, const QString& program)
+{
+    QProcess python;
+    python.setWorkingDirectory(folder);
+    python.setProcessChannelMode(QProcess::MergedChannels);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PYTHONUTF8"), QStringLiteral("1"));
+    python.setProcessEnvironment(environment);
+    python.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), program});
+    python.waitForFinished();
+    return QString::fromUtf8(python.readAll());
+}
+
 RpaTemplateData* Read(const QString& file, QObject* parent)
 {
     auto* record = new RpaTemplateData(parent);
@@ -71,6 +86,7 @@ private slots:
     void renamesFilesOnlyAfterTheTrialRun();
     void reportsOnACsvFile();
     void fetchesJsonOverHttp();
+    void mergesExcelWorkbooks();
     void installsEachTemplateOnce();
     void keepsWhatTheAuthorMadeOfATemplate();
 
@@ -227,6 +243,41 @@ void tst_ShippedTemplates::fetchesJsonOverHttp()
     QVERIFY2(Table()->GetRowCount() == 2, qPrintable(LogText()));
     QCOMPARE(Cell(1, 0).toString(), QStringLiteral("b"));
     QCOMPARE(Cell(1, 1).toDouble(), 2.5);
+}
+
+void tst_ShippedTemplates::mergesExcelWorkbooks()
+{
+    const QString place = folder.filePath(QStringLiteral("工作簿"));
+    QVERIFY(QDir().mkpath(place));
+    const QString make = QStringLiteral(R"(
+import openpyxl
+for name, rows in (("一月.xlsx", [["甲", 1], ["乙", 2.5]]), ("二月.xlsx", [["丙", 3]])):
+    book = openpyxl.Workbook()
+    for row in [["姓名", "金额"]] + rows:
+        book.active.append(row)
+    book.save(name)
+open("说明.txt", "w").close()
+)");
+    QCOMPARE(Python(place, make), QString());
+    Open(QStringLiteral("program/Excel 工作簿合并"));
+    QVERIFY(Set("文件夹", place));
+
+    Run();
+    Run(); // the result of the first run lies in the folder now, and is no source
+
+    QVERIFY2(Table()->GetRowCount() == 2, qPrintable(LogText()));
+    QCOMPARE(Cell(0, 0).toString(), QStringLiteral("一月.xlsx"));
+    QCOMPARE(Cell(0, 1).toInt(), 2);
+    QCOMPARE(Cell(1, 1).toInt(), 1);
+    const QString read = QStringLiteral(R"(
+import openpyxl
+for row in openpyxl.load_workbook("合并结果.xlsx").active.iter_rows(values_only=True):
+    print(*row)
+)");
+    QCOMPARE(Python(place, read), QStringLiteral("来源 姓名 金额\n"
+                                                 "一月.xlsx 甲 1\n"
+                                                 "一月.xlsx 乙 2.5\n"
+                                                 "二月.xlsx 丙 3\n"));
 }
 
 void tst_ShippedTemplates::installsEachTemplateOnce()
