@@ -12,6 +12,8 @@
 #include "Workstation.h"
 
 #include <RpaEditorCore/RpaEditorNotify.h>
+#include <RpaPackage/PackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
 #include <WbBaseUI/WbToast.h>
 
 namespace
@@ -39,6 +41,7 @@ void Workstation::ConnectReleased()
     const auto run = [this](const VersionServiceReleasedApp& app) {
         pageBeforeRun = window->CurrentPage();
         window->ShowPage(runPage);
+        RpaPackageModule::Instance()->GetBuiltIn()->SetApp(app.app.id); // its packages, not the ones before
         runPage->Open(app);
     };
     for (auto* model : {onlineApps.get(), grayApps.get()}) {

@@ -21,12 +21,13 @@ AppRunner::~AppRunner()
 }
 
 void AppRunner::SetApp(const RpaAppDataPtr& newApp, IAppParamEngine* paramEngine,
-                       IAppTableEngine* tableEngine)
+                       IAppTableEngine* tableEngine, IBrowserEngine* browserEngine)
 {
     Leave();
     app = newApp;
     params = paramEngine;
     table = tableEngine;
+    browser = browserEngine;
     packagesInstalled = false;
 }
 
@@ -90,13 +91,14 @@ void AppRunner::Leave()
     }
     SetUpEngine(true);
     app.reset();
+    browser = nullptr;
     running.clear();
 }
 
 void AppRunner::SetUpEngine(bool clear)
 {
     RpaEngineModule* const engine = RpaEngineModule::Instance();
-    engine->SetBrowserEngine(nullptr);
+    engine->SetBrowserEngine(clear ? nullptr : browser);
     engine->SetAppParamEngine(clear ? nullptr : params);
     engine->SetAppTableEngine(clear ? nullptr : table);
     engine->SetHtmlNodeManager(clear ? nullptr : app->GetHtmlNodeManager());

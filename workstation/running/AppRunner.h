@@ -7,6 +7,7 @@
 
 class IAppParamEngine;
 class IAppTableEngine;
+class IBrowserEngine;
 
 // Runs the processes of a released app in the engine: its packages first, then the process.
 class AppRunner : public QObject, public IProcessLifeCycle
@@ -17,8 +18,10 @@ public:
     explicit AppRunner(QObject* parent = nullptr);
     ~AppRunner() override;
 
-    // What is run from now on. The engines belong to the page and outlive the runner.
-    void SetApp(const RpaAppDataPtr& app, IAppParamEngine* params, IAppTableEngine* table);
+    // What is run from now on. The engines belong to the page: those of parameters and table outlive the
+    // runner, that of the browser the app, until Leave(); it is null for an app without a browser.
+    void SetApp(const RpaAppDataPtr& app, IAppParamEngine* params, IAppTableEngine* table,
+                IBrowserEngine* browser);
 
     void Run(const QString& processName);
     void Stop(const QString& processName);
@@ -46,6 +49,7 @@ private:
     RpaAppDataPtr app;
     IAppParamEngine* params = nullptr;
     IAppTableEngine* table = nullptr;
+    IBrowserEngine* browser = nullptr;
     QString waiting; // process that waits for its packages
     QString running;
     bool packagesInstalled = false;

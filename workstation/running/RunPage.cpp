@@ -1,6 +1,6 @@
 #include "RunPage.h"
 
-#include "ManualView.h"
+#include "RunAside.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
@@ -18,12 +18,12 @@
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbTabBar.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QBoxLayout>
 #include <QScrollArea>
 #include <QSplitter>
-#include <QTabBar>
 
 RunPage::RunPage(QWidget* parent)
     : WbBaseWidget(parent), client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
@@ -75,10 +75,10 @@ QWidget* RunPage::CreateContent()
     auto* splitter = new QSplitter(Qt::Horizontal, this);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(CreateAppSide(splitter));
-    splitter->addWidget(CreateManualSide(splitter));
+    aside = new RunAside(splitter);
+    splitter->addWidget(aside);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({840, 360});
     content = splitter;
     return content;
 }
@@ -88,9 +88,8 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     auto* side = new QSplitter(Qt::Vertical, parent);
     side->setChildrenCollapsible(false);
     auto* page = new QWidget(side);
-    tabs = new QTabBar(page);
+    tabs = new WbTabBar(page);
     tabs->setObjectName(QStringLiteral("tabsUI"));
-    tabs->setDrawBase(false);
     tools = IAppToolWidget::CreateToolEditor(page);
     auto* scroll = new QScrollArea(page);
     scroll->setFrameShape(QFrame::NoFrame);
@@ -115,22 +114,6 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     side->setStretchFactor(0, 3);
     side->setStretchFactor(1, 1);
     side->setSizes({420, 160});
-    return side;
-}
-
-QWidget* RunPage::CreateManualSide(QWidget* parent)
-{
-    auto* side = new QFrame(parent);
-    side->setProperty("card", true);
-    side->setMinimumWidth(280);
-    auto* caption = new WbLabel(QStringLiteral("使用说明"), side);
-    caption->setProperty("sectionTitle", true);
-    manual = new ManualView(side);
-    auto* layout = new QVBoxLayout(side);
-    layout->setContentsMargins(16, 12, 8, 12);
-    layout->setSpacing(8);
-    layout->addWidget(caption);
-    layout->addWidget(manual, 1);
     return side;
 }
 
@@ -177,8 +160,10 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
     read->GetRunTimeInfo()->SetEnvironment(released.state == 2 ? QStringLiteral("gray")
                                                                : QStringLiteral("online"));
     app = read;
-    runner->SetApp(app, params, table);
-    manual->setHtml(app->GetAppExtendInfo()->GetManual());
+    runner->Leave(); // it may still hold the browser of the app before
+    aside->ShowApp(*app);
+    runner->SetApp(app, params, table, aside->GetBrowserEngine());
+    content->setSizes(aside->GetBrowserEngine() ? QList<int>{560, 640} : QList<int>{840, 360});
     QStringList names;
     app->GetUIDataManager()->GetAllUIName(names);
     {
@@ -214,7 +199,7 @@ void RunPage::Close()
     runner->Leave();
     app.reset();
     ShowUIPage(-1);
-    manual->clear();
+    aside->Clear();
     labelRun->clear();
     tabs->setEnabled(true);
 }
@@ -224,6 +209,7 @@ void RunPage::SlotStarted()
 {
     labelRun->setText(QStringLiteral("正在运行…"));
     tabs->setEnabled(false);
+    aside->ShowBrowser();
 }
 
 void RunPage::SlotEnded()

@@ -11,15 +11,16 @@ class IAppLogWidget;
 class IAppParamWidget;
 class IAppTableWidget;
 class IAppToolWidget;
-class ManualView;
-class QTabBar;
+class QSplitter;
 class RequestStatusBaseWidget;
 class RpaUIData;
+class RunAside;
 class VersionServiceClient;
 class WbLabel;
+class WbTabBar;
 
 // A released app as its users meet it: its UI pages, whose tools run its processes, the log of the run and
-// the usage instructions beside.
+// beside them the usage instructions and the browser.
 class RunPage : public WbBaseWidget
 {
     Q_OBJECT
@@ -40,7 +41,6 @@ public:
 private:
     QWidget* CreateContent();
     QWidget* CreateAppSide(QWidget* parent);
-    QWidget* CreateManualSide(QWidget* parent);
     void Load();
     void ShowUIPage(int index);
     void SlotStarted();
@@ -52,13 +52,13 @@ private:
     WbLabel* labelTitle = nullptr;
     WbLabel* labelVersion = nullptr;
     WbLabel* labelRun = nullptr;
-    QWidget* content = nullptr;
-    QTabBar* tabs = nullptr;
+    QSplitter* content = nullptr;
+    WbTabBar* tabs = nullptr;
     IAppToolWidget* tools = nullptr;
     IAppParamWidget* params = nullptr;
     IAppTableWidget* table = nullptr;
     IAppLogWidget* log = nullptr;
-    ManualView* manual = nullptr;
+    RunAside* aside = nullptr;
     RequestStatusBaseWidget* status = nullptr;
     AppRunner* const runner;
     quint64 opened = 0;

@@ -1,0 +1,90 @@
+#include "RunAside.h"
+
+#include "BrowserNeed.h"
+#include "ManualView.h"
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbTabBar.h>
+#include <WbBrowserLite/IBrowserWidget.h>
+#include <WbBrowserLite/WbBrowserLite.h>
+
+#include <QBoxLayout>
+#include <QStackedWidget>
+
+#include <utility>
+
+namespace
+{
+enum Side
+{
+    ManualSide,
+    BrowserSide,
+};
+} // namespace
+
+RunAside::RunAside(QWidget* parent)
+    : QFrame(parent), caption(new WbLabel(QStringLiteral("使用说明"))), tabs(new WbTabBar),
+      stack(new QStackedWidget), manual(new ManualView)
+{
+    setProperty("card", true);
+    setMinimumWidth(280);
+    caption->setProperty("sectionTitle", true);
+    tabs->setObjectName(QStringLiteral("tabsAside"));
+    tabs->setAccessibleName(QStringLiteral("使用说明与浏览器"));
+    tabs->addTab(QStringLiteral("使用说明"));
+    tabs->addTab(QStringLiteral("浏览器"));
+    tabs->hide();
+    stack->addWidget(manual);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(16, 12, 8, 12);
+    layout->setSpacing(8);
+    layout->addWidget(caption);
+    layout->addWidget(tabs);
+    layout->addWidget(stack, 1);
+    connect(tabs, &QTabBar::currentChanged, stack, &QStackedWidget::setCurrentIndex);
+}
+
+void RunAside::ShowApp(const RpaAppData& app)
+{
+    Clear();
+    const QString instructions = app.GetAppExtendInfo()->GetManual();
+    manual->setHtml(instructions);
+    if (BrowserNeed::Of(app)) {
+        MakeBrowser();
+    }
+    caption->setVisible(!browser);
+    tabs->setVisible(browser);
+    tabs->setCurrentIndex(browser && instructions.isEmpty() ? BrowserSide : ManualSide);
+}
+
+// One browser per app: cookies and history of one app are nothing to the next.
+void RunAside::MakeBrowser()
+{
+    browser = WbBrowserLite::Instance()->CreateBrowserWidget(stack);
+    if (browser) {
+        browser->InitToolBar();
+        browser->SetEmbedded(false);
+        stack->addWidget(browser);
+    }
+}
+
+void RunAside::Clear()
+{
+    tabs->setCurrentIndex(ManualSide);
+    manual->clear();
+    delete std::exchange(browser, nullptr);
+}
+
+IBrowserEngine* RunAside::GetBrowserEngine() const
+{
+    return browser ? browser->GetBrowserEngine() : nullptr;
+}
+
+void RunAside::ShowBrowser()
+{
+    if (browser) {
+        tabs->setCurrentIndex(BrowserSide);
+    }
+}
