@@ -79,6 +79,8 @@ private slots:
     void signInForgetsTheRefusalWithTheNextAttempt();
     void signInOffersToTryAgainWhenTheServerIsGone();
 
+    void windowTakesASchemeChosenBeforeItIsShown();
+
     void listOpensTheAppThatIsClicked();
     void listOpensTheCurrentAppOnReturn();
     void listRenamesTheCurrentAppOnF2();
@@ -212,6 +214,22 @@ void tst_Pages::signInOffersToTryAgainWhenTheServerIsGone()
 
     page.ShowReady();
     QVERIFY(!state->property("problem").toBool());
+}
+
+void tst_Pages::windowTakesASchemeChosenBeforeItIsShown()
+{
+    MainWindow window;
+    auto* hint = new QLabel(QStringLiteral("提示"), &window);
+    hint->setProperty("hint", true);
+
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Dark);
+    window.show();
+
+    const QImage head = Child<QWidget>(window, "mainHead")->grab().toImage();
+    const QColor secondary = hint->palette().color(QPalette::WindowText);
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+    QCOMPARE(head.pixelColor(head.width() / 2, 4), WbTheme::Color(WbColor::Surface, WbTheme::Scheme::Dark));
+    QCOMPARE(secondary, WbTheme::Color(WbColor::TextSecondary, WbTheme::Scheme::Dark));
 }
 
 void tst_Pages::listOpensTheAppThatIsClicked()

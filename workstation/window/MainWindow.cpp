@@ -1,14 +1,12 @@
 #include "MainWindow.h"
 
 #include "ServerMark.h"
-#include "WindowStyle.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
-#include <WbBaseUI/WbTheme.h>
 
 #include <QBoxLayout>
 #include <QCloseEvent>
@@ -34,12 +32,10 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     layout->addWidget(CreateHead());
     layout->addWidget(pages, 1);
     UpdateHead();
-    ApplyLook();
 
     connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
     connect(buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
     connect(buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
-    connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &MainWindow::ApplyLook);
     connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
 }
 
@@ -79,11 +75,6 @@ QWidget* MainWindow::CreateHead()
     layout->addWidget(labelAccount);
     layout->addWidget(buttonSettings);
     return head;
-}
-
-void MainWindow::ApplyLook()
-{
-    setStyleSheet(WindowStyle());
 }
 
 void MainWindow::AddPage(QWidget* page, const QString& backText)

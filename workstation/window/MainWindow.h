@@ -47,7 +47,6 @@ protected:
 
 private:
     QWidget* CreateHead();
-    void ApplyLook();
     void UpdateHead();
 
     QStackedWidget* pages = nullptr;
