@@ -50,9 +50,12 @@ void Tour::Run()
     MeetRefusals();
     RunProcesses();
     MoveBrowser();
+    CaptureElements();
+    RunWithPackages();
     LoseServer();
     MeetNewerData();
     LookAround();
+    LookInTheDark();
     Leave();
 }
 
@@ -255,8 +258,8 @@ void Tour::LookAround()
         d->Click(QStringLiteral("the tool"), [] { return ButtonWithText("检查库存"); });
         UntilResult(QStringLiteral("共 5 种商品，3 种需要补货"));
         d->TakePicture();
-        BackToList();
     });
+    UsePackages();
     d->Step(QStringLiteral("settings"), [this] {
         d->UntilCalm();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));

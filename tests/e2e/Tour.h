@@ -2,8 +2,10 @@
 
 #include "TourDriver.h"
 
+#include <QPointer>
 #include <QString>
 
+class PageServer;
 class QListWidget;
 class ToastWatcher;
 class Workstation;
@@ -34,10 +36,20 @@ private:
     void MeetRefusals();
     void RunProcesses();
     void MoveBrowser();
+    void CaptureElements();
+    void RunWithPackages();
     void LoseServer();
     void MeetNewerData();
     void LookAround();
+    void LookInTheDark();
     void Leave();
+
+    void RefuseRunDuringCapture();
+    void CaptureElement();
+    void ReadElement();
+    void UsePackages();
+    void LookAtEditorInTheDark();
+    void LookAtAppsInTheDark();
 
     // Acts
     void OpenApp(int kind);
@@ -61,6 +73,11 @@ private:
     void FillField(const char* argument, const QString& text);
     void FillOutput(const QString& name);
     void PressTool(const char* text);
+    // Gives the first tool of the page another process.
+    void LetFirstToolRun(const QString& process);
+    // Opens the tour's own page in the embedded browser.
+    void OpenPage();
+    void WriteProgram(const QStringList& lines);
 
     // States
     void UntilLoaded();
@@ -77,4 +94,5 @@ private:
     Workstation* const workstation;
     TourDriver* const d;
     ToastWatcher* const toasts;
+    QPointer<PageServer> pages; // the workstation's child
 };

@@ -191,6 +191,19 @@ void Tour::PressTool(const char* text)
     d->Click(QString::fromUtf8(text), [text] { return ButtonWithText(text); });
 }
 
+void Tour::LetFirstToolRun(const QString& process)
+{
+    constexpr int processColumn = 2;
+    GoToPage("pushButtonUI");
+    d->ClickAt(QStringLiteral("the first tool"), InPanel("widgetToolEditor", "recordView"),
+               [](QWidget* widget) {
+                   auto* view = qobject_cast<QAbstractItemView*>(widget);
+                   const QModelIndex first = view->model()->index(0, 0);
+                   return view->viewport()->mapTo(view, view->visualRect(first).center());
+               });
+    ChooseCell("widgetToolEditor", processColumn, process);
+}
+
 void Tour::UntilStatement(const QString& title)
 {
     d->Until(QStringLiteral("the statement ") + title, [title] {

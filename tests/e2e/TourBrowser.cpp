@@ -7,11 +7,6 @@ using namespace TourLook;
 
 namespace
 {
-bool HasBrowser()
-{
-    return Anywhere<QWidget>("browserPane") != nullptr;
-}
-
 bool IsDocked()
 {
     const QWidget* browser = Visible("browserPane");

@@ -253,12 +253,19 @@ void TourDriver::ClickUntil(const QString& what, const Finder& finder, const std
 
 void TourDriver::Hover(const QString& what, const Finder& finder)
 {
+    HoverAt(what, finder, &Middle);
+}
+
+void TourDriver::HoverAt(const QString& what, const Finder& finder,
+                         const std::function<QPoint(QWidget*)>& place)
+{
     Until(QStringLiteral("the mouse on %1").arg(what), [&] {
         QWidget* widget = finder();
-        if (!TargetAt(widget, widget ? Middle(widget) : QPoint())) {
+        const QPoint inside = widget ? place(widget) : QPoint();
+        if (!TargetAt(widget, inside)) {
             return false;
         }
-        QCursor::setPos(widget->mapToGlobal(Middle(widget)));
+        QCursor::setPos(widget->mapToGlobal(inside));
         return widget->underMouse();
     });
 }

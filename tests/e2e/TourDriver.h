@@ -60,6 +60,7 @@ public:
     // Clicks until the condition holds, a few times at most.
     void ClickUntil(const QString& what, const Finder& finder, const std::function<bool()>& condition);
     void Hover(const QString& what, const Finder& finder);
+    void HoverAt(const QString& what, const Finder& finder, const std::function<QPoint(QWidget*)>& place);
     // Drags with the mouse of the display itself, which is what a drag between widgets needs. Lets go once
     // the condition holds above the target.
     void Drag(const QString& what, const Finder& from, const std::function<QPoint(QWidget*)>& fromPlace,

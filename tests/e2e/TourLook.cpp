@@ -76,4 +76,9 @@ RequestStatusBaseWidget* EditorStatus()
 {
     return Anywhere<RequestStatusBaseWidget>("requestStatusWidget");
 }
+
+bool HasBrowser()
+{
+    return Anywhere<QWidget>("browserPane") != nullptr;
+}
 } // namespace TourLook

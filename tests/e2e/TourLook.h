@@ -23,6 +23,8 @@ QTextEdit* InstructionsEdit();
 // What the version drop-down shows; empty without an editor.
 QString CurrentVersion();
 RequestStatusBaseWidget* EditorStatus();
+// Whether the editor has a pane for the embedded browser.
+bool HasBrowser();
 
 template <typename Widget>
 Widget* VisibleAs(const char* objectName)

@@ -9,7 +9,7 @@
 TourReport::TourReport(const QString& folder) : dir(folder)
 {
     dir.mkpath(QStringLiteral("."));
-    for (const QString& old : dir.entryList({QStringLiteral("[0-9][0-9]-*.png")}, QDir::Files)) {
+    for (const QString& old : dir.entryList({QStringLiteral("[0-9]*-*.png")}, QDir::Files)) {
         dir.remove(old);
     }
     dir.remove(QStringLiteral("report.json"));
@@ -19,7 +19,7 @@ void TourReport::Add(const QString& step, bool held, qint64 ms, const QImage& pi
 {
     QString fileName;
     if (!picture.isNull()) {
-        fileName = QStringLiteral("%1-%2.png").arg(steps.size() + 1, 2, 10, QLatin1Char('0')).arg(step);
+        fileName = QStringLiteral("%1-%2.png").arg(steps.size() + 1, 3, 10, QLatin1Char('0')).arg(step);
         if (!picture.save(dir.filePath(fileName))) {
             fileName.clear();
         }

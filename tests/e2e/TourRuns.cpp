@@ -50,14 +50,7 @@ void Tour::RunProcesses()
         AddStatement(QStringLiteral("条件循环"));
         FillField("condition", QStringLiteral("True"));
         AddStatement(QStringLiteral("设置数值"));
-        GoToPage("pushButtonUI");
-        d->ClickAt(QStringLiteral("the first tool"), InPanel("widgetToolEditor", "recordView"),
-                   [](QWidget* widget) {
-                       auto* view = qobject_cast<QAbstractItemView*>(widget);
-                       const QModelIndex first = view->model()->index(0, 0);
-                       return view->viewport()->mapTo(view, view->visualRect(first).center());
-                   });
-        ChooseCell("widgetToolEditor", 2, QStringLiteral("忙碌循环"));
+        LetFirstToolRun(QStringLiteral("忙碌循环"));
         PressTool("开始");
         d->Until(QStringLiteral("what is off during a run"), [] {
             return IsOffDuringRun("version_combo") && IsOffDuringRun("widgetToolEditor") &&

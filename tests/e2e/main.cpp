@@ -87,6 +87,8 @@ int main(int argc, char** argv)
     const QTemporaryDir home;
     UseHome(home.path());
     int code = 2;
+    // The tour may be made by root, in a container say; it opens no pages but its own.
+    qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
     {
         Workstation::PrepareProcess();
         QApplication application(argc, argv);
