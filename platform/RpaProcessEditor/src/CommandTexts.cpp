@@ -27,7 +27,8 @@ QString ValueText(RpaArgumentType type, const QString& text)
     return plain || body.isEmpty() ? body : QStringLiteral("ƒ ") + body;
 }
 
-QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, const QString& name)
+QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, const QString& name,
+                     const CommandTexts::ElementNames& elements)
 {
     if (name == QLatin1String("output"))
         return values.output;
@@ -39,6 +40,10 @@ QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, con
         return text == QLatin1String("true")    ? QStringLiteral("是")
                : text == QLatin1String("false") ? QStringLiteral("否")
                                                 : ValueText(argument->type, text);
+    if (argument->type == RpaArgumentType::Element && elements) {
+        const QString known = elements(text);
+        return known.isEmpty() ? text : known;
+    }
     for (const RpaChoice& choice : argument->choices) {
         if (choice.value == text)
             return choice.title;
@@ -103,7 +108,7 @@ QString CommandTexts::Title(const QString& command)
     return info ? info->title : command;
 }
 
-QString CommandTexts::Summary(const RpaStatement& values)
+QString CommandTexts::Summary(const RpaStatement& values, const ElementNames& elements)
 {
     const RpaCommandInfo* info = Find(values.command);
     if (!info)
@@ -117,7 +122,8 @@ QString CommandTexts::Summary(const RpaStatement& values)
         if (close < 0)
             break;
         text += pattern.midRef(at, open - at);
-        QString value = ArgumentText(*info, values, pattern.mid(open + 2, close - open - 2)).left(120);
+        QString value =
+            ArgumentText(*info, values, pattern.mid(open + 2, close - open - 2), elements).left(120);
         value.replace(QLatin1Char('\n'), QLatin1Char(' '));
         text += value.isEmpty() ? QStringLiteral("…") : value;
         at = close + 1;

@@ -6,6 +6,8 @@
 #include <QColor>
 #include <QString>
 
+#include <functional>
+
 class QPainter;
 class QRect;
 class RpaProcess;
@@ -17,9 +19,12 @@ namespace CommandTexts
 // The catalogue's title, or the bare name of a command that it does not know.
 QString Title(const QString& command);
 
+// The name of an element by its id; empty for one that is not known.
+using ElementNames = std::function<QString(const QString& id)>;
+
 // The command's one-line summary with the statement's arguments filled in. Places whose argument is empty
-// read "…", an expression reads without its "=".
-QString Summary(const RpaStatement& values);
+// read "…", an expression reads without its "=", an element goes by its name where that is known.
+QString Summary(const RpaStatement& values, const ElementNames& elements = {});
 
 // Whether the search words (separated by blanks) all occur in title, name, group, keywords or description.
 bool Matches(const RpaCommandInfo& info, const QString& search);

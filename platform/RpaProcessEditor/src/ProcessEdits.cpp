@@ -1,6 +1,9 @@
 #include "ProcessEdits_p.h"
 #include "ProcessSteps_p.h"
 
+#include <RpaProcessData/RpaHtmlNodeManager.h>
+#include <RpaProcessData/RpaUiaNodeManager.h>
+
 #include <functional>
 
 namespace
@@ -60,6 +63,12 @@ ProcessEdits::ProcessEdits(const RpaAppDataPtr& appData, QObject* parent) : QObj
 ProcessDataManager* ProcessEdits::Manager() const
 {
     return app->GetProcessDataManager();
+}
+
+QString ProcessEdits::ElementName(const QString& id) const
+{
+    const QString name = app->GetHtmlNodeManager()->FindNode(id).name;
+    return name.isEmpty() ? app->GetUiaNodeManager()->FindNode(id).name : name;
 }
 
 void ProcessEdits::Insert(RpaProcess& process, const QString& parentId, int row,

@@ -22,6 +22,8 @@ public:
     QUndoStack* Stack() { return &stack; }
     ProcessDataManager* Manager() const;
     RpaAppData* App() const { return app.data(); }
+    // Name of a captured element of the app; empty for an id that is not in its stores.
+    QString ElementName(const QString& id) const;
 
     // Inserts before the row (-1: at the end); parent id empty: top level.
     void Insert(RpaProcess& process, const QString& parentId, int row,

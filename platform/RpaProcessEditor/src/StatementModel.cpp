@@ -216,7 +216,7 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
     case TitleRole:
         return CommandTexts::Title(node.GetCommand());
     case SummaryRole:
-        return CommandTexts::Summary(node.GetValues());
+        return Summary(node.GetValues());
     case NoteRole:
         return node.GetValues().note;
     case LineRole:
@@ -232,6 +232,12 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
     default:
         return index.column() == GutterColumn ? GutterData(node, role) : StatementData(node, role);
     }
+}
+
+QString StatementModel::Summary(const RpaStatement& values) const
+{
+    return CommandTexts::Summary(
+        values, [this](const QString& id) { return edits ? edits->ElementName(id) : QString(); });
 }
 
 QVariant StatementModel::GutterData(const RpaStatementNode& node, int role) const
@@ -253,7 +259,7 @@ QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) c
         return findingTexts.value(node.GetId(), values.note).toHtmlEscaped();
     if (role != Qt::AccessibleTextRole)
         return QVariant();
-    QString text = CommandTexts::Title(values.command) + QLatin1Char(' ') + CommandTexts::Summary(values);
+    QString text = CommandTexts::Title(values.command) + QLatin1Char(' ') + Summary(values);
     if (!node.IsEffectivelyEnabled())
         text += QStringLiteral("，已注释");
     if (values.breakpoint)
@@ -293,7 +299,7 @@ QMimeData* StatementModel::mimeData(const QModelIndexList& indexes) const
     for (const QString& id : ids) {
         statements.append(process->Find(id)->ToStatement());
         lines_.append(CommandTexts::Title(statements.last().command) + QLatin1Char(' ') +
-                      CommandTexts::Summary(statements.last()));
+                      Summary(statements.last()));
     }
     auto* mime = new QMimeData; // the caller owns it
     mime->setData(StatementsMime(), RpaStatement::ToJson(statements));

@@ -78,6 +78,7 @@ private:
     void ForgetLines();
     void RepaintStatement(const QString& id);
     int LineOf(const RpaStatementNode* node) const;
+    QString Summary(const RpaStatement& values) const;
     QVariant GutterData(const RpaStatementNode& node, int role) const;
     QVariant StatementData(const RpaStatementNode& node, int role) const;
     QStringList DraggedIds(const QMimeData& data) const;

@@ -39,6 +39,7 @@ bool BrowserPointer::Start(const QString& describe, const QString& hint)
     qApp->installEventFilter(this);
     glass->show();
     glass->raise();
+    keyboardBefore = view->window()->focusWidget();
     glass->setFocus();
     return true;
 }
@@ -52,6 +53,9 @@ void BrowserPointer::Stop()
     qApp->removeEventFilter(this);
     if (view)
         view->removeEventFilter(this);
+    // Left to itself the keyboard would go to whatever comes next in the window.
+    if (keyboardBefore && gone->window()->focusWidget() == gone)
+        keyboardBefore->setFocus();
     gone->hide();
     gone->deleteLater(); // its own signal may have brought us here
     emit SigStopped();

@@ -74,6 +74,7 @@ private:
 
     QPointer<QWebEngineView> view;
     QPointer<PointerGlass> glass;
+    QPointer<QWidget> keyboardBefore; // who had it when pointing began
     QString script;
     QPointF latest;
     bool asking = false;  // one question at a time, however fast the mouse moves

@@ -2,6 +2,7 @@
 #include "TestApp.h"
 #include "ToastWatcher.h"
 
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -164,6 +165,27 @@ private slots:
         QCOMPARE(changed.at(0).at(0).toBool(), false);
         QTRY_VERIFY(!author.Glass());
         QCOMPARE(author.nodes.GetCount(), 0);
+    }
+
+    void theKeyboardGoesBackToWhereItWas()
+    {
+        CaptureFixture author;
+        author.server.Put(QStringLiteral("/form"), Form);
+        QVERIFY(author.Open(QStringLiteral("/form")));
+        author.window->layout()->addWidget(new QLineEdit);
+        auto* field = new QLineEdit;
+        author.window->layout()->addWidget(field);
+        author.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(author.window.get()));
+        QTRY_VERIFY(field->isVisible());
+        field->setFocus();
+        QVERIFY(field->hasFocus());
+
+        QVERIFY(CaptureFixture::Inspector()->StartCapture());
+        QVERIFY(author.Glass()->hasFocus());
+        QTest::keyClick(author.window->windowHandle(), Qt::Key_Escape);
+
+        QVERIFY(field->hasFocus());
     }
 
     void goesOnWhenThePageChanges()

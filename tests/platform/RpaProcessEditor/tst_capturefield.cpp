@@ -87,6 +87,21 @@ private slots:
         const auto* field = author.editor.findChild<QWidget*>(QStringLiteral("field_element"));
         QCOMPARE(field->findChild<QComboBox*>(QStringLiteral("editor"))->currentText(),
                  QStringLiteral("去按钮"));
+        QVERIFY(field->isAncestorOf(author.editor.focusWidget()));
+    }
+
+    void aStatementNamesItsElement()
+    {
+        Author author;
+        QVERIFY(author.Open());
+        author.Select(0);
+
+        author.AskForCapture();
+        author.browser.Click(QStringLiteral("#go"));
+        QTRY_COMPARE(author.ElementCount(), 1);
+
+        const QString card = author.view->model()->index(0, 1).data(Qt::AccessibleTextRole).toString();
+        QVERIFY2(card.contains(QStringLiteral("读取 去按钮")), qPrintable(card));
     }
 
     void aCaptureThatReplacesAnotherFillsTheFieldThatAskedLast_data()

@@ -45,6 +45,22 @@ private slots:
         QVERIFY(author.Find("browserView")->isVisible());
     }
 
+    void thePageHasTheKeyboardAfterItsAddressWasTyped()
+    {
+        BrowserFixture author;
+        author.server.Put(QStringLiteral("/a"), Page("A", "<div style='height:4000px'>long</div>"));
+        author.window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(author.window.get()));
+        author.Find("browserAddress")->setFocus();
+
+        author.Type(author.server.Url(QStringLiteral("/a")));
+        QTRY_COMPARE(author.Title(), QStringLiteral("A"));
+        QVERIFY(!author.Find("browserAddress")->hasFocus());
+        QTest::keyClick(author.window->windowHandle(), Qt::Key_PageDown);
+
+        QTRY_VERIFY(author.Run(QStringLiteral("window.scrollY")).toInt() > 0);
+    }
+
     void goesBackAndForward()
     {
         BrowserFixture author;
