@@ -7,7 +7,7 @@ set -euo pipefail
 
 run_packages=(
     g++ cmake ninja-build ccache pkg-config
-    qtbase5-dev qttranslations5-l10n libqt5svg5-dev libqt5sql5-sqlite libqt5sql5-psql
+    qtbase5-dev qttranslations5-l10n libqt5sql5-sqlite libqt5sql5-psql
     qtwebengine5-dev libqt5webchannel5-dev
     libboost1.74-dev libsodium-dev libcurl4-openssl-dev
     libkf5syntaxhighlighting-dev
