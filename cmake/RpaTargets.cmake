@@ -10,14 +10,16 @@ target_compile_definitions(rpa_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_STRICT_ITERATORS
     QT_DEPRECATED_WARNINGS)
-target_compile_options(rpa_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+set(rpa_warnings -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
     -Wduplicated-cond -Wlogical-op -Werror)
+target_compile_options(rpa_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${rpa_warnings}>")
 if(RPA_SANITIZE)
     target_compile_options(rpa_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
         -Wno-error=maybe-uninitialized)
     target_link_options(rpa_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+include(RpaWindows)
 
 function(_rpa_common target)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:rpa_options>)
@@ -43,6 +45,7 @@ function(rpa_add_platform_library name)
     add_library(${name} SHARED ${arg_SOURCES} ${arg_HEADERS})
     add_library(RpaPlatform::${name} ALIAS ${name})
     _rpa_common(${name})
+    _rpa_finish_for_windows(${name})
     generate_export_header(${name} EXPORT_FILE_NAME "${generated}/${name}/${name}Export.h")
     target_sources(${name}
         PUBLIC FILE_SET HEADERS
@@ -85,6 +88,7 @@ function(rpa_add_module name)
     add_library(${name} SHARED ${objects})
     add_library(${name}::${name} ALIAS ${name})
     _rpa_common(${name})
+    _rpa_finish_for_windows(${name})
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${arg_HEADER_DIR}" FILES ${arg_HEADERS})
     target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
     # The layers made the meta objects already.
@@ -108,11 +112,13 @@ function(rpa_add_program_parts name)
     target_link_libraries(${name} PUBLIC ${arg_LINK})
 endfunction()
 
-# A program.
+# A program; WINDOWED when it opens windows and needs no console beside them.
 function(rpa_add_program name)
-    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "WINDOWED" "" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     _rpa_common(${name})
+    _rpa_finish_for_windows(${name})
+    set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ${arg_WINDOWED})
     target_link_libraries(${name} PRIVATE ${arg_LINK})
     set_target_properties(${name} PROPERTIES
         INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}"
@@ -137,6 +143,9 @@ function(rpa_add_test name)
     set(home "${CMAKE_CURRENT_BINARY_DIR}/${name}.home")
     file(MAKE_DIRECTORY "${home}/run")
     file(CHMOD "${home}/run" PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+    if(WIN32 AND NOT arg_ARGUMENTS)
+        list(APPEND arg_ENVIRONMENT "RPA_TEST_REPORT=${home}/report.txt") # for tools/windows/run.sh
+    endif()
     add_test(NAME ${name} COMMAND ${name} ${arg_ARGUMENTS})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${arg_TIMEOUT}

@@ -3,6 +3,7 @@
 # run and stops. Quick when nothing is missing.
 #   tools/setup.sh run     what building and starting the workstation needs
 #   tools/setup.sh test    the same and what the tests need
+#   tools/setup.sh windows what building for Windows and running its tests need (see tools/windows/setup.sh)
 set -euo pipefail
 
 run_packages=(
@@ -19,10 +20,21 @@ test_packages=(
     clang-format-14 postgresql-15 libbenchmark-dev python3-yaml dbus binutils procps
 )
 
-wanted=("${run_packages[@]}")
-if [ "${1:-run}" = test ]; then
-    wanted+=("${test_packages[@]}")
-fi
+windows_packages=(
+    g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 nsis
+    cmake ninja-build ccache pkg-config make dpkg-dev autoconf automake libtool libboost1.74-dev
+    python3 python3-yaml binutils xvfb xauth fonts-noto-cjk fonts-dejavu-core
+)
+
+case "${1:-run}" in
+run) wanted=("${run_packages[@]}") ;;
+test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+windows) wanted=("${windows_packages[@]}") ;;
+*)
+    sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac
 
 # One query for all: a package that dpkg does not know at all makes no line, so the installed ones are subtracted.
 installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${wanted[@]}" 2>/dev/null | awk '$2=="installed"{print $1}' || true)

@@ -31,8 +31,9 @@ QFileInfoList EntriesOf(const QString& folder)
 bool ShowIn(const QString& folder, const QFileInfo& file)
 {
     std::error_code error;
-    std::filesystem::create_hard_link(file.filePath().toStdString(),
-                                      (folder + QLatin1Char('/') + file.fileName()).toStdString(), error);
+    // UTF-16 is what every system understands: a narrow name would be read in Windows' own code page.
+    std::filesystem::create_hard_link(file.filePath().toStdU16String(),
+                                      (folder + QLatin1Char('/') + file.fileName()).toStdU16String(), error);
     return !error;
 }
 

@@ -84,7 +84,8 @@ void Transfer::SetSafetyOptions()
     Set(curl, CURLOPT_SSL_VERIFYPEER, 1L);
     Set(curl, CURLOPT_SSL_VERIFYHOST, 2L);
     Set(curl, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
-    Set(curl, CURLOPT_SSL_OPTIONS, long(CURLSSLOPT_NATIVE_CA));
+    // A company's own authority often publishes no list of revoked certificates; Schannel would refuse it.
+    Set(curl, CURLOPT_SSL_OPTIONS, long(CURLSSLOPT_NATIVE_CA | CURLSSLOPT_REVOKE_BEST_EFFORT));
     if (!request.caFile.isEmpty())
         Set(curl, CURLOPT_CAINFO, request.caFile.toUtf8().constData());
 }

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Runs a Windows program under wine and gives its exit code; ctest does it with every test of the preset windows.
+#   tools/windows/run.sh PROGRAM.exe [ARGUMENTS...]
+# Set from outside, if need be:
+#   RPA_TEST_REPORT  the file of a QtTest program's report, printed at its end: under wine it prints nothing itself
+#   RPA_WINEPREFIX   wine's own folder, its drive C: (build/wine)
+#   WINEPATH         folders with DLLs that go first, as Windows writes them
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$here/lib.sh"
+
+wine=/usr/lib/wine/wine64 # not the script "wine", which asks for the 32-bit one
+on_windows() { printf 'Z:%s' "${1//\//\\}"; }
+
+export WINEPREFIX=${RPA_WINEPREFIX:-$here/../../build/wine}
+export WINEDEBUG=${WINEDEBUG:--all}
+export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+path=${WINEPATH:-}
+for folder in "$windows_qt/bin" "$windows_qt/sqlite/bin" "$windows_libraries/bin" \
+    "$(dirname "$("$mingw-g++-posix" -print-file-name=libstdc++-6.dll)")" "/usr/$mingw/lib"; do
+    path+="${path:+;}$(on_windows "$folder")"
+done
+export WINEPATH=$path
+# Wine keeps the variables of a Linux Qt to itself, but for those that name it.
+for name in $(compgen -e QT_); do
+    export "WINE$name=${!name}"
+done
+
+# The first of several that start at once makes wine's folder.
+if [ ! -e "$WINEPREFIX/ready" ]; then
+    mkdir -p "$WINEPREFIX"
+    (
+        flock 9
+        if [ ! -e "$WINEPREFIX/ready" ]; then
+            DISPLAY='' "$wine" wineboot --init
+            DISPLAY='' "$wine" winecfg -v win10
+            /usr/lib/wine/wineserver64 --wait
+            touch "$WINEPREFIX/ready"
+        fi
+    ) 9>"$WINEPREFIX.lock" >/dev/null 2>&1
+fi
+
+screen=()
+if [ "${QT_QPA_PLATFORM:-windows}" = windows ] && [ -z "${DISPLAY:-}" ] && command -v xvfb-run >/dev/null; then
+    screen=(xvfb-run -a) # windows of the system need a screen, if only one in memory
+fi
+if [ -z "${RPA_TEST_REPORT:-}" ]; then
+    exec "${screen[@]}" "$wine" "$@"
+fi
+rm -f "$RPA_TEST_REPORT"
+code=0
+"${screen[@]}" "$wine" "$@" -o "$(on_windows "$RPA_TEST_REPORT"),txt" || code=$?
+cat "$RPA_TEST_REPORT"
+exit "$code"
