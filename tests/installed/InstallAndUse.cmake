@@ -14,9 +14,10 @@ file(REMOVE_RECURSE "${SCRATCH_DIR}")
 step(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${SCRATCH_DIR}/prefix")
 step(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${SCRATCH_DIR}/build" -G "${GENERATOR}"
     -D CMAKE_PREFIX_PATH=${SCRATCH_DIR}/prefix -D CMAKE_CXX_COMPILER=${COMPILER} -D CMAKE_BUILD_TYPE=${BUILD_TYPE}
-    "-DCMAKE_CXX_FLAGS=${flags}")
+    "-DCMAKE_CXX_FLAGS=${flags}" -D CMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 step(${CMAKE_COMMAND} --build "${SCRATCH_DIR}/build")
-step("${SCRATCH_DIR}/build/consumer")
+set(ENV{WINEPATH} "Z:${SCRATCH_DIR}/prefix/bin") # as Windows finds DLLs; of no meaning elsewhere
+step(${EMULATOR} "${SCRATCH_DIR}/build/consumer${SUFFIX}")
 if(NOT output MATCHES "editor built and closed")
     message(FATAL_ERROR "the outside program said: ${output}")
 endif()

@@ -1,10 +1,9 @@
 #include "FaultConnection_p.h"
+#include "NativeSocket.h"
 
 #include <QCryptographicHash>
 #include <QTcpSocket>
 #include <QTimer>
-
-#include <sys/socket.h>
 
 using Fault = FaultServer::Fault;
 
@@ -79,11 +78,9 @@ void ReplaceBody(FaultServer::Reply* reply, const QByteArray& body)
     SetHeader(reply, "Content-Digest", DigestOf(body));
 }
 
-// Closing with a linger time of zero is what makes a reset of it.
 void SendReset(QTcpSocket* socket)
 {
-    const linger atOnce{1, 0};
-    setsockopt(int(socket->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof(atOnce));
+    NativeSocket::ResetOnClose(socket->socketDescriptor());
     socket->abort();
 }
 

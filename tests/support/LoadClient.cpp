@@ -1,17 +1,12 @@
 #include "LoadClient.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <atomic>
 #include <cstdlib>
-#include <cstring>
 #include <mutex>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <stdexcept>
-#include <sys/socket.h>
+#include <string_view>
 #include <thread>
-#include <unistd.h>
 
 namespace
 {
@@ -26,26 +21,20 @@ std::size_t LengthIn(const std::string& head)
 }
 } // namespace
 
-LoadClient::LoadClient(unsigned short port) : socket(::socket(AF_INET, SOCK_STREAM, 0)), buffer(2 * readBytes)
+LoadClient::LoadClient(unsigned short port) : socket(NativeSocket::Connect(port)), buffer(2 * readBytes)
 {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const int on = 1;
-    ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    if (::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+    if (socket == NativeSocket::none)
         throw std::runtime_error("cannot connect");
 }
 
 LoadClient::~LoadClient()
 {
-    ::close(socket);
+    NativeSocket::Close(socket);
 }
 
 bool LoadClient::ReadMore()
 {
-    const ssize_t count = ::recv(socket, buffer.data() + filled, buffer.size() - filled, 0);
+    const auto count = NativeSocket::Receive(socket, buffer.data() + filled, buffer.size() - filled);
     if (count <= 0)
         return false;
     filled += static_cast<std::size_t>(count);
@@ -56,7 +45,7 @@ LoadClient::Answer LoadClient::Ask(const std::string& request, bool keepBody)
 {
     Answer answer;
     for (std::size_t sent = 0; sent < request.size();) {
-        const ssize_t count = ::send(socket, request.data() + sent, request.size() - sent, MSG_NOSIGNAL);
+        const auto count = NativeSocket::Send(socket, request.data() + sent, request.size() - sent);
         if (count <= 0)
             return answer;
         sent += static_cast<std::size_t>(count);
@@ -66,8 +55,8 @@ LoadClient::Answer LoadClient::Ask(const std::string& request, bool keepBody)
     while (headEnd == 0) {
         if (!ReadMore())
             return answer;
-        const void* end = ::memmem(buffer.data(), filled, "\r\n\r\n", 4);
-        headEnd = end ? static_cast<std::size_t>(static_cast<const char*>(end) - buffer.data()) + 4 : 0;
+        const auto end = std::string_view(buffer.data(), filled).find("\r\n\r\n");
+        headEnd = end == std::string_view::npos ? 0 : end + 4;
     }
     answer.head.assign(buffer.data(), headEnd);
     answer.bodyBytes = LengthIn(answer.head);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "NativeSocket.h"
+
 #include <chrono>
 #include <functional>
 #include <string>
@@ -28,7 +30,7 @@ public:
 private:
     bool ReadMore();
 
-    int socket = -1;
+    const NativeSocket::Handle socket;
     std::vector<char> buffer;
     std::size_t filled = 0;
 };

@@ -1,5 +1,6 @@
 #include "EmbeddedAccounts.h"
 #include "EmbeddedServer.h"
+#include "NativeProcess.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -163,11 +164,11 @@ void tst_EmbeddedServer::killsAServerThatDoesNotEnd()
     server->Start();
     QTRY_COMPARE(server->GetState(), State::Ready);
     const qint64 pid = server->GetProcessId();
-    QVERIFY(QFile::exists(QStringLiteral("/proc/%1").arg(pid)));
+    QVERIFY(NativeProcess::IsAlive(pid));
 
     server->Stop();
 
-    QVERIFY(!QFile::exists(QStringLiteral("/proc/%1").arg(pid)));
+    QVERIFY(!NativeProcess::IsAlive(pid));
 }
 
 void tst_EmbeddedServer::makesFreshTokensOf256Bits()

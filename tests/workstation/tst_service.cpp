@@ -1,4 +1,5 @@
 #include "CloseGuard.h"
+#include "NativeProcess.h"
 #include "SampleInstaller.h"
 #include "ServerProcess.h"
 #include "Session.h"
@@ -25,8 +26,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <csignal>
 
 namespace
 {
@@ -111,7 +110,7 @@ void tst_Service::keepsTheSessionWhenTheEmbeddedServerDies()
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
     session.EnterEmbedded(0);
 
-    ::kill(pid_t(session.GetEmbeddedServer()->GetProcessId()), SIGKILL);
+    NativeProcess::Kill(session.GetEmbeddedServer()->GetProcessId());
 
     QTRY_COMPARE(died.size(), 1);
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
@@ -129,11 +128,11 @@ void tst_Service::leavesNoServerAndNoTokenBehind()
     session.UseEmbedded();
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
     session.EnterEmbedded(0);
-    const auto pid = pid_t(session.GetEmbeddedServer()->GetProcessId());
+    const qint64 pid = session.GetEmbeddedServer()->GetProcessId();
 
     session.End();
 
-    QVERIFY(::kill(pid, 0) != 0);
+    QVERIFY(!NativeProcess::IsAlive(pid));
     QVERIFY(VersionServiceSettings::Instance()->GetToken().isEmpty());
     QVERIFY(WbGlobalData::Instance()->GetPin().isEmpty());
 }

@@ -1,4 +1,5 @@
 #include "FaultServer.h"
+#include "NativeSocket.h"
 #include "TestApp.h"
 
 #include <WbHttpModule/WbHttpClient.h>
@@ -10,11 +11,8 @@
 #include <QtTest>
 
 #include <array>
-#include <netinet/in.h>
 #include <numeric>
 #include <optional>
-#include <sys/socket.h>
-#include <unistd.h>
 
 using namespace std::chrono_literals;
 using Fault = FaultServer::Fault;
@@ -41,27 +39,19 @@ WbHttpRequest Get(const FaultServer& server, const QString& path = QStringLitera
 class FullListener
 {
 public:
-    FullListener() : descriptor(socket(AF_INET, SOCK_STREAM, 0))
+    FullListener() : listener(NativeSocket::Listen(&port))
     {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof(address));
-        listen(descriptor, 0);
-        socklen_t length = sizeof(address);
-        getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &length);
-        port = ntohs(address.sin_port);
         for (QTcpSocket& filler : fillers)
             filler.connectToHost(QHostAddress::LocalHost, port);
         fillers[0].waitForConnected(200);
     }
-    ~FullListener() { close(descriptor); }
+    ~FullListener() { NativeSocket::Close(listener); }
 
     quint16 GetPort() const { return port; }
 
 private:
-    const int descriptor;
     quint16 port = 0;
+    const NativeSocket::Handle listener;
     std::array<QTcpSocket, 3> fillers;
 };
 
