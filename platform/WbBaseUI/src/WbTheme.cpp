@@ -117,10 +117,11 @@ void WbTheme::Apply(Scheme scheme)
     }
     d->applied = true;
     const QPalette palette = MakePalette(scheme);
-    QApplication::setFont(UiFont());
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
     qApp->setStyleSheet(StyleSheet(scheme));
+    // Last: with the first style sheet Qt takes the system's own fonts for item views, menus and tips again.
+    QApplication::setFont(UiFont());
     emit SigChanged();
 }
 

@@ -80,6 +80,8 @@ private slots:
     void switchesWhileItRuns();
     void appliesTheScaleOfTheScreen();
     void setsFamiliesThatHaveChineseLetters();
+    void givesEveryKindOfWidgetTheSameFont_data();
+    void givesEveryKindOfWidgetTheSameFont();
     void drawsEveryIcon_data();
     void drawsEveryIcon();
     void drawsDifferentIcons();
@@ -263,6 +265,23 @@ void TestTheme::setsFamiliesThatHaveChineseLetters()
     QCOMPARE(QApplication::font().families().constFirst(), QStringLiteral("Microsoft YaHei UI"));
     QVERIFY(QFontMetrics(QApplication::font()).inFontUcs4(U'版'));
     QVERIFY(QFontInfo(WbTheme::CodeFont()).fixedPitch());
+}
+
+void TestTheme::givesEveryKindOfWidgetTheSameFont_data()
+{
+    // Windows has fonts of its own for these.
+    QTest::addColumn<QByteArray>("kind");
+    for (const char* kind : {"QAbstractItemView", "QMenu", "QMessageBox", "QTipLabel"})
+        QTest::newRow(kind) << QByteArray(kind);
+}
+
+void TestTheme::givesEveryKindOfWidgetTheSameFont()
+{
+    QFETCH(QByteArray, kind);
+
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+
+    QCOMPARE(QApplication::font(kind.constData()), QApplication::font());
 }
 
 void TestTheme::drawsEveryIcon_data()
