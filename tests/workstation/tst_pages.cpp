@@ -77,6 +77,8 @@ private slots:
     void signInAsksForAccountAndPasswordOfAServer();
     void signInForgetsThePasswordOnceItIsHandedOver();
     void signInForgetsTheRefusalWithTheNextAttempt();
+    void signInForgetsARefusalWhenItAsksAgain_data();
+    void signInForgetsARefusalWhenItAsksAgain();
     void signInOffersToTryAgainWhenTheServerIsGone();
 
     void windowTakesASchemeChosenBeforeItIsShown();
@@ -194,6 +196,37 @@ void tst_Pages::signInForgetsTheRefusalWithTheNextAttempt()
     Press(page, "buttonEnter");
 
     QCOMPARE(state->text(), QString());
+}
+
+void tst_Pages::signInForgetsARefusalWhenItAsksAgain_data()
+{
+    QTest::addColumn<bool>("embedded");
+    QTest::newRow("own server") << true;
+    QTest::newRow("another server") << false;
+}
+
+void tst_Pages::signInForgetsARefusalWhenItAsksAgain()
+{
+    QFETCH(bool, embedded);
+    const auto ask = [embedded](SignInPage& page) {
+        if (embedded) {
+            page.AskEmbedded({QStringLiteral("甲")}, 0);
+        } else {
+            page.AskRemote(QStringLiteral("https://rpa.example.com"), QString());
+        }
+    };
+    SignInPage page;
+    ask(page);
+    page.ShowReady();
+    page.ShowProblem(QStringLiteral("账号或密码不正确。"));
+
+    ask(page);
+    QCOMPARE(Child<QLabel>(page, "labelState")->text(), QString());
+
+    // What is going on with the server is still true.
+    page.ShowBusy(QStringLiteral("正在连接版本服务…"));
+    ask(page);
+    QCOMPARE(Child<QLabel>(page, "labelState")->text(), QStringLiteral("正在连接版本服务…"));
 }
 
 void tst_Pages::signInOffersToTryAgainWhenTheServerIsGone()

@@ -133,6 +133,7 @@ void SignInPage::AskEmbedded(const QStringList& names, int current)
         accountLayout->insertWidget(accountLayout->count() - 1, choice, 0, Qt::AlignLeft);
     }
     forms->setCurrentIndex(0);
+    ForgetRefusal();
     buttonEnter->setText(QStringLiteral("进入工作站"));
     UpdateButton();
 }
@@ -143,6 +144,7 @@ void SignInPage::AskRemote(const QString& address, const QString& account)
     editAccount->setText(account);
     editPassword->clear();
     forms->setCurrentIndex(1);
+    ForgetRefusal();
     buttonEnter->setText(QStringLiteral("登录"));
     (account.isEmpty() ? editAccount : editPassword)->setFocus();
     UpdateButton();
@@ -180,6 +182,14 @@ void SignInPage::ShowProblem(const QString& text)
     ShowState(text, true);
     buttonRetry->setVisible(!ready);
     UpdateButton();
+}
+
+// While the server is not ready the text is about the server, and stays.
+void SignInPage::ForgetRefusal()
+{
+    if (ready) {
+        ShowState(QString(), false);
+    }
 }
 
 bool SignInPage::AsksEmbedded() const

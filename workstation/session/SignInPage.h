@@ -45,6 +45,7 @@ private:
     QWidget* CreateEmbeddedForm();
     QWidget* CreateRemoteForm();
     void ShowState(const QString& text, bool problem);
+    void ForgetRefusal();
     void SlotConfirm();
     void UpdateButton();
     bool AsksEmbedded() const;
