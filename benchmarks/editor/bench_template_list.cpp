@@ -1,5 +1,5 @@
-// The list of templates of a full folder: vetting the files and filling the list, beside a bare listing of the
-// folder and reading of the same files.
+// The list of templates of a full folder: vetting the files and filling the list, beside a bare listing of
+// the folder and reading of the same files.
 
 #include "FrameTimes.h"
 #include "RpaTemplateData.h"

@@ -38,6 +38,7 @@ void Tour::Run()
 {
     Arrive();
     OpenVisualApp();
+    SeeCreatorsButtons();
     WalkThroughPages();
     Save();
     UseDropDown();
@@ -54,6 +55,9 @@ void Tour::Run()
     RunWithPackages();
     LoseServer();
     MeetNewerData();
+    SeeSuperAdministratorsButtons();
+    ExportTemplate();
+    VisitServer();
     LookAround();
     LookInTheDark();
     Leave();
@@ -274,33 +278,7 @@ void Tour::LookAround()
         d->Click(QStringLiteral("close"), Named("buttonCloseAbout"));
         d->Until(QStringLiteral("the box's end"), [] { return !QApplication::activeModalWidget(); });
     });
-    d->Step(QStringLiteral("colleague-and-super-administrator"), [this] {
-        d->Click(QStringLiteral("super administrator"), Named("checkSuperAdmin"));
-        d->OnGui([] { Anywhere<QComboBox>("comboAccount")->setFocus(); });
-        d->Key(Qt::Key_End);
-        d->Until(QStringLiteral("the colleague"), [] {
-            auto* account = VisibleAs<QLabel>("labelAccount");
-            return account && account->text() == QStringLiteral("本机同事");
-        });
-        d->Click(QStringLiteral("back"), Named("buttonBack"));
-        OpenApp(AppKindVisual);
-        UntilLoaded();
-        d->Until(QStringLiteral("what a colleague and super administrator may do"), [] {
-            return !Visible("pushButtonBeta") && !Visible("pushButtonPublish") &&
-                   Visible("pushButtonExportAppData");
-        });
-    });
-    d->Step(QStringLiteral("creator-again"), [this] {
-        BackToList();
-        d->Click(QStringLiteral("settings"), Named("buttonSettings"));
-        d->Click(QStringLiteral("super administrator"), Named("checkSuperAdmin"));
-        d->OnGui([] { Anywhere<QComboBox>("comboAccount")->setFocus(); });
-        d->Key(Qt::Key_Home);
-        d->Until(QStringLiteral("the author"), [] {
-            auto* account = VisibleAs<QLabel>("labelAccount");
-            return account && account->text() == QStringLiteral("本机作者");
-        });
-    });
+    SeeColleaguesButtons();
     d->Step(QStringLiteral("settings-dark"), [this] {
         d->OnGui([] { Anywhere<QComboBox>("comboTheme")->setFocus(); });
         d->Key(Qt::Key_End);

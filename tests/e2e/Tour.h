@@ -1,6 +1,7 @@
 #pragma once
 
 #include "TourDriver.h"
+#include "WorkstationSettings.h"
 
 #include <QPointer>
 #include <QString>
@@ -11,8 +12,9 @@ class ToastWatcher;
 class Workstation;
 
 // The tour itself: a guest who signs in, opens an app, edits, saves, switches and deletes versions, makes a
-// page and a process and runs it, meets a server that is gone and data of a newer client, looks around in the
-// dark, and closes the workstation. One source file per theme.
+// page and a process and runs it, meets a server that is gone and data of a newer client, makes a template,
+// releases an app on a server with accounts and uses it there as somebody else, looks around in the dark, and
+// closes the workstation. One source file per theme.
 class Tour
 {
 public:
@@ -24,6 +26,7 @@ public:
 private:
     void Arrive();
     void OpenVisualApp();
+    void SeeCreatorsButtons();
     void WalkThroughPages();
     void Save();
     void UseDropDown();
@@ -40,7 +43,11 @@ private:
     void RunWithPackages();
     void LoseServer();
     void MeetNewerData();
+    void SeeSuperAdministratorsButtons();
+    void ExportTemplate();
+    void VisitServer();
     void LookAround();
+    void SeeColleaguesButtons();
     void LookInTheDark();
     void Leave();
 
@@ -50,6 +57,18 @@ private:
     void UsePackages();
     void LookAtEditorInTheDark();
     void LookAtAppsInTheDark();
+
+    // On a server with accounts
+    void GoToServer(const QString& address);
+    void StartFromShippedTemplate();
+    void StartFromOwnTemplate();
+    void PublishDevelopVersion();
+    void ReleaseGrayVersion();
+    void PublishGrayVersion();
+    void ChangeAccount();
+    void UseOnlineApp();
+    void UseGrayApp();
+    void ReturnToOwnServer();
 
     // Acts
     void OpenApp(int kind);
@@ -78,6 +97,16 @@ private:
     // Opens the tour's own page in the embedded browser.
     void OpenPage();
     void WriteProgram(const QStringList& lines);
+    void UseTheme(ThemeChoice theme);
+    void SeeInTheDark(const QString& step);
+    void SwitchSuperAdministrator();
+    void SignIn(const QString& account, const QString& password);
+    void CreateApp(const char* button, const QString& name);
+    void PressCard(const char* list, const QString& name);
+    void SaveAs(const QString& name);
+    void SwitchTo(const QString& name, const QString& lineOfAnother);
+    void Answer(const QString& button);
+    void RunReleasedApp(const QString& version);
 
     // States
     void UntilLoaded();
@@ -88,6 +117,9 @@ private:
     void UntilStatement(const QString& title);
     void UntilLog(const QString& text);
     void UntilIdle(std::chrono::milliseconds within);
+    void UntilOffered(const QString& buttons);
+    void UntilTemplates(const QStringList& names);
+    void UntilState(const QString& version, int state);
     static QListWidget* VersionList();
     static int RowOf(const QString& name);
 
@@ -95,4 +127,5 @@ private:
     TourDriver* const d;
     ToastWatcher* const toasts;
     QPointer<PageServer> pages; // the workstation's child
+    const QString releasedApp = QStringLiteral("工时应用");
 };

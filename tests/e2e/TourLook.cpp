@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListView>
+#include <QTabBar>
 #include <QTextEdit>
 
 namespace TourLook
@@ -47,6 +48,28 @@ QModelIndex SampleCard(int kind)
         }
     }
     return {};
+}
+
+QModelIndex CardNamed(const char* list, const QString& name)
+{
+    const auto* cards = VisibleAs<QListView>(list);
+    for (int i = 0; cards && i < cards->model()->rowCount(); ++i) {
+        const QModelIndex index = cards->model()->index(i, 0);
+        if (index.data().toString() == name) {
+            return index;
+        }
+    }
+    return {};
+}
+
+QStringList TabTexts(const char* tabBar)
+{
+    const auto* tabs = VisibleAs<QTabBar>(tabBar);
+    QStringList texts;
+    for (int i = 0; tabs && i < tabs->count(); ++i) {
+        texts.append(tabs->tabText(i));
+    }
+    return texts;
 }
 
 QWidget* ButtonWithText(const char* text)

@@ -3,7 +3,7 @@
 #include "TourDriver.h"
 
 #include <QModelIndex>
-#include <QString>
+#include <QStringList>
 
 class QTextEdit;
 class RequestStatusBaseWidget;
@@ -18,6 +18,9 @@ TourDriver::Finder Named(const char* objectName);
 TourDriver::Finder InPanel(const char* panel, const char* objectName);
 // The card of the first app of that kind in the list.
 QModelIndex SampleCard(int kind);
+// The card with that name in a list of apps.
+QModelIndex CardNamed(const char* list, const QString& name);
+QStringList TabTexts(const char* tabBar);
 QWidget* ButtonWithText(const char* text);
 QTextEdit* InstructionsEdit();
 // What the version drop-down shows; empty without an editor.
