@@ -441,8 +441,9 @@ private:
         WriteFile(folder->filePath(QStringLiteral("4-cut")), QByteArray::fromHex("7fffffff00"));
         QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("5-folder")));
         // Reading a process's memory from its first byte fails for everybody, an administrator too.
-        QVERIFY(
-            QFile::link(QStringLiteral("/proc/self/mem"), folder->filePath(QStringLiteral("6-unreadable"))));
+        const QString unreadable = QStringLiteral("/proc/self/mem");
+        if (QFile::exists(unreadable))
+            QVERIFY(QFile::link(unreadable, folder->filePath(QStringLiteral("6-unreadable"))));
     }
 
     EditorWorld world;

@@ -7,7 +7,6 @@
 #include <QtTest>
 
 #include <memory>
-#include <sys/stat.h>
 
 class tst_TemplateKeeper : public QObject
 {
@@ -18,7 +17,6 @@ private slots:
 
     void handsOutTheFolderItselfWhileEverythingInItIsFit();
     void leavesOutWhatIsNoRegularFile();
-    void leavesOutAPipeWithoutWaitingForAWriter();
     void leavesOutFilesThatAreTooLarge();
     void showsFiveHundredTemplatesAtMost();
     void keepsACopyOfEveryTemplateItSaw();
@@ -74,25 +72,6 @@ void tst_TemplateKeeper::leavesOutWhatIsNoRegularFile()
     QVERIFY(fit != folder);
     QCOMPARE(QDir(fit).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System),
              QStringList{QStringLiteral("a.rpat")});
-}
-
-// Whoever opened one to read it would wait until somebody opens it to write.
-void tst_TemplateKeeper::leavesOutAPipeWithoutWaitingForAWriter()
-{
-    TemplateKeeper keeper({folder}, data);
-    QSignalSpy looked(&keeper, &TemplateKeeper::SigLooked);
-    QSignalSpy unreadable(&keeper, &TemplateKeeper::SigUnreadable);
-    Write(QStringLiteral("a.rpat"), "a");
-    QCOMPARE(::mkfifo(QFile::encodeName(folder + QStringLiteral("/b.rpat")).constData(), 0600), 0);
-
-    const QString fit = keeper.GetFitFolder(folder);
-    keeper.Look();
-
-    QCOMPARE(QDir(fit).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System),
-             QStringList{QStringLiteral("a.rpat")});
-    QTRY_COMPARE(looked.size(), 1);
-    QCOMPARE(unreadable.size(), 0);
-    QCOMPARE(KeptCount(), 1);
 }
 
 void tst_TemplateKeeper::leavesOutFilesThatAreTooLarge()
