@@ -207,14 +207,22 @@ def watch():
             LINK.send({"t": "at", "line": line})
 
 
+def foreign_text(line):
+    """Programs of Windows write in the encoding of its consoles, unless they know better."""
+    try:
+        return line.decode("utf-8")
+    except UnicodeDecodeError:
+        return line.decode("oem" if os.name == "nt" else "utf-8", "replace")
+
+
 def read_foreign_output(descriptor):
     """What programs started by the process write; read here, so that it can neither block them nor fill anything."""
-    with os.fdopen(descriptor, "r", encoding="utf-8", errors="replace", newline="\n") as pipe:
+    with os.fdopen(descriptor, "rb") as pipe:
         while True:
             line = pipe.readline(LOG_LINE_CHARACTERS)
             if not line:
                 return
-            OUTPUT.add("info", line.rstrip("\n"))
+            OUTPUT.add("info", foreign_text(line.rstrip(b"\r\n")))
 
 
 def redirect_output():

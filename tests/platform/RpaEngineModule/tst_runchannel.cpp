@@ -86,12 +86,15 @@ class Child
 public:
     explicit Child(const RpaRunChannel& channel)
     {
-        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        for (const QString& name : {QStringLiteral("rpa_child.py"), QStringLiteral("rpa_api.py")})
+            QFile::copy(QStringLiteral(RPA_RUNTIME_FOLDER "/") + name, folder.filePath(name));
+        process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(PythonInterpreter::Find(),
                       {QStringLiteral("-I"), QStringLiteral("-u"), QStringLiteral("-X"),
                        QStringLiteral("utf8"),
-                       QDir::toNativeSeparators(QStringLiteral(RPA_RUNTIME_FOLDER "/rpa_child.py")),
+                       QDir::toNativeSeparators(folder.filePath(QStringLiteral("rpa_child.py"))),
                        channel.GetAddress(), QString::fromLatin1(channel.GetToken())});
+        process.closeWriteChannel();
     }
     ~Child()
     {
@@ -99,6 +102,7 @@ public:
         process.waitForFinished();
     }
 
+    QTemporaryDir folder;
     QProcess process;
 };
 
@@ -283,7 +287,7 @@ void RunChannel::aPythonChildRunsItsJob()
 {
     Listening editor;
     Child child(editor.channel);
-    QTRY_COMPARE_WITH_TIMEOUT(editor.connected.size(), 1, 20000);
+    QTRY_VERIFY2_WITH_TIMEOUT(editor.connected.size() == 1, child.process.readAll().constData(), 20000);
 
     BeginJob(editor.channel, QStringLiteral("print('你好')\nrpa.set_param('a', 1)\n"));
 
@@ -313,7 +317,7 @@ void RunChannel::aPythonChildStopsWhenAsked()
     QFETCH(QString, program);
     Listening editor;
     Child child(editor.channel);
-    QTRY_COMPARE_WITH_TIMEOUT(editor.connected.size(), 1, 20000);
+    QTRY_VERIFY2_WITH_TIMEOUT(editor.connected.size() == 1, child.process.readAll().constData(), 20000);
     BeginJob(editor.channel, program);
     QTRY_VERIFY(editor.Kinds().contains(QStringLiteral("log")));
 
@@ -327,7 +331,7 @@ void RunChannel::aPythonChildEndsWhenItsEditorIsGone()
 {
     auto editor = std::make_unique<Listening>();
     Child child(editor->channel);
-    QTRY_COMPARE_WITH_TIMEOUT(editor->connected.size(), 1, 20000);
+    QTRY_VERIFY2_WITH_TIMEOUT(editor->connected.size() == 1, child.process.readAll().constData(), 20000);
     BeginJob(editor->channel, QStringLiteral("print('up')\nwhile True: pass\n"));
     QTRY_VERIFY(editor->Kinds().contains(QStringLiteral("log")));
 

@@ -25,8 +25,6 @@ QProcessEnvironment CleanEnvironment()
                 environment.remove(name);
         }
     }
-    // For Python programs that the process starts; it is itself told so on its command line.
-    environment.insert(QStringLiteral("PYTHONUTF8"), QStringLiteral("1"));
     return environment;
 }
 

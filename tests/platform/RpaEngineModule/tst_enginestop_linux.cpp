@@ -1,0 +1,98 @@
+#include "EngineRunFixture.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+
+namespace
+{
+
+// Processes of this machine whose command line holds the mark.
+int CountProcesses(const QByteArray& mark)
+{
+    int count = 0;
+    const QStringList names = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString& name : names) {
+        QFile file(QStringLiteral("/proc/%1/cmdline").arg(name));
+        if (file.open(QIODevice::ReadOnly) && file.readAll().contains(mark))
+            ++count;
+    }
+    return count;
+}
+
+} // namespace
+
+// Runs that use what only Linux has to outlive their end: signals, forks, sessions of their own.
+class EngineStopLinux : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void stopEndsTheWholeRun_data();
+    void stopEndsTheWholeRun();
+    void aRunThatEatsMemoryIsEnded();
+    void nothingSurvivesTheNormalEnd();
+};
+
+void EngineStopLinux::stopEndsTheWholeRun_data()
+{
+    QTest::addColumn<QString>("program");
+
+    QTest::newRow("ignored SIGTERM") << QStringLiteral(
+        "import signal\nsignal.signal(signal.SIGTERM, signal.SIG_IGN)\nprint('up')\nwhile True: pass\n");
+    QTest::newRow("children") << QStringLiteral(
+        "import subprocess\nfor i in range(20): subprocess.Popen(['sleep', '4711.5'])\n"
+        "print('up')\nwhile True: pass\n");
+    QTest::newRow("daemonised grandchild")
+        << QStringLiteral("import os, time\nif os.fork() == 0:\n    os.setsid()\n    if os.fork() == 0:\n"
+                          "        os.execvp('sleep', ['sleep', '4711.5'])\n    "
+                          "os._exit(0)\nprint('up')\nwhile True: time.sleep(1)\n");
+    QTest::newRow("forks without end") << QStringLiteral(
+        "import os, time\nprint('up', flush=True)\ntime.sleep(0.2)\nwhile True:\n    try:\n"
+        "        if os.fork() == 0: os.execvp('sleep', ['sleep', '4711.5'])\n    except OSError: pass\n"
+        "    time.sleep(0.01)\n");
+}
+
+void EngineStopLinux::stopEndsTheWholeRun()
+{
+    QFETCH(QString, program);
+    EngineRunFixture engine;
+    QVERIFY(engine.RunText(program));
+    QTRY_VERIFY(EngineRunFixture::LogHas(QStringLiteral("up")));
+
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(engine.Engine()->Terminate(QStringLiteral("主流程")) || engine.life.IsOver());
+
+    QTRY_VERIFY(engine.life.IsOver());
+    const qint64 tookMs = clock.elapsed();
+    QTRY_COMPARE(CountProcesses(QByteArray("4711.5")), 0);
+    QVERIFY2(tookMs <= 1000, qPrintable(QStringLiteral("took %1 ms").arg(tookMs)));
+}
+
+void EngineStopLinux::aRunThatEatsMemoryIsEnded()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(
+        QStringLiteral("eaten = []\nwhile True: eaten.append(bytearray(64 * 1024 * 1024))\n")));
+
+    QTRY_VERIFY_WITH_TIMEOUT(engine.life.IsOver(), 30000);
+    QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("内存")),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+}
+
+void EngineStopLinux::nothingSurvivesTheNormalEnd()
+{
+    EngineRunFixture engine;
+
+    QVERIFY(engine.RunText(QStringLiteral(
+        "import subprocess\nsubprocess.Popen(['sleep', '4712.5'], start_new_session=True)\n")));
+
+    QTRY_VERIFY(engine.life.IsOver());
+    QTRY_COMPARE(CountProcesses(QByteArray("4712.5")), 0);
+}
+
+QTEST_MAIN(EngineStopLinux)
+#include "tst_enginestop_linux.moc"
