@@ -14,6 +14,9 @@ public:
     VirtualDisplay();
     ~VirtualDisplay();
 
+    // Whether this program can show windows without one.
+    static bool HasRealOne();
+
     // Starts it on a display number that is free and sets DISPLAY. False when the X server is not installed
     // or does not come up; GetProblem() says why.
     bool Start(int width, int height);

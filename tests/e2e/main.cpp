@@ -22,8 +22,7 @@ constexpr int screenHeight = 900;
 
 bool EnsureDisplay(VirtualDisplay& display, bool always)
 {
-    const bool present = qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-    if (present && !always) {
+    if (VirtualDisplay::HasRealOne() && !always) {
         return true;
     }
     if (!display.Start(screenWidth, screenHeight)) {

@@ -29,6 +29,11 @@ VirtualDisplay::~VirtualDisplay()
     }
 }
 
+bool VirtualDisplay::HasRealOne()
+{
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
 bool VirtualDisplay::Start(int width, int height)
 {
     auto server = std::make_unique<BoundProcess>();
