@@ -5,42 +5,17 @@
 // Pass: >= 40,000 calls/s; >= 20,000 log lines/s with no gap of the event loop above 16 ms.
 
 #include "EngineBench.h"
+#include "ProcessorUse.h"
 
 #include <QTimer>
 
 #include <cstdio>
-#include <sched.h>
-#include <sys/resource.h>
 
 namespace
 {
 constexpr int calls = 20000;
 constexpr int callRounds = 5;
 constexpr int logLines = 100000;
-
-void UseOneCore(bool one)
-{
-    static const cpu_set_t all = [] {
-        cpu_set_t cores;
-        sched_getaffinity(0, sizeof cores, &cores);
-        return cores;
-    }();
-    cpu_set_t first;
-    CPU_ZERO(&first);
-    for (int core = 0; core < CPU_SETSIZE && CPU_COUNT(&first) == 0; ++core) {
-        if (CPU_ISSET(core, &all))
-            CPU_SET(core, &first);
-    }
-    sched_setaffinity(0, sizeof first, one ? &first : &all);
-}
-
-double CpuSeconds()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 struct CallResult
 {
@@ -60,10 +35,11 @@ CallResult Calls(EngineBench& bench)
                        "print('cpu', cpu / %1 * 1e6)\n")
             .arg(calls);
     EngineBench::Idle(500); // the child that is kept ready starts meanwhile
-    const double before = CpuSeconds();
+    const double before = ProcessorUse::GetSeconds();
     bench.RunText(program);
     bench.WaitForEnd();
-    return {EngineBench::NumberAfter(QStringLiteral("rate ")), (CpuSeconds() - before) / calls * 1e6,
+    return {EngineBench::NumberAfter(QStringLiteral("rate ")),
+            (ProcessorUse::GetSeconds() - before) / calls * 1e6,
             EngineBench::NumberAfter(QStringLiteral("cpu "))};
 }
 
@@ -119,9 +95,9 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     EngineBench bench;
-    UseOneCore(true);
+    ProcessorUse::UseOneCore(true);
     const CallResult oneCore = MedianCalls(bench);
-    UseOneCore(false);
+    ProcessorUse::UseOneCore(false);
     const CallResult anyCore = MedianCalls(bench);
     EngineBench::Idle(500);
     const LogResult log = LogLines(bench);
