@@ -14,6 +14,8 @@ using namespace TourLook;
 
 namespace
 {
+constexpr int statusColumn = 2; // of the package list
+
 QPoint FirstCard(QWidget* widget)
 {
     auto* list = qobject_cast<QAbstractItemView*>(widget);
@@ -44,7 +46,10 @@ void Tour::LookAtEditorInTheDark()
     }
     d->Step(QStringLiteral("package-dialog-dark"), [this] {
         d->Click(QStringLiteral("packages"), Named("buttonPackages"));
-        d->Until(QStringLiteral("the dialog"), [] { return Visible("RpaPackagePanel") != nullptr; });
+        d->Until(QStringLiteral("how the package stands"), [] {
+            const auto* table = VisibleAs<QAbstractItemView>("tablePackages");
+            return table && table->model()->index(0, statusColumn).data() != QStringLiteral("未检查");
+        });
         d->TakePicture();
         d->Key(Qt::Key_Escape);
         d->Until(QStringLiteral("the dialog's end"), [] { return !QApplication::activeModalWidget(); });

@@ -151,7 +151,7 @@ void tst_PackageDialog::whatIsNoFolderOfWheelsIsRefusedInWords_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("problem");
     QTest::newRow("a folder that is not there")
-        << QStringLiteral("/nowhere/wheels") << QStringLiteral("找不到这个文件夹");
+        << QDir::rootPath() + QStringLiteral("nowhere/wheels") << QStringLiteral("找不到这个文件夹");
     QTest::newRow("a file") << QCoreApplication::applicationFilePath()
                             << QStringLiteral("请输入文件夹，而不是文件");
     QTest::newRow("a path from nowhere") << QStringLiteral("wheels") << QStringLiteral("完整路径");
