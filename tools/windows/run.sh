@@ -3,6 +3,7 @@
 #   tools/windows/run.sh PROGRAM.exe [ARGUMENTS...]
 # Set from outside, if need be:
 #   RPA_TEST_REPORT  the file of a QtTest program's report, printed at its end: under wine it prints nothing itself
+#   RPA_PYTHON       the Python of runs and installations, as Windows writes it (wine_python.exe beside the program)
 #   RPA_WINEPREFIX   wine's own folder, its drive C: (build/wine)
 #   WINEPATH         folders with DLLs that go first, as Windows writes them
 set -euo pipefail
@@ -25,6 +26,12 @@ export WINEPATH=$path
 for name in $(compgen -e QT_); do
     export "WINE$name=${!name}"
 done
+
+# Linux' Python takes the place of one for Windows where nobody chose another.
+python=$(dirname "$(realpath "$1")")/wine_python.exe
+if [ -z "${RPA_PYTHON:-}" ] && [ -e "$python" ]; then
+    export RPA_PYTHON=$(on_windows "$python")
+fi
 
 # The first of several that start at once makes wine's folder.
 if [ ! -e "$WINEPREFIX/ready" ]; then
