@@ -23,7 +23,7 @@ QLabel* AddLabel(QVBoxLayout* layout, const QString& name, const QString& role)
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignCenter);
-    layout->addWidget(label, 0, Qt::AlignHCenter);
+    layout->addWidget(label);
     return label;
 }
 } // namespace
@@ -47,16 +47,27 @@ BrowserNotice::BrowserNotice(QWidget* parent) : QWidget(parent), icon(new QLabel
     ShowStart();
 }
 
+void BrowserNotice::SetForAuthor(bool author)
+{
+    forAuthor = author;
+    if (startShown)
+        ShowStart();
+}
+
 void BrowserNotice::ShowStart()
 {
-    Show(QStringLiteral("browser"), QStringLiteral("内置浏览器"),
-         QStringLiteral("流程在这里打开和操作网页。\n在上方输入网址打开要自动化的网页，再捕获其中的元素，"
-                        "供流程点击、填写和读取。"));
+    QString purpose = QStringLiteral("流程在这里打开和操作网页。");
+    if (forAuthor)
+        purpose += QStringLiteral("\n在上方输入网址打开要自动化的网页，再捕获其中的元素，"
+                                  "供流程点击、填写和读取。");
+    startShown = true;
+    Show(QStringLiteral("browser"), QStringLiteral("内置浏览器"), purpose);
     retry->hide();
 }
 
 void BrowserNotice::ShowProblem(const QString& caption, const QString& reason, bool mayRetry)
 {
+    startShown = false;
     Show(QStringLiteral("warning"), caption, reason);
     retry->setVisible(mayRetry);
 }
@@ -77,9 +88,8 @@ void BrowserNotice::ShowIcon()
 
 void BrowserNotice::resizeEvent(QResizeEvent* event)
 {
-    // A wrapped label in a centred column has no width of its own.
-    const int width = qMin(event->size().width() - 2 * Margin, DpiTool::ScaleDefault(WidestText));
-    title->setFixedWidth(qMax(0, width));
-    text->setFixedWidth(qMax(0, width));
+    // Labels that fill the column are asked for the height of just the width they get.
+    const int side = (event->size().width() - DpiTool::ScaleDefault(WidestText)) / 2;
+    layout()->setContentsMargins(qMax(Margin, side), Margin, qMax(Margin, side), Margin);
     QWidget::resizeEvent(event);
 }

@@ -13,6 +13,8 @@ class BrowserNotice : public QWidget
 public:
     explicit BrowserNotice(QWidget* parent = nullptr);
 
+    // An author is told to open and capture, a user only what happens here.
+    void SetForAuthor(bool author);
     void ShowStart();
     void ShowProblem(const QString& title, const QString& reason, bool mayRetry);
 
@@ -26,6 +28,8 @@ private:
     void Show(const QString& icon, const QString& title, const QString& text);
     void ShowIcon();
 
+    bool forAuthor = true;
+    bool startShown = true;
     QString iconName;
     QLabel* icon;
     QLabel* title;

@@ -93,6 +93,7 @@ void BrowserPane::SetEmbedded(bool embedded)
 {
     if (toolBar)
         toolBar->SetEmbedded(embedded);
+    notice->SetForAuthor(embedded);
 }
 
 void BrowserPane::Reset()

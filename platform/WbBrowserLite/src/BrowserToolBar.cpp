@@ -21,7 +21,7 @@ BrowserToolBar::BrowserToolBar(QWidget* parent)
     reload = AddButton("browserReload", QStringLiteral("reload"), QStringLiteral("重新加载"));
 
     address->setObjectName(QStringLiteral("browserAddress"));
-    address->setPlaceholderText(QStringLiteral("输入网址，按回车打开"));
+    address->setPlaceholderText(QStringLiteral("输入网址后回车"));
     address->setAccessibleName(QStringLiteral("网址"));
     address->setMaxLength(4096);
     address->setMinimumWidth(DpiTool::ScaleDefault(80));

@@ -32,6 +32,22 @@ private slots:
         QVERIFY(!author.Find("browserBack")->isEnabled());
     }
 
+    void theFirstWordsAreWholeAtEveryWidth()
+    {
+        BrowserFixture author;
+        const auto* text = author.Find<QLabel>("browserNoticeText");
+        QVERIFY(text->text().contains(QStringLiteral("捕获")));
+        for (const int width : {320, 460, 640, 1000}) {
+            author.window->resize(width, 480);
+            QTRY_VERIFY2(text->width() <= width && text->width() > width / 3 &&
+                             text->height() >= text->heightForWidth(text->width()),
+                         qPrintable(QString::number(width)));
+        }
+
+        author.browser->SetEmbedded(false);
+        QVERIFY(!text->text().contains(QStringLiteral("捕获")));
+    }
+
     void opensWhatIsTypedIntoTheAddressBar()
     {
         BrowserFixture author;

@@ -20,7 +20,8 @@ public:
     // Builds the tool bar; called once after creation.
     virtual void InitToolBar() = 0;
 
-    // Whether fold and pop-out are offered.
+    // Whether it stands beside an editor: then fold and pop-out are offered, and the author is told what to
+    // do.
     virtual void SetEmbedded(bool embedded) = 0;
 
     // Goes back to the empty page and forgets history, cookies and marks of the app shown before.
