@@ -100,6 +100,8 @@ void RpaAppEditorWidget::InitUIStyle()
         button->SetBusiness(Wb::BaseUIBusiness::Editor);
         button->SetButtonType(Wb::SecondaryButton);
     }
+    constexpr int usualNameLength = 14; // with the mark of a released version before it
+    m->ui->version_combo->setMinimumContentsLength(usualNameLength);
 }
 
 void RpaAppEditorWidget::InitTooltip()

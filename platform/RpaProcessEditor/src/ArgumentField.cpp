@@ -335,8 +335,11 @@ void ArgumentField::ShowText()
     auto* line = qobject_cast<QLineEdit*>(editor);
     if (!line)
         line = editor->findChild<QLineEdit*>();
-    if (line->text() != shown)
-        line->setText(shown);
+    if (line->text() == shown)
+        return;
+    line->setText(shown);
+    if (!line->hasFocus())
+        line->setCursorPosition(0); // a long text is read from its beginning
 }
 
 void ArgumentField::ShowProblem()
