@@ -65,6 +65,7 @@ private slots:
 
     void fillsAWebFormInTheBrowserOfItsPage();
     void theBrowserGoesWithTheApp();
+    void theLogOfTheAppBeforeIsNotShown();
     void anAppWithoutWebPagesHasNoBrowser();
     void withoutABuiltBrowserTheInstructionsRemain();
 
@@ -123,6 +124,17 @@ void tst_RunBrowser::theBrowserGoesWithTheApp()
     page->Close();
     QVERIFY(!Browser());
     QVERIFY(!WbBrowserLite::Instance()->GetBrowserWidget());
+}
+
+void tst_RunBrowser::theLogOfTheAppBeforeIsNotShown()
+{
+    QVERIFY(page->ShowApp(Released(0), Template(QStringLiteral("visual/CSV 分组汇总"))));
+    RpaEngineModule::Instance()->GetLogManager()->Append(RpaLogLevel::Info, QStringLiteral("先前"));
+    QTRY_VERIFY(LogText().contains(QStringLiteral("先前")));
+
+    QVERIFY(page->ShowApp(Released(0), Template(QStringLiteral("visual/文件批量改名"))));
+
+    QCOMPARE(LogText(), QString());
 }
 
 void tst_RunBrowser::anAppWithoutWebPagesHasNoBrowser()

@@ -177,6 +177,9 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
     }
     tabs->setVisible(names.size() > 1);
     ShowUIPage(0);
+    if (auto* manager = RpaEngineModule::Instance()->GetLogManager()) {
+        manager->GetLogDataSource()->Initialize(); // what the app before wrote is not this one's
+    }
     status->SetStatus(RequestStatus::Succeeded);
     return true;
 }
