@@ -7,6 +7,8 @@
 
 #include "EngineBench.h"
 
+#include <WbFoundation/PythonInterpreter.h>
+
 #include <QProcess>
 
 #include <cstdio>
@@ -59,7 +61,7 @@ double PlainSeconds()
                        "    print(time.perf_counter() - start)\nmain()\n")
             .arg(turns);
     QProcess python;
-    python.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-I"), QStringLiteral("-c"), program});
+    python.start(PythonInterpreter::Find(), {QStringLiteral("-I"), QStringLiteral("-c"), program});
     python.waitForFinished(-1);
     return python.readAllStandardOutput().trimmed().toDouble();
 }

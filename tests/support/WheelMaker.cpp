@@ -1,5 +1,7 @@
 #include "WheelMaker.h"
 
+#include <WbFoundation/PythonInterpreter.h>
+
 #include <QProcess>
 
 bool WheelMaker::Make(const QString& folder, const QString& name, const QString& version,
@@ -15,7 +17,6 @@ with zipfile.ZipFile(f"{folder}/{name}-{version}-py3-none-any.whl", "w") as whee
     wheel.writestr(f"{info}/WHEEL", "Wheel-Version: 1.0\nGenerator: t\nRoot-Is-Purelib: true\nTag: py3-none-any\n")
     wheel.writestr(f"{info}/RECORD", f"{name}.py,,\n{info}/METADATA,,\n{info}/WHEEL,,\n{info}/RECORD,,\n")
 )");
-    return QProcess::execute(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-I"), QStringLiteral("-c"),
-                                                                  writer, folder, name, version, program}) ==
-           0;
+    return QProcess::execute(PythonInterpreter::Find(), {QStringLiteral("-I"), QStringLiteral("-c"), writer,
+                                                         folder, name, version, program}) == 0;
 }

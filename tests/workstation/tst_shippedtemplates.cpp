@@ -18,6 +18,7 @@
 #include <RpaProcessData/RpaPackageInfo.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessData/RpaProcessCheck.h>
+#include <WbFoundation/PythonInterpreter.h>
 
 #include <QDir>
 #include <QFile>
@@ -62,7 +63,7 @@ QString Python(const QString& folder, const QString& program)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("PYTHONUTF8"), QStringLiteral("1"));
     python.setProcessEnvironment(environment);
-    python.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), program});
+    python.start(PythonInterpreter::Find(), {QStringLiteral("-c"), program});
     python.waitForFinished();
     return QString::fromUtf8(python.readAll());
 }

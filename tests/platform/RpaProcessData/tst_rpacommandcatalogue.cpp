@@ -1,5 +1,6 @@
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaExpression.h>
+#include <WbFoundation/PythonInterpreter.h>
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -109,7 +110,7 @@ void RpaCommandCatalogueTest::makesPythonThatCompiles()
 {
     QFETCH(QString, program);
     QProcess python;
-    python.start(QStringLiteral("/usr/bin/python3"),
+    python.start(PythonInterpreter::Find(),
                  {QStringLiteral("-I"), QStringLiteral("-X"), QStringLiteral("utf8"), QStringLiteral("-c"),
                   QStringLiteral("import sys; compile(sys.stdin.read(), 'program', 'exec')")});
     QVERIFY(python.waitForStarted());
