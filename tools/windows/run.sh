@@ -22,6 +22,9 @@ for folder in "$windows_qt/bin" "$windows_qt/sqlite/bin" "$windows_libraries/bin
     path+="${path:+;}$(on_windows "$folder")"
 done
 export WINEPATH=$path
+# What draws in memory takes its fonts from one folder.
+fonts=$WINEPREFIX/fonts
+export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-$(on_windows "$fonts")}
 # Wine keeps the variables of a Linux Qt to itself, but for those that name it.
 for name in $(compgen -e QT_); do
     export "WINE$name=${!name}"
@@ -42,6 +45,8 @@ if [ ! -e "$WINEPREFIX/ready" ]; then
             DISPLAY='' "$wine" wineboot --init
             DISPLAY='' "$wine" winecfg -v win10
             /usr/lib/wine/wineserver64 --wait
+            mkdir -p "$fonts"
+            ln -sf /usr/share/fonts/opentype/noto/NotoSansCJK-*.ttc /usr/share/fonts/truetype/dejavu/DejaVuSans*.ttf "$fonts"
             touch "$WINEPREFIX/ready"
         fi
     ) 9>"$WINEPREFIX.lock" >/dev/null 2>&1
