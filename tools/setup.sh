@@ -23,7 +23,7 @@ test_packages=(
 windows_packages=(
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 nsis
     cmake ninja-build ccache pkg-config make dpkg-dev autoconf automake libtool libboost1.74-dev
-    python3 python3-yaml binutils xvfb xauth fonts-noto-cjk fonts-dejavu-core
+    python3 python3-yaml qttranslations5-l10n binutils xvfb xauth fonts-noto-cjk fonts-dejavu-core
 )
 
 case "${1:-run}" in
