@@ -16,6 +16,7 @@
 #include <WbBrowserLite/WbBrowserLite.h>
 
 #include <QFile>
+#include <QLineEdit>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTextBrowser>
@@ -66,6 +67,7 @@ private slots:
     void fillsAWebFormInTheBrowserOfItsPage();
     void theBrowserGoesWithTheApp();
     void theLogOfTheAppBeforeIsNotShown();
+    void theTableHasTheRoomThatTheFieldsLeave();
     void anAppWithoutWebPagesHasNoBrowser();
     void withoutABuiltBrowserTheInstructionsRemain();
 
@@ -135,6 +137,21 @@ void tst_RunBrowser::theLogOfTheAppBeforeIsNotShown()
     QVERIFY(page->ShowApp(Released(0), Template(QStringLiteral("visual/文件批量改名"))));
 
     QCOMPARE(LogText(), QString());
+}
+
+void tst_RunBrowser::theTableHasTheRoomThatTheFieldsLeave()
+{
+    QVERIFY(page->ShowApp(Released(0), Template(QStringLiteral("visual/网页表单填写"))));
+
+    const auto* fields = page->findChild<IAppParamWidget*>();
+    const auto* table = page->findChild<IAppTableWidget*>();
+    QTRY_COMPARE(fields->height(), fields->sizeHint().height());
+    const QWidget* lastField = fields->findChildren<QLineEdit*>().constLast();
+    QVERIFY(
+        fields->parentWidget()->rect().contains(lastField->mapTo(fields, lastField->rect().bottomLeft())));
+    const int below = fields->mapTo(page.get(), QPoint(0, fields->height())).y();
+    QTRY_VERIFY(table->mapTo(page.get(), QPoint(0, 0)).y() - below <= 24);
+    QVERIFY(table->height() > fields->height());
 }
 
 void tst_RunBrowser::anAppWithoutWebPagesHasNoBrowser()

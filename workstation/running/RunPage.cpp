@@ -1,5 +1,6 @@
 #include "RunPage.h"
 
+#include "FieldsArea.h"
 #include "RunAside.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -22,7 +23,6 @@
 #include <WbBaseUI/WbToast.h>
 
 #include <QBoxLayout>
-#include <QScrollArea>
 #include <QSplitter>
 
 RunPage::RunPage(QWidget* parent)
@@ -91,9 +91,7 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     tabs = new WbTabBar(page);
     tabs->setObjectName(QStringLiteral("tabsUI"));
     tools = IAppToolWidget::CreateToolEditor(page);
-    auto* scroll = new QScrollArea(page);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
+    auto* scroll = new FieldsArea(page);
     params = IAppParamWidget::CreateParamWidget(scroll);
     scroll->setWidget(params);
     table = IAppTableWidget::CreateTableWidget(page);
@@ -105,6 +103,7 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     layout->addWidget(tools);
     layout->addWidget(scroll, 1);
     layout->addWidget(table, 1);
+    layout->addStretch(); // counts while there is no table
     log = IAppLogWidget::CreateDevelopLog(side);
     if (auto* manager = RpaEngineModule::Instance()->GetLogManager()) {
         log->SetLogDataSource(manager->GetLogDataSource());

@@ -1,0 +1,24 @@
+#include "FieldsArea.h"
+
+#include <QEvent>
+
+FieldsArea::FieldsArea(QWidget* parent) : QScrollArea(parent)
+{
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+}
+
+// The base class keeps the height that its content had at first.
+QSize FieldsArea::sizeHint() const
+{
+    return widget() ? widget()->sizeHint() : QScrollArea::sizeHint();
+}
+
+bool FieldsArea::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+        updateGeometry();
+    }
+    return QScrollArea::eventFilter(watched, event);
+}
