@@ -41,6 +41,9 @@ void EngineStop::stopEndsTheWholeRun()
     QTRY_VERIFY(engine.life.IsOver());
     const qint64 tookMs = clock.elapsed();
     QVERIFY2(tookMs <= 1000, qPrintable(QStringLiteral("took %1 ms").arg(tookMs)));
+    // Stopped, not failed: also when the stop met the program in the middle of a line.
+    QVERIFY2(engine.life.events.contains(QStringLiteral("terminate 主流程")),
+             qPrintable(engine.life.events.join(QLatin1Char(10))));
 }
 
 void EngineStop::aStoppedProgramMayCleanUp()

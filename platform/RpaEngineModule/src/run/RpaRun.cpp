@@ -62,7 +62,8 @@ RpaRun::RpaRun(QObject* parent) : QObject(parent), d(std::make_unique<Private>()
     connect(&d->channel, &RpaRunChannel::SigClosed, this, [this](const QString& reason) {
         if (!reason.isEmpty()) {
             d->child.Kill();
-            End({false, false, 0, reason, {}});
+            // A stop may meet the program in the middle of a frame.
+            End({false, d->stopping, 0, d->stopping ? QString() : reason, {}});
         } else if (d->exited) {
             TakeExit(true, {});
         }
