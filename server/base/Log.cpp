@@ -35,7 +35,7 @@ Log::~Log()
         ending = true;
     }
     changed.notify_one();
-    writer.join();
+    writer.Join();
 }
 
 JsonText Log::Start(LogLevel level, const char* event)

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "JsonText.h"
+#include "Thread.h"
 
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <thread>
 
 namespace server
 {
@@ -54,6 +54,6 @@ private:
     std::deque<QByteArray> lines;
     qint64 dropped = 0;
     bool ending = false;
-    std::thread writer;
+    Thread writer;
 };
 } // namespace server

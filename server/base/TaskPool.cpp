@@ -15,8 +15,8 @@ TaskPool::~TaskPool()
         ending = true;
     }
     changed.notify_all();
-    for (std::thread& thread : threads)
-        thread.join();
+    for (Thread& thread : threads)
+        thread.Join();
 }
 
 bool TaskPool::TryRun(std::function<void()> task)

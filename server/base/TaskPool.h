@@ -1,10 +1,11 @@
 #pragma once
 
+#include "Thread.h"
+
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace server
@@ -29,6 +30,6 @@ private:
     std::condition_variable changed;
     std::deque<std::function<void()>> tasks;
     bool ending = false;
-    std::vector<std::thread> threads;
+    std::vector<Thread> threads;
 };
 } // namespace server

@@ -1,5 +1,7 @@
 #include "HttpServer.h"
 
+#include "../base/Thread.h"
+
 #include <algorithm>
 #include <boost/asio.hpp>
 #include <boost/beast/core.hpp>
@@ -7,7 +9,6 @@
 #include <list>
 #include <mutex>
 #include <stdexcept>
-#include <thread>
 #include <vector>
 #ifdef __linux__
 #include <netinet/tcp.h>
@@ -542,12 +543,12 @@ void HttpServer::Run(IHttpHandler& handler, int threads)
 {
     d->handler = &handler;
     d->Accept();
-    std::vector<std::thread> others;
+    std::vector<Thread> others;
     for (int i = 1; i < threads; ++i)
         others.emplace_back([this] { d->context.run(); });
     d->context.run();
-    for (std::thread& thread : others)
-        thread.join();
+    for (Thread& thread : others)
+        thread.Join();
 }
 
 void HttpServer::Stop(std::chrono::seconds grace)

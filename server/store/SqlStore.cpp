@@ -5,6 +5,7 @@
 #include "SqlRecords.h"
 
 #include <QSet>
+#include <QThreadStorage>
 
 #include <algorithm>
 #include <atomic>
@@ -22,10 +23,14 @@ quint64 NextNumber()
 }
 
 // By number of the store. QtSql binds a connection to the thread that opened it.
-std::unordered_map<quint64, std::unique_ptr<SqlConnection>>& ConnectionsOfThisThread()
+using Connections = std::unordered_map<quint64, std::unique_ptr<SqlConnection>>;
+
+Connections& ConnectionsOfThisThread()
 {
-    thread_local std::unordered_map<quint64, std::unique_ptr<SqlConnection>> connections;
-    return connections;
+    // Not thread_local: that ends after Qt has let go of the thread, and on Windows within a lock of the
+    // system's.
+    static QThreadStorage<Connections> connections;
+    return connections.localData();
 }
 
 // Of entries with the newest first, the first of each app.

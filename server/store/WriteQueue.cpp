@@ -33,7 +33,7 @@ WriteQueue::~WriteQueue()
         ending = true;
     }
     changed.notify_one();
-    writer.join();
+    writer.Join();
 }
 
 bool WriteQueue::Submit(Write write)

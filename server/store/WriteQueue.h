@@ -1,12 +1,12 @@
 #pragma once
 
+#include "../base/Thread.h"
 #include "SqlConnection.h"
 
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <thread>
 
 namespace server
 {
@@ -53,6 +53,6 @@ private:
     std::size_t expected = 1;                  // writes that were under way together at the last commit
     Duration commitTime{0};                    // of the last commit
     std::unique_ptr<SqlConnection> connection; // the writer thread's
-    std::thread writer;
+    Thread writer;
 };
 } // namespace server

@@ -3,6 +3,7 @@
 #include "base/Clock.h"
 #include "base/Digest.h"
 #include "base/Ids.h"
+#include "base/Thread.h"
 #include "rules/InvitationRules.h"
 #include "rules/ReleaseRules.h"
 #include "store/Dialect.h"
@@ -15,7 +16,6 @@
 
 #include <memory>
 #include <sodium.h>
-#include <thread>
 
 using namespace server;
 
@@ -654,7 +654,7 @@ void StoreTest::readsInManyThreadsWhileWriting()
             }
         }
     };
-    std::vector<std::thread> readers;
+    std::vector<Thread> readers;
     for (int i = 0; i < 8; ++i)
         readers.emplace_back(read);
 
@@ -664,8 +664,8 @@ void StoreTest::readsInManyThreadsWhileWriting()
                                            DraftOf({}, bodies[(revision + 1) % 2]), NowMs());
         });
     writing = false;
-    for (std::thread& reader : readers)
-        reader.join();
+    for (Thread& reader : readers)
+        reader.Join();
 
     QCOMPARE(wrong.load(), 0);
     QCOMPARE(store->FindVersion(version.id)->revision, qint64{21});
