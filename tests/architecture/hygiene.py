@@ -20,8 +20,10 @@ RULES = (
 
 def findings(root):
     found = []
-    for folder in FOLDERS:
+    for folder in FOLDERS + ("resources",):
         for path in sorted((root / folder).rglob("*")):
+            if not path.name.isascii():
+                found.append(f"{ascii(path.name)}: its name gets lost where a system has no locale; use ASCII")
             if path.suffix in (".cpp", ".h"):
                 found += check_file(path, path.relative_to(root))
     return found

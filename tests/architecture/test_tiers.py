@@ -92,6 +92,10 @@ class TheRules(unittest.TestCase):
         self.write("tests/b.cpp", "QTest::qWait(100);\n")
         self.assertEqual(len(hygiene.findings(self.root)), 2)
 
+    def test_a_file_name_beyond_ascii_is_found(self):
+        self.write("resources/\u62a5\u8868", "")
+        self.assertIn("ASCII", hygiene.findings(self.root)[0])
+
     def test_a_file_that_grew_too_long_is_found(self):
         self.write("client/long.cpp", "int x;\n" * (hygiene.LONGEST_FILE + 1))
         self.assertIn("lines", hygiene.findings(self.root)[0])

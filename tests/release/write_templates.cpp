@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
@@ -51,7 +52,8 @@ bool Do(bool write, const QString& source, const QString& folder)
     RpaTemplateData record;
     if (!Make(QJsonDocument::fromJson(ReadFile(source)).object(), record))
         return false;
-    const QString target = folder + QLatin1Char('/') + record.GetTemplateName();
+    const QString target =
+        folder + QLatin1Char('/') + QFileInfo(source).baseName() + QStringLiteral(".template");
     const QByteArray content = RpaTemplateFile::Encode(record);
     if (content.isEmpty())
         return false;
