@@ -9,8 +9,8 @@ function(_rpa_install_package name)
     write_basic_package_version_file("${PROJECT_BINARY_DIR}/${name}ConfigVersion.cmake"
         VERSION "${PROJECT_VERSION}" COMPATIBILITY SameMinorVersion)
     install(FILES "${PROJECT_BINARY_DIR}/${name}Config.cmake" "${PROJECT_BINARY_DIR}/${name}ConfigVersion.cmake"
-        DESTINATION "${destination}")
-    install(EXPORT ${name}Targets NAMESPACE "${name}::" DESTINATION "${destination}")
+        DESTINATION "${destination}" COMPONENT development)
+    install(EXPORT ${name}Targets NAMESPACE "${name}::" DESTINATION "${destination}" COMPONENT development)
 endfunction()
 
 if(RPA_PLATFORM_IN_TREE)

@@ -57,10 +57,10 @@ function(rpa_add_platform_library name)
         VERIFY_INTERFACE_HEADER_SETS ${RPA_VERIFY_HEADERS}
         INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${name} EXPORT RpaPlatformTargets
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/RpaPlatform")
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT program
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT program
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/RpaPlatform" COMPONENT development)
 endfunction()
 
 # One layer (folder) of the module: compiled once, linked into the module and into the module's tests.
@@ -94,10 +94,10 @@ function(rpa_add_module name)
     # The layers made the meta objects already.
     set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN" AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
     install(TARGETS ${name} EXPORT ${name}Targets
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
-        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}")
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT program
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT program
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
+        FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}" COMPONENT development)
 endfunction()
 
 # The parts of a program, compiled once and linked into the program and into its tests.
@@ -112,18 +112,18 @@ function(rpa_add_program_parts name)
     target_link_libraries(${name} PUBLIC ${arg_LINK})
 endfunction()
 
-# A program; WINDOWED when it opens windows and needs no console beside them.
+# A program; WINDOWED when it opens windows and needs no console beside them. ICON is what Windows shows for it.
 function(rpa_add_program name)
-    cmake_parse_arguments(arg "WINDOWED" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "WINDOWED" "ICON" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     _rpa_common(${name})
-    _rpa_finish_for_windows(${name})
+    _rpa_finish_for_windows(${name} ${arg_ICON})
     set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ${arg_WINDOWED})
     target_link_libraries(${name} PRIVATE ${arg_LINK})
     set_target_properties(${name} PROPERTIES
         INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}"
         AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
-    install(TARGETS ${name} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    install(TARGETS ${name} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT program)
 endfunction()
 
 # A QtTest program, run by ctest offscreen with a private home, so that it neither reads nor leaves

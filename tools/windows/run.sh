@@ -5,6 +5,7 @@
 #   RPA_TEST_REPORT  the file of a QtTest program's report, printed at its end: under wine it prints nothing itself
 #   RPA_PYTHON       the Python of runs and installations, as Windows writes it (wine_python.exe beside the program)
 #   RPA_WINEPREFIX   wine's own folder, its drive C: (build/wine)
+#   RPA_RUN_ALONE    the program brings its DLLs itself; none are named here
 #   WINEPATH         folders with DLLs that go first, as Windows writes them
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -17,7 +18,7 @@ export WINEPREFIX=${RPA_WINEPREFIX:-$here/../../build/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 path=${WINEPATH:-}
-for folder in "$windows_qt/bin" "$windows_qt/sqlite/bin" "$windows_libraries/bin" \
+[ -n "${RPA_RUN_ALONE:-}" ] || for folder in "$windows_qt/bin" "$windows_qt/sqlite/bin" "$windows_libraries/bin" \
     "$(dirname "$("$mingw-g++-posix" -print-file-name=libstdc++-6.dll)")" "/usr/$mingw/lib"; do
     path+="${path:+;}$(on_windows "$folder")"
 done

@@ -1,0 +1,50 @@
+function(step)
+    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "${ARGV}\n${result}\n${output}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+# Every library that the files name is beside them or one of the system's.
+function(check_complete folder)
+    file(GLOB_RECURSE files "${folder}/*.dll" "${folder}/*.exe")
+    foreach(file IN LISTS files)
+        step(${OBJDUMP} -p "${file}")
+        string(REGEX MATCHALL "DLL Name: [^\r\n]+" imports "${output}")
+        foreach(import IN LISTS imports)
+            string(REPLACE "DLL Name: " "" library "${import}")
+            string(TOLOWER "${library}" in_system)
+            if(NOT EXISTS "${folder}/${library}" AND NOT EXISTS "${SYSTEM_DIR}/${in_system}")
+                message(SEND_ERROR "${file} needs ${library}, which is not in the package")
+            endif()
+        endforeach()
+    endforeach()
+endfunction()
+
+set(SYSTEM_DIR /usr/lib/x86_64-linux-gnu/wine/x86_64-windows)
+file(REMOVE_RECURSE "${SCRATCH_DIR}")
+step(${CMAKE_CPACK_COMMAND} --config "${BUILD_DIR}/CPackConfig.cmake" -G NSIS -B "${SCRATCH_DIR}")
+
+# NSIS takes the folder without quotes, so it is handed over word by word.
+set(place "${SCRATCH_DIR}/installed/程序 files")
+string(REPLACE "/" "\\" for_windows "Z:${place}")
+string(REPLACE " " ";" words "${for_windows}")
+step(${RUN} "${SCRATCH_DIR}/rpa-workstation-${VERSION}-win64.exe" /S /D=${words})
+
+check_complete("${place}/bin")
+foreach(file IN ITEMS bin/rpa-workstation.exe bin/platforms/qwindows.dll bin/translations/qtbase_zh_CN.qm
+        licences/LGPL-3 Uninstall.exe)
+    if(NOT EXISTS "${place}/${file}")
+        message(SEND_ERROR "${file} was not installed")
+    endif()
+endforeach()
+step(${RUN} "${place}/bin/rpa-version-server.exe" --print-routes)
+if(NOT output MATCHES "/api/v1/versions")
+    message(FATAL_ERROR "the installed server said: ${output}")
+endif()
+
+step(${RUN} "${place}/Uninstall.exe" /S _?=${words}) # it waits when it is told its own folder
+if(EXISTS "${place}/bin" OR EXISTS "${place}/licences")
+    message(FATAL_ERROR "the uninstaller left something in ${place}")
+endif()
