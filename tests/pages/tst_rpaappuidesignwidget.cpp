@@ -63,6 +63,7 @@ private slots:
     void forwardsRunAndStopOfItsTools();
     void marksTheAppWhenAPanelChangesIt();
     void keepsItsMeasuresAtEveryScale();
+    void keepsToolsAndParametersTogetherWhileThereIsNoTable();
 
 private:
     RpaAppDataPtr MakeApp(int pages) const;
@@ -430,6 +431,24 @@ void TestRpaAppUIDesignWidget::keepsItsMeasuresAtEveryScale()
         QCOMPARE(page->findChild<QWidget*>(QStringLiteral("widgetLog"))->layout()->contentsMargins(),
                  QMargins(side, 0, side, 0));
     }
+}
+
+void TestRpaAppUIDesignWidget::keepsToolsAndParametersTogetherWhileThereIsNoTable()
+{
+    // given
+    RpaParamItem param;
+    param.name = Text("金额");
+
+    // when
+    Pages()->GetUIData(0)->GetParamData()->InsertItem(-1, param);
+    page->resize(1200, 700);
+
+    // then
+    const auto* tools = page->findChild<QWidget*>(QStringLiteral("widgetTool"));
+    const auto* params = page->findChild<QWidget*>(QStringLiteral("widgetParam"));
+    QTRY_COMPARE(tools->height(), tools->sizeHint().height());
+    QTRY_COMPARE(params->height(), params->sizeHint().height());
+    QVERIFY(params->y() - tools->geometry().bottom() < 20);
 }
 
 RPA_TEST_MAIN(TestRpaAppUIDesignWidget)
