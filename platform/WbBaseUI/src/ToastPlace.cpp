@@ -24,6 +24,7 @@ constexpr int kText = 1;  // may be covered, but rather not
 constexpr int kView = 2;  // from here on it is something in use
 constexpr int kField = 8; // small, and lost when it is covered
 constexpr int kFocus = 16;
+constexpr int kToast = 100; // two notices in one place would tell nothing
 
 constexpr int kTopMargin = 2;
 constexpr int kSideMargin = 16;
@@ -40,8 +41,9 @@ bool IsAnyOf(const QWidget* widget)
 // What covering it costs; 0 for what only holds other things.
 int WeightOf(const QWidget* widget)
 {
-    if (widget->isEnabled() && IsAnyOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QTabBar,
-                                       QAbstractSlider, WbIconButtonWidget>(widget)) {
+    // Also while it is disabled: a notice often comes while the window waits for an answer.
+    if (IsAnyOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QTabBar, QAbstractSlider,
+                WbIconButtonWidget>(widget)) {
         return widget->hasFocus() ? kFocus : kField;
     }
     if (qobject_cast<const QLabel*>(widget)) {
@@ -124,7 +126,8 @@ QPoint ToastPlace::Find(const QSize& size, int top) const
     const int middle = (room.width() - size.width()) / 2;
     const int farthest = qMax(0, middle - side);
     const int lowest = room.height() - size.height() - side;
-    const int first = qMax(top, DpiTool::ScaleDefault(kTopMargin));
+    const int highest = DpiTool::ScaleDefault(kTopMargin);
+    const int first = top > lowest ? highest : qMax(top, highest);
     QPoint best(middle, qMax(0, qMin(first, lowest)));
     qint64 least = std::numeric_limits<qint64>::max();
     for (int y = first; y <= lowest && 2 * (y - first) < least; y += DpiTool::ScaleDefault(kStepDown)) {
@@ -140,6 +143,11 @@ QPoint ToastPlace::Find(const QSize& size, int top) const
         }
     }
     return best;
+}
+
+void ToastPlace::Take(const QRect& rect)
+{
+    parts.append({rect, kToast});
 }
 
 bool ToastPlace::CoversSomethingInUse(const QRect& rect) const

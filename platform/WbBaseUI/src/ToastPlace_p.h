@@ -15,6 +15,9 @@ public:
     // near the middle.
     QPoint Find(const QSize& size, int top) const;
 
+    // Keeps other notices away from there.
+    void Take(const QRect& rect);
+
     // Whether a button, a field, a list or the like lies there.
     bool CoversSomethingInUse(const QRect& rect) const;
 

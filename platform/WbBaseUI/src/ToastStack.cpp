@@ -128,12 +128,18 @@ void ToastStack::Arrange()
     if (toasts.isEmpty()) {
         return;
     }
-    const ToastPlace place(window);
+    ToastPlace place(window);
     const int widest = window->width() - 2 * DpiTool::ScaleDefault(kSideMargin);
     int top = 0;
     for (ToastWidget* toast : qAsConst(toasts)) {
         toast->FitInto(widest);
         toast->move(place.Find(toast->size(), top));
+        if (toast != toasts.constFirst() && place.CoversSomethingInUse(toast->geometry())) {
+            // Where there is no room for all, the latest counts.
+            Remove(toasts.constFirst());
+            return;
+        }
+        place.Take(toast->geometry());
         toast->raise();
         top = toast->geometry().bottom() + 1 + DpiTool::ScaleDefault(kGap);
     }

@@ -52,6 +52,8 @@ private slots:
     void goesThoughTheMouseLiesWhereItAppears();
     void coversNothingThatIsInUse();
     void standsBesideTheButtonsOfASmallDialog();
+    void keepsClearOfControlsThatAreDisabledForAMoment();
+    void showsTheLatestWhereThereIsNoRoomForAll();
     void letsTheMouseThroughWhereItMustCoverSomething();
     void goesAwayWhenClicked();
     void standsOneBelowTheOther();
@@ -211,6 +213,40 @@ void TestToast::standsBesideTheButtonsOfASmallDialog()
     const QRect place = ToastsIn(dialog).constFirst()->geometry();
     QVERIFY(!place.intersects(field->geometry()));
     QVERIFY(!place.intersects(button->geometry()));
+}
+
+void TestToast::keepsClearOfControlsThatAreDisabledForAMoment()
+{
+    auto* field = new QLineEdit(window.get());
+    field->setGeometry(300, 4, 220, 40);
+    field->setEnabled(false);
+    field->show();
+
+    WbToast::Show(QStringLiteral("“应用”已上线"), ToastSuccess);
+
+    QVERIFY(!ToastsIn(*window).constFirst()->geometry().intersects(field->geometry()));
+}
+
+void TestToast::showsTheLatestWhereThereIsNoRoomForAll()
+{
+    QDialog dialog(window.get());
+    dialog.setModal(true);
+    dialog.resize(400, 170);
+    auto* field = new QLineEdit(&dialog);
+    field->setGeometry(10, 50, 380, 110);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+
+    const QStringList texts{QStringLiteral("模板名称不能为空"), QStringLiteral("模板描述不能为空"),
+                            QStringLiteral("存储路径不能为空")};
+    for (const QString& text : texts) {
+        WbToast::Show(text, ToastError);
+    }
+
+    const QList<QWidget*> shown = ToastsIn(dialog);
+    QCOMPARE(shown.size(), 1);
+    QCOMPARE(TextOf(shown.constFirst()), texts.constLast());
+    QVERIFY(!shown.constFirst()->geometry().intersects(field->geometry()));
 }
 
 void TestToast::letsTheMouseThroughWhereItMustCoverSomething()
