@@ -17,7 +17,7 @@ step(${CMAKE_COMMAND} -S "${CONSUMER_DIR}" -B "${SCRATCH_DIR}/build" -G "${GENER
     "-DCMAKE_CXX_FLAGS=${flags}" -D CMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 step(${CMAKE_COMMAND} --build "${SCRATCH_DIR}/build")
 set(ENV{WINEPATH} "Z:${SCRATCH_DIR}/prefix/bin") # as Windows finds DLLs; of no meaning elsewhere
-step(${EMULATOR} "${SCRATCH_DIR}/build/consumer${SUFFIX}")
+step(${EMULATOR} "${SCRATCH_DIR}/build/${PROGRAM}${SUFFIX}" ${ARGUMENT})
 if(NOT output MATCHES "editor built and closed")
     message(FATAL_ERROR "the outside program said: ${output}")
 endif()
