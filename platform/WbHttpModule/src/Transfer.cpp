@@ -162,6 +162,15 @@ size_t Transfer::OnBody(char* data, size_t size, size_t count, void* self)
     return transfer->TakeBody(data, bytes) ? bytes : CURL_WRITEFUNC_ERROR;
 }
 
+bool Transfer::IsSending() const
+{
+    if (stage != Stage::Running || prepared.bytes.isEmpty())
+        return false;
+    curl_off_t sent = 0;
+    curl_easy_getinfo(handle.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+    return sent < prepared.bytes.size();
+}
+
 size_t Transfer::OnUpload(char* data, size_t size, size_t count, void* self)
 {
     auto* transfer = static_cast<Transfer*>(self);

@@ -13,6 +13,9 @@ constexpr int runningAtMost = 16;
 // Worked on in passing up to here: below a millisecond.
 constexpr qint64 smallBodyBytes = 256 * 1024;
 constexpr int poolThreads = 2;
+constexpr auto longestWait = std::chrono::milliseconds(60000);
+// Windows tells only once that a connection can take more; a notice that is missed must not stop an upload.
+constexpr auto longestWaitWhileSending = std::chrono::milliseconds(20);
 
 void InitCurlOnce()
 {
@@ -90,7 +93,7 @@ void TransferWorker::Run()
         curl_multi_perform(multi, &stillRunning);
         CollectFinished();
         ExpireOverdue();
-        curl_multi_poll(multi, nullptr, 0, MillisecondsToNextDeadline(), nullptr);
+        curl_multi_poll(multi, nullptr, 0, MillisecondsToWait(), nullptr);
     }
 }
 
@@ -203,14 +206,15 @@ void TransferWorker::ExpireOverdue()
     }
 }
 
-int TransferWorker::MillisecondsToNextDeadline() const
+int TransferWorker::MillisecondsToWait() const
 {
-    constexpr auto longest = std::chrono::milliseconds(60000);
-    auto wait = longest;
+    auto wait = longestWait;
     const auto now = Transfer::Clock::now();
     for (const auto& [id, transfer] : transfers) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(transfer->GetDeadline() - now);
         wait = std::clamp(left, std::chrono::milliseconds(0), wait);
+        if (transfer->IsSending())
+            wait = std::min(wait, longestWaitWhileSending);
     }
     return int(wait.count());
 }

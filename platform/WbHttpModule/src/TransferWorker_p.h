@@ -45,7 +45,7 @@ private:
     void CollectFinished();
     void Check(Transfer* transfer, const WbHttpAnswer& answer);
     void ExpireOverdue();
-    int MillisecondsToNextDeadline() const;
+    int MillisecondsToWait() const;
     void End(quint64 id, WbHttpAnswer answer);
     void Erase(Transfers::iterator position);
     Transfer* Find(quint64 id) const;

@@ -43,6 +43,9 @@ public:
     CURL* Start();
     CURL* GetHandle() const { return handle.get(); }
 
+    // Running, and not all of the body has left.
+    bool IsSending() const;
+
     // The answer as it stands when curl is done with the request.
     WbHttpAnswer Finish(CURLcode code);
 
