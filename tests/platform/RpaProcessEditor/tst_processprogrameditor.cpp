@@ -6,7 +6,6 @@
 #include <WbBaseUI/WbTheme.h>
 
 #include <QAction>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -83,7 +82,6 @@ private slots:
     void zoomsAndComesBack();
     void tellsLineAndColumn();
     void coloursKeywords();
-    void staysFastWithAHundredKilobytes();
 };
 
 void tst_ProcessProgramEditor::showsTheTextWithoutMarkingTheApp()
@@ -379,28 +377,6 @@ void tst_ProcessProgramEditor::coloursKeywords()
     QCOMPARE(range.start, 0);
     QCOMPARE(range.length, 3);
     QCOMPARE(range.format.foreground().color(), WbTheme::Instance()->Color(WbColor::CodeKeyword));
-}
-
-void tst_ProcessProgramEditor::staysFastWithAHundredKilobytes()
-{
-    QString text;
-    while (text.size() < 100 * 1024)
-        text +=
-            QStringLiteral("def step(value, other=None):  # 一步\n    return [value, other, \"文本\"]\n\n");
-    QElapsedTimer clock;
-    clock.start();
-    Editor editor(text);
-    qInfo("open 100 kB: %lld ms", clock.elapsed());
-
-    QVector<qint64> times;
-    for (int i = 0; i < 21; ++i) {
-        clock.restart();
-        editor.Type(QStringLiteral("x"));
-        times.append(clock.nsecsElapsed() / 1000);
-    }
-    std::sort(times.begin(), times.end());
-    qInfo("key in 100 kB: median %lld us, worst %lld us", times.at(10), times.at(20));
-    QVERIFY2(times.at(10) < 50000, "a key press takes more than three frames");
 }
 
 RPA_TEST_MAIN(tst_ProcessProgramEditor)

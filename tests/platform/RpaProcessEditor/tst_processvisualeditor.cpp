@@ -11,7 +11,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -156,7 +155,6 @@ private slots:
     void asksToSaveOnControlS();
     void asksForNoSaveWhileABlockingSaveWaits();
     void keepsStatementsOfUnknownCommands();
-    void opensAndScrollsTenThousandStatements();
 };
 
 void tst_ProcessVisualEditor::opensTheMainProcessWithoutMarkingTheApp()
@@ -874,45 +872,6 @@ void tst_ProcessVisualEditor::keepsStatementsOfUnknownCommands()
     QCOMPARE(Main(editor.app)->GetRoot()->GetChildCount(), 2);
     QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetArgument(QStringLiteral("x")), QStringLiteral("1"));
     QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetChildCount(), 1);
-}
-
-void tst_ProcessVisualEditor::opensAndScrollsTenThousandStatements()
-{
-    QVector<RpaStatement> many;
-    for (int i = 0; i < 2000; ++i) {
-        const QString id = QString::number(i);
-        many.append(Statement(QStringLiteral("t-if"), id + QStringLiteral("if"),
-                              {Log(id + QStringLiteral("a")), Log(id + QStringLiteral("b")),
-                               Log(id + QStringLiteral("c")), Log(id + QStringLiteral("d"))}));
-    }
-    const RpaAppDataPtr app = App(many);
-    Editor editor(noStatements);
-    QElapsedTimer clock;
-    clock.start();
-
-    editor.widget.SetRpaAppData(app);
-    editor.widget.grab();
-    const qint64 open = clock.elapsed();
-
-    QScrollBar* bar = editor.view->verticalScrollBar();
-    QVector<qint64> frames;
-    for (int i = 1; i <= 60; ++i) {
-        clock.restart();
-        bar->setValue(bar->maximum() * i / 60);
-        editor.view->viewport()->repaint();
-        frames.append(clock.nsecsElapsed() / 1000);
-    }
-    std::sort(frames.begin(), frames.end());
-    qInfo("10,000 statements: open %lld ms, scroll frame median %lld us, worst %lld us", open, frames.at(30),
-          frames.last());
-    clock.restart();
-    QTest::keyClick(editor.view, Qt::Key_Down);
-    qInfo("select the next of 10,000, fields included: %lld ms", clock.restart());
-    QTest::keyClick(editor.view, Qt::Key_D, Qt::ControlModifier);
-    qInfo("duplicate in 10,000: %lld ms", clock.elapsed());
-
-    QVERIFY2(open < 1000, "opening takes more than a second");
-    QVERIFY2(frames.at(30) < 50000, "a scroll frame takes more than three frames");
 }
 
 RPA_TEST_MAIN(tst_ProcessVisualEditor)
