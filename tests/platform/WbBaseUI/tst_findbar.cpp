@@ -14,7 +14,6 @@ class tst_FindBar : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanupTestCase();
     void isHiddenUntilItIsOpened();
     void opensWithTheGivenTextReadyToBeTypedOver();
     void keepsItsTextWhenTheGivenOneHasSeveralLines();
@@ -43,19 +42,6 @@ private:
 
     WbFindBar bar{QStringLiteral("查找")};
 };
-
-// The clear button fades by an animation that belongs to nobody while it runs. From seen to unseen, the end
-// of the last one shows.
-void tst_FindBar::cleanupTestCase()
-{
-    auto* edit = Find<QLineEdit>("lineEditFind");
-    const auto* clear = edit->findChild<QToolButton*>();
-    edit->setText(QStringLiteral("seen"));
-    QTRY_COMPARE(clear->property("opacity").toReal(), 1.0);
-    edit->clear();
-    QTRY_COMPARE(clear->property("opacity").toReal(), 0.0);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
 
 void tst_FindBar::isHiddenUntilItIsOpened()
 {
