@@ -164,6 +164,11 @@ void Tour::StartFromOwnTemplate()
         UntilTemplates({QStringLiteral("CSV 分组汇总"), templateName, QStringLiteral("文件批量改名"),
                         QStringLiteral("网页表单填写")});
         d->OnGui([] { Visible("comboBox")->setFocus(); });
+        // The dialog may be on the screen before it is the active window.
+        d->Until(QStringLiteral("the keyboard in the list of templates"), [] {
+            const QWidget* templates = Visible("comboBox");
+            return templates && templates->hasFocus();
+        });
         ChooseFromCombo(templateName);
         d->Until(QStringLiteral("its description"), [] { return Describes(templateText); });
     });
