@@ -9,7 +9,9 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
 
+#include <QEventLoop>
 #include <QStringList>
+#include <QTimer>
 
 // Writes down what the engine tells its listeners.
 class RecordingLifeCycle : public IProcessLifeCycle
@@ -19,7 +21,11 @@ public:
     ~RecordingLifeCycle() override { RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this); }
 
     void EngineReady() override { events << QStringLiteral("ready"); }
-    void EngineRelease() override { events << QStringLiteral("release"); }
+    void EngineRelease() override
+    {
+        events << QStringLiteral("release");
+        m_loop.quit();
+    }
     void AppLoaded(const QString&) override { events << QStringLiteral("loaded"); }
     void ProcessStart(const QString& name) override { events << QStringLiteral("start ") + name; }
     void ProcessFinish(const QString& name) override { events << QStringLiteral("finish ") + name; }
@@ -28,8 +34,21 @@ public:
 
     bool IsOver() const { return events.contains(QStringLiteral("release")); }
 
+    // A real event loop: QTRY_VERIFY sleeps between its looks, and each of a run's calls would wait for that.
+    bool WaitUntilOver(int patienceMs = 20000)
+    {
+        if (!IsOver()) {
+            QTimer::singleShot(patienceMs, &m_loop, &QEventLoop::quit);
+            m_loop.exec();
+        }
+        return IsOver();
+    }
+
     QStringList events;
     QStringList statements;
+
+private:
+    QEventLoop m_loop;
 };
 
 // The engine with an app of one process, "主流程".

@@ -130,7 +130,7 @@ void CommandTemplates::becomesPythonThatCompiles()
     QVERIFY(engine.RunStatements(QVector<RpaStatement>{SampleNamed(QStringLiteral("process.return"))} +
                                  Placed(*command)));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("运行完成")),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
 }

@@ -80,7 +80,7 @@ void EngineRun::whatAProgramPrintsReachesTheLog()
 
     QVERIFY(engine.RunText(QStringLiteral("print('你好')\nimport sys\nprint('oh', file=sys.stderr)\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     const QVector<RpaLogLine> lines = engine.Source()->GetLines();
     const auto find = [&](const QString& text) {
         for (const RpaLogLine& line : lines) {
@@ -100,7 +100,7 @@ void EngineRun::aRunIsToldInOrder()
 
     QVERIFY(engine.RunText(QStringLiteral("pass\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     const QStringList expected{QStringLiteral("ready"), QStringLiteral("loaded"),
                                QStringLiteral("start 主流程"), QStringLiteral("finish 主流程"),
                                QStringLiteral("release")};
@@ -132,7 +132,7 @@ void EngineRun::aFailureIsReadable()
 
     QVERIFY(engine.RunText(program));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogHas(reason),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
 }
@@ -146,7 +146,7 @@ void EngineRun::aSecondRunWaitsForTheFirst()
 
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("流程“主流程”正在运行")));
     QVERIFY(engine.Engine()->Terminate(QStringLiteral("主流程")));
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
 }
 
 void EngineRun::anUnknownProcessIsNotStarted()
@@ -168,7 +168,7 @@ void EngineRun::controlledWidgetsAreDisabledDuringARun()
     QVERIFY(engine.RunText(QStringLiteral("pass\n")));
 
     QVERIFY(!button.isEnabled());
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(button.isEnabled());
 }
 
@@ -180,7 +180,7 @@ void EngineRun::aProgramReadsAndWritesParameters()
 
     QVERIFY(engine.RunText(QStringLiteral("rpa.set_param('数量', rpa.get_param('数量') * 2)\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QCOMPARE(param.value.toInt(), 6);
 }
 
@@ -194,7 +194,7 @@ void EngineRun::aProgramFillsTheTable()
         QStringLiteral("for i in range(2500):\n    rpa.table_append({'姓名': f'n{i}', '金额': i})\n"
                        "print(sum(row['金额'] for row in rpa.table_rows()))\n")));
 
-    QTRY_VERIFY_WITH_TIMEOUT(engine.life.IsOver(), 20000);
+    QVERIFY(engine.life.WaitUntilOver());
     QCOMPARE(table.rows.size(), 2500);
     QVERIFY(EngineRunFixture::LogHas(QString::number(2499 * 2500 / 2)));
 }
@@ -208,7 +208,7 @@ void EngineRun::aRefusedCallCanBeHandledByTheProgram()
     QVERIFY(engine.RunText(
         QStringLiteral("try:\n    rpa.get_param('别的')\nexcept Exception as e:\n    print('caught', e)\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("caught 当前界面没有名为“别的”的参数")));
 }
 
@@ -228,7 +228,7 @@ void EngineRun::aDialogOfTheProgramIsAnswered()
     QTRY_VERIFY(button());
     QTest::mouseClick(button(), Qt::LeftButton);
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("answer True")));
 }
 
@@ -239,7 +239,7 @@ void EngineRun::aCrashOfTheChildFailsTheRunOnly()
     QVERIFY(engine.RunText(
         QStringLiteral("import os, signal\nos.kill(os.getpid(), signal.SIGSEGV)\nos.abort()\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("运行失败")),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
     QVERIFY(engine.RunText(QStringLiteral("print('next works')\n")));
@@ -252,7 +252,7 @@ void EngineRun::aProgramThatEndsEarlyHasSucceeded()
 
     QVERIFY(engine.RunText(QStringLiteral("import sys\nsys.exit()\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("运行完成")));
 }
 
@@ -265,7 +265,7 @@ void EngineRun::foreignOutputReachesTheLog()
 
     QTRY_VERIFY(EngineRunFixture::LogHas(QStringLiteral("来自外部")));
     engine.Engine()->Terminate(QStringLiteral("主流程"));
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
 }
 
 void EngineRun::theEnvironmentIsCleaned()
@@ -277,7 +277,7 @@ void EngineRun::theEnvironmentIsCleaned()
     QVERIFY(engine.RunText(QStringLiteral(
         "import os\nprint(sorted(k for k in os.environ if k.startswith(('PYTHON', 'PIP_'))))\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("[]")));
 }
 

@@ -38,7 +38,7 @@ void EngineStop::stopEndsTheWholeRun()
     clock.start();
     QVERIFY(engine.Engine()->Terminate(QStringLiteral("主流程")) || engine.life.IsOver());
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     const qint64 tookMs = clock.elapsed();
     QVERIFY2(tookMs <= 1000, qPrintable(QStringLiteral("took %1 ms").arg(tookMs)));
     // Stopped, not failed: also when the stop met the program in the middle of a line.
@@ -55,7 +55,7 @@ void EngineStop::aStoppedProgramMayCleanUp()
 
     engine.Engine()->Terminate(QStringLiteral("主流程"));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("cleaned")),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char(10))));
     QVERIFY(engine.life.events.contains(QStringLiteral("terminate 主流程")));
@@ -67,7 +67,7 @@ void EngineStop::aFloodOfOutputLeavesTheLogBounded()
 
     QVERIFY(engine.RunText(QStringLiteral("for i in range(100000): print(i, 'y' * 100)\n")));
 
-    QTRY_VERIFY_WITH_TIMEOUT(engine.life.IsOver(), 30000);
+    QVERIFY(engine.life.WaitUntilOver(30000));
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("99999 yyy")));
     QVERIFY(engine.Source()->GetLines().size() <= 10000);
 }

@@ -65,7 +65,7 @@ void EngineStopLinux::stopEndsTheWholeRun()
     clock.start();
     QVERIFY(engine.Engine()->Terminate(QStringLiteral("主流程")) || engine.life.IsOver());
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     const qint64 tookMs = clock.elapsed();
     QTRY_COMPARE(CountProcesses(QByteArray("4711.5")), 0);
     QVERIFY2(tookMs <= 1000, qPrintable(QStringLiteral("took %1 ms").arg(tookMs)));
@@ -78,7 +78,7 @@ void EngineStopLinux::aRunThatEatsMemoryIsEnded()
     QVERIFY(engine.RunText(
         QStringLiteral("eaten = []\nwhile True: eaten.append(bytearray(64 * 1024 * 1024))\n")));
 
-    QTRY_VERIFY_WITH_TIMEOUT(engine.life.IsOver(), 30000);
+    QVERIFY(engine.life.WaitUntilOver(30000));
     QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("内存")),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
 }
@@ -90,7 +90,7 @@ void EngineStopLinux::nothingSurvivesTheNormalEnd()
     QVERIFY(engine.RunText(QStringLiteral(
         "import subprocess\nsubprocess.Popen(['sleep', '4712.5'], start_new_session=True)\n")));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QTRY_COMPARE(CountProcesses(QByteArray("4712.5")), 0);
 }
 

@@ -58,7 +58,7 @@ void EngineTranslate::statementsRunInOrder()
                                   Set(QStringLiteral("x"), QStringLiteral("=x * 21")),
                                   Log(QStringLiteral("=f'x is {x}'"))}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("x is 42")),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
 }
@@ -73,7 +73,7 @@ void EngineTranslate::disabledStatementsLeaveNoTrace()
 
     QVERIFY(engine.RunStatements({block, Log(QStringLiteral("after"))}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("after")));
     QVERIFY(!EngineRunFixture::LogHas(QStringLiteral("never")));
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("运行完成")));
@@ -92,7 +92,7 @@ void EngineTranslate::blocksAndBranchesNest()
 
     QVERIFY(engine.RunStatements({loop}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QCOMPARE(EngineRunFixture::LogTexts().filter(QRegularExpression(QStringLiteral("^(even|odd)"))),
              (QStringList{QStringLiteral("odd 1"), QStringLiteral("even 2"), QStringLiteral("odd 3")}));
 }
@@ -104,7 +104,7 @@ void EngineTranslate::literalTextIsNeverCode()
 
     QVERIFY(engine.RunStatements({Log(hostile)}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogTexts().contains(hostile),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
 }
@@ -120,7 +120,7 @@ void EngineTranslate::subProcessesShareVariables()
          Statement("process.run", {{QStringLiteral("process"), QStringLiteral("子 流程")}}),
          Log(QStringLiteral("=f'结果 {结果}'"))}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("结果 42")),
              qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
 }
@@ -134,7 +134,7 @@ void EngineTranslate::aFailureMarksItsStatement()
         engine.RunStatements({Log(QStringLiteral("a")), Set(QStringLiteral("x"), QStringLiteral("=1 / 0")),
                               Log(QStringLiteral("b"))}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     const auto findings = marks.last().first().value<QList<RpaCheckInfo>>();
     QCOMPARE(findings.size(), 1);
     QCOMPARE(findings.first().statementId,
@@ -152,7 +152,7 @@ void EngineTranslate::textOfSeveralLinesKeepsTheLineMap()
                                   Set(QStringLiteral("x"), QStringLiteral("=[1,\n2,\n3]")),
                                   Log(QStringLiteral("=missing"))}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     const auto findings = marks.last().first().value<QList<RpaCheckInfo>>();
     QCOMPARE(findings.size(), 1);
     QCOMPARE(findings.first().statementId,
@@ -165,7 +165,7 @@ void EngineTranslate::anUnknownCommandFailsWithItsName()
 
     QVERIFY(engine.RunStatements({Statement("future.command", {})}));
 
-    QTRY_VERIFY(engine.life.IsOver());
+    QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("不认识命令“future.command”")));
 }
 
