@@ -143,13 +143,25 @@ void ToastStack::Arrange()
         toast->raise();
         top = toast->geometry().bottom() + 1 + DpiTool::ScaleDefault(kGap);
     }
-    LookBeneath();
+    LetMouseThrough(ToastPlace(window));
 }
 
-// Another page may have come below a notice: it stays where it is read, but lets the mouse through.
+// What was hidden may have come back below a notice. It moves only where it is in the way: it is being read.
 void ToastStack::LookBeneath()
 {
     const ToastPlace place(window);
+    const bool inTheWay =
+        std::any_of(toasts.constBegin(), toasts.constEnd(), [&place](const ToastWidget* toast) {
+            return place.CoversSomethingInUse(toast->geometry());
+        });
+    if (inTheWay) {
+        Arrange();
+    }
+}
+
+// Where there is no better place, a notice lets the mouse through.
+void ToastStack::LetMouseThrough(const ToastPlace& place)
+{
     for (ToastWidget* toast : qAsConst(toasts)) {
         toast->SetMousePasses(place.CoversSomethingInUse(toast->geometry()));
     }

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QVector>
 
+class ToastPlace;
 class ToastWidget;
 class QWidget;
 
@@ -32,6 +33,7 @@ private:
     void MoveToNextWindow();
     void Arrange();
     void LookBeneath();
+    void LetMouseThrough(const ToastPlace& place);
 
     QTimer looking;
     QWidget* window;

@@ -1,16 +1,20 @@
 #include "TestApp.h"
 #include "ToastWatcher.h"
 
+#include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/UIMain.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <QtTest>
 
 #include <memory>
@@ -53,6 +57,7 @@ private slots:
     void coversNothingThatIsInUse();
     void standsBesideTheButtonsOfASmallDialog();
     void keepsClearOfControlsThatAreDisabledForAMoment();
+    void leavesWhatComesBackWhenTheWaitIsOver();
     void showsTheLatestWhereThereIsNoRoomForAll();
     void letsTheMouseThroughWhereItMustCoverSomething();
     void goesAwayWhenClicked();
@@ -225,6 +230,36 @@ void TestToast::keepsClearOfControlsThatAreDisabledForAMoment()
     WbToast::Show(QStringLiteral("“应用”已上线"), ToastSuccess);
 
     QVERIFY(!ToastsIn(*window).constFirst()->geometry().intersects(field->geometry()));
+}
+
+void TestToast::leavesWhatComesBackWhenTheWaitIsOver()
+{
+    auto* rows = new QVBoxLayout(window.get());
+    auto* bar = new QWidget;
+    auto* page = new QWidget;
+    rows->addWidget(bar, 0, Qt::AlignTop);
+    rows->addWidget(page, 1);
+    auto* versions = new QComboBox;
+    auto* inBar = new QHBoxLayout(bar);
+    inBar->addWidget(versions);
+    versions->setFixedWidth(240);
+    auto* status = new RequestStatusBaseWidget(window.get());
+    rows->addWidget(status, 1);
+    status->AddSucceedWidget(bar);
+    status->AddSucceedWidget(page);
+    status->SetStatus(RequestStatus::Loading);
+    QTRY_VERIFY(!versions->isVisible() && status->isVisible());
+    WbToast::Show(QStringLiteral("“应用”已上线"), ToastSuccess);
+    const QPointer<QWidget> toast = ToastsIn(*window).constFirst();
+    const QRect before = toast->geometry();
+
+    status->SetStatus(RequestStatus::Succeeded);
+
+    QTRY_VERIFY(versions->isVisible());
+    const QRect reach(versions->mapTo(window.get(), QPoint()), versions->size());
+    QVERIFY(reach.intersects(before));
+    QTRY_VERIFY_WITH_TIMEOUT(!toast || !toast->geometry().intersects(reach), kPatience);
+    QVERIFY(toast);
 }
 
 void TestToast::showsTheLatestWhereThereIsNoRoomForAll()
