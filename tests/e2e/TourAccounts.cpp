@@ -122,6 +122,7 @@ void Tour::SignIn(const QString& account, const QString& password)
 void Tour::GoToServer(const QString& address)
 {
     d->Step(QStringLiteral("server-settings"), [=] {
+        d->UntilCalm();
         BackToList();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
         d->Click(QStringLiteral("another server"), Named("radioRemote"));
@@ -183,6 +184,7 @@ void Tour::ChangeAccount()
 void Tour::ReturnToOwnServer()
 {
     d->Step(QStringLiteral("own-server-again"), [this] {
+        d->UntilCalm();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
         d->Click(QStringLiteral("the own server"), Named("radioEmbedded"));
         d->Click(QStringLiteral("use it"), Named("buttonUseServer"));

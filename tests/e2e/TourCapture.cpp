@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QImage>
+#include <QScreen>
 #include <QToolButton>
 
 // A page of the web in the embedded browser, an element of it captured, and a process that reads it.
@@ -43,6 +44,21 @@ bool HasLoaded()
 {
     const auto* reload = VisibleAs<QToolButton>("browserReload");
     return Visible("browserView") && reload && reload->toolTip().startsWith(QStringLiteral("重新加载"));
+}
+
+// The engine draws on its own time, after the page has loaded.
+bool HasBeenDrawn()
+{
+    const QWidget* view = Visible("browserView");
+    if (!view) {
+        return false;
+    }
+    const QRect place(view->mapToGlobal(QPoint()), view->size());
+    const QImage seen =
+        view->screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height()).toImage();
+    QImage empty(seen.size(), seen.format());
+    empty.fill(seen.pixelColor(0, 0));
+    return seen != empty;
 }
 
 // Whether the glass over the page colours the place: what is under the mouse is marked.
@@ -93,6 +109,7 @@ void Tour::OpenPage()
     d->Until(
         QStringLiteral("the page"),
         [=] { return pages->GetAsked().count(path) > askedBefore && HasLoaded(); }, std::chrono::seconds(60));
+    d->Until(QStringLiteral("the drawn page"), &HasBeenDrawn);
 }
 
 void Tour::RefuseRunDuringCapture()

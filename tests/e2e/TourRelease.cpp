@@ -144,6 +144,7 @@ void Tour::ReleaseGrayVersion()
     const QString version = QStringLiteral("试用版");
     const QString question = QStringLiteral("确定开始灰度吗？");
     d->Step(QStringLiteral("gray-question"), [=] {
+        d->UntilCalm();
         SwitchTo(version, LineOf(QStringLiteral("候选版")));
         d->Click(QStringLiteral("gray"), Named("pushButtonBeta"));
         UntilBox(question);
@@ -170,6 +171,7 @@ void Tour::ReleaseGrayVersion()
     d->Step(QStringLiteral("releases-in-the-drop-down"), [=] {
         UntilCurrent(QStringLiteral("【灰度】") + version);
         UntilLoaded();
+        d->UntilCalm();
         OpenDropDown();
         d->Until(QStringLiteral("an icon for every state"), [version] {
             const auto has = [](const QString& name, const char* image) {

@@ -63,6 +63,7 @@ bool IsInCode(const QString& text)
 void Tour::ExportTemplate()
 {
     d->Step(QStringLiteral("template-export"), [this] {
+        d->UntilCalm();
         d->Click(QStringLiteral("make a template"), Named("pushButtonExportAppData"));
         d->Until(QStringLiteral("the dialog"), [] { return Visible("nameLineEdit") != nullptr; });
     });
@@ -83,6 +84,7 @@ void Tour::ExportTemplate()
         d->TakePicture();
     });
     d->Step(QStringLiteral("template-export-folder"), [this] {
+        d->UntilCalm();
         d->Click(QStringLiteral("open"), Named("openPushButton"));
         d->Until(QStringLiteral("the folders"), [] {
             const QWidget* name = Visible("fileNameEdit");
