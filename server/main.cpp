@@ -1,6 +1,7 @@
 #include "app/AccountCommand.h"
 #include "app/Options.h"
 #include "app/Service.h"
+#include "store/Dialect.h"
 
 #include <QCoreApplication>
 
@@ -16,9 +17,21 @@ int PrintRoutes(server::Options options, server::Log& log)
     return 0;
 }
 
+int PrintVersion()
+{
+    QStringList databases{server::SqliteName(), server::PostgresName()};
+    databases.removeAll(QString());
+    std::printf("%s %s\ndatabases: %s\n", qPrintable(QCoreApplication::applicationName()),
+                qPrintable(QCoreApplication::applicationVersion()),
+                qPrintable(databases.join(QStringLiteral(", "))));
+    return 0;
+}
+
 int Start(const server::Options& options, server::Log& log)
 {
     try {
+        if (options.printVersion)
+            return PrintVersion();
         if (options.printRoutes)
             return PrintRoutes(options, log);
         if (options.accountCommand.isEmpty())

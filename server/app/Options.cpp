@@ -11,6 +11,9 @@ namespace
 struct Parser
 {
     QCommandLineParser line;
+    QCommandLineOption version{
+        {QStringLiteral("v"), QStringLiteral("version")},
+        QStringLiteral("Print the version and the databases that can be used, and end.")};
     QCommandLineOption store{
         QStringLiteral("store"),
         QStringLiteral(
@@ -48,8 +51,7 @@ struct Parser
             "  rpa-version-server account passwd PIN        the password is read from standard input\n"
             "  rpa-version-server account list"));
         line.addHelpOption();
-        line.addVersionOption();
-        line.addOptions({store, listen, data, embedded, log, routes, name, vender, roles});
+        line.addOptions({version, store, listen, data, embedded, log, routes, name, vender, roles});
         line.addPositionalArgument(QStringLiteral("account"), QStringLiteral("Administer the accounts."),
                                    QStringLiteral("[account add|passwd|list]"));
     }
@@ -89,6 +91,7 @@ Options ReadOptions(const QStringList& arguments)
     parser.line.process(arguments);
     Options options;
     options.embedded = parser.line.isSet(parser.embedded);
+    options.printVersion = parser.line.isSet(parser.version);
     options.printRoutes = parser.line.isSet(parser.routes);
     options.dataDir = parser.line.isSet(parser.data)
                           ? parser.line.value(parser.data)

@@ -15,6 +15,7 @@ struct Options
     QString dataDir;
     bool embedded = false;
     bool printRoutes = false;
+    bool printVersion = false;
     LogLevel logLevel = LogLevel::Info;
     QStringList accountCommand; // "add", "list", "passwd" and its arguments; empty: serve
     QString accountName;
@@ -23,6 +24,6 @@ struct Options
     QString error; // why the command line was not understood
 };
 
-// Reads the command line. Ends the process itself for --help and --version.
+// Reads the command line. Ends the process itself for --help.
 Options ReadOptions(const QStringList& arguments);
 } // namespace server

@@ -52,4 +52,9 @@ std::unique_ptr<IDialect> MakeSqliteDialect(const QString& file);
 
 // The dialect for "postgresql://…"; throws StoreError where the server was built without it.
 std::unique_ptr<IDialect> MakePostgresDialect(const QString& url);
+
+// What the databases are called, with the version where it is known beforehand; empty when this server cannot
+// use them.
+QString SqliteName();
+QString PostgresName();
 } // namespace server

@@ -103,4 +103,11 @@ std::unique_ptr<IDialect> MakePostgresDialect(const QString& url)
 {
     return std::make_unique<PostgresDialect>(url);
 }
+
+QString PostgresName()
+{
+    // Built with it, but the driver may be missing where the server was brought to.
+    return QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")) ? QStringLiteral("PostgreSQL")
+                                                                    : QString();
+}
 } // namespace server

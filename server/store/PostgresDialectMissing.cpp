@@ -6,4 +6,9 @@ std::unique_ptr<IDialect> MakePostgresDialect(const QString&)
 {
     throw StoreError(StoreFault::Unavailable, QStringLiteral("this server was built without PostgreSQL"));
 }
+
+QString PostgresName()
+{
+    return {};
+}
 } // namespace server

@@ -94,4 +94,19 @@ std::unique_ptr<IDialect> MakeSqliteDialect(const QString& file)
 {
     return std::make_unique<SqliteDialect>(file);
 }
+
+QString SqliteName()
+{
+    const QString connection = QStringLiteral("sqlite-name");
+    QString name;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        database.setDatabaseName(QStringLiteral(":memory:"));
+        QSqlQuery query(database.open() ? database : QSqlDatabase());
+        if (query.exec(QStringLiteral("SELECT sqlite_version()")) && query.next())
+            name = QStringLiteral("SQLite ") + query.value(0).toString();
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return name;
+}
 } // namespace server

@@ -9,6 +9,7 @@ class LifecycleTest : public QObject
     Q_OBJECT
 
 private slots:
+    void namesTheDatabasesItCanUse();
     void stopsWhenItsInputCloses();
     void comesBackOnTheSamePort();
     void warnsWhenOtherMachinesCanReachIt();
@@ -18,6 +19,21 @@ private slots:
     void refusesACommandLineItDoesNotUnderstand_data();
     void refusesACommandLineItDoesNotUnderstand();
 };
+
+void LifecycleTest::namesTheDatabasesItCanUse()
+{
+    PlainServer asked({QStringLiteral("--version")});
+    QCOMPARE(asked.ExitCode(), 0);
+    // What it says when it is told to use one: it cannot be reached, or cannot be used at all.
+    PlainServer other({QStringLiteral("--store"), QStringLiteral("postgresql://nobody@127.0.0.1:1/none")});
+    QCOMPARE(other.ExitCode(), 1);
+
+    const QByteArray said = asked.process.readAllStandardOutput();
+
+    QVERIFY2(said.startsWith("rpa-version-server "), said.constData());
+    QVERIFY2(said.contains("\ndatabases: SQLite 3."), said.constData());
+    QCOMPARE(said.contains("PostgreSQL"), !other.Log().contains("built without PostgreSQL"));
+}
 
 void LifecycleTest::stopsWhenItsInputCloses()
 {
