@@ -7,6 +7,7 @@
 #include <KSyntaxHighlighting/Repository>
 #include <KSyntaxHighlighting/SyntaxHighlighter>
 #include <KSyntaxHighlighting/Theme>
+#include <ksyntaxhighlighting_version.h>
 
 namespace
 {
@@ -84,6 +85,11 @@ protected:
 std::unique_ptr<QSyntaxHighlighter> MakePythonHighlighter(QTextDocument& document)
 {
     return std::make_unique<ThemedHighlighter>(&document);
+}
+
+QString HighlighterName()
+{
+    return QStringLiteral("KSyntaxHighlighting " SyntaxHighlighting_VERSION_STRING);
 }
 
 #include "CodeHighlighterKde.moc"

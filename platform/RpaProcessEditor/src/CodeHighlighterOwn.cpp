@@ -139,4 +139,9 @@ std::unique_ptr<QSyntaxHighlighter> MakePythonHighlighter(QTextDocument& documen
     return std::make_unique<PythonHighlighter>(&document);
 }
 
+QString HighlighterName()
+{
+    return {};
+}
+
 #include "CodeHighlighterOwn.moc"

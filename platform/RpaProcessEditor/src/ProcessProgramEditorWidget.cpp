@@ -1,5 +1,6 @@
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
+#include "CodeHighlighter_p.h"
 
 #include <OxBase/OxBlocker.h>
 #include <RpaProcessData/ProcessDataManager.h>
@@ -159,6 +160,11 @@ ProcessProgramEditorWidget::~ProcessProgramEditorWidget()
 {
     // Child widgets live a little longer than d and would report to it.
     d->edit->disconnect(this);
+}
+
+QString ProcessProgramEditorWidget::GetHighlighterName()
+{
+    return HighlighterName();
 }
 
 void ProcessProgramEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)

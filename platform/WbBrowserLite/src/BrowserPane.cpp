@@ -20,6 +20,7 @@
 #include <QWebEngineHistory>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
+#include <QtWebEngineWidgetsVersion>
 
 #include <utility>
 
@@ -32,6 +33,11 @@ constexpr int LeastWidth = 300;
 IBrowserWidget* CreateBuiltInBrowser(QWidget* parent)
 {
     return new BrowserPane(parent);
+}
+
+QString BuiltInEngineName()
+{
+    return QStringLiteral("Qt WebEngine " QTWEBENGINEWIDGETS_VERSION_STR);
 }
 
 BrowserPane::BrowserPane(QWidget* parent)

@@ -1,7 +1,14 @@
 // Where no web engine is available.
 #include "BuiltInBrowser_p.h"
 
+#include <QString>
+
 IBrowserWidget* CreateBuiltInBrowser(QWidget*)
 {
     return nullptr;
+}
+
+QString BuiltInEngineName()
+{
+    return {};
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 class IBrowserWidget;
+class QString;
 class QWidget;
 
-// Defined by one of two source files: with a web engine, or without (null).
+// Both defined by one of two source files: with a web engine, or without (null, no name).
 IBrowserWidget* CreateBuiltInBrowser(QWidget* parent);
+QString BuiltInEngineName();

@@ -25,6 +25,11 @@ void WbBrowserLite::PrepareApplication()
     BrowserEnvironment::RefuseDebuggers();
 }
 
+QString WbBrowserLite::GetEngineName()
+{
+    return BuiltInEngineName();
+}
+
 IBrowserWidget* WbBrowserLite::CreateBrowserWidget(QWidget* parent)
 {
     IBrowserWidget* browser = browserFactory ? browserFactory(parent) : CreateBuiltInBrowser(parent);

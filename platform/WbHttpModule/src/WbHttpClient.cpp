@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <curl/curl.h>
 #include <map>
 
 class WbHttpClient::Private
@@ -48,6 +49,18 @@ WbHttpClient::~WbHttpClient()
     d->worker.reset();
     while (!d->pending.empty())
         d->Deliver(d->pending.begin()->first, FailedAnswer(WbHttpError::Cancelled));
+}
+
+QString WbHttpClient::GetLibraryName()
+{
+    return QStringLiteral("libcurl ") + QString::fromLatin1(curl_version_info(CURLVERSION_NOW)->version);
+}
+
+QString WbHttpClient::GetTlsName()
+{
+    // Null without TLS, though no such library is ever linked.
+    return QString::fromLatin1(curl_version_info(CURLVERSION_NOW)->ssl_version)
+        .replace(QLatin1Char('/'), QLatin1Char(' '));
 }
 
 WbHttpClient::Id WbHttpClient::Send(const WbHttpRequest& request, Callback callback)

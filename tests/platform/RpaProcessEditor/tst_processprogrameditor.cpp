@@ -11,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSyntaxHighlighter>
 #include <QTest>
 #include <QTextBlock>
 #include <QTimer>
@@ -82,6 +83,7 @@ private slots:
     void zoomsAndComesBack();
     void tellsLineAndColumn();
     void coloursKeywords();
+    void namesTheLibraryThatColours();
 };
 
 void tst_ProcessProgramEditor::showsTheTextWithoutMarkingTheApp()
@@ -377,6 +379,19 @@ void tst_ProcessProgramEditor::coloursKeywords()
     QCOMPARE(range.start, 0);
     QCOMPARE(range.length, 3);
     QCOMPARE(range.format.foreground().color(), WbTheme::Instance()->Color(WbColor::CodeKeyword));
+}
+
+void tst_ProcessProgramEditor::namesTheLibraryThatColours()
+{
+    Editor editor(QStringLiteral("pass"));
+    const auto* highlighter = editor.edit->document()->findChild<QSyntaxHighlighter*>();
+    QVERIFY(highlighter);
+
+    const QString name = ProcessProgramEditorWidget::GetHighlighterName();
+
+    QCOMPARE(name.startsWith(QStringLiteral("KSyntaxHighlighting 5.")),
+             highlighter->inherits("KSyntaxHighlighting::SyntaxHighlighter"));
+    QCOMPARE(name.isEmpty(), !highlighter->inherits("KSyntaxHighlighting::SyntaxHighlighter"));
 }
 
 RPA_TEST_MAIN(tst_ProcessProgramEditor)

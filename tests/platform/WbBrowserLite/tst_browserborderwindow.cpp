@@ -29,6 +29,13 @@ class BrowserBorderWindowTest : public QObject
     Q_OBJECT
 
 private slots:
+    void namesAnEngineWhereItMakesBrowsers()
+    {
+        const std::unique_ptr<QWidget> browser(WbBrowserLite::Instance()->CreateBrowserWidget(nullptr));
+
+        QCOMPARE(!WbBrowserLite::GetEngineName().isEmpty(), browser != nullptr);
+    }
+
     void isATopLevelWindowWithoutAFrame()
     {
         std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));

@@ -70,6 +70,7 @@ class WbHttpClientTest : public QObject
     Q_OBJECT
 
 private slots:
+    void namesItsLibraries();
     void bringsStatusHeadersAndBody();
     void sendsMethodHeadersAndBody_data();
     void sendsMethodHeadersAndBody();
@@ -103,6 +104,16 @@ private slots:
     void answersWhatIsSentWhileItIsDestroyed();
     void sendsMoreRequestsThanItHasPlacesFor();
 };
+
+void WbHttpClientTest::namesItsLibraries()
+{
+    QVERIFY(QRegularExpression(QStringLiteral("^libcurl \\d+\\.\\d+\\.\\d+"))
+                .match(WbHttpClient::GetLibraryName())
+                .hasMatch());
+    QVERIFY(QRegularExpression(QStringLiteral("^(OpenSSL \\d|Schannel$)"))
+                .match(WbHttpClient::GetTlsName())
+                .hasMatch());
+}
 
 void WbHttpClientTest::bringsStatusHeadersAndBody()
 {

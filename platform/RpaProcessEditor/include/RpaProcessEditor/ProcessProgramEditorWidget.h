@@ -17,6 +17,9 @@ public:
     explicit ProcessProgramEditorWidget(QWidget* parent = nullptr);
     ~ProcessProgramEditorWidget() override;
 
+    // Name and version of the library that colours the program text; empty when the editor does it itself.
+    static QString GetHighlighterName();
+
     // Shows another app; null empties the editor. Undo steps of the former app are forgotten; the same app
     // given again keeps them.
     void SetRpaAppData(const RpaAppDataPtr& appData);

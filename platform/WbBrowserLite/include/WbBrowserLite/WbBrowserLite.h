@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QString>
 
 #include <functional>
 
@@ -23,6 +24,10 @@ public:
     // the environment what would open pages to a debugger. Call it before the QApplication is made; harmless
     // where there is no web engine.
     static void PrepareApplication();
+
+    // Name and version of the web engine that the built-in browser has; empty where there is none. Starts
+    // nothing.
+    static QString GetEngineName();
 
     // Null where the library was built without a web engine. Owned by the parent. Costs little: the web
     // engine starts with the first page.

@@ -24,6 +24,10 @@ public:
     // requests that are sent by those callbacks.
     ~WbHttpClient();
 
+    // Name and version of the library that carries the requests, and of what it encrypts with. Any thread.
+    static QString GetLibraryName();
+    static QString GetTlsName();
+
     WbHttpClient(const WbHttpClient&) = delete;
     WbHttpClient& operator=(const WbHttpClient&) = delete;
 
