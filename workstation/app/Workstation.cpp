@@ -204,7 +204,8 @@ void Workstation::ConnectPages()
     connect(settingsPage, &SettingsPage::SigSwitchAccount, this, &Workstation::SwitchAccount);
     connect(settingsPage, &SettingsPage::SigUseServer, this, &Workstation::UseServer);
     connect(settingsPage, &SettingsPage::SigSignOut, this, &Workstation::SignOut);
-    connect(settingsPage, &SettingsPage::SigAbout, this, [this] { AboutDialog(window.get()).exec(); });
+    connect(settingsPage, &SettingsPage::SigAbout, this,
+            [this] { AboutDialog(paths.serverProgram, window.get()).exec(); });
     connect(&settings, &WorkstationSettings::SigThemeChanged, this, &Workstation::ApplyTheme);
     connect(&settings, &WorkstationSettings::SigSuperAdminChanged, this, &Workstation::ApplySuperAdmin);
     connect(&settings, &WorkstationSettings::SigDateLanguageChanged, apps.get(),

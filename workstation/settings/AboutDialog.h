@@ -1,6 +1,12 @@
 #pragma once
 
+#include "BuildFacts.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
+
+class QFormLayout;
+class WbLabel;
+class WbPushButton;
 
 // Says what the workstation is and what it was built with.
 class AboutDialog : public WbBaseDialog
@@ -8,8 +14,15 @@ class AboutDialog : public WbBaseDialog
     Q_OBJECT
 
 public:
-    explicit AboutDialog(QWidget* parent);
+    // serverProgram: the version server that is asked what it can do.
+    AboutDialog(const QString& serverProgram, QWidget* parent);
 
-    // One line per fact, name and value parted by a tabulator.
-    static QString BuildFacts();
+private:
+    QFormLayout* CreateFacts();
+    QLayout* CreateButtons();
+    void ShowFacts();
+
+    BuildFacts facts;
+    QVector<WbLabel*> values; // one per fact
+    WbPushButton* close = nullptr;
 };
