@@ -1,0 +1,45 @@
+#include "ConnectionPool.h"
+
+namespace server
+{
+ConnectionPool::ConnectionPool(const HttpLimits& theLimits) : limits(theLimits) {}
+
+ConnectionPool::Place ConnectionPool::Add(const std::shared_ptr<Connection>& connection)
+{
+    const std::lock_guard lock(mutex);
+    return connections.insert(connections.end(), connection);
+}
+
+void ConnectionPool::Remove(Place place)
+{
+    const std::lock_guard lock(mutex);
+    connections.erase(place);
+    if (stopping && connections.empty())
+        onEmptied();
+}
+
+// Strong references are let go outside the lock, since the last one takes the lock again in Remove().
+std::vector<std::shared_ptr<Connection>> ConnectionPool::Live()
+{
+    std::vector<std::shared_ptr<Connection>> live;
+    const std::lock_guard lock(mutex);
+    for (const auto& weak : connections) {
+        if (auto connection = weak.lock())
+            live.push_back(std::move(connection));
+    }
+    return live;
+}
+
+bool ConnectionPool::TakeBodyBudget(std::int64_t bytes)
+{
+    if (bodyBytes.fetch_add(bytes) + bytes <= limits.bodyBytesInFlight)
+        return true;
+    bodyBytes -= bytes;
+    return false;
+}
+
+void ConnectionPool::ReturnBodyBudget(std::int64_t bytes)
+{
+    bodyBytes -= bytes;
+}
+} // namespace server

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "HttpServer.h"
+
+#include <atomic>
+#include <functional>
+#include <list>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace server
+{
+class Connection;
+
+// What the connections of one server share: its limits, the handler, and the list of them. Any thread.
+class ConnectionPool
+{
+public:
+    using Place = std::list<std::weak_ptr<Connection>>::iterator;
+
+    explicit ConnectionPool(const HttpLimits& limits);
+
+    Place Add(const std::shared_ptr<Connection>& connection);
+    // The connection is gone; calls onEmptied when it was the last one of a server that stops.
+    void Remove(Place place);
+    std::vector<std::shared_ptr<Connection>> Live();
+
+    // Whether a body of that size may be received now; then ReturnBodyBudget gives it back.
+    bool TakeBodyBudget(std::int64_t bytes);
+    void ReturnBodyBudget(std::int64_t bytes);
+
+    const HttpLimits limits;
+    IHttpHandler* handler = nullptr; // while the server runs
+    std::atomic<bool> stopping{false};
+    std::atomic<int> open{0};
+    std::function<void()> onEmptied; // set before the first connection
+
+private:
+    std::atomic<std::int64_t> bodyBytes{0};
+    std::mutex mutex;
+    std::list<std::weak_ptr<Connection>> connections;
+};
+} // namespace server
