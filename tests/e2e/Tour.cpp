@@ -30,7 +30,7 @@
 using namespace TourLook;
 
 Tour::Tour(Workstation* host, TourDriver* driver, ToastWatcher* watcher)
-    : workstation(host), d(driver), toasts(watcher)
+    : workstation(host), d(driver), toasts(watcher), usualTheme(host->GetSettings()->GetTheme())
 {
 }
 

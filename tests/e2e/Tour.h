@@ -126,6 +126,7 @@ private:
     Workstation* const workstation;
     TourDriver* const d;
     ToastWatcher* const toasts;
-    QPointer<PageServer> pages; // the workstation's child
+    const ThemeChoice usualTheme; // outside the steps that look at the dark scheme
+    QPointer<PageServer> pages;   // the workstation's child
     const QString releasedApp = QStringLiteral("工时应用");
 };

@@ -47,7 +47,7 @@ void Tour::SeeInTheDark(const QString& step)
     d->Step(step, [this] {
         UseTheme(ThemeChoice::Dark);
         d->TakePicture();
-        UseTheme(ThemeChoice::Light);
+        UseTheme(usualTheme);
     });
 }
 

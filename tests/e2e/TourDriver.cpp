@@ -70,10 +70,12 @@ void MoveMouse(const QStringList& acts)
     }
 }
 
+// The display counts in its own points, the windows in those of the scale they are drawn at.
 QStringList MoveTo(const QPoint& place)
 {
-    return {QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(place.x()),
-            QString::number(place.y())};
+    const QPoint point = (QPointF(place) * qApp->devicePixelRatio()).toPoint();
+    return {QStringLiteral("mousemove"), QStringLiteral("--sync"), QString::number(point.x()),
+            QString::number(point.y())};
 }
 
 QWidget* KeyTarget()

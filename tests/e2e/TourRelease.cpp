@@ -223,7 +223,7 @@ void Tour::PublishGrayVersion()
     });
     d->Step(QStringLiteral("publish-changed-gray-version-declined"), [=] {
         Answer(QStringLiteral("否"));
-        UseTheme(ThemeChoice::Light);
+        UseTheme(usualTheme);
         UntilState(version, AppSnapshotGray);
         d->Until(QStringLiteral("the change"), [change] { return HasLine(change); });
     });

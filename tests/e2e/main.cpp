@@ -12,9 +12,9 @@
 
 #include <cstdio>
 
-// rpa-tour [--virtual-display] FOLDER
+// rpa-tour [--virtual-display] [--dark] FOLDER
 // Tours a real workstation with a real server, in a home of its own; pictures and report.json go to the
-// folder.
+// folder. --dark: every picture in the dark scheme, not only those of the steps that look at it.
 namespace
 {
 constexpr int screenWidth = 1440;
@@ -46,12 +46,36 @@ void UseHome(const QString& home)
     }
 }
 
-int TourIn(const QString& folder, const QString& home)
+struct Wishes
+{
+    bool virtualDisplay = false;
+    ThemeChoice theme = ThemeChoice::Light;
+    QString folder;
+};
+
+// False when the arguments cannot be understood.
+bool Understand(const QStringList& arguments, Wishes& wishes)
+{
+    for (const QString& argument : arguments) {
+        if (argument == QLatin1String("--virtual-display")) {
+            wishes.virtualDisplay = true;
+        } else if (argument == QLatin1String("--dark")) {
+            wishes.theme = ThemeChoice::Dark;
+        } else if (argument.startsWith(QLatin1Char('-')) || !wishes.folder.isEmpty()) {
+            return false;
+        } else {
+            wishes.folder = argument;
+        }
+    }
+    return !wishes.folder.isEmpty();
+}
+
+int TourIn(const QString& folder, ThemeChoice theme, const QString& home)
 {
     TourReport report(folder);
     ToastWatcher toasts;
     Workstation workstation(WorkstationPaths::Below(home));
-    workstation.GetSettings()->SetTheme(ThemeChoice::Light);
+    workstation.GetSettings()->SetTheme(theme);
     workstation.GetSettings()->SetDateLanguage(DateLanguage::Chinese);
     QString problem;
     if (!workstation.Start(&problem)) {
@@ -73,14 +97,17 @@ int TourIn(const QString& folder, const QString& home)
 
 int main(int argc, char** argv)
 {
-    const bool always = argc == 3 && qstrcmp(argv[1], "--virtual-display") == 0;
-    if (argc != 2 && !always) {
-        std::fprintf(stderr, "usage: rpa-tour [--virtual-display] FOLDER\n");
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    Wishes wishes;
+    if (!Understand(arguments, wishes)) {
+        std::fprintf(stderr, "usage: rpa-tour [--virtual-display] [--dark] FOLDER\n");
         return 2;
     }
-    const QString folder = QString::fromLocal8Bit(argv[argc - 1]);
     VirtualDisplay display;
-    if (!EnsureDisplay(display, always)) {
+    if (!EnsureDisplay(display, wishes.virtualDisplay)) {
         return 2;
     }
     const QTemporaryDir home;
@@ -92,7 +119,7 @@ int main(int argc, char** argv)
         Workstation::PrepareProcess();
         QApplication application(argc, argv);
         QApplication::setQuitOnLastWindowClosed(false);
-        code = TourIn(folder, home.path());
+        code = TourIn(wishes.folder, wishes.theme, home.path());
     }
     // Left to itself the display would be gone before the windows are.
     std::fflush(stdout);
