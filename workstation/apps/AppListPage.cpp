@@ -6,6 +6,7 @@
 
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
+#include <WbBaseUI/WbIconPicture.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -146,10 +147,7 @@ QWidget* AppListPage::CreateEmptyState()
 {
     auto* empty = new QWidget(content);
     empty->setObjectName(QStringLiteral("emptyState"));
-    auto* picture = new WbLabel(empty);
-    picture->setObjectName(QStringLiteral("labelEmptyPicture"));
-    picture->setAlignment(Qt::AlignCenter);
-    picture->setPixmap(WbIcons::Pixmap(QStringLiteral("empty"), 64, WbColor::TextDisabled));
+    auto* picture = new WbIconPicture(QStringLiteral("empty"), 64, WbColor::TextDisabled, empty);
     labelEmpty = new WbLabel(empty);
     labelEmpty->setObjectName(QStringLiteral("labelEmpty"));
     labelEmpty->setAlignment(Qt::AlignCenter);

@@ -5,6 +5,7 @@
 
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
+#include <WbBaseUI/WbIconPicture.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -151,9 +152,7 @@ QWidget* ReleasedListPage::CreateContent()
 QWidget* ReleasedListPage::CreateEmptyState()
 {
     auto* empty = new QWidget(content);
-    auto* picture = new WbLabel(empty);
-    picture->setAlignment(Qt::AlignCenter);
-    picture->setPixmap(WbIcons::Pixmap(QStringLiteral("empty"), 64, WbColor::TextDisabled));
+    auto* picture = new WbIconPicture(QStringLiteral("empty"), 64, WbColor::TextDisabled, empty);
     labelEmpty = new WbLabel(empty);
     labelEmpty->setObjectName(QStringLiteral("labelEmpty"));
     labelEmpty->setAlignment(Qt::AlignCenter);

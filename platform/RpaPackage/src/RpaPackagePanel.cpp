@@ -3,6 +3,7 @@
 #include <OxBase/DpiTool.h>
 #include <RpaPackage/RpaPackagePanel.h>
 #include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/WbIconPicture.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -123,17 +124,17 @@ QWidget* RpaPackagePanel::Private::CreateEmptyState()
 {
     auto* empty = new QWidget(&q);
     empty->setObjectName(QStringLiteral("emptyPackages"));
-    auto* picture = new WbLabel(empty);
-    picture->setPixmap(
-        WbIcons::Pixmap(QStringLiteral("package"), DpiTool::ScaleDefault(56), WbColor::TextDisabled));
+    auto* picture = new WbIconPicture(QStringLiteral("package"), 56, WbColor::TextDisabled, empty);
     auto* title = new WbLabel(QStringLiteral("还没有扩展包"), empty);
+    title->setProperty("wbRole", QStringLiteral("heading"));
     labelHint = new WbLabel(
         QStringLiteral("流程要用到的 Python 扩展包会列在这里。在上方输入名称，再按“添加”。"), empty);
     labelHint->setWordWrap(true);
     auto* layout = new QVBoxLayout(empty);
     layout->setSpacing(8);
     layout->addStretch();
-    for (WbLabel* label : {picture, title, labelHint}) {
+    layout->addWidget(picture);
+    for (WbLabel* label : {title, labelHint}) {
         label->setAlignment(Qt::AlignCenter);
         layout->addWidget(label);
     }
