@@ -77,7 +77,7 @@ void CheckPane::ShowFindings(const QList<RpaCheckInfo>& findings)
             break;
         auto* item = new QTreeWidgetItem({info.message, info.remedy, info.processName}); // the list takes it
         item->setData(MessageColumn, Qt::UserRole, info.statementId);
-        item->setIcon(MessageColumn, WbIcons::Get(QStringLiteral("error"), WbColor::Danger));
+        item->setIcon(MessageColumn, WbIcons::Get(QStringLiteral("error"), WbColor::DangerText));
         item->setToolTip(MessageColumn, info.message.toHtmlEscaped());
         item->setToolTip(RemedyColumn, info.remedy.toHtmlEscaped());
         items.append(item);

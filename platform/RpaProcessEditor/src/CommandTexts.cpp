@@ -3,6 +3,7 @@
 #include <RpaProcessData/RpaExpression.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbTheme.h>
 
 #include <QPainter>
 #include <QPixmapCache>
@@ -54,10 +55,20 @@ QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, con
 // One colour per group, in the order of the groups, so that neighbours differ.
 QColor GroupColour(const QString& group)
 {
-    static constexpr QRgb colours[] = {0xff3b82f6, 0xff8e5cf0, 0xff2f9e58, 0xffe8730c, 0xff0f96a8,
-                                       0xffd9467f, 0xffb88a00, 0xff64748b, 0xffe5484d, 0xff4f6bed};
+    struct Shades
+    {
+        QRgb light;
+        QRgb dark;
+    };
+    static constexpr Shades colours[] = {{0xff3b82f6, 0xff7fb0ff}, {0xff8e5cf0, 0xffbb9fff},
+                                         {0xff2f9e58, 0xff62cc8b}, {0xffe8730c, 0xffff9f4d},
+                                         {0xff0f96a8, 0xff4cc4d4}, {0xffd9467f, 0xfff48ab4},
+                                         {0xffb88a00, 0xffe0b53c}, {0xff64748b, 0xffa9b3c5},
+                                         {0xffe5484d, 0xffff8f92}, {0xff4f6bed, 0xff9db0ff}};
     const int index = RpaCommandCatalogue::Instance()->GetGroups().indexOf(group);
-    return QColor(colours[qMax(0, index) % int(std::size(colours))]);
+    const Shades& shades = colours[qMax(0, index) % int(std::size(colours))];
+    const bool dark = WbTheme::Instance()->GetScheme() == WbTheme::Scheme::Dark;
+    return QColor(dark ? shades.dark : shades.light);
 }
 
 QString FreeName(const QString& stem, const QSet<QString>& taken)

@@ -113,7 +113,7 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
     QColor fill = Colour(running ? WbColor::ExecutionLine : selected ? WbColor::Selection : WbColor::Surface);
     if (!selected && !running && option.state.testFlag(QStyle::State_MouseOver))
         fill = Colour(WbColor::Hover);
-    QColor border = Colour(finding ? WbColor::Danger : selected ? WbColor::Accent : WbColor::Border);
+    QColor border = Colour(finding ? WbColor::DangerText : selected ? WbColor::Accent : WbColor::Border);
     const QPen pen(border, finding || selected ? 1.4 : 1.0);
     painter.drawPixmap(option.rect.topLeft(),
                        CardOf(option.rect.size(), fill, pen, painter.device()->devicePixelRatioF()));
@@ -132,7 +132,7 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
         texts.setRight(mark.left() - Scaled(8));
     };
     if (finding)
-        addMark(QStringLiteral("error"), WbColor::Danger);
+        addMark(QStringLiteral("error"), WbColor::DangerText);
     if (running)
         addMark(QStringLiteral("run"), WbColor::WarningText);
     PaintTexts(painter, texts, option, index);

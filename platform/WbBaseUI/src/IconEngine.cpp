@@ -13,7 +13,9 @@ WbColor ColorFor(QIcon::Mode mode, QIcon::State state, WbColor normal)
     if (mode == QIcon::Disabled) {
         return WbColor::TextDisabled;
     }
-    return mode == QIcon::Selected || state == QIcon::On ? WbColor::AccentText : normal;
+    // A colour that tells something, red for a fault, tells it in a selected row too.
+    const bool plain = normal == WbColor::Text || normal == WbColor::TextSecondary;
+    return plain && (mode == QIcon::Selected || state == QIcon::On) ? WbColor::AccentText : normal;
 }
 } // namespace
 

@@ -1,7 +1,8 @@
 #include "ThemeTokens_p.h"
 
 // Both schemes stand side by side so that neither can have a colour the other lacks. Text on its background
-// keeps a contrast of at least 4.5, marks that carry meaning at least 3; the tests compute both.
+// keeps a contrast of at least 4.5, marks that carry meaning at least 3, disabled text 2.5; the tests compute
+// all of them.
 const std::array<ColorToken, kColorCount>& ColorTokens()
 {
     static const std::array<ColorToken, kColorCount> tokens = {{
@@ -17,7 +18,7 @@ const std::array<ColorToken, kColorCount>& ColorTokens()
         {WbColor::BorderStrong, "border-strong", 0xff828b9f, 0xff6d7789},
         {WbColor::Text, "text", 0xff1b2130, 0xffe8ecf4},
         {WbColor::TextSecondary, "text-secondary", 0xff566077, 0xffa9b3c5},
-        {WbColor::TextDisabled, "text-disabled", 0xff9aa3b4, 0xff667084},
+        {WbColor::TextDisabled, "text-disabled", 0xff8790a3, 0xff7a859a},
         {WbColor::TextOnAccent, "text-on-accent", 0xffffffff, 0xffffffff},
         {WbColor::Accent, "accent", 0xff2b5ce0, 0xff3c69e4},
         {WbColor::AccentHover, "accent-hover", 0xff2450c8, 0xff3360d8},

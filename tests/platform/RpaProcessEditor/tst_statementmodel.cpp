@@ -1,14 +1,18 @@
+#include "ColorContrast.h"
 #include "CommandTexts_p.h"
 #include "EditorFixture.h"
 #include "ProcessEdits_p.h"
 #include "StatementModel_p.h"
 #include "TestApp.h"
 
+#include <RpaProcessData/RpaCommandCatalogue.h>
 #include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbTheme.h>
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
 #include <QMimeData>
+#include <QPainter>
 #include <QTest>
 
 using namespace EditorFixture;
@@ -61,6 +65,7 @@ private slots:
     void tellsSummaryNoteAndState();
     void keepsFindingsByStatement();
     void hasAnIconForEveryCommand();
+    void showsEveryIconOnASelectedRowInTheDark();
     void readsExpressionsWithoutTheirMarker_data();
     void readsExpressionsWithoutTheirMarker();
     void movesByDragging_data();
@@ -133,6 +138,27 @@ void tst_StatementModel::hasAnIconForEveryCommand()
         QVERIFY2(icons.contains(info.icon), qPrintable(info.name + QLatin1Char(' ') + info.icon));
     }
     QVERIFY(own > 0);
+}
+
+void tst_StatementModel::showsEveryIconOnASelectedRowInTheDark()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Dark);
+    const QColor row = WbTheme::Instance()->Color(WbColor::Selection);
+
+    for (const RpaCommandInfo& command : RpaCommandCatalogue::Instance()->GetCommands()) {
+        QImage image(26, 26, QImage::Format_RGB32);
+        image.fill(row);
+        QPainter painter(&image);
+        CommandTexts::PaintTile(painter, image.rect(), command.name, true);
+        painter.end();
+        qreal best = 1;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                best = qMax(best, ColorContrast(image.pixelColor(x, y), row));
+        }
+        QVERIFY2(best >= 3, qPrintable(QStringLiteral("%1: %2").arg(command.name).arg(best)));
+    }
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
 }
 
 void tst_StatementModel::readsExpressionsWithoutTheirMarker_data()

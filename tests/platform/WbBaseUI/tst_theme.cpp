@@ -1,3 +1,4 @@
+#include "ColorContrast.h"
 #include "TestApp.h"
 
 #include <OxBase/DpiTool.h>
@@ -14,30 +15,13 @@
 #include <QtTest>
 
 #include <RpaResources.h>
-#include <cmath>
 
 namespace
 {
 constexpr qreal kTextContrast = 4.5;
 constexpr qreal kMarkContrast = 3.0;
+constexpr qreal kDisabledContrast = 2.5;
 constexpr int kVisibleAlpha = 64;
-
-qreal Linear(qreal channel)
-{
-    return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-qreal Luminance(const QColor& c)
-{
-    return 0.2126 * Linear(c.redF()) + 0.7152 * Linear(c.greenF()) + 0.0722 * Linear(c.blueF());
-}
-
-qreal Contrast(const QColor& a, const QColor& b)
-{
-    const qreal first = Luminance(a);
-    const qreal second = Luminance(b);
-    return (qMax(first, second) + 0.05) / (qMin(first, second) + 0.05);
-}
 
 void AddPair(WbColor front, WbColor back, qreal least)
 {
@@ -87,6 +71,7 @@ private slots:
     void drawsDifferentIcons();
     void drawsIconsInTheColoursOfTheTheme();
     void drawsDisabledAndSelectedIconsInTheirOwnColour();
+    void keepsTheColourOfAFaultInASelectedRow();
     void drawsIconsSharpOnDenseScreens();
     void givesANullIconForAnUnknownName();
     void bringsTheVersionImages_data();
@@ -112,6 +97,11 @@ void TestTheme::keepsTextReadable_data()
         AddPair(WbColor::Text, ground, kTextContrast);
         AddPair(WbColor::TextSecondary, ground, kTextContrast);
     }
+    // What cannot be used now is still read, but stands back.
+    for (const WbColor ground : grounds) {
+        AddPair(WbColor::TextDisabled, ground, kDisabledContrast);
+    }
+    AddPair(WbColor::DangerText, WbColor::Selection, kTextContrast);
     for (const WbColor ground : {WbColor::Window, WbColor::Surface, WbColor::SurfaceRaised, WbColor::Field}) {
         for (const WbColor front :
              {WbColor::AccentText, WbColor::DangerText, WbColor::WarningText, WbColor::SuccessText}) {
@@ -152,8 +142,8 @@ void TestTheme::keepsTextReadable()
     QFETCH(qreal, least);
     const auto theme = static_cast<WbTheme::Scheme>(scheme);
 
-    const qreal contrast = Contrast(WbTheme::Color(static_cast<WbColor>(front), theme),
-                                    WbTheme::Color(static_cast<WbColor>(back), theme));
+    const qreal contrast = ColorContrast(WbTheme::Color(static_cast<WbColor>(front), theme),
+                                         WbTheme::Color(static_cast<WbColor>(back), theme));
 
     QVERIFY2(contrast >= least, qPrintable(QString::number(contrast)));
 }
@@ -375,6 +365,15 @@ void TestTheme::drawsDisabledAndSelectedIconsInTheirOwnColour()
     QCOMPARE(middle(QIcon::Disabled, QIcon::Off), theme->Color(WbColor::TextDisabled));
     QCOMPARE(middle(QIcon::Selected, QIcon::Off), theme->Color(WbColor::AccentText));
     QCOMPARE(middle(QIcon::Normal, QIcon::On), theme->Color(WbColor::AccentText));
+}
+
+void TestTheme::keepsTheColourOfAFaultInASelectedRow()
+{
+    const QIcon icon = WbIcons::Get(QStringLiteral("dot"), WbColor::DangerText);
+
+    const QImage selected = icon.pixmap(QSize(24, 24), QIcon::Selected, QIcon::Off).toImage();
+
+    QCOMPARE(QColor(selected.pixel(12, 12)), WbTheme::Instance()->Color(WbColor::DangerText));
 }
 
 void TestTheme::drawsIconsSharpOnDenseScreens()

@@ -13,8 +13,8 @@
 //
 //     button->setIcon(WbIcons::Get(QStringLiteral("save")));
 //
-// A disabled icon is painted in WbColor::TextDisabled, a selected or checked one in WbColor::AccentText. GUI
-// thread.
+// A disabled icon is painted in WbColor::TextDisabled, a selected or checked one in WbColor::AccentText
+// unless its own colour is another than that of texts. GUI thread.
 class WBBASEUI_EXPORT WbIcons
 {
 public:
