@@ -5,16 +5,12 @@
 
 #include <QAction>
 #include <QBoxLayout>
+#include <QEvent>
 #include <QToolButton>
 
-namespace
-{
-// Tools and at least two tabs; the width alone decides, so that a new tab does not turn the rows over.
-constexpr int kWideEnoughForOneRow = 640;
-} // namespace
-
-ProcessHead::ProcessHead(ProcessTabs* tabs, QWidget* parent)
-    : QWidget(parent), rows(new QBoxLayout(QBoxLayout::TopToBottom, this)), tools(new QHBoxLayout)
+ProcessHead::ProcessHead(ProcessTabs* processTabs, QWidget* parent)
+    : QWidget(parent), tabs(processTabs), rows(new QBoxLayout(QBoxLayout::TopToBottom, this)),
+      tools(new QHBoxLayout)
 {
     auto* bar = new QWidget(this);
     bar->setObjectName(QStringLiteral("processToolBar"));
@@ -44,9 +40,24 @@ void ProcessHead::AddGap()
     tools->insertSpacing(tools->count() - 1, DpiTool::ScaleDefault(10));
 }
 
+void ProcessHead::Arrange()
+{
+    const bool fit = width() >= tabs->sizeHint().width() + tools->sizeHint().width();
+    const QBoxLayout::Direction direction = fit ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
+    if (rows->direction() != direction)
+        rows->setDirection(direction);
+}
+
 void ProcessHead::resizeEvent(QResizeEvent* event)
 {
-    const bool wide = width() >= DpiTool::ScaleDefault(kWideEnoughForOneRow);
-    rows->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     QWidget::resizeEvent(event);
+    Arrange();
+}
+
+// A tab more, or a longer name.
+bool ProcessHead::event(QEvent* event)
+{
+    if (event->type() == QEvent::LayoutRequest)
+        Arrange();
+    return QWidget::event(event);
 }

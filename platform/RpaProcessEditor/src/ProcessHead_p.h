@@ -23,8 +23,12 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
+    void Arrange();
+
+    ProcessTabs* tabs;
     QBoxLayout* rows;
     QHBoxLayout* tools;
 };

@@ -151,6 +151,7 @@ private slots:
     void showsFindingsAndGoesThere();
     void showsFindingsWithTheirWholeTexts();
     void keepsToolsAndTabNamesWholeBesideTheBrowser();
+    void movesTheToolsBelowTheTabsRatherThanHideATab();
     void hearsTheDebugger();
     void asksToSaveOnControlS();
     void asksForNoSaveWhileABlockingSaveWaits();
@@ -810,6 +811,23 @@ void tst_ProcessVisualEditor::keepsToolsAndTabNamesWholeBesideTheBrowser()
     QTRY_VERIFY(tabs->rect().contains(tabs->tabRect(tabs->count() - 1).center()));
     const QRect view(editor.view->mapTo(&editor.widget, QPoint(0, 0)), editor.view->size());
     QVERIFY(editor.widget.rect().contains(view));
+}
+
+void tst_ProcessVisualEditor::movesTheToolsBelowTheTabsRatherThanHideATab()
+{
+    Editor editor;
+    editor.widget.resize(1240, 480);
+    const auto* tabs = editor.Find<QTabBar>(QStringLiteral("processTabBar"));
+    const auto* bar = editor.Find<QWidget>(QStringLiteral("processToolBar"));
+    const auto topOf = [&editor](const QWidget* part) { return part->mapTo(&editor.widget, QPoint()).y(); };
+    QTRY_VERIFY(topOf(bar) < topOf(tabs) + tabs->height());
+
+    for (const char* name : {"读取每日工时", "汇总到报表", "发送通知邮件", "整理附件"})
+        editor.app->GetProcessDataManager()->AddProcess(QString::fromUtf8(name));
+
+    QTRY_VERIFY(topOf(bar) >= topOf(tabs) + tabs->height());
+    QTRY_VERIFY(tabs->rect().contains(tabs->tabRect(0)));
+    QVERIFY(tabs->rect().contains(tabs->tabRect(tabs->count() - 1)));
 }
 
 void tst_ProcessVisualEditor::hearsTheDebugger()
