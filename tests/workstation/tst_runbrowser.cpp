@@ -7,6 +7,10 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
 #include <RpaAppTool/IAppParamWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
 #include <RpaEngineCore/IRpaLogManager.h>
@@ -68,6 +72,7 @@ private slots:
     void theBrowserGoesWithTheApp();
     void theLogOfTheAppBeforeIsNotShown();
     void theTableHasTheRoomThatTheFieldsLeave();
+    void oneFieldTakesTheRoomOfOneField();
     void anAppWithoutWebPagesHasNoBrowser();
     void withoutABuiltBrowserTheInstructionsRemain();
 
@@ -152,6 +157,26 @@ void tst_RunBrowser::theTableHasTheRoomThatTheFieldsLeave()
     const int below = fields->mapTo(page.get(), QPoint(0, fields->height())).y();
     QTRY_VERIFY(table->mapTo(page.get(), QPoint(0, 0)).y() - below <= 24);
     QVERIFY(table->height() > fields->height());
+}
+
+void tst_RunBrowser::oneFieldTakesTheRoomOfOneField()
+{
+    RpaAppData app;
+    app.InitDefault();
+    RpaParamItem rate;
+    rate.name = QStringLiteral("时薪");
+    app.GetUIDataManager()->GetUIData(0)->GetParamData()->SetItems({rate});
+    RpaTableColumn column;
+    column.name = QStringLiteral("姓名");
+    app.GetUIDataManager()->GetUIData(0)->GetTableData()->InsertColumn(-1, column);
+
+    QVERIFY(page->ShowApp(Released(0), app.ToJson()));
+
+    const auto* fields = page->findChild<IAppParamWidget*>();
+    const auto* table = page->findChild<IAppTableWidget*>();
+    const auto edgeOf = [this](const QWidget* part, int y) { return part->mapTo(page.get(), {0, y}).y(); };
+    QTRY_VERIFY(edgeOf(table, 0) > edgeOf(fields, 0));
+    QTRY_VERIFY(edgeOf(table, 0) - edgeOf(fields, fields->sizeHint().height()) <= 8);
 }
 
 void tst_RunBrowser::anAppWithoutWebPagesHasNoBrowser()

@@ -34,7 +34,7 @@ AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), form(
 {
     setObjectName(QStringLiteral("AppParamWidget"));
     const int margin = DpiTool::ScaleDefault(4);
-    form->setContentsMargins(margin, margin, margin, margin);
+    form->setContentsMargins(0, margin, 0, margin);
     form->setHorizontalSpacing(DpiTool::ScaleDefault(12));
     form->setVerticalSpacing(DpiTool::ScaleDefault(8));
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -53,8 +53,7 @@ AppTableWidget::AppTableWidget(QWidget* parent)
 {
     setObjectName(QStringLiteral("AppTableWidget"));
     auto* layout = new QVBoxLayout(this);
-    const int margin = DpiTool::ScaleDefault(4);
-    layout->setContentsMargins(margin, 0, margin, margin);
+    layout->setContentsMargins(0, 0, 0, DpiTool::ScaleDefault(4));
     layout->setSpacing(DpiTool::ScaleDefault(4));
     layout->addWidget(BuildToolBar());
     BuildView();
