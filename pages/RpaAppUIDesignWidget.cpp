@@ -24,8 +24,8 @@
 namespace
 {
 
-constexpr int panelStretch = 2;
-constexpr int pageStretch = 3;
+constexpr int panelStretch = 3;
+constexpr int pageStretch = 4;
 constexpr int pageViewStretch = 4;
 constexpr int logStretch = 1;
 

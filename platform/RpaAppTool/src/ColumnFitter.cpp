@@ -29,13 +29,15 @@ void ColumnFitter::Fit()
         spare -= DpiTool::ScaleDefault(model->GetLeastWidth(column));
         sharers += model->IsNarrow(column) ? 0 : 1;
     }
-    for (int column = 0; column < model->columnCount(); ++column) {
-        int width = DpiTool::ScaleDefault(model->GetLeastWidth(column));
-        if (spare > 0 && !model->IsNarrow(column)) {
-            const int share = spare / sharers--;
-            width += share;
-            spare -= share;
-        }
-        view->horizontalHeader()->resizeSection(column, width);
+    // What stands first tells the records apart, so the last columns give way first.
+    for (int column = model->columnCount() - 1; column >= 0; --column) {
+        const int least = DpiTool::ScaleDefault(model->GetLeastWidth(column));
+        int change = 0;
+        if (spare < 0)
+            change = qMax(spare, DpiTool::ScaleDefault(model->GetTightWidth(column)) - least);
+        else if (!model->IsNarrow(column))
+            change = spare / sharers--;
+        spare -= change;
+        view->horizontalHeader()->resizeSection(column, least + change);
     }
 }

@@ -4,8 +4,8 @@
 
 class QTableView;
 
-// Shares the width of a view of records among its columns: each gets at least what it needs to be read, and
-// the view scrolls sideways where that is too much.
+// Shares the width of a view of records among its columns: each gets what it needs to be read, less where
+// that keeps all of them in sight, and the view scrolls sideways where even that is too much.
 class ColumnFitter : public QObject
 {
     Q_OBJECT

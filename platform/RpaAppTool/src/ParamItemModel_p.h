@@ -36,7 +36,12 @@ public:
     bool IsNarrow(int column) const override { return column == TypeColumn || column == RequiredColumn; }
     int GetLeastWidth(int column) const override
     {
-        return column == TypeColumn ? 112 : RecordModel::GetLeastWidth(column);
+        return column == TypeColumn ? 106 : RecordModel::GetLeastWidth(column);
+    }
+    int GetTightWidth(int column) const override
+    {
+        constexpr int widths[] = {76, 76, 46, 62, 46, 46};
+        return widths[column];
     }
     bool AddRecord() override;
     bool RemoveRecords(const QVector<int>& rows) override;

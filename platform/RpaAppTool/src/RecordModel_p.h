@@ -44,6 +44,8 @@ public:
     virtual bool IsNarrow(int) const { return false; }
     // What a column needs to be read, in pixels at 100 %.
     virtual int GetLeastWidth(int column) const { return IsNarrow(column) ? 64 : 100; }
+    // What it makes do with where that shows all columns at once: its title is whole, texts are cut.
+    virtual int GetTightWidth(int column) const { return GetLeastWidth(column); }
 
     // One act each; false when nothing was done.
     virtual bool AddRecord() = 0;

@@ -79,6 +79,21 @@ QSize RecordDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     return {hint.width(), qMax(hint.height(), DpiTool::ScaleDefault(30))};
 }
 
+void RecordDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                           const QModelIndex& index) const
+{
+    const bool cut = option.rect.width() < sizeHint(option, index).width();
+    if (!cut || index.data(Qt::DecorationRole).isNull()) {
+        CutTextDelegate::paint(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem iconOnly = option;
+    initStyleOption(&iconOnly, index);
+    iconOnly.features &= ~QStyleOptionViewItem::HasDisplay;
+    iconOnly.text.clear();
+    iconOnly.widget->style()->drawControl(QStyle::CE_ItemViewItem, &iconOnly, painter, iconOnly.widget);
+}
+
 RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, const QString& emptyHint,
                          QWidget* parent)
     : ShrinkPanel(panelTitle, parent), view(new QTableView), emptyLabel(new WbLabel(emptyHint)),

@@ -8,6 +8,7 @@
 #include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/AppToolEditorWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
+#include <WbBaseUI/WbTheme.h>
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
@@ -18,6 +19,11 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+
+namespace
+{
+constexpr int titlePadding = 16; // both sides, by the theme
+}
 
 class EditorPanels : public QObject
 {
@@ -39,6 +45,7 @@ private slots:
     void theTableIsShownOnlyWithColumns();
     void dataThatGoesAwayEmptiesThePanel();
     void columnsStayReadableInANarrowPanel();
+    void allParameterColumnsAreSeenBesideTheBrowser();
 
 private:
     RpaUIData* Page() { return app->GetUIDataManager()->GetUIData(0); }
@@ -269,6 +276,7 @@ void EditorPanels::dataThatGoesAwayEmptiesThePanel()
 
 void EditorPanels::columnsStayReadableInANarrowPanel()
 {
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light); // its fonts and paddings
     AppParamEditorWidget panel;
     Bind(panel, Page()->GetParamData());
     Click(panel, "recordAdd");
@@ -278,15 +286,42 @@ void EditorPanels::columnsStayReadableInANarrowPanel()
 
     for (int column = 0; column < header->count(); ++column) {
         const QString title = model->headerData(column, Qt::Horizontal).toString();
-        QTRY_VERIFY2(header->sectionSize(column) >= header->fontMetrics().horizontalAdvance(title) + 22,
+        QTRY_VERIFY2(header->sectionSize(column) >=
+                         header->fontMetrics().horizontalAdvance(title) + titlePadding,
                      qPrintable(title));
     }
-    QVERIFY(header->sectionSize(0) >= 100);
     QVERIFY(View(panel)->horizontalScrollBar()->maximum() > 0);
 
     panel.resize(900, 300);
 
     QTRY_COMPARE(header->length(), View(panel)->viewport()->width());
+}
+
+void EditorPanels::allParameterColumnsAreSeenBesideTheBrowser()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light); // its fonts and paddings
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    for (int i = 0; i < 8; ++i)
+        Click(panel, "recordAdd");
+
+    panel.resize(368, 180); // what a window of 1280 pixels leaves it
+
+    const QTableView* view = View(panel);
+    const QHeaderView* header = view->horizontalHeader();
+    QTRY_VERIFY(view->verticalScrollBar()->isVisible());
+    QTRY_COMPARE(view->horizontalScrollBar()->maximum(), 0);
+    QCOMPARE(header->length(), view->viewport()->width());
+    for (int column = 0; column < header->count(); ++column) {
+        const QString title = model->headerData(column, Qt::Horizontal).toString();
+        QVERIFY2(header->sectionSize(column) >= header->fontMetrics().horizontalAdvance(title) + titlePadding,
+                 qPrintable(title));
+    }
+
+    panel.resize(640, 180);
+
+    QTRY_VERIFY(header->sectionSize(0) >= 100);
+    QCOMPARE(header->length(), view->viewport()->width());
 }
 
 QTEST_MAIN(EditorPanels)
