@@ -40,7 +40,7 @@ AppNameDialog::AppNameDialog(Purpose purpose, QWidget* parent)
     buttonCancel->setText(QStringLiteral("取消"));
 
     auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(32, 24, 32, 24);
+    layout->setContentsMargins(24, 20, 24, 24);
     layout->setSpacing(12);
     auto* caption = new WbLabel(QStringLiteral("应用名称"), this);
     caption->setBuddy(editName);

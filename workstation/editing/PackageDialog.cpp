@@ -21,7 +21,7 @@ PackageDialog::PackageDialog(PackageService* service, const QString& wheelFolder
     hint->setWordWrap(true);
     auto* wheels = new WheelFolderRow(wheelFolder, this);
     auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(32, 16, 32, 24);
+    layout->setContentsMargins(24, 16, 24, 24);
     layout->setSpacing(16);
     layout->addWidget(hint);
     layout->addWidget(wheels);

@@ -71,7 +71,7 @@ InvitationDialog::InvitationDialog(const AppRecord& record, DateLanguage languag
     buttons->addStretch();
     buttons->addWidget(close);
     auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(32, 24, 32, 24);
+    layout->setContentsMargins(24, 20, 24, 24);
     layout->setSpacing(12);
     layout->addWidget(caption);
     layout->addWidget(scroll, 1);

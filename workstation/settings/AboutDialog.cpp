@@ -16,7 +16,7 @@ AboutDialog::AboutDialog(const QString& serverProgram, QWidget* parent)
     setObjectName(QStringLiteral("AboutDialog"));
     SetTitle(QStringLiteral("关于工作站"));
     auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(32, 24, 32, 24);
+    layout->setContentsMargins(24, 20, 24, 24);
     layout->setSpacing(16);
     layout->addWidget(new WbLabel(QStringLiteral("RPA 工作站：搭建、调试和发布自动化应用。"), this));
     layout->addLayout(CreateFacts());

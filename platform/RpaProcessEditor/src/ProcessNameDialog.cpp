@@ -35,7 +35,7 @@ ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, 
     buttons->addWidget(okButton);
     buttons->addWidget(cancel);
     auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(20, 16, 20, 16);
+    layout->setContentsMargins(16, 8, 16, 16);
     layout->addWidget(edit);
     layout->addWidget(problem);
     layout->addStretch();
