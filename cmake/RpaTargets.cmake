@@ -157,6 +157,20 @@ function(rpa_add_test name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home}/run;XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;LC_ALL=C.UTF-8;${RPA_SANITIZER_ENVIRONMENT};${arg_ENVIRONMENT}")
 endfunction()
 
+# The set-up that several tests of a folder share, compiled once and linked into each of them.
+#   rpa_add_test_fixture(version_service_fixture SOURCES VersionServiceFixture.cpp LINK rpa_test_support)
+function(rpa_add_test_fixture name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    if(NOT BUILD_TESTING)
+        return()
+    endif()
+    add_library(${name} OBJECT ${arg_SOURCES})
+    _rpa_common(${name})
+    target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries(${name} PUBLIC Qt5::Test ${arg_LINK})
+    set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+endfunction()
+
 # A benchmark program; `cmake --build ... --target bench` runs all of them one after another.
 function(rpa_add_benchmark name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})

@@ -18,11 +18,6 @@ using namespace std::chrono_literals;
 namespace
 {
 
-RpaSnapshotManager* Manager()
-{
-    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
-}
-
 VersionReplies::Version Describe(const RpaAppSnapshotPtr& snapshot)
 {
     VersionReplies::Version version;
@@ -143,6 +138,16 @@ void VersionServiceFixture::UseShortDeadlines()
     VersionServiceSettings::Instance()->SetLimits(limits);
 }
 
+void VersionServiceFixture::Misbehave(FaultServer::Fault fault)
+{
+    UseShortDeadlines();
+    server.SetScript([fault](const FaultServer::Request& request) {
+        FaultServer::Reply reply = AnswerRightly(request);
+        reply.fault = fault;
+        return reply;
+    });
+}
+
 RpaAppDataPtr VersionServiceFixture::MakeModifiedApp()
 {
     auto app = RpaAppDataPtr::create();
@@ -163,6 +168,31 @@ RpaAppSnapshotPtr VersionServiceFixture::MakeSnapshot(const QString& id, const Q
     snapshot->SetState(state);
     snapshot->SetApiVersion(QStringLiteral("1.0.0"));
     return snapshot;
+}
+
+QString Text(const char* utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+RpaSnapshotManager* Manager()
+{
+    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
+}
+
+QSharedPointer<SnapshotResponse> Outcome(bool ok, const QString& error)
+{
+    auto response = QSharedPointer<SnapshotResponse>::create();
+    response->SetOutcome(ok, error);
+    return response;
+}
+
+void AddFaultRows()
+{
+    QTest::addColumn<FaultServer::Fault>("fault");
+    for (FaultServer::Fault fault : FaultServer::AllFaults()) {
+        QTest::newRow(FaultServer::NameOf(fault)) << fault;
+    }
 }
 
 void InjectAnswer(int notifyId, const QSharedPointer<IHttpRequest>& request,

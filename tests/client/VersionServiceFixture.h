@@ -8,10 +8,13 @@
 #include <OxHttp/IHttpResponse.h>
 #include <RpaAppData/RpaAppData.h>
 #include <RpaCore/RpaAppSnapshot.h>
+#include <RpaEditorLogic/SnapshotRequests.h>
 
 #include <QSharedPointer>
 #include <QVector>
 #include <QWidget>
+
+class RpaSnapshotManager;
 
 // One answer as the notification manager delivered it.
 struct DeliveredAnswer
@@ -49,6 +52,9 @@ public:
     // Short deadlines, so that silence is over soon.
     static void UseShortDeadlines();
 
+    // Short deadlines, and a server that answers everything with this fault.
+    void Misbehave(FaultServer::Fault fault);
+
     // A default app of "app1" with unsaved work.
     static RpaAppDataPtr MakeModifiedApp();
 
@@ -60,6 +66,17 @@ public:
     ToastWatcher toasts;
     AnswerRecorder recorder;
 };
+
+QString Text(const char* utf8);
+
+// The versions that are listed.
+RpaSnapshotManager* Manager();
+
+// An answer that a test makes up.
+QSharedPointer<SnapshotResponse> Outcome(bool ok, const QString& error = QString());
+
+// The column "fault" with a row for every fault of the server.
+void AddFaultRows();
 
 // Hands an answer to the observers as the request library would.
 void InjectAnswer(int notifyId, const QSharedPointer<IHttpRequest>& request,

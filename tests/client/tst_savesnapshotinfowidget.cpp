@@ -26,23 +26,6 @@
 namespace
 {
 
-QString Text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-RpaSnapshotManager* Manager()
-{
-    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
-}
-
-QSharedPointer<SnapshotResponse> Outcome(bool ok, const QString& error = QString())
-{
-    auto response = QSharedPointer<SnapshotResponse>::create();
-    response->SetOutcome(ok, error);
-    return response;
-}
-
 // The dialog as its user reaches it.
 class DialogUser
 {
