@@ -1,0 +1,92 @@
+#include "RpaAppEditorHandle.h"
+#include "SaveDialogFixture.h"
+#include "TestApp.h"
+
+#include <RpaEditorLogic/RpaNotifyId.h>
+#include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbTextEdit.h>
+#include <WbBaseUI/WbToast.h>
+
+#include <QtTest>
+
+// Versions that are deleted while the dialog is open.
+class TestSaveSnapshotInfoWidgetDeleting : public SaveDialogFixture
+{
+    Q_OBJECT
+
+private slots:
+    void removesTheRowOfAVersionDeletedElsewhere();
+
+    void deletesTheNamedVersion();
+    void showsAFailedDeletion();
+    void keepsTheTypedNameWhenAnotherVersionGoes();
+};
+
+void TestSaveSnapshotInfoWidgetDeleting::removesTheRowOfAVersionDeletedElsewhere()
+{
+    // given
+    RpaAppEditorHandle handle;
+    Open();
+    user->TypeName(Text("版本1"));
+    QCOMPARE(user->desc->toPlainText(), Text("说明1"));
+
+    // when
+    handle.DeleteSnapshot(QStringLiteral("app1"), QStringLiteral("v1"));
+
+    // then
+    QTRY_COMPARE(user->Names(), QStringList{Text("版本2")});
+    QCOMPARE(service->toasts.GetToasts(), (QVector<SeenToast>{{Text("删除成功"), int(ToastInformation)}}));
+    QCOMPARE(user->name->currentText(), Text("版本1"));
+    QCOMPARE(user->desc->toPlainText(), QString());
+}
+
+void TestSaveSnapshotInfoWidgetDeleting::deletesTheNamedVersion()
+{
+    // given
+    Open();
+    user->TypeName(Text(" 版本2"));
+
+    // when
+    QVERIFY(QMetaObject::invokeMethod(dialog.get(), "SlotDelete"));
+
+    // then
+    QTRY_COMPARE(user->Names(), QStringList{Text("版本1")});
+    const auto request =
+        service->recorder.answers.constFirst().request.objectCast<DeleteAppSnapshotInfoRequest>();
+    QCOMPARE(request->GetSnapshotId(), QStringLiteral("v2"));
+    QVERIFY(request->GetAppId().isEmpty());
+    QVERIFY(request->GetIdentity().isEmpty());
+    QCOMPARE(service->toasts.GetTexts(), QStringList{Text("删除成功")});
+}
+
+void TestSaveSnapshotInfoWidgetDeleting::showsAFailedDeletion()
+{
+    Open();
+
+    InjectAnswer(NotifyDeleteAppSnapshotInfo, QSharedPointer<DeleteAppSnapshotInfoRequest>::create(),
+                 Outcome(false, Text("不能删除")));
+
+    QCOMPARE(service->toasts.GetToasts(), (QVector<SeenToast>{{Text("不能删除"), 2}}));
+    QCOMPARE(user->name->count(), 2);
+}
+
+void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedNameWhenAnotherVersionGoes()
+{
+    // given
+    Open();
+    user->PickRow(0);
+    user->TypeName(Text("草稿"));
+    const auto request = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
+    request->SetSnapshotId(QStringLiteral("v1"));
+
+    // when
+    InjectAnswer(NotifyDeleteAppSnapshotInfo, request, Outcome(true));
+
+    // then
+    QCOMPARE(user->Names(), QStringList{Text("版本2")});
+    QCOMPARE(user->name->currentText(), Text("草稿"));
+}
+
+RPA_TEST_MAIN(TestSaveSnapshotInfoWidgetDeleting)
+
+#include "tst_savesnapshotinfowidget_deleting.moc"
