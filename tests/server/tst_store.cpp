@@ -1,56 +1,22 @@
-#include "PostgresProcess.h"
+#include "StoreFixture.h"
 #include "accounts/Sessions.h"
 #include "base/Clock.h"
 #include "base/Digest.h"
 #include "base/Ids.h"
 #include "base/Thread.h"
-#include "rules/InvitationRules.h"
-#include "rules/ReleaseRules.h"
-#include "store/Dialect.h"
-#include "store/Schema.h"
 #include "store/SqlConnection.h"
 
 #include <QSemaphore>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <memory>
-#include <sodium.h>
 
 using namespace server;
 
-namespace
-{
-const Account author{
-    QStringLiteral("author-1"), QStringLiteral("作者一"), QStringLiteral("v"), {QStringLiteral("author")}};
-const Account colleague{
-    QStringLiteral("author-2"), QStringLiteral("作者二"), QStringLiteral("v"), {QStringLiteral("author")}};
-const Account foreigner{
-    QStringLiteral("author-3"), QStringLiteral("作者三"), QStringLiteral("w"), {QStringLiteral("author")}};
-const Account administrator{QStringLiteral("admin"),
-                            QStringLiteral("管理员"),
-                            QStringLiteral("v"),
-                            {QStringLiteral("administrator")}};
-
-constexpr qint64 dayMs = 24LL * 60 * 60 * 1000;
-
-VersionDraft DraftOf(const QString& name, const QByteArray& body)
-{
-    return {name, QStringLiteral("描述"), QStringLiteral("1.2"), Sha256(body), body};
-}
-} // namespace
-
-// The same tests on both databases; each on a database of its own.
-class StoreTest : public QObject
+// What a store keeps, and how it writes and reads.
+class StoreTest : public StoreFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanupTestCase() { postgres.reset(); }
-    void init();
-    void cleanup();
-
     void keepsABodyByteForByte_data() { Databases(); }
     void keepsABodyByteForByte();
     void movesTheHeadAndKeepsTheHistory_data() { Databases(); }
@@ -69,133 +35,15 @@ private slots:
     void tellsAConflictFromOtherFailures();
     void restoresADeletedVersionFor30Days_data();
     void restoresADeletedVersionFor30Days();
-    void releasesOnlyForward_data() { Databases(); }
-    void releasesOnlyForward();
-    void showsTheOnlineVersionThatWasReleasedLast_data() { Databases(); }
-    void showsTheOnlineVersionThatWasReleasedLast();
-    void opensGrayVersionsToWhomeverRedeemsACode_data() { Databases(); }
-    void opensGrayVersionsToWhomeverRedeemsACode();
-    void refusesAClosedInvitation_data();
-    void refusesAClosedInvitation();
-    void keepsOneOpenInvitationAcrossGrayReleases_data() { Databases(); }
-    void keepsOneOpenInvitationAcrossGrayReleases();
-    void notesWhoDidWhat_data() { Databases(); }
-    void notesWhoDidWhat();
-    void bringsAnOlderStoreUpToDate_data() { Databases(); }
-    void bringsAnOlderStoreUpToDate();
     void letsOnlyEditorsOverwrite_data() { Databases(); }
     void letsOnlyEditorsOverwrite();
     void keepsAnAnswerUnderItsKey_data() { Databases(); }
     void keepsAnAnswerUnderItsKey();
     void endsSessionsByIdleTimeAndAge_data() { Databases(); }
     void endsSessionsByIdleTimeAndAge();
-    void keepsEverythingWhenOpenedAgain_data() { Databases(); }
-    void keepsEverythingWhenOpenedAgain();
-    void refusesAStoreOfANewerProgram_data() { Databases(); }
-    void refusesAStoreOfANewerProgram();
     void readsInManyThreadsWhileWriting_data() { Databases(); }
     void readsInManyThreadsWhileWriting();
-    void comesBackAfterTheDatabaseCutItsConnections_data();
-    void comesBackAfterTheDatabaseCutItsConnections();
-
-private:
-    void Databases();
-    void OpenFresh();
-    std::shared_ptr<const IDialect> Dialect() const;
-    Version Save(const QString& name, const QByteArray& body);
-    Version Released(const QString& name, ReleaseType type, qint64 now);
-    Outcome<ReleasedApp> Redeem(const Account& account, const QString& code, qint64 now);
-
-    // Runs a rule in a write and gives its outcome.
-    template <typename Rule>
-    auto InWrite(const Rule& rule)
-    {
-        std::optional<decltype(rule(std::declval<ITransaction&>()))> outcome;
-        store->SubmitAndWait([&](ITransaction& transaction) { outcome = rule(transaction); });
-        return *outcome;
-    }
-
-    std::unique_ptr<PostgresProcess> postgres;
-    std::unique_ptr<QTemporaryDir> folder;
-    QString address;
-    std::unique_ptr<IStore> store;
-    App app;
 };
-
-void StoreTest::initTestCase()
-{
-    QVERIFY(sodium_init() >= 0);
-    if (PostgresProcess::IsInstalled()) {
-        postgres = std::make_unique<PostgresProcess>();
-        QVERIFY2(postgres->Start(), postgres->ErrorText().constData());
-    }
-}
-
-void StoreTest::Databases()
-{
-    QTest::addColumn<QString>("database");
-    QTest::newRow("sqlite") << QStringLiteral("sqlite");
-    QTest::newRow("postgresql") << QStringLiteral("postgresql");
-}
-
-void StoreTest::init()
-{
-    folder = std::make_unique<QTemporaryDir>();
-    QFETCH(QString, database);
-    if (database == QLatin1String("postgresql")) {
-        if (!postgres)
-            QSKIP("PostgreSQL is not installed");
-        address = postgres->NewDatabase();
-    } else {
-        address = QStringLiteral("sqlite:") + folder->filePath(QStringLiteral("versions.db"));
-    }
-    OpenFresh();
-    store->SubmitAndWait([](ITransaction& transaction) {
-        for (const Account& account : {author, colleague, foreigner, administrator})
-            transaction.UpsertAccount(account, {}, NowMs());
-    });
-    const auto created =
-        InWrite([](ITransaction& t) { return rules::CreateApp(t, author, QStringLiteral("应用"), 0, 1); });
-    app = std::get<App>(created);
-}
-
-void StoreTest::OpenFresh()
-{
-    store.reset();
-    store = OpenStore(address);
-}
-
-void StoreTest::cleanup()
-{
-    store.reset();
-}
-
-std::shared_ptr<const IDialect> StoreTest::Dialect() const
-{
-    return address.startsWith(QLatin1String("sqlite:")) ? MakeSqliteDialect(address.mid(7))
-                                                        : MakePostgresDialect(address);
-}
-
-Version StoreTest::Save(const QString& name, const QByteArray& body)
-{
-    const auto saved = InWrite([&](ITransaction& t) {
-        return rules::CreateVersion(t, author, app.id, DraftOf(name, body), NowMs());
-    });
-    return std::get<Version>(saved);
-}
-
-Version StoreTest::Released(const QString& name, ReleaseType type, qint64 now)
-{
-    const Version version = Save(name, "{}");
-    const auto released =
-        InWrite([&](ITransaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, now); });
-    return std::get<ReleaseResult>(released).version;
-}
-
-Outcome<ReleasedApp> StoreTest::Redeem(const Account& account, const QString& code, qint64 now)
-{
-    return InWrite([&](ITransaction& t) { return rules::RedeemInvitation(t, account, code, now); });
-}
 
 void StoreTest::keepsABodyByteForByte()
 {
@@ -385,177 +233,6 @@ void StoreTest::restoresADeletedVersionFor30Days()
     QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t(restorable ? 1 : 0));
 }
 
-void StoreTest::releasesOnlyForward()
-{
-    const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
-    const auto release = [&](ReleaseType type) {
-        return std::get<ReleaseResult>(InWrite(
-            [&](ITransaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, NowMs()); }));
-    };
-
-    QVERIFY(release(ReleaseType::Gray).tookEffect);
-    QCOMPARE(release(ReleaseType::Gray).message, QStringLiteral("灰度版本不能再次灰度。"));
-    QVERIFY(release(ReleaseType::Online).tookEffect);
-    QCOMPARE(release(ReleaseType::Gray).message, QStringLiteral("线上版本不能灰度。"));
-    QCOMPARE(release(ReleaseType::Online).message, QStringLiteral("线上版本不能再次上线。"));
-
-    QCOMPARE(store->FindVersion(version.id)->state, VersionState::Online);
-    SqlConnection connection(Dialect());
-    auto rows = connection.Select(
-        QStringLiteral("SELECT from_state, to_state, pin FROM release_entry ORDER BY id"), {});
-    QVERIFY(rows.Next());
-    QCOMPARE(rows.Number(0), qint64{1});
-    QCOMPARE(rows.Number(1), qint64{2});
-    QCOMPARE(rows.Text(2), author.pin);
-    QVERIFY(rows.Next());
-    QCOMPARE(rows.Number(0), qint64{2});
-    QCOMPARE(rows.Number(1), qint64{3});
-    QVERIFY(!rows.Next());
-}
-
-void StoreTest::showsTheOnlineVersionThatWasReleasedLast()
-{
-    const Version first = Released(QStringLiteral("版本1"), ReleaseType::Online, 1000);
-    const Version second = Released(QStringLiteral("版本2"), ReleaseType::Online, 2000);
-
-    auto shown = store->OnlineApps(QStringLiteral("v"));
-    QCOMPARE(shown.size(), std::size_t{1});
-    QCOMPARE(shown.front().version.id, second.id);
-    QCOMPARE(shown.front().app.id, app.id);
-    QCOMPARE(shown.front().releasedAt, qint64{2000});
-    QVERIFY(store->OnlineApps(QStringLiteral("w")).empty());
-
-    // The former one comes back when the newer one is deleted.
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, second.id, 1, 3000); });
-    shown = store->OnlineApps(QStringLiteral("v"));
-    QCOMPARE(shown.size(), std::size_t{1});
-    QCOMPARE(shown.front().version.id, first.id);
-}
-
-void StoreTest::opensGrayVersionsToWhomeverRedeemsACode()
-{
-    Released(QStringLiteral("版本1"), ReleaseType::Gray, 1000);
-    const QString code = store->InvitationsOf(app.id).front().code;
-    QVERIFY(store->GrayApps(foreigner.pin).empty());
-
-    const auto typed = code.left(5).toLower() + QStringLiteral(" - ") + code.mid(5);
-    const auto redeemed = Redeem(foreigner, typed, 2000);
-    const auto again = Redeem(foreigner, code, 2000);
-
-    QVERIFY(std::holds_alternative<ReleasedApp>(redeemed));
-    QVERIFY(std::holds_alternative<ReleasedApp>(again));
-    QVERIFY(store->HasGrayAccess(app.id, foreigner.pin));
-    QVERIFY(!store->HasGrayAccess(app.id, administrator.pin));
-    QCOMPARE(store->InvitationsOf(app.id).front().uses, qint64{1});
-    // The next gray version reaches the same people.
-    const Version next = Released(QStringLiteral("版本2"), ReleaseType::Gray, 3000);
-    const auto shown = store->GrayApps(foreigner.pin);
-    QCOMPARE(shown.size(), std::size_t{1});
-    QCOMPARE(shown.front().version.id, next.id);
-}
-
-void StoreTest::refusesAClosedInvitation_data()
-{
-    QTest::addColumn<QString>("database");
-    QTest::addColumn<QString>("how");
-    for (const char* database : {"sqlite", "postgresql"}) {
-        for (const char* how : {"revoked", "expired", "used up", "without a gray version", "unknown"})
-            QTest::addRow("%s, %s", database, how)
-                << QString::fromLatin1(database) << QString::fromLatin1(how);
-    }
-}
-
-void StoreTest::refusesAClosedInvitation()
-{
-    QFETCH(QString, how);
-    constexpr qint64 made = 1000;
-    const Version gray = Released(QStringLiteral("版本1"), ReleaseType::Gray, made);
-    const auto invitation = std::get<Invitation>(InWrite([&](ITransaction& t) {
-        return rules::CreateInvitation(t, author, app.id, {1, 1}, made);
-    }));
-    QString code = invitation.code;
-    qint64 now = made + 1;
-    if (how == QLatin1String("revoked"))
-        InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, author, invitation.id, now); });
-    else if (how == QLatin1String("expired"))
-        now = made + dayMs;
-    else if (how == QLatin1String("used up"))
-        QVERIFY(std::holds_alternative<ReleasedApp>(Redeem(colleague, code, now)));
-    else if (how == QLatin1String("without a gray version"))
-        InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, gray.id, 1, now); });
-    else
-        code = QStringLiteral("2222222222");
-
-    const auto outcome = Redeem(foreigner, code, now);
-
-    QVERIFY(std::holds_alternative<Refusal>(outcome));
-    QVERIFY(!std::get<Refusal>(outcome).message.isEmpty());
-    QVERIFY(!store->HasGrayAccess(app.id, foreigner.pin));
-}
-
-void StoreTest::keepsOneOpenInvitationAcrossGrayReleases()
-{
-    Released(QStringLiteral("版本1"), ReleaseType::Gray, 1000);
-    Released(QStringLiteral("版本2"), ReleaseType::Gray, 2000);
-    QCOMPARE(store->InvitationsOf(app.id).size(), std::size_t{1});
-
-    const QString id = store->InvitationsOf(app.id).front().id;
-    const auto byColleague =
-        InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, colleague, id, 2500); });
-    QCOMPARE(std::get<Refusal>(byColleague).status, 403);
-    InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, author, id, 2500); });
-    Released(QStringLiteral("版本3"), ReleaseType::Gray, 3000);
-
-    const auto all = store->InvitationsOf(app.id);
-    QCOMPARE(all.size(), std::size_t{2});
-    QVERIFY(all.front().IsOpen(3000));
-    QVERIFY(!all.back().IsOpen(3000));
-}
-
-void StoreTest::notesWhoDidWhat()
-{
-    const Version version = Released(QStringLiteral("版本1"), ReleaseType::Gray, 1000);
-    Redeem(foreigner, store->InvitationsOf(app.id).front().code, 2000);
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, colleague, version.id, 1, 3000); });
-
-    const auto entries = store->Audit(QStringLiteral("v"), {}, 100);
-    const auto older = store->Audit(QStringLiteral("v"), entries.front().id, 1);
-
-    QStringList acts;
-    for (const AuditEntry& entry : entries)
-        acts << entry.act + QLatin1Char(' ') + entry.pin + QLatin1Char(' ') + QString::number(entry.at);
-    QCOMPARE(acts, QStringList({QStringLiteral("version.delete author-2 3000"),
-                                QStringLiteral("invitation.redeem author-3 2000"),
-                                QStringLiteral("invitation.create author-1 1000"),
-                                QStringLiteral("release.gray author-1 1000")}));
-    QCOMPARE(older.size(), std::size_t{1});
-    QCOMPARE(older.front().id, entries.at(1).id);
-    QVERIFY(store->Audit(QStringLiteral("w"), {}, 100).empty());
-}
-
-void StoreTest::bringsAnOlderStoreUpToDate()
-{
-    const Version online = Released(QStringLiteral("版本1"), ReleaseType::Online, 1000);
-    store.reset();
-    {
-        SqlConnection connection(Dialect());
-        for (const char* statement :
-             {"DROP TABLE gray_access", "DROP TABLE invitation", "DROP TABLE audit_entry",
-              "DROP INDEX version_in_state", "UPDATE schema_info SET version = 1"})
-            connection.Execute(QString::fromLatin1(statement));
-    }
-
-    OpenFresh();
-
-    QCOMPARE(store->OnlineApps(QStringLiteral("v")).front().version.id, online.id);
-    const auto entries = store->Audit(QStringLiteral("v"), {}, 100);
-    QCOMPARE(entries.size(), std::size_t{1});
-    QCOMPARE(entries.front().act, QStringLiteral("release.online"));
-    QCOMPARE(entries.front().pin, author.pin);
-    Released(QStringLiteral("版本2"), ReleaseType::Gray, 2000);
-    QCOMPARE(store->InvitationsOf(app.id).size(), std::size_t{1});
-}
-
 void StoreTest::letsOnlyEditorsOverwrite()
 {
     const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
@@ -615,27 +292,6 @@ void StoreTest::endsSessionsByIdleTimeAndAge()
     QVERIFY(!sessions.Find(token));
 }
 
-void StoreTest::keepsEverythingWhenOpenedAgain()
-{
-    const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
-
-    OpenFresh();
-
-    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{1});
-    QCOMPARE(store->ReadBody(version.id, 1), QByteArray("{\"n\":1}"));
-}
-
-void StoreTest::refusesAStoreOfANewerProgram()
-{
-    {
-        SqlConnection connection(Dialect());
-        connection.Change(QStringLiteral("UPDATE schema_info SET version = ?"), {CurrentSchema() + 1});
-    }
-    store.reset();
-
-    QVERIFY_EXCEPTION_THROWN(OpenStore(address), StoreError);
-}
-
 void StoreTest::readsInManyThreadsWhileWriting()
 {
     const QByteArray bodies[2] = {"{\"n\":\"" + QByteArray(20000, 'a') + "\"}",
@@ -671,33 +327,6 @@ void StoreTest::readsInManyThreadsWhileWriting()
     QCOMPARE(store->FindVersion(version.id)->revision, qint64{21});
 }
 
-void StoreTest::comesBackAfterTheDatabaseCutItsConnections_data()
-{
-    QTest::addColumn<QString>("database");
-    QTest::newRow("postgresql") << QStringLiteral("postgresql");
-}
-
-void StoreTest::comesBackAfterTheDatabaseCutItsConnections()
-{
-    const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
-    SqlConnection(Dialect()).Execute(
-        QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
-                       "WHERE datname = current_database() AND pid <> pg_backend_pid()"));
-
-    QCOMPARE(store->ReadBody(version.id, 1), QByteArray("{\"n\":1}"));
-    std::optional<StoreFault> first;
-    try {
-        Save(QStringLiteral("版本2"), "{\"n\":2}");
-    } catch (const StoreError& error) {
-        first = error.Fault();
-    }
-    if (first) {
-        QCOMPARE(*first, StoreFault::Unavailable);
-        Save(QStringLiteral("版本2"), "{\"n\":2}");
-    }
-
-    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{2});
-}
-
 QTEST_GUILESS_MAIN(StoreTest)
+
 #include "tst_store.moc"

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "PostgresProcess.h"
+#include "rules/ReleaseRules.h"
+#include "store/Dialect.h"
+
+#include <QObject>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+// The same tests on both databases; each on a database of its own, with four accounts and an app of "author".
+class StoreFixture : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase() { postgres.reset(); }
+    void init();
+    void cleanup();
+
+protected:
+    static const server::Account author;
+    static const server::Account colleague; // of the same vender
+    static const server::Account foreigner; // of another one
+    static const server::Account administrator;
+
+    static constexpr qint64 dayMs = 24LL * 60 * 60 * 1000;
+
+    static server::VersionDraft DraftOf(const QString& name, const QByteArray& body);
+
+    // The column "database" with a row for each.
+    static void Databases();
+
+    void OpenFresh();
+    std::shared_ptr<const server::IDialect> Dialect() const;
+    server::Version Save(const QString& name, const QByteArray& body);
+    server::Version Released(const QString& name, server::ReleaseType type, qint64 now);
+
+    // Runs a rule in a write and gives its outcome.
+    template <typename Rule>
+    auto InWrite(const Rule& rule)
+    {
+        std::optional<decltype(rule(std::declval<server::ITransaction&>()))> outcome;
+        store->SubmitAndWait([&](server::ITransaction& transaction) { outcome = rule(transaction); });
+        return *outcome;
+    }
+
+    std::unique_ptr<PostgresProcess> postgres;
+    std::unique_ptr<QTemporaryDir> folder;
+    QString address;
+    std::unique_ptr<server::IStore> store;
+    server::App app;
+};

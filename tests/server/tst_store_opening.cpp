@@ -1,0 +1,99 @@
+#include "StoreFixture.h"
+#include "store/Schema.h"
+#include "store/SqlConnection.h"
+
+#include <QTest>
+
+using namespace server;
+
+// A store that is opened again, of another schema, or after its connections were cut.
+class StoreOpeningTest : public StoreFixture
+{
+    Q_OBJECT
+
+private slots:
+    void bringsAnOlderStoreUpToDate_data() { Databases(); }
+    void bringsAnOlderStoreUpToDate();
+    void keepsEverythingWhenOpenedAgain_data() { Databases(); }
+    void keepsEverythingWhenOpenedAgain();
+    void refusesAStoreOfANewerProgram_data() { Databases(); }
+    void refusesAStoreOfANewerProgram();
+    void comesBackAfterTheDatabaseCutItsConnections_data();
+    void comesBackAfterTheDatabaseCutItsConnections();
+};
+
+void StoreOpeningTest::bringsAnOlderStoreUpToDate()
+{
+    const Version online = Released(QStringLiteral("版本1"), ReleaseType::Online, 1000);
+    store.reset();
+    {
+        SqlConnection connection(Dialect());
+        for (const char* statement :
+             {"DROP TABLE gray_access", "DROP TABLE invitation", "DROP TABLE audit_entry",
+              "DROP INDEX version_in_state", "UPDATE schema_info SET version = 1"})
+            connection.Execute(QString::fromLatin1(statement));
+    }
+
+    OpenFresh();
+
+    QCOMPARE(store->OnlineApps(QStringLiteral("v")).front().version.id, online.id);
+    const auto entries = store->Audit(QStringLiteral("v"), {}, 100);
+    QCOMPARE(entries.size(), std::size_t{1});
+    QCOMPARE(entries.front().act, QStringLiteral("release.online"));
+    QCOMPARE(entries.front().pin, author.pin);
+    Released(QStringLiteral("版本2"), ReleaseType::Gray, 2000);
+    QCOMPARE(store->InvitationsOf(app.id).size(), std::size_t{1});
+}
+
+void StoreOpeningTest::keepsEverythingWhenOpenedAgain()
+{
+    const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
+
+    OpenFresh();
+
+    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{1});
+    QCOMPARE(store->ReadBody(version.id, 1), QByteArray("{\"n\":1}"));
+}
+
+void StoreOpeningTest::refusesAStoreOfANewerProgram()
+{
+    {
+        SqlConnection connection(Dialect());
+        connection.Change(QStringLiteral("UPDATE schema_info SET version = ?"), {CurrentSchema() + 1});
+    }
+    store.reset();
+
+    QVERIFY_EXCEPTION_THROWN(OpenStore(address), StoreError);
+}
+
+void StoreOpeningTest::comesBackAfterTheDatabaseCutItsConnections_data()
+{
+    QTest::addColumn<QString>("database");
+    QTest::newRow("postgresql") << QStringLiteral("postgresql");
+}
+
+void StoreOpeningTest::comesBackAfterTheDatabaseCutItsConnections()
+{
+    const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
+    SqlConnection(Dialect()).Execute(
+        QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                       "WHERE datname = current_database() AND pid <> pg_backend_pid()"));
+
+    QCOMPARE(store->ReadBody(version.id, 1), QByteArray("{\"n\":1}"));
+    std::optional<StoreFault> first;
+    try {
+        Save(QStringLiteral("版本2"), "{\"n\":2}");
+    } catch (const StoreError& error) {
+        first = error.Fault();
+    }
+    if (first) {
+        QCOMPARE(*first, StoreFault::Unavailable);
+        Save(QStringLiteral("版本2"), "{\"n\":2}");
+    }
+
+    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{2});
+}
+
+QTEST_GUILESS_MAIN(StoreOpeningTest)
+
+#include "tst_store_opening.moc"
