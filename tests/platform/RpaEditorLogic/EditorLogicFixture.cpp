@@ -12,6 +12,17 @@
 
 using namespace std::chrono_literals;
 
+FaultServer::Reply VersionExamples::Late(FaultServer::Reply reply, std::chrono::milliseconds delay)
+{
+    reply.delay = delay;
+    return reply;
+}
+
+FaultServer::Reply VersionExamples::ChangedByAnother()
+{
+    return FaultServer::Refusal(412, "changed", QStringLiteral("changed"));
+}
+
 AnswerRecorder::AnswerRecorder()
 {
     HttpNotifyManager::Instance()->AddObserver(this, {NotifySaveAppSnapshotInfo, NotifyUpdateAppSnapshotInfo,

@@ -6,9 +6,26 @@
 #include <OxHttp/HttpObserverBase.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 
+#include <QString>
 #include <QVector>
 
+#include <chrono>
 #include <functional>
+
+// What the tests save, and answers that several of them script.
+namespace VersionExamples
+{
+using Fault = FaultServer::Fault;
+
+inline const QString v1 = QStringLiteral("v1");
+inline const QString v2 = QStringLiteral("v2");
+inline const QString text1 = QStringLiteral("{\"n\":1}");
+inline const QString text2 = QStringLiteral("{\"n\":2}");
+
+FaultServer::Reply Late(FaultServer::Reply reply,
+                        std::chrono::milliseconds delay = std::chrono::milliseconds(60));
+FaultServer::Reply ChangedByAnother();
+} // namespace VersionExamples
 
 // Hears every answer of the version requests.
 class AnswerRecorder : public HttpObserverBase

@@ -9,13 +9,10 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-using Fault = FaultServer::Fault;
+using namespace VersionExamples;
 
 namespace
 {
-const QString v1 = QStringLiteral("v1");
-const QString v2 = QStringLiteral("v2");
-
 QByteArray HeaderOf(const FaultServer& server, const char* name)
 {
     return server.GetRequests().last().headers.value(name);

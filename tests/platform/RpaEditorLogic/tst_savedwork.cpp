@@ -1,42 +1,14 @@
 #include "EditorLogicFixture.h"
 #include "TestApp.h"
 
-#include <OxBase/OxBlocker.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
 
-#include <QCryptographicHash>
 #include <QSignalSpy>
 #include <QtTest>
 
-using namespace std::chrono_literals;
-using Fault = FaultServer::Fault;
-
-namespace
-{
-const QString v1 = QStringLiteral("v1");
-const QString v2 = QStringLiteral("v2");
-const QString text1 = QStringLiteral("{\"n\":1}");
-const QString text2 = QStringLiteral("{\"n\":2}");
-
-QByteArray Sha256(const QString& text)
-{
-    return QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).toHex();
-}
-
-FaultServer::Reply Late(FaultServer::Reply reply, std::chrono::milliseconds delay = 60ms)
-{
-    reply.delay = delay;
-    return reply;
-}
-
-FaultServer::Reply ChangedByAnother()
-{
-    return FaultServer::Refusal(412, "changed", QStringLiteral("changed"));
-}
-} // namespace
+using namespace VersionExamples;
 
 // What keeps the author's work safe when answers fail, are late, or somebody else works on the same version.
 class SavedWorkTest : public QObject
@@ -54,30 +26,10 @@ private slots:
     void doesNotOverwriteWhatANewerClientSaved();
     void refusesContentThatCouldNotBeLoadedAgain_data();
     void refusesContentThatCouldNotBeLoadedAgain();
-    void refusesAReleaseWhileItsSaveIsInFlight();
-    void refusesAReleaseAfterAFailedSave();
-    void allowsAReleaseAfterTheVersionWasLoadedAnew();
-    void keepsItsBaseWhenAReleaseDidNotTakeEffect();
-    void countsAVersionThatIsGoneAlreadyAsDeleted();
-    void doesNotCountAForeign404AsDeleted();
-    void deletesOnTheSecondTryWhatSomebodyElseChanged();
     void sendsASaveIntoAVersionThatVanished();
-    void keepsACreatedVersionInAListThatWasReadBefore();
-    void keepsADeletedVersionOutOfAListThatWasReadBefore();
-    void answersAnOvertakenListAsTheOneThatIsShown_data();
-    void answersAnOvertakenListAsTheOneThatIsShown();
-    void keepsASaveOfAnotherAppOutOfTheList();
     void goesOnAfterAnOverwriteWhoseAnswerWasLost();
     void goesOnAfterANewVersionWhoseAnswerWasLost();
     void refusesTheNextSaveWhenALostOneWasNotDone();
-    void spacesALoadThatKeepsFailing();
-    void spacesALoadThatIsRepeatedThoughItSucceeds();
-    void doesNotSpaceAnotherVersion();
-    void ledgerFollowsASave();
-    void ledgerTellsOfAFailedSave();
-    void waitForASaveEndsWithItsAnswer();
-    void waitForNothingEndsAtOnce();
-    void waitEndsWhenEverythingIsTornDown();
 };
 
 void SavedWorkTest::basesASaveOnTheLoadedRevisionThoughTheListMovedOn()
@@ -242,122 +194,6 @@ void SavedWorkTest::doesNotOverwriteWhatANewerClientSaved()
     QCOMPARE(fixture.server.GetRequestCount(), 1);
 }
 
-void SavedWorkTest::refusesAReleaseWhileItsSaveIsInFlight()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1), fixture.Version(v2, 1)});
-    fixture.server.Enqueue(Late(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8()))));
-
-    fixture.Update(fixture.Record(v1, text1));
-    fixture.Release(v1, 2);
-
-    QVERIFY(fixture.answers.WaitFor(3));
-    QVERIFY(fixture.answers.At(1).response->IsSuccess());
-    QVERIFY(!fixture.answers.At(2).response->IsSuccess());
-    QVERIFY(fixture.answers.LastError().contains(QStringLiteral("正在保存")));
-    QCOMPARE(fixture.server.GetRequestCount(), 2);
-}
-
-void SavedWorkTest::refusesAReleaseAfterAFailedSave()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1), fixture.Version(v2, 1)});
-    fixture.server.Enqueue(FaultServer::Refusal(500, "x", QStringLiteral("x")));
-    fixture.Update(fixture.Record(v1, text1));
-    QVERIFY(fixture.answers.WaitFor(2));
-
-    fixture.Release(v1, 2);
-    QVERIFY(fixture.answers.WaitFor(3));
-    QVERIFY(fixture.answers.LastError().contains(QStringLiteral("上次保存未成功")));
-    fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), fixture.Version(v2, 2)));
-    fixture.Release(v2, 2);
-
-    QVERIFY(fixture.answers.WaitFor(4));
-    QVERIFY(fixture.answers.LastSucceeded());
-}
-
-void SavedWorkTest::allowsAReleaseAfterTheVersionWasLoadedAnew()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(FaultServer::Refusal(500, "x", QStringLiteral("x")));
-    fixture.Update(fixture.Record(v1, text1));
-    QVERIFY(fixture.answers.WaitFor(2));
-    fixture.server.Enqueue(FaultServer::Data("{}", 1));
-    fixture.Load(v1);
-    QVERIFY(fixture.answers.WaitFor(3));
-    fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), fixture.Version(v1, 2)));
-
-    fixture.Release(v1, 2);
-
-    QVERIFY(fixture.answers.WaitFor(4));
-    QVERIFY2(fixture.answers.LastSucceeded(), qPrintable(fixture.answers.LastError()));
-}
-
-void SavedWorkTest::keepsItsBaseWhenAReleaseDidNotTakeEffect()
-{
-    // Given: content of revision 1, while somebody else released revision 4
-    EditorLogicFixture fixture;
-    fixture.server.Enqueue(FaultServer::Data("{}", 1));
-    fixture.Load(v1);
-    QVERIFY(fixture.answers.WaitFor(1));
-    auto online = fixture.Version(v1, 4);
-    online.state = 3;
-    fixture.server.Enqueue(
-        VersionReplies::Released(0, false, QStringLiteral("线上版本不能再次上线。"), online));
-
-    fixture.Release(v1, 2);
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetBaseRevision(v1), 1);
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshot(v1)->GetState(), AppSnapshotOnline);
-}
-
-void SavedWorkTest::countsAVersionThatIsGoneAlreadyAsDeleted()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(FaultServer::Refusal(404, "not-found", QStringLiteral("不存在")));
-
-    fixture.Delete(v1);
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QVERIFY(fixture.answers.LastSucceeded());
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 0);
-}
-
-void SavedWorkTest::doesNotCountAForeign404AsDeleted()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(FaultServer::Json(404, "<html>no such page</html>"));
-
-    fixture.Delete(v1);
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QVERIFY(!fixture.answers.LastSucceeded());
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 1);
-}
-
-void SavedWorkTest::deletesOnTheSecondTryWhatSomebodyElseChanged()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(ChangedByAnother());
-    fixture.server.Enqueue(VersionReplies::List({fixture.Version(v1, 5)}));
-    fixture.Delete(v1);
-    QVERIFY(fixture.answers.WaitFor(2));
-    QVERIFY(!fixture.answers.LastSucceeded());
-    QTRY_COMPARE(fixture.Logic()->GetDevSnapshotManager()->GetNewestRevision(v1), 5);
-    fixture.server.Enqueue(VersionReplies::Deleted());
-
-    fixture.Delete(v1);
-
-    QVERIFY(fixture.answers.WaitFor(3));
-    QVERIFY(fixture.answers.LastSucceeded());
-    QCOMPARE(fixture.server.GetRequests().last().headers.value("if-match"), QByteArray("\"5\""));
-}
-
 void SavedWorkTest::sendsASaveIntoAVersionThatVanished()
 {
     EditorLogicFixture fixture;
@@ -372,96 +208,6 @@ void SavedWorkTest::sendsASaveIntoAVersionThatVanished()
     QVERIFY(fixture.answers.WaitFor(3));
     QVERIFY(!fixture.answers.LastSucceeded());
     QCOMPARE(fixture.server.GetRequests().last().method, QByteArray("PUT"));
-}
-
-void SavedWorkTest::keepsACreatedVersionInAListThatWasReadBefore()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(Late(VersionReplies::List({fixture.Version(v1, 1)}), 150ms));
-    fixture.server.Enqueue(VersionReplies::Saved(201, fixture.Version(v2, 1, text1.toUtf8())));
-
-    fixture.List();
-    QTRY_COMPARE(fixture.server.GetRequestCount(), 2);
-    fixture.Save(fixture.Record(QString(), text1));
-
-    QVERIFY(fixture.answers.WaitFor(3));
-    QCOMPARE(fixture.answers.At(1).notifyId, 10019);
-    QCOMPARE(fixture.answers.At(2).notifyId, 10022);
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 2);
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
-}
-
-void SavedWorkTest::keepsADeletedVersionOutOfAListThatWasReadBefore()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1), fixture.Version(v2, 1)});
-    fixture.server.Enqueue(
-        Late(VersionReplies::List({fixture.Version(v1, 1), fixture.Version(v2, 1)}), 150ms));
-    fixture.server.Enqueue(VersionReplies::Deleted());
-
-    fixture.List();
-    QTRY_COMPARE(fixture.server.GetRequestCount(), 2);
-    fixture.Delete(v1);
-
-    QVERIFY(fixture.answers.WaitFor(3));
-    QCOMPARE(fixture.answers.At(2).notifyId, 10022);
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 1);
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
-}
-
-void SavedWorkTest::answersAnOvertakenListAsTheOneThatIsShown_data()
-{
-    QTest::addColumn<int>("firstDelay");
-    QTest::addColumn<int>("secondDelay");
-
-    QTest::newRow("the overtaken one comes first") << 0 << 80;
-    QTest::newRow("the overtaken one comes last") << 80 << 0;
-}
-
-void SavedWorkTest::answersAnOvertakenListAsTheOneThatIsShown()
-{
-    QFETCH(const int, firstDelay);
-    QFETCH(const int, secondDelay);
-    EditorLogicFixture fixture;
-    QStringList shownAtDelivery;
-    fixture.answers.reaction = [&](const auto&) {
-        shownAtDelivery.append(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0));
-    };
-    auto other = fixture.Version(v2, 1);
-    other.appId = QStringLiteral("app2");
-    fixture.server.SetScript([=](const FaultServer::Request& request) {
-        return request.path.contains("app2")
-                   ? Late(VersionReplies::List({other}), std::chrono::milliseconds(secondDelay))
-                   : Late(VersionReplies::List({EditorLogicFixture::Version(v1, 1)}),
-                          std::chrono::milliseconds(firstDelay));
-    });
-
-    fixture.List(QStringLiteral("app1"));
-    fixture.List(QStringLiteral("app2"));
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QVERIFY(fixture.answers.At(0).response->IsSuccess());
-    QVERIFY(fixture.answers.At(1).response->IsSuccess());
-    QCOMPARE(shownAtDelivery, QStringList({v2, v2}));
-}
-
-void SavedWorkTest::keepsASaveOfAnotherAppOutOfTheList()
-{
-    EditorLogicFixture fixture;
-    auto other = fixture.Version(v2, 1);
-    other.appId = QStringLiteral("app2");
-    fixture.server.Enqueue(Late(VersionReplies::Saved(201, fixture.Version(v1, 1, text1.toUtf8()))));
-    fixture.server.Enqueue(VersionReplies::List({other}));
-
-    fixture.Save(fixture.Record(QString(), text1));
-    QTRY_COMPARE(fixture.server.GetRequestCount(), 1);
-    fixture.List(QStringLiteral("app2"));
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QVERIFY(fixture.answers.LastSucceeded());
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 1);
-    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
 }
 
 void SavedWorkTest::goesOnAfterAnOverwriteWhoseAnswerWasLost()
@@ -526,148 +272,6 @@ void SavedWorkTest::refusesTheNextSaveWhenALostOneWasNotDone()
     QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetBaseRevision(v1), 1);
 }
 
-void SavedWorkTest::spacesALoadThatKeepsFailing()
-{
-    // Given: an observer that answers each failure with the same load, as the editor does
-    EditorLogicFixture fixture;
-    VersionServiceSettings::Instance()->SetRepeatSpacing({40ms, 100ms});
-    fixture.answers.reaction = [&](const auto&) {
-        if (fixture.answers.Count() < 5)
-            fixture.Load(v1);
-    };
-    QElapsedTimer time;
-    time.start();
-
-    fixture.Load(v1);
-
-    QVERIFY(fixture.answers.WaitFor(5));
-    QVERIFY(time.elapsed() >= 40 + 80 + 100 + 100); // doubled, up to the longest
-    QCOMPARE(fixture.server.GetRequestCount(), 5);
-}
-
-void SavedWorkTest::spacesALoadThatIsRepeatedThoughItSucceeds()
-{
-    EditorLogicFixture fixture;
-    VersionServiceSettings::Instance()->SetRepeatSpacing({40ms, 100ms});
-    fixture.server.SetScript([](const auto&) { return FaultServer::Data("{}", 1); });
-    fixture.answers.reaction = [&](const auto&) {
-        if (fixture.answers.Count() < 8)
-            fixture.Load(v1);
-    };
-    QElapsedTimer time;
-    time.start();
-
-    fixture.Load(v1);
-
-    QVERIFY(fixture.answers.WaitFor(8));
-    QVERIFY(time.elapsed() >= 40 + 80 + 100);
-}
-
-void SavedWorkTest::doesNotSpaceAnotherVersion()
-{
-    EditorLogicFixture fixture;
-    VersionServiceSettings::Instance()->SetRepeatSpacing({5000ms, 5000ms});
-    fixture.Load(v1);
-    QVERIFY(fixture.answers.WaitFor(1));
-    QElapsedTimer time;
-    time.start();
-
-    fixture.Load(v2);
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QVERIFY(time.elapsed() < 2000);
-}
-
-void SavedWorkTest::ledgerFollowsASave()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    auto* ledger = fixture.Logic()->GetSaveLedger();
-    QSignalSpy confirmed(ledger, &SaveLedger::SigSaveConfirmed);
-    QSignalSpy idle(ledger, &SaveLedger::SigIdle);
-    SaveLedger::Outcome outcomeAtDelivery = SaveLedger::Outcome::Unknown;
-    bool inFlightAtDelivery = false;
-    fixture.answers.reaction = [&](const auto&) {
-        outcomeAtDelivery = ledger->GetOutcome(v1);
-        inFlightAtDelivery = ledger->HasSavesInFlight();
-    };
-    fixture.server.Enqueue(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8())));
-    QVERIFY(!ledger->HasSavesInFlight());
-
-    fixture.Update(fixture.Record(v1, text1));
-    QVERIFY(ledger->HasSavesInFlight());
-    QCOMPARE(ledger->GetOutcome(v1), SaveLedger::Outcome::InFlight);
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QCOMPARE(outcomeAtDelivery, SaveLedger::Outcome::Confirmed);
-    QVERIFY(inFlightAtDelivery); // whoever waits for the answer must hear it first
-    QCOMPARE(ledger->GetConfirmedSha256(v1), Sha256(text1));
-    QCOMPARE(confirmed.value(0), QVariantList({QStringLiteral("app1"), v1, 2, Sha256(text1)}));
-    QCOMPARE(idle.count(), 1);
-    QVERIFY(!ledger->HasSavesInFlight());
-}
-
-void SavedWorkTest::ledgerTellsOfAFailedSave()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    auto* ledger = fixture.Logic()->GetSaveLedger();
-    QSignalSpy failed(ledger, &SaveLedger::SigSaveFailed);
-    fixture.server.Enqueue(ChangedByAnother());
-
-    fixture.Update(fixture.Record(v1, text1));
-
-    QVERIFY(fixture.answers.WaitFor(2));
-    QCOMPARE(failed.count(), 1);
-    QCOMPARE(failed.value(0).value(1).toString(), v1);
-    QCOMPARE(ledger->GetOutcome(v1), SaveLedger::Outcome::Failed);
-    QVERIFY(ledger->GetConfirmedSha256(v1).isEmpty());
-    QVERIFY(!ledger->HasSavesInFlight());
-}
-
-void SavedWorkTest::waitForASaveEndsWithItsAnswer()
-{
-    EditorLogicFixture fixture;
-    fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(Late(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8()))));
-    OxBlocker blocker;
-    fixture.answers.reaction = [&](const AnswerRecorder::Answer& answer) {
-        blocker.ContinueWith(answer.response->IsSuccess());
-    };
-
-    fixture.Update(fixture.Record(v1, text1));
-    blocker.Block(0);
-
-    QVERIFY(blocker.GetResult().toBool());
-}
-
-void SavedWorkTest::waitForNothingEndsAtOnce()
-{
-    EditorLogicFixture fixture;
-    QVERIFY(!fixture.Logic()->GetSaveLedger()->HasSavesInFlight());
-    QElapsedTimer time;
-    time.start();
-    OxBlocker blocker;
-
-    blocker.Block(0);
-
-    QVERIFY(!blocker.GetResult().isValid());
-    QVERIFY(time.elapsed() < 2000);
-}
-
-void SavedWorkTest::waitEndsWhenEverythingIsTornDown()
-{
-    EditorLogicFixture fixture;
-    fixture.server.SetScript([](const auto&) { return FaultServer::Failing(Fault::Silence); });
-    fixture.Update(fixture.Record(v1, text1));
-    OxBlocker blocker;
-    QTimer::singleShot(30, &blocker, [&fixture] { fixture.Logic()->Shutdown(); });
-
-    blocker.Block(0);
-
-    QVERIFY(!blocker.GetResult().isValid());
-    QCOMPARE(fixture.answers.Count(), 1);
-}
-
 RPA_TEST_MAIN(SavedWorkTest)
+
 #include "tst_savedwork.moc"

@@ -1,0 +1,116 @@
+#include "EditorLogicFixture.h"
+#include "TestApp.h"
+
+#include <RpaEditorCore/RpaSnapshotManager.h>
+
+#include <QtTest>
+
+using namespace std::chrono_literals;
+using namespace VersionExamples;
+
+// A list that crosses with saves, deletions and another list.
+class SavedWorkListsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsACreatedVersionInAListThatWasReadBefore();
+    void keepsADeletedVersionOutOfAListThatWasReadBefore();
+    void answersAnOvertakenListAsTheOneThatIsShown_data();
+    void answersAnOvertakenListAsTheOneThatIsShown();
+    void keepsASaveOfAnotherAppOutOfTheList();
+};
+
+void SavedWorkListsTest::keepsACreatedVersionInAListThatWasReadBefore()
+{
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 1)});
+    fixture.server.Enqueue(Late(VersionReplies::List({fixture.Version(v1, 1)}), 150ms));
+    fixture.server.Enqueue(VersionReplies::Saved(201, fixture.Version(v2, 1, text1.toUtf8())));
+
+    fixture.List();
+    QTRY_COMPARE(fixture.server.GetRequestCount(), 2);
+    fixture.Save(fixture.Record(QString(), text1));
+
+    QVERIFY(fixture.answers.WaitFor(3));
+    QCOMPARE(fixture.answers.At(1).notifyId, 10019);
+    QCOMPARE(fixture.answers.At(2).notifyId, 10022);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 2);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
+}
+
+void SavedWorkListsTest::keepsADeletedVersionOutOfAListThatWasReadBefore()
+{
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 1), fixture.Version(v2, 1)});
+    fixture.server.Enqueue(
+        Late(VersionReplies::List({fixture.Version(v1, 1), fixture.Version(v2, 1)}), 150ms));
+    fixture.server.Enqueue(VersionReplies::Deleted());
+
+    fixture.List();
+    QTRY_COMPARE(fixture.server.GetRequestCount(), 2);
+    fixture.Delete(v1);
+
+    QVERIFY(fixture.answers.WaitFor(3));
+    QCOMPARE(fixture.answers.At(2).notifyId, 10022);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 1);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
+}
+
+void SavedWorkListsTest::answersAnOvertakenListAsTheOneThatIsShown_data()
+{
+    QTest::addColumn<int>("firstDelay");
+    QTest::addColumn<int>("secondDelay");
+
+    QTest::newRow("the overtaken one comes first") << 0 << 80;
+    QTest::newRow("the overtaken one comes last") << 80 << 0;
+}
+
+void SavedWorkListsTest::answersAnOvertakenListAsTheOneThatIsShown()
+{
+    QFETCH(const int, firstDelay);
+    QFETCH(const int, secondDelay);
+    EditorLogicFixture fixture;
+    QStringList shownAtDelivery;
+    fixture.answers.reaction = [&](const auto&) {
+        shownAtDelivery.append(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0));
+    };
+    auto other = fixture.Version(v2, 1);
+    other.appId = QStringLiteral("app2");
+    fixture.server.SetScript([=](const FaultServer::Request& request) {
+        return request.path.contains("app2")
+                   ? Late(VersionReplies::List({other}), std::chrono::milliseconds(secondDelay))
+                   : Late(VersionReplies::List({EditorLogicFixture::Version(v1, 1)}),
+                          std::chrono::milliseconds(firstDelay));
+    });
+
+    fixture.List(QStringLiteral("app1"));
+    fixture.List(QStringLiteral("app2"));
+
+    QVERIFY(fixture.answers.WaitFor(2));
+    QVERIFY(fixture.answers.At(0).response->IsSuccess());
+    QVERIFY(fixture.answers.At(1).response->IsSuccess());
+    QCOMPARE(shownAtDelivery, QStringList({v2, v2}));
+}
+
+void SavedWorkListsTest::keepsASaveOfAnotherAppOutOfTheList()
+{
+    EditorLogicFixture fixture;
+    auto other = fixture.Version(v2, 1);
+    other.appId = QStringLiteral("app2");
+    fixture.server.Enqueue(Late(VersionReplies::Saved(201, fixture.Version(v1, 1, text1.toUtf8()))));
+    fixture.server.Enqueue(VersionReplies::List({other}));
+
+    fixture.Save(fixture.Record(QString(), text1));
+    QTRY_COMPARE(fixture.server.GetRequestCount(), 1);
+    fixture.List(QStringLiteral("app2"));
+
+    QVERIFY(fixture.answers.WaitFor(2));
+    QVERIFY(fixture.answers.LastSucceeded());
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetCount(), 1);
+    QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetSnapshotId(0), v2);
+}
+
+RPA_TEST_MAIN(SavedWorkListsTest)
+
+#include "tst_savedwork_lists.moc"
