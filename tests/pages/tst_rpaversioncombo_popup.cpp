@@ -1,0 +1,248 @@
+#include "RpaVersionItem.h"
+#include "TestApp.h"
+#include "VersionComboFixture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QtTest>
+
+// When the popup opens and closes, and what it shows.
+class TestRpaVersionComboPopup : public VersionComboFixture
+{
+    Q_OBJECT
+
+private slots:
+    void togglesThePopupByItsFace();
+
+    void closesThePopupBeforeItAnnouncesADeletion();
+    void keepsItsNameAfterADeletionPress();
+    void forgetsAnOutsideCloseAfterItsGrace();
+    void opensWithAStoppedTimer();
+    void reopensAtTheTop();
+    void opensForTheLeftButtonOnly();
+    void staysClosedWhileDisabled();
+    void marksTheCurrentRowInThePopup();
+    void showsEveryRowThatIsScrolledTo();
+    void showsRowsThatWereAddedWhileItWasOpen();
+    void buildsOnlyTheRowsThatWereSeen();
+};
+
+void TestRpaVersionComboPopup::togglesThePopupByItsFace()
+{
+    // given
+    Fill(3);
+    PressFace();
+    QVERIFY(IsPopupOpen());
+
+    // when Qt closes the popup for the press outside it, and then hands the press to the line edit
+    combo->hidePopup();
+    PressFace();
+
+    // then
+    QVERIFY(!IsPopupOpen());
+    PressFace();
+    QVERIFY(IsPopupOpen());
+    // A press while it is open closes it as well.
+    PressFace();
+    QVERIFY(!IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::closesThePopupBeforeItAnnouncesADeletion()
+{
+    // given
+    Fill(1);
+    combo->showPopup();
+    bool openThen = true;
+    QVariant announced;
+    connect(combo.get(), &RpaVersionCombo::SigDeleteVersion, this, [&](const QVariant& data) {
+        openThen = IsPopupOpen();
+        announced = data;
+    });
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(Row(0), &enter);
+
+    // when
+    QTest::mouseClick(Row(0)->findChild<QPushButton*>(QStringLiteral("rpa_version_combo_delete")),
+                      Qt::LeftButton);
+
+    // then
+    QCOMPARE(announced, QVariant(QStringLiteral("id0")));
+    QVERIFY(!openThen);
+    QCOMPARE(combo->GetRowCount(), 1);
+}
+
+void TestRpaVersionComboPopup::keepsItsNameAfterADeletionPress()
+{
+    // given
+    Fill(2);
+    combo->SetCurrentIndex(1);
+    QSignalSpy selected(combo.get(), &RpaVersionCombo::SigSelectVersion);
+    combo->showPopup();
+
+    // when
+    emit Row(0)->SigDelete(Row(0)->GetData());
+
+    // then
+    QCOMPARE(selected.size(), 0);
+    QCOMPARE(combo->lineEdit()->text(), Text("版本1"));
+    PressFace();
+    QVERIFY(IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::forgetsAnOutsideCloseAfterItsGrace()
+{
+    // given
+    Fill(2);
+    auto* timer = combo->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    combo->showPopup();
+
+    // when
+    combo->hidePopup();
+
+    // then
+    QVERIFY(timer->isActive());
+    QCOMPARE(timer->interval(), 100);
+    QTRY_VERIFY(!timer->isActive());
+    PressFace();
+    QVERIFY(IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::opensWithAStoppedTimer()
+{
+    // given
+    Fill(2);
+    auto* timer = combo->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    combo->showPopup();
+    combo->hidePopup();
+    QVERIFY(timer->isActive());
+
+    // when
+    combo->showPopup();
+
+    // then
+    QVERIFY(!timer->isActive());
+    PressRow(0);
+    QVERIFY(!timer->isActive());
+}
+
+void TestRpaVersionComboPopup::reopensAtTheTop()
+{
+    // given
+    Fill(60);
+    combo->showPopup();
+    list->verticalScrollBar()->setValue(list->verticalScrollBar()->maximum());
+
+    // when
+    combo->hidePopup();
+
+    // then
+    QCOMPARE(list->verticalScrollBar()->value(), 0);
+}
+
+void TestRpaVersionComboPopup::opensForTheLeftButtonOnly()
+{
+    Fill(1);
+
+    QTest::mousePress(combo->lineEdit(), Qt::RightButton);
+
+    QVERIFY(!IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::staysClosedWhileDisabled()
+{
+    Fill(1);
+    combo->setEnabled(false);
+
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(2, 2), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(combo->lineEdit(), &press);
+
+    QVERIFY(!IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::marksTheCurrentRowInThePopup()
+{
+    // given
+    Fill(60);
+    combo->SetCurrentIndex(40);
+
+    // when
+    combo->showPopup();
+
+    // then
+    QCOMPARE(list->currentRow(), 40);
+    QCOMPARE(list->selectedItems(), QList<QListWidgetItem*>{list->item(40)});
+    QCOMPARE(list->verticalScrollBar()->value(), 0);
+    combo->hidePopup();
+    combo->RemoveRow(Text("版本3"));
+    combo->showPopup();
+    QCOMPARE(list->currentRow(), 39);
+    combo->hidePopup();
+    combo->SetCurrentIndex(-1);
+    combo->showPopup();
+    QCOMPARE(list->currentRow(), -1);
+}
+
+void TestRpaVersionComboPopup::showsEveryRowThatIsScrolledTo()
+{
+    // given
+    Fill(200);
+    combo->showPopup();
+
+    for (int value : {0, 1, 57, 120, list->verticalScrollBar()->maximum(), 3}) {
+        // when
+        list->verticalScrollBar()->setValue(value);
+
+        // then
+        for (int i = 0; i < list->count(); ++i) {
+            const QRect place = list->visualItemRect(list->item(i));
+            const bool inSight = place.intersects(list->viewport()->rect());
+            QCOMPARE(Row(i)->isVisible(), inSight);
+            if (inSight) {
+                QCOMPARE(Row(i)->geometry(), place);
+            }
+        }
+    }
+}
+
+void TestRpaVersionComboPopup::showsRowsThatWereAddedWhileItWasOpen()
+{
+    // given
+    Fill(3);
+    combo->showPopup();
+
+    // when
+    combo->AddRow(Text("新的"), QString(), QStringLiteral("new"), 1);
+    combo->hidePopup();
+    combo->showPopup();
+
+    // then
+    QTRY_VERIFY(Row(3)->isVisible());
+    QCOMPARE(Row(3)->geometry(), list->visualItemRect(list->item(3)));
+}
+
+void TestRpaVersionComboPopup::buildsOnlyTheRowsThatWereSeen()
+{
+    // given
+    Fill(300);
+    QCoreApplication::processEvents();
+
+    // when
+    combo->showPopup();
+
+    // then
+    int built = 0;
+    for (int i = 0; i < list->count(); ++i) {
+        built += Row(i)->findChild<QLabel*>() ? 1 : 0;
+    }
+    QVERIFY2(built >= 1 && built <= 12, qPrintable(QString::number(built)));
+}
+
+RPA_TEST_MAIN(TestRpaVersionComboPopup)
+
+#include "tst_rpaversioncombo_popup.moc"
