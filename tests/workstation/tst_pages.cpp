@@ -75,6 +75,7 @@ private slots:
     void signInWaitsUntilTheServerIsReady();
     void signInEntersWithTheChosenAccount();
     void signInAsksForAccountAndPasswordOfAServer();
+    void signInOffersToStay();
     void signInForgetsThePasswordOnceItIsHandedOver();
     void signInForgetsTheRefusalWithTheNextAttempt();
     void signInForgetsARefusalWhenItAsksAgain_data();
@@ -155,7 +156,7 @@ void tst_Pages::signInEntersWithTheChosenAccount()
 void tst_Pages::signInAsksForAccountAndPasswordOfAServer()
 {
     SignInPage page;
-    page.AskRemote(QStringLiteral("https://rpa.example.com"), QString());
+    page.AskRemote(QStringLiteral("https://rpa.example.com"), QString(), false);
     page.ShowReady();
     page.show();
     QSignalSpy signedIn(&page, &SignInPage::SigSignIn);
@@ -166,14 +167,40 @@ void tst_Pages::signInAsksForAccountAndPasswordOfAServer()
     QTest::keyClick(Child<QLineEdit>(page, "editPassword"), Qt::Key_Return);
 
     QCOMPARE(signedIn.size(), 1);
-    QCOMPARE(signedIn.first(), (QVariantList{QStringLiteral("wang"), QStringLiteral("secret")}));
+    QCOMPARE(signedIn.first(), (QVariantList{QStringLiteral("wang"), QStringLiteral("secret"), false}));
     QCOMPARE(Child<QLineEdit>(page, "editPassword")->echoMode(), QLineEdit::Password);
+}
+
+void tst_Pages::signInOffersToStay()
+{
+    SignInPage page;
+    page.AskRemote(QStringLiteral("https://rpa.example.com"), QStringLiteral("wang"), false);
+    page.ShowReady();
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    QSignalSpy signedIn(&page, &SignInPage::SigSignIn);
+    auto* password = Child<QLineEdit>(page, "editPassword");
+    auto* stay = Child<QCheckBox>(page, "checkStaySignedIn");
+    QVERIFY(!stay->isChecked());
+
+    QTest::keyClicks(password, QStringLiteral("secret"));
+    QTest::keyClick(password, Qt::Key_Tab);
+    QVERIFY(stay->hasFocus());
+    QTest::keyClick(stay, Qt::Key_Space);
+    QTest::keyClick(stay, Qt::Key_Tab);
+    QVERIFY(Child<QPushButton>(page, "buttonEnter")->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+
+    QCOMPARE(signedIn.size(), 1);
+    QVERIFY(signedIn.first().at(2).toBool());
+    page.AskRemote(QStringLiteral("https://rpa.example.com"), QStringLiteral("wang"), true);
+    QVERIFY(stay->isChecked());
 }
 
 void tst_Pages::signInForgetsThePasswordOnceItIsHandedOver()
 {
     SignInPage page;
-    page.AskRemote(QStringLiteral("https://rpa.example.com"), QStringLiteral("wang"));
+    page.AskRemote(QStringLiteral("https://rpa.example.com"), QStringLiteral("wang"), false);
     page.ShowReady();
     Child<QLineEdit>(page, "editPassword")->setText(QStringLiteral("secret"));
 
@@ -186,7 +213,7 @@ void tst_Pages::signInForgetsTheRefusalWithTheNextAttempt()
 {
     SignInPage page;
     page.ShowReady();
-    page.AskRemote(QStringLiteral("http://example.test"), QStringLiteral("zhang"));
+    page.AskRemote(QStringLiteral("http://example.test"), QStringLiteral("zhang"), false);
     page.ShowProblem(QStringLiteral("账号或密码不正确。"));
     auto* state = Child<QLabel>(page, "labelState");
     QCOMPARE(state->text(), QStringLiteral("账号或密码不正确。"));
@@ -212,7 +239,7 @@ void tst_Pages::signInForgetsARefusalWhenItAsksAgain()
         if (embedded) {
             page.AskEmbedded({QStringLiteral("甲")}, 0);
         } else {
-            page.AskRemote(QStringLiteral("https://rpa.example.com"), QString());
+            page.AskRemote(QStringLiteral("https://rpa.example.com"), QString(), false);
         }
     };
     SignInPage page;

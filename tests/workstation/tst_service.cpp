@@ -73,6 +73,8 @@ private slots:
     void closesOnlyOnce();
 
 private:
+    QString KeptFile() const { return folder.filePath(QStringLiteral("kept")); }
+
     QTemporaryDir folder;
 };
 
@@ -84,7 +86,7 @@ void tst_Service::initTestCase()
 
 void tst_Service::reachesTheEmbeddedServerAndSignsIn()
 {
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("a")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("a")), KeptFile());
     QSignalSpy signedIn(&session, &Session::SigSignedIn);
 
     session.UseEmbedded();
@@ -104,7 +106,7 @@ void tst_Service::reachesTheEmbeddedServerAndSignsIn()
 
 void tst_Service::keepsTheSessionWhenTheEmbeddedServerDies()
 {
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("b")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("b")), KeptFile());
     QSignalSpy died(&session, &Session::SigServerDied);
     session.UseEmbedded();
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
@@ -124,7 +126,7 @@ void tst_Service::keepsTheSessionWhenTheEmbeddedServerDies()
 
 void tst_Service::leavesNoServerAndNoTokenBehind()
 {
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("c")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("c")), KeptFile());
     session.UseEmbedded();
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
     session.EnterEmbedded(0);
@@ -139,7 +141,7 @@ void tst_Service::leavesNoServerAndNoTokenBehind()
 
 void tst_Service::signsInAsTheOtherAccount()
 {
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("d")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("d")), KeptFile());
     session.UseEmbedded();
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
     session.EnterEmbedded(0);
@@ -156,12 +158,12 @@ void tst_Service::findsARemoteServerThatDoesNotKnowUsYet()
 {
     ServerProcess server;
     QVERIFY2(server.Start(), server.ErrorText());
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("e")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("e")), KeptFile());
     QSignalSpy refused(&session, &Session::SigRefused);
 
     session.UseRemote(QUrl(server.BaseUrl()));
     QTRY_COMPARE(session.GetServerState(), ServerState::Connected);
-    session.SignIn(QStringLiteral("nobody"), QStringLiteral("wrong password"));
+    session.SignIn(QStringLiteral("nobody"), QStringLiteral("wrong password"), false);
 
     QTRY_COMPARE(refused.size(), 1);
     QVERIFY(!refused.first().first().toString().isEmpty());
@@ -170,7 +172,7 @@ void tst_Service::findsARemoteServerThatDoesNotKnowUsYet()
 
 void tst_Service::saysWhenARemoteServerCannotBeReached()
 {
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("f")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("f")), KeptFile());
 
     session.UseRemote(QUrl(QStringLiteral("http://127.0.0.1:1")));
 
@@ -180,7 +182,7 @@ void tst_Service::saysWhenARemoteServerCannotBeReached()
 
 void tst_Service::installsTheSampleAppsOnce()
 {
-    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("g")));
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("g")), KeptFile());
     session.UseEmbedded();
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
     session.EnterEmbedded(0);

@@ -40,6 +40,7 @@ void tst_Settings::startsWithTheEmbeddedServerAndTheSystemsLook()
     QCOMPARE(settings.GetTheme(), ThemeChoice::System);
     QCOMPARE(settings.GetDateLanguage(), DateLanguage::System);
     QVERIFY(!settings.GetSuperAdmin());
+    QVERIFY(!settings.GetStaySignedIn());
     QVERIFY(!settings.GetSamplesInstalled());
     QVERIFY(settings.GetWheelFolder().isEmpty());
 }
@@ -53,6 +54,7 @@ void tst_Settings::findsItsValuesAgainInTheFile()
         settings.SetTheme(ThemeChoice::Dark);
         settings.SetDateLanguage(DateLanguage::Japanese);
         settings.SetLastAccount(QStringLiteral("王小明"));
+        settings.SetStaySignedIn(true);
         settings.SetSuperAdmin(true);
         settings.SetSamplesInstalled(true);
         settings.SetWheelFolder(QStringLiteral("/opt/安装包"));
@@ -65,6 +67,7 @@ void tst_Settings::findsItsValuesAgainInTheFile()
     QCOMPARE(again.GetTheme(), ThemeChoice::Dark);
     QCOMPARE(again.GetDateLanguage(), DateLanguage::Japanese);
     QCOMPARE(again.GetLastAccount(), QStringLiteral("王小明"));
+    QVERIFY(again.GetStaySignedIn());
     QVERIFY(again.GetSuperAdmin());
     QVERIFY(again.GetSamplesInstalled());
     QCOMPARE(again.GetWheelFolder(), QStringLiteral("/opt/安装包"));

@@ -112,7 +112,7 @@ void Workstation::OfferTemplates()
 
 void Workstation::CreateParts()
 {
-    session = std::make_unique<Session>(paths.serverProgram, paths.serverDataDir);
+    session = std::make_unique<Session>(paths.serverProgram, paths.serverDataDir, paths.keptSignInFile);
     apps = std::make_unique<AppListModel>();
     apps->SetDateLanguage(settings.GetDateLanguage());
 
@@ -164,6 +164,9 @@ void Workstation::ConnectSession()
         window->ShowAccount(name);
         ApplySuperAdmin();
         ShowAccounts();
+        if (pageBeforeSettings == signInPage) {
+            pageBeforeSettings = listPage;
+        }
         if (window->CurrentPage() == signInPage) {
             window->ShowPage(listPage);
         }
@@ -177,15 +180,21 @@ void Workstation::ConnectSession()
     connect(s, &Session::SigRefused, signInPage, &SignInPage::ShowProblem);
     connect(s, &Session::SigExpired, this, [this] {
         // Work in the editor stays where it is: whoever signs in again finds it there.
-        WbToast::Show(QStringLiteral("登录已过期，请重新登录"), ToastWarning);
         AskSignIn();
+        signInPage->ShowProblem(QStringLiteral("登录已过期，请重新登录"));
     });
+    connect(s, &Session::SigNotKept, this,
+            [] { WbToast::Show(QStringLiteral("无法保存登录状态，下次启动时需要重新登录"), ToastWarning); });
 }
 
 void Workstation::ConnectPages()
 {
     connect(signInPage, &SignInPage::SigEnter, session.get(), &Session::EnterEmbedded);
-    connect(signInPage, &SignInPage::SigSignIn, session.get(), &Session::SignIn);
+    connect(signInPage, &SignInPage::SigSignIn, this,
+            [this](const QString& account, const QString& password, bool stay) {
+                settings.SetStaySignedIn(stay);
+                session->SignIn(account, password, stay);
+            });
     connect(signInPage, &SignInPage::SigRetry, session.get(), &Session::Retry);
     connect(signInPage, &SignInPage::SigSettings, this, &Workstation::ShowSettings);
 
@@ -277,7 +286,8 @@ void Workstation::AskSignIn()
     if (session->IsEmbedded()) {
         signInPage->AskEmbedded(session->GetEmbeddedNames(), 0);
     } else {
-        signInPage->AskRemote(settings.GetServerAddress().toString(), settings.GetLastAccount());
+        signInPage->AskRemote(settings.GetServerAddress().toString(), settings.GetLastAccount(),
+                              settings.GetStaySignedIn());
     }
     ShowAccounts();
     window->ShowPage(signInPage);

@@ -14,6 +14,7 @@ WorkstationPaths Tree(const QString& dataDir, const QString& settingsFile)
     paths.settingsFile = settingsFile;
     paths.dataDir = dataDir;
     paths.serverDataDir = dataDir + QStringLiteral("/server");
+    paths.keptSignInFile = dataDir + QStringLiteral("/kept-sign-in");
     paths.visualTemplateDir = dataDir + QStringLiteral("/templates/visual");
     paths.programTemplateDir = dataDir + QStringLiteral("/templates/program");
     paths.packageDir = dataDir + QStringLiteral("/packages");

@@ -8,6 +8,7 @@ struct WorkstationPaths
     QString settingsFile;       // settings of this user, an .ini file
     QString dataDir;            // everything below belongs to the workstation alone, mode 0700
     QString serverDataDir;      // store of the embedded version server
+    QString keptSignInFile;     // token of a sign-in that stays
     QString visualTemplateDir;  // templates of visual apps
     QString programTemplateDir; // templates of program apps
     QString packageDir;         // Python packages of the apps

@@ -16,8 +16,9 @@ VersionServiceSettings* Service()
 }
 } // namespace
 
-Session::Session(const QString& serverProgram, const QString& serverDataDir, QObject* parent)
-    : QObject(parent), accounts(MakeEmbeddedAccounts()),
+Session::Session(const QString& serverProgram, const QString& serverDataDir, const QString& keptFile,
+                 QObject* parent)
+    : QObject(parent), kept(keptFile), accounts(MakeEmbeddedAccounts()),
       server(serverProgram, serverDataDir, EmbeddedHandshake(accounts)),
       client(std::make_unique<VersionServiceClient>())
 {
@@ -25,11 +26,7 @@ Session::Session(const QString& serverProgram, const QString& serverDataDir, QOb
     connect(&server, &EmbeddedServer::SigStateChanged, this, &Session::SlotEmbeddedState);
     connect(&server, &EmbeddedServer::SigDied, this, &Session::SigServerDied);
     connect(&checkTimer, &QTimer::timeout, this, &Session::CheckRemote);
-    connect(Service(), &VersionServiceSettings::SigTokenRejected, this, [this] {
-        if (IsSignedIn() && !embedded) {
-            emit SigExpired();
-        }
-    });
+    connect(Service(), &VersionServiceSettings::SigTokenRejected, this, &Session::SlotTokenRejected);
 }
 
 Session::~Session()
@@ -41,6 +38,7 @@ Session::~Session()
 void Session::UseEmbedded()
 {
     checkTimer.stop();
+    resuming = false;
     embedded = true;
     SetServer(ServerState::Connecting, QString());
     server.Start();
@@ -52,9 +50,19 @@ void Session::UseRemote(const QUrl& address)
     embedded = false;
     remoteAddress = address;
     Service()->SetBaseUrl(address);
+    Resume();
     SetServer(ServerState::Connecting, address.toString());
     CheckRemote();
     checkTimer.start();
+}
+
+void Session::Resume()
+{
+    const QByteArray token = IsSignedIn() ? QByteArray() : kept.GetToken(remoteAddress);
+    resuming = !token.isEmpty();
+    if (resuming) {
+        Service()->SetToken(token);
+    }
 }
 
 void Session::Retry()
@@ -69,6 +77,9 @@ void Session::Retry()
 void Session::End()
 {
     checkTimer.stop();
+    if (!staying) {
+        EndOnServer();
+    }
     ForgetUser();
     server.Stop();
 }
@@ -144,33 +155,65 @@ void Session::Become(const QString& newPin, const QString& newName, qint64 vende
     emit SigSignedIn(name);
 }
 
-void Session::SignIn(const QString& account, const QString& password)
+void Session::SignIn(const QString& account, const QString& password, bool stay)
 {
-    client->SignIn(account, password, this,
-                   [this](const VersionServiceResult<VersionServiceSession>& result) {
-                       if (!result.success) {
-                           emit SigRefused(result.errorDesc);
-                           return;
-                       }
-                       const VersionServiceAccount& who = result.value.account;
-                       Become(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
-                   });
+    const QUrl asked = remoteAddress;
+    const auto enter = [this, asked, stay](const VersionServiceResult<VersionServiceSession>& result) {
+        if (embedded || asked != remoteAddress) {
+            return; // no other server may see this token
+        }
+        if (!result.success) {
+            emit SigRefused(result.errorDesc);
+            return;
+        }
+        resuming = false;
+        staying = stay && kept.Keep(remoteAddress, result.value.token);
+        if (!staying) {
+            kept.Forget(); // somebody else's, or from before
+        }
+        const VersionServiceAccount& who = result.value.account;
+        Become(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
+        if (stay && !staying) {
+            emit SigNotKept();
+        }
+    };
+    client->SignIn(account, password, this, enter);
 }
 
 void Session::SignOut()
 {
     if (IsSignedIn()) {
+        kept.Forget();
+        EndOnServer();
         ForgetUser();
         emit SigSignedOut();
     }
 }
 
-void Session::ForgetUser()
+// The embedded server's tokens live as long as the workstation; a remote session is ended where it lives.
+void Session::EndOnServer()
 {
-    // The embedded server's tokens live as long as the workstation; a remote session is ended where it lives.
     if (IsSignedIn() && !embedded) {
         client->SignOut(nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
     }
+}
+
+void Session::SlotTokenRejected()
+{
+    if (embedded || (!IsSignedIn() && !resuming)) {
+        return;
+    }
+    kept.Forget();
+    resuming = false;
+    staying = false;
+    Service()->SetToken(QByteArray()); // or every further request would meet the same refusal
+    emit SigExpired();
+}
+
+void Session::ForgetUser()
+{
+    resuming = false;
+    staying = false;
     pin.clear();
     name.clear();
     Service()->SetToken(QByteArray());
@@ -191,6 +234,12 @@ void Session::CheckRemote()
         const QString detail = reached ? remoteAddress.toString() : result.errorDesc;
         if (state != serverState || detail != serverDetail) {
             SetServer(state, detail);
+        }
+        if (resuming && result.success) {
+            resuming = false;
+            staying = true;
+            const VersionServiceAccount& who = result.value.account;
+            Become(who.pin, who.name, who.venderId.toLongLong(), Service()->GetToken());
         }
     });
 }

@@ -2,6 +2,7 @@
 
 #include "EmbeddedAccounts.h"
 #include "EmbeddedServer.h"
+#include "KeptSignIn.h"
 #include "ServerState.h"
 
 #include <QObject>
@@ -20,17 +21,20 @@ class Session : public QObject
     Q_OBJECT
 
 public:
-    Session(const QString& serverProgram, const QString& serverDataDir, QObject* parent = nullptr);
+    // keptFile: where a sign-in that stays is kept.
+    Session(const QString& serverProgram, const QString& serverDataDir, const QString& keptFile,
+            QObject* parent = nullptr);
     ~Session() override;
 
-    // Goes to a server, leaving the one before. Nobody is signed in afterwards.
+    // Goes to a server, leaving the one before. Nobody is signed in afterwards; with a sign-in that was kept
+    // for the server somebody is as soon as it answers.
     void UseEmbedded();
     void UseRemote(const QUrl& address);
 
     // Tries again to reach a server that could not be reached.
     void Retry();
 
-    // Ends the session and the embedded server.
+    // Ends the embedded server, and the session unless it stays for the next start.
     void End();
 
     bool IsEmbedded() const { return embedded; }
@@ -41,7 +45,8 @@ public:
     int GetEmbeddedIndex() const;
 
     void EnterEmbedded(int index);
-    void SignIn(const QString& account, const QString& password);
+    // stay: keep the sign-in until somebody signs out, also over the end of the workstation.
+    void SignIn(const QString& account, const QString& password, bool stay);
     void SignOut();
 
     bool IsSignedIn() const { return !pin.isEmpty(); }
@@ -57,24 +62,32 @@ signals:
     void SigSignedOut();
     // Sign-in was refused, with the reason in the user's words.
     void SigRefused(const QString& reason);
-    // The session ended on the server's side.
+    // The session, also one that was kept, ended on the server's side; said once.
     void SigExpired();
+    // The sign-in should stay, but could not be kept.
+    void SigNotKept();
     // The embedded server died and is started again.
     void SigServerDied();
 
 private:
     void SlotEmbeddedState(EmbeddedServer::State state);
     void CheckRemote();
+    void Resume();
+    void SlotTokenRejected();
+    void EndOnServer();
     void ForgetUser();
     void SetServer(ServerState state, const QString& detail);
     void Become(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
 
+    KeptSignIn kept;
     const QVector<EmbeddedAccount> accounts;
     EmbeddedServer server;
     const std::unique_ptr<VersionServiceClient> client;
     QTimer checkTimer;
     bool embedded = true;
     QUrl remoteAddress;
+    bool resuming = false; // a kept token waits for the server's word
+    bool staying = false;  // who is signed in stays so
     QString pin;
     QString name; // of the account, as others see it
     ServerState serverState = ServerState::Connecting;

@@ -8,6 +8,7 @@
 
 #include <QBoxLayout>
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QRadioButton>
 #include <QStackedWidget>
 #include <QStyle>
@@ -117,6 +118,11 @@ QWidget* SignInPage::CreateRemoteForm()
     editAccount = Field("editAccount", QStringLiteral("账号"), layout, form);
     editPassword = Field("editPassword", QStringLiteral("密码"), layout, form);
     editPassword->setEchoMode(QLineEdit::Password);
+    checkStay = new QCheckBox(QStringLiteral("保持登录"), form);
+    checkStay->setObjectName(QStringLiteral("checkStaySignedIn"));
+    checkStay->setToolTip(QStringLiteral("下次启动时不再询问密码，直到退出登录。密码不会保存。"));
+    checkStay->setAccessibleDescription(checkStay->toolTip());
+    layout->addWidget(checkStay, 0, Qt::AlignLeft);
     return form;
 }
 
@@ -138,11 +144,12 @@ void SignInPage::AskEmbedded(const QStringList& names, int current)
     UpdateButton();
 }
 
-void SignInPage::AskRemote(const QString& address, const QString& account)
+void SignInPage::AskRemote(const QString& address, const QString& account, bool stay)
 {
     labelAddress->setText(QStringLiteral("版本服务：%1").arg(address));
     editAccount->setText(account);
     editPassword->clear();
+    checkStay->setChecked(stay);
     forms->setCurrentIndex(1);
     ForgetRefusal();
     buttonEnter->setText(QStringLiteral("登录"));
@@ -218,5 +225,5 @@ void SignInPage::SlotConfirm()
     // The password lives no longer than the request needs it.
     const QString password = editPassword->text();
     editPassword->clear();
-    emit SigSignIn(editAccount->text().trimmed(), password);
+    emit SigSignIn(editAccount->text().trimmed(), password, checkStay->isChecked());
 }

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class QButtonGroup;
+class QCheckBox;
 class QStackedWidget;
 class QVBoxLayout;
 class WbLabel;
@@ -23,8 +24,9 @@ public:
     // Asks for one of the embedded server's accounts.
     void AskEmbedded(const QStringList& names, int current);
 
-    // Asks for account and password of the server at the address.
-    void AskRemote(const QString& address, const QString& account);
+    // Asks for account and password of the server at the address; stay: whether the sign-in is to be kept, as
+    // the user finds the switch.
+    void AskRemote(const QString& address, const QString& account, bool stay);
 
     // While the server starts or is asked nothing can be confirmed; the text says what is going on.
     void ShowBusy(const QString& text);
@@ -36,7 +38,7 @@ public:
 
 signals:
     void SigEnter(int embeddedAccount);
-    void SigSignIn(const QString& account, const QString& password);
+    void SigSignIn(const QString& account, const QString& password, bool stay);
     void SigSettings();
     void SigRetry();
 
@@ -56,6 +58,7 @@ private:
     WbLabel* labelAddress = nullptr;
     WbLineEdit* editAccount = nullptr;
     WbLineEdit* editPassword = nullptr;
+    QCheckBox* checkStay = nullptr;
     WbLabel* labelState = nullptr;
     WbPushButton* buttonEnter = nullptr;
     WbPushButton* buttonRetry = nullptr;

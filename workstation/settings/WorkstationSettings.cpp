@@ -7,6 +7,7 @@ namespace
 constexpr char embeddedKey[] = "server/embedded";
 constexpr char addressKey[] = "server/address";
 constexpr char accountKey[] = "server/account";
+constexpr char stayKey[] = "server/staySignedIn";
 constexpr char samplesKey[] = "server/samplesInstalled";
 constexpr char themeKey[] = "look/theme";
 constexpr char dateKey[] = "look/dateLanguage";
@@ -122,6 +123,16 @@ QString WorkstationSettings::GetLastAccount() const
 void WorkstationSettings::SetLastAccount(const QString& account)
 {
     Write(accountKey, account);
+}
+
+bool WorkstationSettings::GetStaySignedIn() const
+{
+    return store.value(QLatin1String(stayKey), false).toBool();
+}
+
+void WorkstationSettings::SetStaySignedIn(bool stay)
+{
+    Write(stayKey, stay);
 }
 
 bool WorkstationSettings::GetSuperAdmin() const

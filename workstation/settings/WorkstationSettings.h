@@ -42,6 +42,10 @@ public:
     QString GetLastAccount() const;
     void SetLastAccount(const QString& account);
 
+    // Whether the user last wanted to stay signed in to a server.
+    bool GetStaySignedIn() const;
+    void SetStaySignedIn(bool stay);
+
     // Super administrator; only the embedded server's accounts can be switched.
     bool GetSuperAdmin() const;
     void SetSuperAdmin(bool superAdmin);
