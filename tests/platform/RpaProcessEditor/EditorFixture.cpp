@@ -70,6 +70,14 @@ RpaStatement EditorFixture::Log(const QString& id)
     return statement;
 }
 
+QVector<RpaStatement> EditorFixture::SomeStatements()
+{
+    RpaStatement block = Statement(QStringLiteral("t-if"), QStringLiteral("b"),
+                                   {Log(QStringLiteral("c")), Log(QStringLiteral("d"))});
+    block.arguments.insert(QStringLiteral("condition"), QStringLiteral("x > 1"));
+    return {Log(QStringLiteral("a")), block, Log(QStringLiteral("e"))};
+}
+
 RpaAppDataPtr EditorFixture::App(const QVector<RpaStatement>& statements)
 {
     AddCommands();

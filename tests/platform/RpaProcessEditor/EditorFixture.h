@@ -22,6 +22,9 @@ RpaStatement Statement(const QString& command, const QString& id = QString(),
 // A "t-log" that prints its id.
 RpaStatement Log(const QString& id);
 
+// "a b(c d) e": logs, and a block with a condition.
+QVector<RpaStatement> SomeStatements();
+
 // An app with the processes "主流程" and "子流程"; the main one holds the statements.
 RpaAppDataPtr App(const QVector<RpaStatement>& statements = {});
 

@@ -1,9 +1,8 @@
-#include "EditorFixture.h"
 #include "TestApp.h"
+#include "VisualEditorFixture.h"
 
 #include <RpaEngineCore/IProcessLifeCycle.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
-#include <RpaProcessEditor/ProcessVisualEditorWidget.h>
 
 #include <QScrollBar>
 #include <QTest>
@@ -15,38 +14,10 @@ using namespace EditorFixture;
 
 namespace
 {
-struct Editor
-{
-    explicit Editor(const QVector<RpaStatement>& statements) : app(App(statements))
-    {
-        widget.resize(1280, 640);
-        widget.SetRpaAppData(app);
-        widget.show();
-        view = widget.findChild<QTreeView*>(QStringLiteral("statementView"));
-    }
-
-    QModelIndex IndexOf(const QString& id) const
-    {
-        const QModelIndexList found = view->model()->match(view->model()->index(0, 1), Qt::UserRole, id, 1,
-                                                           Qt::MatchExactly | Qt::MatchRecursive);
-        return found.isEmpty() ? QModelIndex() : found.first();
-    }
-
-    void Click(const QString& id)
-    {
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(IndexOf(id)).center());
-    }
-
-    RpaAppDataPtr app;
-    ProcessVisualEditorWidget widget;
-    QTreeView* view = nullptr;
-};
-
 void TellEngine(const std::function<void(IProcessLifeCycle*)>& call)
 {
     RpaProcessLifeCycleManager::Instance()->ForEach(call);
 }
-
 } // namespace
 
 class tst_RunMark : public QObject

@@ -19,15 +19,6 @@ using namespace EditorFixture;
 
 namespace
 {
-// "a b(c d) e"
-QVector<RpaStatement> SomeStatements()
-{
-    RpaStatement block = Statement(QStringLiteral("t-if"), QStringLiteral("b"),
-                                   {Log(QStringLiteral("c")), Log(QStringLiteral("d"))});
-    block.arguments.insert(QStringLiteral("condition"), QStringLiteral("x > 1"));
-    return {Log(QStringLiteral("a")), block, Log(QStringLiteral("e"))};
-}
-
 struct Parts
 {
     explicit Parts(const QVector<RpaStatement>& statements = SomeStatements())

@@ -1,0 +1,154 @@
+#include "TestApp.h"
+#include "VisualEditorFixture.h"
+
+#include <QLineEdit>
+#include <QListView>
+#include <QMimeData>
+#include <QTest>
+#include <QTreeView>
+
+using namespace EditorFixture;
+
+// Finding a command, and where its new statement goes.
+class tst_ProcessVisualEditorCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void addsACommandByDoubleClick();
+    void searchesCommands_data();
+    void searchesCommands();
+    void addsACommandThroughQuickSearch();
+    void offersTheCommandOfThatVeryTitleFirst();
+    void putsNewStatementsWhereTheAuthorIs();
+    void putsElseBehindTheBlockItContinues();
+    void acceptsACommandDroppedBetweenStatements();
+};
+
+void tst_ProcessVisualEditorCommands::addsACommandByDoubleClick()
+{
+    Editor editor(noStatements);
+    auto* search = editor.Find<QLineEdit>(QStringLiteral("lineEditCommandSearch"));
+    auto* list = editor.Find<QListView>(QStringLiteral("commandListView"));
+    QTest::keyClicks(search, QStringLiteral("t-log"));
+    const QRect rect = list->visualRect(list->currentIndex());
+
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+
+    QCOMPARE(Main(editor.app)->GetStatementCount(), 1);
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(0)->GetArgument(QStringLiteral("level")),
+             QStringLiteral("info"));
+    QVERIFY(editor.app->GetModified());
+}
+
+void tst_ProcessVisualEditorCommands::searchesCommands_data()
+{
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QString>("command");
+
+    QTest::newRow("name") << QStringLiteral("t-read") << QStringLiteral("t-read");
+    QTest::newRow("keyword and group") << QStringLiteral("print 测试") << QStringLiteral("t-log");
+    QTest::newRow("title") << QStringLiteral("读取文件") << QStringLiteral("t-read");
+    QTest::newRow("nothing") << QStringLiteral("zzzz") << QString();
+}
+
+void tst_ProcessVisualEditorCommands::searchesCommands()
+{
+    QFETCH(QString, words);
+    QFETCH(QString, command);
+    Editor editor;
+    auto* search = editor.Find<QLineEdit>(QStringLiteral("lineEditCommandSearch"));
+    auto* list = editor.Find<QListView>(QStringLiteral("commandListView"));
+
+    search->setText(words);
+
+    const QModelIndexList found =
+        list->model()->match(list->model()->index(0, 0), Qt::UserRole, command, 1, Qt::MatchExactly);
+    QCOMPARE(!found.isEmpty(), !command.isEmpty());
+    if (command.isEmpty())
+        QCOMPARE(list->model()->rowCount(), 0);
+}
+
+void tst_ProcessVisualEditorCommands::addsACommandThroughQuickSearch()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+
+    editor.Key(Qt::Key_Return);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditQuickPick"));
+    QTRY_VERIFY(edit->isVisible());
+    QTest::keyClicks(edit, QStringLiteral("t-wait"));
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetCommand(), QStringLiteral("t-wait"));
+    QVERIFY(!edit->isVisible());
+    QVERIFY(editor.view->hasFocus());
+}
+
+void tst_ProcessVisualEditorCommands::offersTheCommandOfThatVeryTitleFirst()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+
+    editor.Key(Qt::Key_Return);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditQuickPick"));
+    edit->setText(QStringLiteral("计算")); // "计算项数" begins with it and comes earlier in the catalogue
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetCommand(), QStringLiteral("number.calculate"));
+}
+
+void tst_ProcessVisualEditorCommands::putsNewStatementsWhereTheAuthorIs()
+{
+    Editor editor;
+    const auto addLog = [&editor] {
+        editor.Key(Qt::Key_Return);
+        auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditQuickPick"));
+        QTest::keyClicks(edit, QStringLiteral("t-log"));
+        QTest::keyClick(edit, Qt::Key_Return);
+    };
+
+    editor.Click(QStringLiteral("b"));
+    addLog();
+    QCOMPARE(editor.Node(QStringLiteral("b"))->GetChildCount(), 3); // inside the open block, first
+    QCOMPARE(editor.Node(QStringLiteral("c"))->GetRow(), 1);
+
+    editor.Click(QStringLiteral("d"));
+    addLog();
+    QCOMPARE(editor.Node(QStringLiteral("b"))->GetChildCount(), 4);
+
+    editor.Click(QStringLiteral("e"));
+    addLog();
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChildCount(), 4);
+}
+
+void tst_ProcessVisualEditorCommands::putsElseBehindTheBlockItContinues()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("d"));
+
+    editor.Key(Qt::Key_Return);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditQuickPick"));
+    QTest::keyClicks(edit, QStringLiteral("t-else"));
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(2)->GetCommand(), QStringLiteral("t-else"));
+}
+
+void tst_ProcessVisualEditorCommands::acceptsACommandDroppedBetweenStatements()
+{
+    Editor editor;
+    QMimeData mime;
+    mime.setData(QStringLiteral("application/x-rpa-command"), "t-wait");
+    const QPoint belowA =
+        editor.view->visualRect(editor.IndexOf(QStringLiteral("a"))).bottomLeft() + QPoint(40, -1);
+
+    QVERIFY(editor.Drop(mime, belowA, Qt::CopyAction));
+
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetCommand(), QStringLiteral("t-wait"));
+}
+
+RPA_TEST_MAIN(tst_ProcessVisualEditorCommands)
+
+#include "tst_processvisualeditor_commands.moc"

@@ -1,0 +1,169 @@
+#include "TestApp.h"
+#include "VisualEditorFixture.h"
+
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+#include <QTreeView>
+
+using namespace EditorFixture;
+
+// Moving, copying, finding and marking statements.
+class tst_ProcessVisualEditorStatements : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void movesStatementsByDropping();
+    void deletesAndUndoes();
+    void copiesAndPastesBetweenApps();
+    void cutsAndPastes();
+    void duplicatesTheSelection();
+    void commentsOutAndBack();
+    void movesWithAltArrows();
+    void setsBreakpointsByKeyAndInTheGutter();
+    void findsStatementsInBothDirections();
+};
+
+void tst_ProcessVisualEditorStatements::movesStatementsByDropping()
+{
+    Editor editor;
+    const std::unique_ptr<QMimeData> mime(
+        editor.view->model()->mimeData({editor.IndexOf(QStringLiteral("e"))}));
+    const QPoint onB = editor.view->visualRect(editor.IndexOf(QStringLiteral("b"))).center();
+
+    QVERIFY(editor.Drop(*mime, onB, Qt::MoveAction));
+    QCOMPARE(editor.Shown(), QStringLiteral("a b(c d e)"));
+
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor.Shown(), QStringLiteral("a b(c d) e"));
+}
+
+void tst_ProcessVisualEditorStatements::deletesAndUndoes()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    editor.Click(QStringLiteral("b"), Qt::ControlModifier);
+
+    editor.Key(Qt::Key_Delete);
+    QCOMPARE(editor.Shown(), QStringLiteral("e"));
+
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor.Shown(), QStringLiteral("a b(c d) e"));
+    editor.Key(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(editor.Shown(), QStringLiteral("e"));
+}
+
+void tst_ProcessVisualEditorStatements::copiesAndPastesBetweenApps()
+{
+    Editor editor;
+    Editor other(noStatements);
+    editor.widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&editor.widget));
+    editor.view->setFocus();
+    editor.Click(QStringLiteral("b"));
+    editor.Key(Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("如果")));
+
+    other.widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other.widget));
+    other.view->setFocus();
+    other.Key(Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(Main(other.app)->GetStatementCount(), 3);
+    QCOMPARE(Main(other.app)->GetRoot()->GetChild(0)->GetCommand(), QStringLiteral("t-if"));
+}
+
+void tst_ProcessVisualEditorStatements::cutsAndPastes()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+
+    editor.Key(Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(editor.Shown(), QStringLiteral("b(c d) e"));
+    editor.Click(QStringLiteral("e"));
+    editor.Key(Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(2)->GetArgument(QStringLiteral("text")),
+             QStringLiteral("a"));
+}
+
+void tst_ProcessVisualEditorStatements::duplicatesTheSelection()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("c"));
+
+    editor.Key(Qt::Key_D, Qt::ControlModifier);
+
+    QCOMPARE(editor.Node(QStringLiteral("b"))->GetChildCount(), 3);
+    QCOMPARE(editor.Node(QStringLiteral("b"))->GetChild(1)->GetArgument(QStringLiteral("text")),
+             QStringLiteral("c"));
+}
+
+void tst_ProcessVisualEditorStatements::commentsOutAndBack()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    editor.Click(QStringLiteral("e"), Qt::ControlModifier);
+
+    editor.Key(Qt::Key_Slash, Qt::ControlModifier);
+    QVERIFY(!editor.Node(QStringLiteral("a"))->GetValues().enabled);
+    QVERIFY(!editor.Node(QStringLiteral("e"))->GetValues().enabled);
+
+    editor.Key(Qt::Key_Slash, Qt::ControlModifier);
+    QVERIFY(editor.Node(QStringLiteral("a"))->GetValues().enabled);
+}
+
+void tst_ProcessVisualEditorStatements::movesWithAltArrows()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("d"));
+
+    editor.Key(Qt::Key_Up, Qt::AltModifier);
+    QCOMPARE(editor.Shown(), QStringLiteral("a b(d c) e"));
+    editor.Key(Qt::Key_Up, Qt::AltModifier); // out of the block
+    QCOMPARE(editor.Shown(), QStringLiteral("a d b(c) e"));
+    editor.Key(Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(editor.Shown(), QStringLiteral("a b(c) d e"));
+}
+
+void tst_ProcessVisualEditorStatements::setsBreakpointsByKeyAndInTheGutter()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("c"));
+
+    editor.Key(Qt::Key_F9);
+    QVERIFY(editor.Node(QStringLiteral("c"))->GetValues().breakpoint);
+
+    editor.Click(QStringLiteral("c"), {}, 0);
+    QVERIFY(!editor.Node(QStringLiteral("c"))->GetValues().breakpoint);
+}
+
+void tst_ProcessVisualEditorStatements::findsStatementsInBothDirections()
+{
+    Editor editor({Log(QStringLiteral("one")), Log(QStringLiteral("two")), Log(QStringLiteral("one more"))});
+    const auto current = [&editor] { return editor.view->currentIndex().data(Qt::UserRole).toString(); };
+    editor.Click(QStringLiteral("two"));
+
+    editor.Key(Qt::Key_F, Qt::ControlModifier);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditFind"));
+    QTRY_VERIFY(edit->hasFocus());
+    QTest::keyClicks(edit, QStringLiteral("one"));
+    QCOMPARE(editor.Find<QLabel>(QStringLiteral("labelFindCount"))->text(), QStringLiteral("共 2 处"));
+    QCOMPARE(current(), QStringLiteral("one more"));
+
+    QTest::keyClick(edit, Qt::Key_Return); // around the end
+    QCOMPARE(current(), QStringLiteral("one"));
+    QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(current(), QStringLiteral("one more"));
+    QVERIFY(edit->hasFocus());
+
+    QTest::keyClick(edit, Qt::Key_Escape);
+    QVERIFY(editor.view->hasFocus());
+}
+
+RPA_TEST_MAIN(tst_ProcessVisualEditorStatements)
+
+#include "tst_processvisualeditor_statements.moc"
