@@ -4,14 +4,10 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-class AppCardDelegate;
+class AppCards;
 class AppListModel;
-class QListView;
-class QSortFilterProxyModel;
-class QStackedWidget;
-class RequestStatusBaseWidget;
-class WbLabel;
-class WbLineEdit;
+class AppPageHead;
+class QModelIndex;
 class WbPushButton;
 
 // The apps as cards: find one, open one, rename one, make a new one. The page shows and announces; what
@@ -41,25 +37,18 @@ signals:
     void SigInvitations(const AppRecord& app);
 
 private:
-    QWidget* CreateHead();
-    QWidget* CreateContent();
-    QWidget* CreateEmptyState();
+    WbPushButton* CreateButton(const char* name, int kind, QWidget* parent);
+    void AddButtons();
+    QWidget* CreateOffer();
+    void ConnectCards();
     void CreateShortcuts();
-    void UpdateContent();
     void SlotActivated(const QModelIndex& index);
     void SlotClicked(const QModelIndex& index);
     void ShowCardMenu(const QModelIndex& index, const QPoint& globalPos);
     AppRecord AppOf(const QModelIndex& index) const;
 
     AppListModel* const model;
-    QSortFilterProxyModel* const filter;
-    WbLineEdit* editSearch = nullptr;
-    QStackedWidget* content = nullptr;
-    QListView* cards = nullptr;
-    QWidget* emptyState = nullptr;
-    WbLabel* labelEmpty = nullptr;
-    WbLabel* labelEmptyHint = nullptr;
-    QWidget* emptyButtons = nullptr;
-    RequestStatusBaseWidget* status = nullptr;
+    AppPageHead* const head;
+    AppCards* const cards;
     bool menuTookClick = false;
 };

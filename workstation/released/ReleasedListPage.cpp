@@ -1,107 +1,55 @@
 #include "ReleasedListPage.h"
 
 #include "AppCardDelegate.h"
+#include "AppCards.h"
+#include "AppPageHead.h"
 #include "ReleasedAppModel.h"
 
 #include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/RequestStatusBaseWidget.h>
-#include <WbBaseUI/WbIconPicture.h>
-#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
 
 #include <QBoxLayout>
 #include <QListView>
-#include <QShortcut>
-#include <QSortFilterProxyModel>
-#include <QStackedWidget>
 
 namespace
 {
 constexpr int longestCode = 20;
-
-QListView* CreateCards(QAbstractItemModel* model, QWidget* parent)
-{
-    auto* cards = new QListView(parent);
-    cards->setObjectName(QStringLiteral("listReleased"));
-    cards->setAccessibleName(QStringLiteral("应用列表"));
-    cards->setModel(model);
-    cards->setFrameShape(QFrame::NoFrame);
-    cards->setViewMode(QListView::IconMode);
-    cards->setMovement(QListView::Static);
-    cards->setResizeMode(QListView::Adjust);
-    cards->setUniformItemSizes(true);
-    cards->setMouseTracking(true);
-    cards->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    cards->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    cards->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    return cards;
 }
-} // namespace
 
-ReleasedListPage::ReleasedListPage(AppTabs::Tab shown, ReleasedAppModel* apps, QWidget* parent)
-    : WbBaseWidget(parent), tab(shown), model(apps), filter(new QSortFilterProxyModel(this))
+ReleasedListPage::ReleasedListPage(AppTabs::Tab tab, ReleasedAppModel* apps, QWidget* parent)
+    : WbBaseWidget(parent), model(apps), head(new AppPageHead(tab, this)),
+      cards(new AppCards(QStringLiteral("listReleased"), apps, this))
 {
-    setObjectName(tab == AppTabs::Online ? QStringLiteral("OnlineAppsPage") : QStringLiteral("GrayAppsPage"));
-    filter->setSourceModel(model);
-    filter->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    const bool online = tab == AppTabs::Online;
+    setObjectName(online ? QStringLiteral("OnlineAppsPage") : QStringLiteral("GrayAppsPage"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(28, 20, 28, 20);
     layout->setSpacing(16);
-    layout->addWidget(CreateHead());
-    if (tab == AppTabs::Gray) {
+    layout->addWidget(head);
+    if (!online) {
         layout->addWidget(CreateRedeemRow());
     }
-    status = new RequestStatusBaseWidget(this);
-    status->setObjectName(QStringLiteral("statusApps"));
-    layout->addWidget(status, 1);
-    layout->addWidget(CreateContent(), 1);
-    status->AddSucceedWidget(content);
+    layout->addWidget(cards, 1);
+    cards->GetDelegate()->SetReadOnly(online ? QStringLiteral("上线于 ") : QStringLiteral("灰度于 "));
+    if (online) {
+        cards->SetEmptyState(QStringLiteral("还没有线上应用"),
+                             QStringLiteral("作者上线的应用会出现在这里，点击即可运行"));
+    } else {
+        cards->SetEmptyState(QStringLiteral("还没有灰度应用"),
+                             QStringLiteral("向应用的创建者索取邀请码，在上方输入后即可试用"));
+    }
 
     const auto run = [this](const QModelIndex& index) {
-        emit SigRun(model->ReleasedAt(filter->mapToSource(index).row()));
+        emit SigRun(model->ReleasedAt(cards->RowOf(index)));
     };
-    auto* refreshKey = new QShortcut(QKeySequence::Refresh, this);
-    refreshKey->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(refreshKey, &QShortcut::activated, this, &ReleasedListPage::SigRefresh);
-    connect(status, &RequestStatusBaseWidget::SigRefresh, this, &ReleasedListPage::SigRefresh);
-    connect(editSearch, &QLineEdit::textChanged, this, [this](const QString& text) {
-        filter->setFilterFixedString(text.trimmed());
-        UpdateContent();
-    });
-    connect(cards, &QListView::activated, this, run);
-    connect(cards, &QListView::clicked, this, run);
-    connect(model, &QAbstractItemModel::modelReset, this, &ReleasedListPage::UpdateContent);
-    UpdateContent();
-}
-
-QWidget* ReleasedListPage::CreateHead()
-{
-    auto* head = new QWidget(this);
-    auto* tabs = new AppTabs(tab, head);
-    editSearch = new WbLineEdit(head);
-    editSearch->setObjectName(QStringLiteral("editSearch"));
-    editSearch->setAccessibleName(QStringLiteral("搜索应用"));
-    editSearch->setPlaceholderText(QStringLiteral("搜索应用名称"));
-    editSearch->setClearButtonEnabled(true);
-    editSearch->addAction(WbIcons::Get(QStringLiteral("search")), QLineEdit::LeadingPosition);
-    editSearch->setFixedWidth(260);
-    auto* refresh = new WbPushButton(head, Wb::SecondaryButton);
-    refresh->setObjectName(QStringLiteral("buttonRefresh"));
-    refresh->setText(QStringLiteral("刷新"));
-    refresh->setToolTip(QStringLiteral("重新读取应用列表（F5）"));
-    refresh->setIcon(WbIcons::Get(QStringLiteral("refresh")));
-    auto* layout = new QHBoxLayout(head);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(12);
-    layout->addWidget(tabs);
-    layout->addStretch();
-    layout->addWidget(editSearch);
-    layout->addWidget(refresh);
-    connect(tabs, &AppTabs::SigChosen, this, &ReleasedListPage::SigTab);
-    connect(refresh, &QPushButton::clicked, this, &ReleasedListPage::SigRefresh);
-    return head;
+    connect(cards->GetList(), &QListView::activated, this, run);
+    connect(cards->GetList(), &QListView::clicked, this, run);
+    connect(cards, &AppCards::SigRefresh, this, &ReleasedListPage::SigRefresh);
+    connect(head, &AppPageHead::SigTab, this, &ReleasedListPage::SigTab);
+    connect(head, &AppPageHead::SigRefresh, this, &ReleasedListPage::SigRefresh);
+    connect(head, &AppPageHead::SigSearched, this, [this] { cards->Search(head->GetSearched()); });
 }
 
 QWidget* ReleasedListPage::CreateRedeemRow()
@@ -134,56 +82,19 @@ QWidget* ReleasedListPage::CreateRedeemRow()
     return row;
 }
 
-QWidget* ReleasedListPage::CreateContent()
-{
-    content = new QStackedWidget(this);
-    cards = CreateCards(filter, content);
-    const QString time = tab == AppTabs::Online ? QStringLiteral("上线于 ") : QStringLiteral("灰度于 ");
-    auto* delegate = new AppCardDelegate(cards);
-    delegate->SetReadOnly(time);
-    cards->setItemDelegate(delegate);
-    cards->setGridSize(AppCardDelegate::CardSize());
-    emptyState = CreateEmptyState();
-    content->addWidget(cards);
-    content->addWidget(emptyState);
-    return content;
-}
-
-QWidget* ReleasedListPage::CreateEmptyState()
-{
-    auto* empty = new QWidget(content);
-    auto* picture = new WbIconPicture(QStringLiteral("empty"), 64, WbColor::TextDisabled, empty);
-    labelEmpty = new WbLabel(empty);
-    labelEmpty->setObjectName(QStringLiteral("labelEmpty"));
-    labelEmpty->setAlignment(Qt::AlignCenter);
-    labelEmptyHint = new WbLabel(empty);
-    labelEmptyHint->setObjectName(QStringLiteral("labelEmptyHint"));
-    labelEmptyHint->setAlignment(Qt::AlignCenter);
-    auto* layout = new QVBoxLayout(empty);
-    layout->setSpacing(8);
-    layout->addStretch(2);
-    layout->addWidget(picture);
-    layout->addWidget(labelEmpty);
-    layout->addWidget(labelEmptyHint);
-    layout->addStretch(3);
-    return empty;
-}
-
 void ReleasedListPage::ShowLoading()
 {
-    status->SetStatus(RequestStatus::Loading);
+    cards->ShowLoading();
 }
 
 void ReleasedListPage::ShowFailed(const QString& reason)
 {
-    status->SetErrorMsg(reason);
-    status->SetStatus(RequestStatus::Failed);
+    cards->ShowFailed(reason);
 }
 
 void ReleasedListPage::ShowApps()
 {
-    status->SetStatus(RequestStatus::Succeeded);
-    UpdateContent();
+    cards->ShowLoaded();
 }
 
 void ReleasedListPage::ShowRedeemed(const QString& problem)
@@ -201,30 +112,7 @@ void ReleasedListPage::ShowRedeemed(const QString& problem)
 
 void ReleasedListPage::SelectApp(const QString& appId)
 {
-    const QModelIndex index = filter->mapFromSource(model->index(model->RowOf(appId), 0));
-    if (index.isValid()) {
-        cards->setCurrentIndex(index);
-        cards->scrollTo(index);
-        cards->setFocus();
-    }
-}
-
-void ReleasedListPage::UpdateContent()
-{
-    if (model->rowCount() != 0) {
-        labelEmpty->setText(QStringLiteral("没有找到名称包含“%1”的应用").arg(editSearch->text().trimmed()));
-        labelEmptyHint->setText(QStringLiteral("换一个词再试"));
-    } else if (tab == AppTabs::Online) {
-        labelEmpty->setText(QStringLiteral("还没有线上应用"));
-        labelEmptyHint->setText(QStringLiteral("作者上线的应用会出现在这里，点击即可运行"));
-    } else {
-        labelEmpty->setText(QStringLiteral("还没有灰度应用"));
-        labelEmptyHint->setText(QStringLiteral("向应用的创建者索取邀请码，在上方输入后即可试用"));
-    }
-    content->setCurrentWidget(filter->rowCount() == 0 ? emptyState : static_cast<QWidget*>(cards));
-    if (!cards->currentIndex().isValid()) {
-        cards->setCurrentIndex(filter->index(0, 0));
-    }
+    cards->SelectRow(model->RowOf(appId));
 }
 
 void ReleasedListPage::SlotRedeem()

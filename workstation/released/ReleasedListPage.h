@@ -5,11 +5,9 @@
 #include <RpaEditorLogic/VersionServiceRecords.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
-class QListView;
-class QSortFilterProxyModel;
-class QStackedWidget;
+class AppCards;
+class AppPageHead;
 class ReleasedAppModel;
-class RequestStatusBaseWidget;
 class WbLabel;
 class WbLineEdit;
 class WbPushButton;
@@ -41,24 +39,13 @@ signals:
     void SigRedeem(const QString& code);
 
 private:
-    QWidget* CreateHead();
     QWidget* CreateRedeemRow();
-    QWidget* CreateContent();
-    QWidget* CreateEmptyState();
-    void UpdateContent();
     void SlotRedeem();
 
-    const AppTabs::Tab tab;
     ReleasedAppModel* const model;
-    QSortFilterProxyModel* const filter;
-    WbLineEdit* editSearch = nullptr;
+    AppPageHead* const head;
+    AppCards* const cards;
     WbLineEdit* editCode = nullptr; // on the gray page only
     WbPushButton* buttonRedeem = nullptr;
     WbLabel* labelProblem = nullptr;
-    QStackedWidget* content = nullptr;
-    QListView* cards = nullptr;
-    QWidget* emptyState = nullptr;
-    WbLabel* labelEmpty = nullptr;
-    WbLabel* labelEmptyHint = nullptr;
-    RequestStatusBaseWidget* status = nullptr;
 };

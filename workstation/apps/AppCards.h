@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QWidget>
+
+class AppCardDelegate;
+class QAbstractItemModel;
+class QListView;
+class QModelIndex;
+class QSortFilterProxyModel;
+class QStackedWidget;
+class RequestStatusBaseWidget;
+class WbLabel;
+
+// Apps as cards, those with a searched name only; while they load, when that failed and when there are none,
+// what to know and do instead.
+class AppCards : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // The model's rows are shown; it is not owned. The delegate is that of the cards.
+    AppCards(const QString& listName, QAbstractItemModel* model, QWidget* parent = nullptr);
+
+    QListView* GetList() const { return list; }
+    AppCardDelegate* GetDelegate() const { return delegate; }
+
+    void ShowLoading();
+    void ShowFailed(const QString& reason);
+    void ShowLoaded();
+
+    // Shows the apps whose names contain the text.
+    void Search(const QString& text);
+    // What stands where there are no apps at all; offer is a widget of the caller's below it, or null.
+    void SetEmptyState(const QString& title, const QString& hint, QWidget* offer = nullptr);
+
+    // Makes the model's row current and visible.
+    void SelectRow(int row);
+    // The model's row of a card, or of the current one; -1: none.
+    int RowOf(const QModelIndex& card) const;
+    int GetCurrentRow() const;
+
+signals:
+    void SigRefresh();
+
+private:
+    QListView* CreateList(const QString& name);
+    QWidget* CreateEmptyState();
+    void ShowContent();
+
+    QSortFilterProxyModel* const filter;
+    RequestStatusBaseWidget* const status;
+    QStackedWidget* const content;
+    QListView* list = nullptr;
+    AppCardDelegate* delegate = nullptr;
+    QWidget* emptyState = nullptr;
+    WbLabel* labelEmpty = nullptr;
+    WbLabel* labelEmptyHint = nullptr;
+    QWidget* emptyOffer = nullptr;
+    QString emptyTitle;
+    QString emptyHint;
+    QString searched;
+};
