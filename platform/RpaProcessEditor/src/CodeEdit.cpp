@@ -1,5 +1,6 @@
 #include "CodeEdit_p.h"
 #include "CodeHighlighter_p.h"
+#include "PythonLines_p.h"
 
 #include <WbBaseUI/WbTheme.h>
 
@@ -8,11 +9,8 @@
 #include <QTextBlock>
 #include <QTextLayout>
 
-#include <functional>
-
 namespace
 {
-constexpr int indentWidth = 4;
 constexpr int bracketReach = 20000; // characters; farther partners are not looked for
 constexpr int smallestZoom = -6;
 constexpr int largestZoom = 20;
@@ -20,14 +18,6 @@ constexpr int largestZoom = 20;
 QColor Colour(WbColor colour)
 {
     return WbTheme::Instance()->Color(colour);
-}
-
-int IndentOf(const QString& line)
-{
-    int width = 0;
-    while (width < line.size() && line.at(width) == QLatin1Char(' '))
-        ++width;
-    return width;
 }
 
 // The bracket that pairs with the one at the position; -1 without.
@@ -117,7 +107,7 @@ void CodeEdit::ApplyTheme()
     setFont(font);
     // A style sheet of the application has the last word on fonts, but not on that of the document.
     document()->setDefaultFont(font);
-    setTabStopDistance(QFontMetricsF(font).horizontalAdvance(QLatin1Char(' ')) * indentWidth);
+    setTabStopDistance(QFontMetricsF(font).horizontalAdvance(QLatin1Char(' ')) * PythonLines::indentWidth);
     highlighter->rehighlight();
     LayoutGutter();
     MarkCurrent();
@@ -239,7 +229,7 @@ void CodeEdit::keyPressEvent(QKeyEvent* event)
         Indent();
     else if (event->key() == Qt::Key_Backtab || (shift && event->key() == Qt::Key_Tab))
         Outdent();
-    else if (!(plain && event->key() == Qt::Key_Backspace && DeleteIndent()))
+    else if (!(plain && event->key() == Qt::Key_Backspace && PythonLines::DeleteIndent(textCursor())))
         QPlainTextEdit::keyPressEvent(event);
 }
 
@@ -254,146 +244,39 @@ void CodeEdit::wheelEvent(QWheelEvent* event)
     QPlainTextEdit::wheelEvent(event);
 }
 
-// The new line starts where the old one did, deeper behind a colon, less deep behind what ends a block.
 void CodeEdit::BreakLine()
 {
     QTextCursor cursor = textCursor();
-    const QString before =
-        cursor.block().text().left(cursor.hasSelection() ? cursor.selectionStart() - cursor.block().position()
-                                                         : cursor.positionInBlock());
-    int indent = qMin(IndentOf(before), before.size());
-    const QString code = before.trimmed();
-    static const QStringList enders{QStringLiteral("return"), QStringLiteral("break"),
-                                    QStringLiteral("continue"), QStringLiteral("pass"),
-                                    QStringLiteral("raise")};
-    if (code.endsWith(QLatin1Char(':')))
-        indent += indentWidth;
-    else if (enders.contains(code.section(QLatin1Char(' '), 0, 0)))
-        indent = qMax(0, indent - indentWidth);
-    cursor.insertText(QLatin1Char('\n') + QString(indent, QLatin1Char(' ')));
+    PythonLines::Break(cursor);
     setTextCursor(cursor);
     ensureCursorVisible();
 }
 
-// Backspace in the indentation takes one level.
-bool CodeEdit::DeleteIndent()
-{
-    QTextCursor cursor = textCursor();
-    const int column = cursor.positionInBlock();
-    if (cursor.hasSelection() || column == 0 || !cursor.block().text().left(column).trimmed().isEmpty())
-        return false;
-    const int width = (column - 1) % indentWidth + 1;
-    cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, width);
-    cursor.removeSelectedText();
-    return true;
-}
-
-void CodeEdit::EachSelectedLine(const std::function<void(QTextCursor&)>& act)
-{
-    QTextCursor cursor = textCursor();
-    QTextBlock block = document()->findBlock(cursor.selectionStart());
-    QTextBlock last = document()->findBlock(cursor.selectionEnd());
-    // A selection that ends before the first character of a line does not mean that line.
-    if (cursor.hasSelection() && last != block && cursor.selectionEnd() == last.position())
-        last = last.previous();
-    const int lastNumber = last.blockNumber();
-    cursor.beginEditBlock();
-    for (; block.isValid() && block.blockNumber() <= lastNumber; block = block.next()) {
-        QTextCursor line(block);
-        act(line);
-    }
-    cursor.endEditBlock();
-}
-
 void CodeEdit::Indent()
 {
-    QTextCursor cursor = textCursor();
-    if (!cursor.hasSelection()) {
-        const int width = indentWidth - cursor.positionInBlock() % indentWidth;
-        cursor.insertText(QString(width, QLatin1Char(' ')));
-        return;
-    }
-    EachSelectedLine([](QTextCursor& line) {
-        if (!line.block().text().trimmed().isEmpty())
-            line.insertText(QString(indentWidth, QLatin1Char(' ')));
-    });
+    PythonLines::Indent(textCursor());
 }
 
 void CodeEdit::Outdent()
 {
-    EachSelectedLine([](QTextCursor& line) {
-        const QString text = line.block().text();
-        const int width = text.startsWith(QLatin1Char('\t')) ? 1 : qMin(IndentOf(text), indentWidth);
-        line.movePosition(QTextCursor::Right, QTextCursor::KeepAnchor, width);
-        line.removeSelectedText();
-    });
+    PythonLines::Outdent(textCursor());
 }
 
 void CodeEdit::ToggleComment()
 {
-    bool allComments = true;
-    int indent = INT_MAX;
-    EachSelectedLine([&allComments, &indent](QTextCursor& line) {
-        const QString text = line.block().text();
-        if (text.trimmed().isEmpty())
-            return;
-        allComments = allComments && text.trimmed().startsWith(QLatin1Char('#'));
-        indent = qMin(indent, IndentOf(text));
-    });
-    EachSelectedLine([allComments, indent](QTextCursor& line) {
-        const QString text = line.block().text();
-        if (text.trimmed().isEmpty())
-            return;
-        if (!allComments) {
-            line.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, indent);
-            line.insertText(QStringLiteral("# "));
-            return;
-        }
-        const int mark = text.indexOf(QLatin1Char('#'));
-        line.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, mark);
-        line.movePosition(QTextCursor::Right, QTextCursor::KeepAnchor,
-                          text.midRef(mark, 2) == QLatin1String("# ") ? 2 : 1);
-        line.removeSelectedText();
-    });
+    PythonLines::ToggleComment(textCursor());
 }
 
 void CodeEdit::MoveLines(int direction)
 {
     QTextCursor cursor = textCursor();
-    const QTextBlock first = document()->findBlock(cursor.selectionStart());
-    const QTextBlock last = document()->findBlock(cursor.selectionEnd());
-    const QTextBlock neighbour = direction < 0 ? first.previous() : last.next();
-    if (!neighbour.isValid())
-        return;
-    const QString text = neighbour.text();
-    const int anchor = cursor.anchor() + direction * (text.size() + 1);
-    const int position = cursor.position() + direction * (text.size() + 1);
-    const int start = direction < 0 ? neighbour.position() : first.position();
-    const int length = direction < 0 ? last.position() + last.length() - 1 - start
-                                     : neighbour.position() + neighbour.length() - 1 - start;
-    QTextCursor lines(document());
-    lines.setPosition(start);
-    lines.setPosition(start + length, QTextCursor::KeepAnchor);
-    QString moved = lines.selectedText();
-    moved = direction < 0
-                ? moved.mid(text.size() + 1) + QChar(QChar::ParagraphSeparator) + text
-                : text + QChar(QChar::ParagraphSeparator) + moved.left(moved.size() - text.size() - 1);
-    lines.insertText(moved);
-    cursor.setPosition(anchor);
-    cursor.setPosition(position, QTextCursor::KeepAnchor);
-    setTextCursor(cursor);
+    if (PythonLines::Move(cursor, direction))
+        setTextCursor(cursor);
 }
 
 void CodeEdit::DuplicateLines()
 {
-    QTextCursor cursor = textCursor();
-    const QTextBlock last = document()->findBlock(cursor.selectionEnd());
-    QTextCursor lines(document());
-    lines.setPosition(document()->findBlock(cursor.selectionStart()).position());
-    lines.setPosition(last.position() + last.length() - 1, QTextCursor::KeepAnchor);
-    const QString text = lines.selectedText();
-    lines.setPosition(lines.selectionEnd());
-    lines.insertText(QChar(QChar::ParagraphSeparator) + text);
+    PythonLines::Duplicate(textCursor());
 }
 
 #include "CodeEdit.moc"

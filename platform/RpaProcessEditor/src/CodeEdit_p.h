@@ -45,8 +45,6 @@ private:
     void MarkCurrent();
     void MarkBrackets(QList<QTextEdit::ExtraSelection>& marks) const;
     void BreakLine();
-    bool DeleteIndent();
-    void EachSelectedLine(const std::function<void(QTextCursor&)>& act);
 
     CodeGutter* gutter;
     std::unique_ptr<QSyntaxHighlighter> highlighter;
