@@ -1,6 +1,5 @@
 #include "ArgumentField_p.h"
 
-#include <RpaProcessData/RpaExpression.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbIcons.h>
@@ -32,15 +31,6 @@ QVector<RpaChoice> Plain(const QStringList& values)
     for (const QString& value : values)
         choices.append({value, value});
     return choices;
-}
-
-// A literal that would read as an expression but for the "'" before its "=".
-bool IsQuotedEquals(const QString& text)
-{
-    int quotes = 0;
-    while (quotes < text.size() && text.at(quotes) == QLatin1Char('\''))
-        ++quotes;
-    return quotes > 0 && quotes < text.size() && text.at(quotes) == QLatin1Char('=');
 }
 
 QString PlaceholderOf(RpaArgumentType type, bool python)
@@ -79,7 +69,7 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
     top->setContentsMargins(0, 0, 0, 0);
     top->addWidget(label);
     top->addStretch();
-    if (MayBePython()) {
+    if (ArgumentText::MayBePython(info.type)) {
         pythonButton = new QToolButton;
         pythonButton->setObjectName(QStringLiteral("pythonButton"));
         pythonButton->setText(QStringLiteral("fx"));
@@ -89,7 +79,7 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
         pythonButton->setAccessibleName(info.title + QStringLiteral("：用表达式计算"));
         top->addWidget(pythonButton);
         connect(pythonButton, &QToolButton::clicked, this, [this](bool checked) {
-            const QString shown = Shown();
+            const QString shown = ArgumentText::Shown(info.type, text);
             SetPython(checked);
             Take(shown);
             ShowText();
@@ -130,47 +120,14 @@ QWidget* ArgumentField::BuildCaptureButton()
     return capture;
 }
 
-bool ArgumentField::MayBePython() const
-{
-    switch (info.type) {
-    case RpaArgumentType::Text:
-    case RpaArgumentType::Switch:
-    case RpaArgumentType::File:
-    case RpaArgumentType::Folder:
-    case RpaArgumentType::Parameter:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool ArgumentField::IsPythonText() const
-{
-    if (info.type == RpaArgumentType::Switch)
-        return RpaExpression::IsPython(info.type, text);
-    return MayBePython() && text.startsWith(QLatin1Char('='));
-}
-
-// What the field shows for the stored text.
-QString ArgumentField::Shown() const
-{
-    const bool marked = MayBePython() && (text.startsWith(QLatin1Char('=')) || IsQuotedEquals(text));
-    return marked ? text.mid(1) : text;
-}
-
 void ArgumentField::Take(const QString& shown)
 {
-    const bool literal = !python && MayBePython();
-    if (python) {
-        text = QLatin1Char('=') + shown;
-    } else if (literal && shown.startsWith(QLatin1Char('='))) {
-        // As in a spreadsheet: an "=" typed first begins an expression.
-        text = shown;
+    text = ArgumentText::Stored(info.type, shown, python);
+    // As in a spreadsheet: an "=" typed first begins an expression.
+    if (!python && ArgumentText::MayBePython(info.type) && shown.startsWith(QLatin1Char('='))) {
         SetPython(true);
         ShowText();
         editor->setFocus();
-    } else {
-        text = literal && IsQuotedEquals(shown) ? QLatin1Char('\'') + shown : shown;
     }
     ShowProblem();
     emit SigEdited(text);
@@ -181,7 +138,7 @@ void ArgumentField::SetText(const QString& shown)
     if (shown == text && editor)
         return;
     text = shown;
-    if (IsPythonText() != python)
+    if (ArgumentText::IsPython(info.type, text) != python)
         SetPython(!python);
     ShowText();
     ShowProblem();
@@ -316,7 +273,7 @@ QWidget* ArgumentField::BuildPath()
 
 void ArgumentField::ShowText()
 {
-    const QString shown = Shown();
+    const QString shown = ArgumentText::Shown(info.type, text);
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
         const QSignalBlocker quiet(combo);
         combo->setCurrentIndex(combo->findData(shown));
@@ -344,7 +301,7 @@ void ArgumentField::ShowText()
 
 void ArgumentField::ShowProblem()
 {
-    const QString problem = Problem(info, text, offers);
+    const QString problem = ArgumentText::Problem(info, text, offers);
     message->setText(problem);
     message->setVisible(!problem.isEmpty());
     auto* line = qobject_cast<QLineEdit*>(editor);
@@ -354,38 +311,5 @@ void ArgumentField::ShowProblem()
         line->setProperty("hasError", !problem.isEmpty());
         line->style()->unpolish(line); // the style sheet reads properties only then
         line->style()->polish(line);
-    }
-}
-
-QString ArgumentField::Problem(const RpaArgumentInfo& argument, const QString& text,
-                               const FieldOffers& offers)
-{
-    const bool python = RpaExpression::IsPython(argument.type, text);
-    const QString body = python && text.startsWith(QLatin1Char('=')) ? text.mid(1) : text;
-    if (body.trimmed().isEmpty()) {
-        if (python)
-            return QStringLiteral("请填写表达式");
-        return argument.required ? QStringLiteral("必须填写") : QString();
-    }
-    if (python)
-        return RpaExpression::IsWellFormed(body) ? QString()
-                                                 : QStringLiteral("表达式不完整，请检查括号、引号和运算符");
-    const auto lacks = [&text](const QVector<RpaChoice>& choices) {
-        return std::none_of(choices.begin(), choices.end(),
-                            [&text](const RpaChoice& c) { return c.value == text; });
-    };
-    switch (argument.type) {
-    case RpaArgumentType::Variable:
-        return RpaExpression::IsVariableName(text)
-                   ? QString()
-                   : QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头");
-    case RpaArgumentType::Process:
-        return offers.processes.contains(text) ? QString() : QStringLiteral("没有名为“%1”的流程").arg(text);
-    case RpaArgumentType::Element:
-        return lacks(offers.elements) ? QStringLiteral("元素已不存在，请重新选择") : QString();
-    case RpaArgumentType::Choice:
-        return lacks(argument.choices) ? QStringLiteral("请从列表中选择") : QString();
-    default:
-        return QString();
     }
 }

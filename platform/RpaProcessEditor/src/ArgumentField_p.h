@@ -1,24 +1,11 @@
 #pragma once
 
-#include <RpaProcessData/RpaCommandCatalogue.h>
+#include "ArgumentText_p.h"
 
-#include <QHash>
-#include <QString>
-#include <QStringList>
-#include <QVector>
 #include <QWidget>
 
 class QLabel;
 class QToolButton;
-
-// What fields offer to choose from.
-struct FieldOffers
-{
-    QStringList variables;
-    QStringList processes;
-    QStringList parameters;
-    QVector<RpaChoice> elements; // id and name
-};
 
 // The editor of one argument: label, field after the argument's type, message below it when the text is not
 // usable. Arguments that may be literal or Python have a switch between the two; typing "=" first switches
@@ -36,9 +23,6 @@ public:
     // Shows a text that came from elsewhere; emits nothing.
     void SetText(const QString& shown);
 
-    // What is wrong with the text, in the author's words; empty when it may be used.
-    static QString Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers);
-
 signals:
     void SigEdited(const QString& text);
     void SigEditingFinished();
@@ -46,7 +30,6 @@ signals:
     void SigCaptureAsked();
 
 private:
-    bool MayBePython() const;
     void SetPython(bool python);
     void BuildEditor();
     QWidget* BuildLine(const QStringList& completions, bool code);
@@ -58,8 +41,6 @@ private:
     void Take(const QString& shown);
     void ShowText();
     void ShowProblem();
-    bool IsPythonText() const;
-    QString Shown() const;
 
     const RpaArgumentInfo info;
     const FieldOffers offers;

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <RpaProcessData/RpaCommandCatalogue.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+// What fields offer to choose from.
+struct FieldOffers
+{
+    QStringList variables;
+    QStringList processes;
+    QStringList parameters;
+    QVector<RpaChoice> elements; // id and name
+};
+
+// How the text of an argument is stored, shown and judged. A stored text that begins with "=" is Python; a
+// literal that does carries a "'" in front of it, which is not shown.
+namespace ArgumentText
+{
+// Whether an argument of this type may be either literal or Python.
+bool MayBePython(RpaArgumentType type);
+
+// Whether a stored text of such an argument is Python.
+bool IsPython(RpaArgumentType type, const QString& text);
+
+QString Shown(RpaArgumentType type, const QString& text);
+QString Stored(RpaArgumentType type, const QString& shown, bool python);
+
+// What is wrong with a stored text, in the author's words; empty when it may be used.
+QString Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers);
+} // namespace ArgumentText
