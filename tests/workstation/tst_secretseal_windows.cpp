@@ -3,9 +3,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <qt_windows.h>
 
 #include <wincrypt.h>
-#include <windows.h>
 
 namespace
 {

@@ -2,9 +2,9 @@
 #include "SecretSeal.h"
 
 #include <QFileInfo>
+#include <qt_windows.h>
 
 #include <wincrypt.h>
-#include <windows.h>
 
 namespace
 {
