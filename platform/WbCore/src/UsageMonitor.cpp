@@ -23,19 +23,21 @@ void UsageMonitor::Start(const Settings& settings, Sink sink)
         d->pause = settings.interval;
         d->stopping = false;
     }
-    d->worker = std::thread([this] { d->Run(); });
+    d->worker.reset(QThread::create([this] { d->Run(); }));
+    d->worker->start();
 }
 
 void UsageMonitor::Stop()
 {
-    if (!d->worker.joinable())
+    if (!d->worker)
         return;
     {
         const std::lock_guard<std::mutex> locked(d->mutex);
         d->stopping = true;
     }
     d->wake.notify_all();
-    d->worker.join();
+    d->worker->wait();
+    d->worker.reset();
 }
 
 void UsageMonitor::SetEnabled(bool enabled)

@@ -2,9 +2,11 @@
 
 #include "MonitorQueue_p.h"
 
+#include <QThread>
+
 #include <condition_variable>
+#include <memory>
 #include <mutex>
-#include <thread>
 
 class UsageMonitor::Private
 {
@@ -16,7 +18,8 @@ public:
     // Guards everything below but the queue, which belongs to the worker while there is one.
     mutable std::mutex mutex;
     std::condition_variable wake;
-    std::thread worker;
+    // Started by Qt: on Windows it clears up after other threads late, and on a thread of its own.
+    std::unique_ptr<QThread> worker;
     Settings settings;
     Sink sink;
     Batch incoming;

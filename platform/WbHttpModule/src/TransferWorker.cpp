@@ -33,7 +33,8 @@ CURLM* MakeMulti()
 TransferWorker::TransferWorker(Report value) : report(std::move(value)), multi(MakeMulti())
 {
     pool.setMaxThreadCount(poolThreads);
-    thread = std::thread([this] { Run(); });
+    thread.reset(QThread::create([this] { Run(); }));
+    thread->start();
 }
 
 TransferWorker::~TransferWorker()
@@ -43,7 +44,7 @@ TransferWorker::~TransferWorker()
         stopping = true;
     }
     curl_multi_wakeup(multi);
-    thread.join();
+    thread->wait();
     pool.clear();
     pool.waitForDone();
     while (!transfers.empty())

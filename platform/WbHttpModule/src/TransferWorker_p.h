@@ -3,12 +3,12 @@
 #include "Transfer_p.h"
 
 #include <QMutex>
+#include <QThread>
 #include <QThreadPool>
 
 #include <functional>
 #include <map>
 #include <memory>
-#include <thread>
 #include <vector>
 
 // The network thread: runs all transfers of one client, keeps their deadlines, and reports each that ends by
@@ -58,5 +58,6 @@ private:
     Transfers transfers;
     int runningCount = 0;
     QThreadPool pool;
-    std::thread thread;
+    // Started by Qt: on Windows it clears up after other threads late, and on a thread of its own.
+    std::unique_ptr<QThread> thread;
 };

@@ -8,8 +8,10 @@
 #include <QMutex>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QThreadStorage>
 #include <QtTest>
 
+#include <memory>
 #include <thread>
 
 namespace
@@ -79,6 +81,7 @@ private slots:
     void keepsQuietWhenTheUserSaysNo();
     void takesEventsFromAnyThread();
     void staysInMemoryWhenTheFolderIsInUse();
+    void letsGoOfWhatItsThreadHeldBeforeItStops();
     void keepsTheFileToTheUser();
     void givesWayToAnotherMonitor();
     void knowsWhoIsSignedIn();
@@ -250,6 +253,25 @@ void UsageMonitorTest::staysInMemoryWhenTheFolderIsInUse()
 
     QTRY_COMPARE(receiver->GetNames().size(), 1);
     QVERIFY(!QFile::exists(GetFileName()));
+}
+
+void UsageMonitorTest::letsGoOfWhatItsThreadHeldBeforeItStops()
+{
+    // Such as a connection of the sink's own to a database.
+    static QThreadStorage<std::shared_ptr<int>> ofThread;
+    std::weak_ptr<int> watched;
+    UsageMonitor::Instance()->Start(MakeSettings(), [this, &watched](const UsageMonitor::Batch& batch) {
+        const auto held = std::make_shared<int>(0);
+        ofThread.setLocalData(held);
+        watched = held;
+        return receiver->GetSink()(batch);
+    });
+    Report(QStringLiteral("one"));
+    QTRY_COMPARE(receiver->GetNames().size(), 1);
+
+    UsageMonitor::Instance()->Stop();
+
+    QVERIFY(watched.expired());
 }
 
 void UsageMonitorTest::keepsTheFileToTheUser()
