@@ -19,6 +19,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QtTest>
 
 namespace
@@ -86,6 +87,7 @@ private slots:
 
     void listOpensTheAppThatIsClicked();
     void listOpensTheCurrentAppOnReturn();
+    void listGetsTheKeysOnceItsAppsAreThere();
     void listRenamesTheCurrentAppOnF2();
     void listFindsAppsByAPartOfTheirName();
     void listSaysWhenNothingIsFound();
@@ -326,6 +328,20 @@ void tst_Pages::listOpensTheCurrentAppOnReturn()
 
     QCOMPARE(opened.size(), 1);
     QCOMPARE(opened.first().first().value<AppRecord>().id, QStringLiteral("b"));
+}
+
+void tst_Pages::listGetsTheKeysOnceItsAppsAreThere()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    Child<QToolButton>(page, "tabMine")->setFocus(); // as when the page before goes away
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("开票"))});
+
+    page.ShowApps();
+
+    QVERIFY(Child<QListView>(page, "listApps")->hasFocus());
 }
 
 void tst_Pages::listRenamesTheCurrentAppOnF2()

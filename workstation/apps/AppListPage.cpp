@@ -120,8 +120,7 @@ void AppListPage::ShowApps()
     cards->ShowLoaded();
     // Keys go to the cards, unless the user is at work elsewhere on the page.
     const QWidget* focus = QApplication::focusWidget();
-    if (isVisible() && (!focus || head->HasSearchFocus() || !isAncestorOf(focus)) &&
-        head->GetSearched().isEmpty()) {
+    if (isVisible() && (!focus || head->HasIdleFocus() || !isAncestorOf(focus))) {
         cards->GetList()->setFocus();
     }
 }

@@ -59,9 +59,11 @@ QString AppPageHead::GetSearched() const
     return editSearch->text().trimmed();
 }
 
-bool AppPageHead::HasSearchFocus() const
+bool AppPageHead::HasIdleFocus() const
 {
-    return editSearch->hasFocus();
+    const QWidget* focus = focusWidget();
+    return focus && focus->hasFocus() &&
+           (tabs->isAncestorOf(focus) || (focus == editSearch && GetSearched().isEmpty()));
 }
 
 void AppPageHead::FocusSearch()

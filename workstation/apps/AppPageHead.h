@@ -21,7 +21,9 @@ public:
 
     // What is looked for, without blanks around it.
     QString GetSearched() const;
-    bool HasSearchFocus() const;
+    // Whether the keyboard is here only because nothing of the page was chosen for it: on a tab or in an
+    // empty search.
+    bool HasIdleFocus() const;
     void FocusSearch();
 
 signals:
