@@ -2,6 +2,7 @@
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "InvitationDialog.h"
+#include "PageFixture.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
 #include "ReleasedListPage.h"
@@ -37,14 +38,6 @@
 
 namespace
 {
-template <typename Widget>
-Widget* Child(QWidget& page, const char* objectName)
-{
-    auto* found = page.findChild<Widget*>(QLatin1String(objectName));
-    Q_ASSERT(found);
-    return found;
-}
-
 VersionServiceReleasedApp App(const QString& id, const QString& name)
 {
     VersionServiceReleasedApp app;

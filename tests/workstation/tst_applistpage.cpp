@@ -1,0 +1,177 @@
+#include "AppListModel.h"
+#include "AppListPage.h"
+#include "PageFixture.h"
+#include "TestApp.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+#include <QtTest>
+
+namespace
+{
+AppRecord App(const QString& id, const QString& name)
+{
+    AppRecord app;
+    app.id = id;
+    app.name = name;
+    app.changedAt = QDateTime(QDate(2026, 3, 5), QTime(14, 7));
+    return app;
+}
+} // namespace
+
+class tst_AppListPage : public PageFixture
+{
+    Q_OBJECT
+
+private slots:
+    void listOpensTheAppThatIsClicked();
+    void listOpensTheCurrentAppOnReturn();
+    void listGetsTheKeysOnceItsAppsAreThere();
+    void listRenamesTheCurrentAppOnF2();
+    void listFindsAppsByAPartOfTheirName();
+    void listSaysWhenNothingIsFound();
+    void listOffersToCreateTheFirstApp();
+    void listShowsWhyItCouldNotBeReadAndTriesAgain();
+};
+
+void tst_AppListPage::listOpensTheAppThatIsClicked()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.resize(1280, 640);
+    page.show();
+    model.SetApps(
+        {App(QStringLiteral("a"), QStringLiteral("开票")), App(QStringLiteral("b"), QStringLiteral("对账"))});
+    page.ShowApps();
+    auto* cards = Child<QListView>(page, "listApps");
+    QSignalSpy opened(&page, &AppListPage::SigOpen);
+
+    QTest::mouseClick(cards->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      cards->visualRect(cards->model()->index(1, 0)).center());
+
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.first().first().value<AppRecord>().id, QStringLiteral("b"));
+}
+
+void tst_AppListPage::listOpensTheCurrentAppOnReturn()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    model.SetApps(
+        {App(QStringLiteral("a"), QStringLiteral("开票")), App(QStringLiteral("b"), QStringLiteral("对账"))});
+    page.ShowApps();
+    page.SelectApp(QStringLiteral("b"));
+    QSignalSpy opened(&page, &AppListPage::SigOpen);
+
+    QTest::keyClick(Child<QListView>(page, "listApps"), Qt::Key_Return);
+
+    QCOMPARE(opened.size(), 1);
+    QCOMPARE(opened.first().first().value<AppRecord>().id, QStringLiteral("b"));
+}
+
+void tst_AppListPage::listGetsTheKeysOnceItsAppsAreThere()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    Child<QToolButton>(page, "tabMine")->setFocus(); // as when the page before goes away
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("开票"))});
+
+    page.ShowApps();
+
+    QVERIFY(Child<QListView>(page, "listApps")->hasFocus());
+}
+
+void tst_AppListPage::listRenamesTheCurrentAppOnF2()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("开票"))});
+    page.ShowApps();
+    page.SelectApp(QStringLiteral("a"));
+    QSignalSpy renamed(&page, &AppListPage::SigRename);
+
+    QTest::keyClick(Child<QListView>(page, "listApps"), Qt::Key_F2);
+
+    QCOMPARE(renamed.size(), 1);
+    QCOMPARE(renamed.first().first().value<AppRecord>().id, QStringLiteral("a"));
+}
+
+void tst_AppListPage::listFindsAppsByAPartOfTheirName()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("Invoice 汇总")),
+                   App(QStringLiteral("b"), QStringLiteral("对账"))});
+    page.ShowApps();
+
+    QTest::keyClicks(Child<QLineEdit>(page, "editSearch"), QStringLiteral("INV"));
+
+    const QAbstractItemModel* shown = Child<QListView>(page, "listApps")->model();
+    QCOMPARE(shown->rowCount(), 1);
+    QCOMPARE(shown->index(0, 0).data().toString(), QStringLiteral("Invoice 汇总"));
+}
+
+void tst_AppListPage::listSaysWhenNothingIsFound()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("开票"))});
+    page.ShowApps();
+
+    Child<QLineEdit>(page, "editSearch")->setText(QStringLiteral("工资"));
+
+    QVERIFY(Child<QLabel>(page, "labelEmpty")->isVisible());
+    QCOMPARE(Child<QLabel>(page, "labelEmpty")->text(), QStringLiteral("没有找到名称包含“工资”的应用"));
+    QVERIFY(!Child<QPushButton>(page, "buttonEmptyVisual")->isVisible());
+}
+
+void tst_AppListPage::listOffersToCreateTheFirstApp()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    model.SetApps({});
+    page.ShowApps();
+    QSignalSpy created(&page, &AppListPage::SigCreate);
+
+    Press(page, "buttonEmptyVisual");
+    Press(page, "buttonEmptyProgram");
+
+    QCOMPARE(Child<QLabel>(page, "labelEmpty")->text(), QStringLiteral("还没有应用"));
+    QCOMPARE(created.size(), 2);
+    QCOMPARE(created.at(0).first().toInt(), int(AppKindVisual));
+    QCOMPARE(created.at(1).first().toInt(), int(AppKindProgram));
+}
+
+void tst_AppListPage::listShowsWhyItCouldNotBeReadAndTriesAgain()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    QSignalSpy refreshed(&page, &AppListPage::SigRefresh);
+
+    page.ShowFailed(QStringLiteral("无法连接服务器"));
+
+    auto* status = Child<QWidget>(page, "statusApps");
+    QVERIFY(status->isVisible());
+    QVERIFY(!Child<QWidget>(page, "stackApps")->isVisible());
+    const auto buttons = status->findChildren<QAbstractButton*>();
+    QCOMPARE(buttons.size(), 1);
+    QTest::mouseClick(buttons.first(), Qt::LeftButton);
+    QCOMPARE(refreshed.size(), 1);
+}
+
+RPA_TEST_MAIN(tst_AppListPage)
+
+#include "tst_applistpage.moc"

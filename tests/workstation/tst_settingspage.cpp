@@ -1,0 +1,118 @@
+#include "PageFixture.h"
+#include "SettingsPage.h"
+#include "TestApp.h"
+#include "WorkstationSettings.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_SettingsPage : public PageFixture
+{
+    Q_OBJECT
+
+private slots:
+    void settingsWriteWhatIsChosen();
+    void settingsFollowChangesMadeElsewhere();
+    void settingsAcceptOnlyAnAddressOfAServer();
+    void settingsHideAccountsOfARemoteServer();
+    void settingsSignOutFromARemoteServer();
+};
+
+void tst_SettingsPage::settingsWriteWhatIsChosen()
+{
+    const QTemporaryDir folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+
+    QTest::keyClick(Child<QComboBox>(page, "comboTheme"), Qt::Key_End);
+    QTest::keyClick(Child<QComboBox>(page, "comboDates"), Qt::Key_Down);
+
+    QCOMPARE(settings.GetTheme(), ThemeChoice::Dark);
+    QCOMPARE(settings.GetDateLanguage(), DateLanguage::Chinese);
+}
+
+void tst_SettingsPage::settingsFollowChangesMadeElsewhere()
+{
+    const QTemporaryDir folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+
+    settings.SetTheme(ThemeChoice::Light);
+    settings.SetDateLanguage(DateLanguage::Japanese);
+
+    QCOMPARE(Child<QComboBox>(page, "comboTheme")->currentText(), QStringLiteral("浅色"));
+    QCOMPARE(Child<QComboBox>(page, "comboDates")->currentText(), QStringLiteral("日本語"));
+}
+
+void tst_SettingsPage::settingsAcceptOnlyAnAddressOfAServer()
+{
+    const QTemporaryDir folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+    QSignalSpy used(&page, &SettingsPage::SigUseServer);
+    auto* use = Child<QPushButton>(page, "buttonUseServer");
+    QVERIFY(!use->isEnabled());
+
+    Child<QRadioButton>(page, "radioRemote")->click();
+    QVERIFY(!use->isEnabled());
+    Child<QLineEdit>(page, "editAddress")->setText(QStringLiteral("http://rpa.example.com"));
+    QVERIFY(!use->isEnabled());
+    QVERIFY(Child<QLabel>(page, "labelAddressProblem")->isVisible());
+    Child<QLineEdit>(page, "editAddress")->setText(QStringLiteral("https://rpa.example.com"));
+    QVERIFY(use->isEnabled());
+    use->click();
+
+    QCOMPARE(used.size(), 1);
+    QCOMPARE(used.first().at(0).toBool(), false);
+    QCOMPARE(used.first().at(1).toUrl(), QUrl(QStringLiteral("https://rpa.example.com")));
+    QVERIFY(settings.GetEmbeddedServer());
+}
+
+void tst_SettingsPage::settingsHideAccountsOfARemoteServer()
+{
+    const QTemporaryDir folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+
+    QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
+    page.ShowAccounts({QStringLiteral("甲"), QStringLiteral("乙")}, 1);
+    QVERIFY(Child<QWidget>(page, "sectionAccount")->isVisible());
+    QCOMPARE(Child<QComboBox>(page, "comboAccount")->currentText(), QStringLiteral("乙"));
+    page.ShowAccounts({}, -1);
+    QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
+}
+
+void tst_SettingsPage::settingsSignOutFromARemoteServer()
+{
+    const QTemporaryDir folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+    QSignalSpy signedOut(&page, &SettingsPage::SigSignOut);
+
+    page.ShowSignedIn(QStringLiteral("张三"));
+
+    QCOMPARE(Child<QLabel>(page, "labelSignedIn")->text(), QStringLiteral("张三"));
+    QVERIFY(Child<QPushButton>(page, "buttonSignOut")->isVisible());
+    QVERIFY(!Child<QComboBox>(page, "comboAccount")->isVisible());
+    QVERIFY(!Child<QCheckBox>(page, "checkSuperAdmin")->isVisible());
+    Press(page, "buttonSignOut");
+    QCOMPARE(signedOut.size(), 1);
+
+    page.ShowSignedIn(QString());
+    QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
+}
+
+RPA_TEST_MAIN(tst_SettingsPage)
+
+#include "tst_settingspage.moc"
