@@ -39,7 +39,7 @@ void RpaAppEditorWidget::SlotRefresh()
 
 void RpaAppEditorWidget::SetAppName(const QString& name)
 {
-    m->ui->labelName->setText(name);
+    m->ui->labelName->SetText(name, QString());
 }
 
 void RpaAppEditorWidget::ShowExportBtn(bool show)

@@ -68,6 +68,7 @@ void RpaVersionCombo::Clear()
     currentData.clear();
     currentRow = QModelIndex();
     clear();
+    UpdateToolTip();
 }
 
 int RpaVersionCombo::GetRowCount() const
@@ -171,6 +172,7 @@ void RpaVersionCombo::keyPressEvent(QKeyEvent* event)
 void RpaVersionCombo::resizeEvent(QResizeEvent* event)
 {
     QComboBox::resizeEvent(event);
+    UpdateToolTip();
 }
 
 void RpaVersionCombo::SlotItemClicked(QListWidgetItem* item)
@@ -237,4 +239,14 @@ void RpaVersionCombo::ShowCurrentName()
 {
     nameEdit->setText(currentName);
     nameEdit->home(false);
+    UpdateToolTip();
+}
+
+// The closed box has no more room than its neighbours in the bar leave it.
+void RpaVersionCombo::UpdateToolTip()
+{
+    constexpr int textMargins = 4; // those of every line edit
+    const bool cut = nameEdit->fontMetrics().horizontalAdvance(currentName) + textMargins > nameEdit->width();
+    nameEdit->setToolTip(cut ? QStringLiteral("<span>%1</span>").arg(currentName.toHtmlEscaped())
+                             : QString());
 }

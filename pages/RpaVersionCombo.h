@@ -76,6 +76,7 @@ private:
     void MarkCurrentRow();
     RpaVersionItem* RowAt(int index) const;
     void ShowCurrentName();
+    void UpdateToolTip();
 
     QString currentName;
     QVariant currentData;

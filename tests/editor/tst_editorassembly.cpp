@@ -195,6 +195,26 @@ private slots:
         QTRY_COMPARE(author.GetSelectedVersion(), QStringLiteral("版本1"));
     }
 
+    void cutsALongAppNameAndTellsItInAToolTip()
+    {
+        RobotExecuteInfo app = world.CreateApp();
+        const QString name = QString(50, QChar(0x7968));
+        app.SetAppName(name);
+        world.AddVersion(app, QStringLiteral("版本1"));
+        EditorDriver author;
+
+        author.GetEditor()->SetExecuteInfo(app);
+
+        QTRY_COMPARE(author.GetStatus(), RequestStatus::Succeeded);
+        const auto* label = author.Find<QLabel>("labelName");
+        QCOMPARE(label->text(), name);
+        QTRY_COMPARE(label->toolTip(), name);
+        const QWidget* bar = author.Find("widgetTop");
+        QCOMPARE(label->mapTo(bar, QPoint()).x(), DpiTool::ScaleDefault(12));
+        QVERIFY(label->geometry().right() < author.Find("labelVersion")->geometry().left());
+        QCOMPARE(author.GetEditor()->width(), 1280);
+    }
+
     void offersReleaseToTheCreatorOnly_data()
     {
         QTest::addColumn<QString>("pin");

@@ -36,6 +36,7 @@ private slots:
     void keepsItsNameWhenAKeyPicksARow();
     void pickByKeyBehavesLikeAPress();
     void isMadeAsItsStyleSheetExpects();
+    void tellsACutNameInAToolTip();
 };
 
 void TestRpaVersionCombo::ignoresTheMouseWheel()
@@ -276,6 +277,21 @@ void TestRpaVersionCombo::isMadeAsItsStyleSheetExpects()
     QVERIFY(combo->lineEdit()->isReadOnly());
     QCOMPARE(combo->lineEdit()->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(combo->lineEdit()->contextMenuPolicy(), Qt::NoContextMenu);
+}
+
+void TestRpaVersionCombo::tellsACutNameInAToolTip()
+{
+    const QString name = QStringLiteral("第四季度供应商发票自动核对的评审版本 <二>");
+    combo->AddRow(name, QString(), QStringLiteral("long"), 0);
+    combo->resize(150, 30);
+
+    combo->SetCurrentIndex(combo->GetIndexOfData(QStringLiteral("long")));
+
+    QVERIFY(combo->lineEdit()->toolTip().contains(name.toHtmlEscaped()));
+
+    combo->resize(800, 30);
+
+    QTRY_COMPARE(combo->lineEdit()->toolTip(), QString());
 }
 
 RPA_TEST_MAIN(TestRpaVersionCombo)
