@@ -1,3 +1,4 @@
+#include "DateField_p.h"
 #include "ParamField_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -6,7 +7,6 @@
 #include <WbBaseUI/WbLineEdit.h>
 
 #include <QCheckBox>
-#include <QDateEdit>
 #include <QDoubleValidator>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -73,9 +73,7 @@ void ParamField::AddNumberField(const RpaParamItem& item)
 
 void ParamField::AddDateField()
 {
-    auto* edit = new QDateEdit(QDate::currentDate());
-    edit->setCalendarPopup(true);
-    edit->setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+    auto* edit = new DateField;
     connect(edit, &QDateEdit::dateChanged, this, [this](const QDate& date) { emit SigEntered(date); });
     field = edit;
     row->addWidget(edit, 1);

@@ -3,6 +3,7 @@
 #include "RecordPanel_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
@@ -30,7 +31,7 @@ QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     const QVector<RecordModel::Choice> choices = RecordModelOf(index)->GetChoices(index);
     if (choices.isEmpty())
         return CutTextDelegate::createEditor(parent, option, index);
-    auto* combo = new QComboBox(parent);
+    auto* combo = new WbComboBox(parent);
     for (const RecordModel::Choice& choice : choices)
         combo->addItem(choice.icon.isEmpty() ? QIcon() : WbIcons::Get(choice.icon), choice.title,
                        choice.value);

@@ -55,6 +55,7 @@ void WbComboBox::SetBusinessStyle(int style)
 void WbComboBox::showPopup()
 {
     QAbstractItemView* list = view();
+    list->ensurePolished(); // the style sheet's paddings count in what the rows ask for
     if (!qobject_cast<QStyledItemDelegate*>(list->itemDelegate())) {
         // The combo box's own delegate does not know the style sheet's row height.
         list->setItemDelegate(new QStyledItemDelegate(list));
@@ -64,7 +65,8 @@ void WbComboBox::showPopup()
         listView->setUniformItemSizes(true);
     }
     const int bar = count() > maxVisibleItems() ? list->verticalScrollBar()->sizeHint().width() : 0;
-    const int wanted = qMin(WidestOfFirstRows(*list) + bar, DpiTool::ScaleDefault(kWidestPopup));
+    const int wanted =
+        qMin(WidestOfFirstRows(*list) + bar + 2 * list->frameWidth(), DpiTool::ScaleDefault(kWidestPopup));
     list->setMinimumWidth(qMax(wanted, width()));
     QComboBox::showPopup();
 }

@@ -46,6 +46,7 @@ WbFindBar::WbFindBar(const QString& prompt, QWidget* parent)
     auto* next = AddButton(row, QStringLiteral("chevron-down"), QStringLiteral("findNextButton"),
                            QStringLiteral("下一个（F3）"));
     row->addLayout(options);
+    row->addSpacing(DpiTool::ScaleDefault(kOptionGap - kSideMargin));
     row->addWidget(count);
     row->addStretch();
     auto* close = AddButton(row, QStringLiteral("close"), QStringLiteral("findCloseButton"),

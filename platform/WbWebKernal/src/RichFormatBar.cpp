@@ -5,6 +5,8 @@
 #include "RichTableActions_p.h"
 #include "RichTextView_p.h"
 
+#include <WbBaseUI/WbComboBox.h>
+
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFileDialog>
@@ -126,7 +128,7 @@ QAction* RichFormatBar::AddToggle(RichGlyph glyph, const QString& name, const QS
 
 void RichFormatBar::AddHeadings()
 {
-    heading = new QComboBox;
+    heading = new WbComboBox;
     heading->setObjectName(QStringLiteral("comboHeading"));
     heading->addItems({QStringLiteral("正文"), QStringLiteral("标题 1"), QStringLiteral("标题 2"),
                        QStringLiteral("标题 3")});

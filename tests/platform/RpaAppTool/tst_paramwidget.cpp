@@ -1,10 +1,13 @@
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppTool/IAppParamWidget.h>
+#include <WbBaseUI/WbTheme.h>
 
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLineEdit>
+#include <QTableView>
 #include <QTest>
 
 class ParamWidget : public QObject
@@ -19,6 +22,7 @@ private slots:
     void aValueThatDoesNotFitIsRefused();
     void anEmptyRequiredFieldIsMarked();
     void passwordsAreHidden();
+    void theCalendarShowsWholeWeeksInChinese();
 
 private:
     void Add(const char* name, RpaParamType type)
@@ -108,6 +112,25 @@ void ParamWidget::anEmptyRequiredFieldIsMarked()
 void ParamWidget::passwordsAreHidden()
 {
     QCOMPARE(static_cast<QLineEdit*>(Field(6))->echoMode(), QLineEdit::Password);
+}
+
+void ParamWidget::theCalendarShowsWholeWeeksInChinese()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);                    // its fonts and paddings
+    QVERIFY(widget->SetParam(QStringLiteral("date"), QDate(2024, 3, 31))); // six weeks
+    auto* date = qobject_cast<QDateEdit*>(Field(2));
+
+    QTest::mouseClick(date, Qt::LeftButton, {}, QPoint(date->width() - 10, date->height() / 2));
+
+    const QCalendarWidget* calendar = date->calendarWidget();
+    QTRY_VERIFY(calendar && calendar->isVisible());
+    QCOMPARE(calendar->locale().language(), QLocale::Chinese);
+    const auto* days = calendar->findChild<QTableView*>(QStringLiteral("qt_calendar_calendarview"));
+    const int lastRow = days->model()->rowCount() - 1;
+    const QRect last = days->visualRect(days->model()->index(lastRow, 1));
+    QTRY_VERIFY(days->viewport()->rect().contains(last));
+    QVERIFY(last.height() >= days->fontMetrics().height());
+    calendar->window()->close();
 }
 
 QTEST_MAIN(ParamWidget)

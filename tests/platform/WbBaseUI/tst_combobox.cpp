@@ -1,6 +1,7 @@
 #include "TestApp.h"
 
 #include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QAbstractItemView>
@@ -64,6 +65,7 @@ private slots:
     void showsTenRowsAndAScrollBar();
     void opensBelowTheBoxAndAtLeastAsWide();
     void widensThePopupForLongRows();
+    void cutsNoRowThatHasAnIcon();
     void looksAtFewRowsWhenItOpens();
     void takesAListWithRowWidgetsAsView();
     void opensWithTheKeyboard();
@@ -123,6 +125,24 @@ void TestComboBox::widensThePopupForLongRows()
     combo.showPopup();
 
     QVERIFY(combo.view()->window()->width() > 200);
+}
+
+void TestComboBox::cutsNoRowThatHasAnIcon()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+    WbComboBox combo;
+    const QString text = QStringLiteral("下拉选择");
+    combo.addItem(WbIcons::Get(QStringLiteral("param-choice")), text);
+    combo.resize(60, 32);
+    combo.show();
+
+    combo.showPopup();
+
+    const QModelIndex row = combo.model()->index(0, 0);
+    constexpr int paddings = 16; // of the theme's rows, both sides
+    const int needed =
+        combo.view()->iconSize().width() + combo.fontMetrics().horizontalAdvance(text) + paddings;
+    QTRY_VERIFY(combo.view()->visualRect(row).width() > needed);
 }
 
 void TestComboBox::looksAtFewRowsWhenItOpens()

@@ -1,0 +1,55 @@
+#include "DateField_p.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QCalendarWidget>
+#include <QTextCharFormat>
+#include <QToolButton>
+
+namespace
+{
+// Room for six weeks at the theme's font; the widget itself asks for less than its rows need.
+constexpr QSize calendarSize(308, 272);
+
+void SetIcon(const QCalendarWidget* calendar, const char* button, const char* icon)
+{
+    if (auto* found = calendar->findChild<QToolButton*>(QLatin1String(button)))
+        found->setIcon(WbIcons::Get(QLatin1String(icon)));
+}
+} // namespace
+
+DateField::DateField(QWidget* parent) : QDateEdit(QDate::currentDate(), parent)
+{
+    setCalendarPopup(true);
+    setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+}
+
+// A calendar is some fifty widgets; most dates are never picked from one.
+void DateField::mousePressEvent(QMouseEvent* event)
+{
+    if (!hasCalendar)
+        CreateCalendar();
+    QTextCharFormat weekend;
+    weekend.setForeground(WbTheme::Instance()->Color(WbColor::DangerText));
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        calendarWidget()->setWeekdayTextFormat(day, weekend);
+    QDateEdit::mousePressEvent(event);
+}
+
+void DateField::CreateCalendar()
+{
+    hasCalendar = true;
+    auto* calendar = new QCalendarWidget;
+    calendar->setLocale(QLocale(QLocale::Chinese, QLocale::China));
+    calendar->setFirstDayOfWeek(Qt::Monday);
+    calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    calendar->setMinimumSize(DpiTool::ScaleDefault(calendarSize.width()),
+                             DpiTool::ScaleDefault(calendarSize.height()));
+    calendar->setAttribute(Qt::WA_StyledBackground); // otherwise it draws no frame
+    calendar->setContentsMargins(1, 1, 1, 1);
+    SetIcon(calendar, "qt_calendar_prevmonth", "chevron-left");
+    SetIcon(calendar, "qt_calendar_nextmonth", "chevron-right");
+    setCalendarWidget(calendar); // takes it
+}
