@@ -3,6 +3,8 @@
 #include "RpaVersionItem.h"
 #include "RpaVersionList.h"
 
+#include <WbBaseUI/UIUtils.h>
+
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -247,6 +249,5 @@ void RpaVersionCombo::UpdateToolTip()
 {
     constexpr int textMargins = 4; // those of every line edit
     const bool cut = nameEdit->fontMetrics().horizontalAdvance(currentName) + textMargins > nameEdit->width();
-    nameEdit->setToolTip(cut ? QStringLiteral("<span>%1</span>").arg(currentName.toHtmlEscaped())
-                             : QString());
+    nameEdit->setToolTip(cut ? UIUtils::PlainToolTip(currentName) : QString());
 }

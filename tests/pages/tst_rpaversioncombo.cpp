@@ -281,13 +281,13 @@ void TestRpaVersionCombo::isMadeAsItsStyleSheetExpects()
 
 void TestRpaVersionCombo::tellsACutNameInAToolTip()
 {
-    const QString name = QStringLiteral("第四季度供应商发票自动核对的评审版本 <二>");
+    const QString name = QStringLiteral("第四季度供应商发票自动核对的评审版本二");
     combo->AddRow(name, QString(), QStringLiteral("long"), 0);
     combo->resize(150, 30);
 
     combo->SetCurrentIndex(combo->GetIndexOfData(QStringLiteral("long")));
 
-    QVERIFY(combo->lineEdit()->toolTip().contains(name.toHtmlEscaped()));
+    QCOMPARE(combo->lineEdit()->toolTip(), name);
 
     combo->resize(800, 30);
 

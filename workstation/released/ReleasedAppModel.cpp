@@ -1,5 +1,7 @@
 #include "ReleasedAppModel.h"
 
+#include <WbBaseUI/UIUtils.h>
+
 namespace
 {
 AppRecord RecordOf(const VersionServiceReleasedApp& released)
@@ -40,7 +42,7 @@ QVariant ReleasedAppModel::data(const QModelIndex& index, int role) const
         }
         if (role == Qt::ToolTipRole && !app.description.isEmpty()) {
             // Foreign text: never taken for markup.
-            return QString(app.app.name + QLatin1Char('\n') + app.description).toHtmlEscaped();
+            return UIUtils::PlainToolTip(app.app.name + QLatin1Char('\n') + app.description);
         }
     }
     return AppListModel::data(index, role);

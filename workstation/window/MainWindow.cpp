@@ -4,6 +4,7 @@
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
@@ -100,7 +101,7 @@ void MainWindow::ShowAccount(const QString& name)
     const int widest = DpiTool::ScaleDefault(240);
     const QString shown = labelAccount->fontMetrics().elidedText(name, Qt::ElideRight, widest);
     labelAccount->setText(shown);
-    labelAccount->setToolTip(shown == name ? QString() : name.toHtmlEscaped());
+    labelAccount->setToolTip(shown == name ? QString() : UIUtils::PlainToolTip(name));
     UpdateHead();
 }
 

@@ -2,6 +2,7 @@
 #include "ParamField_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbLabel.h>
 
 #include <QDate>
@@ -80,7 +81,7 @@ void AppParamWidget::Rebuild()
         auto* labelWidget = new WbLabel;
         labelWidget->setText(
             labelWidget->fontMetrics().elidedText(label, Qt::ElideRight, DpiTool::ScaleDefault(LabelWidth)));
-        labelWidget->setToolTip(labelWidget->text() == label ? QString() : label.toHtmlEscaped());
+        labelWidget->setToolTip(labelWidget->text() == label ? QString() : UIUtils::PlainToolTip(label));
         labelWidget->setBuddy(field);
         form->addRow(labelWidget, field);
         fields << field;

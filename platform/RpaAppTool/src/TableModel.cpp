@@ -1,6 +1,8 @@
 #include "TableCommands_p.h"
 #include "TableModel_p.h"
 
+#include <WbBaseUI/UIUtils.h>
+
 #include <QDate>
 #include <QLocale>
 #include <QUndoStack>
@@ -119,7 +121,7 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
     const QString name = tableData->GetColumn(section).name;
     if (role == Qt::DisplayRole)
         return name;
-    return role == Qt::ToolTipRole ? name.toHtmlEscaped() : QVariant();
+    return role == Qt::ToolTipRole ? UIUtils::PlainToolTip(name) : QVariant();
 }
 
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const

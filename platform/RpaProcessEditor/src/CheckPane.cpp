@@ -2,6 +2,7 @@
 #include "CheckPane_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbIcons.h>
 
 #include <QHBoxLayout>
@@ -78,8 +79,8 @@ void CheckPane::ShowFindings(const QList<RpaCheckInfo>& findings)
         auto* item = new QTreeWidgetItem({info.message, info.remedy, info.processName}); // the list takes it
         item->setData(MessageColumn, Qt::UserRole, info.statementId);
         item->setIcon(MessageColumn, WbIcons::Get(QStringLiteral("error"), WbColor::DangerText));
-        item->setToolTip(MessageColumn, info.message.toHtmlEscaped());
-        item->setToolTip(RemedyColumn, info.remedy.toHtmlEscaped());
+        item->setToolTip(MessageColumn, UIUtils::PlainToolTip(info.message));
+        item->setToolTip(RemedyColumn, UIUtils::PlainToolTip(info.remedy));
         items.append(item);
     }
     list->addTopLevelItems(items);

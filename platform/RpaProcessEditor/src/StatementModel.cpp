@@ -1,6 +1,8 @@
 #include "CommandTexts_p.h"
 #include "StatementModel_p.h"
 
+#include <WbBaseUI/UIUtils.h>
+
 #include <QMimeData>
 #include <QSet>
 
@@ -256,7 +258,7 @@ QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) c
     if (role == Qt::DisplayRole)
         return CommandTexts::Title(values.command);
     if (role == Qt::ToolTipRole)
-        return findingTexts.value(node.GetId(), values.note).toHtmlEscaped();
+        return UIUtils::PlainToolTip(findingTexts.value(node.GetId(), values.note));
     if (role != Qt::AccessibleTextRole)
         return QVariant();
     QString text = CommandTexts::Title(values.command) + QLatin1Char(' ') + Summary(values);

@@ -1,4 +1,5 @@
 #include <WbBaseUI/ElidedLabelEx.h>
+#include <WbBaseUI/UIUtils.h>
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -129,7 +130,7 @@ void ElidedLabelEx::resizeEvent(QResizeEvent* event)
 void ElidedLabelEx::UpdateToolTip()
 {
     const int room = contentsRect().width() - SecondTextWidth(fontMetrics(), secondText);
-    const QString tip = FirstTextWidth() > room ? firstText : QString();
+    const QString tip = FirstTextWidth() > room ? UIUtils::PlainToolTip(firstText) : QString();
     if (tip != toolTip())
         setToolTip(tip);
 }

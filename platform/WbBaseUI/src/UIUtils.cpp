@@ -1,5 +1,7 @@
 #include <WbBaseUI/UIUtils.h>
 
+#include <QTextDocument>
+
 void UIUtils::SetForeground(QWidget* window, bool activate)
 {
     if (!window) {
@@ -14,4 +16,9 @@ void UIUtils::SetForeground(QWidget* window, bool activate)
     if (activate) {
         top->activateWindow();
     }
+}
+
+QString UIUtils::PlainToolTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }

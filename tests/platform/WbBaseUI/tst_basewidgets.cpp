@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -36,6 +37,8 @@ private slots:
     void initTestCase();
 
     void elidesALongTextAndShowsItAsToolTip();
+    void showsAToolTipLetterByLetter_data();
+    void showsAToolTipLetterByLetter();
     void showsAShortTextWhole();
     void neverElidesTheSecondText();
     void canBeSqueezed();
@@ -72,6 +75,31 @@ void TestBaseWidgets::elidesALongTextAndShowsItAsToolTip()
 
     QCOMPARE(label.GetText(), text);
     QCOMPARE(label.toolTip(), text);
+}
+
+void TestBaseWidgets::showsAToolTipLetterByLetter_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("quotes") << QStringLiteral("str(\"a\") & b");
+    QTest::newRow("markup") << QStringLiteral("<img src=\"file:///x\"> & b");
+    QTest::newRow("escaped markup") << QStringLiteral("&lt;b&gt;");
+    QTest::newRow("lines") << QStringLiteral("a < b\n<i>c</i>");
+}
+
+void TestBaseWidgets::showsAToolTipLetterByLetter()
+{
+    QFETCH(QString, text);
+
+    const QString tip = UIUtils::PlainToolTip(text);
+
+    // What a tool tip makes of it.
+    QTextDocument shown;
+    if (Qt::mightBeRichText(tip))
+        shown.setHtml(tip);
+    else
+        shown.setPlainText(tip);
+    QCOMPARE(shown.toPlainText(), text);
 }
 
 void TestBaseWidgets::showsAShortTextWhole()

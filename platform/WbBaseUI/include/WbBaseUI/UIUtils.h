@@ -9,4 +9,8 @@ class WBBASEUI_EXPORT UIUtils
 public:
     // Brings a window to the front; activate: gives it the keyboard too. Null is ignored.
     static void SetForeground(QWidget* window, bool activate);
+
+    // A text of whatever origin as a tool tip that shows it letter by letter: never taken for markup, and
+    // without the signs of an escaped text where a tool tip shows plain text.
+    static QString PlainToolTip(const QString& text);
 };
