@@ -22,7 +22,11 @@ foreach(plugin IN ITEMS platforms/qwindows sqldrivers/qsqlite styles/qwindowsvis
     install(PROGRAMS "${RPA_WINDOWS_QT}/plugins/${plugin}.dll" DESTINATION "${CMAKE_INSTALL_BINDIR}/${kind}" ${runtime})
 endforeach()
 install(FILES /usr/share/common-licenses/GPL-3 /usr/share/common-licenses/LGPL-3
-    "${PROJECT_SOURCE_DIR}/docs/dependencies.md" DESTINATION licences ${runtime})
+    "${PROJECT_SOURCE_DIR}/docs/dependencies.md" "${PROJECT_SOURCE_DIR}/resources/program/licences.txt"
+    DESTINATION licences ${runtime})
+foreach(package IN ITEMS gcc-mingw-w64-base libz-mingw-w64 mingw-w64-common)
+    install(FILES "/usr/share/doc/${package}/copyright" DESTINATION licences RENAME "${package}.txt" ${runtime})
+endforeach()
 # The compiler's runtime is ten times its size with the symbols that it comes with.
 install(CODE "
     file(GLOB_RECURSE libraries \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/*.dll\")
@@ -35,18 +39,15 @@ set(CPACK_PACKAGE_VENDOR "${PROJECT_NAME}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
 set(CPACK_PACKAGE_INSTALL_DIRECTORY "RPA Workstation")
 set(CPACK_PACKAGE_INSTALL_REGISTRY_KEY rpa-workstation)
-set(CPACK_PACKAGE_EXECUTABLES rpa-workstation "RPA 工作站")
 set(CPACK_INSTALL_CMAKE_PROJECTS
     "${PROJECT_BINARY_DIR};${PROJECT_NAME};program;/"
     "${PROJECT_BINARY_DIR};${PROJECT_NAME};windows_runtime;/")
 set(CPACK_STRIP_FILES ON)
+# The installer's script is NSIS.template.in beside this file.
+set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/resources/program/licences.txt")
 set(CPACK_NSIS_DISPLAY_NAME "RPA 工作站")
-set(CPACK_NSIS_PACKAGE_NAME "RPA 工作站")
+set(CPACK_NSIS_INSTALLED_PROGRAM rpa-workstation)
 set(CPACK_NSIS_MUI_ICON "${PROJECT_SOURCE_DIR}/resources/program/rpa-workstation.ico")
-set(CPACK_NSIS_MUI_UNIICON "${CPACK_NSIS_MUI_ICON}")
-set(CPACK_NSIS_INSTALLED_ICON_NAME "bin\\\\rpa-workstation.exe")
-set(CPACK_NSIS_MANIFEST_DPI_AWARE ON)
+set(CPACK_NSIS_MUI_WELCOMEFINISHPAGE_BITMAP "${PROJECT_SOURCE_DIR}/resources/program/installer-side.bmp")
 set(CPACK_NSIS_EXECUTABLE_PRE_ARGUMENTS -INPUTCHARSET UTF8)
-# A 64-bit installer: it starts where 32-bit programs do not.
-set(CPACK_NSIS_DEFINES "Unicode true\n  Target amd64-unicode")
 include(CPack)
