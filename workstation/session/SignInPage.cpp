@@ -10,7 +10,6 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QRadioButton>
-#include <QStackedWidget>
 #include <QStyle>
 
 namespace
@@ -58,9 +57,8 @@ QWidget* SignInPage::CreateCard()
     card->setFixedWidth(DpiTool::ScaleDefault(420));
     auto* title = new WbLabel(QStringLiteral("登录 RPA 工作站"), card);
     title->setObjectName(QStringLiteral("labelSignInTitle"));
-    forms = new QStackedWidget(card);
-    forms->addWidget(CreateEmbeddedForm());
-    forms->addWidget(CreateRemoteForm());
+    embeddedForm = CreateEmbeddedForm(card);
+    remoteForm = CreateRemoteForm(card);
     labelState = new WbLabel(card);
     labelState->setObjectName(QStringLiteral("labelState"));
     labelState->setWordWrap(true);
@@ -84,16 +82,18 @@ QWidget* SignInPage::CreateCard()
     layout->setContentsMargins(32, 28, 32, 28);
     layout->setSpacing(14);
     layout->addWidget(title);
-    layout->addWidget(forms);
+    layout->addWidget(embeddedForm);
+    layout->addWidget(remoteForm);
     layout->addWidget(labelState);
     layout->addLayout(buttons);
+    ShowForm(embeddedForm);
     connect(settings, &QPushButton::clicked, this, &SignInPage::SigSettings);
     return card;
 }
 
-QWidget* SignInPage::CreateEmbeddedForm()
+QWidget* SignInPage::CreateEmbeddedForm(QWidget* card)
 {
-    auto* form = new QWidget(this);
+    auto* form = new QWidget(card);
     accounts = new QButtonGroup(form);
     accountLayout = new QVBoxLayout(form);
     accountLayout->setContentsMargins(0, 0, 0, 0);
@@ -101,13 +101,12 @@ QWidget* SignInPage::CreateEmbeddedForm()
     auto* hint = new WbLabel(QStringLiteral("使用本机的版本服务，数据只保存在这台电脑上。"), form);
     hint->setWordWrap(true);
     accountLayout->addWidget(hint);
-    accountLayout->addStretch(); // the other form is higher; the choices stay together
     return form;
 }
 
-QWidget* SignInPage::CreateRemoteForm()
+QWidget* SignInPage::CreateRemoteForm(QWidget* card)
 {
-    auto* form = new QWidget(this);
+    auto* form = new QWidget(card);
     auto* layout = new QVBoxLayout(form);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(8);
@@ -126,19 +125,25 @@ QWidget* SignInPage::CreateRemoteForm()
     return form;
 }
 
+void SignInPage::ShowForm(const QWidget* shown)
+{
+    embeddedForm->setVisible(embeddedForm == shown);
+    remoteForm->setVisible(remoteForm == shown);
+}
+
 void SignInPage::AskEmbedded(const QStringList& names, int current)
 {
     for (QAbstractButton* old : accounts->buttons()) {
         delete old;
     }
     for (int i = 0; i < names.size(); ++i) {
-        auto* choice = new QRadioButton(names.at(i), forms->widget(0));
+        auto* choice = new QRadioButton(names.at(i), embeddedForm);
         choice->setObjectName(QStringLiteral("radioAccount%1").arg(i));
         choice->setChecked(i == current);
         accounts->addButton(choice, i);
-        accountLayout->insertWidget(accountLayout->count() - 1, choice, 0, Qt::AlignLeft);
+        accountLayout->addWidget(choice, 0, Qt::AlignLeft);
     }
-    forms->setCurrentIndex(0);
+    ShowForm(embeddedForm);
     ForgetRefusal();
     buttonEnter->setText(QStringLiteral("进入工作站"));
     UpdateButton();
@@ -150,7 +155,7 @@ void SignInPage::AskRemote(const QString& address, const QString& account, bool 
     editAccount->setText(account);
     editPassword->clear();
     checkStay->setChecked(stay);
-    forms->setCurrentIndex(1);
+    ShowForm(remoteForm);
     ForgetRefusal();
     buttonEnter->setText(QStringLiteral("登录"));
     (account.isEmpty() ? editAccount : editPassword)->setFocus();
@@ -201,7 +206,7 @@ void SignInPage::ForgetRefusal()
 
 bool SignInPage::AsksEmbedded() const
 {
-    return forms->currentIndex() == 0;
+    return !embeddedForm->isHidden();
 }
 
 void SignInPage::UpdateButton()

@@ -6,7 +6,6 @@
 
 class QButtonGroup;
 class QCheckBox;
-class QStackedWidget;
 class QVBoxLayout;
 class WbLabel;
 class WbLineEdit;
@@ -44,15 +43,17 @@ signals:
 
 private:
     QWidget* CreateCard();
-    QWidget* CreateEmbeddedForm();
-    QWidget* CreateRemoteForm();
+    QWidget* CreateEmbeddedForm(QWidget* card);
+    QWidget* CreateRemoteForm(QWidget* card);
+    void ShowForm(const QWidget* shown);
     void ShowState(const QString& text, bool problem);
     void ForgetRefusal();
     void SlotConfirm();
     void UpdateButton();
     bool AsksEmbedded() const;
 
-    QStackedWidget* forms = nullptr;
+    QWidget* embeddedForm = nullptr;
+    QWidget* remoteForm = nullptr;
     QButtonGroup* accounts = nullptr;
     QVBoxLayout* accountLayout = nullptr;
     WbLabel* labelAddress = nullptr;
