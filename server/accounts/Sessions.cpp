@@ -13,11 +13,22 @@ namespace
 constexpr qint64 minuteMs = 60 * 1000;
 constexpr qint64 idleMs = 12 * 60 * minuteMs;
 constexpr qint64 lifeMs = 7 * 24 * 60 * minuteMs;
+constexpr qint64 stayingLifeMs = 30 * 24 * 60 * minuteMs;
 constexpr qint64 processLifeMs = 3650LL * 24 * 60 * minuteMs;
 constexpr qint64 trustMs =
     5 * 1000; // a session ended elsewhere is refused here after this time at the latest
 constexpr qint64 writeUseMs = 5 * minuteMs;
 constexpr int manyEntries = 20000;
+
+bool IsStaying(const StoredSession& session)
+{
+    return session.expiresAt - session.createdAt > lifeMs;
+}
+
+bool HasEnded(const StoredSession& session, qint64 lastUsedAt, qint64 now)
+{
+    return session.expiresAt <= now || (!IsStaying(session) && lastUsedAt + idleMs <= now);
+}
 } // namespace
 
 Sessions::Sessions(IStore& theStore) : store(theStore) {}
@@ -33,11 +44,12 @@ void Sessions::AddForThisProcess(const QByteArray& token, const Account& account
     entries.insert(Sha256(token), entry);
 }
 
-SignedIn Sessions::Open(const Account& account, QByteArray& newToken)
+SignedIn Sessions::Open(const Account& account, SessionLife life, QByteArray& newToken)
 {
     newToken = NewToken();
     const qint64 now = NowMs();
-    const StoredSession stored{Sha256(newToken), account.pin, now, now, now + lifeMs};
+    const StoredSession stored{Sha256(newToken), account.pin, now, now,
+                               now + (life == SessionLife::Staying ? stayingLifeMs : lifeMs)};
     store.SubmitAndWait([&stored](ITransaction& transaction) { transaction.InsertSession(stored); });
     return {account, stored.expiresAt};
 }
@@ -66,7 +78,7 @@ std::optional<SignedIn> Sessions::Load(const QByteArray& hash, qint64 now)
     const Entry old = entries.take(hash);
     const auto stored = store.FindSession(hash);
     const qint64 lastUsedAt = stored ? std::max(stored->lastUsedAt, old.lastUsedAt) : 0;
-    if (!stored || stored->expiresAt <= now || lastUsedAt + idleMs <= now)
+    if (!stored || HasEnded(*stored, lastUsedAt, now))
         return std::nullopt;
     const auto account = store.FindAccount(stored->pin);
     if (!account)

@@ -8,6 +8,12 @@
 
 namespace server
 {
+enum class SessionLife
+{
+    Usual,   // ends when not used for 12 hours, at the latest after 7 days
+    Staying, // ends after 30 days, used or not
+};
+
 struct SignedIn
 {
     Account account;
@@ -24,8 +30,8 @@ public:
     // A token that lives as long as this process and never sees the disk.
     void AddForThisProcess(const QByteArray& token, const Account& account);
 
-    // Ends when not used for 12 hours, at the latest after 7 days.
-    SignedIn Open(const Account& account, QByteArray& newToken); // blocks until it is committed
+    // Blocks until it is committed.
+    SignedIn Open(const Account& account, SessionLife life, QByteArray& newToken);
 
     std::optional<SignedIn> Find(const QByteArray& token); // may ask the store
     bool IsKnownWithoutStore(const QByteArray& token);     // never blocks

@@ -35,7 +35,7 @@ Response TooManyTries(int seconds)
 }
 
 // On a thread of the password pool.
-Response SignIn(Services& services, const QString& pin, const QByteArray& password)
+Response SignIn(Services& services, const QString& pin, const QByteArray& password, SessionLife life)
 {
     try {
         if (!VerifyPassword(services.store.PasswordHashOf(pin), password))
@@ -44,7 +44,7 @@ Response SignIn(Services& services, const QString& pin, const QByteArray& passwo
         if (!account)
             return BadCredentials();
         QByteArray token;
-        const SignedIn session = services.sessions.Open(*account, token);
+        const SignedIn session = services.sessions.Open(*account, life, token);
         return Response::Json(201, SessionText(session, token));
     } catch (...) {
         return ResponseForFailure(std::current_exception());
@@ -59,12 +59,14 @@ void OpenSession(Services& services, const Request& request, const Reply& reply)
     const auto& object = std::get<QJsonObject>(parsed);
     const QString pin = object.value(QLatin1String("account")).toString();
     const QByteArray password = object.value(QLatin1String("password")).toString().toUtf8();
+    const SessionLife life =
+        object.value(QLatin1String("stay")).toBool() ? SessionLife::Staying : SessionLife::Usual;
     if (pin.isEmpty() || pin.size() > 64 || password.isEmpty() || password.size() > maximalPasswordBytes)
         return reply(BadCredentials());
     if (const int seconds = services.loginLimit.SecondsToWait(pin, NowMs()))
         return reply(TooManyTries(seconds));
     const bool queued = services.passwordPool.TryRun(
-        [&services, pin, password, reply] { reply(SignIn(services, pin, password)); });
+        [&services, pin, password, life, reply] { reply(SignIn(services, pin, password, life)); });
     if (!queued)
         reply(
             Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));

@@ -41,6 +41,8 @@ private slots:
     void keepsAnAnswerUnderItsKey();
     void endsSessionsByIdleTimeAndAge_data() { Databases(); }
     void endsSessionsByIdleTimeAndAge();
+    void endsSessionsThatStayByAgeOnly_data() { Databases(); }
+    void endsSessionsThatStayByAgeOnly();
     void readsInManyThreadsWhileWriting_data() { Databases(); }
     void readsInManyThreadsWhileWriting();
 };
@@ -285,11 +287,32 @@ void StoreTest::endsSessionsByIdleTimeAndAge()
     QVERIFY(!sessions.Find("unknown"));
 
     QByteArray token;
-    const SignedIn opened = sessions.Open(author, token);
+    const SignedIn opened = sessions.Open(author, SessionLife::Usual, token);
     QVERIFY(opened.expiresAt <= NowMs() + 7 * dayMs);
     QVERIFY(sessions.Find(token));
     sessions.Close(token);
     QVERIFY(!sessions.Find(token));
+}
+
+void StoreTest::endsSessionsThatStayByAgeOnly()
+{
+    const qint64 now = NowMs();
+    const auto insert = [&](const QByteArray& token, qint64 createdAt) {
+        store->SubmitAndWait([&](ITransaction& t) {
+            t.InsertSession({Sha256(token), author.pin, createdAt, createdAt, createdAt + 30 * dayMs});
+        });
+    };
+    insert("unused for a month", now - 29 * dayMs);
+    insert("too old", now - 30 * dayMs - 1);
+    Sessions sessions(*store);
+
+    QVERIFY(sessions.Find("unused for a month"));
+    QVERIFY(!sessions.Find("too old"));
+
+    QByteArray token;
+    const SignedIn opened = sessions.Open(author, SessionLife::Staying, token);
+    QVERIFY(opened.expiresAt >= now + 30 * dayMs);
+    QVERIFY(opened.expiresAt <= NowMs() + 30 * dayMs);
 }
 
 void StoreTest::readsInManyThreadsWhileWriting()

@@ -13,12 +13,14 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cstdlib>
+
 namespace
 {
 const QString password = QStringLiteral("a good password");
 
 // The server refuses an account that signs in too often: each test has its own.
-constexpr int accounts = 12;
+constexpr int accounts = 14;
 
 QString PinOf(int account)
 {
@@ -50,6 +52,8 @@ private slots:
     void asksAgainWithoutTheSwitch();
     void asksAgainAfterSigningOut();
     void forgetsAnEarlierSignInWithoutTheSwitch();
+    void asksForASessionThatOutlastsANight_data();
+    void asksForASessionThatOutlastsANight();
     void keepsThePasswordNowhere();
     void forgetsATokenThatTheServerRefuses();
     void saysOnceThatASessionExpired();
@@ -190,6 +194,31 @@ void tst_StaySignedIn::forgetsAnEarlierSignInWithoutTheSwitch()
 
     QVERIFY(session);
     QVERIFY(!QFile::exists(file));
+}
+
+void tst_StaySignedIn::asksForASessionThatOutlastsANight_data()
+{
+    QTest::addColumn<bool>("stay");
+    QTest::addColumn<int>("days");
+    QTest::newRow("stay") << true << 30;
+    QTest::newRow("do not stay") << false << 7;
+}
+
+void tst_StaySignedIn::asksForASessionThatOutlastsANight()
+{
+    QFETCH(bool, stay);
+    QFETCH(int, days);
+    const auto session = SignedIn(stay);
+    QVERIFY(session);
+
+    VersionServiceClient client;
+    QDateTime end;
+    client.GetCurrentSession(this, [&end](const VersionServiceResult<VersionServiceSession>& result) {
+        end = result.value.expiresAt;
+    });
+
+    QTRY_VERIFY(end.isValid());
+    QVERIFY(std::abs(QDateTime::currentDateTimeUtc().daysTo(end) - days) <= 1);
 }
 
 void tst_StaySignedIn::keepsThePasswordNowhere()

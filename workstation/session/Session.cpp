@@ -177,7 +177,7 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
             emit SigNotKept();
         }
     };
-    client->SignIn(account, password, this, enter);
+    client->SignIn(account, password, stay, this, enter);
 }
 
 void Session::SignOut()

@@ -129,14 +129,17 @@ WbHttpRequest ServiceRoutes::ReleaseVersion(const QString& versionId, int publis
     return request;
 }
 
-WbHttpRequest ServiceRoutes::SignIn(const QString& account, const QString& password, const QByteArray& key)
+WbHttpRequest ServiceRoutes::SignIn(const QString& account, const QString& password, bool stay,
+                                    const QByteArray& key)
 {
     auto request = Route("POST", "/sessions");
     request.hasSecretBody = true;
     // The token of an earlier session has no business here.
     request.bearerToken.clear();
     AddKey(&request, key);
-    SetJsonBody(&request, {{QStringLiteral("account"), account}, {QStringLiteral("password"), password}});
+    SetJsonBody(&request, {{QStringLiteral("account"), account},
+                           {QStringLiteral("password"), password},
+                           {QStringLiteral("stay"), stay}});
     return request;
 }
 

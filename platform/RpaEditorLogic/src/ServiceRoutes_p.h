@@ -28,7 +28,7 @@ WbHttpRequest VersionData(const QString& versionId);
 WbHttpRequest DeleteVersion(const QString& versionId, int revision, const QByteArray& key);
 WbHttpRequest ReleaseVersion(const QString& versionId, int publishType, int revision, const QByteArray& key);
 
-WbHttpRequest SignIn(const QString& account, const QString& password, const QByteArray& key);
+WbHttpRequest SignIn(const QString& account, const QString& password, bool stay, const QByteArray& key);
 WbHttpRequest CurrentSession();
 WbHttpRequest SignOut(const QByteArray& key);
 WbHttpRequest ListApps(const QString& nameFilter);

@@ -88,11 +88,11 @@ VersionServiceClient::VersionServiceClient() : d(std::make_unique<Private>()) {}
 
 VersionServiceClient::~VersionServiceClient() = default;
 
-void VersionServiceClient::SignIn(const QString& account, const QString& password, QObject* context,
-                                  const Callback<VersionServiceSession>& callback)
+void VersionServiceClient::SignIn(const QString& account, const QString& password, bool stay,
+                                  QObject* context, const Callback<VersionServiceSession>& callback)
 {
-    d->Send<VersionServiceSession>(ServiceRoutes::SignIn(account, password, ServiceRoutes::NewKey()), context,
-                                   callback, NewSession);
+    d->Send<VersionServiceSession>(ServiceRoutes::SignIn(account, password, stay, ServiceRoutes::NewKey()),
+                                   context, callback, NewSession);
 }
 
 void VersionServiceClient::GetCurrentSession(QObject* context,

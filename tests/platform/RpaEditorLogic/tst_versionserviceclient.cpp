@@ -95,7 +95,7 @@ void VersionServiceClientTest::signsIn()
     VersionServiceClient client;
     Result<VersionServiceSession> result;
 
-    client.SignIn(QStringLiteral("me"), QStringLiteral("pässword"), nullptr, Into(&result));
+    client.SignIn(QStringLiteral("me"), QStringLiteral("pässword"), true, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -108,6 +108,7 @@ void VersionServiceClientTest::signsIn()
     QVERIFY(!sent.headers.contains("authorization"));
     QCOMPARE(QJsonDocument::fromJson(sent.body).object().value(QLatin1String("password")).toString(),
              QStringLiteral("pässword"));
+    QCOMPARE(QJsonDocument::fromJson(sent.body).object().value(QLatin1String("stay")), QJsonValue(true));
 }
 
 void VersionServiceClientTest::tellsWhySigningInFailed()
@@ -116,7 +117,7 @@ void VersionServiceClientTest::tellsWhySigningInFailed()
     VersionServiceClient client;
     Result<VersionServiceSession> result;
 
-    client.SignIn(QStringLiteral("me"), QString(), nullptr, Into(&result));
+    client.SignIn(QStringLiteral("me"), QString(), false, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);

@@ -26,8 +26,9 @@ public:
     VersionServiceClient(const VersionServiceClient&) = delete;
     VersionServiceClient& operator=(const VersionServiceClient&) = delete;
 
-    // The token of the new session is in the answer; who signs in puts it into the settings.
-    void SignIn(const QString& account, const QString& password, QObject* context,
+    // The token of the new session is in the answer; who signs in puts it into the settings. stay: asks for a
+    // session that lasts while it is not used.
+    void SignIn(const QString& account, const QString& password, bool stay, QObject* context,
                 const Callback<VersionServiceSession>& callback);
     // Who the token of the settings stands for.
     void GetCurrentSession(QObject* context, const Callback<VersionServiceSession>& callback);
