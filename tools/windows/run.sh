@@ -12,9 +12,19 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/lib.sh"
 
 wine=/usr/lib/wine/wine64 # not the script "wine", which asks for the 32-bit one
+server=/usr/lib/wine/wineserver64
+server_seconds=20 # after the last program
 on_windows() { printf 'Z:%s' "${1//\//\\}"; }
 
 export WINEPREFIX=${RPA_WINEPREFIX:-$here/../../build/wine}
+# Windows of the system need a screen, if only one in memory. All programs of a folder of wine's share the screen of the
+# first, also when that has none; so those that bring one have a folder to themselves, one program after another.
+if [ "${QT_QPA_PLATFORM:-windows}" = windows ] && [ -z "${DISPLAY:-}" ] && command -v xvfb-run >/dev/null; then
+    mkdir -p "$(dirname "$WINEPREFIX")"
+    exec 8>"$WINEPREFIX.screen"
+    flock 8
+    RPA_WINEPREFIX=$WINEPREFIX-screen RPA_OWN_SCREEN=1 exec xvfb-run -a -s '-screen 0 1440x900x24' "$0" "$@"
+fi
 export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 path=${WINEPATH:-}
@@ -37,31 +47,33 @@ if [ -z "${RPA_PYTHON:-}" ] && [ -e "$python" ]; then
     export RPA_PYTHON=$(on_windows "$python")
 fi
 
-# The first of several that start at once makes wine's folder.
+mkdir -p "$WINEPREFIX"
+exec 9>"$WINEPREFIX.lock"
+flock 9
+# The first ever makes wine's folder.
 if [ ! -e "$WINEPREFIX/ready" ]; then
-    mkdir -p "$WINEPREFIX"
-    (
-        flock 9
-        if [ ! -e "$WINEPREFIX/ready" ]; then
-            DISPLAY='' "$wine" wineboot --init
-            DISPLAY='' "$wine" winecfg -v win10
-            /usr/lib/wine/wineserver64 --wait
-            mkdir -p "$fonts"
-            ln -sf /usr/share/fonts/opentype/noto/NotoSansCJK-*.ttc /usr/share/fonts/truetype/dejavu/DejaVuSans*.ttf "$fonts"
-            touch "$WINEPREFIX/ready"
-        fi
-    ) 9>"$WINEPREFIX.lock" >/dev/null 2>&1
-fi
+    DISPLAY='' "$wine" wineboot --init
+    DISPLAY='' "$wine" winecfg -v win10
+    "$server" --wait
+    mkdir -p "$fonts"
+    ln -sf /usr/share/fonts/opentype/noto/NotoSansCJK-*.ttc /usr/share/fonts/truetype/dejavu/DejaVuSans*.ttf "$fonts"
+    touch "$WINEPREFIX/ready"
+fi </dev/null >/dev/null 2>&1 8>&- 9>&-
+# Wine's server and services outlive the program that needs them first. Were they its children, they would keep its
+# output open, and who waits for its end there (ctest does) would wait for theirs. So they are started before it; and as
+# the desktop comes with the first window only, a test's output goes to a file.
+if "$server" -p"$server_seconds"; then # else it runs already
+    "$wine" wineboot
+fi </dev/null >/dev/null 2>&1 8>&- 9>&-
+exec 9>&-
+[ -z "${RPA_OWN_SCREEN:-}" ] || trap '"$server" -k || true' EXIT # the screen goes, too
 
-screen=()
-if [ "${QT_QPA_PLATFORM:-windows}" = windows ] && [ -z "${DISPLAY:-}" ] && command -v xvfb-run >/dev/null; then
-    screen=(xvfb-run -a) # windows of the system need a screen, if only one in memory
-fi
+code=0
 if [ -z "${RPA_TEST_REPORT:-}" ]; then
-    exec "${screen[@]}" "$wine" "$@"
+    "$wine" "$@" || code=$?
+    exit "$code"
 fi
 rm -f "$RPA_TEST_REPORT"
-code=0
-"${screen[@]}" "$wine" "$@" -o "$(on_windows "$RPA_TEST_REPORT"),txt" || code=$?
-cat "$RPA_TEST_REPORT"
+"$wine" "$@" -o "$(on_windows "$RPA_TEST_REPORT"),txt" >"$RPA_TEST_REPORT.output" 2>&1 || code=$?
+cat "$RPA_TEST_REPORT.output" "$RPA_TEST_REPORT"
 exit "$code"
