@@ -28,19 +28,25 @@ ApiClient::Reply ApiClient::Ask(const QByteArray& method, const QByteArray& path
     LoadClient::Answer answer;
     try {
         if (!connection)
-            connection = std::make_unique<LoadClient>(port);
+            std::atomic_store(&connection, std::make_shared<LoadClient>(port));
         answer = connection->Ask(request.toStdString(), true);
     } catch (const std::runtime_error&) {
         // Nobody listens: no answer.
     }
     if (answer.status == 0)
-        connection.reset();
+        Disconnect();
     Reply reply;
     reply.status = answer.status;
     reply.head = QByteArray::fromStdString(answer.head);
     reply.body = QByteArray::fromStdString(answer.body);
     reply.json = QJsonDocument::fromJson(reply.body.left(100000)).object();
     return reply;
+}
+
+void ApiClient::EndConnection()
+{
+    if (const auto current = std::atomic_load(&connection))
+        current->End();
 }
 
 ApiClient::Reply ApiClient::CreateApp(const QByteArray& name)

@@ -36,12 +36,15 @@ public:
                     const QByteArray& key = {});
 
     // The next request goes over a new connection; after the server was started again.
-    void Disconnect() { connection.reset(); }
+    void Disconnect() { std::atomic_store(&connection, {}); }
+
+    // Ends the connection; a request that waits for its answer gets none. Any thread.
+    void EndConnection();
 
     static QByteArray NewKey();
 
 private:
     const unsigned short port;
     const QByteArray token;
-    std::unique_ptr<LoadClient> connection;
+    std::shared_ptr<LoadClient> connection; // replaced atomically
 };

@@ -66,6 +66,9 @@ public:
             Try();
     }
 
+    // Any thread.
+    void LoseServer() { client.EndConnection(); }
+
     QByteArray Fault() const { return fault; }
     QByteArray VersionId() const { return versionId; }
     qint64 Revision() const { return revision; }
@@ -154,14 +157,25 @@ private:
 void CrashTest::Work(std::vector<Writer>& all, ServerProcess& server, std::mt19937& random)
 {
     std::atomic<bool> ended{false};
+    std::atomic<int> atWork{writers};
     std::vector<std::thread> threads;
-    for (Writer& writer : all)
-        threads.emplace_back([&] { writer.SaveUntil(ended); });
+    for (Writer& writer : all) {
+        threads.emplace_back([&] {
+            writer.SaveUntil(ended);
+            --atWork;
+        });
+    }
     // The moment is what is being drawn here, so this is a wait by intention.
     std::this_thread::sleep_for(
         std::chrono::microseconds(std::uniform_int_distribution<int>(1000, 250000)(random)));
     server.Kill();
     ended = true;
+    // Wine keeps connections of a killed server open, also one that is just being made.
+    while (atWork > 0) {
+        for (Writer& writer : all)
+            writer.LoseServer();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     for (std::thread& thread : threads)
         thread.join();
 }

@@ -32,6 +32,11 @@ LoadClient::~LoadClient()
     NativeSocket::Close(socket);
 }
 
+void LoadClient::End()
+{
+    NativeSocket::Shutdown(socket);
+}
+
 bool LoadClient::ReadMore()
 {
     const auto count = NativeSocket::Receive(socket, buffer.data() + filled, buffer.size() - filled);

@@ -27,6 +27,9 @@ public:
     // Sends a complete request and reads its answer; status 0 when the connection broke.
     Answer Ask(const std::string& request, bool keepBody = false);
 
+    // Ends the connection; a request that waits for its answer gets none. Any thread.
+    void End();
+
 private:
     bool ReadMore();
 

@@ -21,6 +21,9 @@ Handle Listen(unsigned short* port);
 std::int64_t Send(Handle socket, const char* data, std::size_t size);
 std::int64_t Receive(Handle socket, char* data, std::size_t size);
 
+// Nothing goes or comes any more, and a call that waits in another thread returns.
+void Shutdown(Handle socket);
+
 // The next close of the connection resets it.
 void ResetOnClose(Handle socket);
 

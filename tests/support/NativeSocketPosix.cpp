@@ -58,6 +58,11 @@ std::int64_t Receive(Handle socket, char* data, std::size_t size)
     return ::recv(Descriptor(socket), data, size, 0);
 }
 
+void Shutdown(Handle socket)
+{
+    ::shutdown(Descriptor(socket), SHUT_RDWR);
+}
+
 void ResetOnClose(Handle socket)
 {
     const linger atOnce{1, 0};

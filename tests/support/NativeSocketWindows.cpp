@@ -8,6 +8,7 @@ namespace NativeSocket
 namespace
 {
 constexpr std::size_t mostAtOnce = 1 << 30;
+constexpr timeval lookEvery{0, 100000};
 
 SOCKET Descriptor(Handle socket)
 {
@@ -31,6 +32,40 @@ sockaddr_in Loopback(unsigned short port)
     return address;
 }
 
+// Connections do not block: under wine a call that does may never learn that its connection ended.
+void Unblock(SOCKET socket)
+{
+    u_long on = 1;
+    ::ioctlsocket(socket, FIONBIO, &on);
+}
+
+bool WouldBlock(int count)
+{
+    return count == SOCKET_ERROR && ::WSAGetLastError() == WSAEWOULDBLOCK;
+}
+
+fd_set SetOf(SOCKET socket)
+{
+    fd_set set;
+    FD_ZERO(&set);
+    set.fd_array[set.fd_count++] = socket;
+    return set;
+}
+
+void AwaitSpace(SOCKET socket)
+{
+    fd_set set = SetOf(socket);
+    timeval patience = lookEvery;
+    ::select(0, nullptr, &set, nullptr, &patience);
+}
+
+void AwaitData(SOCKET socket)
+{
+    fd_set set = SetOf(socket);
+    timeval patience = lookEvery;
+    ::select(0, &set, nullptr, nullptr, &patience);
+}
+
 template <typename Value>
 void Set(SOCKET socket, int level, int option, const Value& value)
 {
@@ -43,8 +78,10 @@ Handle Connect(unsigned short port)
     const SOCKET descriptor = NewSocket();
     Set(descriptor, IPPROTO_TCP, TCP_NODELAY, int(1));
     const sockaddr_in address = Loopback(port);
-    if (::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+    if (::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+        Unblock(descriptor);
         return static_cast<Handle>(descriptor);
+    }
     ::closesocket(descriptor);
     return none;
 }
@@ -63,12 +100,25 @@ Handle Listen(unsigned short* port)
 
 std::int64_t Send(Handle socket, const char* data, std::size_t size)
 {
-    return ::send(Descriptor(socket), data, static_cast<int>(std::min(size, mostAtOnce)), 0);
+    const int most = static_cast<int>(std::min(size, mostAtOnce));
+    int count = 0;
+    while (WouldBlock(count = ::send(Descriptor(socket), data, most, 0)))
+        AwaitSpace(Descriptor(socket));
+    return count;
 }
 
 std::int64_t Receive(Handle socket, char* data, std::size_t size)
 {
-    return ::recv(Descriptor(socket), data, static_cast<int>(std::min(size, mostAtOnce)), 0);
+    const int most = static_cast<int>(std::min(size, mostAtOnce));
+    int count = 0;
+    while (WouldBlock(count = ::recv(Descriptor(socket), data, most, 0)))
+        AwaitData(Descriptor(socket));
+    return count;
+}
+
+void Shutdown(Handle socket)
+{
+    ::shutdown(Descriptor(socket), SD_BOTH);
 }
 
 void ResetOnClose(Handle socket)
