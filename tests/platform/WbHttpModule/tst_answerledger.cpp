@@ -23,6 +23,12 @@ int RequestCount()
     return wanted > 0 ? wanted : 2000;
 }
 
+// How much more time everything gets; for where connections are slow.
+int Slowness()
+{
+    return std::max(1, qEnvironmentVariableIntValue("RPA_LEDGER_SLOWNESS"));
+}
+
 quint32 Seed()
 {
     bool ok = false;
@@ -98,7 +104,7 @@ void AnswerLedgerTest::RunClient(QRandomGenerator* random, const FaultServer& se
     if (random->bounded(2) == 0) {
         QElapsedTimer life;
         life.start();
-        const int milliseconds = random->bounded(40);
+        const int milliseconds = random->bounded(40) * Slowness();
         while (life.elapsed() < milliseconds)
             QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
     } else {
@@ -122,8 +128,8 @@ void AnswerLedgerTest::SendOne(WbHttpClient* client, QRandomGenerator* random, c
     request.url.setPath(QStringLiteral("/%1/%2").arg(index).arg(delay));
     request.expectation = {true, true};
     request.limits.connect = 500ms;
-    request.limits.inactivity = std::chrono::milliseconds(30 + random->bounded(60));
-    request.limits.total = std::chrono::milliseconds(60 + random->bounded(60));
+    request.limits.inactivity = std::chrono::milliseconds(30 + random->bounded(60)) * Slowness();
+    request.limits.total = std::chrono::milliseconds(60 + random->bounded(60)) * Slowness();
     request.limits.slowestBytesPerSecond = 1024 * 1024;
     if (random->bounded(3) == 0) {
         request.method = "PUT";
