@@ -47,18 +47,8 @@ public:
         return ListOf(QList<PackageItem>{PackageItem{name, version}});
     }
 
-    // A program that never ends by itself, in place of Python.
-    QString MakeSleeper() const
-    {
-        const QString path = folder.filePath(QStringLiteral("sleeper"));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return {};
-        file.write("#!/bin/sh\nsleep 600\n");
-        file.close();
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return path;
-    }
+    // A program in place of Python: it "fails", "echoes" its arguments or "sleeps".
+    static QString OddPython(const char* kind) { return QStringLiteral(ODD_PYTHON).arg(QLatin1String(kind)); }
 
     void UsePython(const QString& python, std::chrono::milliseconds timeout = std::chrono::minutes(1))
     {

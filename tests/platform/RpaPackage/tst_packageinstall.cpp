@@ -30,7 +30,6 @@ private slots:
     void finishesWhenThePackageDoesNotExist();
     void installsTheOthersBesideOneThatDoesNotExist();
     void doesNotInstallAgainWhatIsThere();
-    void countsPackagesOfTheSystemAsInstalled();
     void replacesAnInstalledVersionByTheWantedOne();
     void answersTwoInstallationsOnceEach();
     void keepsTheAppsApart();
@@ -132,18 +131,6 @@ void PackageInstallTest::doesNotInstallAgainWhatIsThere()
 
     QCOMPARE(output.size(), 0);
     QCOMPARE(f.StateOf(QStringLiteral("TinyWheel")).status, PackageState::Installed);
-}
-
-void PackageInstallTest::countsPackagesOfTheSystemAsInstalled()
-{
-    PackageFixture f;
-    QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
-
-    f.service.Install(PackageFixture::ListOf(QStringLiteral("openpyxl")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
-
-    QCOMPARE(f.StateOf(QStringLiteral("openpyxl")).status, PackageState::Installed);
-    QVERIFY(f.service.GetPackageFolders().isEmpty());
 }
 
 void PackageInstallTest::replacesAnInstalledVersionByTheWantedOne()

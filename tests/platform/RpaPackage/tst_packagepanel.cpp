@@ -1,54 +1,6 @@
-#include "PackageFixture.h"
+#include "PanelFixture.h"
 
-#include <RpaPackage/RpaPackagePanel.h>
-
-#include <QAbstractItemModelTester>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QStackedWidget>
-#include <QTableView>
-
-namespace
-{
-// A panel over a service, shown.
-class PanelFixture : public PackageFixture
-{
-public:
-    explicit PanelFixture(const QString& list = QString())
-    {
-        service.Reset(list);
-        panel = std::make_unique<RpaPackagePanel>(&service);
-        panel->resize(620, 460);
-        panel->show();
-        tester = std::make_unique<QAbstractItemModelTester>(Table()->model());
-    }
-
-    template <class T>
-    T* Find(const char* name) const
-    {
-        return panel->findChild<T*>(QLatin1String(name));
-    }
-    QTableView* Table() const { return Find<QTableView>("tablePackages"); }
-    QString Cell(int row, int column) const { return Table()->model()->index(row, column).data().toString(); }
-    int Rows() const { return Table()->model()->rowCount(); }
-    QString Note() const { return Find<QLabel>("labelPackageNote")->text(); }
-
-    void Type(const QString& name, const QString& version = QString()) const
-    {
-        Find<QLineEdit>("editPackageName")->clear();
-        Find<QLineEdit>("editPackageVersion")->clear();
-        QTest::keyClicks(Find<QLineEdit>("editPackageName"), name);
-        QTest::keyClicks(Find<QLineEdit>("editPackageVersion"), version);
-        QTest::keyClick(Find<QLineEdit>("editPackageVersion"), Qt::Key_Return);
-    }
-
-    void Press(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
-
-    std::unique_ptr<RpaPackagePanel> panel;
-    std::unique_ptr<QAbstractItemModelTester> tester;
-};
-} // namespace
 
 class PackagePanelTest : public QObject
 {
@@ -63,7 +15,6 @@ private slots:
     void editsInPlace();
     void keepsEditsThatTheServiceDoesNotKnow();
     void showsTheListOfAnotherVersionOfTheApp();
-    void installsAndShowsHowEveryPackageStands();
     void theKeyboardIsBackAtTheButtonAfterTheInstallation();
 };
 
@@ -173,26 +124,6 @@ void PackagePanelTest::showsTheListOfAnotherVersionOfTheApp()
     QCOMPARE(f.Rows(), 1);
     QCOMPARE(f.Cell(0, 0), QStringLiteral("third"));
     QVERIFY(!f.panel->IsChanged());
-}
-
-void PackagePanelTest::installsAndShowsHowEveryPackageStands()
-{
-    PanelFixture f;
-    QVERIFY(f.MakeWheel(QStringLiteral("tinywheel"), QStringLiteral("1.0"), 1));
-    QSignalSpy saved(&f.service, &IPackageService::SigSaveConfig);
-    QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
-    f.Type(QStringLiteral("tinywheel"));
-    f.Type(QStringLiteral("no-such-package-here"));
-
-    f.Press("buttonInstallPackages");
-    QVERIFY(!f.Find<QPushButton>("buttonInstallPackages")->isEnabled());
-    QTRY_VERIFY_WITH_TIMEOUT(f.Find<QPushButton>("buttonInstallPackages")->isEnabled(), 60000);
-
-    QCOMPARE(saved.size(), 1);
-    QCOMPARE(finished.size(), 0);
-    QCOMPARE(f.Cell(0, 2), QStringLiteral("已安装 1.0"));
-    QCOMPARE(f.Cell(1, 2), QStringLiteral("安装失败"));
-    QCOMPARE(f.Note(), QStringLiteral("找不到 no-such-package-here，请检查名称和版本"));
 }
 
 void PackagePanelTest::theKeyboardIsBackAtTheButtonAfterTheInstallation()

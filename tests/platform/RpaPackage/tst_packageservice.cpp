@@ -36,6 +36,7 @@ private slots:
     void refusesHostileVersions_data();
     void refusesHostileVersions();
     void aHostileNameNeverReachesPip();
+    void countsPackagesOfTheSystemAsInstalled();
     void aReplacedServiceIsGivenUntilItIsDestroyed();
 };
 
@@ -59,8 +60,8 @@ void PackageServiceTest::finishesWhateverComesInTheWay_data()
     QTest::newRow("not JSON") << QStringLiteral("packages") << python << true;
     QTest::newRow("an array") << QStringLiteral("[]") << python << true;
     QTest::newRow("no Python") << list << QStringLiteral("/nowhere/python3") << true;
-    QTest::newRow("a Python that fails") << list << QStringLiteral("/bin/false") << true;
-    QTest::newRow("a Python that talks nonsense") << list << QStringLiteral("/bin/echo") << true;
+    QTest::newRow("a Python that fails") << list << PackageFixture::OddPython("fails") << true;
+    QTest::newRow("a Python that talks nonsense") << list << PackageFixture::OddPython("echoes") << true;
     QTest::newRow("no data folder") << list << python << false;
 }
 
@@ -89,7 +90,7 @@ void PackageServiceTest::finishesWhateverComesInTheWay()
 void PackageServiceTest::finishesWhenItTakesTooLong()
 {
     PackageFixture f;
-    f.UsePython(f.MakeSleeper(), std::chrono::milliseconds(200));
+    f.UsePython(PackageFixture::OddPython("sleeps"), std::chrono::milliseconds(200));
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
     QSignalSpy ended(&f.service, &PackageService::SigInstallationEnded);
 
@@ -103,7 +104,7 @@ void PackageServiceTest::finishesWhenItTakesTooLong()
 void PackageServiceTest::finishesAtShutdownAndCanBeUsedAgain()
 {
     PackageFixture f;
-    f.UsePython(f.MakeSleeper());
+    f.UsePython(PackageFixture::OddPython("sleeps"));
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
     QSignalSpy progress(&f.service, &PackageService::SigProgress);
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
@@ -210,6 +211,18 @@ void PackageServiceTest::aHostileNameNeverReachesPip()
 
     QCOMPARE(output.size(), 0);
     QCOMPARE(f.StateOf(QStringLiteral("--target=/tmp/evil")).status, PackageState::Failed);
+    QVERIFY(f.service.GetPackageFolders().isEmpty());
+}
+
+void PackageServiceTest::countsPackagesOfTheSystemAsInstalled()
+{
+    PackageFixture f;
+    QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
+
+    f.service.Install(PackageFixture::ListOf(QStringLiteral("openpyxl")));
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 30000);
+
+    QCOMPARE(f.StateOf(QStringLiteral("openpyxl")).status, PackageState::Installed);
     QVERIFY(f.service.GetPackageFolders().isEmpty());
 }
 
