@@ -44,10 +44,10 @@ class Server:
         self.folder = tempfile.mkdtemp(prefix="rpa-contract-")
         self.tokens = {name: secrets.token_hex(32) for name in ACCOUNTS}
         subprocess.run(
-            [program, "--data", self.folder, "account", "add", "signer", "--name", "庚", "--vender", "a"],
+            [*program, "--data", self.folder, "account", "add", "signer", "--name", "庚", "--vender", "a"],
             input=PASSWORD.encode(), check=True)
         self.process = subprocess.Popen(
-            [program, "--embedded", "--data", self.folder, "--log", "error"],
+            [*program, "--embedded", "--data", self.folder, "--log", "error"],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         entries = [{"token": self.tokens[name], "account": account} for name, account in ACCOUNTS.items()]
         line = dict(entries[0], others=entries[1:])

@@ -1,7 +1,7 @@
 """Every operation and every documented status of server/openapi.yaml against a real server, and the rights of every
 role on every operation. A route without a row here or in the document fails, and so does a row without a route.
 
-usage: test_contract.py RPA_VERSION_SERVER OPENAPI_YAML"""
+usage: test_contract.py OPENAPI_YAML [EMULATOR] RPA_VERSION_SERVER"""
 
 import json
 import secrets
@@ -13,7 +13,7 @@ import uuid
 from openapi import Contract
 from server import ACCOUNTS, PASSWORD, Server, digest
 
-PROGRAM, DOCUMENT = sys.argv[1:3]
+DOCUMENT, *PROGRAM = sys.argv[1:]
 BODY = b'{"a":1}'
 OTHER = b'{"a":2}'
 
@@ -366,7 +366,7 @@ class ContractTest(unittest.TestCase):
         assert code == 0, f"the server ended with {code}"
 
     def routes(self):
-        printed = subprocess.run([PROGRAM, "--print-routes"], check=True, capture_output=True).stdout
+        printed = subprocess.run([*PROGRAM, "--print-routes"], check=True, capture_output=True).stdout
         return {(route["method"], route["path"]): route for route in json.loads(printed)}
 
     def test_every_route_is_documented_and_every_documented_route_exists(self):

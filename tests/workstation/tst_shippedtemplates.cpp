@@ -68,6 +68,13 @@ QString Python(const QString& folder, const QString& program)
     return QString::fromUtf8(python.readAll());
 }
 
+// The Python of tests under wine is Linux' own and knows no drives; without one a path means the same to
+// both.
+QString WithoutDrive(const QString& path)
+{
+    return path.mid(path.indexOf(QLatin1Char('/')));
+}
+
 RpaTemplateData* Read(const QString& file, QObject* parent)
 {
     auto* record = new RpaTemplateData(parent);
@@ -100,7 +107,7 @@ private:
     IAppTableWidget* Table() const { return page->findChild<IAppTableWidget*>(); }
 
     std::unique_ptr<RunPage> page;
-    QTemporaryDir folder;
+    QTemporaryDir folder{QDir::currentPath() + QStringLiteral("/shipped-XXXXXX")};
 };
 
 void tst_ShippedTemplates::Open(const QString& file)
@@ -173,7 +180,7 @@ void tst_ShippedTemplates::totalsACsvFile()
     const QString file = folder.filePath(QStringLiteral("账目.csv"));
     WriteFile(file, QStringLiteral("类别,金额\n办公,10.5\n差旅,3\n办公,2\n").toUtf8());
     Open(QStringLiteral("visual/CSV 分组汇总"));
-    QVERIFY(Set("文件", file));
+    QVERIFY(Set("文件", WithoutDrive(file)));
 
     Run();
 
@@ -191,7 +198,7 @@ void tst_ShippedTemplates::renamesFilesOnlyAfterTheTrialRun()
     WriteFile(place + QStringLiteral("/a.txt"), "a");
     WriteFile(place + QStringLiteral("/b.txt"), "b");
     Open(QStringLiteral("visual/文件批量改名"));
-    QVERIFY(Set("文件夹", place));
+    QVERIFY(Set("文件夹", WithoutDrive(place)));
 
     Run();
 
@@ -212,7 +219,7 @@ void tst_ShippedTemplates::reportsOnACsvFile()
     const QString file = folder.filePath(QStringLiteral("工单.csv"));
     WriteFile(file, QStringLiteral("编号,状态\n1,完成\n2,处理中\n3,完成\n").toUtf8());
     Open(QStringLiteral("program/CSV 报表"));
-    QVERIFY(Set("文件", file));
+    QVERIFY(Set("文件", WithoutDrive(file)));
 
     Run();
 
@@ -261,7 +268,7 @@ open("说明.txt", "w").close()
 )");
     QCOMPARE(Python(place, make), QString());
     Open(QStringLiteral("program/Excel 工作簿合并"));
-    QVERIFY(Set("文件夹", place));
+    QVERIFY(Set("文件夹", WithoutDrive(place)));
 
     Run();
     Run(); // the result of the first run lies in the folder now, and is no source
