@@ -4,6 +4,7 @@ shopt -s inherit_errexit # a source that cannot be had ends the script
 
 windows_qt=/opt/qt5-mingw
 windows_libraries=/opt/mingw-libs
+windows_qt_archive=${RPA_WINDOWS_QT_ARCHIVE:-$(dirname "${BASH_SOURCE[0]}")/../../../shared/qt5-mingw64.tar.xz}
 windows_cache=${XDG_CACHE_HOME:-$HOME/.cache}/rpa-windows
 mingw=x86_64-w64-mingw32
 

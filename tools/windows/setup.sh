@@ -2,17 +2,22 @@
 # Brings what building for Windows needs: Debian's packages, Qt, libsodium and libcurl. Quick when all is there.
 # Qt is taken from /opt/qt5-mingw, else unpacked from qt5-mingw64.tar.xz (RPA_WINDOWS_QT_ARCHIVE, or ../shared/ beside
 # the repository), else built once from Debian's source package, which takes about an hour.
+#   tools/windows/setup.sh          all of it
+#   tools/windows/setup.sh --quick  ends with an error where Qt would have to be built
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/lib.sh"
 
+if [ "${1:-}" = --quick ] && [ ! -x "$windows_qt/bin/moc" ] && [ ! -f "$windows_qt_archive" ]; then
+    echo "Qt for Windows is neither in $windows_qt nor at $windows_qt_archive; building it takes an hour" >&2
+    exit 1
+fi
 "$here/../setup.sh" windows
 
 if [ ! -x "$windows_qt/bin/moc" ]; then
-    archive=${RPA_WINDOWS_QT_ARCHIVE:-$here/../../../shared/qt5-mingw64.tar.xz}
-    if [ -f "$archive" ]; then
+    if [ -f "$windows_qt_archive" ]; then
         echo "Unpacking Qt for Windows ..."
-        as_root tar -C "$(dirname "$windows_qt")" -xf "$archive"
+        as_root tar -C "$(dirname "$windows_qt")" -xf "$windows_qt_archive"
     else
         "$here/build-qt.sh"
     fi
