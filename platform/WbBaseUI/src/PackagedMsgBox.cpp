@@ -1,6 +1,7 @@
 #include "MessageDialog_p.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
+#include <WbBaseUI/PackagedMsgBoxNotify.h>
 
 #include <QPointer>
 
@@ -39,6 +40,7 @@ private:
 int Ask(MessageDialog::Kind kind, const Request& request)
 {
     // The parent owns the dialog too, and may take it along while the box is open.
+    const QPointer<QWidget> parent = request.parent;
     QPointer<MessageDialog> box = new MessageDialog(kind, request.text, request.parent, request.modal);
     int answer = QMessageBox::Cancel;
     {
@@ -54,6 +56,7 @@ int Ask(MessageDialog::Kind kind, const Request& request)
         }
     }
     delete box.data();
+    emit PackagedMsgBoxNotify::Instance()->SigAnswered(parent, request.buttons, answer);
     return answer;
 }
 } // namespace

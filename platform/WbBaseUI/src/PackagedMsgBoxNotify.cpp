@@ -1,0 +1,7 @@
+#include <WbBaseUI/PackagedMsgBoxNotify.h>
+
+PackagedMsgBoxNotify* PackagedMsgBoxNotify::Instance()
+{
+    static PackagedMsgBoxNotify notify;
+    return &notify;
+}
