@@ -1,6 +1,8 @@
 // The app model to and from JSON, beside Qt's own JSON classes on the same text. The argument is the size of
 // the text in kilobytes.
 #include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaDraftJournal.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
@@ -8,8 +10,10 @@
 #include <RpaProcessData/RpaProcess.h>
 #include <WbFoundation/JsonGuard.h>
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QJsonDocument>
+#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -112,6 +116,31 @@ void CheckForeignJson(benchmark::State& state)
     Count(state, text);
 }
 
+// The argument is the size of the app: what an edit costs must not depend on it.
+void EditWithJournal(benchmark::State& state)
+{
+    const QTemporaryDir folder;
+    RpaDraftJournal journal;
+    QString problem;
+    RpaAppData app;
+    if (!journal.Start(folder.path(), &problem) || !app.Parse(TextOf(static_cast<int>(state.range(0))))) {
+        state.SkipWithError(qPrintable(problem));
+        return;
+    }
+    app.GetAppExtendInfo()->SetAppId(QStringLiteral("app"));
+    journal.Open(QStringLiteral("author"), QStringLiteral("app"));
+    for (auto _ : state)
+        app.SetModified(true);
+}
+
+void EditWithoutJournal(benchmark::State& state)
+{
+    RpaAppData app;
+    app.Parse(TextOf(static_cast<int>(state.range(0))));
+    for (auto _ : state)
+        app.SetModified(true);
+}
+
 void Sizes(benchmark::internal::Benchmark* benchmark)
 {
     benchmark->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
@@ -122,6 +151,14 @@ BENCHMARK(QtToJson)->Apply(Sizes);
 BENCHMARK(AppFromJson)->Apply(Sizes);
 BENCHMARK(QtFromJson)->Apply(Sizes);
 BENCHMARK(CheckForeignJson)->Apply(Sizes);
+BENCHMARK(EditWithJournal)->Arg(100)->Arg(10000);
+BENCHMARK(EditWithoutJournal)->Arg(100)->Arg(10000);
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

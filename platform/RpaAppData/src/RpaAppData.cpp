@@ -1,4 +1,7 @@
+#include "RpaStartContent_p.h"
+
 #include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppDataNotify.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
 #include <RpaAppData/RpaUIDataManager.h>
@@ -53,6 +56,7 @@ public:
     RpaPackageInfo packageInfo;
     RpaHtmlNodeManager htmlNodes;
     RpaUiaNodeManager uiaNodes;
+    RpaContentOrigin origin;
     bool modified = false;
 
     // Members written by a newer client.
@@ -67,9 +71,24 @@ RpaAppData::RpaAppData(QObject* parent) : IJsonParser(parent), d(std::make_uniqu
     Q_UNUSED(metaType)
 }
 
-RpaAppData::~RpaAppData() = default;
+RpaAppData::~RpaAppData()
+{
+    emit RpaAppDataNotify::Instance()->SigGoing(this);
+}
 
 void RpaAppData::InitDefault()
+{
+    FillInDefault();
+    if (RpaContentSource::Current())
+        return; // loaded content follows
+    const auto start = RpaStartContent::Take();
+    if (start && Parse(start->json)) {
+        SetOrigin(start->origin);
+        SetModified(true);
+    }
+}
+
+void RpaAppData::FillInDefault()
 {
     const QString mainProcess = QStringLiteral("主流程");
     d->version.clear();
@@ -89,6 +108,7 @@ void RpaAppData::InitDefault()
     d->uiData.Clear();
     d->uiData.AddUIData(QStringLiteral("界面1"), start);
     emit SigReplaced();
+    emit RpaAppDataNotify::Instance()->SigReplaced(this);
 }
 
 RpaAppExtendInfo* RpaAppData::GetAppExtendInfo() const
@@ -167,8 +187,22 @@ void RpaAppData::SetModified(bool modified)
     d->modified = modified;
     if (changed)
         emit SigModifiedChanged(modified);
-    if (modified)
+    if (modified) {
         emit SigEdited();
+        emit RpaAppDataNotify::Instance()->SigEdited(this);
+    } else if (changed) {
+        emit RpaAppDataNotify::Instance()->SigMarkCleared(this);
+    }
+}
+
+RpaContentOrigin RpaAppData::GetOrigin() const
+{
+    return d->origin;
+}
+
+void RpaAppData::SetOrigin(const RpaContentOrigin& origin)
+{
+    d->origin = origin;
 }
 
 void RpaAppData::Private::WriteExtendInfo(JsonWriter& writer) const
@@ -253,6 +287,9 @@ IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
             if (commit)
                 commit();
         }
+        if (RpaContentSource* source = RpaContentSource::Current())
+            source->Fill(this);
         emit SigReplaced();
+        emit RpaAppDataNotify::Instance()->SigReplaced(this);
     };
 }

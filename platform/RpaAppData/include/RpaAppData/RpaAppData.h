@@ -1,6 +1,7 @@
 #pragma once
 
 #include <RpaAppData/RpaAppDataExport.h>
+#include <RpaAppData/RpaContentOrigin.h>
 #include <WbFoundation/IJsonParser.h>
 
 #include <QMetaType>
@@ -27,7 +28,8 @@ public:
     explicit RpaAppData(QObject* parent = nullptr);
     ~RpaAppData() override;
 
-    // Fills in the content that a new app starts with: one UI page with one tool, one main process.
+    // Fills in the content that a new app starts with: one UI page with one tool, one main process; or what
+    // RpaStartContent holds, marked as modified then.
     void InitDefault();
 
     RpaAppExtendInfo* GetAppExtendInfo() const;
@@ -49,6 +51,10 @@ public:
     bool GetModified() const;
     void SetModified(bool modified);
 
+    // What the content is based on; Parse() takes it from the RpaContentSource that is alive, if any.
+    RpaContentOrigin GetOrigin() const;
+    void SetOrigin(const RpaContentOrigin& origin);
+
     // What JSON holds: format version, extend info (manual included), UI pages, processes, packages, element
     // stores. Not in it: run-time info, the mark of unsaved work, the active page, values of password
     // parameters. Members that this client does not know are kept through Parse() and written back by
@@ -66,6 +72,8 @@ signals:
     void SigReplaced();
 
 private:
+    void FillInDefault();
+
     class Private;
     const std::unique_ptr<Private> d;
 };

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <RpaAppData/RpaAppDataExport.h>
+
+#include <QObject>
+
+class RpaAppData;
+
+// Hears of every app data of the process, whoever made it: for what keeps unsaved work safe without being
+// handed each model. GUI thread only.
+class RPAAPPDATA_EXPORT RpaAppDataNotify : public QObject
+{
+    Q_OBJECT
+
+public:
+    static RpaAppDataNotify* Instance();
+
+signals:
+    // SetModified(true): one edit.
+    void SigEdited(RpaAppData* app);
+    // The mark of unsaved work was set before and is not any more: a save goes out, or the work was given up.
+    void SigMarkCleared(RpaAppData* app);
+    // Parse() or InitDefault() replaced the content.
+    void SigReplaced(RpaAppData* app);
+    // The app data is about to go; it can still be read.
+    void SigGoing(RpaAppData* app);
+
+private:
+    RpaAppDataNotify() = default;
+};

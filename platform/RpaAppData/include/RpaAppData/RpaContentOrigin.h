@@ -1,0 +1,51 @@
+#pragma once
+
+#include <RpaAppData/RpaAppDataExport.h>
+
+#include <QByteArray>
+#include <QString>
+
+#include <memory>
+
+class RpaAppData;
+
+// What the content of an app data is based on. It belongs to no JSON: a save does not write it.
+struct RpaContentOrigin
+{
+    QString versionId;    // empty: of no saved version
+    int baseRevision = 0; // of the version, when the content was loaded or saved; 0: unknown
+    QString draftName;    // the draft that the content was restored from; empty: none
+};
+
+// While it lives, app data that Parse() fills come from here: whoever delivers loaded content to observers
+// holds one meanwhile, because observers make their app data themselves. The innermost counts. GUI thread
+// only.
+class RPAAPPDATA_EXPORT RpaContentSource
+{
+public:
+    // isUnsaved: the content is work that no version holds; what was filled with it is marked as modified
+    // when this object goes.
+    explicit RpaContentSource(const RpaContentOrigin& origin, bool isUnsaved = false);
+    ~RpaContentSource();
+    RpaContentSource(const RpaContentSource&) = delete;
+    RpaContentSource& operator=(const RpaContentSource&) = delete;
+
+private:
+    friend class RpaAppData;
+    static RpaContentSource* Current();
+    void Fill(RpaAppData* app);
+
+    class Private;
+    const std::unique_ptr<Private> d;
+};
+
+// What the next InitDefault() fills in instead of the content of a new app, once: unsaved work of an app that
+// has no version which could be opened. Not while a RpaContentSource lives, as loaded content follows then.
+// GUI thread only.
+namespace RpaStartContent
+{
+// json: app data; what cannot be parsed is passed over, and the content is that of a new app.
+RPAAPPDATA_EXPORT void Set(const QByteArray& json, const RpaContentOrigin& origin);
+RPAAPPDATA_EXPORT void Clear();
+RPAAPPDATA_EXPORT bool IsSet();
+} // namespace RpaStartContent

@@ -1,0 +1,154 @@
+#include "DraftFile_p.h"
+
+#include <WbFoundation/JsonReader.h>
+#include <WbFoundation/JsonWriter.h>
+
+#include <QCryptographicHash>
+#include <QtEndian>
+
+namespace
+{
+constexpr char magic[] = "RPADRAFT";
+constexpr int magicSize = 8;
+constexpr int headerAt = magicSize + 8;
+constexpr quint32 formatVersion = 1;
+constexpr int digestSize = 32;
+
+struct Header
+{
+    RpaDraft draft;
+    int length = -1;
+};
+
+QByteArray Digest(const QByteArray& bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
+}
+
+QByteArray Number(quint32 value)
+{
+    QByteArray bytes(4, '\0');
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
+
+quint32 NumberAt(const QByteArray& file, int at)
+{
+    return qFromBigEndian<quint32>(file.constData() + at);
+}
+
+QByteArray WriteHeader(const RpaDraft& draft)
+{
+    JsonWriter writer;
+    writer.BeginObject();
+    writer.Member("account", draft.account);
+    writer.Member("appId", draft.appId);
+    writer.Member("versionId", draft.versionId);
+    writer.Member("baseRevision", draft.baseRevision);
+    writer.Member("writtenAt", draft.writtenAt.toString(Qt::ISODateWithMs));
+    writer.Member("length", draft.content.size());
+    writer.Member("sha256", QString::fromLatin1(draft.sha256));
+    writer.EndObject();
+    return writer.Take();
+}
+
+void ReadMember(JsonReader& reader, Header* header)
+{
+    QString text;
+    if (reader.IsKey("account"))
+        reader.ReadString(header->draft.account);
+    else if (reader.IsKey("appId"))
+        reader.ReadString(header->draft.appId);
+    else if (reader.IsKey("versionId"))
+        reader.ReadString(header->draft.versionId);
+    else if (reader.IsKey("baseRevision"))
+        reader.ReadInt(header->draft.baseRevision);
+    else if (reader.IsKey("length"))
+        reader.ReadInt(header->length);
+    else if (reader.IsKey("writtenAt") && reader.ReadString(text))
+        header->draft.writtenAt = QDateTime::fromString(text, Qt::ISODateWithMs);
+    else if (reader.IsKey("sha256") && reader.ReadString(text))
+        header->draft.sha256 = text.toLatin1();
+}
+
+bool ReadHeader(const QByteArray& json, Header* header)
+{
+    JsonReader reader(json);
+    if (!reader.EnterObject())
+        return false;
+    while (reader.NextMember())
+        ReadMember(reader, header);
+    return reader.Finish() && !header->draft.appId.isEmpty() && header->draft.baseRevision >= 0 &&
+           header->draft.writtenAt.isValid() && header->length >= 0;
+}
+
+// Where the content begins; 0 with a problem when there is no whole header.
+int CheckFrame(const QByteArray& file, QString* problem)
+{
+    if (!file.startsWith(magic)) {
+        *problem = QStringLiteral("不是草稿文件");
+        return 0;
+    }
+    if (file.size() < headerAt) {
+        *problem = QStringLiteral("草稿文件不完整");
+        return 0;
+    }
+    if (NumberAt(file, magicSize) != formatVersion) {
+        *problem = QStringLiteral("草稿由其他版本的工作站写入，无法读取");
+        return 0;
+    }
+    const quint32 length = NumberAt(file, magicSize + 4);
+    if (length > quint32(DraftFile::largestHeader) || file.size() < headerAt + int(length) + digestSize) {
+        *problem = QStringLiteral("草稿文件不完整");
+        return 0;
+    }
+    const int digestAt = headerAt + int(length);
+    if (Digest(file.left(digestAt)) != file.mid(digestAt, digestSize)) {
+        *problem = QStringLiteral("草稿文件已损坏");
+        return 0;
+    }
+    return digestAt + digestSize;
+}
+} // namespace
+
+QByteArray DraftFile::Sha256Of(const QByteArray& bytes)
+{
+    return Digest(bytes).toHex();
+}
+
+QByteArray DraftFile::Encode(RpaDraft* draft)
+{
+    draft->sha256 = Sha256Of(draft->content);
+    const QByteArray header = WriteHeader(*draft);
+    QByteArray file = magic + Number(formatVersion) + Number(quint32(header.size())) + header;
+    file += Digest(file);
+    return file + draft->content;
+}
+
+bool DraftFile::Decode(const QByteArray& file, RpaDraft* draft, QString* problem)
+{
+    if (file.size() > largestFile) {
+        *problem = QStringLiteral("草稿文件过大");
+        return false;
+    }
+    const int contentAt = CheckFrame(file, problem);
+    if (contentAt == 0)
+        return false;
+    Header header;
+    if (!ReadHeader(file.mid(headerAt, contentAt - digestSize - headerAt), &header)) {
+        *problem = QStringLiteral("草稿文件的说明无法读取");
+        return false;
+    }
+    header.draft.content = file.mid(contentAt);
+    if (header.draft.content.size() != header.length) {
+        *problem = QStringLiteral("草稿文件不完整");
+        return false;
+    }
+    if (Sha256Of(header.draft.content) != header.draft.sha256) {
+        *problem = QStringLiteral("草稿的内容已损坏");
+        return false;
+    }
+    header.draft.name = draft->name;
+    *draft = header.draft;
+    return true;
+}

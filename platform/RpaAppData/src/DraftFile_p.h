@@ -1,0 +1,32 @@
+#pragma once
+
+#include <RpaAppData/RpaDraft.h>
+
+#include <QByteArray>
+#include <QString>
+
+// A draft as a file:
+//
+//     8 bytes   "RPADRAFT"
+//     4 bytes   format version, big-endian
+//     4 bytes   length of the header, big-endian
+//     header    JSON: account, app, version, base revision, time, length and SHA-256 of the content
+//     32 bytes  SHA-256 of everything before
+//     content   JSON of the app data
+//
+// Nothing that is read is believed before both digests fit. Any thread.
+namespace DraftFile
+{
+constexpr int largestContent = 64 * 1024 * 1024; // as much as a version may hold
+constexpr int largestHeader = 4096;
+constexpr int largestFile = largestContent + largestHeader + 64;
+
+// Fills in the draft's digest.
+QByteArray Encode(RpaDraft* draft);
+
+// False, with the reason in the user's words, when the bytes are no whole draft of this format. The draft's
+// name stays as it is.
+bool Decode(const QByteArray& file, RpaDraft* draft, QString* problem);
+
+QByteArray Sha256Of(const QByteArray& bytes); // lower-case hex
+} // namespace DraftFile

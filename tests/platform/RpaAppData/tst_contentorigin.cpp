@@ -1,0 +1,142 @@
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppDataNotify.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+
+#include <QtTest>
+
+namespace
+{
+QByteArray Content(const QString& manual)
+{
+    RpaAppData app;
+    app.InitDefault();
+    app.GetAppExtendInfo()->manual = manual;
+    return app.ToJson();
+}
+} // namespace
+
+class ContentOriginTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void takesTheOriginOfWhoeverDeliversIt();
+    void hasNoOriginByItself();
+    void marksUnsavedContentOnceItIsDelivered();
+    void startsWithRestoredWorkOnce();
+    void startsAnewWhenRestoredWorkCannotBeRead();
+    void leavesRestoredWorkAloneWhileContentIsLoaded();
+    void tellsOfEveryAppData();
+};
+
+void ContentOriginTest::takesTheOriginOfWhoeverDeliversIt()
+{
+    RpaAppData app;
+    {
+        const RpaContentSource source({QStringLiteral("version-1"), 3, QStringLiteral("a.draft")});
+        QVERIFY(app.Parse(Content(QStringLiteral("x"))));
+    }
+
+    QCOMPARE(app.GetOrigin().versionId, QStringLiteral("version-1"));
+    QCOMPARE(app.GetOrigin().baseRevision, 3);
+    QCOMPARE(app.GetOrigin().draftName, QStringLiteral("a.draft"));
+    QVERIFY(!app.GetModified());
+}
+
+void ContentOriginTest::hasNoOriginByItself()
+{
+    RpaAppData app;
+
+    QVERIFY(app.Parse(Content(QStringLiteral("x"))));
+
+    QVERIFY(app.GetOrigin().versionId.isEmpty());
+    QCOMPARE(app.GetOrigin().baseRevision, 0);
+}
+
+void ContentOriginTest::marksUnsavedContentOnceItIsDelivered()
+{
+    // given an observer that clears the mark of what it parsed, as editors do, and one that is gone by then
+    RpaAppData app;
+    QSignalSpy edited(&app, &RpaAppData::SigEdited);
+    {
+        const RpaContentSource source({QStringLiteral("version-1"), 3, QString()}, true);
+        QVERIFY(app.Parse(Content(QStringLiteral("x"))));
+        app.SetModified(false);
+        RpaAppData gone;
+        QVERIFY(gone.Parse(Content(QStringLiteral("y"))));
+    }
+
+    QVERIFY(app.GetModified());
+    QCOMPARE(edited.size(), 1);
+}
+
+void ContentOriginTest::startsWithRestoredWorkOnce()
+{
+    RpaStartContent::Set(Content(QStringLiteral("restored")), {QString(), 0, QStringLiteral("a.draft")});
+    RpaAppData app;
+    RpaAppData next;
+
+    app.InitDefault();
+    next.InitDefault();
+
+    QCOMPARE(app.GetAppExtendInfo()->GetManual(), QStringLiteral("restored"));
+    QVERIFY(app.GetModified());
+    QCOMPARE(app.GetOrigin().draftName, QStringLiteral("a.draft"));
+    QVERIFY(next.GetAppExtendInfo()->GetManual().isEmpty());
+    QVERIFY(!next.GetModified());
+    QVERIFY(!RpaStartContent::IsSet());
+}
+
+void ContentOriginTest::startsAnewWhenRestoredWorkCannotBeRead()
+{
+    RpaStartContent::Set("[]", {});
+    RpaAppData app;
+    RpaAppData fresh;
+
+    app.InitDefault();
+    fresh.InitDefault();
+
+    QCOMPARE(app.ToJson().size(), fresh.ToJson().size());
+    QVERIFY(!app.GetModified());
+}
+
+void ContentOriginTest::leavesRestoredWorkAloneWhileContentIsLoaded()
+{
+    RpaStartContent::Set(Content(QStringLiteral("restored")), {});
+    RpaAppData app;
+    {
+        const RpaContentSource source({QStringLiteral("version-1"), 3, QString()});
+        app.InitDefault();
+        QVERIFY(app.Parse(Content(QStringLiteral("loaded"))));
+    }
+
+    QCOMPARE(app.GetAppExtendInfo()->GetManual(), QStringLiteral("loaded"));
+    QVERIFY(RpaStartContent::IsSet());
+    RpaStartContent::Clear();
+    QVERIFY(!RpaStartContent::IsSet());
+}
+
+void ContentOriginTest::tellsOfEveryAppData()
+{
+    const RpaAppDataNotify* notify = RpaAppDataNotify::Instance();
+    QSignalSpy replaced(notify, &RpaAppDataNotify::SigReplaced);
+    QSignalSpy edited(notify, &RpaAppDataNotify::SigEdited);
+    QSignalSpy cleared(notify, &RpaAppDataNotify::SigMarkCleared);
+    QSignalSpy going(notify, &RpaAppDataNotify::SigGoing);
+    {
+        RpaAppData app;
+        app.InitDefault();
+        app.SetModified(true);
+        app.SetModified(true);
+        app.SetModified(false);
+        app.SetModified(false);
+    }
+
+    QCOMPARE(replaced.size(), 1);
+    QCOMPARE(edited.size(), 2);
+    QCOMPARE(cleared.size(), 1);
+    QCOMPARE(going.size(), 1);
+}
+
+QTEST_GUILESS_MAIN(ContentOriginTest)
+#include "tst_contentorigin.moc"
