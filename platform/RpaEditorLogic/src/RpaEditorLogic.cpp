@@ -82,6 +82,16 @@ SaveLedger* RpaEditorLogic::GetSaveLedger() const
     return &d->context.ledger;
 }
 
+void RpaEditorLogic::Restore(const RestoredContent& content)
+{
+    d->context.restored.Set(content);
+}
+
+void RpaEditorLogic::ForgetRestored()
+{
+    d->context.restored.Withdraw();
+}
+
 void RpaEditorLogic::Shutdown()
 {
     // Loads that wait for their turn are sent first, so that they are answered with the others.
@@ -94,6 +104,7 @@ void RpaEditorLogic::Forget()
     Shutdown();
     d->context.manager.Forget();
     d->context.ledger.Forget();
+    d->context.restored.Forget();
     d->context.spacer.Forget();
     d->context.shownAppId.clear();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RepeatSpacer_p.h"
+#include "RestoredWork_p.h"
 #include "ServiceAnswers_p.h"
 #include "ServiceTransport_p.h"
 #include "UnsettledWrites_p.h"
@@ -33,6 +34,7 @@ struct VersionContext
     SaveLedger ledger;
     WriteJournal journal;
     UnsettledWrites unsettled;
+    RestoredWork restored;
     VersionQueue queue;
     RepeatSpacer spacer;
     QString shownAppId;         // of the newest list request

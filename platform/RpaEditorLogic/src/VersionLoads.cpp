@@ -77,7 +77,9 @@ QString VersionLoads::ListFailure(const GetSnapshotListRequest& request, quint64
         return {};
     appliedSerial = serial;
     QVector<RpaAppSnapshotPtr> snapshots;
-    for (const VersionRecord& record : context->journal.Merge(*records, request.GetAppId(), ticket)) {
+    QVector<VersionRecord> merged = context->journal.Merge(*records, request.GetAppId(), ticket);
+    context->restored.PutFirst(&merged);
+    for (const VersionRecord& record : qAsConst(merged)) {
         snapshots.append(record.snapshot);
         context->manager.SetListedRevision(record.snapshot->GetId(), record.revision);
     }
@@ -106,13 +108,18 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
     const int revision = RevisionOf(answer);
     const QString failure = ReasonOf(answer, revision > 0);
     auto response = QSharedPointer<GetDevSnapshotDataResponse>::create();
+    std::optional<RestoredContent> restored;
     if (failure.isEmpty()) {
-        response->SetAppData(answer.body);
-        context->manager.SetBaseRevision(id, revision);
+        restored = context->restored.Take(id);
+        const bool hasBase = restored && restored->baseRevision > 0;
+        response->SetAppData(restored ? restored->json : answer.body);
+        context->manager.SetBaseRevision(id, hasBase ? restored->baseRevision : revision);
         context->unsettled.SettleVersion(id);
         context->ledger.Reset(id, answer.bodyDigest.toHex());
     }
     context->spacer.Answered(QStringLiteral("data/") + id, failure.isEmpty());
     context->queue.Finish(id);
+    const RpaContentOrigin loaded{id, revision, QString()};
+    const RpaContentSource source(restored ? restored->origin : loaded, restored.has_value());
     context->Notify(NotifyGetDevSnapshotData, request, response, failure);
 }

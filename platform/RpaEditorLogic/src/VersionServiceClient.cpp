@@ -76,6 +76,20 @@ std::optional<QVector<VersionServiceApp>> Apps(const WbHttpAnswer& answer)
     return AccountAnswers::ReadApps(ServiceAnswers::ObjectOf(answer.body));
 }
 
+std::optional<QVector<VersionServiceVersion>> Versions(const WbHttpAnswer& answer)
+{
+    const auto records = ServiceAnswers::ReadVersions(answer.body);
+    if (!records)
+        return std::nullopt;
+    QVector<VersionServiceVersion> versions;
+    for (const ServiceAnswers::VersionRecord& record : *records) {
+        const RpaAppSnapshot& snapshot = *record.snapshot;
+        versions.append({snapshot.GetId(), snapshot.GetName(), snapshot.GetState(), record.revision,
+                         record.sha256, snapshot.GetPin()});
+    }
+    return versions;
+}
+
 // Reads the object that an answer carries.
 template <typename Value>
 auto ReadBody(std::optional<Value> (*read)(const QJsonObject& json))
@@ -131,6 +145,12 @@ void VersionServiceClient::RenameApp(const QString& appId, const QString& name, 
 {
     d->Send<VersionServiceApp>(ServiceRoutes::RenameApp(appId, name, ServiceRoutes::NewKey()), context,
                                callback, App);
+}
+
+void VersionServiceClient::ListVersions(const QString& appId, QObject* context,
+                                        const Callback<QVector<VersionServiceVersion>>& callback)
+{
+    d->Send<QVector<VersionServiceVersion>>(ServiceRoutes::ListVersions(appId), context, callback, Versions);
 }
 
 void VersionServiceClient::ListOnlineApps(QObject* context,

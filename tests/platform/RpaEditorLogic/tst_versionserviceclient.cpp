@@ -1,9 +1,11 @@
 #include "FaultServer.h"
 #include "TestApp.h"
+#include "VersionReplies.h"
 
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
+#include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
@@ -55,6 +57,7 @@ private slots:
     void createsAnApp();
     void renamesAnApp();
     void readsOneApp();
+    void listsVersions();
     void listsReleasedApps_data();
     void listsReleasedApps();
     void readsTheDataOfAReleasedVersion();
@@ -211,6 +214,31 @@ void VersionServiceClientTest::readsOneApp()
     QTRY_VERIFY(result);
     QVERIFY(result->success);
     QCOMPARE(result->value.creatorPin, QStringLiteral("me"));
+}
+
+void VersionServiceClientTest::listsVersions()
+{
+    VersionReplies::Version newer;
+    newer.id = QStringLiteral("v2");
+    newer.state = 2;
+    newer.revision = 7;
+    server->Enqueue(VersionReplies::List({newer, VersionReplies::Version()}));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceVersion>> result;
+
+    client.ListVersions(QStringLiteral("app1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 2);
+    const VersionServiceVersion& first = result->value.first();
+    QCOMPARE(first.id, QStringLiteral("v2"));
+    QCOMPARE(first.name, newer.name);
+    QCOMPARE(first.state, 2);
+    QCOMPARE(first.revision, 7);
+    QCOMPARE(first.pin, newer.pin);
+    QCOMPARE(first.sha256, QCryptographicHash::hash(newer.content, QCryptographicHash::Sha256).toHex());
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/apps/app1/versions"));
 }
 
 void VersionServiceClientTest::listsReleasedApps_data()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <RpaEditorLogic/RestoredContent.h>
 #include <RpaEditorLogic/RpaEditorLogicExport.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
 
@@ -45,6 +46,13 @@ public:
 
     // What became of the saves.
     SaveLedger* GetSaveLedger() const;
+
+    // The next load of the version brings this content instead of its own, marked as modified; until then the
+    // version is listed first, so that an editor opens it. A save of it is refused when the version is not at
+    // the base revision any more: what is newer is never replaced.
+    void Restore(const RestoredContent& content);
+    // What was not loaded by now is not restored any more.
+    void ForgetRestored();
 
     // Answers everything outstanding as failed, now. Later requests are sent as ever.
     void Shutdown();

@@ -45,6 +45,10 @@ public:
     void RenameApp(const QString& appId, const QString& name, QObject* context,
                    const Callback<VersionServiceApp>& callback);
 
+    // The versions of an app that the account may edit, newest first.
+    void ListVersions(const QString& appId, QObject* context,
+                      const Callback<QVector<VersionServiceVersion>>& callback);
+
     // The apps of the account's vendor that have an online version, newest release first.
     void ListOnlineApps(QObject* context, const Callback<QVector<VersionServiceReleasedApp>>& callback);
     // The apps whose gray versions were opened to the account, newest release first.

@@ -36,6 +36,17 @@ struct VersionServiceApp
     QDateTime changedAt; // UTC
 };
 
+// A version as its app's list shows it.
+struct VersionServiceVersion
+{
+    QString id;
+    QString name;
+    int state = 1; // 1 develop, 2 gray, 3 online
+    int revision = 0;
+    QByteArray sha256; // of its app data, lower-case hex
+    QString pin;       // who saved it last
+};
+
 // What a user may run: the newest online or gray version of an app.
 struct VersionServiceReleasedApp
 {

@@ -1,0 +1,36 @@
+#include "RestoredWork_p.h"
+
+#include <utility>
+
+void RestoredWork::Set(const RestoredContent& content)
+{
+    waiting = content;
+}
+
+void RestoredWork::Withdraw()
+{
+    waiting.reset();
+}
+
+void RestoredWork::Forget()
+{
+    waiting.reset();
+    strangers.clear();
+}
+
+std::optional<RestoredContent> RestoredWork::Take(const QString& versionId)
+{
+    strangers.remove(versionId);
+    if (!waiting || waiting->versionId != versionId)
+        return std::nullopt;
+    if (waiting->baseRevision == 0)
+        strangers.insert(versionId);
+    return std::exchange(waiting, std::nullopt);
+}
+
+QString RestoredWork::Refusal(const QString& versionId) const
+{
+    if (!strangers.contains(versionId))
+        return {};
+    return QStringLiteral("恢复的草稿不是在该版本上修改的，您的内容仍在编辑器中，请另存为新版本");
+}
