@@ -5,6 +5,7 @@
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "CloseGuard.h"
+#include "DraftDesk.h"
 #include "EditorPage.h"
 #include "MainWindow.h"
 #include "PackageDialog.h"
@@ -71,6 +72,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     ConnectReleased();
     ConnectServices();
     ConnectPackages();
+    ConnectDrafts();
 }
 
 Workstation::~Workstation()
@@ -95,6 +97,7 @@ bool Workstation::Start(QString* problem)
     OfferTemplates();
     templates->Look();
     window->show();
+    drafts->Start(paths.draftDir);
     GoToServer();
     return true;
 }
@@ -102,12 +105,6 @@ bool Workstation::Start(QString* problem)
 void Workstation::TellPlatform()
 {
     RpaGlobalDataManager::Instance()->SetApiVersion(QLatin1String(apiVersion));
-}
-
-void Workstation::OfferTemplates()
-{
-    RpaSuperDir::Instance()->SetTemplateDirs(templates->GetFitFolder(paths.visualTemplateDir),
-                                             templates->GetFitFolder(paths.programTemplateDir));
 }
 
 void Workstation::CreateParts()
@@ -134,6 +131,7 @@ void Workstation::CreateParts()
     templates = std::make_unique<TemplateKeeper>(
         QStringList{paths.visualTemplateDir, paths.programTemplateDir}, paths.dataDir);
     closeGuard = std::make_unique<CloseGuard>(RpaEditorLogic::Instance()->GetSaveLedger());
+    drafts = std::make_unique<DraftDesk>(RpaEditorLogic::Instance()->GetSaveLedger(), window.get());
 }
 
 void Workstation::ConnectSession()
@@ -203,10 +201,7 @@ void Workstation::ConnectPages()
     connect(listPage, &AppListPage::SigRename, desk.get(), &AppDesk::Rename);
     connect(listPage, &AppListPage::SigOpen, this, [this](const AppRecord& app) {
         if (!editorPage->IsOpen() && window->CurrentPage() == listPage) {
-            window->ShowPage(editorPage);
-            // Before the editor: it hands over the app's list while it opens.
-            RpaPackageModule::Instance()->GetBuiltIn()->SetApp(app.id);
-            editorPage->Open(app);
+            drafts->Offer(app);
         }
     });
 
@@ -317,15 +312,6 @@ void Workstation::TellWheelFolders()
         places.wheelFolders.append(settings.GetWheelFolder());
     }
     RpaPackageModule::Instance()->GetBuiltIn()->SetSettings(places);
-}
-
-void Workstation::LeaveEditor()
-{
-    const QString appId = editorPage->GetApp().id;
-    if (editorPage->Leave()) {
-        window->ShowPage(listPage);
-        desk->RefreshAndSelect(appId);
-    }
 }
 
 void Workstation::SwitchAccount(int embeddedAccount)

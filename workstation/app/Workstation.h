@@ -13,6 +13,7 @@ class AppDesk;
 class AppListModel;
 class AppListPage;
 class CloseGuard;
+class DraftDesk;
 class EditorPage;
 class MainWindow;
 class ReleasedAppModel;
@@ -64,6 +65,8 @@ private:
     void ShowSettings();
     void ShowPackages();
     void TellWheelFolders();
+    void ConnectDrafts();
+    void OpenEditor(const AppRecord& app);
     void LeaveEditor();
     void SwitchAccount(int embeddedAccount);
     void UseServer(bool embedded, const QUrl& address);
@@ -104,4 +107,5 @@ private:
     std::unique_ptr<SampleInstaller> samples;
     std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<CloseGuard> closeGuard;
+    std::unique_ptr<DraftDesk> drafts;
 };

@@ -13,6 +13,7 @@ struct WorkstationPaths
     QString programTemplateDir; // templates of program apps
     QString packageDir;         // Python packages of the apps
     QString wheelDir;           // wheels put here by hand are installed without a network
+    QString draftDir;           // unsaved work; made by the journal
     QString serverProgram;      // rpa-version-server
 
     // The folders of the signed-in user of this machine, and the server that stands beside the program.

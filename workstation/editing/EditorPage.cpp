@@ -3,6 +3,7 @@
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RobotExecuteInfo.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <WbBaseUI/PackagedMsgBoxNotify.h>
 
 #include <QVBoxLayout>
 
@@ -24,6 +25,8 @@ EditorPage::EditorPage(QWidget* parent) : WbBaseWidget(parent), layout(new QVBox
 {
     setObjectName(QStringLiteral("EditorPage"));
     layout->setContentsMargins(0, 0, 0, 0);
+    connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, this,
+            &EditorPage::SlotAnswered);
 }
 
 EditorPage::~EditorPage() = default;
@@ -61,7 +64,20 @@ void EditorPage::Discard()
 {
     // Deleted at once: an editor that is merely hidden would go on hearing the answers meant for the next
     // one.
+    if (!editor) {
+        return;
+    }
     delete editor;
     editor = nullptr;
     app = AppRecord();
+    emit SigClosed();
+}
+
+// Saving, not saving and staying are what an editor offers before it lets go of changes, and nowhere else.
+void EditorPage::SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer)
+{
+    const auto choices = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    if (editor && parent == editor && buttons == choices && answer == QMessageBox::No) {
+        emit SigGivenUp();
+    }
 }

@@ -4,6 +4,8 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
+#include <QMessageBox>
+
 class QVBoxLayout;
 class RpaAppEditorWidget;
 
@@ -30,7 +32,15 @@ public:
     // Lets the editor go without asking: it has been asked.
     void Discard();
 
+signals:
+    // The author answered the editor that the changes are not to be saved.
+    void SigGivenUp();
+    // The editor is gone.
+    void SigClosed();
+
 private:
+    void SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer);
+
     QVBoxLayout* layout;
     RpaAppEditorWidget* editor = nullptr;
     AppRecord app;

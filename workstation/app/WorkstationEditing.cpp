@@ -1,0 +1,56 @@
+// The life of an editor: what it opens with, unsaved work around it, the way back.
+#include "AppDesk.h"
+#include "AppListPage.h"
+#include "DraftDesk.h"
+#include "EditorPage.h"
+#include "MainWindow.h"
+#include "TemplateKeeper.h"
+#include "Workstation.h"
+
+#include <RpaCore/RpaSuperDir.h>
+#include <RpaPackage/PackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
+
+void Workstation::ConnectDrafts()
+{
+    drafts->SetDateLanguage(settings.GetDateLanguage());
+    connect(&settings, &WorkstationSettings::SigDateLanguageChanged, drafts.get(),
+            &DraftDesk::SetDateLanguage);
+    connect(drafts.get(), &DraftDesk::SigReady, this, &Workstation::OpenEditor);
+    connect(editorPage, &EditorPage::SigGivenUp, drafts.get(), &DraftDesk::GiveUp);
+    connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftDesk::Close);
+}
+
+void Workstation::OfferTemplates()
+{
+    if (DraftDesk::RestoresStart()) {
+        // Work that goes on needs no template to begin with.
+        RpaSuperDir::Instance()->SetTemplateDirs(QString(), QString());
+        return;
+    }
+    RpaSuperDir::Instance()->SetTemplateDirs(templates->GetFitFolder(paths.visualTemplateDir),
+                                             templates->GetFitFolder(paths.programTemplateDir));
+}
+
+void Workstation::OpenEditor(const AppRecord& app)
+{
+    if (editorPage->IsOpen() || window->CurrentPage() != listPage) {
+        drafts->Close(); // the user went elsewhere meanwhile
+        return;
+    }
+    window->ShowPage(editorPage);
+    OfferTemplates();
+    // Before the editor: it hands over the app's list while it opens.
+    RpaPackageModule::Instance()->GetBuiltIn()->SetApp(app.id);
+    drafts->Open(app);
+    editorPage->Open(app);
+}
+
+void Workstation::LeaveEditor()
+{
+    const QString appId = editorPage->GetApp().id;
+    if (editorPage->Leave()) {
+        window->ShowPage(listPage);
+        desk->RefreshAndSelect(appId);
+    }
+}

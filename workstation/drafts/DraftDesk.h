@@ -1,0 +1,62 @@
+#pragma once
+
+#include "AppRecord.h"
+#include "DateLanguage.h"
+#include "DraftPlan.h"
+
+#include <RpaAppData/RpaDraftJournal.h>
+
+#include <QObject>
+
+#include <memory>
+
+class SaveLedger;
+class VersionServiceClient;
+class QWidget;
+
+// Keeps the unsaved work of the app that is open, and offers what a crash left when the app is opened again.
+class DraftDesk : public QObject
+{
+    Q_OBJECT
+
+public:
+    // window: dialogs are centred over it.
+    DraftDesk(SaveLedger* ledger, QWidget* window);
+    ~DraftDesk() override;
+
+    // Takes the folder of drafts over. A folder that cannot be used costs a notice, nothing else.
+    void Start(const QString& folder);
+
+    void SetDateLanguage(DateLanguage language) { dateLanguage = language; }
+
+    // Asks the author about drafts of the app, if there are any; SigReady follows, at once without drafts.
+    // Nothing happens while another app is being asked about.
+    void Offer(const AppRecord& app);
+
+    // Around the life of an editor.
+    void Open(const AppRecord& app);
+    void Close();
+
+    // The author answered that the changes in the editor are not to be saved.
+    void GiveUp() { journal.GiveUp(); }
+
+    // Whether an editor, when it finds no version to open, starts with restored work.
+    static bool RestoresStart();
+
+signals:
+    // The app may be opened; work to be restored is on its way into the editor.
+    void SigReady(const AppRecord& app);
+
+private:
+    void Ask(const AppRecord& app, const QVector<RpaDraft>& drafts,
+             const QVector<VersionServiceVersion>& versions);
+    bool CanOpen(const RpaDraft& draft);
+    static void Restore(const RpaDraft& draft, const DraftPlan& plan);
+    void Ready(const AppRecord& app);
+
+    RpaDraftJournal journal;
+    const std::unique_ptr<VersionServiceClient> client;
+    QWidget* const window;
+    DateLanguage dateLanguage = DateLanguage::System;
+    bool isBusy = false;
+};
