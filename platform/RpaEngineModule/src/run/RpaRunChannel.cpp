@@ -12,6 +12,9 @@ namespace
 constexpr int HeaderBytes = 4;
 // Longer than this at a time, and the user would feel a run that floods the log.
 constexpr qint64 SliceMs = 4;
+// Between two such times: on Windows a timer comes only when nothing else is waiting, and the one that ends a
+// stopped run must come.
+constexpr int PauseMs = 1;
 // What the system may hold for us while we are busy; the child then waits in its write.
 constexpr qint64 SocketBufferBytes = 1024 * 1024;
 
@@ -20,6 +23,7 @@ constexpr qint64 SocketBufferBytes = 1024 * 1024;
 RpaRunChannel::RpaRunChannel(QObject* parent) : QObject(parent)
 {
     more.setSingleShot(true);
+    more.setInterval(PauseMs);
     connect(&door, &RpaRunDoor::SigAdmitted, this, &RpaRunChannel::Take);
     connect(&more, &QTimer::timeout, this, &RpaRunChannel::ReadSome);
 }
@@ -41,7 +45,10 @@ void RpaRunChannel::Take(RpaRunSocket* admitted)
     socket->setParent(this);
     socket->setReadBufferSize(SocketBufferBytes);
     RpaRunSockets::Prepare(*socket);
-    connect(admitted, &RpaRunSocket::readyRead, this, &RpaRunChannel::ReadSome);
+    connect(admitted, &RpaRunSocket::readyRead, this, [this] {
+        if (!more.isActive())
+            ReadSome();
+    });
     connect(admitted, &RpaRunSocket::disconnected, this, [this] {
         ReadSome();
         if (!more.isActive())
