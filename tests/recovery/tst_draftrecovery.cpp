@@ -18,7 +18,7 @@ class DraftRecoveryTest : public QObject
 
 private slots:
     void init();
-    void bringsBackWhatWasTypedASecondBeforeACrash();
+    void bringsBackWhatWasTypedBeforeACrash();
     void asksAgainWhenTheAuthorDecidesLater();
     void forgetsADraftThatIsDiscarded();
     void keepsADraftAsideWhileNewWorkBegins();
@@ -60,11 +60,11 @@ void DraftRecoveryTest::TypeAndCrash(const QString& text) const
     author.Do(QStringLiteral("open 库存预警示例"));
     Enter(author);
     author.Do(QStringLiteral("type ") + text);
-    QTRY_COMPARE_WITH_TIMEOUT(Drafts().size(), 1, 1000);
+    UntilDrafts(1);
     author.Kill();
 }
 
-void DraftRecoveryTest::bringsBackWhatWasTypedASecondBeforeACrash()
+void DraftRecoveryTest::bringsBackWhatWasTypedBeforeACrash()
 {
     // given
     TypeAndCrash(typed);
@@ -201,6 +201,7 @@ void DraftRecoveryTest::neverSavesOverANewerVersion()
     author.Do(QStringLiteral("open 库存预警示例"));
     author.Do(QStringLiteral("click buttonRestore"));
     Enter(author);
+    QVERIFY(author.Do(QStringLiteral("instructions")).contains(typed));
     author.Do(QStringLiteral("click pushButtonSaveAs"));
     author.Do(QStringLiteral("fill comboBoxName rescued"));
     author.Do(QStringLiteral("click pushButtonOK"));

@@ -18,6 +18,7 @@ private slots:
 
     void writesDatesInTheChosenLanguage_data();
     void writesDatesInTheChosenLanguage();
+    void writesDatesAsTheTextsWhereTheSystemNamesNoLanguage();
     void writesNothingForAnInvalidTime();
     void keepsEveryDateLanguageByItsKey();
 
@@ -147,6 +148,15 @@ void tst_Settings::writesDatesInTheChosenLanguage()
     QFETCH(QString, text);
 
     QCOMPARE(DateText(QDateTime(QDate(2026, 3, 5), QTime(14, 7)), DateLanguageFromKey(key)), text);
+}
+
+void tst_Settings::writesDatesAsTheTextsWhereTheSystemNamesNoLanguage()
+{
+    const QDateTime time(QDate(2026, 3, 5), QTime(14, 7));
+    const QLocale german(QLocale::German);
+
+    QCOMPARE(DateText(time, DateLanguage::System, QLocale::c()), QStringLiteral("2026年3月5日 14:07"));
+    QCOMPARE(DateText(time, DateLanguage::System, german), german.toString(time, QLocale::ShortFormat));
 }
 
 void tst_Settings::writesNothingForAnInvalidTime()

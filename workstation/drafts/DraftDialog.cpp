@@ -84,7 +84,7 @@ DraftDialog::DraftDialog(const QString& appName, const RpaDraft& draft, const Dr
     later->setProperty("hint", true);
 
     auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(32, 24, 32, 24);
+    layout->setContentsMargins(24, 20, 24, 24);
     layout->setSpacing(12);
     layout->addWidget(caption);
     layout->addWidget(CreateFacts(draft, plan, language));

@@ -1,7 +1,5 @@
 #include "DateLanguage.h"
 
-#include <QLocale>
-
 #include <array>
 
 namespace
@@ -64,15 +62,17 @@ DateLanguage DateLanguageFromKey(const QString& key)
     return DateLanguage::System;
 }
 
-QString DateText(const QDateTime& time, DateLanguage language)
+QString DateText(const QDateTime& time, DateLanguage language, const QLocale& system)
 {
     if (!time.isValid()) {
         return {};
     }
-    const Entry& entry = EntryOf(language);
+    // A system that names no language says nothing about its user's; then the dates speak as the texts do.
+    const bool isSilent = language == DateLanguage::System && system.language() == QLocale::C;
+    const Entry& entry = EntryOf(isSilent ? DateLanguage::Chinese : language);
     const QDateTime local = time.toLocalTime();
     if (!entry.format) {
-        return QLocale::system().toString(local, QLocale::ShortFormat);
+        return system.toString(local, QLocale::ShortFormat);
     }
     return QLocale(entry.locale).toString(local, QString::fromUtf8(entry.format));
 }

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QList>
+#include <QLocale>
 #include <QString>
 
 // Language in which dates are written, independent of the language of the texts around them.
@@ -23,4 +24,4 @@ QString DateLanguageKey(DateLanguage language);
 DateLanguage DateLanguageFromKey(const QString& key);
 
 // Date and time of day in local time; empty for an invalid time.
-QString DateText(const QDateTime& time, DateLanguage language);
+QString DateText(const QDateTime& time, DateLanguage language, const QLocale& system = QLocale::system());
