@@ -44,5 +44,5 @@ class SampleOpenerPlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "sampleopener.json")
 
 public:
-    QObject* create(const QString& name, const QString& specification) override;
+    QObject* create(const QString& name, const QString& arguments) override;
 };
