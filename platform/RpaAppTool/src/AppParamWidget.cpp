@@ -102,6 +102,17 @@ QStringList AppParamWidget::GetParamNames() const
     return paramData ? paramData->GetNames() : QStringList();
 }
 
+QStringList AppParamWidget::GetSecretParamNames() const
+{
+    QStringList names;
+    const QVector<RpaParamItem> items = paramData ? paramData->GetItems() : QVector<RpaParamItem>();
+    for (const RpaParamItem& item : items) {
+        if (item.type == RpaParamType::Password)
+            names << item.name;
+    }
+    return names;
+}
+
 QVariant AppParamWidget::GetParam(const QString& name) const
 {
     const int index = paramData ? paramData->IndexOf(name) : -1;

@@ -21,6 +21,7 @@ public:
     void SetParamData(RpaParamData* data) override;
 
     QStringList GetParamNames() const override;
+    QStringList GetSecretParamNames() const override;
     QVariant GetParam(const QString& name) const override;
     bool SetParam(const QString& name, const QVariant& value) override;
 

@@ -7,6 +7,11 @@
 
 IAppParamEngine::~IAppParamEngine() = default;
 
+QStringList IAppParamEngine::GetSecretParamNames() const
+{
+    return QStringList();
+}
+
 IAppTableEngine::~IAppTableEngine() = default;
 
 IRpaDebugger::IRpaDebugger(QObject* parent) : QObject(parent)

@@ -1,12 +1,15 @@
 """What a process can ask of the editor and its page: parameters, table, dialogs, browser, captured elements, log."""
 
 import datetime
+import functools
 import json
+import os
 import time
 
 _call = None
 _log = None
 _processes = {}
+_secret_params = None
 
 
 def connect(call, log):
@@ -40,8 +43,16 @@ def log(text, level="info"):
 
 # Parameters of the page
 
+class _Secret(str):
+    """The value of a password parameter; it is typed into password fields only."""
+
+
 def get_param(name):
-    return _call("param.get", name)
+    global _secret_params
+    value = _call("param.get", name)
+    if _secret_params is None:
+        _secret_params = frozenset(_call("param.secrets"))
+    return _Secret(value) if name in _secret_params and isinstance(value, str) else value
 
 
 def set_param(name, value):
@@ -130,15 +141,12 @@ def browser_script(script):
     return _call("browser.script", script)
 
 
-_FIND = """(function () {
-  const byCss = css => { try { return css ? document.querySelector(css) : null; } catch (e) { return null; } };
-  const byXpath = path => { try { return path ? document.evaluate(path, document, null,
-      XPathResult.FIRST_ORDERED_NODE_TYPE, null).singleNodeValue : null; } catch (e) { return null; } };
-  const element = byCss(%s) || byXpath(%s);
-  if (!element) return {found: false};
-  const act = %s;
-  return {found: true, value: act(element)};
-})()"""
+_REASONS = {
+    "missing": "网页上找不到元素“{}”",
+    "several": "网页上有多个元素与“{}”相符，无法确定是哪一个，请重新捕获",
+    "changed": "网页已改变：元素“{}”的位置上是别的元素，没有对它操作，请重新捕获",
+    "secret": "密码只能填写到密码框中，“{}”不是密码框",
+}
 
 _ACTIONS = {
     "exists": "element => true",
@@ -150,23 +158,33 @@ _ACTIONS = {
 }
 
 
+@functools.lru_cache(maxsize=None)
+def _find_element():
+    path = os.path.join(os.path.dirname(os.path.abspath(__file__)), "find_element.js")
+    with open(path, encoding="utf-8") as file:
+        return file.read().strip()
+
+
 def _input_action(text):
     return """element => { element.focus(); element.value = %s;
         element.dispatchEvent(new Event('input', {bubbles: true}));
         element.dispatchEvent(new Event('change', {bubbles: true})); return true; }""" % json.dumps(str(text))
 
 
-def _on_element(element, action, timeout):
-    """Does the action on the element as soon as it is there."""
+def _on_element(element, action, timeout, reads=False, secret=False):
+    """Does the action on the element as soon as it is there and is believed to be the captured one."""
     node = _call("element", element)
-    script = _FIND % (json.dumps(node["css"]), json.dumps(node["xpath"]), action)
+    script = "%s(%s, %s, %s, %s)" % (_find_element(), json.dumps(node), action, json.dumps(reads), json.dumps(secret))
     give_up = time.monotonic() + float(timeout)
     while True:
         result = browser_script(script)
-        if isinstance(result, dict) and result.get("found"):
+        if not isinstance(result, dict):
+            result = {}
+        if result.get("found"):
             return result.get("value")
-        if time.monotonic() >= give_up:
-            raise LookupError(f"网页上找不到元素“{node['name']}”")
+        reason = _REASONS.get(result.get("reason"), _REASONS["missing"])
+        if result.get("reason") == "secret" or time.monotonic() >= give_up:
+            raise LookupError(reason.format(node["name"]))
         time.sleep(0.1)
 
 
@@ -175,17 +193,17 @@ def browser_click(element, timeout=10):
 
 
 def browser_input(element, text, timeout=10):
-    _on_element(element, _input_action(text), timeout)
+    _on_element(element, _input_action(text), timeout, secret=isinstance(text, _Secret))
 
 
 def browser_read(element, timeout=10):
-    return _on_element(element, _ACTIONS["text"], timeout)
+    return _on_element(element, _ACTIONS["text"], timeout, reads=True)
 
 
 def browser_wait(element, timeout=10):
-    _on_element(element, _ACTIONS["exists"], timeout)
+    _on_element(element, _ACTIONS["exists"], timeout, reads=True)
 
 
 def browser_table(element, timeout=10):
     """The rows of a table as lists of cell texts."""
-    return _on_element(element, _ACTIONS["table"], timeout)
+    return _on_element(element, _ACTIONS["table"], timeout, reads=True)

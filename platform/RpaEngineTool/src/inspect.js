@@ -147,6 +147,12 @@
             if (value)
                 kept[name] = value.slice(0, 1000);
         }
+        // The value of a choice or a button is its author's; that of any other field is its user's.
+        const isChoice = element.tagName === "INPUT" && /^(radio|checkbox|submit|button|reset)$/.test(element.type);
+        if (isChoice && element.getAttribute("value"))
+            kept.value = element.getAttribute("value").slice(0, 1000);
+        if (element.labels && element.labels.length)
+            kept.label = short(element.labels[0].innerText, 200);
         if (!/^(INPUT|TEXTAREA|SELECT)$/.test(element.tagName))
             kept.text = short(element.innerText, 200);
         return kept;

@@ -112,6 +112,7 @@ void ParamWidget::anEmptyRequiredFieldIsMarked()
 void ParamWidget::passwordsAreHidden()
 {
     QCOMPARE(static_cast<QLineEdit*>(Field(6))->echoMode(), QLineEdit::Password);
+    QCOMPARE(widget->GetSecretParamNames(), QStringList{QStringLiteral("password")});
 }
 
 void ParamWidget::theCalendarShowsWholeWeeksInChinese()

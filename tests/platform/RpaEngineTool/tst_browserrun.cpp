@@ -1,13 +1,5 @@
-#include "CaptureFixture.h"
+#include "BrowserProcess.h"
 #include "TestApp.h"
-
-#include <RpaEngineCore/IProcessLifeCycle.h>
-#include <RpaEngineCore/IRpaLogManager.h>
-#include <RpaEngineCore/IRpaTranslator.h>
-#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
-#include <RpaEngineModule/RpaEngineModule.h>
-#include <RpaProcessData/ProcessDataManager.h>
-#include <RpaProcessData/RpaProcess.h>
 
 namespace
 {
@@ -16,59 +8,6 @@ constexpr auto Page = R"html(<html><body>
 <table id="t"><tr><th>名</th><th>数</th></tr><tr><td>甲</td><td>1</td></tr></table>
 <script>function greet() { setTimeout(() => out.innerText = "你好，" + who.value, 300); }</script>
 </body></html>)html";
-
-const QString MainName = QStringLiteral("主流程");
-
-// A process that runs text against the author's browser; tells what it logged.
-class BrowserProcess : public IProcessLifeCycle
-{
-public:
-    explicit BrowserProcess(CaptureFixture& author)
-    {
-        RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
-        processes.AddProcess(MainName);
-        Engine()->SetProcessDataManager(&processes);
-        Engine()->SetHtmlNodeManager(&author.nodes);
-        Engine()->SetBrowserEngine(author.browser->GetBrowserEngine());
-        Engine()->GetLogManager()->GetLogDataSource()->Initialize();
-    }
-    ~BrowserProcess() override
-    {
-        Engine()->Terminate(MainName);
-        Engine()->SetProcessDataManager(nullptr);
-        Engine()->SetHtmlNodeManager(nullptr);
-        Engine()->SetBrowserEngine(nullptr);
-        RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
-    }
-
-    QStringList RunText(const QString& program)
-    {
-        processes.FindProcess(MainName)->SetProgramText(program);
-        Engine()->GetTranslator()->SetTranslateStatements(false);
-        over = false;
-        if (!Engine()->Execute(MainName) || !QTest::qWaitFor([this] { return over; }, 30000))
-            return {QStringLiteral("did not run to its end")};
-        QStringList texts;
-        const QVector<RpaLogLine> lines = Engine()->GetLogManager()->GetLogDataSource()->GetLines();
-        for (const RpaLogLine& line : lines)
-            texts << line.text;
-        return texts;
-    }
-
-    void EngineReady() override {}
-    void EngineRelease() override { over = true; }
-    void AppLoaded(const QString&) override {}
-    void ProcessStart(const QString&) override {}
-    void ProcessFinish(const QString&) override {}
-    void ProcessTerminate(const QString&) override {}
-    void ApiExecute(const QString&) override {}
-
-private:
-    static RpaEngineModule* Engine() { return RpaEngineModule::Instance(); }
-
-    ProcessDataManager processes;
-    bool over = false;
-};
 } // namespace
 
 class BrowserRunTest : public QObject

@@ -14,6 +14,10 @@ public:
 
     virtual QStringList GetParamNames() const = 0;
 
+    // Those whose values are passwords; a run types these into password fields only. None where it is not
+    // overridden.
+    virtual QStringList GetSecretParamNames() const;
+
     // Invalid when there is no such parameter.
     virtual QVariant GetParam(const QString& name) const = 0;
 

@@ -8,6 +8,14 @@ namespace
 // A page of rows small enough not to hold up the user.
 constexpr int RowsPerCall = 1000;
 
+QVariantMap ToVariant(const QMap<QString, QString>& texts)
+{
+    QVariantMap map;
+    for (auto it = texts.begin(); it != texts.end(); ++it)
+        map.insert(it.key(), it.value());
+    return map;
+}
+
 } // namespace
 
 RpaRunCalls::RpaRunCalls(RpaRun& owner, const RpaRunParts& given, QObject* parent)
@@ -49,6 +57,9 @@ void RpaRunCalls::AddParamCalls()
     const QString none = QStringLiteral("当前界面没有参数");
     calls.insert(QStringLiteral("param.names"), [this](const QVariantList&) -> Result {
         return {parts.params.Get() ? parts.params.Get()->GetParamNames() : QStringList(), {}};
+    });
+    calls.insert(QStringLiteral("param.secrets"), [this](const QVariantList&) -> Result {
+        return {parts.params.Get() ? parts.params.Get()->GetSecretParamNames() : QStringList(), {}};
     });
     calls.insert(QStringLiteral("param.get"), [this, missing, none](const QVariantList& arguments) -> Result {
         if (missing())
@@ -123,7 +134,8 @@ void RpaRunCalls::AddElementCalls()
             return Refused(QStringLiteral("找不到已捕获的元素，请重新捕获"));
         return {QVariantMap{{QStringLiteral("name"), node.name},
                             {QStringLiteral("css"), node.css},
-                            {QStringLiteral("xpath"), node.xpath}},
+                            {QStringLiteral("xpath"), node.xpath},
+                            {QStringLiteral("attributes"), ToVariant(node.attributes)}},
                 {}};
     });
     calls.insert(QStringLiteral("app.id"), [this](const QVariantList&) -> Result {

@@ -23,8 +23,8 @@ struct RPAPROCESSDATA_EXPORT RpaNode
     QString window;
     QString path; // roles and names from the window down, separated by '/'
 
-    QMap<QString, QString>
-        attributes;     // as captured, for the author and as second choice when the selectors fail
+    // As captured: what the selectors find is believed only when it agrees with them.
+    QMap<QString, QString> attributes;
     QByteArray unknown; // members written by a newer client, kept as they came
 
     bool operator==(const RpaNode& other) const;
