@@ -120,7 +120,7 @@ FaultServer::Reply VersionServiceFixture::AnswerRightly(const FaultServer::Reque
         return VersionReplies::Deleted();
     }
     if (request.path.endsWith("/data")) {
-        return FaultServer::Data(QByteArrayLiteral("{}"), 1);
+        return FaultServer::Data(VersionReplies::App(), 1);
     }
     QVector<VersionReplies::Version> versions;
     for (const RpaAppSnapshotPtr& snapshot : ListedVersions()) {

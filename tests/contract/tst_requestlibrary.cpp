@@ -1,5 +1,6 @@
 #include "ServerProcess.h"
 #include "TestApp.h"
+#include "VersionReplies.h"
 
 #include <OxHttp/HttpNotifyManager.h>
 #include <OxHttp/HttpObserverBase.h>
@@ -44,7 +45,7 @@ public:
 
 QString Content(int number)
 {
-    return QStringLiteral("{\"应用\":%1}").arg(number);
+    return QString::fromUtf8(VersionReplies::App("\"应用\":" + QByteArray::number(number)));
 }
 } // namespace
 
@@ -261,7 +262,8 @@ void RequestLibraryTest::refusesANameThatIsTaken()
 
 void RequestLibraryTest::keepsALargeAppByteForByte()
 {
-    QString content = QStringLiteral("{\"texts\":[\"\"");
+    QString content =
+        QString::fromUtf8(VersionReplies::App()).chopped(1) + QStringLiteral(",\"texts\":[\"\"");
     const QString line(1000, QChar(0x7248));
     for (int i = 0; i < 5000; ++i)
         content += QStringLiteral(",\"") + line + QLatin1Char('"');

@@ -67,7 +67,7 @@ private slots:
         server.SetScript([version](const FaultServer::Request& request) {
             if (request.path.endsWith("/versions"))
                 return VersionReplies::List({version});
-            FaultServer::Reply late = FaultServer::Data("{}", 1);
+            FaultServer::Reply late = FaultServer::Data(VersionReplies::App(), 1);
             late.delay = std::chrono::milliseconds(50);
             return late;
         });

@@ -30,6 +30,12 @@ FaultServer::Reply JsonReply(int status, const QJsonObject& body)
 }
 } // namespace
 
+QByteArray VersionReplies::App(const QByteArray& members)
+{
+    return R"({"version":"1.0.0",)" + members + (members.isEmpty() ? "" : ",") +
+           R"("uiData":{"pages":[]},"processData":{"processes":[]}})";
+}
+
 FaultServer::Reply VersionReplies::List(const QVector<Version>& versions)
 {
     QJsonArray list;

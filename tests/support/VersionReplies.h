@@ -21,6 +21,8 @@ struct Version
     QByteArray content = QByteArrayLiteral("{}");
 };
 
+// The smallest content that is an app, of format version 1.0.0; members: further ones, without braces.
+QByteArray App(const QByteArray& members = {});
 // The versions of an app, in this order.
 FaultServer::Reply List(const QVector<Version>& versions);
 // A confirmed save: 201 for a new version, 200 for an overwrite.

@@ -18,10 +18,15 @@ void RestoredWork::Forget()
     strangers.clear();
 }
 
+bool RestoredWork::IsWaitingFor(const QString& versionId) const
+{
+    return waiting && waiting->versionId == versionId;
+}
+
 std::optional<RestoredContent> RestoredWork::Take(const QString& versionId)
 {
     strangers.remove(versionId);
-    if (!waiting || waiting->versionId != versionId)
+    if (!IsWaitingFor(versionId))
         return std::nullopt;
     if (waiting->baseRevision == 0)
         strangers.insert(versionId);

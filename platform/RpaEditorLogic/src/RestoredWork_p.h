@@ -23,6 +23,7 @@ public:
     template <typename Record>
     void PutFirst(QVector<Record>* records) const;
 
+    bool IsWaitingFor(const QString& versionId) const;
     // For the version that was just loaded, once.
     std::optional<RestoredContent> Take(const QString& versionId);
 

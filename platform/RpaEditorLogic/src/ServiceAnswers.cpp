@@ -171,6 +171,11 @@ QString ServiceAnswers::FailureText(const WbHttpAnswer& answer)
     return QStringLiteral("服务器拒绝了请求（%1）").arg(answer.status);
 }
 
+QString ServiceAnswers::TooOldText()
+{
+    return QStringLiteral("当前版本过低，请更新为最新版本");
+}
+
 QString ServiceAnswers::UnusableText()
 {
     return QStringLiteral("服务器返回的数据不完整，请稍后重试");

@@ -46,6 +46,8 @@ QString FailureText(const WbHttpAnswer& answer);
 
 // For an answer that came through but cannot be used.
 QString UnusableText();
+// For content of a newer client; the words by which editors refuse it.
+QString TooOldText();
 
 QJsonObject ObjectOf(const QByteArray& body);
 } // namespace ServiceAnswers

@@ -107,6 +107,7 @@ WbHttpRequest ServiceRoutes::VersionData(const QString& versionId)
 {
     auto request = Route("GET", "/versions/" + Escaped(versionId) + "/data");
     request.expectation.contentDigest = true;
+    request.expectation.outline = true;
     return request;
 }
 

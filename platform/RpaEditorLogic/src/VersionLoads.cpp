@@ -1,7 +1,9 @@
 #include "ServiceRoutes_p.h"
 #include "VersionLoads_p.h"
 
+#include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
+#include <WbFoundation/Utils.h>
 
 using namespace ServiceAnswers;
 
@@ -101,12 +103,31 @@ void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request
     });
 }
 
+// Why the content must not be opened; empty when it may. An editor shows a new app in the place of content
+// that it cannot read, and its next save would put that over the content.
+QString VersionLoads::ContentFailure(const QString& id, const AppOutline& outline) const
+{
+    const QString ownApi = RpaGlobalDataManager::Instance()->GetApiVersion();
+    const auto isNewer = [&ownApi](const QString& api) { return Utils::CompareVersion(ownApi, api) < 0; };
+    // Content of another shape may tell its version elsewhere; then the list knows who wrote it.
+    const auto listed = context->manager.GetConfirmed(id);
+    if (isNewer(outline.version) || (!outline.IsApp() && listed && isNewer(listed->GetApiVersion())))
+        return TooOldText();
+    if (!outline.IsApp())
+        return QStringLiteral("该版本的内容无法识别，没有打开，服务器上的内容保持不变（%1）")
+            .arg(outline.problem);
+    return {};
+}
+
 void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request,
                           const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
     const int revision = RevisionOf(answer);
-    const QString failure = ReasonOf(answer, revision > 0);
+    QString failure = ReasonOf(answer, revision > 0);
+    // Restored work is the author's own and was tried before it was offered.
+    if (failure.isEmpty() && !context->restored.IsWaitingFor(id))
+        failure = ContentFailure(id, answer.outline);
     auto response = QSharedPointer<GetDevSnapshotDataResponse>::create();
     std::optional<RestoredContent> restored;
     if (failure.isEmpty()) {

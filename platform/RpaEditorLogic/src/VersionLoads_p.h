@@ -21,6 +21,7 @@ private:
     void NotifyOvertaken();
     QString ListFailure(const GetSnapshotListRequest& request, quint64 serial, quint64 ticket,
                         const WbHttpAnswer& answer);
+    QString ContentFailure(const QString& id, const AppOutline& outline) const;
     void OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request, const WbHttpAnswer& answer);
 
     VersionContext* const context;

@@ -81,7 +81,7 @@ QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
     const QString ownApi = RpaGlobalDataManager::Instance()->GetApiVersion();
     // Content of a newer client was refused by the editor; what it holds is older and must not replace it.
     if (confirmed && Utils::CompareVersion(ownApi, confirmed->GetApiVersion()) < 0)
-        return QStringLiteral("当前版本过低，请更新为最新版本");
+        return TooOldText();
     return context->restored.Refusal(order.versionId);
 }
 

@@ -16,12 +16,9 @@ struct Member
 };
 
 constexpr Member members[] = {
-    {"uiData", Type::Object, "pages", true},
-    {"processData", Type::Object, "processes", true},
-    {"version", Type::String, nullptr, false},
-    {"extendInfo", Type::Object, nullptr, false},
-    {"packageInfo", Type::Object, "packages", false},
-    {"htmlNodes", Type::Object, "nodes", false},
+    {"uiData", Type::Object, "pages", true},          {"processData", Type::Object, "processes", true},
+    {"version", Type::String, nullptr, false},        {"extendInfo", Type::Object, nullptr, false},
+    {"packageInfo", Type::Object, "packages", false}, {"htmlNodes", Type::Object, "nodes", false},
     {"uiaNodes", Type::Object, "nodes", false},
 };
 

@@ -49,6 +49,12 @@ void VerifyAnswer(const WbHttpExpectation& expectation, WbHttpAnswer* answer)
             return Reject(answer, WbHttpError::DigestMismatch);
         answer->bodyDigest = digest;
     }
+    if (isSuccess && expectation.outline) {
+        answer->outline = AppOutline::Read(answer->body);
+        if (answer->outline.kind == AppOutline::Kind::NotJson)
+            Reject(answer, WbHttpError::BadJson);
+        return;
+    }
     if (!expectation.json || JsonGuard::Check(answer->body))
         return;
     if (isSuccess)

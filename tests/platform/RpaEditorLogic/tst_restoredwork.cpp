@@ -10,7 +10,7 @@ namespace
 {
 const QString v1 = QStringLiteral("v1");
 const QString v2 = QStringLiteral("v2");
-const QByteArray loaded = "{\"version\":\"1.0.0\"}";
+const QByteArray loaded = VersionReplies::App();
 const QByteArray restored = "{\"version\":\"0.9.0\"}";
 
 RestoredContent Work(const QString& versionId, int baseRevision)

@@ -145,7 +145,7 @@ void RpaEditorLogicTest::deletesAVersion()
 void RpaEditorLogicTest::loadsTheDataOfAVersion()
 {
     EditorLogicFixture fixture;
-    fixture.server.Enqueue(FaultServer::Data("{\"c\":3}", 9));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App("\"c\":3"), 9));
 
     fixture.Load(v1);
 
@@ -154,7 +154,7 @@ void RpaEditorLogicTest::loadsTheDataOfAVersion()
     QCOMPARE(fixture.answers.Last().notifyId, 10023);
     const auto response = fixture.answers.Last().response.dynamicCast<GetDevSnapshotDataResponse>();
     QVERIFY(response);
-    QCOMPARE(response->GetAppData(), QByteArray("{\"c\":3}"));
+    QCOMPARE(response->GetAppData(), VersionReplies::App("\"c\":3"));
     QCOMPARE(fixture.server.GetRequests().last().path, QByteArray("/api/v1/versions/v1/data"));
     QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetBaseRevision(v1), 9);
 }

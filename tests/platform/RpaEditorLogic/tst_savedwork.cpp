@@ -36,7 +36,7 @@ void SavedWorkTest::basesASaveOnTheLoadedRevisionThoughTheListMovedOn()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 3)});
-    fixture.server.Enqueue(FaultServer::Data("{}", 3));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 3));
     fixture.Load(v1);
     QVERIFY(fixture.answers.WaitFor(2));
     fixture.GivenVersions({fixture.Version(v1, 4)});
@@ -86,7 +86,7 @@ void SavedWorkTest::loadsAVersionOnlyAfterItsSave()
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 1)});
     fixture.server.Enqueue(Late(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8()))));
-    fixture.server.Enqueue(FaultServer::Data(text1.toUtf8(), 2));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 2));
 
     fixture.Update(fixture.Record(v1, text1));
     fixture.Load(v1);
@@ -130,7 +130,7 @@ void SavedWorkTest::keepsWhatWasGivenThoughTheRecordChanges()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(Late(FaultServer::Data("{}", 1)));
+    fixture.server.Enqueue(Late(FaultServer::Data(VersionReplies::App(), 1)));
     fixture.server.Enqueue(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8())));
     const auto record = fixture.Record(v1, text1);
 

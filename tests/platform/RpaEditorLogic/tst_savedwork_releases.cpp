@@ -63,7 +63,7 @@ void SavedWorkReleasesTest::allowsAReleaseAfterTheVersionWasLoadedAnew()
     fixture.server.Enqueue(FaultServer::Refusal(500, "x", QStringLiteral("x")));
     fixture.Update(fixture.Record(v1, text1));
     QVERIFY(fixture.answers.WaitFor(2));
-    fixture.server.Enqueue(FaultServer::Data("{}", 1));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     fixture.Load(v1);
     QVERIFY(fixture.answers.WaitFor(3));
     fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), fixture.Version(v1, 2)));
@@ -78,7 +78,7 @@ void SavedWorkReleasesTest::keepsItsBaseWhenAReleaseDidNotTakeEffect()
 {
     // Given: content of revision 1, while somebody else released revision 4
     EditorLogicFixture fixture;
-    fixture.server.Enqueue(FaultServer::Data("{}", 1));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     fixture.Load(v1);
     QVERIFY(fixture.answers.WaitFor(1));
     auto online = fixture.Version(v1, 4);

@@ -59,7 +59,7 @@ void SavedWorkWaitingTest::spacesALoadThatIsRepeatedThoughItSucceeds()
 {
     EditorLogicFixture fixture;
     VersionServiceSettings::Instance()->SetRepeatSpacing({40ms, 100ms});
-    fixture.server.SetScript([](const auto&) { return FaultServer::Data("{}", 1); });
+    fixture.server.SetScript([](const auto&) { return FaultServer::Data(VersionReplies::App(), 1); });
     fixture.answers.reaction = [&](const auto&) {
         if (fixture.answers.Count() < 8)
             fixture.Load(v1);

@@ -86,13 +86,13 @@ void AppOutlineTest::refusesWhatIsNoApp_data()
     QTest::newRow("a version only") << QByteArray(R"({"version":"1.0.0"})") << Kind::Foreign;
     QTest::newRow("no pages at all") << '{' + process + '}' << Kind::Foreign;
     QTest::newRow("no processes at all") << '{' + ui + '}' << Kind::Foreign;
-    QTest::newRow("names in other letters")
-        << AppWith("").replace("uiData", "UiData") << Kind::Foreign;
+    QTest::newRow("names in other letters") << AppWith("").replace("uiData", "UiData") << Kind::Foreign;
     QTest::newRow("pages without their part") << AppWith("").replace(ui, R"("uiData":[])") << Kind::Broken;
     QTest::newRow("a part that is null") << AppWith("").replace(ui, R"("uiData":null)") << Kind::Broken;
     QTest::newRow("a part of other members")
         << AppWith("").replace(ui, R"("uiData":{"screens":[{}]})") << Kind::Broken;
-    QTest::newRow("pages by name") << AppWith("").replace(ui, R"("uiData":{"pages":{"a":{}}})") << Kind::Broken;
+    QTest::newRow("pages by name") << AppWith("").replace(ui, R"("uiData":{"pages":{"a":{}}})")
+                                   << Kind::Broken;
     QTest::newRow("a page that is a text")
         << AppWith("").replace(ui, R"("uiData":{"pages":[{},"a",{}]})") << Kind::Broken;
     QTest::newRow("processes as a text")

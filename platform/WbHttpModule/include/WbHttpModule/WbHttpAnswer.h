@@ -1,5 +1,6 @@
 #pragma once
 
+#include <WbFoundation/AppOutline.h>
 #include <WbHttpModule/WbHttpModuleExport.h>
 
 #include <QByteArray>
@@ -37,6 +38,8 @@ struct WBHTTPMODULE_EXPORT WbHttpAnswer
     QByteArray body;
     // SHA-256 (32 bytes) of body when it was checked against the answer's Content-Digest.
     QByteArray bodyDigest;
+    // Of the body, when the request expected one.
+    AppOutline outline;
     // SHA-256 (32 bytes) of the request's body when it was to be digested and the request got that far.
     QByteArray sentDigest;
 

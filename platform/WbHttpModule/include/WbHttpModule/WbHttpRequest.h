@@ -34,6 +34,8 @@ struct WBHTTPMODULE_EXPORT WbHttpExpectation
     bool contentDigest = false;
     // The body is JSON within the limits for foreign JSON (JsonGuard).
     bool json = false;
+    // JSON as above, and what it is as an app is told in the answer's outline. No app is no error here.
+    bool outline = false;
 };
 
 // One HTTP request as a plain value.
