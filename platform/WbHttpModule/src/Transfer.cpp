@@ -3,9 +3,35 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace
 {
+WbHttpError ErrorOfCode(CURLcode code)
+{
+    switch (code) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_CONNECT:
+    case CURLE_OPERATION_TIMEDOUT: // only the connect limit is curl's
+        return WbHttpError::CannotConnect;
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_CACERT_BADFILE:
+    case CURLE_SSL_CERTPROBLEM:
+    case CURLE_SSL_ISSUER_ERROR:
+    case CURLE_SSL_CIPHER:
+        return WbHttpError::TlsFailed;
+    case CURLE_URL_MALFORMAT:
+        return WbHttpError::BadRequest;
+    case CURLE_WEIRD_SERVER_REPLY:
+    case CURLE_UNSUPPORTED_PROTOCOL: // of the answer; that of the request was checked
+    case CURLE_BAD_CONTENT_ENCODING:
+        return WbHttpError::BadAnswer;
+    default:
+        return WbHttpError::ConnectionLost;
+    }
+}
+
 // A refusal's text is one short line; nothing larger is worth keeping.
 constexpr qint64 errorBodyBytes = 64 * 1024;
 constexpr long uploadChunkBytes = 512 * 1024;
@@ -96,6 +122,8 @@ void Transfer::SetTarget()
     Set(curl, CURLOPT_URL, request.url.toEncoded(QUrl::RemoveFragment).constData());
     // The address is used as it was built: no removal of dot segments that the server should see.
     Set(curl, CURLOPT_PATH_AS_IS, 1L);
+    Set(curl, CURLOPT_PREREQFUNCTION, &Transfer::OnSend);
+    Set(curl, CURLOPT_PREREQDATA, this);
     Set(curl, CURLOPT_HEADERFUNCTION, &Transfer::OnHeader);
     Set(curl, CURLOPT_HEADERDATA, this);
     Set(curl, CURLOPT_WRITEFUNCTION, &Transfer::OnBody);
@@ -112,9 +140,6 @@ void Transfer::SetBodyOptions()
         Set(curl, CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(prepared.bytes.size()));
         Set(curl, CURLOPT_READFUNCTION, &Transfer::OnUpload);
         Set(curl, CURLOPT_READDATA, this);
-        // A connection that the server closed while it was idle is replaced, and the body sent anew.
-        Set(curl, CURLOPT_SEEKFUNCTION, &Transfer::OnRewind);
-        Set(curl, CURLOPT_SEEKDATA, this);
         Set(curl, CURLOPT_UPLOAD_BUFFERSIZE, uploadChunkBytes);
     }
     Set(curl, CURLOPT_CUSTOMREQUEST, request.method.constData());
@@ -182,13 +207,16 @@ size_t Transfer::OnUpload(char* data, size_t size, size_t count, void* self)
     return size_t(bytes);
 }
 
-int Transfer::OnRewind(void* self, curl_off_t offset, int origin)
+// When a connection that was used before breaks off without an answer, curl sends the request once more by
+// itself. The server may have done it already, and another may listen there by now: whoever sent it decides.
+int Transfer::OnSend(void* self, char* remoteAddress, char* ownAddress, int remotePort, int ownPort)
 {
+    Q_UNUSED(remoteAddress)
+    Q_UNUSED(ownAddress)
+    Q_UNUSED(remotePort)
+    Q_UNUSED(ownPort)
     auto* transfer = static_cast<Transfer*>(self);
-    if (origin != SEEK_SET || offset < 0 || offset > transfer->prepared.bytes.size())
-        return CURL_SEEKFUNC_FAIL;
-    transfer->uploaded = offset;
-    return CURL_SEEKFUNC_OK;
+    return std::exchange(transfer->hasLeft, true) ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
 }
 
 bool Transfer::TakeHeaderLine(const QByteArray& line)
@@ -282,25 +310,7 @@ WbHttpError Transfer::ErrorOf(CURLcode code) const
 {
     if (refusal != WbHttpError::None)
         return refusal;
-    switch (code) {
-    case CURLE_COULDNT_RESOLVE_HOST:
-    case CURLE_COULDNT_CONNECT:
-    case CURLE_OPERATION_TIMEDOUT: // only the connect limit is curl's
-        return WbHttpError::CannotConnect;
-    case CURLE_SSL_CONNECT_ERROR:
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_CACERT_BADFILE:
-    case CURLE_SSL_CERTPROBLEM:
-    case CURLE_SSL_ISSUER_ERROR:
-    case CURLE_SSL_CIPHER:
-        return WbHttpError::TlsFailed;
-    case CURLE_URL_MALFORMAT:
-        return WbHttpError::BadRequest;
-    case CURLE_WEIRD_SERVER_REPLY:
-    case CURLE_UNSUPPORTED_PROTOCOL: // of the answer; that of the request was checked
-    case CURLE_BAD_CONTENT_ENCODING:
-        return WbHttpError::BadAnswer;
-    default:
-        return WbHttpError::ConnectionLost;
-    }
+    const WbHttpError error = ErrorOfCode(code);
+    const bool isUnsent = error == WbHttpError::CannotConnect || error == WbHttpError::TlsFailed;
+    return isUnsent && hasLeft ? WbHttpError::ConnectionLost : error;
 }

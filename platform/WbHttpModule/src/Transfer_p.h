@@ -65,7 +65,7 @@ private:
     static size_t OnHeader(char* data, size_t size, size_t count, void* self);
     static size_t OnBody(char* data, size_t size, size_t count, void* self);
     static size_t OnUpload(char* data, size_t size, size_t count, void* self);
-    static int OnRewind(void* self, curl_off_t offset, int origin);
+    static int OnSend(void* self, char* remoteAddress, char* ownAddress, int remotePort, int ownPort);
 
     void SetSafetyOptions();
     void SetTarget();
@@ -86,6 +86,7 @@ private:
     Clock::time_point lastActivity;
     Stage stage = Stage::Preparing;
     PreparedBody prepared;
+    bool hasLeft = false; // the request was handed to a connection
     qint64 uploaded = 0;
     qint64 announcedBytes = 0;
     qint64 headerBytes = 0;

@@ -23,7 +23,6 @@ private slots:
     void keepsTheTokenFromARedirectTarget();
     void asksForNoCompression();
     void usesTheConnectionAgain();
-    void sendsAnewOnAConnectionThatDiedWhileIdle();
     void countsAnAnswerWithoutBody();
     void givesARefusalWithItsBody();
     void refusesWhatMustNotBeSent_data();
@@ -179,29 +178,6 @@ void WbHttpClientTest::usesTheConnectionAgain()
 
     QCOMPARE(server.GetRequestCount(), 5);
     QCOMPARE(server.GetConnectionCount(), 1);
-}
-
-void WbHttpClientTest::sendsAnewOnAConnectionThatDiedWhileIdle()
-{
-    // Given: a server whose first answer is followed by the end of the connection
-    FaultServer server;
-    auto last = FaultServer::Json(200, "{}");
-    server.Enqueue(last);
-    server.Enqueue(FaultServer::Failing(Fault::Reset));
-    server.Enqueue(FaultServer::Json(200, "{}"));
-    WbHttpClient client;
-    Ask(&client, Get(server));
-
-    // When: the next request meets a connection that is reset before a byte came back
-    auto request = Get(server);
-    request.method = "PUT";
-    request.body = QByteArray(100000, 'x');
-    const auto answer = Ask(&client, request);
-
-    // Then: it was sent once more, complete
-    QVERIFY2(answer.IsSuccess(), qPrintable(answer.errorText));
-    QCOMPARE(server.GetRequestCount(), 3);
-    QCOMPARE(server.GetRequests().last().body, request.body);
 }
 
 void WbHttpClientTest::countsAnAnswerWithoutBody()

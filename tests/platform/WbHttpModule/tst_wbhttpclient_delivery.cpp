@@ -1,6 +1,8 @@
 #include "HttpClientFixture.h"
 #include "TestApp.h"
 
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QThread>
 #include <QtTest>
 
@@ -20,6 +22,10 @@ private slots:
     void ignoresCancellingWhatIsAnswered();
     void answersEverythingWhenItIsDestroyed();
     void answersWhatIsSentWhileItIsDestroyed();
+    void sendsARequestOnceThoughItsConnectionWasUsedBefore_data();
+    void sendsARequestOnceThoughItsConnectionWasUsedBefore();
+    void doesNotCallARequestUnsentThatLeftOnAConnectionUsedBefore();
+    void goesOnOnANewConnectionWhenTheServerClosedTheOneBefore();
 };
 
 void WbHttpClientDeliveryTest::neverAnswersInsideSend()
@@ -118,6 +124,87 @@ void WbHttpClientDeliveryTest::answersWhatIsSentWhileItIsDestroyed()
     client.reset();
 
     QCOMPARE(answers, 2);
+}
+
+void WbHttpClientDeliveryTest::sendsARequestOnceThoughItsConnectionWasUsedBefore_data()
+{
+    QTest::addColumn<QByteArray>("method");
+    QTest::newRow("read") << QByteArray("GET");
+    QTest::newRow("overwrite") << QByteArray("PUT");
+    QTest::newRow("delete") << QByteArray("DELETE");
+}
+
+void WbHttpClientDeliveryTest::sendsARequestOnceThoughItsConnectionWasUsedBefore()
+{
+    QFETCH(const QByteArray, method);
+    FaultServer server;
+    WbHttpClient client;
+    server.Enqueue(FaultServer::Json(200, "{}"));
+    QVERIFY(Ask(&client, Get(server, QStringLiteral("/first"))).IsSuccess());
+    server.Enqueue(FaultServer::Failing(Fault::CloseBeforeAnswer));
+    server.Enqueue(FaultServer::Json(200, "{}"));
+    WbHttpRequest request = Get(server, QStringLiteral("/second"));
+    request.method = method;
+
+    const WbHttpAnswer answer = Ask(&client, request);
+
+    QCOMPARE(answer.error, WbHttpError::ConnectionLost);
+    QCOMPARE(server.GetRequestCount(), 2);
+}
+
+void WbHttpClientDeliveryTest::doesNotCallARequestUnsentThatLeftOnAConnectionUsedBefore()
+{
+    // Given: a server that is gone for good when it has read the request
+    QTcpServer listener;
+    QVERIFY(listener.listen(QHostAddress::LocalHost));
+    int requests = 0;
+    QObject::connect(&listener, &QTcpServer::newConnection, &listener, [&] {
+        QTcpSocket* socket = listener.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [&, socket] {
+            socket->readAll();
+            if (++requests == 1) {
+                socket->write("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
+                return;
+            }
+            listener.close();
+            socket->abort();
+        });
+    });
+    WbHttpClient client;
+    WbHttpRequest request;
+    request.url = QUrl(QStringLiteral("http://127.0.0.1:%1/x").arg(listener.serverPort()));
+    QVERIFY(Ask(&client, request).IsSuccess());
+
+    const WbHttpAnswer answer = Ask(&client, request);
+
+    QCOMPARE(requests, 2);
+    QCOMPARE(answer.error, WbHttpError::ConnectionLost);
+}
+
+void WbHttpClientDeliveryTest::goesOnOnANewConnectionWhenTheServerClosedTheOneBefore()
+{
+    // Given: a server that announces nothing and closes each connection after one answer
+    QTcpServer listener;
+    QVERIFY(listener.listen(QHostAddress::LocalHost));
+    int closed = 0;
+    QObject::connect(&listener, &QTcpServer::newConnection, &listener, [&] {
+        QTcpSocket* socket = listener.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::disconnected, socket, [&closed] { ++closed; });
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+            socket->readAll();
+            socket->write("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
+            socket->disconnectFromHost();
+        });
+    });
+    WbHttpClient client;
+    WbHttpRequest request;
+    request.url = QUrl(QStringLiteral("http://127.0.0.1:%1/x").arg(listener.serverPort()));
+    QVERIFY(Ask(&client, request).IsSuccess());
+    QTRY_COMPARE(closed, 1);
+
+    QVERIFY(Ask(&client, request).IsSuccess());
+
+    QTRY_COMPARE(closed, 2);
 }
 
 RPA_TEST_MAIN(WbHttpClientDeliveryTest)
