@@ -15,6 +15,20 @@ constexpr std::array<std::chrono::milliseconds, 2> waitsBeforeRepeat = {250ms, 1
 // A failure that took longer than this is reported rather than repeated: the author is waiting.
 constexpr std::chrono::milliseconds repeatWithin = 5s;
 
+bool IsSurelyUndone(const WbHttpAnswer& answer)
+{
+    switch (answer.error) {
+    case WbHttpError::None:
+        return answer.status >= 400 && answer.status < 500;
+    case WbHttpError::BadRequest:
+    case WbHttpError::CannotConnect:
+    case WbHttpError::TlsFailed:
+        return true;
+    default:
+        return false;
+    }
+}
+
 WbHttpAnswer CancelledAnswer()
 {
     WbHttpAnswer answer;
@@ -76,7 +90,10 @@ void ServiceTransport::OnAnswer(quint64 id, const WbHttpAnswer& answer)
     const auto position = calls.find(id);
     if (position == calls.end())
         return;
-    const Call& call = position->second;
+    Call& call = position->second;
+    call.mayBeDone = call.mayBeDone || !IsSurelyUndone(answer);
+    if (call.sentDigest.isEmpty())
+        call.sentDigest = answer.sentDigest;
     if (shuttingDown || !IsWorthAnotherTry(call, answer)) {
         Finish(id, answer);
         return;
@@ -108,7 +125,10 @@ void ServiceTransport::Finish(quint64 id, const WbHttpAnswer& answer)
     const bool isRejected = answer.error == WbHttpError::None && answer.status == 401 &&
                             !call.request.bearerToken.isEmpty() &&
                             call.request.bearerToken == settings->GetToken();
-    call.done(answer);
+    TriedAnswer tried{answer, call.mayBeDone};
+    if (tried.sentDigest.isEmpty())
+        tried.sentDigest = call.sentDigest;
+    call.done(tried);
     if (isRejected)
         emit settings->SigTokenRejected();
 }

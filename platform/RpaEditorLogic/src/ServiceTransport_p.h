@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TriedAnswer_p.h"
+
 #include <WbHttpModule/WbHttpClient.h>
 
 #include <QElapsedTimer>
@@ -15,7 +17,7 @@
 class ServiceTransport
 {
 public:
-    using Done = std::function<void(const WbHttpAnswer& answer)>;
+    using Done = std::function<void(const TriedAnswer& answer)>;
 
     ServiceTransport();
     ~ServiceTransport();
@@ -34,6 +36,8 @@ private:
         WbHttpRequest request;
         Done done;
         int tries = 0;
+        bool mayBeDone = false; // by one of them
+        QByteArray sentDigest;
         QElapsedTimer age;
     };
 

@@ -2,33 +2,18 @@
 
 #include <algorithm>
 
-namespace
-{
-bool IsSurelyUndone(const WbHttpAnswer& answer)
-{
-    switch (answer.error) {
-    case WbHttpError::None:
-        return answer.status >= 400 && answer.status < 500;
-    case WbHttpError::BadRequest:
-    case WbHttpError::CannotConnect:
-    case WbHttpError::TlsFailed:
-        return true;
-    default:
-        return false;
-    }
-}
-} // namespace
-
 QString UnsettledWrites::KeyOf(const SaveOrder& order)
 {
     // Ids hold no slash, so the two kinds never meet.
     return order.versionId.isEmpty() ? order.appId + QLatin1Char('/') + order.content.name : order.versionId;
 }
 
-void UnsettledWrites::Note(const SaveOrder& order, const WbHttpAnswer& answer)
+void UnsettledWrites::Note(const SaveOrder& order, const TriedAnswer& answer)
 {
-    if (!answer.sentDigest.isEmpty() && !IsSurelyUndone(answer))
-        writes.insert(KeyOf(order), {order.base, answer.sentDigest.toHex()});
+    if (answer.sentDigest.isEmpty() || !answer.mayBeDone)
+        return;
+    // None takes the place of an earlier one: any of them may be the one that was done.
+    writes[KeyOf(order)].append({order.base, answer.sentDigest.toHex()});
 }
 
 void UnsettledWrites::Settle(const SaveOrder& order)
@@ -50,11 +35,13 @@ bool UnsettledWrites::MayExplain(const SaveOrder& order, const WbHttpAnswer& ref
 std::optional<ServiceAnswers::VersionRecord>
 UnsettledWrites::FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const
 {
-    const Write write = writes.value(KeyOf(order));
+    const QVector<Write> unsettled = writes.value(KeyOf(order));
     const auto own = std::find_if(listed.cbegin(), listed.cend(), [&](const auto& record) {
         const bool isNamed = order.versionId.isEmpty() ? record.snapshot->GetName() == order.content.name
                                                        : record.snapshot->GetId() == order.versionId;
-        return isNamed && record.revision == write.base + 1 && record.sha256 == write.sha256;
+        return isNamed && std::any_of(unsettled.cbegin(), unsettled.cend(), [&record](const Write& write) {
+                   return record.revision == write.base + 1 && record.sha256 == write.sha256;
+               });
     });
     return own == listed.cend() ? std::nullopt : std::optional(*own);
 }

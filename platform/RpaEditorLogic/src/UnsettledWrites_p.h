@@ -2,6 +2,7 @@
 
 #include "SaveOrder_p.h"
 #include "ServiceAnswers_p.h"
+#include "TriedAnswer_p.h"
 
 #include <QHash>
 
@@ -13,8 +14,8 @@
 class UnsettledWrites
 {
 public:
-    // A save failed; kept when it is not known whether the server did it.
-    void Note(const SaveOrder& order, const WbHttpAnswer& answer);
+    // A save failed; kept, beside those before it, when it is not known whether the server did it.
+    void Note(const SaveOrder& order, const TriedAnswer& answer);
     // The version stands as the author knows it.
     void Settle(const SaveOrder& order);
     void SettleVersion(const QString& versionId);
@@ -34,5 +35,5 @@ private:
 
     static QString KeyOf(const SaveOrder& order);
 
-    QHash<QString, Write> writes;
+    QHash<QString, QVector<Write>> writes;
 };

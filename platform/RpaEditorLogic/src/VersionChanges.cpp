@@ -24,6 +24,38 @@ void VersionChanges::Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& 
 void VersionChanges::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
                                const WbHttpAnswer& answer)
 {
+    SaveOrder lost;
+    lost.versionId = request->GetSnapshotId();
+    const RpaAppSnapshotPtr listed = context->manager.GetSnapshot(lost.versionId);
+    lost.appId = listed ? listed->GetAppId() : context->shownAppId;
+    if (ServiceRoutes::IsValidId(lost.appId) && context->unsettled.MayExplain(lost, answer))
+        DeleteOverOwn(request, lost, answer);
+    else
+        FinishDelete(request, answer);
+}
+
+// The change that stands in the way may be a save of the same author whose answer was lost: whoever deletes
+// the version means that one too.
+void VersionChanges::DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
+                                   const SaveOrder& lost, const WbHttpAnswer& refusal)
+{
+    const auto decide = [this, request, lost, refusal](const WbHttpAnswer& list) {
+        const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
+        const auto own = records ? context->unsettled.FindOwn(lost, *records) : std::nullopt;
+        if (!own) {
+            FinishDelete(request, records ? refusal : list);
+            return;
+        }
+        context->transport.Send(
+            ServiceRoutes::DeleteVersion(lost.versionId, own->revision, ServiceRoutes::NewKey()),
+            [this, request](const WbHttpAnswer& answer) { FinishDelete(request, answer); });
+    };
+    context->transport.Send(ServiceRoutes::ListVersions(lost.appId), decide);
+}
+
+void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
+                                  const WbHttpAnswer& answer)
+{
     const QString id = request->GetSnapshotId();
     // Gone already, by the service's own word: what was asked for is so.
     const bool isGone = answer.status == 404 && !RefusalCode(answer).isEmpty();
@@ -31,6 +63,7 @@ void VersionChanges::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest
     if (failure.isEmpty()) {
         context->manager.Remove(id);
         context->journal.Removed(id);
+        context->unsettled.SettleVersion(id);
     }
     if (answer.error == WbHttpError::None && answer.status == 412)
         LearnRevisions(context->shownAppId);

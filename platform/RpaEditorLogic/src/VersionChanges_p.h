@@ -1,5 +1,6 @@
 #pragma once
 
+#include "SaveOrder_p.h"
 #include "VersionContext_p.h"
 
 // Deletion and release: what changes a version without touching its content.
@@ -14,6 +15,10 @@ public:
 
 private:
     void OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const WbHttpAnswer& answer);
+    void DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const SaveOrder& lost,
+                       const WbHttpAnswer& refusal);
+    void FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
+                      const WbHttpAnswer& answer);
     void LearnRevisions(const QString& appId);
     QString ReleaseRefusal(const GrayOrReleaseRequest& request) const;
     void OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const WbHttpAnswer& answer);

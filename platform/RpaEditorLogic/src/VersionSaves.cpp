@@ -28,28 +28,27 @@ void VersionSaves::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& reques
     context->ledger.Begin(QString());
     context->SendOrRefuse(
         refusal, ServiceRoutes::CreateVersion(order.appId, order.content, order.key),
-        [this, request, order](const WbHttpAnswer& answer) { OnCreated(request, order, answer); });
+        [this, request, order](const TriedAnswer& answer) { OnCreated(request, order, answer); });
 }
 
 void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request,
-                             const SaveOrder& order, const WbHttpAnswer& answer)
+                             const SaveOrder& order, const TriedAnswer& answer)
 {
-    if (context->unsettled.MayExplain(order, answer)) {
-        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const WbHttpAnswer& end) {
+    const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
+    const bool isUsable = record && record->snapshot->GetAppId() == order.appId;
+    const QString failure = ReasonOf(answer, isUsable);
+    if (!failure.isEmpty() && MayBeOwn(order, answer)) {
+        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const TriedAnswer& end) {
             OnCreated(request, again, end);
         });
         return;
     }
-    const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
-    const bool isUsable = record && record->snapshot->GetAppId() == order.appId;
-    const QString failure = ReasonOf(answer, isUsable);
     if (failure.isEmpty()) {
         request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
         context->TakeSaved(*record);
         context->unsettled.Settle(order);
         context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
-        context->unsettled.Note(order, answer);
         context->ledger.Fail(order.appId, QString(), failure);
     }
     context->Notify(NotifySaveAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(), failure);
@@ -70,7 +69,7 @@ void VersionSaves::SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>
     context->SendOrRefuse(
         UpdateRefusal(order),
         ServiceRoutes::OverwriteVersion(order.versionId, order.content, order.base, order.key),
-        [this, request, order](const WbHttpAnswer& answer) { OnUpdated(request, order, answer); });
+        [this, request, order](const TriedAnswer& answer) { OnUpdated(request, order, answer); });
 }
 
 QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
@@ -86,24 +85,23 @@ QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
 }
 
 void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request,
-                             const SaveOrder& order, const WbHttpAnswer& answer)
+                             const SaveOrder& order, const TriedAnswer& answer)
 {
-    if (context->unsettled.MayExplain(order, answer)) {
-        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const WbHttpAnswer& end) {
-            OnUpdated(request, again, end);
-        });
-        return;
-    }
     const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
     const bool isUsable =
         record && record->snapshot->GetId() == order.versionId && record->revision > order.base;
     const QString failure = ReasonOf(answer, isUsable);
+    if (!failure.isEmpty() && MayBeOwn(order, answer)) {
+        SendOverOwn(order, answer, [this, request](const SaveOrder& again, const TriedAnswer& end) {
+            OnUpdated(request, again, end);
+        });
+        return;
+    }
     if (failure.isEmpty()) {
         context->TakeSaved(*record);
         context->unsettled.Settle(order);
         context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
-        context->unsettled.Note(order, answer);
         context->manager.Revert(order.versionId);
         context->ledger.Fail(order.appId, order.versionId, failure);
     }
@@ -113,15 +111,27 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
     context->ledger.End();
 }
 
-// What stands in the way of this save may be an earlier one of the same author: then it goes over that.
-void VersionSaves::SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refusal, const Ended& ended)
+// What stands in the way of a save may be an earlier one of the same author, or an earlier try of this one.
+bool VersionSaves::MayBeOwn(const SaveOrder& order, const TriedAnswer& answer)
 {
-    const auto decide = [this, order, refusal, ended](const WbHttpAnswer& list) {
+    context->unsettled.Note(order, answer);
+    return context->unsettled.MayExplain(order, answer);
+}
+
+void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended)
+{
+    const auto decide = [this, order, refusal, ended](const TriedAnswer& list) {
         const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
-        const auto own = records ? context->unsettled.FindOwn(order, *records) : std::nullopt;
+        if (!records) {
+            ended(order, list); // whose change it is remains to be found out: nobody is blamed
+            return;
+        }
+        const auto own = context->unsettled.FindOwn(order, *records);
         context->unsettled.Settle(order);
         if (!own) {
-            ended(order, refusal);
+            TriedAnswer believed = refusal;
+            believed.mayBeDone = false;
+            ended(order, believed);
             return;
         }
         SaveOrder again = order;
@@ -130,7 +140,7 @@ void VersionSaves::SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refus
         context->manager.SetBaseRevision(own->snapshot->GetId(), own->revision);
         context->transport.Send(
             ServiceRoutes::OverwriteVersion(own->snapshot->GetId(), again.content, again.base, again.key),
-            [again, ended](const WbHttpAnswer& answer) { ended(again, answer); });
+            [again, ended](const TriedAnswer& answer) { ended(again, answer); });
     };
     context->transport.Send(ServiceRoutes::ListVersions(order.appId), decide);
 }

@@ -15,17 +15,18 @@ public:
     void Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request);
 
 private:
-    using Ended = std::function<void(const SaveOrder& order, const WbHttpAnswer& answer)>;
+    using Ended = std::function<void(const SaveOrder& order, const TriedAnswer& answer)>;
 
     static SaveOrder OrderOf(const RpaAppSnapshotPtr& snapshot);
 
     void OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request, const SaveOrder& order,
-                   const WbHttpAnswer& answer);
+                   const TriedAnswer& answer);
     void SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order);
     QString UpdateRefusal(const SaveOrder& order) const;
     void OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, const SaveOrder& order,
-                   const WbHttpAnswer& answer);
-    void SendOverOwn(const SaveOrder& order, const WbHttpAnswer& refusal, const Ended& ended);
+                   const TriedAnswer& answer);
+    bool MayBeOwn(const SaveOrder& order, const TriedAnswer& answer);
+    void SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended);
 
     VersionContext* const context;
 };

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QObject>
+#include <QTcpServer>
+
+class QTcpSocket;
+
+// Stands between a client and a real server, and plays a server that dies: between the work and its answer,
+// or before the work. To the client it is the server. Lives on the thread that made it, which must run an
+// event loop.
+//
+//   ServerRelay relay(server.Port());
+//   QVERIFY(relay.Listen());
+//   relay.DieAtAnswerOf("PUT");     // the server will have done it
+class ServerRelay : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ServerRelay(quint16 serverPort, QObject* parent = nullptr);
+    ~ServerRelay() override;
+
+    // On a free port of 127.0.0.1, after a death on the port it had. False when that is not possible.
+    bool Listen();
+    quint16 GetPort() const { return port; }
+
+    // The next request of this method is the last: it reaches the server, its answer reaches nobody.
+    void DieAtAnswerOf(const QByteArray& method);
+    // The next request of this method is the last, and reaches nobody.
+    void DieAtRequestOf(const QByteArray& method);
+    // Every connection breaks off and no new one is taken.
+    void Die();
+
+signals:
+    void SigDied();
+
+private:
+    enum class Fate
+    {
+        Lives,
+        DiesAtAnswer,
+        DiesAtRequest,
+    };
+
+    void SlotConnected();
+    void PassOn(QTcpSocket* from, QTcpSocket* to, bool isRequest);
+
+    const quint16 serverPort;
+    quint16 port = 0;
+    QTcpServer listener;
+    Fate fate = Fate::Lives;
+    QByteArray method;
+};
