@@ -92,7 +92,9 @@ void RpaAppUIDesignWidget::InitPageView()
 
     logWidget = IAppLogWidget::CreateDevelopLog(ui->widgetLog);
     Fill(ui->widgetLog, logWidget);
-    logWidget->SetLogDataSource(RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource());
+    if (logWidget) {
+        logWidget->SetLogDataSource(RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource());
+    }
 }
 
 void RpaAppUIDesignWidget::InitConnectSignals()
@@ -145,6 +147,9 @@ void RpaAppUIDesignWidget::ActivatePage(int index)
 {
     GetUIDataManager()->SetIndexActive(index);
     const RpaUIData* page = GetUIDataManager()->GetUIData(index);
+    if (!page) {
+        return; // a tab of the app before, left there by an app without pages
+    }
     ui->widgetToolEditor->Init(page->GetToolData());
     toolWidget->SetToolData(page->GetToolData());
     ui->widgetParamEditor->Init(page->GetParamData());
@@ -199,6 +204,9 @@ void RpaAppUIDesignWidget::SlotTabChanged(int index)
 
 void RpaAppUIDesignWidget::SlotAddUI()
 {
+    if (!appData) {
+        return; // the bar is there before any app is
+    }
     // While the dialog is open the page may be closed, or shown another app; the dialog's list lives as long
     // as the app that is held here.
     const QPointer<RpaAppUIDesignWidget> self(this);
@@ -214,8 +222,13 @@ void RpaAppUIDesignWidget::SlotAddUI()
     RpaToolItem item;
     item.text = QStringLiteral("开始");
     item.processName = appData->GetProcessDataManager()->GetProcessNameFirst();
+    const bool isFirst = GetUIDataManager()->GetCount() == 0;
     GetUIDataManager()->AddUIData(name, item);
     ui->widgetTabBar->AddTab(name);
+    if (isFirst) {
+        // Only now is there anything to show of this app; panels and tabs may be those of the app before.
+        SetRpaAppData(appData);
+    }
     appData->SetModified(true);
 }
 

@@ -15,6 +15,7 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <WbBaseUI/RpaTabBar.h>
 
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTabBar>
@@ -57,6 +58,10 @@ private slots:
     void changesNothingWhenADialogIsCancelled();
     void survivesItsEndWhileADialogIsOpen();
     void ignoresADialogOfAnAppThatIsGone();
+    void asksForNothingBeforeAnAppIsThere();
+    void letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages();
+    void showsTheFirstPageThatIsAdded();
+    void showsTheFirstPageThatIsAddedAfterAnotherApp();
     void isControlledWhileAProcessRuns();
     void offersItsWidgetsToTheEngine();
     void locksTheTableWhileAProcessRuns();
@@ -69,6 +74,11 @@ private:
     RpaAppDataPtr MakeApp(int pages) const;
     RpaUIDataManager* Pages() const { return app->GetUIDataManager(); }
     QStringList Tabs() const;
+    // Whole gestures on the bar.
+    void PressTab(int index) const;
+    void PressAdd() const;
+    // What the panel of tools shows in its first row; empty without one.
+    QString ToolInPanel() const;
 
     std::unique_ptr<RpaAppUIDesignWidget> page;
     RpaTabBar* bar = nullptr;
@@ -112,6 +122,24 @@ QStringList TestRpaAppUIDesignWidget::Tabs() const
         names.append(tabs->tabText(i));
     }
     return names;
+}
+
+void TestRpaAppUIDesignWidget::PressTab(int index) const
+{
+    auto* tabs = bar->findChild<QTabBar*>();
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index).center());
+}
+
+void TestRpaAppUIDesignWidget::PressAdd() const
+{
+    QTest::mouseClick(bar->findChild<QToolButton*>(QStringLiteral("buttonAddTab")), Qt::LeftButton);
+}
+
+QString TestRpaAppUIDesignWidget::ToolInPanel() const
+{
+    const auto* records =
+        page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"))->findChild<QTableView*>();
+    return records->model()->index(0, 0).data().toString();
 }
 
 void TestRpaAppUIDesignWidget::leavesTheTabsAloneForAnAppWithoutPages()
@@ -342,6 +370,90 @@ void TestRpaAppUIDesignWidget::ignoresADialogOfAnAppThatIsGone()
     // then
     QCOMPARE(next->GetUIDataManager()->GetCount(), 2);
     QVERIFY(!next->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::asksForNothingBeforeAnAppIsThere()
+{
+    // given
+    page = std::make_unique<RpaAppUIDesignWidget>();
+    page->show();
+    bar = page->findChild<RpaTabBar*>(QStringLiteral("widgetTabBar"));
+    ModalDriver modals;
+
+    // when
+    PressAdd();
+
+    // then
+    QCOMPARE(modals.GetSeenCount(), 0);
+    QCOMPARE(Tabs(), QStringList());
+}
+
+void TestRpaAppUIDesignWidget::letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages()
+{
+    // given
+    const RpaAppDataPtr empty = MakeApp(0);
+    page->SetRpaAppData(empty);
+
+    // when
+    PressTab(2);
+    PressTab(1);
+
+    // then
+    QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
+    QCOMPARE(ToolInPanel(), Text("工具0"));
+    QVERIFY(!empty->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::showsTheFirstPageThatIsAdded()
+{
+    // given
+    page = std::make_unique<RpaAppUIDesignWidget>();
+    page->show();
+    bar = page->findChild<RpaTabBar*>(QStringLiteral("widgetTabBar"));
+    const RpaAppDataPtr empty = MakeApp(0);
+    page->SetRpaAppData(empty);
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
+        dialog->SetName(Text("登记"));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+
+    // when
+    PressAdd();
+
+    // then
+    QCOMPARE(Tabs(), QStringList{Text("登记")});
+    QCOMPARE(ToolInPanel(), Text("开始"));
+    const auto* run = page->findChild<IAppToolWidget*>()->findChild<QPushButton*>();
+    QVERIFY(run);
+    QCOMPARE(run->text(), Text("开始"));
+    QVERIFY(empty->GetModified());
+}
+
+// The tabs of the app before were still there.
+void TestRpaAppUIDesignWidget::showsTheFirstPageThatIsAddedAfterAnotherApp()
+{
+    // given
+    const RpaAppDataPtr empty = MakeApp(0);
+    page->SetRpaAppData(empty);
+    ModalDriver modals;
+    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
+        dialog->SetName(Text("登记"));
+        ModalDriver::Press(dialog, Text("确定"));
+    });
+    PressAdd();
+    QCOMPARE(Tabs(), QStringList{Text("登记")});
+    empty->SetModified(false);
+    app->SetModified(false);
+
+    // when
+    auto* panel = page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"));
+    QTest::mouseClick(panel->findChild<QToolButton*>(QStringLiteral("recordAdd")), Qt::LeftButton);
+
+    // then
+    QCOMPARE(empty->GetUIDataManager()->GetUIData(0)->GetToolData()->GetCount(), 2);
+    QVERIFY(empty->GetModified());
+    QVERIFY(!app->GetModified());
 }
 
 void TestRpaAppUIDesignWidget::isControlledWhileAProcessRuns()
