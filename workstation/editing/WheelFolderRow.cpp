@@ -5,10 +5,10 @@
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QBoxLayout>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QVariant>
 
@@ -63,7 +63,7 @@ QString WheelFolderRow::Problem(const QString& text)
 void WheelFolderRow::SlotBrowse()
 {
     const QString folder =
-        QFileDialog::getExistingDirectory(this, QStringLiteral("选择本地安装包所在的文件夹"), chosen);
+        WbSystemDialogs::OpenFolder(this, QStringLiteral("选择本地安装包所在的文件夹"), chosen);
     if (!folder.isEmpty()) {
         edit->setText(QDir::toNativeSeparators(folder));
         SlotEntered();

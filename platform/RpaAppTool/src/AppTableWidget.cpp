@@ -5,10 +5,10 @@
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QClipboard>
-#include <QFileDialog>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -213,9 +213,11 @@ void AppTableWidget::Paste()
 
 void AppTableWidget::ImportCsv()
 {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("导入 CSV 文件"), QString(),
-                                                      QStringLiteral("CSV 文件 (*.csv *.txt);;所有文件 (*)"));
-    if (path.isEmpty())
+    const QPointer<RpaTableData> asked = model->GetData();
+    const QString path = WbSystemDialogs::OpenFile(this, QStringLiteral("导入 CSV 文件"), QString(),
+                                                   QStringLiteral("CSV 文件 (*.csv *.txt);;所有文件 (*)"));
+    // Another page may be shown by now; what was meant for the table before must not go into its table.
+    if (path.isEmpty() || !asked || model->GetData() != asked)
         return;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -241,10 +243,11 @@ void AppTableWidget::ImportCsv()
 
 void AppTableWidget::ExportCsv()
 {
-    QString path =
-        QFileDialog::getSaveFileName(this, QStringLiteral("导出 CSV 文件"), QStringLiteral("表格.csv"),
-                                     QStringLiteral("CSV 文件 (*.csv)"));
-    if (path.isEmpty())
+    const QPointer<RpaTableData> asked = model->GetData();
+    const QString path =
+        WbSystemDialogs::SaveFile(this, QStringLiteral("导出 CSV 文件"), QStringLiteral("表格.csv"),
+                                  QStringLiteral("CSV 文件 (*.csv)"));
+    if (path.isEmpty() || model->GetData() != asked)
         return;
     QVector<QStringList> rows{GetColumnNames()};
     for (int row = 0; row < GetRowCount(); ++row) {

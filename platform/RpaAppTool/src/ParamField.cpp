@@ -5,10 +5,10 @@
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QCheckBox>
 #include <QDoubleValidator>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QSignalBlocker>
 #include <QStyle>
@@ -114,7 +114,7 @@ void ParamField::AddFileField(const RpaParamItem& item)
 
 void ParamField::ChooseFile()
 {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("选择文件"));
+    const QString path = WbSystemDialogs::OpenFile(this, QStringLiteral("选择文件"));
     if (path.isEmpty())
         return;
     ShowValue(path);

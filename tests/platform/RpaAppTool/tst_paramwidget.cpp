@@ -1,3 +1,5 @@
+#include "ModalDriver.h"
+
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppTool/IAppParamWidget.h>
 #include <WbBaseUI/WbTheme.h>
@@ -6,9 +8,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QFile>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 
 class ParamWidget : public QObject
 {
@@ -23,6 +29,9 @@ private slots:
     void anEmptyRequiredFieldIsMarked();
     void passwordsAreHidden();
     void theCalendarShowsWholeWeeksInChinese();
+    void aFileIsChosen();
+    void itsEndWhileAFileIsChosenChangesNothing();
+    void aFieldThatIsGoneTakesNoFile();
 
 private:
     void Add(const char* name, RpaParamType type)
@@ -36,6 +45,17 @@ private:
     QWidget* Field(int index)
     {
         return widget->findChildren<QWidget*>(QStringLiteral("paramField")).value(index);
+    }
+
+    void PressChooseFile()
+    {
+        for (auto* button : widget->findChildren<QToolButton*>()) {
+            if (button->toolTip() == QStringLiteral("选择文件")) {
+                QTest::mouseClick(button, Qt::LeftButton);
+                return;
+            }
+        }
+        QFAIL("no button");
     }
 
     std::unique_ptr<RpaParamData> params;
@@ -132,6 +152,45 @@ void ParamWidget::theCalendarShowsWholeWeeksInChinese()
     QTRY_VERIFY(days->viewport()->rect().contains(last));
     QVERIFY(last.height() >= days->fontMetrics().height());
     calendar->window()->close();
+}
+
+void ParamWidget::aFileIsChosen()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("发票.csv")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([&](QFileDialog* files) {
+        QCOMPARE(files->windowTitle(), QStringLiteral("选择文件"));
+        files->selectFile(file.fileName());
+        QTest::keyClick(files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+    });
+
+    PressChooseFile();
+
+    QCOMPARE(params->GetItem(5).GetEffectiveValue().toString(), file.fileName());
+}
+
+void ParamWidget::itsEndWhileAFileIsChosenChangesNothing()
+{
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([this](QFileDialog*) { host.reset(); });
+
+    PressChooseFile();
+
+    QVERIFY(!host);
+    QCOMPARE(params->GetItem(5).GetEffectiveValue().toString(), QString());
+}
+
+// A run, or another page, may build the fields anew meanwhile.
+void ParamWidget::aFieldThatIsGoneTakesNoFile()
+{
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([this](QFileDialog*) { params->RemoveItem(0); });
+
+    PressChooseFile();
+
+    QCOMPARE(params->GetItem(4).GetEffectiveValue().toString(), QString());
 }
 
 QTEST_MAIN(ParamWidget)

@@ -1,11 +1,17 @@
+#include "ModalDriver.h"
+
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppTool/IAppTableWidget.h>
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
+#include <QFile>
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <QToolTip>
@@ -26,11 +32,34 @@ private slots:
     void aTableThatGoesAwayLeavesAnEmptyView();
     void aCutCellTellsItsWholeText();
     void columnsHaveTheWidthsOfTheirAuthor();
+    void aFileIsImported();
+    void theTableIsExported();
+    void itsEndWhileAFileIsChosenIsNoHarm_data();
+    void itsEndWhileAFileIsChosenIsNoHarm();
+    void aTableThatCameMeanwhileIsNotFilled();
 
 private:
     QTableView* View() { return host->findChild<QTableView*>(QStringLiteral("tableView")); }
     QAbstractItemModel* Model() { return View()->model(); }
 
+    void PressTool(const char* name)
+    {
+        QTest::mouseClick(host->findChild<QToolButton*>(QLatin1String(name)), Qt::LeftButton);
+    }
+    static void Choose(QFileDialog* files, const QString& path)
+    {
+        files->selectFile(path);
+        QTest::keyClick(files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+    }
+    QString SomeCsv(const QByteArray& content) const
+    {
+        QFile file(folder.filePath(QStringLiteral("发票.csv")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) < 0)
+            qFatal("no file");
+        return file.fileName();
+    }
+
+    const QTemporaryDir folder;
     std::unique_ptr<RpaTableData> table;
     std::unique_ptr<QWidget> host;
     IAppTableWidget* widget = nullptr;
@@ -185,6 +214,76 @@ void TableWidget::columnsHaveTheWidthsOfTheirAuthor()
 
     QCOMPARE(View()->columnWidth(0), 140);
     QCOMPARE(View()->columnWidth(2), 260);
+}
+
+void TableWidget::aFileIsImported()
+{
+    const QString path = SomeCsv("张,2\r\n");
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([path](QFileDialog* files) { Choose(files, path); });
+
+    PressTool("tableImport");
+
+    QCOMPARE(table->GetRowCount(), 2);
+    QCOMPARE(table->GetCell(1, 0).toString(), QStringLiteral("张"));
+}
+
+void TableWidget::theTableIsExported()
+{
+    const QString path = folder.filePath(QStringLiteral("导出.csv"));
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([path](QFileDialog* files) {
+        QCOMPARE(files->acceptMode(), QFileDialog::AcceptSave);
+        QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(), QStringLiteral("表格.csv"));
+        Choose(files, path);
+    });
+
+    PressTool("tableExport");
+
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(QString::fromUtf8(file.readAll()).contains(QStringLiteral("王,1")));
+}
+
+void TableWidget::itsEndWhileAFileIsChosenIsNoHarm_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("import") << QByteArray("tableImport");
+    QTest::newRow("export") << QByteArray("tableExport");
+}
+
+void TableWidget::itsEndWhileAFileIsChosenIsNoHarm()
+{
+    QFETCH(QByteArray, button);
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([this](QFileDialog*) {
+        tester.reset();
+        host.reset();
+    });
+
+    PressTool(button);
+
+    QVERIFY(!host);
+    QCOMPARE(table->GetRowCount(), 1);
+}
+
+// The author may be shown another page while the dialog is open.
+void TableWidget::aTableThatCameMeanwhileIsNotFilled()
+{
+    const QString path = SomeCsv("张,2\r\n");
+    RpaTableData other;
+    other.InsertColumn(-1, RpaTableColumn());
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([&](QFileDialog* files) {
+        widget->SetTableData(&other);
+        Choose(files, path);
+    });
+
+    PressTool("tableImport");
+
+    QCOMPARE(other.GetRowCount(), 0);
+    QCOMPARE(table->GetRowCount(), 1);
+    widget->SetTableData(nullptr);
 }
 
 QTEST_MAIN(TableWidget)
