@@ -6,6 +6,7 @@
 #include <WbBaseUI/WbToast.h>
 
 #include <QFileDialog>
+#include <QPointer>
 
 RpaTemplateExportDlg::RpaTemplateExportDlg(QWidget* parent)
     : WbBaseDialog(parent), ui(std::make_unique<Ui::RpaTemplateExportDlg>())
@@ -58,8 +59,12 @@ void RpaTemplateExportDlg::ApplyMetrics()
 
 void RpaTemplateExportDlg::ChooseDirectory()
 {
-    ui->saveFileLineEdit->setText(QFileDialog::getExistingDirectory(
-        this, QStringLiteral("请选择生成模板的存储路径"), QString(), QFileDialog::ShowDirsOnly));
+    // The editor may take this dialog along while the system's is open.
+    const QPointer<RpaTemplateExportDlg> self(this);
+    const QString dir = QFileDialog::getExistingDirectory(this, QStringLiteral("请选择生成模板的存储路径"),
+                                                          QString(), QFileDialog::ShowDirsOnly);
+    if (self)
+        ui->saveFileLineEdit->setText(dir);
 }
 
 void RpaTemplateExportDlg::Confirm()

@@ -10,6 +10,7 @@
 #include <RpaCore/RpaSuperDir.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDataStream>
 #include <QDir>
@@ -118,6 +119,23 @@ private slots:
 
         QCOMPARE(toasts.GetToasts(), QVector<SeenToast>({{text, 2}}));
         QVERIFY(QDir(folder->path()).entryList(QDir::Files).isEmpty());
+    }
+
+    void isTakenAwayWhileTheFolderIsChosen()
+    {
+        EditorDriver author;
+        OpenVersion(author);
+        ModalDriver modals;
+        modals.Then([&](QWidget* dialog) {
+            modals.ThenIn<QFileDialog>([&author](QFileDialog*) { author.Destroy(); });
+            ModalDriver::Press(dialog, QStringLiteral("打开"));
+        });
+
+        author.Press("pushButtonExportAppData");
+
+        QVERIFY(!author.GetEditor());
+        QCOMPARE(modals.GetSeenCount(), 2);
+        QVERIFY(!QApplication::activeModalWidget());
     }
 
     void cancellingTheFolderEmptiesThePath()

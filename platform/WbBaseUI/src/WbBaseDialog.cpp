@@ -4,6 +4,7 @@
 #include <WbBaseUI/WbBaseDialog.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
@@ -93,6 +94,15 @@ WbBaseDialog::WbBaseDialog(QWidget* parent, Qt::WindowFlags flags, int titleType
 WbBaseDialog::~WbBaseDialog()
 {
     DpiTool::Unregister(this);
+    // Qt's own functions keep the file dialog on the stack of their caller, where it must not be freed as a
+    // child; closed, it lets the caller go on without an answer.
+    const auto fileDialogs = findChildren<QFileDialog*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QFileDialog* open : fileDialogs) {
+        if (open->isVisible()) {
+            open->setParent(nullptr);
+            open->reject();
+        }
+    }
 }
 
 QWidget* WbBaseDialog::GetContentWidget() const
