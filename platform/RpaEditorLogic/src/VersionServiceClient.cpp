@@ -20,8 +20,9 @@ public:
     {
         const bool hasContext = context != nullptr;
         const QPointer<QObject> guard(context);
-        transport.Send(route, [callback, read, guard, hasContext](const WbHttpAnswer& answer) {
-            if (callback && (!hasContext || guard))
+        const QPointer<QObject> client(&whole);
+        transport.Send(route, [callback, read, guard, client, hasContext](const WbHttpAnswer& answer) {
+            if (callback && (!hasContext || (guard && client)))
                 callback(ResultOf<Value>(answer, read));
         });
     }
@@ -45,6 +46,7 @@ public:
     }
 
     ServiceTransport transport;
+    QObject whole; // after the transport: gone when that answers for the last time
 };
 
 namespace

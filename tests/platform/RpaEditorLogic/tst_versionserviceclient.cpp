@@ -73,6 +73,7 @@ private slots:
     void doesNotBelieveABrokenAnswer_data();
     void doesNotBelieveABrokenAnswer();
     void answersWhatIsOutstandingWhenItIsDestroyed();
+    void callsNoContextWhenItIsDestroyed();
     void doesNotCallAContextThatIsGone();
 
 private:
@@ -471,6 +472,22 @@ void VersionServiceClientTest::answersWhatIsOutstandingWhenItIsDestroyed()
 
     QVERIFY(result);
     QVERIFY(!result->success);
+}
+
+// Mostly it goes within the destructor of whoever asked, who is no longer whole.
+void VersionServiceClientTest::callsNoContextWhenItIsDestroyed()
+{
+    server->SetScript([](const auto&) { return FaultServer::Failing(FaultServer::Fault::Silence); });
+    auto client = std::make_unique<VersionServiceClient>();
+    Result<VersionServiceApp> forSomebody;
+    Result<VersionServiceApp> forNobodyInParticular;
+    client->GetApp(QStringLiteral("a1"), this, Into(&forSomebody));
+    client->GetApp(QStringLiteral("a2"), nullptr, Into(&forNobodyInParticular));
+
+    client.reset();
+
+    QVERIFY(!forSomebody);
+    QVERIFY(forNobodyInParticular);
 }
 
 void VersionServiceClientTest::doesNotCallAContextThatIsGone()

@@ -12,8 +12,8 @@ class QObject;
 // VersionServiceSettings by the same rules as the version requests. GUI thread only.
 //
 // Each call is answered exactly once, from the event loop, never inside the call; the destructor answers what
-// is outstanding as failed. context, when not null, stands for whoever wants the answer: once it is
-// destroyed, it is not called any more.
+// is outstanding as failed. context, when not null, stands for whoever wants the answer: it is not called
+// once it is destroyed, nor by the client's destructor, which mostly runs within that of whoever asked.
 class RPAEDITORLOGIC_EXPORT VersionServiceClient
 {
 public:
