@@ -4,11 +4,11 @@
 #include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QCompleter>
 #include <QEvent>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -259,10 +259,9 @@ QWidget* ArgumentField::BuildPath()
     line->setAccessibleName(info.title);
     connect(browse, &QToolButton::clicked, this, [this, line] {
         const bool folder = info.type == RpaArgumentType::Folder;
-        const QString path = folder
-                                 ? QFileDialog::getExistingDirectory(window(), info.title, line->text())
-                                 : QFileDialog::getSaveFileName(window(), info.title, line->text(), QString(),
-                                                                nullptr, QFileDialog::DontConfirmOverwrite);
+        const QString path =
+            folder ? WbSystemDialogs::OpenFolder(this, info.title, line->text())
+                   : WbSystemDialogs::SaveFile(this, info.title, line->text(), QString(), false);
         if (path.isEmpty())
             return;
         line->setText(path);

@@ -6,9 +6,9 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QAction>
-#include <QInputDialog>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -85,12 +85,11 @@ public:
 
     void AskLine()
     {
-        bool chosen = false;
-        const int line = QInputDialog::getInt(
-            q->window(), QStringLiteral("转到行"), QStringLiteral("行号（1–%1）：").arg(edit->blockCount()),
-            edit->textCursor().blockNumber() + 1, 1, edit->blockCount(), 1, &chosen);
-        if (chosen)
-            edit->GoToLine(line);
+        const std::optional<int> line = WbSystemDialogs::Number(
+            q, QStringLiteral("转到行"), QStringLiteral("行号（1–%1）：").arg(edit->blockCount()),
+            edit->textCursor().blockNumber() + 1, 1, edit->blockCount());
+        if (line)
+            edit->GoToLine(*line);
     }
 
     RpaProcess* Process() const { return app ? app->GetProcessDataManager()->GetProcess(0) : nullptr; }

@@ -108,10 +108,9 @@ void ProcessTabs::AskAdd()
     if (!edits)
         return;
     const QString proposal = edits->Manager()->MakeFreeName(QStringLiteral("流程"));
-    ProcessNameDialog dialog(QStringLiteral("新建流程"), proposal, edits->Manager()->GetProcessNames(),
-                             window());
-    if (dialog.exec() == QDialog::Accepted)
-        edits->AddProcess(dialog.Name());
+    const QString name = AskName(QStringLiteral("新建流程"), proposal, edits->Manager()->GetProcessNames());
+    if (!name.isEmpty())
+        edits->AddProcess(name);
 }
 
 void ProcessTabs::AskRename(int index)
@@ -121,9 +120,22 @@ void ProcessTabs::AskRename(int index)
         return;
     QStringList taken = edits->Manager()->GetProcessNames();
     taken.removeOne(name);
-    ProcessNameDialog dialog(QStringLiteral("重命名流程"), name, taken, window());
-    if (dialog.exec() == QDialog::Accepted)
-        edits->RenameProcess(name, dialog.Name());
+    const QString newName = AskName(QStringLiteral("重命名流程"), name, taken);
+    if (!newName.isEmpty())
+        edits->RenameProcess(name, newName);
+}
+
+// Empty when there is none, or nobody left to take it: the editor may be closed, or shown another app, while
+// the dialog is open.
+QString ProcessTabs::AskName(const QString& title, const QString& proposal, const QStringList& taken)
+{
+    const QPointer<ProcessTabs> self(this);
+    const QPointer<ProcessEdits> asked = edits;
+    const QPointer<ProcessNameDialog> dialog = new ProcessNameDialog(title, proposal, taken, this);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    const QString name = accepted && dialog && self && asked && edits == asked ? dialog->Name() : QString();
+    delete dialog;
+    return name;
 }
 
 void ProcessTabs::AskRemove(int index)
@@ -134,9 +146,11 @@ void ProcessTabs::AskRemove(int index)
     const QString text =
         index == 0 ? QStringLiteral("“%1”是主流程，删除后下一个流程成为主流程。确定删除吗？").arg(name)
                    : QStringLiteral("确定删除流程“%1”吗？").arg(name);
+    const QPointer<ProcessTabs> self(this);
+    const QPointer<ProcessEdits> asked = edits;
     const int answer = PackagedMsgBox::question(
-        text, window(), QMessageBox::StandardButtons(QMessageBox::Ok | QMessageBox::Cancel));
-    if (answer == QMessageBox::Ok)
+        text, this, QMessageBox::StandardButtons(QMessageBox::Ok | QMessageBox::Cancel));
+    if (self && answer == QMessageBox::Ok && asked && edits == asked)
         edits->RemoveProcess(name);
 }
 
@@ -157,15 +171,18 @@ void ProcessTabs::ShowMenu(const QPoint& position)
     const int index = bar->tabAt(position);
     if (index < 0)
         return;
-    QMenu menu(this);
-    menu.addAction(QStringLiteral("重命名…"), this, [this, index] { AskRename(index); });
-    QAction* main =
-        menu.addAction(QStringLiteral("设为主流程"), this, [this, index] { edits->MoveProcess(index, 0); });
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("重命名…"), this, [this, index] { AskRename(index); });
+    QAction* main = menu->addAction(QStringLiteral("设为主流程"), this, [this, index] {
+        if (edits)
+            edits->MoveProcess(index, 0);
+    });
     main->setEnabled(index > 0);
-    menu.addSeparator();
-    QAction* remove = menu.addAction(QStringLiteral("删除"), this, [this, index] { AskRemove(index); });
+    menu->addSeparator();
+    QAction* remove = menu->addAction(QStringLiteral("删除"), this, [this, index] { AskRemove(index); });
     remove->setEnabled(edits && edits->Manager()->GetCount() > 1);
-    menu.exec(bar->mapToGlobal(position));
+    menu->popup(bar->mapToGlobal(position));
 }
 
 bool ProcessTabs::eventFilter(QObject* watched, QEvent* event)

@@ -37,6 +37,7 @@ private:
     void Refill(const QString& current);
     void SlotMoved(int from, int to);
     void ShowMenu(const QPoint& position);
+    QString AskName(const QString& title, const QString& proposal, const QStringList& taken);
     QString NameAt(int index) const;
 
     QPointer<ProcessEdits> edits;
