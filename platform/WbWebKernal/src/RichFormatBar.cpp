@@ -6,11 +6,11 @@
 #include "RichTextView_p.h"
 
 #include <WbBaseUI/WbComboBox.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 
-#include <QColorDialog>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QMenu>
+#include <QPointer>
 #include <QTextBlock>
 #include <QTextList>
 #include <QToolButton>
@@ -107,8 +107,10 @@ QAction* RichFormatBar::Add(RichGlyph glyph, const QString& name, const QString&
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     scope->addAction(action);
     connect(action, &QAction::triggered, this, [this, act] {
+        const QPointer<RichFormatBar> self(this); // a dialog may outlive the editor
         act();
-        Refresh();
+        if (self)
+            Refresh();
     });
     if (QWidget* button = widgetForAction(action)) {
         button->setObjectName(name + QStringLiteral("Button"));
@@ -272,7 +274,7 @@ void RichFormatBar::AddColourMenu(RichGlyph glyph, const QString& name, const QS
     }
     menu->addSeparator();
     menu->addAction(QStringLiteral("其他颜色…"), this, [this, background, text] {
-        const QColor chosen = QColorDialog::getColor(Qt::white, this, text);
+        const QColor chosen = WbSystemDialogs::Color(this, text, Qt::white);
         if (chosen.isValid())
             ApplyColour(chosen, background);
     });
@@ -344,24 +346,29 @@ void RichFormatBar::EditLink()
     inside.setPosition(cursor.selectionEnd());
     const QString former = inside.charFormat().anchorHref();
     const QString text = cursor.selectedText();
-    RichLinkDialog dialog(text, former, !former.isEmpty(), window());
-    if (dialog.exec() != QDialog::Accepted)
+    // As a child it goes away with the editor while it is open.
+    const QPointer<RichLinkDialog> dialog = new RichLinkDialog(text, former, !former.isEmpty(), this);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return;
+    dialog->deleteLater();
+    if (!accepted)
         return;
     QTextCharFormat format = WithoutLink(inside.charFormat());
-    if (dialog.RemoveAsked()) {
+    if (dialog->RemoveAsked()) {
         cursor.setCharFormat(format);
         return;
     }
     const QTextCharFormat behind = format;
     format.setAnchor(true);
-    format.setAnchorHref(dialog.Address());
+    format.setAnchorHref(dialog->Address());
     format.setForeground(view->palette().color(QPalette::Link));
     format.setFontUnderline(true);
     cursor.beginEditBlock();
-    if (dialog.Text() == text && cursor.hasSelection())
+    if (dialog->Text() == text && cursor.hasSelection())
         cursor.mergeCharFormat(format);
     else
-        cursor.insertText(dialog.Text(), format);
+        cursor.insertText(dialog->Text(), format);
     cursor.endEditBlock();
     cursor.setPosition(cursor.selectionEnd());
     view->setTextCursor(cursor);
@@ -372,9 +379,12 @@ void RichFormatBar::EditLink()
 
 void RichFormatBar::InsertPictureFromFile()
 {
+    const QPointer<RichFormatBar> self(this);
     const QString path =
-        QFileDialog::getOpenFileName(window(), QStringLiteral("插入图片"), QString(),
-                                     QStringLiteral("图片 (*.png *.jpg *.jpeg *.gif *.bmp *.webp)"));
+        WbSystemDialogs::OpenFile(this, QStringLiteral("插入图片"), QString(),
+                                  QStringLiteral("图片 (*.png *.jpg *.jpeg *.gif *.bmp *.webp)"));
+    if (!self)
+        return;
     if (!path.isEmpty())
         view->InsertPictureFile(path);
     view->setFocus();
