@@ -3,13 +3,19 @@
 #include "PageFixture.h"
 #include "TestApp.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QToolButton>
 #include <QtTest>
+
+#include <memory>
 
 namespace
 {
@@ -36,6 +42,19 @@ private slots:
     void listSaysWhenNothingIsFound();
     void listOffersToCreateTheFirstApp();
     void listShowsWhyItCouldNotBeReadAndTriesAgain();
+    void listRenamesByTheMenuOfACard();
+    void listIsTakenAwayWhileTheMenuOfACardIsOpen();
+
+private:
+    // The menu of the first card, as the right mouse button opens it.
+    static QMenu* OpenMenu(AppListPage& page)
+    {
+        auto* cards = Child<QListView>(page, "listApps");
+        const QPoint place = cards->visualRect(cards->model()->index(0, 0)).center();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, cards->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(cards->viewport(), &event);
+        return page.findChild<QMenu*>(QStringLiteral("menuCard"));
+    }
 };
 
 void tst_AppListPage::listOpensTheAppThatIsClicked()
@@ -170,6 +189,40 @@ void tst_AppListPage::listShowsWhyItCouldNotBeReadAndTriesAgain()
     QCOMPARE(buttons.size(), 1);
     QTest::mouseClick(buttons.first(), Qt::LeftButton);
     QCOMPARE(refreshed.size(), 1);
+}
+
+void tst_AppListPage::listRenamesByTheMenuOfACard()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("开票"))});
+    page.ShowApps();
+    QSignalSpy renamed(&page, &AppListPage::SigRename);
+    QSignalSpy opened(&page, &AppListPage::SigOpen);
+
+    QMenu* const menu = OpenMenu(page);
+    QVERIFY(menu && menu->isVisible());
+    QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().at(1)).center());
+
+    QCOMPARE(renamed.size(), 1);
+    QCOMPARE(renamed.first().first().value<AppRecord>().id, QStringLiteral("a"));
+    QCOMPARE(opened.size(), 0);
+}
+
+void tst_AppListPage::listIsTakenAwayWhileTheMenuOfACardIsOpen()
+{
+    AppListModel model;
+    auto page = std::make_unique<AppListPage>(&model);
+    page->show();
+    model.SetApps({App(QStringLiteral("a"), QStringLiteral("开票"))});
+    page->ShowApps();
+    QTimer::singleShot(0, this, [&page] { page.reset(); });
+
+    OpenMenu(*page);
+    QTRY_VERIFY(!page);
+
+    QVERIFY(!QApplication::activePopupWidget());
 }
 
 RPA_TEST_MAIN(tst_AppListPage)

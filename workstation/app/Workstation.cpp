@@ -208,8 +208,11 @@ void Workstation::ConnectPages()
     connect(settingsPage, &SettingsPage::SigSwitchAccount, this, &Workstation::SwitchAccount);
     connect(settingsPage, &SettingsPage::SigUseServer, this, &Workstation::UseServer);
     connect(settingsPage, &SettingsPage::SigSignOut, this, &Workstation::SignOut);
-    connect(settingsPage, &SettingsPage::SigAbout, this,
-            [this] { AboutDialog(paths.serverProgram, window.get()).exec(); });
+    connect(settingsPage, &SettingsPage::SigAbout, this, [this] {
+        auto* dialog = new AboutDialog(paths.serverProgram, window.get());
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->open();
+    });
     connect(&settings, &WorkstationSettings::SigThemeChanged, this, &Workstation::ApplyTheme);
     connect(&settings, &WorkstationSettings::SigSuperAdminChanged, this, &Workstation::ApplySuperAdmin);
     connect(&settings, &WorkstationSettings::SigDateLanguageChanged, apps.get(),
@@ -299,9 +302,11 @@ void Workstation::ShowSettings()
 
 void Workstation::ShowPackages()
 {
-    PackageDialog dialog(RpaPackageModule::Instance()->GetBuiltIn(), settings.GetWheelFolder(), window.get());
-    connect(&dialog, &PackageDialog::SigWheelFolderChosen, &settings, &WorkstationSettings::SetWheelFolder);
-    dialog.exec();
+    auto* dialog = new PackageDialog(RpaPackageModule::Instance()->GetBuiltIn(), settings.GetWheelFolder(),
+                                     window.get());
+    connect(dialog, &PackageDialog::SigWheelFolderChosen, &settings, &WorkstationSettings::SetWheelFolder);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 void Workstation::TellWheelFolders()

@@ -6,6 +6,8 @@
 
 #include <RpaEditorLogic/VersionServiceClient.h>
 
+#include <QPointer>
+
 namespace
 {
 AppRecord RecordOf(const VersionServiceApp& app)
@@ -70,28 +72,36 @@ void AppDesk::Forget()
 
 void AppDesk::Create(int kind)
 {
-    AppNameDialog dialog(AppNameDialog::Purpose::Create, page);
-    dialog.SetKind(kind);
-    connect(&dialog, &AppNameDialog::SigConfirmed, this, [this, &dialog] {
-        client->CreateApp(dialog.GetName(), dialog.GetKind(), &dialog,
-                          [this, &dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                              ShowOutcome(&dialog, result.success, result.errorDesc, result.value);
+    auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Create, page);
+    dialog->SetKind(kind);
+    connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog] {
+        client->CreateApp(dialog->GetName(), dialog->GetKind(), dialog,
+                          [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                              ShowOutcome(dialog, result.success, result.errorDesc, result.value);
                           });
     });
-    dialog.exec();
+    Ask(dialog);
 }
 
 void AppDesk::Rename(const AppRecord& app)
 {
-    AppNameDialog dialog(AppNameDialog::Purpose::Rename, page);
-    dialog.SetName(app.name);
-    connect(&dialog, &AppNameDialog::SigConfirmed, this, [this, &dialog, app] {
-        client->RenameApp(app.id, dialog.GetName(), &dialog,
-                          [this, &dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                              ShowOutcome(&dialog, result.success, result.errorDesc, result.value);
+    auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Rename, page);
+    dialog->SetName(app.name);
+    connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog, app] {
+        client->RenameApp(app.id, dialog->GetName(), dialog,
+                          [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                              ShowOutcome(dialog, result.success, result.errorDesc, result.value);
                           });
     });
-    dialog.exec();
+    Ask(dialog);
+}
+
+// The page takes the dialog along when the workstation closes; nothing of either is touched after that.
+void AppDesk::Ask(AppNameDialog* dialog)
+{
+    const QPointer<AppNameDialog> guard(dialog);
+    dialog->exec();
+    delete guard;
 }
 
 void AppDesk::ShowOutcome(AppNameDialog* dialog, bool success, const QString& problem,

@@ -35,6 +35,7 @@ public:
     void Rename(const AppRecord& app);
 
 private:
+    static void Ask(AppNameDialog* dialog);
     void ShowOutcome(AppNameDialog* dialog, bool success, const QString& problem,
                      const VersionServiceApp& app);
 

@@ -137,7 +137,7 @@ void AppListPage::SlotActivated(const QModelIndex& index)
 
 void AppListPage::SlotClicked(const QModelIndex& index)
 {
-    // The view announces a click on the menu mark too, after the menu has closed.
+    // The view announces a click on the menu mark too.
     if (!std::exchange(menuTookClick, false)) {
         emit SigOpen(AppOf(index));
     }
@@ -149,22 +149,19 @@ void AppListPage::ShowCardMenu(const QModelIndex& index, const QPoint& globalPos
         return;
     }
     const AppRecord app = AppOf(index);
-    QMenu menu(this);
-    menu.setObjectName(QStringLiteral("menuCard"));
-    const QAction* open = menu.addAction(WbIcons::Get(QStringLiteral("open")), QStringLiteral("打开"));
-    const QAction* rename = menu.addAction(WbIcons::Get(QStringLiteral("rename")), QStringLiteral("重命名"));
-    const QAction* invitations = nullptr;
+    // Not exec(): the page may go, or its list change, while the menu is open within an event of the list.
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("menuCard"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(WbIcons::Get(QStringLiteral("open")), QStringLiteral("打开"), this,
+                    [this, app] { emit SigOpen(app); });
+    menu->addAction(WbIcons::Get(QStringLiteral("rename")), QStringLiteral("重命名"), this,
+                    [this, app] { emit SigRename(app); });
     if (index.data(AppListModel::OwnRole).toBool()) {
-        invitations = menu.addAction(WbIcons::Get(QStringLiteral("share")), QStringLiteral("灰度邀请码…"));
+        menu->addAction(WbIcons::Get(QStringLiteral("share")), QStringLiteral("灰度邀请码…"), this,
+                        [this, app] { emit SigInvitations(app); });
     }
-    const QAction* chosen = menu.exec(globalPos);
-    if (chosen == open) {
-        emit SigOpen(app);
-    } else if (chosen == rename) {
-        emit SigRename(app);
-    } else if (chosen && chosen == invitations) {
-        emit SigInvitations(app);
-    }
+    menu->popup(globalPos);
 }
 
 AppRecord AppListPage::AppOf(const QModelIndex& index) const

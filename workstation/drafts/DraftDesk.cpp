@@ -13,6 +13,8 @@
 #include <WbCore/WbGlobalData.h>
 #include <WbFoundation/Utils.h>
 
+#include <QPointer>
+
 namespace
 {
 void TellFailure(const QString& problem)
@@ -94,11 +96,16 @@ void DraftDesk::Ask(const AppRecord& app, const QVector<RpaDraft>& drafts,
         if (!CanOpen(draft)) {
             continue;
         }
-        DraftDialog dialog(app.name, draft, plan, dateLanguage, window);
-        dialog.exec();
-        if (dialog.GetChoice() == DraftDialog::Choice::Discard) {
+        const QPointer<DraftDialog> dialog = new DraftDialog(app.name, draft, plan, dateLanguage, window);
+        dialog->exec();
+        if (!dialog) {
+            return; // the workstation closes; the draft stays
+        }
+        const DraftDialog::Choice choice = dialog->GetChoice();
+        delete dialog;
+        if (choice == DraftDialog::Choice::Discard) {
             journal.Remove(draft);
-        } else if (dialog.GetChoice() == DraftDialog::Choice::Restore) {
+        } else if (choice == DraftDialog::Choice::Restore) {
             Restore(draft, plan);
             return; // an editor shows one; the others are asked about the next time
         }

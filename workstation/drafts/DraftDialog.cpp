@@ -8,6 +8,7 @@
 
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QPointer>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -133,10 +134,11 @@ QLayout* DraftDialog::CreateButtons()
 
 void DraftDialog::SlotDiscard()
 {
+    const QPointer<DraftDialog> self(this);
     const int answer = PackagedMsgBox::warn(QStringLiteral("确定要丢弃这份草稿吗？丢弃后无法找回。"), this,
                                             QMessageBox::Yes | QMessageBox::No, true, nullptr,
                                             {{QMessageBox::Yes, QStringLiteral("丢弃")}});
-    if (answer == QMessageBox::Yes) {
+    if (self && answer == QMessageBox::Yes) {
         Choose(Choice::Discard);
     }
 }

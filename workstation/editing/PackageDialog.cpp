@@ -6,6 +6,7 @@
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbLabel.h>
 
+#include <QPointer>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -36,11 +37,12 @@ PackageDialog::~PackageDialog() = default;
 void PackageDialog::reject()
 {
     if (panel->IsChanged()) {
+        const QPointer<PackageDialog> self(this);
         const int answer = PackagedMsgBox::question(
             QStringLiteral("扩展包列表有未保存的修改，是否保存？"), this,
             QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, true, nullptr,
             {{QMessageBox::Yes, QStringLiteral("保存")}, {QMessageBox::No, QStringLiteral("不保存")}});
-        if (answer == QMessageBox::Cancel)
+        if (!self || answer == QMessageBox::Cancel)
             return;
         if (answer == QMessageBox::Yes)
             panel->Save();

@@ -67,11 +67,12 @@ public:
 
     void ShowMenu(int index, const QPoint& position)
     {
-        QMenu menu(q);
-        menu.setObjectName(QStringLiteral("tabMenu"));
+        // The bar takes it along.
+        const QPointer<QMenu> menu = new QMenu(q);
+        menu->setObjectName(QStringLiteral("tabMenu"));
         const auto add = [&menu](const QString& icon, const QString& text, const QString& name,
                                  bool enabled) {
-            QAction* action = menu.addAction(WbIcons::Get(icon), text);
+            QAction* action = menu->addAction(WbIcons::Get(icon), text);
             action->setObjectName(name);
             action->setEnabled(enabled);
             return action;
@@ -79,20 +80,23 @@ public:
         const bool onTab = index >= 0;
         const QAction* create =
             add(QStringLiteral("add"), QStringLiteral("新建"), QStringLiteral("actionAdd"), true);
-        menu.addSeparator();
+        menu->addSeparator();
         const QAction* rename = add(QStringLiteral("rename"), QStringLiteral("重命名\tF2"),
                                     QStringLiteral("actionRename"), onTab);
         const QAction* left = add(QStringLiteral("chevron-left"), QStringLiteral("左移\tCtrl+Shift+PgUp"),
                                   QStringLiteral("actionMoveLeft"), index > 0);
         const QAction* right = add(QStringLiteral("chevron-right"), QStringLiteral("右移\tCtrl+Shift+PgDown"),
                                    QStringLiteral("actionMoveRight"), onTab && index + 1 < strip->count());
-        menu.addSeparator();
+        menu->addSeparator();
         const QAction* remove = add(QStringLiteral("delete"), QStringLiteral("删除\tDel"),
                                     QStringLiteral("actionDelete"), onTab && strip->count() > 1);
 
-        const QPointer<RpaTabBar> guard(q);
-        const QAction* chosen = menu.exec(position);
-        if (!guard || !chosen) {
+        const QAction* chosen = menu->exec(position);
+        if (!menu) {
+            return;
+        }
+        menu->deleteLater(); // not yet: its actions are compared
+        if (!chosen) {
             return;
         }
         if (chosen == create) {

@@ -75,6 +75,7 @@ private slots:
     void staysWhenTheOwnerRefusesAMove();
     void doesNotMoveOnAClick();
     void offersItsGesturesInAMenu();
+    void isTakenAwayWhileItsMenuIsOpen();
     void scrollsInsteadOfGrowing();
     void ignoresIndexesOutOfRange();
 
@@ -369,6 +370,19 @@ void TestTabBar::offersItsGesturesInAMenu()
 
     QCOMPARE(rename.count(), 1);
     QCOMPARE(rename.at(0).at(0).toInt(), 0);
+}
+
+void TestTabBar::isTakenAwayWhileItsMenuIsOpen()
+{
+    bar->Initialize(kThree);
+    QTimer::singleShot(0, this, [this] { bar.reset(); });
+
+    const QPoint onFirst = strip->tabRect(0).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, onFirst, strip->mapToGlobal(onFirst));
+    QApplication::sendEvent(strip, &event);
+
+    QVERIFY(!bar);
+    QVERIFY(!QApplication::activePopupWidget());
 }
 
 void TestTabBar::scrollsInsteadOfGrowing()
