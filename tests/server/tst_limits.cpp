@@ -1,0 +1,147 @@
+#include "http/BodyBudget.h"
+#include "http/PeerAddress.h"
+
+#include <QTest>
+
+#include <memory>
+
+using namespace server;
+
+// What a stranger, an account and an address may take of the server, without a network.
+class LimitsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void boundsTheBodiesOfOneAccount();
+    void boundsTheBodiesOfOneAddress();
+    void boundsAllBodiesTogether();
+    void keepsRoomForRequestsWhenAnswersTakeTheirPart();
+    void letsSmallBodiesPassWhenNothingIsLeft();
+    void keepsWhatItHeldWhenItMayNotGrow();
+    void knowsAnAddressByWhatItsClientWasGiven_data();
+    void knowsAnAddressByWhatItsClientWasGiven();
+};
+
+namespace
+{
+constexpr qint64 large = BodyBudget::freeBytes + 1000;
+const QString anna = QStringLiteral("anna");
+const QString bert = QStringLiteral("bert");
+} // namespace
+
+void LimitsTest::boundsTheBodiesOfOneAccount()
+{
+    BodyBudget budget({100 * large, 2 * large, 100 * large});
+    BodyBudget::Share first(budget, "here");
+    BodyBudget::Share second(budget, "there");
+    BodyBudget::Share third(budget, "elsewhere");
+    QVERIFY(first.HoldRequest(anna, large));
+    QVERIFY(second.HoldRequest(anna, large));
+
+    QVERIFY(!third.HoldRequest(anna, large));
+    QVERIFY(third.HoldRequest(bert, large));
+    first.Release();
+    BodyBudget::Share later(budget, "here");
+    QVERIFY(later.HoldRequest(anna, large));
+}
+
+void LimitsTest::boundsTheBodiesOfOneAddress()
+{
+    BodyBudget budget({100 * large, 100 * large, 2 * large});
+    BodyBudget::Share first(budget, "here");
+    BodyBudget::Share second(budget, "here");
+    BodyBudget::Share third(budget, "here");
+    BodyBudget::Share other(budget, "there");
+    QVERIFY(first.HoldRequest(anna, large));
+    QVERIFY(second.HoldRequest(bert, large));
+
+    QVERIFY(!third.HoldRequest(QStringLiteral("carl"), large));
+    QVERIFY(other.HoldRequest(anna, large));
+}
+
+void LimitsTest::boundsAllBodiesTogether()
+{
+    BodyBudget budget({2 * large, 100 * large, 100 * large});
+    auto first = std::make_unique<BodyBudget::Share>(budget, "here");
+    BodyBudget::Share second(budget, "there");
+    BodyBudget::Share third(budget, "elsewhere");
+    QVERIFY(first->HoldRequest(anna, large));
+    QVERIFY(second.HoldRequest(bert, large));
+    QCOMPARE(budget.Used(), 2 * large);
+
+    QVERIFY(!third.HoldRequest({}, large));
+    first.reset();
+    QCOMPARE(budget.Used(), large);
+    QVERIFY(third.HoldRequest({}, large));
+}
+
+void LimitsTest::keepsRoomForRequestsWhenAnswersTakeTheirPart()
+{
+    BodyBudget budget({4 * large, 100 * large, 100 * large});
+    std::vector<std::unique_ptr<BodyBudget::Share>> answers;
+    for (int i = 0; i < 3; ++i) {
+        answers.push_back(std::make_unique<BodyBudget::Share>(budget, "here"));
+        QVERIFY(answers.back()->HoldAnswer(anna, large));
+    }
+    BodyBudget::Share next(budget, "there");
+
+    QVERIFY(!next.HoldAnswer(bert, large));
+    QVERIFY(next.HoldRequest(bert, large));
+}
+
+void LimitsTest::letsSmallBodiesPassWhenNothingIsLeft()
+{
+    BodyBudget budget({large, large, large});
+    BodyBudget::Share first(budget, "here");
+    BodyBudget::Share second(budget, "here");
+    QVERIFY(first.HoldRequest(anna, large));
+
+    QVERIFY(second.HoldRequest(anna, BodyBudget::freeBytes));
+    QVERIFY(second.HoldAnswer(anna, BodyBudget::freeBytes));
+    QVERIFY(!second.HoldRequest(anna, BodyBudget::freeBytes + 1));
+}
+
+void LimitsTest::keepsWhatItHeldWhenItMayNotGrow()
+{
+    BodyBudget budget({3 * large, 3 * large, 3 * large});
+    BodyBudget::Share share(budget, "here");
+    QVERIFY(share.HoldRequest(anna, large));
+    QVERIFY(share.HoldRequest(anna, 2 * large));
+
+    QVERIFY(!share.HoldRequest(anna, 4 * large));
+
+    QCOMPARE(budget.Used(), 2 * large);
+    QVERIFY(share.HoldAnswer(bert, large));
+    QCOMPARE(budget.Used(), large);
+}
+
+void LimitsTest::knowsAnAddressByWhatItsClientWasGiven_data()
+{
+    QTest::addColumn<QByteArray>("one");
+    QTest::addColumn<QByteArray>("other");
+    QTest::addColumn<bool>("same");
+    QTest::addColumn<bool>("loopback");
+    QTest::newRow("two IPv4 addresses") << QByteArray("192.0.2.1") << QByteArray("192.0.2.2") << false << false;
+    QTest::newRow("one IPv6 network") << QByteArray("2001:db8:1:2::1") << QByteArray("2001:db8:1:2:ff::9") << true
+                                      << false;
+    QTest::newRow("two IPv6 networks") << QByteArray("2001:db8:1:2::1") << QByteArray("2001:db8:1:3::1") << false
+                                       << false;
+    QTest::newRow("IPv4 inside IPv6") << QByteArray("::ffff:127.0.0.1") << QByteArray("127.0.0.1") << true << true;
+    QTest::newRow("two of this machine") << QByteArray("127.0.0.1") << QByteArray("127.0.0.2") << false << true;
+}
+
+void LimitsTest::knowsAnAddressByWhatItsClientWasGiven()
+{
+    QFETCH(QByteArray, one);
+    QFETCH(QByteArray, other);
+    QFETCH(bool, same);
+    const PeerAddress first(net::ip::make_address(one.constData()));
+    const PeerAddress second(net::ip::make_address(other.constData()));
+
+    QCOMPARE(first.key == second.key, same);
+    QTEST(first.isLoopback, "loopback");
+}
+
+QTEST_GUILESS_MAIN(LimitsTest)
+#include "tst_limits.moc"
