@@ -106,11 +106,12 @@ void Sessions::WriteUse(const QByteArray& hash, qint64 now)
     store.Submit({touch, [](const std::exception_ptr&) {}, 0});
 }
 
-bool Sessions::IsKnownWithoutStore(const QByteArray& token)
+std::optional<Account> Sessions::AccountWithoutStore(const QByteArray& token)
 {
     const QByteArray hash = Sha256(token);
     const std::lock_guard lock(mutex);
-    return entries.contains(hash);
+    const auto found = entries.constFind(hash);
+    return found == entries.constEnd() ? std::nullopt : std::optional(found->session.account);
 }
 
 void Sessions::Close(const QByteArray& token)

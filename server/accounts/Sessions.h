@@ -33,8 +33,8 @@ public:
     // Blocks until it is committed.
     SignedIn Open(const Account& account, SessionLife life, QByteArray& newToken);
 
-    std::optional<SignedIn> Find(const QByteArray& token); // may ask the store
-    bool IsKnownWithoutStore(const QByteArray& token);     // never blocks
+    std::optional<SignedIn> Find(const QByteArray& token);               // may ask the store
+    std::optional<Account> AccountWithoutStore(const QByteArray& token); // if known; never blocks
     void Close(const QByteArray& token);
 
 private:

@@ -105,6 +105,8 @@ struct Service::Parts
         Metrics& figures = dispatcher.Figures();
         figures.AddGauge("rpa_connections", "Open connections.", "gauge",
                          [this] { return static_cast<double>(server.OpenConnections()); });
+        figures.AddGauge("rpa_body_bytes", "Memory that larger bodies in flight take.", "gauge",
+                         [this] { return static_cast<double>(server.BodyBytes()); });
         AddWriterFigure("rpa_store_commits_total", "Committed groups of writes.", "counter",
                         &WriterFigures::commits);
         AddWriterFigure("rpa_store_writes_total", "Writes in those groups.", "counter",

@@ -1,5 +1,7 @@
 #include "Connection.h"
 
+#include "ResponseHead.h"
+
 #include <algorithm>
 #ifdef __linux__
 #include <netinet/tcp.h>
@@ -14,7 +16,7 @@ QByteArray ToBytes(beast::string_view text)
     return QByteArray(text.data(), static_cast<int>(text.size()));
 }
 
-RequestHead HeadOf(const http::request<ByteArrayBody>& message, bool fromLoopback)
+RequestHead HeadOf(const http::request<ByteArrayBody>& message)
 {
     RequestHead head;
     head.method = ToBytes(message.method_string());
@@ -22,60 +24,35 @@ RequestHead HeadOf(const http::request<ByteArrayBody>& message, bool fromLoopbac
     const int mark = target.indexOf('?');
     head.path = mark < 0 ? target : target.left(mark);
     head.query = mark < 0 ? QByteArray() : target.mid(mark + 1);
-    head.fromLoopback = fromLoopback;
     for (const auto& field : message)
         head.headers.emplace_back(ToBytes(field.name_string()).toLower(), ToBytes(field.value()));
     return head;
 }
 
-Response RefusalFor(int status)
-{
-    switch (status) {
-    case 413:
-        return Response::Refuse(413, "body-too-large", QStringLiteral("内容超过大小上限，无法提交。"));
-    case 414:
-        return Response::Refuse(414, "url-too-long", QStringLiteral("请求地址过长。"));
-    case 431:
-        return Response::Refuse(431, "header-too-large", QStringLiteral("请求头过大。"));
-    case 503:
-        return Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。"))
-            .With("Retry-After", "2");
-    default:
-        return Response::Refuse(400, "bad-request", QStringLiteral("请求格式不正确。"));
-    }
-}
-
-void Tune(Socket& socket)
-{
-    beast::error_code ignored;
-    socket.set_option(tcp::no_delay(true), ignored);
-}
-
 // A client that writes head and body apart waits for our acknowledgement in between, up to 40 ms when it is
 // delayed. The kernel takes the option back by itself, hence after each read.
-void AcknowledgeAtOnce([[maybe_unused]] Socket& socket)
+void AcknowledgeAtOnce([[maybe_unused]] Stream& stream)
 {
 #ifdef TCP_QUICKACK
     const int on = 1;
-    ::setsockopt(socket.native_handle(), IPPROTO_TCP, TCP_QUICKACK, &on, sizeof on);
+    ::setsockopt(stream.socket().native_handle(), IPPROTO_TCP, TCP_QUICKACK, &on, sizeof on);
 #endif
 }
 } // namespace
 
-Connection::Connection(ConnectionPool& thePool, Socket socket)
-    : pool(thePool), stream(std::move(socket)), buffer(largestRead)
+Connection::Connection(ConnectionPool& thePool, std::unique_ptr<Transport> theTransport,
+                       const PeerAddress& thePeer)
+    : pool(thePool), transport(std::move(theTransport)), peer(thePeer), share(pool.budget, peer.key),
+      buffer(largestRead)
 {
-    Tune(stream.socket());
-    AcknowledgeAtOnce(stream.socket());
-    beast::error_code ec;
-    const auto peer = stream.socket().remote_endpoint(ec);
-    fromLoopback = !ec && peer.address().is_loopback();
+    beast::error_code ignored;
+    Lowest().socket().set_option(tcp::no_delay(true), ignored);
+    AcknowledgeAtOnce(Lowest());
     ++pool.open;
 }
 
 Connection::~Connection()
 {
-    ReturnBudget();
     --pool.open;
     pool.Remove(place);
 }
@@ -83,12 +60,12 @@ Connection::~Connection()
 void Connection::Start()
 {
     place = pool.Add(shared_from_this());
-    net::dispatch(stream.get_executor(), [self = shared_from_this()] { self->AwaitRequest(); });
+    net::dispatch(Lowest().get_executor(), [self = shared_from_this()] { self->Open(); });
 }
 
 void Connection::CloseWhenIdle()
 {
-    net::dispatch(stream.get_executor(), [self = shared_from_this()] {
+    net::dispatch(Lowest().get_executor(), [self = shared_from_this()] {
         if (self->idle)
             self->Close();
     });
@@ -96,12 +73,22 @@ void Connection::CloseWhenIdle()
 
 void Connection::CloseNow()
 {
-    net::dispatch(stream.get_executor(), [self = shared_from_this()] { self->Close(); });
+    net::dispatch(Lowest().get_executor(), [self = shared_from_this()] { self->Close(); });
 }
 
 std::shared_ptr<Connection::Hold> Connection::HoldThis()
 {
-    return std::make_shared<Hold>(Hold{net::make_work_guard(stream.get_executor()), shared_from_this()});
+    return std::make_shared<Hold>(Hold{net::make_work_guard(Lowest().get_executor()), shared_from_this()});
+}
+
+void Connection::Open()
+{
+    Lowest().expires_after(pool.limits.head);
+    transport->Begin([self = shared_from_this()](beast::error_code ec, std::size_t) {
+        if (ec)
+            return self->Close();
+        self->AwaitRequest();
+    });
 }
 
 void Connection::AwaitRequest()
@@ -111,47 +98,47 @@ void Connection::AwaitRequest()
         return Close();
     if (buffer.size() == 0 && buffer.capacity() > smallRead)
         buffer.shrink_to_fit();
-    buffer.reserve(smallRead);
     parser.emplace();
     parser->header_limit(pool.limits.headerBytes);
     parser->body_limit(static_cast<std::uint64_t>(pool.limits.bodyBytes));
-    // The head's deadline starts with its first byte; until then only the idle limit counts.
-    stream.expires_after(buffer.size() > 0 ? pool.limits.head : pool.limits.idle);
-    http::async_read_some(
-        stream, buffer, *parser,
-        [self = shared_from_this()](beast::error_code ec, std::size_t) { self->OnFirstBytes(ec); });
+    if (buffer.size() > 0)
+        return OnHeadBytes();
+    Lowest().expires_after(pool.limits.idle);
+    ReadHead();
 }
 
-void Connection::OnFirstBytes(beast::error_code ec)
+void Connection::ReadHead()
 {
-    idle = false;
-    if (ec)
-        return OnReadError(ec);
-    AcknowledgeAtOnce(stream.socket());
-    if (parser->is_header_done())
-        return OnHead();
-    stream.expires_after(pool.limits.head);
-    http::async_read_header(stream, buffer, *parser,
-                            [self = shared_from_this()](beast::error_code error, std::size_t) {
-                                if (error)
-                                    return self->OnReadError(error);
-                                AcknowledgeAtOnce(self->stream.socket());
-                                self->OnHead();
-                            });
+    transport->ReadSome(buffer.prepare(std::min(smallRead, buffer.max_size() - buffer.size())),
+                        [self = shared_from_this()](beast::error_code ec, std::size_t count) {
+                            if (ec)
+                                return self->Close();
+                            AcknowledgeAtOnce(self->Lowest());
+                            self->buffer.commit(count);
+                            self->OnHeadBytes();
+                        });
 }
 
-void Connection::OnReadError(beast::error_code ec)
+void Connection::OnHeadBytes()
+{
+    // The head's deadline starts with its first byte; until then only the idle limit counts.
+    if (idle)
+        Lowest().expires_after(pool.limits.head);
+    idle = false;
+    beast::error_code ec;
+    buffer.consume(parser->put(buffer.data(), ec));
+    if (ec == http::error::need_more)
+        return buffer.size() < buffer.max_size() ? ReadHead() : Refuse(431);
+    if (ec)
+        return OnParseError(ec);
+    OnHead();
+}
+
+void Connection::OnParseError(beast::error_code ec)
 {
     if (ec == http::error::body_limit)
         return Refuse(413);
-    if (ec == http::error::header_limit)
-        return Refuse(431);
-    const bool clientGone = ec == http::error::end_of_stream || ec == http::error::partial_message ||
-                            ec == beast::error::timeout ||
-                            ec.category() != make_error_code(http::error::bad_method).category();
-    if (clientGone)
-        return Close();
-    Refuse(400);
+    Refuse(ec == http::error::header_limit ? 431 : 400);
 }
 
 void Connection::OnHead()
@@ -160,36 +147,39 @@ void Connection::OnHead()
         return Refuse(414);
     if (parser->get().version() != 11 && parser->get().version() != 10)
         return Refuse(400);
-    RequestHead head = HeadOf(parser->get(), fromLoopback);
-    const auto length = parser->content_length();
-    if (length)
-        head.contentLength = static_cast<qint64>(*length);
-    head.hasBody = parser->chunked() || (length && *length > 0);
+    pendingHead = HeadOf(parser->get());
+    pendingHead.fromLoopback = peer.isLoopback;
+    pendingHead.peer = peer.key;
+    if (const auto length = parser->content_length())
+        pendingHead.contentLength = static_cast<qint64>(*length);
+    pendingHead.hasBody = parser->chunked() || pendingHead.contentLength.value_or(0) > 0;
 
-    stream.expires_never();
-    pendingHead = head;
-    pool.handler->Admit(head, [hold = HoldThis()](std::optional<Response> refusal) {
-        net::dispatch(hold->connection->stream.get_executor(),
-                      [hold, refusal = std::move(refusal)]() mutable {
-                          if (refusal)
-                              return hold->connection->RefuseWith(std::move(*refusal));
-                          hold->connection->ReadBody();
+    Lowest().expires_never();
+    pool.handler->Admit(pendingHead, [hold = HoldThis()](Admission admission) {
+        net::dispatch(hold->connection->Lowest().get_executor(),
+                      [hold, admission = std::move(admission)]() mutable {
+                          hold->connection->OnAdmitted(std::move(admission));
                       });
     });
 }
 
-void Connection::ReadBody()
+void Connection::OnAdmitted(Admission admission)
 {
+    if (admission.refusal)
+        return RefuseWith(std::move(*admission.refusal));
+    body = {};
+    received = 0;
     if (parser->is_done())
         return OnRequest();
-    const std::int64_t expected = pendingHead.contentLength.value_or(pool.limits.bodyBytes);
-    if (!pool.TakeBodyBudget(expected))
+    const std::int64_t limit = std::min(admission.bodyLimit, pool.limits.bodyBytes);
+    const std::int64_t announced = pendingHead.contentLength.value_or(0);
+    if (announced > limit)
+        return Refuse(413);
+    account = admission.account;
+    if (!share.HoldRequest(account, announced))
         return Refuse(503);
-    budget = expected;
-    // As much is read at once as the buffer has room for.
-    buffer.reserve(static_cast<std::size_t>(std::clamp<std::int64_t>(expected, smallRead, largestRead)));
-    stream.expires_after(pool.limits.body +
-                         std::chrono::seconds(expected / pool.limits.slowestBytesPerSecond));
+    parser->body_limit(static_cast<std::uint64_t>(limit));
+    deadline = DeadlineFor(pendingHead.contentLength.value_or(limit));
     if (beast::iequals(parser->get()[http::field::expect], "100-continue"))
         return SendContinue();
     ReceiveBody();
@@ -198,37 +188,84 @@ void Connection::ReadBody()
 void Connection::SendContinue()
 {
     static const char text[] = "HTTP/1.1 100 Continue\r\n\r\n";
-    net::async_write(stream, net::buffer(text, sizeof text - 1),
-                     [self = shared_from_this()](beast::error_code ec, std::size_t) {
-                         if (ec)
-                             return self->Close();
-                         self->ReceiveBody();
-                     });
+    ExpireBy(deadline);
+    transport->WriteSome({net::buffer(text, sizeof text - 1)},
+                         [self = shared_from_this()](beast::error_code ec, std::size_t count) {
+                             if (ec || count != sizeof text - 1)
+                                 return self->Close();
+                             self->ReceiveBody();
+                         });
 }
 
 void Connection::ReceiveBody()
 {
-    http::async_read_some(stream, buffer, *parser,
-                          [self = shared_from_this()](beast::error_code ec, std::size_t) {
-                              if (ec)
-                                  return self->OnReadError(ec);
-                              AcknowledgeAtOnce(self->stream.socket());
-                              if (self->parser->is_done())
-                                  return self->OnRequest();
-                              self->ReceiveBody();
-                          });
+    if (parser->chunked()) {
+        parser->eager(true);
+        return OnChunkBytes();
+    }
+    // A body of known length goes where it stays, past the parser.
+    body.resize(static_cast<int>(*pendingHead.contentLength));
+    const auto here =
+        net::buffer_copy(net::buffer(body.data(), static_cast<std::size_t>(body.size())), buffer.data());
+    buffer.consume(here);
+    received = static_cast<std::int64_t>(here);
+    ReceiveRest();
+}
+
+void Connection::ReceiveRest()
+{
+    if (received == body.size())
+        return OnRequest();
+    ExpireBy(deadline);
+    transport->ReadSome(net::buffer(body.data() + received, static_cast<std::size_t>(body.size() - received)),
+                        [self = shared_from_this()](beast::error_code ec, std::size_t count) {
+                            if (ec)
+                                return self->Close();
+                            AcknowledgeAtOnce(self->Lowest());
+                            self->received += static_cast<std::int64_t>(count);
+                            self->ReceiveRest();
+                        });
+}
+
+void Connection::ReceiveChunks()
+{
+    if (buffer.size() == buffer.max_size())
+        return Refuse(400);
+    ExpireBy(deadline);
+    transport->ReadSome(buffer.prepare(buffer.max_size() - buffer.size()),
+                        [self = shared_from_this()](beast::error_code ec, std::size_t count) {
+                            if (ec)
+                                return self->Close();
+                            AcknowledgeAtOnce(self->Lowest());
+                            self->buffer.commit(count);
+                            self->OnChunkBytes();
+                        });
+}
+
+void Connection::OnChunkBytes()
+{
+    beast::error_code ec;
+    buffer.consume(parser->put(buffer.data(), ec));
+    if (ec && ec != http::error::need_more)
+        return OnParseError(ec);
+    if (!share.HoldRequest(account, parser->get().body().capacity()))
+        return Refuse(503);
+    if (!parser->is_done())
+        return ReceiveChunks();
+    body = std::move(parser->get().body());
+    OnRequest();
 }
 
 void Connection::OnRequest()
 {
-    stream.expires_never();
+    Lowest().expires_never();
     keepAlive = parser->get().keep_alive();
     Request request;
     static_cast<RequestHead&>(request) = std::move(pendingHead);
-    request.body = std::move(parser->get().body());
-    parser->get().body() = {};
+    request.body = std::move(body);
+    body = {};
     pool.handler->Handle(std::move(request), [hold = HoldThis()](Response response) {
-        net::dispatch(hold->connection->stream.get_executor(),
+        net::dispatch(hold->connection->Lowest().get_executor(),
                       [hold, response = std::move(response)]() mutable {
                           hold->connection->Send(std::move(response));
                       });
@@ -250,39 +287,45 @@ void Connection::RefuseWith(Response response)
 
 void Connection::Send(Response response)
 {
-    ReturnBudget();
-    outgoing.emplace();
-    auto& message = *outgoing;
-    message.version(11);
-    message.result(static_cast<unsigned>(response.status));
-    if (!response.contentType.isEmpty())
-        message.set(http::field::content_type, response.contentType.constData());
-    message.set(http::field::cache_control, "no-store");
-    message.set("X-Content-Type-Options", "nosniff");
-    for (const auto& [name, value] : response.headers)
-        message.set(beast::string_view(name.constData(), static_cast<std::size_t>(name.size())),
-                    beast::string_view(value.constData(), static_cast<std::size_t>(value.size())));
-    message.keep_alive(keepAlive && !pool.stopping);
-    const auto size = response.body.size();
-    message.body() = std::move(response.body);
-    if (response.status != 204)
-        message.content_length(static_cast<std::uint64_t>(size));
-    stream.expires_after(pool.limits.body + std::chrono::seconds(size / pool.limits.slowestBytesPerSecond));
-    http::async_write(stream, message,
-                      [self = shared_from_this()](beast::error_code ec, std::size_t) { self->OnSent(ec); });
+    if (!share.HoldAnswer(response.account, response.body.size())) {
+        pool.handler->OnRefusedByLimit(503);
+        share.Release();
+        response = RefusalFor(503);
+    }
+    keepAlive = keepAlive && !pool.stopping;
+    head = ResponseHead(response, keepAlive);
+    body = std::move(response.body);
+    sent = 0;
+    deadline = DeadlineFor(body.size());
+    SendRest();
 }
 
-void Connection::OnSent(beast::error_code ec)
+void Connection::SendRest()
 {
-    const bool again = !ec && outgoing->keep_alive();
-    outgoing.reset();
-    if (ec)
-        return Close();
-    if (again)
+    const auto bodyStart = sent > head.size() ? sent - head.size() : 0;
+    const Transport::Buffers rest{net::buffer(head) + sent,
+                                  net::const_buffer(body.constData(), static_cast<std::size_t>(body.size())) +
+                                      bodyStart};
+    ExpireBy(deadline);
+    transport->WriteSome(rest, [self = shared_from_this()](beast::error_code ec, std::size_t count) {
+        if (ec)
+            return self->Close();
+        self->sent += count;
+        if (self->sent < self->head.size() + static_cast<std::size_t>(self->body.size()))
+            return self->SendRest();
+        self->OnSent();
+    });
+}
+
+void Connection::OnSent()
+{
+    body = {};
+    share.Release();
+    if (keepAlive)
         return AwaitRequest();
     beast::error_code ignored;
-    stream.socket().shutdown(tcp::socket::shutdown_send, ignored);
-    stream.expires_after(std::chrono::seconds(2));
+    Lowest().socket().shutdown(tcp::socket::shutdown_send, ignored);
+    Lowest().expires_after(std::chrono::seconds(2));
     Linger();
 }
 
@@ -292,24 +335,30 @@ void Connection::Linger()
     if (pool.stopping)
         return Close();
     buffer.clear();
-    stream.async_read_some(buffer.prepare(largestRead),
-                           [self = shared_from_this()](beast::error_code ec, std::size_t) {
-                               if (ec)
-                                   return self->Close();
-                               self->Linger();
-                           });
-}
-
-void Connection::ReturnBudget()
-{
-    pool.ReturnBodyBudget(budget);
-    budget = 0;
+    transport->ReadSome(buffer.prepare(largestRead),
+                        [self = shared_from_this()](beast::error_code ec, std::size_t) {
+                            if (ec)
+                                return self->Close();
+                            self->Linger();
+                        });
 }
 
 void Connection::Close()
 {
     beast::error_code ignored;
-    stream.socket().shutdown(tcp::socket::shutdown_both, ignored);
-    stream.close();
+    Lowest().socket().shutdown(tcp::socket::shutdown_both, ignored);
+    Lowest().close();
+}
+
+Connection::TimePoint Connection::DeadlineFor(std::int64_t bytes) const
+{
+    return std::chrono::steady_clock::now() + pool.limits.body +
+           std::chrono::seconds(bytes / pool.limits.slowestBytesPerSecond);
+}
+
+// What stalls is dropped, however much time its size would give it.
+void Connection::ExpireBy(TimePoint latest)
+{
+    Lowest().expires_at(std::min(latest, std::chrono::steady_clock::now() + pool.limits.stall));
 }
 } // namespace server

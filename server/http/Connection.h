@@ -1,12 +1,15 @@
 #pragma once
 
-#include "BeastTypes.h"
+#include "BodyBudget.h"
 #include "ByteArrayBody.h"
 #include "ConnectionPool.h"
+#include "PeerAddress.h"
 #include "Request.h"
+#include "Transport.h"
 
+#include <chrono>
 #include <memory>
-#include <optional>
+#include <string>
 
 namespace server
 {
@@ -14,7 +17,7 @@ namespace server
 class Connection : public std::enable_shared_from_this<Connection>
 {
 public:
-    Connection(ConnectionPool& pool, Socket socket);
+    Connection(ConnectionPool& pool, std::unique_ptr<Transport> transport, const PeerAddress& peer);
 
     ~Connection();
 
@@ -27,6 +30,8 @@ public:
     void CloseNow();
 
 private:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
     static constexpr std::size_t smallRead = 4 * 1024; // what an idle connection may hold
     static constexpr std::size_t largestRead = 64 * 1024;
 
@@ -38,32 +43,46 @@ private:
         std::shared_ptr<Connection> connection;
     };
 
+    Stream& Lowest() const { return transport->Lowest(); }
     std::shared_ptr<Hold> HoldThis();
+    void Open();
     void AwaitRequest();
-    void OnFirstBytes(beast::error_code ec);
-    void OnReadError(beast::error_code ec);
+    void ReadHead();
+    void OnHeadBytes();
+    void OnParseError(beast::error_code ec);
     void OnHead();
-    void ReadBody();
+    void OnAdmitted(Admission admission);
     void SendContinue();
     void ReceiveBody();
+    void ReceiveChunks();
+    void OnChunkBytes();
+    void ReceiveRest();
     void OnRequest();
     void Refuse(int status);
     void RefuseWith(Response response);
     void Send(Response response);
-    void OnSent(beast::error_code ec);
+    void SendRest();
+    void OnSent();
     void Linger();
-    void ReturnBudget();
     void Close();
+
+    TimePoint DeadlineFor(std::int64_t bytes) const;
+    void ExpireBy(TimePoint deadline);
 
     ConnectionPool& pool;
     ConnectionPool::Place place;
-    Stream stream;
+    const std::unique_ptr<Transport> transport;
+    const PeerAddress peer;
+    BodyBudget::Share share;
     beast::flat_buffer buffer;
     boost::optional<http::request_parser<ByteArrayBody>> parser;
-    std::optional<http::response<ByteArrayBody>> outgoing;
     RequestHead pendingHead;
-    std::int64_t budget = 0;
-    bool fromLoopback = false;
+    QString account;           // whose body it is; empty: nobody's
+    QByteArray body;           // that is being received or sent
+    std::int64_t received = 0; // of a body whose length was announced
+    std::string head;          // of the answer
+    std::size_t sent = 0;      // of head and body of the answer
+    TimePoint deadline;        // for the body that is being received or the answer that is being sent
     bool keepAlive = false;
     bool idle = true;
 };

@@ -2,7 +2,11 @@
 
 namespace server
 {
-ConnectionPool::ConnectionPool(const HttpLimits& theLimits) : limits(theLimits) {}
+ConnectionPool::ConnectionPool(const HttpLimits& theLimits)
+    : limits(theLimits),
+      budget({limits.bodyBytesInFlight, limits.bodyBytesPerAccount, limits.bodyBytesPerAddress})
+{
+}
 
 ConnectionPool::Place ConnectionPool::Add(const std::shared_ptr<Connection>& connection)
 {
@@ -28,18 +32,5 @@ std::vector<std::shared_ptr<Connection>> ConnectionPool::Live()
             live.push_back(std::move(connection));
     }
     return live;
-}
-
-bool ConnectionPool::TakeBodyBudget(std::int64_t bytes)
-{
-    if (bodyBytes.fetch_add(bytes) + bytes <= limits.bodyBytesInFlight)
-        return true;
-    bodyBytes -= bytes;
-    return false;
-}
-
-void ConnectionPool::ReturnBodyBudget(std::int64_t bytes)
-{
-    bodyBytes -= bytes;
 }
 } // namespace server

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "BodyBudget.h"
 #include "HttpServer.h"
 
 #include <atomic>
@@ -26,18 +27,14 @@ public:
     void Remove(Place place);
     std::vector<std::shared_ptr<Connection>> Live();
 
-    // Whether a body of that size may be received now; then ReturnBodyBudget gives it back.
-    bool TakeBodyBudget(std::int64_t bytes);
-    void ReturnBodyBudget(std::int64_t bytes);
-
     const HttpLimits limits;
+    BodyBudget budget;
     IHttpHandler* handler = nullptr; // while the server runs
     std::atomic<bool> stopping{false};
     std::atomic<int> open{0};
     std::function<void()> onEmptied; // set before the first connection
 
 private:
-    std::atomic<std::int64_t> bodyBytes{0};
     std::mutex mutex;
     std::list<std::weak_ptr<Connection>> connections;
 };

@@ -8,7 +8,6 @@ namespace
 {
 using SteadyClock = std::chrono::steady_clock;
 
-constexpr qint64 smallBodyBytes = 64 * 1024;
 constexpr auto slow = std::chrono::seconds(1);
 
 std::vector<QByteArray> LabelsOf(const Router& router)
@@ -40,6 +39,18 @@ Response Unauthorized()
 Response Busy()
 {
     return Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2");
+}
+
+std::optional<Response> RefusalByRole(const Account& account, const Route& route)
+{
+    if (route.access == Access::Administrator && !account.IsAdministrator())
+        return Response::Refuse(403, "forbidden", QStringLiteral("您没有执行此操作的权限。"));
+    return std::nullopt;
+}
+
+Admission AdmissionOf(const Account& account, const Route& route)
+{
+    return {RefusalByRole(account, route), route.bodyLimit, account.pin};
 }
 } // namespace
 
@@ -73,7 +84,7 @@ std::optional<Response> Dispatcher::RefusalOfHead(const RequestHead& head, const
     return std::nullopt;
 }
 
-void Dispatcher::Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide)
+void Dispatcher::Admit(const RequestHead& head, std::function<void(Admission)> decide)
 {
     const Router::Match match = router.Find(head.method, head.path);
     if (auto refusal = RefusalOfHead(head, match)) {
@@ -83,22 +94,29 @@ void Dispatcher::Admit(const RequestHead& head, std::function<void(std::optional
                 .Member("path", QString::fromUtf8(head.path.left(200)))
                 .Member("status", refusal->status);
         });
-        return decide(std::move(refusal));
+        return decide({std::move(refusal), 0, {}});
     }
-    // Nobody without a session may make the server take in a large body.
-    const bool large = head.hasBody && head.contentLength.value_or(smallBodyBytes + 1) > smallBodyBytes;
+    // Nobody without the right to it may make the server take in a body.
+    if (!head.hasBody || !NeedsToken(*match.route))
+        return decide({std::nullopt, match.route->bodyLimit, {}});
     const QByteArray token = TokenOf(head);
-    if (!large || !NeedsToken(*match.route) || sessions.IsKnownWithoutStore(token))
-        return decide(std::nullopt);
-    const auto ask = [this, token, decide] {
+    if (const auto account = sessions.AccountWithoutStore(token))
+        return decide(AdmissionOf(*account, *match.route));
+    AskStore(token, *match.route, std::move(decide));
+}
+
+void Dispatcher::AskStore(const QByteArray& token, const Route& route, std::function<void(Admission)> decide)
+{
+    const auto ask = [this, token, &route, decide] {
         try {
-            decide(sessions.Find(token) ? std::nullopt : std::optional(Unauthorized()));
+            const auto session = sessions.Find(token);
+            decide(session ? AdmissionOf(session->account, route) : Admission{Unauthorized(), 0, {}});
         } catch (const StoreError&) {
-            decide(ResponseForFailure(std::current_exception()));
+            decide({ResponseForFailure(std::current_exception()), 0, {}});
         }
     };
     if (!pool.TryRun(ask))
-        decide(Busy());
+        decide({Busy(), 0, {}});
 }
 
 void Dispatcher::Handle(Request request, Reply reply)
@@ -121,18 +139,13 @@ std::optional<Response> Dispatcher::Authenticate(Request& request, const Route& 
     if (!session)
         return Unauthorized();
     request.account = session->account;
-    if (route.access == Access::Administrator && !session->account.IsAdministrator())
-        return Response::Refuse(403, "forbidden", QStringLiteral("您没有执行此操作的权限。"));
-    return std::nullopt;
+    return RefusalByRole(session->account, route);
 }
 
 void Dispatcher::Run(const std::shared_ptr<Job>& job)
 {
     try {
         const Route& route = *job->match.route;
-        if (job->request.body.size() > route.bodyLimit)
-            return Answer(*job, Response::Refuse(413, "body-too-large",
-                                                 QStringLiteral("内容超过大小上限，无法提交。")));
         if (auto refusal = Authenticate(job->request, route))
             return Answer(*job, std::move(*refusal));
         route.handler(job->request, [this, job](Response response) { Answer(*job, std::move(response)); });
@@ -147,6 +160,8 @@ void Dispatcher::Answer(const Job& job, Response response)
         std::chrono::duration_cast<std::chrono::microseconds>(SteadyClock::now() - job.start);
     metrics.Count(job.match.index, response.status, latency);
     Note(job, response, latency);
+    if (job.request.account)
+        response.account = job.request.account->pin;
     job.reply(std::move(response));
 }
 

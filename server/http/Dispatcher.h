@@ -21,7 +21,7 @@ public:
 
     Dispatcher(const Router& router, Sessions& sessions, Log& log, const Limits& limits);
 
-    void Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide) override;
+    void Admit(const RequestHead& head, std::function<void(Admission)> decide) override;
     void Handle(Request request, Reply reply) override;
     void OnRefusedByLimit(int status) override;
 
@@ -31,6 +31,7 @@ private:
     struct Job;
 
     std::optional<Response> RefusalOfHead(const RequestHead& head, const Router::Match& match) const;
+    void AskStore(const QByteArray& token, const Route& route, std::function<void(Admission)> decide);
     std::optional<Response> Authenticate(Request& request, const Route& route);
     void Run(const std::shared_ptr<Job>& job);
     void Answer(const Job& job, Response response);

@@ -48,7 +48,10 @@ void HttpServer::Private::OnAccepted(Socket socket)
         pool.handler->OnRefusedByLimit(503);
         return;
     }
-    std::make_shared<Connection>(pool, std::move(socket))->Start();
+    beast::error_code ec;
+    const PeerAddress peer(socket.remote_endpoint(ec).address());
+    if (!ec)
+        std::make_shared<Connection>(pool, MakePlainTransport(std::move(socket)), peer)->Start();
 }
 
 HttpServer::HttpServer(const HttpLimits& limits) : d(std::make_unique<Private>(limits)) {}
@@ -122,5 +125,10 @@ void HttpServer::OnTermination(std::function<void()> act)
 int HttpServer::OpenConnections() const
 {
     return d->pool.open;
+}
+
+std::int64_t HttpServer::BodyBytes() const
+{
+    return d->pool.budget.Used();
 }
 } // namespace server

@@ -15,13 +15,25 @@ struct HttpLimits
 {
     std::uint32_t headerBytes = 16 * 1024;
     std::int64_t bodyBytes = 64LL * 1024 * 1024;
-    std::int64_t bodyBytesInFlight = 1024LL * 1024 * 1024; // all bodies being received or worked on together
+    // Bodies being received, worked on or sent, beyond those that are too small to count (BodyBudget).
+    std::int64_t bodyBytesInFlight = 1024LL * 1024 * 1024;
+    std::int64_t bodyBytesPerAccount = 256LL * 1024 * 1024;
+    std::int64_t bodyBytesPerAddress = 512LL * 1024 * 1024;
     int urlBytes = 4 * 1024;
     int connections = 2000;
     std::chrono::seconds head{15};
     std::chrono::seconds idle{75};                     // between two requests of a connection
     std::chrono::seconds body{15};                     // plus the time that the size needs at
     std::int64_t slowestBytesPerSecond = 256LL * 1024; // this rate
+    std::chrono::milliseconds stall{10000};            // without a byte of a body in either direction
+};
+
+// What becomes of a request, decided on its head alone.
+struct Admission
+{
+    std::optional<Response> refusal; // given at once; nothing of the body is read
+    std::int64_t bodyLimit = 0;      // bytes that the body may have
+    QString account;                 // whose body it is; empty: nobody's
 };
 
 // What the HTTP layer asks of the layer above. Called on the network threads; must not block.
@@ -30,8 +42,9 @@ class IHttpHandler
 public:
     virtual ~IHttpHandler() = default;
 
-    // Decides on the head alone: a refusal, or nothing and the request is read to its end.
-    virtual void Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide) = 0;
+    // Called once the head is known; the body is read only when `decide` lets it. `decide` is called exactly
+    // once, from any thread.
+    virtual void Admit(const RequestHead& head, std::function<void(Admission)> decide) = 0;
 
     virtual void Handle(Request request, Reply reply) = 0;
 
@@ -61,6 +74,9 @@ public:
     void OnTermination(std::function<void()> act);
 
     int OpenConnections() const;
+
+    // What the bodies in flight take of their budget.
+    std::int64_t BodyBytes() const;
 
     struct Private;
 

@@ -24,6 +24,7 @@ struct RequestHead
     std::optional<qint64> contentLength;
     bool hasBody = false;
     bool fromLoopback = false;
+    QByteArray peer; // the client's address as the limits count it
 
     // The value of a header, given in lower case; null when it is missing.
     QByteArray Header(const char* name) const;
@@ -48,6 +49,7 @@ struct Response
     QByteArray contentType = QByteArrayLiteral("application/json");
     QByteArray body;
     Headers headers;
+    QString account; // whose share of the memory the body takes; empty: nobody's
 
     static Response Json(int status, QByteArray body);
     static Response Empty(int status = 204);

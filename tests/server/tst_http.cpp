@@ -1,8 +1,8 @@
+#include "RawClient.h"
 #include "base/Loopback.h"
 #include "http/HttpServer.h"
 
 #include <QElapsedTimer>
-#include <QTcpSocket>
 #include <QTest>
 
 #include <atomic>
@@ -14,22 +14,24 @@ using namespace std::chrono_literals;
 
 namespace
 {
-constexpr int waitMs = 10000;
+constexpr int largeAnswer = 32 * 1024 * 1024; // more than the system keeps for a reader that does not read
 
 // Answers with the number of body bytes it got; "/held" is answered when the test says so.
 class Echo : public IHttpHandler
 {
 public:
-    void Admit(const RequestHead& head, std::function<void(std::optional<Response>)> decide) override
+    void Admit(const RequestHead& head, std::function<void(Admission)> decide) override
     {
         if (head.path == "/refused")
-            return decide(Response::Refuse(403, "forbidden", QStringLiteral("不行")));
-        decide(std::nullopt);
+            return decide({Response::Refuse(403, "forbidden", QStringLiteral("不行")), 0, {}});
+        decide({std::nullopt, head.path == "/short" ? 10 : 1000000, QString::fromLatin1(head.query)});
     }
 
     void Handle(Request request, Reply reply) override
     {
         ++handled;
+        if (request.path == "/large")
+            return reply(LargeAnswer(request));
         if (request.path != "/held")
             return reply(Response::Json(200, QByteArray::number(request.body.size())));
         const std::lock_guard lock(mutex);
@@ -52,6 +54,13 @@ public:
     std::atomic<int> refused{0};
 
 private:
+    static Response LargeAnswer(const Request& request)
+    {
+        Response response = Response::Json(200, QByteArray(largeAnswer, 'x'));
+        response.account = QString::fromLatin1(request.query);
+        return response;
+    }
+
     std::mutex mutex;
     std::vector<Reply> held;
 };
@@ -72,8 +81,8 @@ HttpLimits SmallLimits()
 class Running
 {
 public:
-    Running()
-        : server(SmallLimits()), port(server.Listen("127.0.0.1", 0)), thread([this] { server.Run(echo, 2); })
+    explicit Running(const HttpLimits& limits = SmallLimits())
+        : server(limits), port(server.Listen("127.0.0.1", 0)), thread([this] { server.Run(echo, 2); })
     {
     }
     ~Running()
@@ -89,58 +98,6 @@ public:
     quint16 port;
     std::thread thread;
 };
-
-class Client
-{
-public:
-    explicit Client(quint16 port)
-    {
-        socket.connectToHost(QStringLiteral("127.0.0.1"), port);
-        socket.waitForConnected(waitMs);
-    }
-
-    void Send(const QByteArray& text)
-    {
-        socket.write(text);
-        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten(waitMs)) {
-        }
-    }
-
-    // Everything up to the end of one answer; what came when the server closed before.
-    QByteArray Receive()
-    {
-        QByteArray answer;
-        while (!IsComplete(answer)) {
-            if (socket.bytesAvailable() == 0 && !socket.waitForReadyRead(waitMs))
-                break;
-            answer += socket.readAll();
-        }
-        return answer;
-    }
-
-    bool WaitUntilClosed()
-    {
-        while (socket.state() == QAbstractSocket::ConnectedState && socket.waitForReadyRead(waitMs))
-            socket.readAll();
-        return socket.state() != QAbstractSocket::ConnectedState;
-    }
-
-    QTcpSocket socket;
-
-private:
-    static bool IsComplete(const QByteArray& answer)
-    {
-        const int end = answer.indexOf("\r\n\r\n");
-        const int at = answer.indexOf("Content-Length: ");
-        return end > 0 && at > 0 &&
-               answer.size() >= end + 4 + answer.mid(at + 16, answer.indexOf('\r', at) - at - 16).toInt();
-    }
-};
-
-int StatusOf(const QByteArray& answer)
-{
-    return answer.mid(9, 3).toInt();
-}
 
 const QByteArray get = "GET / HTTP/1.1\r\nHost: h\r\n\r\n";
 } // namespace
@@ -160,10 +117,15 @@ private slots:
     void dropsACutBody();
     void dropsASlowHead();
     void dropsASlowBody();
+    void dropsABodyThatStalls();
+    void dropsAReaderThatStalls();
+    void readsNoMoreOfABodyThanTheRouteTakes();
     void dropsAnIdleConnection();
     void servesOthersWhileClientsAreSlow();
     void refusesConnectionsBeyondTheLimit();
     void refusesBodiesBeyondTheMemoryLimit();
+    void countsABodyInChunksAsItGrows();
+    void refusesAnswersBeyondTheMemoryOfTheirAccount();
     void answersRequestsInFlightWhenStopped();
     void endsRequestsThatOutliveTheGrace();
     void knowsLoopbackNames_data();
@@ -208,12 +170,12 @@ void HttpTest::refusesWhatBreaksALimit()
     QFETCH(QByteArray, request);
     QFETCH(int, status);
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     client.Send(request);
     const QByteArray answer = client.Receive();
 
-    QCOMPARE(StatusOf(answer), status);
+    QCOMPARE(RawClient::StatusOf(answer), status);
     QCOMPARE(running.echo.handled.load(), status == 200 ? 1 : 0);
     QCOMPARE(running.echo.refused.load(), status == 200 ? 0 : 1);
     QVERIFY(status == 200 || answer.contains("\"message\":"));
@@ -222,18 +184,18 @@ void HttpTest::refusesWhatBreaksALimit()
 void HttpTest::answersAClientThatBreaksALimitAndKeepsSending()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 3000000\r\n\r\n");
     client.Send(QByteArray(3000000, 'x'));
 
-    QCOMPARE(StatusOf(client.Receive()), 413);
+    QCOMPARE(RawClient::StatusOf(client.Receive()), 413);
 }
 
 void HttpTest::servesRequestsOfOneConnectionOneAfterAnother()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     for (int i = 0; i < 3; ++i) {
         client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 4\r\n\r\nbody");
@@ -246,7 +208,7 @@ void HttpTest::servesRequestsOfOneConnectionOneAfterAnother()
 void HttpTest::takesABodyInChunks()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     client.Send(
         "PUT / HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\n4\r\ndefg\r\n0\r\n\r\n");
@@ -257,10 +219,10 @@ void HttpTest::takesABodyInChunks()
 void HttpTest::asksForTheBodyWhenTheClientWaits()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     client.Send("PUT / HTTP/1.1\r\nHost: h\r\nExpect: 100-continue\r\nContent-Length: 4\r\n\r\n");
-    QVERIFY(client.socket.waitForReadyRead(waitMs));
+    QVERIFY(client.socket.waitForReadyRead(RawClient::waitMs));
     QCOMPARE(client.socket.readAll(), QByteArray("HTTP/1.1 100 Continue\r\n\r\n"));
     client.Send("body");
 
@@ -270,11 +232,11 @@ void HttpTest::asksForTheBodyWhenTheClientWaits()
 void HttpTest::refusesByTheHeadWithoutReadingTheBody()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     client.Send("PUT /refused HTTP/1.1\r\nHost: h\r\nContent-Length: 50000\r\n\r\n");
 
-    QCOMPARE(StatusOf(client.Receive()), 403);
+    QCOMPARE(RawClient::StatusOf(client.Receive()), 403);
     QCOMPARE(running.echo.handled.load(), 0);
 }
 
@@ -282,7 +244,7 @@ void HttpTest::dropsACutBody()
 {
     Running running;
     {
-        Client client(running.port);
+        RawClient client(running.port);
         client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\nonly a part");
         client.socket.disconnectFromHost();
         QVERIFY(client.WaitUntilClosed());
@@ -295,7 +257,7 @@ void HttpTest::dropsACutBody()
 void HttpTest::dropsASlowHead()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
     QElapsedTimer elapsed;
     elapsed.start();
 
@@ -309,7 +271,7 @@ void HttpTest::dropsASlowHead()
 void HttpTest::dropsASlowBody()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
 
     client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\nslow");
 
@@ -317,12 +279,66 @@ void HttpTest::dropsASlowBody()
     QCOMPARE(running.echo.handled.load(), 0);
 }
 
+void HttpTest::dropsABodyThatStalls()
+{
+    HttpLimits limits = SmallLimits();
+    limits.body = 60s;
+    limits.stall = 300ms;
+    Running running(limits);
+    RawClient client(running.port);
+    RawClient steady(running.port);
+    QElapsedTimer elapsed;
+    elapsed.start();
+
+    client.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 1000\r\n\r\nslow");
+    steady.Send("PUT / HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n");
+    while (client.socket.state() == QAbstractSocket::ConnectedState &&
+           elapsed.elapsed() < RawClient::waitMs) {
+        steady.Send("1\r\nx\r\n");
+        client.socket.waitForReadyRead(20);
+    }
+    steady.Send("0\r\n\r\n");
+
+    QVERIFY(client.socket.state() != QAbstractSocket::ConnectedState);
+    QVERIFY(elapsed.elapsed() >= 290);
+    QCOMPARE(RawClient::StatusOf(steady.Receive()), 200);
+}
+
+void HttpTest::dropsAReaderThatStalls()
+{
+    HttpLimits limits = SmallLimits();
+    limits.body = 60s;
+    limits.stall = 300ms;
+    Running running(limits);
+    RawClient client(running.port);
+    client.socket.setReadBufferSize(1000);
+
+    client.Send("GET /large HTTP/1.1\r\nHost: h\r\n\r\n");
+
+    QTRY_COMPARE(running.server.OpenConnections(), 1);
+    QTRY_COMPARE(running.server.OpenConnections(), 0);
+}
+
+void HttpTest::readsNoMoreOfABodyThanTheRouteTakes()
+{
+    Running running;
+    RawClient chunks(running.port);
+    RawClient length(running.port);
+
+    chunks.Send("PUT /short HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\nb\r\n");
+    length.Send("PUT /short HTTP/1.1\r\nHost: h\r\nContent-Length: 11\r\n\r\n");
+
+    QCOMPARE(chunks.ReceiveStatus(), 413);
+    QCOMPARE(length.ReceiveStatus(), 413);
+    QCOMPARE(running.echo.handled.load(), 0);
+}
+
 void HttpTest::dropsAnIdleConnection()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
     client.Send(get);
-    QCOMPARE(StatusOf(client.Receive()), 200);
+    QCOMPARE(RawClient::StatusOf(client.Receive()), 200);
 
     QVERIFY(client.WaitUntilClosed());
 }
@@ -330,70 +346,109 @@ void HttpTest::dropsAnIdleConnection()
 void HttpTest::servesOthersWhileClientsAreSlow()
 {
     Running running;
-    std::vector<std::unique_ptr<Client>> slow;
+    std::vector<std::unique_ptr<RawClient>> slow;
     for (int i = 0; i < 4; ++i) {
-        slow.push_back(std::make_unique<Client>(running.port));
+        slow.push_back(std::make_unique<RawClient>(running.port));
         slow.back()->Send("GET / HT");
     }
     QElapsedTimer elapsed;
     elapsed.start();
 
-    Client quick(running.port);
+    RawClient quick(running.port);
     quick.Send(get);
 
-    QCOMPARE(StatusOf(quick.Receive()), 200);
+    QCOMPARE(RawClient::StatusOf(quick.Receive()), 200);
     QVERIFY(elapsed.elapsed() < 900);
 }
 
 void HttpTest::refusesConnectionsBeyondTheLimit()
 {
     Running running;
-    std::vector<std::unique_ptr<Client>> clients;
+    std::vector<std::unique_ptr<RawClient>> clients;
     for (int i = 0; i < 5; ++i) {
-        clients.push_back(std::make_unique<Client>(running.port));
+        clients.push_back(std::make_unique<RawClient>(running.port));
         clients.back()->Send(get);
-        QCOMPARE(StatusOf(clients.back()->Receive()), 200);
+        QCOMPARE(RawClient::StatusOf(clients.back()->Receive()), 200);
     }
 
-    Client beyond(running.port);
+    RawClient beyond(running.port);
     const QByteArray answer = beyond.Receive();
-    QCOMPARE(StatusOf(answer), 503);
+    QCOMPARE(RawClient::StatusOf(answer), 503);
     QVERIFY(answer.contains("Retry-After: 2"));
 
     clients.clear();
     QTRY_COMPARE(running.server.OpenConnections(), 0);
-    Client later(running.port);
+    RawClient later(running.port);
     later.Send(get);
-    QCOMPARE(StatusOf(later.Receive()), 200);
+    QCOMPARE(RawClient::StatusOf(later.Receive()), 200);
 }
 
 void HttpTest::refusesBodiesBeyondTheMemoryLimit()
 {
     Running running;
-    Client first(running.port);
+    RawClient first(running.port);
     first.Send("PUT /held HTTP/1.1\r\nHost: h\r\nContent-Length: 90000\r\n\r\n" + QByteArray(90000, 'x'));
     QTRY_COMPARE(running.echo.handled.load(), 1);
 
-    Client second(running.port);
+    RawClient second(running.port);
     second.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 90000\r\n\r\n");
     const QByteArray answer = second.Receive();
-    QCOMPARE(StatusOf(answer), 503);
+    QCOMPARE(RawClient::StatusOf(answer), 503);
     QVERIFY(answer.contains("Retry-After"));
 
     QVERIFY(running.echo.AnswerHeld());
-    QCOMPARE(StatusOf(first.Receive()), 200);
-    Client third(running.port);
+    QCOMPARE(RawClient::StatusOf(first.Receive()), 200);
+    RawClient third(running.port);
     third.Send("PUT / HTTP/1.1\r\nHost: h\r\nContent-Length: 90000\r\n\r\n" + QByteArray(90000, 'x'));
-    QCOMPARE(StatusOf(third.Receive()), 200);
+    QCOMPARE(RawClient::StatusOf(third.Receive()), 200);
+}
+
+void HttpTest::countsABodyInChunksAsItGrows()
+{
+    Running running;
+    RawClient first(running.port);
+    first.Send("PUT /?a HTTP/1.1\r\nHost: h\r\nTransfer-Encoding: chunked\r\n\r\n");
+    QTRY_COMPARE(running.server.OpenConnections(), 1);
+    QCOMPARE(running.server.BodyBytes(), 0);
+
+    first.Send("15F90\r\n" + QByteArray(90000, 'x') + "\r\n");
+    QTRY_VERIFY(running.server.BodyBytes() >= 90000);
+    first.Send("0\r\n\r\n");
+
+    QCOMPARE(first.ReceiveStatus(), 200);
+    QTRY_COMPARE(running.server.BodyBytes(), 0);
+}
+
+void HttpTest::refusesAnswersBeyondTheMemoryOfTheirAccount()
+{
+    HttpLimits limits = SmallLimits();
+    limits.bodyBytesInFlight = 10LL * largeAnswer;
+    limits.bodyBytesPerAccount = 2 * largeAnswer;
+    Running running(limits);
+    std::vector<std::unique_ptr<RawClient>> slow;
+    for (int i = 0; i < 3; ++i) {
+        slow.push_back(std::make_unique<RawClient>(running.port));
+        slow.back()->socket.setReadBufferSize(1000);
+        slow.back()->Send("GET /large?a HTTP/1.1\r\nHost: h\r\n\r\n");
+        QVERIFY(slow.back()->socket.waitForReadyRead(RawClient::waitMs));
+    }
+    QCOMPARE(RawClient::StatusOf(slow[0]->socket.peek(20)), 200);
+    QCOMPARE(RawClient::StatusOf(slow[1]->socket.peek(20)), 200);
+    QCOMPARE(RawClient::StatusOf(slow[2]->socket.peek(20)), 503);
+
+    RawClient other(running.port);
+    other.Send("GET /large?b HTTP/1.1\r\nHost: h\r\n\r\n");
+
+    QCOMPARE(other.ReceiveStatus(), 200);
 }
 
 void HttpTest::answersRequestsInFlightWhenStopped()
 {
     Running running;
-    Client idle(running.port);
+    RawClient idle(running.port);
     idle.Send(get);
-    QCOMPARE(StatusOf(idle.Receive()), 200);
-    Client busy(running.port);
+    QCOMPARE(RawClient::StatusOf(idle.Receive()), 200);
+    RawClient busy(running.port);
     busy.Send("GET /held HTTP/1.1\r\nHost: h\r\n\r\n");
     QTRY_COMPARE(running.echo.handled.load(), 2);
 
@@ -410,7 +465,7 @@ void HttpTest::answersRequestsInFlightWhenStopped()
 void HttpTest::endsRequestsThatOutliveTheGrace()
 {
     Running running;
-    Client client(running.port);
+    RawClient client(running.port);
     client.Send("GET /held HTTP/1.1\r\nHost: h\r\n\r\n");
     QTRY_COMPARE(running.echo.handled.load(), 1);
 
