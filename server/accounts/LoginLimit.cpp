@@ -1,35 +1,51 @@
 #include "LoginLimit.h"
 
+#include <algorithm>
+
 namespace server
 {
 namespace
 {
-constexpr std::size_t triesPerWindow = 5;
-constexpr qint64 windowMs = 60 * 1000;
-constexpr int manyAccounts = 10000;
+QByteArray PairOf(const QByteArray& account, const QByteArray& address)
+{
+    return account + '\0' + address;
+}
 } // namespace
 
-int LoginLimit::SecondsToWait(const QString& account, qint64 now)
+LoginLimit::LoginLimit(const LoginRates& rates)
+    : byPair(rates.perAccountAndAddress), byAddress(rates.perAddress), byAccount(rates.perAccount)
 {
+}
+
+int LoginLimit::SecondsToWait(const QString& name, const QByteArray& address, TimePoint now)
+{
+    const QByteArray account = name.toUtf8();
+    const QByteArray pair = PairOf(account, address);
     const std::lock_guard lock(mutex);
-    if (tries.size() > manyAccounts)
-        ForgetOld(now);
-    auto& mine = tries[account];
-    while (!mine.empty() && mine.front() <= now - windowMs)
-        mine.pop_front();
-    if (mine.size() >= triesPerWindow)
-        return static_cast<int>((mine.front() + windowMs - now + 999) / 1000);
-    mine.push_back(now);
+    const bool isFamiliar = familiar.contains(pair);
+    const int wait = std::max({byAddress.SecondsToWait(address, now), byPair.SecondsToWait(pair, now),
+                               isFamiliar ? 0 : byAccount.SecondsToWait(account, now)});
+    if (wait > 0)
+        return wait;
+    byAddress.Count(address, now);
+    byPair.Count(pair, now);
+    if (!isFamiliar)
+        byAccount.Count(account, now);
     return 0;
 }
 
-void LoginLimit::ForgetOld(qint64 now)
+void LoginLimit::Succeeded(const QString& account, const QByteArray& address)
 {
-    for (auto it = tries.begin(); it != tries.end();) {
-        if (it->empty() || it->back() <= now - windowMs)
-            it = tries.erase(it);
-        else
-            ++it;
+    const QByteArray pair = PairOf(account.toUtf8(), address);
+    const std::lock_guard lock(mutex);
+    byPair.Forget(pair);
+    if (familiar.contains(pair))
+        return;
+    if (familiarInOrder.size() >= mostFamiliar) {
+        familiar.remove(familiarInOrder.front());
+        familiarInOrder.pop_front();
     }
+    familiar.insert(pair);
+    familiarInOrder.push_back(pair);
 }
 } // namespace server

@@ -1,25 +1,47 @@
 #pragma once
 
-#include <QHash>
+#include "TryTable.h"
+
+#include <QSet>
 #include <QString>
 
-#include <deque>
 #include <mutex>
 
 namespace server
 {
-// At most five tries per account and minute at what could be guessed: passwords, also of accounts that do not
-// exist, and invitation codes. Any thread.
+// Tries a minute; 0: as many as they like.
+struct LoginRates
+{
+    int perAccountAndAddress = 5;
+    int perAddress = 30;
+    int perAccount = 50; // from addresses from which nobody has signed in to it
+};
+
+// How often passwords, also of accounts that do not exist, and invitation codes may be tried. Tries from one
+// address do not shut an account's owner out from another, and many addresses together do not shut her out
+// from one that she has used. Any thread.
 class LoginLimit
 {
 public:
-    // 0 when the try may be made (and is counted), else the seconds after which to come back.
-    int SecondsToWait(const QString& account, qint64 now);
+    using TimePoint = TryTable::TimePoint;
+
+    explicit LoginLimit(const LoginRates& rates = {});
+
+    // 0 when the try may be made (and is counted), else the seconds after which to come back. The address may
+    // be empty where it does not matter.
+    int SecondsToWait(const QString& account, const QByteArray& address, TimePoint now);
+
+    // The password was the right one.
+    void Succeeded(const QString& account, const QByteArray& address);
 
 private:
-    void ForgetOld(qint64 now);
+    static constexpr std::size_t mostFamiliar = 20000;
 
     std::mutex mutex;
-    QHash<QString, std::deque<qint64>> tries;
+    TryTable byPair;
+    TryTable byAddress;
+    TryTable byAccount;
+    QSet<QByteArray> familiar; // pairs of account and address with a right password
+    std::deque<QByteArray> familiarInOrder;
 };
 } // namespace server

@@ -127,7 +127,7 @@ struct Service::Parts
     HttpServer server{HttpLimits{}}; // threads of the parts below may hold its requests to the last
     Router router;
     LoginLimit loginLimit;
-    LoginLimit redeemLimit;
+    LoginLimit redeemLimit; // by account alone
     std::unique_ptr<IStore> store;
     Sessions sessions;
     TaskPool passwordPool;

@@ -80,7 +80,8 @@ void RedeemInvitation(Services& services, const Request& request, const Reply& r
     const QString code = std::get<QJsonObject>(parsed).value(QLatin1String("code")).toString();
     if (code.trimmed().isEmpty() || code.size() > longestTypedCode)
         return reply(wire::BadRequest("bad-code", QStringLiteral("请输入邀请码。")));
-    if (const int seconds = services.redeemLimit.SecondsToWait(request.account->pin, NowMs()))
+    if (const int seconds =
+            services.redeemLimit.SecondsToWait(request.account->pin, {}, std::chrono::steady_clock::now()))
         return reply(Response::Refuse(429, "too-many-tries",
                                       QStringLiteral("邀请码尝试过于频繁，请 %1 秒后再试。").arg(seconds))
                          .With("Retry-After", QByteArray::number(seconds)));

@@ -1,5 +1,4 @@
 #include "../accounts/Passwords.h"
-#include "../base/Clock.h"
 #include "../http/Dispatcher.h"
 #include "Services.h"
 #include "Wire.h"
@@ -34,17 +33,26 @@ Response TooManyTries(int seconds)
         .With("Retry-After", QByteArray::number(seconds));
 }
 
+struct Credentials
+{
+    QString pin;
+    QByteArray password;
+    SessionLife life;
+    QByteArray address; // where they come from
+};
+
 // On a thread of the password pool.
-Response SignIn(Services& services, const QString& pin, const QByteArray& password, SessionLife life)
+Response SignIn(Services& services, const Credentials& given)
 {
     try {
-        if (!VerifyPassword(services.store.PasswordHashOf(pin), password))
+        if (!VerifyPassword(services.store.PasswordHashOf(given.pin), given.password))
             return BadCredentials();
-        const auto account = services.store.FindAccount(pin);
+        const auto account = services.store.FindAccount(given.pin);
         if (!account)
             return BadCredentials();
+        services.loginLimit.Succeeded(given.pin, given.address);
         QByteArray token;
-        const SignedIn session = services.sessions.Open(*account, life, token);
+        const SignedIn session = services.sessions.Open(*account, given.life, token);
         return Response::Json(201, SessionText(session, token));
     } catch (...) {
         return ResponseForFailure(std::current_exception());
@@ -63,10 +71,12 @@ void OpenSession(Services& services, const Request& request, const Reply& reply)
         object.value(QLatin1String("stay")).toBool() ? SessionLife::Staying : SessionLife::Usual;
     if (pin.isEmpty() || pin.size() > 64 || password.isEmpty() || password.size() > maximalPasswordBytes)
         return reply(BadCredentials());
-    if (const int seconds = services.loginLimit.SecondsToWait(pin, NowMs()))
+    const auto now = std::chrono::steady_clock::now();
+    if (const int seconds = services.loginLimit.SecondsToWait(pin, request.peer, now))
         return reply(TooManyTries(seconds));
-    const bool queued = services.passwordPool.TryRun(
-        [&services, pin, password, life, reply] { reply(SignIn(services, pin, password, life)); });
+    const Credentials given{pin, password, life, request.peer};
+    const bool queued =
+        services.passwordPool.TryRun([&services, given, reply] { reply(SignIn(services, given)); });
     if (!queued)
         reply(
             Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));

@@ -28,7 +28,25 @@ public:
             if (!process.waitForReadyRead(waitMs))
                 return false;
         }
-        return process.readLine().startsWith("{\"listening\":\"http://");
+        ready = process.readLine();
+        return ready.startsWith("{\"listening\":\"http");
+    }
+
+    // The port that it said it listens on.
+    quint16 Port() const { return ready.mid(ready.lastIndexOf(':') + 1).split('"').first().toUShort(); }
+
+    // Adds an author to the store of a folder that no server uses yet.
+    static bool AddAuthor(const QString& folder, const QString& pin, const QByteArray& password)
+    {
+        PlainServer command({QStringLiteral("--data"), folder, QStringLiteral("account"),
+                             QStringLiteral("add"), pin, QStringLiteral("--name"), pin,
+                             QStringLiteral("--vender"), QStringLiteral("acme"), QStringLiteral("--roles"),
+                             QStringLiteral("author")});
+        if (!command.process.waitForStarted(waitMs))
+            return false;
+        command.process.write(password + '\n');
+        command.process.closeWriteChannel();
+        return command.ExitCode() == 0;
     }
 
     int ExitCode()
@@ -47,5 +65,6 @@ public:
     QProcess process;
 
 private:
+    QByteArray ready;
     QByteArray log;
 };

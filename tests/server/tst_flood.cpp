@@ -1,7 +1,9 @@
 #include "ApiClient.h"
+#include "PlainServer.h"
 #include "RawClient.h"
 #include "ServerProcess.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -18,7 +20,8 @@ double Figure(quint16 port, const QByteArray& name)
 {
     const QByteArray text = ApiClient(port, {}).Ask("GET", "/metrics").body;
     const int at = text.indexOf('\n' + name + ' ');
-    return at < 0 ? -1 : text.mid(at + name.size() + 2, text.indexOf('\n', at + 1)).split('\n').first().toDouble();
+    return at < 0 ? -1
+                  : text.mid(at + name.size() + 2, text.indexOf('\n', at + 1)).split('\n').first().toDouble();
 }
 
 QByteArray AppDataOf(int bytes)
@@ -43,6 +46,7 @@ private slots:
     void asksWhoIsThereBeforeTheBody();
     void savesForOthersWhileOneAccountFloods();
     void savesForOthersWhileManyReadSlowly();
+    void letsTheOwnerSignInWhileAnotherAddressGuesses();
 
 private:
     ApiClient Client(const char* pin) { return {server->Port(), Token(pin)}; }
@@ -90,8 +94,9 @@ Clients FloodTest::Open(int count, const QByteArray& request)
 
 void FloodTest::savesAndSignsInWhileStrangersSendEndlessBodies()
 {
-    const Clients strangers =
-        Open(16, "POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n1\r\n{\r\n");
+    const Clients strangers = Open(
+        16,
+        "POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n1\r\n{\r\n");
     QTRY_VERIFY(Figure(server->Port(), "rpa_connections") >= 17);
 
     const int signedIn = TrySigningIn();
@@ -105,7 +110,8 @@ void FloodTest::refusesAStrangersBodyByTheLimitOfItsRoute()
 {
     RawClient stranger(server->Port());
 
-    stranger.Send("POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n1001\r\n");
+    stranger.Send(
+        "POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nTransfer-Encoding: chunked\r\n\r\n1001\r\n");
 
     QCOMPARE(stranger.ReceiveStatus(), 413);
 }
@@ -129,7 +135,8 @@ void FloodTest::asksWhoIsThereBeforeTheBody()
     RawClient client(server->Port());
 
     client.Send(line + " HTTP/1.1\r\nHost: localhost\r\nContent-Length: 1000\r\n" +
-                (pin.isEmpty() ? QByteArray() : "Authorization: Bearer " + Token(pin.constData()) + "\r\n") + "\r\n");
+                (pin.isEmpty() ? QByteArray() : "Authorization: Bearer " + Token(pin.constData()) + "\r\n") +
+                "\r\n");
 
     QCOMPARE(client.ReceiveStatus(5000), status);
 }
@@ -137,9 +144,10 @@ void FloodTest::asksWhoIsThereBeforeTheBody()
 void FloodTest::savesForOthersWhileOneAccountFloods()
 {
     const QByteArray appId = NewApp("author-1");
-    const Clients flood = Open(20, "POST /api/v1/apps/" + appId + "/versions HTTP/1.1\r\nHost: localhost\r\n" +
-                                       "Authorization: Bearer " + Token("author-1") +
-                                       "\r\nContent-Length: " + QByteArray::number(64 * megabyte) + "\r\n\r\n{");
+    const Clients flood =
+        Open(20, "POST /api/v1/apps/" + appId + "/versions HTTP/1.1\r\nHost: localhost\r\n" +
+                     "Authorization: Bearer " + Token("author-1") +
+                     "\r\nContent-Length: " + QByteArray::number(64 * megabyte) + "\r\n\r\n{");
     QTRY_VERIFY(Figure(server->Port(), "rpa_connections") >= 21 ||
                 Figure(server->Port(), "rpa_body_bytes") >= 256 * megabyte);
 
@@ -152,9 +160,9 @@ void FloodTest::savesForOthersWhileManyReadSlowly()
     const QByteArray appId = NewApp("author-1");
     const auto saved = Client("author-1").Create(appId, "v", AppDataOf(60 * megabyte));
     QCOMPARE(saved.status, 201);
-    const QByteArray request = "GET /api/v1/versions/" + saved.json.value(QLatin1String("id")).toString().toLatin1() +
-                               "/data HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer " + Token("author-1") +
-                               "\r\n\r\n";
+    const QByteArray request =
+        "GET /api/v1/versions/" + saved.json.value(QLatin1String("id")).toString().toLatin1() +
+        "/data HTTP/1.1\r\nHost: localhost\r\nAuthorization: Bearer " + Token("author-1") + "\r\n\r\n";
 
     Clients readers = Open(10, request);
     int refused = 0;
@@ -167,6 +175,28 @@ void FloodTest::savesForOthersWhileManyReadSlowly()
     // 256 MB of answers for one account: four of them.
     QCOMPARE(refused, 6);
     QCOMPARE(SaveAs("author-2"), 201);
+}
+
+void FloodTest::letsTheOwnerSignInWhileAnotherAddressGuesses()
+{
+    QTemporaryDir folder;
+    QVERIFY(PlainServer::AddAuthor(folder.path(), QStringLiteral("owner"), "the right one"));
+    PlainServer plain(
+        {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
+    QVERIFY(plain.WaitUntilReady());
+    const auto trySigningIn = [&plain](const QString& from, const QByteArray& password) {
+        RawClient client(plain.Port(), from);
+        const QByteArray body = R"({"account":"owner","password":")" + password + "\"}";
+        client.Send("POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
+                    QByteArray::number(body.size()) + "\r\n\r\n" + body);
+        return client.ReceiveStatus();
+    };
+
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(trySigningIn(QStringLiteral("127.0.0.2"), "a guess"), 401);
+    QCOMPARE(trySigningIn(QStringLiteral("127.0.0.2"), "a guess"), 429);
+
+    QCOMPARE(trySigningIn(QStringLiteral("127.0.0.3"), "the right one"), 201);
 }
 
 QTEST_GUILESS_MAIN(FloodTest)

@@ -1,3 +1,4 @@
+#include "accounts/LoginLimit.h"
 #include "http/BodyBudget.h"
 #include "http/PeerAddress.h"
 
@@ -21,6 +22,14 @@ private slots:
     void keepsWhatItHeldWhenItMayNotGrow();
     void knowsAnAddressByWhatItsClientWasGiven_data();
     void knowsAnAddressByWhatItsClientWasGiven();
+    void shutsOutWhoGuesses();
+    void letsTheOwnerInWhileAnotherAddressGuesses();
+    void letsTheOwnerInWhileAllTheWorldGuesses();
+    void boundsTheTriesOfOneAddressOverAllNames();
+    void startsAnewAfterTheRightPassword();
+    void keepsItsPaceAndSizeWhateverNamesAreTried();
+    void countsOnWhenTriesAreForgottenAndMadeAnew();
+    void setsNoLimitOfZero();
 };
 
 namespace
@@ -28,6 +37,17 @@ namespace
 constexpr qint64 large = BodyBudget::freeBytes + 1000;
 const QString anna = QStringLiteral("anna");
 const QString bert = QStringLiteral("bert");
+
+using namespace std::chrono_literals;
+const TryTable::TimePoint noon{1000h};
+
+int Tries(LoginLimit& limit, const QString& account, const QByteArray& address, int count)
+{
+    int made = 0;
+    for (int i = 0; i < count; ++i)
+        made += limit.SecondsToWait(account, address, noon) == 0 ? 1 : 0;
+    return made;
+}
 } // namespace
 
 void LimitsTest::boundsTheBodiesOfOneAccount()
@@ -122,13 +142,16 @@ void LimitsTest::knowsAnAddressByWhatItsClientWasGiven_data()
     QTest::addColumn<QByteArray>("other");
     QTest::addColumn<bool>("same");
     QTest::addColumn<bool>("loopback");
-    QTest::newRow("two IPv4 addresses") << QByteArray("192.0.2.1") << QByteArray("192.0.2.2") << false << false;
-    QTest::newRow("one IPv6 network") << QByteArray("2001:db8:1:2::1") << QByteArray("2001:db8:1:2:ff::9") << true
-                                      << false;
-    QTest::newRow("two IPv6 networks") << QByteArray("2001:db8:1:2::1") << QByteArray("2001:db8:1:3::1") << false
-                                       << false;
-    QTest::newRow("IPv4 inside IPv6") << QByteArray("::ffff:127.0.0.1") << QByteArray("127.0.0.1") << true << true;
-    QTest::newRow("two of this machine") << QByteArray("127.0.0.1") << QByteArray("127.0.0.2") << false << true;
+    QTest::newRow("two IPv4 addresses")
+        << QByteArray("192.0.2.1") << QByteArray("192.0.2.2") << false << false;
+    QTest::newRow("one IPv6 network")
+        << QByteArray("2001:db8:1:2::1") << QByteArray("2001:db8:1:2:ff::9") << true << false;
+    QTest::newRow("two IPv6 networks")
+        << QByteArray("2001:db8:1:2::1") << QByteArray("2001:db8:1:3::1") << false << false;
+    QTest::newRow("IPv4 inside IPv6")
+        << QByteArray("::ffff:127.0.0.1") << QByteArray("127.0.0.1") << true << true;
+    QTest::newRow("two of this machine")
+        << QByteArray("127.0.0.1") << QByteArray("127.0.0.2") << false << true;
 }
 
 void LimitsTest::knowsAnAddressByWhatItsClientWasGiven()
@@ -141,6 +164,98 @@ void LimitsTest::knowsAnAddressByWhatItsClientWasGiven()
 
     QCOMPARE(first.key == second.key, same);
     QTEST(first.isLoopback, "loopback");
+}
+
+void LimitsTest::shutsOutWhoGuesses()
+{
+    LoginLimit limit;
+    QCOMPARE(Tries(limit, anna, "here", 6), 5);
+
+    QCOMPARE(limit.SecondsToWait(anna, "here", noon + 10s), 50);
+    QCOMPARE(limit.SecondsToWait(anna, "here", noon + 59500ms), 1);
+    QCOMPARE(limit.SecondsToWait(anna, "here", noon + 60s), 0);
+    QCOMPARE(limit.SecondsToWait(bert, "here", noon + 10s), 0);
+}
+
+void LimitsTest::letsTheOwnerInWhileAnotherAddressGuesses()
+{
+    LoginLimit limit;
+
+    Tries(limit, anna, "there", 1000);
+
+    QCOMPARE(limit.SecondsToWait(anna, "home", noon), 0);
+}
+
+void LimitsTest::letsTheOwnerInWhileAllTheWorldGuesses()
+{
+    LoginLimit limit;
+    limit.SecondsToWait(anna, "home", noon - 5min);
+    limit.Succeeded(anna, "home");
+    int guesses = 0;
+    for (int i = 0; i < 100; ++i)
+        guesses += Tries(limit, anna, QByteArray::number(i), 5);
+
+    QCOMPARE(guesses, 50);
+    QVERIFY(limit.SecondsToWait(anna, "elsewhere", noon) > 0);
+    QCOMPARE(limit.SecondsToWait(anna, "home", noon), 0);
+}
+
+void LimitsTest::boundsTheTriesOfOneAddressOverAllNames()
+{
+    LoginLimit limit;
+    int made = 0;
+    for (int i = 0; i < 100; ++i)
+        made += Tries(limit, QString::number(i), "here", 1);
+
+    QCOMPARE(made, 30);
+    QCOMPARE(limit.SecondsToWait(QStringLiteral("new"), "there", noon), 0);
+}
+
+void LimitsTest::startsAnewAfterTheRightPassword()
+{
+    LoginLimit limit;
+    QCOMPARE(Tries(limit, anna, "here", 5), 5);
+
+    limit.Succeeded(anna, "here");
+
+    QCOMPARE(Tries(limit, anna, "here", 6), 5);
+}
+
+// With a table that looks through all its names at each try, this does not end within the test's time.
+void LimitsTest::keepsItsPaceAndSizeWhateverNamesAreTried()
+{
+    constexpr int names = 200000;
+    LoginLimit limit;
+    TryTable table(5);
+
+    for (int i = 0; i < names; ++i) {
+        const QByteArray name = QByteArray::number(i);
+        QCOMPARE(limit.SecondsToWait(QString::fromLatin1(name), name, noon), 0);
+        table.Count(name, noon);
+    }
+
+    QCOMPARE(table.Size(), TryTable::mostTries);
+    QCOMPARE(table.SecondsToWait("none", noon + 60s), 0);
+    QCOMPARE(table.Size(), std::size_t(0));
+}
+
+void LimitsTest::countsOnWhenTriesAreForgottenAndMadeAnew()
+{
+    TryTable table(2);
+    table.Count("key", noon);
+    table.Forget("key");
+    table.Count("key", noon + 10s);
+    table.Count("key", noon + 20s);
+
+    QCOMPARE(table.SecondsToWait("key", noon + 60s), 10);
+    QCOMPARE(table.SecondsToWait("key", noon + 70s), 0);
+}
+
+void LimitsTest::setsNoLimitOfZero()
+{
+    LoginLimit limit(LoginRates{0, 0, 0});
+
+    QCOMPARE(Tries(limit, anna, "here", 1000), 1000);
 }
 
 QTEST_GUILESS_MAIN(LimitsTest)
