@@ -198,7 +198,6 @@ private slots:
         StandInRequests::AnswerList(versions);
         QCOMPARE(CallLog::Take(), QStringList(QStringLiteral("load v2")));
     }
-
 };
 
 RPA_TEST_MAIN(ReleaseCallsTest)

@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+"""Changes the module's code a little, one change at a time, and tells which changes its tests do not notice."""
+
+import argparse
+import random
+import sys
+import threading
+import time
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+
+import build
+import trial
+from changes import Equivalents, from_patches
+from operators import all_changes
+from results import Results, table
+
+HERE = Path(__file__).resolve().parent
+ROOT = HERE.parents[1]
+LAYERS = ("client", "pages", "editor", "release")
+TEST_FOLDERS = tuple(f"tests/{layer}" for layer in LAYERS)
+LIBRARY = "bin/libRpaEditorManager.so"
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("--file", action="append", default=[], help="only files with this in their name; repeatable")
+    parser.add_argument("--sample", type=int, help="so many changes, drawn at random")
+    parser.add_argument("--seed", type=int, default=1, help="another seed, another sample")
+    parser.add_argument("--patches", action="store_true", help="only the changes of patches/")
+    parser.add_argument("--again", action="store_true", help="try earlier survivors anew")
+    parser.add_argument("--list", action="store_true", help="show the changes, try none")
+    parser.add_argument("--table", action="store_true", help="show what is known already, try none")
+    parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--work", type=Path, default=ROOT / "build" / "mutate", help="folder of copy, build, results")
+    parser.add_argument("--build", type=Path, help="a finished build of this tree instead of one of the copy's own")
+    return parser.parse_args()
+
+
+def main():
+    options = arguments()
+    sources = {}
+
+    def read(file):
+        return sources.setdefault(file, (ROOT / file).read_text(encoding="utf-8"))
+
+    changes = chosen(options, read)
+    if options.list:
+        print("\n".join(change.as_text() for change in changes))
+        return 0
+    results = Results(options.work / "results.jsonl")
+    equivalents = Equivalents(HERE / "equivalent.txt")
+    if not options.table:
+        Run(options, read, results, equivalents).try_all(changes)
+    text, survivors = table(changes, results, equivalents)
+    print("\n".join(["", "Survivors:", ""] + [f"{change.as_text()}\n" for change in survivors]) + "\n" + text)
+    return 1 if survivors else 0
+
+
+def chosen(options, read):
+    files = [
+        str(path.relative_to(ROOT)).replace("\\", "/")
+        for layer in LAYERS
+        for path in sorted((ROOT / layer).glob("*.cpp"))
+    ]
+    changes = from_patches(HERE / "patches", read)
+    if not options.patches:
+        for file in files:
+            changes += all_changes(file, read(file))
+    if options.file:
+        changes = [change for change in changes if any(part in change.file for part in options.file)]
+    if options.sample is not None and options.sample < len(changes):
+        drawn = set(random.Random(options.seed).sample(range(len(changes)), options.sample))
+        changes = [change for index, change in enumerate(changes) if index in drawn]
+    return changes
+
+
+class Run:
+    def __init__(self, options, read, results, equivalents):
+        self.options, self.read, self.results, self.equivalents = options, read, results, equivalents
+        folder, root = self._build()
+        self.build = build.FinishedBuild(folder, root, LIBRARY, TEST_FOLDERS)
+        self.lock = threading.Lock()
+        self.base_objects, self.seconds = {}, {}
+        self.order = trial.Order(self.build.tests, self.seconds)
+        results.teach(self.order)
+        self.benches = [
+            build.Bench(self.build, options.work.resolve() / f"worker{index}") for index in range(options.jobs)
+        ]
+
+    def try_all(self, changes):
+        todo = [change for change in changes if self._is_open(change)]
+        if not todo:
+            return
+        self._measure(sorted({change.file for change in todo}))
+        began, queue = time.monotonic(), iter(list(enumerate(todo, 1)))
+        with ThreadPoolExecutor(len(self.benches)) as pool:
+            workers = [pool.submit(self._work, bench, queue, len(todo), began) for bench in self.benches]
+            for worker in workers:
+                worker.result()
+
+    def _build(self):
+        if self.options.build:
+            return self.options.build.resolve(), ROOT
+        copy, folder = self.options.work.resolve() / "source", self.options.work.resolve() / "build"
+        build.copy_tree(ROOT, copy)
+        build.make_build(copy, folder, lambda _: [f"{name}/all" for name in TEST_FOLDERS], self.options.jobs)
+        return folder, copy
+
+    def _is_open(self, change):
+        known = self.results.outcome_of(change)
+        if self.equivalents.reason(change) and known:
+            return False
+        return known is None or (self.options.again and known == trial.SURVIVED)
+
+    # The unchanged code: every test passes, and takes so long.
+    def _measure(self, files):
+        bench = self.benches[0]
+        for file in files:
+            self.base_objects[file] = bench.compile(file, self.read(file))
+        bench.check_that_the_library_is_found()
+        for test in self.build.tests:
+            program, library = bench.program_of(test)
+            if program is None:
+                program, library = self.build.folder / test.program, None
+            result = trial.run_test(bench, test, program, library, 600)
+            if result.kind != trial.SURVIVED:
+                sys.exit(f"{test.name} fails on the unchanged code: {result.words}")
+            self.seconds[test.name] = result.seconds
+            print(f"{test.name}: {result.seconds:.1f} s", flush=True)
+
+    def _limit(self, name):
+        return 30 + 6 * self.seconds[name]
+
+    def _work(self, bench, queue, count, began):
+        while True:
+            with self.lock:
+                number, change = next(queue, (None, None))
+            if change is None:
+                return
+            outcome = trial.try_change(bench, change, self.read, self.base_objects, self.order, self._limit)
+            with self.lock:
+                self.results.add(change, outcome)
+                minutes = (time.monotonic() - began) / 60
+                print(f"[{minutes:.0f} min] {number}/{count} {outcome.kind} {outcome.seconds:.0f} s {outcome.test}"
+                      f" | {change.file}:{change.line} {change.operator}", flush=True)  # fmt: skip
+
+
+if __name__ == "__main__":
+    sys.exit(main())
