@@ -5,6 +5,7 @@
 #include "Wire.h"
 #include "WriteOnce.h"
 
+#include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/JsonGuard.h>
 
 #include <algorithm>
@@ -13,7 +14,6 @@ namespace server
 {
 namespace
 {
-constexpr qint64 appDataLimit = 64LL * 1024 * 1024;
 constexpr int longestName = 20;
 constexpr int longestDescription = 500;
 constexpr int longestApiVersion = 32;
@@ -197,8 +197,8 @@ void AddVersionRoutes(Router& router, Services& services)
         ListVersions(*texts, all, request, reply);
     };
     add("GET", "/api/v1/apps/{appId}/versions", Access::SignedIn, 0, list);
-    add("POST", "/api/v1/apps/{appId}/versions", Access::SignedIn, appDataLimit, CreateVersion);
-    add("PUT", "/api/v1/versions/{versionId}", Access::SignedIn, appDataLimit, OverwriteVersion);
+    add("POST", "/api/v1/apps/{appId}/versions", Access::SignedIn, ContentLimits::totalBytes, CreateVersion);
+    add("PUT", "/api/v1/versions/{versionId}", Access::SignedIn, ContentLimits::totalBytes, OverwriteVersion);
     add("GET", "/api/v1/versions/{versionId}/data", Access::SignedIn, 0, SendData);
     add("DELETE", "/api/v1/versions/{versionId}", Access::SignedIn, 0, DeleteVersion);
     add("POST", "/api/v1/versions/{versionId}/restore", Access::Administrator, wire::smallBody,

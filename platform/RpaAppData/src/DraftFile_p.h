@@ -1,6 +1,7 @@
 #pragma once
 
 #include <RpaAppData/RpaDraft.h>
+#include <WbFoundation/ContentLimits.h>
 
 #include <QByteArray>
 #include <QString>
@@ -17,7 +18,7 @@
 // Nothing that is read is believed before both digests fit. Any thread.
 namespace DraftFile
 {
-constexpr int largestContent = 64 * 1024 * 1024; // as much as a version may hold
+constexpr int largestContent = ContentLimits::totalBytes; // as much as a version may hold
 constexpr int largestHeader = 4096;
 constexpr int largestFile = largestContent + largestHeader + 64;
 

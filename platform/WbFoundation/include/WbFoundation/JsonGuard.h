@@ -1,5 +1,6 @@
 #pragma once
 
+#include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/WbFoundationExport.h>
 
 #include <QByteArray>
@@ -8,12 +9,12 @@
 // What JSON from a server, file, web page or child process may not exceed.
 struct WBFOUNDATION_EXPORT JsonLimits
 {
-    int sizeBytes = 64 * 1024 * 1024;
-    int depth = 64;             // nested objects and arrays
-    int members = 1000000;      // of all objects together
-    int elements = 10000000;    // of all arrays together
-    int keyBytes = 256;         // of one member name, as UTF-8
-    int stringBytes = 16 << 20; // of one string, as UTF-8
+    int sizeBytes = ContentLimits::totalBytes;
+    int depth = ContentLimits::depth;           // nested objects and arrays
+    int members = ContentLimits::members;       // of all objects together
+    int elements = ContentLimits::elements;     // of all arrays together
+    int keyBytes = ContentLimits::nameBytes;    // of one member name, as UTF-8
+    int stringBytes = ContentLimits::textBytes; // of one string, as UTF-8
 };
 
 // Pre-check of foreign JSON that is read by something other than JsonReader (which checks while it reads).

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <WbFoundation/ContentLimits.h>
 #include <WbHttpModule/WbHttpModuleExport.h>
 
 #include <QByteArray>
@@ -22,7 +23,7 @@ struct WBHTTPMODULE_EXPORT WbHttpLimits
     std::chrono::milliseconds total{60000};
     qint64 slowestBytesPerSecond = 256 * 1024;
     // Largest body, in either direction.
-    qint64 bodyBytes = 64 * 1024 * 1024;
+    qint64 bodyBytes = ContentLimits::totalBytes;
     // All header lines of an answer together, those of interim answers included.
     qint64 headerBytes = 16 * 1024;
 };
