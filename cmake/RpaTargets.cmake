@@ -171,6 +171,17 @@ function(rpa_add_test_fixture name)
     set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
+# A library that a test loads into another program.
+function(rpa_add_test_helper name)
+    cmake_parse_arguments(arg "" "" "SOURCES" ${ARGN})
+    if(NOT BUILD_TESTING)
+        return()
+    endif()
+    add_library(${name} MODULE ${arg_SOURCES})
+    _rpa_common(${name})
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTOUIC OFF AUTORCC OFF)
+endfunction()
+
 # A benchmark program; `cmake --build ... --target bench` runs all of them one after another.
 function(rpa_add_benchmark name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})

@@ -35,7 +35,7 @@ Sessions::Sessions(IStore& theStore) : store(theStore) {}
 
 void Sessions::AddForThisProcess(const QByteArray& token, const Account& account)
 {
-    const qint64 now = NowMs();
+    const qint64 now = SteadyNowMs();
     Entry entry;
     entry.session = {account, now + processLifeMs};
     entry.lastUsedAt = now;
@@ -47,7 +47,7 @@ void Sessions::AddForThisProcess(const QByteArray& token, const Account& account
 SignedIn Sessions::Open(const Account& account, SessionLife life, QByteArray& newToken)
 {
     newToken = NewToken();
-    const qint64 now = NowMs();
+    const qint64 now = SteadyNowMs();
     const StoredSession stored{Sha256(newToken), account.pin, now, now,
                                now + (life == SessionLife::Staying ? stayingLifeMs : lifeMs)};
     store.SubmitAndWait([&stored](ITransaction& transaction) { transaction.InsertSession(stored); });
@@ -57,7 +57,7 @@ SignedIn Sessions::Open(const Account& account, SessionLife life, QByteArray& ne
 std::optional<SignedIn> Sessions::Find(const QByteArray& token)
 {
     const QByteArray hash = Sha256(token);
-    const qint64 now = NowMs();
+    const qint64 now = SteadyNowMs();
     std::unique_lock lock(mutex);
     const auto found = entries.find(hash);
     if (found == entries.end() || (!found->ofProcess && now - found->checkedAt >= trustMs))

@@ -197,7 +197,7 @@ void Service::StopWhenAsked()
 
 void Service::TidyUp()
 {
-    const qint64 now = NowMs();
+    const qint64 now = SteadyNowMs();
     parts->store->SubmitAndWait(
         [now](ITransaction& transaction) { transaction.RemoveOutdated(now, now - answersKeptMs); });
 }

@@ -61,7 +61,7 @@ void WriteOnce(IStore& store, const Request& request, std::function<Response(ITr
         }
         *answer = act(transaction);
         transaction.InsertAnswer(
-            pin, key, {fingerprint, answer->status, answer->Header("ETag"), answer->body}, NowMs());
+            pin, key, {fingerprint, answer->status, answer->Header("ETag"), answer->body}, SteadyNowMs());
     };
     const auto done = [answer, reply](const std::exception_ptr& failure) {
         reply(failure ? ResponseForFailure(failure) : std::move(*answer));

@@ -41,6 +41,12 @@ public:
     // Statements that make the history of revisions append-only.
     virtual QStringList AppendOnly() const = 0;
 
+    // Expression for the place of a new row of this table in the order in which rows come to the store.
+    virtual QString NextPosition(const QString& table) const = 0;
+
+    // Statements after which new rows stand behind those that the tables have.
+    virtual QStringList ContinuePositions() const = 0;
+
     // Added to the SELECT of a row that the transaction is going to change.
     virtual QString ForUpdate() const = 0;
 

@@ -55,6 +55,21 @@ public:
         return {QStringLiteral("SELECT pg_advisory_xact_lock(7242001)")};
     }
 
+    QString NextPosition(const QString&) const override
+    {
+        return QStringLiteral("nextval('store_position')");
+    }
+
+    QStringList ContinuePositions() const override
+    {
+        return {QStringLiteral("CREATE SEQUENCE IF NOT EXISTS store_position"),
+                QStringLiteral("SELECT setval('store_position', 1 + GREATEST("
+                               "(SELECT COALESCE(MAX(position), 0) FROM version), "
+                               "(SELECT COALESCE(MAX(position), 0) FROM release_entry), "
+                               "(SELECT COALESCE(MAX(position), 0) FROM invitation), "
+                               "(SELECT COALESCE(MAX(position), 0) FROM audit_entry)))")};
+    }
+
     QStringList AppendOnly() const override
     {
         return {

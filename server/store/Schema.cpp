@@ -76,6 +76,12 @@ const char* const invitationSchema[] = {
     "FROM release_entry JOIN version ON version.id = release_entry.version_id",
 };
 
+// What came first is only known by the clock of that time.
+const std::pair<const char*, const char*> positionedTables[] = {{"version", "created_at"},
+                                                                {"release_entry", "released_at"},
+                                                                {"invitation", "created_at"},
+                                                                {"audit_entry", "at"}};
+
 using Step = void (*)(SqlConnection&, const IDialect&);
 
 void CreateFirstSchema(SqlConnection& connection, const IDialect& dialect)
@@ -94,8 +100,26 @@ void AddInvitationsAndAudit(SqlConnection& connection, const IDialect& dialect)
         connection.Execute(QString::fromLatin1(statement));
 }
 
+void AddPositions(SqlConnection& connection, const IDialect& dialect)
+{
+    for (const auto& [name, time] : positionedTables) {
+        const QString table = QString::fromLatin1(name);
+        connection.Execute(
+            QStringLiteral("ALTER TABLE %1 ADD COLUMN position BIGINT NOT NULL DEFAULT 0").arg(table));
+        connection.Execute(QStringLiteral("UPDATE %1 SET position = ranked.place FROM (SELECT id, "
+                                          "ROW_NUMBER() OVER (ORDER BY %2, id) AS place FROM %1) AS ranked "
+                                          "WHERE ranked.id = %1.id")
+                               .arg(table, QString::fromLatin1(time)));
+        connection.Execute(QStringLiteral("CREATE UNIQUE INDEX %1_position ON %1(position)").arg(table));
+    }
+    connection.Execute(QStringLiteral("DROP INDEX version_of_app"));
+    connection.Execute(QStringLiteral("CREATE INDEX version_of_app ON version(app_id, position)"));
+    for (const QString& statement : dialect.ContinuePositions())
+        connection.Execute(statement);
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

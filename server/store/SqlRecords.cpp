@@ -86,7 +86,7 @@ QString ReleasedAppsIn(VersionState state, const QString& condition)
                           "JOIN release_entry ON release_entry.version_id = version.id "
                           "AND release_entry.to_state = version.state "
                           "WHERE version.state = %4 AND version.deleted_at = 0 AND %5 "
-                          "ORDER BY release_entry.released_at DESC, release_entry.id DESC")
+                          "ORDER BY release_entry.position DESC")
         .arg(appColumns, QualifiedVersionColumns(), appTables, QString::number(static_cast<int>(state)),
              condition);
 }

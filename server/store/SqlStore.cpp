@@ -169,8 +169,8 @@ std::optional<App> SqlStore::FindApp(const QString& id)
 
 VersionList SqlStore::VersionsOf(const QString& appId)
 {
-    static const QString sql = SelectFrom(
-        versionColumns, "version WHERE app_id = ? AND deleted_at = 0 ORDER BY created_at DESC, id DESC");
+    static const QString sql =
+        SelectFrom(versionColumns, "version WHERE app_id = ? AND deleted_at = 0 ORDER BY position DESC");
     if (auto known = heads.FindList(appId))
         return known;
     const quint64 generation = heads.Generation();
@@ -216,19 +216,20 @@ bool SqlStore::HasGrayAccess(const QString& appId, const QString& pin)
 
 std::vector<Invitation> SqlStore::InvitationsOf(const QString& appId)
 {
-    static const QString sql = SelectFrom(invitationColumns, "invitation WHERE app_id = ? ORDER BY id DESC");
+    static const QString sql =
+        SelectFrom(invitationColumns, "invitation WHERE app_id = ? ORDER BY position DESC");
     return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadInvitation); });
 }
 
 std::vector<AuditEntry> SqlStore::Audit(const QString& venderId, const QString& before, int most)
 {
     static const QString sql = SelectFrom(auditColumns, "audit_entry JOIN app ON app.id = audit_entry.app_id "
-                                                        "WHERE app.vender_id = ? AND audit_entry.id < ? "
-                                                        "ORDER BY audit_entry.id DESC LIMIT ?");
-    // Ids are hexadecimal digits: 'g' stands behind all of them.
-    const QString end = before.isEmpty() ? QStringLiteral("g") : before;
+                                                        "WHERE app.vender_id = ? AND (? = '' OR "
+                                                        "audit_entry.position < (SELECT position FROM "
+                                                        "audit_entry WHERE id = ?)) "
+                                                        "ORDER BY audit_entry.position DESC LIMIT ?");
     return Reading([&](SqlConnection& c) {
-        return ReadAll(c.Select(sql, {venderId, end, most}), ReadAuditEntry);
+        return ReadAll(c.Select(sql, {venderId, before, before, most}), ReadAuditEntry);
     });
 }
 

@@ -69,8 +69,9 @@ void SqlTransaction::InsertVersion(const Version& version, const QByteArray& bod
 {
     connection.Change(
         QStringLiteral("INSERT INTO version (id, app_id, name, description, state, api_version, pin, "
-                       "revision, sha256, size, created_at, changed_at, deleted_at, deleted_by) "
-                       "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, '')"),
+                       "revision, sha256, size, created_at, changed_at, deleted_at, deleted_by, position) "
+                       "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0, '', %1)")
+            .arg(dialect.NextPosition(QStringLiteral("version"))),
         {version.id, version.appId, version.name, version.description, static_cast<int>(version.state),
          version.apiVersion, version.pin, version.revision, version.sha256, version.size, version.createdAt,
          version.changedAt});
@@ -119,7 +120,8 @@ void SqlTransaction::Release(const Version& version, VersionState to, const QStr
                       {static_cast<int>(to), now, version.id});
     connection.Change(
         QStringLiteral("INSERT INTO release_entry (id, version_id, revision, from_state, to_state, pin, "
-                       "released_at) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+                       "released_at, position) VALUES (?, ?, ?, ?, ?, ?, ?, %1)")
+            .arg(dialect.NextPosition(QStringLiteral("release_entry"))),
         {NewId(), version.id, version.revision, static_cast<int>(version.state), static_cast<int>(to), pin,
          now});
 }
@@ -129,15 +131,16 @@ std::optional<Version> SqlTransaction::NewestGray(const QString& appId)
     const QString sql =
         QStringLiteral("SELECT ") + versionColumns +
         QStringLiteral(" FROM version WHERE app_id = ? AND state = 2 AND deleted_at = 0 ORDER BY "
-                       "(SELECT MAX(released_at) FROM release_entry WHERE version_id = version.id) DESC, "
-                       "id DESC LIMIT 1");
+                       "(SELECT MAX(release_entry.position) FROM release_entry "
+                       "WHERE release_entry.version_id = version.id) DESC LIMIT 1");
     return ReadOne(connection.Select(sql, {appId}), ReadVersion);
 }
 
 void SqlTransaction::InsertInvitation(const Invitation& invitation)
 {
     connection.Change(QStringLiteral("INSERT INTO invitation (") + invitationColumns +
-                          QStringLiteral(") VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                          QStringLiteral(", position) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, %1)")
+                              .arg(dialect.NextPosition(QStringLiteral("invitation"))),
                       {invitation.id, invitation.code, invitation.appId, invitation.versionId, invitation.pin,
                        invitation.createdAt, invitation.expiresAt, invitation.mostUses, invitation.uses,
                        invitation.revokedAt});
@@ -187,8 +190,9 @@ void SqlTransaction::GrantGrayAccess(const Invitation& invitation, const QString
 
 void SqlTransaction::Note(const AuditEntry& entry)
 {
-    connection.Change(QStringLiteral("INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail) "
-                                     "VALUES (?, ?, ?, ?, ?, ?, ?)"),
+    connection.Change(QStringLiteral("INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail, "
+                                     "position) VALUES (?, ?, ?, ?, ?, ?, ?, %1)")
+                          .arg(dialect.NextPosition(QStringLiteral("audit_entry"))),
                       {NewId(), entry.at, entry.pin, entry.act, entry.appId, entry.versionId, entry.detail});
 }
 

@@ -47,6 +47,13 @@ public:
     QString BlobType() const override { return QStringLiteral("BLOB"); }
     QString ForUpdate() const override { return {}; }
 
+    QString NextPosition(const QString& table) const override
+    {
+        return QStringLiteral("(SELECT COALESCE(MAX(position), 0) + 1 FROM %1)").arg(table);
+    }
+
+    QStringList ContinuePositions() const override { return {}; }
+
     QStringList AppendOnly() const override
     {
         return {QStringLiteral("CREATE TRIGGER revision_stays BEFORE UPDATE ON revision BEGIN "

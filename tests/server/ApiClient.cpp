@@ -49,6 +49,21 @@ void ApiClient::EndConnection()
         current->End();
 }
 
+ApiClient::Reply ApiClient::SignIn(const QByteArray& account, const QByteArray& password)
+{
+    return Ask("POST", "/api/v1/sessions",
+               "{\"account\":\"" + account + "\",\"password\":\"" + password + "\"}");
+}
+
+QByteArray ApiClient::TokenOf(unsigned short port, const QByteArray& account, const QByteArray& password)
+{
+    return ApiClient(port, {})
+        .SignIn(account, password)
+        .json.value(QLatin1String("token"))
+        .toString()
+        .toLatin1();
+}
+
 ApiClient::Reply ApiClient::CreateApp(const QByteArray& name)
 {
     return Ask("POST", "/api/v1/apps", "{\"kind\":0,\"name\":\"" + name + "\"}",
@@ -75,4 +90,11 @@ ApiClient::Reply ApiClient::Overwrite(const QByteArray& versionId, qint64 revisi
                {{"Content-Digest", digest},
                 {"If-Match", '"' + QByteArray::number(revision) + '"'},
                 {"Idempotency-Key", key.isEmpty() ? NewKey() : key}});
+}
+
+ApiClient::Reply ApiClient::Release(const QByteArray& versionId, qint64 revision, int type)
+{
+    return Ask("POST", "/api/v1/versions/" + versionId + "/release",
+               "{\"type\":" + QByteArray::number(type) + '}',
+               {{"If-Match", '"' + QByteArray::number(revision) + '"'}, {"Idempotency-Key", NewKey()}});
 }

@@ -28,12 +28,20 @@ public:
     Reply Ask(const QByteArray& method, const QByteArray& path, const QByteArray& body = {},
               const Headers& headers = {});
 
+    Reply Get(const QByteArray& path) { return Ask("GET", path); }
+    Reply SignIn(const QByteArray& account, const QByteArray& password);
+
+    // The token of a fresh session; empty when it was refused.
+    static QByteArray TokenOf(unsigned short port, const QByteArray& account, const QByteArray& password);
+
     // Writes with a key of their own unless one is given.
     Reply CreateApp(const QByteArray& name);
     Reply Create(const QByteArray& appId, const QByteArray& name, const QByteArray& body,
                  const QByteArray& key = {});
     Reply Overwrite(const QByteArray& versionId, qint64 revision, const QByteArray& body,
                     const QByteArray& key = {});
+
+    Reply Release(const QByteArray& versionId, qint64 revision, int type);
 
     // The next request goes over a new connection; after the server was started again.
     void Disconnect() { std::atomic_store(&connection, {}); }

@@ -1,18 +1,27 @@
 #pragma once
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+
+#include <map>
 
 // The server as an administrator runs it.
 class PlainServer
 {
 public:
     static constexpr int waitMs = 20000;
+    using Environment = std::map<QString, QString>;
 
-    explicit PlainServer(const QStringList& arguments)
+    explicit PlainServer(const QStringList& arguments, const Environment& variables = {})
     {
+        auto environment = QProcessEnvironment::systemEnvironment();
+        for (const auto& [name, value] : variables)
+            environment.insert(name, value);
+        process.setProcessEnvironment(environment);
         process.start(QStringLiteral(RPA_VERSION_SERVER_FILE), arguments);
         process.setReadChannel(QProcess::StandardOutput);
     }
@@ -20,6 +29,25 @@ public:
     {
         process.kill();
         process.waitForFinished(waitMs);
+    }
+
+    // A server of this store on a free port.
+    static QStringList ServingArguments(const QString& store)
+    {
+        return {QStringLiteral("--store"), store, QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")};
+    }
+
+    // Runs a command to its end with this standard input; its exit code.
+    static int RunCommand(const QStringList& arguments, const QByteArray& input = {},
+                          QByteArray* said = nullptr)
+    {
+        PlainServer command(arguments);
+        command.process.write(input);
+        command.process.closeWriteChannel();
+        const int code = command.ExitCode();
+        if (said)
+            *said = command.process.readAllStandardOutput() + command.Log();
+        return code;
     }
 
     bool WaitUntilReady()

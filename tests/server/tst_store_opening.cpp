@@ -24,13 +24,18 @@ private slots:
 
 void StoreOpeningTest::bringsAnOlderStoreUpToDate()
 {
+    const Version former = Released(QStringLiteral("版本0"), ReleaseType::Online, 500);
     const Version online = Released(QStringLiteral("版本1"), ReleaseType::Online, 1000);
     store.reset();
     {
         SqlConnection connection(Dialect());
         for (const char* statement :
              {"DROP TABLE gray_access", "DROP TABLE invitation", "DROP TABLE audit_entry",
-              "DROP INDEX version_in_state", "UPDATE schema_info SET version = 1"})
+              "DROP INDEX version_in_state", "DROP INDEX version_of_app", "DROP INDEX version_position",
+              "ALTER TABLE version DROP COLUMN position",
+              "CREATE INDEX version_of_app ON version(app_id, created_at)",
+              "DROP INDEX release_entry_position", "ALTER TABLE release_entry DROP COLUMN position",
+              "UPDATE schema_info SET version = 1"})
             connection.Execute(QString::fromLatin1(statement));
     }
 
@@ -38,7 +43,9 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
 
     QCOMPARE(store->OnlineApps(QStringLiteral("v")).front().version.id, online.id);
     const auto entries = store->Audit(QStringLiteral("v"), {}, 100);
-    QCOMPARE(entries.size(), std::size_t{1});
+    QCOMPARE(entries.size(), std::size_t{2});
+    QCOMPARE(entries.front().versionId, online.id);
+    QCOMPARE(entries.back().versionId, former.id);
     QCOMPARE(entries.front().act, QStringLiteral("release.online"));
     QCOMPARE(entries.front().pin, author.pin);
     Released(QStringLiteral("版本2"), ReleaseType::Gray, 2000);
