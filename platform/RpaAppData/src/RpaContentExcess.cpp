@@ -102,9 +102,8 @@ int IndexAt(const Path& path, int place)
 QString Called(const char* kind, const Path& path, int place)
 {
     const QString name = place < path.size() ? path.at(place).name : QString();
-    return QString::fromUtf8(kind) +
-           (name.isEmpty() ? QStringLiteral(" %1").arg(IndexAt(path, place) + 1)
-                           : QStringLiteral("“%1”").arg(name));
+    return QString::fromUtf8(kind) + (name.isEmpty() ? QStringLiteral(" %1").arg(IndexAt(path, place) + 1)
+                                                     : QStringLiteral("“%1”").arg(name));
 }
 
 // uiData, pages, page, part, …
@@ -119,7 +118,8 @@ QString InPages(const Path& path)
         return where + QStringLiteral("的表格第 %1 行第 %2 列")
                            .arg(IndexAt(path, part + 2) + 1)
                            .arg(IndexAt(path, part + 3) + 1);
-    return KeyAt(path, part) == "tools" ? where + QStringLiteral("的一个工具") : where + QStringLiteral("中的文字");
+    return KeyAt(path, part) == "tools" ? where + QStringLiteral("的一个工具")
+                                        : where + QStringLiteral("中的文字");
 }
 
 // processData, processes, process, part, …
@@ -131,7 +131,7 @@ QString InProcesses(const Path& path)
     if (KeyAt(path, part) == "program")
         return where + QStringLiteral("的代码");
     return where + (KeyAt(path, part) == "statements" ? QStringLiteral("中一个步骤的内容")
-                                                       : QStringLiteral("中的文字"));
+                                                      : QStringLiteral("中的文字"));
 }
 
 QString Words(const Path& path)

@@ -1,9 +1,21 @@
 #include "VersionSaves_p.h"
 
+#include <RpaAppData/RpaContentExcess.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <WbFoundation/Utils.h>
 
 using namespace ServiceAnswers;
+
+namespace
+{
+// Content that was not sent is named: the author has to find what is too large in it.
+QString FailureOf(const SaveOrder& order, const WbHttpAnswer& answer, bool isUsable)
+{
+    const bool isUnsent = answer.error == WbHttpError::BadRequest || answer.error == WbHttpError::TooLarge;
+    const QString excess = isUnsent ? RpaContentExcess::Find(order.content.json.toUtf8()) : QString();
+    return excess.isEmpty() ? ReasonOf(answer, isUsable) : excess + QStringLiteral("，没有保存");
+}
+} // namespace
 
 VersionSaves::VersionSaves(VersionContext* sharedContext) : context(sharedContext) {}
 
@@ -36,7 +48,7 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
 {
     const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
     const bool isUsable = record && record->snapshot->GetAppId() == order.appId;
-    const QString failure = ReasonOf(answer, isUsable);
+    const QString failure = FailureOf(order, answer, isUsable);
     if (!failure.isEmpty() && MayBeOwn(order, answer)) {
         SendOverOwn(order, answer, [this, request](const SaveOrder& again, const TriedAnswer& end) {
             OnCreated(request, again, end);
@@ -90,7 +102,7 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
     const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
     const bool isUsable =
         record && record->snapshot->GetId() == order.versionId && record->revision > order.base;
-    const QString failure = ReasonOf(answer, isUsable);
+    const QString failure = FailureOf(order, answer, isUsable);
     if (!failure.isEmpty() && MayBeOwn(order, answer)) {
         SendOverOwn(order, answer, [this, request](const SaveOrder& again, const TriedAnswer& end) {
             OnUpdated(request, again, end);

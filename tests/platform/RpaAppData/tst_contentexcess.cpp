@@ -97,7 +97,8 @@ void ContentExcessTest::namesTheWholeWhenAllTextsTogetherAreTooLong()
 
 void ContentExcessTest::saysWhyOtherContentCannotBeReadBack()
 {
-    const QByteArray deep = QByteArray(ContentLimits::depth + 1, '[') + QByteArray(ContentLimits::depth + 1, ']');
+    const QByteArray deep =
+        QByteArray(ContentLimits::depth + 1, '[') + QByteArray(ContentLimits::depth + 1, ']');
 
     const QString text = RpaContentExcess::Find(deep);
 

@@ -152,8 +152,11 @@ void SavedWorkTest::refusesContentThatCouldNotBeLoadedAgain_data()
     QTest::newRow("a number that would be rounded")
         << QStringLiteral("{\"a\":9007199254740993}") << QStringLiteral("数值超出 ±2^53");
     QTest::newRow("cut off") << QStringLiteral("{\"a\":") << QStringLiteral("数据不完整");
-    QTest::newRow("a long text") << QStringLiteral("\"%1\"").arg(QString((16 << 20) + 1, QLatin1Char('x')))
-                                 << QStringLiteral("文本超过");
+    QTest::newRow("long instructions") << QStringLiteral("{\"extendInfo\":{\"manual\":\"%1\"}}")
+                                              .arg(QString((16 << 20) + 1, QLatin1Char('x')))
+                                       << QStringLiteral("使用说明超过 16 MB，没有保存");
+    QTest::newRow("too much in all") << QStringLiteral("[\"%1\"]").arg(QString(64 << 20, QLatin1Char('x')))
+                                     << QStringLiteral("应用的全部内容超过 64 MB，没有保存");
 }
 
 void SavedWorkTest::refusesContentThatCouldNotBeLoadedAgain()

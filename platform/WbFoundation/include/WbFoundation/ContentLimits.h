@@ -4,8 +4,8 @@
 #include <QStringView>
 
 // How large the content of an app may be: one set of figures for whoever reads, keeps, sends or takes over
-// content, so that nothing is accepted in one place that another one refuses later. Sizes are those of JSON in
-// UTF-8. Any thread.
+// content, so that nothing is accepted in one place that another one refuses later. Sizes are those of JSON
+// in UTF-8. Any thread.
 namespace ContentLimits
 {
 constexpr int totalBytes = 64 * 1024 * 1024; // all of it as JSON
