@@ -21,6 +21,12 @@ void TellFailure(const QString& problem)
 {
     WbToast::Show(QStringLiteral("未保存的修改暂时无法保留草稿，请及时保存。%1").arg(problem), ToastWarning);
 }
+
+void TellTooLarge(const QString& what)
+{
+    WbToast::Show(QStringLiteral("%1，无法保存，之后的修改也没有保留草稿。请减少内容后再继续").arg(what),
+                  ToastWarning);
+}
 } // namespace
 
 DraftDesk::DraftDesk(SaveLedger* ledger, QWidget* mainWindow)
@@ -30,6 +36,7 @@ DraftDesk::DraftDesk(SaveLedger* ledger, QWidget* mainWindow)
         return RpaEditorLogic::Instance()->GetDevSnapshotManager()->GetBaseRevision(versionId);
     });
     connect(&journal, &RpaDraftJournal::SigFailed, this, &TellFailure);
+    connect(&journal, &RpaDraftJournal::SigTooLarge, this, &TellTooLarge);
     connect(ledger, &SaveLedger::SigSaveConfirmed, &journal, &RpaDraftJournal::Confirm);
 }
 

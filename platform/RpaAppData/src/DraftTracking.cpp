@@ -62,8 +62,9 @@ void RpaDraftJournal::Private::Edited(RpaAppData* app)
     track.isUnsaved = true;
     lastEdited = app;
     // Not started anew by each edit: whoever types without a pause is kept safe, too.
-    if (!timer.isActive())
+    if (!timer.isActive() || isWaitingForDisk)
         timer.start(delay);
+    isWaitingForDisk = false;
 }
 
 void RpaDraftJournal::Private::MarkCleared(RpaAppData* app)
@@ -127,14 +128,25 @@ void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
 void RpaDraftJournal::Private::Done(const DraftJob& job, const QString& problem)
 {
     DraftTrack* const track = FindTrack(job.trackId);
+    if (job.isTooLarge) {
+        // Only another edit can mend that.
+        qCWarning(draftLog, "not kept: %s", qUtf8Printable(problem));
+        if (!std::exchange(isTooLarge, true))
+            emit q->SigTooLarge(problem);
+        return;
+    }
     if (!problem.isEmpty()) {
         Fail(problem);
         if (track) {
             track->isDue = true;
-            timer.start(afterFailure);
+            isWaitingForDisk = !timer.isActive();
+            if (isWaitingForDisk)
+                timer.start(afterFailure);
         }
         return;
     }
+    hasFailed = false;
+    isTooLarge = false;
     if (track) {
         onDisk.remove(track->draftName); // an earlier name of it
         track->draftName = job.draft.name;

@@ -1,5 +1,7 @@
 #include "DraftWriter_p.h"
 
+#include <RpaAppData/RpaContentExcess.h>
+
 #include <QCoreApplication>
 #include <QPointer>
 
@@ -77,9 +79,12 @@ void DraftWriter::Start(DraftJob job)
     isDropped = false;
     writing = job.trackId;
     thread.start(new Task([this, job]() mutable {
-        QString problem;
+        // What could not be read back must not take the place of what can.
+        QString problem = RpaContentExcess::Find(job.draft.content);
+        job.isTooLarge = !problem.isEmpty();
         job.draft.writtenAt = QDateTime::currentDateTimeUtc();
-        folder.Write(&job.draft, &problem);
+        if (!job.isTooLarge)
+            folder.Write(&job.draft, &problem);
         job.draft.content.clear();
         RunOnGui([this, job, problem] { Done(job, problem); });
     }));

@@ -15,7 +15,8 @@ struct DraftJob
 {
     quint64 trackId = 0; // which app data it is of
     RpaDraft draft;
-    bool isSent = false; // the content that a save is sending
+    bool isSent = false;     // the content that a save is sending
+    bool isTooLarge = false; // not written: the problem says what of it
 };
 
 // Does the journal's work on the disk, one thing after another on a thread of its own, and answers on the GUI

@@ -63,6 +63,8 @@ public:
     RpaAppData* lastEdited = nullptr;
     QHash<QString, RpaDraft> onDisk; // drafts of this session by name, without content
     QVector<SaveConfirmation> confirmations;
-    bool isOverdue = false; // the disk was busy when it was time to write
-    bool hasFailed = false;
+    bool isOverdue = false;        // the disk was busy when it was time to write
+    bool hasFailed = false;        // since the last draft that was written; told once
+    bool isTooLarge = false;       // likewise
+    bool isWaitingForDisk = false; // the timer runs towards another try
 };

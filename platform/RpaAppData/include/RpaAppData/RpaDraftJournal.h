@@ -22,7 +22,7 @@
 //
 // Hashing and the disk are on a thread of its own; the GUI thread only writes the app data as JSON (about
 // 2 ms per MB). A disk that refuses disturbs nobody: SigFailed once, the rest goes to the log, and the next
-// edits try again. GUI thread only.
+// edits try again. Content that could not be read back is not written. GUI thread only.
 class RPAAPPDATA_EXPORT RpaDraftJournal : public QObject
 {
     Q_OBJECT
@@ -71,8 +71,11 @@ public:
     void Finish();
 
 signals:
-    // The first time that work could not be kept.
+    // The disk refuses: the first time, and again only after it took a draft in between.
     void SigFailed(const QString& problem);
+    // The app has become larger than can be kept: what of it, in the user's words. The last draft that fitted
+    // stays. Told again only after the app fitted in between.
+    void SigTooLarge(const QString& what);
     // A draft is on the disk; a draft is gone from it.
     void SigWritten(const QString& name);
     void SigRemoved(const QString& name);
