@@ -69,6 +69,8 @@ QVariant RpaParamItem::GetEffectiveValue() const
 
 bool RpaParamItem::Fit(QVariant& candidate) const
 {
+    if (TypedValue::IsTooLong(candidate))
+        return false;
     // What a newer client's type may hold is unknown here.
     const bool isForeign = type == RpaParamType::Text && !foreignType.isEmpty();
     if (!candidate.isValid() || isForeign)

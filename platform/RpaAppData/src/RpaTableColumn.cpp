@@ -32,6 +32,8 @@ auto Tie(const RpaTableColumn& column)
 
 bool RpaTableColumn::Fit(QVariant& value) const
 {
+    if (TypedValue::IsTooLong(value))
+        return false;
     // What a newer client's type may hold is unknown here.
     const bool isForeign = type == RpaColumnType::Text && !foreignType.isEmpty();
     if (!value.isValid() || isForeign)

@@ -1,5 +1,7 @@
 #include "TypedValue_p.h"
 
+#include <WbFoundation/ContentLimits.h>
+
 #include <QDate>
 #include <QDateTime>
 #include <QLocale>
@@ -109,6 +111,11 @@ bool TypedValue::ToText(QVariant& value)
     else
         return false;
     return true;
+}
+
+bool TypedValue::IsTooLong(const QVariant& value)
+{
+    return value.userType() == QMetaType::QString && !ContentLimits::Fits(value.toString());
 }
 
 QVariant TypedValue::ToJsonValue(const QVariant& value)

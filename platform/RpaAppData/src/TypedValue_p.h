@@ -13,6 +13,9 @@ bool ToDate(QVariant& value);
 bool ToSwitch(QVariant& value);
 bool ToText(QVariant& value);
 
+// A text that could not be read back from JSON (ContentLimits.h).
+bool IsTooLong(const QVariant& value);
+
 // A date as its JSON text, everything else as it is.
 QVariant ToJsonValue(const QVariant& value);
 } // namespace TypedValue

@@ -37,6 +37,16 @@ QVector<int> SelectedRows(const QTableView& view)
     return rows;
 }
 
+QString TextOf(const TableMisfits& misfits)
+{
+    QStringList texts;
+    if (misfits.ofAnotherType > 0)
+        texts << QStringLiteral("%1 个单元格与列的类型不符").arg(misfits.ofAnotherType);
+    if (misfits.tooLong > 0)
+        texts << QStringLiteral("%1 个单元格的文字超过 16 MB").arg(misfits.tooLong);
+    return texts.join(QStringLiteral("，"));
+}
+
 } // namespace
 
 IAppTableWidget::IAppTableWidget(QWidget* parent) : QWidget(parent) {}
@@ -205,10 +215,10 @@ void AppTableWidget::Paste()
     const QVector<QStringList> rows = CsvText::ReadClipboard(QGuiApplication::clipboard()->text());
     if (!userEditable || rows.isEmpty() || model->columnCount() == 0)
         return;
-    const int misfits =
+    const TableMisfits misfits =
         model->PasteTexts(qMax(0, current.row()), qMax(0, current.column()), rows, QStringLiteral("粘贴"));
-    if (misfits > 0)
-        WbToast::Show(QStringLiteral("%1 个单元格与列的类型不符，没有粘贴").arg(misfits), ToastWarning);
+    if (misfits.Any())
+        WbToast::Show(QStringLiteral("%1，没有粘贴").arg(TextOf(misfits)), ToastWarning);
 }
 
 void AppTableWidget::ImportCsv()
@@ -232,11 +242,10 @@ void AppTableWidget::ImportCsv()
     // A first line that repeats the column names is their header, not a row.
     if (!rows.isEmpty() && rows.first() == GetColumnNames())
         rows.removeFirst();
-    const int misfits = model->PasteTexts(model->rowCount(), 0, rows, QStringLiteral("导入"));
-    if (misfits > 0)
-        WbToast::Show(
-            QStringLiteral("已导入 %1 行，%2 个单元格与列的类型不符，留空").arg(rows.size()).arg(misfits),
-            ToastWarning);
+    const TableMisfits misfits = model->PasteTexts(model->rowCount(), 0, rows, QStringLiteral("导入"));
+    if (misfits.Any())
+        WbToast::Show(QStringLiteral("已导入 %1 行，%2，留空").arg(rows.size()).arg(TextOf(misfits)),
+                      ToastWarning);
     else
         WbToast::Show(QStringLiteral("已导入 %1 行").arg(rows.size()), ToastSuccess);
 }

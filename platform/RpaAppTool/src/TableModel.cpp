@@ -2,6 +2,7 @@
 #include "TableModel_p.h"
 
 #include <WbBaseUI/UIUtils.h>
+#include <WbFoundation/ContentLimits.h>
 
 #include <QDate>
 #include <QLocale>
@@ -13,6 +14,15 @@ namespace
 int AlignmentOf(RpaColumnType type)
 {
     return int((type == RpaColumnType::Number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
+QString RefusalOf(const QString& text, RpaColumnType type)
+{
+    constexpr int longestQuote = 40;
+    if (!ContentLimits::Fits(text))
+        return QStringLiteral("单元格的文字超过 16 MB，没有修改");
+    return QStringLiteral("“%1”不是有效的%2")
+        .arg(text.left(longestQuote), RpaTableColumn::GetTypeTitle(type));
 }
 } // namespace
 
@@ -140,8 +150,7 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
     const RpaTableColumn column = tableData->GetColumn(index.column());
     QVariant after = role == Qt::CheckStateRole ? QVariant(value.toInt() == Qt::Checked) : value;
     if (!column.Fit(after)) {
-        emit SigRefused(QStringLiteral("“%1”不是有效的%2")
-                            .arg(value.toString(), RpaTableColumn::GetTypeTitle(column.type)));
+        emit SigRefused(RefusalOf(value.toString(), column.type));
         return false;
     }
     const QVariant before = tableData->GetCell(index.row(), index.column());
@@ -152,13 +161,14 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
     return true;
 }
 
-int TableModel::PasteTexts(int row, int column, const QVector<QStringList>& texts, const QString& actName)
+TableMisfits TableModel::PasteTexts(int row, int column, const QVector<QStringList>& texts,
+                                    const QString& actName)
 {
     if (!tableData || texts.isEmpty())
-        return 0;
+        return {};
     const QVector<RpaTableColumn> columns = tableData->GetColumns();
     QVector<CellChange> changes;
-    int misfits = 0;
+    TableMisfits misfits;
     for (int i = 0; i < texts.size(); ++i) {
         const QStringList& cells = texts.at(i);
         for (int j = 0; j < cells.size() && column + j < columns.size(); ++j) {
@@ -166,7 +176,7 @@ int TableModel::PasteTexts(int row, int column, const QVector<QStringList>& text
             if (columns.at(column + j).Fit(after))
                 changes.append({row + i, column + j, tableData->GetCell(row + i, column + j), after});
             else
-                ++misfits;
+                ++(ContentLimits::Fits(cells.at(j)) ? misfits.ofAnotherType : misfits.tooLong);
         }
     }
     const int added = qMax(0, row + texts.size() - tableData->GetRowCount());

@@ -7,6 +7,15 @@
 
 class QUndoStack;
 
+// How many texts were not taken over, and why.
+struct TableMisfits
+{
+    int ofAnotherType = 0;
+    int tooLong = 0;
+
+    bool Any() const { return ofAnotherType + tooLong > 0; }
+};
+
 // The table of a page for its view. What the user changes goes through the undo stack; what a run changes
 // does not.
 class TableModel : public QAbstractTableModel
@@ -31,8 +40,8 @@ public:
     static QString TextOf(const QVariant& value);
 
     // Writes texts as one act, beginning at a cell; rows are added as needed, columns beyond the last are
-    // left out. Returns how many cells did not fit their column and were left as they were.
-    int PasteTexts(int row, int column, const QVector<QStringList>& texts, const QString& actName);
+    // left out. Returns how many cells did not fit and were left as they were.
+    TableMisfits PasteTexts(int row, int column, const QVector<QStringList>& texts, const QString& actName);
 
     void InsertRow(int row);
     void RemoveRows(const QVector<int>& rows);

@@ -1,6 +1,7 @@
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaToolData.h>
+#include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/JsonReader.h>
 
 #include <QDate>
@@ -47,6 +48,7 @@ private slots:
     void changesToolsButNotTheirIds();
     void fitsValuesToParameters_data();
     void fitsValuesToParameters();
+    void keepsWhatWasThereWhenATextIsTooLong();
     void givesTheDefaultWhileThereIsNoValue();
     void keepsParameterNamesUnique();
     void takesManyNamelessOnesWithoutSearchingForEach();
@@ -137,6 +139,31 @@ void RpaUIPartsTest::fitsValuesToParameters()
 
     QCOMPARE(params.GetItem(0).value, expected);
     QCOMPARE(params.GetItem(0).value.isValid(), expected.isValid());
+}
+
+// Whoever writes it: a user, a run, a file that is imported.
+void RpaUIPartsTest::keepsWhatWasThereWhenATextIsTooLong()
+{
+    const QString longest(ContentLimits::textBytes, QLatin1Char('x'));
+    const QString tooLong = longest + QLatin1Char('y');
+    RpaParamData params;
+    params.InsertItem(-1, Param(QStringLiteral("甲")));
+    RpaParamItem foreign = Param(QStringLiteral("乙"));
+    foreign.foreignType = QStringLiteral("colour");
+    params.InsertItem(-1, foreign);
+    for (int index = 0; index < params.GetCount(); ++index) {
+        QVERIFY(params.SetValue(index, longest));
+        QVERIFY(!params.SetValue(index, tooLong));
+        QVERIFY(params.GetItem(index).value.toString() == longest);
+    }
+
+    RpaTableData table;
+    table.InsertColumn(-1, Column(QStringLiteral("列")));
+    QCOMPARE(table.AppendRow({longest}), 0);
+    QCOMPARE(table.AppendRow({tooLong}), -1);
+    QVERIFY(!table.SetCell(0, 0, tooLong));
+    QCOMPARE(table.GetRowCount(), 1);
+    QVERIFY(table.GetCell(0, 0).toString() == longest);
 }
 
 void RpaUIPartsTest::givesTheDefaultWhileThereIsNoValue()

@@ -1,7 +1,9 @@
 #include "ModalDriver.h"
+#include "ToastWatcher.h"
 
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppTool/IAppTableWidget.h>
+#include <WbFoundation/ContentLimits.h>
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
@@ -24,6 +26,7 @@ private slots:
     void init();
     void typedCellsFitTheirColumn();
     void aRangeIsPastedWithNewRowsAndUndone();
+    void aTextThatIsTooLongIsNotPastedAndTheAuthorIsTold();
     void copyGivesWhatPasteTakes();
     void deleteClearsCells();
     void rowsAreAddedAndRemovedByTheToolBar();
@@ -109,6 +112,20 @@ void TableWidget::aRangeIsPastedWithNewRowsAndUndone()
     QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(table->GetRowCount(), 1);
     QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
+}
+
+void TableWidget::aTextThatIsTooLongIsNotPastedAndTheAuthorIsTold()
+{
+    ToastWatcher toasts;
+    View()->setCurrentIndex(Model()->index(0, 0));
+    QGuiApplication::clipboard()->setText(QString(ContentLimits::textBytes + 1, QLatin1Char('x')) +
+                                          QStringLiteral("\t2\n"));
+
+    QTest::keyClick(View(), Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
+    QCOMPARE(table->GetCell(0, 1), QVariant(2.0));
+    QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("1 个单元格的文字超过 16 MB，没有粘贴")});
 }
 
 void TableWidget::copyGivesWhatPasteTakes()

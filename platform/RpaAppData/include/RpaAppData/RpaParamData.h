@@ -45,7 +45,7 @@ struct RPAAPPDATA_EXPORT RpaParamItem
 
     // Turns a value into this parameter's type ("3.5" into a number, "2024-02-29" into a date). An invalid
     // value stays invalid (no value). False, with the value left alone, when it does not fit: no number, no
-    // date, none of the choices.
+    // date, none of the choices, a text beyond ContentLimits.
     bool Fit(QVariant& value) const;
 
     bool operator==(const RpaParamItem& other) const;

@@ -32,7 +32,8 @@ struct RPAAPPDATA_EXPORT RpaTableColumn
     QByteArray unknown;  // members written by a newer client, kept as they came
 
     // Turns a value into this column's type; an invalid value and an empty text are an empty cell (invalid).
-    // False, with the value left alone, when it does not fit.
+    // False, with the value left alone, when it does not fit: of another kind, or a text beyond
+    // ContentLimits.
     bool Fit(QVariant& value) const;
 
     bool operator==(const RpaTableColumn& other) const;
