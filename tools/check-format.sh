@@ -5,7 +5,7 @@ cd "$(dirname "$0")/.."
 
 # Without git, or in a folder that git does not trust: all but what is built.
 sources() {
-    git ls-files -z '*.cpp' '*.h' 2>/dev/null ||
+    git ls-files -z --cached --others --exclude-standard '*.cpp' '*.h' 2>/dev/null ||
         find . -path ./build -prune -o \( -name '*.cpp' -o -name '*.h' \) -type f -printf '%P\0'
 }
 mapfile -d '' files < <(sources)
