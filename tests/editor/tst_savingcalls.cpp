@@ -7,7 +7,6 @@
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaCore/RpaGlobalLifeCycle.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
-
 #include <RpaProcessData/RpaPackageInfo.h>
 
 #include <QComboBox>
@@ -127,7 +126,8 @@ private slots:
 
         StandInRequests::AnswerSave(QStringLiteral("v9"));
 
-        QCOMPARE(author->GetVersions(), QStringList({QStringLiteral("版本1"), QStringLiteral("【灰度】丙版")}));
+        QCOMPARE(author->GetVersions(),
+                 QStringList({QStringLiteral("版本1"), QStringLiteral("【灰度】丙版")}));
         QCOMPARE(author->GetSelectedVersion(), QStringLiteral("版本1"));
         author->Press("pushButtonSave");
         QCOMPARE(CallLog::Take(),
@@ -166,15 +166,16 @@ private slots:
         PickAndLoad(QStringLiteral("丙版"));
         ModalDriver modals;
         modals.Then([](QWidget* dialog) {
-            dialog->findChild<QComboBox*>(QStringLiteral("comboBoxName"))->setEditText(QStringLiteral("乙版"));
+            dialog->findChild<QComboBox*>(QStringLiteral("comboBoxName"))
+                ->setEditText(QStringLiteral("乙版"));
             QVERIFY(ModalDriver::Press(dialog, QStringLiteral("确定")));
             StandInRequests::AnswerOverwrite();
         });
 
         author->Press("pushButtonSaveAs");
 
-        QCOMPARE(CallLog::Take(),
-                 QStringList({QStringLiteral("event OXA_AppDevelop_Saveas"), QStringLiteral("overwrite v2")}));
+        QCOMPARE(CallLog::Take(), QStringList({QStringLiteral("event OXA_AppDevelop_Saveas"),
+                                               QStringLiteral("overwrite v2")}));
         QCOMPARE(author->GetSelectedVersion(), QStringLiteral("乙版"));
         author->Press("pushButtonSave");
         QCOMPARE(CallLog::Take(),

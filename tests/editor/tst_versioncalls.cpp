@@ -7,9 +7,9 @@
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 #include <RpaProcessData/RpaPackageInfo.h>
 
+#include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
-#include <QComboBox>
 #include <QtTest>
 
 namespace
@@ -41,9 +41,8 @@ private slots:
         QCOMPARE(opening.GetVersions(), QStringList());
         StandInRequests::AnswerData(Content(QStringLiteral("hello")));
 
-        QCOMPARE(CallLog::Take(),
-                 QStringList({QStringLiteral("log emptied"), QStringLiteral("browser reset"),
-                              QStringLiteral("packages are: ")}));
+        QCOMPARE(CallLog::Take(), QStringList({QStringLiteral("log emptied"), QStringLiteral("browser reset"),
+                                               QStringLiteral("packages are: ")}));
         QCOMPARE(opening.GetVersions(),
                  QStringList({QStringLiteral("甲版"), QStringLiteral("乙版"), QStringLiteral("丙版")}));
     }
@@ -52,8 +51,8 @@ private slots:
     {
         Open();
         author.reset();
-        const QByteArray program =
-            Content(QStringLiteral("hello"), [](RpaAppData& content) { Need(content, QStringLiteral("requests")); });
+        const QByteArray program = Content(
+            QStringLiteral("hello"), [](RpaAppData& content) { Need(content, QStringLiteral("requests")); });
         author = std::make_unique<EditorDriver>();
         author->GetEditor()->SetExecuteInfo(App(1));
         StandInRequests::AnswerList(Versions());
@@ -75,7 +74,8 @@ private slots:
     {
         Open(AppSnapshotGray);
 
-        QCOMPARE(Tips(), QStringList({QStringLiteral("第一稿"), QStringLiteral("第二稿"), QStringLiteral("第三稿")}));
+        QCOMPARE(Tips(),
+                 QStringList({QStringLiteral("第一稿"), QStringLiteral("第二稿"), QStringLiteral("第三稿")}));
         author.reset();
         author = std::make_unique<EditorDriver>();
         author->GetEditor()->SetExecuteInfo(App());

@@ -75,10 +75,10 @@ private slots:
         const QByteArray publish("pushButtonPublish");
         QTest::newRow("gray again") << int(AppSnapshotGray) << gray << beta
                                     << QStringLiteral("灰度版本不能再次灰度。");
-        QTest::newRow("online to gray") << int(AppSnapshotOnline) << online << beta
-                                        << QStringLiteral("线上版本不能灰度。");
-        QTest::newRow("online again") << int(AppSnapshotOnline) << online << publish
-                                      << QStringLiteral("线上版本不能再次上线。");
+        QTest::newRow("online to gray")
+            << int(AppSnapshotOnline) << online << beta << QStringLiteral("线上版本不能灰度。");
+        QTest::newRow("online again")
+            << int(AppSnapshotOnline) << online << publish << QStringLiteral("线上版本不能再次上线。");
     }
 
     void judgesTheSelectedVersionWhileItIsStillLoading()

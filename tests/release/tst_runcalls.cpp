@@ -65,26 +65,25 @@ class RunCallsTest : public EditorCalls
 private slots:
     void handsTheEngineEverythingOfTheOpenVersionInOrder()
     {
-        Open(Versions(), Content(QStringLiteral("hello"), [](RpaAppData& content) {
-                 FillNamed(content, QStringLiteral("甲"));
-             }));
+        Open(Versions(), Content(QStringLiteral("hello"),
+                                 [](RpaAppData& content) { FillNamed(content, QStringLiteral("甲")); }));
         PickWithoutData(QStringLiteral("乙版"));
-        StandInRequests::AnswerData(Content(QStringLiteral("hello"), [](RpaAppData& content) {
-            FillNamed(content, QStringLiteral("乙"));
-        }));
+        StandInRequests::AnswerData(Content(
+            QStringLiteral("hello"), [](RpaAppData& content) { FillNamed(content, QStringLiteral("乙")); }));
         CallLog::Take();
 
         Start(run);
 
         const QStringList calls = CallLog::Take();
-        QCOMPARE(calls, QStringList({reported, QStringLiteral("browser: some"), QStringLiteral("params: 参数乙"),
-                                     QStringLiteral("columns: 列乙"), QStringLiteral("elements: 按钮乙"),
-                                     QStringLiteral("windows: 窗口乙"),
-                                     QStringLiteral("processes: ") + MainProcess() + QStringLiteral(" 流程乙"),
-                                     QStringLiteral("run of app1 with key1 in develop"),
-                                     QStringLiteral("translate statements: yes"),
-                                     QStringLiteral("report statements: yes"),
-                                     QStringLiteral("check 流程乙"), QStringLiteral("execute 流程乙")}));
+        QCOMPARE(calls,
+                 QStringList({reported, QStringLiteral("browser: some"), QStringLiteral("params: 参数乙"),
+                              QStringLiteral("columns: 列乙"), QStringLiteral("elements: 按钮乙"),
+                              QStringLiteral("windows: 窗口乙"),
+                              QStringLiteral("processes: ") + MainProcess() + QStringLiteral(" 流程乙"),
+                              QStringLiteral("run of app1 with key1 in develop"),
+                              QStringLiteral("translate statements: yes"),
+                              QStringLiteral("report statements: yes"), QStringLiteral("check 流程乙"),
+                              QStringLiteral("execute 流程乙")}));
     }
 
     void runsAProgramAsItStands()
@@ -245,7 +244,8 @@ private slots:
 private:
     void Start(const QString& process)
     {
-        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigRunProcess", Q_ARG(QString, process)));
+        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigRunProcess",
+                                          Q_ARG(QString, process)));
     }
 
     void GoOn() { QVERIFY(QMetaObject::invokeMethod(author->GetEditor(), "SlotCheckPackageFinished")); }

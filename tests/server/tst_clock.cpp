@@ -42,7 +42,8 @@ bool ClockTest::StartShifted(qint64 milliseconds)
 }
 
 // Of each entry of a list the value of a member, of the entry itself when `record` is empty.
-QStringList ClockTest::Values(const QByteArray& path, const char* list, const char* record, const char* member)
+QStringList ClockTest::Values(const QByteArray& path, const char* list, const char* record,
+                              const char* member)
 {
     QStringList values;
     for (const auto& entry : client->Get(path).json.value(QLatin1String(list)).toArray()) {
@@ -114,7 +115,8 @@ void ClockTest::keepsSessionsWhenItIsPutRight_data()
     QTest::addColumn<int>("hours");
     for (const QByteArray database : {"sqlite", "postgresql"}) {
         for (const int hours : {24, -24, 365 * 24})
-            QTest::newRow(database + QByteArray::number(hours).prepend(", hours: ")) << QString::fromLatin1(database) << hours;
+            QTest::newRow(database + QByteArray::number(hours).prepend(", hours: "))
+                << QString::fromLatin1(database) << hours;
     }
 }
 

@@ -7,8 +7,8 @@
 
 namespace
 {
-// The owner takes the dialog along. Qt's own functions keep theirs on the stack, where a parent that goes away
-// would free it.
+// The owner takes the dialog along. Qt's own functions keep theirs on the stack, where a parent that goes
+// away would free it.
 template <typename Dialog>
 class Asked
 {

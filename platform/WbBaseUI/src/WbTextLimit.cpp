@@ -67,10 +67,9 @@ bool WbTextLimit::IsFull() const
 
 void WbTextLimit::Tell() const
 {
-    WbToast::Show(QStringLiteral("%1不能超过 %2 MB，没有插入")
-                      .arg(what)
-                      .arg(qMax(1, mostBytes / (1024 * 1024))),
-                  ToastWarning);
+    WbToast::Show(
+        QStringLiteral("%1不能超过 %2 MB，没有插入").arg(what).arg(qMax(1, mostBytes / (1024 * 1024))),
+        ToastWarning);
 }
 
 bool WbTextLimit::Check()

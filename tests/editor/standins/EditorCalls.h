@@ -14,8 +14,8 @@
 #include <functional>
 #include <memory>
 
-// Each test has an author whose editor has nothing but stand-ins around it: no server, no engine, no web page.
-// What the editor asks of them is in the CallLog.
+// Each test has an author whose editor has nothing but stand-ins around it: no server, no engine, no web
+// page. What the editor asks of them is in the CallLog.
 class EditorCalls : public QObject
 {
     Q_OBJECT

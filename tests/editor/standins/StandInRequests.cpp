@@ -72,7 +72,8 @@ RpaEditorLogic* RpaEditorLogic::Instance()
 
 void RpaEditorLogic::SaveAppSnapshotInfo(const QSharedPointer<SaveAppSnapshotInfoRequest>& request)
 {
-    Keep(NotifySaveAppSnapshotInfo, request, QStringLiteral("save ") + request->GetSnapshotInfoPtr()->GetName());
+    Keep(NotifySaveAppSnapshotInfo, request,
+         QStringLiteral("save ") + request->GetSnapshotInfoPtr()->GetName());
 }
 
 void RpaEditorLogic::UpdateAppSnapshotInfo(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request)
@@ -160,7 +161,8 @@ void StandInRequests::AnswerData(const QByteArray& json)
     const auto response = QSharedPointer<GetDevSnapshotDataResponse>::create();
     response->SetOutcome(true, QString());
     response->SetAppData(json);
-    Notify(NotifyGetDevSnapshotData, TakeOldest<GetDevSnapshotDataRequest>(NotifyGetDevSnapshotData), response);
+    Notify(NotifyGetDevSnapshotData, TakeOldest<GetDevSnapshotDataRequest>(NotifyGetDevSnapshotData),
+           response);
 }
 
 void StandInRequests::FailData(const QString& error)
@@ -210,8 +212,9 @@ void StandInRequests::AnswerRelease(int result, bool needTip)
 RpaAppSnapshotPtr StandInRequests::Overwritten()
 {
     const QList<RequestPtr> waiting = Unanswered().value(NotifyUpdateAppSnapshotInfo);
-    return waiting.isEmpty() ? RpaAppSnapshotPtr()
-                             : waiting.first().objectCast<UpdateAppSnapshotInfoRequest>()->GetSnapshotInfoPtr();
+    return waiting.isEmpty()
+               ? RpaAppSnapshotPtr()
+               : waiting.first().objectCast<UpdateAppSnapshotInfoRequest>()->GetSnapshotInfoPtr();
 }
 
 RpaAppDataPtr StandInRequests::ContentOf(const RpaAppSnapshotPtr& version)

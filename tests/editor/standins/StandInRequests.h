@@ -10,9 +10,9 @@
 #include <QString>
 #include <QVector>
 
-// Stands in for the request library in the program that it is linked into: RpaEditorLogic sends nothing there,
-// notes each request in the CallLog, and the test answers when and what it likes. Answers go to the oldest
-// request of their kind that was not answered yet; a test that answers more often fails.
+// Stands in for the request library in the program that it is linked into: RpaEditorLogic sends nothing
+// there, notes each request in the CallLog, and the test answers when and what it likes. Answers go to the
+// oldest request of their kind that was not answered yet; a test that answers more often fails.
 //
 //     list app1 | load v1 | overwrite v1 | save 版本1 | delete v1 of app1 | release v1 of app1 as 2
 //

@@ -48,8 +48,7 @@ void LoadedContentTest::bringsAnApp()
 
     QCOMPARE(LoadError(fixture, app, QStringLiteral("1.0.0")), QString());
 
-    const auto* response =
-        qobject_cast<GetDevSnapshotDataResponse*>(fixture.answers.Last().response.data());
+    const auto* response = qobject_cast<GetDevSnapshotDataResponse*>(fixture.answers.Last().response.data());
     QVERIFY(response);
     QCOMPARE(response->GetAppData(), app);
 }

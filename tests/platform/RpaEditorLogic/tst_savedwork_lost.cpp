@@ -82,7 +82,8 @@ void SavedWorkLostTest::MakeApp()
 {
     VersionServiceClient client;
     VersionServiceResult<VersionServiceApp> made;
-    client.CreateApp(QStringLiteral("应用%1").arg(++apps), 0, this, [&made](const auto& result) { made = result; });
+    client.CreateApp(QStringLiteral("应用%1").arg(++apps), 0, this,
+                     [&made](const auto& result) { made = result; });
     QTRY_VERIFY(made.success);
     appId = made.value.id;
 }

@@ -23,12 +23,14 @@ public:
 
 QByteArray Body(const char* html)
 {
-    return QByteArrayLiteral("<html><meta charset=\"utf-8\"><body>") + html + QByteArrayLiteral("</body></html>");
+    return QByteArrayLiteral("<html><meta charset=\"utf-8\"><body>") + html +
+           QByteArrayLiteral("</body></html>");
 }
 
 // What every field of the page holds now, in order.
-const QString Values = QStringLiteral("Array.from(document.querySelectorAll('input,textarea'))"
-                                      ".map(e => e.type === 'radio' ? String(e.checked) : e.value).join('|')");
+const QString Values =
+    QStringLiteral("Array.from(document.querySelectorAll('input,textarea'))"
+                   ".map(e => e.type === 'radio' ? String(e.checked) : e.value).join('|')");
 } // namespace
 
 class ElementBeliefTest : public QObject
@@ -50,35 +52,36 @@ private slots:
         const QString click = QStringLiteral("rpa.browser_click('%1', 0.2)\n");
         QTest::newRow("a field above a password field")
             << Body("<form><input name='u'><input type='password'></form>") << "input[type=password]"
-            << Body("<form><input name='new'><input name='u'><input type='password'></form>") << type << changed
-            << "||";
+            << Body("<form><input name='new'><input name='u'><input type='password'></form>") << type
+            << changed << "||";
         QTest::newRow("a field of the same type above")
             << Body("<form><label>姓名 <input></label></form>") << "input"
-            << Body("<form><label>公司 <input></label><label>姓名 <input></label></form>") << type << changed << "|";
+            << Body("<form><label>公司 <input></label><label>姓名 <input></label></form>") << type << changed
+            << "|";
         QTest::newRow("another element in the place of a button")
             << Body("<div><input><button>保存</button></div>") << "button"
-            << Body("<div><input><button onclick=\"document.querySelector('input').value='删'\">删除</button></div>")
+            << Body("<div><input><button "
+                    "onclick=\"document.querySelector('input').value='删'\">删除</button></div>")
             << click << changed << "";
         QTest::newRow("another choice of the same question")
             << Body("<p><input type='radio' name='q' value='yes'></p>") << "input"
             << Body("<p><input type='radio' name='q' value='no'></p>") << click << changed << "false";
-        QTest::newRow("a hidden password")
-            << Body("<input type='password' name='p'>") << "input" << Body("<input type='text' name='p'>") << type
-            << changed << "";
+        QTest::newRow("a hidden password") << Body("<input type='password' name='p'>") << "input"
+                                           << Body("<input type='text' name='p'>") << type << changed << "";
         QTest::newRow("two of the same name")
             << Body("<input name='n'>") << "input" << Body("<input name='n'><input name='n'>") << type
             << QStringLiteral("网页上有多个元素与“") << "|";
-        QTest::newRow("it is gone") << Body("<input name='n'>") << "input" << Body("<textarea></textarea>") << type
-                                    << QStringLiteral("网页上找不到元素“") << "";
+        QTest::newRow("it is gone") << Body("<input name='n'>") << "input" << Body("<textarea></textarea>")
+                                    << type << QStringLiteral("网页上找不到元素“") << "";
         QTest::newRow("another id, the same label")
             << Body("<label>姓名 <input id='first'></label>") << "input"
             << Body("<label>姓名 <input id='second'></label>") << type << QString() << "填的";
         QTest::newRow("another place, the same name")
-            << Body("<input name='n'>") << "input" << Body("<input name='m'><div><input name='n'></div>") << type
-            << QString() << "|填的";
+            << Body("<input name='n'>") << "input" << Body("<input name='m'><div><input name='n'></div>")
+            << type << QString() << "|填的";
         QTest::newRow("no type at all and the type text")
-            << Body("<input name='n'>") << "input" << Body("<input name='n' type='TEXT'>") << type << QString()
-            << "填的";
+            << Body("<input name='n'>") << "input" << Body("<input name='n' type='TEXT'>") << type
+            << QString() << "填的";
     }
     void actsOnlyOnWhatStillIsTheCapturedElement()
     {
@@ -107,14 +110,17 @@ private slots:
     void readsACellWhoseTextIsNew()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/page"), Body("<table><tr><td>合计</td><td>12.50</td></tr></table>"));
+        author.server.Put(QStringLiteral("/page"),
+                          Body("<table><tr><td>合计</td><td>12.50</td></tr></table>"));
         QVERIFY(author.Open(QStringLiteral("/page")));
         const QString cell = author.Capture(QStringLiteral("td + td")).id;
-        author.server.Put(QStringLiteral("/page"), Body("<table><tr><td>合计</td><td>13.00</td></tr></table>"));
+        author.server.Put(QStringLiteral("/page"),
+                          Body("<table><tr><td>合计</td><td>13.00</td></tr></table>"));
         QVERIFY(author.Open(QStringLiteral("/page")));
         BrowserProcess process(author);
 
-        const QStringList log = process.RunText(QStringLiteral("print(rpa.browser_read('%1', 0.2))\n").arg(cell));
+        const QStringList log =
+            process.RunText(QStringLiteral("print(rpa.browser_read('%1', 0.2))\n").arg(cell));
 
         QVERIFY2(log.contains(QStringLiteral("13.00")), qPrintable(log.join(QLatin1Char('\n'))));
     }
@@ -129,13 +135,12 @@ private slots:
         BrowserProcess process(author);
         const PasswordParam page;
 
-        const QString log =
-            process
-                .RunText(QStringLiteral("rpa.browser_input('%2', rpa.get_param('口令'))\n"
-                                        "rpa.browser_input('%1', rpa.get_param('用户'))\n"
-                                        "rpa.browser_input('%1', rpa.get_param('口令'))\n")
-                             .arg(user.id, password.id))
-                .join(QLatin1Char('\n'));
+        const QString log = process
+                                .RunText(QStringLiteral("rpa.browser_input('%2', rpa.get_param('口令'))\n"
+                                                        "rpa.browser_input('%1', rpa.get_param('用户'))\n"
+                                                        "rpa.browser_input('%1', rpa.get_param('口令'))\n")
+                                             .arg(user.id, password.id))
+                                .join(QLatin1Char('\n'));
 
         QVERIFY2(log.contains(QStringLiteral("密码只能填写到密码框中，“%1”不是密码框").arg(user.name)),
                  qPrintable(log));

@@ -19,7 +19,8 @@
 
 using namespace EditorFixture;
 
-// The dialogs that the process editors open, and editors that are taken away, or shown another app, meanwhile.
+// The dialogs that the process editors open, and editors that are taken away, or shown another app,
+// meanwhile.
 class tst_EditorDialogs : public QObject
 {
     Q_OBJECT

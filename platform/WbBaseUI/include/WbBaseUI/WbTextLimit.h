@@ -11,10 +11,10 @@ class QPlainTextEdit;
 class QTextDocument;
 class QTextEdit;
 
-// Keeps a text that an author writes within what an app may hold (ContentLimits::textBytes). Typing into a full
-// text is not taken; any other edit that makes it too long (paste, drop, replace all) is undone as a whole. A
-// notice names the text, and what was there before stays. A text that was too long when it was loaded is left
-// alone. Belongs to its edit. GUI thread only.
+// Keeps a text that an author writes within what an app may hold (ContentLimits::textBytes). Typing into a
+// full text is not taken; any other edit that makes it too long (paste, drop, replace all) is undone as a
+// whole. A notice names the text, and what was there before stays. A text that was too long when it was
+// loaded is left alone. Belongs to its edit. GUI thread only.
 class WBBASEUI_EXPORT WbTextLimit : public QObject
 {
     Q_OBJECT
