@@ -40,7 +40,7 @@ private:
 std::unique_ptr<EmbeddedServer> tst_EmbeddedServer::Server(const QString& behaviour) const
 {
     return std::make_unique<EmbeddedServer>(QStringLiteral(FAKE_SERVER), folder.filePath(behaviour),
-                                            QByteArrayLiteral("{\"token\":\"t\"}\n"));
+                                            [] { return QByteArrayLiteral("{\"token\":\"t\"}\n"); });
 }
 
 QString tst_EmbeddedServer::Read(const QString& behaviour, const QString& file) const
@@ -139,7 +139,7 @@ void tst_EmbeddedServer::refusesAnAnswerThatIsNoReadyLine()
 void tst_EmbeddedServer::saysWhichProgramIsMissing()
 {
     EmbeddedServer server(QStringLiteral("/nowhere/rpa-version-server"), folder.filePath(QStringLiteral("x")),
-                          {});
+                          [] { return QByteArray(); });
 
     server.Start();
 

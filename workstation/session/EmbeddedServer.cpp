@@ -31,9 +31,9 @@ QUrl AddressIn(const QByteArray& line)
 }
 } // namespace
 
-EmbeddedServer::EmbeddedServer(const QString& programFile, const QString& data, const QByteArray& line,
+EmbeddedServer::EmbeddedServer(const QString& programFile, const QString& data, const MakeHandshake& make,
                                QObject* parent)
-    : QObject(parent), program(programFile), dataDir(data), handshake(line)
+    : QObject(parent), program(programFile), dataDir(data), makeHandshake(make)
 {
     readyTimer.setSingleShot(true);
     restartTimer.setSingleShot(true);
@@ -75,7 +75,7 @@ void EmbeddedServer::Launch()
     process.setStandardErrorFile(log, QIODevice::Append);
     readyTimer.start(readyWithin);
     process.start(program, {QStringLiteral("--embedded"), QStringLiteral("--data"), dataDir});
-    process.write(handshake);
+    process.write(makeHandshake());
 }
 
 void EmbeddedServer::Stop()

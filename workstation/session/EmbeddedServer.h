@@ -5,6 +5,8 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <functional>
+
 // The version server that belongs to this workstation: started, watched, started again when it dies, stopped
 // at the end. The server stops by itself when its standard input closes, so it never outlives the
 // workstation, however that ends.
@@ -23,8 +25,10 @@ public:
     };
     Q_ENUM(State)
 
-    // handshake: the line for its standard input.
-    EmbeddedServer(const QString& program, const QString& dataDir, const QByteArray& handshake,
+    // Makes the line for its standard input; asked once for each start.
+    using MakeHandshake = std::function<QByteArray()>;
+
+    EmbeddedServer(const QString& program, const QString& dataDir, const MakeHandshake& makeHandshake,
                    QObject* parent = nullptr);
     ~EmbeddedServer() override;
 
@@ -60,7 +64,7 @@ private:
 
     const QString program;
     const QString dataDir;
-    const QByteArray handshake;
+    const MakeHandshake makeHandshake;
     QProcess process;
     QTimer readyTimer;
     QTimer restartTimer;

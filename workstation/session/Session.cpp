@@ -19,7 +19,7 @@ VersionServiceSettings* Service()
 Session::Session(const QString& serverProgram, const QString& serverDataDir, const QString& keptFile,
                  QObject* parent)
     : QObject(parent), kept(keptFile), accounts(MakeEmbeddedAccounts()),
-      server(serverProgram, serverDataDir, EmbeddedHandshake(accounts)),
+      server(serverProgram, serverDataDir, [this] { return HandshakeOfNewServer(); }),
       client(std::make_unique<VersionServiceClient>())
 {
     checkTimer.setInterval(checkEvery);
@@ -35,9 +35,19 @@ Session::~Session()
     server.disconnect(this);
 }
 
+// A token that went astray while a server died opens nothing at the next one.
+QByteArray Session::HandshakeOfNewServer()
+{
+    accounts = MakeEmbeddedAccounts();
+    return EmbeddedHandshake(accounts);
+}
+
 void Session::UseEmbedded()
 {
     checkTimer.stop();
+    if (!embedded) {
+        Service()->AwaitAnother();
+    }
     resuming = false;
     embedded = true;
     SetServer(ServerState::Connecting, QString());
@@ -118,21 +128,21 @@ void Session::SlotEmbeddedState(EmbeddedServer::State state)
         return;
     }
     switch (state) {
-    case EmbeddedServer::State::Ready:
-        // A server that was started again listens elsewhere; the new address drops the token, which is still
-        // good.
-        Service()->SetBaseUrl(server.GetAddress());
-        if (GetEmbeddedIndex() >= 0) {
-            Service()->SetToken(accounts.at(GetEmbeddedIndex()).token.toLatin1());
-        }
+    case EmbeddedServer::State::Ready: {
+        const int index = GetEmbeddedIndex();
+        Service()->ReturnAt(server.GetAddress(),
+                            index < 0 ? QByteArray() : accounts.at(index).token.toLatin1());
         SetServer(ServerState::Connected, QStringLiteral("本机 %1").arg(server.GetAddress().authority()));
         break;
+    }
     case EmbeddedServer::State::Starting:
     case EmbeddedServer::State::Waiting:
+        Service()->LeaveAddress(true);
         SetServer(ServerState::Connecting, QString());
         break;
     case EmbeddedServer::State::Failed:
     case EmbeddedServer::State::Stopped:
+        Service()->LeaveAddress(false);
         SetServer(ServerState::Broken, server.GetProblem());
         break;
     }

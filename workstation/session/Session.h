@@ -70,6 +70,7 @@ signals:
     void SigServerDied();
 
 private:
+    QByteArray HandshakeOfNewServer();
     void SlotEmbeddedState(EmbeddedServer::State state);
     void CheckRemote();
     void Resume();
@@ -80,7 +81,7 @@ private:
     void Become(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
 
     KeptSignIn kept;
-    const QVector<EmbeddedAccount> accounts;
+    QVector<EmbeddedAccount> accounts; // with the tokens of the server that runs
     EmbeddedServer server;
     const std::unique_ptr<VersionServiceClient> client;
     QTimer checkTimer;

@@ -6,6 +6,8 @@
 
 #include <array>
 #include <chrono>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -29,6 +31,14 @@ bool IsSurelyUndone(const WbHttpAnswer& answer)
     }
 }
 
+WbHttpAnswer AwayAnswer()
+{
+    WbHttpAnswer answer;
+    answer.error = WbHttpError::CannotConnect;
+    answer.errorText = QStringLiteral("版本服务尚未恢复，请稍后重试");
+    return answer;
+}
+
 WbHttpAnswer CancelledAnswer()
 {
     WbHttpAnswer answer;
@@ -48,8 +58,16 @@ ServiceTransport::~ServiceTransport()
 void ServiceTransport::Send(const WbHttpRequest& request, Done done)
 {
     const quint64 id = Add(std::move(done));
-    calls[id].request = request;
-    Try(id);
+    const auto* settings = VersionServiceSettings::Instance();
+    Call& call = calls[id];
+    call.request = request;
+    call.identity = settings->GetIdentityNumber();
+    call.place = settings->GetPlaceNumber();
+    if (settings->GetWhereabouts() == VersionServiceSettings::Whereabouts::Known)
+        Try(id);
+    else if (!shuttingDown) // is answered from the event loop, whatever becomes of it
+        QMetaObject::invokeMethod(
+            context.get(), [this, id] { Try(id); }, Qt::QueuedConnection);
 }
 
 void ServiceTransport::AnswerLocally(const WbHttpAnswer& answer, Done done)
@@ -64,6 +82,9 @@ quint64 ServiceTransport::Add(Done done)
 {
     if (!shuttingDown && !client) {
         context = std::make_unique<QObject>();
+        QObject::connect(
+            VersionServiceSettings::Instance(), &VersionServiceSettings::SigChanged, context.get(),
+            [this] { TryHeld(); }, Qt::QueuedConnection);
         client = std::make_unique<WbHttpClient>();
     }
     Call call;
@@ -76,13 +97,66 @@ quint64 ServiceTransport::Add(Done done)
 void ServiceTransport::Try(quint64 id)
 {
     const auto position = calls.find(id);
-    if (position == calls.end() || shuttingDown)
+    if (position == calls.end() || shuttingDown || !FindService(id))
         return;
     Call& call = position->second;
+    call.isHeld = false;
     ++call.tries;
     WbHttpRequest request = call.request;
     request.limits.total -= std::chrono::milliseconds(call.age.elapsed());
     client->Send(request, [this, id](const WbHttpAnswer& answer) { OnAnswer(id, answer); });
+}
+
+// Whether the request may be sent now. Its address is not used again once the service has left it: whoever
+// listens there by then is a stranger.
+bool ServiceTransport::FindService(quint64 id)
+{
+    Call& call = calls.at(id);
+    const auto* settings = VersionServiceSettings::Instance();
+    const bool isKnown = settings->GetWhereabouts() == VersionServiceSettings::Whereabouts::Known;
+    if (isKnown && call.place == settings->GetPlaceNumber())
+        return true;
+    if (call.identity != settings->GetIdentityNumber() ||
+        settings->GetWhereabouts() == VersionServiceSettings::Whereabouts::Lost) {
+        Finish(id, AwayAnswer());
+        return false;
+    }
+    if (!isKnown) {
+        Hold(id);
+        return false;
+    }
+    const QUrl service = settings->GetBaseUrl();
+    call.request.url.setScheme(service.scheme());
+    call.request.url.setHost(service.host());
+    call.request.url.setPort(service.port());
+    if (!call.request.bearerToken.isEmpty())
+        call.request.bearerToken = settings->GetToken();
+    call.place = settings->GetPlaceNumber();
+    return true;
+}
+
+void ServiceTransport::Hold(quint64 id)
+{
+    Call& call = calls.at(id);
+    if (std::exchange(call.isHeld, true))
+        return;
+    const auto left = call.request.limits.total - std::chrono::milliseconds(call.age.elapsed());
+    QTimer::singleShot(std::max(left, 0ms), context.get(), [this, id] {
+        const auto position = calls.find(id);
+        if (position != calls.end() && position->second.isHeld)
+            Finish(id, AwayAnswer());
+    });
+}
+
+void ServiceTransport::TryHeld()
+{
+    std::vector<quint64> held;
+    for (const auto& [id, call] : calls) {
+        if (call.isHeld)
+            held.push_back(id);
+    }
+    for (const quint64 id : held)
+        Try(id);
 }
 
 void ServiceTransport::OnAnswer(quint64 id, const WbHttpAnswer& answer)

@@ -13,7 +13,8 @@
 
 // Sends requests to the version service and answers each exactly once, from the event loop or, at the latest,
 // in Shutdown(). A request that met a broken connection or a busy server is sent again by itself, with the
-// headers it had (so with its idempotency key), as long as that is quick.
+// headers it had (so with its idempotency key), as long as that is quick. While the service is away requests
+// wait for it, and follow it to where it comes back.
 class ServiceTransport
 {
 public:
@@ -39,10 +40,17 @@ private:
         bool mayBeDone = false; // by one of them
         QByteArray sentDigest;
         QElapsedTimer age;
+        // What it was made for, and where that was then.
+        quint64 identity = 0;
+        quint64 place = 0;
+        bool isHeld = false; // until the service is back
     };
 
     quint64 Add(Done done);
     void Try(quint64 id);
+    bool FindService(quint64 id);
+    void Hold(quint64 id);
+    void TryHeld();
     void OnAnswer(quint64 id, const WbHttpAnswer& answer);
     bool IsWorthAnotherTry(const Call& call, const WbHttpAnswer& answer) const;
     void Finish(quint64 id, const WbHttpAnswer& answer);

@@ -17,19 +17,76 @@ VersionServiceSettings* VersionServiceSettings::Instance()
     return &settings;
 }
 
-bool VersionServiceSettings::SetBaseUrl(const QUrl& url)
+bool VersionServiceSettings::IsServiceAddress(const QUrl& url)
 {
     const bool isHttp = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
-    if (!url.isValid() || !isHttp || url.host().isEmpty() || !url.userInfo().isEmpty() || url.hasQuery() ||
-        url.hasFragment())
+    return url.isValid() && isHttp && !url.host().isEmpty() && url.userInfo().isEmpty() && !url.hasQuery() &&
+           !url.hasFragment();
+}
+
+bool VersionServiceSettings::SetBaseUrl(const QUrl& url)
+{
+    if (!IsServiceAddress(url))
         return false;
-    if (url == baseUrl)
+    const bool wasAway = whereabouts != Whereabouts::Known;
+    if (url == baseUrl && !wasAway)
         return true;
-    if (!HasSameOrigin(url, baseUrl))
+    if (wasAway || !HasSameOrigin(url, baseUrl)) {
         token.clear();
+        ++identity;
+    }
+    if (wasAway)
+        ++place;
+    whereabouts = Whereabouts::Known;
     baseUrl = url;
     emit SigChanged();
     return true;
+}
+
+void VersionServiceSettings::LeaveAddress(bool awaited)
+{
+    const auto left = awaited ? Whereabouts::Awaited : Whereabouts::Lost;
+    if (left == whereabouts)
+        return;
+    ++place;
+    whereabouts = left;
+    emit SigChanged();
+}
+
+bool VersionServiceSettings::ReturnAt(const QUrl& url, const QByteArray& newToken)
+{
+    if (!IsServiceAddress(url))
+        return false;
+    ++place;
+    whereabouts = Whereabouts::Known;
+    baseUrl = url;
+    token = newToken;
+    emit SigChanged();
+    return true;
+}
+
+void VersionServiceSettings::AwaitAnother()
+{
+    ++identity;
+    ++place;
+    token.clear();
+    whereabouts = Whereabouts::Awaited;
+    emit SigChanged();
+}
+
+VersionServiceSettings::Whereabouts VersionServiceSettings::GetWhereabouts() const
+{
+    return whereabouts;
+}
+
+quint64 VersionServiceSettings::GetIdentityNumber() const
+{
+    return identity;
+}
+
+quint64 VersionServiceSettings::GetPlaceNumber() const
+{
+    return place;
 }
 
 QUrl VersionServiceSettings::GetBaseUrl() const
@@ -42,6 +99,7 @@ void VersionServiceSettings::SetToken(const QByteArray& value)
     if (value == token)
         return;
     token = value;
+    ++identity;
     emit SigChanged();
 }
 

@@ -2,8 +2,11 @@
 
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
+#include <QSet>
 #include <QSignalSpy>
 #include <QtTest>
+
+using Whereabouts = VersionServiceSettings::Whereabouts;
 
 class VersionServiceSettingsTest : public QObject
 {
@@ -17,6 +20,8 @@ private slots:
     void dropsTheTokenForAnotherServer_data();
     void dropsTheTokenForAnotherServer();
     void tellsOfChangesOnly();
+    void keepsTheIdentityOfAServiceThatComesBackElsewhere();
+    void changesTheIdentityWithServiceAndAccount();
 };
 
 void VersionServiceSettingsTest::init()
@@ -24,6 +29,7 @@ void VersionServiceSettingsTest::init()
     auto* settings = VersionServiceSettings::Instance();
     settings->SetBaseUrl(QUrl(QStringLiteral("http://127.0.0.1:8080/rpa")));
     settings->SetToken("secret");
+    QCOMPARE(settings->GetWhereabouts(), Whereabouts::Known);
 }
 
 void VersionServiceSettingsTest::acceptsHttpAddressesOnly_data()
@@ -86,6 +92,49 @@ void VersionServiceSettingsTest::tellsOfChangesOnly()
     settings->SetToken("another");
 
     QCOMPARE(spy.count(), 1);
+}
+
+void VersionServiceSettingsTest::keepsTheIdentityOfAServiceThatComesBackElsewhere()
+{
+    auto* settings = VersionServiceSettings::Instance();
+    const quint64 identity = settings->GetIdentityNumber();
+    const quint64 place = settings->GetPlaceNumber();
+    QSignalSpy spy(settings, &VersionServiceSettings::SigChanged);
+
+    settings->LeaveAddress(true);
+    settings->LeaveAddress(true);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(settings->GetWhereabouts(), Whereabouts::Awaited);
+    const quint64 away = settings->GetPlaceNumber();
+    QVERIFY(settings->ReturnAt(QUrl(QStringLiteral("http://127.0.0.1:8081")), "fresh"));
+
+    QCOMPARE(settings->GetIdentityNumber(), identity);
+    QVERIFY(away != place);
+    QVERIFY(settings->GetPlaceNumber() != away);
+    QCOMPARE(settings->GetWhereabouts(), Whereabouts::Known);
+    QCOMPARE(settings->GetToken(), QByteArray("fresh"));
+    QVERIFY(!settings->ReturnAt(QUrl(QStringLiteral("file:///tmp")), "other"));
+    QCOMPARE(settings->GetToken(), QByteArray("fresh"));
+}
+
+void VersionServiceSettingsTest::changesTheIdentityWithServiceAndAccount()
+{
+    auto* settings = VersionServiceSettings::Instance();
+    QSet<quint64> identities{settings->GetIdentityNumber()};
+
+    settings->SetToken("of another account");
+    identities.insert(settings->GetIdentityNumber());
+    settings->SetBaseUrl(QUrl(QStringLiteral("http://127.0.0.1:8082")));
+    identities.insert(settings->GetIdentityNumber());
+    settings->AwaitAnother();
+    identities.insert(settings->GetIdentityNumber());
+    QVERIFY(settings->GetToken().isEmpty());
+    // The same address once more, but nobody knows whether the same service.
+    settings->SetBaseUrl(QUrl(QStringLiteral("http://127.0.0.1:8082")));
+    identities.insert(settings->GetIdentityNumber());
+
+    QCOMPARE(identities.size(), 5);
+    QCOMPARE(settings->GetWhereabouts(), Whereabouts::Known);
 }
 
 RPA_TEST_MAIN(VersionServiceSettingsTest)

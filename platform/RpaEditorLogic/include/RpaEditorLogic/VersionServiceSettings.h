@@ -24,6 +24,14 @@ public:
         std::chrono::milliseconds longest{30000};
     };
 
+    // Whether the address is that of the service now.
+    enum class Whereabouts
+    {
+        Known,
+        Awaited, // the service left it, and will be found elsewhere
+        Lost,    // the service left it, and does not come back by itself
+    };
+
     static VersionServiceSettings* Instance();
 
     // Origin of the service, with a path prefix if it has one: "http://127.0.0.1:8080", "https://host/rpa".
@@ -31,6 +39,24 @@ public:
     // that no server ever gets the token of another.
     bool SetBaseUrl(const QUrl& url);
     QUrl GetBaseUrl() const;
+
+    // The service is gone from its address, where anybody may listen now: from here on nothing is sent there,
+    // least of all the token. awaited: requests wait until it is back, at most as long as their limits allow;
+    // otherwise they are answered as failed at once.
+    void LeaveAddress(bool awaited);
+    // The same service, with the same accounts and content, is back: requests of whoever is signed in follow
+    // it to this address, with this token in place of the former. False, with nothing changed, for an address
+    // that SetBaseUrl() would refuse too.
+    bool ReturnAt(const QUrl& url, const QByteArray& token);
+    // Another service takes the place of this one; ReturnAt() or SetBaseUrl() tell where it is. What was
+    // meant for this one does not follow. Drops the token.
+    void AwaitAnother();
+    Whereabouts GetWhereabouts() const;
+
+    // Requests of one number are for the same service and the same account.
+    quint64 GetIdentityNumber() const;
+    // Another number each time that the service leaves an address or comes to one after that.
+    quint64 GetPlaceNumber() const;
 
     // The session's secret; empty when nobody is signed in. Never logged.
     void SetToken(const QByteArray& token);
@@ -52,7 +78,7 @@ public:
     RepeatSpacing GetRepeatSpacing() const;
 
 signals:
-    // Address or token changed.
+    // Address, whereabouts or token changed.
     void SigChanged();
     // The service refused the current token (401): somebody must sign in again. The request that met it is
     // answered as failed all the same.
@@ -61,7 +87,12 @@ signals:
 private:
     VersionServiceSettings() = default;
 
+    static bool IsServiceAddress(const QUrl& url);
+
     QUrl baseUrl;
+    Whereabouts whereabouts = Whereabouts::Known;
+    quint64 identity = 0;
+    quint64 place = 0;
     QByteArray token;
     bool allowPlainSecrets = false;
     QString caFile;
