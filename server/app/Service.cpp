@@ -7,9 +7,10 @@
 #include "../store/IStore.h"
 #include "Embedding.h"
 
+#include <WbFoundation/FileLock.h>
+
 #include <QDir>
 #include <QFileInfo>
-#include <QLockFile>
 
 #include <algorithm>
 #include <cstdio>
@@ -21,6 +22,8 @@ namespace
 {
 constexpr int passwordsAtOnce = 4;
 constexpr std::size_t passwordsWaiting = 64;
+// A server that is about to end may still hold its store.
+constexpr auto patience = std::chrono::seconds(3);
 constexpr auto grace = std::chrono::seconds(10);
 constexpr qint64 answersKeptMs = 7LL * 24 * 60 * 60 * 1000;
 
@@ -62,19 +65,24 @@ const char* NameOf(Access access)
 }
 
 // What one server keeps in memory another one must not change behind its back, so a file serves one server at
-// a time. A lock whose process is gone is taken over.
-std::unique_ptr<QLockFile> LockStore(const QString& address)
+// a time.
+std::unique_ptr<FileLock> LockStore(const QString& address)
 {
     const QString prefix = QStringLiteral("sqlite:");
     if (!address.startsWith(prefix) || address.endsWith(QLatin1String(":memory:")))
         return nullptr;
     const QString file = address.mid(prefix.size());
     QDir().mkpath(QFileInfo(file).absolutePath());
-    auto lock = std::make_unique<QLockFile>(file + QStringLiteral(".lock"));
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock(3000))
+    auto lock = std::make_unique<FileLock>(file + QStringLiteral(".lock"));
+    switch (lock->TryLock(patience)) {
+    case FileLock::Result::Locked:
+        return lock;
+    case FileLock::Result::Taken:
         throw StoreError(StoreFault::Unavailable, QStringLiteral("another server uses %1").arg(file));
-    return lock;
+    case FileLock::Result::Failed:
+        break;
+    }
+    throw StoreError(StoreFault::Unavailable, QStringLiteral("cannot lock %1.lock").arg(file));
 }
 
 // A stop that comes after the service is gone does nothing.
@@ -123,7 +131,7 @@ struct Service::Parts
             name, help, type, [this, figure] { return static_cast<double>(store->Figures().*figure); });
     }
 
-    const std::unique_ptr<QLockFile> lock;
+    const std::unique_ptr<FileLock> lock;
     HttpServer server{HttpLimits{}}; // threads of the parts below may hold its requests to the last
     Router router;
     LoginLimit loginLimit;

@@ -1,3 +1,4 @@
+#include "LockRemains.h"
 #include "PlainServer.h"
 #include "ServerProcess.h"
 
@@ -14,6 +15,8 @@ private slots:
     void comesBackOnTheSamePort();
     void warnsWhenOtherMachinesCanReachIt();
     void leavesAStoreToTheServerThatUsesIt();
+    void startsThoughALockFileWasLeft_data();
+    void startsThoughALockFileWasLeft();
     void endsWhenTheWorkstationSendsNothingOfUse();
     void embedsOnlyOnThisMachine();
     void refusesACommandLineItDoesNotUnderstand_data();
@@ -79,6 +82,26 @@ void LifecycleTest::leavesAStoreToTheServerThatUsesIt()
     QCOMPARE(second.ExitCode(), 1);
     QVERIFY(second.Log().contains("another server uses"));
     QVERIFY(first.IsRunning());
+}
+
+void LifecycleTest::startsThoughALockFileWasLeft_data()
+{
+    LockRemains::AddRows();
+}
+
+void LifecycleTest::startsThoughALockFileWasLeft()
+{
+    QFETCH(QByteArray, content);
+    ServerProcess server;
+    QVERIFY(LockRemains::Leave(server.DataDir() + QStringLiteral("/versions.db.lock"), content));
+
+    QVERIFY2(server.Start(), server.ErrorText());
+
+    // And keeps others out as ever.
+    PlainServer second({QStringLiteral("--data"), server.DataDir(), QStringLiteral("--listen"),
+                        QStringLiteral("127.0.0.1:0")});
+    QCOMPARE(second.ExitCode(), 1);
+    QVERIFY(second.Log().contains("another server uses"));
 }
 
 void LifecycleTest::endsWhenTheWorkstationSendsNothingOfUse()
