@@ -2,7 +2,6 @@
 
 #include <WbFoundation/DurableFile.h>
 
-#include <QFile>
 #include <QPointer>
 
 #include <algorithm>
@@ -20,15 +19,14 @@ bool RpaDraftJournal::Start(const QString& folder, QString* problem)
 {
     if (!DurableFile::CreateFolder(folder, problem))
         return false;
-    auto lock = std::make_unique<QLockFile>(folder + QStringLiteral("/lock"));
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock()) {
-        *problem = lock->error() == QLockFile::LockFailedError
+    auto lock = std::make_unique<FileLock>(folder + QStringLiteral("/lock"));
+    const FileLock::Result result = lock->TryLock();
+    if (result != FileLock::Result::Locked) {
+        *problem = result == FileLock::Result::Taken
                        ? QStringLiteral("草稿文件夹“%1”正由另一个工作站使用").arg(folder)
                        : QStringLiteral("无法使用草稿文件夹“%1”").arg(folder);
         return false;
     }
-    QFile::setPermissions(folder + QStringLiteral("/lock"), QFile::ReadOwner | QFile::WriteOwner);
     d->lock = std::move(lock);
     d->writer = std::make_unique<DraftWriter>(folder);
     connect(d->writer.get(), &DraftWriter::SigDone, d.get(), &Private::Done);

@@ -5,9 +5,9 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaDraftJournal.h>
+#include <WbFoundation/FileLock.h>
 
 #include <QHash>
-#include <QLockFile>
 #include <QTimer>
 #include <QVector>
 
@@ -51,7 +51,7 @@ public:
     }
 
     RpaDraftJournal* const q;
-    std::unique_ptr<QLockFile> lock;
+    std::unique_ptr<FileLock> lock;
     std::unique_ptr<DraftWriter> writer; // null: nothing is kept
     std::function<int(const QString&)> baseQuery;
     std::chrono::milliseconds delay = std::chrono::milliseconds(500);

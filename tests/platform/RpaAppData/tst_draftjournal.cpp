@@ -1,3 +1,5 @@
+#include "LockRemains.h"
+
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaDraftJournal.h>
@@ -79,6 +81,8 @@ private slots:
     void answersNobodyWhoIsGone();
 
     void refusesAFolderThatAnotherJournalUses();
+    void startsThoughALockFileWasLeft_data();
+    void startsThoughALockFileWasLeft();
     void tellsOnceThatTheDiskRefuses();
     void writesAgainWhenTheDiskDoes();
     void tellsAgainWhenTheDiskRefusesAgain();
@@ -476,6 +480,23 @@ void DraftJournalTest::refusesAFolderThatAnotherJournalUses()
     QVERIFY(!other.Start(path, &problem));
 
     QVERIFY2(problem.contains(QStringLiteral("正由另一个工作站使用")), qPrintable(problem));
+}
+
+void DraftJournalTest::startsThoughALockFileWasLeft_data()
+{
+    LockRemains::AddRows();
+}
+
+void DraftJournalTest::startsThoughALockFileWasLeft()
+{
+    QFETCH(QByteArray, content);
+    const QString left = folder->filePath(QStringLiteral("left"));
+    QVERIFY(QDir().mkpath(left));
+    QVERIFY(LockRemains::Leave(left + QStringLiteral("/lock"), content));
+    RpaDraftJournal other;
+    QString problem;
+
+    QVERIFY2(other.Start(left, &problem), qPrintable(problem));
 }
 
 void DraftJournalTest::tellsOnceThatTheDiskRefuses()
