@@ -24,9 +24,8 @@ void MonitorQueue::Open(const QString& queueFolder, int maximum)
         return;
 
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    lock = std::make_unique<QLockFile>(folder + QStringLiteral("/events.lock"));
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock()) {
+    lock = std::make_unique<FileLock>(folder + QStringLiteral("/events.lock"));
+    if (lock->TryLock() != FileLock::Result::Locked) {
         lock.reset();
         return;
     }

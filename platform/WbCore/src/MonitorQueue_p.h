@@ -1,8 +1,7 @@
 #pragma once
 
 #include <WbCore/UsageMonitor.h>
-
-#include <QLockFile>
+#include <WbFoundation/FileLock.h>
 
 #include <deque>
 #include <memory>
@@ -31,6 +30,6 @@ private:
 
     QString folder;
     int maxEvents = 0;
-    std::unique_ptr<QLockFile> lock;
+    std::unique_ptr<FileLock> lock;
     std::deque<QByteArray> events;
 };

@@ -1,6 +1,9 @@
+#include "LockRemains.h"
+
 #include <WbCore/IMonitorSystem.h>
 #include <WbCore/UsageMonitor.h>
 #include <WbCore/WbGlobalData.h>
+#include <WbFoundation/FileLock.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -81,6 +84,8 @@ private slots:
     void keepsQuietWhenTheUserSaysNo();
     void takesEventsFromAnyThread();
     void staysInMemoryWhenTheFolderIsInUse();
+    void usesTheFolderThoughALockFileWasLeft_data();
+    void usesTheFolderThoughALockFileWasLeft();
     void letsGoOfWhatItsThreadHeldBeforeItStops();
     void keepsTheFileToTheUser();
     void givesWayToAnotherMonitor();
@@ -245,14 +250,31 @@ void UsageMonitorTest::takesEventsFromAnyThread()
 void UsageMonitorTest::staysInMemoryWhenTheFolderIsInUse()
 {
     QDir().mkpath(MakeSettings().folder);
-    QLockFile other(MakeSettings().folder + QStringLiteral("/events.lock"));
-    QVERIFY(other.tryLock());
+    FileLock other(MakeSettings().folder + QStringLiteral("/events.lock"));
+    QCOMPARE(other.TryLock(), FileLock::Result::Locked);
 
     UsageMonitor::Instance()->Start(MakeSettings(), receiver->GetSink());
     Report(QStringLiteral("a"));
 
     QTRY_COMPARE(receiver->GetNames().size(), 1);
     QVERIFY(!QFile::exists(GetFileName()));
+}
+
+void UsageMonitorTest::usesTheFolderThoughALockFileWasLeft_data()
+{
+    LockRemains::AddRows();
+}
+
+void UsageMonitorTest::usesTheFolderThoughALockFileWasLeft()
+{
+    QFETCH(QByteArray, content);
+    QVERIFY(QDir().mkpath(MakeSettings().folder));
+    QVERIFY(LockRemains::Leave(MakeSettings().folder + QStringLiteral("/events.lock"), content));
+
+    UsageMonitor::Instance()->Start(MakeSettings(), [](const UsageMonitor::Batch&) { return false; });
+    Report(QStringLiteral("a"));
+
+    QTRY_VERIFY(QFile::exists(GetFileName()));
 }
 
 void UsageMonitorTest::letsGoOfWhatItsThreadHeldBeforeItStops()
