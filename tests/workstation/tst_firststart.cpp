@@ -1,4 +1,5 @@
 #include "AppListPage.h"
+#include "LockRemains.h"
 #include "MainWindow.h"
 #include "SampleInstaller.h"
 #include "TestApp.h"
@@ -16,6 +17,8 @@ class tst_FirstStart : public QObject
 
 private slots:
     void leavesTheListAloneUntilTheSamplesAreThere();
+    void startsThoughALockFileWasLeft_data();
+    void startsThoughALockFileWasLeft();
 };
 
 void tst_FirstStart::leavesTheListAloneUntilTheSamplesAreThere()
@@ -42,6 +45,28 @@ void tst_FirstStart::leavesTheListAloneUntilTheSamplesAreThere()
     QSignalSpy closed(&workstation, &Workstation::SigClosed);
     window->close();
     QTRY_COMPARE(closed.size(), 1);
+}
+
+void tst_FirstStart::startsThoughALockFileWasLeft_data()
+{
+    LockRemains::AddRows();
+}
+
+void tst_FirstStart::startsThoughALockFileWasLeft()
+{
+    QFETCH(QByteArray, content);
+    const QTemporaryDir home;
+    const auto paths = WorkstationPaths::Below(home.path());
+    QVERIFY(paths.Create());
+    QVERIFY(LockRemains::Leave(paths.dataDir + QStringLiteral("/lock"), content));
+    Workstation workstation(paths);
+    QString problem;
+
+    QVERIFY2(workstation.Start(&problem), qPrintable(problem));
+
+    Workstation second(paths);
+    QVERIFY(!second.Start(&problem));
+    QCOMPARE(problem, QStringLiteral("工作站已经在运行。"));
 }
 
 RPA_TEST_MAIN(tst_FirstStart)

@@ -88,9 +88,14 @@ bool Workstation::Start(QString* problem)
         *problem = QStringLiteral("无法创建工作站的数据目录：%1").arg(paths.dataDir);
         return false;
     }
-    lock.setStaleLockTime(0);
-    if (!lock.tryLock()) {
+    switch (lock.TryLock()) {
+    case FileLock::Result::Locked:
+        break;
+    case FileLock::Result::Taken:
         *problem = QStringLiteral("工作站已经在运行。");
+        return false;
+    case FileLock::Result::Failed:
+        *problem = QStringLiteral("无法使用工作站的数据目录：%1").arg(paths.dataDir);
         return false;
     }
     ShippedTemplates::Install(paths.visualTemplateDir, paths.programTemplateDir, paths.dataDir);

@@ -4,7 +4,8 @@
 #include "WorkstationPaths.h"
 #include "WorkstationSettings.h"
 
-#include <QLockFile>
+#include <WbFoundation/FileLock.h>
+
 #include <QObject>
 
 #include <memory>
@@ -84,7 +85,7 @@ private:
     void InstallSamples();
 
     const WorkstationPaths paths;
-    QLockFile lock;
+    FileLock lock;
     WorkstationSettings settings;
     const bool systemIsDark;
     std::unique_ptr<Session> session;
