@@ -1,0 +1,16 @@
+#pragma once
+
+#include <WbFoundation/WbFoundationExport.h>
+
+#include <QString>
+
+class QFile;
+
+// Files in folders that others may write into as well: a link leads anywhere, and whoever opens a pipe waits for
+// somebody who writes.
+namespace RegularFile
+{
+// Opens the file for reading, without ever waiting. False with a problem in the user's words when it is no
+// regular file or cannot be read. Any thread.
+WBFOUNDATION_EXPORT bool Open(QFile* file, const QString& path, QString* problem);
+} // namespace RegularFile
