@@ -1,3 +1,4 @@
+#include "RpaContentReference_p.h"
 #include "RpaStartContent_p.h"
 
 #include <RpaAppData/RpaAppData.h>
@@ -254,6 +255,11 @@ void RpaAppData::WriteJson(JsonWriter& writer) const
     }
     writer.RawMembers(d->unknown);
     writer.EndObject();
+}
+
+bool RpaAppData::Parse(const QByteArray& json)
+{
+    return IJsonParser::Parse(RpaContentReference::Resolve(json));
 }
 
 IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)

@@ -1,6 +1,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppDataNotify.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaContentReference.h>
 
 #include <QtTest>
 
@@ -24,6 +25,8 @@ private slots:
     void hasNoOriginByItself();
     void marksUnsavedContentOnceItIsDelivered();
     void startsWithRestoredWorkOnce();
+    void readsWhatAReferenceRefersTo();
+    void followsNoReferenceThatItDidNotMake();
     void startsAnewWhenRestoredWorkCannotBeRead();
     void leavesRestoredWorkAloneWhileContentIsLoaded();
     void tellsOfEveryAppData();
@@ -136,6 +139,44 @@ void ContentOriginTest::tellsOfEveryAppData()
     QCOMPARE(edited.size(), 2);
     QCOMPARE(cleared.size(), 1);
     QCOMPARE(going.size(), 1);
+}
+
+void ContentOriginTest::readsWhatAReferenceRefersTo()
+{
+    RpaAppData content;
+    content.InitDefault();
+    content.GetAppExtendInfo()->manual = QStringLiteral("stored");
+    QByteArrayList asked;
+    RpaContentReference::SetFetch([&](const QByteArray& key) {
+        asked.append(key);
+        return content.ToJson();
+    });
+    const QByteArray reference = RpaContentReference::Make("key-1");
+
+    RpaAppData app;
+    QVERIFY(app.Parse(reference));
+
+    QCOMPARE(asked, QByteArrayList{"key-1"});
+    QCOMPARE(app.ToJson(), content.ToJson());
+    RpaContentReference::SetFetch({});
+    RpaAppData other;
+    QVERIFY(!other.Parse(reference));
+}
+
+// Such as one from the server, which would otherwise choose what is read here.
+void ContentOriginTest::followsNoReferenceThatItDidNotMake()
+{
+    int fetches = 0;
+    RpaContentReference::SetFetch([&](const QByteArray&) {
+        ++fetches;
+        return QByteArray("{}");
+    });
+    RpaAppData app;
+
+    QVERIFY(app.Parse("{\"contentReference\":\"00000000000000000000000000000000-key-1\"}"));
+
+    RpaContentReference::SetFetch({});
+    QCOMPARE(fetches, 0);
 }
 
 QTEST_GUILESS_MAIN(ContentOriginTest)

@@ -60,6 +60,8 @@ public:
     // parameters. Members that this client does not know are kept through Parse() and written back by
     // ToJson(). Parse() gives an object that does not carry the mark any differently than before; a member
     // that is absent leaves its part as it is.
+    // Parse() of a reference (RpaContentReference.h) reads what it refers to.
+    bool Parse(const QByteArray& json) override;
     void WriteJson(JsonWriter& writer) const override;
     Commit ReadJson(JsonReader& reader) override;
 
