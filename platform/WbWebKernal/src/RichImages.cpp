@@ -4,6 +4,8 @@
 #include <QCryptographicHash>
 #include <QImageReader>
 
+#include <memory>
+
 namespace
 {
 const QByteArray png = QByteArrayLiteral("png");
@@ -24,6 +26,14 @@ bool IsWebFormat(const QByteArray& format)
 }
 } // namespace
 
+RichImages::RichImages() : decoded(decodedBytes) {}
+
+RichImages::RichImages(const RichImages& other)
+    : pictures(other.pictures), decoded(decodedBytes), totalBytes(other.totalBytes),
+      totalPixels(other.totalPixels), scaledPixels(other.scaledPixels)
+{
+}
+
 QString RichImages::Add(const QImage& image)
 {
     if (image.isNull())
@@ -35,11 +45,11 @@ QString RichImages::Add(const QImage& image)
             bounded = image.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         const QByteArray lossless = Encoded(bounded, png);
         if (lossless.size() <= maximumBytes / 4)
-            return Keep(lossless, png, bounded);
+            return Keep(lossless, png, bounded.size());
         // Photographs grow fourfold as PNG; transparency leaves no choice.
         const QByteArray bytes = bounded.hasAlphaChannel() ? lossless : Encoded(bounded, jpeg);
         if (bytes.size() <= maximumBytes)
-            return Keep(bytes, bounded.hasAlphaChannel() ? png : jpeg, bounded);
+            return Keep(bytes, bounded.hasAlphaChannel() ? png : jpeg, bounded.size());
         side = side * 3 / 4;
     }
     return {};
@@ -47,6 +57,12 @@ QString RichImages::Add(const QImage& image)
 
 QString RichImages::AddEncoded(const QByteArray& bytes)
 {
+    return Take(bytes, false);
+}
+
+QString RichImages::Take(const QByteArray& bytes, bool counted)
+{
+    full = false;
     QBuffer buffer;
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
@@ -56,44 +72,68 @@ QString RichImages::AddEncoded(const QByteArray& bytes)
     const QByteArray format = reader.format();
     // The header is asked first: a small file may claim a picture that fills the memory.
     const QSize size = reader.size();
-    if (!IsWebFormat(format) || !size.isValid() || qint64(size.width()) * size.height() > maximumPixels)
-        return {};
-    const QImage image = reader.read();
-    if (image.isNull())
+    if (!IsWebFormat(format) || size.isEmpty() || qint64(size.width()) * size.height() > maximumPixels)
         return {};
     const bool keepsLimits = bytes.size() <= maximumBytes && size.width() <= maximumSide &&
                              size.height() <= maximumSide &&
                              reader.transformation() == QImageIOHandler::TransformationNone;
-    return keepsLimits ? Keep(bytes, format, image) : Add(image);
+    if (keepsLimits)
+        return Keep(bytes, format, size);
+    // Writing the smaller picture costs as much as reading some millions of pixels.
+    const qint64 pixels = qint64(size.width()) * size.height() + 2 * maximumSide * maximumSide;
+    scaledPixels += counted ? pixels : 0;
+    full = counted && scaledPixels > maximumScaledPixels;
+    return full ? QString() : Add(reader.read());
 }
 
 QString RichImages::AddDataUri(const QString& uri)
 {
     const int comma = uri.indexOf(QLatin1Char(','));
+    full = false;
     const QString head = uri.left(qMax(comma, 0)).toLower();
     if (!head.startsWith(QLatin1String("data:image/")) || !head.endsWith(QLatin1String(";base64")))
         return {};
     if (uri.size() > maximumBytes * 16)
         return {};
-    return AddEncoded(QByteArray::fromBase64(uri.midRef(comma + 1).toLatin1()));
+    // A text's pictures are scaled down while it is opened, so all of them together are bounded.
+    return Take(QByteArray::fromBase64(uri.midRef(comma + 1).toLatin1()), true);
 }
 
-void RichImages::Clear()
+QImage RichImages::Image(const QString& name) const
 {
-    pictures.clear();
-    totalBytes = 0;
+    if (const QImage* kept = decoded.object(name))
+        return *kept;
+    const auto found = pictures.constFind(name);
+    if (found == pictures.cend())
+        return {};
+    auto image = std::make_unique<QImage>(QImage::fromData(found->bytes, found->format.constData()));
+    const QImage shown = *image;
+    decoded.insert(name, image.release(), qMax<int>(1, int(shown.sizeInBytes())));
+    return shown;
 }
 
-QString RichImages::Keep(const QByteArray& bytes, const QByteArray& format, const QImage& image)
+QString RichImages::DataUri(const QString& name) const
+{
+    const auto found = pictures.constFind(name);
+    return found == pictures.cend()
+               ? QString()
+               : QString::fromLatin1("data:image/" + found->format + ";base64," + found->bytes.toBase64());
+}
+
+QString RichImages::Keep(const QByteArray& bytes, const QByteArray& format, const QSize& size)
 {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
     const QString name = QLatin1String("picture:") + QString::fromLatin1(hash);
     if (pictures.contains(name))
         return name;
-    if (totalBytes + bytes.size() > maximumTotalBytes)
+    const qint64 pixels = qint64(size.width()) * size.height();
+    if (totalBytes + bytes.size() > maximumTotalBytes || totalPixels + pixels > maximumTotalPixels ||
+        pictures.size() >= maximumCount) {
+        full = true;
         return {};
-    const QByteArray uri = "data:image/" + format + ";base64," + bytes.toBase64();
-    pictures.insert(name, Picture{image, QString::fromLatin1(uri)});
+    }
+    pictures.insert(name, Picture{bytes, format});
     totalBytes += bytes.size();
+    totalPixels += pixels;
     return name;
 }
