@@ -3,6 +3,7 @@
 #include "RichHtmlScreen_p.h"
 
 #include <QTextBlock>
+#include <QTextCursor>
 #include <QTextTable>
 #include <QUrl>
 
@@ -54,19 +55,72 @@ RichDocument::RichDocument(QSharedPointer<RichImages> pictures, QObject* parent)
                        "table { border-collapse: collapse; margin-top: 6px; margin-bottom: 6px; }"));
 }
 
-void RichDocument::LoadHtml(const QString& html)
+void RichDocument::SetLook(const QFont& font, const QColor& link)
 {
-    setUndoRedoEnabled(false);
-    setHtml(ScreenHtml(html, *images));
-    TidyFrame(*this, *rootFrame());
-    RemoveEmptyStart(begin());
-    if (isEmpty()) {
-        QTextBlockFormat paragraph;
-        RichFormats::SetParagraphMargins(paragraph);
-        QTextCursor(this).setBlockFormat(paragraph);
+    setDefaultFont(font);
+    static const QString marker = QStringLiteral("a {");
+    QString sheet = defaultStyleSheet();
+    sheet.truncate(sheet.contains(marker) ? sheet.indexOf(marker) : sheet.size());
+    setDefaultStyleSheet(sheet +
+                         QStringLiteral("a { color: %1; text-decoration: underline; }").arg(link.name()));
+}
+
+void RichDocument::RecolourLinks(const QColor& link)
+{
+    QTextCharFormat colour;
+    colour.setForeground(link);
+    QVector<QPair<int, int>> links;
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            if (it.fragment().charFormat().isAnchor())
+                links.append({it.fragment().position(), it.fragment().length()});
+        }
+    }
+    // Not an act of the author: no undo step of its own.
+    const bool untouched = !isUndoAvailable() && !isRedoAvailable();
+    setUndoRedoEnabled(!untouched);
+    QTextCursor cursor(this);
+    for (const auto& place : qAsConst(links)) {
+        cursor.joinPreviousEditBlock();
+        cursor.setPosition(place.first);
+        cursor.setPosition(place.first + place.second, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(colour);
+        cursor.endEditBlock();
     }
     setUndoRedoEnabled(true);
+}
+
+QString RichDocument::LoadHtml(const QString& html)
+{
+    const ScreenedHtml screened = ScreenHtml(html, *images);
+    const QString problem = screened.tally.GetProblem();
+    setUndoRedoEnabled(false);
+    setHtml(problem.isEmpty() ? screened.html : QString());
+    TidyFrame(*this, *rootFrame());
+    RemoveEmptyStart(begin());
+    if (isEmpty())
+        SetMarginsOfAll();
+    setUndoRedoEnabled(true);
     setModified(false);
+    return problem;
+}
+
+void RichDocument::LoadWords(const QString& words)
+{
+    setUndoRedoEnabled(false);
+    setPlainText(words);
+    SetMarginsOfAll();
+    setUndoRedoEnabled(true);
+    setModified(false);
+}
+
+void RichDocument::SetMarginsOfAll()
+{
+    QTextBlockFormat paragraph;
+    RichFormats::SetParagraphMargins(paragraph);
+    QTextCursor all(this);
+    all.select(QTextCursor::Document);
+    all.setBlockFormat(paragraph);
 }
 
 QVariant RichDocument::loadResource(int type, const QUrl& name)

@@ -1,157 +1,322 @@
+#include "HtmlTokens_p.h"
+#include "HtmlVocabulary_p.h"
 #include "RichHtmlScreen_p.h"
 #include "RichImages_p.h"
+#include "RichLimits_p.h"
 
-#include <QRegularExpression>
 #include <QStringList>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace
 {
-constexpr int maximumTableDepth = 4;
-constexpr int maximumTextSize = 32 * 1024 * 1024;
+using HtmlVocabulary::Role;
 
 class Screen
 {
 public:
-    Screen(const QString& html, RichImages& pictures) : source(html), images(pictures) {}
-
-    QString Run()
+    Screen(const QString& html, RichImages& pictures) : tokens(html), images(pictures)
     {
-        out.reserve(source.size());
-        while (at < source.size()) {
-            const int open = source.indexOf(QLatin1Char('<'), at);
-            if (open < 0)
+        out.reserve(html.size());
+    }
+
+    ScreenedHtml Run()
+    {
+        while (tally.GetProblem().isEmpty()) {
+            const HtmlTokens::Kind kind = tokens.Next();
+            if (kind == HtmlTokens::End)
                 break;
-            out += source.midRef(at, open - at);
-            at = open;
-            TakeTag();
+            if (kind == HtmlTokens::Text)
+                TakeText(tokens.GetText());
+            else
+                TakeTag(tokens.GetTag());
         }
-        out += source.midRef(at);
-        return out;
+        CloseDownTo(0);
+        tally.EndParagraph();
+        return {out, tally};
     }
 
 private:
-    void TakeTag()
+    struct Element
     {
-        if (source.midRef(at, 4) == QLatin1String("<!--")) {
-            SkipBehind(QStringLiteral("-->"));
+        QString name;
+        Role role;
+        bool keepsLines;
+    };
+
+    void TakeText(const QStringRef& text)
+    {
+        const bool blank = text.trimmed().isEmpty();
+        if (blank && IsBetweenCells())
+            return;
+        EnsureCell();
+        if (!open.isEmpty() && open.last().keepsLines)
+            CountLines(text);
+        else if (!blank)
+            tally.AddText(text.size());
+        out += text.toString().replace(QLatin1Char('<'), QLatin1String("&lt;"));
+    }
+
+    void CountLines(const QStringRef& text)
+    {
+        const QVector<QStringRef> lines = text.split(QLatin1Char('\n'));
+        for (int i = 0; i < lines.size(); ++i) {
+            if (i > 0)
+                tally.BeginParagraph();
+            tally.AddText(lines.at(i).size());
+        }
+    }
+
+    void TakeTag(const HtmlTag& tag)
+    {
+        const QString name = HtmlVocabulary::NameOf(tag.name);
+        const Role role = HtmlVocabulary::RoleOf(name);
+        tally.AddTag();
+        if (tag.closing) {
+            Close(name, role);
             return;
         }
-        const int end = EndOfTag();
-        const QString name = NameAt(at + 1);
-        const int begin = at;
-        at = end;
-        if (IsDroppedWithContent(name))
-            SkipBehind(QLatin1String("</") + name + QLatin1Char('>'));
-        else if (name != QLatin1String("link") && name != QLatin1String("meta") &&
-                 name != QLatin1String("base"))
-            CopyTag(name, source.mid(begin, end - begin));
+        switch (role) {
+        case Role::Unknown:
+            break;
+        case Role::Dropped:
+            tokens.SkipElement(tag.name);
+            break;
+        case Role::Void:
+            EnsureCell();
+            TakeVoid(tag, name);
+            break;
+        case Role::Row:
+            OpenRow();
+            break;
+        case Role::Cell:
+            OpenCell(tag, name);
+            break;
+        default:
+            EnsureCell();
+            Open(tag, name, role);
+        }
     }
 
-    void CopyTag(const QString& name, const QString& tag)
+    void TakeVoid(const HtmlTag& tag, const QString& name)
     {
-        if (name == QLatin1String("table") && ++tableDepth > maximumTableDepth)
+        if (name == QLatin1String("img")) {
+            TakePicture(tag);
             return;
-        if (name == QLatin1String("/table") && --tableDepth >= maximumTableDepth)
-            return;
-        tableDepth = qMax(tableDepth, 0);
-        if (tableDepth > maximumTableDepth && IsTablePart(name))
-            return;
-        if (name == QLatin1String("img"))
-            CopyPicture(tag);
-        else if (name == QLatin1String("td") || name == QLatin1String("th"))
-            out += WithBoundedSpans(tag);
-        else
-            out += tag;
+        }
+        if (name == QLatin1String("hr"))
+            tally.BeginParagraph();
+        tally.AddText(1);
+        out += QLatin1Char('<') + name + QLatin1Char('>');
     }
 
-    void CopyPicture(QString tag)
+    void TakePicture(const HtmlTag& tag)
     {
-        static const QRegularExpression src(
-            QStringLiteral("\\bsrc\\s*=\\s*(?:\"([^\"]*)\"|'([^']*)'|([^\\s>]+))"),
-            QRegularExpression::CaseInsensitiveOption);
-        const QRegularExpressionMatch match = src.match(tag);
-        const QString address = match.captured(match.lastCapturedIndex()).trimmed();
+        const QString address = tag.Attribute(QStringLiteral("src")).trimmed();
         QString name = address;
         if (address.startsWith(QLatin1String("data:"), Qt::CaseInsensitive))
             name = images.AddDataUri(address);
-        // A picture from elsewhere would be fetched behind the author's back.
+        if (images.IsFull())
+            tally.Refuse(QStringLiteral("的图片太多或太大"));
+        // A picture from elsewhere would be fetched behind the reader's back.
         if (!images.Contains(name))
             return;
-        tag.replace(match.capturedStart(), match.capturedLength(),
-                    QLatin1String("src=\"") + name + QLatin1Char('"'));
-        out += tag;
+        tally.AddText(1);
+        out += QLatin1String("<img src=\"") + name + QLatin1Char('"') +
+               HtmlVocabulary::AttributesOf(tag, QStringLiteral("img")) + QLatin1Char('>');
     }
 
-    static QString WithBoundedSpans(QString tag)
+    void Open(const HtmlTag& tag, const QString& name, Role role)
     {
-        static const QRegularExpression wideSpan(
-            QStringLiteral("\\b(col|row)span\\s*=\\s*[\"']?\\s*[+-]?\\d{3,}\\s*[\"']?"),
-            QRegularExpression::CaseInsensitiveOption);
-        return tag.replace(wideSpan, QStringLiteral(" "));
-    }
-
-    static bool IsDroppedWithContent(const QString& name)
-    {
-        static const QStringList dropped{QStringLiteral("script"),   QStringLiteral("style"),
-                                         QStringLiteral("title"),    QStringLiteral("iframe"),
-                                         QStringLiteral("object"),   QStringLiteral("svg"),
-                                         QStringLiteral("noscript"), QStringLiteral("template")};
-        return dropped.contains(name);
-    }
-
-    static bool IsTablePart(const QString& name)
-    {
-        static const QStringList parts{QStringLiteral("tr"),    QStringLiteral("td"),
-                                       QStringLiteral("th"),    QStringLiteral("thead"),
-                                       QStringLiteral("tbody"), QStringLiteral("tfoot")};
-        return parts.contains(name.startsWith(QLatin1Char('/')) ? name.mid(1) : name);
-    }
-
-    QString NameAt(int position) const
-    {
-        int end = position;
-        if (end < source.size() && source.at(end) == QLatin1Char('/'))
-            ++end;
-        while (end < source.size() && source.at(end).isLetterOrNumber())
-            ++end;
-        return source.mid(position, end - position).toLower();
-    }
-
-    int EndOfTag() const
-    {
-        QChar quote;
-        for (int i = at + 1; i < source.size(); ++i) {
-            const QChar c = source.at(i);
-            if (!quote.isNull())
-                quote = c == quote ? QChar() : quote;
-            else if (c == QLatin1Char('"') || c == QLatin1Char('\''))
-                quote = c;
-            else if (c == QLatin1Char('>'))
-                return i + 1;
+        if (role != Role::Inline) {
+            CloseOne(QStringLiteral("p"), Role::Cell);
+            CloseImplied(name, role);
+            tally.BeginParagraph();
         }
-        return source.size();
+        const bool deep = open.size() >= RichLimits::depth ||
+                          (role == Role::Table && Depth(Role::Table) >= RichLimits::tableDepth);
+        if (deep) {
+            if (role == Role::Table)
+                ++deepTables;
+            if (role != Role::Inline)
+                out += QLatin1String("<br>"); // its words stay on lines of their own
+            return;
+        }
+        if (role == Role::List)
+            tally.BeginList();
+        else if (role == Role::Item)
+            tally.AddListItem();
+        else if (role == Role::Table)
+            tally.BeginTable();
+        Push(name, role, HtmlVocabulary::AttributesOf(tag, name), HtmlVocabulary::KeepsLines(tag, name));
     }
 
-    void SkipBehind(const QString& mark)
+    // Elements that nobody closes before the next of their kind.
+    void CloseImplied(const QString& name, Role role)
     {
-        const int end = source.indexOf(mark, at, Qt::CaseInsensitive);
-        at = end < 0 ? source.size() : end + mark.size();
+        if (role == Role::Item)
+            CloseOne(name, Role::List);
+        else if (name == QLatin1String("dt") || name == QLatin1String("dd"))
+            CloseDownTo(LastOf({QStringLiteral("dt"), QStringLiteral("dd")}, QStringLiteral("dl")));
     }
 
-    const QString& source;
+    void OpenRow()
+    {
+        const int table = LastTable();
+        if (table < 0 || deepTables > 0) {
+            out += QLatin1String("<br>");
+            return;
+        }
+        CloseDownTo(table + 1);
+        tally.BeginRow();
+        Push(QStringLiteral("tr"), Role::Row, QString(), false);
+    }
+
+    void OpenCell(const HtmlTag& tag, const QString& name)
+    {
+        const int table = LastTable();
+        if (table < 0 || deepTables > 0) {
+            out += QLatin1Char(' ');
+            return;
+        }
+        const bool inRow = open.size() > table + 1 && open.at(table + 1).role == Role::Row;
+        if (!inRow)
+            OpenRow();
+        CloseDownTo(table + 2);
+        const int columns = SpanOf(tag, QStringLiteral("colspan"));
+        const int rows = SpanOf(tag, QStringLiteral("rowspan"));
+        tally.AddCell(columns, rows);
+        tally.BeginParagraph();
+        QString attributes = HtmlVocabulary::AttributesOf(tag, name);
+        if (columns > 1)
+            attributes += QStringLiteral(" colspan=\"%1\"").arg(columns);
+        if (rows > 1)
+            attributes += QStringLiteral(" rowspan=\"%1\"").arg(rows);
+        Push(name, Role::Cell, attributes, HtmlVocabulary::KeepsLines(tag, name));
+    }
+
+    static int SpanOf(const HtmlTag& tag, const QString& attribute)
+    {
+        const int span = tag.Attribute(attribute).trimmed().toInt();
+        return span >= 1 && span <= RichLimits::span ? span : 1;
+    }
+
+    // Words between the cells of a table are in a cell of their own.
+    void EnsureCell()
+    {
+        if (!IsBetweenCells())
+            return;
+        HtmlTag cell;
+        cell.name = QStringLiteral("td");
+        OpenCell(cell, cell.name);
+    }
+
+    bool IsBetweenCells() const
+    {
+        return !open.isEmpty() && (open.last().role == Role::Table || open.last().role == Role::Row);
+    }
+
+    void Close(const QString& name, Role role)
+    {
+        if (deepTables > 0 && (role == Role::Table || role == Role::Row || role == Role::Cell)) {
+            deepTables -= role == Role::Table ? 1 : 0;
+            return;
+        }
+        if (role == Role::Block || role == Role::Item || role == Role::List)
+            tally.EndParagraph();
+        switch (role) {
+        case Role::Table:
+            CloseDownTo(LastTable());
+            break;
+        case Role::Row:
+            CloseOne(name, Role::Table);
+            break;
+        case Role::Cell:
+            CloseOne(name, Role::Row);
+            break;
+        default:
+            CloseOne(name, Role::Cell);
+        }
+    }
+
+    // Closes the innermost element of that name, and all in it, unless an element of the other kind is
+    // between.
+    void CloseOne(const QString& name, Role border)
+    {
+        for (int i = open.size() - 1; i >= 0 && open.at(i).role != border; --i) {
+            if (open.at(i).role == Role::Table && border != Role::Table)
+                return;
+            if (open.at(i).name == name) {
+                CloseDownTo(i);
+                return;
+            }
+        }
+    }
+
+    int LastOf(const QStringList& names, const QString& border) const
+    {
+        for (int i = open.size() - 1; i >= 0; --i) {
+            if (open.at(i).name == border || open.at(i).role == Role::Cell)
+                return -1;
+            if (names.contains(open.at(i).name))
+                return i;
+        }
+        return -1;
+    }
+
+    int LastTable() const
+    {
+        for (int i = open.size() - 1; i >= 0; --i) {
+            if (open.at(i).role == Role::Table)
+                return i;
+        }
+        return -1;
+    }
+
+    int Depth(Role role) const
+    {
+        return int(std::count_if(open.cbegin(), open.cend(),
+                                 [role](const Element& each) { return each.role == role; }));
+    }
+
+    void Push(const QString& name, Role role, const QString& attributes, bool keepsLines)
+    {
+        out += QLatin1Char('<') + name + attributes + QLatin1Char('>');
+        open.append({name, role, keepsLines || (!open.isEmpty() && open.last().keepsLines)});
+    }
+
+    // Nothing when there is no such level.
+    void CloseDownTo(int level)
+    {
+        while (level >= 0 && open.size() > level) {
+            const Element last = open.takeLast();
+            out += QLatin1String("</") + last.name + QLatin1Char('>');
+            if (last.role == Role::List)
+                tally.EndList();
+            else if (last.role == Role::Table)
+                tally.EndTable();
+            if (last.role != Role::Inline)
+                tally.EndParagraph();
+        }
+    }
+
+    HtmlTokens tokens;
     RichImages& images;
+    RichTally tally;
     QString out;
-    int at = 0;
-    int tableDepth = 0;
+    QVector<Element> open;
+    int deepTables = 0; // open ones that are not passed on
 };
 } // namespace
 
-QString ScreenHtml(const QString& html, RichImages& images)
+ScreenedHtml ScreenHtml(const QString& html, RichImages& images)
 {
-    if (html.size() <= maximumTextSize)
+    if (html.size() <= RichLimits::sourceSize)
         return Screen(html, images).Run();
-    return Screen(html.left(maximumTextSize), images).Run();
+    ScreenedHtml refused;
+    refused.tally.Refuse(QStringLiteral("连同图片超过 %1 MB").arg(RichLimits::sourceSize / (1024 * 1024)));
+    return refused;
 }
 
 QString HtmlOfPlainText(const QString& text)

@@ -1,13 +1,22 @@
 #pragma once
 
+#include "RichTally_p.h"
+
 #include <QString>
 
 class RichImages;
 
-// First gate for HTML from outside, before a document parses it: bounds what could make the parser slow or
-// greedy (table nesting, cell spans), drops scripts and style sheets, and replaces embedded pictures by their
+struct ScreenedHtml
+{
+    QString html;
+    RichTally tally; // its problem, when there is one: the HTML must not be laid out
+};
+
+// First gate for HTML from outside, before a document parses it: an allow-list of tags, attributes and
+// styles, written out anew with every tag closed, so that the parser sees nothing that could make it slow or
+// greedy. Scripts, style sheets and frames go with their content; embedded pictures are replaced by their
 // short names. What the text may finally contain is decided by RichHtmlWriter, not here.
-QString ScreenHtml(const QString& html, RichImages& images);
+ScreenedHtml ScreenHtml(const QString& html, RichImages& images);
 
 // Paragraphs for a text that is not HTML.
 QString HtmlOfPlainText(const QString& text);

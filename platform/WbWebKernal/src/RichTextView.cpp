@@ -1,7 +1,9 @@
 #include "RichFormats_p.h"
 #include "RichHtmlScreen_p.h"
 #include "RichHtmlWriter_p.h"
+#include "RichOpening_p.h"
 #include "RichTextView_p.h"
+#include "RichWords_p.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -71,23 +73,15 @@ RichTextView::RichTextView(QWidget* parent) : QTextEdit(parent)
 
 void RichTextView::LoadText(const QString& text)
 {
-    const QString html = text.isEmpty() || Qt::mightBeRichText(text) ? text : HtmlOfPlainText(text);
-    auto document = std::make_unique<RichDocument>(NewImages());
-    ApplyTheme(*document);
-    document->LoadHtml(html);
-    const QString clean = RichHtmlWriter::Write(*document, document->Images());
-    if (clean != html) {
-        // Formats that the text may not have would stay in the document otherwise.
-        document = std::make_unique<RichDocument>(NewImages());
-        ApplyTheme(*document);
-        document->LoadHtml(clean);
-    }
-    ReplaceDocument(std::move(document));
+    OpenedText opened = OpenRichText(text, font(), palette().color(QPalette::Link));
+    problem = opened.problem;
+    complete = opened.complete;
+    setReadOnly(!problem.isEmpty());
+    ReplaceDocument(std::move(opened.document));
 }
 
 void RichTextView::ReplaceDocument(std::unique_ptr<RichDocument> document)
 {
-    ApplyTheme(*document);
     RichDocument* former = current;
     current = document.release();
     current->setParent(this);
@@ -96,40 +90,11 @@ void RichTextView::ReplaceDocument(std::unique_ptr<RichDocument> document)
     emit SigDocumentReplaced();
 }
 
-void RichTextView::ApplyTheme(RichDocument& document) const
-{
-    document.setDefaultFont(font());
-    const QString link = QStringLiteral("a { color: %1; text-decoration: underline; }");
-    static const QString marker = QStringLiteral("a {");
-    QString sheet = document.defaultStyleSheet();
-    sheet.truncate(sheet.contains(marker) ? sheet.indexOf(marker) : sheet.size());
-    document.setDefaultStyleSheet(sheet + link.arg(palette().color(QPalette::Link).name()));
-}
-
 void RichTextView::RecolourLinks()
 {
-    ApplyTheme(*current);
-    QTextCharFormat colour;
-    colour.setForeground(palette().color(QPalette::Link));
-    QVector<QPair<int, int>> links;
-    for (QTextBlock block = current->begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            if (it.fragment().charFormat().isAnchor())
-                links.append({it.fragment().position(), it.fragment().length()});
-        }
-    }
-    // Not an act of the author: no undo step of its own.
-    const bool untouched = !current->isUndoAvailable() && !current->isRedoAvailable();
-    current->setUndoRedoEnabled(!untouched);
-    QTextCursor cursor(current);
-    for (const auto& link : qAsConst(links)) {
-        cursor.joinPreviousEditBlock();
-        cursor.setPosition(link.first);
-        cursor.setPosition(link.first + link.second, QTextCursor::KeepAnchor);
-        cursor.mergeCharFormat(colour);
-        cursor.endEditBlock();
-    }
-    current->setUndoRedoEnabled(true);
+    const QColor link = palette().color(QPalette::Link);
+    current->SetLook(font(), link);
+    current->RecolourLinks(link);
 }
 
 bool RichTextView::InsertPicture(const QString& name)
@@ -164,14 +129,28 @@ bool RichTextView::InsertPictureFile(const QString& path)
 void RichTextView::InsertForeignHtml(const QString& html)
 {
     RichDocument scratch(NewImages());
-    scratch.LoadHtml(html);
+    const QString tooMuch = scratch.LoadHtml(html);
+    if (!tooMuch.isEmpty()) {
+        emit SigRefused(QStringLiteral("粘贴的内容%1，已只粘贴文字").arg(tooMuch));
+        PastePlainly(WordsOf(html).text);
+        return;
+    }
     DropThemeColours(scratch);
     const QString clean = RichHtmlWriter::Write(scratch, scratch.Images());
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
-    cursor.insertHtml(ScreenHtml(clean, current->Images()));
+    cursor.insertHtml(ScreenHtml(clean, current->Images()).html);
     cursor.endEditBlock();
     setTextCursor(cursor);
+    ensureCursorVisible();
+}
+
+void RichTextView::PastePlainly(const QString& text)
+{
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.insertText(text);
+    cursor.endEditBlock();
     ensureCursorVisible();
 }
 
@@ -182,23 +161,34 @@ bool RichTextView::canInsertFromMimeData(const QMimeData* source) const
 
 void RichTextView::insertFromMimeData(const QMimeData* source)
 {
-    const bool bareImage = source->hasImage() && !source->hasText();
-    if (source->hasHtml() && !bareImage) {
-        InsertForeignHtml(source->html());
+    Paste(*source);
+    // Else the author would find only the words of the text when it is opened again.
+    const QString tooMuch =
+        ScreenHtml(RichHtmlWriter::Write(*current, current->Images()), current->Images()).tally.GetProblem();
+    if (tooMuch.isEmpty() || !current->isUndoAvailable())
+        return;
+    undo();
+    emit SigRefused(QStringLiteral("没有粘贴：粘贴后使用说明%1").arg(tooMuch));
+}
+
+void RichTextView::Paste(const QMimeData& source)
+{
+    const bool bareImage = source.hasImage() && !source.hasText();
+    if (source.hasHtml() && !bareImage) {
+        InsertForeignHtml(source.html());
         return;
     }
-    if (source->hasImage()) {
-        InsertPicture(current->Images().Add(qvariant_cast<QImage>(source->imageData())));
+    if (source.hasImage()) {
+        InsertPicture(current->Images().Add(qvariant_cast<QImage>(source.imageData())));
         return;
     }
-    const QList<QUrl> urls = source->urls();
+    const QList<QUrl> urls = source.urls();
     if (urls.size() == 1 && urls.first().isLocalFile()) {
         InsertPictureFile(urls.first().toLocalFile());
         return;
     }
-    if (source->hasText())
-        textCursor().insertText(source->text());
-    ensureCursorVisible();
+    if (source.hasText())
+        PastePlainly(source.text());
 }
 
 QMimeData* RichTextView::createMimeDataFromSelection() const

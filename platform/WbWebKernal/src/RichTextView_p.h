@@ -13,8 +13,12 @@ class RichTextView : public QTextEdit
 public:
     explicit RichTextView(QWidget* parent = nullptr);
 
-    // Shows another text; undo steps are forgotten.
+    // Shows another text; undo steps are forgotten. A text that cannot be shown as it is shows its words,
+    // which cannot be written in, and GetProblem() says why.
     void LoadText(const QString& text);
+    QString GetProblem() const { return problem; }
+    // All of the words of such a text are there.
+    bool IsComplete() const { return complete; }
 
     RichDocument* Document() const { return current; }
 
@@ -49,7 +53,10 @@ private:
     bool LeaveEmptyItem();
     bool HandleTab(bool back);
     QString LinkAt(const QPoint& position) const;
-    void ApplyTheme(RichDocument& document) const;
+    void Paste(const QMimeData& source);
+    void PastePlainly(const QString& text);
 
     RichDocument* current = nullptr;
+    QString problem;
+    bool complete = true;
 };

@@ -2,6 +2,7 @@
 #include "RichFormatBar_p.h"
 #include "RichHtmlScreen_p.h"
 #include "RichHtmlWriter_p.h"
+#include "RichNotice_p.h"
 #include "RichTextView_p.h"
 
 #include <WbBaseUI/WbToast.h>
@@ -17,7 +18,7 @@ class WbRichEditor::Private
 {
 public:
     explicit Private(WbRichEditor* editor)
-        : q(editor), view(new RichTextView), bar(new RichFormatBar(view, editor)),
+        : q(editor), view(new RichTextView), bar(new RichFormatBar(view, editor)), notice(new RichNotice),
           findBar(new RichFindBar(view, editor))
     {
     }
@@ -28,6 +29,7 @@ public:
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(0);
         layout->addWidget(bar);
+        layout->addWidget(notice);
         layout->addWidget(findBar);
         layout->addWidget(view);
         view->setObjectName(QStringLiteral("richTextView"));
@@ -45,6 +47,7 @@ public:
                          [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
         QObject::connect(view, &RichTextView::SigRefused, q,
                          [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
+        QObject::connect(notice, &RichNotice::SigAccepted, q, [this] { WriteWords(); });
         AddKey(QKeySequence(Qt::Key_F3), [this] { findBar->FindNext(); });
         AddKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), [this] { findBar->FindPrevious(); });
         WatchDocument();
@@ -69,6 +72,31 @@ public:
         QObject::connect(document, &QTextDocument::contentsChanged, q, [this] { TakeChange(); });
     }
 
+    void ShowProblem()
+    {
+        const QString problem = view->GetProblem();
+        bar->setEnabled(problem.isEmpty());
+        if (problem.isEmpty()) {
+            notice->hide();
+            return;
+        }
+        const QString kept =
+            QStringLiteral("使用说明%1，这里只显示它的文字。原文没有改动，会照原样保存。").arg(problem);
+        if (view->IsComplete())
+            notice->Show(kept, QStringLiteral("改成纯文字再编辑"));
+        else
+            notice->Show(kept + QStringLiteral("文字太长，只显示开头部分。"), QString());
+    }
+
+    // The words become the text with the first edit; undoing it gives the former text again.
+    void WriteWords()
+    {
+        notice->hide();
+        bar->setEnabled(true);
+        view->setReadOnly(false);
+        view->setFocus();
+    }
+
     void TakeChange()
     {
         const QString clean = RichHtmlWriter::Write(*view->Document(), view->Document()->Images());
@@ -84,6 +112,7 @@ public:
     WbRichEditor* const q;
     RichTextView* const view;
     RichFormatBar* const bar;
+    RichNotice* const notice;
     RichFindBar* const findBar;
     QString loaded;      // as given
     QString loadedClean; // as this editor writes it
@@ -108,6 +137,7 @@ void WbRichEditor::Init(const QString& text)
     d->loaded = text;
     d->loadedClean = RichHtmlWriter::Write(*d->view->Document(), d->view->Document()->Images());
     d->current = d->loadedClean;
+    d->ShowProblem();
 }
 
 QString WbRichEditor::GetText() const

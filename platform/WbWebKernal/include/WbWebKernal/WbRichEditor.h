@@ -19,7 +19,9 @@ public:
     ~WbRichEditor() override;
 
     // Replaces the content and forgets the undo steps. The text is what SigTextChanged delivered earlier,
-    // other HTML, or plain text; anything unsafe or unknown in it is left out from what is shown.
+    // other HTML, or plain text; anything unsafe or unknown in it is left out from what is shown. Of a text
+    // that would take too long to lay out only the words are shown, with the reason; they can be edited when
+    // the author says so.
     void Init(const QString& text);
 
     // The current content as SigTextChanged delivers it; after Init and before any edit, exactly what was
