@@ -7,6 +7,7 @@
 #include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbTextEdit.h>
 
+#include <QAbstractItemView>
 #include <QLineEdit>
 #include <QtTest>
 
@@ -31,8 +32,10 @@ void DialogUser::TypeName(const QString& text) const
 
 void DialogUser::PickRow(int row) const
 {
-    name->setCurrentIndex(row);
-    emit name->activated(row);
+    name->showPopup();
+    QAbstractItemView* const list = name->view();
+    const QRect place = list->visualRect(list->model()->index(row, 0));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, place.center());
 }
 
 void DialogUser::PressOK() const

@@ -8,6 +8,8 @@
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QCoreApplication>
@@ -154,6 +156,15 @@ RpaAppDataPtr VersionServiceFixture::MakeModifiedApp()
     app->InitDefault();
     app->GetAppExtendInfo()->SetAppId(QStringLiteral("app1"));
     app->SetModified(true);
+    return app;
+}
+
+RpaAppDataPtr VersionServiceFixture::MakeAppThatUses(const QString& command)
+{
+    const RpaAppDataPtr app = MakeModifiedApp();
+    RpaStatement statement;
+    statement.command = command;
+    app->GetProcessDataManager()->GetProcess(0)->Insert(QString(), -1, {statement});
     return app;
 }
 

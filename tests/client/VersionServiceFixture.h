@@ -57,6 +57,8 @@ public:
 
     // A default app of "app1" with unsaved work.
     static RpaAppDataPtr MakeModifiedApp();
+    // The same with a statement of this command in its process.
+    static RpaAppDataPtr MakeAppThatUses(const QString& command);
 
     static RpaAppSnapshotPtr MakeSnapshot(const QString& id, const QString& name, AppSnapshotState state,
                                           const QString& desc = QString());

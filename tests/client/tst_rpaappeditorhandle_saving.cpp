@@ -5,6 +5,7 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
+#include <RpaProcessData/RpaPackageInfo.h>
 
 #include <QSignalSpy>
 #include <QUuid>
@@ -24,6 +25,9 @@ private slots:
 
     void overwritesAVersionWithContentFormatAndUser();
     void savesANewVersionFromTheDefaultRecord();
+    void writesThePackagesThatTheProcessUses_data();
+    void writesThePackagesThatTheProcessUses();
+    void takesTheNextSaveOnWhileItAnnouncesAVersion();
     void announcesANewVersionBeforeTheNotice();
     void announcesNoVersionForAnOverwrite();
     void finishesABlockingSaveWithItsOutcome_data();
@@ -181,6 +185,50 @@ void TestRpaAppEditorHandleSaving::savesANewVersionFromTheDefaultRecord()
     QCOMPARE(request.method, QByteArray("POST"));
     QCOMPARE(request.path, QByteArray("/api/v1/apps/app1/versions"));
     QCOMPARE(request.body, app->ToJson());
+}
+
+void TestRpaAppEditorHandleSaving::writesThePackagesThatTheProcessUses_data()
+{
+    QTest::addColumn<QString>("snapshotId");
+
+    QTest::newRow("new version") << QString();
+    QTest::newRow("overwrite") << QStringLiteral("v1");
+}
+
+void TestRpaAppEditorHandleSaving::writesThePackagesThatTheProcessUses()
+{
+    QFETCH(QString, snapshotId);
+
+    // given
+    const RpaAppDataPtr app = VersionServiceFixture::MakeAppThatUses(QStringLiteral("excel.create"));
+    QVERIFY(app->GetPackageInfo()->IsEmpty());
+
+    // when
+    handle->SaveSnapshotAsync(snapshotId, app);
+
+    // then
+    QTRY_COMPARE(service->recorder.answers.size(), 1);
+    RpaAppData written;
+    written.Parse(service->server.GetRequests().constFirst().body);
+    const auto packages = written.GetPackageInfo()->GetListPackageItemPtr();
+    QCOMPARE(packages.size(), 1);
+    QCOMPARE(packages.constFirst()->name, QStringLiteral("openpyxl"));
+}
+
+void TestRpaAppEditorHandleSaving::takesTheNextSaveOnWhileItAnnouncesAVersion()
+{
+    // given
+    const RpaAppDataPtr next = VersionServiceFixture::MakeModifiedApp();
+    connect(handle.get(), &RpaAppEditorHandle::SigSaveAppSnapshot, this,
+            [this, next] { handle->SaveSnapshotAsync(QStringLiteral("v1"), next); });
+
+    // when
+    handle->SaveSnapshotAsync(QString(), VersionServiceFixture::MakeModifiedApp());
+
+    // then
+    QTRY_COMPARE(service->recorder.answers.size(), 2);
+    QCOMPARE(service->server.GetRequests().constLast().path, QByteArray("/api/v1/versions/v1"));
+    QVERIFY(!next->GetModified());
 }
 
 void TestRpaAppEditorHandleSaving::announcesANewVersionBeforeTheNotice()

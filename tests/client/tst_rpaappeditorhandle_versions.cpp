@@ -8,6 +8,7 @@
 #include <RpaEditorLogic/RpaNotifyId.h>
 
 #include <QSignalSpy>
+#include <QUuid>
 #include <QtTest>
 
 // Listing, loading, deleting and releasing versions.
@@ -18,6 +19,8 @@ class TestRpaAppEditorHandleVersions : public HandleFixture
 private slots:
     void turnsAForeignDeleteAnswerIntoItsSignal();
     void ignoresTheDataAnswerOfAnOlderRequest();
+    void ignoresTheDataOfAnotherRequester();
+    void asksForTheVersionsOfTheApp();
     void emitsOneFinishedSignalPerListAnswer_data();
     void emitsOneFinishedSignalPerListAnswer();
     void showsAnErrorWhenAReleaseTookNoEffect();
@@ -27,8 +30,11 @@ private slots:
     void showsAFailedDeletionAndEmitsNothing();
     void passesTheErrorTextOfAListOnEvenOnSuccess();
     void bringsTheDataOfAVersionUnmodified();
+    void fillsInWhatTheDataDoesNotHold();
+    void takesDataOfAnOlderClient();
     void refusesDataOfANewerClient();
     void bringsAnEmptyAppWhenTheDataCannotBeLoaded();
+    void announcesAReleaseWithoutANotice_data();
     void announcesAReleaseWithoutANotice();
     void showsAFailedReleaseAndEmitsNothing();
     void sendsNoReleaseOfAnUnknownVersion();
@@ -64,6 +70,38 @@ void TestRpaAppEditorHandleVersions::ignoresTheDataAnswerOfAnOlderRequest()
     QTRY_COMPARE(service->recorder.answers.size(), 2);
     QCOMPARE(loaded.size(), 1);
     QCOMPARE(loaded.constFirst().at(1).toString(), QStringLiteral("v2"));
+}
+
+void TestRpaAppEditorHandleVersions::ignoresTheDataOfAnotherRequester()
+{
+    // given
+    QSignalSpy loaded(handle.get(), &RpaAppEditorHandle::SigGetSnapshotData);
+    handle->GetSnapshotData(QStringLiteral("v1"));
+
+    // when
+    for (const QString& identity : {QString(), QUuid::createUuid().toString()}) {
+        const auto request = QSharedPointer<GetDevSnapshotDataRequest>::create();
+        request->SetSnapshotId(QStringLiteral("v2"));
+        request->SetIdentity(identity);
+        const auto response = QSharedPointer<GetDevSnapshotDataResponse>::create();
+        response->SetOutcome(identity.isEmpty(), Text("别人的错误"));
+        InjectAnswer(NotifyGetDevSnapshotData, request, response);
+    }
+
+    // then
+    QCOMPARE(loaded.size(), 0);
+    QCOMPARE(service->toasts.GetCount(), 0);
+    QTRY_COMPARE(loaded.size(), 1);
+    QCOMPARE(loaded.constFirst().at(1).toString(), QStringLiteral("v1"));
+}
+
+void TestRpaAppEditorHandleVersions::asksForTheVersionsOfTheApp()
+{
+    handle->GetSnapshotList(QStringLiteral("app7"));
+
+    QTRY_COMPARE(service->server.GetRequestCount(), 1);
+    QCOMPARE(service->server.GetRequests().constFirst().path, QByteArray("/api/v1/apps/app7/versions"));
+    QTRY_COMPARE(service->recorder.answers.size(), 1);
 }
 
 void TestRpaAppEditorHandleVersions::emitsOneFinishedSignalPerListAnswer_data()
@@ -203,6 +241,43 @@ void TestRpaAppEditorHandleVersions::bringsTheDataOfAVersionUnmodified()
     QCOMPARE(service->toasts.GetCount(), 0);
 }
 
+void TestRpaAppEditorHandleVersions::fillsInWhatTheDataDoesNotHold()
+{
+    // given
+    RpaAppData fresh;
+    fresh.InitDefault();
+    service->server.Enqueue(FaultServer::Data(QByteArrayLiteral("{}"), 1));
+    QSignalSpy loaded(handle.get(), &RpaAppEditorHandle::SigGetSnapshotData);
+
+    // when
+    handle->GetSnapshotData(QStringLiteral("v1"));
+
+    // then
+    QTRY_COMPARE(loaded.size(), 1);
+    const auto app = loaded.constFirst().at(2).value<RpaAppDataPtr>();
+    QCOMPARE(app->GetUIDataManager()->GetCount(), fresh.GetUIDataManager()->GetCount());
+    QVERIFY(fresh.GetUIDataManager()->GetCount() > 0);
+    QVERIFY(!app->GetModified());
+}
+
+void TestRpaAppEditorHandleVersions::takesDataOfAnOlderClient()
+{
+    // given
+    const RpaAppDataPtr original = VersionServiceFixture::MakeModifiedApp();
+    original->SetVersion(QStringLiteral("1.9.0"));
+    RpaGlobalDataManager::Instance()->SetApiVersion(QStringLiteral("1.10.0"));
+    service->server.Enqueue(FaultServer::Data(original->ToJson(), 1));
+    QSignalSpy loaded(handle.get(), &RpaAppEditorHandle::SigGetSnapshotData);
+
+    // when
+    handle->GetSnapshotData(QStringLiteral("v1"));
+
+    // then
+    QTRY_COMPARE(loaded.size(), 1);
+    QCOMPARE(loaded.constFirst().at(0).toBool(), true);
+    QCOMPARE(service->toasts.GetCount(), 0);
+}
+
 void TestRpaAppEditorHandleVersions::refusesDataOfANewerClient()
 {
     // given
@@ -246,20 +321,41 @@ void TestRpaAppEditorHandleVersions::bringsAnEmptyAppWhenTheDataCannotBeLoaded()
     QCOMPARE(service->toasts.GetToasts(), (QVector<SeenToast>{{Text("版本不存在"), 2}}));
 }
 
+void TestRpaAppEditorHandleVersions::announcesAReleaseWithoutANotice_data()
+{
+    QTest::addColumn<QString>("snapshotId");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("needTip");
+
+    QTest::newRow("gray, without a tip") << QStringLiteral("v1") << 1 << false;
+    QTest::newRow("online, with a tip") << QStringLiteral("v2") << 2 << true;
+}
+
 void TestRpaAppEditorHandleVersions::announcesAReleaseWithoutANotice()
 {
+    QFETCH(QString, snapshotId);
+    QFETCH(int, type);
+    QFETCH(bool, needTip);
+
     // given
+    VersionReplies::Version version;
+    version.id = snapshotId;
+    version.state = type + 1;
+    version.revision = 2;
+    service->server.Enqueue(VersionReplies::Released(1, needTip, QString(), version));
     QSignalSpy released(handle.get(), &RpaAppEditorHandle::SigGrayOrReleaseFinished);
 
     // when
-    handle->GrayOrRelease(QStringLiteral("v1"), 2);
+    handle->GrayOrRelease(snapshotId, type);
 
     // then
     QTRY_COMPARE(released.size(), 1);
     QCOMPARE(released.constFirst().at(0).toString(), QStringLiteral("app1"));
-    QCOMPARE(released.constFirst().at(1).toInt(), 2);
-    QCOMPARE(released.constFirst().at(2).toBool(), true);
+    QCOMPARE(released.constFirst().at(1).toInt(), type);
+    QCOMPARE(released.constFirst().at(2).toBool(), needTip);
     QCOMPARE(service->toasts.GetCount(), 0);
+    const FaultServer::Request request = service->server.GetRequests().constFirst();
+    QCOMPARE(request.path, "/api/v1/versions/" + snapshotId.toUtf8() + "/release");
 }
 
 void TestRpaAppEditorHandleVersions::showsAFailedReleaseAndEmitsNothing()

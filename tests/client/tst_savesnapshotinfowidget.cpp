@@ -7,6 +7,7 @@
 #include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbTextEdit.h>
 
+#include <QAbstractButton>
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QLineEdit>
@@ -25,6 +26,9 @@ private slots:
 
     void keepsTheFirstFiftyCharactersOfAPaste();
     void removesWhatIsTypedIntoAFullDescription();
+    void removesWhatIsTypedAtTheFrontOfAFullDescription();
+    void takesTheFiftiethCharacter();
+    void keepsWholeCharactersAtTheFront();
     void takesNoNameBeyondTwentyCharacters();
 
     void keepsWholeCharactersAtTheLimit();
@@ -32,6 +36,10 @@ private slots:
     void showsMarkupInADescriptionAsText();
     void cancels();
     void showsTheDescriptionOfThePickedVersion();
+    void showsItsDescriptionAgainWhenTheVersionIsPickedAgain();
+    void leavesTheDescriptionAloneWhenTheDefaultRowIsPicked();
+    void leavesTheDescriptionAloneWhenThePickedVersionIsGone();
+    void hasTheTitleOfAFormAndACloseButton();
     void clearsTheDescriptionForANewName();
 };
 
@@ -133,6 +141,55 @@ void TestSaveSnapshotInfoWidget::removesWhatIsTypedIntoAFullDescription()
     QCOMPARE(user->desc->textCursor().anchor(), 20);
 }
 
+void TestSaveSnapshotInfoWidget::removesWhatIsTypedAtTheFrontOfAFullDescription()
+{
+    // given
+    Open();
+    QString full;
+    for (int i = 0; i < 50; ++i) {
+        full.append(QChar(u'一' + i));
+    }
+    user->desc->setPlainText(full);
+    QCOMPARE(user->desc->textCursor().position(), 0);
+
+    // when
+    QTest::keyClicks(user->desc, QStringLiteral("x"));
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), full);
+    QCOMPARE(user->desc->textCursor().position(), 0);
+}
+
+void TestSaveSnapshotInfoWidget::takesTheFiftiethCharacter()
+{
+    // given
+    Open();
+    user->desc->setPlainText(QString(49, QLatin1Char('a')));
+
+    // when
+    QTest::keyClicks(user->desc, QStringLiteral("x"));
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), QLatin1Char('x') + QString(49, QLatin1Char('a')));
+    QCOMPARE(user->desc->textCursor().position(), 1);
+}
+
+void TestSaveSnapshotInfoWidget::keepsWholeCharactersAtTheFront()
+{
+    // given
+    Open();
+    const QString almostFull(49, QLatin1Char('a'));
+    user->desc->setPlainText(almostFull);
+    QApplication::clipboard()->setText(Text("😀"));
+
+    // when
+    user->desc->paste();
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), almostFull);
+    QCOMPARE(user->desc->textCursor().position(), 0);
+}
+
 void TestSaveSnapshotInfoWidget::takesNoNameBeyondTwentyCharacters()
 {
     Open();
@@ -203,6 +260,66 @@ void TestSaveSnapshotInfoWidget::showsTheDescriptionOfThePickedVersion()
 
     QCOMPARE(user->name->currentText(), Text("版本1"));
     QCOMPARE(user->desc->toPlainText(), Text("说明1"));
+}
+
+void TestSaveSnapshotInfoWidget::showsItsDescriptionAgainWhenTheVersionIsPickedAgain()
+{
+    // given
+    Open();
+    user->PickRow(0);
+    user->desc->setPlainText(Text("改了"));
+
+    // when
+    user->PickRow(0);
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), Text("说明1"));
+}
+
+void TestSaveSnapshotInfoWidget::leavesTheDescriptionAloneWhenTheDefaultRowIsPicked()
+{
+    // given
+    Manager()->SetSnapshots({});
+    Open();
+    user->PickRow(0);
+    QCOMPARE(user->name->currentText(), Text("版本1"));
+    user->desc->setPlainText(Text("第一稿"));
+
+    // when
+    user->PickRow(0);
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), Text("第一稿"));
+}
+
+void TestSaveSnapshotInfoWidget::leavesTheDescriptionAloneWhenThePickedVersionIsGone()
+{
+    // given
+    Open();
+    user->PickRow(0);
+    user->desc->setPlainText(Text("改了"));
+    Manager()->Remove(QStringLiteral("v1"));
+
+    // when
+    user->PickRow(0);
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), Text("改了"));
+}
+
+void TestSaveSnapshotInfoWidget::hasTheTitleOfAFormAndACloseButton()
+{
+    Open();
+    WbBaseDialog small(&service->window);
+    small.show();
+
+    const QWidget* titleBar = dialog->layout()->itemAt(0)->widget();
+    QVERIFY(titleBar->height() > small.layout()->itemAt(0)->widget()->height());
+
+    QTest::mouseClick(titleBar->findChild<QAbstractButton*>(), Qt::LeftButton);
+
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(dialog->result(), int(QDialog::Rejected));
 }
 
 void TestSaveSnapshotInfoWidget::clearsTheDescriptionForANewName()

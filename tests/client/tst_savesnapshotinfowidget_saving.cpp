@@ -5,12 +5,14 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
+#include <RpaProcessData/RpaPackageInfo.h>
 #include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbTextEdit.h>
 #include <WbBaseUI/WbToast.h>
 
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QUuid>
 #include <QtTest>
@@ -30,6 +32,10 @@ private slots:
     void rejectsItselfWithoutAnApp();
     void writesTheWholeRecordOfAnOverwrite();
     void writesTheWholeRecordOfANewVersion();
+    void writesTheTypedNameThoughTheVersionWasRenamed();
+    void writesThePackagesThatTheProcessUses_data();
+    void writesThePackagesThatTheProcessUses();
+    void isConfirmedByReturn();
     void waitsForItsAnswer();
     void sendsOnceWhileItWaits();
     void staysOpenAfterARefusal_data();
@@ -187,6 +193,64 @@ void TestSaveSnapshotInfoWidgetSaving::writesTheWholeRecordOfANewVersion()
     QCOMPARE(header("version-description"), Text("第一稿"));
     QCOMPARE(request.body, app->ToJson());
     QVERIFY(!app->GetModified());
+}
+
+void TestSaveSnapshotInfoWidgetSaving::writesTheTypedNameThoughTheVersionWasRenamed()
+{
+    // given
+    Open();
+    user->TypeName(Text("版本1"));
+    Manager()->GetSnapshot(QStringLiteral("v1"))->SetName(Text("别人起的名字"));
+
+    // when
+    user->PressOK();
+
+    // then
+    QCOMPARE(Manager()->GetSnapshot(QStringLiteral("v1"))->GetName(), Text("版本1"));
+    QTRY_VERIFY(!dialog->isVisible());
+}
+
+void TestSaveSnapshotInfoWidgetSaving::writesThePackagesThatTheProcessUses_data()
+{
+    QTest::addColumn<QString>("name");
+
+    QTest::newRow("new version") << Text("新版本");
+    QTest::newRow("overwrite") << Text("版本1");
+}
+
+void TestSaveSnapshotInfoWidgetSaving::writesThePackagesThatTheProcessUses()
+{
+    QFETCH(QString, name);
+
+    // given
+    app = VersionServiceFixture::MakeAppThatUses(QStringLiteral("excel.create"));
+    Open();
+    user->TypeName(name);
+
+    // when
+    user->PressOK();
+
+    // then
+    QTRY_VERIFY(!dialog->isVisible());
+    RpaAppData written;
+    written.Parse(service->server.GetRequests().constFirst().body);
+    const auto packages = written.GetPackageInfo()->GetListPackageItemPtr();
+    QCOMPARE(packages.size(), 1);
+    QCOMPARE(packages.constFirst()->name, QStringLiteral("openpyxl"));
+}
+
+void TestSaveSnapshotInfoWidgetSaving::isConfirmedByReturn()
+{
+    // given
+    Open();
+    user->TypeName(Text("版本2"));
+
+    // when
+    QTest::keyClick(user->name->lineEdit(), Qt::Key_Return);
+
+    // then
+    QTRY_VERIFY(!dialog->isVisible());
+    QCOMPARE(dialog->GetSavedSnapshotId(), QStringLiteral("v2"));
 }
 
 void TestSaveSnapshotInfoWidgetSaving::waitsForItsAnswer()
