@@ -5,6 +5,7 @@
 #include "../http/Dispatcher.h"
 #include "../routes/Services.h"
 #include "../store/IStore.h"
+#include "Descriptors.h"
 #include "Embedding.h"
 
 #include <WbFoundation/FileLock.h>
@@ -35,6 +36,13 @@ int NetworkThreads()
 int Workers()
 {
     return static_cast<int>(std::max(4u, std::thread::hardware_concurrency()));
+}
+
+HttpLimits FittingLimits()
+{
+    HttpLimits limits;
+    limits.connections = ConnectionsThatFit(limits.connections, Workers());
+    return limits;
 }
 
 void AddRoutes(Router& router, Services& services, std::function<QByteArray()> figures)
@@ -132,7 +140,7 @@ struct Service::Parts
     }
 
     const std::unique_ptr<FileLock> lock;
-    HttpServer server{HttpLimits{}}; // threads of the parts below may hold its requests to the last
+    HttpServer server{FittingLimits()}; // threads of the parts below may hold its requests to the last
     Router router;
     LoginLimit loginLimit;
     LoginLimit redeemLimit; // by account alone

@@ -48,13 +48,11 @@ Connection::Connection(ConnectionPool& thePool, std::unique_ptr<Transport> theTr
     beast::error_code ignored;
     Lowest().socket().set_option(tcp::no_delay(true), ignored);
     AcknowledgeAtOnce(Lowest());
-    ++pool.open;
 }
 
 Connection::~Connection()
 {
-    --pool.open;
-    pool.Remove(place);
+    pool.Remove(place, peer.key);
 }
 
 void Connection::Start()

@@ -8,16 +8,29 @@ ConnectionPool::ConnectionPool(const HttpLimits& theLimits)
 {
 }
 
+bool ConnectionPool::Admit(const QByteArray& address)
+{
+    const std::lock_guard lock(mutex);
+    if (open >= limits.connections || byAddress.value(address) >= limits.connectionsPerAddress)
+        return false;
+    ++open;
+    ++byAddress[address];
+    return true;
+}
+
 ConnectionPool::Place ConnectionPool::Add(const std::shared_ptr<Connection>& connection)
 {
     const std::lock_guard lock(mutex);
     return connections.insert(connections.end(), connection);
 }
 
-void ConnectionPool::Remove(Place place)
+void ConnectionPool::Remove(Place place, const QByteArray& address)
 {
     const std::lock_guard lock(mutex);
     connections.erase(place);
+    --open;
+    if (--byAddress[address] == 0)
+        byAddress.remove(address);
     if (stopping && connections.empty())
         onEmptied();
 }

@@ -22,20 +22,23 @@ public:
 
     explicit ConnectionPool(const HttpLimits& limits);
 
+    // Whether one more connection from that address is served; then Remove() is owed for it.
+    bool Admit(const QByteArray& address);
     Place Add(const std::shared_ptr<Connection>& connection);
     // The connection is gone; calls onEmptied when it was the last one of a server that stops.
-    void Remove(Place place);
+    void Remove(Place place, const QByteArray& address);
     std::vector<std::shared_ptr<Connection>> Live();
 
     const HttpLimits limits;
     BodyBudget budget;
     IHttpHandler* handler = nullptr; // while the server runs
     std::atomic<bool> stopping{false};
-    std::atomic<int> open{0};
+    std::atomic<int> open{0};        // admitted and not removed yet
     std::function<void()> onEmptied; // set before the first connection
 
 private:
     std::mutex mutex;
     std::list<std::weak_ptr<Connection>> connections;
+    QHash<QByteArray, int> byAddress;
 };
 } // namespace server

@@ -193,6 +193,12 @@ void Dispatcher::OnRefusedByLimit(int status)
               [status](JsonText& line) { line.Member("status", status); });
 }
 
+void Dispatcher::OnAcceptPaused(const std::string& reason)
+{
+    log.Write(LogLevel::Warning, "accept-paused",
+              [&reason](JsonText& line) { line.Member("reason", QString::fromStdString(reason)); });
+}
+
 Response ResponseForFailure(const std::exception_ptr& failure)
 {
     try {

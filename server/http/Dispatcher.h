@@ -24,6 +24,7 @@ public:
     void Admit(const RequestHead& head, std::function<void(Admission)> decide) override;
     void Handle(Request request, Reply reply) override;
     void OnRefusedByLimit(int status) override;
+    void OnAcceptPaused(const std::string& reason) override;
 
     Metrics& Figures() { return metrics; }
 

@@ -8,20 +8,31 @@
 
 namespace server
 {
+namespace
+{
+constexpr auto acceptPause = std::chrono::milliseconds(100);
+}
+
 struct HttpServer::Private
 {
     explicit Private(const HttpLimits& limits)
-        : pool(limits), acceptor(context), signalSet(context), graceTimer(context)
+        : pool(limits), acceptor(net::make_strand(context)), acceptTimer(acceptor.get_executor()),
+          signalSet(context), graceTimer(context)
     {
         pool.onEmptied = [this] { net::post(context, [this] { graceTimer.cancel(); }); };
     }
 
     void Accept();
     void OnAccepted(Socket socket);
+    void AcceptLater(const beast::error_code& reason);
+    void TurnAway(Socket& socket);
 
     ConnectionPool pool;
     net::io_context context;
-    tcp::acceptor acceptor;
+    net::basic_socket_acceptor<tcp, Strand> acceptor;
+    net::basic_waitable_timer<std::chrono::steady_clock, net::wait_traits<std::chrono::steady_clock>, Strand>
+        acceptTimer;
+    bool paused = false;
     net::signal_set signalSet;
     net::steady_timer graceTimer;
 };
@@ -31,27 +42,47 @@ void HttpServer::Private::Accept()
     acceptor.async_accept(net::make_strand(context), [this](beast::error_code ec, Socket socket) {
         if (pool.stopping)
             return;
+        if (ec && ec != net::error::connection_aborted)
+            return AcceptLater(ec);
+        paused = false;
         if (!ec)
             OnAccepted(std::move(socket));
         Accept();
     });
 }
 
+// Without descriptors the same connection would be offered again and again, without end.
+void HttpServer::Private::AcceptLater(const beast::error_code& reason)
+{
+    if (!paused)
+        pool.handler->OnAcceptPaused(reason.message());
+    paused = true;
+    acceptTimer.expires_after(acceptPause);
+    acceptTimer.async_wait([this](beast::error_code ec) {
+        if (!ec && !pool.stopping)
+            Accept();
+    });
+}
+
 void HttpServer::Private::OnAccepted(Socket socket)
 {
-    if (pool.open >= pool.limits.connections) {
-        static const char text[] = "HTTP/1.1 503 Service Unavailable\r\nRetry-After: 2\r\n"
-                                   "Connection: close\r\nContent-Length: 0\r\n\r\n";
-        beast::error_code ignored;
-        socket.non_blocking(true, ignored);
-        socket.write_some(net::buffer(text, sizeof text - 1), ignored);
-        pool.handler->OnRefusedByLimit(503);
-        return;
-    }
     beast::error_code ec;
     const PeerAddress peer(socket.remote_endpoint(ec).address());
-    if (!ec)
-        std::make_shared<Connection>(pool, MakePlainTransport(std::move(socket)), peer)->Start();
+    if (ec)
+        return;
+    if (!pool.Admit(peer.key))
+        return TurnAway(socket);
+    std::make_shared<Connection>(pool, MakePlainTransport(std::move(socket)), peer)->Start();
+}
+
+void HttpServer::Private::TurnAway(Socket& socket)
+{
+    static const char text[] = "HTTP/1.1 503 Service Unavailable\r\nRetry-After: 2\r\n"
+                               "Connection: close\r\nContent-Length: 0\r\n\r\n";
+    beast::error_code ignored;
+    socket.non_blocking(true, ignored);
+    socket.write_some(net::buffer(text, sizeof text - 1), ignored);
+    pool.handler->OnRefusedByLimit(503);
 }
 
 HttpServer::HttpServer(const HttpLimits& limits) : d(std::make_unique<Private>(limits)) {}
@@ -80,7 +111,7 @@ quint16 HttpServer::Listen(const std::string& host, quint16 port)
 void HttpServer::Run(IHttpHandler& handler, int threads)
 {
     d->pool.handler = &handler;
-    d->Accept();
+    net::post(d->acceptor.get_executor(), [this] { d->Accept(); });
     std::vector<Thread> others;
     for (int i = 1; i < threads; ++i)
         others.emplace_back([this] { d->context.run(); });
@@ -91,11 +122,12 @@ void HttpServer::Run(IHttpHandler& handler, int threads)
 
 void HttpServer::Stop(std::chrono::seconds grace)
 {
-    net::post(d->context, [this, grace] {
+    net::post(d->acceptor.get_executor(), [this, grace] {
         if (d->pool.stopping.exchange(true))
             return;
         beast::error_code ignored;
         d->acceptor.close(ignored);
+        d->acceptTimer.cancel();
         d->signalSet.cancel(ignored);
         const auto live = d->pool.Live();
         for (const auto& connection : live)

@@ -21,6 +21,7 @@ struct HttpLimits
     std::int64_t bodyBytesPerAddress = 512LL * 1024 * 1024;
     int urlBytes = 4 * 1024;
     int connections = 2000;
+    int connectionsPerAddress = 256;
     std::chrono::seconds head{15};
     std::chrono::seconds idle{75};                     // between two requests of a connection
     std::chrono::seconds body{15};                     // plus the time that the size needs at
@@ -50,6 +51,9 @@ public:
 
     // The request broke a limit or was no HTTP at all; nothing of it reached Handle.
     virtual void OnRefusedByLimit(int status) = 0;
+
+    // No connection can be accepted for now, for this reason of the system; those that stand go on.
+    virtual void OnAcceptPaused(const std::string& reason) = 0;
 };
 
 // The HTTP/1.1 server: connections, limits, deadlines. Knows nothing of routes.

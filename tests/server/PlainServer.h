@@ -17,12 +17,17 @@ public:
     using Environment = std::map<QString, QString>;
 
     explicit PlainServer(const QStringList& arguments, const Environment& variables = {})
+        : PlainServer(QStringLiteral(RPA_VERSION_SERVER_FILE), arguments, variables)
+    {
+    }
+    // By way of another program, which gets the arguments.
+    PlainServer(const QString& program, const QStringList& arguments, const Environment& variables = {})
     {
         auto environment = QProcessEnvironment::systemEnvironment();
         for (const auto& [name, value] : variables)
             environment.insert(name, value);
         process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(RPA_VERSION_SERVER_FILE), arguments);
+        process.start(program, arguments);
         process.setReadChannel(QProcess::StandardOutput);
     }
     ~PlainServer()

@@ -39,6 +39,7 @@ public:
     }
 
     void OnRefusedByLimit(int) override { ++refused; }
+    void OnAcceptPaused(const std::string&) override {}
 
     bool AnswerHeld()
     {
@@ -123,6 +124,7 @@ private slots:
     void dropsAnIdleConnection();
     void servesOthersWhileClientsAreSlow();
     void refusesConnectionsBeyondTheLimit();
+    void refusesConnectionsBeyondTheLimitOfTheirAddress();
     void refusesBodiesBeyondTheMemoryLimit();
     void countsABodyInChunksAsItGrows();
     void refusesAnswersBeyondTheMemoryOfTheirAccount();
@@ -381,6 +383,29 @@ void HttpTest::refusesConnectionsBeyondTheLimit()
     RawClient later(running.port);
     later.Send(get);
     QCOMPARE(RawClient::StatusOf(later.Receive()), 200);
+}
+
+void HttpTest::refusesConnectionsBeyondTheLimitOfTheirAddress()
+{
+    HttpLimits limits = SmallLimits();
+    limits.connectionsPerAddress = 2;
+    Running running(limits);
+    const QString here = QStringLiteral("127.0.0.2");
+    auto first = std::make_unique<RawClient>(running.port, here);
+    RawClient second(running.port, here);
+    QTRY_COMPARE(running.server.OpenConnections(), 2);
+
+    RawClient beyond(running.port, here);
+    RawClient other(running.port, QStringLiteral("127.0.0.3"));
+    other.Send(get);
+    QCOMPARE(beyond.ReceiveStatus(), 503);
+    QCOMPARE(other.ReceiveStatus(), 200);
+
+    first.reset();
+    QTRY_COMPARE(running.server.OpenConnections(), 2);
+    RawClient later(running.port, here);
+    later.Send(get);
+    QCOMPARE(later.ReceiveStatus(), 200);
 }
 
 void HttpTest::refusesBodiesBeyondTheMemoryLimit()
