@@ -38,9 +38,10 @@ int Workers()
     return static_cast<int>(std::max(4u, std::thread::hardware_concurrency()));
 }
 
-HttpLimits FittingLimits()
+HttpLimits FittingLimits(const Options& options)
 {
     HttpLimits limits;
+    limits.loopbackHostsOnly = options.embedded;
     limits.connections = ConnectionsThatFit(limits.connections, Workers());
     return limits;
 }
@@ -112,8 +113,8 @@ struct StopHandle
 struct Service::Parts
 {
     explicit Parts(const Options& options, Log& log)
-        : lock(LockStore(options.store)), store(OpenStore(options.store)), sessions(*store),
-          passwordPool(passwordsAtOnce, passwordsWaiting),
+        : lock(LockStore(options.store)), server(FittingLimits(options)), store(OpenStore(options.store)),
+          sessions(*store), passwordPool(passwordsAtOnce, passwordsWaiting),
           services{*store, sessions, loginLimit, redeemLimit, passwordPool, log, QStringLiteral(RPA_VERSION)},
           dispatcher((AddRoutes(router, services, [this] { return dispatcher.Figures().Text(); }), router),
                      sessions, log, {Workers(), 4000})
@@ -140,7 +141,7 @@ struct Service::Parts
     }
 
     const std::unique_ptr<FileLock> lock;
-    HttpServer server{FittingLimits()}; // threads of the parts below may hold its requests to the last
+    HttpServer server; // threads of the parts below may hold its requests to the last
     Router router;
     LoginLimit loginLimit;
     LoginLimit redeemLimit; // by account alone

@@ -1,5 +1,6 @@
 #include "Connection.h"
 
+#include "Framing.h"
 #include "ResponseHead.h"
 
 #include <algorithm>
@@ -141,10 +142,8 @@ void Connection::OnParseError(beast::error_code ec)
 
 void Connection::OnHead()
 {
-    if (parser->get().target().size() > static_cast<std::size_t>(pool.limits.urlBytes))
-        return Refuse(414);
-    if (parser->get().version() != 11 && parser->get().version() != 10)
-        return Refuse(400);
+    if (const int fault = FaultOf(parser->get(), pool.limits))
+        return RefuseAndEnd(fault);
     pendingHead = HeadOf(parser->get());
     pendingHead.fromLoopback = peer.isLoopback;
     pendingHead.peer = peer.key;
@@ -276,6 +275,14 @@ void Connection::Refuse(int status)
     RefuseWith(RefusalFor(status));
 }
 
+// What follows may be the request's body, whatever its head says.
+void Connection::RefuseAndEnd(int status)
+{
+    pool.handler->OnRefusedByLimit(status);
+    keepAlive = false;
+    Send(RefusalFor(status));
+}
+
 // The rest of the request is unread, so the connection cannot be used again.
 void Connection::RefuseWith(Response response)
 {
@@ -292,7 +299,7 @@ void Connection::Send(Response response)
     }
     keepAlive = keepAlive && !pool.stopping;
     head = ResponseHead(response, keepAlive);
-    body = std::move(response.body);
+    body = parser->get().method() == http::verb::head ? QByteArray() : std::move(response.body);
     sent = 0;
     deadline = DeadlineFor(body.size());
     SendRest();

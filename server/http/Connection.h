@@ -59,6 +59,7 @@ private:
     void ReceiveRest();
     void OnRequest();
     void Refuse(int status);
+    void RefuseAndEnd(int status);
     void RefuseWith(Response response);
     void Send(Response response);
     void SendRest();

@@ -20,6 +20,7 @@ struct HttpLimits
     std::int64_t bodyBytesPerAccount = 256LL * 1024 * 1024;
     std::int64_t bodyBytesPerAddress = 512LL * 1024 * 1024;
     int urlBytes = 4 * 1024;
+    bool loopbackHostsOnly = false; // refuses requests to any name but those of this machine
     int connections = 2000;
     int connectionsPerAddress = 256;
     std::chrono::seconds head{15};

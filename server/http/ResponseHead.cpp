@@ -40,6 +40,8 @@ Response RefusalFor(int status)
         return Response::Refuse(413, "body-too-large", QStringLiteral("内容超过大小上限，无法提交。"));
     case 414:
         return Response::Refuse(414, "url-too-long", QStringLiteral("请求地址过长。"));
+    case 421:
+        return Response::Refuse(421, "wrong-host", QStringLiteral("请求的主机名不属于本服务。"));
     case 431:
         return Response::Refuse(431, "header-too-large", QStringLiteral("请求头过大。"));
     case 503:

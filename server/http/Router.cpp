@@ -1,5 +1,7 @@
 #include "Router.h"
 
+#include "Percent.h"
+
 namespace server
 {
 namespace
@@ -15,7 +17,7 @@ bool Fits(const QList<QByteArray>& pattern, const QList<QByteArray>& path, std::
         return false;
     for (int i = 0; i < pattern.size(); ++i) {
         if (pattern.at(i).startsWith('{'))
-            values.push_back(QString::fromUtf8(QByteArray::fromPercentEncoding(path.at(i))));
+            values.push_back(DecodePercent(path.at(i)).value_or(QString()));
         else if (pattern.at(i) != path.at(i))
             return false;
     }

@@ -28,9 +28,14 @@ Response AnswerOf(int status, const Outcome<Version>& outcome)
 Outcome<VersionDraft> ReadTexts(const Request& request, bool nameRequired)
 {
     VersionDraft draft;
-    draft.name = wire::HeaderText(request, "version-name");
-    draft.description = wire::HeaderText(request, "version-description");
-    draft.apiVersion = wire::HeaderText(request, "version-api");
+    for (const auto& [header, text] :
+         {std::pair("version-name", &draft.name), std::pair("version-description", &draft.description),
+          std::pair("version-api", &draft.apiVersion)}) {
+        const auto read = wire::HeaderText(request, header);
+        if (const auto* refusal = std::get_if<Refusal>(&read))
+            return *refusal;
+        *text = std::get<QString>(read);
+    }
     const bool nameGiven = !request.Header("version-name").isNull();
     if ((nameRequired || nameGiven) && !wire::IsName(draft.name, longestName))
         return Refusal{400, "bad-name", QStringLiteral("版本名称应为 1 到 20 个字符，且不能包含控制字符。")};

@@ -1,5 +1,7 @@
 #include "Wire.h"
 
+#include "../http/Percent.h"
+
 #include <WbFoundation/JsonGuard.h>
 
 #include <QJsonDocument>
@@ -139,16 +141,14 @@ Outcome<qint64> BasedOnRevision(const Request& request)
     return revision;
 }
 
-QString HeaderText(const Request& request, const char* name)
+Outcome<QString> HeaderText(const Request& request, const char* name)
 {
     const QByteArray raw = request.Header(name);
     if (raw.isNull())
-        return {};
-    const QByteArray utf8 = QByteArray::fromPercentEncoding(raw);
-    const QString text = QString::fromUtf8(utf8);
-    if (text.toUtf8() != utf8)
-        return {};
-    return text.isNull() ? QStringLiteral("") : text;
+        return QString();
+    if (auto text = DecodePercent(raw))
+        return *text;
+    return Refusal{400, "bad-encoding", QStringLiteral("请求头 %1 的编码不正确。").arg(QLatin1String(name))};
 }
 
 bool IsName(const QString& text, int most)

@@ -32,8 +32,8 @@ Outcome<QJsonObject> SmallObject(const Request& request);
 // The revision that a change is based on (If-Match).
 Outcome<qint64> BasedOnRevision(const Request& request);
 
-// A percent-encoded UTF-8 header value; null when the header is missing or is not valid UTF-8.
-QString HeaderText(const Request& request, const char* name);
+// A percent-encoded UTF-8 header value; null when the header is missing.
+Outcome<QString> HeaderText(const Request& request, const char* name);
 
 // 1 to `most` characters, none of them a control character, not only blanks.
 bool IsName(const QString& text, int most);

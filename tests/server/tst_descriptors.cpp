@@ -42,8 +42,9 @@ public:
                         QStringLiteral("127.0.0.1:0")});
         if (!server->WaitUntilReady())
             return false;
-        const auto session = ApiClient(Port(), {}).Ask("POST", "/api/v1/sessions",
-                                                       R"({"account":"author","password":"secret word"})");
+        const auto session =
+            ApiClient(Port(), {})
+                .Ask("POST", "/api/v1/sessions", R"({"account":"author","password":"secret word"})");
         token = session.json.value(QLatin1String("token")).toString().toLatin1();
         return session.status == 201;
     }
@@ -57,7 +58,8 @@ public:
         if (!file.open(QIODevice::ReadOnly))
             return -1;
         const QList<QByteArray> fields = file.readAll().split(')').last().simplified().split(' ');
-        return (fields.at(11).toDouble() + fields.at(12).toDouble()) / static_cast<double>(sysconf(_SC_CLK_TCK));
+        return (fields.at(11).toDouble() + fields.at(12).toDouble()) /
+               static_cast<double>(sysconf(_SC_CLK_TCK));
     }
 
     void LimitDescriptors(int count)

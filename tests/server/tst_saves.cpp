@@ -1,6 +1,7 @@
 #include "ApiClient.h"
 #include "ServerProcess.h"
 
+#include <QCryptographicHash>
 #include <QJsonArray>
 #include <QTest>
 
@@ -27,6 +28,8 @@ private slots:
     void refusesAppDataThatMustNotBeStored();
     void handsOutWhatWasSavedByteForByte();
     void readsNamesInAnyScript();
+    void refusesTextsThatCannotBeRead_data();
+    void refusesTextsThatCannotBeRead();
     void keepsSecretsOutOfTheLog();
     void waitsWithTheAcknowledgementForTheDisk();
     void finishesASaveThatIsUnderWayWhenItStops();
@@ -229,6 +232,40 @@ void SavesTest::readsNamesInAnyScript()
 
     QCOMPARE(reply.status, 201);
     QCOMPARE(reply.json.value(QLatin1String("name")).toString(), name);
+}
+
+void SavesTest::refusesTextsThatCannotBeRead_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<QByteArray>("value");
+    QTest::newRow("half an escape") << QByteArray("Version-Description") << QByteArray("half%4");
+    QTest::newRow("an escape of other letters")
+        << QByteArray("Version-Description") << QByteArray("other%zz");
+    QTest::newRow("bytes that are no text") << QByteArray("Version-Description") << QByteArray("bytes%ff");
+    QTest::newRow("a zero") << QByteArray("Version-Description") << QByteArray("zero%00");
+    QTest::newRow("a name") << QByteArray("Version-Name") << QByteArray("name%4");
+    QTest::newRow("an interface version") << QByteArray("Version-Api") << QByteArray("1%ff");
+}
+
+void SavesTest::refusesTextsThatCannotBeRead()
+{
+    QFETCH(QByteArray, header);
+    QFETCH(QByteArray, value);
+    const QByteArray body = "{\"n\":2}";
+    const QByteArray digest =
+        "sha-256=:" + QCryptographicHash::hash(body, QCryptographicHash::Sha256).toBase64() + ':';
+    ApiClient::Headers headers{{"Content-Digest", digest},
+                               {"Version-Name", "name"},
+                               {"Version-Description", "kept"},
+                               {"Version-Api", "1.0"},
+                               {"Idempotency-Key", ApiClient::NewKey()}};
+    headers[header] = value;
+
+    const auto answer = Client().Ask("POST", "/api/v1/apps/" + appId + "/versions", body, headers);
+
+    QCOMPARE(answer.status, 400);
+    QCOMPARE(answer.json.value(QLatin1String("code")).toString(), QStringLiteral("bad-encoding"));
+    QCOMPARE(VersionCount(), 0);
 }
 
 void SavesTest::keepsSecretsOutOfTheLog()
