@@ -1,7 +1,10 @@
 #include "Options.h"
 
+#include "LimitOptions.h"
+
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFile>
 #include <QStandardPaths>
 
 namespace server
@@ -32,6 +35,11 @@ struct Parser
     QCommandLineOption log{QStringLiteral("log"),
                            QStringLiteral("Least level of log lines: debug, info, warning or error."),
                            QStringLiteral("level"), QStringLiteral("info")};
+    QCommandLineOption metricsToken{
+        QStringLiteral("metrics-token-file"),
+        QStringLiteral(
+            "File with a token (at least 32 characters) that lets others than this machine read /metrics."),
+        QStringLiteral("file")};
     QCommandLineOption routes{QStringLiteral("print-routes"),
                               QStringLiteral("Print the route table as JSON and end.")};
     QCommandLineOption name{QStringLiteral("name"), QStringLiteral("account add: the name that others see."),
@@ -51,7 +59,9 @@ struct Parser
             "  rpa-version-server account passwd PIN        the password is read from standard input\n"
             "  rpa-version-server account list"));
         line.addHelpOption();
-        line.addOptions({version, store, listen, data, embedded, log, routes, name, vender, roles});
+        line.addOptions(
+            {version, store, listen, data, embedded, log, metricsToken, routes, name, vender, roles});
+        line.addOptions(LimitOptions());
         line.addPositionalArgument(QStringLiteral("account"), QStringLiteral("Administer the accounts."),
                                    QStringLiteral("[account add|passwd|list]"));
     }
@@ -75,6 +85,17 @@ bool ReadListen(const QString& text, Options& options)
     if (options.host.startsWith(QLatin1Char('[')) && options.host.endsWith(QLatin1Char(']')))
         options.host = options.host.mid(1, options.host.size() - 2);
     return colon > 0 && isPort;
+}
+
+bool ReadMetricsToken(const QString& fileName, QByteArray& token)
+{
+    constexpr int shortest = 32;
+    constexpr int longest = 4096;
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    token = file.read(longest).trimmed();
+    return token.size() >= shortest;
 }
 
 QString StoreOf(const QString& given, const QString& dataDir)
@@ -104,6 +125,12 @@ Options ReadOptions(const QStringList& arguments)
         options.error = QStringLiteral("--log takes debug, info, warning or error");
     if (!ReadListen(parser.line.value(parser.listen), options))
         options.error = QStringLiteral("--listen takes HOST:PORT");
+    if (const QString why = ReadLimits(parser.line, options); !why.isEmpty())
+        options.error = why;
+    if (parser.line.isSet(parser.metricsToken) &&
+        !ReadMetricsToken(parser.line.value(parser.metricsToken), options.metricsToken))
+        options.error =
+            QStringLiteral("--metrics-token-file takes a readable file with at least 32 characters in it");
     if (options.embedded && !parser.line.isSet(parser.listen))
         options.port = 0;
     const QStringList positional = parser.line.positionalArguments();

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "../accounts/LoginLimit.h"
 #include "../base/Log.h"
+#include "../http/HttpServer.h"
 
 #include <QString>
 #include <QStringList>
@@ -17,6 +19,9 @@ struct Options
     bool printRoutes = false;
     bool printVersion = false;
     LogLevel logLevel = LogLevel::Info;
+    HttpLimits http;
+    LoginRates login;
+    QByteArray metricsToken;    // stands for the right to read the figures; empty: there is none
     QStringList accountCommand; // "add", "list", "passwd" and its arguments; empty: serve
     QString accountName;
     QString accountVender;

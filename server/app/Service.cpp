@@ -40,7 +40,7 @@ int Workers()
 
 HttpLimits FittingLimits(const Options& options)
 {
-    HttpLimits limits;
+    HttpLimits limits = options.http;
     limits.loopbackHostsOnly = options.embedded;
     limits.connections = ConnectionsThatFit(limits.connections, Workers());
     return limits;
@@ -63,8 +63,8 @@ const char* NameOf(Access access)
     switch (access) {
     case Access::Public:
         return "public";
-    case Access::LoopbackOnly:
-        return "loopback";
+    case Access::Monitoring:
+        return "monitoring";
     case Access::SignedIn:
         return "signed-in";
     case Access::Administrator:
@@ -113,11 +113,11 @@ struct StopHandle
 struct Service::Parts
 {
     explicit Parts(const Options& options, Log& log)
-        : lock(LockStore(options.store)), server(FittingLimits(options)), store(OpenStore(options.store)),
-          sessions(*store), passwordPool(passwordsAtOnce, passwordsWaiting),
+        : lock(LockStore(options.store)), server(FittingLimits(options)), loginLimit(options.login),
+          store(OpenStore(options.store)), sessions(*store), passwordPool(passwordsAtOnce, passwordsWaiting),
           services{*store, sessions, loginLimit, redeemLimit, passwordPool, log, QStringLiteral(RPA_VERSION)},
           dispatcher((AddRoutes(router, services, [this] { return dispatcher.Figures().Text(); }), router),
-                     sessions, log, {Workers(), 4000})
+                     sessions, log, {Workers(), 4000, options.metricsToken})
     {
         Metrics& figures = dispatcher.Figures();
         figures.AddGauge("rpa_connections", "Open connections.", "gauge",

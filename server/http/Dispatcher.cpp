@@ -1,5 +1,7 @@
 #include "Dispatcher.h"
 
+#include "../base/Digest.h"
+
 #include <algorithm>
 
 namespace server
@@ -23,6 +25,15 @@ QByteArray TokenOf(const RequestHead& head)
 {
     const QByteArray header = head.Header("authorization");
     return header.left(7).toLower() == "bearer " ? header.mid(7).trimmed() : QByteArray();
+}
+
+// A terminator on this machine speaks for clients of others.
+bool WasForwarded(const RequestHead& head)
+{
+    return std::any_of(head.headers.begin(), head.headers.end(), [](const auto& header) {
+        const QByteArray& name = header.first;
+        return name == "forwarded" || name == "via" || name == "x-real-ip" || name.startsWith("x-forwarded");
+    });
 }
 
 bool NeedsToken(const Route& route)
@@ -63,8 +74,9 @@ struct Dispatcher::Job
 };
 
 Dispatcher::Dispatcher(const Router& theRouter, Sessions& theSessions, Log& theLog, const Limits& limits)
-    : router(theRouter), sessions(theSessions), log(theLog), metrics(LabelsOf(theRouter)),
-      pool(limits.workers, limits.queue)
+    : router(theRouter), sessions(theSessions), log(theLog),
+      metricsTokenHash(limits.metricsToken.isEmpty() ? QByteArray() : Sha256(limits.metricsToken)),
+      metrics(LabelsOf(theRouter)), pool(limits.workers, limits.queue)
 {
 }
 
@@ -75,13 +87,21 @@ std::optional<Response> Dispatcher::RefusalOfHead(const RequestHead& head, const
     if (!match.route)
         return Response::Refuse(405, "method-not-allowed", QStringLiteral("该地址不支持此操作。"))
             .With("Allow", match.allowedMethods);
-    if (match.route->access == Access::LoopbackOnly && !head.fromLoopback)
-        return Response::Refuse(403, "forbidden", QStringLiteral("只能在服务器本机访问。"));
+    if (match.route->access == Access::Monitoring && !MayWatch(head))
+        return Response::Refuse(401, "unauthorized",
+                                QStringLiteral("查看运行指标需要令牌，或在服务器本机访问。"))
+            .With("WWW-Authenticate", "Bearer");
     if (head.contentLength.value_or(0) > match.route->bodyLimit)
         return Response::Refuse(413, "body-too-large", QStringLiteral("内容超过大小上限，无法提交。"));
     if (NeedsToken(*match.route) && TokenOf(head).isEmpty())
         return Unauthorized();
     return std::nullopt;
+}
+
+bool Dispatcher::MayWatch(const RequestHead& head) const
+{
+    const bool knowsToken = !metricsTokenHash.isEmpty() && Sha256(TokenOf(head)) == metricsTokenHash;
+    return knowsToken || (head.fromLoopback && !WasForwarded(head));
 }
 
 void Dispatcher::Admit(const RequestHead& head, std::function<void(Admission)> decide)

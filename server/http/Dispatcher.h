@@ -17,6 +17,7 @@ public:
     {
         int workers = 4;
         std::size_t queue = 4000; // requests that may wait for a worker
+        QByteArray metricsToken;  // empty: nobody but this machine reads the figures
     };
 
     Dispatcher(const Router& router, Sessions& sessions, Log& log, const Limits& limits);
@@ -33,6 +34,7 @@ private:
 
     std::optional<Response> RefusalOfHead(const RequestHead& head, const Router::Match& match) const;
     void AskStore(const QByteArray& token, const Route& route, std::function<void(Admission)> decide);
+    bool MayWatch(const RequestHead& head) const;
     std::optional<Response> Authenticate(Request& request, const Route& route);
     void Run(const std::shared_ptr<Job>& job);
     void Answer(const Job& job, Response response);
@@ -41,6 +43,7 @@ private:
     const Router& router;
     Sessions& sessions;
     Log& log;
+    const QByteArray metricsTokenHash; // empty: there is no such token
     Metrics metrics;
     TaskPool pool; // last: its threads use everything above
 };

@@ -11,7 +11,7 @@ namespace server
 enum class Access
 {
     Public,
-    LoopbackOnly,
+    Monitoring, // whoever is on this machine, and holders of the token for it
     SignedIn,
     Administrator
 };

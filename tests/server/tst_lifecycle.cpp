@@ -1,7 +1,10 @@
+#include "ApiClient.h"
 #include "LockRemains.h"
 #include "PlainServer.h"
+#include "RawClient.h"
 #include "ServerProcess.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -19,6 +22,11 @@ private slots:
     void startsThoughALockFileWasLeft();
     void endsWhenTheWorkstationSendsNothingOfUse();
     void embedsOnlyOnThisMachine();
+    void showsItsFiguresToThisMachineOrForAToken_data();
+    void showsItsFiguresToThisMachineOrForAToken();
+    void showsItsFiguresToNobodyElseWithoutAToken();
+    void refusesAMetricsTokenThatIsEasyToGuess();
+    void takesItsLimitsFromTheCommandLine();
     void refusesACommandLineItDoesNotUnderstand_data();
     void refusesACommandLineItDoesNotUnderstand();
 };
@@ -126,6 +134,90 @@ void LifecycleTest::embedsOnlyOnThisMachine()
     QVERIFY(server.Log().contains("embedded-needs-loopback"));
 }
 
+namespace
+{
+const QByteArray metricsToken = "a-token-for-figures-0123456789abcdef";
+
+QString Written(const QTemporaryDir& folder, const QByteArray& text)
+{
+    QFile file(folder.filePath(QStringLiteral("token")));
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() ? file.fileName() : QString();
+}
+} // namespace
+
+void LifecycleTest::showsItsFiguresToThisMachineOrForAToken_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<QByteArray>("token");
+    QTest::addColumn<int>("status");
+    QTest::newRow("from this machine") << QByteArray() << QByteArray() << 200;
+    for (const char* header : {"Forwarded", "X-Forwarded-For", "X-Forwarded-Host", "X-Real-IP", "Via"}) {
+        QTest::addRow("with %s", header) << QByteArray(header) << QByteArray() << 401;
+        QTest::addRow("with %s and the token", header) << QByteArray(header) << metricsToken << 200;
+    }
+    QTest::newRow("with another token") << QByteArray("Via") << QByteArray(metricsToken + "x") << 401;
+}
+
+void LifecycleTest::showsItsFiguresToThisMachineOrForAToken()
+{
+    QFETCH(QByteArray, header);
+    QFETCH(QByteArray, token);
+    QFETCH(int, status);
+    QTemporaryDir folder;
+    PlainServer server({QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"),
+                        QStringLiteral("127.0.0.1:0"), QStringLiteral("--metrics-token-file"),
+                        Written(folder, metricsToken + "\n")});
+    QVERIFY(server.WaitUntilReady());
+
+    const auto answer = ApiClient(server.Port(), token)
+                            .Ask("GET", "/metrics", {},
+                                 header.isEmpty() ? ApiClient::Headers() : ApiClient::Headers{{header, "x"}});
+
+    QCOMPARE(answer.status, status);
+    QCOMPARE(answer.body.contains("rpa_connections"), status == 200);
+}
+
+void LifecycleTest::showsItsFiguresToNobodyElseWithoutAToken()
+{
+    QTemporaryDir folder;
+    PlainServer server(
+        {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
+    QVERIFY(server.WaitUntilReady());
+
+    // An empty token is none.
+    QCOMPARE(ApiClient(server.Port(), {}).Ask("GET", "/metrics", {}, {{"Via", "x"}}).status, 401);
+    QCOMPARE(ApiClient(server.Port(), {}).Ask("GET", "/metrics").status, 200);
+}
+
+void LifecycleTest::refusesAMetricsTokenThatIsEasyToGuess()
+{
+    QTemporaryDir folder;
+    PlainServer server({QStringLiteral("--data"), folder.path(), QStringLiteral("--metrics-token-file"),
+                        Written(folder, "short\n")});
+
+    QCOMPARE(server.ExitCode(), 2);
+    QVERIFY2(server.Log().contains("--metrics-token-file"), server.Log().constData());
+}
+
+void LifecycleTest::takesItsLimitsFromTheCommandLine()
+{
+    QTemporaryDir folder;
+    PlainServer server({QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"),
+                        QStringLiteral("127.0.0.1:0"), QStringLiteral("--login-tries"), QStringLiteral("2"),
+                        QStringLiteral("--connections-per-address"), QStringLiteral("1")});
+    QVERIFY(server.WaitUntilReady());
+    ApiClient client(server.Port(), {});
+    const auto trySigningIn = [&client] {
+        return client.Ask("POST", "/api/v1/sessions", R"({"account":"nobody","password":"x"})").status;
+    };
+
+    QCOMPARE(trySigningIn(), 401);
+    QCOMPARE(trySigningIn(), 401);
+    QCOMPARE(trySigningIn(), 429);
+    RawClient second(server.Port());
+    QCOMPARE(second.ReceiveStatus(), 503);
+}
+
 void LifecycleTest::refusesACommandLineItDoesNotUnderstand_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -136,6 +228,12 @@ void LifecycleTest::refusesACommandLineItDoesNotUnderstand_data()
     QTest::newRow("an unknown command") << QStringList{QStringLiteral("serve")};
     QTest::newRow("an unknown option") << QStringList{QStringLiteral("--port"), QStringLiteral("1")};
     QTest::newRow("an unknown log level") << QStringList{QStringLiteral("--log"), QStringLiteral("all")};
+    QTest::newRow("a limit that is no number")
+        << QStringList{QStringLiteral("--connections"), QStringLiteral("many")};
+    QTest::newRow("a limit below its least")
+        << QStringList{QStringLiteral("--body-memory-per-account"), QStringLiteral("63")};
+    QTest::newRow("a token file that is not there")
+        << QStringList{QStringLiteral("--metrics-token-file"), QStringLiteral("/nowhere/token")};
     QTest::newRow("a store of an unknown kind")
         << QStringList{QStringLiteral("--store"), QStringLiteral("file.db")};
 }
