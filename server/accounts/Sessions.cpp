@@ -60,8 +60,10 @@ std::optional<SignedIn> Sessions::Find(const QByteArray& token)
     const qint64 now = SteadyNowMs();
     std::unique_lock lock(mutex);
     const auto found = entries.find(hash);
-    if (found == entries.end() || (!found->ofProcess && now - found->checkedAt >= trustMs))
+    if (found == entries.end() || (!found->ofProcess && now - found->checkedAt >= trustMs)) {
+        lock.unlock();
         return Load(hash, now);
+    }
     found->lastUsedAt = now;
     const SignedIn session = found->session;
     if (found->ofProcess || now - found->writtenAt <= writeUseMs)
@@ -72,21 +74,35 @@ std::optional<SignedIn> Sessions::Find(const QByteArray& token)
     return session;
 }
 
-// With the mutex held: several requests of one client then ask the store once.
+// Without the mutex: whoever is known must not wait for a store that answers late.
 std::optional<SignedIn> Sessions::Load(const QByteArray& hash, qint64 now)
 {
-    const Entry old = entries.take(hash);
+    std::unique_lock lock(mutex);
+    const quint64 closingsBefore = closings;
+    const qint64 usedHereAt = entries.value(hash).lastUsedAt;
+    lock.unlock();
     const auto stored = store.FindSession(hash);
-    const qint64 lastUsedAt = stored ? std::max(stored->lastUsedAt, old.lastUsedAt) : 0;
-    if (!stored || HasEnded(*stored, lastUsedAt, now))
-        return std::nullopt;
-    const auto account = store.FindAccount(stored->pin);
-    if (!account)
-        return std::nullopt;
+    const qint64 lastUsedAt = stored ? std::max(stored->lastUsedAt, usedHereAt) : 0;
+    const bool lives = stored && !HasEnded(*stored, lastUsedAt, now);
+    const auto account = lives ? store.FindAccount(stored->pin) : std::nullopt;
+    if (account)
+        return Keep(hash, {{*account, stored->expiresAt}, now, stored->lastUsedAt, now, false},
+                    closingsBefore);
+    lock.lock();
+    entries.remove(hash);
+    return std::nullopt;
+}
+
+// Not what was closed while the store was asked: that would live on here.
+std::optional<SignedIn> Sessions::Keep(const QByteArray& hash, const Entry& entry, quint64 closingsBefore)
+{
+    const std::lock_guard lock(mutex);
+    if (closings != closingsBefore)
+        return entry.session;
     if (entries.size() > manyEntries)
         ForgetStored();
-    entries.insert(hash, {{*account, stored->expiresAt}, now, stored->lastUsedAt, now, false});
-    return entries.value(hash).session;
+    entries.insert(hash, entry);
+    return entry.session;
 }
 
 void Sessions::ForgetStored()
@@ -119,6 +135,7 @@ void Sessions::Close(const QByteArray& token)
     const QByteArray hash = Sha256(token);
     store.SubmitAndWait([&hash](ITransaction& transaction) { transaction.RemoveSession(hash); });
     const std::lock_guard lock(mutex);
+    ++closings;
     entries.remove(hash);
 }
 } // namespace server

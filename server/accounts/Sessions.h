@@ -48,11 +48,13 @@ private:
     };
 
     std::optional<SignedIn> Load(const QByteArray& hash, qint64 now);
+    std::optional<SignedIn> Keep(const QByteArray& hash, const Entry& entry, quint64 closingsBefore);
     void ForgetStored();
     void WriteUse(const QByteArray& hash, qint64 now);
 
     IStore& store;
     std::mutex mutex;
     QHash<QByteArray, Entry> entries; // by hash of the token
+    quint64 closings = 0;             // sessions that were closed here so far
 };
 } // namespace server

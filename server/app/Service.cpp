@@ -165,6 +165,7 @@ int Service::Run()
     std::string address;
     if (!Begin(address))
         return 1;
+    parts->store->Watch();
     StopWhenAsked();
     log.Write(LogLevel::Info, "listening",
               [&](JsonText& line) { line.Member("address", QString::fromStdString(address)); });

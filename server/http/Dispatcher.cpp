@@ -146,7 +146,9 @@ void Dispatcher::Handle(Request request, Reply reply)
     job->request = std::move(request);
     job->request.pathValues = job->match.pathValues;
     job->reply = std::move(reply);
-    if (!pool.TryRun([this, job] { Run(job); }))
+    if (job->match.route->isImmediate)
+        Run(job);
+    else if (!pool.TryRun([this, job] { Run(job); }))
         Answer(*job, Busy());
 }
 

@@ -23,6 +23,7 @@ struct Route
     Access access;
     qint64 bodyLimit; // bytes
     std::function<void(const Request&, const Reply&)> handler;
+    bool isImmediate = false; // never waits, and so is not kept waiting for a worker either
 };
 
 // The route table.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "IStore.h"
+#include "StallGuard.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -26,6 +27,9 @@ public:
 
     // Opens a connection of this name for the calling thread, with all its settings made. Throws StoreError.
     virtual QSqlDatabase Open(const QString& connectionName) const = 0;
+
+    // What ends calls on this connection that get no answer; null when the client itself gives up in time.
+    virtual std::unique_ptr<ICallLimit> LimitCalls(const QSqlDatabase& connection) const = 0;
 
     // True when no other server process may work on the same data, so that what was read may be kept.
     virtual bool IsForOneServer() const = 0;

@@ -110,8 +110,12 @@ public:
 
     virtual QString Kind() const = 0; // "sqlite" or "postgresql"
 
-    // One cheap question to the database.
-    virtual void Check() = 0;
+    // From now on the database is asked every second whether it answers.
+    virtual void Watch() = 0;
+
+    // What is known of that, without waiting; true before Watch(). While it is false, reads and writes fail
+    // at once.
+    virtual bool Answers() const = 0;
 
     virtual std::optional<Account> FindAccount(const QString& pin) = 0;
     virtual std::vector<Account> Accounts() = 0;

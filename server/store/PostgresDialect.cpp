@@ -1,6 +1,8 @@
 #include "../base/Loopback.h"
 #include "Dialect.h"
 
+#include <QLibrary>
+#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QUrl>
 #include <QUrlQuery>
@@ -14,6 +16,27 @@ namespace
 bool IsOnThisMachine(const QString& host)
 {
     return host.isEmpty() || IsLoopback(host);
+}
+
+// What a server that is asked for something must have done by when. A lock is waited for in less time than
+// the statement, the statement in less than the client: whoever knows best what is wrong says so.
+const char* const settings[] = {
+    "SET synchronous_commit=on",
+    "SET client_min_messages=warning",
+    "SET lock_timeout=4000",
+    "SET statement_timeout=9000",
+    "SET idle_in_transaction_session_timeout=30000",
+};
+
+// Of the client library that Qt's driver has loaded; -1 when it cannot be told.
+int SocketOf(const QSqlDatabase& connection)
+{
+    using SocketFunction = int (*)(const void*);
+    static const auto socketOf =
+        reinterpret_cast<SocketFunction>(QLibrary::resolve(QStringLiteral("pq"), 5, "PQsocket"));
+    const QVariant handle = connection.driver()->handle();
+    const bool isKnown = socketOf && qstrcmp(handle.typeName(), "PGconn*") == 0;
+    return isKnown ? socketOf(*static_cast<void* const*>(handle.constData())) : -1;
 }
 
 class PostgresDialect : public IDialect
@@ -39,10 +62,17 @@ public:
         if (!database.open())
             throw StoreError(StoreFault::Unavailable, database.lastError().text());
         QSqlQuery query(database);
-        if (!query.exec(QStringLiteral("SET synchronous_commit=on")) ||
-            !query.exec(QStringLiteral("SET client_min_messages=warning")))
-            throw StoreError(StoreFault::Unavailable, query.lastError().text());
+        for (const char* setting : settings) {
+            if (!query.exec(QString::fromLatin1(setting)))
+                throw StoreError(StoreFault::Unavailable, query.lastError().text());
+        }
         return database;
+    }
+
+    std::unique_ptr<ICallLimit> LimitCalls(const QSqlDatabase& connection) const override
+    {
+        const int socket = SocketOf(connection);
+        return socket < 0 ? nullptr : guard.Guard(socket);
     }
 
     bool IsForOneServer() const override { return false; }
@@ -88,9 +118,10 @@ public:
         // itself.
         if (code.isEmpty() || code.startsWith(QLatin1String("08")) || code.startsWith(QLatin1String("57P")))
             return SqlFault::ConnectionLost;
-        // 40: serialisation and deadlock, 53: out of disk or memory, 55: lock not available
+        // 40: serialisation and deadlock, 53: out of disk or memory, 55: lock not available, 57014: took too
+        // long
         if (code.startsWith(QLatin1String("40")) || code.startsWith(QLatin1String("53")) ||
-            code.startsWith(QLatin1String("55")))
+            code.startsWith(QLatin1String("55")) || code == QLatin1String("57014"))
             return SqlFault::Busy;
         return SqlFault::Other;
     }
@@ -98,7 +129,7 @@ public:
 private:
     QString Options() const
     {
-        QStringList options{QStringLiteral("connect_timeout=10")};
+        QStringList options{QStringLiteral("connect_timeout=5")};
         if (!IsOnThisMachine(url.host()))
             options << QStringLiteral("sslmode=verify-full");
         const QUrlQuery query(url);
@@ -111,6 +142,7 @@ private:
     }
 
     const QUrl url;
+    mutable StallGuard guard;
 };
 } // namespace
 

@@ -2,6 +2,8 @@
 
 #include "../base/Ids.h"
 
+#include <numeric>
+
 namespace server
 {
 namespace
@@ -13,33 +15,64 @@ QVariant NeverNull(const QVariant& value)
         return value;
     return value.type() == QVariant::ByteArray ? QVariant(QByteArray("", 0)) : QVariant(QStringLiteral(""));
 }
+
+constexpr auto allowed = std::chrono::seconds(10);
+constexpr auto allowedToClose = std::chrono::seconds(1);
+constexpr qint64 bytesPerMs = 8 * 1024; // what a body may need besides
+
+qint64 SizeOf(const std::vector<QVariant>& values)
+{
+    return std::accumulate(values.begin(), values.end(), qint64{0}, [](qint64 sum, const QVariant& value) {
+        return sum + (value.type() == QVariant::ByteArray ? value.toByteArray().size() : 0);
+    });
+}
 } // namespace
 
 SqlConnection::SqlConnection(std::shared_ptr<const IDialect> theDialect)
-    : dialect(std::move(theDialect)), name(NewId()), database(dialect->Open(name))
+    : dialect(std::move(theDialect)), name(NewId())
 {
+    Open();
 }
 
 SqlConnection::~SqlConnection()
 {
-    prepared.clear();
-    database.close();
+    Close();
+}
+
+void SqlConnection::Open()
+{
+    database = dialect->Open(name);
+    limit = dialect->LimitCalls(database);
+    lost = false;
+}
+
+void SqlConnection::Close()
+{
+    {
+        const CallInTime call(limit.get(),
+                              allowedToClose); // the database is told of each statement that goes
+        prepared.clear();
+        database.close();
+    }
+    limit.reset();
     database = {};
     QSqlDatabase::removeDatabase(name);
 }
 
 void SqlConnection::Reopen()
 {
-    prepared.clear();
-    database.close();
-    database = {};
-    QSqlDatabase::removeDatabase(name);
-    database = dialect->Open(name);
-    lost = false;
+    Close();
+    Open();
+}
+
+CallInTime SqlConnection::Call(qint64 bytes)
+{
+    return {limit.get(), allowed + std::chrono::milliseconds(bytes / bytesPerMs)};
 }
 
 void SqlConnection::Execute(const QString& statement)
 {
+    const CallInTime call = Call();
     QSqlQuery query(database);
     if (!query.exec(statement))
         Throw(query.lastError());
@@ -47,16 +80,19 @@ void SqlConnection::Execute(const QString& statement)
 
 bool SqlConnection::TryExecute(const QString& statement)
 {
+    const CallInTime call = Call();
     return QSqlQuery(database).exec(statement);
 }
 
 SqlRows SqlConnection::Select(const QString& statement, const std::vector<QVariant>& values)
 {
-    return SqlRows(Run(statement, values));
+    CallInTime call = Call();
+    return {Run(statement, values), std::move(call)};
 }
 
 int SqlConnection::Change(const QString& statement, const std::vector<QVariant>& values)
 {
+    const CallInTime call = Call(SizeOf(values));
     QSqlQuery& query = Run(statement, values);
     const int changed = query.numRowsAffected();
     query.finish();

@@ -11,12 +11,36 @@
 
 namespace server
 {
+// A call to the database that ends in time, while this lives.
+class CallInTime
+{
+public:
+    CallInTime(ICallLimit* theLimit, std::chrono::milliseconds allowed) : limit(theLimit)
+    {
+        if (limit)
+            limit->Begin(allowed);
+    }
+    CallInTime(CallInTime&& other) noexcept : limit(std::exchange(other.limit, nullptr)) {}
+    CallInTime& operator=(CallInTime&&) = delete;
+    ~CallInTime()
+    {
+        if (limit)
+            limit->End();
+    }
+
+private:
+    ICallLimit* limit;
+};
+
 // The rows of a SELECT, read forward. Ends the statement when it goes, so that SQLite lets go of its lock.
 class SqlRows
 {
 public:
-    explicit SqlRows(QSqlQuery& theQuery) : query(&theQuery) {}
-    SqlRows(SqlRows&& other) noexcept : query(std::exchange(other.query, nullptr)) {}
+    SqlRows(QSqlQuery& theQuery, CallInTime theCall) : call(std::move(theCall)), query(&theQuery) {}
+    SqlRows(SqlRows&& other) noexcept
+        : call(std::move(other.call)), query(std::exchange(other.query, nullptr))
+    {
+    }
     SqlRows& operator=(SqlRows&&) = delete;
     ~SqlRows()
     {
@@ -31,6 +55,7 @@ public:
     QByteArray Bytes(int column) const { return query->value(column).toByteArray(); }
 
 private:
+    CallInTime call; // reading the rows may wait for the database too
     QSqlQuery* query;
 };
 
@@ -55,12 +80,16 @@ public:
     void Reopen();
 
 private:
+    void Open();
+    void Close();
+    CallInTime Call(qint64 bytes = 0);
     QSqlQuery& Run(const QString& statement, const std::vector<QVariant>& values);
     [[noreturn]] void Throw(const QSqlError& error);
 
     const std::shared_ptr<const IDialect> dialect;
     const QString name;
     QSqlDatabase database;
+    std::unique_ptr<ICallLimit> limit;
     QHash<QString, std::shared_ptr<QSqlQuery>> prepared;
     bool lost = false;
 };

@@ -58,8 +58,8 @@ SqlStore::SqlStore(std::shared_ptr<const IDialect> theDialect)
 {
     SqlConnection connection(dialect);
     MigrateSchema(connection, *dialect);
-    writes =
-        std::make_unique<WriteQueue>(dialect, [this](const auto& changedIds) { heads.Forget(changedIds); });
+    writes = std::make_unique<WriteQueue>(
+        dialect, [this](const auto& changedIds) { heads.Forget(changedIds); }, [this] { return Answers(); });
 }
 
 // Other threads' connections end with their threads.
@@ -70,6 +70,8 @@ SqlStore::~SqlStore()
 
 SqlConnection& SqlStore::Mine()
 {
+    if (!Answers())
+        throw StoreError(StoreFault::Unavailable, QStringLiteral("the database does not answer"));
     auto& mine = ConnectionsOfThisThread()[number];
     if (!mine)
         mine = std::make_unique<SqlConnection>(dialect);
@@ -96,11 +98,9 @@ QString SqlStore::Kind() const
     return dialect->Kind();
 }
 
-void SqlStore::Check()
+void SqlStore::Watch()
 {
-    Reading([](SqlConnection& c) {
-        return c.Select(QStringLiteral("SELECT version FROM schema_info"), {}).Next();
-    });
+    watch = std::make_unique<StoreWatch>(dialect);
 }
 
 std::optional<Account> SqlStore::FindAccount(const QString& pin)

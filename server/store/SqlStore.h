@@ -2,6 +2,7 @@
 
 #include "BodyCache.h"
 #include "SqlConnection.h"
+#include "StoreWatch.h"
 #include "WriteQueue.h"
 
 namespace server
@@ -14,7 +15,8 @@ public:
     ~SqlStore() override;
 
     QString Kind() const override;
-    void Check() override;
+    void Watch() override;
+    bool Answers() const override { return !watch || watch->Answers(); }
     std::optional<Account> FindAccount(const QString& pin) override;
     std::vector<Account> Accounts() override;
     QByteArray PasswordHashOf(const QString& pin) override;
@@ -48,6 +50,7 @@ private:
     const quint64 number; // tells the stores of one process apart
     HeadCache heads;
     BodyCache bodies;
+    std::unique_ptr<StoreWatch> watch;
     std::unique_ptr<WriteQueue> writes; // last: its thread uses the caches
 };
 } // namespace server

@@ -30,7 +30,7 @@ public:
         KeepPrivate();
         QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
         database.setDatabaseName(file);
-        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=15000"));
+        database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
         if (!database.open())
             throw StoreError(StoreFault::Unavailable, database.lastError().text());
         QSqlQuery query(database);
@@ -41,6 +41,7 @@ public:
         return database;
     }
 
+    std::unique_ptr<ICallLimit> LimitCalls(const QSqlDatabase&) const override { return nullptr; }
     bool IsForOneServer() const override { return true; }
     QString BeginWrite() const override { return QStringLiteral("BEGIN IMMEDIATE"); }
     QStringList LockForMigration() const override { return {}; }

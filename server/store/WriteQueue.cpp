@@ -21,8 +21,10 @@ const QString rollbackToSavepoint = QStringLiteral("ROLLBACK TO SAVEPOINT one_wr
 } // namespace
 
 WriteQueue::WriteQueue(std::shared_ptr<const IDialect> theDialect,
-                       std::function<void(const std::vector<QString>&)> onCommitted)
-    : dialect(std::move(theDialect)), committed(std::move(onCommitted)), writer([this] { Work(); })
+                       std::function<void(const std::vector<QString>&)> onCommitted,
+                       std::function<bool()> theAnswers)
+    : dialect(std::move(theDialect)), committed(std::move(onCommitted)), answers(std::move(theAnswers)),
+      writer([this] { Work(); })
 {
 }
 
@@ -118,6 +120,8 @@ WriteQueue::Group WriteQueue::TakeGroup()
 
 SqlConnection& WriteQueue::Connected()
 {
+    if (!answers())
+        throw StoreError(StoreFault::Unavailable, QStringLiteral("the database does not answer"));
     if (!connection)
         connection = std::make_unique<SqlConnection>(dialect);
     else if (connection->IsLost())
@@ -137,7 +141,7 @@ WriteQueue::Failures WriteQueue::Commit(Group& group)
         // Whether a lost commit took place is not known here; the repeated request finds out by its key.
         for (auto& failure : failures)
             failure = failure ? failure : std::current_exception();
-        if (connection)
+        if (connection && !connection->IsLost())
             connection->TryExecute(QStringLiteral("ROLLBACK"));
     }
     committed(changedIds);

@@ -18,8 +18,10 @@ public:
     // The connection is opened on the writer's thread at the first write.
     // `committed` is called after each commit with the ids of the apps and versions it changed, before
     // anybody else is told.
+    // `answers` says whether the database answers at all; nothing is tried while it does not.
     WriteQueue(std::shared_ptr<const IDialect> dialect,
-               std::function<void(const std::vector<QString>& changedIds)> committed);
+               std::function<void(const std::vector<QString>& changedIds)> committed,
+               std::function<bool()> answers);
 
     // Finishes what is queued.
     ~WriteQueue();
@@ -44,6 +46,7 @@ private:
 
     const std::shared_ptr<const IDialect> dialect;
     const std::function<void(const std::vector<QString>&)> committed;
+    const std::function<bool()> answers;
     mutable std::mutex mutex;
     std::condition_variable changed;
     std::deque<Write> waiting;

@@ -99,10 +99,28 @@ bool PostgresProcess::WaitUntilReady()
     return false;
 }
 
+const int PostgresProcess::pauseSignal = SIGSTOP;
+const int PostgresProcess::resumeSignal = SIGCONT;
+
+// The backends have sessions of their own, so they are not reached as a group.
+void PostgresProcess::Signal(int signal)
+{
+    ::kill(static_cast<pid_t>(server.processId()), signal);
+    QFile children(QStringLiteral("/proc/%1/task/%1/children").arg(server.processId()));
+    if (!children.open(QIODevice::ReadOnly))
+        return;
+    const auto pids = children.readAll().simplified().split(' ');
+    for (const QByteArray& pid : pids) {
+        if (const int number = pid.toInt())
+            ::kill(static_cast<pid_t>(number), signal);
+    }
+}
+
 PostgresProcess::~PostgresProcess()
 {
     if (server.state() == QProcess::NotRunning)
         return;
+    Resume();
     ::kill(static_cast<pid_t>(server.processId()), SIGQUIT);
     server.waitForFinished();
 }

@@ -20,10 +20,18 @@ public:
     // "postgresql://…" of a database with nothing in it.
     QString NewDatabase();
 
+    // Stops every process of it, as a machine that hangs would; connections stay open and nothing answers.
+    void Pause() { Signal(pauseSignal); }
+    void Resume() { Signal(resumeSignal); }
+
     QByteArray ErrorText() const { return Output(); }
 
 private:
     void RunAsPostgres(QProcess& process, const QString& program, const QStringList& arguments);
+    static const int pauseSignal;
+    static const int resumeSignal;
+
+    void Signal(int signal);
     QByteArray Output() const;
     bool WaitUntilReady();
 

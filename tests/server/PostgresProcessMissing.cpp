@@ -18,6 +18,11 @@ QString PostgresProcess::NewDatabase()
     return {};
 }
 
+const int PostgresProcess::pauseSignal = 0;
+const int PostgresProcess::resumeSignal = 0;
+
+void PostgresProcess::Signal(int) {}
+
 QByteArray PostgresProcess::Output() const
 {
     return QByteArrayLiteral("PostgreSQL is not offered on this system");

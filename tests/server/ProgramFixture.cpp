@@ -41,7 +41,7 @@ void ProgramFixture::init()
     QVERIFY2(Command(add, password + '\n') == 0, said.constData());
 }
 
-void ProgramFixture::cleanup()
+void ProgramFixture::EndServer()
 {
     client.reset();
     server.reset();

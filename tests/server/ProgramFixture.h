@@ -19,7 +19,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase() { postgres.reset(); }
     void init();
-    void cleanup();
+    void cleanup() { EndServer(); }
 
 protected:
     static const QByteArray pin;
@@ -29,6 +29,7 @@ protected:
     static void Databases();
 
     bool Start(const QStringList& more = {}, const PlainServer::Environment& variables = {});
+    void EndServer();
     bool SignIn();
 
     // Exit code of a command on the store; what it said is in `said`.
