@@ -34,10 +34,10 @@ std::chrono::milliseconds Duration()
 
 QByteArray AppDataOf(int bytes)
 {
-    QByteArray text = "{\"pages\":[";
+    QByteArray text = R"({"processData":{"processes":[]},"uiData":{"pages":[)";
     while (text.size() < bytes - 80)
         text += R"({"name":"界面","width":320,"enabled":true,"items":["a","b"]},)";
-    text += "{}],\"fill\":\"";
+    text += R"({}]},"fill":")";
     text += QByteArray(qMax(0, bytes - text.size() - 2), 'x');
     return text + "\"}";
 }

@@ -5,8 +5,8 @@
 #include "Wire.h"
 #include "WriteOnce.h"
 
+#include <WbFoundation/AppOutline.h>
 #include <WbFoundation/ContentLimits.h>
-#include <WbFoundation/JsonGuard.h>
 
 #include <algorithm>
 
@@ -46,12 +46,16 @@ Outcome<VersionDraft> ReadTexts(const Request& request, bool nameRequired)
     return draft;
 }
 
-// By its first character, so that a large body is not copied; what follows is the guard's affair.
-bool IsObject(const QByteArray& json)
+// An editor would open what is no app as an empty one, and its next save would make that final.
+std::optional<Refusal> RefusalOfContent(const QByteArray& body)
 {
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
-    const auto first = std::find_if_not(json.begin(), json.end(), isBlank);
-    return first != json.end() && *first == '{';
+    const AppOutline outline = AppOutline::Read(body);
+    if (outline.IsApp())
+        return std::nullopt;
+    const QString text = outline.kind == AppOutline::Kind::NotJson
+                             ? QStringLiteral("应用数据不是有效的 JSON，没有保存。%1")
+                             : QStringLiteral("提交的内容不是完整的应用，没有保存。%1");
+    return Refusal{400, "bad-app-data", text.arg(outline.problem)};
 }
 
 // The draft that a save carries: texts in headers, app data as the body.
@@ -68,10 +72,8 @@ Outcome<VersionDraft> ReadDraft(const Request& request, bool nameRequired)
     draft.sha256 = Sha256(draft.body);
     if (draft.sha256 != expected)
         return Refusal{400, "digest-mismatch", QStringLiteral("内容在传输中损坏，没有保存，请重试。")};
-    QString reason;
-    if (!IsObject(draft.body) || !JsonGuard::Check(draft.body, &reason))
-        return Refusal{400, "bad-app-data",
-                       QStringLiteral("应用数据不是有效的 JSON 对象，没有保存。%1").arg(reason)};
+    if (auto refusal = RefusalOfContent(draft.body))
+        return *refusal;
     return read;
 }
 

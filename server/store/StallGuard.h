@@ -22,8 +22,8 @@ public:
     virtual void End() = 0;
 };
 
-// Ends calls of a database client that waits for its answer without a limit of its own: shuts the socket down,
-// upon which the client reports a lost connection. Any thread.
+// Ends calls of a database client that waits for its answer without a limit of its own: shuts the socket
+// down, upon which the client reports a lost connection. Any thread.
 class StallGuard
 {
 public:

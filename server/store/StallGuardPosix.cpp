@@ -18,8 +18,8 @@ qint64 SteadyMs()
 }
 } // namespace
 
-// Has a descriptor of its own, because the client may close its socket, and another one get its number, at any
-// moment.
+// Has a descriptor of its own, because the client may close its socket, and another one get its number, at
+// any moment.
 class StallGuard::Line : public ICallLimit
 {
 public:

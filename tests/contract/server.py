@@ -84,7 +84,7 @@ class Server:
     def new_app(self, who="owner"):
         return self.write("POST", "/api/v1/apps", who, {"name": str(uuid.uuid4()), "kind": 0}).json()["id"]
 
-    def new_version(self, app, who="owner", name=None, body=b'{"a":1}'):
+    def new_version(self, app, who="owner", name=None, body=b'{"uiData":{"pages":[]},"processData":{"processes":[]}}'):
         headers = {"Content-Digest": digest(body), "Version-Name": name or secrets.token_hex(8)}
         return self.write("POST", f"/api/v1/apps/{app}/versions", who, body, headers).json()["id"]
 

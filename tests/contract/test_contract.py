@@ -14,8 +14,8 @@ from openapi import Contract
 from server import ACCOUNTS, PASSWORD, Server, digest
 
 DOCUMENT, *PROGRAM = sys.argv[1:]
-BODY = b'{"a":1}'
-OTHER = b'{"a":2}'
+BODY = b'{"uiData":{"pages":[]},"processData":{"processes":[]},"a":1}'
+OTHER = BODY.replace(b'"a":1', b'"a":2')
 
 
 def save_headers(body=BODY, **more):

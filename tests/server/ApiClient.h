@@ -51,6 +51,13 @@ public:
 
     static QByteArray NewKey();
 
+    // The smallest content that is an app: of this number, or with these members.
+    static QByteArray Body(int number) { return Body("\"n\":" + QByteArray::number(number)); }
+    static QByteArray Body(const QByteArray& members)
+    {
+        return R"({"uiData":{"pages":[]},"processData":{"processes":[]},)" + members + '}';
+    }
+
 private:
     const unsigned short port;
     const QByteArray token;

@@ -59,8 +59,8 @@ void ClockTest::showsTheVersionThatWasPublishedLast()
     QVERIFY(StartShifted(0));
     QVERIFY(SignIn());
     const QByteArray app = NewApp("one");
-    const QByteArray online = NewVersion(app, "online-old", "{}");
-    const QByteArray gray = NewVersion(app, "gray-old", "{}");
+    const QByteArray online = NewVersion(app, "online-old", ApiClient::Body(0));
+    const QByteArray gray = NewVersion(app, "gray-old", ApiClient::Body(0));
     QCOMPARE(client->Release(online, 1, 2).status, 200);
     QCOMPARE(client->Release(gray, 1, 1).status, 200);
     const QByteArray code = client->Get("/api/v1/apps/" + app + "/invitations")
@@ -73,8 +73,8 @@ void ClockTest::showsTheVersionThatWasPublishedLast()
                                 .toLatin1();
 
     Shift(-24 * hourMs);
-    const QByteArray nextOnline = NewVersion(app, "online-new", "{}");
-    const QByteArray nextGray = NewVersion(app, "gray-new", "{}");
+    const QByteArray nextOnline = NewVersion(app, "online-new", ApiClient::Body(0));
+    const QByteArray nextGray = NewVersion(app, "gray-new", ApiClient::Body(0));
     QCOMPARE(client->Release(nextOnline, 1, 2).status, 200);
     QCOMPARE(client->Release(nextGray, 1, 1).status, 200);
     const auto redeemed = client->Ask("POST", "/api/v1/invitations/redeem", "{\"code\":\"" + code + "\"}",
@@ -91,13 +91,13 @@ void ClockTest::listsWhatHappenedLastFirstAfterARestart()
     QVERIFY(StartShifted(0));
     QVERIFY(SignIn());
     const QByteArray app = NewApp("one");
-    QCOMPARE(client->Release(NewVersion(app, "first", "{}"), 1, 2).status, 200);
+    QCOMPARE(client->Release(NewVersion(app, "first", ApiClient::Body(0)), 1, 2).status, 200);
 
     server.reset();
     QVERIFY(StartShifted(-2 * hourMs));
     QVERIFY(SignIn());
-    QCOMPARE(client->Release(NewVersion(app, "second", "{}"), 1, 2).status, 200);
-    NewVersion(app, "third", "{}");
+    QCOMPARE(client->Release(NewVersion(app, "second", ApiClient::Body(0)), 1, 2).status, 200);
+    NewVersion(app, "third", ApiClient::Body(0));
 
     QCOMPARE(Values("/api/v1/apps/" + app + "/versions", "versions", "", "name"),
              QStringList({QStringLiteral("third"), QStringLiteral("second"), QStringLiteral("first")}));

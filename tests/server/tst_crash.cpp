@@ -88,8 +88,9 @@ private:
 
     QByteArray BodyOf(int bytes)
     {
-        return "{\"mark\":" + QByteArray::number(static_cast<quint32>(random())) + ",\"fill\":\"" +
-               QByteArray(bytes, static_cast<char>('a' + random() % 26)) + "\"}";
+        return ApiClient::Body("\"mark\":" + QByteArray::number(static_cast<quint32>(random())) +
+                               ",\"fill\":\"" + QByteArray(bytes, static_cast<char>('a' + random() % 26)) +
+                               '"');
     }
 
     // False when no answer came.

@@ -24,6 +24,8 @@ private slots:
     void repeatsARefusalUnderItsKey();
     void refusesASaveThatIsBasedOnAnOlderRevision();
     void letsNoneOfTwoAuthorsLoseAnUpdate();
+    void refusesWhatIsNoApp_data();
+    void refusesWhatIsNoApp();
     void refusesAppDataThatMustNotBeStored_data();
     void refusesAppDataThatMustNotBeStored();
     void handsOutWhatWasSavedByteForByte();
@@ -39,7 +41,7 @@ private:
     {
         return {server->Port(), server->Token(pin)};
     }
-    QByteArray NewVersion(const QByteArray& body = "{\"n\":1}");
+    QByteArray NewVersion(const QByteArray& body = ApiClient::Body(1));
     int VersionCount();
 
     std::unique_ptr<ServerProcess> server;
@@ -81,8 +83,8 @@ void SavesTest::answersARepeatedSaveAsTheFirstTime()
     ApiClient client = Client();
     const QByteArray key = ApiClient::NewKey();
 
-    const auto first = client.Create(appId, "one", "{\"n\":1}", key);
-    const auto again = client.Create(appId, "one", "{\"n\":1}", key);
+    const auto first = client.Create(appId, "one", ApiClient::Body(1), key);
+    const auto again = client.Create(appId, "one", ApiClient::Body(1), key);
 
     QCOMPARE(first.status, 201);
     QCOMPARE(again.status, 201);
@@ -94,11 +96,11 @@ void SavesTest::answersARepeatedSaveAsTheFirstTime()
 void SavesTest::answersARepeatedSaveAlsoAfterACrash()
 {
     const QByteArray key = ApiClient::NewKey();
-    const auto first = Client().Create(appId, "one", "{\"n\":1}", key);
+    const auto first = Client().Create(appId, "one", ApiClient::Body(1), key);
 
     server->Kill();
     QVERIFY2(server->Restart(), server->ErrorText());
-    const auto again = Client().Create(appId, "one", "{\"n\":1}", key);
+    const auto again = Client().Create(appId, "one", ApiClient::Body(1), key);
 
     QCOMPARE(again.status, 201);
     QCOMPARE(again.body, first.body);
@@ -109,10 +111,10 @@ void SavesTest::refusesAKeyThatStoodForAnotherSave()
 {
     const QByteArray key = ApiClient::NewKey();
     ApiClient client = Client();
-    client.Create(appId, "one", "{\"n\":1}", key);
+    client.Create(appId, "one", ApiClient::Body(1), key);
 
-    const auto other = client.Create(appId, "one", "{\"n\":2}", key);
-    const auto colleagues = Client(QStringLiteral("author-2")).Create(appId, "two", "{\"n\":2}", key);
+    const auto other = client.Create(appId, "one", ApiClient::Body(2), key);
+    const auto colleagues = Client(QStringLiteral("author-2")).Create(appId, "two", ApiClient::Body(2), key);
 
     QCOMPARE(other.status, 409);
     QCOMPARE(other.json.value(QLatin1String("code")).toString(), QStringLiteral("key-reused"));
@@ -125,25 +127,25 @@ void SavesTest::repeatsARefusalUnderItsKey()
     const QByteArray version = NewVersion();
     const QByteArray key = ApiClient::NewKey();
     ApiClient client = Client();
-    QCOMPARE(client.Overwrite(version, 2, "{\"n\":3}", key).status, 412);
-    QCOMPARE(client.Overwrite(version, 1, "{\"n\":2}").status, 200);
+    QCOMPARE(client.Overwrite(version, 2, ApiClient::Body(3), key).status, 412);
+    QCOMPARE(client.Overwrite(version, 1, ApiClient::Body(2)).status, 200);
 
-    const auto again = client.Overwrite(version, 2, "{\"n\":3}", key);
+    const auto again = client.Overwrite(version, 2, ApiClient::Body(3), key);
 
     QCOMPARE(again.status, 412);
-    QCOMPARE(client.Ask("GET", "/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+    QCOMPARE(client.Ask("GET", "/api/v1/versions/" + version + "/data").body, ApiClient::Body(2));
 }
 
 void SavesTest::refusesASaveThatIsBasedOnAnOlderRevision()
 {
     const QByteArray version = NewVersion();
-    QCOMPARE(Client(QStringLiteral("author-2")).Overwrite(version, 1, "{\"n\":2}").status, 200);
+    QCOMPARE(Client(QStringLiteral("author-2")).Overwrite(version, 1, ApiClient::Body(2)).status, 200);
 
-    const auto late = Client().Overwrite(version, 1, "{\"n\":3}");
+    const auto late = Client().Overwrite(version, 1, ApiClient::Body(3));
 
     QCOMPARE(late.status, 412);
     QVERIFY(late.json.value(QLatin1String("message")).toString().contains(QStringLiteral("作者二")));
-    QCOMPARE(Client().Ask("GET", "/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+    QCOMPARE(Client().Ask("GET", "/api/v1/versions/" + version + "/data").body, ApiClient::Body(2));
 }
 
 void SavesTest::letsNoneOfTwoAuthorsLoseAnUpdate()
@@ -156,9 +158,9 @@ void SavesTest::letsNoneOfTwoAuthorsLoseAnUpdate()
         ApiClient client = Client(pin);
         qint64 revision = 1;
         for (int done = 0; done < savesEach;) {
-            const auto reply = client.Overwrite(version, revision,
-                                                "{\"by\":\"" + pin.toLatin1() +
-                                                    "\",\"n\":" + QByteArray::number(done) + '}');
+            const auto reply = client.Overwrite(
+                version, revision,
+                ApiClient::Body("\"by\":\"" + pin.toLatin1() + "\",\"n\":" + QByteArray::number(done)));
             if (reply.status == 200) {
                 ++accepted;
                 ++done;
@@ -181,7 +183,7 @@ void SavesTest::letsNoneOfTwoAuthorsLoseAnUpdate()
 
     QCOMPARE(wrong.load(), 0);
     QCOMPARE(accepted.load(), 2 * savesEach);
-    QCOMPARE(Client().Overwrite(version, 1 + 2 * savesEach, "{}").status, 200);
+    QCOMPARE(Client().Overwrite(version, 1 + 2 * savesEach, ApiClient::Body(0)).status, 200);
 }
 
 void SavesTest::refusesAppDataThatMustNotBeStored_data()
@@ -210,10 +212,51 @@ void SavesTest::refusesAppDataThatMustNotBeStored()
     QCOMPARE(VersionCount(), 0);
 }
 
+void SavesTest::refusesWhatIsNoApp_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QString>("named");
+    QTest::newRow("pages that are a list")
+        << QByteArray(R"({"uiData":[],"processData":{"processes":[]}})") << QStringLiteral("uiData");
+    QTest::newRow("pages that are texts")
+        << QByteArray(R"({"uiData":{"pages":["one"]},"processData":{"processes":[]}})")
+        << QStringLiteral("uiData");
+    QTest::newRow("a process that is a number")
+        << QByteArray(R"({"uiData":{"pages":[]},"processData":7})") << QStringLiteral("processData");
+    QTest::newRow("packages that are an object")
+        << ApiClient::Body(R"("packageInfo":{"packages":{}})") << QStringLiteral("packageInfo");
+    QTest::newRow("a version that is a number")
+        << ApiClient::Body(R"("version":1)") << QStringLiteral("version");
+    QTest::newRow("without pages") << QByteArray(R"({"processData":{"processes":[]}})")
+                                   << QStringLiteral("不是应用的内容");
+    QTest::newRow("settings of something else")
+        << QByteArray(R"({"name":"else","items":[1,2]})") << QStringLiteral("不是应用的内容");
+}
+
+void SavesTest::refusesWhatIsNoApp()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QString, named);
+    const QByteArray version = NewVersion(ApiClient::Body(1));
+
+    const auto created = Client().Create(appId, "one", body);
+    const auto overwritten = Client().Overwrite(version, 1, body);
+
+    for (const auto& reply : {created, overwritten}) {
+        QCOMPARE(reply.status, 400);
+        QCOMPARE(reply.json.value(QLatin1String("code")).toString(), QStringLiteral("bad-app-data"));
+        QVERIFY2(reply.json.value(QLatin1String("message")).toString().contains(named), reply.body);
+    }
+    QCOMPARE(VersionCount(), 1);
+    QCOMPARE(Client().Get("/api/v1/versions/" + version + "/data").body, ApiClient::Body(1));
+}
+
 void SavesTest::handsOutWhatWasSavedByteForByte()
 {
     const QByteArray body =
-        " {\"z\" : 1.50,\t\"a\":\"\\u4e2d文\", \"big\":\"" + QByteArray(3000000, 'x') + "\"}\r\n";
+        ' ' +
+        ApiClient::Body("\"z\" : 1.50,\t\"a\":\"\\u4e2d文\", \"big\":\"" + QByteArray(3000000, 'x') + "\" ") +
+        "\r\n";
     const QByteArray version = NewVersion(body);
 
     const auto first = Client().Ask("GET", "/api/v1/versions/" + version + "/data");
@@ -228,7 +271,7 @@ void SavesTest::readsNamesInAnyScript()
 {
     const QString name = QStringLiteral("版本 1 é😀");
 
-    const auto reply = Client().Create(appId, name.toUtf8().toPercentEncoding(), "{}");
+    const auto reply = Client().Create(appId, name.toUtf8().toPercentEncoding(), ApiClient::Body(0));
 
     QCOMPARE(reply.status, 201);
     QCOMPARE(reply.json.value(QLatin1String("name")).toString(), name);
@@ -276,7 +319,7 @@ void SavesTest::keepsSecretsOutOfTheLog()
     client.Ask("POST", "/api/v1/sessions", R"({"account":"author-1","password":"top-secret-1"})");
     const auto app = client.CreateApp("one");
     client.Create(app.json.value(QLatin1String("id")).toString().toLatin1(), "one",
-                  R"({"secret":"top-secret-2"})");
+                  ApiClient::Body(R"("secret":"top-secret-2")"));
 
     QVERIFY(other.Stop());
 
@@ -290,16 +333,16 @@ void SavesTest::waitsWithTheAcknowledgementForTheDisk()
 {
     const QByteArray version = NewVersion();
 
-    QCOMPARE(Client().Overwrite(version, 1, "{\"n\":2}").status, 200);
+    QCOMPARE(Client().Overwrite(version, 1, ApiClient::Body(2)).status, 200);
     server->Kill();
     QVERIFY2(server->Restart(), server->ErrorText());
 
-    QCOMPARE(Client().Ask("GET", "/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+    QCOMPARE(Client().Ask("GET", "/api/v1/versions/" + version + "/data").body, ApiClient::Body(2));
 }
 
 void SavesTest::finishesASaveThatIsUnderWayWhenItStops()
 {
-    const QByteArray body = "{\"n\":\"" + QByteArray(8000000, 'x') + "\"}";
+    const QByteArray body = ApiClient::Body("\"n\":\"" + QByteArray(8000000, 'x') + '"');
     const QByteArray version = NewVersion();
     std::atomic<int> status{0};
     std::thread saving([&] { status = Client().Overwrite(version, 1, body).status; });
@@ -312,7 +355,7 @@ void SavesTest::finishesASaveThatIsUnderWayWhenItStops()
     QVERIFY2(graceful, log.constData());
     // Whether it came in time is a race; that the answer is the truth is not.
     const QByteArray stored = Client().Ask("GET", "/api/v1/versions/" + version + "/data").body;
-    QVERIFY(status == 200 ? stored == body : stored == "{\"n\":1}");
+    QVERIFY(status == 200 ? stored == body : stored == ApiClient::Body(1));
 }
 
 QTEST_GUILESS_MAIN(SavesTest)

@@ -127,7 +127,7 @@ void StallTest::refusesListsAndSavesInTime()
     QVERIFY(Start());
     QVERIFY(SignIn());
     const QByteArray app = NewApp("one");
-    const QByteArray version = NewVersion(app, "one", "{\"n\":1}");
+    const QByteArray version = NewVersion(app, "one", ApiClient::Body(1));
     const QByteArray token = ApiClient::TokenOf(server->Port(), pin, password);
     const QByteArray key = ApiClient::NewKey();
 
@@ -141,7 +141,7 @@ void StallTest::refusesListsAndSavesInTime()
             QElapsedTimer elapsed;
             elapsed.start();
             const auto reply =
-                i % 2 ? mine.Get("/api/v1/online-apps") : mine.Overwrite(version, 1, "{\"n\":2}", key);
+                i % 2 ? mine.Get("/api/v1/online-apps") : mine.Overwrite(version, 1, ApiClient::Body(2), key);
             unexpected += reply.status != 503;
             qint64 longest = slowest;
             while (longest < elapsed.elapsed() && !slowest.compare_exchange_weak(longest, elapsed.elapsed()))
@@ -155,8 +155,8 @@ void StallTest::refusesListsAndSavesInTime()
     QVERIFY2(slowest < 2 * callMs, QByteArray::number(slowest));
     Recover();
     ApiClient repeating(server->Port(), token);
-    QTRY_COMPARE_WITH_TIMEOUT(repeating.Overwrite(version, 1, "{\"n\":2}", key).status, 200, 20000);
-    QCOMPARE(client->Get("/api/v1/versions/" + version + "/data").body, QByteArray("{\"n\":2}"));
+    QTRY_COMPARE_WITH_TIMEOUT(repeating.Overwrite(version, 1, ApiClient::Body(2), key).status, 200, 20000);
+    QCOMPARE(client->Get("/api/v1/versions/" + version + "/data").body, ApiClient::Body(2));
 }
 
 void StallTest::knowsOtherTokensWhileItAsksForOne()
@@ -164,7 +164,7 @@ void StallTest::knowsOtherTokensWhileItAsksForOne()
     QVERIFY(Start());
     QVERIFY(SignIn());
     const QByteArray app = NewApp("one");
-    const QByteArray version = NewVersion(app, "one", "{\"n\":1}");
+    const QByteArray version = NewVersion(app, "one", ApiClient::Body(1));
     const QByteArray path = "/api/v1/versions/" + version + "/data";
     QVERIFY(OpenSideways());
     QSqlQuery lock(sideways);
@@ -193,7 +193,7 @@ void StallTest::endsWhenItIsToldTo()
 {
     QVERIFY(Start());
     QVERIFY(SignIn());
-    const QByteArray version = NewVersion(NewApp("one"), "one", "{\"n\":1}");
+    const QByteArray version = NewVersion(NewApp("one"), "one", ApiClient::Body(1));
     const QByteArray token = ApiClient::TokenOf(server->Port(), pin, password);
 
     Stall();
@@ -203,7 +203,7 @@ void StallTest::endsWhenItIsToldTo()
         others.emplace_back([&, i] {
             ApiClient mine(server->Port(), token);
             ++asked;
-            i % 2 ? mine.Get("/api/v1/online-apps") : mine.Overwrite(version, 1, "{\"n\":2}");
+            i % 2 ? mine.Get("/api/v1/online-apps") : mine.Overwrite(version, 1, ApiClient::Body(2));
         });
     QTRY_COMPARE(asked.load(), 16);
     QElapsedTimer elapsed;
@@ -227,7 +227,7 @@ void StallTest::waitsOnlySoLongForALockedTable()
     QVERIFY(Start());
     QVERIFY(SignIn());
     const QByteArray app = NewApp("one");
-    const QByteArray version = NewVersion(app, "one", "{\"n\":1}");
+    const QByteArray version = NewVersion(app, "one", ApiClient::Body(1));
     QVERIFY(OpenSideways());
     QSqlQuery lock(sideways);
     QVERIFY(lock.exec(QStringLiteral("BEGIN")));
@@ -237,7 +237,7 @@ void StallTest::waitsOnlySoLongForALockedTable()
     elapsed.start();
     const auto list = client->Get("/api/v1/apps/" + app + "/versions");
     const qint64 listMs = elapsed.restart();
-    const auto saved = client->Overwrite(version, 1, "{\"n\":2}");
+    const auto saved = client->Overwrite(version, 1, ApiClient::Body(2));
     const qint64 savedMs = elapsed.elapsed();
     qInfo("list refused after %lld ms, save after %lld ms", listMs, savedMs);
 
@@ -246,7 +246,7 @@ void StallTest::waitsOnlySoLongForALockedTable()
     QVERIFY2(listMs < callMs && savedMs < callMs, QByteArray::number(listMs));
     QCOMPARE(client->Get("/api/v1/health").status, 200);
     QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
-    QCOMPARE(client->Overwrite(version, 1, "{\"n\":3}").status, 200);
+    QCOMPARE(client->Overwrite(version, 1, ApiClient::Body(3)).status, 200);
 }
 
 QTEST_GUILESS_MAIN(StallTest)
