@@ -6,6 +6,7 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <utility>
 
 Q_LOGGING_CATEGORY(draftLog, "rpa.drafts", QtInfoMsg)
@@ -112,7 +113,7 @@ void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
     DraftTrack& track = TrackOf(app);
     track.isDue = false;
     const RpaContentOrigin origin = app->GetOrigin();
-    const int base = baseQuery ? baseQuery(origin.versionId) : 0;
+    const bool isKnown = origin.baseRevision > 0 || !baseQuery;
     DraftJob job;
     job.trackId = track.id;
     job.isSent = isSent;
@@ -120,7 +121,7 @@ void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
     job.draft.account = account;
     job.draft.appId = appId;
     job.draft.versionId = origin.versionId;
-    job.draft.baseRevision = base > 0 ? base : origin.baseRevision;
+    job.draft.baseRevision = isKnown ? origin.baseRevision : baseQuery(origin.versionId);
     job.draft.content = app->ToJson();
     writer->Write(job);
 }
@@ -183,8 +184,11 @@ void RpaDraftJournal::Private::Apply(const SaveConfirmation& confirmation)
         if (!isSame && entry->sentSha256 != confirmation.sha256 &&
             (app->GetModified() || DraftFile::Sha256Of(app->ToJson()) != confirmation.sha256))
             continue;
-        // A save into a new or another version: that is what is being edited from now on.
-        app->SetOrigin({confirmation.versionId, confirmation.revision, QString()});
+        // A save into a new or another version: that is what is being edited from now on. The disk may have
+        // been busy meanwhile: what was saved or loaded since is not forgotten.
+        const int base =
+            isSame ? std::max(app->GetOrigin().baseRevision, confirmation.revision) : confirmation.revision;
+        app->SetOrigin({confirmation.versionId, base, QString()});
         if (onDisk.value(entry->draftName).sha256 == confirmation.sha256) {
             Forget(std::exchange(entry->draftName, QString()));
             entry->isUnsaved = app->GetModified();

@@ -1,5 +1,6 @@
 #include "RpaContentReference_p.h"
 #include "RpaStartContent_p.h"
+#include "RpaWrittenContent_p.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppDataNotify.h>
@@ -260,6 +261,13 @@ void RpaAppData::WriteJson(JsonWriter& writer) const
 bool RpaAppData::Parse(const QByteArray& json)
 {
     return IJsonParser::Parse(RpaContentReference::Resolve(json));
+}
+
+QByteArray RpaAppData::ToJson() const
+{
+    const QByteArray json = IJsonParser::ToJson();
+    RpaWrittenContent::Note(this, json);
+    return json;
 }
 
 IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)

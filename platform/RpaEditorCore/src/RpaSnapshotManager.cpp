@@ -49,6 +49,7 @@ RpaAppSnapshotPtr RpaSnapshotManager::CreateDefault(const RpaAppDataPtr& appData
     snapshot->SetAppData(QString::fromUtf8(appData->ToJson()));
     snapshot->SetApiVersion(apiVersion);
     snapshot->SetPin(WbGlobalData::Instance()->GetPin());
+    snapshot->SetNamed(false);
     return snapshot;
 }
 
@@ -170,6 +171,7 @@ void RpaSnapshotManager::SetListedRevision(const QString& id, int revision)
 
 void RpaSnapshotManager::Confirm(const RpaAppSnapshotPtr& snapshot)
 {
+    snapshot->SetNamed(false);
     RpaAppSnapshot record = *snapshot;
     record.SetAppData(QString());
     confirmed.insert(record.GetId(), record);

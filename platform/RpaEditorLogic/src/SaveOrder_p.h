@@ -2,6 +2,10 @@
 
 #include "ServiceRoutes_p.h"
 
+#include <RpaAppData/RpaAppData.h>
+
+#include <QPointer>
+
 // What one save carries, on which revision, under which key. Taken from its request when it is made.
 struct SaveOrder
 {
@@ -10,4 +14,6 @@ struct SaveOrder
     ServiceRoutes::VersionContent content;
     QByteArray key;
     int base = 0;
+    QPointer<RpaAppData> source; // whose content it is; null: gone, or not known
+    bool isChosen = false;       // the author picked the version by its name
 };

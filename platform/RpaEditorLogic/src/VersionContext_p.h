@@ -13,6 +13,7 @@
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
 
+#include <QHash>
 #include <QSharedPointer>
 
 // What the version requests share: what is known of the versions, and the way to the server and to the
@@ -30,6 +31,9 @@ struct VersionContext
     // The server told how the version stands.
     void TakeListed(const ServiceAnswers::VersionRecord& record);
 
+    // A load of the version is asked for and not handed out yet.
+    bool IsLoading(const QString& versionId) const { return loads.value(versionId) > 0; }
+
     RpaSnapshotManager manager;
     SaveLedger ledger;
     WriteJournal journal;
@@ -37,6 +41,7 @@ struct VersionContext
     RestoredWork restored;
     VersionQueue queue;
     RepeatSpacer spacer;
+    QHash<QString, int> loads;  // by version id, those not handed out yet
     QString shownAppId;         // of the newest list request
     ServiceTransport transport; // last: what it answers while it goes needs the others
 };

@@ -93,6 +93,7 @@ void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request
 {
     const QString id = request->GetSnapshotId();
     SetSpacing();
+    ++context->loads[id];
     context->spacer.Run(QStringLiteral("data/") + id, [this, request, id] {
         context->queue.Enqueue(id, [this, request, id] {
             const QString refusal =
@@ -140,6 +141,8 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
     }
     context->spacer.Answered(QStringLiteral("data/") + id, failure.isEmpty());
     context->queue.Finish(id);
+    if (--context->loads[id] == 0)
+        context->loads.remove(id);
     const RpaContentOrigin loaded{id, revision, QString()};
     const RpaContentSource source(restored ? restored->origin : loaded, restored.has_value());
     context->Notify(NotifyGetDevSnapshotData, request, response, failure);

@@ -1,6 +1,7 @@
 #include "VersionSaves_p.h"
 
 #include <RpaAppData/RpaContentExcess.h>
+#include <RpaAppData/RpaWrittenContent.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <WbFoundation/Utils.h>
 
@@ -29,14 +30,29 @@ SaveOrder VersionSaves::OrderOf(const RpaAppSnapshotPtr& snapshot)
     order.versionId = snapshot->GetId();
     order.content = {snapshot->GetName(), snapshot->GetDesc(), snapshot->GetApiVersion(),
                      snapshot->GetAppData()};
+    order.source = RpaWrittenContent::FindWriter(order.content.json);
+    order.isChosen = snapshot->IsNamed();
+    snapshot->SetNamed(false); // the next save of the record is another act
     return order;
+}
+
+// What was saved is what its app data is based on from now on.
+void VersionSaves::Rebase(const SaveOrder& order, const VersionRecord& record)
+{
+    if (!order.source)
+        return;
+    RpaContentOrigin origin = order.source->GetOrigin();
+    origin.versionId = record.snapshot->GetId();
+    origin.baseRevision = record.revision;
+    order.source->SetOrigin(origin);
 }
 
 void VersionSaves::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& request)
 {
     const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
-    const QString refusal =
-        ServiceRoutes::IsValidId(order.appId) ? QString() : QStringLiteral("应用信息不完整，无法保存");
+    const QString refusal = ServiceRoutes::IsValidId(order.appId)
+                                ? ContentRefusal(order)
+                                : QStringLiteral("应用信息不完整，无法保存");
     context->ledger.Begin(QString());
     context->SendOrRefuse(
         refusal, ServiceRoutes::CreateVersion(order.appId, order.content, order.key),
@@ -58,6 +74,7 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
     if (failure.isEmpty()) {
         request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
         context->TakeSaved(*record);
+        Rebase(order, *record);
         context->unsettled.Settle(order);
         context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
@@ -72,16 +89,55 @@ void VersionSaves::Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& re
     const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
     context->ledger.Begin(order.versionId);
     context->spacer.Restart(QStringLiteral("data/") + order.versionId);
-    context->queue.Enqueue(order.versionId, [this, request, order] { SendUpdate(request, order); });
+    // Asked now, not when its turn comes: behind a load it would be held for a save over what that brought.
+    const QString refusal = ContentRefusal(order);
+    context->queue.Enqueue(order.versionId,
+                           [this, request, order, refusal] { SendUpdate(request, order, refusal); });
 }
 
-void VersionSaves::SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order)
+void VersionSaves::SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order,
+                              const QString& refusal)
 {
-    order.base = context->manager.GetBaseRevision(order.versionId);
+    order.base = BaseOf(order);
     context->SendOrRefuse(
-        UpdateRefusal(order),
+        refusal.isEmpty() ? UpdateRefusal(order) : refusal,
         ServiceRoutes::OverwriteVersion(order.versionId, order.content, order.base, order.key),
         [this, request, order](const TriedAnswer& answer) { OnUpdated(request, order, answer); });
+}
+
+// The revision that the content is based on. Of content whose app data is not known, or that goes over a
+// version which the author picked for it, the one that was loaded or saved here last.
+int VersionSaves::BaseOf(const SaveOrder& order) const
+{
+    const RpaContentOrigin origin = order.source ? order.source->GetOrigin() : RpaContentOrigin();
+    const bool isOwn = origin.versionId == order.versionId && origin.baseRevision > 0;
+    return isOwn ? origin.baseRevision : context->manager.GetBaseRevision(order.versionId);
+}
+
+bool VersionSaves::IsOfAnotherApp(const SaveOrder& order) const
+{
+    const auto based = order.source ? context->manager.GetConfirmed(order.source->GetOrigin().versionId)
+                                    : RpaAppSnapshotPtr();
+    return based && !based->GetAppId().isEmpty() && based->GetAppId() != order.appId;
+}
+
+QString VersionSaves::ContentRefusal(const SaveOrder& order) const
+{
+    if (IsOfAnotherApp(order))
+        return QStringLiteral("编辑器中的内容属于另一个应用，没有保存。请重新打开应用");
+    if (order.versionId.isEmpty())
+        return {};
+    if (context->IsLoading(order.versionId))
+        return QStringLiteral("版本“%1”正在打开，没有保存，以免覆盖其中的内容。请等它打开后再保存；"
+                              "之前未保存的修改保留在草稿中")
+            .arg(order.content.name);
+    const QString strange = context->restored.Refusal(order.versionId);
+    const QString versionId = order.source ? order.source->GetOrigin().versionId : QString();
+    if (order.isChosen || versionId.isEmpty() || versionId == order.versionId || !strange.isEmpty())
+        return strange;
+    return QStringLiteral("编辑器中的内容不是版本“%1”的内容，没有保存，以免覆盖它。请重新打开该版本，"
+                          "或另存为；未保存的修改保留在草稿中")
+        .arg(order.content.name);
 }
 
 QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
@@ -111,6 +167,7 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
     }
     if (failure.isEmpty()) {
         context->TakeSaved(*record);
+        Rebase(order, *record);
         context->unsettled.Settle(order);
         context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
@@ -150,6 +207,8 @@ void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusa
         again.base = own->revision;
         again.key = ServiceRoutes::NewKey();
         context->manager.SetBaseRevision(own->snapshot->GetId(), own->revision);
+        if (!order.versionId.isEmpty())
+            Rebase(order, *own);
         context->transport.Send(
             ServiceRoutes::OverwriteVersion(own->snapshot->GetId(), again.content, again.base, again.key),
             [again, ended](const TriedAnswer& answer) { ended(again, answer); });

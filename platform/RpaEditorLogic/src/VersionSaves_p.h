@@ -18,11 +18,17 @@ private:
     using Ended = std::function<void(const SaveOrder& order, const TriedAnswer& answer)>;
 
     static SaveOrder OrderOf(const RpaAppSnapshotPtr& snapshot);
+    static void Rebase(const SaveOrder& order, const ServiceAnswers::VersionRecord& record);
 
     void OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request, const SaveOrder& order,
                    const TriedAnswer& answer);
-    void SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order);
+    void SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, SaveOrder order,
+                    const QString& refusal);
+    // Why the content has no business where it is to be saved; empty when it has. Asked when the save is.
+    QString ContentRefusal(const SaveOrder& order) const;
+    bool IsOfAnotherApp(const SaveOrder& order) const;
     QString UpdateRefusal(const SaveOrder& order) const;
+    int BaseOf(const SaveOrder& order) const;
     void OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, const SaveOrder& order,
                    const TriedAnswer& answer);
     bool MayBeOwn(const SaveOrder& order, const TriedAnswer& answer);

@@ -62,6 +62,7 @@ private slots:
     void writesManyEditsTogether();
     void writesOnlyTheAppThatIsOpen();
     void namesTheRevisionThatASaveWouldBeBasedOn();
+    void namesTheRevisionThatItsContentIsBasedOnBeforeAllOthers();
     void writesWhatIsDueWhenTheAppDataGoes();
     void writesWhatIsDueWhenItCloses();
 
@@ -212,11 +213,23 @@ void DraftJournalTest::namesTheRevisionThatASaveWouldBeBasedOn()
 {
     journal->SetBaseQuery([](const QString& version) { return version == versionId ? 7 : 0; });
     const RpaAppDataPtr app = Loaded();
+    app->SetOrigin({versionId, 0, QString()});
 
     Edit(*app, QStringLiteral("a"));
     QTRY_COMPARE(Names().size(), 1);
 
     QCOMPARE(Only().baseRevision, 7);
+}
+
+void DraftJournalTest::namesTheRevisionThatItsContentIsBasedOnBeforeAllOthers()
+{
+    journal->SetBaseQuery([](const QString&) { return 7; });
+    const RpaAppDataPtr app = Loaded();
+
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+
+    QCOMPARE(Only().baseRevision, 3);
 }
 
 void DraftJournalTest::writesWhatIsDueWhenTheAppDataGoes()

@@ -130,11 +130,11 @@ void SavedWorkTest::keepsWhatWasGivenThoughTheRecordChanges()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(Late(FaultServer::Data(VersionReplies::App(), 1)));
+    fixture.server.Enqueue(Late(ChangedByAnother()));
     fixture.server.Enqueue(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8())));
     const auto record = fixture.Record(v1, text1);
 
-    fixture.Load(v1); // holds the save back
+    fixture.Release(v1, 1); // holds the save back
     fixture.Update(record);
     record->SetAppData(text2);
 

@@ -63,6 +63,8 @@ public:
     // Parse() of a reference (RpaContentReference.h) reads what it refers to.
     bool Parse(const QByteArray& json) override;
     void WriteJson(JsonWriter& writer) const override;
+    // Remembered for RpaWrittenContent.
+    QByteArray ToJson() const override;
     Commit ReadJson(JsonReader& reader) override;
 
 signals:

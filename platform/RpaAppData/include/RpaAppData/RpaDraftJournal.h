@@ -43,8 +43,8 @@ public:
     // From the first edit to the disk, and between two writes. Default: 500 ms, at most 1 s.
     void SetDelay(std::chrono::milliseconds delay);
 
-    // The revision that a save of the version would be based on now; without one, that of the loaded content
-    // is written into drafts.
+    // The revision that a save of the version would be based on now: written into drafts of app data that
+    // does not know its own (RpaAppData::GetOrigin).
     void SetBaseQuery(const std::function<int(const QString& versionId)>& query);
 
     // Whether there may be drafts of the app: a look at file names.

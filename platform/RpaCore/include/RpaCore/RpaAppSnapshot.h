@@ -22,7 +22,16 @@ public:
     void SetId(const QString& value) { id = value; }
 
     QString GetName() const { return name; }
-    void SetName(const QString& value) { name = value; }
+    void SetName(const QString& value)
+    {
+        name = value;
+        isNamed = true;
+    }
+
+    // Whether SetName() was called since SetNamed(false). Listed records start without it: an overwrite whose
+    // record has it was asked for by somebody who picked the version by its name.
+    bool IsNamed() const { return isNamed; }
+    void SetNamed(bool value) { isNamed = value; }
 
     QString GetDesc() const { return desc; }
     void SetDesc(const QString& value) { desc = value; }
@@ -48,6 +57,7 @@ public:
 private:
     QString id;
     QString name;
+    bool isNamed = false;
     QString desc;
     QString appId;
     AppSnapshotState state = AppSnapshotDevelop;
