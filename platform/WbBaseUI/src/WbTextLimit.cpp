@@ -13,6 +13,7 @@ namespace
 // What one key may add, indentation and marks around it included. Undoing it would take away all that was
 // typed since the last pause.
 constexpr int bytesPerKey = 512;
+constexpr qint64 mostBytesPerUnit = 3;
 
 bool AddsText(const QEvent* event)
 {
@@ -20,32 +21,28 @@ bool AddsText(const QEvent* event)
         return !static_cast<const QInputMethodEvent*>(event)->commitString().isEmpty();
     if (event->type() != QEvent::KeyPress)
         return false;
-    const QString text = static_cast<const QKeyEvent*>(event)->text();
-    if (text.isEmpty())
+    const auto* const key = static_cast<const QKeyEvent*>(event);
+    const QString text = key->text();
+    // Control alone is a command; with Alt it may be AltGr, which types.
+    const bool isCommand =
+        (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == Qt::ControlModifier;
+    if (text.isEmpty() || isCommand)
         return false;
     const QChar first = text.at(0);
     return first.isPrint() || first.isSurrogate() || first == QLatin1Char('\r') || first == QLatin1Char('\t');
 }
 
-// A text that is certainly short costs nothing.
-qint64 PlainBytes(const QPlainTextEdit& edit, int most)
-{
-    constexpr int mostBytesPerUnit = 3;
-    const qint64 atMost = qint64(edit.document()->characterCount()) * mostBytesPerUnit;
-    return atMost <= most - bytesPerKey ? atMost : ContentLimits::BytesOf(edit.toPlainText());
-}
 } // namespace
 
 WbTextLimit::WbTextLimit(QPlainTextEdit* edit, const QString& name)
-    : QObject(edit), plain(edit), what(name), sizeOf([this] { return PlainBytes(*plain, mostBytes); }),
-      mostBytes(ContentLimits::textBytes)
+    : QObject(edit), plain(edit), what(name), mostBytes(ContentLimits::textBytes)
 {
     edit->installEventFilter(this);
-    connect(edit->document(), &QTextDocument::contentsChanged, this, &WbTextLimit::Check);
+    connect(edit->document(), &QTextDocument::contentsChanged, this, &WbTextLimit::CheckPlain);
 }
 
-WbTextLimit::WbTextLimit(QTextEdit* edit, const QString& name, const Size& size)
-    : QObject(edit), rich(edit), what(name), sizeOf(size), mostBytes(ContentLimits::textBytes)
+WbTextLimit::WbTextLimit(QTextEdit* edit, const QString& name)
+    : QObject(edit), rich(edit), what(name), mostBytes(ContentLimits::textBytes)
 {
     edit->installEventFilter(this);
 }
@@ -60,9 +57,45 @@ bool WbTextLimit::HasSelection() const
     return (plain ? plain->textCursor() : rich->textCursor()).hasSelection();
 }
 
-bool WbTextLimit::IsFull() const
+// A text that is certainly short is not counted.
+qint64 WbTextLimit::BytesOf(const QString& text) const
 {
-    return sizeOf() > mostBytes - bytesPerKey;
+    const qint64 atMost = text.size() * mostBytesPerUnit;
+    return atMost <= mostBytes - bytesPerKey ? atMost : ContentLimits::BytesOf(text);
+}
+
+void WbTextLimit::CheckPlain()
+{
+    if (isUndoing)
+        return;
+    const qint64 atMost = plain->document()->characterCount() * mostBytesPerUnit;
+    const qint64 before = size;
+    size = atMost <= mostBytes - bytesPerKey ? atMost : ContentLimits::BytesOf(plain->toPlainText());
+    if (size <= mostBytes || !Document()->isUndoAvailable())
+        return;
+    TakeBack();
+    size = before;
+}
+
+bool WbTextLimit::Check(const QString& kept)
+{
+    if (isUndoing)
+        return true;
+    const qint64 before = size;
+    size = BytesOf(kept);
+    if (size <= mostBytes || !Document()->isUndoAvailable())
+        return true;
+    TakeBack();
+    size = before;
+    return false;
+}
+
+void WbTextLimit::TakeBack()
+{
+    isUndoing = true;
+    Document()->undo();
+    isUndoing = false;
+    Tell();
 }
 
 void WbTextLimit::Tell() const
@@ -72,20 +105,9 @@ void WbTextLimit::Tell() const
         ToastWarning);
 }
 
-bool WbTextLimit::Check()
-{
-    if (isUndoing || sizeOf() <= mostBytes || !Document()->isUndoAvailable())
-        return true;
-    isUndoing = true;
-    Document()->undo();
-    isUndoing = false;
-    Tell();
-    return false;
-}
-
 bool WbTextLimit::eventFilter(QObject* watched, QEvent* event)
 {
-    if (!AddsText(event) || HasSelection() || !IsFull())
+    if (!AddsText(event) || HasSelection() || size <= mostBytes - bytesPerKey)
         return QObject::eventFilter(watched, event);
     Tell();
     return true;

@@ -110,7 +110,11 @@ bool RichTextView::InsertPicture(const QString& name)
     format.setName(name);
     format.setWidth(width);
     format.setHeight(qMax(1, qRound(qreal(image.height()) * width / image.width())));
-    textCursor().insertImage(format);
+    QTextCursor cursor = textCursor();
+    // A step of its own: it may be undone without what was typed before it.
+    cursor.beginEditBlock();
+    cursor.insertImage(format);
+    cursor.endEditBlock();
     ensureCursorVisible();
     return true;
 }

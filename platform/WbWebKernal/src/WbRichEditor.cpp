@@ -5,6 +5,7 @@
 #include "RichNotice_p.h"
 #include "RichTextView_p.h"
 
+#include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbWebKernal/WbRichEditor.h>
 
@@ -19,7 +20,7 @@ class WbRichEditor::Private
 public:
     explicit Private(WbRichEditor* editor)
         : q(editor), view(new RichTextView), bar(new RichFormatBar(view, editor)), notice(new RichNotice),
-          findBar(new RichFindBar(view, editor))
+          findBar(new RichFindBar(view, editor)), limit(new WbTextLimit(view, QStringLiteral("使用说明")))
     {
     }
 
@@ -102,6 +103,8 @@ public:
         const QString clean = RichHtmlWriter::Write(*view->Document(), view->Document()->Images());
         if (clean == current)
             return; // a format that was there already, a selection, a cursor
+        if (!limit->Check(clean))
+            return;
         current = clean;
         emit q->SigTextChanged(Text());
     }
@@ -114,6 +117,7 @@ public:
     RichFormatBar* const bar;
     RichNotice* const notice;
     RichFindBar* const findBar;
+    WbTextLimit* const limit;
     QString loaded;      // as given
     QString loadedClean; // as this editor writes it
     QString current;
@@ -138,6 +142,7 @@ void WbRichEditor::Init(const QString& text)
     d->loadedClean = RichHtmlWriter::Write(*d->view->Document(), d->view->Document()->Images());
     d->current = d->loadedClean;
     d->ShowProblem();
+    d->limit->Load(d->current);
 }
 
 QString WbRichEditor::GetText() const

@@ -35,6 +35,7 @@ private slots:
     void takesAsMuchAsMayBe();
     void keepsWhatWasThereWhenTooMuchIsPasted();
     void keepsWhatWasTypedBeforeTheFullText();
+    void letsCommandsPassInAFullText();
     void countsBytesNotCharacters();
     void letsATypedCharacterReplaceASelection();
     void takesBackAReplacementOfEverything();
@@ -98,6 +99,18 @@ void TextLimitTest::keepsWhatWasTypedBeforeTheFullText()
     QVERIFY(!toasts.GetTexts().isEmpty());
     QTest::keyClick(edit.get(), Qt::Key_Backspace);
     QCOMPARE(edit->toPlainText().size(), most - 512);
+}
+
+void TextLimitTest::letsCommandsPassInAFullText()
+{
+    edit->setPlainText(Text(most));
+    const ToastWatcher toasts;
+
+    QTest::keyClick(edit.get(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(edit.get(), Qt::Key_X, Qt::ControlModifier);
+
+    QCOMPARE(edit->toPlainText(), QString());
+    QCOMPARE(toasts.GetTexts(), QStringList());
 }
 
 void TextLimitTest::countsBytesNotCharacters()

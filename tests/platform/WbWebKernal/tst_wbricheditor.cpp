@@ -1,8 +1,12 @@
 #include "RichEditorFixture.h"
 #include "TestApp.h"
+#include "ToastWatcher.h"
+
+#include <WbBaseUI/WbTextLimit.h>
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
@@ -22,6 +26,8 @@ private slots:
     void emitsNothingWhileLoading();
     void emitsTheFullTextOncePerChange();
     void emitsNothingWhenTheCursorMoves();
+    void keepsTheTextWhenTooMuchIsPasted();
+    void keepsTheTextWhenOnePictureTooManyIsPasted();
     void emitsNothingWhenAFormatIsThereAlready();
     void givesTheLoadedTextAgainWhenEverythingIsUndone();
     void keepsItsOwnTextThroughLoadingAndEditing_data();
@@ -79,6 +85,46 @@ void tst_WbRichEditor::emitsTheFullTextOncePerChange()
     QCOMPARE(changes.at(0).at(0).toString(), QStringLiteral("<p>abc</p>"));
     QCOMPARE(changes.at(1).at(0).toString(), QStringLiteral("<p>abcd</p>"));
     QCOMPARE(editor.Text(), QStringLiteral("<p>abcd</p>"));
+}
+
+void tst_WbRichEditor::keepsTheTextWhenTooMuchIsPasted()
+{
+    Editor editor;
+    editor.widget.findChild<WbTextLimit*>()->SetMostBytes(4096);
+    editor.Type(QStringLiteral("before"));
+    const QString before = editor.Text();
+    const ToastWatcher toasts;
+    QSignalSpy changes(&editor.widget, &WbRichEditor::SigTextChanged);
+
+    auto* data = new QMimeData;
+    data->setText(QString(4096, QLatin1Char('x')));
+    editor.Paste(data);
+
+    QCOMPARE(editor.Text(), before);
+    QCOMPARE(changes.size(), 0);
+    QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("使用说明不能超过 1 MB，没有插入")});
+    editor.Type(QStringLiteral(" after"));
+    QVERIFY2(editor.Text().contains(QStringLiteral("before after")), qPrintable(editor.Text()));
+}
+
+// The same picture stands in the text as often as it is shown.
+void tst_WbRichEditor::keepsTheTextWhenOnePictureTooManyIsPasted()
+{
+    Editor editor;
+    const QImage picture = SomePicture(30, 20);
+    const QString uri = DataUriOf(picture);
+    const int room = 3 * uri.size();
+    editor.widget.findChild<WbTextLimit*>()->SetMostBytes(room);
+    const ToastWatcher toasts;
+    for (int i = 0; i < 3; ++i) {
+        auto* data = new QMimeData;
+        data->setImageData(picture);
+        editor.Paste(data);
+    }
+
+    QCOMPARE(editor.Text().count(QStringLiteral("<img")), 2);
+    QVERIFY(editor.Text().toUtf8().size() <= room);
+    QCOMPARE(toasts.GetCount(), 1);
 }
 
 void tst_WbRichEditor::emitsNothingWhenTheCursorMoves()

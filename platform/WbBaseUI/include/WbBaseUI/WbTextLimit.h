@@ -5,8 +5,6 @@
 #include <QObject>
 #include <QString>
 
-#include <functional>
-
 class QPlainTextEdit;
 class QTextDocument;
 class QTextEdit;
@@ -20,18 +18,17 @@ class WBBASEUI_EXPORT WbTextLimit : public QObject
     Q_OBJECT
 
 public:
-    using Size = std::function<qint64()>;
-
     // what: as the user calls the text ("代码").
     WbTextLimit(QPlainTextEdit* edit, const QString& what);
-    // For a text that is kept in a form of its own, whose bytes size tells; whoever makes that form calls
-    // Check() when it has changed.
-    WbTextLimit(QTextEdit* edit, const QString& what, const Size& size);
+    // For a text that is kept in a form of its own: whoever makes that form gives it to Load() at first and
+    // to Check() after each change.
+    WbTextLimit(QTextEdit* edit, const QString& what);
 
     void SetMostBytes(int bytes) { mostBytes = bytes; }
 
-    // False when the last edit was undone.
-    bool Check();
+    void Load(const QString& kept) { size = BytesOf(kept); }
+    // False when the last edit was undone; the change that this makes may be passed over.
+    bool Check(const QString& kept);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,13 +36,15 @@ protected:
 private:
     QTextDocument* Document() const;
     bool HasSelection() const;
-    bool IsFull() const;
+    qint64 BytesOf(const QString& text) const;
+    void CheckPlain();
+    void TakeBack();
     void Tell() const;
 
     QPlainTextEdit* const plain = nullptr;
     QTextEdit* const rich = nullptr;
     const QString what;
-    const Size sizeOf;
     int mostBytes;
+    qint64 size = 0; // may be more than it is while far from the limit
     bool isUndoing = false;
 };
