@@ -5,6 +5,7 @@
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbSystemDialogs.h>
+#include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QCompleter>
@@ -202,6 +203,7 @@ QWidget* ArgumentField::BuildMultiline()
 {
     auto* edit = new QPlainTextEdit;
     edit->setObjectName(QStringLiteral("editor"));
+    new WbTextLimit(edit, info.title);
     edit->setPlaceholderText(PlaceholderOf(info.type, python));
     edit->setTabChangesFocus(true);
     edit->setFixedHeight(edit->fontMetrics().height() * 4 + 16);

@@ -2,6 +2,7 @@
 #include "CodeHighlighter_p.h"
 #include "PythonLines_p.h"
 
+#include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QPainter>
@@ -77,6 +78,7 @@ CodeEdit::CodeEdit(QWidget* parent)
     setAccessibleName(QStringLiteral("程序代码"));
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setFrameShape(QFrame::NoFrame);
+    new WbTextLimit(this, QStringLiteral("流程的代码"));
     connect(this, &QPlainTextEdit::blockCountChanged, this, &CodeEdit::LayoutGutter);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &CodeEdit::MarkCurrent);
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {

@@ -11,6 +11,7 @@
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaUiaNodeManager.h>
 #include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QLabel>
@@ -275,6 +276,7 @@ QWidget* PropertyPanel::BuildNote()
     auto* label = new QLabel(QStringLiteral("备注"));
     auto* edit = new QPlainTextEdit;
     edit->setObjectName(QStringLiteral("textEditNote"));
+    new WbTextLimit(edit, label->text());
     edit->setAccessibleName(label->text());
     edit->setPlaceholderText(QStringLiteral("给自己和同事的说明，不影响运行"));
     edit->setTabChangesFocus(true);

@@ -1,11 +1,15 @@
 #include "EditorFixture.h"
 #include "TestApp.h"
+#include "ToastWatcher.h"
 
 #include <OxBase/OxBlocker.h>
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
+#include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -63,6 +67,7 @@ class tst_ProcessProgramEditor : public QObject
 private slots:
     void showsTheTextWithoutMarkingTheApp();
     void writesEveryKeystrokeIntoTheApp();
+    void keepsTheCodeWhenTooMuchIsPasted();
     void isEmptyAndDisabledWithoutAnApp();
     void keepsUndoWhileTheSameAppIsShown();
     void forgetsUndoWithAnotherApp();
@@ -105,6 +110,21 @@ void tst_ProcessProgramEditor::writesEveryKeystrokeIntoTheApp()
     QCOMPARE(editor.Stored(), QStringLiteral("ab"));
     QCOMPARE(edits.count(), 2);
     QVERIFY(editor.app->GetModified());
+}
+
+void tst_ProcessProgramEditor::keepsTheCodeWhenTooMuchIsPasted()
+{
+    Editor editor(QStringLiteral("x = 1\n"));
+    editor.edit->findChild<WbTextLimit*>()->SetMostBytes(2048);
+    const ToastWatcher toasts;
+    QGuiApplication::clipboard()->setText(QString(2048, QLatin1Char('y')));
+
+    editor.Key(Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(editor.Stored(), QStringLiteral("x = 1\n"));
+    QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("流程的代码不能超过 1 MB，没有插入")});
+    editor.Type(QStringLiteral("z"));
+    QCOMPARE(editor.Stored(), QStringLiteral("zx = 1\n"));
 }
 
 void tst_ProcessProgramEditor::isEmptyAndDisabledWithoutAnApp()

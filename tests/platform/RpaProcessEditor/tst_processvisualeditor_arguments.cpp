@@ -1,7 +1,11 @@
 #include "TestApp.h"
 #include "VisualEditorFixture.h"
 
+#include <WbBaseUI/WbTextLimit.h>
+
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -23,6 +27,7 @@ private slots:
     void tellsWhatIsWrongWithAnArgument();
     void offersChoicesProcessesAndSwitches();
     void editsOutputAndNote();
+    void keepsTheNoteWhenTooMuchIsPasted();
     void saysHowManyAreSelected();
 };
 
@@ -148,6 +153,21 @@ void tst_ProcessVisualEditorArguments::editsOutputAndNote()
 
     QCOMPARE(editor.Node(QStringLiteral("r"))->GetValues().output, QStringLiteral("x9"));
     QCOMPARE(editor.Node(QStringLiteral("r"))->GetValues().note, QStringLiteral("why"));
+}
+
+void tst_ProcessVisualEditorArguments::keepsTheNoteWhenTooMuchIsPasted()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    auto* note = editor.widget.findChild<QPlainTextEdit*>(QStringLiteral("textEditNote"));
+    note->findChild<WbTextLimit*>()->SetMostBytes(2048);
+    note->setFocus();
+    QTest::keyClicks(note, QStringLiteral("before"));
+    QGuiApplication::clipboard()->setText(QString(2048, QLatin1Char('y')));
+
+    QTest::keyClick(note, Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(editor.Node(QStringLiteral("a"))->GetValues().note, QStringLiteral("before"));
 }
 
 void tst_ProcessVisualEditorArguments::saysHowManyAreSelected()
