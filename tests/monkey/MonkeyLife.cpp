@@ -1,0 +1,203 @@
+#include "MonkeyLife.h"
+
+#include "MainWindow.h"
+#include "MonkeySight.h"
+#include "SampleInstaller.h"
+#include "Session.h"
+#include "Workstation.h"
+
+#include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaEditorLogic/RpaEditorLogic.h>
+#include <RpaEditorLogic/SaveLedger.h>
+#include <RpaEditorLogic/VersionServiceSettings.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+
+namespace
+{
+constexpr auto heartBeat = std::chrono::milliseconds(100);
+constexpr auto lookEvery = std::chrono::milliseconds(20);
+// The workstation itself waits a minute and a half for saves that are under way.
+constexpr qint64 longestLeavingMs = 150 * 1000;
+
+void ShortenWaits()
+{
+    WbHttpLimits limits;
+    limits.connect = std::chrono::seconds(1);
+    limits.inactivity = std::chrono::seconds(2);
+    limits.total = std::chrono::seconds(5);
+    VersionServiceSettings::Instance()->SetLimits(limits);
+}
+
+// What the platform in memory says about itself is nobody's fault.
+void LeaveOutThePlatform(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    Q_UNUSED(context)
+    if (type != QtDebugMsg && !message.startsWith(QLatin1String("This plugin does not support"))) {
+        std::fprintf(stderr, "monkey: %s\n", qPrintable(message));
+    }
+}
+
+void WriteSomeFiles(const QString& folder)
+{
+    QDir().mkpath(folder);
+    for (int i = 0; i < 3; ++i) {
+        QFile file(folder + QStringLiteral("/file%1.csv").arg(i));
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write("a,1\r\nb,2\r\n");
+        }
+    }
+}
+} // namespace
+
+MonkeyLife::MonkeyLife(const Order& given)
+    : order(given), watchdog(given.patience),
+      acts(std::fopen(qPrintable(given.home + QStringLiteral("/acts.txt")), "w"), &std::fclose)
+{
+    qInstallMessageHandler(&LeaveOutThePlatform);
+    for (const char* scheme : {"http", "https", "mailto", "file"}) {
+        QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "SlotOpenNothing");
+    }
+    connect(&heart, &QTimer::timeout, this, [this] { watchdog.Beat(); });
+    heart.start(heartBeat);
+    connect(&leaving, &QTimer::timeout, this, &MonkeyLife::Leave);
+}
+
+MonkeyLife::~MonkeyLife() = default;
+
+bool MonkeyLife::Start()
+{
+    WriteSomeFiles(order.home + QStringLiteral("/files"));
+    workstation = std::make_unique<Workstation>(WorkstationPaths::Below(order.home));
+    ShortenWaits();
+    workstation->GetSettings()->SetEmbeddedServer(false);
+    workstation->GetSettings()->SetServerAddress(QUrl(order.server));
+    connect(RpaEditorLogic::Instance()->GetSaveLedger(), &SaveLedger::SigSaveConfirmed, this,
+            [](const QString&, const QString& version, int, const QByteArray& sha256) {
+                Say(QStringLiteral("saved %1 %2").arg(version, QString::fromLatin1(sha256)));
+            });
+    connect(workstation.get(), &Workstation::SigClosed, this, &MonkeyLife::SlotClosed);
+    QString problem;
+    if (!workstation->Start(&problem)) {
+        std::fprintf(stderr, "monkey: %s\n", qPrintable(problem));
+        return false;
+    }
+    Prepare();
+    return true;
+}
+
+// The first life finds an empty server: without apps there is little to do.
+void MonkeyLife::Prepare()
+{
+    Session* const session = workstation->GetSession();
+    auto* samples = new SampleInstaller(this);
+    const auto signedIn = std::make_shared<QMetaObject::Connection>();
+    *signedIn = connect(session, &Session::SigSignedIn, this, [samples, signedIn] {
+        disconnect(*signedIn);
+        samples->Start();
+    });
+    connect(samples, &SampleInstaller::SigFinished, this, [this, samples] {
+        samples->deleteLater();
+        LetLoose();
+    });
+    session->SignIn(order.accounts.at(int(order.seed) % order.accounts.size()), order.password, false);
+}
+
+void MonkeyLife::LetLoose()
+{
+    Say(QStringLiteral("storm"));
+    age.start();
+    monkey = std::make_unique<Monkey>(order.seed, order.home + QStringLiteral("/files"),
+                                      [this](const QString& act) { Note(act); });
+    connect(monkey.get(), &Monkey::SigActed, this, [this] {
+        watchdog.Beat();
+        RpaGlobalDataManager::Instance()->SetSuperAdmin(true); // templates too
+        const bool late = order.time.count() > 0 && age.elapsed() > qint64(order.time.count()) * 1000;
+        if (late || monkey->GetCount() >= order.acts) {
+            CalmDown();
+        }
+    });
+    monkey->Start(order.accounts, order.password);
+}
+
+void MonkeyLife::CalmDown()
+{
+    monkey->Stop();
+    Note(QStringLiteral("calm"));
+    Say(QStringLiteral("calm"));
+    leavingSince.start();
+    leaving.start(lookEvery);
+}
+
+// Whatever the monkey left open, a user must be able to leave.
+void MonkeyLife::Leave()
+{
+    if (closed) {
+        return;
+    }
+    if (leavingSince.elapsed() > longestLeavingMs) {
+        const QWidget* stuck = MonkeySight::WindowInUse(0);
+        std::fprintf(stderr, "monkey: the workstation cannot be closed, in front is %s\n",
+                     qPrintable(MonkeySight::NameOf(stuck)));
+        std::abort();
+    }
+    if (QApplication::activePopupWidget() || QApplication::activeModalWidget()) {
+        DismissWhatIsOpen();
+    } else {
+        workstation->GetWindow()->close();
+    }
+}
+
+void MonkeyLife::DismissWhatIsOpen()
+{
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+        return;
+    }
+    QWidget* const modal = QApplication::activeModalWidget();
+    // Unsaved work is given up where that is asked; everything else is cancelled.
+    auto* no = modal->findChild<QAbstractButton*>(QStringLiteral("msgBoxNo"));
+    if (no && no->isVisible()) {
+        no->click();
+    } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+        dialog->reject();
+    } else {
+        modal->close();
+    }
+}
+
+void MonkeyLife::SlotClosed()
+{
+    closed = true;
+    code = 0;
+    if (monkey) {
+        monkey->Stop();
+        Say(QStringLiteral("acts %1").arg(monkey->GetCount()));
+        const QMap<QString, int>& places = monkey->GetPlaces();
+        for (auto place = places.begin(); place != places.end(); ++place) {
+            Say(QStringLiteral("place %1 %2").arg(place.key()).arg(place.value()));
+        }
+    }
+    Say(QStringLiteral("longest %1").arg(watchdog.GetLongestMs()));
+    QApplication::quit();
+}
+
+void MonkeyLife::Say(const QString& line)
+{
+    std::printf("%s\n", qPrintable(line));
+    std::fflush(stdout);
+}
+
+// Flushed each time: the last ones are wanted when the program dies.
+void MonkeyLife::Note(const QString& act)
+{
+    if (acts) {
+        std::fprintf(acts.get(), "%s\n", qPrintable(act));
+        std::fflush(acts.get());
+    }
+}

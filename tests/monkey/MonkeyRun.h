@@ -1,0 +1,66 @@
+#pragma once
+
+#include "MonkeyLife.h"
+#include "ServerProcess.h"
+#include "StormProxy.h"
+
+#include <QMap>
+#include <QObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QVector>
+
+#include <random>
+
+// Keeps the monkey: a server, the weather between them, one workstation after the other in the same home. A
+// workstation that the monkey closed is started again, until enough was done.
+class MonkeyRun : public QObject
+{
+    Q_OBJECT
+
+public:
+    MonkeyRun(quint32 seed, int acts, std::chrono::seconds time);
+    ~MonkeyRun() override;
+
+    bool Start();
+    // 0 when everything held.
+    int GetCode() const { return code; }
+
+signals:
+    void SigEnded();
+
+private:
+    void Live();
+    void Hear(const QByteArray& line);
+    void ChangeWeather();
+    void HitServer();
+    void SlotLifeEnded(int exitCode, QProcess::ExitStatus status);
+    void End(const QString& problem);
+    QString LastActs() const;
+    QString SavesThatAreMissing();
+
+    struct Save
+    {
+        QString version;
+        QByteArray sha256;
+    };
+
+    const quint32 seed;
+    std::mt19937 random;
+    const int acts;
+    const std::chrono::seconds time;
+    QTemporaryDir home;
+    ServerProcess server;
+    StormProxy proxy;
+    QProcess life;
+    QTimer weather;
+    QElapsedTimer age;
+    QVector<Save> saves;
+    QMap<QString, int> places;
+    int done = 0;
+    int lives = 0;
+    int kills = 0;
+    qint64 longestMs = 0;
+    int code = 1;
+};

@@ -1,0 +1,3 @@
+#include "StackOnCrash.h"
+
+void StackOnCrash::Install() {}
