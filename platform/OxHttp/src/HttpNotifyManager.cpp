@@ -15,13 +15,15 @@ void HttpNotifyManager::AddObserver(HttpObserverBase* observer, const QList<int>
 {
     if (!observer)
         return;
+    const quint64 serial = SerialOf(observer);
+    const bool isParty = dynamic_cast<QObject*>(observer) != nullptr;
     for (const int notifyId : notifyIds) {
         auto& registrations = registrationsById[notifyId];
         const bool known =
             std::any_of(registrations.cbegin(), registrations.cend(),
                         [observer](const Registration& entry) { return entry.observer == observer; });
         if (!known)
-            registrations.append({observer, ++lastSerial});
+            registrations.append({observer, serial, isParty});
     }
 }
 
@@ -36,15 +38,39 @@ void HttpNotifyManager::RemoveAllMessage(HttpObserverBase* observer)
 }
 
 void HttpNotifyManager::Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,
-                               const QSharedPointer<IHttpResponse>& response)
+                               const QSharedPointer<IHttpResponse>& response, const IsFor& isFor)
 {
     Q_ASSERT(request && response);
     // A copy, because observers change the list while they are told.
     const auto registrations = registrationsById.value(notifyId);
     for (const auto& registration : registrations) {
-        if (IsRegistered(notifyId, registration))
+        if (!IsRegistered(notifyId, registration))
+            continue;
+        if (!isFor || !registration.isParty || isFor(registration.serial))
             registration.observer->OnHttpNotify(notifyId, request, response);
     }
+}
+
+QVector<quint64> HttpNotifyManager::GetParties(int notifyId) const
+{
+    QVector<quint64> parties;
+    const auto registrations = registrationsById.value(notifyId);
+    for (const Registration& registration : registrations) {
+        if (registration.isParty)
+            parties.append(registration.serial);
+    }
+    return parties;
+}
+
+quint64 HttpNotifyManager::SerialOf(HttpObserverBase* observer)
+{
+    for (const auto& registrations : qAsConst(registrationsById)) {
+        for (const Registration& registration : registrations) {
+            if (registration.observer == observer)
+                return registration.serial;
+        }
+    }
+    return ++lastSerial;
 }
 
 bool HttpNotifyManager::IsRegistered(int notifyId, const Registration& registration) const

@@ -49,6 +49,17 @@ private:
     QStringList* const log;
 };
 
+// Acts for somebody, as an editor does.
+class Party : public QObject, public Observer
+{
+public:
+    Party(const QString& partyName, QStringList* sharedLog, const QList<int>& ids)
+        : Observer(partyName, sharedLog, {})
+    {
+        HttpNotifyManager::Instance()->AddObserver(this, ids);
+    }
+};
+
 void Deliver(int notifyId, const QString& identity = QStringLiteral("x"))
 {
     auto request = QSharedPointer<IHttpRequest>::create();
@@ -77,10 +88,41 @@ private slots:
     void deliversWithinADelivery();
     void forgetsAnObserverThatForgotToUnregister();
     void ignoresNullAndUnknownObservers();
+    void leavesOutThePartiesThatAnAnswerIsNotFor();
+    void numbersPartiesByTheirFirstRegistration();
 
 private:
     QStringList log;
 };
+
+void HttpNotifyManagerTest::leavesOutThePartiesThatAnAnswerIsNotFor()
+{
+    Party first(QStringLiteral("first"), &log, {saved});
+    Observer onlooker(QStringLiteral("onlooker"), &log, {saved});
+    Party second(QStringLiteral("second"), &log, {saved});
+    const quint64 meant = HttpNotifyManager::Instance()->GetParties(saved).last();
+
+    HttpNotifyManager::Instance()->Notify(saved, QSharedPointer<IHttpRequest>::create(),
+                                          QSharedPointer<Answer>::create(),
+                                          [meant](quint64 party) { return party == meant; });
+
+    QCOMPARE(log, QStringList({QStringLiteral("onlooker 10019 "), QStringLiteral("second 10019 ")}));
+}
+
+void HttpNotifyManagerTest::numbersPartiesByTheirFirstRegistration()
+{
+    HttpNotifyManager* const manager = HttpNotifyManager::Instance();
+    Party first(QStringLiteral("first"), &log, {saved});
+    const quint64 before = manager->GetLastSerial();
+    Party second(QStringLiteral("second"), &log, {saved, deleted});
+    manager->AddObserver(&first, {deleted});
+
+    const QVector<quint64> parties = manager->GetParties(saved);
+    QCOMPARE(parties.size(), 2);
+    QVERIFY(parties.first() <= before);
+    QVERIFY(parties.last() > before);
+    QCOMPARE(manager->GetParties(deleted), (QVector<quint64>{parties.last(), parties.first()}));
+}
 
 void HttpNotifyManagerTest::tellsObserversInTheOrderOfTheirRegistration()
 {

@@ -7,6 +7,8 @@
 #include <QSharedPointer>
 #include <QVector>
 
+#include <functional>
+
 class HttpObserverBase;
 class IHttpRequest;
 class IHttpResponse;
@@ -15,6 +17,9 @@ class IHttpResponse;
 // GUI thread only. Observers may register, unregister or be destroyed while a notification is delivered: one
 // that is gone is skipped, one that came during the delivery hears the next. A delivery may start inside
 // another one (an observer that waits in a nested event loop); each goes to its own end.
+//
+// An observer that is a QObject as well (when it registers) is a party: it acts on answers, and may be left
+// out of those that are not for it. One that is nothing but an observer looks on and hears everything.
 class OXHTTP_EXPORT HttpNotifyManager
 {
 public:
@@ -28,9 +33,17 @@ public:
     // ignored.
     void RemoveAllMessage(HttpObserverBase* observer);
 
-    // Called by the request library, once per request. Both pointers must not be null.
+    // Called by the request library, once per request. Both pointers must not be null. Of the parties only
+    // those hear the answer for which isFor, when given, is true at their turn.
+    using IsFor = std::function<bool(quint64 party)>;
     void Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,
-                const QSharedPointer<IHttpResponse>& response);
+                const QSharedPointer<IHttpResponse>& response, const IsFor& isFor = nullptr);
+
+    // The parties registered for the id, by numbers that are never used again and grow with the time of an
+    // observer's first registration.
+    QVector<quint64> GetParties(int notifyId) const;
+    // Every observer that registers from now on has a greater number.
+    quint64 GetLastSerial() const { return lastSerial; }
 
 private:
     // The serial tells an observer from a later one that happens to live at the same address.
@@ -38,10 +51,12 @@ private:
     {
         HttpObserverBase* observer;
         quint64 serial;
+        bool isParty;
     };
 
     HttpNotifyManager() = default;
 
+    quint64 SerialOf(HttpObserverBase* observer);
     bool IsRegistered(int notifyId, const Registration& registration) const;
 
     QHash<int, QVector<Registration>> registrationsById;
