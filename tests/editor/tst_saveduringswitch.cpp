@@ -45,7 +45,8 @@ ModalDriver::Step Press(const QString& button)
 bool SaysStillOpening(const ToastWatcher& toasts, const QString& version)
 {
     const QStringList texts = toasts.GetTexts();
-    return texts.size() == 1 && texts.first().contains(QStringLiteral("版本“%1”正在打开，没有保存").arg(version));
+    return texts.size() == 1 &&
+           texts.first().contains(QStringLiteral("版本“%1”正在打开，没有保存").arg(version));
 }
 } // namespace
 
@@ -149,8 +150,9 @@ private slots:
     {
         ToastWatcher toasts;
         FaultServer broken;
-        broken.SetScript(
-            [](const FaultServer::Request&) { return FaultServer::Refusal(500, "broken", QStringLiteral("坏了")); });
+        broken.SetScript([](const FaultServer::Request&) {
+            return FaultServer::Refusal(500, "broken", QStringLiteral("坏了"));
+        });
         const QUrl right(world.GetServer().BaseUrl());
         const Afterwards failed(NotifyGetDevSnapshotData, [&] {
             world.UseServer(right);
@@ -160,8 +162,9 @@ private slots:
 
         QVERIFY(author->PickVersion(QStringLiteral("乙")));
 
-        QTRY_VERIFY2(toasts.GetTexts().join(QLatin1Char('|')).contains(
-                         QStringLiteral("编辑器中的内容不是版本“乙”的内容，没有保存")),
+        QTRY_VERIFY2(toasts.GetTexts()
+                         .join(QLatin1Char('|'))
+                         .contains(QStringLiteral("编辑器中的内容不是版本“乙”的内容，没有保存")),
                      qPrintable(toasts.GetTexts().join(QLatin1Char('|'))));
         QCOMPARE(world.GetInstructions(secondId), QStringLiteral("second"));
     }

@@ -80,11 +80,8 @@ void RpaSnapshotManager::SetSnapshots(const QVector<RpaAppSnapshotPtr>& list)
         Confirm(snapshot);
     }
 
-    const QString appId = snapshots.isEmpty() ? QString() : snapshots.first()->GetAppId();
-    for (auto entry = vanished.begin(); entry != vanished.end();) {
-        const bool isOtherApp = !appId.isEmpty() && entry.value()->GetAppId() != appId;
-        entry = ids.contains(entry.key()) || isOtherApp ? vanished.erase(entry) : ++entry;
-    }
+    for (const QString& id : qAsConst(ids))
+        vanished.remove(id);
     RebuildIndex();
 }
 

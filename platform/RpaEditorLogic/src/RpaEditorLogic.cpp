@@ -82,6 +82,16 @@ SaveLedger* RpaEditorLogic::GetSaveLedger() const
     return &d->context.ledger;
 }
 
+QVector<VersionAct> RpaEditorLogic::GetActsUnderWay(const QString& appId) const
+{
+    QVector<VersionAct> acts;
+    for (const auto& [serial, act] : d->context.acts) {
+        if (act.appId == appId)
+            acts.append(act);
+    }
+    return acts;
+}
+
 void RpaEditorLogic::Restore(const RestoredContent& content)
 {
     d->context.restored.Set(content);

@@ -44,6 +44,11 @@ void SaveLedger::Fail(const QString& appId, const QString& versionId, const QStr
     emit SigSaveFailed(appId, versionId, errorDesc);
 }
 
+void SaveLedger::Abandon(const QString& appId, const QString& versionName, const QString& errorDesc)
+{
+    emit SigAbandonedSaveFailed(appId, versionName, errorDesc);
+}
+
 void SaveLedger::End()
 {
     if (inFlight > 0 && --inFlight == 0)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AppAudience_p.h"
 #include "ServiceRoutes_p.h"
 
 #include <RpaAppData/RpaAppData.h>
@@ -14,6 +15,7 @@ struct SaveOrder
     ServiceRoutes::VersionContent content;
     QByteArray key;
     int base = 0;
+    AppAudience::Ticket ticket;
     QPointer<RpaAppData> source; // whose content it is; null: gone, or not known
     bool isChosen = false;       // the author picked the version by its name
 };

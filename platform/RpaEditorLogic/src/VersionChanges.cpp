@@ -1,60 +1,76 @@
 #include "ServiceRoutes_p.h"
 #include "VersionChanges_p.h"
 
-#include <OxHttp/HttpNotifyManager.h>
-
 using namespace ServiceAnswers;
 
 VersionChanges::VersionChanges(VersionContext* sharedContext) : context(sharedContext) {}
 
+VersionChanges::Order VersionChanges::Begin(VersionAct::Kind kind, const QString& appId,
+                                            const QString& versionId)
+{
+    const auto snapshot = context->manager.GetConfirmed(versionId);
+    const Order order{context->TicketFor(appId, versionId), ++lastSerial};
+    context->acts.emplace(order.serial, VersionAct{kind, order.ticket.appId, versionId,
+                                                   snapshot ? snapshot->GetName() : QString()});
+    return order;
+}
+
+void VersionChanges::End(const Order& order, const QString& versionId)
+{
+    context->acts.erase(order.serial);
+    context->queue.Finish(versionId);
+}
+
 void VersionChanges::Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request)
 {
     const QString id = request->GetSnapshotId();
-    context->queue.Enqueue(id, [this, request, id] {
+    const Order order = Begin(VersionAct::Kind::Deletion, request->GetAppId(), id);
+    context->queue.Enqueue(id, [this, request, order, id] {
         const QString refusal =
             ServiceRoutes::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法删除");
         // The author decided by what the list shows, so the newest revision heard of is the one that is
         // meant.
         const int revision = context->manager.GetNewestRevision(id);
-        context->SendOrRefuse(refusal, ServiceRoutes::DeleteVersion(id, revision, ServiceRoutes::NewKey()),
-                              [this, request](const WbHttpAnswer& answer) { OnDeleted(request, answer); });
+        context->SendOrRefuse(
+            refusal, ServiceRoutes::DeleteVersion(id, revision, ServiceRoutes::NewKey()),
+            [this, request, order](const WbHttpAnswer& answer) { OnDeleted(request, order, answer); });
     });
 }
 
 void VersionChanges::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
-                               const WbHttpAnswer& answer)
+                               const Order& order, const WbHttpAnswer& answer)
 {
     SaveOrder lost;
     lost.versionId = request->GetSnapshotId();
     const RpaAppSnapshotPtr listed = context->manager.GetSnapshot(lost.versionId);
-    lost.appId = listed ? listed->GetAppId() : context->shownAppId;
+    lost.appId = listed ? listed->GetAppId() : order.ticket.appId;
     if (ServiceRoutes::IsValidId(lost.appId) && context->unsettled.MayExplain(lost, answer))
-        DeleteOverOwn(request, lost, answer);
+        DeleteOverOwn(request, order, lost, answer);
     else
-        FinishDelete(request, answer);
+        FinishDelete(request, order, answer);
 }
 
 // The change that stands in the way may be a save of the same author whose answer was lost: whoever deletes
 // the version means that one too.
 void VersionChanges::DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
-                                   const SaveOrder& lost, const WbHttpAnswer& refusal)
+                                   const Order& order, const SaveOrder& lost, const WbHttpAnswer& refusal)
 {
-    const auto decide = [this, request, lost, refusal](const WbHttpAnswer& list) {
+    const auto decide = [this, request, order, lost, refusal](const WbHttpAnswer& list) {
         const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
         const auto own = records ? context->unsettled.FindOwn(lost, *records) : std::nullopt;
         if (!own) {
-            FinishDelete(request, records ? refusal : list);
+            FinishDelete(request, order, records ? refusal : list);
             return;
         }
         context->transport.Send(
             ServiceRoutes::DeleteVersion(lost.versionId, own->revision, ServiceRoutes::NewKey()),
-            [this, request](const WbHttpAnswer& answer) { FinishDelete(request, answer); });
+            [this, request, order](const WbHttpAnswer& answer) { FinishDelete(request, order, answer); });
     };
     context->transport.Send(ServiceRoutes::ListVersions(lost.appId), decide);
 }
 
 void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
-                                  const WbHttpAnswer& answer)
+                                  const Order& order, const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
     // Gone already, by the service's own word: what was asked for is so.
@@ -66,10 +82,10 @@ void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequ
         context->unsettled.SettleVersion(id);
     }
     if (answer.error == WbHttpError::None && answer.status == 412)
-        LearnRevisions(context->shownAppId);
-    context->queue.Finish(id);
-    context->Notify(NotifyDeleteAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(),
-                    failure);
+        LearnRevisions(order.ticket.appId);
+    End(order, id);
+    context->Notify(NotifyDeleteAppSnapshotInfo, order.ticket, request,
+                    QSharedPointer<SnapshotResponse>::create(), failure);
 }
 
 // The author was told that somebody else changed the version; whoever deletes it now means what is there now.
@@ -90,12 +106,15 @@ void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request
     // Asked now, not when its turn comes: behind a save that is under way it would release what nobody has
     // seen.
     const QString refusal = ReleaseRefusal(*request);
-    context->queue.Enqueue(id, [this, request, id, refusal] {
+    const auto kind =
+        request->GetPublishType() == 1 ? VersionAct::Kind::GrayRelease : VersionAct::Kind::Publication;
+    const Order order = Begin(kind, request->GetAppId(), id);
+    context->queue.Enqueue(id, [this, request, order, id, refusal] {
         const int base = context->manager.GetBaseRevision(id);
         context->SendOrRefuse(
             refusal,
             ServiceRoutes::ReleaseVersion(id, request->GetPublishType(), base, ServiceRoutes::NewKey()),
-            [this, request](const WbHttpAnswer& answer) { OnReleased(request, answer); });
+            [this, request, order](const WbHttpAnswer& answer) { OnReleased(request, order, answer); });
     });
 }
 
@@ -115,7 +134,7 @@ QString VersionChanges::ReleaseRefusal(const GrayOrReleaseRequest& request) cons
     return {};
 }
 
-void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request,
+void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
                                 const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
@@ -130,8 +149,8 @@ void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& requ
             context->manager.SetBaseRevision(id, record->version.revision);
         context->TakeListed(record->version);
     }
-    context->queue.Finish(id);
+    End(order, id);
     response->SetOutcome(failure.isEmpty(),
                          failure.isEmpty() && record->result == 0 ? record->message : failure);
-    HttpNotifyManager::Instance()->Notify(NotifyGrayOrRelease, request, response);
+    context->audience.Notify(order.ticket, false, NotifyGrayOrRelease, request, response);
 }

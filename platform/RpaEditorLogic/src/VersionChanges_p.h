@@ -14,14 +14,25 @@ public:
     void Release(const QSharedPointer<GrayOrReleaseRequest>& request);
 
 private:
-    void OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const WbHttpAnswer& answer);
-    void DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const SaveOrder& lost,
-                       const WbHttpAnswer& refusal);
-    void FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
+    struct Order
+    {
+        AppAudience::Ticket ticket;
+        quint64 serial;
+    };
+
+    Order Begin(VersionAct::Kind kind, const QString& appId, const QString& versionId);
+    void End(const Order& order, const QString& versionId);
+    void OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const Order& order,
+                   const WbHttpAnswer& answer);
+    void DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const Order& order,
+                       const SaveOrder& lost, const WbHttpAnswer& refusal);
+    void FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request, const Order& order,
                       const WbHttpAnswer& answer);
     void LearnRevisions(const QString& appId);
     QString ReleaseRefusal(const GrayOrReleaseRequest& request) const;
-    void OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const WbHttpAnswer& answer);
+    void OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
+                    const WbHttpAnswer& answer);
 
     VersionContext* const context;
+    quint64 lastSerial = 0;
 };

@@ -1,7 +1,5 @@
 #include "VersionContext_p.h"
 
-#include <OxHttp/HttpNotifyManager.h>
-
 using namespace ServiceAnswers;
 
 QString ReasonOf(const WbHttpAnswer& answer, bool isUsable)
@@ -24,11 +22,20 @@ void VersionContext::SendOrRefuse(const QString& refusal, const WbHttpRequest& r
     transport.AnswerLocally(answer, done);
 }
 
-void VersionContext::Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,
+void VersionContext::Notify(int notifyId, const AppAudience::Ticket& ticket,
+                            const QSharedPointer<IHttpRequest>& request,
                             const QSharedPointer<SnapshotResponse>& response, const QString& failure)
 {
     response->SetOutcome(failure.isEmpty(), failure);
-    HttpNotifyManager::Instance()->Notify(notifyId, request, response);
+    // Whoever saves waits for that answer before it saves again.
+    const bool isOwn = notifyId == NotifySaveAppSnapshotInfo || notifyId == NotifyUpdateAppSnapshotInfo;
+    audience.Notify(ticket, isOwn, notifyId, request, response);
+}
+
+AppAudience::Ticket VersionContext::TicketFor(const QString& appId, const QString& versionId) const
+{
+    const auto known = appId.isEmpty() ? manager.GetConfirmed(versionId) : RpaAppSnapshotPtr();
+    return audience.Take(known ? known->GetAppId() : appId);
 }
 
 void VersionContext::TakeSaved(const VersionRecord& record)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AppAudience_p.h"
 #include "RepeatSpacer_p.h"
 #include "RestoredWork_p.h"
 #include "ServiceAnswers_p.h"
@@ -12,9 +13,12 @@
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
+#include <RpaEditorLogic/VersionAct.h>
 
 #include <QHash>
 #include <QSharedPointer>
+
+#include <map>
 
 // What the version requests share: what is known of the versions, and the way to the server and to the
 // observers.
@@ -22,9 +26,11 @@ struct VersionContext
 {
     // Answers with the refusal, if there is one, instead of sending.
     void SendOrRefuse(const QString& refusal, const WbHttpRequest& route, const ServiceTransport::Done& done);
-    // Gives the response its outcome and hands it out. failure empty: success.
-    void Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,
+    // Gives the response its outcome and hands it out to those whom it is for. failure empty: success.
+    void Notify(int notifyId, const AppAudience::Ticket& ticket, const QSharedPointer<IHttpRequest>& request,
                 const QSharedPointer<SnapshotResponse>& response, const QString& failure);
+    // For a request about a version; appId empty: that which the version is known to belong to.
+    AppAudience::Ticket TicketFor(const QString& appId, const QString& versionId) const;
 
     // The server confirmed content that was sent from here.
     void TakeSaved(const ServiceAnswers::VersionRecord& record);
@@ -41,9 +47,11 @@ struct VersionContext
     RestoredWork restored;
     VersionQueue queue;
     RepeatSpacer spacer;
-    QHash<QString, int> loads;  // by version id, those not handed out yet
-    QString shownAppId;         // of the newest list request
-    ServiceTransport transport; // last: what it answers while it goes needs the others
+    AppAudience audience;
+    std::map<quint64, VersionAct> acts; // those not answered yet, by the order they were asked for
+    QHash<QString, int> loads;          // by version id, those not handed out yet
+    QString shownAppId;                 // of the newest list request
+    ServiceTransport transport;         // last: what it answers while it goes needs the others
 };
 
 // Why a request failed; empty when it succeeded with a usable answer.

@@ -5,6 +5,8 @@
 #include <RpaEditorLogic/VersionServiceSettings.h>
 #include <WbFoundation/Utils.h>
 
+#include <algorithm>
+
 using namespace ServiceAnswers;
 
 VersionLoads::VersionLoads(VersionContext* sharedContext) : context(sharedContext) {}
@@ -15,71 +17,58 @@ void VersionLoads::SetSpacing()
     context->spacer.SetSpacing(spacing.first, spacing.longest);
 }
 
-void VersionLoads::List(const ListRequest& request)
+void VersionLoads::List(const QSharedPointer<GetSnapshotListRequest>& request)
 {
     const QString appId = request->GetAppId();
-    const quint64 serial = ++lastSerial;
+    context->audience.Open(appId);
     context->shownAppId = appId;
-    isNewestAnswered = false;
+    const Order order{request, context->audience.Take(appId), ++lastSerial};
     SetSpacing();
-    context->spacer.Run(QStringLiteral("list/") + appId,
-                        [this, request, serial] { SendList(request, serial); });
+    context->spacer.Run(QStringLiteral("list/") + appId, [this, order] { SendList(order); });
 }
 
-void VersionLoads::SendList(const ListRequest& request, quint64 serial)
+void VersionLoads::SendList(const Order& order)
 {
-    const QString appId = request->GetAppId();
+    const QString appId = order.request->GetAppId();
     const QString refusal =
         ServiceRoutes::IsValidId(appId) ? QString() : QStringLiteral("应用不存在，无法打开");
-    const quint64 ticket = context->journal.ListSent();
+    const quint64 sent = context->journal.ListSent();
     context->SendOrRefuse(refusal, ServiceRoutes::ListVersions(appId),
-                          [this, request, serial, ticket](const WbHttpAnswer& answer) {
-                              OnList(request, serial, ticket, answer);
-                          });
+                          [this, order, sent](const WbHttpAnswer& answer) { OnList(order, sent, answer); });
 }
 
-void VersionLoads::OnList(const ListRequest& request, quint64 serial, quint64 ticket,
-                          const WbHttpAnswer& answer)
+void VersionLoads::OnList(const Order& order, quint64 sent, const WbHttpAnswer& answer)
 {
-    const bool isOvertaken = request->GetAppId() != context->shownAppId;
-    const QString failure = isOvertaken ? QString() : ListFailure(*request, serial, ticket, answer);
+    const QString appId = order.request->GetAppId();
+    // The manager shows one app. Told as a success, this answer would pass the other app's versions off as
+    // these.
+    const bool isOvertaken = appId != context->shownAppId;
+    const QString failure = isOvertaken ? QStringLiteral("期间打开了另一个应用，没有采用版本列表，请刷新")
+                                        : ListFailure(order, sent, answer);
     context->journal.ListAnswered();
-    context->spacer.Answered(QStringLiteral("list/") + request->GetAppId(), failure.isEmpty());
-    if (isOvertaken) {
-        overtaken.append(request);
-    } else {
-        if (serial == lastSerial) {
-            isNewestAnswered = true;
-            newestFailure = failure;
-        }
-        context->Notify(NotifyGetSnapshotList, request, QSharedPointer<SnapshotResponse>::create(), failure);
-    }
-    if (isNewestAnswered)
-        NotifyOvertaken();
+    context->spacer.Answered(QStringLiteral("list/") + appId, isOvertaken || failure.isEmpty());
+    context->Notify(NotifyGetSnapshotList, order.ticket, order.request,
+                    QSharedPointer<SnapshotResponse>::create(), failure);
 }
 
-void VersionLoads::NotifyOvertaken()
+QString VersionLoads::ListFailure(const Order& order, quint64 sent, const WbHttpAnswer& answer)
 {
-    QVector<ListRequest> due;
-    due.swap(overtaken);
-    const QString failure = newestFailure;
-    for (const ListRequest& request : qAsConst(due))
-        context->Notify(NotifyGetSnapshotList, request, QSharedPointer<SnapshotResponse>::create(), failure);
-}
-
-QString VersionLoads::ListFailure(const GetSnapshotListRequest& request, quint64 serial, quint64 ticket,
-                                  const WbHttpAnswer& answer)
-{
+    const QString appId = order.request->GetAppId();
     const auto records = answer.IsSuccess() ? ReadVersions(answer.body) : std::nullopt;
     const QString failure = ReasonOf(answer, records.has_value());
     if (!failure.isEmpty())
         return failure;
+    const bool isForeign = std::any_of(records->cbegin(), records->cend(), [&](const VersionRecord& record) {
+        return record.snapshot->GetAppId() != appId;
+    });
+    if (isForeign)
+        return QStringLiteral("服务器返回了另一个应用的版本，没有采用，请稍后重试");
     // An answer that was overtaken by a newer one of the same app has nothing to add.
-    if (serial < appliedSerial)
+    if (order.serial < appliedSerial)
         return {};
-    appliedSerial = serial;
+    appliedSerial = order.serial;
     QVector<RpaAppSnapshotPtr> snapshots;
-    QVector<VersionRecord> merged = context->journal.Merge(*records, request.GetAppId(), ticket);
+    QVector<VersionRecord> merged = context->journal.Merge(*records, appId, sent);
     context->restored.PutFirst(&merged);
     for (const VersionRecord& record : qAsConst(merged)) {
         snapshots.append(record.snapshot);
@@ -94,12 +83,14 @@ void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request
     const QString id = request->GetSnapshotId();
     SetSpacing();
     ++context->loads[id];
-    context->spacer.Run(QStringLiteral("data/") + id, [this, request, id] {
-        context->queue.Enqueue(id, [this, request, id] {
+    const AppAudience::Ticket ticket = context->TicketFor(QString(), id);
+    context->spacer.Run(QStringLiteral("data/") + id, [this, request, ticket, id] {
+        context->queue.Enqueue(id, [this, request, ticket, id] {
             const QString refusal =
                 ServiceRoutes::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法打开");
-            context->SendOrRefuse(refusal, ServiceRoutes::VersionData(id),
-                                  [this, request](const WbHttpAnswer& answer) { OnData(request, answer); });
+            context->SendOrRefuse(
+                refusal, ServiceRoutes::VersionData(id),
+                [this, request, ticket](const WbHttpAnswer& answer) { OnData(request, ticket, answer); });
         });
     });
 }
@@ -121,7 +112,7 @@ QString VersionLoads::ContentFailure(const QString& id, const AppOutline& outlin
 }
 
 void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request,
-                          const WbHttpAnswer& answer)
+                          const AppAudience::Ticket& ticket, const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
     const int revision = RevisionOf(answer);
@@ -145,5 +136,5 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
         context->loads.remove(id);
     const RpaContentOrigin loaded{id, revision, QString()};
     const RpaContentSource source(restored ? restored->origin : loaded, restored.has_value());
-    context->Notify(NotifyGetDevSnapshotData, request, response, failure);
+    context->Notify(NotifyGetDevSnapshotData, ticket, request, response, failure);
 }

@@ -13,23 +13,22 @@ public:
     void Data(const QSharedPointer<GetDevSnapshotDataRequest>& request);
 
 private:
-    using ListRequest = QSharedPointer<GetSnapshotListRequest>;
+    struct Order
+    {
+        QSharedPointer<GetSnapshotListRequest> request;
+        AppAudience::Ticket ticket;
+        quint64 serial;
+    };
 
     void SetSpacing();
-    void SendList(const ListRequest& request, quint64 serial);
-    void OnList(const ListRequest& request, quint64 serial, quint64 ticket, const WbHttpAnswer& answer);
-    void NotifyOvertaken();
-    QString ListFailure(const GetSnapshotListRequest& request, quint64 serial, quint64 ticket,
-                        const WbHttpAnswer& answer);
+    void SendList(const Order& order);
+    void OnList(const Order& order, quint64 sent, const WbHttpAnswer& answer);
+    QString ListFailure(const Order& order, quint64 sent, const WbHttpAnswer& answer);
     QString ContentFailure(const QString& id, const AppOutline& outline) const;
-    void OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request, const WbHttpAnswer& answer);
+    void OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request, const AppAudience::Ticket& ticket,
+                const WbHttpAnswer& answer);
 
     VersionContext* const context;
     quint64 lastSerial = 0;
     quint64 appliedSerial = 0;
-    // Whoever asked for the list of another app meanwhile is told how that went: the manager shows nothing
-    // else.
-    bool isNewestAnswered = false;
-    QString newestFailure;
-    QVector<ListRequest> overtaken;
 };

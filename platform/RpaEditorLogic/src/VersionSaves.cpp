@@ -49,7 +49,8 @@ void VersionSaves::Rebase(const SaveOrder& order, const VersionRecord& record)
 
 void VersionSaves::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& request)
 {
-    const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
+    SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
+    order.ticket = context->TicketFor(order.appId, order.versionId);
     const QString refusal = ServiceRoutes::IsValidId(order.appId)
                                 ? ContentRefusal(order)
                                 : QStringLiteral("应用信息不完整，无法保存");
@@ -78,15 +79,17 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
         context->unsettled.Settle(order);
         context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
-        context->ledger.Fail(order.appId, QString(), failure);
+        Fail(order, NotifySaveAppSnapshotInfo, failure);
     }
-    context->Notify(NotifySaveAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(), failure);
+    context->Notify(NotifySaveAppSnapshotInfo, order.ticket, request,
+                    QSharedPointer<SnapshotResponse>::create(), failure);
     context->ledger.End();
 }
 
 void VersionSaves::Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request)
 {
-    const SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
+    SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
+    order.ticket = context->TicketFor(order.appId, order.versionId);
     context->ledger.Begin(order.versionId);
     context->spacer.Restart(QStringLiteral("data/") + order.versionId);
     // Asked now, not when its turn comes: behind a load it would be held for a save over what that brought.
@@ -172,12 +175,19 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
         context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
         context->manager.Revert(order.versionId);
-        context->ledger.Fail(order.appId, order.versionId, failure);
+        Fail(order, NotifyUpdateAppSnapshotInfo, failure);
     }
     context->queue.Finish(order.versionId);
-    context->Notify(NotifyUpdateAppSnapshotInfo, request, QSharedPointer<SnapshotResponse>::create(),
-                    failure);
+    context->Notify(NotifyUpdateAppSnapshotInfo, order.ticket, request,
+                    QSharedPointer<SnapshotResponse>::create(), failure);
     context->ledger.End();
+}
+
+void VersionSaves::Fail(const SaveOrder& order, int notifyId, const QString& failure)
+{
+    context->ledger.Fail(order.appId, order.versionId, failure);
+    if (AppAudience::IsLeft(order.ticket, order.isChosen, notifyId))
+        context->ledger.Abandon(order.appId, order.content.name, failure);
 }
 
 // What stands in the way of a save may be an earlier one of the same author, or an earlier try of this one.

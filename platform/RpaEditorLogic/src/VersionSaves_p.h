@@ -31,6 +31,7 @@ private:
     int BaseOf(const SaveOrder& order) const;
     void OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, const SaveOrder& order,
                    const TriedAnswer& answer);
+    void Fail(const SaveOrder& order, int notifyId, const QString& failure);
     bool MayBeOwn(const SaveOrder& order, const TriedAnswer& answer);
     void SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended);
 

@@ -42,7 +42,7 @@ private slots:
     void forgetsARemovedVersion();
     void ignoresRemovingWhatIsNotThere();
     void stillFindsAVersionThatVanishedFromTheList();
-    void forgetsVanishedVersionsOfAnotherApp();
+    void stillFindsAVersionOfTheAppThatWasShownBefore();
     void forgetsTheListWhenCleared();
     void putsARecordBackToWhatTheServerConfirmed();
     void keepsNoContentOfConfirmedRecords();
@@ -175,14 +175,16 @@ void RpaSnapshotManagerTest::stillFindsAVersionThatVanishedFromTheList()
     QVERIFY(!manager.GetSnapshot(b));
 }
 
-void RpaSnapshotManagerTest::forgetsVanishedVersionsOfAnotherApp()
+void RpaSnapshotManagerTest::stillFindsAVersionOfTheAppThatWasShownBefore()
 {
     RpaSnapshotManager manager;
     manager.SetSnapshots({Version(a)});
 
     manager.SetSnapshots({Version(b, AppSnapshotDevelop, QStringLiteral("other"))});
 
-    QVERIFY(!manager.GetSnapshot(a));
+    QVERIFY(manager.GetSnapshot(a));
+    QCOMPARE(manager.GetCount(), 1);
+    QCOMPARE(manager.GetSnapshotId(0), b);
 }
 
 void RpaSnapshotManagerTest::forgetsTheListWhenCleared()

@@ -16,8 +16,8 @@ const QString stillOpening = QStringLiteral("正在打开，没有保存");
 const QString notItsContent = QStringLiteral("编辑器中的内容不是版本“name of v2”的内容，没有保存");
 } // namespace
 
-// Content is saved only where it belongs: into the version it was loaded from or saved to, or into one that the
-// author picked for it.
+// Content is saved only where it belongs: into the version it was loaded from or saved to, or into one that
+// the author picked for it.
 class ContentOfVersionTest : public QObject
 {
     Q_OBJECT
@@ -129,7 +129,8 @@ void ContentOfVersionTest::refusesAnOverwriteWhileTheVersionIsLoading()
 
     QVERIFY(fixture->answers.WaitFor(4));
     QCOMPARE(fixture->answers.Last().notifyId, 10020);
-    QVERIFY2(fixture->answers.LastError().contains(stillOpening), qUtf8Printable(fixture->answers.LastError()));
+    QVERIFY2(fixture->answers.LastError().contains(stillOpening),
+             qUtf8Printable(fixture->answers.LastError()));
     QVERIFY2(fixture->answers.LastError().contains(QStringLiteral("草稿")), "where the edits are");
     QCOMPARE(SentSaves().size(), 0);
     QVERIFY(fixture->Logic()->GetDevSnapshotManager()->GetSnapshot(v2)->GetAppData().isEmpty());

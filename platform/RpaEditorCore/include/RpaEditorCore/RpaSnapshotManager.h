@@ -19,9 +19,10 @@ public:
     // Number of versions in develop state.
     int GetDevelopCount() const;
 
-    // Null when there is none. By id, a version of the app that vanished from the list by somebody else's
-    // hand is still found, so that a save into it is sent and refused with a reason instead of being dropped;
-    // one that was removed here (Remove, Clear) is not.
+    // Null when there is none. By id, a version that vanished from the list is still found: by somebody
+    // else's hand, so that a save into it is sent and refused with a reason instead of being dropped, or
+    // because the list shows another app now, whose editor must not cost this one its saves. One that was
+    // removed here (Remove, Clear) is not.
     RpaAppSnapshotPtr GetSnapshot(int index) const;
     RpaAppSnapshotPtr GetSnapshot(const QString& id) const;
 

@@ -3,8 +3,10 @@
 #include <RpaEditorLogic/RestoredContent.h>
 #include <RpaEditorLogic/RpaEditorLogicExport.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
+#include <RpaEditorLogic/VersionAct.h>
 
 #include <QSharedPointer>
+#include <QVector>
 
 #include <memory>
 
@@ -34,7 +36,18 @@ class SaveLedger;
 // - An overwrite goes over the revision that its content was loaded from or saved as, when that is known.
 // - A load that is asked for again and again is spaced (VersionServiceSettings::RepeatSpacing).
 // - A release is refused while the last save of its version is in flight or failed.
+// - An answer reaches only those whom it is for: never an editor that was made after the request; a list, a
+//   deletion, a release and loaded content only the editor of the app. An editor is an observer that is a
+//   QObject and hears lists; its app is the one whose list it asked for. What nobody is left to hear is
+//   worked in all the same. A list that was overtaken by that of another app fails.
 // - When the application object goes, whatever is outstanding is answered as failed.
+//
+// Two editors at once: requests do not say who made them, so it is assumed that editors ask for their first
+// list in the order in which they were made; whoever makes two opens them in that order. The snapshot manager
+// shows the app whose list was asked for last, to both: an editor of the other app that rebuilds its
+// drop-down shows those rows until it is refreshed. A row picked there is not opened, and no content is saved
+// into another app. An editor that is given another app goes on with the version it had open, if the manager
+// knows that; a host makes a fresh editor for each app.
 class RPAEDITORLOGIC_EXPORT RpaEditorLogic
 {
 public:
@@ -53,6 +66,10 @@ public:
 
     // What became of the saves.
     SaveLedger* GetSaveLedger() const;
+
+    // Deletions and releases of the app that are not answered yet, oldest first: an editor that goes hears no
+    // more of them.
+    QVector<VersionAct> GetActsUnderWay(const QString& appId) const;
 
     // The next load of the version brings this content instead of its own, marked as modified; until then the
     // version is listed first, so that an editor opens it. A save of it is refused when the version is not at

@@ -37,6 +37,8 @@ public:
     void Begin(const QString& versionId);
     void Confirm(const QString& appId, const QString& versionId, int revision, const QByteArray& sha256);
     void Fail(const QString& appId, const QString& versionId, const QString& errorDesc);
+    // Nobody who asked for the failed save is there any more.
+    void Abandon(const QString& appId, const QString& versionName, const QString& errorDesc);
     // The observers have heard the answer; belongs to each Begin().
     void End();
     // The content of the version was loaded; an earlier failure no longer matters.
@@ -50,6 +52,9 @@ signals:
                           const QByteArray& sha256);
     // versionId is empty for a new version.
     void SigSaveFailed(const QString& appId, const QString& versionId, const QString& errorDesc);
+    // After SigSaveFailed, when the editor that asked for the save, or its dialog, is gone: somebody else
+    // must tell the author.
+    void SigAbandonedSaveFailed(const QString& appId, const QString& versionName, const QString& errorDesc);
     // The last save in flight was answered.
     void SigIdle();
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+// A deletion or release that was asked for and is not answered yet.
+struct VersionAct
+{
+    enum class Kind
+    {
+        Deletion,
+        GrayRelease,
+        Publication,
+    };
+
+    Kind kind = Kind::Deletion;
+    QString appId;
+    QString versionId;
+    QString versionName;
+};

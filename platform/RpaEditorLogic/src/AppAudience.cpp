@@ -1,0 +1,89 @@
+#include "AppAudience_p.h"
+
+#include <OxHttp/HttpNotifyManager.h>
+#include <RpaEditorLogic/RpaNotifyId.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+// Oldest first.
+QVector<quint64> Editors()
+{
+    return HttpNotifyManager::Instance()->GetParties(NotifyGetSnapshotList);
+}
+} // namespace
+
+void AppAudience::Open(const QString& appId)
+{
+    const QVector<quint64> editors = Editors();
+    QHash<quint64, QString> alive;
+    for (const quint64 editor : editors)
+        alive.insert(editor, AppOf(editor));
+    appByEditor = alive;
+    const QString before = std::exchange(lastOpened, appId);
+    if (editors.isEmpty() || alive.values().contains(appId))
+        return;
+    const auto first = [&](const QString& app) {
+        return std::find_if(editors.cbegin(), editors.cend(),
+                            [&](quint64 editor) { return alive.value(editor) == app; });
+    };
+    // One that asked for no list yet; else the one that asked last turns to another app.
+    auto asking = first(QString());
+    if (asking == editors.cend())
+        asking = first(before);
+    appByEditor[asking == editors.cend() ? editors.last() : *asking] = appId;
+}
+
+AppAudience::Ticket AppAudience::Take(const QString& appId) const
+{
+    Ticket ticket;
+    ticket.appId = appId;
+    ticket.editors = Editors();
+    ticket.newest = HttpNotifyManager::Instance()->GetLastSerial();
+    const auto owner = std::find_if(ticket.editors.cbegin(), ticket.editors.cend(), [&](quint64 editor) {
+        return !appId.isEmpty() && AppOf(editor) == appId;
+    });
+    ticket.owner = owner == ticket.editors.cend() ? 0 : *owner;
+    return ticket;
+}
+
+bool AppAudience::IsForEditor(const Ticket& ticket, bool isOwn, quint64 editor) const
+{
+    if (!ticket.editors.contains(editor))
+        return false;
+    if (isOwn || ticket.appId.isEmpty())
+        return true;
+    const QString app = AppOf(editor);
+    return app.isEmpty() ? ticket.owner == 0 : app == ticket.appId;
+}
+
+void AppAudience::Notify(const Ticket& ticket, bool isOwn, int notifyId,
+                         const QSharedPointer<IHttpRequest>& request,
+                         const QSharedPointer<IHttpResponse>& response) const
+{
+    const auto isFor = [&](quint64 party) {
+        const QVector<quint64> editors = Editors();
+        if (editors.contains(party))
+            return IsForEditor(ticket, isOwn, party);
+        const bool hasEditor = std::any_of(editors.cbegin(), editors.cend(), [&](quint64 editor) {
+            return IsForEditor(ticket, isOwn, editor);
+        });
+        return party <= ticket.newest || hasEditor || ticket.editors.isEmpty();
+    };
+    HttpNotifyManager::Instance()->Notify(notifyId, request, response, isFor);
+}
+
+bool AppAudience::IsLeft(const Ticket& ticket, bool byDialog, int notifyId)
+{
+    if (ticket.owner == 0)
+        return false;
+    if (!Editors().contains(ticket.owner))
+        return true;
+    // A dialog is made by its editor and before it asks.
+    const QVector<quint64> parties = HttpNotifyManager::Instance()->GetParties(notifyId);
+    return byDialog && std::none_of(parties.cbegin(), parties.cend(), [&](quint64 party) {
+               return party > ticket.owner && party <= ticket.newest;
+           });
+}
