@@ -44,6 +44,13 @@ void SaveLedger::Fail(const QString& appId, const QString& versionId, const QStr
     emit SigSaveFailed(appId, versionId, errorDesc);
 }
 
+void SaveLedger::Refuse(const QString& appId, const QString& versionId, const QString& errorDesc)
+{
+    Entry& entry = entries[versionId];
+    entry.inFlight = qMax(0, entry.inFlight - 1);
+    emit SigSaveFailed(appId, versionId, errorDesc);
+}
+
 void SaveLedger::Abandon(const QString& appId, const QString& versionName, const QString& errorDesc)
 {
     emit SigAbandonedSaveFailed(appId, versionName, errorDesc);

@@ -79,7 +79,7 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
         context->unsettled.Settle(order);
         context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
-        Fail(order, NotifySaveAppSnapshotInfo, failure);
+        Fail(order, NotifySaveAppSnapshotInfo, answer, failure);
     }
     context->Notify(NotifySaveAppSnapshotInfo, order.ticket, request,
                     QSharedPointer<SnapshotResponse>::create(), failure);
@@ -175,7 +175,7 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
         context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
         context->manager.Revert(order.versionId);
-        Fail(order, NotifyUpdateAppSnapshotInfo, failure);
+        Fail(order, NotifyUpdateAppSnapshotInfo, answer, failure);
     }
     context->queue.Finish(order.versionId);
     context->Notify(NotifyUpdateAppSnapshotInfo, order.ticket, request,
@@ -183,9 +183,13 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
     context->ledger.End();
 }
 
-void VersionSaves::Fail(const SaveOrder& order, int notifyId, const QString& failure)
+void VersionSaves::Fail(const SaveOrder& order, int notifyId, const WbHttpAnswer& answer,
+                        const QString& failure)
 {
-    context->ledger.Fail(order.appId, order.versionId, failure);
+    if (RefusalCode(answer) == QLatin1String("not-develop"))
+        context->ledger.Refuse(order.appId, order.versionId, failure);
+    else
+        context->ledger.Fail(order.appId, order.versionId, failure);
     if (AppAudience::IsLeft(order.ticket, order.isChosen, notifyId))
         context->ledger.Abandon(order.appId, order.content.name, failure);
 }

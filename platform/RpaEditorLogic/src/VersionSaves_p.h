@@ -31,7 +31,7 @@ private:
     int BaseOf(const SaveOrder& order) const;
     void OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request, const SaveOrder& order,
                    const TriedAnswer& answer);
-    void Fail(const SaveOrder& order, int notifyId, const QString& failure);
+    void Fail(const SaveOrder& order, int notifyId, const WbHttpAnswer& answer, const QString& failure);
     bool MayBeOwn(const SaveOrder& order, const TriedAnswer& answer);
     void SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended);
 

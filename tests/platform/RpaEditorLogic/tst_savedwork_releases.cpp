@@ -15,6 +15,8 @@ class SavedWorkReleasesTest : public QObject
 private slots:
     void refusesAReleaseWhileItsSaveIsInFlight();
     void refusesAReleaseAfterAFailedSave();
+    void allowsAReleaseOfAVersionThatTakesNoMoreSaves();
+    void remembersALostSaveThoughTheVersionTakesNoMore();
     void allowsAReleaseAfterTheVersionWasLoadedAnew();
     void keepsItsBaseWhenAReleaseDidNotTakeEffect();
     void countsAVersionThatIsGoneAlreadyAsDeleted();
@@ -54,6 +56,42 @@ void SavedWorkReleasesTest::refusesAReleaseAfterAFailedSave()
 
     QVERIFY(fixture.answers.WaitFor(4));
     QVERIFY(fixture.answers.LastSucceeded());
+}
+
+void SavedWorkReleasesTest::allowsAReleaseOfAVersionThatTakesNoMoreSaves()
+{
+    EditorLogicFixture fixture;
+    auto gray = fixture.Version(v1, 2);
+    gray.state = AppSnapshotGray;
+    fixture.GivenVersions({gray});
+    fixture.server.Enqueue(FaultServer::Refusal(409, "not-develop", QStringLiteral("已灰度")));
+    fixture.Update(fixture.Record(v1, text1));
+    QVERIFY(fixture.answers.WaitFor(2));
+    QCOMPARE(fixture.answers.LastError(), QStringLiteral("已灰度"));
+    gray.state = AppSnapshotOnline;
+    gray.revision = 3;
+    fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), gray));
+
+    fixture.Release(v1, 2);
+
+    QVERIFY(fixture.answers.WaitFor(3));
+    QVERIFY2(fixture.answers.LastSucceeded(), qPrintable(fixture.answers.LastError()));
+}
+
+void SavedWorkReleasesTest::remembersALostSaveThoughTheVersionTakesNoMore()
+{
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 1)});
+    fixture.server.Enqueue(FaultServer::Refusal(500, "x", QStringLiteral("x")));
+    fixture.server.Enqueue(FaultServer::Refusal(409, "not-develop", QStringLiteral("已灰度")));
+    fixture.Update(fixture.Record(v1, text1));
+    fixture.Update(fixture.Record(v1, text2));
+    QVERIFY(fixture.answers.WaitFor(3));
+
+    fixture.Release(v1, 2);
+
+    QVERIFY(fixture.answers.WaitFor(4));
+    QVERIFY(fixture.answers.LastError().contains(QStringLiteral("上次保存未成功")));
 }
 
 void SavedWorkReleasesTest::allowsAReleaseAfterTheVersionWasLoadedAnew()

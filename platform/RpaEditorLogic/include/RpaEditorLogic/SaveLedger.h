@@ -37,6 +37,9 @@ public:
     void Begin(const QString& versionId);
     void Confirm(const QString& appId, const QString& versionId, int revision, const QByteArray& sha256);
     void Fail(const QString& appId, const QString& versionId, const QString& errorDesc);
+    // Nothing could be saved into the version, whatever it was: a released one takes no content. The outcome
+    // of the save before stands.
+    void Refuse(const QString& appId, const QString& versionId, const QString& errorDesc);
     // Nobody who asked for the failed save is there any more.
     void Abandon(const QString& appId, const QString& versionName, const QString& errorDesc);
     // The observers have heard the answer; belongs to each Begin().
