@@ -7,6 +7,7 @@
 #include "CloseGuard.h"
 #include "DraftDesk.h"
 #include "EditorPage.h"
+#include "LeftWork.h"
 #include "MainWindow.h"
 #include "PackageDialog.h"
 #include "QtTexts.h"
@@ -249,6 +250,7 @@ void Workstation::ConnectServices()
     });
     connect(closeGuard.get(), &CloseGuard::SigMayClose, this, [this] {
         window->CloseForGood();
+        leftWork.reset(); // nobody is there to read what it says
         editorPage->Discard();
         runPage->Close();
         RpaEditorLogic::Instance()->Shutdown();

@@ -16,6 +16,7 @@ class AppListPage;
 class CloseGuard;
 class DraftDesk;
 class EditorPage;
+class LeftWork;
 class MainWindow;
 class ReleasedAppModel;
 class ReleasedDesk;
@@ -109,4 +110,5 @@ private:
     std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<CloseGuard> closeGuard;
     std::unique_ptr<DraftDesk> drafts;
+    std::unique_ptr<LeftWork> leftWork;
 };

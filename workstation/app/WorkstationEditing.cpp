@@ -3,6 +3,7 @@
 #include "AppListPage.h"
 #include "DraftDesk.h"
 #include "EditorPage.h"
+#include "LeftWork.h"
 #include "MainWindow.h"
 #include "TemplateKeeper.h"
 #include "Workstation.h"
@@ -18,6 +19,8 @@ void Workstation::ConnectDrafts()
             &DraftDesk::SetDateLanguage);
     connect(drafts.get(), &DraftDesk::SigReady, this, &Workstation::OpenEditor);
     connect(editorPage, &EditorPage::SigGivenUp, drafts.get(), &DraftDesk::GiveUp);
+    leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
+    connect(editorPage, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
     connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftDesk::Close);
 }
 

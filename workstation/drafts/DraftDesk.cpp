@@ -145,6 +145,12 @@ void DraftDesk::Restore(const RpaDraft& draft, const DraftPlan& plan)
     }
 }
 
+bool DraftDesk::Keeps(const QString& appId)
+{
+    journal.Finish();
+    return journal.HasDrafts(WbGlobalData::Instance()->GetPin(), appId);
+}
+
 bool DraftDesk::RestoresStart()
 {
     return RpaStartContent::IsSet();

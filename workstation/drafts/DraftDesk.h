@@ -40,6 +40,9 @@ public:
     // The author answered that the changes in the editor are not to be saved.
     void GiveUp() { journal.GiveUp(); }
 
+    // Whether unsaved work of the app is on the disk; waits until what is due is there.
+    bool Keeps(const QString& appId);
+
     // Whether an editor, when it finds no version to open, starts with restored work.
     static bool RestoresStart();
 

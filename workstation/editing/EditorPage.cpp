@@ -7,6 +7,8 @@
 
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace
 {
 RobotExecuteInfo LaunchInfo(const AppRecord& app)
@@ -69,7 +71,8 @@ void EditorPage::Discard()
     }
     delete editor;
     editor = nullptr;
-    app = AppRecord();
+    const AppRecord left = std::exchange(app, AppRecord());
+    emit SigLeft(left);
     emit SigClosed();
 }
 

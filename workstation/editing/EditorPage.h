@@ -35,7 +35,8 @@ public:
 signals:
     // The author answered the editor that the changes are not to be saved.
     void SigGivenUp();
-    // The editor is gone.
+    // The editor is gone. What it asked for may still be under way.
+    void SigLeft(const AppRecord& app);
     void SigClosed();
 
 private:
