@@ -10,6 +10,18 @@
 
 namespace
 {
+server::Log* libraryLog = nullptr;
+
+// What libraries say goes the way of the log: a worker must not wait until somebody reads standard error.
+void NoteLibraryMessage(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    const auto level =
+        type == QtDebugMsg || type == QtInfoMsg ? server::LogLevel::Debug : server::LogLevel::Warning;
+    if (libraryLog)
+        libraryLog->Write(level, "library",
+                          [&text](server::JsonText& line) { line.Member("text", text.left(1000)); });
+}
+
 int PrintRoutes(server::Options options, server::Log& log)
 {
     options.store = QStringLiteral("sqlite::memory:");
@@ -59,5 +71,9 @@ int main(int argc, char* argv[])
         return 2;
     }
     server::Log log(options.logLevel);
-    return Start(options, log);
+    libraryLog = &log;
+    qInstallMessageHandler(NoteLibraryMessage);
+    const int code = Start(options, log);
+    qInstallMessageHandler(nullptr);
+    return code;
 }

@@ -1,14 +1,16 @@
 #include "Log.h"
 
 #include "Clock.h"
+#include "StandardError.h"
 
-#include <cstdio>
+#include <algorithm>
 
 namespace server
 {
 namespace
 {
 constexpr std::size_t maximalWaitingLines = 10000;
+constexpr qint64 lastLinesMs = 1000;
 
 const char* NameOf(LogLevel level)
 {
@@ -32,6 +34,7 @@ Log::~Log()
 {
     {
         const std::lock_guard lock(mutex);
+        endsAt = SteadyNowMs() + lastLinesMs;
         ending = true;
     }
     changed.notify_one();
@@ -74,10 +77,13 @@ void Log::Drain()
             batch.push_back("{\"level\":\"warning\",\"event\":\"log-lines-dropped\",\"count\":" +
                             QByteArray::number(std::exchange(dropped, 0)) + "}\n");
         lock.unlock();
-        for (const QByteArray& line : batch)
-            std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
-        std::fflush(stderr);
+        const auto hasGivenUp = [this] { return ending && SteadyNowMs() >= endsAt; };
+        const bool isWritten = std::all_of(batch.begin(), batch.end(), [&](const QByteArray& line) {
+            return WriteStandardError(line, hasGivenUp);
+        });
         lock.lock();
+        if (!isWritten && ending)
+            return;
     }
 }
 } // namespace server

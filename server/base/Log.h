@@ -3,6 +3,7 @@
 #include "JsonText.h"
 #include "Thread.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -23,6 +24,8 @@ class Log
 {
 public:
     explicit Log(LogLevel least);
+
+    // Writes what waits; not for longer than a second when nobody reads.
     ~Log();
 
     // True when lines of this level are written at all; ask before building an expensive line.
@@ -53,7 +56,8 @@ private:
     std::condition_variable changed;
     std::deque<QByteArray> lines;
     qint64 dropped = 0;
-    bool ending = false;
+    std::atomic<bool> ending{false};
+    std::atomic<qint64> endsAt{0}; // by SteadyNowMs(): when the last lines are given up
     Thread writer;
 };
 } // namespace server

@@ -203,6 +203,8 @@ void Dispatcher::Note(const Job& job, const Response& response, std::chrono::mic
             line.Member("pin", job.request.account->pin);
         if (!job.request.body.isEmpty())
             line.Member("bytes", static_cast<qint64>(job.request.body.size()));
+        if (!response.cause.isEmpty())
+            line.Member("cause", response.cause.left(1000));
         if (response.status >= 400)
             line.Member("answer", QString::fromUtf8(response.body.left(400)));
     });
@@ -221,22 +223,45 @@ void Dispatcher::OnAcceptPaused(const std::string& reason)
               [&reason](JsonText& line) { line.Member("reason", QString::fromStdString(reason)); });
 }
 
+namespace
+{
+Response ResponseForFault(StoreFault fault)
+{
+    switch (fault) {
+    case StoreFault::Unavailable:
+        return Response::Refuse(503, "store-unavailable",
+                                QStringLiteral("存储暂时不可用，内容未保存，请稍后重试。"))
+            .With("Retry-After", "5");
+    case StoreFault::Full:
+        return Response::Refuse(
+            507, "disk-full",
+            QStringLiteral("磁盘已满，内容没有保存。请联系管理员清理服务器的磁盘，然后重试。"));
+    case StoreFault::Conflict:
+        return Response::Refuse(409, "conflict", QStringLiteral("与其他操作冲突，请重试。"));
+    case StoreFault::Corrupt:
+        return Response::Refuse(500, "damaged",
+                                QStringLiteral("该版本在服务器上的内容已损坏，请联系管理员。"));
+    case StoreFault::Internal:
+        break;
+    }
+    return Response::Refuse(500, "internal", QStringLiteral("服务器内部错误，请稍后重试。"));
+}
+
+Response With(Response response, const std::exception& cause)
+{
+    response.cause = QString::fromUtf8(cause.what());
+    return response;
+}
+} // namespace
+
 Response ResponseForFailure(const std::exception_ptr& failure)
 {
     try {
         std::rethrow_exception(failure);
     } catch (const StoreError& error) {
-        if (error.Fault() == StoreFault::Unavailable)
-            return Response::Refuse(503, "store-unavailable",
-                                    QStringLiteral("存储暂时不可用，内容未保存，请稍后重试。"))
-                .With("Retry-After", "5");
-        if (error.Fault() == StoreFault::Conflict)
-            return Response::Refuse(409, "conflict", QStringLiteral("与其他操作冲突，请重试。"));
-        if (error.Fault() == StoreFault::Corrupt)
-            return Response::Refuse(500, "damaged",
-                                    QStringLiteral("该版本在服务器上的内容已损坏，请联系管理员。"));
-    } catch (const std::exception&) {
+        return With(ResponseForFault(error.Fault()), error);
+    } catch (const std::exception& error) {
+        return With(ResponseForFault(StoreFault::Internal), error);
     }
-    return Response::Refuse(500, "internal", QStringLiteral("服务器内部错误，请稍后重试。"));
 }
 } // namespace server

@@ -14,6 +14,7 @@ enum class SqlFault
     Unique,
     ConnectionLost,
     Busy,
+    Full,
     Other
 };
 

@@ -13,7 +13,8 @@ namespace server
 {
 enum class StoreFault
 {
-    Unavailable, // no connection, disk full, locked too long: nothing was changed by this call
+    Unavailable, // no connection, locked too long: nothing was changed by this call
+    Full,        // the disk is full: nothing was changed
     Conflict,    // another server process was first
     Corrupt,     // stored bytes do not have the SHA-256 they were stored with
     Internal,

@@ -118,8 +118,10 @@ public:
         // itself.
         if (code.isEmpty() || code.startsWith(QLatin1String("08")) || code.startsWith(QLatin1String("57P")))
             return SqlFault::ConnectionLost;
-        // 40: serialisation and deadlock, 53: out of disk or memory, 55: lock not available, 57014: took too
-        // long
+        if (code == QLatin1String("53100"))
+            return SqlFault::Full;
+        // 40: serialisation and deadlock, 53: out of memory or connections, 55: lock not available, 57014:
+        // took too long
         if (code.startsWith(QLatin1String("40")) || code.startsWith(QLatin1String("53")) ||
             code.startsWith(QLatin1String("55")) || code == QLatin1String("57014"))
             return SqlFault::Busy;

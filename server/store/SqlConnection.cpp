@@ -125,6 +125,8 @@ void SqlConnection::Throw(const QSqlError& error)
     case SqlFault::ConnectionLost:
         lost = true;
         throw StoreError(StoreFault::Unavailable, text);
+    case SqlFault::Full:
+        throw StoreError(StoreFault::Full, text);
     case SqlFault::Busy:
         throw StoreError(StoreFault::Unavailable, text);
     case SqlFault::Other:

@@ -74,9 +74,10 @@ public:
             return SqlFault::Unique;
         case 5:  // SQLITE_BUSY
         case 6:  // SQLITE_LOCKED
-        case 13: // SQLITE_FULL
         case 10: // SQLITE_IOERR
             return SqlFault::Busy;
+        case 13: // SQLITE_FULL
+            return SqlFault::Full;
         default:
             return SqlFault::Other;
         }

@@ -18,6 +18,19 @@ constexpr auto longestGathering = std::chrono::milliseconds(20);
 const QString savepoint = QStringLiteral("SAVEPOINT one_write");
 const QString release = QStringLiteral("RELEASE SAVEPOINT one_write");
 const QString rollbackToSavepoint = QStringLiteral("ROLLBACK TO SAVEPOINT one_write");
+
+// A full disk ends the whole transaction in SQLite: there is no savepoint to go back to, and the neighbours
+// would be told of that instead.
+bool EndsTransaction(const std::exception_ptr& failure)
+{
+    try {
+        std::rethrow_exception(failure);
+    } catch (const StoreError& error) {
+        return error.Fault() == StoreFault::Full;
+    } catch (...) {
+        return false;
+    }
+}
 } // namespace
 
 WriteQueue::WriteQueue(std::shared_ptr<const IDialect> theDialect,
@@ -157,7 +170,7 @@ void WriteQueue::Apply(Group& group, Failures& failures, std::vector<QString>& c
             group[i].act(transaction);
         } catch (...) {
             failures[i] = std::current_exception();
-            if (connection->IsLost())
+            if (connection->IsLost() || EndsTransaction(failures[i]))
                 throw;
             connection->Execute(rollbackToSavepoint);
         }

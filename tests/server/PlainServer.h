@@ -16,13 +16,18 @@ public:
     static constexpr int waitMs = 20000;
     using Environment = std::map<QString, QString>;
 
-    explicit PlainServer(const QStringList& arguments, const Environment& variables = {})
-        : PlainServer(QStringLiteral(RPA_VERSION_SERVER_FILE), arguments, variables)
+    // Its log goes to `logFile` when one is given.
+    explicit PlainServer(const QStringList& arguments, const Environment& variables = {},
+                         const QString& logFile = {})
+        : PlainServer(QStringLiteral(RPA_VERSION_SERVER_FILE), arguments, variables, logFile)
     {
     }
     // By way of another program, which gets the arguments.
-    PlainServer(const QString& program, const QStringList& arguments, const Environment& variables = {})
+    PlainServer(const QString& program, const QStringList& arguments, const Environment& variables = {},
+                const QString& logFile = {})
     {
+        if (!logFile.isEmpty())
+            process.setStandardErrorFile(logFile);
         auto environment = QProcessEnvironment::systemEnvironment();
         for (const auto& [name, value] : variables)
             environment.insert(name, value);

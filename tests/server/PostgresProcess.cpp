@@ -125,7 +125,7 @@ PostgresProcess::~PostgresProcess()
     server.waitForFinished();
 }
 
-QString PostgresProcess::NewDatabase()
+QString PostgresProcess::NewDatabase(const QString& keptIn)
 {
     const QString name = QStringLiteral("test%1").arg(++databases);
     {
@@ -136,7 +136,13 @@ QString PostgresProcess::NewDatabase()
         database.setPassword(password);
         database.setDatabaseName(QStringLiteral("postgres"));
         database.open();
-        QSqlQuery(database).exec(QStringLiteral("CREATE DATABASE ") + name);
+        QSqlQuery query(database);
+        if (!keptIn.isEmpty()) {
+            QProcess::execute(QStringLiteral("chown"), {QStringLiteral("postgres"), keptIn});
+            query.exec(QStringLiteral("CREATE TABLESPACE %1 LOCATION '%2'").arg(name, keptIn));
+        }
+        query.exec(QStringLiteral("CREATE DATABASE ") + name +
+                   (keptIn.isEmpty() ? QString() : QStringLiteral(" TABLESPACE ") + name));
     }
     QSqlDatabase::removeDatabase(QStringLiteral("create"));
     return QStringLiteral("postgresql://app:%1@127.0.0.1:%2/%3").arg(password).arg(port).arg(name);

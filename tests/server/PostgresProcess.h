@@ -17,8 +17,8 @@ public:
 
     bool Start();
 
-    // "postgresql://…" of a database with nothing in it.
-    QString NewDatabase();
+    // "postgresql://…" of a database with nothing in it; kept in this folder when one is given.
+    QString NewDatabase(const QString& keptIn = {});
 
     // Stops every process of it, as a machine that hangs would; connections stay open and nothing answers.
     void Pause() { Signal(pauseSignal); }

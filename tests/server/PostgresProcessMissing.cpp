@@ -13,7 +13,7 @@ bool PostgresProcess::Start()
     return false;
 }
 
-QString PostgresProcess::NewDatabase()
+QString PostgresProcess::NewDatabase(const QString&)
 {
     return {};
 }

@@ -31,6 +31,11 @@ void ProgramFixture::init()
     } else {
         store = QStringLiteral("sqlite:") + folder->filePath(QStringLiteral("versions.db"));
     }
+    QVERIFY2(AddAccount(), said.constData());
+}
+
+bool ProgramFixture::AddAccount()
+{
     const QStringList add{QStringLiteral("account"),
                           QStringLiteral("add"),
                           QString::fromLatin1(pin),
@@ -38,7 +43,7 @@ void ProgramFixture::init()
                           QStringLiteral("acme"),
                           QStringLiteral("--roles"),
                           QStringLiteral("author,user,administrator")};
-    QVERIFY2(Command(add, password + '\n') == 0, said.constData());
+    return Command(add, password + '\n') == 0;
 }
 
 void ProgramFixture::EndServer()

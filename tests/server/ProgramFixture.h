@@ -28,6 +28,7 @@ protected:
     // The column "database" with a row for each.
     static void Databases();
 
+    bool AddAccount(); // to the present store
     bool Start(const QStringList& more = {}, const PlainServer::Environment& variables = {});
     void EndServer();
     bool SignIn();
