@@ -33,9 +33,11 @@ int PrintVersion()
 {
     QStringList databases{server::SqliteName(), server::PostgresName()};
     databases.removeAll(QString());
-    std::printf("%s %s\ndatabases: %s\n", qPrintable(QCoreApplication::applicationName()),
+    const QString tls = server::TlsName();
+    std::printf("%s %s\ndatabases: %s\nencryption: %s\n", qPrintable(QCoreApplication::applicationName()),
                 qPrintable(QCoreApplication::applicationVersion()),
-                qPrintable(databases.join(QStringLiteral(", "))));
+                qPrintable(databases.join(QStringLiteral(", "))),
+                qPrintable(tls.isEmpty() ? QStringLiteral("none") : tls));
     return 0;
 }
 

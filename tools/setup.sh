@@ -10,14 +10,14 @@ run_packages=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev qttranslations5-l10n libqt5sql5-sqlite libqt5sql5-psql
     qtwebengine5-dev libqt5webchannel5-dev
-    libboost1.74-dev libsodium-dev libcurl4-openssl-dev
+    libboost1.74-dev libsodium-dev libssl-dev libcurl4-openssl-dev
     libkf5syntaxhighlighting-dev
     python3 python3-venv python3-pip python3-openpyxl python3-requests
     fonts-noto-cjk fonts-dejavu-core
     xvfb xauth openbox xdotool x11-utils
 )
 test_packages=(
-    clang-format-14 postgresql-15 libbenchmark-dev python3-yaml dbus binutils procps
+    clang-format-14 openssl postgresql-15 libbenchmark-dev python3-yaml dbus binutils procps
 )
 
 windows_packages=(

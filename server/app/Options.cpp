@@ -35,6 +35,15 @@ struct Parser
     QCommandLineOption log{QStringLiteral("log"),
                            QStringLiteral("Least level of log lines: debug, info, warning or error."),
                            QStringLiteral("level"), QStringLiteral("info")};
+    QCommandLineOption tlsCertificate{
+        QStringLiteral("tls-certificate"),
+        QStringLiteral(
+            "Speak HTTPS with this certificate (PEM, followed by those that lead to its authority). It "
+            "and the key are read again when they change, and on SIGHUP."),
+        QStringLiteral("file")};
+    QCommandLineOption tlsKey{QStringLiteral("tls-key"),
+                              QStringLiteral("The certificate's key (PEM, without a password)."),
+                              QStringLiteral("file")};
     QCommandLineOption metricsToken{
         QStringLiteral("metrics-token-file"),
         QStringLiteral(
@@ -59,8 +68,8 @@ struct Parser
             "  rpa-version-server account passwd PIN        the password is read from standard input\n"
             "  rpa-version-server account list"));
         line.addHelpOption();
-        line.addOptions(
-            {version, store, listen, data, embedded, log, metricsToken, routes, name, vender, roles});
+        line.addOptions({version, store, listen, data, embedded, log, tlsCertificate, tlsKey, metricsToken,
+                         routes, name, vender, roles});
         line.addOptions(LimitOptions());
         line.addPositionalArgument(QStringLiteral("account"), QStringLiteral("Administer the accounts."),
                                    QStringLiteral("[account add|passwd|list]"));
@@ -127,6 +136,11 @@ Options ReadOptions(const QStringList& arguments)
         options.error = QStringLiteral("--listen takes HOST:PORT");
     if (const QString why = ReadLimits(parser.line, options); !why.isEmpty())
         options.error = why;
+    options.tls = {parser.line.value(parser.tlsCertificate), parser.line.value(parser.tlsKey)};
+    if (options.tls.certificate.isEmpty() != options.tls.key.isEmpty())
+        options.error = QStringLiteral("--tls-certificate and --tls-key need each other");
+    if (options.embedded && !options.tls.key.isEmpty())
+        options.error = QStringLiteral("--embedded serves this machine only and needs no --tls-certificate");
     if (parser.line.isSet(parser.metricsToken) &&
         !ReadMetricsToken(parser.line.value(parser.metricsToken), options.metricsToken))
         options.error =

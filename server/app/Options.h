@@ -3,6 +3,7 @@
 #include "../accounts/LoginLimit.h"
 #include "../base/Log.h"
 #include "../http/HttpServer.h"
+#include "../http/Tls.h"
 
 #include <QString>
 #include <QStringList>
@@ -19,6 +20,7 @@ struct Options
     bool printRoutes = false;
     bool printVersion = false;
     LogLevel logLevel = LogLevel::Info;
+    TlsFiles tls; // both empty: plain HTTP
     HttpLimits http;
     LoginRates login;
     QByteArray metricsToken;    // stands for the right to read the figures; empty: there is none

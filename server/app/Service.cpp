@@ -5,6 +5,7 @@
 #include "../http/Dispatcher.h"
 #include "../routes/Services.h"
 #include "../store/IStore.h"
+#include "CertificateKeeper.h"
 #include "Descriptors.h"
 #include "Embedding.h"
 
@@ -23,6 +24,7 @@ namespace
 {
 constexpr int passwordsAtOnce = 4;
 constexpr std::size_t passwordsWaiting = 64;
+constexpr auto certificateLook = std::chrono::seconds(2);
 // A server that is about to end may still hold its store.
 constexpr auto patience = std::chrono::seconds(3);
 constexpr auto grace = std::chrono::seconds(10);
@@ -191,17 +193,29 @@ bool Service::Begin(std::string& address)
         log.Write(LogLevel::Error, "bad-embedding-line");
         return false;
     }
-    if (!loopback)
+    if (!options.tls.key.isEmpty())
+        Encrypt();
+    else if (!loopback)
         log.Write(LogLevel::Warning, "not-loopback", [](JsonText& line) {
             line.Member("advice",
-                        QStringLiteral("connections are not encrypted: put a TLS terminator in front"));
+                        QStringLiteral("other machines can connect and nothing is encrypted: passwords, "
+                                       "tokens and apps can be read and changed on the way; give "
+                                       "--tls-certificate and --tls-key"));
         });
     TidyUp();
     const quint16 port = parts->server.Listen(options.host.toStdString(), options.port);
     const std::string host = options.host.contains(QLatin1Char(':')) ? '[' + options.host.toStdString() + ']'
                                                                      : options.host.toStdString();
-    address = "http://" + host + ':' + std::to_string(port);
+    address = (options.tls.key.isEmpty() ? "http://" : "https://") + host + ':' + std::to_string(port);
     return true;
+}
+
+void Service::Encrypt()
+{
+    const auto keeper = std::make_shared<CertificateKeeper>(options.tls, log);
+    parts->server.UseTls(keeper->Current());
+    parts->server.OnHangUp([keeper] { keeper->Reload(); });
+    parts->server.Every(certificateLook, [keeper] { keeper->ReloadWhenChanged(); });
 }
 
 void Service::StopWhenAsked()

@@ -23,6 +23,7 @@ public:
 private:
     struct Parts;
     bool Begin(std::string& address);
+    void Encrypt();
     void StopWhenAsked();
     void TidyUp();
 

@@ -328,10 +328,12 @@ void Connection::OnSent()
     share.Release();
     if (keepAlive)
         return AwaitRequest();
-    beast::error_code ignored;
-    Lowest().socket().shutdown(tcp::socket::shutdown_send, ignored);
     Lowest().expires_after(std::chrono::seconds(2));
-    Linger();
+    transport->End([self = shared_from_this()](beast::error_code, std::size_t) {
+        beast::error_code ignored;
+        self->Lowest().socket().shutdown(tcp::socket::shutdown_send, ignored);
+        self->Linger();
+    });
 }
 
 // Closing while the client still sends would reset the connection and could take the refusal from it.
@@ -340,12 +342,12 @@ void Connection::Linger()
     if (pool.stopping)
         return Close();
     buffer.clear();
-    transport->ReadSome(buffer.prepare(largestRead),
-                        [self = shared_from_this()](beast::error_code ec, std::size_t) {
-                            if (ec)
-                                return self->Close();
-                            self->Linger();
-                        });
+    Lowest().async_read_some(buffer.prepare(largestRead),
+                             [self = shared_from_this()](beast::error_code ec, std::size_t) {
+                                 if (ec)
+                                     return self->Close();
+                                 self->Linger();
+                             });
 }
 
 void Connection::Close()

@@ -2,6 +2,7 @@
 
 #include "../base/Thread.h"
 #include "Connection.h"
+#include "Tls.h"
 
 #include <stdexcept>
 #include <vector>
@@ -17,7 +18,8 @@ struct HttpServer::Private
 {
     explicit Private(const HttpLimits& limits)
         : pool(limits), acceptor(net::make_strand(context)), acceptTimer(acceptor.get_executor()),
-          signalSet(context), graceTimer(context)
+          signalSet(context), hangUpSet(acceptor.get_executor()), intervalTimer(acceptor.get_executor()),
+          graceTimer(context)
     {
         pool.onEmptied = [this] { net::post(context, [this] { graceTimer.cancel(); }); };
     }
@@ -27,13 +29,21 @@ struct HttpServer::Private
     void AcceptLater(const beast::error_code& reason);
     void TurnAway(Socket& socket);
 
+    using Timer = net::basic_waitable_timer<std::chrono::steady_clock,
+                                            net::wait_traits<std::chrono::steady_clock>, Strand>;
+
+    void AwaitHangUp(std::function<void()> act);
+    void AwaitInterval(std::chrono::seconds interval, std::function<void()> act);
+
     ConnectionPool pool;
+    std::shared_ptr<Tls> tls;
     net::io_context context;
     net::basic_socket_acceptor<tcp, Strand> acceptor;
-    net::basic_waitable_timer<std::chrono::steady_clock, net::wait_traits<std::chrono::steady_clock>, Strand>
-        acceptTimer;
+    Timer acceptTimer;
     bool paused = false;
     net::signal_set signalSet;
+    net::basic_signal_set<Strand> hangUpSet;
+    Timer intervalTimer;
     net::steady_timer graceTimer;
 };
 
@@ -72,7 +82,8 @@ void HttpServer::Private::OnAccepted(Socket socket)
         return;
     if (!pool.Admit(peer.key))
         return TurnAway(socket);
-    std::make_shared<Connection>(pool, MakePlainTransport(std::move(socket)), peer)->Start();
+    auto transport = tls ? tls->Wrap(std::move(socket)) : MakePlainTransport(std::move(socket));
+    std::make_shared<Connection>(pool, std::move(transport), peer)->Start();
 }
 
 void HttpServer::Private::TurnAway(Socket& socket)
@@ -128,6 +139,8 @@ void HttpServer::Stop(std::chrono::seconds grace)
         beast::error_code ignored;
         d->acceptor.close(ignored);
         d->acceptTimer.cancel();
+        d->hangUpSet.cancel(ignored);
+        d->intervalTimer.cancel();
         d->signalSet.cancel(ignored);
         const auto live = d->pool.Live();
         for (const auto& connection : live)
@@ -151,6 +164,45 @@ void HttpServer::OnTermination(std::function<void()> act)
     d->signalSet.async_wait([act = std::move(act)](beast::error_code ec, int) {
         if (!ec)
             act();
+    });
+}
+
+void HttpServer::UseTls(std::shared_ptr<Tls> tls)
+{
+    d->tls = std::move(tls);
+}
+
+void HttpServer::OnHangUp([[maybe_unused]] std::function<void()> act)
+{
+#ifdef SIGHUP
+    d->hangUpSet.add(SIGHUP);
+    d->AwaitHangUp(std::move(act));
+#endif
+}
+
+void HttpServer::Private::AwaitHangUp(std::function<void()> act)
+{
+    hangUpSet.async_wait([this, act = std::move(act)](beast::error_code ec, int) {
+        if (ec || pool.stopping)
+            return;
+        act();
+        AwaitHangUp(act);
+    });
+}
+
+void HttpServer::Every(std::chrono::seconds interval, std::function<void()> act)
+{
+    d->AwaitInterval(interval, std::move(act));
+}
+
+void HttpServer::Private::AwaitInterval(std::chrono::seconds interval, std::function<void()> act)
+{
+    intervalTimer.expires_after(interval);
+    intervalTimer.async_wait([this, interval, act = std::move(act)](beast::error_code ec) {
+        if (ec || pool.stopping)
+            return;
+        act();
+        AwaitInterval(interval, act);
     });
 }
 

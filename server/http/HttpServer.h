@@ -11,6 +11,8 @@
 
 namespace server
 {
+class Tls;
+
 struct HttpLimits
 {
     std::uint32_t headerBytes = 16 * 1024;
@@ -68,6 +70,9 @@ public:
     // Binds and returns the port, which is a free one for port 0. Throws std::runtime_error.
     quint16 Listen(const std::string& host, quint16 port);
 
+    // Encrypts every connection that comes from now on. Before Run().
+    void UseTls(std::shared_ptr<Tls> tls);
+
     // Serves with `handler` on `threads` threads until Stop() was called and the requests in flight are
     // answered.
     void Run(IHttpHandler& handler, int threads);
@@ -77,6 +82,11 @@ public:
 
     // Calls `act` when the process is asked to end (SIGINT, SIGTERM).
     void OnTermination(std::function<void()> act);
+
+    // Calls `act` when the process gets SIGHUP, where there is such a thing, and at each interval while the
+    // server runs; from one thread at a time, which must not be kept long. Before Run().
+    void OnHangUp(std::function<void()> act);
+    void Every(std::chrono::seconds interval, std::function<void()> act);
 
     int OpenConnections() const;
 

@@ -23,6 +23,8 @@ public:
         stream.async_write_some(source, std::move(done));
     }
 
+    void End(Done done) override { done({}, 0); }
+
 private:
     Stream stream;
 };

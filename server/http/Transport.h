@@ -29,6 +29,9 @@ public:
 
     virtual void ReadSome(net::mutable_buffer target, Done done) = 0;
     virtual void WriteSome(const Buffers& source, Done done) = 0;
+
+    // Tells the client that nothing more comes; then neither read nor write here.
+    virtual void End(Done done) = 0;
 };
 
 std::unique_ptr<Transport> MakePlainTransport(Socket socket);

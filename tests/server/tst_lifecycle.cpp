@@ -14,6 +14,7 @@ class LifecycleTest : public QObject
 
 private slots:
     void namesTheDatabasesItCanUse();
+    void saysWhetherItCanEncrypt();
     void stopsWhenItsInputCloses();
     void comesBackOnTheSamePort();
     void warnsWhenOtherMachinesCanReachIt();
@@ -44,6 +45,23 @@ void LifecycleTest::namesTheDatabasesItCanUse()
     QVERIFY2(said.startsWith("rpa-version-server "), said.constData());
     QVERIFY2(said.contains("\ndatabases: SQLite 3."), said.constData());
     QCOMPARE(said.contains("PostgreSQL"), !other.Log().contains("built without PostgreSQL"));
+}
+
+void LifecycleTest::saysWhetherItCanEncrypt()
+{
+    PlainServer asked({QStringLiteral("--version")});
+    QCOMPARE(asked.ExitCode(), 0);
+    QTemporaryDir folder;
+    PlainServer told({QStringLiteral("--data"), folder.path(), QStringLiteral("--tls-certificate"),
+                      QStringLiteral("/nowhere/cert.pem"), QStringLiteral("--tls-key"),
+                      QStringLiteral("/nowhere/key.pem")});
+    QCOMPARE(told.ExitCode(), 1);
+
+    const QByteArray said = asked.process.readAllStandardOutput();
+
+    QVERIFY2(said.contains("\nencryption: none") || said.contains("\nencryption: OpenSSL "),
+             said.constData());
+    QCOMPARE(said.contains("encryption: none"), told.Log().contains("built without TLS"));
 }
 
 void LifecycleTest::stopsWhenItsInputCloses()
@@ -232,6 +250,8 @@ void LifecycleTest::refusesACommandLineItDoesNotUnderstand_data()
         << QStringList{QStringLiteral("--connections"), QStringLiteral("many")};
     QTest::newRow("a limit below its least")
         << QStringList{QStringLiteral("--body-memory-per-account"), QStringLiteral("63")};
+    QTest::newRow("a certificate without its key")
+        << QStringList{QStringLiteral("--tls-certificate"), QStringLiteral("cert.pem")};
     QTest::newRow("a token file that is not there")
         << QStringList{QStringLiteral("--metrics-token-file"), QStringLiteral("/nowhere/token")};
     QTest::newRow("a store of an unknown kind")
