@@ -1,4 +1,5 @@
 #include "EngineRunFixture.h"
+#include "TestApp.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -13,6 +14,7 @@ private slots:
     void stopEndsTheWholeRun();
     void aStoppedProgramMayCleanUp();
     void aFloodOfOutputLeavesTheLogBounded();
+    void aRunStoppedBeforeItsProgramConnectsEndsQuietly();
 };
 
 void EngineStop::stopEndsTheWholeRun_data()
@@ -72,6 +74,20 @@ void EngineStop::aFloodOfOutputLeavesTheLogBounded()
     QVERIFY(engine.Source()->GetLines().size() <= 10000);
 }
 
-QTEST_MAIN(EngineStop)
+// Warnings fail this test; whether the child connects before it is killed differs from run to run.
+void EngineStop::aRunStoppedBeforeItsProgramConnectsEndsQuietly()
+{
+    for (int round = 0; round < 30; ++round) {
+        EngineRunFixture engine;
+        QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
+
+        engine.Engine()->Terminate(QStringLiteral("主流程"));
+
+        QVERIFY(engine.life.WaitUntilOver());
+        QVERIFY(engine.life.events.contains(QStringLiteral("terminate 主流程")));
+    }
+}
+
+RPA_TEST_MAIN(EngineStop)
 
 #include "tst_enginestop.moc"

@@ -1,4 +1,5 @@
 #include "RpaRunChannel_p.h"
+#include "TestApp.h"
 
 #include <WbFoundation/JsonWriter.h>
 #include <WbFoundation/PythonInterpreter.h>
@@ -128,6 +129,7 @@ private slots:
     void nobodyIsLetInAfterTheChild();
     void everyRunHasATokenOfItsOwn();
     void framesOfAChildThatLeftAreTold();
+    void answeringAChildThatLeftIsQuiet();
     void aBrokenFrameEndsTheConnection_data();
     void aBrokenFrameEndsTheConnection();
     void aPythonChildRunsItsJob();
@@ -259,6 +261,26 @@ void RunChannel::framesOfAChildThatLeftAreTold()
     QCOMPARE(editor.closed.first().first().toString(), QString());
 }
 
+// Warnings fail this test.
+void RunChannel::answeringAChildThatLeftIsQuiet()
+{
+    Listening editor;
+    Knocker child(editor.channel);
+    connect(&editor.channel, &RpaRunChannel::SigConnected, &editor.channel, [&editor] {
+        // The first may still be taken by the system, the others find out.
+        for (int frame = 0; frame < 20; ++frame)
+            editor.channel.Send({{QStringLiteral("t"), QStringLiteral("run")},
+                                 {QStringLiteral("source"), QString(100000, QLatin1Char('x'))}});
+    });
+
+    child.Say(editor.channel.GetToken());
+    child.Leave();
+
+    QTRY_COMPARE(editor.connected.size(), 1);
+    QTRY_COMPARE(editor.closed.size(), 1);
+    QCOMPARE(editor.closed.first().first().toString(), QString());
+}
+
 void RunChannel::aBrokenFrameEndsTheConnection_data()
 {
     QTest::addColumn<QByteArray>("frame");
@@ -341,5 +363,5 @@ void RunChannel::aPythonChildEndsWhenItsEditorIsGone()
     QCOMPARE(child.process.exitCode(), 0);
 }
 
-QTEST_GUILESS_MAIN(RunChannel)
+RPA_TEST_MAIN(RunChannel)
 #include "tst_runchannel.moc"

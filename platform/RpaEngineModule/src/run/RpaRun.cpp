@@ -40,7 +40,7 @@ public:
 
     void SendJob()
     {
-        if (!begun || !connected || sent)
+        if (!begun || !connected || sent || stopping)
             return;
         sent = true;
         channel.Send({{QStringLiteral("t"), QStringLiteral("run")},

@@ -67,8 +67,10 @@ void RpaRunChannel::ReadSome()
         // Frames are taken by moving an index; the bytes behind it go once per read, not once per frame.
         received.remove(0, taken);
         taken = 0;
-        // Asked for as much as is there: asking for more would make room for all of it each time.
-        received += socket->read(qMin(socket->bytesAvailable(), SocketBufferBytes));
+        // Asked for as much as is there: asking for more would make room for all of it each time, and asking
+        // a socket that a failed write has closed draws a warning.
+        if (const qint64 there = qMin(socket->bytesAvailable(), SocketBufferBytes))
+            received += socket->read(there);
         bool took = false;
         while (socket && TakeFrame()) {
             took = true;
