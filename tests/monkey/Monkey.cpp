@@ -22,14 +22,30 @@ struct KeyChoice
 };
 
 const KeyChoice keys[] = {
-    {Qt::Key_Tab, {}},          {Qt::Key_Tab, {}},          {Qt::Key_Backtab, Qt::ShiftModifier},
-    {Qt::Key_Return, {}},       {Qt::Key_Return, {}},       {Qt::Key_Escape, {}},
-    {Qt::Key_Space, {}},        {Qt::Key_Delete, {}},       {Qt::Key_Backspace, {}},
-    {Qt::Key_Up, {}},           {Qt::Key_Down, {}},         {Qt::Key_Left, {}},
-    {Qt::Key_Right, {}},        {Qt::Key_Home, {}},         {Qt::Key_End, {}},
-    {Qt::Key_PageUp, {}},       {Qt::Key_PageDown, {}},     {Qt::Key_F2, {}},
-    {Qt::Key_F3, {}},           {Qt::Key_F5, {}},           {Qt::Key_F9, {}},
-    {Qt::Key_Menu, {}},         {Qt::Key_Insert, {}},       {Qt::Key_Up, Qt::AltModifier},
+    {Qt::Key_Tab, {}},
+    {Qt::Key_Tab, {}},
+    {Qt::Key_Backtab, Qt::ShiftModifier},
+    {Qt::Key_Return, {}},
+    {Qt::Key_Return, {}},
+    {Qt::Key_Escape, {}},
+    {Qt::Key_Space, {}},
+    {Qt::Key_Delete, {}},
+    {Qt::Key_Backspace, {}},
+    {Qt::Key_Up, {}},
+    {Qt::Key_Down, {}},
+    {Qt::Key_Left, {}},
+    {Qt::Key_Right, {}},
+    {Qt::Key_Home, {}},
+    {Qt::Key_End, {}},
+    {Qt::Key_PageUp, {}},
+    {Qt::Key_PageDown, {}},
+    {Qt::Key_F2, {}},
+    {Qt::Key_F3, {}},
+    {Qt::Key_F5, {}},
+    {Qt::Key_F9, {}},
+    {Qt::Key_Menu, {}},
+    {Qt::Key_Insert, {}},
+    {Qt::Key_Up, Qt::AltModifier},
     {Qt::Key_Down, Qt::AltModifier},
 };
 const int controlKeys[] = {Qt::Key_A, Qt::Key_B, Qt::Key_C, Qt::Key_D,     Qt::Key_E,    Qt::Key_F,
@@ -38,11 +54,11 @@ const int controlKeys[] = {Qt::Key_A, Qt::Key_B, Qt::Key_C, Qt::Key_D,     Qt::K
                            Qt::Key_Z, Qt::Key_Z, Qt::Key_0, Qt::Key_Slash, Qt::Key_Home, Qt::Key_End};
 
 // Nothing that leads out of a folder.
-const QString texts[] = {QStringLiteral("a"),      QStringLiteral("abc"),     QStringLiteral("0"),
-                         QStringLiteral("42"),     QStringLiteral("x y"),     QStringLiteral("主流程"),
-                         QStringLiteral("发票"),   QStringLiteral("日志"),    QStringLiteral("="),
-                         QStringLiteral("=x+1"),   QStringLiteral("print(1)"), QStringLiteral("等待"),
-                         QStringLiteral("界面"),   QStringLiteral("如果"),    QStringLiteral("𠮷"),
+const QString texts[] = {QStringLiteral("a"),       QStringLiteral("abc"),       QStringLiteral("0"),
+                         QStringLiteral("42"),      QStringLiteral("x y"),       QStringLiteral("主流程"),
+                         QStringLiteral("发票"),    QStringLiteral("日志"),      QStringLiteral("="),
+                         QStringLiteral("=x+1"),    QStringLiteral("print(1)"),  QStringLiteral("等待"),
+                         QStringLiteral("界面"),    QStringLiteral("如果"),      QStringLiteral("𠮷"),
                          QStringLiteral("<b>&lt;"), QStringLiteral("2026-02-29")};
 } // namespace
 
@@ -55,7 +71,6 @@ void Monkey::Start(const QStringList& known, const QString& word)
 {
     accounts = known;
     password = word;
-    nextAccount = UpTo(accounts.size() - 1);
     active = true;
     Later();
 }
@@ -85,7 +100,7 @@ void Monkey::Act()
 
 void Monkey::ActIn(QWidget* window)
 {
-    if (AnswerFileDialog(window) || (Sometimes(20) && SignIn()) || (Sometimes(4) && OpenAnApp()) ||
+    if (AnswerFileDialog(window) || (Sometimes(8) && SignIn()) || (Sometimes(4) && OpenAnApp()) ||
         (Sometimes(4) && LeaveSettings())) {
         return;
     }
@@ -140,7 +155,8 @@ bool Monkey::SignIn()
         return false;
     }
     Tell("sign in", enter);
-    account->setText(accounts.at(nextAccount++ % accounts.size()));
+    // The first one has the samples.
+    account->setText(Sometimes(50) ? accounts.first() : accounts.at(UpTo(accounts.size() - 1)));
     word->setText(password);
     WindowEvents::Click(enter->window(), PlaceIn(enter));
     return true;

@@ -55,7 +55,6 @@ private:
     const std::function<void(const QString&)> tell;
     QStringList accounts;
     QString password;
-    int nextAccount = 0;
     int count = 0;
     QMap<QString, int> places;
     bool active = false;

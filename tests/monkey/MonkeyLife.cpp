@@ -21,6 +21,7 @@
 namespace
 {
 constexpr auto heartBeat = std::chrono::milliseconds(100);
+constexpr auto pauseBetweenSignIns = std::chrono::seconds(13); // five in a minute
 constexpr auto lookEvery = std::chrono::milliseconds(20);
 // The workstation itself waits a minute and a half for saves that are under way.
 constexpr qint64 longestLeavingMs = 150 * 1000;
@@ -34,12 +35,15 @@ void ShortenWaits()
     VersionServiceSettings::Instance()->SetLimits(limits);
 }
 
+FILE* warnings = nullptr; // what the monkey did
+
 // What the platform in memory says about itself is nobody's fault.
 void LeaveOutThePlatform(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     Q_UNUSED(context)
     if (type != QtDebugMsg && !message.startsWith(QLatin1String("This plugin does not support"))) {
         std::fprintf(stderr, "monkey: %s\n", qPrintable(message));
+        std::fprintf(warnings, "WARNING %s\n", qPrintable(message));
     }
 }
 
@@ -59,6 +63,10 @@ MonkeyLife::MonkeyLife(const Order& given)
     : order(given), watchdog(given.patience),
       acts(std::fopen(qPrintable(given.home + QStringLiteral("/acts.txt")), "w"), &std::fclose)
 {
+    if (!acts) {
+        qFatal("cannot write to %s", qPrintable(order.home));
+    }
+    warnings = acts.get();
     qInstallMessageHandler(&LeaveOutThePlatform);
     for (const char* scheme : {"http", "https", "mailto", "file"}) {
         QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "SlotOpenNothing");
@@ -68,15 +76,21 @@ MonkeyLife::MonkeyLife(const Order& given)
     connect(&leaving, &QTimer::timeout, this, &MonkeyLife::Leave);
 }
 
-MonkeyLife::~MonkeyLife() = default;
+MonkeyLife::~MonkeyLife()
+{
+    monkey.reset();
+    workstation.reset();
+    qInstallMessageHandler(nullptr);
+}
 
 bool MonkeyLife::Start()
 {
+    const bool isFirst = !QFile::exists(order.home + QStringLiteral("/files"));
     WriteSomeFiles(order.home + QStringLiteral("/files"));
     workstation = std::make_unique<Workstation>(WorkstationPaths::Below(order.home));
-    ShortenWaits();
     workstation->GetSettings()->SetEmbeddedServer(false);
     workstation->GetSettings()->SetServerAddress(QUrl(order.server));
+    workstation->GetSettings()->SetStaySignedIn(true); // a server takes few passwords in a minute
     connect(RpaEditorLogic::Instance()->GetSaveLedger(), &SaveLedger::SigSaveConfirmed, this,
             [](const QString&, const QString& version, int, const QByteArray& sha256) {
                 Say(QStringLiteral("saved %1 %2").arg(version, QString::fromLatin1(sha256)));
@@ -87,7 +101,11 @@ bool MonkeyLife::Start()
         std::fprintf(stderr, "monkey: %s\n", qPrintable(problem));
         return false;
     }
-    Prepare();
+    if (isFirst) {
+        Prepare();
+    } else {
+        LetLoose();
+    }
     return true;
 }
 
@@ -105,12 +123,17 @@ void MonkeyLife::Prepare()
         samples->deleteLater();
         LetLoose();
     });
-    session->SignIn(order.accounts.at(int(order.seed) % order.accounts.size()), order.password, false);
+    const auto signIn = [this, session] { session->SignIn(order.accounts.first(), order.password, true); };
+    connect(session, &Session::SigRefused, samples, [signIn, samples] {
+        QTimer::singleShot(pauseBetweenSignIns, samples, signIn); // a busy machine
+    });
+    signIn();
 }
 
 void MonkeyLife::LetLoose()
 {
     Say(QStringLiteral("storm"));
+    ShortenWaits();
     age.start();
     monkey = std::make_unique<Monkey>(order.seed, order.home + QStringLiteral("/files"),
                                       [this](const QString& act) { Note(act); });
@@ -196,8 +219,6 @@ void MonkeyLife::Say(const QString& line)
 // Flushed each time: the last ones are wanted when the program dies.
 void MonkeyLife::Note(const QString& act)
 {
-    if (acts) {
-        std::fprintf(acts.get(), "%s\n", qPrintable(act));
-        std::fflush(acts.get());
-    }
+    std::fprintf(acts.get(), "%s\n", qPrintable(act));
+    std::fflush(acts.get());
 }

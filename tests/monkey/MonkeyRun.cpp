@@ -10,7 +10,7 @@
 namespace
 {
 const QString password = QStringLiteral("a good password");
-constexpr int accountCount = 4;
+constexpr int accountCount = 10;
 constexpr int lastActsShown = 40;
 
 QStringList Accounts()
@@ -59,6 +59,7 @@ MonkeyRun::~MonkeyRun()
 bool MonkeyRun::Start()
 {
     std::printf("monkey: seed %u\n", seed);
+    std::fflush(stdout);
     for (const QString& account : Accounts()) {
         if (!AddAccount(server.DataDir(), account)) {
             std::fprintf(stderr, "monkey: no account\n");
@@ -80,7 +81,8 @@ void MonkeyRun::Live()
     const qint64 left = time.count() > 0 ? qMax<qint64>(1, time.count() - age.elapsed() / 1000) : 0;
     ++lives;
     life.start(QCoreApplication::applicationFilePath(),
-               {QStringLiteral("--live"), home.path(), QStringLiteral("http://127.0.0.1:%1").arg(proxy.GetPort()),
+               {QStringLiteral("--live"), home.path(),
+                QStringLiteral("http://127.0.0.1:%1").arg(proxy.GetPort()),
                 QString::number(seed + quint32(lives)), QString::number(acts - done), QString::number(left),
                 password, Accounts().join(QLatin1Char(','))});
 }
@@ -148,13 +150,15 @@ void MonkeyRun::SlotLifeEnded(int exitCode, QProcess::ExitStatus status)
 void MonkeyRun::End(const QString& problem)
 {
     weather.stop();
-    std::printf("monkey: %d acts at %d workstations, %d saves, %d kills of the server, longest pause %lld ms\n",
-                done, lives, int(saves.size()), kills, static_cast<long long>(longestMs));
+    std::printf(
+        "monkey: %d acts at %d workstations, %d saves, %d kills of the server, longest pause %lld ms\n", done,
+        lives, int(saves.size()), kills, static_cast<long long>(longestMs));
     for (auto place = places.begin(); place != places.end(); ++place) {
         std::printf("monkey: %6d in %s\n", place.value(), qPrintable(place.key()));
     }
     if (!problem.isEmpty()) {
-        std::printf("monkey: FAILED with seed %u: %s\n%s\n", seed, qPrintable(problem), qPrintable(LastActs()));
+        std::printf("monkey: FAILED with seed %u: %s\n%s\n", seed, qPrintable(problem),
+                    qPrintable(LastActs()));
     }
     std::fflush(stdout);
     code = problem.isEmpty() ? 0 : 1;

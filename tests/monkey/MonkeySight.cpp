@@ -15,11 +15,11 @@
 namespace
 {
 // They lead away from the server that the storm is made for.
-const char* const forbidden[] = {"radioEmbedded", "radioRemote", "editAddress", "buttonUseServer", "editAccount",
-                                 "editPassword"};
+const char* const forbidden[] = {"radioEmbedded",   "radioRemote", "editAddress",
+                                 "buttonUseServer", "editAccount", "editPassword"};
 // They end what the monkey is doing; now and then is enough.
-const char* const rare[] = {"buttonBack", "buttonSignOut", "buttonSettings", "buttonServerSettings", "tabOnline",
-                            "tabGray", "buttonAbout"};
+const char* const rare[] = {"buttonBack", "buttonSignOut", "buttonSettings", "buttonServerSettings",
+                            "tabOnline",  "tabGray",       "buttonAbout"};
 constexpr int othersPerRare = 8;
 
 template <typename Names>
@@ -60,8 +60,8 @@ QWidget* MonkeySight::WindowInUse(int whim)
     QList<QWidget*> windows;
     const auto all = QApplication::topLevelWidgets();
     for (QWidget* window : all) {
-        const bool taken = window->windowType() == Qt::ToolTip ||
-                           window->testAttribute(Qt::WA_TransparentForMouseEvents);
+        const bool taken =
+            window->windowType() == Qt::ToolTip || window->testAttribute(Qt::WA_TransparentForMouseEvents);
         if (window->isVisible() && window->isEnabled() && window->windowHandle() && !taken) {
             windows.append(window);
         }

@@ -18,7 +18,11 @@ int UpTo(std::mt19937& random, int most)
 // Everything that arrives at one end leaves at the other, and both end together.
 void Join(QTcpSocket* from, QTcpSocket* to)
 {
-    const auto pass = [from, to] { to->write(from->readAll()); };
+    const auto pass = [from, to] {
+        if (from->isOpen() && to->isOpen()) {
+            to->write(from->readAll());
+        }
+    };
     QObject::connect(from, &QTcpSocket::readyRead, to, pass);
     QObject::connect(from, &QTcpSocket::disconnected, to, &QTcpSocket::disconnectFromHost);
     pass();

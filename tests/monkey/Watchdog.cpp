@@ -12,7 +12,8 @@ qint64 NowMs()
 }
 } // namespace
 
-Watchdog::Watchdog(std::chrono::seconds patience) : last(NowMs()), thread([this, patience] { Watch(patience); })
+Watchdog::Watchdog(std::chrono::seconds patience)
+    : last(NowMs()), thread([this, patience] { Watch(patience); })
 {
 }
 

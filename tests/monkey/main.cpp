@@ -48,13 +48,13 @@ int main(int argc, char** argv)
                       QStringLiteral("1")});
     parser.addOption({QStringLiteral("acts"), QStringLiteral("How much it does."), QStringLiteral("number"),
                       QStringLiteral("20000")});
-    parser.addOption({QStringLiteral("seconds"), QStringLiteral("How long at most; 0: until it has done enough."),
+    parser.addOption({QStringLiteral("seconds"),
+                      QStringLiteral("How long at most; 0: until it has done enough."),
                       QStringLiteral("number"), QStringLiteral("0")});
     parser.process(application);
     MonkeyRun run(parser.value(QStringLiteral("seed")).toUInt(), parser.value(QStringLiteral("acts")).toInt(),
                   std::chrono::seconds(parser.value(QStringLiteral("seconds")).toInt()));
-    QObject::connect(&run, &MonkeyRun::SigEnded, &application, &QCoreApplication::quit,
-                     Qt::QueuedConnection);
+    QObject::connect(&run, &MonkeyRun::SigEnded, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     if (!run.Start()) {
         return 2;
     }
