@@ -72,6 +72,7 @@ private slots:
     void opensAReleasedApp();
     void saysWhenAnAppCannotBeRead();
     void fetchesNothingForTheInstructions();
+    void showsTheWordsOfInstructionsThatAreTooMuch();
 
 private:
     void SignIn(const char* account);
@@ -338,17 +339,25 @@ void tst_Released::fetchesNothingForTheInstructions()
 {
     RunPage page;
     auto* manual = Child<QTextBrowser>(page, "viewManual");
+    const QUrl file(QStringLiteral("file:///etc/hostname"));
 
-    QVERIFY(!manual->loadResource(QTextDocument::ImageResource, QUrl(QStringLiteral("file:///etc/hostname")))
-                 .toByteArray()
-                 .size());
+    QVERIFY(!manual->loadResource(QTextDocument::ImageResource, file).isValid());
+    QVERIFY(!manual->loadResource(QTextDocument::StyleSheetResource, file).isValid());
+}
+
+void tst_Released::showsTheWordsOfInstructionsThatAreTooMuch()
+{
+    RunPage page;
+    page.show();
+    RpaAppData app;
+    app.InitDefault();
+    app.GetAppExtendInfo()->manual = QStringLiteral("<ul>") + QStringLiteral("<li>填写</li>").repeated(20000);
+
+    QVERIFY(page.ShowApp(App(QStringLiteral("a"), QStringLiteral("甲")), app.ToJson()));
+
     QVERIFY(
-        !manual->loadResource(QTextDocument::StyleSheetResource, QUrl(QStringLiteral("file:///etc/passwd")))
-             .isValid());
-    QCOMPARE(
-        manual->loadResource(QTextDocument::ImageResource, QUrl(QStringLiteral("data:image/png;base64,QUJD")))
-            .toByteArray(),
-        QByteArray("ABC"));
+        Child<QTextBrowser>(page, "viewManual")->toPlainText().startsWith(QStringLiteral("填写\n填写\n")));
+    QVERIFY(Child<QLabel>(page, "richNoticeText")->text().contains(QStringLiteral("有一个列表超过 2000 项")));
 }
 
 RPA_TEST_MAIN(tst_Released)

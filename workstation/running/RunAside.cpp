@@ -1,7 +1,6 @@
 #include "RunAside.h"
 
 #include "BrowserNeed.h"
-#include "ManualView.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -9,6 +8,7 @@
 #include <WbBaseUI/WbTabBar.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
+#include <WbWebKernal/WbRichReader.h>
 
 #include <QBoxLayout>
 #include <QStackedWidget>
@@ -26,7 +26,7 @@ enum Side
 
 RunAside::RunAside(QWidget* parent)
     : QFrame(parent), caption(new WbLabel(QStringLiteral("使用说明"))), tabs(new WbTabBar),
-      stack(new QStackedWidget), manual(new ManualView)
+      stack(new QStackedWidget), manual(new WbRichReader)
 {
     setProperty("card", true);
     setMinimumWidth(280);
@@ -50,7 +50,7 @@ void RunAside::ShowApp(const RpaAppData& app)
 {
     Clear();
     const QString instructions = app.GetAppExtendInfo()->GetManual();
-    manual->setHtml(instructions);
+    manual->ShowText(instructions);
     if (BrowserNeed::Of(app)) {
         MakeBrowser();
     }
@@ -73,7 +73,7 @@ void RunAside::MakeBrowser()
 void RunAside::Clear()
 {
     tabs->setCurrentIndex(ManualSide);
-    manual->clear();
+    manual->ShowText(QString());
     delete std::exchange(browser, nullptr);
 }
 

@@ -4,10 +4,10 @@
 
 class IBrowserEngine;
 class IBrowserWidget;
-class ManualView;
 class QStackedWidget;
 class RpaAppData;
 class WbLabel;
+class WbRichReader;
 class WbTabBar;
 
 // What stands beside the page of a running app: its usage instructions and, where its processes work with web
@@ -34,6 +34,6 @@ private:
     WbLabel* caption;
     WbTabBar* tabs;
     QStackedWidget* stack;
-    ManualView* manual;
+    WbRichReader* manual;
     IBrowserWidget* browser = nullptr;
 };
