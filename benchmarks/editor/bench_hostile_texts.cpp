@@ -1,6 +1,6 @@
-// How long usage instructions that were made to hang their reader take, from opening to their last line on the
-// screen: for a reader and for the author, in time of the processor. Ends with an error when one takes longer
-// than two seconds.
+// How long usage instructions that were made to hang their reader take, from opening to their last line on
+// the screen: for a reader and for the author, in time of the processor. Ends with an error when one takes
+// longer than two seconds.
 
 #include "HostileTexts.h"
 
@@ -59,8 +59,8 @@ void Measure(const HostileTexts::Text& text, Slowest& slowest, bool print)
     slowest.Take(read, text.name);
     slowest.Take(edited, text.name);
     if (print)
-        std::printf("  %-34s %8d  reader %7.0f ms  author %7.0f ms\n", qPrintable(text.name), text.html.size(),
-                    read, edited);
+        std::printf("  %-34s %8d  reader %7.0f ms  author %7.0f ms\n", qPrintable(text.name),
+                    text.html.size(), read, edited);
     std::fflush(stdout);
 }
 } // namespace

@@ -18,7 +18,7 @@ class TestRpaVersionComboPopup : public VersionComboFixture
 
 private slots:
     void togglesThePopupByItsFace();
-
+    void togglesThePopupByWholeClicksOnItsName();
     void closesThePopupBeforeItAnnouncesADeletion();
     void keepsItsNameAfterADeletionPress();
     void forgetsAnOutsideCloseAfterItsGrace();
@@ -50,6 +50,30 @@ void TestRpaVersionComboPopup::togglesThePopupByItsFace()
     // A press while it is open closes it as well.
     PressFace();
     QVERIFY(!IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::togglesThePopupByWholeClicksOnItsName()
+{
+    // given
+    Fill(3);
+    combo->SetCurrentIndex(1);
+    QVERIFY(QTest::qWaitForWindowExposed(combo.get()));
+    QSignalSpy selected(combo.get(), &RpaVersionCombo::SigSelectVersion);
+    const QPoint name = combo->lineEdit()->geometry().center();
+    const auto* grace = combo->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+
+    for (int round = 0; round < 3; ++round) {
+        // when
+        QTest::mouseClick(combo->windowHandle(), Qt::LeftButton, Qt::NoModifier, name);
+
+        // then
+        QVERIFY2(IsPopupOpen(), qPrintable(QString::number(round)));
+        QTest::mouseClick(combo->windowHandle(), Qt::LeftButton, Qt::NoModifier, name);
+        QVERIFY(!IsPopupOpen());
+        QTRY_VERIFY(!grace->isActive());
+    }
+    QCOMPARE(selected.size(), 0);
+    QCOMPARE(combo->lineEdit()->text(), Text("版本1"));
 }
 
 void TestRpaVersionComboPopup::closesThePopupBeforeItAnnouncesADeletion()

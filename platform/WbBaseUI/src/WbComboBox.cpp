@@ -4,6 +4,7 @@
 #include <WbBaseUI/WbComboBox.h>
 
 #include <QListView>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
@@ -29,6 +30,36 @@ int WidestOfFirstRows(const QAbstractItemView& view)
     }
     return widest;
 }
+
+// The popup takes the mouse away from the box, so it gets the release of the very press that opened it and
+// would close on it. QComboBox knows only of presses that it took itself, not of those on its line edit.
+class OpeningClick : public QObject
+{
+public:
+    OpeningClick(QComboBox* opened, QWidget* popupWindow)
+        : QObject(popupWindow), box(opened), popup(popupWindow)
+    {
+        popup->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const bool release = event->type() == QEvent::MouseButtonRelease;
+        if (watched != popup ||
+            !(release || event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Hide)) {
+            return false;
+        }
+        popup->removeEventFilter(this);
+        deleteLater();
+        return release &&
+               box->rect().contains(box->mapFromGlobal(static_cast<QMouseEvent*>(event)->globalPos()));
+    }
+
+private:
+    QComboBox* const box;
+    QWidget* const popup;
+};
 } // namespace
 
 WbComboBox::WbComboBox(QWidget* parent) : QComboBox(parent)
@@ -69,4 +100,7 @@ void WbComboBox::showPopup()
         qMin(WidestOfFirstRows(*list) + bar + 2 * list->frameWidth(), DpiTool::ScaleDefault(kWidestPopup));
     list->setMinimumWidth(qMax(wanted, width()));
     QComboBox::showPopup();
+    if (list->isVisible()) {
+        new OpeningClick(this, list->window()); // the popup owns it
+    }
 }

@@ -104,10 +104,10 @@ QString Quoted(const QString& attribute, QString value)
 QString HtmlVocabulary::NameOf(const QString& tag)
 {
     static const QSet<QString> parts{
-        QStringLiteral("section"), QStringLiteral("article"),    QStringLiteral("header"),
-        QStringLiteral("footer"),  QStringLiteral("main"),       QStringLiteral("aside"),
-        QStringLiteral("nav"),     QStringLiteral("figure"),     QStringLiteral("figcaption"),
-        QStringLiteral("form"),    QStringLiteral("fieldset"),   QStringLiteral("details"),
+        QStringLiteral("section"), QStringLiteral("article"),  QStringLiteral("header"),
+        QStringLiteral("footer"),  QStringLiteral("main"),     QStringLiteral("aside"),
+        QStringLiteral("nav"),     QStringLiteral("figure"),   QStringLiteral("figcaption"),
+        QStringLiteral("form"),    QStringLiteral("fieldset"), QStringLiteral("details"),
         QStringLiteral("summary"),
     };
     return parts.contains(tag) ? QStringLiteral("div") : tag;

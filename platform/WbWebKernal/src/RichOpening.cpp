@@ -1,8 +1,7 @@
-#include "RichOpening_p.h"
-
 #include "RichHtmlScreen_p.h"
 #include "RichHtmlWriter_p.h"
 #include "RichLimits_p.h"
+#include "RichOpening_p.h"
 #include "RichWords_p.h"
 
 namespace

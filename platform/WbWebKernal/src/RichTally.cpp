@@ -1,6 +1,5 @@
-#include "RichTally_p.h"
-
 #include "RichLimits_p.h"
+#include "RichTally_p.h"
 
 void RichTally::Refuse(const QString& reason)
 {

@@ -1,7 +1,6 @@
-#include "RichWords_p.h"
-
 #include "HtmlTokens_p.h"
 #include "HtmlVocabulary_p.h"
+#include "RichWords_p.h"
 
 namespace
 {

@@ -35,14 +35,16 @@ QString Pictures(int count, int side, int shownSide)
 {
     QString html;
     for (int i = 0; i < count; ++i)
-        html += QStringLiteral("<img src=\"%1\" width=%2 height=%2>").arg(SolidPicture(side, i)).arg(shownSide);
+        html +=
+            QStringLiteral("<img src=\"%1\" width=%2 height=%2>").arg(SolidPicture(side, i)).arg(shownSide);
     return html;
 }
 
 QString Table(int rows, int columns, const QString& cell)
 {
     return QLatin1String("<table>") +
-           (QLatin1String("<tr>") + (QLatin1String("<td>") + cell + QLatin1String("</td>")).repeated(columns) +
+           (QLatin1String("<tr>") +
+            (QLatin1String("<td>") + cell + QLatin1String("</td>")).repeated(columns) +
             QLatin1String("</tr>"))
                .repeated(rows) +
            QLatin1String("</table>");
@@ -52,7 +54,8 @@ QString Coloured(int count)
 {
     QString html;
     for (int i = 0; i < count; ++i)
-        html += QStringLiteral("<span style=\"color:#%1\">x</span>").arg(i * 7 % 0xffffff, 6, 16, QLatin1Char('0'));
+        html += QStringLiteral("<span style=\"color:#%1\">x</span>")
+                    .arg(i * 7 % 0xffffff, 6, 16, QLatin1Char('0'));
     return html;
 }
 
@@ -110,8 +113,8 @@ QString RandomPiece(QRandomGenerator& random)
         "p",  "div", "b",     "i",     "u",   "s",   "span",       "font", "a",  "h1", "h3",   "ul",
         "ol", "li",  "table", "table", "tr",  "td",  "th",         "pre",  "dl", "dt", "dd",   "center",
         "br", "hr",  "img",   "tbody", "svg", "foo", "blockquote", "code", "qt", "li", "body", "address"};
-    static const std::array<const char*, 12> words{"x",      "词语",    "&amp;", "&#x202e;", "&nbsp;", "&#0;",
-                                                   "a b c ", "\n\n",    "<",     "&lt;b&gt;", "<!--",   "]]>"};
+    static const std::array<const char*, 12> words{"x",      "词语", "&amp;", "&#x202e;",  "&nbsp;", "&#0;",
+                                                   "a b c ", "\n\n", "<",     "&lt;b&gt;", "<!--",   "]]>"};
     const int kind = random.bounded(10);
     if (kind < 4)
         return QString::fromUtf8(Any(random, words)).repeated(1 + random.bounded(1 << random.bounded(8)));
@@ -164,7 +167,8 @@ QVector<HostileTexts::Text> HostileTexts::BeyondEveryLimit()
         {QStringLiteral("preformatted lines"), QLatin1String("<pre>") + Times("x\n", 300000)},
         {QStringLiteral("paragraphs"), Times("<p>x</p>", 300000)},
         {QStringLiteral("empty paragraphs"), Times("<p></p>", 400000)},
-        {QStringLiteral("attributes"), QLatin1String("<p ") + Times("a=b ", 500000) + QLatin1String(">x</p>")},
+        {QStringLiteral("attributes"),
+         QLatin1String("<p ") + Times("a=b ", 500000) + QLatin1String(">x</p>")},
         {QStringLiteral("styles"),
          QLatin1String("<p style=\"") + Times("color:red;", 200000) + QLatin1String("\">x</p>")},
         {QStringLiteral("open quotes"), Times("<a b=\"<a c='", 200000) + QLatin1Char('x')},
@@ -191,8 +195,7 @@ QVector<HostileTexts::Text> HostileTexts::AtTheLimits()
         {QStringLiteral("cells in rows"), Table(2000, 1, QStringLiteral("x"))},
         {QStringLiteral("cells with words"),
          Table(200, 10, QStringLiteral("<p>一格里有一句<b>话</b>，不长也不短。</p>"))},
-        {QStringLiteral("cells in cells"),
-         Table(1, 1, Table(1, 1, Table(3, 100, QStringLiteral("x y"))))},
+        {QStringLiteral("cells in cells"), Table(1, 1, Table(1, 1, Table(3, 100, QStringLiteral("x y"))))},
         {QStringLiteral("tables in cells"), Table(2, 5, Table(3, 3, Table(1, 2, QStringLiteral("x y"))))},
         {QStringLiteral("list"), QLatin1String("<ul>") + Times("<li>x</li>", 2000)},
         {QStringLiteral("numbered lists"),

@@ -139,7 +139,8 @@ void tst_RichHtmlScreen::refusesATextBeyondALimit_data()
     QTest::newRow("items") << QString(QLatin1String("<ul>") + Times("<li>x</li>", 2001))
                            << QStringLiteral("有一个列表超过 2000 项");
     QTest::newRow("items of a list in a list")
-        << QString(QLatin1String("<ul><li>x<ol>") + Times("<li>x", 2001)) << QStringLiteral("有一个列表超过 2000 项");
+        << QString(QLatin1String("<ul><li>x<ol>") + Times("<li>x", 2001))
+        << QStringLiteral("有一个列表超过 2000 项");
     QTest::newRow("items of many lists")
         << QString(QLatin1String("<ul>") + Times("<li>x</li>", 1990) + QLatin1String("</ul>")).repeated(18)
         << QStringLiteral("的长段落和长列表太多");
@@ -166,12 +167,13 @@ void tst_RichHtmlScreen::refusesATextBeyondALimit_data()
     QTest::newRow("characters in a line")
         << QString(QLatin1String("<p>") + Times("x", 20001)) << QStringLiteral("有一段超过 20000 字");
     QTest::newRow("characters in a line of many formats")
-        << QString(QLatin1String("<p>") + Times("<b>xxxxxxxxxxx</b>", 1900)) << QStringLiteral("有一段超过 20000 字");
+        << QString(QLatin1String("<p>") + Times("<b>xxxxxxxxxxx</b>", 1900))
+        << QStringLiteral("有一段超过 20000 字");
     QTest::newRow("lines of a text that keeps them")
         << QString(QLatin1String("<pre>") + Times("x\n", 40001)) << QStringLiteral("的段落超过 40000 个");
-    QTest::newRow("characters") << Times("<p>一二三四五六七八九十</p>", 39999).replace(
-                                       QStringLiteral("一"), Times("一", 50))
-                                << QStringLiteral("的文字超过 200 万字");
+    QTest::newRow("characters")
+        << Times("<p>一二三四五六七八九十</p>", 39999).replace(QStringLiteral("一"), Times("一", 50))
+        << QStringLiteral("的文字超过 200 万字");
 }
 
 void tst_RichHtmlScreen::refusesATextBeyondALimit()
@@ -193,7 +195,8 @@ void tst_RichHtmlScreen::passesWhatIsJustWithin_data()
     QTest::newRow("columns") << QString(QLatin1String("<table><tr>") + Times("<td>x", 100));
     QTest::newRow("formats") << QString(QLatin1String("<p>") + Times("<b>x</b>", 1999));
     QTest::newRow("characters") << QString(QLatin1String("<p>") + Times("x", 20000));
-    QTest::newRow("short lines that are kept") << QString(QLatin1String("<pre>") + Times("0123456789\n", 4000));
+    QTest::newRow("short lines that are kept")
+        << QString(QLatin1String("<pre>") + Times("0123456789\n", 4000));
 }
 
 void tst_RichHtmlScreen::passesWhatIsJustWithin()
@@ -219,16 +222,17 @@ void tst_RichHtmlScreen::closesWhatNobodyClosed_data()
     QTest::newRow("words between cells")
         << QStringLiteral("<table>a<tr>b<td>c</table>")
         << QString(table + QLatin1String("<tr><td>a</td></tr><tr><td>b</td><td>c</td></tr></table>"));
-    QTest::newRow("cells without a table") << QStringLiteral("<tr><td>a</td><td>b</td></tr>c")
-                                           << QStringLiteral("<br> a bc");
+    QTest::newRow("cells without a table")
+        << QStringLiteral("<tr><td>a</td><td>b</td></tr>c") << QStringLiteral("<br> a bc");
     QTest::newRow("crossed formats") << QStringLiteral("<b>a<i>b</b>c</i>d")
                                      << QStringLiteral("<b>a<i>b</i></b>cd");
-    QTest::newRow("an end without a beginning") << QStringLiteral("a</p></table></td>b")
-                                                << QStringLiteral("ab");
+    QTest::newRow("an end without a beginning")
+        << QStringLiteral("a</p></table></td>b") << QStringLiteral("ab");
     QTest::newRow("an end in another cell")
         << QStringLiteral("<b><table><tr><td>a</b>b</td></tr></table></b>")
         << QString(QLatin1String("<b>") + table + QLatin1String("<tr><td>ab</td></tr></table></b>"));
-    QTest::newRow("attributes") << QStringLiteral("<P Style='color:red; float:left;x:\"' onclick=x() align=center>a")
+    QTest::newRow("attributes") << QStringLiteral(
+                                       "<P Style='color:red; float:left;x:\"' onclick=x() align=center>a")
                                 << QStringLiteral("<p style=\"color:red\" align=\"center\">a</p>");
 }
 
@@ -250,7 +254,8 @@ void tst_RichHtmlScreen::losesNoWords_data()
     QTest::newRow("unknown tags") << QStringLiteral("<o:p><section>a</section></o:p>b")
                                   << QStringLiteral("<div>a</div>b");
     QTest::newRow("comment") << QStringLiteral("a<!-- <p> -->b<!DOCTYPE x>c") << QStringLiteral("abc");
-    QTest::newRow("script") << QStringLiteral("a<script>x<b></script>b<STYLE>y</Style >c") << QStringLiteral("abc");
+    QTest::newRow("script") << QStringLiteral("a<script>x<b></script>b<STYLE>y</Style >c")
+                            << QStringLiteral("abc");
 }
 
 void tst_RichHtmlScreen::losesNoWords()
@@ -266,7 +271,8 @@ void tst_RichHtmlScreen::decodesNoPictureToKnowItsSize()
 
     // There is nothing to decode: only a picture that is asked for its header alone can be taken in.
     const QString taken =
-        ScreenHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(1600, 1600)), images).html;
+        ScreenHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(1600, 1600)), images)
+            .html;
     const QString refused =
         ScreenHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(30000, 30000)), images)
             .html;
@@ -285,7 +291,8 @@ void tst_RichHtmlScreen::tellsTheWordsOfAText_data()
     QTest::newRow("entities") << QStringLiteral("<p>&lt;a&gt; &amp;&quot;&nbsp;&#20013;&#x6587; &unknown; &")
                               << QStringLiteral("<a> &\" 中文 &unknown; &");
     QTest::newRow("list and table")
-        << QStringLiteral("<ul><li>a</li><li>b</li></ul><table><tr><td>c</td><td>d</td></tr><tr><td>e</table>")
+        << QStringLiteral(
+               "<ul><li>a</li><li>b</li></ul><table><tr><td>c</td><td>d</td></tr><tr><td>e</table>")
         << QStringLiteral("a\nb\nc d \ne");
     QTest::newRow("picture") << QStringLiteral("<p>a<img src=\"data:x\">b</p>") << QStringLiteral("a[图片]b");
     QTest::newRow("script") << QStringLiteral("<p>a<script>x</script>b</p>") << QStringLiteral("ab");

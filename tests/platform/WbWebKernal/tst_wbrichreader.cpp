@@ -66,8 +66,7 @@ public slots:
 void ClickStart(Reader& reader)
 {
     const QRect start = reader.view->cursorRect();
-    QTest::mouseClick(reader.view->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      start.center() + QPoint(6, 0));
+    QTest::mouseClick(reader.view->viewport(), Qt::LeftButton, Qt::NoModifier, start.center() + QPoint(6, 0));
 }
 } // namespace
 
@@ -162,7 +161,8 @@ void tst_WbRichReader::opensLinksOfTheWebOnly()
     Reader reader;
 
     for (const char* address : {"file:///etc/passwd", "javascript:x()", "http://example.org/a"}) {
-        reader.widget.ShowText(QStringLiteral("<p><a href=\"%1\">链接链接</a></p>").arg(QLatin1String(address)));
+        reader.widget.ShowText(
+            QStringLiteral("<p><a href=\"%1\">链接链接</a></p>").arg(QLatin1String(address)));
         ClickStart(reader);
     }
 

@@ -19,6 +19,8 @@ public:
     int GetBusinessStyle() const;
     void SetBusinessStyle(int style);
 
+    // May be called while a mouse button is down on the box or on its line edit: the release leaves the popup
+    // open.
     void showPopup() override;
 
 private:
