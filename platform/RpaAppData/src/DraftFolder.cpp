@@ -3,6 +3,7 @@
 
 #include <WbFoundation/DurableFile.h>
 #include <WbFoundation/JsonGuard.h>
+#include <WbFoundation/RegularFile.h>
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -41,6 +42,13 @@ QString DraftFolder::PathOf(const QString& name) const
     return path + QLatin1Char('/') + name;
 }
 
+// Somebody put it in the place of a draft, which can take no file any more.
+bool DraftFolder::IsFolder(const QString& name) const
+{
+    const QFileInfo facts(PathOf(name));
+    return facts.isDir() && !facts.isSymLink();
+}
+
 QStringList DraftFolder::NamesLike(const QString& start) const
 {
     return QDir(path).entryList({start + QStringLiteral("*.draft")}, QDir::AllEntries | QDir::System,
@@ -68,8 +76,10 @@ bool DraftFolder::Write(RpaDraft* draft, QString* problem) const
         *problem = QStringLiteral("应用超过 64 MB，无法保留草稿");
         return false;
     }
+    if (!QFileInfo(path).isDir() && !DurableFile::CreateFolder(path, problem))
+        return false;
     const QString start = VersionStart(*draft);
-    const QString before = draft->name;
+    const QString before = IsFolder(draft->name) ? QString() : draft->name;
     const bool fits = before.startsWith(start);
     const QString name = fits ? before : FreeName(start, problem);
     if (name.isEmpty() || !DurableFile::Write(PathOf(name), DraftFile::Encode(draft), problem))
@@ -92,19 +102,14 @@ bool DraftFolder::Read(const QString& name, RpaDraft* draft, QString* problem) c
 
 bool DraftFolder::ReadWhole(const QString& name, RpaDraft* draft, QString* problem) const
 {
-    const QFileInfo facts(PathOf(name));
-    // A pipe would be waited for, a link leads anywhere.
-    if (!facts.isFile() || facts.isSymLink()) {
-        *problem = QStringLiteral("不是草稿文件");
+    QFile file;
+    QString obstacle;
+    if (!RegularFile::Open(&file, PathOf(name), &obstacle)) {
+        *problem = QStringLiteral("草稿") + obstacle;
         return false;
     }
-    if (facts.size() > DraftFile::largestFile) {
+    if (file.size() > DraftFile::largestFile) {
         *problem = QStringLiteral("草稿文件过大");
-        return false;
-    }
-    QFile file(facts.filePath());
-    if (!file.open(QIODevice::ReadOnly)) {
-        *problem = QStringLiteral("草稿文件无法打开");
         return false;
     }
     draft->name = name;

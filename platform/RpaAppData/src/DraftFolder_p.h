@@ -19,8 +19,8 @@ public:
     // Names of the app's drafts, in no order.
     QStringList NamesOf(const QString& account, const QString& appId) const;
 
-    // Under its name; under a free one when it has none or that of another version, which goes then. Fills in
-    // name and digest.
+    // Under its name; under a free one when it has none, that of another version, which goes then, or one
+    // that a folder took. Makes the journal's folder when that went away. Fills in name and digest.
     bool Write(RpaDraft* draft, QString* problem) const;
 
     // False with a problem, the file set aside, when it is no whole draft or not what its name says.
@@ -33,6 +33,7 @@ public:
 
 private:
     QString PathOf(const QString& name) const;
+    bool IsFolder(const QString& name) const;
     QStringList NamesLike(const QString& start) const;
     QString FreeName(const QString& start, QString* problem) const;
     bool ReadWhole(const QString& name, RpaDraft* draft, QString* problem) const;

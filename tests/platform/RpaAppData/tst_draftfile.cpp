@@ -334,7 +334,7 @@ void DraftFileTest::setsAsideWhatIsNoFile()
     RpaDraft read;
     QVERIFY(!folder.Read(draft.name, &read, &problem));
 
-    QVERIFY2(problem.startsWith(QStringLiteral("不是草稿文件，已另存为“")), qPrintable(problem));
+    QVERIFY2(problem.startsWith(QStringLiteral("草稿不是普通文件，已另存为“")), qPrintable(problem));
     QVERIFY(folder.NamesOf(draft.account, draft.appId).isEmpty());
 }
 

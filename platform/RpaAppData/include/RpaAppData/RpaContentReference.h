@@ -7,8 +7,8 @@
 #include <functional>
 
 // Content of an app that is read when it is wanted: a short JSON text that RpaAppData::Parse() takes for the
-// content itself. It is good for this process only; whoever writes such a text elsewhere cannot guess one, and
-// no app is ever saved as one. GUI thread only.
+// content itself. It is good for this process only; whoever writes such a text elsewhere cannot guess one,
+// and no app is ever saved as one. GUI thread only.
 namespace RpaContentReference
 {
 // The content of a key, as JSON.
