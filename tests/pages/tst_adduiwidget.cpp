@@ -9,6 +9,7 @@
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
 
+#include <QAbstractButton>
 #include <QBoxLayout>
 #include <QtTest>
 
@@ -42,6 +43,8 @@ private slots:
     void changesItsTitleWithItsMode();
     void coversNeitherNameNorButtonsWithARefusal();
     void cancels();
+    void isConfirmedByReturn();
+    void isClosedByItsTitleBar();
     void keepsItsMeasuresAtEveryScale();
     void runsModally();
 
@@ -201,6 +204,27 @@ void TestAddUIWidget::coversNeitherNameNorButtonsWithARefusal()
 void TestAddUIWidget::cancels()
 {
     QTest::mouseClick(dialog->findChild<WbPushButton*>(QStringLiteral("pushButtonCancel")), Qt::LeftButton);
+
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(dialog->result(), int(QDialog::Rejected));
+}
+
+void TestAddUIWidget::isConfirmedByReturn()
+{
+    dialog->SetName(Text("新的"));
+
+    QTest::keyClick(Edit(), Qt::Key_Return);
+
+    QVERIFY(!dialog->isVisible());
+    QCOMPARE(dialog->result(), int(QDialog::Accepted));
+}
+
+void TestAddUIWidget::isClosedByItsTitleBar()
+{
+    auto* close = dialog->findChild<QAbstractButton*>(QStringLiteral("dialogClose"));
+    QVERIFY(close->isVisible());
+
+    QTest::mouseClick(close, Qt::LeftButton);
 
     QVERIFY(!dialog->isVisible());
     QCOMPARE(dialog->result(), int(QDialog::Rejected));

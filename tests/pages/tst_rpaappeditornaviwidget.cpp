@@ -28,6 +28,8 @@ private slots:
     void showsItsTexts();
     void keepsTheMeasuresOfItsForm();
     void selectsBeforeItAnnounces();
+    void picksTheProcessPageForOthers();
+    void isNotScaledAnyMoreOnceItIsGone();
 
 private:
     WbIconButtonWidget* Button(const char* name) const
@@ -153,6 +155,24 @@ void TestRpaAppEditorNaviWidget::selectsBeforeItAnnounces()
 
     QCOMPARE(then, QStringList{QStringLiteral("pushButtonExtend")});
     disconnect(connection);
+}
+
+void TestRpaAppEditorNaviWidget::picksTheProcessPageForOthers()
+{
+    navi->PickProcessPage();
+
+    QCOMPARE(announced->size(), 1);
+    QCOMPARE(announced->constFirst().constFirst().toInt(), 1);
+    QCOMPARE(Selected(), QStringList{QStringLiteral("pushButtonProcess")});
+}
+
+void TestRpaAppEditorNaviWidget::isNotScaledAnyMoreOnceItIsGone()
+{
+    navi.reset();
+
+    DpiTool::SetScale(2.0);
+
+    QCOMPARE(DpiTool::GetScale(), 2.0);
 }
 
 RPA_TEST_MAIN(TestRpaAppEditorNaviWidget)

@@ -169,6 +169,7 @@ void TestRpaVersionCombo::setsTheCurrentRowWithoutASignal()
     QCOMPARE(combo->GetCurrentData(), QVariant(QStringLiteral("id2")));
     QCOMPARE(combo->lineEdit()->text(), Text("版本2"));
     QCOMPARE(combo->lineEdit()->cursorPosition(), 0);
+    QVERIFY(!combo->lineEdit()->hasSelectedText());
     QCOMPARE(selected.size(), 0);
 }
 
@@ -275,6 +276,7 @@ void TestRpaVersionCombo::isMadeAsItsStyleSheetExpects()
     QCOMPARE(combo->contextMenuPolicy(), Qt::NoContextMenu);
     QCOMPARE(combo->model(), list->model());
     QVERIFY(combo->lineEdit()->isReadOnly());
+    QVERIFY(!combo->completer());
     QCOMPARE(combo->lineEdit()->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(combo->lineEdit()->contextMenuPolicy(), Qt::NoContextMenu);
 }
@@ -292,6 +294,11 @@ void TestRpaVersionCombo::tellsACutNameInAToolTip()
     combo->resize(800, 30);
 
     QTRY_COMPARE(combo->lineEdit()->toolTip(), QString());
+
+    combo->resize(150, 30);
+    QTRY_COMPARE(combo->lineEdit()->toolTip(), name);
+    combo->Clear();
+    QCOMPARE(combo->lineEdit()->toolTip(), QString());
 }
 
 RPA_TEST_MAIN(TestRpaVersionCombo)

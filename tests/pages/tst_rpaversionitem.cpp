@@ -40,6 +40,10 @@ private slots:
     void showsTheIconOfItsState();
     void passesEventsOfItsIconOn();
     void scalesItsMeasures();
+    void standsInOrder();
+    void showsAnIconForItsScale();
+    void isNotScaledAnyMoreOnceItIsGone();
+    void staysHiddenOutOfSight();
 
 private:
     template <typename Part>
@@ -220,6 +224,54 @@ void TestRpaVersionItem::scalesItsMeasures()
              QSizePolicy::Expanding);
     QCOMPARE(Find<QLabel>("rpa_version_combo_icon")->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(Find<QPushButton>("rpa_version_combo_delete")->cursor().shape(), Qt::PointingHandCursor);
+}
+
+void TestRpaVersionItem::standsInOrder()
+{
+    const auto* layout = row->findChild<QHBoxLayout*>();
+
+    QCOMPARE(layout->count(), 3);
+    QCOMPARE(layout->itemAt(0)->widget(), Find<QWidget>("rpa_version_combo_icon"));
+    QCOMPARE(layout->itemAt(1)->widget(), Find<QWidget>("rpa_version_combo_text"));
+    QCOMPARE(layout->itemAt(2)->widget(), Find<QWidget>("rpa_version_combo_delete"));
+    QCOMPARE(Find<QWidget>("rpa_version_combo_delete")->focusPolicy(), Qt::NoFocus);
+}
+
+void TestRpaVersionItem::showsAnIconForItsScale()
+{
+    const auto size = [this] {
+        return Find<QLabel>("rpa_version_combo_icon")->pixmap(Qt::ReturnByValue).size();
+    };
+    row->SetState(2);
+    QCOMPARE(size().width(), 13);
+
+    DpiTool::SetScale(2.0);
+    QCOMPARE(size().width(), 26);
+
+    DpiTool::SetScale(1.0);
+    QCOMPARE(size().width(), 13);
+}
+
+void TestRpaVersionItem::isNotScaledAnyMoreOnceItIsGone()
+{
+    row->SetState(1);
+    row.reset();
+
+    DpiTool::SetScale(2.0);
+
+    QCOMPARE(DpiTool::GetScale(), 2.0);
+}
+
+void TestRpaVersionItem::staysHiddenOutOfSight()
+{
+    row->SetInSight(false);
+    QVERIFY(row->isHidden());
+
+    row->show();
+    QVERIFY(row->isHidden());
+
+    row->SetInSight(true);
+    QVERIFY(row->isVisible());
 }
 
 RPA_TEST_MAIN(TestRpaVersionItem)
