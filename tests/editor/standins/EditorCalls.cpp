@@ -9,7 +9,7 @@
 
 #include <QtTest>
 
-void EditorCalls::init()
+void EditorCalls::SetUp()
 {
     StandInRequests::Reset();
     StandInEngine::Reset();

@@ -21,10 +21,11 @@ class EditorCalls : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { SetUp(); }
     void cleanup();
 
 protected:
+    void SetUp();
     using Fill = std::function<void(RpaAppData& content)>;
 
     // Launch information of "app1" with "key1", made by the signed-in author.
