@@ -6,7 +6,9 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QTextEdit>
+#include <QWindow>
 #include <QtTest>
 
 EditorDriver::EditorDriver() : editor(std::make_unique<RpaAppEditorWidget>())
@@ -59,7 +61,7 @@ QString EditorDriver::GetSelectedVersion() const
 QListWidget* EditorDriver::OpenVersions()
 {
     auto* combo = Find<QComboBox>("version_combo");
-    QTest::mouseClick(combo->lineEdit(), Qt::LeftButton);
+    Click(combo->lineEdit(), combo->lineEdit()->rect().center());
     return qobject_cast<QListWidget*>(combo->view());
 }
 
@@ -69,8 +71,7 @@ bool EditorDriver::PickVersion(const QString& name)
     if (row < 0)
         return false;
     QListWidget* const list = OpenVersions();
-    QTest::mousePress(list->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      list->visualItemRect(list->item(row)).center());
+    Click(list->viewport(), list->visualItemRect(list->item(row)).center());
     return true;
 }
 
@@ -86,8 +87,18 @@ bool EditorDriver::PressDelete(const QString& name)
     auto* mark = row->findChild<QWidget*>(QStringLiteral("rpa_version_combo_delete"));
     if (!mark || mark->isHidden())
         return false;
-    QTest::mouseClick(mark, Qt::LeftButton);
+    Click(mark, mark->rect().center());
     return true;
+}
+
+// As the window system sends it: a popup gets what is meant for others. The press may end the window.
+void EditorDriver::Click(const QWidget* part, const QPoint& place)
+{
+    const QPointer<QWindow> window = part->window()->windowHandle();
+    const QPoint inWindow = part->mapTo(part->window(), place);
+    QTest::mousePress(window.data(), Qt::LeftButton, Qt::NoModifier, inWindow);
+    if (window)
+        QTest::mouseRelease(window.data(), Qt::LeftButton, Qt::NoModifier, inWindow);
 }
 
 void EditorDriver::ShowPage(const char* buttonName)

@@ -56,6 +56,7 @@ public:
 private:
     QWidget* AsWidget() const;
     static void Require(const QObject* part, const char* objectName);
+    static void Click(const QWidget* part, const QPoint& place);
     QListWidget* OpenVersions();
 
     std::unique_ptr<RpaAppEditorWidget> editor;
