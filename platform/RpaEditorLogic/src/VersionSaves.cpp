@@ -132,14 +132,14 @@ QString VersionSaves::ContentRefusal(const SaveOrder& order) const
         return {};
     if (context->IsLoading(order.versionId))
         return QStringLiteral("版本“%1”正在打开，没有保存，以免覆盖其中的内容。请等它打开后再保存；"
-                              "之前未保存的修改保留在草稿中")
+                              "没有放弃的修改保留在草稿中")
             .arg(order.content.name);
     const QString strange = context->restored.Refusal(order.versionId);
     const QString versionId = order.source ? order.source->GetOrigin().versionId : QString();
     if (order.isChosen || versionId.isEmpty() || versionId == order.versionId || !strange.isEmpty())
         return strange;
     return QStringLiteral("编辑器中的内容不是版本“%1”的内容，没有保存，以免覆盖它。请重新打开该版本，"
-                          "或另存为；未保存的修改保留在草稿中")
+                          "或另存为；没有放弃的修改保留在草稿中")
         .arg(order.content.name);
 }
 
