@@ -12,24 +12,6 @@ namespace server
 {
 namespace
 {
-QByteArray ToBytes(beast::string_view text)
-{
-    return QByteArray(text.data(), static_cast<int>(text.size()));
-}
-
-RequestHead HeadOf(const http::request<ByteArrayBody>& message)
-{
-    RequestHead head;
-    head.method = ToBytes(message.method_string());
-    const QByteArray target = ToBytes(message.target());
-    const int mark = target.indexOf('?');
-    head.path = mark < 0 ? target : target.left(mark);
-    head.query = mark < 0 ? QByteArray() : target.mid(mark + 1);
-    for (const auto& field : message)
-        head.headers.emplace_back(ToBytes(field.name_string()).toLower(), ToBytes(field.value()));
-    return head;
-}
-
 // A client that writes head and body apart waits for our acknowledgement in between, up to 40 ms when it is
 // delayed. The kernel takes the option back by itself, hence after each read.
 void AcknowledgeAtOnce([[maybe_unused]] Stream& stream)
@@ -44,7 +26,7 @@ void AcknowledgeAtOnce([[maybe_unused]] Stream& stream)
 Connection::Connection(ConnectionPool& thePool, std::unique_ptr<Transport> theTransport,
                        const PeerAddress& thePeer)
     : pool(thePool), transport(std::move(theTransport)), peer(thePeer), share(pool.budget, peer.key),
-      buffer(largestRead)
+      buffer(largestRead), pace(Lowest(), pool.limits), writer(*transport, pool.limits)
 {
     beast::error_code ignored;
     Lowest().socket().set_option(tcp::no_delay(true), ignored);
@@ -176,7 +158,7 @@ void Connection::OnAdmitted(Admission admission)
     if (!share.HoldRequest(account, announced))
         return Refuse(503);
     parser->body_limit(static_cast<std::uint64_t>(limit));
-    deadline = DeadlineFor(pendingHead.contentLength.value_or(limit));
+    pace.Start(pendingHead.contentLength.value_or(limit));
     if (beast::iequals(parser->get()[http::field::expect], "100-continue"))
         return SendContinue();
     ReceiveBody();
@@ -185,7 +167,7 @@ void Connection::OnAdmitted(Admission admission)
 void Connection::SendContinue()
 {
     static const char text[] = "HTTP/1.1 100 Continue\r\n\r\n";
-    ExpireBy(deadline);
+    pace.Next();
     transport->WriteSome({net::buffer(text, sizeof text - 1)},
                          [self = shared_from_this()](beast::error_code ec, std::size_t count) {
                              if (ec || count != sizeof text - 1)
@@ -213,7 +195,7 @@ void Connection::ReceiveRest()
 {
     if (received == body.size())
         return OnRequest();
-    ExpireBy(deadline);
+    pace.Next();
     transport->ReadSome(net::buffer(body.data() + received, static_cast<std::size_t>(body.size() - received)),
                         [self = shared_from_this()](beast::error_code ec, std::size_t count) {
                             if (ec)
@@ -228,7 +210,7 @@ void Connection::ReceiveChunks()
 {
     if (buffer.size() == buffer.max_size())
         return Refuse(400);
-    ExpireBy(deadline);
+    pace.Next();
     transport->ReadSome(buffer.prepare(buffer.max_size() - buffer.size()),
                         [self = shared_from_this()](beast::error_code ec, std::size_t count) {
                             if (ec)
@@ -298,33 +280,16 @@ void Connection::Send(Response response)
         response = RefusalFor(503);
     }
     keepAlive = keepAlive && !pool.stopping;
-    head = ResponseHead(response, keepAlive);
-    body = parser->get().method() == http::verb::head ? QByteArray() : std::move(response.body);
-    sent = 0;
-    deadline = DeadlineFor(body.size());
-    SendRest();
-}
-
-void Connection::SendRest()
-{
-    const auto bodyStart = sent > head.size() ? sent - head.size() : 0;
-    const Transport::Buffers rest{net::buffer(head) + sent,
-                                  net::const_buffer(body.constData(), static_cast<std::size_t>(body.size())) +
-                                      bodyStart};
-    ExpireBy(deadline);
-    transport->WriteSome(rest, [self = shared_from_this()](beast::error_code ec, std::size_t count) {
-        if (ec)
-            return self->Close();
-        self->sent += count;
-        if (self->sent < self->head.size() + static_cast<std::size_t>(self->body.size()))
-            return self->SendRest();
-        self->OnSent();
-    });
+    writer.Write(std::move(response), keepAlive, parser->get().method() == http::verb::head,
+                 [self = shared_from_this()](beast::error_code ec) {
+                     if (ec)
+                         return self->Close();
+                     self->OnSent();
+                 });
 }
 
 void Connection::OnSent()
 {
-    body = {};
     share.Release();
     if (keepAlive)
         return AwaitRequest();
@@ -357,15 +322,4 @@ void Connection::Close()
     Lowest().close();
 }
 
-Connection::TimePoint Connection::DeadlineFor(std::int64_t bytes) const
-{
-    return std::chrono::steady_clock::now() + pool.limits.body +
-           std::chrono::seconds(bytes / pool.limits.slowestBytesPerSecond);
-}
-
-// What stalls is dropped, however much time its size would give it.
-void Connection::ExpireBy(TimePoint latest)
-{
-    Lowest().expires_at(std::min(latest, std::chrono::steady_clock::now() + pool.limits.stall));
-}
 } // namespace server

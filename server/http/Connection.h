@@ -1,15 +1,15 @@
 #pragma once
 
+#include "AnswerWriter.h"
 #include "BodyBudget.h"
 #include "ByteArrayBody.h"
 #include "ConnectionPool.h"
+#include "Pace.h"
 #include "PeerAddress.h"
 #include "Request.h"
 #include "Transport.h"
 
-#include <chrono>
 #include <memory>
-#include <string>
 
 namespace server
 {
@@ -30,8 +30,6 @@ public:
     void CloseNow();
 
 private:
-    using TimePoint = std::chrono::steady_clock::time_point;
-
     static constexpr std::size_t smallRead = 4 * 1024; // what an idle connection may hold
     static constexpr std::size_t largestRead = 64 * 1024;
 
@@ -62,13 +60,9 @@ private:
     void RefuseAndEnd(int status);
     void RefuseWith(Response response);
     void Send(Response response);
-    void SendRest();
     void OnSent();
     void Linger();
     void Close();
-
-    TimePoint DeadlineFor(std::int64_t bytes) const;
-    void ExpireBy(TimePoint deadline);
 
     ConnectionPool& pool;
     ConnectionPool::Place place;
@@ -79,11 +73,10 @@ private:
     boost::optional<http::request_parser<ByteArrayBody>> parser;
     RequestHead pendingHead;
     QString account;           // whose body it is; empty: nobody's
-    QByteArray body;           // that is being received or sent
+    QByteArray body;           // that is being received
     std::int64_t received = 0; // of a body whose length was announced
-    std::string head;          // of the answer
-    std::size_t sent = 0;      // of head and body of the answer
-    TimePoint deadline;        // for the body that is being received or the answer that is being sent
+    Pace pace;                 // of the body that is being received
+    AnswerWriter writer;
     bool keepAlive = false;
     bool idle = true;
 };

@@ -8,6 +8,11 @@ namespace
 {
 using Message = http::request<ByteArrayBody>;
 
+QByteArray ToBytes(beast::string_view text)
+{
+    return QByteArray(text.data(), static_cast<int>(text.size()));
+}
+
 std::size_t CountOf(const Message& message, http::field field)
 {
     const auto range = message.equal_range(field);
@@ -34,7 +39,7 @@ bool IsTargetClear(beast::string_view target)
 {
     if (target.find('%') == beast::string_view::npos)
         return true;
-    return DecodePercent(QByteArray(target.data(), static_cast<int>(target.size()))).has_value();
+    return DecodePercent(ToBytes(target)).has_value();
 }
 
 bool NamesThisMachine(beast::string_view host)
@@ -61,5 +66,17 @@ int FaultOf(const Message& message, const HttpLimits& limits)
     if (limits.loopbackHostsOnly && !NamesThisMachine(message[http::field::host]))
         return 421;
     return 0;
+}
+RequestHead HeadOf(const http::request<ByteArrayBody>& message)
+{
+    RequestHead head;
+    head.method = ToBytes(message.method_string());
+    const QByteArray target = ToBytes(message.target());
+    const int mark = target.indexOf('?');
+    head.path = mark < 0 ? target : target.left(mark);
+    head.query = mark < 0 ? QByteArray() : target.mid(mark + 1);
+    for (const auto& field : message)
+        head.headers.emplace_back(ToBytes(field.name_string()).toLower(), ToBytes(field.value()));
+    return head;
 }
 } // namespace server

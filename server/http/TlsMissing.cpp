@@ -6,8 +6,9 @@ namespace server
 {
 std::unique_ptr<Tls> OpenTls(const TlsFiles&)
 {
-    throw std::runtime_error("this server was built without TLS (OpenSSL was not found): leave --tls-certificate "
-                             "and --tls-key away and put a TLS terminator in front of it");
+    throw std::runtime_error(
+        "this server was built without TLS (OpenSSL was not found): leave --tls-certificate "
+        "and --tls-key away and put a TLS terminator in front of it");
 }
 
 QString TlsName()

@@ -97,7 +97,8 @@ Context Load(const TlsFiles& files)
     beast::error_code ec;
     context->use_certificate_chain(BufferOf(certificate), ec);
     if (ec)
-        throw std::runtime_error("no certificate in " + files.certificate.toStdString() + ": " + ec.message());
+        throw std::runtime_error("no certificate in " + files.certificate.toStdString() + ": " +
+                                 ec.message());
     context->use_private_key(BufferOf(key), ssl::context::pem, ec);
     if (ec || SSL_CTX_check_private_key(context->native_handle()) != 1)
         throw std::runtime_error("no key in " + files.key.toStdString() + " that fits the certificate" +

@@ -32,7 +32,10 @@ public:
         socket.waitForEncrypted(waitMs);
     }
 
-    QString ServerName() const { return socket.peerCertificate().subjectInfo(QSslCertificate::CommonName).value(0); }
+    QString ServerName() const
+    {
+        return socket.peerCertificate().subjectInfo(QSslCertificate::CommonName).value(0);
+    }
 
     int Ask()
     {
@@ -92,9 +95,10 @@ bool TlsTest::MakeCertificate(const char* name, const char* certificate, const c
 {
     QProcess openssl;
     openssl.start(QStringLiteral(RPA_OPENSSL_FILE),
-                  {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"), QStringLiteral("ec"),
-                   QStringLiteral("-pkeyopt"), QStringLiteral("ec_paramgen_curve:prime256v1"),
-                   QStringLiteral("-nodes"), QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
+                  {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+                   QStringLiteral("ec"), QStringLiteral("-pkeyopt"),
+                   QStringLiteral("ec_paramgen_curve:prime256v1"), QStringLiteral("-nodes"),
+                   QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
                    QStringLiteral("/CN=%1").arg(QLatin1String(name)), QStringLiteral("-addext"),
                    QStringLiteral("subjectAltName=IP:127.0.0.1"), QStringLiteral("-out"), File(certificate),
                    QStringLiteral("-keyout"), File(key)});
@@ -110,8 +114,14 @@ bool TlsTest::Put(const char* from, const char* to) const
 
 QStringList TlsTest::Arguments(const QString& listen) const
 {
-    return {QStringLiteral("--data"),          folder->path(),   QStringLiteral("--listen"), listen,
-            QStringLiteral("--tls-certificate"), File("cert.pem"), QStringLiteral("--tls-key"), File("key.pem")};
+    return {QStringLiteral("--data"),
+            folder->path(),
+            QStringLiteral("--listen"),
+            listen,
+            QStringLiteral("--tls-certificate"),
+            File("cert.pem"),
+            QStringLiteral("--tls-key"),
+            File("key.pem")};
 }
 
 bool TlsTest::Start(const QString& listen)
@@ -204,8 +214,9 @@ void TlsTest::answersARefusedBodyBeforeItEnds()
 {
     QVERIFY(Start());
     Visitor visitor(server->Port());
-    visitor.socket.write("POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nContent-Length: 3000000\r\n\r\n" +
-                         QByteArray(1000000, 'x'));
+    visitor.socket.write(
+        "POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nContent-Length: 3000000\r\n\r\n" +
+        QByteArray(1000000, 'x'));
 
     QByteArray answer;
     while (visitor.socket.waitForReadyRead(waitMs))
@@ -291,7 +302,8 @@ void TlsTest::refusesToStartWithFilesOfNoUse()
                          File(certificate.constData()), QStringLiteral("--tls-key"), File(key.constData())});
 
     QCOMPARE(refused.ExitCode(), 1);
-    QVERIFY2(refused.Log().contains("cannot-start") && refused.Log().contains(".pem"), refused.Log().constData());
+    QVERIFY2(refused.Log().contains("cannot-start") && refused.Log().contains(".pem"),
+             refused.Log().constData());
 }
 
 void TlsTest::warnsNobodyWhenItEncrypts()
