@@ -3,7 +3,10 @@
 
 #include <RpaPackage/PackageService.h>
 
+#include <QMetaMethod>
 #include <QQueue>
+
+#include <algorithm>
 
 class PackageService::Private
 {
@@ -26,6 +29,7 @@ public:
     void StartNext();
     void EndCurrent(const QVector<PackageState>& states, const QString& problem);
     void Announce(const Order& order, const QString& problem);
+    void EndAll(const QString& problem);
 
     PackageService& q;
     PackageSettings settings;
@@ -33,6 +37,8 @@ public:
     QString configuration;
     QString listProblem; // why the configuration cannot be read
     QVector<PackageState> states;
+    bool isCut = false;
+    QString cutApp;
     QQueue<Order> orders; // the first one is under way when there is a job
     std::unique_ptr<PackageJob> job;
 };
@@ -64,6 +70,8 @@ PackageService::Private::Order PackageService::Private::NewOrder(PackageJob::Kin
 void PackageService::Private::Add(const Order& order)
 {
     orders.enqueue(order);
+    if (order.kind == PackageJob::Install)
+        emit q.SigPendingChanged();
     // Never inside the caller's own call.
     QMetaObject::invokeMethod(
         &q, [this] { StartNext(); }, Qt::QueuedConnection);
@@ -99,6 +107,8 @@ void PackageService::Private::EndCurrent(const QVector<PackageState>& found, con
         states = found;
         emit q.SigStatesChanged();
     }
+    if (order.kind == PackageJob::Install && order.appId == cutApp)
+        isCut = false;
     Announce(order, problem);
     QMetaObject::invokeMethod(
         &q, [this] { StartNext(); }, Qt::QueuedConnection);
@@ -109,9 +119,20 @@ void PackageService::Private::Announce(const Order& order, const QString& proble
     if (order.kind != PackageJob::Install)
         return;
     emit q.SigPackageFoldersChanged();
+    emit q.SigPendingChanged();
     emit q.SigInstallationEnded(problem);
     if (order.isAnnounced)
         emit q.SigInstallFinished();
+}
+
+// Those that are added by whoever hears of an end are not among them.
+void PackageService::Private::EndAll(const QString& problem)
+{
+    job.reset();
+    QQueue<Order> ended;
+    ended.swap(orders);
+    while (!ended.isEmpty())
+        Announce(ended.dequeue(), problem);
 }
 
 PackageService::PackageService(QObject* parent) : IPackageService(parent), d(std::make_unique<Private>(*this))
@@ -172,6 +193,11 @@ void PackageService::Save(const QString& json)
     emit SigSaveConfig(json);
 }
 
+bool PackageService::IsListTaken() const
+{
+    return isSignalConnected(QMetaMethod::fromSignal(&IPackageService::SigSaveConfig));
+}
+
 QString PackageService::GetConfiguration() const
 {
     return d->configuration;
@@ -202,11 +228,36 @@ int PackageService::GetPendingCount() const
     return count;
 }
 
+bool PackageService::IsAwaited() const
+{
+    return std::any_of(d->orders.cbegin(), d->orders.cend(),
+                       [](const Private::Order& order) { return order.isAnnounced; });
+}
+
+void PackageService::Cancel()
+{
+    if (GetPendingCount() == 0)
+        return;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (GetPendingCount() == 0)
+                return;
+            d->isCut = true;
+            d->cutApp = d->appId;
+            d->EndAll(QStringLiteral("已取消安装扩展包"));
+        },
+        Qt::QueuedConnection);
+}
+
+bool PackageService::IsCut() const
+{
+    return d->isCut && d->cutApp == d->appId;
+}
+
 void PackageService::Shutdown()
 {
-    d->job.reset();
-    while (!d->orders.isEmpty()) {
-        const Private::Order order = d->orders.dequeue();
-        d->Announce(order, QStringLiteral("工作站正在关闭，没有继续安装"));
-    }
+    do
+        d->EndAll(QStringLiteral("工作站正在关闭，没有继续安装"));
+    while (!d->orders.isEmpty());
 }

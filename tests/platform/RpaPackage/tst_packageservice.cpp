@@ -29,6 +29,8 @@ private slots:
     void finishesWhateverComesInTheWay();
     void finishesWhenItTakesTooLong();
     void finishesAtShutdownAndCanBeUsedAgain();
+    void endsEveryInstallationWhenTheyAreCancelled();
+    void tellsWhoWaitsForAnInstallation();
     void resettingAnnouncesNothing();
     void savingTellsTheApp();
     void refusesHostileNames_data();
@@ -117,6 +119,58 @@ void PackageServiceTest::finishesAtShutdownAndCanBeUsedAgain()
 
     f.service.Install(QStringLiteral("{}"));
     QTRY_COMPARE(finished.size(), 3);
+}
+
+void PackageServiceTest::endsEveryInstallationWhenTheyAreCancelled()
+{
+    PackageFixture f;
+    f.UsePython(PackageFixture::OddPython("sleeps"));
+    QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
+    QSignalSpy ended(&f.service, &PackageService::SigInstallationEnded);
+    QSignalSpy progress(&f.service, &PackageService::SigProgress);
+    f.service.Cancel(); // nothing
+    f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
+    f.service.InstallCurrent();
+    QTRY_VERIFY(!progress.isEmpty());
+    QVERIFY(!f.service.IsCut());
+
+    f.service.Cancel();
+    QCOMPARE(finished.size(), 0);
+    QTRY_COMPARE(ended.size(), 2);
+
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(ended.first().first().toString(), QStringLiteral("已取消安装扩展包"));
+    QCOMPARE(f.service.GetPendingCount(), 0);
+    QVERIFY(f.service.IsCut());
+    f.service.SetApp(QStringLiteral("app-2"));
+    QVERIFY(!f.service.IsCut());
+    f.service.SetApp(QStringLiteral("app-1"));
+    f.UsePython(PackageFixture::OddPython("fails"));
+    f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
+    QTRY_COMPARE(finished.size(), 2);
+    QVERIFY(!f.service.IsCut());
+}
+
+void PackageServiceTest::tellsWhoWaitsForAnInstallation()
+{
+    PackageFixture f;
+    f.UsePython(PackageFixture::OddPython("sleeps"));
+    QStringList told;
+    connect(&f.service, &PackageService::SigPendingChanged, this, [&] {
+        told << QStringLiteral("%1 %2").arg(f.service.GetPendingCount()).arg(f.service.IsAwaited());
+    });
+    connect(&f.service, &IPackageService::SigInstallFinished, this,
+            [&] { told << QStringLiteral("finished"); });
+
+    f.service.Reset(PackageFixture::ListOf(QStringLiteral("tinywheel")));
+    f.service.InstallCurrent();
+    f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
+    f.service.Cancel();
+
+    QTRY_VERIFY(told.contains(QStringLiteral("finished")));
+    const QStringList expected{QStringLiteral("1 0"), QStringLiteral("2 1"), QStringLiteral("0 0"),
+                               QStringLiteral("0 0"), QStringLiteral("finished")};
+    QCOMPARE(told, expected);
 }
 
 void PackageServiceTest::resettingAnnouncesNothing()

@@ -70,6 +70,9 @@ public:
     // Makes the list the current one and tells the app through SigSaveConfig.
     void Save(const QString& json);
 
+    // Whether an app listens for Save() now. A visual one does not: its process decides what it needs.
+    bool IsListTaken() const;
+
     // JSON text of the current list, as given.
     QString GetConfiguration() const;
 
@@ -85,6 +88,15 @@ public:
 
     // How many installations are under way or wait.
     int GetPendingCount() const;
+
+    // Whether somebody who called Install() still waits for SigInstallFinished.
+    bool IsAwaited() const;
+
+    // Ends every installation, from the event loop: each is answered as ever.
+    void Cancel();
+    // Whether the last installation for the current app was cancelled, so that packages may be missing of
+    // which nothing was said.
+    bool IsCut() const;
 
     // Kills what runs and answers everything outstanding. The service can be used again afterwards.
     void Shutdown();
@@ -105,6 +117,9 @@ signals:
     void SigOutput(const QString& line);
     // An installation is over, before its SigInstallFinished. problem: empty when every package is there.
     void SigInstallationEnded(const QString& problem);
+    // GetPendingCount() or IsAwaited() may have changed; of an installation that is over before its
+    // SigInstallFinished.
+    void SigPendingChanged();
     // GetPackageFolders() may have changed.
     void SigPackageFoldersChanged();
 
