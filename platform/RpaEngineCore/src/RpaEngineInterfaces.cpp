@@ -40,6 +40,8 @@ void IProcessLifeCycle::EngineRelease() {}
 
 void IProcessLifeCycle::AppLoaded(const QString&) {}
 
+void IProcessLifeCycle::RunWaits(bool) {}
+
 void IProcessLifeCycle::ProcessStart(const QString&) {}
 
 void IProcessLifeCycle::ProcessFinish(const QString&) {}

@@ -78,6 +78,16 @@ void RpaEngineModule::SetPackageFolders(const QStringList& folders)
     d->packageFolders = folders;
 }
 
+void RpaEngineModule::SetPreparation(IRunPreparation* preparation)
+{
+    d->runner.SetPreparation(preparation);
+}
+
+void RpaEngineModule::SetWaiting(bool waits)
+{
+    d->runner.SetWaiting(waits);
+}
+
 IRpaTranslator* RpaEngineModule::GetTranslator() const
 {
     return &d->translator;
@@ -95,6 +105,8 @@ IRpaLogManager* RpaEngineModule::GetLogManager() const
 
 bool RpaEngineModule::Check(const QString& processName)
 {
+    if (d->runner.IsGivenUp(processName))
+        return true; // nobody wants to know any more
     const ProcessDataManager* const processes = d->processData.Get();
     if (!processes) {
         d->log.Append(RpaLogLevel::Error, QStringLiteral("没有可检查的流程：%1").arg(processName), QString());

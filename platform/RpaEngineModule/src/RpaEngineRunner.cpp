@@ -4,6 +4,7 @@
 #include <RpaEngineCore/IProcessLifeCycle.h>
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <RpaEngineModule/IRunPreparation.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
@@ -31,6 +32,14 @@ RpaEngineRunner::~RpaEngineRunner() = default;
 bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString& processName, bool visual,
                               const RpaRunParts& parts)
 {
+    if (IsGivenUp(processName)) {
+        givenUp.clear();
+        log.Append(RpaLogLevel::Warning, QStringLiteral("流程“%1”已停止，没有运行").arg(processName));
+        return true;
+    }
+    const QString unprepared = preparation ? preparation->GetRefusal() : QString();
+    if (!unprepared.isEmpty())
+        return Refuse(unprepared);
     if (run)
         return Refuse(QStringLiteral("流程“%1”正在运行，请先停止它").arg(runningProcess));
     const RpaProcess* process = processes ? processes->FindProcess(processName) : nullptr;
@@ -100,8 +109,32 @@ void RpaEngineRunner::TellStart(const RpaRunParts& parts)
     TellListeners([this](IProcessLifeCycle* listener) { listener->ProcessStart(runningProcess); });
 }
 
+void RpaEngineRunner::SetWaiting(bool value)
+{
+    if (value == waits)
+        return;
+    waits = value;
+    if (waits)
+        givenUp.clear();
+    else // whoever waited goes on before the event loop does, or never
+        QTimer::singleShot(0, this, [this] { givenUp.clear(); });
+    RpaProcessRelatedUIControler::Instance()->SetRunning(waits || run);
+    TellListeners([this](IProcessLifeCycle* listener) { listener->RunWaits(waits); });
+}
+
+bool RpaEngineRunner::IsGivenUp(const QString& processName) const
+{
+    return !givenUp.isEmpty() && givenUp == processName;
+}
+
 bool RpaEngineRunner::Terminate(const QString& processName)
 {
+    if (waits && preparation) {
+        givenUp = processName;
+        log.Append(RpaLogLevel::Info, QStringLiteral("正在停止流程“%1”").arg(processName));
+        preparation->Stop();
+        return true;
+    }
     if (!run || processName != runningProcess)
         return false;
     log.Append(RpaLogLevel::Info, QStringLiteral("正在停止流程“%1”").arg(runningProcess));
@@ -123,7 +156,7 @@ void RpaEngineRunner::TakeEnd(const RpaRunOutcome& outcome)
     calls.reset();
     run.release()->deleteLater();
     runningProcess.clear();
-    RpaProcessRelatedUIControler::Instance()->SetRunning(false);
+    RpaProcessRelatedUIControler::Instance()->SetRunning(waits);
     if (outcome.stopped)
         TellListeners([&](IProcessLifeCycle* listener) { listener->ProcessTerminate(processName); });
     TellListeners([&](IProcessLifeCycle* listener) { listener->ProcessFinish(processName); });

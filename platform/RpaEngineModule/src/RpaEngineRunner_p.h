@@ -9,6 +9,7 @@
 
 class IRpaDebugger;
 class IRpaLogManager;
+class IRunPreparation;
 class ProcessDataManager;
 
 // Runs one process at a time and tells everybody about it: log, life-cycle listeners, controlled widgets and,
@@ -26,7 +27,12 @@ public:
     bool Execute(const ProcessDataManager* processes, const QString& processName, bool visual,
                  const RpaRunParts& parts);
 
-    // False when the named process does not run.
+    void SetPreparation(IRunPreparation* value) { preparation = value; }
+    void SetWaiting(bool value);
+    // The run of this process was stopped while it waited, and is to be executed all the same.
+    bool IsGivenUp(const QString& processName) const;
+
+    // False when the named process neither runs nor waits.
     bool Terminate(const QString& processName);
 
     QString GetRunningProcess() const { return runningProcess; }
@@ -47,6 +53,9 @@ private:
     IRpaDebugger& debugger;
     QString runningProcess;
     RpaProgram program;
+    IRunPreparation* preparation = nullptr;
+    bool waits = false;
+    QString givenUp;               // name of the process
     std::unique_ptr<RpaRun> ready; // its interpreter waits for a job
     std::unique_ptr<RpaRun> run;
     std::unique_ptr<RpaRunCalls> calls;

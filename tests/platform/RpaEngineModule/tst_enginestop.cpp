@@ -1,8 +1,27 @@
 #include "EngineRunFixture.h"
 #include "TestApp.h"
 
+#include <RpaEngineModule/IRunPreparation.h>
+#include <RpaEngineModule/RpaProcessRelatedUIControler.h>
+
 #include <QElapsedTimer>
 #include <QTest>
+
+namespace
+{
+class Preparation : public IRunPreparation
+{
+public:
+    Preparation() { RpaEngineModule::Instance()->SetPreparation(this); }
+    ~Preparation() override { RpaEngineModule::Instance()->SetPreparation(nullptr); }
+
+    QString GetRefusal() override { return refusal; }
+    void Stop() override { ++stops; }
+
+    QString refusal;
+    int stops = 0;
+};
+} // namespace
 
 // A run that does its worst is gone within a second.
 class EngineStop : public QObject
@@ -15,6 +34,8 @@ private slots:
     void aStoppedProgramMayCleanUp();
     void aFloodOfOutputLeavesTheLogBounded();
     void aRunStoppedBeforeItsProgramConnectsEndsQuietly();
+    void aRunGivenUpWhileItWaitsIsNotStarted();
+    void noRunStartsAgainstItsPreparation();
 };
 
 void EngineStop::stopEndsTheWholeRun_data()
@@ -86,6 +107,40 @@ void EngineStop::aRunStoppedBeforeItsProgramConnectsEndsQuietly()
         QVERIFY(engine.life.WaitUntilOver());
         QVERIFY(engine.life.events.contains(QStringLiteral("terminate 主流程")));
     }
+}
+
+void EngineStop::aRunGivenUpWhileItWaitsIsNotStarted()
+{
+    EngineRunFixture engine;
+    Preparation preparation;
+    engine.Engine()->SetWaiting(true);
+    QVERIFY(RpaProcessRelatedUIControler::Instance()->IsRunning());
+
+    QVERIFY(engine.Engine()->Terminate(QStringLiteral("主流程")));
+    QCOMPARE(preparation.stops, 1);
+    engine.Engine()->SetWaiting(false);
+
+    // Whoever waited goes on at once, and starts nothing; the next one who asks is meant.
+    QVERIFY(!RpaProcessRelatedUIControler::Instance()->IsRunning());
+    QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
+    QVERIFY(engine.life.events.isEmpty());
+    QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
+    QVERIFY(engine.life.WaitUntilOver());
+}
+
+void EngineStop::noRunStartsAgainstItsPreparation()
+{
+    EngineRunFixture engine;
+    Preparation preparation;
+    preparation.refusal = QStringLiteral("正在安装");
+
+    QVERIFY(!engine.RunText(QStringLiteral("print('up')\n")));
+
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("正在安装")));
+    QVERIFY(engine.life.events.isEmpty());
+    preparation.refusal.clear();
+    QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
+    QVERIFY(engine.life.WaitUntilOver());
 }
 
 RPA_TEST_MAIN(EngineStop)

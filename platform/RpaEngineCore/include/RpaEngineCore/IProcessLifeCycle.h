@@ -13,6 +13,9 @@ public:
     virtual void EngineReady();
     virtual void EngineRelease();
     virtual void AppLoaded(const QString& appId);
+    // A run that was asked for waits for what it needs (its packages), or no longer: then it starts, or was
+    // given up.
+    virtual void RunWaits(bool waits);
     virtual void ProcessStart(const QString& processName);
     virtual void ProcessFinish(const QString& processName);
     virtual void ProcessTerminate(const QString& processName);

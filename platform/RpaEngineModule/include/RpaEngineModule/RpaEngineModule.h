@@ -13,6 +13,7 @@ class IBrowserEngine;
 class IRpaDebugger;
 class IRpaLogManager;
 class IRpaTranslator;
+class IRunPreparation;
 class ProcessDataManager;
 class RpaAppRunTimeInfo;
 class RpaHtmlNodeManager;
@@ -36,6 +37,12 @@ public:
     // Folders that runs started from now on search for Python modules before Python's own, in this order.
     void SetPackageFolders(const QStringList& folders);
 
+    // Asked before each run starts; null: nobody is.
+    void SetPreparation(IRunPreparation* preparation);
+    // A run that somebody asked for waits to be executed, or no longer. Meanwhile the controlled widgets are
+    // disabled, and Terminate() gives the run up: should it be executed after all, nothing is started.
+    void SetWaiting(bool waits);
+
     IRpaTranslator* GetTranslator() const;
     IRpaDebugger* GetEngineDebugger() const;
     IRpaLogManager* GetLogManager() const;
@@ -44,10 +51,11 @@ public:
     // IRpaDebugger::SigCheckNode and to the log.
     bool Check(const QString& processName);
 
-    // Starts the named process; false when it could not be started (the reason is in the log).
+    // Starts the named process; false when it could not be started (the reason is in the log). True as well
+    // when it was given up while it waited.
     bool Execute(const QString& processName);
 
-    // Stops the named process; false when it does not run.
+    // Stops the named process; false when it neither runs nor waits.
     bool Terminate(const QString& processName);
 
 private:

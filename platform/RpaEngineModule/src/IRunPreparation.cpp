@@ -1,0 +1,3 @@
+#include <RpaEngineModule/IRunPreparation.h>
+
+IRunPreparation::~IRunPreparation() = default;
