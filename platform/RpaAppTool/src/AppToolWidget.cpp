@@ -68,13 +68,13 @@ void AppToolWidget::UpdateButtons()
 {
     for (int index = 0; index < buttons.size(); ++index) {
         const RpaToolItem tool = toolData->GetItem(index);
-        const bool runs = !runningProcess.isEmpty() && index == runningIndex;
+        const bool runs = IsBusy() && index == runningIndex;
         WbPushButton* button = buttons.at(index);
         const QString icon = tool.icon.isEmpty() ? QStringLiteral("run") : tool.icon;
         button->setText(runs ? QStringLiteral("停止") : tool.text);
         button->setIcon(WbIcons::Get(runs ? QStringLiteral("stop") : icon, WbColor::TextOnAccent));
         button->SetButtonType(runs ? Wb::DangerButton : Wb::PrimaryButton);
-        button->setEnabled(runs || (runningProcess.isEmpty() && !tool.processName.isEmpty()));
+        button->setEnabled(runs || (!IsBusy() && !tool.processName.isEmpty()));
         button->setToolTip(tool.processName.isEmpty() ? QStringLiteral("这个工具还没有选择流程")
                                                       : QStringLiteral("运行流程“%1”").arg(tool.processName));
         button->setAccessibleName(runs ? QStringLiteral("停止 %1").arg(tool.text) : tool.text);
@@ -86,12 +86,25 @@ void AppToolWidget::UpdateButtons()
 void AppToolWidget::Press(int index)
 {
     const QString processName = toolData ? toolData->GetItem(index).processName : QString();
-    if (!runningProcess.isEmpty()) {
-        emit SigStopProcess(runningProcess);
+    if (IsBusy()) {
+        emit SigStopProcess(runningProcess.isEmpty() ? processName : runningProcess);
         return;
     }
     runningIndex = index;
+    isPressing = true;
+    const QPointer<AppToolWidget> alive(this);
     emit SigRunProcess(processName);
+    if (alive)
+        isPressing = false;
+}
+
+void AppToolWidget::RunWaits(bool waits)
+{
+    waiting = waits;
+    // A run of somebody else's, which is not for these tools to stop.
+    if (waits && !isPressing)
+        runningIndex = -1;
+    UpdateButtons();
 }
 
 void AppToolWidget::ProcessStart(const QString& processName)

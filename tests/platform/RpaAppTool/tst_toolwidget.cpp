@@ -15,6 +15,8 @@ private slots:
     void init();
     void aClickAsksForTheToolsProcess();
     void theRunningToolStopsItsProcess();
+    void aRunThatWaitsIsStoppedByItsTool();
+    void aRunThatWaitsElsewhereIsNotStoppedHere();
     void aToolWithoutAProcessCannotBePressed();
     void changesOfTheToolsAreShown();
 
@@ -68,6 +70,39 @@ void ToolWidget::theRunningToolStopsItsProcess()
     Tell([](IProcessLifeCycle* listener) { listener->ProcessFinish(QStringLiteral("主流程")); });
 
     QCOMPARE(Button(0)->text(), QStringLiteral("导入"));
+}
+
+void ToolWidget::aRunThatWaitsIsStoppedByItsTool()
+{
+    const auto wait = [](bool waits) {
+        Tell([waits](IProcessLifeCycle* listener) { listener->RunWaits(waits); });
+    };
+    tools->InsertItem(-1, {QString(), QStringLiteral("导出"), QString(), QStringLiteral("导出流程"), {}});
+    QSignalSpy runs(widget, &IAppToolWidget::SigRunProcess);
+    QSignalSpy stops(widget, &IAppToolWidget::SigStopProcess);
+    connect(widget, &IAppToolWidget::SigRunProcess, this, [&wait] { wait(true); });
+
+    QTest::mouseClick(Button(2), Qt::LeftButton);
+    QCOMPARE(Button(2)->text(), QStringLiteral("停止"));
+    QVERIFY(!Button(0)->isEnabled());
+    QTest::mouseClick(Button(2), Qt::LeftButton);
+
+    QCOMPARE(runs.size(), 1);
+    QCOMPARE(stops.size(), 1);
+    QCOMPARE(stops.first().first().toString(), QStringLiteral("导出流程"));
+    wait(false);
+    QCOMPARE(Button(2)->text(), QStringLiteral("导出"));
+    QVERIFY(Button(0)->isEnabled());
+}
+
+void ToolWidget::aRunThatWaitsElsewhereIsNotStoppedHere()
+{
+    QTest::mouseClick(Button(0), Qt::LeftButton); // came to nothing
+
+    Tell([](IProcessLifeCycle* listener) { listener->RunWaits(true); });
+
+    QCOMPARE(Button(0)->text(), QStringLiteral("导入"));
+    QVERIFY(!Button(0)->isEnabled());
 }
 
 void ToolWidget::aToolWithoutAProcessCannotBePressed()
