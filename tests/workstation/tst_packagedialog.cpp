@@ -9,8 +9,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace
 {
@@ -41,6 +44,7 @@ private slots:
     void editsAreDroppedWhenTheUserSaysSo();
     void theDialogStaysWhenTheUserThinksAgain();
     void nothingIsAskedWithoutEdits();
+    void offersNothingThatNoAppWouldKeep();
     void aFolderOfWheelsIsNamedByTyping();
     void aFolderOfWheelsIsTakenBack();
     void whatIsNoFolderOfWheelsIsRefusedInWords_data();
@@ -107,6 +111,40 @@ void tst_PackageDialog::nothingIsAskedWithoutEdits()
     dialog.reject();
 
     QVERIFY(!dialog.isVisible());
+}
+
+// The editor of a visual app takes no list: its process decides.
+void tst_PackageDialog::offersNothingThatNoAppWouldKeep()
+{
+    PackageService service;
+    service.Reset(QStringLiteral(R"({"packages":[{"name":"openpyxl","version":""}]})"));
+    PackageDialog dialog(&service, QString(), nullptr);
+    dialog.show();
+    auto* const view = dialog.findChild<QTableView*>(QStringLiteral("tablePackages"));
+    const QRect first = view->visualRect(view->model()->index(0, 0));
+    QCOMPARE(view->model()->rowCount(), 1);
+
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, first.center());
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, first.center());
+    QTest::keyClick(view, Qt::Key_Delete);
+    QTest::keyClick(view, Qt::Key_S, Qt::ControlModifier);
+
+    QVERIFY(!view->findChild<QLineEdit*>());
+    QCOMPARE(view->model()->rowCount(), 1);
+    for (const char* name : {"editPackageName", "editPackageVersion", "buttonAddPackage",
+                             "buttonRemovePackage", "buttonSavePackages"}) {
+        QVERIFY2(!dialog.findChild<QWidget*>(QLatin1String(name))->isVisible(), name);
+    }
+    QVERIFY(dialog.findChild<QPushButton*>(QStringLiteral("buttonInstallPackages"))->isVisible());
+    const auto labels = dialog.findChildren<QLabel*>();
+    QVERIFY(std::none_of(labels.cbegin(), labels.cend(), [](const QLabel* label) {
+        return label->isVisible() && label->text().contains(QStringLiteral("已保存"));
+    }));
+    QVERIFY(std::any_of(labels.cbegin(), labels.cend(), [](const QLabel* label) {
+        return label->isVisible() && label->text().contains(QStringLiteral("由流程中的命令决定"));
+    }));
+    dialog.reject();
+    QVERIFY(!dialog.isVisible()); // nothing to ask
 }
 
 void tst_PackageDialog::aFolderOfWheelsIsNamedByTyping()

@@ -37,12 +37,14 @@ public:
     void TellNote(const QString& note, WbColor color);
     void Colour();
     void UpdateState();
+    void ShowOnly();
 
     RpaPackagePanel& q;
     PackageService& service;
     PackageTable table;
     QString shownConfiguration; // as the service has it
     QString savedList;          // the same, as the table writes it
+    bool isEditable = true;
     bool installing = false;
     bool changed = false;
     WbColor noteColor = WbColor::TextSecondary;
@@ -228,7 +230,7 @@ void RpaPackagePanel::Private::Add()
 void RpaPackagePanel::Private::RemoveCurrent()
 {
     const int row = view->currentIndex().row();
-    if (row < 0 || installing)
+    if (row < 0 || installing || !isEditable)
         return;
     table.Remove(row);
     view->selectRow(qMin(row, table.rowCount() - 1));
@@ -284,6 +286,16 @@ void RpaPackagePanel::Private::UpdateState()
     emit q.SigChangedStateChanged(now);
 }
 
+// What nobody would keep is not offered.
+void RpaPackagePanel::Private::ShowOnly()
+{
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{editName, editVersion, buttonAdd, buttonRemove, buttonSave})
+        widget->hide();
+    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    labelHint->setText(QStringLiteral("流程中还没有需要扩展包的命令。"));
+}
+
 RpaPackagePanel::RpaPackagePanel(PackageService* service, QWidget* parent)
     : WbBaseWidget(parent), d(std::make_unique<Private>(*this, *service))
 {
@@ -304,6 +316,9 @@ RpaPackagePanel::RpaPackagePanel(PackageService* service, QWidget* parent)
     layout->addWidget(d->progress);
     layout->addLayout(d->CreateFooter());
     d->Connect();
+    d->isEditable = service->IsListTaken();
+    if (!d->isEditable)
+        d->ShowOnly();
 
     d->installing = service->GetPendingCount() > 0;
     d->savedList = d->table.GetList();
@@ -313,6 +328,11 @@ RpaPackagePanel::RpaPackagePanel(PackageService* service, QWidget* parent)
 }
 
 RpaPackagePanel::~RpaPackagePanel() = default;
+
+bool RpaPackagePanel::IsEditable() const
+{
+    return d->isEditable;
+}
 
 bool RpaPackagePanel::IsChanged() const
 {

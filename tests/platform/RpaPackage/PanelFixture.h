@@ -17,6 +17,8 @@ public:
     explicit PanelFixture(const QString& list = QString())
     {
         service.Reset(list);
+        // An app that takes the list.
+        QObject::connect(&service, &IPackageService::SigSaveConfig, &app, [] {});
         panel = std::make_unique<RpaPackagePanel>(&service);
         panel->resize(620, 460);
         panel->show();
@@ -44,6 +46,7 @@ public:
 
     void Press(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
 
+    QObject app;
     std::unique_ptr<RpaPackagePanel> panel;
     std::unique_ptr<QAbstractItemModelTester> tester;
 };
