@@ -12,7 +12,8 @@ namespace
 {
 int OpenFile(const QByteArray& name)
 {
-    constexpr int flags = O_CLOEXEC | O_NOCTTY | O_NONBLOCK; // a child must not keep the lock, a pipe not hang
+    constexpr int flags =
+        O_CLOEXEC | O_NOCTTY | O_NONBLOCK; // a child must not keep the lock, a pipe not hang
     const int writable = open(name.constData(), flags | O_RDWR | O_CREAT, S_IRUSR | S_IWUSR);
     // A file of another user can be locked as well.
     return writable >= 0 || errno != EACCES ? writable : open(name.constData(), flags | O_RDONLY);

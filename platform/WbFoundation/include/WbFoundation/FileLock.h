@@ -8,8 +8,8 @@
 
 // Keeps a folder or a store to one process at a time, by a lock that the system holds on an open file. It
 // goes when the lock is destroyed or its process ends, however that happens; what the file holds, and whether
-// it was there before, says nothing. The file stays behind, empty: it must be no file that is used otherwise. One thread
-// at a time.
+// it was there before, says nothing. The file stays behind, empty: it must be no file that is used otherwise.
+// One thread at a time.
 //
 //   FileLock lock(folder + QStringLiteral("/lock"));
 //   if (lock.TryLock() != FileLock::Result::Locked)
