@@ -101,27 +101,27 @@ bool MonkeyLife::Start()
         std::fprintf(stderr, "monkey: %s\n", qPrintable(problem));
         return false;
     }
-    if (isFirst) {
-        Prepare();
-    } else {
-        LetLoose();
-    }
+    Prepare(isFirst);
     return true;
 }
 
 // The first life finds an empty server: without apps there is little to do.
-void MonkeyLife::Prepare()
+void MonkeyLife::Prepare(bool isFirst)
 {
     Session* const session = workstation->GetSession();
     auto* samples = new SampleInstaller(this);
-    const auto signedIn = std::make_shared<QMetaObject::Connection>();
-    *signedIn = connect(session, &Session::SigSignedIn, this, [samples, signedIn] {
-        disconnect(*signedIn);
-        samples->Start();
-    });
     connect(samples, &SampleInstaller::SigFinished, this, [this, samples] {
         samples->deleteLater();
         LetLoose();
+    });
+    connect(session, &Session::SigSignedIn, samples, [this, isFirst, session, samples] {
+        session->disconnect(samples);
+        if (isFirst) {
+            samples->Start();
+        } else {
+            samples->deleteLater();
+            LetLoose();
+        }
     });
     const auto signIn = [this, session] { session->SignIn(order.accounts.first(), order.password, true); };
     connect(session, &Session::SigRefused, samples, [signIn, samples] {

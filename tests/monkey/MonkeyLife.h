@@ -54,7 +54,7 @@ public slots:
     void SlotOpenNothing(const QUrl&) {}
 
 private:
-    void Prepare();
+    void Prepare(bool isFirst);
     void LetLoose();
     void CalmDown();
     void Leave();

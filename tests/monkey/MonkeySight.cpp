@@ -15,11 +15,12 @@
 namespace
 {
 // They lead away from the server that the storm is made for.
-const char* const forbidden[] = {"radioEmbedded",   "radioRemote", "editAddress",
-                                 "buttonUseServer", "editAccount", "editPassword"};
+const char* const forbidden[] = {"radioEmbedded",     "radioRemote",         "editAddress",
+                                 "buttonUseServer",   "editAccount",         "editPassword",
+                                 "checkStaySignedIn", "buttonServerSettings"};
 // They end what the monkey is doing; now and then is enough.
-const char* const rare[] = {"buttonBack", "buttonSignOut", "buttonSettings", "buttonServerSettings",
-                            "tabOnline",  "tabGray",       "buttonAbout"};
+const char* const rare[] = {"buttonBack",  "buttonSignOut",  "buttonSettings", "tabOnline", "tabGray",
+                            "buttonAbout", "buttonPackages", "comboTheme",     "comboDates"};
 constexpr int othersPerRare = 8;
 
 template <typename Names>
