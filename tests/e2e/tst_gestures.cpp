@@ -40,15 +40,23 @@ class Releases : public QObject
     Q_OBJECT
 
 public:
-    Releases() { qApp->installEventFilter(this); }
+    explicit Releases(Qt::MouseButton counted = Qt::LeftButton) : button(counted)
+    {
+        qApp->installEventFilter(this);
+    }
     int count = 0;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        count += watched->isWindowType() && event->type() == QEvent::MouseButtonRelease;
+        if (watched->isWindowType() && event->type() == QEvent::MouseButtonRelease) {
+            count += static_cast<QMouseEvent*>(event)->button() == button;
+        }
         return false;
     }
+
+private:
+    const Qt::MouseButton button;
 };
 } // namespace
 
@@ -58,6 +66,7 @@ class tst_Gestures : public QObject
 
 private slots:
     void theVersionBoxOpensByAClickOnItsName();
+    void aDoubleClickOnACardPressesNothingOnThePageItOpens();
 };
 
 void tst_Gestures::theVersionBoxOpensByAClickOnItsName()
@@ -73,7 +82,7 @@ void tst_Gestures::theVersionBoxOpensByAClickOnItsName()
     QSignalSpy picked(&combo, &RpaVersionCombo::SigSelectVersion);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    Releases releases;
+    const Releases releases;
     const QLineEdit* face = combo.lineEdit();
     const auto* grace = combo.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
 
@@ -90,6 +99,36 @@ void tst_Gestures::theVersionBoxOpensByAClickOnItsName()
         QTRY_VERIFY(!grace->isActive());
     }
     QCOMPARE(picked.size(), 0);
+}
+
+void tst_Gestures::aDoubleClickOnACardPressesNothingOnThePageItOpens()
+{
+    QApplication::setDoubleClickInterval(1000); // the second press belongs to the first, however slow this is
+    MainWindow window;
+    auto* card = new QPushButton(QStringLiteral("卡片")); // the window owns its pages
+    auto* run = new QPushButton(QStringLiteral("运行"));
+    window.AddPage(card, QString());
+    window.AddPage(run, QStringLiteral("返回"));
+    connect(card, &QPushButton::clicked, &window, [&] { window.ShowPage(run); });
+    QSignalSpy opened(card, &QPushButton::clicked);
+    QSignalSpy started(run, &QPushButton::pressed);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const Releases releases;
+    const Releases others(Qt::RightButton);
+    Mouse(MoveTo(&window, window.rect().center()));
+
+    for (int round = 1; round <= 3; ++round) {
+        Mouse({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
+               QStringLiteral("--delay"), QStringLiteral("40"), QStringLiteral("1")});
+        QTRY_COMPARE(releases.count, 2 * round);
+        QCOMPARE(opened.size(), round);
+        QCOMPARE(started.size(), 0);
+        window.ShowPage(card);
+        // Another button ends the row of clicks.
+        Mouse({QStringLiteral("click"), QStringLiteral("3")});
+        QTRY_COMPARE(others.count, round);
+    }
 }
 
 int main(int argc, char** argv)

@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 
+#include "ClickGuard.h"
 #include "ServerMark.h"
 
 #include <OxBase/DpiTool.h>
@@ -33,6 +34,7 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     layout->addWidget(CreateHead());
     layout->addWidget(pages, 1);
     UpdateHead();
+    new ClickGuard(this); // the window owns it
 
     connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
     connect(buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
