@@ -1,9 +1,9 @@
-// A pipe among the templates, where the system has such files.
+// Pipes among the templates, where the system has such files.
+#include "TemplateFile.h"
 #include "TemplateKeeper.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -14,31 +14,33 @@ class tst_TemplatePipe : public QObject
     Q_OBJECT
 
 private slots:
-    void leavesOutAPipeWithoutWaitingForAWriter();
+    void leavesOutPipesAndLinksToThemWithoutWaitingForAWriter();
 };
 
 // Whoever opened one to read it would wait until somebody opens it to write.
-void tst_TemplatePipe::leavesOutAPipeWithoutWaitingForAWriter()
+void tst_TemplatePipe::leavesOutPipesAndLinksToThemWithoutWaitingForAWriter()
 {
     const QTemporaryDir home;
     const QString folder = home.filePath(QStringLiteral("visual"));
     QVERIFY(QDir().mkpath(folder));
     TemplateKeeper keeper({folder}, home.filePath(QStringLiteral("data")));
-    QSignalSpy looked(&keeper, &TemplateKeeper::SigLooked);
-    QSignalSpy unreadable(&keeper, &TemplateKeeper::SigUnreadable);
-    QFile file(folder + QStringLiteral("/a.rpat"));
+    TemplateRecord record;
+    record.name = QStringLiteral("甲");
+    record.appData = "{}";
+    QFile file(folder + QStringLiteral("/a"));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write("a"), qint64(1));
+    QVERIFY(file.write(TemplateFile::Encode(record)) > 0);
     file.close();
-    QCOMPARE(::mkfifo(QFile::encodeName(folder + QStringLiteral("/b.rpat")).constData(), 0600), 0);
+    QCOMPARE(::mkfifo(QFile::encodeName(folder + QStringLiteral("/b")).constData(), 0600), 0);
+    QVERIFY(QFile::link(folder + QStringLiteral("/b"), folder + QStringLiteral("/c")));
 
-    const QString fit = keeper.GetFitFolder(folder);
-    keeper.Look();
+    bool looked = false;
+    keeper.LookThen([&] { looked = true; });
 
-    QCOMPARE(QDir(fit).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System),
-             QStringList{QStringLiteral("a.rpat")});
-    QTRY_COMPARE(looked.size(), 1);
-    QCOMPARE(unreadable.size(), 0);
+    QTRY_VERIFY(looked);
+    QCOMPARE(
+        QDir(keeper.GetFitFolder(folder)).entryList(QDir::NoDotAndDotDot | QDir::AllEntries | QDir::System),
+        QStringList{QStringLiteral("a")});
     QCOMPARE(QDir(keeper.GetKeptFolder()).entryList(QDir::Files).size(), 1);
 }
 

@@ -240,8 +240,10 @@ void Workstation::ConnectPages()
 void Workstation::ConnectServices()
 {
     connect(templates.get(), &TemplateKeeper::SigLooked, this, &Workstation::OfferTemplates);
-    connect(templates.get(), &TemplateKeeper::SigUnreadable, this, [](const QString& file) {
-        WbToast::Show(QStringLiteral("模板文件“%1”无法读取，请重新生成").arg(file), ToastWarning);
+    connect(templates.get(), &TemplateKeeper::SigProblem, this,
+            [](const QString& text) { WbToast::Show(text, ToastWarning); });
+    connect(templates.get(), &TemplateKeeper::SigContentLost, this, [] {
+        WbToast::Show(QStringLiteral("所选模板的内容已无法读取，应用从空白内容开始"), ToastWarning);
     });
     connect(window.get(), &MainWindow::SigCloseRequested, closeGuard.get(), &CloseGuard::RequestClose);
     connect(closeGuard.get(), &CloseGuard::SigWaiting, this, [this] {

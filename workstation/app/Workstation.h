@@ -68,6 +68,7 @@ private:
     void ShowPackages();
     void TellWheelFolders();
     void ConnectDrafts();
+    void PrepareEditor(const AppRecord& app);
     void OpenEditor(const AppRecord& app);
     void LeaveEditor();
     void SwitchAccount(int embeddedAccount);

@@ -17,7 +17,7 @@ void Workstation::ConnectDrafts()
     drafts->SetDateLanguage(settings.GetDateLanguage());
     connect(&settings, &WorkstationSettings::SigDateLanguageChanged, drafts.get(),
             &DraftDesk::SetDateLanguage);
-    connect(drafts.get(), &DraftDesk::SigReady, this, &Workstation::OpenEditor);
+    connect(drafts.get(), &DraftDesk::SigReady, this, &Workstation::PrepareEditor);
     connect(editorPage, &EditorPage::SigGivenUp, drafts.get(), &DraftDesk::GiveUp);
     leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
     connect(editorPage, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
@@ -35,8 +35,17 @@ void Workstation::OfferTemplates()
                                              templates->GetFitFolder(paths.programTemplateDir));
 }
 
+// A new app begins with the templates as they are now. No other app may be opened meanwhile: restored work
+// that waits for this one would go there.
+void Workstation::PrepareEditor(const AppRecord& app)
+{
+    listPage->setEnabled(false);
+    templates->LookThen([this, app] { OpenEditor(app); });
+}
+
 void Workstation::OpenEditor(const AppRecord& app)
 {
+    listPage->setEnabled(true);
     if (editorPage->IsOpen() || window->CurrentPage() != listPage) {
         drafts->Close(); // the user went elsewhere meanwhile
         return;

@@ -54,7 +54,8 @@ void RegularFileTest::refusesWhatIsNoFileWithoutWaiting()
     QVERIFY(target.open(QIODevice::WriteOnly));
     QVERIFY(QFile::link(pipe, place.filePath(QStringLiteral("link to a pipe"))));
     QVERIFY(QFile::link(target.fileName(), place.filePath(QStringLiteral("link to a file"))));
-    QVERIFY(QFile::link(place.filePath(QStringLiteral("gone")), place.filePath(QStringLiteral("link to nothing"))));
+    QVERIFY(QFile::link(place.filePath(QStringLiteral("gone")),
+                        place.filePath(QStringLiteral("link to nothing"))));
     QFile file;
     QString problem;
 

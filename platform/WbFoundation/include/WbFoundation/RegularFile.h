@@ -6,8 +6,8 @@
 
 class QFile;
 
-// Files in folders that others may write into as well: a link leads anywhere, and whoever opens a pipe waits for
-// somebody who writes.
+// Files in folders that others may write into as well: a link leads anywhere, and whoever opens a pipe waits
+// for somebody who writes.
 namespace RegularFile
 {
 // Opens the file for reading, without ever waiting. False with a problem in the user's words when it is no
