@@ -22,7 +22,10 @@ TemplateKeeper::TemplateKeeper(const QStringList& places, const QString& data, Q
     worker.setMaxThreadCount(1);
     connect(&watcher, &QFileSystemWatcher::directoryChanged, this, [this] { settle.start(settleTime); });
     connect(&settle, &QTimer::timeout, this, &TemplateKeeper::Look);
-    connect(&patience, &QTimer::timeout, this, &TemplateKeeper::CallWaiting);
+    connect(&patience, &QTimer::timeout, this, [this] {
+        emit SigProblem(QStringLiteral("模板还没有读完，这次可能没有列全，请稍后再打开"));
+        CallWaiting();
+    });
     RpaContentReference::SetFetch([this](const QByteArray& key) { return Fetch(key); });
 }
 

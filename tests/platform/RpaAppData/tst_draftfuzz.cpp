@@ -1,5 +1,5 @@
-// Draft files that something went over: each is either the draft that was written or set aside, never anything
-// else, and nothing is deleted.
+// Draft files that something went over: each is either the draft that was written or set aside, never
+// anything else, and nothing is deleted.
 #include "DraftFile_p.h"
 #include "DraftFolder_p.h"
 
