@@ -1,7 +1,10 @@
 #include "CutTextDelegate_p.h"
 
+#include <WbBaseUI/WbLineLimit.h>
+
 #include <QAbstractItemView>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QToolTip>
 
 namespace
@@ -9,6 +12,15 @@ namespace
 // A tool tip is for reading, not for a whole document.
 constexpr int longestTip = 1000;
 } // namespace
+
+QWidget* CutTextDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                       const QModelIndex& index) const
+{
+    QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (auto* line = qobject_cast<QLineEdit*>(editor))
+        new WbLineLimit(line, QStringLiteral("这一格"));
+    return editor;
+}
 
 bool CutTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                 const QStyleOptionViewItem& option, const QModelIndex& index)

@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-// Tells the whole text of a cell that is too narrow for it.
+// Tells the whole text of a cell that is too narrow for it, and cuts nothing of it when it is edited.
 class CutTextDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -10,6 +10,8 @@ class CutTextDelegate : public QStyledItemDelegate
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
 };

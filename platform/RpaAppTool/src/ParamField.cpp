@@ -5,6 +5,7 @@
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbLineLimit.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QCheckBox>
@@ -49,6 +50,7 @@ ParamField::ParamField(const RpaParamItem& item, QWidget* parent)
 void ParamField::AddTextField(const RpaParamItem& item)
 {
     auto* edit = new WbLineEdit;
+    new WbLineLimit(edit, item.label.isEmpty() ? item.name : item.label);
     edit->setPlaceholderText(item.hint);
     if (item.type == RpaParamType::Password)
         edit->setEchoMode(QLineEdit::Password);
@@ -125,7 +127,7 @@ void ParamField::ShowValue(const QVariant& value)
 {
     const QSignalBlocker blocker(field);
     if (auto* edit = qobject_cast<QLineEdit*>(field)) {
-        const QString text = value.toString();
+        const QString text = ShownText(*edit, value.toString());
         // A value that comes back while the user types it must not move the cursor.
         if (edit->text() != text && !(edit->hasFocus() && edit->text().toDouble() == value.toDouble() &&
                                       edit->validator() && value.isValid()))
@@ -138,6 +140,19 @@ void ParamField::ShowValue(const QVariant& value)
     } else if (auto* box = qobject_cast<QCheckBox*>(field)) {
         box->setChecked(value.toBool());
     }
+}
+
+// What is shown cut must not be written back.
+QString ParamField::ShownText(QLineEdit& edit, const QString& text)
+{
+    constexpr int shownStart = 1000;
+    const bool isTooLong = text.size() > WbLineLimit::mostCharacters;
+    if (edit.isReadOnly() != isTooLong) {
+        edit.setReadOnly(isTooLong);
+        edit.setToolTip(isTooLong ? QStringLiteral("内容太长（%1 个字），无法在一行中修改").arg(text.size())
+                                  : QString());
+    }
+    return isTooLong ? text.left(shownStart) + QChar(0x2026) : text;
 }
 
 void ParamField::SetMissing(bool missing)

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QHBoxLayout;
+class QLineEdit;
 
 // One field of the form, made for the type of its parameter.
 class ParamField : public QWidget
@@ -32,6 +33,7 @@ private:
     void AddSwitchField();
     void AddFileField(const RpaParamItem& item);
     void ChooseFile();
+    static QString ShownText(QLineEdit& edit, const QString& text);
 
     QHBoxLayout* row;
     QWidget* field = nullptr;

@@ -2,6 +2,7 @@
 #include "TableModel_p.h"
 
 #include <WbBaseUI/UIUtils.h>
+#include <WbBaseUI/WbLineLimit.h>
 #include <WbFoundation/ContentLimits.h>
 
 #include <QDate>
@@ -140,6 +141,10 @@ Qt::ItemFlags TableModel::flags(const QModelIndex& index) const
     if (!tableData || !index.isValid() || !userEditable)
         return flags;
     const bool isSwitch = tableData->GetColumns().at(index.column()).type == RpaColumnType::Switch;
+    // It can be cleared, and another one pasted over it.
+    const QVariant cell = tableData->GetCell(index.row(), index.column());
+    if (cell.userType() == QMetaType::QString && cell.toString().size() > WbLineLimit::mostCharacters)
+        return flags;
     return flags | (isSwitch ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
 }
 

@@ -4,6 +4,7 @@
 #include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbLineLimit.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbTheme.h>
@@ -185,6 +186,7 @@ void ArgumentField::BuildEditor()
 QWidget* ArgumentField::BuildLine(const QStringList& completions, bool code)
 {
     auto* line = new WbLineEdit;
+    new WbLineLimit(line, info.title);
     line->setObjectName(QStringLiteral("editor"));
     line->setPlaceholderText(PlaceholderOf(info.type, python));
     if (code)
@@ -293,6 +295,8 @@ void ArgumentField::ShowText()
     auto* line = qobject_cast<QLineEdit*>(editor);
     if (!line)
         line = editor->findChild<QLineEdit*>();
+    // What would be shown cut must not be written back.
+    line->setReadOnly(shown.size() > WbLineLimit::mostCharacters);
     if (line->text() == shown)
         return;
     line->setText(shown);

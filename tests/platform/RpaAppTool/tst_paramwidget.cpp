@@ -24,6 +24,8 @@ private slots:
     void init();
     void eachTypeHasItsField();
     void typingSetsTheValue();
+    void typingIntoALongValueKeepsAllOfIt();
+    void aValueTooLongForOneLineIsShownAndKept();
     void aRunReadsAndWritesValues();
     void aValueThatDoesNotFitIsRefused();
     void anEmptyRequiredFieldIsMarked();
@@ -99,6 +101,33 @@ void ParamWidget::typingSetsTheValue()
     QCOMPARE(widget->GetParam(QStringLiteral("number")).toDouble(), 2.5);
     QCOMPARE(widget->GetParam(QStringLiteral("switch")).toBool(), true);
     QCOMPARE(static_cast<QLineEdit*>(Field(1))->text(), QStringLiteral("2.5"));
+}
+
+void ParamWidget::typingIntoALongValueKeepsAllOfIt()
+{
+    const QString value(100000, QLatin1Char('x'));
+    QVERIFY(widget->SetParam(QStringLiteral("text"), value));
+
+    Field(0)->setFocus();
+    QTest::keyClick(Field(0), Qt::Key_End);
+    QTest::keyClicks(Field(0), QStringLiteral("y"));
+
+    QVERIFY(widget->GetParam(QStringLiteral("text")).toString() == value + QLatin1Char('y'));
+}
+
+void ParamWidget::aValueTooLongForOneLineIsShownAndKept()
+{
+    const QString value(2000000, QLatin1Char('x'));
+    QVERIFY(widget->SetParam(QStringLiteral("text"), value));
+
+    QTest::keyClicks(Field(0), QStringLiteral("y"));
+
+    QVERIFY(widget->GetParam(QStringLiteral("text")).toString() == value);
+    QVERIFY(!Field(0)->toolTip().isEmpty());
+    QVERIFY(widget->SetParam(QStringLiteral("text"), QStringLiteral("short")));
+    QTest::keyClicks(Field(0), QStringLiteral("y"));
+    QCOMPARE(widget->GetParam(QStringLiteral("text")).toString(), QStringLiteral("shorty"));
+    QVERIFY(Field(0)->toolTip().isEmpty());
 }
 
 void ParamWidget::aRunReadsAndWritesValues()

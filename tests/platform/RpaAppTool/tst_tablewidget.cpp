@@ -27,6 +27,7 @@ private slots:
     void typedCellsFitTheirColumn();
     void aRangeIsPastedWithNewRowsAndUndone();
     void aTextThatIsTooLongIsNotPastedAndTheAuthorIsTold();
+    void editingALongCellKeepsAllOfIt();
     void copyGivesWhatPasteTakes();
     void deleteClearsCells();
     void rowsAreAddedAndRemovedByTheToolBar();
@@ -126,6 +127,25 @@ void TableWidget::aTextThatIsTooLongIsNotPastedAndTheAuthorIsTold()
     QCOMPARE(table->GetCell(0, 0).toString(), QStringLiteral("王"));
     QCOMPARE(table->GetCell(0, 1), QVariant(2.0));
     QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("1 个单元格的文字超过 16 MB，没有粘贴")});
+}
+
+void TableWidget::editingALongCellKeepsAllOfIt()
+{
+    const QString text(100000, QLatin1Char('x'));
+    QVERIFY(table->SetCell(0, 0, text));
+    View()->setCurrentIndex(Model()->index(0, 0));
+    View()->setFocus();
+
+    QTest::keyClick(View(), Qt::Key_F2);
+    QTRY_VERIFY(View()->viewport()->findChild<QLineEdit*>());
+    auto* edit = View()->viewport()->findChild<QLineEdit*>();
+    QTest::keyClick(edit, Qt::Key_End);
+    QTest::keyClicks(edit, QStringLiteral("y"));
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QTRY_VERIFY(table->GetCell(0, 0).toString() == text + QLatin1Char('y'));
+    QVERIFY(table->SetCell(0, 0, QString(2000000, QLatin1Char('x'))));
+    QVERIFY(!Model()->flags(Model()->index(0, 0)).testFlag(Qt::ItemIsEditable));
 }
 
 void TableWidget::copyGivesWhatPasteTakes()

@@ -28,6 +28,7 @@ private slots:
     void offersChoicesProcessesAndSwitches();
     void editsOutputAndNote();
     void keepsTheNoteWhenTooMuchIsPasted();
+    void typingIntoALongArgumentKeepsAllOfIt();
     void saysHowManyAreSelected();
 };
 
@@ -168,6 +169,23 @@ void tst_ProcessVisualEditorArguments::keepsTheNoteWhenTooMuchIsPasted()
     QTest::keyClick(note, Qt::Key_V, Qt::ControlModifier);
 
     QCOMPARE(editor.Node(QStringLiteral("a"))->GetValues().note, QStringLiteral("before"));
+}
+
+void tst_ProcessVisualEditorArguments::typingIntoALongArgumentKeepsAllOfIt()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    auto* text = editor.Field<QLineEdit>(QStringLiteral("text"));
+    text->setFocus();
+    text->selectAll();
+    const QString argument(100000, QLatin1Char('x'));
+    QGuiApplication::clipboard()->setText(argument);
+    QTest::keyClick(text, Qt::Key_V, Qt::ControlModifier);
+
+    QTest::keyClicks(text, QStringLiteral("y"));
+
+    QVERIFY(editor.Node(QStringLiteral("a"))->GetArgument(QStringLiteral("text")) ==
+            argument + QLatin1Char('y'));
 }
 
 void tst_ProcessVisualEditorArguments::saysHowManyAreSelected()
