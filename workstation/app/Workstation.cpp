@@ -10,6 +10,7 @@
 #include "LeftWork.h"
 #include "MainWindow.h"
 #include "PackageDialog.h"
+#include "PackagePreparation.h"
 #include "QtTexts.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
@@ -277,6 +278,8 @@ void Workstation::ConnectPackages()
     });
     connect(&settings, &WorkstationSettings::SigWheelFolderChanged, this, &Workstation::TellWheelFolders);
     TellWheelFolders();
+    preparation = std::make_unique<PackagePreparation>(packages);
+    connect(editorPage, &EditorPage::SigClosed, preparation.get(), &PackagePreparation::Leave);
 }
 
 void Workstation::GoToServer()

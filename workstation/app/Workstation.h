@@ -18,6 +18,7 @@ class DraftDesk;
 class EditorPage;
 class LeftWork;
 class MainWindow;
+class PackagePreparation;
 class ReleasedAppModel;
 class ReleasedDesk;
 class ReleasedListPage;
@@ -112,4 +113,5 @@ private:
     std::unique_ptr<CloseGuard> closeGuard;
     std::unique_ptr<DraftDesk> drafts;
     std::unique_ptr<LeftWork> leftWork;
+    std::unique_ptr<PackagePreparation> preparation;
 };

@@ -85,7 +85,13 @@ void AppRunner::Leave()
     if (!app) {
         return;
     }
-    waiting.clear();
+    if (IPackageService* service = RpaPackageModule::Instance()->GetService()) {
+        // What comes late is about this app, not about the next.
+        disconnect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
+    }
+    if (!waiting.isEmpty()) {
+        Stop(std::exchange(waiting, QString()));
+    }
     if (IsRunning()) {
         Stop(running);
     }
