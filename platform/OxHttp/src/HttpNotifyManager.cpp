@@ -29,12 +29,21 @@ void HttpNotifyManager::AddObserver(HttpObserverBase* observer, const QList<int>
 
 void HttpNotifyManager::RemoveAllMessage(HttpObserverBase* observer)
 {
-    for (auto& registrations : registrationsById) {
+    for (auto position = registrationsById.begin(); position != registrationsById.end(); ++position) {
+        auto& registrations = *position;
+        const bool wasHeard = !registrations.isEmpty();
         const auto end =
             std::remove_if(registrations.begin(), registrations.end(),
                            [observer](const Registration& entry) { return entry.observer == observer; });
         registrations.erase(end, registrations.end());
+        if (wasHeard && registrations.isEmpty())
+            ++audienceById[position.key()];
     }
+}
+
+quint64 HttpNotifyManager::GetAudienceNumber(int notifyId) const
+{
+    return audienceById.value(notifyId);
 }
 
 void HttpNotifyManager::Notify(int notifyId, const QSharedPointer<IHttpRequest>& request,

@@ -26,15 +26,22 @@ void RepeatSpacer::Run(const QString& key, Start start)
         return;
     }
     const quint64 id = ++lastId;
-    waiting.emplace(id, std::move(start));
+    waiting.emplace(id, Waiting{std::move(start), GetLife()});
     QTimer::singleShot(wait, &context, [this, id] {
         const auto position = waiting.find(id);
         if (position == waiting.end())
             return;
-        const Start due = std::move(position->second);
+        const Waiting due = std::move(position->second);
         waiting.erase(position);
-        due();
+        Begin(due);
     });
+}
+
+void RepeatSpacer::Begin(const Waiting& due)
+{
+    isStale = due.life != GetLife();
+    due.start();
+    isStale = false;
 }
 
 std::chrono::milliseconds RepeatSpacer::WaitFor(const QString& key)
@@ -73,8 +80,8 @@ void RepeatSpacer::Forget()
 void RepeatSpacer::Flush()
 {
     while (!waiting.empty()) {
-        const Start due = std::move(waiting.begin()->second);
+        const Waiting due = std::move(waiting.begin()->second);
         waiting.erase(waiting.begin());
-        due();
+        Begin(due);
     }
 }

@@ -21,8 +21,13 @@ public:
 
     void SetSpacing(std::chrono::milliseconds first, std::chrono::milliseconds longest);
 
+    // Tells one life of those who ask from the next by a number.
+    void SetLife(const std::function<quint64()>& number) { life = number; }
+
     // Runs start now or when the wait for the load of this key is over.
     void Run(const QString& key, Start start);
+    // Whether what is being started waited longer than those who asked for it were there.
+    bool IsStale() const { return isStale; }
     // The load was answered.
     void Answered(const QString& key, bool success);
     // Runs everything that waits, now.
@@ -45,7 +50,17 @@ private:
     std::chrono::milliseconds first{1000};
     std::chrono::milliseconds longest{30000};
     QHash<QString, History> histories;
-    std::map<quint64, Start> waiting;
+    struct Waiting
+    {
+        Start start;
+        quint64 life = 0;
+    };
+    void Begin(const Waiting& due);
+    quint64 GetLife() const { return life ? life() : 0; }
+
+    std::function<quint64()> life;
+    bool isStale = false;
+    std::map<quint64, Waiting> waiting;
     quint64 lastId = 0;
     QObject context;
 };

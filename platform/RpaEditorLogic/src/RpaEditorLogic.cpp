@@ -3,7 +3,9 @@
 #include "VersionSaves_p.h"
 
 #include <OxBase/OxBlocker.h>
+#include <OxHttp/HttpNotifyManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
+#include <RpaEditorLogic/VersionServiceSettings.h>
 
 #include <QCoreApplication>
 
@@ -32,6 +34,13 @@ RpaEditorLogic* RpaEditorLogic::Instance()
 
 RpaEditorLogic::RpaEditorLogic() : d(std::make_unique<Private>())
 {
+    // A repeat that waits is meant for the editor that asked, and for the service that it worked with.
+    d->context.spacer.SetLife([] {
+        const auto* answers = HttpNotifyManager::Instance();
+        return VersionServiceSettings::Instance()->GetIdentityNumber() +
+               answers->GetAudienceNumber(NotifyGetSnapshotList) +
+               answers->GetAudienceNumber(NotifyGetDevSnapshotData);
+    });
     // While there still is an application: threads must not outlive it, and answers may still be shown.
     qAddPostRoutine(ShutDownWithApplication);
     OxBlocker::SetOutstandingQuery([this] { return d->context.ledger.HasSavesInFlight(); });

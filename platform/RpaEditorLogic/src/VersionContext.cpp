@@ -12,13 +12,14 @@ QString ReasonOf(const WbHttpAnswer& answer, bool isUsable)
 void VersionContext::SendOrRefuse(const QString& refusal, const WbHttpRequest& route,
                                   const ServiceTransport::Done& done)
 {
-    if (refusal.isEmpty()) {
+    const bool isStale = refusal.isEmpty() && spacer.IsStale();
+    if (refusal.isEmpty() && !isStale) {
         transport.Send(route, done);
         return;
     }
     WbHttpAnswer answer;
     answer.error = WbHttpError::BadRequest;
-    answer.errorText = refusal;
+    answer.errorText = isStale ? QStringLiteral("请求已取消") : refusal;
     transport.AnswerLocally(answer, done);
 }
 

@@ -79,6 +79,7 @@ private slots:
     void tellsOnlyThoseWhoWantTheId();
     void keepsTheIdentityOfTheRequest();
     void tellsAnObserverOnceWhenItRegisteredTwice();
+    void numbersTheAudiencesOfAnId();
     void addsIdsToAnObserverThatHasSome();
     void skipsAnObserverThatWasRemovedDuringTheDelivery();
     void skipsAnObserverThatWasDestroyedDuringTheDelivery();
@@ -289,6 +290,25 @@ void HttpNotifyManagerTest::ignoresNullAndUnknownObservers()
     Deliver(saved);
 
     QVERIFY(log.isEmpty());
+}
+
+void HttpNotifyManagerTest::numbersTheAudiencesOfAnId()
+{
+    const auto* manager = HttpNotifyManager::Instance();
+    auto first = std::make_unique<Observer>(QStringLiteral("first"), &log, QList<int>{saved});
+    auto second = std::make_unique<Observer>(QStringLiteral("second"), &log, QList<int>{saved});
+    const quint64 here = manager->GetAudienceNumber(saved);
+    const quint64 other = manager->GetAudienceNumber(deleted);
+
+    first.reset();
+    QCOMPARE(manager->GetAudienceNumber(saved), here);
+    second.reset();
+    const quint64 gone = manager->GetAudienceNumber(saved);
+    QVERIFY(gone != here);
+
+    const Observer next(QStringLiteral("next"), &log, {saved});
+    QCOMPARE(manager->GetAudienceNumber(saved), gone);
+    QCOMPARE(manager->GetAudienceNumber(deleted), other);
 }
 
 RPA_TEST_MAIN(HttpNotifyManagerTest)

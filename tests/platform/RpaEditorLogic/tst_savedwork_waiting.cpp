@@ -2,6 +2,7 @@
 #include "TestApp.h"
 
 #include <OxBase/OxBlocker.h>
+#include <OxHttp/HttpNotifyManager.h>
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
@@ -18,6 +19,18 @@ QByteArray Sha256(const QString& text)
 {
     return QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).toHex();
 }
+// Whether the load of the version was answered so often.
+bool WaitForData(const AnswerRecorder& answers, const QString& id, int count)
+{
+    return QTest::qWaitFor([&] {
+        int found = 0;
+        for (int i = 0; i < answers.Count(); ++i) {
+            const auto data = answers.At(i).request.dynamicCast<GetDevSnapshotDataRequest>();
+            found += data && data->GetSnapshotId() == id ? 1 : 0;
+        }
+        return found >= count;
+    });
+}
 } // namespace
 
 // Loads that are spaced, the ledger of saves, and waiting for its end.
@@ -29,6 +42,9 @@ private slots:
     void spacesALoadThatKeepsFailing();
     void spacesALoadThatIsRepeatedThoughItSucceeds();
     void doesNotSpaceAnotherVersion();
+    void dropsARepeatWhenWhoeverAskedIsGone_data();
+    void dropsARepeatWhenWhoeverAskedIsGone();
+    void sendsNoRepeatToAnotherService();
     void ledgerFollowsASave();
     void ledgerTellsOfAFailedSave();
     void waitForASaveEndsWithItsAnswer();
@@ -71,6 +87,55 @@ void SavedWorkWaitingTest::spacesALoadThatIsRepeatedThoughItSucceeds()
 
     QVERIFY(fixture.answers.WaitFor(8));
     QVERIFY(time.elapsed() >= 40 + 80 + 100);
+}
+
+void SavedWorkWaitingTest::dropsARepeatWhenWhoeverAskedIsGone_data()
+{
+    QTest::addColumn<bool>("isList");
+    QTest::newRow("list") << true;
+    QTest::newRow("data") << false;
+}
+
+void SavedWorkWaitingTest::dropsARepeatWhenWhoeverAskedIsGone()
+{
+    // Given: an editor that asked again for what failed, and was closed while that waited
+    QFETCH(bool, isList);
+    EditorLogicFixture fixture;
+    VersionServiceSettings::Instance()->SetRepeatSpacing({40ms, 40ms});
+    fixture.server.SetScript(
+        [](const auto&) { return FaultServer::Refusal(500, "broken", QStringLiteral("x")); });
+    const auto ask = [&] { isList ? fixture.List(QStringLiteral("app1")) : fixture.Load(v1); };
+    ask();
+    QVERIFY(fixture.answers.WaitFor(1));
+    ask();
+    HttpNotifyManager::Instance()->RemoveAllMessage(&fixture.answers);
+
+    // When: the next editor works, and its own repeat has been answered
+    AnswerRecorder next;
+    fixture.Load(v2);
+    QVERIFY(WaitForData(next, v2, 1));
+    fixture.Load(v2);
+    QVERIFY(WaitForData(next, v2, 2));
+
+    // Then: nobody was asked for what the first one waited for
+    QCOMPARE(fixture.server.GetRequestCount(), 3);
+}
+
+void SavedWorkWaitingTest::sendsNoRepeatToAnotherService()
+{
+    EditorLogicFixture fixture;
+    VersionServiceSettings::Instance()->SetRepeatSpacing({40ms, 40ms});
+    fixture.Load(v1);
+    QVERIFY(fixture.answers.WaitFor(1));
+    fixture.Load(v1);
+    FaultServer other;
+    VersionServiceSettings::Instance()->SetBaseUrl(other.GetUrl());
+
+    QVERIFY(fixture.answers.WaitFor(2));
+
+    QVERIFY(!fixture.answers.LastSucceeded());
+    QCOMPARE(fixture.server.GetRequestCount(), 1);
+    QCOMPARE(other.GetRequestCount(), 0);
 }
 
 void SavedWorkWaitingTest::doesNotSpaceAnotherVersion()

@@ -33,6 +33,10 @@ public:
     // ignored.
     void RemoveAllMessage(HttpObserverBase* observer);
 
+    // Another number whenever the last observer of the id has gone: what was asked for before then has nobody
+    // left to hear it.
+    quint64 GetAudienceNumber(int notifyId) const;
+
     // Called by the request library, once per request. Both pointers must not be null. Of the parties only
     // those hear the answer for which isFor, when given, is true at their turn.
     using IsFor = std::function<bool(quint64 party)>;
@@ -60,5 +64,6 @@ private:
     bool IsRegistered(int notifyId, const Registration& registration) const;
 
     QHash<int, QVector<Registration>> registrationsById;
+    QHash<int, quint64> audienceById;
     quint64 lastSerial = 0;
 };
