@@ -28,8 +28,8 @@ public:
     QPushButton* const button;
 };
 
-// A click right after the one before, as the window system brings the clicks of a double click. Those of QTest
-// are further apart.
+// A click right after the one before, as the window system brings the clicks of a double click. Those of
+// QTest are further apart.
 void ClickAtOnce(QWidget& top, const QPoint& place)
 {
     QWindow* window = top.windowHandle();

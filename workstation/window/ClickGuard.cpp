@@ -60,8 +60,8 @@ bool ClickGuard::IsSwallowed(const QMouseEvent& press)
     return continues && IsNewAt(press.globalPos());
 }
 
-// Times are those of the presses, not of their arrival: building what appears may take longer than the user needs
-// for the second press.
+// Times are those of the presses, not of their arrival: building what appears may take longer than the user
+// needs for the second press.
 bool ClickGuard::Continues(const QMouseEvent& press) const
 {
     const auto since = std::chrono::milliseconds(press.timestamp()) - lastPress;

@@ -8,9 +8,9 @@
 
 class QMouseEvent;
 
-// Keeps the second press of a double click away from what the first click has brought there: a page, a dialog, a
-// button. Whoever double-clicks a card means the card, not what opens under the mouse. Listens to the whole
-// application while it lives; what was there before the first press gets double clicks as ever.
+// Keeps the second press of a double click away from what the first click has brought there: a page, a
+// dialog, a button. Whoever double-clicks a card means the card, not what opens under the mouse. Listens to
+// the whole application while it lives; what was there before the first press gets double clicks as ever.
 class ClickGuard : public QObject
 {
     Q_OBJECT

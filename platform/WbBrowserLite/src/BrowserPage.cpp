@@ -11,7 +11,7 @@
 
 namespace
 {
-constexpr int QuestionsPerPage = 5;
+constexpr int QuestionsUntilMuted = 3;
 constexpr int LongestQuestion = 500;
 
 // Stands for the window that a page opens, until it is known where that window goes.
@@ -57,7 +57,6 @@ BrowserPage::BrowserPage(QWebEngineProfile* profile, QObject* parent) : QWebEngi
             [this](const QUrl& origin, QWebEnginePage::Feature feature) {
                 setFeaturePermission(origin, feature, PermissionDeniedByUser);
             });
-    connect(this, &QWebEnginePage::loadStarted, this, [this] { questions = 0; });
     connect(profile, &QWebEngineProfile::downloadRequested, this, [this](QWebEngineDownloadItem* item) {
         item->cancel();
         emit SigDownload();
@@ -129,9 +128,24 @@ void BrowserPage::javaScriptAlert(const QUrl& origin, const QString& text)
 
 bool BrowserPage::javaScriptConfirm(const QUrl& origin, const QString& text)
 {
-    return ++questions <= QuestionsPerPage &&
-           PackagedMsgBox::question(Told(origin, text), view(), QMessageBox::Yes | QMessageBox::No) ==
-               QMessageBox::Yes;
+    return MayAsk(origin) && PackagedMsgBox::question(Told(origin, text), view(),
+                                                      QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+// Loads that the page starts itself change nothing: it would ask, load itself and ask again.
+bool BrowserPage::MayAsk(const QUrl& origin)
+{
+    if (questions < QuestionsUntilMuted) {
+        ++questions;
+        return true;
+    }
+    if (questions == QuestionsUntilMuted) {
+        ++questions; // said once
+        WbToast::Show(
+            QStringLiteral("网页 %1 反复提问，不再显示它的问题，直到您重新打开网页").arg(origin.host()),
+            ToastWarning);
+    }
+    return false;
 }
 
 bool BrowserPage::javaScriptPrompt(const QUrl&, const QString&, const QString&, QString*)

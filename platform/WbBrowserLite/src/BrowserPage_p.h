@@ -24,6 +24,9 @@ public:
     // Why the load under way cannot succeed, as far as it is known; empty when it is not.
     QString GetObstacle() const { return obstacle; }
 
+    // The user goes somewhere: pages that were muted because they asked too often may ask again.
+    void ForgetQuestions() { questions = 0; }
+
 signals:
     // A page wanted to leave the web.
     void SigRefused(const QString& reason);
@@ -43,8 +46,9 @@ protected:
 
 private:
     void ApplySettings();
+    bool MayAsk(const QUrl& origin);
 
     QUrl destination;
     QString obstacle;
-    int questions = 0; // a page that asks without end is no longer listened to
+    int questions = 0; // since the user went somewhere
 };

@@ -196,6 +196,9 @@ void BrowserPane::Load(const QUrl& url)
     stack->setCurrentWidget(view);
     if (toolBar)
         toolBar->ShowAddress(url);
+    // A process may open the same site a thousand times.
+    if (url.host() != page->url().host())
+        page->ForgetQuestions();
     page->load(url);
 }
 
@@ -207,6 +210,8 @@ void BrowserPane::SlotAddressEntered(const QString& text)
                       ToastWarning);
         return;
     }
+    if (page)
+        page->ForgetQuestions();
     Load(url);
     if (view)
         view->setFocus();
@@ -217,19 +222,23 @@ void BrowserPane::Back()
     if (!view)
         return;
     stack->setCurrentWidget(view);
+    page->ForgetQuestions();
     view->back();
 }
 
 void BrowserPane::Forward()
 {
-    if (view)
-        view->forward();
+    if (!view)
+        return;
+    page->ForgetQuestions();
+    view->forward();
 }
 
 void BrowserPane::Reload()
 {
     if (!page)
         return;
+    page->ForgetQuestions();
     // A page that never came is asked for again; what is there instead is an older one.
     if (stack->currentWidget() == notice)
         Load(page->GetDestination());
@@ -347,7 +356,11 @@ void BrowserPane::ShowMenu(const QPoint& position)
             menu->addSeparator();
         QAction* entry = menu->addAction(text);
         entry->setEnabled(page->action(action)->isEnabled());
-        connect(entry, &QAction::triggered, page, [this, action = action] { page->triggerAction(action); });
+        connect(entry, &QAction::triggered, page, [this, action = action] {
+            if (action <= QWebEnginePage::Reload) // the navigating ones come first
+                page->ForgetQuestions();
+            page->triggerAction(action);
+        });
     }
     menu->popup(view->mapToGlobal(position));
 }
