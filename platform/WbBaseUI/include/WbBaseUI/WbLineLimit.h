@@ -7,9 +7,9 @@
 
 class QLineEdit;
 
-// Keeps a line edit from cutting texts, as it does by itself beyond 32,767 characters: it takes longer ones, and
-// a paste or drop that does not fit all the same (QLineEdit::maxLength()) is undone as a whole, with a notice.
-// Belongs to its edit. GUI thread only.
+// Keeps a line edit from cutting texts, as it does by itself beyond 32,767 characters: it takes longer ones,
+// and a paste or drop that does not fit all the same (QLineEdit::maxLength()) is undone as a whole, with a
+// notice. Belongs to its edit. GUI thread only.
 class WBBASEUI_EXPORT WbLineLimit : public QObject
 {
     Q_OBJECT
