@@ -1,6 +1,7 @@
 #include "app/AccountCommand.h"
 #include "app/Options.h"
 #include "app/Service.h"
+#include "app/StoreCommand.h"
 #include "store/Dialect.h"
 
 #include <QCoreApplication>
@@ -48,6 +49,8 @@ int Start(const server::Options& options, server::Log& log)
             return PrintVersion();
         if (options.printRoutes)
             return PrintRoutes(options, log);
+        if (!options.storeCommand.isEmpty())
+            return server::RunStoreCommand(options);
         if (options.accountCommand.isEmpty())
             return server::Service(options, log).Run();
         return server::RunAccountCommand(*server::OpenStore(options.store), options);

@@ -85,7 +85,7 @@ std::optional<SignedIn> Sessions::Load(const QByteArray& hash, qint64 now)
     const qint64 lastUsedAt = stored ? std::max(stored->lastUsedAt, usedHereAt) : 0;
     const bool lives = stored && !HasEnded(*stored, lastUsedAt, now);
     const auto account = lives ? store.FindAccount(stored->pin) : std::nullopt;
-    if (account)
+    if (account && account->closedAt == 0)
         return Keep(hash, {{*account, stored->expiresAt}, now, stored->lastUsedAt, now, false},
                     closingsBefore);
     lock.lock();

@@ -1,29 +1,36 @@
 #include "AccountCommand.h"
 
+#include "../accounts/PasswordRules.h"
 #include "../accounts/Passwords.h"
 #include "../base/Clock.h"
 #include "../base/Ids.h"
 
+#include <QFile>
 #include <QTextStream>
 
 #include <algorithm>
 #include <cstdio>
+#include <map>
 
 namespace server
 {
 namespace
 {
-constexpr int shortestPassword = 8;
-
 int Fail(const QString& reason)
 {
     QTextStream(stderr) << reason << QLatin1Char('\n');
     return 1;
 }
 
-QByteArray ReadPassword()
+// The first line of the file, or of standard input: never from the command line, which everybody can list.
+QByteArray ReadPassword(const Options& options)
 {
-    QTextStream input(stdin);
+    QFile file(options.passwordFile);
+    const bool opened = options.passwordFile.isEmpty() ? file.open(stdin, QIODevice::ReadOnly)
+                                                       : file.open(QIODevice::ReadOnly);
+    if (!opened)
+        return {};
+    QTextStream input(&file);
     input.setCodec("UTF-8");
     return input.readLine().toUtf8();
 }
@@ -36,12 +43,12 @@ bool AreRoles(const QStringList& roles)
            std::all_of(roles.begin(), roles.end(), [](const QString& role) { return known.contains(role); });
 }
 
-int Save(IStore& store, const Account& account)
+int Save(IStore& store, const Account& account, const Options& options)
 {
-    const QByteArray password = ReadPassword();
-    if (password.size() < shortestPassword)
-        return Fail(QStringLiteral("a password of at least %1 bytes is expected on standard input")
-                        .arg(shortestPassword));
+    const QByteArray password = ReadPassword(options);
+    const QString problem = ProblemOfPassword(password);
+    if (!problem.isEmpty())
+        return Fail(problem);
     const QByteArray hash = HashPassword(password);
     store.SubmitAndWait([&](ITransaction& transaction) {
         transaction.UpsertAccount(account, hash, NowMs());
@@ -62,13 +69,38 @@ int Add(IStore& store, const Options& options)
         return Fail(QStringLiteral("--roles takes author, user, administrator"));
     if (store.FindAccount(pin))
         return Fail(QStringLiteral("this account exists"));
-    return Save(store, account);
+    return Save(store, account, options);
 }
 
-int ChangePassword(IStore& store, const QString& pin)
+int ChangePassword(IStore& store, const Account& account, const Options& options)
 {
-    const auto account = store.FindAccount(pin);
-    return account ? Save(store, *account) : Fail(QStringLiteral("there is no such account"));
+    return account.closedAt == 0 ? Save(store, account, options)
+                                 : Fail(QStringLiteral("this account is closed; account reopen PIN"));
+}
+
+// A server that runs notices within seconds.
+int ChangeRoles(IStore& store, const Account& account, const Options& options)
+{
+    const QStringList roles = options.accountCommand.value(2).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    if (!AreRoles(roles))
+        return Fail(QStringLiteral("account roles PIN LIST takes author, user, administrator"));
+    store.SubmitAndWait([&](ITransaction& transaction) { transaction.SetRoles(account.pin, roles); });
+    return 0;
+}
+
+int Close(IStore& store, const Account& account, const Options&)
+{
+    store.SubmitAndWait([&](ITransaction& transaction) {
+        transaction.SetClosed(account.pin, NowMs());
+        transaction.RemoveSessionsOf(account.pin);
+    });
+    return 0;
+}
+
+int Reopen(IStore& store, const Account& account, const Options&)
+{
+    store.SubmitAndWait([&](ITransaction& transaction) { transaction.SetClosed(account.pin, 0); });
+    return 0;
 }
 
 int List(IStore& store)
@@ -77,7 +109,7 @@ int List(IStore& store)
     output.setCodec("UTF-8");
     for (const Account& account : store.Accounts())
         output << account.pin << '\t' << account.name << '\t' << account.venderId << '\t'
-               << account.roles.join(QLatin1Char(',')) << '\n';
+               << account.roles.join(QLatin1Char(',')) << (account.closedAt ? "\tclosed" : "") << '\n';
     return 0;
 }
 } // namespace
@@ -87,10 +119,18 @@ int RunAccountCommand(IStore& store, const Options& options)
     const QString command = options.accountCommand.first();
     if (command == QLatin1String("add"))
         return Add(store, options);
-    if (command == QLatin1String("passwd"))
-        return ChangePassword(store, options.accountCommand.value(1));
     if (command == QLatin1String("list"))
         return List(store);
-    return Fail(QStringLiteral("account add, account passwd or account list"));
+    static const std::map<QString, int (*)(IStore&, const Account&, const Options&)> changes{
+        {QStringLiteral("password"), ChangePassword}, {QStringLiteral("passwd"), ChangePassword},
+        {QStringLiteral("roles"), ChangeRoles},       {QStringLiteral("close"), Close},
+        {QStringLiteral("reopen"), Reopen},
+    };
+    const auto change = changes.find(command);
+    if (change == changes.end())
+        return Fail(QStringLiteral("account add, password, roles, close, reopen or list"));
+    const auto account = store.FindAccount(options.accountCommand.value(1));
+    return account ? change->second(store, *account, options)
+                   : Fail(QStringLiteral("there is no such account"));
 }
 } // namespace server

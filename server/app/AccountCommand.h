@@ -5,7 +5,7 @@
 
 namespace server
 {
-// Carries out "account add|passwd|list"; the exit code of the process. Passwords come from standard input
-// only, so that they never stand in the list of processes.
+// Carries out "account add|password|roles|close|reopen|list"; the exit code of the process. Passwords come
+// from a file or from standard input, so that they never stand in the list of processes.
 int RunAccountCommand(IStore& store, const Options& options);
 } // namespace server

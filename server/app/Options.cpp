@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <map>
+
 namespace server
 {
 namespace
@@ -59,20 +61,36 @@ struct Parser
                              QStringLiteral("account add: author, user, administrator, joined by commas."),
                              QStringLiteral("list"), QStringLiteral("author")};
 
+    QCommandLineOption passwordFile{
+        QStringLiteral("password-file"),
+        QStringLiteral("account add, account password: read the password from there."),
+        QStringLiteral("file")};
+    QCommandLineOption tidyEvery{
+        QStringLiteral("tidy-every"),
+        QStringLiteral("How often sessions and answers that are outdated are removed, in seconds."),
+        QStringLiteral("seconds"), QStringLiteral("600")};
+
     Parser()
     {
         line.setApplicationDescription(QStringLiteral(
             "Keeps the apps of the workstation and their versions.\n\n"
             "  rpa-version-server [options]                 serve\n"
             "  rpa-version-server account add PIN --name TEXT --vender ID [--roles LIST]\n"
-            "  rpa-version-server account passwd PIN        the password is read from standard input\n"
-            "  rpa-version-server account list"));
+            "  rpa-version-server account password|close|reopen PIN\n"
+            "  rpa-version-server account roles PIN LIST\n"
+            "  rpa-version-server account list\n"
+            "  rpa-version-server backup FILE               also while a server uses the store\n"
+            "  rpa-version-server verify                    prints what is damaged\n"
+            "  rpa-version-server restore FILE              a backup, into an empty store\n"
+            "  rpa-version-server move ADDRESS              everything into another, empty store\n\n"
+            "Passwords are the first line of standard input or of --password-file."));
         line.addHelpOption();
         line.addOptions({version, store, listen, data, embedded, log, tlsCertificate, tlsKey, metricsToken,
-                         routes, name, vender, roles});
+                         routes, name, vender, roles, passwordFile, tidyEvery});
         line.addOptions(LimitOptions());
-        line.addPositionalArgument(QStringLiteral("account"), QStringLiteral("Administer the accounts."),
-                                   QStringLiteral("[account add|passwd|list]"));
+        line.addPositionalArgument(QStringLiteral("command"),
+                                   QStringLiteral("What to do instead of serving."),
+                                   QStringLiteral("[account|backup|verify|restore|move …]"));
     }
 };
 
@@ -105,6 +123,23 @@ bool ReadMetricsToken(const QString& fileName, QByteArray& token)
         return false;
     token = file.read(longest).trimmed();
     return token.size() >= shortest;
+}
+
+bool ReadCommand(const QStringList& words, Options& options)
+{
+    static const std::map<QString, int> lengths{{QStringLiteral("backup"), 2},
+                                                {QStringLiteral("verify"), 1},
+                                                {QStringLiteral("restore"), 2},
+                                                {QStringLiteral("move"), 2}};
+    if (words.isEmpty())
+        return true;
+    if (words.first() == QLatin1String("account")) {
+        options.accountCommand = words.mid(1);
+        return words.size() >= 2;
+    }
+    options.storeCommand = words;
+    const auto length = lengths.find(words.first());
+    return length != lengths.end() && length->second == words.size();
 }
 
 QString StoreOf(const QString& given, const QString& dataDir)
@@ -147,10 +182,12 @@ Options ReadOptions(const QStringList& arguments)
             QStringLiteral("--metrics-token-file takes a readable file with at least 32 characters in it");
     if (options.embedded && !parser.line.isSet(parser.listen))
         options.port = 0;
-    const QStringList positional = parser.line.positionalArguments();
-    if (!positional.isEmpty() && (positional.first() != QLatin1String("account") || positional.size() < 2))
+    options.passwordFile = parser.line.value(parser.passwordFile);
+    options.tidyEvery = std::chrono::seconds(parser.line.value(parser.tidyEvery).toInt());
+    if (options.tidyEvery.count() < 1)
+        options.error = QStringLiteral("--tidy-every takes a number of seconds");
+    if (!ReadCommand(parser.line.positionalArguments(), options))
         options.error = QStringLiteral("unknown command; see --help");
-    options.accountCommand = positional.mid(1);
     return options;
 }
 } // namespace server

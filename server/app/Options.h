@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
+
 namespace server
 {
 struct Options
@@ -23,8 +25,11 @@ struct Options
     TlsFiles tls; // both empty: plain HTTP
     HttpLimits http;
     LoginRates login;
-    QByteArray metricsToken;    // stands for the right to read the figures; empty: there is none
-    QStringList accountCommand; // "add", "list", "passwd" and its arguments; empty: serve
+    QByteArray metricsToken; // stands for the right to read the figures; empty: there is none
+    QStringList storeCommand;   // "backup", "verify", "restore" or "move" and its argument
+    QStringList accountCommand; // "add", "list", "password"… and its arguments; both empty: serve
+    QString passwordFile;       // empty: standard input
+    std::chrono::seconds tidyEvery{600};
     QString accountName;
     QString accountVender;
     QString accountRoles;

@@ -1,6 +1,5 @@
 #include "Service.h"
 
-#include "../base/Clock.h"
 #include "../base/Loopback.h"
 #include "../http/Dispatcher.h"
 #include "../routes/Services.h"
@@ -8,11 +7,8 @@
 #include "CertificateKeeper.h"
 #include "Descriptors.h"
 #include "Embedding.h"
-
-#include <WbFoundation/FileLock.h>
-
-#include <QDir>
-#include <QFileInfo>
+#include "Housekeeper.h"
+#include "StoreLock.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -25,10 +21,7 @@ namespace
 constexpr int passwordsAtOnce = 4;
 constexpr std::size_t passwordsWaiting = 64;
 constexpr auto certificateLook = std::chrono::seconds(2);
-// A server that is about to end may still hold its store.
-constexpr auto patience = std::chrono::seconds(3);
 constexpr auto grace = std::chrono::seconds(10);
-constexpr qint64 answersKeptMs = 7LL * 24 * 60 * 60 * 1000;
 
 int NetworkThreads()
 {
@@ -73,27 +66,6 @@ const char* NameOf(Access access)
         return "administrator";
     }
     return "";
-}
-
-// What one server keeps in memory another one must not change behind its back, so a file serves one server at
-// a time.
-std::unique_ptr<FileLock> LockStore(const QString& address)
-{
-    const QString prefix = QStringLiteral("sqlite:");
-    if (!address.startsWith(prefix) || address.endsWith(QLatin1String(":memory:")))
-        return nullptr;
-    const QString file = address.mid(prefix.size());
-    QDir().mkpath(QFileInfo(file).absolutePath());
-    auto lock = std::make_unique<FileLock>(file + QStringLiteral(".lock"));
-    switch (lock->TryLock(patience)) {
-    case FileLock::Result::Locked:
-        return lock;
-    case FileLock::Result::Taken:
-        throw StoreError(StoreFault::Unavailable, QStringLiteral("another server uses %1").arg(file));
-    case FileLock::Result::Failed:
-        break;
-    }
-    throw StoreError(StoreFault::Unavailable, QStringLiteral("cannot lock %1.lock").arg(file));
 }
 
 // A stop that comes after the service is gone does nothing.
@@ -168,6 +140,7 @@ int Service::Run()
     if (!Begin(address))
         return 1;
     parts->store->Watch();
+    const Housekeeper housekeeper(*parts->store, log, options.tidyEvery);
     StopWhenAsked();
     log.Write(LogLevel::Info, "listening",
               [&](JsonText& line) { line.Member("address", QString::fromStdString(address)); });
@@ -202,7 +175,6 @@ bool Service::Begin(std::string& address)
                                        "tokens and apps can be read and changed on the way; give "
                                        "--tls-certificate and --tls-key"));
         });
-    TidyUp();
     const quint16 port = parts->server.Listen(options.host.toStdString(), options.port);
     const std::string host = options.host.contains(QLatin1Char(':')) ? '[' + options.host.toStdString() + ']'
                                                                      : options.host.toStdString();
@@ -225,13 +197,6 @@ void Service::StopWhenAsked()
     parts->server.OnTermination(stop);
     if (options.embedded)
         OnInputEnd(stop);
-}
-
-void Service::TidyUp()
-{
-    const qint64 now = SteadyNowMs();
-    parts->store->SubmitAndWait(
-        [now](ITransaction& transaction) { transaction.RemoveOutdated(now, now - answersKeptMs); });
 }
 
 QByteArray Service::RouteTable() const

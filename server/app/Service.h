@@ -25,7 +25,6 @@ private:
     bool Begin(std::string& address);
     void Encrypt();
     void StopWhenAsked();
-    void TidyUp();
 
     const Options options;
     Log& log;

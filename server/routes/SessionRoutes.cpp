@@ -1,3 +1,4 @@
+#include "../accounts/PasswordRules.h"
 #include "../accounts/Passwords.h"
 #include "../http/Dispatcher.h"
 #include "Services.h"
@@ -9,8 +10,6 @@ namespace server
 {
 namespace
 {
-constexpr int maximalPasswordBytes = 1024;
-
 QByteArray SessionText(const SignedIn& session, const QByteArray& token)
 {
     JsonText text;
@@ -69,7 +68,7 @@ void OpenSession(Services& services, const Request& request, const Reply& reply)
     const QByteArray password = object.value(QLatin1String("password")).toString().toUtf8();
     const SessionLife life =
         object.value(QLatin1String("stay")).toBool() ? SessionLife::Staying : SessionLife::Usual;
-    if (pin.isEmpty() || pin.size() > 64 || password.isEmpty() || password.size() > maximalPasswordBytes)
+    if (pin.isEmpty() || pin.size() > 64 || password.isEmpty() || password.size() > longestPasswordBytes)
         return reply(BadCredentials());
     const auto now = std::chrono::steady_clock::now();
     if (const int seconds = services.loginLimit.SecondsToWait(pin, request.peer, now))

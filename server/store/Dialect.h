@@ -37,6 +37,21 @@ public:
 
     virtual QString BeginWrite() const = 0;
 
+    // Statements after BeginWrite() that keep other server processes from what a group of writes touches,
+    // always in the same order, so that no two wait for each other. Of the first, which everybody runs, there
+    // are two forms: a group of which everything is known runs along with others; the second statement has
+    // the names, joined by line feeds, as its parameter. Empty where one server works alone.
+    struct Locks
+    {
+        QString alone;
+        QString along;
+        QString names;
+    };
+    virtual Locks LockForWrite() const = 0;
+
+    // Begins a transaction that only reads and sees one state of everything.
+    virtual QString BeginSnapshot() const = 0;
+
     // Keeps other server processes from bringing the schema up to date at the same time; run after
     // BeginWrite().
     virtual QStringList LockForMigration() const = 0;
@@ -57,6 +72,9 @@ public:
 
     virtual SqlFault Classify(const QSqlError& error) const = 0;
 };
+
+// The dialect for the address of a store; throws StoreError when it is none.
+std::unique_ptr<IDialect> MakeDialect(const QString& address);
 
 // The dialect for "sqlite:FILE".
 std::unique_ptr<IDialect> MakeSqliteDialect(const QString& file);

@@ -77,11 +77,14 @@ public:
                               qint64 now) = 0;
 
     virtual void UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now) = 0;
+    virtual void SetRoles(const QString& pin, const QStringList& roles) = 0;
+    virtual void SetClosed(const QString& pin, qint64 closedAt) = 0; // 0: open again
     virtual void InsertSession(const StoredSession& session) = 0;
     virtual void TouchSession(const QByteArray& tokenHash, qint64 now) = 0;
     virtual void RemoveSession(const QByteArray& tokenHash) = 0;
     virtual void RemoveSessionsOf(const QString& pin) = 0;
-    virtual void RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) = 0;
+    // A bounded number of them, so that nobody waits for long; false when there may be more.
+    virtual bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) = 0;
 };
 
 // One change that waits for the writer.
@@ -92,6 +95,9 @@ struct Write
     // quick.
     std::function<void(std::exception_ptr failure)> done;
     qint64 bytes = 0; // of the body it carries, to bound a group
+    // All that it touches besides new rows: ids of apps, versions and invitations (their apps are meant with
+    // them) and names of its own; without line feeds. Empty: it may touch anything.
+    QStringList touched = {};
 };
 
 struct WriterFigures

@@ -80,6 +80,26 @@ public:
     QString BlobType() const override { return QStringLiteral("BYTEA"); }
     QString ForUpdate() const override { return QStringLiteral(" FOR UPDATE"); }
 
+    QString BeginSnapshot() const override
+    {
+        return QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    }
+
+    // Rows are then locked in whatever order: whoever else wants them waits here already.
+    Locks LockForWrite() const override
+    {
+        return {
+            QStringLiteral("SELECT pg_advisory_xact_lock(7242002)"),
+            QStringLiteral("SELECT pg_advisory_xact_lock_shared(7242002)"),
+            QStringLiteral("WITH given AS (SELECT unnest(string_to_array(?, chr(10))) AS name), "
+                           "touched AS (SELECT name FROM given "
+                           "UNION SELECT app_id FROM version WHERE id IN (SELECT name FROM given) "
+                           "UNION SELECT app_id FROM invitation WHERE id IN (SELECT name FROM given)), "
+                           "numbers AS MATERIALIZED (SELECT DISTINCT hashtextextended(name, 7242) AS number "
+                           "FROM touched ORDER BY number) "
+                           "SELECT count(pg_advisory_xact_lock(number)) FROM numbers")};
+    }
+
     QStringList LockForMigration() const override
     {
         return {QStringLiteral("SELECT pg_advisory_xact_lock(7242001)")};

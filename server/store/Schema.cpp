@@ -118,8 +118,13 @@ void AddPositions(SqlConnection& connection, const IDialect& dialect)
         connection.Execute(statement);
 }
 
+void AddClosedAccounts(SqlConnection& connection, const IDialect&)
+{
+    connection.Execute(QStringLiteral("ALTER TABLE account ADD COLUMN closed_at BIGINT NOT NULL DEFAULT 0"));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions, AddClosedAccounts};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

@@ -2,7 +2,7 @@
 
 namespace server
 {
-const QString accountColumns = QStringLiteral("pin, name, vender_id, roles");
+const QString accountColumns = QStringLiteral("pin, name, vender_id, roles, closed_at");
 const QString appColumns =
     QStringLiteral("app.id, app.name, app.kind, app.creator, account.name, app.vender_id, app.oxs_app_key, "
                    "app.created_at, app.changed_at");
@@ -52,7 +52,7 @@ QString QualifiedVersionColumns()
 Account ReadAccount(const SqlRows& rows)
 {
     return {rows.Text(0), rows.Text(1), rows.Text(2),
-            rows.Text(3).split(QLatin1Char(','), Qt::SkipEmptyParts)};
+            rows.Text(3).split(QLatin1Char(','), Qt::SkipEmptyParts), rows.Number(4)};
 }
 
 App ReadApp(const SqlRows& rows)

@@ -118,7 +118,8 @@ std::vector<Account> SqlStore::Accounts()
 QByteArray SqlStore::PasswordHashOf(const QString& pin)
 {
     return Reading([&](SqlConnection& c) {
-        auto rows = c.Select(QStringLiteral("SELECT password_hash FROM account WHERE pin = ?"), {pin});
+        auto rows = c.Select(
+            QStringLiteral("SELECT password_hash FROM account WHERE pin = ? AND closed_at = 0"), {pin});
         return rows.Next() ? rows.Bytes(0) : QByteArray();
     });
 }
@@ -279,17 +280,18 @@ WriterFigures SqlStore::Figures() const
     return writes->Figures();
 }
 
-std::unique_ptr<IStore> OpenStore(const QString& address)
+std::unique_ptr<IDialect> MakeDialect(const QString& address)
 {
     static const QString sqlite = QStringLiteral("sqlite:");
-    std::shared_ptr<const IDialect> dialect;
     if (address.startsWith(sqlite))
-        dialect = MakeSqliteDialect(address.mid(sqlite.size()));
-    else if (address.startsWith(QLatin1String("postgresql://")))
-        dialect = MakePostgresDialect(address);
-    else
-        throw StoreError(StoreFault::Unavailable,
-                         QStringLiteral("a store is sqlite:FILE or postgresql://..."));
-    return std::make_unique<SqlStore>(std::move(dialect));
+        return MakeSqliteDialect(address.mid(sqlite.size()));
+    if (address.startsWith(QLatin1String("postgresql://")))
+        return MakePostgresDialect(address);
+    throw StoreError(StoreFault::Unavailable, QStringLiteral("a store is sqlite:FILE or postgresql://..."));
+}
+
+std::unique_ptr<IStore> OpenStore(const QString& address)
+{
+    return std::make_unique<SqlStore>(MakeDialect(address));
 }
 } // namespace server

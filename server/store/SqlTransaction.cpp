@@ -228,6 +228,17 @@ void SqlTransaction::UpsertAccount(const Account& account, const QByteArray& pas
          now});
 }
 
+void SqlTransaction::SetRoles(const QString& pin, const QStringList& roles)
+{
+    connection.Change(QStringLiteral("UPDATE account SET roles = ? WHERE pin = ?"),
+                      {roles.join(QLatin1Char(',')), pin});
+}
+
+void SqlTransaction::SetClosed(const QString& pin, qint64 closedAt)
+{
+    connection.Change(QStringLiteral("UPDATE account SET closed_at = ? WHERE pin = ?"), {closedAt, pin});
+}
+
 void SqlTransaction::InsertSession(const StoredSession& session)
 {
     connection.Change(
@@ -252,9 +263,17 @@ void SqlTransaction::RemoveSessionsOf(const QString& pin)
     connection.Change(QStringLiteral("DELETE FROM session WHERE pin = ?"), {pin});
 }
 
-void SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan)
+bool SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan)
 {
-    connection.Change(QStringLiteral("DELETE FROM session WHERE expires_at < ?"), {sessionsExpiredBefore});
-    connection.Change(QStringLiteral("DELETE FROM answer WHERE answered_at < ?"), {answersOlderThan});
+    constexpr int most = 1000;
+    const int sessions =
+        connection.Change(QStringLiteral("DELETE FROM session WHERE token_hash IN "
+                                         "(SELECT token_hash FROM session WHERE expires_at < ? LIMIT 1000)"),
+                          {sessionsExpiredBefore});
+    const int answers = connection.Change(
+        QStringLiteral("DELETE FROM answer WHERE (pin, idempotency_key) IN "
+                       "(SELECT pin, idempotency_key FROM answer WHERE answered_at < ? LIMIT 1000)"),
+        {answersOlderThan});
+    return sessions < most && answers < most;
 }
 } // namespace server

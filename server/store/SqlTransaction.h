@@ -39,11 +39,13 @@ public:
                       qint64 now) override;
 
     void UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now) override;
+    void SetRoles(const QString& pin, const QStringList& roles) override;
+    void SetClosed(const QString& pin, qint64 closedAt) override;
     void InsertSession(const StoredSession& session) override;
     void TouchSession(const QByteArray& tokenHash, qint64 now) override;
     void RemoveSession(const QByteArray& tokenHash) override;
     void RemoveSessionsOf(const QString& pin) override;
-    void RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) override;
+    bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) override;
 
 private:
     void InsertRevision(const Version& version, const QByteArray& body);

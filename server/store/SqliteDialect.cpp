@@ -44,6 +44,8 @@ public:
     std::unique_ptr<ICallLimit> LimitCalls(const QSqlDatabase&) const override { return nullptr; }
     bool IsForOneServer() const override { return true; }
     QString BeginWrite() const override { return QStringLiteral("BEGIN IMMEDIATE"); }
+    Locks LockForWrite() const override { return {}; }
+    QString BeginSnapshot() const override { return QStringLiteral("BEGIN"); }
     QStringList LockForMigration() const override { return {}; }
     QString BlobType() const override { return QStringLiteral("BLOB"); }
     QString ForUpdate() const override { return {}; }

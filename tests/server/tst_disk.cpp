@@ -43,9 +43,11 @@ QString DiskTest::StoreOnASmallDisk()
         disk.clear();
         return {};
     }
-    QFile::setPermissions(folder->path(), QFile::permissions(folder->path()) | QFile::ReadOther | QFile::ExeOther);
-    return store.startsWith(QLatin1String("sqlite:")) ? QStringLiteral("sqlite:") + disk + QStringLiteral("/v.db")
-                                                      : postgres->NewDatabase(disk);
+    QFile::setPermissions(folder->path(),
+                          QFile::permissions(folder->path()) | QFile::ReadOther | QFile::ExeOther);
+    return store.startsWith(QLatin1String("sqlite:"))
+               ? QStringLiteral("sqlite:") + disk + QStringLiteral("/v.db")
+               : postgres->NewDatabase(disk);
 }
 
 // All but 2 MB.

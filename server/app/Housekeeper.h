@@ -1,0 +1,29 @@
+#pragma once
+
+#include "../base/Log.h"
+#include "../store/IStore.h"
+
+#include <chrono>
+
+namespace server
+{
+// Removes sessions and answers that are outdated from the store, now and then, for as long as it lives.
+class Housekeeper
+{
+public:
+    Housekeeper(IStore& store, Log& log, std::chrono::seconds every);
+    ~Housekeeper();
+
+private:
+    void Work();
+    void TidyUp();
+
+    IStore& store;
+    Log& log;
+    const std::chrono::seconds every;
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool ending = false;
+    Thread worker;
+};
+} // namespace server

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "Options.h"
+
+namespace server
+{
+// Carries out "backup", "verify", "restore" and "move"; the exit code of the process: 3 when something in the store is
+// damaged. Throws StoreError.
+int RunStoreCommand(const Options& options);
+} // namespace server
