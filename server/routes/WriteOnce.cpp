@@ -39,6 +39,18 @@ Response ResponseOf(const StoredAnswer& answer)
     return response;
 }
 
+// An operation on an app, a version or an invitation stays within its app. Which app a code belongs to, and
+// whether a name is free, is only known later: what has no id in its path may touch anything.
+QStringList TouchedBy(const Request& request, const QByteArray& key)
+{
+    QStringList touched;
+    for (const QString& id : request.pathValues)
+        touched << id;
+    if (!touched.isEmpty())
+        touched << request.account->pin + QLatin1Char(' ') + QString::fromLatin1(key);
+    return touched;
+}
+
 Response KeyReused()
 {
     return Response::Refuse(409, "key-reused", QStringLiteral("该请求标识已用于其他请求，请重试。"));
@@ -66,7 +78,7 @@ void WriteOnce(IStore& store, const Request& request, std::function<Response(ITr
     const auto done = [answer, reply](const std::exception_ptr& failure) {
         reply(failure ? ResponseForFailure(failure) : std::move(*answer));
     };
-    if (!store.Submit({once, done, request.body.size()}))
+    if (!store.Submit({once, done, request.body.size(), TouchedBy(request, key)}))
         reply(
             Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));
 }

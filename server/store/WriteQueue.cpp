@@ -148,6 +148,7 @@ WriteQueue::Failures WriteQueue::Commit(Group& group)
     std::vector<QString> changedIds;
     try {
         Connected().Execute(dialect->BeginWrite());
+        TakeLocks(group);
         Apply(group, failures, changedIds);
         connection->Execute(QStringLiteral("COMMIT"));
     } catch (...) {
@@ -159,6 +160,22 @@ WriteQueue::Failures WriteQueue::Commit(Group& group)
     }
     committed(changedIds);
     return failures;
+}
+
+void WriteQueue::TakeLocks(const Group& group)
+{
+    const IDialect::Locks locks = dialect->LockForWrite();
+    if (locks.alone.isEmpty())
+        return;
+    QStringList names;
+    bool isAllKnown = true;
+    for (const Write& write : group) {
+        isAllKnown = isAllKnown && !write.touched.isEmpty();
+        names += write.touched;
+    }
+    connection->Select(isAllKnown ? locks.along : locks.alone, {}).Next();
+    if (isAllKnown)
+        connection->Select(locks.names, {names.join(QLatin1Char('\n'))}).Next();
 }
 
 void WriteQueue::Apply(Group& group, Failures& failures, std::vector<QString>& changedIds)

@@ -41,6 +41,7 @@ private:
     Group TakeGroup();
 
     Failures Commit(Group& group);
+    void TakeLocks(const Group& group);
     void Apply(Group& group, Failures& failures, std::vector<QString>& changedIds);
     SqlConnection& Connected();
 
