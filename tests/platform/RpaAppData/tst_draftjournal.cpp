@@ -1,5 +1,3 @@
-#include "LockRemains.h"
-
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaDraftJournal.h>
@@ -80,12 +78,8 @@ private slots:
     void saysWhatCannotBeRead();
     void answersNobodyWhoIsGone();
 
-    void refusesAFolderThatAnotherJournalUses();
-    void startsThoughALockFileWasLeft_data();
-    void startsThoughALockFileWasLeft();
     void tellsOnceThatTheDiskRefuses();
     void writesAgainWhenTheDiskDoes();
-    void keepsNothingWithoutAFolder();
 
 private:
     QStringList Names() const { return QDir(path).entryList({QStringLiteral("*.draft")}); }
@@ -481,33 +475,6 @@ void DraftJournalTest::answersNobodyWhoIsGone()
     QVERIFY(!answered);
 }
 
-void DraftJournalTest::refusesAFolderThatAnotherJournalUses()
-{
-    RpaDraftJournal other;
-    QString problem;
-
-    QVERIFY(!other.Start(path, &problem));
-
-    QVERIFY2(problem.contains(QStringLiteral("正由另一个工作站使用")), qPrintable(problem));
-}
-
-void DraftJournalTest::startsThoughALockFileWasLeft_data()
-{
-    LockRemains::AddRows();
-}
-
-void DraftJournalTest::startsThoughALockFileWasLeft()
-{
-    QFETCH(QByteArray, content);
-    const QString left = folder->filePath(QStringLiteral("left"));
-    QVERIFY(QDir().mkpath(left));
-    QVERIFY(LockRemains::Leave(left + QStringLiteral("/lock"), content));
-    RpaDraftJournal other;
-    QString problem;
-
-    QVERIFY2(other.Start(left, &problem), qPrintable(problem));
-}
-
 void DraftJournalTest::tellsOnceThatTheDiskRefuses()
 {
     // given a draft that cannot be replaced
@@ -547,27 +514,6 @@ void DraftJournalTest::writesAgainWhenTheDiskDoes()
     journal->Close();
 
     QCOMPARE(Only().content, app->ToJson());
-}
-
-void DraftJournalTest::keepsNothingWithoutAFolder()
-{
-    // given
-    RpaDraftJournal idle;
-    idle.Open(account, appId);
-    const RpaAppDataPtr app = Loaded();
-
-    // when
-    Edit(*app, QStringLiteral("a"));
-    idle.Confirm(appId, versionId, 4, "0");
-    idle.GiveUp();
-    bool answered = false;
-    idle.Read(account, appId, this,
-              [&](const QVector<RpaDraft>& drafts, const QStringList&) { answered = drafts.isEmpty(); });
-
-    // then
-    QTRY_VERIFY(answered);
-    QVERIFY(!idle.HasDrafts(account, appId));
-    idle.Close();
 }
 
 QTEST_GUILESS_MAIN(DraftJournalTest)
