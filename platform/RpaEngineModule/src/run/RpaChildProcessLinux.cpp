@@ -14,6 +14,8 @@ namespace
 {
 
 constexpr int WatchIntervalMs = 200;
+// A killed process needs milliseconds.
+constexpr int EndMs = 1000;
 constexpr int EarlyOutputBytes = 8 * 1024;
 // A killed group without a namespace is looked for this often before it is given up: new processes may be
 // born while the old ones are killed.
@@ -68,6 +70,8 @@ public:
     // In a namespace the kernel does it; elsewhere by hand, and again for what was born meanwhile.
     void KillGroup()
     {
+        if (IsInNamespace() && insider < 0 && process.processId() > 0)
+            insider = RpaProcessGroup::Watch(RpaProcessGroup::FindDescendants(process.processId()).value(1));
         if (process.state() != QProcess::NotRunning)
             process.kill();
         if (IsInNamespace())
@@ -85,6 +89,7 @@ public:
     QTimer watch;
     QByteArray mark;
     QByteArray earlyOutput;
+    int insider = -1; // the first process of the namespace, once it is being killed
     bool exited = false;
 };
 
@@ -122,9 +127,11 @@ RpaChildProcess::~RpaChildProcess()
     d->watch.stop();
     if (!d->exited && d->process.state() != QProcess::NotRunning) {
         d->KillGroup();
-        // Reaped here, or QProcess would complain; a killed process needs milliseconds.
-        d->process.waitForFinished(1000);
+        // Reaped here, or QProcess would complain.
+        d->process.waitForFinished(EndMs);
     }
+    // The namespace dies a little later than the process around it, and may still write into its folder.
+    RpaProcessGroup::WaitForEnd(d->insider, EndMs);
 }
 
 void RpaChildProcess::SetLimits(const RpaChildLimits& limits)

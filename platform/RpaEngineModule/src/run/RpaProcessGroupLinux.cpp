@@ -7,6 +7,8 @@
 
 #include <csignal>
 #include <functional>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace
@@ -137,6 +139,20 @@ RpaProcessGroup::Usage RpaProcessGroup::Measure(const QVector<qint64>& pids)
         usage.memoryBytes += statm.split(' ').value(1).toLongLong() * pageBytes;
     }
     return usage;
+}
+
+int RpaProcessGroup::Watch(qint64 pid)
+{
+    return pid > 0 ? static_cast<int>(syscall(SYS_pidfd_open, static_cast<pid_t>(pid), 0)) : -1;
+}
+
+void RpaProcessGroup::WaitForEnd(int watch, int patienceMs)
+{
+    if (watch < 0)
+        return;
+    pollfd end{watch, POLLIN, 0};
+    poll(&end, 1, patienceMs);
+    close(watch);
 }
 
 void RpaProcessGroup::KillAll(const QVector<qint64>& pids)

@@ -26,6 +26,12 @@ QVector<qint64> FindDescendants(qint64 pid);
 
 Usage Measure(const QVector<qint64>& pids);
 
+// Something to wait for the end of a process with, though it is not our child; -1 when it has ended or the
+// system knows no such thing.
+int Watch(qint64 pid);
+// Until the process has ended, at most that long. The watch is used up; -1 is over at once.
+void WaitForEnd(int watch, int patienceMs);
+
 // SIGKILL to each; vanished ones are no error.
 void KillAll(const QVector<qint64>& pids);
 
