@@ -21,6 +21,7 @@
 namespace
 {
 constexpr auto heartBeat = std::chrono::milliseconds(100);
+constexpr int leastActs = 500; // on a machine so busy that the time alone would be for nothing
 constexpr auto pauseBetweenSignIns = std::chrono::seconds(13); // five in a minute
 constexpr auto lookEvery = std::chrono::milliseconds(20);
 // The workstation itself waits a minute and a half for saves that are under way.
@@ -141,7 +142,7 @@ void MonkeyLife::LetLoose()
         watchdog.Beat();
         RpaGlobalDataManager::Instance()->SetSuperAdmin(true); // templates too
         const bool late = order.time.count() > 0 && age.elapsed() > qint64(order.time.count()) * 1000;
-        if (late || monkey->GetCount() >= order.acts) {
+        if ((late && monkey->GetCount() >= leastActs) || monkey->GetCount() >= order.acts) {
             CalmDown();
         }
     });

@@ -34,7 +34,7 @@ public:
         QString server;
         quint32 seed = 0;
         int acts = 0;
-        std::chrono::seconds time{0}; // 0: as long as the acts take
+        std::chrono::seconds time{0}; // once something was done; 0: as long as the acts take
         std::chrono::seconds patience{60};
         QStringList accounts;
         QString password;
