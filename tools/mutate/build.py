@@ -160,7 +160,7 @@ def copy_tree(root, target):
             shutil.copy(source, copy)
 
 
-def make_build(source, folder, targets_of, jobs):
+def make_build(source, folder, targets, jobs):
     """Configures and builds the copy: the module's library and its tests."""
     if not (Path(folder) / "build.ninja").exists():
         subprocess.run(
@@ -168,7 +168,7 @@ def make_build(source, folder, targets_of, jobs):
              "-DCMAKE_EXPORT_COMPILE_COMMANDS=ON", "-DRPA_BUILD_BENCHMARKS=OFF", *_linker()],
             check=True,
         )  # fmt: skip
-    subprocess.run(["ninja", "-C", str(folder), f"-j{jobs}", *targets_of(folder)], check=True)
+    subprocess.run(["ninja", "-C", str(folder), f"-j{jobs}", *targets], check=True)
 
 
 def _linker():

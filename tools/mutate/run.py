@@ -2,6 +2,7 @@
 """Changes the module's code a little, one change at a time, and tells which changes its tests do not notice."""
 
 import argparse
+import json
 import random
 import sys
 import threading
@@ -31,6 +32,7 @@ def arguments():
     parser.add_argument("--again", action="store_true", help="try earlier survivors anew")
     parser.add_argument("--list", action="store_true", help="show the changes, try none")
     parser.add_argument("--table", action="store_true", help="show what is known already, try none")
+    parser.add_argument("--within", type=float, help="only tests that take less than so many seconds; for a first look")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--work", type=Path, default=ROOT / "build" / "mutate", help="folder of copy, build, results")
     parser.add_argument("--build", type=Path, help="a finished build of this tree instead of one of the copy's own")
@@ -82,6 +84,8 @@ class Run:
         self.build = build.FinishedBuild(folder, root, LIBRARY, TEST_FOLDERS)
         self.lock = threading.Lock()
         self.base_objects, self.seconds = {}, {}
+        self.times_file = options.work / "times.json"  # of the unchanged programs, each with the program's age
+        self.times = json.loads(self.times_file.read_text(encoding="utf-8")) if self.times_file.exists() else {}
         self.order = trial.Order(self.build.tests, self.seconds)
         results.teach(self.order)
         self.benches = [
@@ -93,18 +97,25 @@ class Run:
         if not todo:
             return
         self._measure(sorted({change.file for change in todo}))
-        began, queue = time.monotonic(), iter(list(enumerate(todo, 1)))
-        with ThreadPoolExecutor(len(self.benches)) as pool:
-            workers = [pool.submit(self._work, bench, queue, len(todo), began) for bench in self.benches]
-            for worker in workers:
-                worker.result()
+        began, done = time.monotonic(), []
+
+        def try_one(bench, change):
+            outcome = trial.try_change(bench, change, self.read, self.base_objects, self.order, self._limit)
+            with self.lock:
+                self.results.add(change, outcome)
+                done.append(change)
+                minutes = (time.monotonic() - began) / 60
+                print(f"[{minutes:.0f} min] {len(done)}/{len(todo)} {outcome.kind} {outcome.seconds:.0f} s"
+                      f" {outcome.test} | {change.file}:{change.line} {change.operator}", flush=True)  # fmt: skip
+
+        self._share(todo, try_one)
 
     def _build(self):
         if self.options.build:
             return self.options.build.resolve(), ROOT
         copy, folder = self.options.work.resolve() / "source", self.options.work.resolve() / "build"
         build.copy_tree(ROOT, copy)
-        build.make_build(copy, folder, lambda _: [f"{name}/all" for name in TEST_FOLDERS], self.options.jobs)
+        build.make_build(copy, folder, [f"{name}/all" for name in TEST_FOLDERS], self.options.jobs)
         return folder, copy
 
     def _is_open(self, change):
@@ -115,35 +126,47 @@ class Run:
 
     # The unchanged code: every test passes, and takes so long.
     def _measure(self, files):
-        bench = self.benches[0]
-        for file in files:
-            self.base_objects[file] = bench.compile(file, self.read(file))
-        bench.check_that_the_library_is_found()
-        for test in self.build.tests:
-            program, library = bench.program_of(test)
-            if program is None:
-                program, library = self.build.folder / test.program, None
-            result = trial.run_test(bench, test, program, library, 600)
-            if result.kind != trial.SURVIVED:
-                sys.exit(f"{test.name} fails on the unchanged code: {result.words}")
-            self.seconds[test.name] = result.seconds
-            print(f"{test.name}: {result.seconds:.1f} s", flush=True)
+        self._share(files, self._compile_base)
+        next(bench for bench in self.benches if bench.file).check_that_the_library_is_found()
+        self._share(self.build.tests, self._time)
+        if self.options.within:
+            self.order.tests = [test for test in self.build.tests if self.seconds[test.name] < self.options.within]
+
+    def _compile_base(self, bench, file):
+        self.base_objects[file] = bench.compile(file, self.read(file))
+
+    def _time(self, bench, test):
+        stamp = (self.build.folder / test.program).stat().st_mtime_ns
+        known = self.times.get(test.name)
+        if known and known[0] == stamp:
+            self.seconds[test.name] = known[1]
+            return
+        result = trial.run_test(bench, test, self.build.folder / test.program, None, 600)
+        if result.kind != trial.SURVIVED:
+            raise SystemExit(f"{test.name} fails on the unchanged code: {result.words}")
+        self.seconds[test.name] = result.seconds
+        with self.lock:
+            self.times[test.name] = (stamp, result.seconds)
+            self.times_file.write_text(json.dumps(self.times), encoding="utf-8")
+
+    # Every worker takes the next thing until there is none left.
+    def _share(self, things, work):
+        queue = iter(list(things))
+
+        def work_on(bench):
+            while True:
+                with self.lock:
+                    thing = next(queue, None)
+                if thing is None:
+                    return
+                work(bench, thing)
+
+        with ThreadPoolExecutor(len(self.benches)) as pool:
+            for worker in [pool.submit(work_on, bench) for bench in self.benches]:
+                worker.result()
 
     def _limit(self, name):
         return 30 + 6 * self.seconds[name]
-
-    def _work(self, bench, queue, count, began):
-        while True:
-            with self.lock:
-                number, change = next(queue, (None, None))
-            if change is None:
-                return
-            outcome = trial.try_change(bench, change, self.read, self.base_objects, self.order, self._limit)
-            with self.lock:
-                self.results.add(change, outcome)
-                minutes = (time.monotonic() - began) / 60
-                print(f"[{minutes:.0f} min] {number}/{count} {outcome.kind} {outcome.seconds:.0f} s {outcome.test}"
-                      f" | {change.file}:{change.line} {change.operator}", flush=True)  # fmt: skip
 
 
 if __name__ == "__main__":
