@@ -21,16 +21,17 @@ void AnswerWriter::Write(Response response, bool keepAlive, bool headAlone, Done
 void AnswerWriter::WriteRest(Done done)
 {
     const auto bodySent = sent > head.size() ? sent - head.size() : 0;
-    const Transport::Buffers rest{
-        net::buffer(head) + sent,
-        net::const_buffer(body.constData(), static_cast<std::size_t>(body.size())) + bodySent};
+    const Transport::Buffers rest{net::buffer(head) + sent,
+                                  net::const_buffer(body.constData(), static_cast<std::size_t>(body.size())) +
+                                      bodySent};
     pace.Next();
-    transport.WriteSome(rest, [this, done = std::move(done)](beast::error_code ec, std::size_t count) mutable {
-        sent += count;
-        if (!ec && sent < head.size() + static_cast<std::size_t>(body.size()))
-            return WriteRest(std::move(done));
-        body = {};
-        done(ec);
-    });
+    transport.WriteSome(rest,
+                        [this, done = std::move(done)](beast::error_code ec, std::size_t count) mutable {
+                            sent += count;
+                            if (!ec && sent < head.size() + static_cast<std::size_t>(body.size()))
+                                return WriteRest(std::move(done));
+                            body = {};
+                            done(ec);
+                        });
 }
 } // namespace server

@@ -94,7 +94,7 @@ void DescriptorsTest::savesOnOldConnectionsWhileOthersTakeAllThatIsLeft()
     QCOMPARE(others.back()->ReceiveStatus(), 503);
 
     for (const char* name : {"first", "second", "third"})
-        QCOMPARE(author.Create(appId, name, "{\"a\":1}").status, 201);
+        QCOMPARE(author.Create(appId, name, ApiClient::Body(1)).status, 201);
 }
 
 void DescriptorsTest::restsWhileNothingCanBeAccepted()

@@ -26,10 +26,10 @@ double Figure(quint16 port, const QByteArray& name)
 
 QByteArray AppDataOf(int bytes)
 {
-    QByteArray text = "{\"parts\":[\"\"";
+    QByteArray text = "\"parts\":[\"\"";
     while (text.size() < bytes)
         text += ",\"" + QByteArray(qMin(megabyte, bytes - text.size()), 'x') + '"';
-    return text + "]}";
+    return ApiClient::Body(text + ']');
 }
 } // namespace
 

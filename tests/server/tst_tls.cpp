@@ -194,7 +194,7 @@ void TlsTest::savesALargeAppByteForByte()
         request.headers = {{"Idempotency-Key", QUuid::createUuid().toByteArray()}, {"Version-Name", "v"}};
         return QJsonDocument::fromJson(Send(request).body).object().value(QLatin1String("id")).toString();
     };
-    QByteArray app = "{\"parts\":[\"";
+    QByteArray app = R"({"uiData":{"pages":[]},"processData":{"processes":[]},"parts":[")";
     for (int i = 0; app.size() < 9000000; ++i)
         app += QByteArray::number(i) + ' ';
     app += "\"]}";
