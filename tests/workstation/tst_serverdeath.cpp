@@ -1,5 +1,6 @@
 #include "NativeProcess.h"
 #include "Session.h"
+#include "SmallApp.h"
 #include "TestApp.h"
 
 #include <OxHttp/HttpNotifyManager.h>
@@ -175,7 +176,7 @@ void tst_ServerDeath::savesOnceThoughTheServerDiesBetweenTheSaveAndItsAnswer()
     Enter(QStringLiteral(MORTAL_SERVER));
     appId = CreateApp(QStringLiteral("孤独的应用"));
     QVERIFY(!appId.isEmpty());
-    QVERIFY2(SaveVersion(QStringLiteral("{\"n\":0}")), qPrintable(saves->reasons.join(QLatin1Char('\n'))));
+    QVERIFY2(SaveVersion(SmallApp(0)), qPrintable(saves->reasons.join(QLatin1Char('\n'))));
     const QUrl before = session->GetEmbeddedServer()->GetAddress();
     QSignalSpy died(session.get(), &Session::SigServerDied);
     const QString order = folder->filePath(QStringLiteral("data/die-at-answer"));
@@ -183,7 +184,7 @@ void tst_ServerDeath::savesOnceThoughTheServerDiesBetweenTheSaveAndItsAnswer()
     QTRY_VERIFY(!QFile::exists(order));
 
     // When: the author saves
-    const bool saved = Update(QStringLiteral("{\"n\":1}"));
+    const bool saved = Update(SmallApp(1));
 
     // Then: the repeat went to the server that came back, and found the save done
     QCOMPARE(died.size(), 1);
@@ -191,7 +192,7 @@ void tst_ServerDeath::savesOnceThoughTheServerDiesBetweenTheSaveAndItsAnswer()
     QVERIFY(session->GetEmbeddedServer()->GetAddress() != before);
     QCOMPARE(Stored().size(), 1);
     QCOMPARE(Stored().first().revision, 2);
-    QVERIFY2(Update(QStringLiteral("{\"n\":2}")), qPrintable(saves->reasons.last()));
+    QVERIFY2(Update(SmallApp(2)), qPrintable(saves->reasons.last()));
 }
 
 void tst_ServerDeath::asksTheServerThatCameBackAndNobodyElse()

@@ -1,6 +1,7 @@
 #include "EditorLogicFixture.h"
 #include "ServerProcess.h"
 #include "ServerRelay.h"
+#include "SmallApp.h"
 #include "TestApp.h"
 
 #include <RpaCore/RpaAppSnapshot.h>
@@ -14,8 +15,10 @@ using namespace VersionExamples;
 
 namespace
 {
-const QString text3 = QStringLiteral("{\"n\":3}");
-}
+const QString content1 = SmallApp(1);
+const QString content2 = SmallApp(2);
+const QString content3 = SmallApp(3);
+} // namespace
 
 // One author works alone with a real server that dies at the worst moments. Nobody else is there, so nobody
 // else may be blamed.
@@ -103,7 +106,7 @@ bool SavedWorkLostTest::Answered()
 void SavedWorkLostTest::SaveFirstVersion()
 {
     versionId.clear();
-    const auto record = Record(QStringLiteral("{\"n\":0}"));
+    const auto record = Record(SmallApp(0));
     fixture->Save(record);
     QVERIFY(Answered());
     QVERIFY2(fixture->answers.LastSucceeded(), qPrintable(fixture->answers.LastError()));
@@ -129,10 +132,10 @@ QVector<VersionServiceVersion> SavedWorkLostTest::Stored()
 
 void SavedWorkLostTest::goesOnAfterASaveThatWasDoneAndWhoseRepeatsMetNobody()
 {
-    LoseASaveOf(text1);
+    LoseASaveOf(content1);
     QVERIFY(relay->Listen());
 
-    fixture->Update(Record(text2));
+    fixture->Update(Record(content2));
 
     QVERIFY(Answered());
     QVERIFY2(fixture->answers.LastSucceeded(), qPrintable(fixture->answers.LastError()));
@@ -142,7 +145,7 @@ void SavedWorkLostTest::goesOnAfterASaveThatWasDoneAndWhoseRepeatsMetNobody()
 
 void SavedWorkLostTest::goesOnAfterANewVersionThatWasDoneAndWhoseRepeatsMetNobody()
 {
-    auto second = Record(text1);
+    auto second = Record(content1);
     second->SetId(QString());
     second->SetName(QStringLiteral("版本2"));
     relay->DieAtAnswerOf("POST");
@@ -151,7 +154,7 @@ void SavedWorkLostTest::goesOnAfterANewVersionThatWasDoneAndWhoseRepeatsMetNobod
     QVERIFY(!fixture->answers.LastSucceeded());
     QVERIFY(relay->Listen());
 
-    second->SetAppData(text2);
+    second->SetAppData(content2);
     fixture->Save(second);
 
     QVERIFY(Answered());
@@ -162,15 +165,15 @@ void SavedWorkLostTest::goesOnAfterANewVersionThatWasDoneAndWhoseRepeatsMetNobod
 void SavedWorkLostTest::remembersALostSaveWhenTheNextOneIsLostToo()
 {
     // Given: one save that was done, and one that was sent and not done, neither answered
-    LoseASaveOf(text1);
+    LoseASaveOf(content1);
     QVERIFY(relay->Listen());
     relay->DieAtRequestOf("PUT");
-    fixture->Update(Record(text2));
+    fixture->Update(Record(content2));
     QVERIFY(Answered());
     QVERIFY(!fixture->answers.LastSucceeded());
     QVERIFY(relay->Listen());
 
-    fixture->Update(Record(text3));
+    fixture->Update(Record(content3));
 
     QVERIFY(Answered());
     QVERIFY2(fixture->answers.LastSucceeded(), qPrintable(fixture->answers.LastError()));
@@ -180,17 +183,17 @@ void SavedWorkLostTest::remembersALostSaveWhenTheNextOneIsLostToo()
 void SavedWorkLostTest::remembersALostSaveWhenItCannotBeLookedUpYet()
 {
     // Given: the server dies once more, while the library looks up whose the change is
-    LoseASaveOf(text1);
+    LoseASaveOf(content1);
     QVERIFY(relay->Listen());
     relay->DieAtAnswerOf("GET");
-    fixture->Update(Record(text2));
+    fixture->Update(Record(content2));
     QVERIFY(Answered());
     QVERIFY(!fixture->answers.LastSucceeded());
     QVERIFY2(!fixture->answers.LastError().contains(QStringLiteral("他人")),
              qPrintable(fixture->answers.LastError()));
     QVERIFY(relay->Listen());
 
-    fixture->Update(Record(text3));
+    fixture->Update(Record(content3));
 
     QVERIFY(Answered());
     QVERIFY2(fixture->answers.LastSucceeded(), qPrintable(fixture->answers.LastError()));
@@ -199,7 +202,7 @@ void SavedWorkLostTest::remembersALostSaveWhenItCannotBeLookedUpYet()
 
 void SavedWorkLostTest::deletesAVersionWhoseLastSaveWasLost()
 {
-    LoseASaveOf(text1);
+    LoseASaveOf(content1);
     QVERIFY(relay->Listen());
 
     fixture->Delete(versionId);
@@ -221,14 +224,14 @@ void SavedWorkLostTest::remembersASaveWhoseRepeatWasRefused()
     QVERIFY(Answered());
     busy.Enqueue(FaultServer::Failing(Fault::CloseBeforeAnswer));
     busy.Enqueue(FaultServer::Refusal(429, "too-many", QStringLiteral("请求过于频繁")));
-    fixture->Update(EditorLogicFixture::Record(v1, text1));
+    fixture->Update(EditorLogicFixture::Record(v1, content1));
     QVERIFY(Answered());
     QVERIFY(!fixture->answers.LastSucceeded());
 
     busy.Enqueue(ChangedByAnother());
-    busy.Enqueue(VersionReplies::List({fixture->Version(v1, 8, text1.toUtf8())}));
-    busy.Enqueue(VersionReplies::Saved(200, fixture->Version(v1, 9, text2.toUtf8())));
-    fixture->Update(EditorLogicFixture::Record(v1, text2));
+    busy.Enqueue(VersionReplies::List({fixture->Version(v1, 8, content1.toUtf8())}));
+    busy.Enqueue(VersionReplies::Saved(200, fixture->Version(v1, 9, content2.toUtf8())));
+    fixture->Update(EditorLogicFixture::Record(v1, content2));
 
     QVERIFY(Answered());
     QVERIFY2(fixture->answers.LastSucceeded(), qPrintable(fixture->answers.LastError()));
