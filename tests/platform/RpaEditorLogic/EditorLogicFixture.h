@@ -19,8 +19,8 @@ using Fault = FaultServer::Fault;
 
 inline const QString v1 = QStringLiteral("v1");
 inline const QString v2 = QStringLiteral("v2");
-inline const QString text1 = QStringLiteral("{\"n\":1}");
-inline const QString text2 = QStringLiteral("{\"n\":2}");
+inline const QString text1 = QString::fromUtf8(VersionReplies::App("\"n\":1"));
+inline const QString text2 = QString::fromUtf8(VersionReplies::App("\"n\":2"));
 
 FaultServer::Reply Late(FaultServer::Reply reply,
                         std::chrono::milliseconds delay = std::chrono::milliseconds(60));
