@@ -30,7 +30,6 @@ private slots:
     void showsAFailedDeletionAndEmitsNothing();
     void passesTheErrorTextOfAListOnEvenOnSuccess();
     void bringsTheDataOfAVersionUnmodified();
-    void fillsInWhatTheDataDoesNotHold();
     void takesDataOfAnOlderClient();
     void refusesDataOfANewerClient();
     void bringsAnEmptyAppWhenTheDataCannotBeLoaded();
@@ -239,25 +238,6 @@ void TestRpaAppEditorHandleVersions::bringsTheDataOfAVersionUnmodified()
     QCOMPARE(app->GetUIDataManager()->GetUIName(0), Text("登记"));
     QVERIFY(!app->GetModified());
     QCOMPARE(service->toasts.GetCount(), 0);
-}
-
-void TestRpaAppEditorHandleVersions::fillsInWhatTheDataDoesNotHold()
-{
-    // given
-    RpaAppData fresh;
-    fresh.InitDefault();
-    service->server.Enqueue(FaultServer::Data(QByteArrayLiteral("{}"), 1));
-    QSignalSpy loaded(handle.get(), &RpaAppEditorHandle::SigGetSnapshotData);
-
-    // when
-    handle->GetSnapshotData(QStringLiteral("v1"));
-
-    // then
-    QTRY_COMPARE(loaded.size(), 1);
-    const auto app = loaded.constFirst().at(2).value<RpaAppDataPtr>();
-    QCOMPARE(app->GetUIDataManager()->GetCount(), fresh.GetUIDataManager()->GetCount());
-    QVERIFY(fresh.GetUIDataManager()->GetCount() > 0);
-    QVERIFY(!app->GetModified());
 }
 
 void TestRpaAppEditorHandleVersions::takesDataOfAnOlderClient()

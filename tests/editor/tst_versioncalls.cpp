@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QTabBar>
 #include <QtTest>
 
 namespace
@@ -45,6 +46,15 @@ private slots:
                                                QStringLiteral("packages are: ")}));
         QCOMPARE(opening.GetVersions(),
                  QStringList({QStringLiteral("甲版"), QStringLiteral("乙版"), QStringLiteral("丙版")}));
+    }
+
+    void opensAVersionThatHoldsNothingWithTheContentOfANewApp()
+    {
+        Open(Versions(), QByteArrayLiteral("{}"));
+
+        const auto* tabs = author->Find("widgetTabBar")->findChild<QTabBar*>();
+        QCOMPARE(tabs->count(), 1);
+        QVERIFY(!tabs->tabText(0).isEmpty());
     }
 
     void handsTheListOfAProgramToThePackageServiceWithItsFirstEditor()
