@@ -4,6 +4,7 @@
 #include "TestApp.h"
 #include "ToastWatcher.h"
 
+#include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 #include <RpaProcessData/RpaPackageInfo.h>
 
@@ -133,6 +134,24 @@ private slots:
         // The version that was open is asked for, not the one that would not load.
         StandInRequests::AnswerList(Versions());
         QCOMPARE(CallLog::Take(), QStringList(QStringLiteral("load v1")));
+    }
+
+    void refusesTheContentOfANewerClient()
+    {
+        Open();
+        RpaGlobalDataManager::Instance()->SetApiVersion(QStringLiteral("1.9.0"));
+        PickWithoutData(QStringLiteral("乙版"));
+        CallLog::Take();
+        ToastWatcher toasts;
+
+        StandInRequests::AnswerData(Content(QStringLiteral("newer"), [](RpaAppData& content) {
+            content.SetVersion(QStringLiteral("1.10.0"));
+        }));
+
+        QCOMPARE(toasts.GetToasts(),
+                 QVector<SeenToast>({{QStringLiteral("当前版本过低，请更新为最新版本"), 2}}));
+        QCOMPARE(CallLog::Take(), QStringList(QStringLiteral("list app1")));
+        QVERIFY(author->GetInstructions().contains(QStringLiteral("content of v1")));
     }
 
     void makesTheFirstRowCurrentWhenAVersionGoesBeforeAnyWasLoaded()
