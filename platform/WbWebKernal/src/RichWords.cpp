@@ -6,8 +6,8 @@ namespace
 {
 using HtmlVocabulary::Role;
 
-constexpr int mostWords = 500 * 1000; // in characters
-constexpr int mostLines = 20 * 1000;
+constexpr int mostWords = 200 * 1000; // in characters
+constexpr int mostLines = 10 * 1000;
 constexpr int longestLine = 2000; // longer ones are broken
 
 // The entities that writers of texts use; a rare one stays as it is written.

@@ -67,8 +67,9 @@ private slots:
 
         QTRY_COMPARE_WITH_TIMEOUT(author.Title(), QStringLiteral("end"), 30000);
         QCOMPARE(refusal.count, 3);
-        QTRY_COMPARE(toasts.GetTexts(),
-                     QStringList{QStringLiteral("网页 127.0.0.1 反复提问，不再显示它的问题，直到您重新打开网页")});
+        QTRY_COMPARE(
+            toasts.GetTexts(),
+            QStringList{QStringLiteral("网页 127.0.0.1 反复提问，不再显示它的问题，直到您重新打开网页")});
     }
 
     void aPageMayAskAgainWhenTheUserNavigates_data()

@@ -181,8 +181,8 @@ QVector<HostileTexts::Text> HostileTexts::BeyondEveryLimit()
          QStringLiteral("<p>x<img src=\"%1\">y</p>").arg(EmptyPicture(30000, 30000))},
         {QStringLiteral("picture of 4 billion by 1"),
          QStringLiteral("<p>x<img src=\"%1\">y</p>").arg(EmptyPicture(0x7fffffff, 1))},
-        {QStringLiteral("pictures without end"), Pictures(60, 1600, 4)},
-        {QStringLiteral("large pictures"), Pictures(40, 4000, 400)},
+        {QStringLiteral("pictures without end"), Pictures(42, 1600, 4)},
+        {QStringLiteral("large pictures"), Pictures(4, 4000, 400)},
         {QStringLiteral("one picture again and again"),
          QStringLiteral("<img src=\"%1\">").arg(SolidPicture(1600, 1)).repeated(1000)},
     };

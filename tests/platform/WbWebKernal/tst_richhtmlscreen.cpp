@@ -127,8 +127,8 @@ void tst_RichHtmlScreen::boundsEveryText()
         QVERIFY(screened.html.size() <= 4 * html.size() + 10000);
     }
     const RichWords words = WordsOf(html);
-    QVERIFY(words.text.size() <= 600 * 1000);
-    QVERIFY(words.text.count(QLatin1Char('\n')) <= 20 * 1000);
+    QVERIFY(words.text.size() <= 220 * 1000);
+    QVERIFY(words.text.count(QLatin1Char('\n')) <= 10 * 1000);
 }
 
 void tst_RichHtmlScreen::refusesATextBeyondALimit_data()
