@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 #include <QListWidget>
+#include <QWindow>
 #include <QtTest>
 
 void VersionComboFixture::init()
@@ -40,6 +41,12 @@ void VersionComboFixture::PressRow(int index) const
 void VersionComboFixture::PressFace() const
 {
     QTest::mousePress(combo->lineEdit(), Qt::LeftButton);
+}
+
+void VersionComboFixture::ClickFace() const
+{
+    const QPoint place = combo->mapTo(combo->window(), combo->lineEdit()->geometry().center());
+    QTest::mouseClick(combo->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
 }
 
 bool VersionComboFixture::IsPopupOpen() const

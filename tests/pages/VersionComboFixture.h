@@ -25,6 +25,8 @@ protected:
     RpaVersionItem* Row(int index) const;
     void PressRow(int index) const;
     void PressFace() const;
+    // A whole click on the face, as the window system sends it.
+    void ClickFace() const;
     bool IsPopupOpen() const;
 
     std::unique_ptr<RpaVersionCombo> combo;

@@ -19,6 +19,13 @@ class TestRpaVersionComboPopup : public VersionComboFixture
 private slots:
     void togglesThePopupByItsFace();
     void togglesThePopupByWholeClicksOnItsName();
+    void picksTheRowThatIsClickedInTheOpenList();
+    void outlivesOnlyTheReleaseOfThePressThatOpenedIt();
+    void opensByKey_data();
+    void opensByKey();
+    void leavesOtherKeysToItsWindow();
+    void marksNoRowAfterItWasCleared();
+
     void closesThePopupBeforeItAnnouncesADeletion();
     void keepsItsNameAfterADeletionPress();
     void forgetsAnOutsideCloseAfterItsGrace();
@@ -74,6 +81,94 @@ void TestRpaVersionComboPopup::togglesThePopupByWholeClicksOnItsName()
     }
     QCOMPARE(selected.size(), 0);
     QCOMPARE(combo->lineEdit()->text(), Text("版本1"));
+}
+
+void TestRpaVersionComboPopup::picksTheRowThatIsClickedInTheOpenList()
+{
+    // given
+    Fill(3);
+    combo->SetCurrentIndex(1);
+    QSignalSpy selected(combo.get(), &RpaVersionCombo::SigSelectVersion);
+    ClickFace();
+
+    // when
+    QTest::mouseClick(list->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      list->viewport()->mapTo(list->window(), list->visualItemRect(list->item(2)).center()));
+
+    // then
+    QVERIFY(!IsPopupOpen());
+    QCOMPARE(selected.size(), 1);
+    QCOMPARE(selected.constFirst().constFirst(), QVariant(QStringLiteral("id2")));
+    QCOMPARE(combo->lineEdit()->text(), Text("版本2"));
+}
+
+void TestRpaVersionComboPopup::outlivesOnlyTheReleaseOfThePressThatOpenedIt()
+{
+    // given
+    Fill(3);
+    ClickFace();
+    QVERIFY(IsPopupOpen());
+
+    // when a later release comes to the popup beside its rows
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(-5, -5), Qt::LeftButton, Qt::NoButton,
+                        Qt::NoModifier);
+    QApplication::sendEvent(list->window(), &release);
+
+    // then
+    QVERIFY(!IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::opensByKey_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("isOpen");
+    QTest::newRow("up") << int(Qt::Key_Up) << true;
+    QTest::newRow("down") << int(Qt::Key_Down) << true;
+    QTest::newRow("F4") << int(Qt::Key_F4) << true;
+    QTest::newRow("space") << int(Qt::Key_Space) << true;
+    QTest::newRow("a letter") << int(Qt::Key_A) << false;
+    QTest::newRow("page down") << int(Qt::Key_PageDown) << false;
+}
+
+void TestRpaVersionComboPopup::opensByKey()
+{
+    QFETCH(int, key);
+    QFETCH(bool, isOpen);
+    Fill(3);
+
+    QTest::keyClick(combo.get(), Qt::Key(key));
+
+    QCOMPARE(IsPopupOpen(), isOpen);
+}
+
+void TestRpaVersionComboPopup::leavesOtherKeysToItsWindow()
+{
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    escape.accept();
+    QApplication::sendEvent(combo.get(), &escape);
+    QVERIFY(!escape.isAccepted());
+
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    QApplication::sendEvent(combo.get(), &down);
+    QVERIFY(down.isAccepted());
+}
+
+void TestRpaVersionComboPopup::marksNoRowAfterItWasCleared()
+{
+    // given
+    Fill(3);
+    combo->SetCurrentIndex(1);
+    combo->showPopup();
+    QCOMPARE(list->currentRow(), 1);
+    combo->hidePopup();
+
+    // when
+    combo->Clear();
+    Fill(3);
+    combo->showPopup();
+
+    // then
+    QCOMPARE(list->currentRow(), -1);
 }
 
 void TestRpaVersionComboPopup::closesThePopupBeforeItAnnouncesADeletion()
