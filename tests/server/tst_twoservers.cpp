@@ -52,7 +52,8 @@ void TwoServersTest::cleanup()
 }
 
 // One client: saves any of the versions until it has done its share.
-void TwoServersTest::Count(quint16 port, const std::vector<QByteArray>& versions, int increments, unsigned seed)
+void TwoServersTest::Count(quint16 port, const std::vector<QByteArray>& versions, int increments,
+                           unsigned seed)
 {
     ApiClient mine(port, token);
     std::mt19937 random(seed);
@@ -88,7 +89,8 @@ void TwoServersTest::countOnTheSameVersionsWithoutDeadlock()
     elapsed.start();
     std::vector<std::thread> clients;
     for (unsigned i = 0; i < 2 * clientsOfEach; ++i)
-        clients.emplace_back([&, i] { Count(i % 2 ? other->Port() : server->Port(), versions, increments, i); });
+        clients.emplace_back(
+            [&, i] { Count(i % 2 ? other->Port() : server->Port(), versions, increments, i); });
     for (std::thread& one : clients)
         one.join();
     qInfo("%d increments in %lld ms, %d not as expected", saved.load(), elapsed.elapsed(), unexpected.load());
@@ -112,10 +114,12 @@ void TwoServersTest::replayAKeyThatTheOtherHasSeen()
         const QByteArray key = ApiClient::NewKey();
         const QByteArray name = "v" + QByteArray::number(round);
         ApiClient::Reply replies[2];
-        std::thread first(
-            [&] { replies[0] = ApiClient(server->Port(), token).Create(app, name, ApiClient::Body(round), key); });
-        std::thread second(
-            [&] { replies[1] = ApiClient(other->Port(), token).Create(app, name, ApiClient::Body(round), key); });
+        std::thread first([&] {
+            replies[0] = ApiClient(server->Port(), token).Create(app, name, ApiClient::Body(round), key);
+        });
+        std::thread second([&] {
+            replies[1] = ApiClient(other->Port(), token).Create(app, name, ApiClient::Body(round), key);
+        });
         first.join();
         second.join();
 
