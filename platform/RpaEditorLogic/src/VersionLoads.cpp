@@ -99,16 +99,17 @@ void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request
 // that it cannot read, and its next save would put that over the content.
 QString VersionLoads::ContentFailure(const QString& id, const AppOutline& outline) const
 {
+    // An app of a newer client is refused by the editor itself, which reads it first.
+    if (outline.IsApp())
+        return {};
     const QString ownApi = RpaGlobalDataManager::Instance()->GetApiVersion();
     const auto isNewer = [&ownApi](const QString& api) { return Utils::CompareVersion(ownApi, api) < 0; };
     // Content of another shape may tell its version elsewhere; then the list knows who wrote it.
     const auto listed = context->manager.GetConfirmed(id);
-    if (isNewer(outline.version) || (!outline.IsApp() && listed && isNewer(listed->GetApiVersion())))
+    if (isNewer(outline.version) || (listed && isNewer(listed->GetApiVersion())))
         return TooOldText();
-    if (!outline.IsApp())
-        return QStringLiteral("该版本的内容无法识别，没有打开，服务器上的内容保持不变（%1）")
-            .arg(outline.problem);
-    return {};
+    return QStringLiteral("该版本的内容无法识别，没有打开，服务器上的内容保持不变（%1）")
+        .arg(outline.problem);
 }
 
 void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request,

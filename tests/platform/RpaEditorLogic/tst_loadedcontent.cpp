@@ -38,6 +38,7 @@ private slots:
     void refusesWhatIsNoApp();
     void refusesWhatANewerClientWrote_data();
     void refusesWhatANewerClientWrote();
+    void leavesAnAppOfANewerClientToTheEditor();
     void basesNoSaveOnContentThatWasRefused();
 };
 
@@ -82,7 +83,6 @@ void LoadedContentTest::refusesWhatANewerClientWrote_data()
     QTest::addColumn<QString>("listedApi");
 
     const QString own = QStringLiteral("1.0.0");
-    QTest::newRow("an app that says so") << VersionReplies::App().replace("1.0.0", "1.0.1") << own;
     QTest::newRow("another shape that says so")
         << QByteArray(R"({"version":"2.0.0","screens":[{"id":1}]})") << own;
     QTest::newRow("a part of another kind, and says so")
@@ -99,6 +99,14 @@ void LoadedContentTest::refusesWhatANewerClientWrote()
     EditorLogicFixture fixture;
 
     QCOMPARE(LoadError(fixture, content, listedApi), tooNew);
+}
+
+void LoadedContentTest::leavesAnAppOfANewerClientToTheEditor()
+{
+    EditorLogicFixture fixture;
+
+    QCOMPARE(LoadError(fixture, VersionReplies::App().replace("1.0.0", "1.0.1"), QStringLiteral("1.0.1")),
+             QString());
 }
 
 void LoadedContentTest::basesNoSaveOnContentThatWasRefused()
