@@ -25,7 +25,7 @@ struct Options
     TlsFiles tls; // both empty: plain HTTP
     HttpLimits http;
     LoginRates login;
-    QByteArray metricsToken; // stands for the right to read the figures; empty: there is none
+    QByteArray metricsToken;    // stands for the right to read the figures; empty: there is none
     QStringList storeCommand;   // "backup", "verify", "restore" or "move" and its argument
     QStringList accountCommand; // "add", "list", "password"… and its arguments; both empty: serve
     QString passwordFile;       // empty: standard input

@@ -4,7 +4,7 @@
 
 namespace server
 {
-// Carries out "backup", "verify", "restore" and "move"; the exit code of the process: 3 when something in the store is
-// damaged. Throws StoreError.
+// Carries out "backup", "verify", "restore" and "move"; the exit code of the process: 3 when something in the
+// store is damaged. Throws StoreError.
 int RunStoreCommand(const Options& options);
 } // namespace server

@@ -50,7 +50,7 @@ struct Response
     QByteArray body;
     Headers headers;
     QString account; // whose share of the memory the body takes; empty: nobody's
-    QString cause; // of a failure; for the log, not for the client
+    QString cause;   // of a failure; for the log, not for the client
 
     static Response Json(int status, QByteArray body);
     static Response Empty(int status = 204);

@@ -50,8 +50,9 @@ const Table& RevisionReader::GetTable()
 
 RevisionReader::Revision RevisionReader::Read(SqlConnection& connection, const PagedRows::Row& key)
 {
-    static const QString select = QStringLiteral("SELECT %1, body FROM revision WHERE version_id = ? AND revision = ?")
-                                      .arg(GetTable().columns.join(comma));
+    static const QString select =
+        QStringLiteral("SELECT %1, body FROM revision WHERE version_id = ? AND revision = ?")
+            .arg(GetTable().columns.join(comma));
     static const int bodyAt = GetTable().columns.size();
     static const int sha256At = GetTable().columns.indexOf(QStringLiteral("sha256"));
     static const int sizeAt = GetTable().columns.indexOf(QStringLiteral("size"));

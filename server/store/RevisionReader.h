@@ -29,8 +29,8 @@ struct RevisionReader
 {
     struct Revision
     {
-        QString name; // for people
-        PagedRows::Row row; // the columns of the table and the body
+        QString name;           // for people
+        PagedRows::Row row;     // the columns of the table and the body
         bool isDamaged = false; // the body is not what was saved
     };
 

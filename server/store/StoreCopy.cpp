@@ -77,12 +77,14 @@ private:
     {
         const int schema = StoredSchema(from);
         if (schema != CurrentSchema())
-            throw StoreError(StoreFault::Internal, QStringLiteral("the source has schema %1, this program needs %2")
-                                                       .arg(schema)
-                                                       .arg(CurrentSchema()));
+            throw StoreError(StoreFault::Internal,
+                             QStringLiteral("the source has schema %1, this program needs %2")
+                                 .arg(schema)
+                                 .arg(CurrentSchema()));
         MigrateSchema(to, *toDialect);
         if (Count(to, QStringLiteral("account")) + Count(to, QStringLiteral("app")) > 0)
-            throw StoreError(StoreFault::Conflict, QStringLiteral("the target is not empty; nothing was changed"));
+            throw StoreError(StoreFault::Conflict,
+                             QStringLiteral("the target is not empty; nothing was changed"));
     }
 
     // PostgreSQL ends a transaction with the first statement it does not know.
@@ -133,8 +135,10 @@ private:
     void CopyRevision(const std::vector<QVariant>& key)
     {
         static const QString insert =
-            InsertOf(RevisionReader::GetTable(), RevisionReader::GetTable().columns + QStringList(QStringLiteral("body")));
-        if (to.Select(QStringLiteral("SELECT 1 FROM revision WHERE version_id = ? AND revision = ?"), key).Next())
+            InsertOf(RevisionReader::GetTable(),
+                     RevisionReader::GetTable().columns + QStringList(QStringLiteral("body")));
+        if (to.Select(QStringLiteral("SELECT 1 FROM revision WHERE version_id = ? AND revision = ?"), key)
+                .Next())
             return;
         const auto revision = RevisionReader::Read(from, key);
         if (revision.isDamaged)

@@ -11,10 +11,10 @@ struct CopyResult
     QStringList damaged; // revisions that are not what was saved; they are copied as they are
 };
 
-// Copies a store into an empty one, as it was at one moment, while others work on it. App data, which never changes, is
-// taken beforehand piece by piece; only what is small, and what came meanwhile, is read in one transaction. The copy is
-// one transaction too: it is there as a whole or not at all. Throws StoreError, also when the target has something in
-// it or the source has another schema than this program.
+// Copies a store into an empty one, as it was at one moment, while others work on it. App data, which never
+// changes, is taken beforehand piece by piece; only what is small, and what came meanwhile, is read in one
+// transaction. The copy is one transaction too: it is there as a whole or not at all. Throws StoreError, also
+// when the target has something in it or the source has another schema than this program.
 CopyResult CopyStore(const std::shared_ptr<const IDialect>& from, const std::shared_ptr<const IDialect>& to);
 
 // The schema of a store; 0 when it is none.

@@ -28,9 +28,10 @@ const std::vector<Table>& Tables()
         MakeTable("account", 1, "pin name vender_id roles password_hash created_at closed_at"),
         MakeTable("session", 1, "token_hash pin created_at last_used_at expires_at"),
         MakeTable("app", 1, "id name kind creator vender_id oxs_app_key created_at changed_at"),
-        MakeTable("version", 1,
-                  "id app_id name description state api_version pin revision sha256 size created_at changed_at "
-                  "deleted_at deleted_by position"),
+        MakeTable(
+            "version", 1,
+            "id app_id name description state api_version pin revision sha256 size created_at changed_at "
+            "deleted_at deleted_by position"),
         MakeTable("revision", 2, "version_id revision name description api_version pin sha256 size saved_at"),
         MakeTable("release_entry", 1, "id version_id revision from_state to_state pin released_at position"),
         MakeTable("invitation", 1,

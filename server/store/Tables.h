@@ -15,8 +15,8 @@ struct Table
     QStringList columns;
 };
 
-// Those without app data, in an order in which each refers to former ones only; "revision" stands where its turn is,
-// without "body".
+// Those without app data, in an order in which each refers to former ones only; "revision" stands where its
+// turn is, without "body".
 const std::vector<Table>& Tables();
 
 const QString& RevisionTable();

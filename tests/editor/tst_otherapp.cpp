@@ -21,9 +21,8 @@ class AnswerCounter : public HttpObserverBase
 public:
     AnswerCounter()
     {
-        HttpNotifyManager::Instance()->AddObserver(this,
-                                                   {NotifyDeleteAppSnapshotInfo, NotifyGetSnapshotList,
-                                                    NotifyGetDevSnapshotData, NotifyGrayOrRelease});
+        HttpNotifyManager::Instance()->AddObserver(this, {NotifyDeleteAppSnapshotInfo, NotifyGetSnapshotList,
+                                                          NotifyGetDevSnapshotData, NotifyGrayOrRelease});
     }
     ~AnswerCounter() override { HttpNotifyManager::Instance()->RemoveAllMessage(this); }
 

@@ -78,7 +78,8 @@ void AccountsTest::refusesPasswordsThatAreNoGood()
     const int changed = Account({QStringLiteral("password"), name}, given + '\n');
     const QByteArray changedSaid = said;
     const int added = Account(
-        {QStringLiteral("add"), QStringLiteral("li"), QStringLiteral("--vender"), QStringLiteral("acme")}, given + '\n');
+        {QStringLiteral("add"), QStringLiteral("li"), QStringLiteral("--vender"), QStringLiteral("acme")},
+        given + '\n');
 
     QCOMPARE(changed, 1);
     QVERIFY2(changedSaid.contains(why), changedSaid.constData());
@@ -95,8 +96,9 @@ void AccountsTest::takesAPasswordFromAFile()
     file.write(QByteArray(1024, 'k') + "\nmore\n");
     file.close();
 
-    QVERIFY2(Account({QStringLiteral("password"), name, QStringLiteral("--password-file"), file.fileName()}) == 0,
-             said.constData());
+    QVERIFY2(
+        Account({QStringLiteral("password"), name, QStringLiteral("--password-file"), file.fileName()}) == 0,
+        said.constData());
 
     QVERIFY(Start());
     QCOMPARE(ApiClient(server->Port(), {}).SignIn(pin, password).status, 401);

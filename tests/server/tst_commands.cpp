@@ -85,8 +85,8 @@ void CommandsTest::backsUpWhileSavesGoOn()
     std::thread author([&] {
         ApiClient mine(server->Port(), token);
         for (int revision = 1; !ended; ++revision) {
-            const QByteArray body =
-                ApiClient::Body("\"n\":" + QByteArray::number(revision) + ",\"fill\":\"" + QByteArray(20000, 'x') + '"');
+            const QByteArray body = ApiClient::Body("\"n\":" + QByteArray::number(revision) + ",\"fill\":\"" +
+                                                    QByteArray(20000, 'x') + '"');
             if (mine.Overwrite(version, revision, body).status == 200)
                 ++saved;
             else
@@ -224,12 +224,14 @@ void CommandsTest::findsWhatIsDamaged_data()
     QTest::addColumn<QString>("statement");
     QTest::addColumn<QByteArray>("named");
     const QString sqlite = QStringLiteral("sqlite");
-    QTest::newRow("app data") << sqlite << QStringLiteral("UPDATE revision SET body = x'7b7d' WHERE revision = 1")
+    QTest::newRow("app data") << sqlite
+                              << QStringLiteral("UPDATE revision SET body = x'7b7d' WHERE revision = 1")
                               << QByteArray("/1 is damaged");
     QTest::newRow("a head that is older") << sqlite << QStringLiteral("UPDATE version SET revision = 1")
                                           << QByteArray("is not its newest revision");
-    QTest::newRow("a gap in the history") << sqlite << QStringLiteral("DELETE FROM revision WHERE revision = 1")
-                                          << QByteArray("lacks revisions");
+    QTest::newRow("a gap in the history")
+        << sqlite << QStringLiteral("DELETE FROM revision WHERE revision = 1")
+        << QByteArray("lacks revisions");
     QTest::newRow("a version of no app") << sqlite << QStringLiteral("UPDATE version SET app_id = 'none'")
                                          << QByteArray("a row of version refers to nothing");
 }
@@ -246,8 +248,8 @@ void CommandsTest::findsWhatIsDamaged()
     EndServer();
     QVERIFY2(Command({QStringLiteral("verify")}) == 0, said.constData());
 
-    ChangeFile(store.mid(7), {QStringLiteral("DROP TRIGGER revision_stays"), QStringLiteral("DROP TRIGGER revision_remains"),
-                statement});
+    ChangeFile(store.mid(7), {QStringLiteral("DROP TRIGGER revision_stays"),
+                              QStringLiteral("DROP TRIGGER revision_remains"), statement});
 
     QCOMPARE(Command({QStringLiteral("verify")}), 3);
     QVERIFY2(said.contains(named), said.constData());

@@ -153,7 +153,8 @@ void LeftWorkTest::namesTheSaveThatFailedAfterItsEditorWasLeft()
 
     QTRY_COMPARE(toasts.GetCount(), 1);
     const QString text = toasts.GetTexts().first();
-    QVERIFY2(text.startsWith(QStringLiteral("应用“应用一”的版本“甲”没有保存成功：磁盘已满。")), qPrintable(text));
+    QVERIFY2(text.startsWith(QStringLiteral("应用“应用一”的版本“甲”没有保存成功：磁盘已满。")),
+             qPrintable(text));
     QVERIFY2(text.endsWith(QStringLiteral("在本机的草稿中，重新打开该应用时可以恢复")), qPrintable(text));
     QVERIFY(drafts->Keeps(QStringLiteral("x")));
     QVERIFY(!drafts->Keeps(QStringLiteral("y")));
@@ -181,9 +182,9 @@ void LeftWorkTest::saysWhichReleaseHasNoOutcomeYet()
 
     QVERIFY(page->Leave());
 
-    QTRY_COMPARE(
-        toasts.GetTexts(),
-        QStringList(QStringLiteral("离开应用“应用一”时还没有结果：灰度版本“甲”。重新打开该应用可以看到结果")));
+    QTRY_COMPARE(toasts.GetTexts(),
+                 QStringList(QStringLiteral(
+                     "离开应用“应用一”时还没有结果：灰度版本“甲”。重新打开该应用可以看到结果")));
     service->gate.release(1);
 }
 

@@ -41,10 +41,12 @@ void LeftWork::Leave(const AppRecord& app)
     }
 }
 
-void LeftWork::TellFailedSave(const QString& appId, const QString& versionName, const QString& errorDesc) const
+void LeftWork::TellFailedSave(const QString& appId, const QString& versionName,
+                              const QString& errorDesc) const
 {
-    const QString place =
-        keepsDraft(appId) ? QStringLiteral("未保存的内容在本机的草稿中，重新打开该应用时可以恢复") : QString();
+    const QString place = keepsDraft(appId)
+                              ? QStringLiteral("未保存的内容在本机的草稿中，重新打开该应用时可以恢复")
+                              : QString();
     QString reason = errorDesc;
     if (!reason.endsWith(QStringLiteral("。")) && !place.isEmpty())
         reason += QStringLiteral("。");

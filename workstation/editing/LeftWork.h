@@ -7,8 +7,8 @@
 
 #include <functional>
 
-// What an editor leaves behind when it goes: nobody but the workstation can tell the author any more what became
-// of it.
+// What an editor leaves behind when it goes: nobody but the workstation can tell the author any more what
+// became of it.
 class LeftWork : public QObject
 {
     Q_OBJECT

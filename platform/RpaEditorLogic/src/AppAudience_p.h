@@ -8,15 +8,16 @@
 #include <QString>
 #include <QVector>
 
-// Whom an answer is for. Requests do not say who sent them, and an answer that reaches the editor of another app
-// makes that one show, save or reload what is not its own. So each request takes along which editors there were
-// when it was made, and an answer goes
+// Whom an answer is for. Requests do not say who sent them, and an answer that reaches the editor of another
+// app makes that one show, save or reload what is not its own. So each request takes along which editors
+// there were when it was made, and an answer goes
 // - never to an editor that came later: it sent nothing then;
-// - of a request that names its app and whose answer an editor acts on unasked (list, deletion, release), or that
+// - of a request that names its app and whose answer an editor acts on unasked (list, deletion, release), or
+// that
 //   brings content, only to the editor of that app;
 // - to a dialog that came later only while an editor that hears the answer is still there.
-// An editor is whoever hears lists; it belongs to the app whose list it asked for. Who asked is told by the order:
-// the first list of an app belongs to the editor that was made first of those that asked for none yet.
+// An editor is whoever hears lists; it belongs to the app whose list it asked for. Who asked is told by the
+// order: the first list of an app belongs to the editor that was made first of those that asked for none yet.
 class AppAudience
 {
 public:
@@ -33,8 +34,8 @@ public:
     void Open(const QString& appId);
     Ticket Take(const QString& appId) const;
 
-    // Hands the answer out to those whom it is for. isOwn: the sender knows its answer by the identity and must
-    // hear it whatever it shows now.
+    // Hands the answer out to those whom it is for. isOwn: the sender knows its answer by the identity and
+    // must hear it whatever it shows now.
     void Notify(const Ticket& ticket, bool isOwn, int notifyId, const QSharedPointer<IHttpRequest>& request,
                 const QSharedPointer<IHttpResponse>& response) const;
     // The editor that asked is gone, or its dialog; so nobody tells the author how it went.

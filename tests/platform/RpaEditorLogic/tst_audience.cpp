@@ -26,7 +26,8 @@ class Party : public QObject, public HttpObserverBase
 public:
     explicit Party(bool isEditor = true)
     {
-        QList<int> ids = {NotifySaveAppSnapshotInfo, NotifyUpdateAppSnapshotInfo, NotifyDeleteAppSnapshotInfo};
+        QList<int> ids = {NotifySaveAppSnapshotInfo, NotifyUpdateAppSnapshotInfo,
+                          NotifyDeleteAppSnapshotInfo};
         if (isEditor)
             ids << NotifyGetSnapshotList << NotifyGetDevSnapshotData << NotifyGrayOrRelease;
         HttpNotifyManager::Instance()->AddObserver(this, ids);
@@ -110,7 +111,8 @@ void AudienceTest::ServeBothApps()
             return FaultServer::Data(VersionReplies::App(), 1);
         if (request.path.contains("app2"))
             return VersionReplies::List({OfY(v2)});
-        return VersionReplies::List({EditorLogicFixture::Version(v1), EditorLogicFixture::Version(QStringLiteral("v3"))});
+        return VersionReplies::List(
+            {EditorLogicFixture::Version(v1), EditorLogicFixture::Version(QStringLiteral("v3"))});
     });
 }
 
@@ -207,7 +209,8 @@ void AudienceTest::failsAListThatWasOvertakenByAnotherApp()
 
     Wait(2);
     QCOMPARE(ofX.heard, QList<int>{NotifyGetSnapshotList});
-    QVERIFY2(ofX.errors.first().contains(QStringLiteral("打开了另一个应用")), qUtf8Printable(ofX.errors.first()));
+    QVERIFY2(ofX.errors.first().contains(QStringLiteral("打开了另一个应用")),
+             qUtf8Printable(ofX.errors.first()));
     QCOMPARE(ofY.heard, QList<int>{NotifyGetSnapshotList});
     QCOMPARE(ofY.errors, QStringList(QString()));
 }
@@ -348,7 +351,8 @@ void AudienceTest::tellsOfAFailedSaveWhoseDialogIsGone()
     fixture->List(x);
     Wait(1);
     auto dialog = std::make_unique<Party>(false);
-    const RpaAppSnapshotPtr record = fixture->Record(v1, text1, QStringLiteral("乙")); // named, as a dialog does
+    const RpaAppSnapshotPtr record =
+        fixture->Record(v1, text1, QStringLiteral("乙")); // named, as a dialog does
     fixture->Update(record);
 
     dialog.reset();
