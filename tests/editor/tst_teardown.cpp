@@ -63,6 +63,7 @@ private slots:
     void isTakenAwayWhileAVersionIsLoading()
     {
         VersionReplies::Version version;
+        version.appId = app.GetAppId();
         FaultServer server;
         server.SetScript([version](const FaultServer::Request& request) {
             if (request.path.endsWith("/versions"))

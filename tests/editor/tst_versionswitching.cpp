@@ -260,6 +260,7 @@ private slots:
     void alternatesListAndDataForTheSameVersionWhileTheDataFails()
     {
         VersionReplies::Version version;
+        version.appId = app.GetAppId();
         FaultServer server;
         server.SetScript([version](const FaultServer::Request& request) {
             if (request.path.endsWith("/versions"))
