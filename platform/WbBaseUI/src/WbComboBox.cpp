@@ -3,8 +3,8 @@
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
 
+#include <QEvent>
 #include <QListView>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
@@ -36,8 +36,7 @@ int WidestOfFirstRows(const QAbstractItemView& view)
 class OpeningClick : public QObject
 {
 public:
-    OpeningClick(QComboBox* opened, QWidget* popupWindow)
-        : QObject(popupWindow), box(opened), popup(popupWindow)
+    explicit OpeningClick(QWidget* popupWindow) : QObject(popupWindow), popup(popupWindow)
     {
         popup->installEventFilter(this);
     }
@@ -52,12 +51,10 @@ protected:
         }
         popup->removeEventFilter(this);
         deleteLater();
-        return release &&
-               box->rect().contains(box->mapFromGlobal(static_cast<QMouseEvent*>(event)->globalPos()));
+        return release; // one over a row goes to the list and picks that row
     }
 
 private:
-    QComboBox* const box;
     QWidget* const popup;
 };
 } // namespace
@@ -101,6 +98,6 @@ void WbComboBox::showPopup()
     list->setMinimumWidth(qMax(wanted, width()));
     QComboBox::showPopup();
     if (list->isVisible()) {
-        new OpeningClick(this, list->window()); // the popup owns it
+        new OpeningClick(list->window()); // the popup owns it
     }
 }
