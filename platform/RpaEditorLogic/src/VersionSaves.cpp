@@ -198,7 +198,7 @@ void VersionSaves::Fail(const SaveOrder& order, int notifyId, const WbHttpAnswer
 bool VersionSaves::MayBeOwn(const SaveOrder& order, const TriedAnswer& answer)
 {
     context->unsettled.Note(order, answer);
-    return context->unsettled.MayExplain(order, answer);
+    return !answer.isLookUp && context->unsettled.MayExplain(order, answer);
 }
 
 void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended)
@@ -206,7 +206,10 @@ void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusa
     const auto decide = [this, order, refusal, ended](const TriedAnswer& list) {
         const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
         if (!records) {
-            ended(order, list); // whose change it is remains to be found out: nobody is blamed
+            // Whose change it is remains to be found out: nobody is blamed.
+            TriedAnswer failed = list;
+            failed.isLookUp = true;
+            ended(order, failed);
             return;
         }
         const auto own = context->unsettled.FindOwn(order, *records);

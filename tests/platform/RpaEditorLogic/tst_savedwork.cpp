@@ -29,6 +29,7 @@ private slots:
     void saysThatAllOfTheContentIsTooMuch();
     void sendsASaveIntoAVersionThatVanished();
     void goesOnAfterAnOverwriteWhoseAnswerWasLost();
+    void asksOnlyOnceWhatBecameOfALostOverwrite();
     void goesOnAfterANewVersionWhoseAnswerWasLost();
     void refusesTheNextSaveWhenALostOneWasNotDone();
 };
@@ -247,6 +248,26 @@ void SavedWorkTest::goesOnAfterAnOverwriteWhoseAnswerWasLost()
     QCOMPARE(fixture.server.GetRequests().last().headers.value("if-match"), QByteArray("\"2\""));
     QCOMPARE(fixture.server.GetRequests().last().body, text2.toUtf8());
     QCOMPARE(fixture.Logic()->GetDevSnapshotManager()->GetBaseRevision(v1), 3);
+}
+
+void SavedWorkTest::asksOnlyOnceWhatBecameOfALostOverwrite()
+{
+    // Given: an overwrite whose answer never came
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 1)});
+    fixture.server.Enqueue(FaultServer::Failing(Fault::Silence));
+    fixture.Update(fixture.Record(v1, text1));
+    QVERIFY(fixture.answers.WaitFor(2));
+    const int before = fixture.server.GetRequests().size();
+
+    // When: the server refuses whatever it is asked, in the words of a conflict
+    fixture.server.SetScript([](const FaultServer::Request&) { return ChangedByAnother(); });
+    fixture.Update(fixture.Record(v1, text2));
+
+    // Then
+    QVERIFY(fixture.answers.WaitFor(3));
+    QVERIFY(!fixture.answers.LastSucceeded());
+    QCOMPARE(fixture.server.GetRequests().size(), before + 2);
 }
 
 void SavedWorkTest::goesOnAfterANewVersionWhoseAnswerWasLost()
