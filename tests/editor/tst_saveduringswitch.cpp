@@ -3,6 +3,7 @@
 #include "EditorWorld.h"
 #include "FaultServer.h"
 #include "ModalDriver.h"
+#include "ServerRelay.h"
 #include "TestApp.h"
 #include "ToastWatcher.h"
 #include "VersionReplies.h"
@@ -60,6 +61,9 @@ private slots:
     void init()
     {
         world.SignIn();
+        relay = std::make_unique<ServerRelay>(world.GetServer().Port());
+        QVERIFY(relay->Listen());
+        world.UseServer(QUrl(QStringLiteral("http://127.0.0.1:%1").arg(relay->GetPort())));
         app = world.CreateApp();
         firstId = world.AddVersion(app, QStringLiteral("甲"), QString(), QStringLiteral("first"));
         secondId = world.AddVersion(app, QStringLiteral("乙"), QString(), QStringLiteral("second"));
@@ -70,15 +74,21 @@ private slots:
         QTRY_COMPARE(author->GetInstructions(), QStringLiteral("first"));
     }
 
-    void cleanup() { author.reset(); }
+    void cleanup()
+    {
+        author.reset();
+        relay.reset();
+    }
 
     void leavesThePickedVersionAloneWhileItOpens()
     {
         ToastWatcher toasts;
+        relay->HoldAnswers();
 
         QVERIFY(author->PickVersion(QStringLiteral("乙")));
         author->Press("pushButtonSave");
 
+        relay->ReleaseAnswers();
         QTRY_VERIFY2(SaysStillOpening(toasts, QStringLiteral("乙")),
                      qPrintable(toasts.GetTexts().join(QLatin1Char('|'))));
         QTRY_COMPARE(author->GetInstructions(), QStringLiteral("second"));
@@ -196,6 +206,7 @@ private:
     RobotExecuteInfo app;
     QString firstId;
     QString secondId;
+    std::unique_ptr<ServerRelay> relay;
     std::unique_ptr<EditorDriver> author;
 };
 

@@ -38,6 +38,7 @@ void ServerRelay::DieAtRequestOf(const QByteArray& lastMethod)
 void ServerRelay::Die()
 {
     fate = Fate::Lives;
+    clients.clear();
     listener.close();
     const auto sockets = findChildren<QTcpSocket*>();
     for (QTcpSocket* socket : sockets) {
@@ -48,11 +49,24 @@ void ServerRelay::Die()
     emit SigDied();
 }
 
+void ServerRelay::HoldAnswers()
+{
+    holdsAnswers = true;
+}
+
+void ServerRelay::ReleaseAnswers()
+{
+    holdsAnswers = false;
+    for (auto pair = clients.cbegin(); pair != clients.cend(); ++pair)
+        PassOn(pair.key(), pair.value(), false);
+}
+
 void ServerRelay::SlotConnected()
 {
     while (QTcpSocket* client = listener.nextPendingConnection()) {
         client->setParent(this);
         auto* server = new QTcpSocket(this);
+        clients.insert(server, client);
         connect(client, &QTcpSocket::readyRead, this, [=] { PassOn(client, server, true); });
         connect(server, &QTcpSocket::connected, this, [=] { PassOn(client, server, true); });
         connect(server, &QTcpSocket::readyRead, this, [=] { PassOn(server, client, false); });
@@ -64,8 +78,8 @@ void ServerRelay::SlotConnected()
 
 void ServerRelay::PassOn(QTcpSocket* from, QTcpSocket* to, bool isRequest)
 {
-    if (to->state() != QAbstractSocket::ConnectedState)
-        return; // comes again when it is connected
+    if (to->state() != QAbstractSocket::ConnectedState || (!isRequest && holdsAnswers))
+        return; // comes again when it is connected, or released
     const QByteArray bytes = from->readAll();
     if (isRequest && fate != Fate::Lives && bytes.startsWith(method + ' ')) {
         if (fate == Fate::DiesAtRequest) {

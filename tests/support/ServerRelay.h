@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QObject>
 #include <QTcpServer>
 
@@ -32,6 +33,10 @@ public:
     // Every connection breaks off and no new one is taken.
     void Die();
 
+    // Answers wait here until they are released.
+    void HoldAnswers();
+    void ReleaseAnswers();
+
 signals:
     void SigDied();
 
@@ -49,6 +54,8 @@ private:
     const quint16 serverPort;
     quint16 port = 0;
     QTcpServer listener;
+    QHash<QTcpSocket*, QTcpSocket*> clients; // by their connection to the server
+    bool holdsAnswers = false;
     Fate fate = Fate::Lives;
     QByteArray method;
 };

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -63,19 +64,19 @@ private:
 
 void tst_EditorDialogs::takesTheChosenFileAsAnArgument()
 {
+    const QString chosen = QDir::temp().absoluteFilePath(QStringLiteral("发票.txt"));
     Editor editor(Reading());
     ModalDriver modals;
-    modals.ThenIn<QFileDialog>([](QFileDialog* files) {
+    modals.ThenIn<QFileDialog>([chosen](QFileDialog* files) {
         QCOMPARE(files->windowTitle(), QStringLiteral("文件"));
         auto* name = files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        name->setText(QStringLiteral("/tmp/发票.txt"));
+        name->setText(chosen);
         QTest::keyClick(name, Qt::Key_Return);
     });
 
     Ask(editor, QStringLiteral("browse"));
 
-    QCOMPARE(editor.Node(QStringLiteral("r"))->GetArgument(QStringLiteral("path")),
-             QStringLiteral("/tmp/发票.txt"));
+    QCOMPARE(editor.Node(QStringLiteral("r"))->GetArgument(QStringLiteral("path")), chosen);
 }
 
 void tst_EditorDialogs::isTakenAwayWhileADialogIsOpen_data()
