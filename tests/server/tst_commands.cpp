@@ -106,8 +106,10 @@ void CommandsTest::backsUpWhileSavesGoOn()
     QVERIFY(after > before);
     QCOMPARE(Command({QStringLiteral("backup"), BackupFile()}), 1); // nothing is overwritten
 
-    // What was saved before the backup began is in it, and it is a store in itself.
+#ifdef Q_OS_UNIX // elsewhere the folder says who may read it
     QCOMPARE(QFile::permissions(BackupFile()) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+#endif
+    // What was saved before the backup began is in it, and it is a store in itself.
     EndServer();
     store = QStringLiteral("sqlite:") + BackupFile();
     QVERIFY2(Command({QStringLiteral("verify")}) == 0, said.constData());
