@@ -5,10 +5,14 @@
 #include <RpaPackage/PackageService.h>
 #include <WbBaseUI/WbToast.h>
 
+#include <chrono>
 #include <utility>
 
 namespace
 {
+// Mostly all packages are there, and a notice would only outlast the wait.
+constexpr std::chrono::milliseconds shortWait{600};
+
 void Log(RpaLogLevel level, const QString& text)
 {
     RpaEngineModule::Instance()->GetLogManager()->Append(level, text);
@@ -19,6 +23,9 @@ PackagePreparation::PackagePreparation(PackageService* service, QObject* parent)
     : QObject(parent), packages(service)
 {
     RpaEngineModule::Instance()->SetPreparation(this);
+    notice.setSingleShot(true);
+    notice.setInterval(shortWait);
+    connect(&notice, &QTimer::timeout, this, &PackagePreparation::SlotTellWait);
     connect(packages, &PackageService::SigPendingChanged, this, &PackagePreparation::SlotPendingChanged);
     connect(packages, &PackageService::SigProgress, this, &PackagePreparation::SlotProgress);
     connect(packages, &PackageService::SigInstallationEnded, this, &PackagePreparation::SlotEnded);
@@ -35,10 +42,17 @@ void PackagePreparation::SlotPendingChanged()
     if (std::exchange(waits, now) == now)
         return;
     if (now)
-        WbToast::Show(
-            QStringLiteral("正在安装运行需要的扩展包，完成后自动运行；点击“停止”可以取消，进度见运行日志"),
-            ToastInformation);
+        notice.start();
+    else
+        notice.stop();
     RpaEngineModule::Instance()->SetWaiting(now);
+}
+
+void PackagePreparation::SlotTellWait()
+{
+    WbToast::Show(
+        QStringLiteral("正在安装运行需要的扩展包，完成后自动运行；点击“停止”可以取消，进度见运行日志"),
+        ToastInformation);
 }
 
 void PackagePreparation::SlotProgress(int step, int steps, const QString& text)

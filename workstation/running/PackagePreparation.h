@@ -3,6 +3,7 @@
 #include <RpaEngineModule/IRunPreparation.h>
 
 #include <QObject>
+#include <QTimer>
 
 class PackageService;
 
@@ -25,10 +26,12 @@ public:
 
 private:
     void SlotPendingChanged();
+    void SlotTellWait();
     void SlotProgress(int step, int steps, const QString& text);
     void SlotEnded(const QString& problem);
 
     PackageService* const packages;
+    QTimer notice;
     bool waits = false;
     bool stopped = false;
 };
