@@ -17,14 +17,16 @@ public:
     // Whether this program can show windows without one.
     static bool HasRealOne();
 
-    // Starts it on a display number that is free and sets DISPLAY. False when the X server is not installed
-    // or does not come up; GetProblem() says why.
+    // Starts it on a display number that is free and sets DISPLAY; the window manager is at work when it
+    // returns. False when one of them does not come up; GetProblem() says why.
     bool Start(int width, int height);
 
     QString GetName() const { return name; }
     QString GetProblem() const { return problem; }
 
 private:
+    bool StartWindowManager();
+
     std::vector<std::unique_ptr<QProcess>> processes; // in the order of their start
     QString name;
     QString problem;

@@ -14,6 +14,14 @@ class BoundProcess : public QProcess
 protected:
     void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
 };
+
+// The first line that a process writes; empty when none comes.
+QByteArray ReadLine(QProcess& process)
+{
+    while (!process.canReadLine() && process.waitForReadyRead(startWithinMs)) {
+    }
+    return process.canReadLine() ? process.readLine().trimmed() : QByteArray();
+}
 } // namespace
 
 VirtualDisplay::VirtualDisplay() = default;
@@ -47,28 +55,33 @@ bool VirtualDisplay::Start(int width, int height)
         problem = QStringLiteral("Xvfb is not installed");
         return false;
     }
-    QByteArray number;
-    while (!number.endsWith('\n') && server->waitForReadyRead(startWithinMs)) {
-        number += server->readAllStandardOutput();
-    }
-    if (!number.endsWith('\n')) {
+    const QByteArray number = ReadLine(*server);
+    if (number.isEmpty()) {
         problem = QStringLiteral("Xvfb did not come up");
         return false;
     }
-    name = QLatin1Char(':') + QString::fromLatin1(number.trimmed());
+    name = QLatin1Char(':') + QString::fromLatin1(number);
     qputenv("DISPLAY", name.toLatin1());
     qunsetenv("WAYLAND_DISPLAY");
     processes.push_back(std::move(server));
 
-    // Without a window manager windows work too, only without frames.
-    if (!QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty()) {
-        auto manager = std::make_unique<BoundProcess>();
-        manager->setStandardErrorFile(QProcess::nullDevice());
-        manager->setStandardOutputFile(QProcess::nullDevice());
-        manager->start(QStringLiteral("openbox"), QStringList());
-        if (manager->waitForStarted(startWithinMs)) {
-            processes.push_back(std::move(manager));
-        }
+    return StartWindowManager();
+}
+
+// Without a window manager windows work too, only without frames.
+bool VirtualDisplay::StartWindowManager()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty()) {
+        return true;
     }
+    auto manager = std::make_unique<BoundProcess>();
+    manager->setStandardErrorFile(QProcess::nullDevice());
+    // One that begins later takes the focus from the windows that are there.
+    manager->start(QStringLiteral("openbox"), {QStringLiteral("--startup"), QStringLiteral("echo ready")});
+    if (ReadLine(*manager).isEmpty()) {
+        problem = QStringLiteral("openbox did not come up");
+        return false;
+    }
+    processes.push_back(std::move(manager));
     return true;
 }

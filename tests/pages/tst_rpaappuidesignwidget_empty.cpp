@@ -1,0 +1,111 @@
+// No app yet, and apps without pages.
+#include "ModalDriver.h"
+#include "TestApp.h"
+#include "UIDesignFixture.h"
+
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaAppTool/IAppToolWidget.h>
+
+#include <QPushButton>
+#include <QToolButton>
+#include <QtTest>
+
+class TestRpaAppUIDesignWidgetEmpty : public UIDesignFixture
+{
+    Q_OBJECT
+
+private slots:
+    void leavesTheTabsAloneForAnAppWithoutPages();
+    void asksForNothingBeforeAnAppIsThere();
+    void letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages();
+    void showsTheFirstPageThatIsAdded();
+    void showsTheFirstPageThatIsAddedAfterAnotherApp();
+};
+
+void TestRpaAppUIDesignWidgetEmpty::leavesTheTabsAloneForAnAppWithoutPages()
+{
+    // given
+    const QStringList before = Tabs();
+    const RpaAppDataPtr empty = MakeApp(0);
+
+    // when
+    page->SetRpaAppData(empty);
+
+    // then
+    QCOMPARE(Tabs(), before);
+    QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
+}
+
+void TestRpaAppUIDesignWidgetEmpty::asksForNothingBeforeAnAppIsThere()
+{
+    // given
+    ShowPageWithoutApp();
+    ModalDriver modals;
+
+    // when
+    PressAdd();
+
+    // then
+    QCOMPARE(modals.GetSeenCount(), 0);
+    QCOMPARE(Tabs(), QStringList());
+}
+
+void TestRpaAppUIDesignWidgetEmpty::letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages()
+{
+    // given
+    const RpaAppDataPtr empty = MakeApp(0);
+    page->SetRpaAppData(empty);
+
+    // when
+    PressTab(2);
+    PressTab(1);
+
+    // then
+    QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
+    QCOMPARE(ToolInPanel(), Text("工具0"));
+    QVERIFY(!empty->GetModified());
+}
+
+void TestRpaAppUIDesignWidgetEmpty::showsTheFirstPageThatIsAdded()
+{
+    // given
+    ShowPageWithoutApp();
+    const RpaAppDataPtr empty = MakeApp(0);
+    page->SetRpaAppData(empty);
+
+    // when
+    AddPage(Text("登记"));
+
+    // then
+    QCOMPARE(Tabs(), QStringList{Text("登记")});
+    QCOMPARE(ToolInPanel(), Text("开始"));
+    const auto* run = page->findChild<IAppToolWidget*>()->findChild<QPushButton*>();
+    QVERIFY(run);
+    QCOMPARE(run->text(), Text("开始"));
+    QVERIFY(empty->GetModified());
+}
+
+// The tabs of the app before were still there.
+void TestRpaAppUIDesignWidgetEmpty::showsTheFirstPageThatIsAddedAfterAnotherApp()
+{
+    // given
+    const RpaAppDataPtr empty = MakeApp(0);
+    page->SetRpaAppData(empty);
+    AddPage(Text("登记"));
+    QCOMPARE(Tabs(), QStringList{Text("登记")});
+    empty->SetModified(false);
+    app->SetModified(false);
+
+    // when
+    auto* panel = page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"));
+    QTest::mouseClick(panel->findChild<QToolButton*>(QStringLiteral("recordAdd")), Qt::LeftButton);
+
+    // then
+    QCOMPARE(empty->GetUIDataManager()->GetUIData(0)->GetToolData()->GetCount(), 2);
+    QVERIFY(empty->GetModified());
+    QVERIFY(!app->GetModified());
+}
+
+RPA_TEST_MAIN(TestRpaAppUIDesignWidgetEmpty)
+#include "tst_rpaappuidesignwidget_empty.moc"

@@ -1,0 +1,218 @@
+// How a draft ends: by a save that was confirmed, or given up by its author.
+#include "DraftJournalFixture.h"
+
+#include <QtTest>
+
+namespace
+{
+// As a save does: the mark goes first, then the content is marked and sent. What was sent.
+QByteArray Send(RpaAppData& app)
+{
+    app.SetModified(false);
+    app.SetVersion(QStringLiteral("1.0.0"));
+    return app.ToJson();
+}
+} // namespace
+
+class DraftEndTest : public DraftJournalFixture
+{
+    Q_OBJECT
+
+private slots:
+    void keepsTheDraftUntilTheSaveIsConfirmed();
+    void keepsTheDraftOfASaveThatFailed();
+    void keepsWhatWasTypedAfterTheSave();
+    void keepsTheDraftWhenOtherContentWasConfirmed();
+    void movesToTheVersionThatASaveMade();
+    void movesToTheVersionThatAnUneditedAppWasSavedInto();
+    void removesTheDraftOfASaveConfirmedAfterTheEditorWent();
+    void forgetsWhatTheAuthorGaveUp();
+    void keepsWhatIsTypedAfterGivingUp();
+    void goesOnInTheDraftThatWasRestored();
+};
+
+void DraftEndTest::keepsTheDraftUntilTheSaveIsConfirmed()
+{
+    // given
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    QSignalSpy removed(journal.get(), &RpaDraftJournal::SigRemoved);
+
+    // when
+    const QByteArray sent = Send(*app);
+
+    // then the draft is what was sent, and stays
+    QTRY_COMPARE(written.size(), 1);
+    QCOMPARE(Only().content, sent);
+    QVERIFY(removed.isEmpty());
+
+    // when it is confirmed
+    journal->Confirm(appId, versionId, 4, Sha256(sent));
+
+    // then
+    QTRY_COMPARE(removed.size(), 1);
+    QVERIFY(Names().isEmpty());
+    QCOMPARE(app->GetOrigin().baseRevision, 4);
+}
+
+void DraftEndTest::keepsTheDraftOfASaveThatFailed()
+{
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+
+    const QByteArray sent = Send(*app);
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    QTRY_VERIFY(!written.isEmpty());
+    journal->Close();
+
+    QCOMPARE(Only().content, sent);
+}
+
+void DraftEndTest::keepsWhatWasTypedAfterTheSave()
+{
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    const QByteArray sent = Send(*app);
+    QTRY_VERIFY(!written.isEmpty());
+
+    Edit(*app, QStringLiteral("b"));
+    journal->Confirm(appId, versionId, 4, Sha256(sent));
+    journal->Close();
+
+    const RpaDraft draft = Only();
+    QCOMPARE(draft.content, app->ToJson());
+    QCOMPARE(draft.baseRevision, 4);
+}
+
+void DraftEndTest::keepsTheDraftWhenOtherContentWasConfirmed()
+{
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    QSignalSpy removed(journal.get(), &RpaDraftJournal::SigRemoved);
+
+    journal->Confirm(appId, versionId, 4, Sha256("something else"));
+    journal->Confirm(QStringLiteral("app-2"), versionId, 4, Only().sha256);
+    journal->Finish();
+
+    QVERIFY(removed.isEmpty());
+    QCOMPARE(Names().size(), 1);
+}
+
+void DraftEndTest::movesToTheVersionThatASaveMade()
+{
+    // given work without a version that is being saved
+    const RpaAppDataPtr app = Loaded(QString(), 0);
+    Edit(*app, QStringLiteral("a"));
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    const QByteArray sent = Send(*app);
+    QTRY_VERIFY(!written.isEmpty());
+
+    // when the author goes on typing before the answer comes
+    Edit(*app, QStringLiteral("b"));
+    journal->Confirm(appId, QStringLiteral("version-9"), 1, Sha256(sent));
+    journal->Close();
+
+    // then there is one draft, of the new version
+    const RpaDraft draft = Only();
+    QCOMPARE(draft.versionId, QStringLiteral("version-9"));
+    QCOMPARE(draft.content, app->ToJson());
+}
+
+void DraftEndTest::movesToTheVersionThatAnUneditedAppWasSavedInto()
+{
+    const RpaAppDataPtr app = Loaded();
+    const QByteArray sent = Send(*app);
+
+    journal->Confirm(appId, QStringLiteral("version-9"), 5, Sha256(sent));
+    Edit(*app, QStringLiteral("a"));
+    journal->Close();
+
+    const RpaDraft draft = Only();
+    QCOMPARE(draft.versionId, QStringLiteral("version-9"));
+    QCOMPARE(draft.baseRevision, 5);
+}
+
+void DraftEndTest::removesTheDraftOfASaveConfirmedAfterTheEditorWent()
+{
+    RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    const QByteArray sent = Send(*app);
+    QTRY_VERIFY(!written.isEmpty());
+    app.reset();
+    journal->Close();
+
+    journal->Confirm(appId, versionId, 4, Sha256(sent));
+    journal->Finish();
+
+    QVERIFY(Names().isEmpty());
+}
+
+void DraftEndTest::forgetsWhatTheAuthorGaveUp()
+{
+    // given work that is on the disk, work under way, and work that waits
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    Edit(*app, QStringLiteral("b"));
+    app->SetModified(false);
+    QCoreApplication::sendPostedEvents();
+    Edit(*app, QStringLiteral("c"));
+
+    // when
+    journal->GiveUp();
+    app->SetModified(false);
+    QCoreApplication::sendPostedEvents();
+    journal->Close();
+    journal->Finish();
+
+    // then
+    QVERIFY(Names().isEmpty());
+}
+
+void DraftEndTest::keepsWhatIsTypedAfterGivingUp()
+{
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    journal->GiveUp();
+
+    Edit(*app, QStringLiteral("b"));
+    journal->Close();
+
+    QCOMPARE(Only().content, app->ToJson());
+}
+
+void DraftEndTest::goesOnInTheDraftThatWasRestored()
+{
+    // given a draft of an earlier session
+    RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    app.reset();
+    const RpaDraft draft = Only();
+    journal->Close();
+    journal->Open(account, appId);
+
+    // when it is restored, edited and given up
+    {
+        const RpaContentSource source({draft.versionId, draft.baseRevision, draft.name}, true);
+        app = RpaAppDataPtr::create();
+        QVERIFY(app->Parse(draft.content));
+    }
+    QVERIFY(app->GetModified());
+    Edit(*app, QStringLiteral("b"));
+    QTRY_COMPARE(Only().content, app->ToJson());
+    QCOMPARE(Only().name, draft.name);
+    journal->GiveUp();
+    journal->Finish();
+
+    // then
+    QVERIFY(Names().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(DraftEndTest)
+#include "tst_draftends.moc"

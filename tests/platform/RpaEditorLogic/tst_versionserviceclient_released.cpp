@@ -1,0 +1,222 @@
+// Released apps, how readers come to them, and what was done.
+#include "ServiceClientFixture.h"
+#include "TestApp.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace ServiceExamples;
+
+class VersionServiceReleasedTest : public ServiceClientFixture
+{
+    Q_OBJECT
+
+private slots:
+    void listsReleasedApps_data();
+    void listsReleasedApps();
+    void readsTheDataOfAReleasedVersion();
+    void doesNotBelieveDataWithAnotherDigest();
+    void doesNotBelieveABrokenReleasedApp_data();
+    void doesNotBelieveABrokenReleasedApp();
+    void listsInvitations();
+    void createsAnInvitation();
+    void revokesAnInvitation();
+    void redeemsAnInvitation();
+    void tellsWhyACodeWasRefused();
+    void readsTheAudit();
+};
+
+void VersionServiceReleasedTest::listsReleasedApps_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<QByteArray>("path");
+
+    QTest::newRow("online") << 3 << QByteArray("/api/v1/online-apps");
+    QTest::newRow("gray") << 2 << QByteArray("/api/v1/gray-apps");
+}
+
+void VersionServiceReleasedTest::listsReleasedApps()
+{
+    QFETCH(int, state);
+    QFETCH(QByteArray, path);
+    server->Enqueue(FaultServer::Json(200, R"({"apps":[)" + Released(state) + "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceReleasedApp>> result;
+
+    if (state == 3)
+        client.ListOnlineApps(nullptr, Into(&result));
+    else
+        client.ListGrayApps(nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 1);
+    const VersionServiceReleasedApp released = result->value.first();
+    QCOMPARE(released.app.name, QStringLiteral("应用"));
+    QCOMPARE(released.versionId, QStringLiteral("v1"));
+    QCOMPARE(released.versionName, QStringLiteral("版本1"));
+    QCOMPARE(released.description, QStringLiteral("描述"));
+    QCOMPARE(released.state, state);
+    QCOMPARE(released.releasedAt.toMSecsSinceEpoch(), 3000);
+    QCOMPARE(server->GetRequests().last().path, path);
+}
+
+void VersionServiceReleasedTest::readsTheDataOfAReleasedVersion()
+{
+    const QByteArray data = R"({"a":1})";
+    server->Enqueue(FaultServer::Data(data, 1));
+    VersionServiceClient client;
+    Result<QByteArray> result;
+
+    client.GetVersionData(QStringLiteral("v1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value, data);
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/versions/v1/data"));
+}
+
+void VersionServiceReleasedTest::doesNotBelieveDataWithAnotherDigest()
+{
+    FaultServer::Reply reply = FaultServer::Data(R"({"a":1})", 1);
+    reply.body = R"({"a":2})";
+    server->Enqueue(reply);
+    VersionServiceClient client;
+    Result<QByteArray> result;
+
+    client.GetVersionData(QStringLiteral("v1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QVERIFY(!result->errorDesc.isEmpty());
+}
+
+void VersionServiceReleasedTest::doesNotBelieveABrokenReleasedApp_data()
+{
+    QTest::addColumn<QByteArray>("body");
+
+    QTest::newRow("no list") << QByteArray("{}");
+    QTest::newRow("no app") << QByteArray(R"({"apps":[{"version":{"id":"v1","state":3}}]})");
+    QTest::newRow("id with a slash") << R"({"apps":[)" + Released(3).replace(R"("v1")", R"("v/1")") + "]}";
+    QTest::newRow("develop version") << R"({"apps":[)" + Released(1) + "]}";
+}
+
+void VersionServiceReleasedTest::doesNotBelieveABrokenReleasedApp()
+{
+    QFETCH(QByteArray, body);
+    server->Enqueue(FaultServer::Json(200, body));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceReleasedApp>> result;
+
+    client.ListOnlineApps(nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QVERIFY(!result->errorDesc.isEmpty());
+}
+
+void VersionServiceReleasedTest::listsInvitations()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"invitations":[)" + invitation + "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceInvitation>> result;
+
+    client.ListInvitations(QStringLiteral("a1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 1);
+    const VersionServiceInvitation first = result->value.first();
+    QCOMPARE(first.code, QStringLiteral("ABCDE-FGHJK"));
+    QCOMPARE(first.mostUses, 5);
+    QCOMPARE(first.uses, 2);
+    QVERIFY(first.IsOpen(QDateTime::fromMSecsSinceEpoch(8999, Qt::UTC)));
+    QVERIFY(!first.IsOpen(QDateTime::fromMSecsSinceEpoch(9000, Qt::UTC)));
+}
+
+void VersionServiceReleasedTest::createsAnInvitation()
+{
+    server->Enqueue(FaultServer::Json(201, invitation));
+    VersionServiceClient client;
+    Result<VersionServiceInvitation> result;
+
+    client.CreateInvitation(QStringLiteral("a1"), 7, 5, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    const auto sent = server->GetRequests().last();
+    QCOMPARE(sent.path, QByteArray("/api/v1/apps/a1/invitations"));
+    QVERIFY(!sent.headers.value("idempotency-key").isEmpty());
+    const QJsonObject order = QJsonDocument::fromJson(sent.body).object();
+    QCOMPARE(order.value(QLatin1String("validDays")).toInt(), 7);
+    QCOMPARE(order.value(QLatin1String("mostUses")).toInt(), 5);
+}
+
+void VersionServiceReleasedTest::revokesAnInvitation()
+{
+    server->Enqueue(
+        FaultServer::Json(200, QByteArray(invitation).replace(R"("revokedAt":0)", R"("revokedAt":7)")));
+    VersionServiceClient client;
+    Result<VersionServiceInvitation> result;
+
+    client.RevokeInvitation(QStringLiteral("i1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QVERIFY(result->value.revoked);
+    QCOMPARE(server->GetRequests().last().method, QByteArray("DELETE"));
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/invitations/i1"));
+}
+
+void VersionServiceReleasedTest::redeemsAnInvitation()
+{
+    server->Enqueue(FaultServer::Json(200, Released(2)));
+    VersionServiceClient client;
+    Result<VersionServiceReleasedApp> result;
+
+    client.RedeemInvitation(QStringLiteral("abcde fghjk"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.app.id, QStringLiteral("a1"));
+    QCOMPARE(QJsonDocument::fromJson(server->GetRequests().last().body)
+                 .object()
+                 .value(QLatin1String("code"))
+                 .toString(),
+             QStringLiteral("abcde fghjk"));
+}
+
+void VersionServiceReleasedTest::tellsWhyACodeWasRefused()
+{
+    server->Enqueue(FaultServer::Refusal(409, "invitation-closed", QStringLiteral("邀请码已过期")));
+    VersionServiceClient client;
+    Result<VersionServiceReleasedApp> result;
+
+    client.RedeemInvitation(QStringLiteral("ABCDE-FGHJK"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QCOMPARE(result->errorCode, QStringLiteral("invitation-closed"));
+    QCOMPARE(result->errorDesc, QStringLiteral("邀请码已过期"));
+}
+
+void VersionServiceReleasedTest::readsTheAudit()
+{
+    server->Enqueue(FaultServer::Json(
+        200, R"({"entries":[{"id":"e1","at":4000,"pin":"me","act":"release.gray","appId":"a1",)"
+             R"("versionId":"v1","detail":"版本1"}]})"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceAuditEntry>> result;
+
+    client.ListAudit(QStringLiteral("e2"), 50, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.first().act, QStringLiteral("release.gray"));
+    QCOMPARE(result->value.first().at.toMSecsSinceEpoch(), 4000);
+    QCOMPARE(result->value.first().detail, QStringLiteral("版本1"));
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/audit?limit=50&before=e2"));
+}
+
+RPA_TEST_MAIN(VersionServiceReleasedTest)
+#include "tst_versionserviceclient_released.moc"
