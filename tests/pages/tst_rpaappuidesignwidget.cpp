@@ -1,7 +1,7 @@
 #include "AddUIWidget.h"
 #include "ModalDriver.h"
-#include "RpaAppUIDesignWidget.h"
 #include "TestApp.h"
+#include "UIDesignFixture.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaParamData.h>
@@ -24,27 +24,11 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
-#include <memory>
-
-namespace
-{
-
-QString Text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-} // namespace
-
-class TestRpaAppUIDesignWidget : public QObject
+class TestRpaAppUIDesignWidget : public UIDesignFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
-    void leavesTheTabsAloneForAnAppWithoutPages();
     void doesNotActivateTheActivePageAgain();
     void keepsTheAppUnmodifiedWhenAPageKeepsItsName();
     void addsAPageWithItsDefaultTool();
@@ -58,10 +42,6 @@ private slots:
     void changesNothingWhenADialogIsCancelled();
     void survivesItsEndWhileADialogIsOpen();
     void ignoresADialogOfAnAppThatIsGone();
-    void asksForNothingBeforeAnAppIsThere();
-    void letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages();
-    void showsTheFirstPageThatIsAdded();
-    void showsTheFirstPageThatIsAddedAfterAnotherApp();
     void isControlledWhileAProcessRuns();
     void offersItsWidgetsToTheEngine();
     void locksTheTableWhileAProcessRuns();
@@ -69,92 +49,7 @@ private slots:
     void marksTheAppWhenAPanelChangesIt();
     void keepsItsMeasuresAtEveryScale();
     void keepsToolsAndParametersTogetherWhileThereIsNoTable();
-
-private:
-    RpaAppDataPtr MakeApp(int pages) const;
-    RpaUIDataManager* Pages() const { return app->GetUIDataManager(); }
-    QStringList Tabs() const;
-    // Whole gestures on the bar.
-    void PressTab(int index) const;
-    void PressAdd() const;
-    // What the panel of tools shows in its first row; empty without one.
-    QString ToolInPanel() const;
-
-    std::unique_ptr<RpaAppUIDesignWidget> page;
-    RpaTabBar* bar = nullptr;
-    RpaAppDataPtr app;
 };
-
-void TestRpaAppUIDesignWidget::init()
-{
-    page = std::make_unique<RpaAppUIDesignWidget>();
-    page->show();
-    bar = page->findChild<RpaTabBar*>(QStringLiteral("widgetTabBar"));
-    app = MakeApp(3);
-    page->SetRpaAppData(app);
-}
-
-void TestRpaAppUIDesignWidget::cleanup()
-{
-    page.reset();
-    DpiTool::SetScale(1.0);
-}
-
-RpaAppDataPtr TestRpaAppUIDesignWidget::MakeApp(int pages) const
-{
-    auto made = RpaAppDataPtr::create();
-    made->InitDefault();
-    made->GetUIDataManager()->Clear();
-    for (int i = 0; i < pages; ++i) {
-        RpaToolItem tool;
-        tool.text = Text("工具%1").arg(i);
-        made->GetUIDataManager()->AddUIData(Text("界面%1").arg(i), tool);
-    }
-    made->SetModified(false);
-    return made;
-}
-
-QStringList TestRpaAppUIDesignWidget::Tabs() const
-{
-    QStringList names;
-    const auto* tabs = bar->findChild<QTabBar*>();
-    for (int i = 0; i < tabs->count(); ++i) {
-        names.append(tabs->tabText(i));
-    }
-    return names;
-}
-
-void TestRpaAppUIDesignWidget::PressTab(int index) const
-{
-    auto* tabs = bar->findChild<QTabBar*>();
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index).center());
-}
-
-void TestRpaAppUIDesignWidget::PressAdd() const
-{
-    QTest::mouseClick(bar->findChild<QToolButton*>(QStringLiteral("buttonAddTab")), Qt::LeftButton);
-}
-
-QString TestRpaAppUIDesignWidget::ToolInPanel() const
-{
-    const auto* records =
-        page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"))->findChild<QTableView*>();
-    return records->model()->index(0, 0).data().toString();
-}
-
-void TestRpaAppUIDesignWidget::leavesTheTabsAloneForAnAppWithoutPages()
-{
-    // given
-    const QStringList before = Tabs();
-    const RpaAppDataPtr empty = MakeApp(0);
-
-    // when
-    page->SetRpaAppData(empty);
-
-    // then
-    QCOMPARE(Tabs(), before);
-    QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
-}
 
 void TestRpaAppUIDesignWidget::doesNotActivateTheActivePageAgain()
 {
@@ -370,90 +265,6 @@ void TestRpaAppUIDesignWidget::ignoresADialogOfAnAppThatIsGone()
     // then
     QCOMPARE(next->GetUIDataManager()->GetCount(), 2);
     QVERIFY(!next->GetModified());
-}
-
-void TestRpaAppUIDesignWidget::asksForNothingBeforeAnAppIsThere()
-{
-    // given
-    page = std::make_unique<RpaAppUIDesignWidget>();
-    page->show();
-    bar = page->findChild<RpaTabBar*>(QStringLiteral("widgetTabBar"));
-    ModalDriver modals;
-
-    // when
-    PressAdd();
-
-    // then
-    QCOMPARE(modals.GetSeenCount(), 0);
-    QCOMPARE(Tabs(), QStringList());
-}
-
-void TestRpaAppUIDesignWidget::letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages()
-{
-    // given
-    const RpaAppDataPtr empty = MakeApp(0);
-    page->SetRpaAppData(empty);
-
-    // when
-    PressTab(2);
-    PressTab(1);
-
-    // then
-    QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
-    QCOMPARE(ToolInPanel(), Text("工具0"));
-    QVERIFY(!empty->GetModified());
-}
-
-void TestRpaAppUIDesignWidget::showsTheFirstPageThatIsAdded()
-{
-    // given
-    page = std::make_unique<RpaAppUIDesignWidget>();
-    page->show();
-    bar = page->findChild<RpaTabBar*>(QStringLiteral("widgetTabBar"));
-    const RpaAppDataPtr empty = MakeApp(0);
-    page->SetRpaAppData(empty);
-    ModalDriver modals;
-    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
-        dialog->SetName(Text("登记"));
-        ModalDriver::Press(dialog, Text("确定"));
-    });
-
-    // when
-    PressAdd();
-
-    // then
-    QCOMPARE(Tabs(), QStringList{Text("登记")});
-    QCOMPARE(ToolInPanel(), Text("开始"));
-    const auto* run = page->findChild<IAppToolWidget*>()->findChild<QPushButton*>();
-    QVERIFY(run);
-    QCOMPARE(run->text(), Text("开始"));
-    QVERIFY(empty->GetModified());
-}
-
-// The tabs of the app before were still there.
-void TestRpaAppUIDesignWidget::showsTheFirstPageThatIsAddedAfterAnotherApp()
-{
-    // given
-    const RpaAppDataPtr empty = MakeApp(0);
-    page->SetRpaAppData(empty);
-    ModalDriver modals;
-    modals.ThenIn<AddUIWidget>([](AddUIWidget* dialog) {
-        dialog->SetName(Text("登记"));
-        ModalDriver::Press(dialog, Text("确定"));
-    });
-    PressAdd();
-    QCOMPARE(Tabs(), QStringList{Text("登记")});
-    empty->SetModified(false);
-    app->SetModified(false);
-
-    // when
-    auto* panel = page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"));
-    QTest::mouseClick(panel->findChild<QToolButton*>(QStringLiteral("recordAdd")), Qt::LeftButton);
-
-    // then
-    QCOMPARE(empty->GetUIDataManager()->GetUIData(0)->GetToolData()->GetCount(), 2);
-    QVERIFY(empty->GetModified());
-    QVERIFY(!app->GetModified());
 }
 
 void TestRpaAppUIDesignWidget::isControlledWhileAProcessRuns()
