@@ -1,41 +1,17 @@
 // The draft journal on disks and folders that somebody else spoils.
-#include <RpaAppData/RpaAppData.h>
-#include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaAppData/RpaDraftJournal.h>
+#include "DraftJournalFixture.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <csignal>
-#include <memory>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace
 {
-const QString account = QStringLiteral("作者");
-const QString appId = QStringLiteral("app-1");
-
-RpaAppDataPtr Loaded()
-{
-    RpaAppData content;
-    content.InitDefault();
-    content.GetAppExtendInfo()->SetAppId(appId);
-    const RpaContentSource source({QStringLiteral("version-1"), 3, QString()});
-    auto app = RpaAppDataPtr::create();
-    app->Parse(content.ToJson());
-    return app;
-}
-
-void Edit(RpaAppData& app, const QString& text)
-{
-    app.GetAppExtendInfo()->manual = text;
-    app.SetModified(true);
-}
-
 // While it lives, no file of this process grows beyond so many bytes.
 class FullDisk
 {
@@ -55,69 +31,26 @@ private:
 };
 } // namespace
 
-class DraftDiskTest : public QObject
+class DraftDiskTest : public DraftJournalFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
     void keepsTheDraftThatIsThereWhenTheDiskIsFull();
     void setsALinkToAPipeAsideWithoutWaiting();
     void writesBesideAFolderOfTheDraftsName();
     void makesTheFolderAgainWhenItWentAway();
     void offersDraftsFromAClockThatWasWrong();
-
-private:
-    QStringList Names() const { return QDir(path).entryList({QStringLiteral("*.draft")}, QDir::Files); }
-    QVector<RpaDraft> All(QStringList* refusals = nullptr);
-
-    std::unique_ptr<QTemporaryDir> folder;
-    QString path;
-    std::unique_ptr<RpaDraftJournal> journal;
-    std::unique_ptr<QSignalSpy> failed;
-    std::unique_ptr<QSignalSpy> written;
 };
-
-void DraftDiskTest::init()
-{
-    folder = std::make_unique<QTemporaryDir>();
-    path = folder->filePath(QStringLiteral("drafts"));
-    journal = std::make_unique<RpaDraftJournal>();
-    journal->SetDelay(std::chrono::milliseconds(20));
-    QString problem;
-    QVERIFY2(journal->Start(path, &problem), qPrintable(problem));
-    journal->Open(account, appId);
-    failed = std::make_unique<QSignalSpy>(journal.get(), &RpaDraftJournal::SigFailed);
-    written = std::make_unique<QSignalSpy>(journal.get(), &RpaDraftJournal::SigWritten);
-}
-
-void DraftDiskTest::cleanup()
-{
-    journal.reset();
-}
-
-QVector<RpaDraft> DraftDiskTest::All(QStringList* refusals)
-{
-    bool answered = false;
-    QVector<RpaDraft> found;
-    journal->Finish();
-    journal->Read(account, appId, this, [&](const QVector<RpaDraft>& drafts, const QStringList& refused) {
-        answered = true;
-        found = drafts;
-        if (refusals)
-            *refusals = refused;
-    });
-    return QTest::qWaitFor([&] { return answered; }) ? found : QVector<RpaDraft>();
-}
 
 void DraftDiskTest::keepsTheDraftThatIsThereWhenTheDiskIsFull()
 {
     // given
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    QSignalSpy failed(journal.get(), &RpaDraftJournal::SigFailed);
     const RpaAppDataPtr app = Loaded();
     Edit(*app, QStringLiteral("first"));
-    QTRY_COMPARE(written->size(), 1);
+    QTRY_COMPARE(written.size(), 1);
 
     // when the disk takes only part of the next one, twice
     {
@@ -125,14 +58,14 @@ void DraftDiskTest::keepsTheDraftThatIsThereWhenTheDiskIsFull()
         for (int i = 0; i < 2; ++i)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("文件超过允许的大小")));
         Edit(*app, QString(100000, QLatin1Char('x')));
-        QTRY_COMPARE(failed->size(), 1);
+        QTRY_COMPARE(failed.size(), 1);
         Edit(*app, QString(200000, QLatin1Char('y')));
         journal->Close();
         journal->Finish();
     }
 
     // then the author was told once, the first is whole, and no rest is left
-    QCOMPARE(failed->size(), 1);
+    QCOMPARE(failed.size(), 1);
     QStringList refusals;
     QVector<RpaDraft> drafts = All(&refusals);
     QCOMPARE(refusals, QStringList());
@@ -143,7 +76,7 @@ void DraftDiskTest::keepsTheDraftThatIsThereWhenTheDiskIsFull()
     // when there is room again
     journal->Open(account, appId);
     Edit(*app, QStringLiteral("last"));
-    QTRY_COMPARE(written->size(), 2);
+    QTRY_COMPARE(written.size(), 2);
 
     // then
     drafts = All();
@@ -153,9 +86,10 @@ void DraftDiskTest::keepsTheDraftThatIsThereWhenTheDiskIsFull()
 
 void DraftDiskTest::setsALinkToAPipeAsideWithoutWaiting()
 {
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
     const RpaAppDataPtr app = Loaded();
     Edit(*app, QStringLiteral("own"));
-    QTRY_COMPARE(written->size(), 1);
+    QTRY_COMPARE(written.size(), 1);
     const QString pipe = folder->filePath(QStringLiteral("pipe"));
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     const QString name = path + QLatin1Char('/') + Names().first();
@@ -176,17 +110,19 @@ void DraftDiskTest::setsALinkToAPipeAsideWithoutWaiting()
 
 void DraftDiskTest::writesBesideAFolderOfTheDraftsName()
 {
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    QSignalSpy failed(journal.get(), &RpaDraftJournal::SigFailed);
     const RpaAppDataPtr app = Loaded();
     Edit(*app, QStringLiteral("first"));
-    QTRY_COMPARE(written->size(), 1);
+    QTRY_COMPARE(written.size(), 1);
     const QString name = path + QLatin1Char('/') + Names().first();
     QVERIFY(QFile::remove(name));
     QVERIFY(QDir().mkpath(name + QStringLiteral("/inside")));
 
     Edit(*app, QStringLiteral("second"));
-    QTRY_COMPARE(written->size(), 2);
+    QTRY_COMPARE(written.size(), 2);
 
-    QCOMPARE(failed->size(), 0);
+    QCOMPARE(failed.size(), 0);
     QStringList refusals;
     const QVector<RpaDraft> drafts = All(&refusals);
     QCOMPARE(drafts.size(), 1);
@@ -197,15 +133,17 @@ void DraftDiskTest::writesBesideAFolderOfTheDraftsName()
 
 void DraftDiskTest::makesTheFolderAgainWhenItWentAway()
 {
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    QSignalSpy failed(journal.get(), &RpaDraftJournal::SigFailed);
     const RpaAppDataPtr app = Loaded();
     Edit(*app, QStringLiteral("first"));
-    QTRY_COMPARE(written->size(), 1);
+    QTRY_COMPARE(written.size(), 1);
     QVERIFY(path.startsWith(folder->path()) && QDir(path).removeRecursively());
 
     Edit(*app, QStringLiteral("second"));
-    QTRY_COMPARE(written->size(), 2);
+    QTRY_COMPARE(written.size(), 2);
 
-    QCOMPARE(failed->size(), 0);
+    QCOMPARE(failed.size(), 0);
     const QVector<RpaDraft> drafts = All();
     QCOMPARE(drafts.size(), 1);
     QCOMPARE(drafts.first().content, app->ToJson());
@@ -215,9 +153,10 @@ void DraftDiskTest::makesTheFolderAgainWhenItWentAway()
 // Files from the year 2050 and from 1980: the time orders drafts, and takes none away.
 void DraftDiskTest::offersDraftsFromAClockThatWasWrong()
 {
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
     const RpaAppDataPtr app = Loaded();
     Edit(*app, QStringLiteral("first"));
-    QTRY_COMPARE(written->size(), 1);
+    QTRY_COMPARE(written.size(), 1);
     journal->Finish();
     for (const int year : {2050, 1980}) {
         QFile file(path + QLatin1Char('/') + Names().first());
@@ -227,9 +166,9 @@ void DraftDiskTest::offersDraftsFromAClockThatWasWrong()
         file.close();
         QCOMPARE(All().size(), 1);
 
-        const int before = written->size();
+        const int before = written.size();
         Edit(*app, QString::number(year));
-        QTRY_COMPARE(written->size(), before + 1);
+        QTRY_COMPARE(written.size(), before + 1);
         const QVector<RpaDraft> drafts = All();
         QCOMPARE(drafts.size(), 1);
         QCOMPARE(drafts.first().content, app->ToJson());

@@ -1,100 +1,62 @@
 // Work that the journal cannot keep: the author is told once, and what was kept before stays.
-#include <RpaAppData/RpaAppData.h>
-#include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaAppData/RpaDraftJournal.h>
+#include "DraftJournalFixture.h"
+
 #include <WbFoundation/ContentLimits.h>
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <QtTest>
 
-#include <memory>
-
-namespace
-{
-const QString account = QStringLiteral("作者");
-const QString appId = QStringLiteral("app-1");
-
-// As an editor makes it: loaded content of a version.
-RpaAppDataPtr Loaded()
-{
-    RpaAppData content;
-    content.InitDefault();
-    content.GetAppExtendInfo()->SetAppId(appId);
-    const RpaContentSource source({QStringLiteral("version-1"), 3, QString()});
-    auto app = RpaAppDataPtr::create();
-    app->Parse(content.ToJson());
-    return app;
-}
-
-void Edit(RpaAppData& app, const QString& text)
-{
-    app.GetAppExtendInfo()->manual = text;
-    app.SetModified(true);
-}
-} // namespace
-
-class DraftRefusalTest : public QObject
+class DraftRefusalTest : public DraftJournalFixture
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-
+    void tellsOnceThatTheDiskRefuses();
+    void writesAgainWhenTheDiskDoes();
     void tellsAgainWhenTheDiskRefusesAgain();
     void keepsTheLastDraftThatFitsWhenATextBecomesTooLong();
     void tellsOnceThatATextIsTooLongUntilItFitsAgain();
-
-private:
-    QStringList Names() const { return QDir(path).entryList({QStringLiteral("*.draft")}); }
-    // A folder where the unfinished draft would be.
-    QString Obstacle() const { return path + QLatin1Char('/') + Names().value(0) + QStringLiteral(".tmp"); }
-    void PutObstacle() const { QVERIFY(QDir().mkpath(Obstacle() + QStringLiteral("/inside"))); }
-    RpaDraft Only();
-    QVector<RpaDraft> All(QStringList* refusals = nullptr);
-
-    std::unique_ptr<QTemporaryDir> folder;
-    QString path;
-    std::unique_ptr<RpaDraftJournal> journal;
 };
 
-void DraftRefusalTest::init()
+void DraftRefusalTest::tellsOnceThatTheDiskRefuses()
 {
-    folder = std::make_unique<QTemporaryDir>();
-    path = folder->filePath(QStringLiteral("drafts"));
-    journal = std::make_unique<RpaDraftJournal>();
-    journal->SetDelay(std::chrono::milliseconds(20));
-    QString problem;
-    QVERIFY2(journal->Start(path, &problem), qPrintable(problem));
-    journal->Open(account, appId);
-}
+    // given a draft that cannot be replaced
+    RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    PutObstacle();
+    QSignalSpy failed(journal.get(), &RpaDraftJournal::SigFailed);
 
-void DraftRefusalTest::cleanup()
-{
-    journal.reset();
-}
-
-QVector<RpaDraft> DraftRefusalTest::All(QStringList* refusals)
-{
-    bool answered = false;
-    QVector<RpaDraft> found;
+    // when it is written twice
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("无法写入文件")));
+    Edit(*app, QStringLiteral("b"));
+    QTRY_COMPARE(failed.size(), 1);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("无法写入文件")));
+    Edit(*app, QStringLiteral("c"));
+    app.reset();
     journal->Finish();
-    journal->Read(account, appId, this, [&](const QVector<RpaDraft>& drafts, const QStringList& refused) {
-        answered = true;
-        found = drafts;
-        if (refusals)
-            *refusals = refused;
-    });
-    return QTest::qWaitFor([&] { return answered; }) ? found : QVector<RpaDraft>();
+
+    // then the user is told once, and the old draft is still there
+    QCOMPARE(failed.size(), 1);
+    QVERIFY(failed.first().first().toString().contains(QDir::toNativeSeparators(path)));
+    QVERIFY(Only().content.contains("\"a\""));
 }
 
-RpaDraft DraftRefusalTest::Only()
+void DraftRefusalTest::writesAgainWhenTheDiskDoes()
 {
-    const QVector<RpaDraft> drafts = All();
-    if (drafts.size() != 1)
-        QTest::qFail(qPrintable(QStringLiteral("%1 drafts").arg(drafts.size())), __FILE__, __LINE__);
-    return drafts.value(0);
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    PutObstacle();
+    QSignalSpy failed(journal.get(), &RpaDraftJournal::SigFailed);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("无法写入文件")));
+    Edit(*app, QStringLiteral("b"));
+    QTRY_COMPARE(failed.size(), 1);
+
+    QVERIFY(QDir(Obstacle()).removeRecursively());
+    journal->Close();
+
+    QCOMPARE(Only().content, app->ToJson());
 }
 
 // A disk that was full at noon and is full again in the evening is news.
