@@ -12,8 +12,8 @@ class PostgresProcess
 public:
     ~PostgresProcess(); // stops it
 
-    // True where PostgreSQL's programs are installed.
-    static bool IsInstalled();
+    // Whether the server can use PostgreSQL on this system; whether it is installed shows at the start.
+    static bool IsOffered();
 
     bool Start();
 

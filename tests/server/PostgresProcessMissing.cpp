@@ -3,7 +3,7 @@
 // Where the server is built without PostgreSQL.
 PostgresProcess::~PostgresProcess() = default;
 
-bool PostgresProcess::IsInstalled()
+bool PostgresProcess::IsOffered()
 {
     return false;
 }

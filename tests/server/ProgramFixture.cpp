@@ -7,7 +7,7 @@ const QByteArray ProgramFixture::password = QByteArrayLiteral("nine-green-lamps"
 
 void ProgramFixture::initTestCase()
 {
-    if (PostgresProcess::IsInstalled()) {
+    if (PostgresProcess::IsOffered()) {
         postgres = std::make_unique<PostgresProcess>();
         QVERIFY2(postgres->Start(), postgres->ErrorText().constData());
     }
@@ -25,8 +25,8 @@ void ProgramFixture::init()
     folder = std::make_unique<QTemporaryDir>();
     QFETCH(QString, database);
     if (database == QLatin1String("postgresql")) {
-        if (!postgres)
-            QSKIP("PostgreSQL is not installed");
+        if (!PostgresProcess::IsOffered())
+            QSKIP("this system has no PostgreSQL to offer");
         store = postgres->NewDatabase();
     } else {
         store = QStringLiteral("sqlite:") + folder->filePath(QStringLiteral("versions.db"));

@@ -28,7 +28,7 @@ VersionDraft StoreFixture::DraftOf(const QString& name, const QByteArray& body)
 void StoreFixture::initTestCase()
 {
     QVERIFY(sodium_init() >= 0);
-    if (PostgresProcess::IsInstalled()) {
+    if (PostgresProcess::IsOffered()) {
         postgres = std::make_unique<PostgresProcess>();
         QVERIFY2(postgres->Start(), postgres->ErrorText().constData());
     }
@@ -46,8 +46,8 @@ void StoreFixture::init()
     folder = std::make_unique<QTemporaryDir>();
     QFETCH(QString, database);
     if (database == QLatin1String("postgresql")) {
-        if (!postgres)
-            QSKIP("PostgreSQL is not installed");
+        if (!PostgresProcess::IsOffered())
+            QSKIP("this system has no PostgreSQL to offer");
         address = postgres->NewDatabase();
     } else {
         address = QStringLiteral("sqlite:") + folder->filePath(QStringLiteral("versions.db"));
