@@ -247,30 +247,17 @@ def stop(*_):
 
 def readable(error):
     """What went wrong, in the author's words."""
-    text = str(error)
     if isinstance(error, CallFailed):
-        return text
-    if isinstance(error, NameError) and getattr(error, "name", None):
-        return f"变量“{error.name}”还没有值"
-    if isinstance(error, ModuleNotFoundError):
-        return f"缺少扩展包“{error.name}”，请先安装"
-    if isinstance(error, FileNotFoundError):
-        return f"找不到文件：{error.filename}"
-    if isinstance(error, PermissionError):
-        return f"没有权限访问：{error.filename}"
-    if isinstance(error, ZeroDivisionError):
-        return "除数不能为零"
+        return str(error)
+    # Nothing may be loaded any more.
     if isinstance(error, MemoryError):
         return "内存不足：流程使用的内存超过了上限"
     if isinstance(error, RecursionError):
         return "嵌套太深：流程可能在不停地调用自己"
-    if isinstance(error, KeyError):
-        return f"没有名为 {text} 的项"
-    if isinstance(error, IndexError):
-        return "序号超出范围"
-    if isinstance(error, SyntaxError):
-        return f"代码无法识别：{error.msg}"
-    return f"{type(error).__name__}：{text}" if text else type(error).__name__
+    sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+    import error_words  # only runs that fail pay for it
+
+    return error_words.of(error, PROGRAM_FILE)
 
 
 def failure(error):

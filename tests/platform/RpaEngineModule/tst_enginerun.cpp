@@ -119,9 +119,26 @@ void EngineRun::aFailureIsReadable_data()
                                   << QStringLiteral("找不到文件：/没有/这个");
     QTest::newRow("missing package") << QStringLiteral("import nosuchpackage\n")
                                      << QStringLiteral("缺少扩展包“nosuchpackage”");
-    QTest::newRow("syntax") << QStringLiteral("a = 1\nif :\n") << QStringLiteral("（第 2 行）");
-    QTest::newRow("line") << QStringLiteral("a = 1\nb = 2\nraise ValueError('坏')\n")
-                          << QStringLiteral("ValueError：坏（第 3 行）");
+    QTest::newRow("syntax") << QStringLiteral("a = 1\nif :\n")
+                            << QStringLiteral("代码无法识别：写法不对（第 2 行）");
+    QTest::newRow("colon") << QStringLiteral("while 1\n  pass\n")
+                           << QStringLiteral("行尾少了冒号“:”（第 1 行）");
+    QTest::newRow("Chinese comma") << QStringLiteral("a = b，c\n")
+                                   << QStringLiteral("代码中不能使用“，”，请改用英文标点（第 1 行）");
+    QTest::newRow("Chinese comma after a number")
+        << QStringLiteral("a = 1，2\n") << QStringLiteral("数字后面紧跟着别的字符（第 1 行）");
+    QTest::newRow("author's text") << QStringLiteral("a = 1\nb = 2\nraise ValueError('no such day')\n")
+                                   << QStringLiteral("：no such day（第 3 行）");
+    QTest::newRow("unknown process") << QStringLiteral("rpa.run_process('对账')\n")
+                                     << QStringLiteral("：找不到流程“对账”（第 1 行）");
+    QTest::newRow("number") << QStringLiteral("int('十二')\n")
+                            << QStringLiteral("：“十二”不是整数（第 1 行）");
+    QTest::newRow("kinds") << QStringLiteral("'a' + 1\n") << QStringLiteral("：文本不能与数字相连");
+    QTest::newRow("server away")
+        << QStringLiteral("import urllib.request\nurllib.request.urlopen('http://127.0.0.1:9', timeout=5)\n")
+        << QStringLiteral("：服务器没有应答（连接被拒绝）（第 2 行）");
+    QTest::newRow("of a library") << QStringLiteral("import base64\nbase64.b64decode('a')\n")
+                                  << QStringLiteral("：值不合适（第 2 行）");
 }
 
 void EngineRun::aFailureIsReadable()

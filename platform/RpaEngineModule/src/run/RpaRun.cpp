@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr int StopGraceMs = 500;
-const char* const RuntimeFiles[] = {"rpa_child.py", "rpa_api.py", "find_element.js"};
+const char* const RuntimeFiles[] = {"rpa_child.py", "rpa_api.py", "error_words.py", "find_element.js"};
 
 RpaLogLevel LevelOf(const QString& name)
 {
