@@ -13,8 +13,7 @@
 // there were when it was made, and an answer goes
 // - never to an editor that came later: it sent nothing then;
 // - of a request that names its app and whose answer an editor acts on unasked (list, deletion, release), or
-// that
-//   brings content, only to the editor of that app;
+//   that brings content, only to the editor of that app;
 // - to a dialog that came later only while an editor that hears the answer is still there.
 // An editor is whoever hears lists; it belongs to the app whose list it asked for. Who asked is told by the
 // order: the first list of an app belongs to the editor that was made first of those that asked for none yet.
