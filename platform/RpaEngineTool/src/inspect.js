@@ -28,16 +28,36 @@
         return KINDS[element.tagName] || (role === "button" ? "按钮" : role === "link" ? "链接" : "元素");
     }
 
+    // A label around a field or a list says the choices too, and what was typed is nobody's name.
+    function wordsOf(element) {
+        if (!element.querySelector("select,textarea,datalist"))
+            return element.innerText;
+        const copy = element.cloneNode(true);
+        copy.querySelectorAll("select,textarea,datalist,script,style").forEach(part => part.remove());
+        return copy.textContent;
+    }
+
+    // By characters, so that none is cut in half.
+    const brief = text => Array.from(short(text, 400)).slice(0, 20).join("").trim();
+
     function caption(element) {
-        const labels = element.labels && element.labels.length ? element.labels[0].innerText : "";
         const isField = /^(INPUT|TEXTAREA|SELECT)$/.test(element.tagName);
         const isButton = element.tagName === "INPUT" && INPUTS[element.type] === "按钮";
         // What is typed into a field is the user's; it may be a secret.
-        return short(labels, 20) || short(element.getAttribute("aria-label"), 20) ||
-            (isField ? "" : short(element.innerText, 20)) || (isButton ? short(element.value, 20) : "") ||
-            short(element.getAttribute("placeholder"), 20) || short(element.getAttribute("alt"), 20) ||
-            short(element.getAttribute("title"), 20) || short(element.getAttribute("name"), 20) ||
-            short(element.id, 20);
+        const candidates = [
+            element.labels && element.labels.length ? wordsOf(element.labels[0]) : "", element.getAttribute("aria-label"),
+            isField ? "" : wordsOf(element), isButton ? element.value : "", element.getAttribute("placeholder"),
+            element.getAttribute("alt"), element.getAttribute("title"), element.getAttribute("name"), element.id
+        ];
+        const told = candidates.map(brief).map(text => text.replace(/[\s:：*＊]+$/, ""));
+        return told.find(text => text) || "";
+    }
+
+    // "密码" and "密码框" are one word.
+    function nameOf(element) {
+        const said = caption(element);
+        const kind = kindOf(element);
+        return said.includes(kind) ? said : kind.startsWith(said) ? kind : said + kind;
     }
 
     // Numbers and hashes that a program made will be others tomorrow.
@@ -162,7 +182,7 @@
     if (!element)
         return null;
     const box = element.getBoundingClientRect();
-    const name = caption(element) + kindOf(element);
+    const name = nameOf(element);
     const told = {rect: [box.left, box.top, box.width, box.height], label: name};
     if (picked) {
         told.name = name;

@@ -112,9 +112,44 @@ private slots:
 
         const RpaNode node = author.Capture(QStringLiteral("#a84620193bc7"));
 
-        QCOMPARE(node.name, QStringLiteral("密码密码框"));
+        QCOMPARE(node.name, QStringLiteral("密码框"));
         for (const QString& value : node.attributes)
             QVERIFY(!value.contains(QLatin1String("hidden")));
+    }
+
+    void isNamedByItsWordsOnce_data()
+    {
+        QTest::addColumn<QString>("html");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("the kind is in the label")
+            << QStringLiteral("<label>登录密码框 <input id=it type=password></label>")
+            << QStringLiteral("登录密码框");
+        QTest::newRow("the kind begins with the label")
+            << QStringLiteral("<label>密码<input id=it type=password></label>") << QStringLiteral("密码框");
+        QTest::newRow("a label with a colon and a star")
+            << QStringLiteral("<label for=it>姓名* ：</label><input id=it>") << QStringLiteral("姓名输入框");
+        QTest::newRow("a label around its choices")
+            << QStringLiteral("<label>部门 <select id=it><option>财务<option>人事</select></label>")
+            << QStringLiteral("部门下拉框");
+        QTest::newRow("a label around a long text")
+            << QStringLiteral("<label>备注 <textarea id=it>秘密</textarea></label>")
+            << QStringLiteral("备注输入框");
+        QTest::newRow("characters of two units")
+            << QStringLiteral("<button id=it>一二三四五六七八九十一二三四五六七八九😀尾</button>")
+            << QStringLiteral("一二三四五六七八九十一二三四五六七八九😀按钮");
+        QTest::newRow("a button that says so")
+            << QStringLiteral("<button id=it>确定按钮</button>") << QStringLiteral("确定按钮");
+    }
+    void isNamedByItsWordsOnce()
+    {
+        QFETCH(QString, html);
+        CaptureFixture author;
+        author.server.Put(
+            QStringLiteral("/named"),
+            QStringLiteral("<meta charset=utf-8><body style='padding:60px'>%1").arg(html).toUtf8());
+        QVERIFY(author.Open(QStringLiteral("/named")));
+
+        QTEST(author.Capture(QStringLiteral("#it")).name, "name");
     }
 
     void storesAnElementOnce()
