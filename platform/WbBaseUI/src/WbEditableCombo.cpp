@@ -1,3 +1,5 @@
+#include "WholeCharacters_p.h"
+
 #include <WbBaseUI/WbEditableCombo.h>
 
 #include <QLineEdit>
@@ -9,6 +11,7 @@ WbEditableCombo::WbEditableCombo(QWidget* parent) : WbComboBox(parent)
     setCompleter(nullptr);
     // Without this the Return key replaces the typed text by a row that differs from it in letter case only.
     setDuplicatesEnabled(true);
+    WholeCharacters::Keep(lineEdit());
 }
 
 WbEditableCombo::~WbEditableCombo() = default;

@@ -1,5 +1,10 @@
+#include "WholeCharacters_p.h"
+
 #include <WbBaseUI/WbLineEdit.h>
 
-WbLineEdit::WbLineEdit(QWidget* parent) : QLineEdit(parent) {}
+WbLineEdit::WbLineEdit(QWidget* parent) : QLineEdit(parent)
+{
+    WholeCharacters::Keep(this);
+}
 
 WbLineEdit::~WbLineEdit() = default;
