@@ -156,6 +156,8 @@ void tst_Settings::writesDatesAsTheTextsWhereTheSystemNamesNoLanguage()
     const QLocale german(QLocale::German);
 
     QCOMPARE(DateText(time, DateLanguage::System, QLocale::c()), QStringLiteral("2026年3月5日 14:07"));
+    const QLocale chinese(QLocale::Chinese, QLocale::China);
+    QCOMPARE(DateText(time, DateLanguage::System, chinese), QStringLiteral("2026年3月5日 14:07"));
     QCOMPARE(DateText(time, DateLanguage::System, german), german.toString(time, QLocale::ShortFormat));
 }
 

@@ -68,8 +68,10 @@ QString DateText(const QDateTime& time, DateLanguage language, const QLocale& sy
         return {};
     }
     // A system that names no language says nothing about its user's; then the dates speak as the texts do.
-    const bool isSilent = language == DateLanguage::System && system.language() == QLocale::C;
-    const Entry& entry = EntryOf(isSilent ? DateLanguage::Chinese : language);
+    // The short format of a Chinese one has the twelve hours that nobody writes there.
+    const bool isOurs = system.language() == QLocale::C || system.language() == QLocale::Chinese;
+    const Entry& entry =
+        EntryOf(language == DateLanguage::System && isOurs ? DateLanguage::Chinese : language);
     const QDateTime local = time.toLocalTime();
     if (!entry.format) {
         return system.toString(local, QLocale::ShortFormat);
