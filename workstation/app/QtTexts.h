@@ -1,6 +1,6 @@
 #pragma once
 
-// The texts that Qt itself brings: file dialogs, context menus of text fields.
+// The texts that Qt itself brings: file dialogs, context menus of text fields, names of keys.
 namespace QtTexts
 {
 // From now on they are Chinese, as everything else is. After the application object is made. Where Qt's

@@ -102,8 +102,8 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
 {
     addButton = AddAction(QStringLiteral("add"), QStringLiteral("添加%1").arg(recordName));
     addButton->setObjectName(QStringLiteral("recordAdd"));
-    upButton = AddAction(QStringLiteral("move-up"), QStringLiteral("上移 (Alt+↑)"));
-    downButton = AddAction(QStringLiteral("move-down"), QStringLiteral("下移 (Alt+↓)"));
+    upButton = AddAction(QStringLiteral("move-up"), QStringLiteral("上移（Alt+↑）"));
+    downButton = AddAction(QStringLiteral("move-down"), QStringLiteral("下移（Alt+↓）"));
     removeButton =
         AddAction(QStringLiteral("delete"), QStringLiteral("删除选中的%1 (Delete)").arg(recordName));
     removeButton->setObjectName(QStringLiteral("recordDelete"));

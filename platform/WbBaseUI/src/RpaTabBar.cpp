@@ -83,12 +83,13 @@ public:
         menu->addSeparator();
         const QAction* rename = add(QStringLiteral("rename"), QStringLiteral("重命名\tF2"),
                                     QStringLiteral("actionRename"), onTab);
-        const QAction* left = add(QStringLiteral("chevron-left"), QStringLiteral("左移\tCtrl+Shift+PgUp"),
+        const QAction* left = add(QStringLiteral("chevron-left"), QStringLiteral("左移\tCtrl+Shift+PageUp"),
                                   QStringLiteral("actionMoveLeft"), index > 0);
-        const QAction* right = add(QStringLiteral("chevron-right"), QStringLiteral("右移\tCtrl+Shift+PgDown"),
-                                   QStringLiteral("actionMoveRight"), onTab && index + 1 < strip->count());
+        const QAction* right =
+            add(QStringLiteral("chevron-right"), QStringLiteral("右移\tCtrl+Shift+PageDown"),
+                QStringLiteral("actionMoveRight"), onTab && index + 1 < strip->count());
         menu->addSeparator();
-        const QAction* remove = add(QStringLiteral("delete"), QStringLiteral("删除\tDel"),
+        const QAction* remove = add(QStringLiteral("delete"), QStringLiteral("删除\tDelete"),
                                     QStringLiteral("actionDelete"), onTab && strip->count() > 1);
 
         const QAction* chosen = menu->exec(position);
