@@ -44,6 +44,9 @@ class tst_MainWindow : public PageFixture
 
 private slots:
     void textsOfQtAreChinese();
+    void keysAreCalledByTheirNames();
+    void titleNamesWhatIsShown();
+    void windowHasAnIcon();
 
     void windowTakesASchemeChosenBeforeItIsShown();
 
@@ -59,6 +62,48 @@ void tst_MainWindow::textsOfQtAreChinese()
 
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("取消"));
     QVERIFY(QCoreApplication::translate("QFileDialog", "Look in:") != QLatin1String("Look in:"));
+}
+
+void tst_MainWindow::keysAreCalledByTheirNames()
+{
+    QtTexts::Install();
+
+    const auto name = [](const char* keys) {
+        return QKeySequence(QLatin1String(keys)).toString(QKeySequence::NativeText);
+    };
+    QCOMPARE(name("Alt+Up"), QStringLiteral("Alt+↑"));
+    QCOMPARE(name("Ctrl+Shift+PgDown"), QStringLiteral("Ctrl+Shift+PageDown"));
+    QCOMPARE(name("Del"), QStringLiteral("Delete"));
+    QCOMPARE(name("Ctrl+Return"), QStringLiteral("Ctrl+回车"));
+    QCOMPARE(name("Ctrl+K"), QStringLiteral("Ctrl+K"));
+}
+
+void tst_MainWindow::titleNamesWhatIsShown()
+{
+    MainWindow window;
+    auto* list = new QWidget;
+    auto* editor = new QWidget;
+    window.AddPage(list, QString());
+    window.AddPage(editor, QStringLiteral("返回"));
+    editor->setWindowTitle(QStringLiteral("发票\n识别[*]"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("RPA 工作站"));
+
+    window.ShowPage(editor);
+    QCOMPARE(window.windowTitle(), QStringLiteral("发票 识别[*][*] - RPA 工作站"));
+    editor->setWindowTitle(QStringLiteral("对账"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("对账 - RPA 工作站"));
+    window.ShowPage(list);
+
+    QCOMPARE(window.windowTitle(), QStringLiteral("RPA 工作站"));
+}
+
+void tst_MainWindow::windowHasAnIcon()
+{
+    const MainWindow window;
+
+    for (const int side : {16, 48, 256}) {
+        QCOMPARE(window.windowIcon().pixmap(side).size(), QSize(side, side));
+    }
 }
 
 void tst_MainWindow::windowTakesASchemeChosenBeforeItIsShown()

@@ -37,6 +37,7 @@ void EditorPage::Open(const AppRecord& record)
 {
     Discard();
     app = record;
+    setWindowTitle(app.name);
     editor = new RpaAppEditorWidget(this);
     layout->addWidget(editor);
     editor->show();

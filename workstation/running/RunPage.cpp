@@ -121,6 +121,7 @@ void RunPage::Open(const VersionServiceReleasedApp& wanted)
     Close();
     released = wanted;
     labelTitle->setText(released.app.name);
+    setWindowTitle(released.app.name);
     labelVersion->setText((released.state == 2 ? QStringLiteral("灰度 · ") : QStringLiteral("线上 · ")) +
                           released.versionName);
     Load();

@@ -18,12 +18,17 @@ namespace
 {
 constexpr QSize smallest(1280, 720);
 constexpr char backTextProperty[] = "backText";
+
+QString ProgramName()
+{
+    return QStringLiteral("RPA 工作站");
+}
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
 {
     setObjectName(QStringLiteral("MainWindow"));
-    setWindowTitle(QStringLiteral("RPA 工作站"));
+    setWindowIcon(QIcon(QStringLiteral(":/program/rpa-workstation.ico")));
     setMinimumSize(smallest);
 
     pages = new QStackedWidget(this);
@@ -34,12 +39,14 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     layout->addWidget(CreateHead());
     layout->addWidget(pages, 1);
     UpdateHead();
+    UpdateTitle();
     new ClickGuard(this); // the window owns it
 
     connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
     connect(buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
     connect(buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
     connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
+    connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateTitle);
 }
 
 MainWindow::~MainWindow() = default;
@@ -52,7 +59,7 @@ QWidget* MainWindow::CreateHead()
     buttonBack = new WbPushButton(head, Wb::SecondaryButton);
     buttonBack->setObjectName(QStringLiteral("buttonBack"));
     buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
-    labelTitle = new WbLabel(QStringLiteral("RPA 工作站"), head);
+    labelTitle = new WbLabel(ProgramName(), head);
     labelTitle->setObjectName(QStringLiteral("labelTitle"));
     serverMark = new ServerMark(head);
     labelAccount = new WbLabel(head);
@@ -84,6 +91,7 @@ void MainWindow::AddPage(QWidget* page, const QString& backText)
 {
     page->setProperty(backTextProperty, backText);
     pages->addWidget(page);
+    connect(page, &QWidget::windowTitleChanged, this, &MainWindow::UpdateTitle);
     UpdateHead();
 }
 
@@ -116,6 +124,13 @@ void MainWindow::UpdateHead()
     labelAccount->setVisible(signedIn);
     buttonPackages->setVisible(packagesPage && CurrentPage() == packagesPage);
     buttonSettings->setVisible(signedIn);
+}
+
+void MainWindow::UpdateTitle()
+{
+    QString shown = CurrentPage() ? CurrentPage()->windowTitle().simplified() : QString();
+    shown.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // alone it marks a modified document
+    setWindowTitle(shown.isEmpty() ? ProgramName() : QStringLiteral("%1 - %2").arg(shown, ProgramName()));
 }
 
 void MainWindow::CloseForGood()

@@ -18,7 +18,8 @@ public:
     ~MainWindow() override;
 
     // Adds a page; the first one is shown. backText: text of the button that leads away from it, empty for a
-    // page that nothing leads away from. Takes ownership.
+    // page that nothing leads away from. The window's title names what the page shows by its windowTitle().
+    // Takes ownership.
     void AddPage(QWidget* page, const QString& backText);
 
     void ShowPage(QWidget* page);
@@ -48,6 +49,7 @@ protected:
 private:
     QWidget* CreateHead();
     void UpdateHead();
+    void UpdateTitle();
 
     QStackedWidget* pages = nullptr;
     WbPushButton* buttonBack = nullptr;
