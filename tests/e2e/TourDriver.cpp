@@ -92,6 +92,7 @@ TourDriver::TourDriver(TourReport* reportTo, QWidget* mainWindow) : report(repor
 void TourDriver::Step(const QString& name, const std::function<void()>& act)
 {
     const auto start = Clock::now();
+    stepName = name;
     picture = QImage();
     bool held = true;
     QString message;
@@ -147,6 +148,7 @@ QImage TourDriver::Grab()
         last = next;
         QThread::msleep(60);
     }
+    OnGui([this] { texts.Note(stepName); });
     return last;
 }
 
@@ -316,6 +318,7 @@ bool TourDriver::MayDrop()
 void TourDriver::Type(const QString& text)
 {
     Until(QStringLiteral("a place to type"), [] { return KeyTarget() != nullptr; });
+    OnGui([&] { texts.NoteTyped(text); });
     const bool latin = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; });
     Post([text, latin] {
         if (latin) {

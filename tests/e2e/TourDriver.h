@@ -1,5 +1,7 @@
 #pragma once
 
+#include "TourTexts.h"
+
 #include <QApplication>
 #include <QPoint>
 #include <QPointer>
@@ -48,6 +50,9 @@ public:
     template <typename Function>
     auto OnGui(Function function) -> decltype(function());
 
+    // What could be read in all pictures until now. GUI thread.
+    const TourTexts& GetTexts() const { return texts; }
+
     // A visible widget by object name, inside the active modal window or popup when there is one.
     static Finder Named(const QString& objectName);
     // A visible button with that text in the active modal window.
@@ -82,7 +87,9 @@ private:
 
     TourReport* const report;
     const QPointer<QWidget> window;
+    QString stepName;
     QImage picture;
+    TourTexts texts;
 };
 
 template <typename Function>

@@ -29,7 +29,7 @@ QString WheelFolder()
     const QDir home = QDir::home();
     const QString folder = home.filePath(QStringLiteral("wheels of the office"));
     const QString program = QStringLiteral("def advice(stock, safe):\n"
-                                           "    return 'order %d' % max(0, safe - stock)\n");
+                                           "    return '订购 %d' % max(0, safe - stock)\n");
     if (!home.mkpath(folder) ||
         !WheelMaker::Make(folder, QStringLiteral("stockrules"), QStringLiteral("1.2.0"), program)) {
         throw TourFailure(QStringLiteral("cannot write a wheel to %1").arg(folder));
@@ -102,7 +102,7 @@ void Tour::UsePackages()
     const QString process = QStringLiteral("主流程");
     d->Step(QStringLiteral("program-without-its-package"), [=] {
         WriteProgram({QStringLiteral("import stockrules"), QString(),
-                      QStringLiteral("rpa.log('advice: ' + stockrules.advice(12, 20))")});
+                      QStringLiteral("rpa.log('建议：' + stockrules.advice(12, 20))")});
         PressTool("检查库存");
         UntilLog(QStringLiteral("流程“%1”运行失败").arg(process));
         UntilLog(QStringLiteral("stockrules"));
@@ -150,7 +150,7 @@ void Tour::UsePackages()
     });
     d->Step(QStringLiteral("program-with-its-package"), [this] {
         PressTool("检查库存");
-        UntilLog(QStringLiteral("advice: order 8"));
+        UntilLog(QStringLiteral("建议：订购 8"));
         UntilIdle(std::chrono::seconds(10));
     });
     d->Step(QStringLiteral("program-stopped"), [=] {

@@ -37,11 +37,23 @@ void TourReport::Add(const QString& step, bool held, qint64 ms, const QImage& pi
     std::fflush(stdout);
 }
 
+void TourReport::AddForeignTexts(const QStringList& texts)
+{
+    heldAll = heldAll && texts.isEmpty();
+    foreignTexts = QJsonArray::fromStringList(texts);
+    Write();
+    for (const QString& text : texts) {
+        std::printf("NOT CHINESE: %s\n", qPrintable(text));
+    }
+}
+
 void TourReport::Write() const
 {
     QSaveFile file(GetFile());
     if (file.open(QIODevice::WriteOnly)) {
-        const QJsonObject report{{QStringLiteral("held"), EveryStepHeld()}, {QStringLiteral("steps"), steps}};
+        const QJsonObject report{{QStringLiteral("held"), EveryStepHeld()},
+                                 {QStringLiteral("foreignTexts"), foreignTexts},
+                                 {QStringLiteral("steps"), steps}};
         file.write(QJsonDocument(report).toJson());
         file.commit();
     }

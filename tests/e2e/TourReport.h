@@ -14,6 +14,9 @@ public:
     // The folder is made; old pictures and an old report in it are removed.
     explicit TourReport(const QString& folder);
 
+    // Texts of the program that are not in its user's language.
+    void AddForeignTexts(const QStringList& texts);
+
     // Notes a step. message: why it did not hold, or a remark.
     void Add(const QString& step, bool held, qint64 ms, const QImage& picture, const QString& message);
 
@@ -25,5 +28,6 @@ private:
 
     QDir dir;
     QJsonArray steps;
+    QJsonArray foreignTexts;
     bool heldAll = true;
 };

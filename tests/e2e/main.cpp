@@ -90,6 +90,7 @@ int TourIn(const QString& folder, ThemeChoice theme, const QString& home)
     guest->start();
     QApplication::exec();
     guest->wait();
+    report.AddForeignTexts(driver.GetTexts().FindForeign());
     std::printf("%s\n", report.EveryStepHeld() ? "Every step held." : "Not every step held.");
     return report.EveryStepHeld() ? 0 : 1;
 }
