@@ -2,7 +2,6 @@
 #include "ToastWatcher.h"
 #include "Tour.h"
 #include "TourLook.h"
-#include "WorkstationPaths.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -90,7 +89,9 @@ void Tour::ExportTemplate()
             const QWidget* name = Visible("fileNameEdit");
             return name && name->hasFocus();
         });
-        const QString folder = WorkstationPaths::Below(QDir::homePath()).visualTemplateDir;
+        // Not where the workstation keeps its own; it is offered all the same.
+        const QString folder = QDir::home().filePath(QStringLiteral("我的模板"));
+        QDir().mkpath(folder);
         d->Type(folder);
         d->Until(QStringLiteral("the typed folder"), [folder] {
             const auto* edit = Anywhere<QLineEdit>("fileNameEdit");

@@ -67,6 +67,7 @@ private slots:
     void offersFiveHundredTemplatesAtMost();
     void startsAsANewAppWhenTheCopyIsSpoilt();
     void offersWhatWasOverwrittenInPlace();
+    void offersTemplatesThatLieElsewhere();
     void keepsTheFolderWhileNothingChanges();
     void removesNothingButItsOwnFolders();
     void callsBackOnceForTheLastWhoAsked();
@@ -308,6 +309,29 @@ void tst_TemplateKeeper::offersWhatWasOverwrittenInPlace()
     LookNow();
 
     QCOMPARE(Offer(QStringLiteral("a"))->name, QStringLiteral("乙乙"));
+}
+
+void tst_TemplateKeeper::offersTemplatesThatLieElsewhere()
+{
+    const QString desk = home->filePath(QStringLiteral("desk"));
+    QVERIFY(QDir().mkpath(desk));
+    const auto put = [&desk](const QString& name, const QByteArray& content) {
+        QFile file(desk + QLatin1Char('/') + name);
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    };
+    Write(QStringLiteral("对账"), Template(QStringLiteral("对账")));
+    QVERIFY(put(QStringLiteral("对账"), Template(QStringLiteral("新对账"))));
+    QVERIFY(put(QStringLiteral("未选"), Template(QStringLiteral("未选"))));
+    QVERIFY(QDir().mkpath(desk + QStringLiteral("/文件夹")));
+
+    keeper->SetOthers(folder, {desk + QStringLiteral("/对账"), desk + QStringLiteral("/没有"),
+                               desk + QStringLiteral("/文件夹"), folder + QStringLiteral("/对账")});
+    LookNow();
+
+    QCOMPARE(Offered(), (QStringList{QStringLiteral("对账"), QStringLiteral("对账-2")}));
+    QCOMPARE(Offer(QStringLiteral("对账"))->name, QStringLiteral("对账"));
+    QCOMPARE(Offer(QStringLiteral("对账-2"))->name, QStringLiteral("新对账"));
+    QCOMPARE(problems, QStringList());
 }
 
 void tst_TemplateKeeper::keepsTheFolderWhileNothingChanges()

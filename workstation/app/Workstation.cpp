@@ -17,6 +17,7 @@
 #include "ReleasedListPage.h"
 #include "RunPage.h"
 #include "SampleInstaller.h"
+#include "SavedTemplates.h"
 #include "ServerMark.h"
 #include "Session.h"
 #include "SettingsPage.h"
@@ -72,6 +73,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     ConnectSession();
     ConnectPages();
     ConnectReleased();
+    ConnectTemplates();
     ConnectServices();
     ConnectPackages();
     ConnectDrafts();
@@ -102,7 +104,7 @@ bool Workstation::Start(QString* problem)
     }
     ShippedTemplates::Install(paths.visualTemplateDir, paths.programTemplateDir, paths.dataDir);
     OfferTemplates();
-    templates->Look();
+    LookForTemplates();
     window->show();
     drafts->Start(paths.draftDir);
     GoToServer();
@@ -137,6 +139,8 @@ void Workstation::CreateParts()
     samples = std::make_unique<SampleInstaller>();
     templates = std::make_unique<TemplateKeeper>(
         QStringList{paths.visualTemplateDir, paths.programTemplateDir}, paths.dataDir);
+    savedTemplates = std::make_unique<SavedTemplates>(paths.dataDir + QStringLiteral("/saved-templates.json"),
+                                                      [this] { return editorPage->GetApp().kind; });
     closeGuard = std::make_unique<CloseGuard>(RpaEditorLogic::Instance()->GetSaveLedger());
     drafts = std::make_unique<DraftDesk>(RpaEditorLogic::Instance()->GetSaveLedger(), window.get());
 }
@@ -240,12 +244,6 @@ void Workstation::ConnectPages()
 
 void Workstation::ConnectServices()
 {
-    connect(templates.get(), &TemplateKeeper::SigLooked, this, &Workstation::OfferTemplates);
-    connect(templates.get(), &TemplateKeeper::SigProblem, this,
-            [](const QString& text) { WbToast::Show(text, ToastWarning); });
-    connect(templates.get(), &TemplateKeeper::SigContentLost, this, [] {
-        WbToast::Show(QStringLiteral("所选模板的内容已无法读取，应用从空白内容开始"), ToastWarning);
-    });
     connect(window.get(), &MainWindow::SigCloseRequested, closeGuard.get(), &CloseGuard::RequestClose);
     connect(closeGuard.get(), &CloseGuard::SigWaiting, this, [this] {
         window->setEnabled(false);

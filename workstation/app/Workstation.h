@@ -24,6 +24,7 @@ class ReleasedDesk;
 class ReleasedListPage;
 class RunPage;
 class SampleInstaller;
+class SavedTemplates;
 class Session;
 class SettingsPage;
 class SignInPage;
@@ -56,6 +57,8 @@ signals:
 
 private:
     void TellPlatform();
+    void ConnectTemplates();
+    void LookForTemplates();
     void OfferTemplates();
     void CreateParts();
     void ConnectSession();
@@ -110,6 +113,7 @@ private:
     std::unique_ptr<ReleasedDesk> grayDesk;
     std::unique_ptr<SampleInstaller> samples;
     std::unique_ptr<TemplateKeeper> templates;
+    std::unique_ptr<SavedTemplates> savedTemplates;
     std::unique_ptr<CloseGuard> closeGuard;
     std::unique_ptr<DraftDesk> drafts;
     std::unique_ptr<LeftWork> leftWork;

@@ -5,12 +5,14 @@
 #include "EditorPage.h"
 #include "LeftWork.h"
 #include "MainWindow.h"
+#include "SavedTemplates.h"
 #include "TemplateKeeper.h"
 #include "Workstation.h"
 
 #include <RpaCore/RpaSuperDir.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
+#include <WbBaseUI/WbToast.h>
 
 void Workstation::ConnectDrafts()
 {
@@ -22,6 +24,24 @@ void Workstation::ConnectDrafts()
     leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
     connect(editorPage, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
     connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftDesk::Close);
+}
+
+void Workstation::ConnectTemplates()
+{
+    connect(savedTemplates.get(), &SavedTemplates::SigSaved, this, &Workstation::LookForTemplates);
+    connect(templates.get(), &TemplateKeeper::SigLooked, this, &Workstation::OfferTemplates);
+    connect(templates.get(), &TemplateKeeper::SigProblem, this,
+            [](const QString& text) { WbToast::Show(text, ToastWarning); });
+    connect(templates.get(), &TemplateKeeper::SigContentLost, this, [] {
+        WbToast::Show(QStringLiteral("所选模板的内容已无法读取，应用从空白内容开始"), ToastWarning);
+    });
+}
+
+void Workstation::LookForTemplates()
+{
+    templates->SetOthers(paths.visualTemplateDir, savedTemplates->GetFiles(AppKindVisual));
+    templates->SetOthers(paths.programTemplateDir, savedTemplates->GetFiles(AppKindProgram));
+    templates->Look();
 }
 
 void Workstation::OfferTemplates()

@@ -43,11 +43,11 @@ void TemplateKeeper::Look()
         }
     }
     ++looksUnderWay;
-    worker.start([this] {
+    worker.start([this, elsewhere = others] {
         QHash<QString, QString> fit;
         QStringList problems;
         for (const QString& folder : folders) {
-            fit.insert(folder, shelf.Prepare(folder, &problems));
+            fit.insert(folder, shelf.Prepare(folder, elsewhere.value(folder), &problems));
         }
         QMetaObject::invokeMethod(this, [this, fit, problems] { Done(fit, problems); });
     });

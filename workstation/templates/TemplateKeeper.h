@@ -27,6 +27,9 @@ public:
     // Waits for a look that is under way.
     ~TemplateKeeper() override;
 
+    // Template files that lie elsewhere and are offered with those of the folder, from the next look on.
+    void SetOthers(const QString& folder, const QStringList& files) { others.insert(folder, files); }
+
     // What the editor may read in the place of the folder: its templates as the last look found them, 500 at
     // most by name. Empty before the first look.
     QString GetFitFolder(const QString& folder) const { return fitFolders.value(folder); }
@@ -53,6 +56,7 @@ private:
     QByteArray Fetch(const QByteArray& key);
 
     const QStringList folders;
+    QHash<QString, QStringList> others;
     TemplateShelf shelf;
     QHash<QString, QString> fitFolders;
     QFileSystemWatcher watcher;

@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace
 {
 QByteArray Sha256(const QByteArray& bytes)
@@ -30,6 +32,33 @@ bool WriteAll(const QString& path, const QByteArray& bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
+QFileInfoList Find(const QString& folder, const QStringList& others)
+{
+    QFileInfoList found =
+        QDir(folder).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
+    for (const QString& path : others) {
+        const QFileInfo file(path);
+        if (file.isFile() && !file.isSymLink() && !found.contains(file)) {
+            found << file;
+        }
+    }
+    return found;
+}
+
+// Files of several folders may have one name.
+QString UnusedName(const QString& name, const QList<QPair<QString, QByteArray>>& files)
+{
+    const auto isUsed = [&files](const QString& wanted) {
+        return std::any_of(files.cbegin(), files.cend(),
+                           [&wanted](const auto& file) { return file.first == wanted; });
+    };
+    QString unused = name;
+    for (int i = 2; isUsed(unused); ++i) {
+        unused = QStringLiteral("%1-%2").arg(name).arg(i);
+    }
+    return unused;
+}
+
 QString Said(const QString& name, const QString& why)
 {
     return QStringLiteral("模板文件“%1”%2，不会出现在模板列表中").arg(name, why);
@@ -42,19 +71,17 @@ TemplateShelf::TemplateShelf(const QString& dataDir)
 {
 }
 
-QString TemplateShelf::Prepare(const QString& folder, QStringList* problems)
+QString TemplateShelf::Prepare(const QString& folder, const QStringList& others, QStringList* problems)
 {
     const QHash<QString, Entry> before = entries.take(folder);
     Files files;
-    const QFileInfoList found =
-        QDir(folder).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
-    for (const QFileInfo& file : found) {
+    for (const QFileInfo& file : Find(folder, others)) {
         const Entry known = before.value(file.filePath());
         const bool isSame = known.size == file.size() && known.changed == file.lastModified();
         const Entry entry = isSame ? known : Look(file.filePath(), problems);
         entries[folder].insert(file.filePath(), entry);
         if (!entry.offered.isEmpty() && files.size() < mostTemplates) {
-            files.append({file.fileName(), entry.offered});
+            files.append({UnusedName(file.fileName(), files), entry.offered});
         }
     }
 

@@ -19,10 +19,11 @@ public:
 
     static constexpr int mostTemplates = 500;
 
+    // others: template files elsewhere, offered after those of the folder.
     // The prepared folder, which never changes again; another one when the templates are others. Empty when
     // it cannot be made. The one before stays until the next change. problems: what was found for the first
     // time and cannot be offered, in the user's words.
-    QString Prepare(const QString& folder, QStringList* problems);
+    QString Prepare(const QString& folder, const QStringList& others, QStringList* problems);
 
     QString GetKeptFolder() const { return keptFolder; }
 
