@@ -14,6 +14,8 @@
 
 namespace
 {
+using Clock = std::chrono::steady_clock;
+
 constexpr int clients = 32;
 constexpr int rounds = 3;
 const QByteArray pin = QByteArrayLiteral("zhang");
@@ -72,16 +74,13 @@ public:
         for (std::size_t i = 0; i < authors.size(); ++i)
             Prepare(authors[i], i % serverCount);
         std::atomic<long> saves{0};
-        std::atomic<bool> ending{false};
+        const auto end = Clock::now() + Duration();
         std::vector<std::thread> threads;
         for (Author& author : authors)
-            threads.emplace_back([&, this] { Save(author, ending, saves); });
-        std::this_thread::sleep_for(Duration());
-        ending = true;
-        const long counted = saves;
+            threads.emplace_back([&, this] { Save(author, end, saves); });
         for (auto& thread : threads)
             thread.join();
-        return static_cast<double>(counted) * 1000 / static_cast<double>(Duration().count());
+        return static_cast<double>(saves) * 1000 / static_cast<double>(Duration().count());
     }
 
 private:
@@ -94,9 +93,9 @@ private:
                              .toLatin1();
     }
 
-    void Save(Author& author, const std::atomic<bool>& ending, std::atomic<long>& saves) const
+    void Save(Author& author, Clock::time_point end, std::atomic<long>& saves) const
     {
-        while (!ending) {
+        while (Clock::now() < end) {
             const auto reply = author.client->Overwrite(author.version, author.revision, body);
             if (reply.status != 200)
                 qFatal("a save was answered with %d: %s", reply.status, reply.body.constData());
