@@ -23,9 +23,12 @@
 #include <WbCore/WbGlobalData.h>
 
 #include <QFile>
+#include <QMap>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace
 {
@@ -196,12 +199,25 @@ void tst_Service::installsTheSampleAppsOnce()
 
     QVERIFY(finished.at(0).first().toBool());
     QVERIFY(finished.at(1).first().toBool());
-    int apps = -1;
+    QMap<QString, QStringList> versions; // by app, newest first, each with its state
     VersionServiceClient client;
-    client.ListApps(QString(), this, [&apps](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
-        apps = result.value.size();
+    const auto list = [&](const VersionServiceApp& app) {
+        client.ListVersions(
+            app.id, this,
+            [&versions, app](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
+                for (const VersionServiceVersion& version : result.value)
+                    versions[app.name] << version.name + QString::number(version.state);
+            });
+    };
+    client.ListApps(QString(), this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+        std::for_each(result.value.cbegin(), result.value.cend(), list);
     });
-    QTRY_COMPARE(apps, SampleInstaller::ReadSamples().size());
+    QMap<QString, QStringList> expected;
+    for (const SampleApp& app : SampleInstaller::ReadSamples()) {
+        for (const SampleVersion& version : app.versions)
+            expected[app.name].prepend(version.name + QString::number(version.release + 1));
+    }
+    QTRY_COMPARE(versions, expected);
 }
 
 void tst_Service::everySampleIsACompleteApp_data()

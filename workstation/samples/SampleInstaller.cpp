@@ -96,6 +96,7 @@ void SampleInstaller::CreateNextApp()
                           }
                           appId = result.value.id;
                           versions.clear();
+                          releases.clear();
                           versions.append(app.versions.toList());
                           SaveNextVersion();
                       });
@@ -104,7 +105,7 @@ void SampleInstaller::CreateNextApp()
 void SampleInstaller::SaveNextVersion()
 {
     if (versions.isEmpty()) {
-        CreateNextApp();
+        ReleaseNext();
         return;
     }
     const SampleVersion& version = versions.head();
@@ -122,14 +123,19 @@ void SampleInstaller::SaveNextVersion()
     RpaEditorLogic::Instance()->SaveAppSnapshotInfo(request);
 }
 
-void SampleInstaller::Release()
+void SampleInstaller::ReleaseNext()
 {
+    if (releases.isEmpty()) {
+        CreateNextApp();
+        return;
+    }
+    const auto [versionId, type] = releases.dequeue();
     const auto request = QSharedPointer<GrayOrReleaseRequest>::create();
     identity = QUuid::createUuid().toString();
     request->SetIdentity(identity);
     request->SetAppId(appId);
     request->SetSnapshotId(versionId);
-    request->SetPublishType(versions.head().release);
+    request->SetPublishType(type);
     RpaEditorLogic::Instance()->GrayOrRelease(request);
 }
 
@@ -143,14 +149,15 @@ void SampleInstaller::OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest> re
         Finish(false);
         return;
     }
-    if (notifyId == NotifySaveAppSnapshotInfo) {
-        versionId = qobject_cast<SaveAppSnapshotInfoRequest*>(request.data())->GetSnapshotInfoPtr()->GetId();
-        if (versions.head().release != 0) {
-            Release();
-            return;
-        }
+    if (notifyId == NotifyGrayOrRelease) {
+        ReleaseNext();
+        return;
     }
-    versions.dequeue();
+    const SampleVersion saved = versions.dequeue();
+    if (saved.release != 0) {
+        const auto* save = qobject_cast<SaveAppSnapshotInfoRequest*>(request.data());
+        releases.enqueue({save->GetSnapshotInfoPtr()->GetId(), saved.release});
+    }
     SaveNextVersion();
 }
 

@@ -3,6 +3,7 @@
 #include <OxHttp/HttpObserverBase.h>
 
 #include <QObject>
+#include <QPair>
 #include <QQueue>
 #include <QString>
 #include <QVector>
@@ -52,14 +53,15 @@ signals:
 private:
     void CreateNextApp();
     void SaveNextVersion();
-    void Release();
+    void ReleaseNext();
     void Finish(bool complete);
 
     const std::unique_ptr<VersionServiceClient> client;
     QQueue<SampleApp> apps;
     QQueue<SampleVersion> versions; // of the app under way, the first one being saved
+    // Those of the app to be released, once all are saved: of an only version a release leaves a copy.
+    QQueue<QPair<QString, int>> releases;
     QString appId;
-    QString versionId;
     QString identity;
     bool running = false;
 };
