@@ -1,6 +1,11 @@
 #include "ReleaseRules.h"
 
+#include "../base/Ids.h"
 #include "InvitationRules.h"
+
+#include <QSet>
+
+#include <algorithm>
 
 namespace server::rules
 {
@@ -21,6 +26,35 @@ QString Obstacle(VersionState state, ReleaseType type)
     if (type == ReleaseType::Online && state == VersionState::Online)
         return QStringLiteral("线上版本不能再次上线。");
     return {};
+}
+
+QString FreeName(const std::vector<Version>& versions)
+{
+    QSet<QString> taken;
+    for (const Version& version : versions)
+        taken.insert(version.name);
+    const auto nameOf = [](int number) { return QStringLiteral("版本%1").arg(number); };
+    int number = 1;
+    while (taken.contains(nameOf(number)))
+        ++number;
+    return nameOf(number);
+}
+
+// An app whose only develop version was released would have nothing left to work on.
+void KeepADevelopVersion(ITransaction& store, const Version& released, const Account& account, qint64 now)
+{
+    const std::vector<Version> versions = store.VersionsOf(released.appId);
+    const auto isDevelop = [](const Version& version) { return version.state == VersionState::Develop; };
+    if (std::any_of(versions.begin(), versions.end(), isDevelop))
+        return;
+    Version copy = released;
+    copy.id = NewId();
+    copy.name = FreeName(versions);
+    copy.state = VersionState::Develop;
+    copy.pin = account.pin;
+    copy.revision = 1;
+    copy.createdAt = copy.changedAt = now;
+    store.InsertCopy(copy, released);
 }
 } // namespace
 
@@ -44,8 +78,11 @@ Outcome<ReleaseResult> ReleaseVersion(ITransaction& store, const Account& accoun
                 version.appId,
                 version.id,
                 version.name});
+    const bool wasDevelop = version.state == VersionState::Develop;
     version.state = StateAfter(type);
     version.changedAt = now;
+    if (wasDevelop)
+        KeepADevelopVersion(store, version, account, now);
     if (type == ReleaseType::Gray)
         KeepAnInvitation(store, version, account, now);
     return ReleaseResult{version, true, true, {}};

@@ -49,7 +49,11 @@ public:
     virtual std::optional<Version> FindVersion(const QString& id) = 0; // also a deleted one
     virtual bool DevelopNameTaken(const QString& appId, const QString& name,
                                   const QString& exceptVersionId) = 0;
+    virtual std::vector<Version> VersionsOf(const QString& appId) = 0; // without deleted ones
     virtual void InsertVersion(const Version& version, const QByteArray& body) = 0;
+
+    // Inserts `copy` with the content of the newest revision of `original`.
+    virtual void InsertCopy(const Version& copy, const Version& original) = 0;
 
     // Adds the revision `version.revision` to the history and makes it the head.
     virtual void AddRevision(const Version& version, const QByteArray& body) = 0;

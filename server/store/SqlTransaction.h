@@ -19,7 +19,9 @@ public:
 
     std::optional<Version> FindVersion(const QString& id) override;
     bool DevelopNameTaken(const QString& appId, const QString& name, const QString& exceptVersionId) override;
+    std::vector<Version> VersionsOf(const QString& appId) override;
     void InsertVersion(const Version& version, const QByteArray& body) override;
+    void InsertCopy(const Version& copy, const Version& original) override;
     void AddRevision(const Version& version, const QByteArray& body) override;
     void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) override;
     void Release(const Version& version, VersionState to, const QString& pin, qint64 now) override;
@@ -48,6 +50,7 @@ public:
     bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) override;
 
 private:
+    void InsertHead(const Version& version);
     void InsertRevision(const Version& version, const QByteArray& body);
     void TouchApp(const QString& appId, qint64 now);
 

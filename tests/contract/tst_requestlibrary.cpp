@@ -243,10 +243,15 @@ void RequestLibraryTest::takesAVersionThroughItsLife()
     QCOMPARE(observer->last.staticCast<GrayOrReleaseResponse>()->GetResult(), 0);
     QCOMPARE(Reason(), QByteArray("线上版本不能再次上线。"));
     QVERIFY2(Delete(id), Reason());
-    QCOMPARE(Manager()->GetCount(), 0);
+    QCOMPARE(Manager()->GetCount(), 1);
     QVERIFY2(Delete(id), Reason()); // gone already
     QVERIFY2(List(), Reason());
-    QCOMPARE(Manager()->GetCount(), 0);
+    // What the release of the only version left to work on.
+    QCOMPARE(Manager()->GetCount(), 1);
+    QCOMPARE(Manager()->GetSnapshot(0)->GetName(), QStringLiteral("版本2"));
+    QCOMPARE(Manager()->GetSnapshot(0)->GetState(), AppSnapshotDevelop);
+    QVERIFY2(Load(Manager()->GetSnapshotId(0)), Reason());
+    QCOMPARE(LoadedBytes(), Content(2).toUtf8());
 }
 
 void RequestLibraryTest::refusesANameThatIsTaken()

@@ -24,8 +24,8 @@ private slots:
 
 void StoreOpeningTest::bringsAnOlderStoreUpToDate()
 {
-    const Version former = Released(QStringLiteral("版本0"), ReleaseType::Online, 500);
-    const Version online = Released(QStringLiteral("版本1"), ReleaseType::Online, 1000);
+    const Version former = Released(QStringLiteral("甲"), ReleaseType::Online, 500);
+    const Version online = Released(QStringLiteral("乙"), ReleaseType::Online, 1000);
     store.reset();
     {
         SqlConnection connection(Dialect());
@@ -48,7 +48,7 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
     QCOMPARE(entries.back().versionId, former.id);
     QCOMPARE(entries.front().act, QStringLiteral("release.online"));
     QCOMPARE(entries.front().pin, author.pin);
-    Released(QStringLiteral("版本2"), ReleaseType::Gray, 2000);
+    Released(QStringLiteral("丙"), ReleaseType::Gray, 2000);
     QCOMPARE(store->InvitationsOf(app.id).size(), std::size_t{1});
 }
 

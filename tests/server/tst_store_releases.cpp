@@ -17,6 +17,10 @@ private slots:
     void releasesOnlyForward();
     void showsTheOnlineVersionThatWasReleasedLast_data() { Databases(); }
     void showsTheOnlineVersionThatWasReleasedLast();
+    void leavesADevelopCopyOfTheLastOne_data();
+    void leavesADevelopCopyOfTheLastOne();
+    void leavesNoCopyWhenThereIsMoreToWorkOn_data() { Databases(); }
+    void leavesNoCopyWhenThereIsMoreToWorkOn();
     void opensGrayVersionsToWhomeverRedeemsACode_data() { Databases(); }
     void opensGrayVersionsToWhomeverRedeemsACode();
     void refusesAClosedInvitation_data();
@@ -65,8 +69,8 @@ void StoreReleasesTest::releasesOnlyForward()
 
 void StoreReleasesTest::showsTheOnlineVersionThatWasReleasedLast()
 {
-    const Version first = Released(QStringLiteral("版本1"), ReleaseType::Online, 1000);
-    const Version second = Released(QStringLiteral("版本2"), ReleaseType::Online, 2000);
+    const Version first = Released(QStringLiteral("发布1"), ReleaseType::Online, 1000);
+    const Version second = Released(QStringLiteral("发布2"), ReleaseType::Online, 2000);
 
     auto shown = store->OnlineApps(QStringLiteral("v"));
     QCOMPARE(shown.size(), std::size_t{1});
@@ -82,9 +86,79 @@ void StoreReleasesTest::showsTheOnlineVersionThatWasReleasedLast()
     QCOMPARE(shown.front().version.id, first.id);
 }
 
+void StoreReleasesTest::leavesADevelopCopyOfTheLastOne_data()
+{
+    QTest::addColumn<QString>("database");
+    QTest::addColumn<int>("type");
+    for (const char* database : {"sqlite", "postgresql"}) {
+        QTest::addRow("%s, gray", database) << QString::fromLatin1(database) << int(ReleaseType::Gray);
+        QTest::addRow("%s, online", database) << QString::fromLatin1(database) << int(ReleaseType::Online);
+    }
+}
+
+void StoreReleasesTest::leavesADevelopCopyOfTheLastOne()
+{
+    QFETCH(int, type);
+    // Given: "版本2" is taken by a released version, "版本3" was but is deleted
+    const Version first = Save(QStringLiteral("版本1"), "{\"n\":1}");
+    const Version second = Save(QStringLiteral("版本2"), "{\"n\":2}");
+    const Version third = Save(QStringLiteral("版本3"), "{\"n\":3}");
+    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, third.id, 1, 500); });
+    InWrite([&](ITransaction& t) {
+        return rules::ReleaseVersion(t, author, second.id, 1, ReleaseType::Online, 600);
+    });
+    InWrite([&](ITransaction& t) {
+        return rules::OverwriteVersion(t, author, first.id, 1, DraftOf({}, "{\"n\":7}"), 700);
+    });
+
+    const auto outcome = InWrite([&](ITransaction& t) {
+        return rules::ReleaseVersion(t, colleague, first.id, 2, static_cast<ReleaseType>(type), 1000);
+    });
+
+    QCOMPARE(std::get<ReleaseResult>(outcome).version.id, first.id);
+    const auto list = store->VersionsOf(app.id);
+    QCOMPARE(list->size(), std::size_t{3});
+    const Version copy = list->front();
+    QCOMPARE(copy.name, QStringLiteral("版本3"));
+    QCOMPARE(copy.state, VersionState::Develop);
+    QCOMPARE(copy.revision, qint64{1});
+    QCOMPARE(copy.pin, colleague.pin);
+    QCOMPARE(copy.createdAt, qint64{1000});
+    QCOMPARE(copy.description, first.description);
+    QCOMPARE(copy.apiVersion, first.apiVersion);
+    QCOMPARE(store->ReadBody(copy.id, 1), QByteArray("{\"n\":7}"));
+    // It can be worked on, and the released one stays as it is.
+    const auto saved = InWrite([&](ITransaction& t) {
+        return rules::OverwriteVersion(t, author, copy.id, 1, DraftOf({}, "{\"n\":8}"), 1100);
+    });
+    QVERIFY(std::holds_alternative<Version>(saved));
+    QCOMPARE(store->ReadBody(first.id, 2), QByteArray("{\"n\":7}"));
+}
+
+void StoreReleasesTest::leavesNoCopyWhenThereIsMoreToWorkOn()
+{
+    const Version first = Save(QStringLiteral("一"), "{}");
+    const Version second = Save(QStringLiteral("二"), "{}");
+    const auto release = [&](const Version& version, ReleaseType type) {
+        return std::get<ReleaseResult>(InWrite(
+            [&](ITransaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, 1000); }));
+    };
+
+    QVERIFY(release(first, ReleaseType::Gray).tookEffect);
+    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{2});
+    QVERIFY(release(second, ReleaseType::Gray).tookEffect);
+    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{3});
+    // Nothing to work on is lost by putting a gray version online, nor by a release that is none.
+    const Version copy = store->VersionsOf(app.id)->front();
+    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, copy.id, 1, 2000); });
+    QVERIFY(release(first, ReleaseType::Online).tookEffect);
+    QVERIFY(!release(second, ReleaseType::Gray).tookEffect);
+    QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{2});
+}
+
 void StoreReleasesTest::opensGrayVersionsToWhomeverRedeemsACode()
 {
-    Released(QStringLiteral("版本1"), ReleaseType::Gray, 1000);
+    Released(QStringLiteral("发布1"), ReleaseType::Gray, 1000);
     const QString code = store->InvitationsOf(app.id).front().code;
     QVERIFY(store->GrayApps(foreigner.pin).empty());
 
@@ -98,7 +172,7 @@ void StoreReleasesTest::opensGrayVersionsToWhomeverRedeemsACode()
     QVERIFY(!store->HasGrayAccess(app.id, administrator.pin));
     QCOMPARE(store->InvitationsOf(app.id).front().uses, qint64{1});
     // The next gray version reaches the same people.
-    const Version next = Released(QStringLiteral("版本2"), ReleaseType::Gray, 3000);
+    const Version next = Released(QStringLiteral("发布2"), ReleaseType::Gray, 3000);
     const auto shown = store->GrayApps(foreigner.pin);
     QCOMPARE(shown.size(), std::size_t{1});
     QCOMPARE(shown.front().version.id, next.id);
@@ -119,7 +193,7 @@ void StoreReleasesTest::refusesAClosedInvitation()
 {
     QFETCH(QString, how);
     constexpr qint64 made = 1000;
-    const Version gray = Released(QStringLiteral("版本1"), ReleaseType::Gray, made);
+    const Version gray = Released(QStringLiteral("发布1"), ReleaseType::Gray, made);
     const auto invitation = std::get<Invitation>(InWrite([&](ITransaction& t) {
         return rules::CreateInvitation(t, author, app.id, {1, 1}, made);
     }));
@@ -145,8 +219,8 @@ void StoreReleasesTest::refusesAClosedInvitation()
 
 void StoreReleasesTest::keepsOneOpenInvitationAcrossGrayReleases()
 {
-    Released(QStringLiteral("版本1"), ReleaseType::Gray, 1000);
-    Released(QStringLiteral("版本2"), ReleaseType::Gray, 2000);
+    Released(QStringLiteral("发布1"), ReleaseType::Gray, 1000);
+    Released(QStringLiteral("发布2"), ReleaseType::Gray, 2000);
     QCOMPARE(store->InvitationsOf(app.id).size(), std::size_t{1});
 
     const QString id = store->InvitationsOf(app.id).front().id;
@@ -154,7 +228,7 @@ void StoreReleasesTest::keepsOneOpenInvitationAcrossGrayReleases()
         InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, colleague, id, 2500); });
     QCOMPARE(std::get<Refusal>(byColleague).status, 403);
     InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, author, id, 2500); });
-    Released(QStringLiteral("版本3"), ReleaseType::Gray, 3000);
+    Released(QStringLiteral("发布3"), ReleaseType::Gray, 3000);
 
     const auto all = store->InvitationsOf(app.id);
     QCOMPARE(all.size(), std::size_t{2});
@@ -164,7 +238,7 @@ void StoreReleasesTest::keepsOneOpenInvitationAcrossGrayReleases()
 
 void StoreReleasesTest::notesWhoDidWhat()
 {
-    const Version version = Released(QStringLiteral("版本1"), ReleaseType::Gray, 1000);
+    const Version version = Released(QStringLiteral("发布1"), ReleaseType::Gray, 1000);
     Redeem(foreigner, store->InvitationsOf(app.id).front().code, 2000);
     InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, colleague, version.id, 1, 3000); });
 

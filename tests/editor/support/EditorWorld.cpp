@@ -113,7 +113,16 @@ void EditorWorld::Release(const QString& versionId, int type)
     QNetworkRequest request = Request(QStringLiteral("/versions/%1/release").arg(versionId));
     request.setHeader(QNetworkRequest::ContentTypeHeader, QByteArrayLiteral("application/json"));
     request.setRawHeader("If-Match", "\"1\"");
-    Finish(network.post(request, QJsonDocument(QJsonObject{{QStringLiteral("type"), type}}).toJson()));
+    const QByteArray answer =
+        Finish(network.post(request, QJsonDocument(QJsonObject{{QStringLiteral("type"), type}}).toJson()));
+    const QJsonObject released =
+        QJsonDocument::fromJson(answer).object().value(QStringLiteral("version")).toObject();
+    RobotExecuteInfo app;
+    app.SetAppId(released.value(QStringLiteral("appId")).toString());
+    for (const QJsonObject& version : ListVersions(app)) {
+        if (version.value(QStringLiteral("createdAt")) == released.value(QStringLiteral("changedAt")))
+            Remove(version.value(QStringLiteral("id")).toString());
+    }
 }
 
 void EditorWorld::Remove(const QString& versionId)

@@ -44,7 +44,7 @@ public:
     // The same with whatever content the test needs.
     using Fill = std::function<void(RpaAppData& content)>;
     QString AddVersion(const RobotExecuteInfo& app, const QString& name, const Fill& fill);
-    // 1 gray, 2 online.
+    // 1 gray, 2 online; of the last develop version no copy stays.
     void Release(const QString& versionId, int type);
     void Remove(const QString& versionId);
 

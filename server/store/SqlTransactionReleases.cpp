@@ -1,0 +1,90 @@
+// Releases, invitations and the notes of who did what.
+#include "../base/Ids.h"
+#include "SqlRecords.h"
+#include "SqlTransaction.h"
+
+namespace server
+{
+void SqlTransaction::Release(const Version& version, VersionState to, const QString& pin, qint64 now)
+{
+    changedIds.insert(changedIds.end(), {version.id, version.appId});
+    connection.Change(QStringLiteral("UPDATE version SET state = ?, changed_at = ? WHERE id = ?"),
+                      {static_cast<int>(to), now, version.id});
+    connection.Change(
+        QStringLiteral("INSERT INTO release_entry (id, version_id, revision, from_state, to_state, pin, "
+                       "released_at, position) VALUES (?, ?, ?, ?, ?, ?, ?, %1)")
+            .arg(dialect.NextPosition(QStringLiteral("release_entry"))),
+        {NewId(), version.id, version.revision, static_cast<int>(version.state), static_cast<int>(to), pin,
+         now});
+}
+
+std::optional<Version> SqlTransaction::NewestGray(const QString& appId)
+{
+    const QString sql =
+        QStringLiteral("SELECT ") + versionColumns +
+        QStringLiteral(" FROM version WHERE app_id = ? AND state = 2 AND deleted_at = 0 ORDER BY "
+                       "(SELECT MAX(release_entry.position) FROM release_entry "
+                       "WHERE release_entry.version_id = version.id) DESC LIMIT 1");
+    return ReadOne(connection.Select(sql, {appId}), ReadVersion);
+}
+
+void SqlTransaction::InsertInvitation(const Invitation& invitation)
+{
+    connection.Change(QStringLiteral("INSERT INTO invitation (") + invitationColumns +
+                          QStringLiteral(", position) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, %1)")
+                              .arg(dialect.NextPosition(QStringLiteral("invitation"))),
+                      {invitation.id, invitation.code, invitation.appId, invitation.versionId, invitation.pin,
+                       invitation.createdAt, invitation.expiresAt, invitation.mostUses, invitation.uses,
+                       invitation.revokedAt});
+}
+
+std::optional<Invitation> SqlTransaction::FindInvitation(const QString& id)
+{
+    const QString sql = QStringLiteral("SELECT ") + invitationColumns +
+                        QStringLiteral(" FROM invitation WHERE id = ?") + dialect.ForUpdate();
+    return ReadOne(connection.Select(sql, {id}), ReadInvitation);
+}
+
+std::optional<Invitation> SqlTransaction::FindInvitationByCode(const QString& code)
+{
+    const QString sql = QStringLiteral("SELECT ") + invitationColumns +
+                        QStringLiteral(" FROM invitation WHERE code = ?") + dialect.ForUpdate();
+    return ReadOne(connection.Select(sql, {code}), ReadInvitation);
+}
+
+std::vector<Invitation> SqlTransaction::InvitationsOf(const QString& appId)
+{
+    return ReadAll(connection.Select(QStringLiteral("SELECT ") + invitationColumns +
+                                         QStringLiteral(" FROM invitation WHERE app_id = ?"),
+                                     {appId}),
+                   ReadInvitation);
+}
+
+void SqlTransaction::RevokeInvitation(const QString& id, qint64 now)
+{
+    connection.Change(QStringLiteral("UPDATE invitation SET revoked_at = ? WHERE id = ?"), {now, id});
+}
+
+bool SqlTransaction::HasGrayAccess(const QString& appId, const QString& pin)
+{
+    return connection
+        .Select(QStringLiteral("SELECT 1 FROM gray_access WHERE app_id = ? AND pin = ?"), {appId, pin})
+        .Next();
+}
+
+void SqlTransaction::GrantGrayAccess(const Invitation& invitation, const QString& pin, qint64 now)
+{
+    connection.Change(QStringLiteral("INSERT INTO gray_access (app_id, pin, invitation_id, granted_at) "
+                                     "VALUES (?, ?, ?, ?)"),
+                      {invitation.appId, pin, invitation.id, now});
+    connection.Change(QStringLiteral("UPDATE invitation SET uses = uses + 1 WHERE id = ?"), {invitation.id});
+}
+
+void SqlTransaction::Note(const AuditEntry& entry)
+{
+    connection.Change(QStringLiteral("INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail, "
+                                     "position) VALUES (?, ?, ?, ?, ?, ?, ?, %1)")
+                          .arg(dialect.NextPosition(QStringLiteral("audit_entry"))),
+                      {NewId(), entry.at, entry.pin, entry.act, entry.appId, entry.versionId, entry.detail});
+}
+} // namespace server
