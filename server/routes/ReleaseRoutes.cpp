@@ -1,15 +1,20 @@
 #include "../base/Clock.h"
 #include "../rules/ReleaseRules.h"
+#include "../rules/TakeBackRules.h"
 #include "Services.h"
 #include "Wire.h"
 #include "WriteOnce.h"
 
 #include <QJsonValue>
 
+#include <set>
+
 namespace server
 {
 namespace
 {
+constexpr int longestReason = 200;
+
 Response AnswerOf(const Outcome<ReleaseResult>& outcome)
 {
     if (const auto* refusal = std::get_if<Refusal>(&outcome))
@@ -24,7 +29,7 @@ Response AnswerOf(const Outcome<ReleaseResult>& outcome)
     return Response::Json(200, text.EndObject().Text()).With("ETag", wire::ETag(result.version.revision));
 }
 
-void Release(Services& services, const Request& request, const Reply& reply)
+void ReleaseOne(Services& services, const Request& request, const Reply& reply)
 {
     const auto revision = wire::BasedOnRevision(request);
     if (const auto* refusal = std::get_if<Refusal>(&revision))
@@ -42,12 +47,71 @@ void Release(Services& services, const Request& request, const Reply& reply)
     };
     WriteOnce(services.store, request, act, reply);
 }
+
+void ListReleases(Services& services, const Request& request, const Reply& reply)
+{
+    const auto app = services.store.FindApp(request.PathValue());
+    if (!app || !MayEdit(*request.account, *app))
+        return reply(wire::Refused(refusals::NotFound()));
+    JsonText text;
+    text.BeginObject().Key("releases").BeginArray();
+    std::set<VersionState> known;
+    for (const Release& release : services.store.ReleasesOf(app->id)) {
+        const Version& version = release.version;
+        const bool isPresent = version.withdrawnAt == 0 && known.insert(version.state).second;
+        wire::Append(text.BeginObject().Key("version"), version);
+        text.Member("releasedAt", release.releasedAt).Member("present", isPresent).EndObject();
+    }
+    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+}
+
+Outcome<TakeBackOrder> ReadTakeBack(const Request& request)
+{
+    const auto parsed = wire::SmallObject(request);
+    if (const auto* refusal = std::get_if<Refusal>(&parsed))
+        return *refusal;
+    const auto& object = std::get<QJsonObject>(parsed);
+    const int state = object.value(QLatin1String("state")).toInt();
+    const QString reason = object.value(QLatin1String("reason")).toString().trimmed();
+    const TakeBackOrder order{static_cast<VersionState>(state),
+                              object.value(QLatin1String("from")).toString(),
+                              object.value(QLatin1String("to")).toString(), reason};
+    if (order.state != VersionState::Gray && order.state != VersionState::Online)
+        return Refusal{400, "bad-state", QStringLiteral("版本状态不正确。")};
+    if (!wire::IsName(reason, longestReason))
+        return Refusal{400, "bad-reason",
+                       QStringLiteral("请填写原因，不超过 200 个字符，且不能包含控制字符。")};
+    return order;
+}
+
+void TakeBack(Services& services, const Request& request, const Reply& reply)
+{
+    const auto order = ReadTakeBack(request);
+    if (const auto* refusal = std::get_if<Refusal>(&order))
+        return reply(wire::Refused(*refusal));
+    const auto act = [account = *request.account, appId = request.PathValue(),
+                      order = std::get<TakeBackOrder>(order)](ITransaction& store) {
+        const auto outcome = rules::TakeBack(store, account, appId, order, NowMs());
+        if (const auto* refusal = std::get_if<Refusal>(&outcome))
+            return wire::Refused(*refusal);
+        JsonText text;
+        text.BeginObject().Member("versionId", std::get<QString>(outcome));
+        return Response::Json(200, text.EndObject().Text());
+    };
+    WriteOnce(services.store, request, act, reply);
+}
 } // namespace
 
 void AddReleaseRoutes(Router& router, Services& services)
 {
-    router.Add(
-        {"POST", "/api/v1/versions/{versionId}/release", Access::SignedIn, wire::smallBody,
-         [&services](const Request& request, const Reply& reply) { Release(services, request, reply); }});
+    const auto add = [&](const char* method, const char* pattern, qint64 bodyLimit, auto function) {
+        router.Add({method, pattern, Access::SignedIn, bodyLimit,
+                    [&services, function](const Request& request, const Reply& reply) {
+                        function(services, request, reply);
+                    }});
+    };
+    add("POST", "/api/v1/versions/{versionId}/release", wire::smallBody, ReleaseOne);
+    add("GET", "/api/v1/apps/{appId}/releases", 0, ListReleases);
+    add("POST", "/api/v1/apps/{appId}/take-back", wire::smallBody, TakeBack);
 }
 } // namespace server

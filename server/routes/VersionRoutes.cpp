@@ -145,11 +145,14 @@ void OverwriteVersion(Services& services, const Request& request, const Reply& r
     WriteOnce(services.store, request, act, reply);
 }
 
-// Besides the editors: whom an online version was published to and whom a gray one was opened to.
+// Besides the editors: whom an online version was published to and whom a gray one was opened to, until it is
+// taken back.
 bool MayRun(IStore& store, const Account& account, const App& app, const Version& version)
 {
     if (MayEdit(account, app))
         return true;
+    if (version.withdrawnAt != 0)
+        return false;
     if (version.state == VersionState::Online)
         return account.venderId == app.venderId;
     return version.state == VersionState::Gray && store.HasGrayAccess(app.id, account.pin);

@@ -52,6 +52,7 @@ JsonText& Append(JsonText& text, const Version& version)
         .Member("size", version.size)
         .Member("createdAt", version.createdAt)
         .Member("changedAt", version.changedAt)
+        .Member("withdrawnAt", version.withdrawnAt)
         .EndObject();
 }
 
@@ -87,6 +88,7 @@ JsonText& Append(JsonText& text, const AuditEntry& entry)
         .Member("appId", entry.appId)
         .Member("versionId", entry.versionId)
         .Member("detail", entry.detail)
+        .Member("reason", entry.reason)
         .EndObject();
 }
 

@@ -64,7 +64,7 @@ Outcome<Invitation> CreateInvitation(ITransaction& store, const Account& account
 {
     if (const auto refusal = RefusalUnlessCreator(account, store.FindApp(appId)))
         return *refusal;
-    const auto gray = store.NewestGray(appId);
+    const auto gray = store.NewestReleased(appId, VersionState::Gray);
     if (!gray)
         return refusals::NoGrayVersion();
     if (CountOpen(store, appId, now) >= mostOpenOfAnApp)
@@ -101,7 +101,7 @@ Outcome<ReleasedApp> RedeemInvitation(ITransaction& store, const Account& accoun
     const auto app = invitation ? store.FindApp(invitation->appId) : std::nullopt;
     if (!app)
         return refusals::BadInvitation();
-    const auto gray = store.NewestGray(app->id);
+    const auto gray = store.NewestReleased(app->id, VersionState::Gray);
     if (!gray)
         return refusals::NoGrayVersion();
     const ReleasedApp released{*app, *gray, gray->changedAt};

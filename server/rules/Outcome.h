@@ -44,6 +44,15 @@ inline Refusal NoGrayVersion()
 {
     return {409, "no-gray", QStringLiteral("该应用目前没有灰度版本。")};
 }
+inline Refusal NotReleased()
+{
+    return {409, "not-released", QStringLiteral("该版本没有这样发布过，不能恢复给使用者。")};
+}
+inline Refusal ReleaseChanged()
+{
+    return {409, "release-changed",
+            QStringLiteral("期间使用者使用的版本已经变化，没有执行，请查看现在的情况后再操作。")};
+}
 inline Refusal BadInvitation()
 {
     return {404, "bad-invitation", QStringLiteral("邀请码不存在，请检查后重新输入。")};

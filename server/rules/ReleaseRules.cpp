@@ -53,6 +53,7 @@ void KeepADevelopVersion(ITransaction& store, const Version& released, const Acc
     copy.state = VersionState::Develop;
     copy.pin = account.pin;
     copy.revision = 1;
+    copy.withdrawnAt = 0;
     copy.createdAt = copy.changedAt = now;
     store.InsertCopy(copy, released);
 }
@@ -80,6 +81,7 @@ Outcome<ReleaseResult> ReleaseVersion(ITransaction& store, const Account& accoun
                 version.name});
     const bool wasDevelop = version.state == VersionState::Develop;
     version.state = StateAfter(type);
+    version.withdrawnAt = 0;
     version.changedAt = now;
     if (wasDevelop)
         KeepADevelopVersion(store, version, account, now);

@@ -59,10 +59,15 @@ public:
     virtual void AddRevision(const Version& version, const QByteArray& body) = 0;
     virtual void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) = 0; // 0: restored
 
-    // Moves the version to another state and notes who did it.
+    // Moves the version to a state, from which it is not taken back then, and notes who did it.
     virtual void Release(const Version& version, VersionState to, const QString& pin, qint64 now) = 0;
 
-    virtual std::optional<Version> NewestGray(const QString& appId) = 0; // not a deleted one
+    // What users have of the app in this state: not a deleted one, nor one that was taken back.
+    virtual std::optional<Version> NewestReleased(const QString& appId, VersionState state) = 0;
+    // Takes all versions of the app in this state back from users, deleted ones too; Release() into the state
+    // that one has gives that one to them again.
+    virtual void WithdrawAll(const QString& appId, VersionState state, qint64 now) = 0;
+
     virtual void InsertInvitation(const Invitation& invitation) = 0;
     virtual std::optional<Invitation> FindInvitation(const QString& id) = 0;
     virtual std::optional<Invitation> FindInvitationByCode(const QString& code) = 0;
@@ -145,6 +150,8 @@ public:
     // The newest gray version of each app that the account was invited to, newest release first.
     virtual std::vector<ReleasedApp> GrayApps(const QString& pin) = 0;
     virtual bool HasGrayAccess(const QString& appId, const QString& pin) = 0;
+    // The gray and online versions of the app, those that were taken back too, newest release first.
+    virtual std::vector<Release> ReleasesOf(const QString& appId) = 0;
     virtual std::vector<Invitation> InvitationsOf(const QString& appId) = 0; // newest first
 
     // At most `most` entries of the vendor's apps older than the entry `before` (empty: the newest), newest

@@ -54,7 +54,8 @@ struct Version
     qint64 size = 0;
     qint64 createdAt = 0;
     qint64 changedAt = 0;
-    qint64 deletedAt = 0; // 0: not deleted
+    qint64 deletedAt = 0;   // 0: not deleted
+    qint64 withdrawnAt = 0; // 0: users have it when it is the newest of its state
 };
 
 // What a user may run: the newest version of an app in a released state.
@@ -63,6 +64,13 @@ struct ReleasedApp
     App app;
     Version version;
     qint64 releasedAt = 0;
+};
+
+// A gray or online version as its authors see it.
+struct Release
+{
+    Version version;
+    qint64 releasedAt = 0; // into the state that it has
 };
 
 // A code that opens the gray versions of an app to whoever redeems it.
@@ -90,8 +98,9 @@ struct AuditEntry
     QString pin;
     QString act; // "release.gray", "release.online", "invitation.create", …
     QString appId;
-    QString versionId; // may be empty
-    QString detail;    // may be empty
+    QString versionId;   // may be empty
+    QString detail;      // may be empty
+    QString reason = {}; // of a taking back, in the author's words
 };
 
 struct StoredSession

@@ -123,8 +123,16 @@ void AddClosedAccounts(SqlConnection& connection, const IDialect&)
     connection.Execute(QStringLiteral("ALTER TABLE account ADD COLUMN closed_at BIGINT NOT NULL DEFAULT 0"));
 }
 
+void AddTakingBack(SqlConnection& connection, const IDialect&)
+{
+    connection.Execute(
+        QStringLiteral("ALTER TABLE version ADD COLUMN withdrawn_at BIGINT NOT NULL DEFAULT 0"));
+    connection.Execute(QStringLiteral("ALTER TABLE audit_entry ADD COLUMN reason TEXT NOT NULL DEFAULT ''"));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions, AddClosedAccounts};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions, AddClosedAccounts,
+                      AddTakingBack};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

@@ -9,17 +9,17 @@ const QString appColumns =
 const QString appTables = QStringLiteral("app JOIN account ON account.pin = app.creator");
 const QString versionColumns =
     QStringLiteral("id, app_id, name, description, state, api_version, pin, revision, "
-                   "sha256, size, created_at, changed_at, deleted_at");
+                   "sha256, size, created_at, changed_at, deleted_at, withdrawn_at");
 const QString invitationColumns =
     QStringLiteral("id, code, app_id, version_id, pin, created_at, expires_at, most_uses, uses, revoked_at");
 const QString auditColumns = QStringLiteral("audit_entry.id, audit_entry.at, audit_entry.pin, "
                                             "audit_entry.act, audit_entry.app_id, audit_entry.version_id, "
-                                            "audit_entry.detail");
+                                            "audit_entry.detail, audit_entry.reason");
 
 namespace
 {
 constexpr int appColumnCount = 9;
-constexpr int versionColumnCount = 13;
+constexpr int versionColumnCount = 14;
 
 Version VersionFrom(const SqlRows& rows, int first)
 {
@@ -37,6 +37,7 @@ Version VersionFrom(const SqlRows& rows, int first)
     version.createdAt = rows.Number(first + 10);
     version.changedAt = rows.Number(first + 11);
     version.deletedAt = rows.Number(first + 12);
+    version.withdrawnAt = rows.Number(first + 13);
     return version;
 }
 
@@ -76,19 +77,35 @@ Invitation ReadInvitation(const SqlRows& rows)
 AuditEntry ReadAuditEntry(const SqlRows& rows)
 {
     return {rows.Text(0), rows.Number(1), rows.Text(2), rows.Text(3),
-            rows.Text(4), rows.Text(5),   rows.Text(6)};
+            rows.Text(4), rows.Text(5),   rows.Text(6), rows.Text(7)};
 }
 
 QString ReleasedAppsIn(VersionState state, const QString& condition)
 {
-    return QStringLiteral("SELECT %1, %2, release_entry.released_at FROM %3 "
-                          "JOIN version ON version.app_id = app.id "
-                          "JOIN release_entry ON release_entry.version_id = version.id "
-                          "AND release_entry.to_state = version.state "
-                          "WHERE version.state = %4 AND version.deleted_at = 0 AND %5 "
-                          "ORDER BY release_entry.position DESC")
+    return QStringLiteral(
+               "SELECT %1, %2, release_entry.released_at FROM %3 "
+               "JOIN version ON version.app_id = app.id "
+               "JOIN release_entry ON release_entry.version_id = version.id "
+               "AND release_entry.to_state = version.state "
+               "WHERE version.state = %4 AND version.deleted_at = 0 AND version.withdrawn_at = 0 AND %5 "
+               "ORDER BY release_entry.position DESC")
         .arg(appColumns, QualifiedVersionColumns(), appTables, QString::number(static_cast<int>(state)),
              condition);
+}
+
+QString ReleasesOfApp()
+{
+    return QStringLiteral("SELECT %1, release_entry.released_at FROM version "
+                          "JOIN release_entry ON release_entry.version_id = version.id "
+                          "AND release_entry.to_state = version.state "
+                          "WHERE version.app_id = ? AND version.deleted_at = 0 "
+                          "ORDER BY release_entry.position DESC")
+        .arg(QualifiedVersionColumns());
+}
+
+Release ReadRelease(const SqlRows& rows)
+{
+    return {VersionFrom(rows, 0), rows.Number(versionColumnCount)};
 }
 
 ReleasedApp ReadReleasedApp(const SqlRows& rows)

@@ -23,6 +23,10 @@ AuditEntry ReadAuditEntry(const SqlRows& rows);
 QString ReleasedAppsIn(VersionState state, const QString& condition);
 ReleasedApp ReadReleasedApp(const SqlRows& rows);
 
+// SELECT of the gray and online versions of an app, newest release first; one may come several times.
+QString ReleasesOfApp();
+Release ReadRelease(const SqlRows& rows);
+
 // All rows of a SELECT as records.
 template <typename Record>
 std::vector<Record> ReadAll(SqlRows rows, Record (*read)(const SqlRows&))

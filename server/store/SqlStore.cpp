@@ -33,18 +33,24 @@ Connections& ConnectionsOfThisThread()
     return connections.localData();
 }
 
-// Of entries with the newest first, the first of each app.
-std::vector<ReleasedApp> NewestOfEach(std::vector<ReleasedApp> all)
+// Of entries with the newest first, the first of each id.
+template <typename Record, typename Id>
+std::vector<Record> NewestOfEach(std::vector<Record> all, const Id& idOf)
 {
     QSet<QString> seen;
-    const auto isOlder = [&seen](const ReleasedApp& released) {
-        const bool known = seen.contains(released.app.id);
-        seen.insert(released.app.id);
+    const auto isOlder = [&seen, &idOf](const Record& record) {
+        const bool known = seen.contains(idOf(record));
+        seen.insert(idOf(record));
         return known;
     };
-    std::vector<ReleasedApp> newest;
+    std::vector<Record> newest;
     std::remove_copy_if(all.begin(), all.end(), std::back_inserter(newest), isOlder);
     return newest;
+}
+
+QString AppIdOf(const ReleasedApp& released)
+{
+    return released.app.id;
 }
 
 QString SelectFrom(const QString& columns, const char* rest)
@@ -197,7 +203,8 @@ std::vector<ReleasedApp> SqlStore::OnlineApps(const QString& venderId)
 {
     static const QString sql = ReleasedAppsIn(VersionState::Online, QStringLiteral("app.vender_id = ?"));
     return NewestOfEach(
-        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {venderId}), ReadReleasedApp); }));
+        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {venderId}), ReadReleasedApp); }),
+        AppIdOf);
 }
 
 std::vector<ReleasedApp> SqlStore::GrayApps(const QString& pin)
@@ -206,7 +213,15 @@ std::vector<ReleasedApp> SqlStore::GrayApps(const QString& pin)
         VersionState::Gray,
         QStringLiteral("app.id IN (SELECT app_id FROM gray_access WHERE gray_access.pin = ?)"));
     return NewestOfEach(
-        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {pin}), ReadReleasedApp); }));
+        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {pin}), ReadReleasedApp); }), AppIdOf);
+}
+
+std::vector<Release> SqlStore::ReleasesOf(const QString& appId)
+{
+    static const QString sql = ReleasesOfApp();
+    return NewestOfEach(
+        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadRelease); }),
+        [](const Release& release) { return release.version.id; });
 }
 
 bool SqlStore::HasGrayAccess(const QString& appId, const QString& pin)

@@ -27,6 +27,7 @@ public:
     std::optional<Version> FindVersion(const QString& id) override;
     std::vector<ReleasedApp> OnlineApps(const QString& venderId) override;
     std::vector<ReleasedApp> GrayApps(const QString& pin) override;
+    std::vector<Release> ReleasesOf(const QString& appId) override;
     bool HasGrayAccess(const QString& appId, const QString& pin) override;
     std::vector<Invitation> InvitationsOf(const QString& appId) override;
     std::vector<AuditEntry> Audit(const QString& venderId, const QString& before, int most) override;

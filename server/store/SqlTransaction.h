@@ -26,7 +26,8 @@ public:
     void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) override;
     void Release(const Version& version, VersionState to, const QString& pin, qint64 now) override;
 
-    std::optional<Version> NewestGray(const QString& appId) override;
+    std::optional<Version> NewestReleased(const QString& appId, VersionState state) override;
+    void WithdrawAll(const QString& appId, VersionState state, qint64 now) override;
     void InsertInvitation(const Invitation& invitation) override;
     std::optional<Invitation> FindInvitation(const QString& id) override;
     std::optional<Invitation> FindInvitationByCode(const QString& code) override;

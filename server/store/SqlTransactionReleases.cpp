@@ -8,8 +8,9 @@ namespace server
 void SqlTransaction::Release(const Version& version, VersionState to, const QString& pin, qint64 now)
 {
     changedIds.insert(changedIds.end(), {version.id, version.appId});
-    connection.Change(QStringLiteral("UPDATE version SET state = ?, changed_at = ? WHERE id = ?"),
-                      {static_cast<int>(to), now, version.id});
+    connection.Change(
+        QStringLiteral("UPDATE version SET state = ?, changed_at = ?, withdrawn_at = 0 WHERE id = ?"),
+        {static_cast<int>(to), now, version.id});
     connection.Change(
         QStringLiteral("INSERT INTO release_entry (id, version_id, revision, from_state, to_state, pin, "
                        "released_at, position) VALUES (?, ?, ?, ?, ?, ?, ?, %1)")
@@ -18,14 +19,28 @@ void SqlTransaction::Release(const Version& version, VersionState to, const QStr
          now});
 }
 
-std::optional<Version> SqlTransaction::NewestGray(const QString& appId)
+std::optional<Version> SqlTransaction::NewestReleased(const QString& appId, VersionState state)
 {
     const QString sql =
         QStringLiteral("SELECT ") + versionColumns +
-        QStringLiteral(" FROM version WHERE app_id = ? AND state = 2 AND deleted_at = 0 ORDER BY "
-                       "(SELECT MAX(release_entry.position) FROM release_entry "
+        QStringLiteral(" FROM version WHERE app_id = ? AND state = ? AND deleted_at = 0 AND "
+                       "withdrawn_at = 0 ORDER BY (SELECT MAX(release_entry.position) FROM release_entry "
                        "WHERE release_entry.version_id = version.id) DESC LIMIT 1");
-    return ReadOne(connection.Select(sql, {appId}), ReadVersion);
+    return ReadOne(connection.Select(sql, {appId, static_cast<int>(state)}), ReadVersion);
+}
+
+void SqlTransaction::WithdrawAll(const QString& appId, VersionState state, qint64 now)
+{
+    const std::vector<QVariant> those{appId, static_cast<int>(state)};
+    auto rows = connection.Select(QStringLiteral("SELECT id FROM version WHERE app_id = ? AND state = ? "
+                                                 "AND withdrawn_at = 0"),
+                                  those);
+    while (rows.Next())
+        changedIds.push_back(rows.Text(0));
+    changedIds.push_back(appId);
+    connection.Change(QStringLiteral("UPDATE version SET withdrawn_at = ? WHERE app_id = ? AND state = ? "
+                                     "AND withdrawn_at = 0"),
+                      {now, appId, static_cast<int>(state)});
 }
 
 void SqlTransaction::InsertInvitation(const Invitation& invitation)
@@ -82,9 +97,10 @@ void SqlTransaction::GrantGrayAccess(const Invitation& invitation, const QString
 
 void SqlTransaction::Note(const AuditEntry& entry)
 {
-    connection.Change(QStringLiteral("INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail, "
-                                     "position) VALUES (?, ?, ?, ?, ?, ?, ?, %1)")
-                          .arg(dialect.NextPosition(QStringLiteral("audit_entry"))),
-                      {NewId(), entry.at, entry.pin, entry.act, entry.appId, entry.versionId, entry.detail});
+    connection.Change(
+        QStringLiteral("INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail, "
+                       "reason, position) VALUES (?, ?, ?, ?, ?, ?, ?, ?, %1)")
+            .arg(dialect.NextPosition(QStringLiteral("audit_entry"))),
+        {NewId(), entry.at, entry.pin, entry.act, entry.appId, entry.versionId, entry.detail, entry.reason});
 }
 } // namespace server

@@ -31,13 +31,13 @@ const std::vector<Table>& Tables()
         MakeTable(
             "version", 1,
             "id app_id name description state api_version pin revision sha256 size created_at changed_at "
-            "deleted_at deleted_by position"),
+            "deleted_at deleted_by position withdrawn_at"),
         MakeTable("revision", 2, "version_id revision name description api_version pin sha256 size saved_at"),
         MakeTable("release_entry", 1, "id version_id revision from_state to_state pin released_at position"),
         MakeTable("invitation", 1,
                   "id code app_id version_id pin created_at expires_at most_uses uses revoked_at position"),
         MakeTable("gray_access", 2, "app_id pin invitation_id granted_at"),
-        MakeTable("audit_entry", 1, "id at pin act app_id version_id detail position"),
+        MakeTable("audit_entry", 1, "id at pin act app_id version_id detail position reason"),
         MakeTable("answer", 2, "pin idempotency_key fingerprint status etag body answered_at"),
     };
     return tables;

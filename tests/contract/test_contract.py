@@ -249,6 +249,29 @@ class Cases:
             ("POST", path, 428): lambda: release(self.version(), 1, None),
         }
 
+    def rows_take_back(self):
+        write, ask = self.server.write, self.server.ask
+        path, listed = "/api/v1/apps/{appId}/take-back", "/api/v1/apps/{appId}/releases"
+
+        def take_back(seen=None, **more):
+            app = self.app()
+            online = self.server.new_version(app)
+            self.server.release(online, 2)
+            body = {"state": 3, "from": seen or online, "to": "", "reason": "坏了", **more}
+            return write("POST", f"/api/v1/apps/{app}/take-back", body=body)
+
+        return {
+            ("POST", path, 200): take_back,
+            ("POST", path, 400): lambda: take_back(reason=" "),
+            ("POST", path, 401): self.dead_token("POST", "/api/v1/apps/none/take-back"),
+            ("POST", path, 404): lambda: take_back(to="none"),
+            ("POST", path, 409): lambda: take_back(seen="another"),
+            ("GET", listed, 200): lambda: ask("GET", f"/api/v1/apps/{self.server.new_gray_app()}/releases",
+                                              self.server.tokens["owner"]),
+            ("GET", listed, 401): lambda: ask("GET", "/api/v1/apps/none/releases"),
+            ("GET", listed, 404): lambda: ask("GET", "/api/v1/apps/none/releases", self.server.tokens["owner"]),
+        }
+
     def rows_invitations(self):
         write, ask = self.server.write, self.server.ask
         path, one = "/api/v1/apps/{appId}/invitations", "/api/v1/invitations/{invitationId}"
@@ -338,6 +361,8 @@ RIGHTS = {
     ("GET", "/api/v1/versions/{versionId}/data"): {**dict.fromkeys(EDITORS, 200), "*": 404},
     ("DELETE", "/api/v1/versions/{versionId}"): {**dict.fromkeys(EDITORS, 204), "*": 404},
     ("POST", "/api/v1/versions/{versionId}/release"): {**dict.fromkeys(EDITORS, 200), "*": 404},
+    ("GET", "/api/v1/apps/{appId}/releases"): {**dict.fromkeys(EDITORS, 200), "*": 404},
+    ("POST", "/api/v1/apps/{appId}/take-back"): {**dict.fromkeys(EDITORS, 200), "*": 404},
     ("POST", "/api/v1/versions/{versionId}/restore"): {"administrator": 200, "foreign-administrator": 404, "*": 403},
     ("GET", "/api/v1/apps/{appId}/invitations"): {"owner": 200, "colleague": 403, "*": 404},
     ("POST", "/api/v1/apps/{appId}/invitations"): {"owner": 201, "colleague": 403, "*": 404},
@@ -412,7 +437,8 @@ class ContractTest(unittest.TestCase):
         if path.endswith("/versions") and method == "POST" or method == "PUT":
             body = BODY
         elif method in ("POST", "PATCH"):
-            body = {"name": str(uuid.uuid4()), "kind": 0, "type": 1, "code": made["code"]}
+            body = {"name": str(uuid.uuid4()), "kind": 0, "type": 1, "code": made["code"], "state": 3,
+                    "reason": "坏了"}
         return self.server.ask(method, target, token, body, headers)
 
     def test_every_role_has_the_rights_it_is_meant_to_have(self):
@@ -452,6 +478,51 @@ class ContractTest(unittest.TestCase):
                 self.assertEqual(redeemed.json()["version"]["id"], version)
                 self.assertEqual(self.data_status(version, role), 200)
                 self.assertIn(version, self.names("/api/v1/gray-apps", role))
+
+    def take_back(self, app, state, seen, wanted=""):
+        body = {"state": state, "from": seen, "to": wanted, "reason": "坏了"}
+        return self.server.write("POST", f"/api/v1/apps/{app}/take-back", "colleague", body)
+
+    def test_what_was_taken_back_reaches_only_its_authors(self):
+        app = self.server.new_app()
+        online, gray = self.server.new_version(app), self.server.new_version(app)
+        self.server.release(online, 2)
+        self.server.release(gray, 1)
+        code = self.server.ask("GET", f"/api/v1/apps/{app}/invitations",
+                               self.server.tokens["owner"]).json()["invitations"][0]["code"]
+        self.server.write("POST", "/api/v1/invitations/redeem", "foreign-author", {"code": code})
+        for state, version, path, role in ((3, online, "/api/v1/online-apps", "user"),
+                                           (2, gray, "/api/v1/gray-apps", "foreign-author")):
+            with self.subTest(state=state):
+                self.assertEqual(self.data_status(version, role), 200)
+                self.assertEqual(self.take_back(app, state, version).json(), {"versionId": ""})
+                self.assertEqual(self.data_status(version, role), 404)
+                self.assertNotIn(version, self.names(path, role))
+                self.assertEqual(self.data_status(version, "owner"), 200)
+                self.assertEqual(self.take_back(app, state, version).status, 200)
+                self.assertEqual(self.take_back(app, state, "", version).json(), {"versionId": version})
+                self.assertEqual(self.data_status(version, role), 200)
+                self.assertIn(version, self.names(path, role))
+        entries = self.server.ask("GET", "/api/v1/audit?limit=1000", self.server.tokens["administrator"]).json()["entries"]
+        told = [(entry["act"], entry["versionId"], entry["pin"], entry["reason"]) for entry in entries
+                if entry["appId"] == app and entry["reason"]]
+        self.assertEqual(told, [("release.return", gray, "colleague", "坏了"), ("release.stop", gray, "colleague", "坏了"),
+                                ("release.return", online, "colleague", "坏了"),
+                                ("release.offline", online, "colleague", "坏了")])
+
+    def test_the_releases_say_which_ones_users_have(self):
+        app = self.server.new_app()
+        first, second = self.server.new_version(app), self.server.new_version(app)
+        for version in (first, second):
+            self.server.release(version, 2)
+
+        def shown():
+            answer = self.server.ask("GET", f"/api/v1/apps/{app}/releases", self.server.tokens["owner"]).json()
+            return [(one["version"]["id"], one["present"], one["version"]["withdrawnAt"] > 0) for one in answer["releases"]]
+
+        self.assertEqual(shown(), [(second, True, False), (first, False, False)])
+        self.take_back(app, 3, second, first)
+        self.assertEqual(shown(), [(first, True, False), (second, False, True)])
 
     def test_an_administrator_reads_the_audit_of_his_own_vendor(self):
         version = self.server.new_released(2)

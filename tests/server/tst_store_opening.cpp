@@ -35,7 +35,8 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
               "ALTER TABLE version DROP COLUMN position",
               "CREATE INDEX version_of_app ON version(app_id, created_at)",
               "DROP INDEX release_entry_position", "ALTER TABLE release_entry DROP COLUMN position",
-              "ALTER TABLE account DROP COLUMN closed_at", "UPDATE schema_info SET version = 1"})
+              "ALTER TABLE account DROP COLUMN closed_at", "ALTER TABLE version DROP COLUMN withdrawn_at",
+              "UPDATE schema_info SET version = 1"})
             connection.Execute(QString::fromLatin1(statement));
     }
 

@@ -1,0 +1,52 @@
+#include "TakeBackRules.h"
+
+namespace server::rules
+{
+namespace
+{
+QString ActOf(const TakeBackOrder& order)
+{
+    if (!order.to.isEmpty())
+        return QStringLiteral("release.return");
+    return order.state == VersionState::Online ? QStringLiteral("release.offline")
+                                               : QStringLiteral("release.stop");
+}
+
+// The version that users shall have; nothing when they shall have none.
+Outcome<std::optional<Version>> Wanted(ITransaction& store, const QString& appId, const TakeBackOrder& order)
+{
+    if (order.to.isEmpty())
+        return std::optional<Version>();
+    const auto version = store.FindVersion(order.to);
+    if (!version || version->deletedAt != 0 || version->appId != appId)
+        return refusals::NotFound();
+    if (version->state != order.state)
+        return refusals::NotReleased();
+    return version;
+}
+} // namespace
+
+Outcome<QString> TakeBack(ITransaction& store, const Account& account, const QString& appId,
+                          const TakeBackOrder& order, qint64 now)
+{
+    const auto app = store.FindApp(appId);
+    if (!app || !MayEdit(account, *app))
+        return refusals::NotFound();
+    const auto outcome = Wanted(store, appId, order);
+    if (const auto* refusal = std::get_if<Refusal>(&outcome))
+        return *refusal;
+    const auto& wanted = std::get<std::optional<Version>>(outcome);
+    const auto present = store.NewestReleased(appId, order.state);
+    const QString presentId = present ? present->id : QString();
+    if (presentId == order.to)
+        return presentId;
+    if (presentId != order.from)
+        return refusals::ReleaseChanged();
+    store.WithdrawAll(appId, order.state, now);
+    if (wanted)
+        store.Release(*wanted, wanted->state, account.pin, now);
+    const Version& meant = wanted ? *wanted : *present;
+    store.Note({{}, now, account.pin, ActOf(order), appId, meant.id, meant.name, order.reason});
+    return order.to;
+}
+} // namespace server::rules
