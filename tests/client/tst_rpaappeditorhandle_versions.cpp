@@ -140,6 +140,7 @@ void TestRpaAppEditorHandleVersions::showsAnErrorWhenAReleaseTookNoEffect()
     QSignalSpy released(handle.get(), &RpaAppEditorHandle::SigGrayOrReleaseFinished);
     VersionReplies::Version version;
     version.id = QStringLiteral("v1");
+    service->server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     service->server.Enqueue(VersionReplies::Released(0, true, Text("该版本已经灰度"), version));
 
     // when
@@ -321,6 +322,7 @@ void TestRpaAppEditorHandleVersions::announcesAReleaseWithoutANotice()
     version.id = snapshotId;
     version.state = type + 1;
     version.revision = 2;
+    service->server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     service->server.Enqueue(VersionReplies::Released(1, needTip, QString(), version));
     QSignalSpy released(handle.get(), &RpaAppEditorHandle::SigGrayOrReleaseFinished);
 
@@ -333,13 +335,14 @@ void TestRpaAppEditorHandleVersions::announcesAReleaseWithoutANotice()
     QCOMPARE(released.constFirst().at(1).toInt(), type);
     QCOMPARE(released.constFirst().at(2).toBool(), needTip);
     QCOMPARE(service->toasts.GetCount(), 0);
-    const FaultServer::Request request = service->server.GetRequests().constFirst();
+    const FaultServer::Request request = service->server.GetRequests().constLast();
     QCOMPARE(request.path, "/api/v1/versions/" + snapshotId.toUtf8() + "/release");
 }
 
 void TestRpaAppEditorHandleVersions::showsAFailedReleaseAndEmitsNothing()
 {
     // given
+    service->server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     service->server.Enqueue(FaultServer::Refusal(412, "changed", Text("版本已被他人修改")));
     QSignalSpy released(handle.get(), &RpaAppEditorHandle::SigGrayOrReleaseFinished);
 

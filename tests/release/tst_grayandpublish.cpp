@@ -226,6 +226,8 @@ private slots:
         server.SetScript([version, needTip](const FaultServer::Request& request) {
             if (request.path.endsWith("/release"))
                 return VersionReplies::Released(1, needTip, QString(), version);
+            if (request.path.endsWith("/data"))
+                return FaultServer::Data(VersionReplies::App(), 1);
             return FaultServer::Refusal(503, "busy", QStringLiteral("服务繁忙"));
         });
         world.UseServer(server.GetUrl());

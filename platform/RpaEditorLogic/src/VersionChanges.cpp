@@ -1,7 +1,19 @@
+#include "ReleaseCheck_p.h"
 #include "ServiceRoutes_p.h"
 #include "VersionChanges_p.h"
 
 using namespace ServiceAnswers;
+
+namespace
+{
+// Why users could not run the content; empty when they could.
+QString ContentProblem(const WbHttpAnswer& content)
+{
+    constexpr int longest = 200; // names in it are as long as somebody made them
+    const QString problem = content.outline.IsApp() ? content.verdict : content.outline.problem;
+    return problem.simplified().left(longest);
+}
+} // namespace
 
 VersionChanges::VersionChanges(VersionContext* sharedContext) : context(sharedContext) {}
 
@@ -110,12 +122,38 @@ void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request
         request->GetPublishType() == 1 ? VersionAct::Kind::GrayRelease : VersionAct::Kind::Publication;
     const Order order = Begin(kind, request->GetAppId(), id);
     context->queue.Enqueue(id, [this, request, order, id, refusal] {
-        const int base = context->manager.GetBaseRevision(id);
-        context->SendOrRefuse(
-            refusal,
-            ServiceRoutes::ReleaseVersion(id, request->GetPublishType(), base, ServiceRoutes::NewKey()),
-            [this, request, order](const WbHttpAnswer& answer) { OnReleased(request, order, answer); });
+        // What the server has is released, whatever is open here.
+        WbHttpRequest content = ServiceRoutes::VersionData(id);
+        content.expectation.judge = ReleaseCheck::FindProblem;
+        context->SendOrRefuse(refusal, content, [this, request, order](const WbHttpAnswer& answer) {
+            OnChecked(request, order, answer);
+        });
     });
+}
+
+void VersionChanges::OnChecked(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
+                               const WbHttpAnswer& answer)
+{
+    const QString id = request->GetSnapshotId();
+    const int revision = RevisionOf(answer);
+    const int base = context->manager.GetBaseRevision(id);
+    QString failure = ReasonOf(answer, revision > 0);
+    // Of content that the author has not seen, the server itself refuses the release.
+    if (failure.isEmpty() && revision == base) {
+        const QString problem = ContentProblem(answer);
+        const QString text = request->GetPublishType() == 1 ? QStringLiteral("该版本无法运行，没有灰度：%1")
+                                                            : QStringLiteral("该版本无法运行，没有上线：%1");
+        failure = problem.isEmpty() ? QString() : text.arg(problem);
+    }
+    if (!failure.isEmpty()) {
+        const auto response = QSharedPointer<GrayOrReleaseResponse>::create();
+        response->SetOutcome(false, failure);
+        FinishRelease(request, order, response);
+        return;
+    }
+    context->transport.Send(
+        ServiceRoutes::ReleaseVersion(id, request->GetPublishType(), base, ServiceRoutes::NewKey()),
+        [this, request, order](const WbHttpAnswer& released) { OnReleased(request, order, released); });
 }
 
 QString VersionChanges::ReleaseRefusal(const GrayOrReleaseRequest& request) const
@@ -149,8 +187,14 @@ void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& requ
             context->manager.SetBaseRevision(id, record->version.revision);
         context->TakeListed(record->version);
     }
-    End(order, id);
     response->SetOutcome(failure.isEmpty(),
                          failure.isEmpty() && record->result == 0 ? record->message : failure);
+    FinishRelease(request, order, response);
+}
+
+void VersionChanges::FinishRelease(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
+                                   const QSharedPointer<GrayOrReleaseResponse>& response)
+{
+    End(order, request->GetSnapshotId());
     context->audience.Notify(order.ticket, false, NotifyGrayOrRelease, request, response);
 }

@@ -30,8 +30,12 @@ private:
                       const WbHttpAnswer& answer);
     void LearnRevisions(const QString& appId);
     QString ReleaseRefusal(const GrayOrReleaseRequest& request) const;
+    void OnChecked(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
+                   const WbHttpAnswer& answer);
     void OnReleased(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
                     const WbHttpAnswer& answer);
+    void FinishRelease(const QSharedPointer<GrayOrReleaseRequest>& request, const Order& order,
+                       const QSharedPointer<GrayOrReleaseResponse>& response);
 
     VersionContext* const context;
     quint64 lastSerial = 0;

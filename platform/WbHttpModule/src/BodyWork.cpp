@@ -53,6 +53,8 @@ void VerifyAnswer(const WbHttpExpectation& expectation, WbHttpAnswer* answer)
         answer->outline = AppOutline::Read(answer->body);
         if (answer->outline.kind == AppOutline::Kind::NotJson)
             Reject(answer, WbHttpError::BadJson);
+        else if (answer->outline.IsApp() && expectation.judge)
+            answer->verdict = expectation.judge(answer->body);
         return;
     }
     if (!expectation.json || JsonGuard::Check(answer->body))

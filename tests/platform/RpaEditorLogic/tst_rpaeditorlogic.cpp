@@ -176,6 +176,7 @@ void RpaEditorLogicTest::releasesAVersion()
     fixture.GivenVersions({fixture.Version(v1, 2)});
     auto released = fixture.Version(v1, 3);
     released.state = state;
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 2));
     fixture.server.Enqueue(VersionReplies::Released(1, true, QString(), released));
 
     fixture.Release(v1, type);
@@ -197,6 +198,7 @@ void RpaEditorLogicTest::reportsAReleaseThatDidNotTakeEffect()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 2)});
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 2));
     fixture.server.Enqueue(
         VersionReplies::Released(0, false, QStringLiteral("审核未通过"), fixture.Version(v1, 2)));
 

@@ -132,6 +132,7 @@ void SavedWorkTest::keepsWhatWasGivenThoughTheRecordChanges()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 1)});
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     fixture.server.Enqueue(Late(ChangedByAnother()));
     fixture.server.Enqueue(VersionReplies::Saved(200, fixture.Version(v1, 2, text1.toUtf8())));
     const auto record = fixture.Record(v1, text1);

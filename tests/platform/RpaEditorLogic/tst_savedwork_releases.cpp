@@ -51,6 +51,7 @@ void SavedWorkReleasesTest::refusesAReleaseAfterAFailedSave()
     fixture.Release(v1, 2);
     QVERIFY(fixture.answers.WaitFor(3));
     QVERIFY(fixture.answers.LastError().contains(QStringLiteral("上次保存未成功")));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), fixture.Version(v2, 2)));
     fixture.Release(v2, 2);
 
@@ -70,6 +71,7 @@ void SavedWorkReleasesTest::allowsAReleaseOfAVersionThatTakesNoMoreSaves()
     QCOMPARE(fixture.answers.LastError(), QStringLiteral("已灰度"));
     gray.state = AppSnapshotOnline;
     gray.revision = 3;
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 2));
     fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), gray));
 
     fixture.Release(v1, 2);
@@ -104,6 +106,7 @@ void SavedWorkReleasesTest::allowsAReleaseAfterTheVersionWasLoadedAnew()
     fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     fixture.Load(v1);
     QVERIFY(fixture.answers.WaitFor(3));
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 1));
     fixture.server.Enqueue(VersionReplies::Released(1, false, QString(), fixture.Version(v1, 2)));
 
     fixture.Release(v1, 2);
@@ -121,6 +124,7 @@ void SavedWorkReleasesTest::keepsItsBaseWhenAReleaseDidNotTakeEffect()
     QVERIFY(fixture.answers.WaitFor(1));
     auto online = fixture.Version(v1, 4);
     online.state = 3;
+    fixture.server.Enqueue(FaultServer::Data(VersionReplies::App(), 4));
     fixture.server.Enqueue(
         VersionReplies::Released(0, false, QStringLiteral("线上版本不能再次上线。"), online));
 

@@ -25,6 +25,7 @@ private slots:
     void usesTheConnectionAgain();
     void countsAnAnswerWithoutBody();
     void givesARefusalWithItsBody();
+    void judgesAnAppAwayFromTheCaller();
     void refusesWhatMustNotBeSent_data();
     void refusesWhatMustNotBeSent();
     void sendsMoreRequestsThanItHasPlacesFor();
@@ -205,6 +206,33 @@ void WbHttpClientTest::givesARefusalWithItsBody()
     QVERIFY(!answer.IsSuccess());
     QCOMPARE(answer.status, 409);
     QVERIFY(answer.body.contains("name-taken"));
+}
+
+void WbHttpClientTest::judgesAnAppAwayFromTheCaller()
+{
+    const QByteArray app = R"({"uiData":{"pages":[]},"processData":{"processes":[]}})";
+    FaultServer server;
+    server.Enqueue(FaultServer::Data(app, 1));
+    server.Enqueue(FaultServer::Data("[]", 1));
+    server.Enqueue(FaultServer::Refusal(404, "not-found", QStringLiteral("不存在")));
+    WbHttpClient client;
+    WbHttpRequest request = Get(server);
+    request.expectation.contentDigest = true;
+    request.expectation.outline = true;
+    QVector<QByteArray> judged;
+    QThread* judge = nullptr;
+    request.expectation.judge = [&](const QByteArray& body) {
+        judged.append(body);
+        judge = QThread::currentThread();
+        return QStringLiteral("不行");
+    };
+
+    QCOMPARE(Ask(&client, request).verdict, QStringLiteral("不行"));
+    QVERIFY(Ask(&client, request).verdict.isEmpty());
+    QVERIFY(Ask(&client, request).verdict.isEmpty());
+
+    QCOMPARE(judged, QVector<QByteArray>{app});
+    QVERIFY(judge && judge != QThread::currentThread());
 }
 
 void WbHttpClientTest::refusesWhatMustNotBeSent_data()

@@ -35,7 +35,9 @@ class SaveLedger;
 //   of no version, or whose app data is not known, may go anywhere.
 // - An overwrite goes over the revision that its content was loaded from or saved as, when that is known.
 // - A load that is asked for again and again is spaced (VersionServiceSettings::RepeatSpacing).
-// - A release is refused while the last save of its version is in flight or failed.
+// - A release is refused while the last save of its version is in flight or failed, and when the content that
+//   the server has of the version could not run: the check before a run finds something in a process that a
+//   button starts. The version stays as it is. Apps in Python are not checked.
 // - An answer reaches only those whom it is for: never an editor that was made after the request; a list, a
 //   deletion, a release and loaded content only the editor of the app. An editor is an observer that is a
 //   QObject and hears lists; its app is the one whose list it asked for. What nobody is left to hear is

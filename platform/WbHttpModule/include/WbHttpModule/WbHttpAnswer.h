@@ -40,6 +40,8 @@ struct WBHTTPMODULE_EXPORT WbHttpAnswer
     QByteArray bodyDigest;
     // Of the body, when the request expected one.
     AppOutline outline;
+    // What the request's judge said of it.
+    QString verdict;
     // SHA-256 (32 bytes) of the request's body when it was to be digested and the request got that far.
     QByteArray sentDigest;
 

@@ -10,6 +10,7 @@
 #include <QVector>
 
 #include <chrono>
+#include <functional>
 
 // Deadlines and caps of one request. The defaults are what users get; tests shorten them.
 struct WBHTTPMODULE_EXPORT WbHttpLimits
@@ -37,6 +38,9 @@ struct WBHTTPMODULE_EXPORT WbHttpExpectation
     bool json = false;
     // JSON as above, and what it is as an app is told in the answer's outline. No app is no error here.
     bool outline = false;
+    // Asked about the body of an app, away from the GUI thread; what it says is told in the answer's verdict.
+    // Needs outline.
+    std::function<QString(const QByteArray& body)> judge = {};
 };
 
 // One HTTP request as a plain value.
