@@ -4,6 +4,8 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 namespace
 {
 QString Text(const QJsonObject& json, const char* name)
@@ -47,9 +49,25 @@ std::optional<VersionServiceAuditEntry> ReadAuditEntry(const QJsonObject& json)
     entry.appId = Text(json, "appId");
     entry.versionId = Text(json, "versionId");
     entry.detail = Text(json, "detail");
+    entry.reason = Text(json, "reason");
     if (!ServiceRoutes::IsValidId(entry.id) || entry.act.isEmpty())
         return std::nullopt;
     return entry;
+}
+
+std::optional<VersionServiceRelease> ReadRelease(const QJsonObject& json)
+{
+    const QJsonObject version = json.value(QLatin1String("version")).toObject();
+    VersionServiceRelease release;
+    release.versionId = Text(version, "id");
+    release.versionName = Text(version, "name");
+    release.description = Text(version, "description");
+    release.state = version.value(QLatin1String("state")).toInt();
+    release.releasedAt = Time(json, "releasedAt");
+    release.present = json.value(QLatin1String("present")).toBool();
+    if (!ServiceRoutes::IsValidId(release.versionId) || (release.state != 2 && release.state != 3))
+        return std::nullopt;
+    return release;
 }
 } // namespace
 
@@ -74,6 +92,26 @@ std::optional<VersionServiceReleasedApp> ReleaseAnswers::ReadReleasedApp(const Q
 std::optional<QVector<VersionServiceReleasedApp>> ReleaseAnswers::ReadReleasedApps(const QJsonObject& json)
 {
     return ReadList(json.value(QLatin1String("apps")), ReadReleasedApp);
+}
+
+std::optional<QVector<VersionServiceRelease>> ReleaseAnswers::ReadReleases(const QJsonObject& json)
+{
+    const auto releases = ReadList(json.value(QLatin1String("releases")), ReadRelease);
+    // Users have one version of a state; whoever is told of two would take back the wrong one.
+    const auto count = [&releases](int state) {
+        return std::count_if(releases->cbegin(), releases->cend(), [state](const auto& release) {
+            return release.present && release.state == state;
+        });
+    };
+    return releases && count(2) < 2 && count(3) < 2 ? releases : std::nullopt;
+}
+
+std::optional<QString> ReleaseAnswers::ReadTakenBack(const QJsonObject& json)
+{
+    const QJsonValue id = json.value(QLatin1String("versionId"));
+    const bool isUsable =
+        id.isString() && (id.toString().isEmpty() || ServiceRoutes::IsValidId(id.toString()));
+    return isUsable ? std::optional(id.toString()) : std::nullopt;
 }
 
 std::optional<VersionServiceInvitation> ReleaseAnswers::ReadInvitation(const QJsonObject& json)

@@ -193,6 +193,22 @@ WbHttpRequest ServiceRoutes::GrayApps()
     return Route("GET", "/gray-apps");
 }
 
+WbHttpRequest ServiceRoutes::ListReleases(const QString& appId)
+{
+    return Route("GET", "/apps/" + Escaped(appId) + "/releases");
+}
+
+WbHttpRequest ServiceRoutes::TakeBack(const VersionServiceTakeBack& order, const QByteArray& key)
+{
+    auto request = Route("POST", "/apps/" + Escaped(order.appId) + "/take-back");
+    AddKey(&request, key);
+    SetJsonBody(&request, {{QStringLiteral("state"), order.state},
+                           {QStringLiteral("from"), order.from},
+                           {QStringLiteral("to"), order.to},
+                           {QStringLiteral("reason"), order.reason}});
+    return request;
+}
+
 WbHttpRequest ServiceRoutes::ListInvitations(const QString& appId)
 {
     return Route("GET", "/apps/" + Escaped(appId) + "/invitations");

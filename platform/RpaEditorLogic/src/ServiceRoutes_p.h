@@ -1,5 +1,6 @@
 #pragma once
 
+#include <RpaEditorLogic/VersionServiceRecords.h>
 #include <WbHttpModule/WbHttpRequest.h>
 
 #include <QString>
@@ -38,6 +39,8 @@ WbHttpRequest RenameApp(const QString& appId, const QString& name, const QByteAr
 
 WbHttpRequest OnlineApps();
 WbHttpRequest GrayApps();
+WbHttpRequest ListReleases(const QString& appId);
+WbHttpRequest TakeBack(const VersionServiceTakeBack& order, const QByteArray& key);
 WbHttpRequest ListInvitations(const QString& appId);
 WbHttpRequest CreateInvitation(const QString& appId, int validDays, int mostUses, const QByteArray& key);
 WbHttpRequest RevokeInvitation(const QString& invitationId, const QByteArray& key);

@@ -177,6 +177,20 @@ void VersionServiceClient::GetVersionData(const QString& versionId, QObject* con
                         [](const WbHttpAnswer& answer) { return std::optional<QByteArray>(answer.body); });
 }
 
+void VersionServiceClient::ListReleases(const QString& appId, QObject* context,
+                                        const Callback<QVector<VersionServiceRelease>>& callback)
+{
+    d->Send<QVector<VersionServiceRelease>>(ServiceRoutes::ListReleases(appId), context, callback,
+                                            ReadBody(ReleaseAnswers::ReadReleases));
+}
+
+void VersionServiceClient::TakeBack(const VersionServiceTakeBack& order, QObject* context,
+                                    const Callback<QString>& callback)
+{
+    d->Send<QString>(ServiceRoutes::TakeBack(order, ServiceRoutes::NewKey()), context, callback,
+                     ReadBody(ReleaseAnswers::ReadTakenBack));
+}
+
 void VersionServiceClient::ListInvitations(const QString& appId, QObject* context,
                                            const Callback<QVector<VersionServiceInvitation>>& callback)
 {

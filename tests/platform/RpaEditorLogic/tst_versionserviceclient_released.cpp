@@ -7,6 +7,16 @@
 
 using namespace ServiceExamples;
 
+namespace
+{
+QByteArray Release(const QByteArray& id, int state, bool present)
+{
+    return R"({"version":{"id":")" + id + R"(","name":"版本)" + id + R"(","description":"描述","state":)" +
+           QByteArray::number(state) + R"(},"releasedAt":3000,"present":)" + (present ? "true" : "false") +
+           "}";
+}
+} // namespace
+
 class VersionServiceReleasedTest : public ServiceClientFixture
 {
     Q_OBJECT
@@ -23,6 +33,11 @@ private slots:
     void revokesAnInvitation();
     void redeemsAnInvitation();
     void tellsWhyACodeWasRefused();
+    void listsReleases();
+    void doesNotBelieveBrokenReleases_data();
+    void doesNotBelieveBrokenReleases();
+    void takesBack();
+    void tellsThatSomebodyElseWasFirst();
     void readsTheAudit();
 };
 
@@ -200,11 +215,97 @@ void VersionServiceReleasedTest::tellsWhyACodeWasRefused()
     QCOMPARE(result->errorDesc, QStringLiteral("邀请码已过期"));
 }
 
+void VersionServiceReleasedTest::listsReleases()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"releases":[)" + Release("v2", 3, true) + "," +
+                                               Release("v1", 3, false) + "," + Release("v3", 2, true) +
+                                               "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceRelease>> result;
+
+    client.ListReleases(QStringLiteral("a1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value.size(), 3);
+    const VersionServiceRelease first = result->value.first();
+    QCOMPARE(first.versionId, QStringLiteral("v2"));
+    QCOMPARE(first.versionName, QStringLiteral("版本v2"));
+    QCOMPARE(first.description, QStringLiteral("描述"));
+    QCOMPARE(first.state, 3);
+    QCOMPARE(first.releasedAt.toMSecsSinceEpoch(), 3000);
+    QVERIFY(first.present);
+    QVERIFY(!result->value.at(1).present);
+    QCOMPARE(result->value.at(2).state, 2);
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/apps/a1/releases"));
+}
+
+void VersionServiceReleasedTest::doesNotBelieveBrokenReleases_data()
+{
+    QTest::addColumn<QByteArray>("releases");
+    QTest::newRow("develop") << Release("v1", 1, false);
+    QTest::newRow("id that is none") << Release("../v1", 3, false);
+    QTest::newRow("two present ones") << Release("v1", 3, true) + "," + Release("v2", 3, true);
+}
+
+void VersionServiceReleasedTest::doesNotBelieveBrokenReleases()
+{
+    QFETCH(QByteArray, releases);
+    server->Enqueue(FaultServer::Json(200, R"({"releases":[)" + releases + "]}"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceRelease>> result;
+
+    client.ListReleases(QStringLiteral("a1"), nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QVERIFY(!result->errorDesc.isEmpty());
+}
+
+void VersionServiceReleasedTest::takesBack()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"versionId":"v1"})"));
+    VersionServiceClient client;
+    Result<QString> result;
+
+    client.TakeBack(
+        {QStringLiteral("a1"), 3, QStringLiteral("v2"), QStringLiteral("v1"), QStringLiteral("有严重问题")},
+        nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(result->value, QStringLiteral("v1"));
+    const auto sent = server->GetRequests().last();
+    QCOMPARE(sent.method, QByteArray("POST"));
+    QCOMPARE(sent.path, QByteArray("/api/v1/apps/a1/take-back"));
+    QVERIFY(!sent.headers.value("idempotency-key").isEmpty());
+    const QJsonObject order = QJsonDocument::fromJson(sent.body).object();
+    QCOMPARE(order.value(QLatin1String("state")).toInt(), 3);
+    QCOMPARE(order.value(QLatin1String("from")).toString(), QStringLiteral("v2"));
+    QCOMPARE(order.value(QLatin1String("to")).toString(), QStringLiteral("v1"));
+    QCOMPARE(order.value(QLatin1String("reason")).toString(), QStringLiteral("有严重问题"));
+}
+
+void VersionServiceReleasedTest::tellsThatSomebodyElseWasFirst()
+{
+    server->Enqueue(FaultServer::Refusal(409, "release-changed", QStringLiteral("已经变化")));
+    VersionServiceClient client;
+    Result<QString> result;
+
+    client.TakeBack({QStringLiteral("a1"), 2, QStringLiteral("v2"), QString(), QStringLiteral("x")}, nullptr,
+                    Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
+    QCOMPARE(result->errorCode, QStringLiteral("release-changed"));
+    QCOMPARE(result->errorDesc, QStringLiteral("已经变化"));
+}
+
 void VersionServiceReleasedTest::readsTheAudit()
 {
     server->Enqueue(FaultServer::Json(
         200, R"({"entries":[{"id":"e1","at":4000,"pin":"me","act":"release.gray","appId":"a1",)"
-             R"("versionId":"v1","detail":"版本1"}]})"));
+             R"("versionId":"v1","detail":"版本1","reason":"坏了"}]})"));
     VersionServiceClient client;
     Result<QVector<VersionServiceAuditEntry>> result;
 
@@ -215,6 +316,7 @@ void VersionServiceReleasedTest::readsTheAudit()
     QCOMPARE(result->value.first().act, QStringLiteral("release.gray"));
     QCOMPARE(result->value.first().at.toMSecsSinceEpoch(), 4000);
     QCOMPARE(result->value.first().detail, QStringLiteral("版本1"));
+    QCOMPARE(result->value.first().reason, QStringLiteral("坏了"));
     QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/audit?limit=50&before=e2"));
 }
 

@@ -56,6 +56,13 @@ public:
     // The app data of a version that the account may edit or run, verified against its digest.
     void GetVersionData(const QString& versionId, QObject* context, const Callback<QByteArray>& callback);
 
+    // The gray and online versions of an app that the account may edit, newest release first.
+    void ListReleases(const QString& appId, QObject* context,
+                      const Callback<QVector<VersionServiceRelease>>& callback);
+    // Gives users another version or none, and brings the id of the one that they have then. What is so
+    // already stays so. Refused with "release-changed" when users have another one than `from` by now.
+    void TakeBack(const VersionServiceTakeBack& order, QObject* context, const Callback<QString>& callback);
+
     // For the creator of the app only. All invitations, newest first.
     void ListInvitations(const QString& appId, QObject* context,
                          const Callback<QVector<VersionServiceInvitation>>& callback);

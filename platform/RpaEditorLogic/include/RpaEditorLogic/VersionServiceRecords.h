@@ -58,6 +58,27 @@ struct VersionServiceReleasedApp
     QDateTime releasedAt; // UTC
 };
 
+// A gray or online version as the authors of its app see it.
+struct VersionServiceRelease
+{
+    QString versionId;
+    QString versionName;
+    QString description;
+    int state = 0;        // 2 gray, 3 online
+    QDateTime releasedAt; // UTC
+    bool present = false; // the one of its state that users have
+};
+
+// What an author decides about what users have.
+struct VersionServiceTakeBack
+{
+    QString appId;
+    int state = 0; // 2 gray, 3 online
+    QString from;  // the version that users have by what the author saw; empty: none
+    QString to;    // the one that they shall have, which was released before; empty: none
+    QString reason;
+};
+
 // A code that opens the gray versions of an app to whoever redeems it.
 struct VersionServiceInvitation
 {
@@ -84,6 +105,7 @@ struct VersionServiceAuditEntry
     QString appId;
     QString versionId; // may be empty
     QString detail;    // name of the version, or id of the invitation
+    QString reason;    // of a taking back, else empty
 };
 
 // Answer of one request. value counts only when success is true; errorDesc, in Chinese and fit to be shown,
