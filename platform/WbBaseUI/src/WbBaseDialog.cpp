@@ -1,4 +1,5 @@
 #include "DialogTitleBar_p.h"
+#include "DialogTurn_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbBaseDialog.h>
@@ -121,8 +122,16 @@ void WbBaseDialog::AdjustForDpi()
     d->titleBar->AdjustForDpi();
 }
 
+void WbBaseDialog::OpenInTurn()
+{
+    DialogTurn::Open(this);
+}
+
 int WbBaseDialog::exec()
 {
+    if (!DialogTurn::Await(this)) {
+        return Rejected;
+    }
     setWindowModality(d->modal ? Qt::ApplicationModal : Qt::WindowModal);
     return QDialog::exec();
 }

@@ -32,6 +32,11 @@ public:
 
     void AdjustForDpi() override;
 
+    // For a dialog that nobody waits for: shows it now, or when the modal windows that are shown have gone.
+    void OpenInTurn();
+
+    // Waits first for the end of a dialog that was opened in its turn, so that none lies over another; not
+    // for one that this dialog was made within. Rejected when the dialog goes away meanwhile.
     int exec() override;
     void setVisible(bool visible) override;
 
