@@ -3,37 +3,30 @@
 #include "AppListPage.h"
 #include "InvitationDialog.h"
 #include "PageFixture.h"
+#include "ReleaseFixture.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
 #include "ReleasedListPage.h"
 #include "RunPage.h"
-#include "ServerProcess.h"
 #include "TestApp.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
-#include <WbBaseUI/WbTheme.h>
 
 #include <QAbstractItemModelTester>
 #include <QClipboard>
-#include <QCryptographicHash>
 #include <QGuiApplication>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTextBrowser>
 #include <QToolButton>
-#include <QUuid>
 #include <QtTest>
 
 namespace
@@ -52,12 +45,11 @@ VersionServiceReleasedApp App(const QString& id, const QString& name)
 } // namespace
 
 // The lists beyond the release, their desk and the run page, on a real server.
-class tst_Released : public QObject
+class tst_Released : public ReleaseFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init() { SignIn("user-1"); }
 
     void runsTheAppThatIsClicked();
@@ -73,70 +65,7 @@ private slots:
     void saysWhenAnAppCannotBeRead();
     void fetchesNothingForTheInstructions();
     void showsTheWordsOfInstructionsThatAreTooMuch();
-
-private:
-    void SignIn(const char* account);
-    QJsonObject Send(const QByteArray& method, const QString& path, const QByteArray& body,
-                     const QMap<QByteArray, QByteArray>& headers = {});
-    // Makes an app of author-1 with one released version; gives the app's id.
-    QString Release(const QString& name, int type);
-
-    ServerProcess server;
-    QNetworkAccessManager network;
-    QByteArray token;
 };
-
-void tst_Released::initTestCase()
-{
-    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
-    QVERIFY2(server.Start(), server.ErrorText());
-    VersionServiceSettings::Instance()->SetBaseUrl(QUrl(server.BaseUrl()));
-}
-
-void tst_Released::SignIn(const char* account)
-{
-    token = server.Token(QLatin1String(account));
-    VersionServiceSettings::Instance()->SetToken(token);
-}
-
-QJsonObject tst_Released::Send(const QByteArray& method, const QString& path, const QByteArray& body,
-                               const QMap<QByteArray, QByteArray>& headers)
-{
-    QNetworkRequest request(QUrl(server.BaseUrl() + path));
-    request.setRawHeader("Authorization", "Bearer " + token);
-    request.setRawHeader("Idempotency-Key", QUuid::createUuid().toByteArray(QUuid::WithoutBraces));
-    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
-    for (auto it = headers.begin(); it != headers.end(); ++it)
-        request.setRawHeader(it.key(), it.value());
-    const std::unique_ptr<QNetworkReply> reply(network.sendCustomRequest(request, method, body));
-    QSignalSpy finished(reply.get(), &QNetworkReply::finished);
-    if (!reply->isFinished())
-        finished.wait(10000);
-    return QJsonDocument::fromJson(reply->readAll()).object();
-}
-
-QString tst_Released::Release(const QString& name, int type)
-{
-    SignIn("author-1");
-    RpaAppData content;
-    content.InitDefault();
-    content.GetAppExtendInfo()->manual = QStringLiteral("<p>先填写再运行</p>");
-    const QByteArray body = content.ToJson();
-    const QString app =
-        Send("POST", QStringLiteral("/api/v1/apps"),
-             QJsonDocument(QJsonObject{{QStringLiteral("name"), name}, {QStringLiteral("kind"), 0}}).toJson())
-            .value(QLatin1String("id"))
-            .toString();
-    const QByteArray digest =
-        "sha-256=:" + QCryptographicHash::hash(body, QCryptographicHash::Sha256).toBase64() + ':';
-    const QString version = Send("POST", QStringLiteral("/api/v1/apps/%1/versions").arg(app), body,
-                                 {{"Content-Digest", digest}, {"Version-Name", "v1"}})
-                                .value(QLatin1String("id"))
-                                .toString();
-    Send("POST", QStringLiteral("/api/v1/versions/%1/release").arg(version),
-         "{\"type\":" + QByteArray::number(type) + "}", {{"If-Match", "\"1\""}});
-    return app;
-}
 
 void tst_Released::runsTheAppThatIsClicked()
 {

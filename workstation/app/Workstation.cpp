@@ -12,6 +12,7 @@
 #include "PackageDialog.h"
 #include "PackagePreparation.h"
 #include "QtTexts.h"
+#include "ReleaseDesk.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
 #include "ReleasedListPage.h"

@@ -19,6 +19,7 @@ class EditorPage;
 class LeftWork;
 class MainWindow;
 class PackagePreparation;
+class ReleaseDesk;
 class ReleasedAppModel;
 class ReleasedDesk;
 class ReleasedListPage;
@@ -111,6 +112,7 @@ private:
     std::unique_ptr<AppDesk> desk;
     std::unique_ptr<ReleasedDesk> onlineDesk;
     std::unique_ptr<ReleasedDesk> grayDesk;
+    std::unique_ptr<ReleaseDesk> releases;
     std::unique_ptr<SampleInstaller> samples;
     std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<SavedTemplates> savedTemplates;

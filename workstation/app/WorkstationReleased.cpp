@@ -4,6 +4,7 @@
 #include "AppListPage.h"
 #include "InvitationDialog.h"
 #include "MainWindow.h"
+#include "ReleaseDesk.h"
 #include "ReleasedAppModel.h"
 #include "ReleasedDesk.h"
 #include "ReleasedListPage.h"
@@ -34,6 +35,7 @@ void Workstation::CreateReleased()
     window->AddPage(runPage, QStringLiteral("返回应用列表"));
     onlineDesk = std::make_unique<ReleasedDesk>(AppTabs::Online, onlineApps.get(), onlinePage);
     grayDesk = std::make_unique<ReleasedDesk>(AppTabs::Gray, grayApps.get(), grayPage);
+    releases = std::make_unique<ReleaseDesk>();
 }
 
 void Workstation::ConnectReleased()
@@ -58,6 +60,12 @@ void Workstation::ConnectReleased()
     connect(grayPage, &ReleasedListPage::SigRedeem, grayDesk.get(), &ReleasedDesk::Redeem);
     connect(listPage, &AppListPage::SigTab, this, &Workstation::ShowTab);
     connect(listPage, &AppListPage::SigInvitations, this, &Workstation::ShowInvitations);
+    connect(listPage, &AppListPage::SigReleases, this,
+            [this](const AppRecord& app) { releases->Show(app, settings.GetDateLanguage(), window.get()); });
+    connect(releases.get(), &ReleaseDesk::SigChanged, this, [this] {
+        onlineDesk->Refresh();
+        grayDesk->Refresh();
+    });
     connect(session.get(), &Session::SigSignedIn, this, [this] {
         onlineApps->SetAccount(session->GetPin());
         grayApps->SetAccount(session->GetPin());
@@ -104,7 +112,8 @@ void Workstation::ShowInvitations(const AppRecord& app)
 {
     auto* dialog = new InvitationDialog(app, settings.GetDateLanguage(), window.get());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
+    // The editor may have something to ask about the same release.
+    dialog->OpenInTurn();
 }
 
 // tookEffect: the server gives a tip for a release that it carried out.

@@ -157,6 +157,8 @@ void AppListPage::ShowCardMenu(const QModelIndex& index, const QPoint& globalPos
                     [this, app] { emit SigOpen(app); });
     menu->addAction(WbIcons::Get(QStringLiteral("rename")), QStringLiteral("重命名"), this,
                     [this, app] { emit SigRename(app); });
+    menu->addAction(WbIcons::Get(QStringLiteral("publish")), QStringLiteral("发布管理…"), this,
+                    [this, app] { emit SigReleases(app); });
     if (index.data(AppListModel::OwnRole).toBool()) {
         menu->addAction(WbIcons::Get(QStringLiteral("share")), QStringLiteral("灰度邀请码…"), this,
                         [this, app] { emit SigInvitations(app); });

@@ -35,6 +35,7 @@ signals:
     // Another list of apps (AppTabs::Tab).
     void SigTab(int tab);
     void SigInvitations(const AppRecord& app);
+    void SigReleases(const AppRecord& app);
 
 private:
     WbPushButton* CreateButton(const char* name, int kind, QWidget* parent);

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "AppRecord.h"
+#include "DateLanguage.h"
+
+#include <RpaEditorLogic/VersionServiceRecords.h>
+
+#include <QObject>
+
+#include <memory>
+
+class ReleaseDialog;
+class VersionServiceClient;
+
+// Works the releases of an app: what users have, and taking it back. Outlives its dialogs, so that whoever
+// closed them hears all the same how it went.
+class ReleaseDesk : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ReleaseDesk(QObject* parent = nullptr);
+    ~ReleaseDesk() override;
+
+    // Shows the releases of the app over the window.
+    void Show(const AppRecord& app, DateLanguage language, QWidget* window);
+
+signals:
+    // Users have something else now.
+    void SigChanged();
+
+private:
+    void Load(ReleaseDialog* dialog);
+    // to: empty for none.
+    void Ask(ReleaseDialog* dialog, int state, const VersionServiceRelease& present,
+             const VersionServiceRelease& to);
+
+    const std::unique_ptr<VersionServiceClient> client;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "AppRecord.h"
+#include "DateLanguage.h"
+
+#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <WbBaseUI/WbBaseDialog.h>
+
+class QVBoxLayout;
+class WbLabel;
+
+// The online and the gray versions of an app, which of them users have, and the way to take that back. It
+// shows and announces; what happens is the owner's business.
+class ReleaseDialog : public WbBaseDialog
+{
+    Q_OBJECT
+
+public:
+    ReleaseDialog(const AppRecord& app, DateLanguage language, QWidget* parent);
+    ~ReleaseDialog() override;
+
+    const AppRecord& GetApp() const { return app; }
+
+    void ShowReleases(const QVector<VersionServiceRelease>& releases);
+    void ShowProblem(const QString& problem);
+
+signals:
+    // present: what users have; to: what they shall have. Either without an id: none.
+    void SigTakeBack(int state, const VersionServiceRelease& present, const VersionServiceRelease& to);
+
+private:
+    void Say(const QString& text, bool isProblem);
+    void AddSection(int state, const QVector<VersionServiceRelease>& releases);
+    QWidget* CreateRow(const VersionServiceRelease& release, const VersionServiceRelease& present);
+
+    const AppRecord app;
+    const DateLanguage dateLanguage;
+    WbLabel* labelState = nullptr;
+    QVBoxLayout* rows = nullptr;
+};
