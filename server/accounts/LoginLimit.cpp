@@ -34,6 +34,12 @@ int LoginLimit::SecondsToWait(const QString& name, const QByteArray& address, Ti
     return 0;
 }
 
+bool LoginLimit::IsFamiliar(const QString& account, const QByteArray& address) const
+{
+    const std::lock_guard lock(mutex);
+    return familiar.contains(PairOf(account.toUtf8(), address));
+}
+
 void LoginLimit::Succeeded(const QString& account, const QByteArray& address)
 {
     const QByteArray pair = PairOf(account.toUtf8(), address);

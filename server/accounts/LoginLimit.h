@@ -31,13 +31,16 @@ public:
     // be empty where it does not matter.
     int SecondsToWait(const QString& account, const QByteArray& address, TimePoint now);
 
+    // Whether somebody has signed in to the account from there.
+    bool IsFamiliar(const QString& account, const QByteArray& address) const;
+
     // The password was the right one.
     void Succeeded(const QString& account, const QByteArray& address);
 
 private:
     static constexpr std::size_t mostFamiliar = 20000;
 
-    std::mutex mutex;
+    mutable std::mutex mutex;
     TryTable byPair;
     TryTable byAddress;
     TryTable byAccount;

@@ -19,27 +19,36 @@ TaskPool::~TaskPool()
         thread.Join();
 }
 
-bool TaskPool::TryRun(std::function<void()> task)
+bool TaskPool::TryRun(std::function<void()> task, Queue queue)
 {
     {
         const std::lock_guard lock(mutex);
-        if (tasks.size() >= bound)
+        Tasks& waiting = tasks.at(static_cast<std::size_t>(queue));
+        if (waiting.size() >= bound)
             return false;
-        tasks.push_back(std::move(task));
+        waiting.push_back(std::move(task));
     }
     changed.notify_one();
     return true;
+}
+
+std::function<void()> TaskPool::TakeNext()
+{
+    Tasks& next = tasks.at(tasks.at(turn).empty() ? 1 - turn : turn);
+    turn = 1 - turn;
+    const auto task = std::move(next.front());
+    next.pop_front();
+    return task;
 }
 
 void TaskPool::Work()
 {
     std::unique_lock lock(mutex);
     while (true) {
-        changed.wait(lock, [this] { return ending || !tasks.empty(); });
-        if (tasks.empty())
+        changed.wait(lock, [this] { return ending || !IsIdle(); });
+        if (IsIdle())
             return;
-        const auto task = std::move(tasks.front());
-        tasks.pop_front();
+        const auto task = TakeNext();
         lock.unlock();
         task();
         lock.lock();

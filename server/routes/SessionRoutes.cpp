@@ -74,8 +74,11 @@ void OpenSession(Services& services, const Request& request, const Reply& reply)
     if (const int seconds = services.loginLimit.SecondsToWait(pin, request.peer, now))
         return reply(TooManyTries(seconds));
     const Credentials given{pin, password, life, request.peer};
+    // Guesses from very many addresses fill one queue; whoever has signed in from there before has the other.
+    const auto queue =
+        services.loginLimit.IsFamiliar(pin, request.peer) ? TaskPool::Queue::Known : TaskPool::Queue::Common;
     const bool queued =
-        services.passwordPool.TryRun([&services, given, reply] { reply(SignIn(services, given)); });
+        services.passwordPool.TryRun([&services, given, reply] { reply(SignIn(services, given)); }, queue);
     if (!queued)
         reply(
             Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));

@@ -47,6 +47,7 @@ private slots:
     void savesForOthersWhileOneAccountFloods();
     void savesForOthersWhileManyReadSlowly();
     void letsTheOwnerSignInWhileAnotherAddressGuesses();
+    void letsTheOwnerSignInWhileAllTheWorldFillsTheQueue();
 
 private:
     ApiClient Client(const char* pin) { return {server->Port(), Token(pin)}; }
@@ -197,6 +198,36 @@ void FloodTest::letsTheOwnerSignInWhileAnotherAddressGuesses()
     QCOMPARE(trySigningIn(QStringLiteral("127.0.0.2"), "a guess"), 429);
 
     QCOMPARE(trySigningIn(QStringLiteral("127.0.0.3"), "the right one"), 201);
+}
+
+void FloodTest::letsTheOwnerSignInWhileAllTheWorldFillsTheQueue()
+{
+    QTemporaryDir folder;
+    QVERIFY(PlainServer::AddAuthor(folder.path(), QStringLiteral("owner"), "the right one"));
+    PlainServer plain(
+        {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
+    QVERIFY(plain.WaitUntilReady());
+    const auto ask = [&plain](const QString& from, const QByteArray& account, const QByteArray& password) {
+        auto client = std::make_unique<RawClient>(plain.Port(), from);
+        const QByteArray body = R"({"account":")" + account + R"(","password":")" + password + "\"}";
+        client->Send("POST /api/v1/sessions HTTP/1.1\r\nHost: localhost\r\nContent-Length: " +
+                     QByteArray::number(body.size()) + "\r\n\r\n" + body);
+        return client;
+    };
+    const QString home = QStringLiteral("127.0.0.3");
+    QCOMPARE(ask(home, "owner", "the right one")->ReceiveStatus(), 201);
+
+    // When: guesses from as many addresses wait as may
+    Clients strangers;
+    for (int i = 0; i < 150; ++i)
+        strangers.push_back(
+            ask(QStringLiteral("127.1.%1.1").arg(i), "name" + QByteArray::number(i), "a guess"));
+    QCOMPARE(strangers.back()->ReceiveStatus(), 503);
+    const auto owner = ask(home, "owner", "the right one");
+    const auto another = ask(QStringLiteral("127.2.0.1"), "owner", "a guess");
+
+    QCOMPARE(owner->ReceiveStatus(), 201);
+    QCOMPARE(another->ReceiveStatus(), 503);
 }
 
 QTEST_GUILESS_MAIN(FloodTest)

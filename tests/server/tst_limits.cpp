@@ -1,7 +1,9 @@
 #include "accounts/LoginLimit.h"
+#include "base/TaskPool.h"
 #include "http/BodyBudget.h"
 #include "http/PeerAddress.h"
 
+#include <QSemaphore>
 #include <QTest>
 
 #include <memory>
@@ -30,6 +32,7 @@ private slots:
     void keepsItsPaceAndSizeWhateverNamesAreTried();
     void countsOnWhenTriesAreForgottenAndMadeAnew();
     void setsNoLimitOfZero();
+    void keepsAQueueForThoseItKnows();
 };
 
 namespace
@@ -256,6 +259,33 @@ void LimitsTest::setsNoLimitOfZero()
     LoginLimit limit(LoginRates{0, 0, 0});
 
     QCOMPARE(Tries(limit, anna, "here", 1000), 1000);
+}
+
+void LimitsTest::keepsAQueueForThoseItKnows()
+{
+    using Queue = TaskPool::Queue;
+    QSemaphore started;
+    QSemaphore go;
+    QByteArray order; // by the one thread
+    {
+        TaskPool pool(1, 3);
+        QVERIFY(pool.TryRun(
+            [&] {
+                started.release();
+                go.acquire();
+            },
+            Queue::Common));
+        QVERIFY(started.tryAcquire(1, 20000));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(pool.TryRun([&] { order += 's'; }, Queue::Common));
+        QVERIFY(!pool.TryRun([&] { order += 'S'; }, Queue::Common));
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(pool.TryRun([&] { order += 'k'; }, Queue::Known));
+        QVERIFY(!pool.TryRun([&] { order += 'K'; }, Queue::Known));
+        go.release();
+    }
+
+    QCOMPARE(order, QByteArray("ksksks"));
 }
 
 QTEST_GUILESS_MAIN(LimitsTest)
