@@ -7,12 +7,17 @@
 #include "ToastWatcher.h"
 #include "VersionReplies.h"
 
+#include <RpaAppData/RpaAppData.h>
+#include <RpaCore/RpaSuperDir.h>
 #include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaProcess.h>
 
 #include <QLabel>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -260,6 +265,67 @@ private slots:
         QTRY_COMPARE(toasts.GetTexts(), QStringList(QStringLiteral("没有发布权限")));
 
         QCOMPARE(published.size(), 0);
+        QCOMPARE(author.GetStatus(), RequestStatus::Succeeded);
+    }
+
+    void goesOnWithACopyAfterTheOnlyVersionWasReleased()
+    {
+        // Given: templates, which would be offered to an app without anything to work on
+        const QTemporaryDir templates;
+        RpaSuperDir::Instance()->SetTemplateDirs(templates.path(), templates.path());
+        id = world.AddVersion(app, QStringLiteral("版本1"), QString(), QStringLiteral("stored"));
+        EditorDriver author;
+        author.GetEditor()->SetExecuteInfo(app);
+        QTRY_COMPARE(author.GetSelectedVersion(), QStringLiteral("版本1"));
+        QTRY_COMPARE(author.GetStatus(), RequestStatus::Succeeded);
+        ModalDriver onlyTheQuestion;
+        onlyTheQuestion.Then([](QWidget* box) { QVERIFY(ModalDriver::Press(box, QStringLiteral("是"))); });
+
+        author.Press("pushButtonBeta");
+        QTRY_COMPARE(author.GetVersions(),
+                     QStringList({QStringLiteral("版本2"), QStringLiteral("【灰度】版本1")}));
+        QTRY_COMPARE(author.GetStatus(), RequestStatus::Succeeded);
+
+        QCOMPARE(author.GetSelectedVersion(), QStringLiteral("【灰度】版本1"));
+        QVERIFY(author.PickVersion(QStringLiteral("版本2")));
+        QTRY_COMPARE(author.GetSelectedVersion(), QStringLiteral("版本2"));
+        QVERIFY(author.GetInstructions().contains(QStringLiteral("stored")));
+        QCOMPARE(onlyTheQuestion.GetSeenCount(), 1);
+        RpaSuperDir::Instance()->SetTemplateDirs(QString(), QString());
+    }
+
+    void releasesNothingThatCannotRun_data()
+    {
+        QTest::addColumn<QByteArray>("button");
+        QTest::newRow("gray") << QByteArray("pushButtonBeta");
+        QTest::newRow("publish") << QByteArray("pushButtonPublish");
+    }
+
+    void releasesNothingThatCannotRun()
+    {
+        QFETCH(QByteArray, button);
+        id = world.AddVersion(app, QStringLiteral("坏的"), [](RpaAppData& content) {
+            RpaStatement statement;
+            statement.command = QStringLiteral("log");
+            content.GetProcessDataManager()->GetProcess(0)->SetStatements({statement});
+        });
+        EditorDriver author;
+        author.GetEditor()->SetExecuteInfo(app);
+        QTRY_COMPARE(author.GetSelectedVersion(), QStringLiteral("坏的"));
+        QTRY_COMPARE(author.GetStatus(), RequestStatus::Succeeded);
+        QSignalSpy published(RpaEditorNotify::Instance(), &RpaEditorNotify::SigPublishFinished);
+        ToastWatcher toasts;
+        ModalDriver modals;
+        modals.Then([](QWidget* box) { QVERIFY(ModalDriver::Press(box, QStringLiteral("是"))); });
+
+        author.Press(button);
+        QTRY_COMPARE(toasts.GetCount(), 1);
+
+        QVERIFY2(toasts.GetTexts().first().contains(QStringLiteral("【主流程】“输出日志”的“内容”没有填写")),
+                 qPrintable(toasts.GetTexts().first()));
+        QCOMPARE(published.size(), 0);
+        QCOMPARE(world.GetState(app, id), 1);
+        QCOMPARE(author.GetVersions(), QStringList(QStringLiteral("坏的")));
         QCOMPARE(author.GetStatus(), RequestStatus::Succeeded);
     }
 
