@@ -48,7 +48,7 @@ public:
     {
         if (!postgres.Start())
             return false;
-        const QString store = postgres.NewDatabase();
+        const QString store = postgres.NewDatabaseForPrograms();
         const QStringList add{QStringLiteral("--store"), store,
                               QStringLiteral("account"), QStringLiteral("add"),
                               QString::fromLatin1(pin),  QStringLiteral("--vender"),

@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTcpServer>
+#include <QUrl>
 
 #include <csignal>
 #include <unistd.h>
@@ -150,4 +151,12 @@ QString PostgresProcess::NewDatabase(const QString& keptIn)
     }
     QSqlDatabase::removeDatabase(QStringLiteral("create"));
     return QStringLiteral("postgresql://app:%1@127.0.0.1:%2/%3").arg(password).arg(port).arg(name);
+}
+
+QString PostgresProcess::NewDatabaseForPrograms(const QString& keptIn)
+{
+    QUrl address(NewDatabase(keptIn));
+    qputenv("PGPASSWORD", address.password().toUtf8());
+    address.setPassword({});
+    return address.toString();
 }

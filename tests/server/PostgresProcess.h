@@ -20,6 +20,9 @@ public:
     // "postgresql://…" of a database with nothing in it; kept in this folder when one is given.
     QString NewDatabase(const QString& keptIn = {});
 
+    // The same without its password, as programs take it: that is put into the environment of this process.
+    QString NewDatabaseForPrograms(const QString& keptIn = {});
+
     // Stops every process of it, as a machine that hangs would; connections stay open and nothing answers.
     void Pause() { Signal(pauseSignal); }
     void Resume() { Signal(resumeSignal); }

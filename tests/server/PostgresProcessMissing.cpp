@@ -18,6 +18,11 @@ QString PostgresProcess::NewDatabase(const QString&)
     return {};
 }
 
+QString PostgresProcess::NewDatabaseForPrograms(const QString&)
+{
+    return {};
+}
+
 const int PostgresProcess::pauseSignal = 0;
 const int PostgresProcess::resumeSignal = 0;
 

@@ -27,7 +27,7 @@ void ProgramFixture::init()
     if (database == QLatin1String("postgresql")) {
         if (!PostgresProcess::IsOffered())
             QSKIP("this system has no PostgreSQL to offer");
-        store = postgres->NewDatabase();
+        store = postgres->NewDatabaseForPrograms();
     } else {
         store = QStringLiteral("sqlite:") + folder->filePath(QStringLiteral("versions.db"));
     }

@@ -142,7 +142,7 @@ void CommandsTest::restoresOnlyIntoAnEmptyStore()
     QCOMPARE(Command({QStringLiteral("restore"), BackupFile()}), 1);
     QVERIFY2(said.contains("not empty"), said.constData());
     store = store.startsWith(QLatin1String("sqlite:")) ? QStringLiteral("sqlite:") + In("fresh.db")
-                                                       : postgres->NewDatabase();
+                                                       : postgres->NewDatabaseForPrograms();
     QCOMPARE(Command({QStringLiteral("restore"), In("none.db")}), 1);
     QVERIFY2(Command({QStringLiteral("restore"), BackupFile()}) == 0, said.constData());
 
@@ -197,7 +197,7 @@ void CommandsTest::movesAStoreToPostgres()
     const QStringList everything = EverythingOf(app);
     EndServer();
 
-    const QString target = postgres->NewDatabase();
+    const QString target = postgres->NewDatabaseForPrograms();
     QVERIFY2(Command({QStringLiteral("move"), target}) == 0, said.constData());
     QCOMPARE(Command({QStringLiteral("move"), target}), 1);
 

@@ -47,7 +47,7 @@ QString DiskTest::StoreOnASmallDisk()
                           QFile::permissions(folder->path()) | QFile::ReadOther | QFile::ExeOther);
     return store.startsWith(QLatin1String("sqlite:"))
                ? QStringLiteral("sqlite:") + disk + QStringLiteral("/v.db")
-               : postgres->NewDatabase(disk);
+               : postgres->NewDatabaseForPrograms(disk);
 }
 
 // All but 2 MB.
