@@ -65,6 +65,7 @@ private:
     void PublishDevelopVersion();
     void ReleaseGrayVersion();
     void PublishGrayVersion();
+    void TakeBackVersions();
     void ChangeAccount();
     void UseOnlineApp();
     void UseGrayApp();
@@ -103,6 +104,8 @@ private:
     void SignIn(const QString& account, const QString& password);
     void CreateApp(const char* button, const QString& name);
     void PressCard(const char* list, const QString& name);
+    void ShowReleases(const QString& app);
+    void AskToTakeBack(const QString& button);
     void SaveAs(const QString& name);
     void SwitchTo(const QString& name, const QString& lineOfAnother);
     void Answer(const QString& button);

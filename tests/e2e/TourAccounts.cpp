@@ -158,7 +158,6 @@ void Tour::ChangeAccount()
 {
     d->Step(QStringLiteral("account-of-the-server"), [this] {
         d->UntilCalm();
-        BackToList();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
         d->Until(QStringLiteral("who is signed in"), [] {
             const auto* name = VisibleAs<QLabel>("labelSignedIn");
@@ -211,6 +210,7 @@ void Tour::VisitServer()
     PublishDevelopVersion();
     ReleaseGrayVersion();
     PublishGrayVersion();
+    TakeBackVersions();
     ChangeAccount();
     UseOnlineApp();
     UseGrayApp();
