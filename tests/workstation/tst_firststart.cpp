@@ -1,14 +1,20 @@
 #include "AppListPage.h"
+#include "InvitationDialog.h"
 #include "LockRemains.h"
 #include "MainWindow.h"
 #include "SampleInstaller.h"
 #include "TestApp.h"
 #include "Workstation.h"
 
+#include <RpaEditorCore/RpaEditorNotify.h>
+#include <RpaEditorLogic/VersionServiceClient.h>
+#include <WbBaseUI/WbBaseDialog.h>
+
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 class tst_FirstStart : public QObject
@@ -17,6 +23,8 @@ class tst_FirstStart : public QObject
 
 private slots:
     void leavesTheListAloneUntilTheSamplesAreThere();
+    void laysNoDialogOverTheInvitation_data();
+    void laysNoDialogOverTheInvitation();
     void startsThoughALockFileWasLeft_data();
     void startsThoughALockFileWasLeft();
 };
@@ -43,6 +51,70 @@ void tst_FirstStart::leavesTheListAloneUntilTheSamplesAreThere()
     QTRY_VERIFY(cards->hasFocus());
 
     QSignalSpy closed(&workstation, &Workstation::SigClosed);
+    window->close();
+    QTRY_COMPARE(closed.size(), 1);
+}
+
+void tst_FirstStart::laysNoDialogOverTheInvitation_data()
+{
+    QTest::addColumn<bool>("invitationFirst");
+    QTest::newRow("what the editor asks comes first") << false;
+    QTest::newRow("the invitation comes first") << true;
+}
+
+// After a gray release the invitation is shown, and the editor may have something to ask at the same time.
+void tst_FirstStart::laysNoDialogOverTheInvitation()
+{
+    QFETCH(const bool, invitationFirst);
+    const QTemporaryDir home;
+    Workstation workstation(WorkstationPaths::Below(home.path()));
+    QString problem;
+    QVERIFY2(workstation.Start(&problem), qPrintable(problem));
+    auto* window = workstation.GetWindow();
+    auto* enter = window->findChild<QPushButton*>(QStringLiteral("buttonEnter"));
+    auto* list = window->findChild<AppListPage*>();
+    QTRY_VERIFY_WITH_TIMEOUT(enter->isVisible() && enter->isEnabled(), 20000);
+    QTest::mouseClick(enter, Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(list->isEnabled(), 20000);
+    auto* cards = list->findChild<QListView*>(QStringLiteral("listApps"));
+    QTRY_VERIFY(cards->model()->rowCount() > 0);
+    QString app;
+    VersionServiceClient client;
+    client.ListApps(QString(), this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+        app = result.value.first().id;
+    });
+    QTRY_VERIFY(!app.isEmpty());
+
+    WbBaseDialog question(window);
+    const auto invitation = [window] { return window->findChild<InvitationDialog*>(); };
+    const auto release = [&] { emit RpaEditorNotify::Instance()->SigPublishFinished(app, 1, true); };
+    bool isAlone = true;
+    QTimer look;
+    connect(&look, &QTimer::timeout, this, [&] {
+        const bool isShown = invitation() && invitation()->isVisible();
+        isAlone = isAlone && !(isShown && question.isVisible());
+        if (invitationFirst && isShown)
+            invitation()->reject();
+        else if (question.isVisible() && (invitationFirst || invitation()))
+            question.accept();
+    });
+    if (invitationFirst) {
+        release();
+        QTRY_VERIFY(invitation() && invitation()->isVisible());
+    } else {
+        QMetaObject::invokeMethod(&question, release, Qt::QueuedConnection);
+    }
+    look.start(1);
+
+    QCOMPARE(question.exec(), int(QDialog::Accepted));
+
+    look.stop();
+    QVERIFY(isAlone);
+    if (!invitationFirst)
+        QTRY_VERIFY(invitation() && invitation()->isVisible());
+    QSignalSpy closed(&workstation, &Workstation::SigClosed);
+    if (invitation())
+        invitation()->reject();
     window->close();
     QTRY_COMPARE(closed.size(), 1);
 }
