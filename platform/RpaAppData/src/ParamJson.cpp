@@ -58,6 +58,10 @@ void ParamJson::Write(JsonWriter& writer, const RpaParamItem& item)
         writer.StringList(item.choices);
     }
     writer.Member("required", item.required);
+    WriteValue(writer, "least", item.least);
+    WriteValue(writer, "most", item.most);
+    if (!item.pattern.isEmpty())
+        writer.Member("pattern", item.pattern);
     if (!item.hint.isEmpty())
         writer.Member("hint", item.hint);
     writer.RawMembers(item.unknown);
@@ -82,6 +86,12 @@ RpaParamItem ParamJson::Read(JsonReader& reader)
             item.choices = ReadChoices(reader);
         } else if (reader.IsKey("required")) {
             reader.ReadBool(item.required);
+        } else if (reader.IsKey("least")) {
+            reader.ReadVariant(item.least);
+        } else if (reader.IsKey("most")) {
+            reader.ReadVariant(item.most);
+        } else if (reader.IsKey("pattern")) {
+            reader.ReadString(item.pattern);
         } else if (reader.IsKey("hint")) {
             reader.ReadString(item.hint);
         } else {

@@ -37,7 +37,8 @@ const QVector<TypeRow>& TypeRows()
 auto Tie(const RpaParamItem& item)
 {
     return std::tie(item.name, item.label, item.type, item.foreignType, item.defaultValue, item.value,
-                    item.choices, item.required, item.hint, item.unknown);
+                    item.choices, item.required, item.least, item.most, item.pattern, item.hint,
+                    item.unknown);
 }
 
 void DropWhatDoesNotFit(RpaParamItem& item)
@@ -46,6 +47,13 @@ void DropWhatDoesNotFit(RpaParamItem& item)
         item.defaultValue = QVariant();
     if (!item.Fit(item.value))
         item.value = QVariant();
+    const bool isForeign = item.type == RpaParamType::Text && !item.foreignType.isEmpty();
+    for (QVariant* limit : {&item.least, &item.most}) {
+        if (!(item.TakesRange() || isForeign) || !item.Fit(*limit))
+            *limit = QVariant();
+    }
+    if (!item.TakesPattern())
+        item.pattern.clear();
 }
 } // namespace
 

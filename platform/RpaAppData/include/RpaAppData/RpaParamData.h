@@ -37,6 +37,9 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     QVariant value;        // invalid: the default counts
     QStringList choices;   // of a Choice
     bool required = false;
+    QVariant least; // of a Number or a Date, as its value; invalid: no limit
+    QVariant most;
+    QString pattern;    // of a Text or a Password: a regular expression for the whole of it; empty: any
     QString hint;       // shown in the empty field
     QByteArray unknown; // members written by a newer client, kept as they came
 
@@ -47,6 +50,19 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     // value stays invalid (no value). False, with the value left alone, when it does not fit: no number, no
     // date, none of the choices, a text beyond ContentLimits.
     bool Fit(QVariant& value) const;
+
+    // What the user reads: the label, else the name.
+    QString GetTitle() const { return label.isEmpty() ? name : label; }
+
+    // Why no run may start with the effective value, in the user's words: nothing is entered where something
+    // must be, it is out of range or not of the pattern. Empty when a run may.
+    QString GetProblem() const;
+    // Whether it is required and nothing is entered; a switch always shows something.
+    bool IsMissing() const;
+
+    // Which limits a parameter of this type may have.
+    bool TakesRange() const;
+    bool TakesPattern() const;
 
     bool operator==(const RpaParamItem& other) const;
     bool operator!=(const RpaParamItem& other) const { return !(*this == other); }
