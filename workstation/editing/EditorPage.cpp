@@ -1,9 +1,11 @@
 #include "EditorPage.h"
 
+#include <RpaAppTool/IAppParamWidget.h>
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RobotExecuteInfo.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 #include <WbBaseUI/PackagedMsgBoxNotify.h>
+#include <WbBaseUI/WbIconButtonWidget.h>
 
 #include <QVBoxLayout>
 
@@ -42,7 +44,19 @@ void EditorPage::Open(const AppRecord& record)
     layout->addWidget(editor);
     editor->show();
     editor->setFocus();
+    if (auto* params = editor->findChild<IAppParamWidget*>()) {
+        connect(params, &IAppParamWidget::SigDemanded, this, &EditorPage::SlotDemanded);
+    }
     editor->SetExecuteInfo(LaunchInfo(app));
+}
+
+// The run may have been started from another page of the editor than the one with the field.
+void EditorPage::SlotDemanded()
+{
+    auto* const designPage = editor->findChild<WbIconButtonWidget*>(QStringLiteral("pushButtonUI"));
+    if (designPage && !designPage->bSelected) {
+        emit designPage->SigClicked();
+    }
 }
 
 bool EditorPage::Leave()

@@ -40,6 +40,7 @@ signals:
     void SigClosed();
 
 private:
+    void SlotDemanded();
     void SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer);
 
     QVBoxLayout* layout;

@@ -1,6 +1,7 @@
 #include "AppRunner.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IRpaTranslator.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
@@ -34,6 +35,10 @@ void AppRunner::SetApp(const RpaAppDataPtr& newApp, IAppParamEngine* paramEngine
 void AppRunner::Run(const QString& processName)
 {
     if (!app || IsRunning() || !waiting.isEmpty()) {
+        return;
+    }
+    // Before its packages: nobody waits for an installation to be told then what to enter.
+    if (params && !params->DemandValues().isEmpty()) {
         return;
     }
     waiting = processName;

@@ -5,20 +5,14 @@
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbLabel.h>
 
-#include <QDate>
 #include <QFormLayout>
+#include <QScrollArea>
+#include <QTimer>
 
 namespace
 {
 
 constexpr int LabelWidth = 160; // a longer label is elided, so that the fields keep their room
-
-// A required text or choice without any value; numbers, dates and switches always have one to show.
-bool IsMissing(const RpaParamItem& item)
-{
-    const QVariant value = item.GetEffectiveValue();
-    return item.required && (!value.isValid() || value.toString().isEmpty());
-}
 
 } // namespace
 
@@ -70,12 +64,11 @@ void AppParamWidget::Rebuild()
     for (int index = 0; index < count; ++index) {
         const RpaParamItem item = paramData->GetItem(index);
         auto* field = new ParamField(item);
-        field->SetMissing(IsMissing(item));
         connect(field, &ParamField::SigEntered, this, [this, index](const QVariant& value) {
             if (paramData)
                 paramData->SetValue(index, value);
         });
-        QString label = item.label.isEmpty() ? item.name : item.label;
+        QString label = item.GetTitle();
         if (item.required)
             label += QStringLiteral(" *");
         auto* labelWidget = new WbLabel;
@@ -93,8 +86,38 @@ void AppParamWidget::ShowValue(int index)
     if (!paramData || index >= fields.size())
         return;
     const RpaParamItem item = paramData->GetItem(index);
-    fields.at(index)->ShowValue(item.GetEffectiveValue());
-    fields.at(index)->SetMissing(IsMissing(item));
+    fields.at(index)->ShowItem(item);
+}
+
+QString AppParamWidget::DemandValues()
+{
+    QString first;
+    ParamField* where = nullptr;
+    for (int index = 0; paramData && index < fields.size(); ++index) {
+        const QString problem = paramData->GetItem(index).GetProblem();
+        fields.at(index)->ShowProblem(problem);
+        if (!where && !problem.isEmpty()) {
+            first = problem;
+            where = fields.at(index);
+        }
+    }
+    if (where) {
+        emit SigDemanded();
+        ShowField(where);
+    }
+    return first;
+}
+
+void AppParamWidget::ShowField(ParamField* field)
+{
+    field->TakeCursor();
+    // The text below the field has just been given its room.
+    QTimer::singleShot(0, field, [this, field] {
+        for (QWidget* above = parentWidget(); above; above = above->parentWidget()) {
+            if (auto* area = qobject_cast<QScrollArea*>(above))
+                area->ensureWidgetVisible(field);
+        }
+    });
 }
 
 QStringList AppParamWidget::GetParamNames() const

@@ -24,10 +24,12 @@ public:
     QStringList GetSecretParamNames() const override;
     QVariant GetParam(const QString& name) const override;
     bool SetParam(const QString& name, const QVariant& value) override;
+    QString DemandValues() override;
 
 private:
     void Rebuild();
     void ShowValue(int index);
+    void ShowField(ParamField* field);
 
     QPointer<RpaParamData> paramData;
     QFormLayout* form;

@@ -5,6 +5,7 @@
 #include <WbBaseUI/WbTheme.h>
 
 #include <QCalendarWidget>
+#include <QKeyEvent>
 #include <QTextCharFormat>
 #include <QToolButton>
 
@@ -24,6 +25,35 @@ DateField::DateField(QWidget* parent) : QDateEdit(QDate::currentDate(), parent)
 {
     setCalendarPopup(true);
     setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
+    setSpecialValueText(QStringLiteral("请选择日期")); // shown for the earliest date there is
+    ShowDate(QDate());
+}
+
+void DateField::ShowDate(const QDate& shown)
+{
+    setDate(shown.isValid() ? shown : minimumDate());
+}
+
+bool DateField::StartFromToday()
+{
+    if (!IsNone())
+        return false;
+    setDate(QDate::currentDate());
+    return true;
+}
+
+void DateField::stepBy(int steps)
+{
+    if (!StartFromToday())
+        QDateEdit::stepBy(steps);
+}
+
+void DateField::keyPressEvent(QKeyEvent* event)
+{
+    const QString text = event->text();
+    if (!text.isEmpty() && text.at(0).isDigit() && StartFromToday())
+        setSelectedSection(QDateTimeEdit::YearSection);
+    QDateEdit::keyPressEvent(event);
 }
 
 // A calendar is some fifty widgets; most dates are never picked from one.
@@ -31,6 +61,7 @@ void DateField::mousePressEvent(QMouseEvent* event)
 {
     if (!hasCalendar)
         CreateCalendar();
+    StartFromToday();
     QTextCharFormat weekend;
     weekend.setForeground(WbTheme::Instance()->Color(WbColor::DangerText));
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})

@@ -4,6 +4,7 @@
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbLineLimit.h>
 #include <WbBaseUI/WbSystemDialogs.h>
@@ -15,10 +16,12 @@
 #include <QStyle>
 #include <QToolButton>
 
-ParamField::ParamField(const RpaParamItem& item, QWidget* parent)
-    : QWidget(parent), row(new QHBoxLayout(this))
+ParamField::ParamField(const RpaParamItem& item, QWidget* parent) : QWidget(parent), row(new QHBoxLayout)
 {
-    row->setContentsMargins(0, 0, 0, 0);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(DpiTool::ScaleDefault(2));
+    layout->addLayout(row);
     row->setSpacing(DpiTool::ScaleDefault(4));
     switch (item.type) {
     case RpaParamType::Number:
@@ -42,15 +45,15 @@ ParamField::ParamField(const RpaParamItem& item, QWidget* parent)
         break;
     }
     field->setObjectName(QStringLiteral("paramField"));
-    field->setAccessibleName(item.label.isEmpty() ? item.name : item.label);
+    field->setAccessibleName(item.GetTitle());
     setFocusProxy(field);
-    ShowValue(item.GetEffectiveValue());
+    ShowItem(item);
 }
 
 void ParamField::AddTextField(const RpaParamItem& item)
 {
     auto* edit = new WbLineEdit;
-    new WbLineLimit(edit, item.label.isEmpty() ? item.name : item.label);
+    new WbLineLimit(edit, item.GetTitle());
     edit->setPlaceholderText(item.hint);
     if (item.type == RpaParamType::Password)
         edit->setEchoMode(QLineEdit::Password);
@@ -76,7 +79,8 @@ void ParamField::AddNumberField(const RpaParamItem& item)
 void ParamField::AddDateField()
 {
     auto* edit = new DateField;
-    connect(edit, &QDateEdit::dateChanged, this, [this](const QDate& date) { emit SigEntered(date); });
+    connect(edit, &QDateEdit::dateChanged, this,
+            [this, edit](const QDate& date) { emit SigEntered(edit->IsNone() ? QVariant() : date); });
     field = edit;
     row->addWidget(edit, 1);
 }
@@ -123,6 +127,40 @@ void ParamField::ChooseFile()
     emit SigEntered(path);
 }
 
+void ParamField::ShowItem(const RpaParamItem& item)
+{
+    const bool isNone = item.type == RpaParamType::Number && item.IsMissing();
+    ShowValue(isNone ? QVariant(QString()) : item.GetEffectiveValue());
+    SetMissing(item.IsMissing());
+    if (problem && !problem->isHidden())
+        ShowProblem(item.GetProblem());
+}
+
+void ParamField::ShowProblem(const QString& text)
+{
+    if (!problem && text.isEmpty())
+        return;
+    if (!problem) {
+        problem = new WbLabel(this);
+        problem->setObjectName(QStringLiteral("paramProblem"));
+        problem->setWordWrap(true);
+        layout()->addWidget(problem);
+    }
+    problem->setText(text);
+    problem->setVisible(!text.isEmpty());
+    field->setAccessibleDescription(text);
+    field->setProperty("hasError", !text.isEmpty());
+    field->style()->unpolish(field);
+    field->style()->polish(field);
+}
+
+void ParamField::TakeCursor()
+{
+    field->setFocus(Qt::OtherFocusReason);
+    if (auto* edit = qobject_cast<QLineEdit*>(field))
+        edit->selectAll();
+}
+
 void ParamField::ShowValue(const QVariant& value)
 {
     const QSignalBlocker blocker(field);
@@ -132,9 +170,8 @@ void ParamField::ShowValue(const QVariant& value)
         if (edit->text() != text && !(edit->hasFocus() && edit->text().toDouble() == value.toDouble() &&
                                       edit->validator() && value.isValid()))
             edit->setText(text);
-    } else if (auto* date = qobject_cast<QDateEdit*>(field)) {
-        if (value.toDate().isValid())
-            date->setDate(value.toDate());
+    } else if (auto* date = qobject_cast<DateField*>(field)) {
+        date->ShowDate(value.toDate());
     } else if (auto* combo = qobject_cast<QComboBox*>(field)) {
         combo->setCurrentIndex(qMax(0, combo->findData(value)));
     } else if (auto* box = qobject_cast<QCheckBox*>(field)) {

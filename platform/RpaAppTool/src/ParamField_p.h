@@ -6,6 +6,7 @@
 
 class QHBoxLayout;
 class QLineEdit;
+class WbLabel;
 
 // One field of the form, made for the type of its parameter.
 class ParamField : public QWidget
@@ -15,17 +16,22 @@ class ParamField : public QWidget
 public:
     explicit ParamField(const RpaParamItem& item, QWidget* parent = nullptr);
 
-    // Shows a value without emitting anything.
-    void ShowValue(const QVariant& value);
+    // Shows the value of the parameter and, where a problem is shown, what there still is of it, without
+    // emitting anything.
+    void ShowItem(const RpaParamItem& item);
 
-    // An empty required field is marked.
-    void SetMissing(bool missing);
+    // Says below the field what is wrong with its value; nothing when the text is empty.
+    void ShowProblem(const QString& text);
+
+    void TakeCursor();
 
 signals:
     // The user entered something; invalid for an emptied field.
     void SigEntered(const QVariant& value);
 
 private:
+    void ShowValue(const QVariant& value);
+    void SetMissing(bool missing);
     void AddTextField(const RpaParamItem& item);
     void AddNumberField(const RpaParamItem& item);
     void AddDateField();
@@ -37,4 +43,5 @@ private:
 
     QHBoxLayout* row;
     QWidget* field = nullptr;
+    WbLabel* problem = nullptr; // none before there is one
 };

@@ -1,6 +1,8 @@
 #include "ListCommand_p.h"
 #include "ParamItemModel_p.h"
+#include "ParamLimits_p.h"
 
+#include <RpaAppData/RpaTextPattern.h>
 #include <WbBaseUI/WbIcons.h>
 
 #include <QDate>
@@ -9,19 +11,6 @@ namespace
 {
 
 constexpr int NameLength = 40;
-
-// Separates the choices that the author types into one cell; both are on a Chinese keyboard.
-QStringList SplitChoices(QString text)
-{
-    text.replace(QChar(0xff0c), QLatin1Char(',')).replace(QChar(0x3001), QLatin1Char(','));
-    QStringList choices;
-    const QStringList parts = text.split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QString& part : parts) {
-        if (!part.trimmed().isEmpty() && !choices.contains(part.trimmed()))
-            choices << part.trimmed();
-    }
-    return choices;
-}
 
 QString TypeIcon(RpaParamType type)
 {
@@ -48,7 +37,7 @@ QString TypeIcon(RpaParamType type)
 
 ParamItemModel::ParamItemModel(QUndoStack& stack, QObject* parent)
     : RecordModel({QStringLiteral("名称"), QStringLiteral("标签"), QStringLiteral("类型"),
-                   QStringLiteral("默认值"), QStringLiteral("必填"), QStringLiteral("选项")},
+                   QStringLiteral("默认值"), QStringLiteral("必填"), QStringLiteral("限制")},
                   parent),
       undoStack(stack)
 {
@@ -93,8 +82,8 @@ QString ParamItemModel::GetText(const RpaParamItem& item, int column) const
             return item.defaultValue.toBool() ? QStringLiteral("开") : QStringLiteral("关");
         return item.type == RpaParamType::Date ? item.defaultValue.toDate().toString(Qt::ISODate)
                                                : item.defaultValue.toString();
-    case ChoicesColumn:
-        return item.choices.join(QChar(0xff0c));
+    case LimitsColumn:
+        return ParamLimits::TextOf(item);
     default:
         return {};
     }
@@ -126,7 +115,7 @@ Qt::ItemFlags ParamItemModel::flags(const QModelIndex& index) const
     const RpaParamType type = items.at(index.row()).type;
     if (index.column() == RequiredColumn)
         return (flags | Qt::ItemIsUserCheckable) & ~Qt::ItemIsEditable;
-    const bool without = (index.column() == ChoicesColumn && type != RpaParamType::Choice) ||
+    const bool without = (index.column() == LimitsColumn && !ParamLimits::Has(items.at(index.row()))) ||
                          (index.column() == DefaultColumn && type == RpaParamType::Password);
     return without ? flags & ~(Qt::ItemIsEditable | Qt::ItemIsEnabled) : flags;
 }
@@ -138,6 +127,10 @@ QVector<RecordModel::Choice> ParamItemModel::GetChoices(const QModelIndex& index
         const QVector<RpaParamType> types = RpaParamItem::GetTypes();
         for (const RpaParamType type : types)
             choices << Choice{RpaParamItem::GetTypeTitle(type), static_cast<int>(type), TypeIcon(type)};
+    } else if (index.column() == LimitsColumn && items.at(index.row()).TakesPattern()) {
+        choices << Choice{QStringLiteral("不限"), QString(), {}};
+        for (const RpaTextPattern& pattern : RpaTextPattern::GetKnown())
+            choices << Choice{pattern.title, pattern.title, {}};
     } else if (index.column() == DefaultColumn) {
         const RpaParamItem& item = items.at(index.row());
         if (item.type == RpaParamType::Switch)
@@ -148,6 +141,19 @@ QVector<RecordModel::Choice> ParamItemModel::GetChoices(const QModelIndex& index
         }
     }
     return choices;
+}
+
+bool ParamItemModel::TakesOtherText(const QModelIndex& index) const
+{
+    return index.column() == LimitsColumn;
+}
+
+QVariant ParamItemModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role == Qt::ToolTipRole && orientation == Qt::Horizontal && section == LimitsColumn)
+        return QStringLiteral(
+            "下拉选择：选项，如 甲，乙\n数字和日期：范围，如 1~100\n文本和密码：格式，如 手机号码");
+    return RecordModel::headerData(section, orientation, role);
 }
 
 bool ParamItemModel::IsTaken(const QString& name, int exceptRow) const
@@ -181,6 +187,9 @@ QString ParamItemModel::Write(RpaParamItem& item, int row, int column, const QVa
             item.defaultValue = QVariant();
         if (!item.Fit(item.value))
             item.value = QVariant();
+        item.least = QVariant();
+        item.most = QVariant();
+        item.pattern.clear();
         return {};
     case DefaultColumn: {
         QVariant fitting = text.isEmpty() ? QVariant() : value;
@@ -190,8 +199,7 @@ QString ParamItemModel::Write(RpaParamItem& item, int row, int column, const QVa
         return {};
     }
     default:
-        item.choices = SplitChoices(text);
-        return {};
+        return ParamLimits::Write(item, text);
     }
 }
 

@@ -21,7 +21,7 @@ public:
         TypeColumn,
         DefaultColumn,
         RequiredColumn,
-        ChoicesColumn,
+        LimitsColumn,
     };
 
     ParamItemModel(QUndoStack& undoStack, QObject* parent);
@@ -33,6 +33,8 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVector<Choice> GetChoices(const QModelIndex& index) const override;
+    bool TakesOtherText(const QModelIndex& index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     bool IsNarrow(int column) const override { return column == TypeColumn || column == RequiredColumn; }
     int GetLeastWidth(int column) const override
     {

@@ -39,6 +39,8 @@ public:
         QString icon;
     };
     virtual QVector<Choice> GetChoices(const QModelIndex&) const { return {}; }
+    // Whether it may hold another text than those as well.
+    virtual bool TakesOtherText(const QModelIndex&) const { return false; }
 
     // Whether a column has enough with its least width; the others share the rest.
     virtual bool IsNarrow(int) const { return false; }

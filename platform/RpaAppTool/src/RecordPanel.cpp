@@ -4,6 +4,7 @@
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
+#include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
@@ -23,6 +24,22 @@ const RecordModel* RecordModelOf(const QModelIndex& index)
     return qobject_cast<const RecordModel*>(index.model());
 }
 
+void ShowIn(QComboBox& combo, const QVariant& value)
+{
+    combo.setCurrentIndex(combo.findData(value));
+    if (combo.isEditable())
+        combo.setEditText(value.toString());
+}
+
+// A text that was typed counts as it stands, unless it is the title of a row.
+QVariant PickedIn(const QComboBox& combo)
+{
+    if (!combo.isEditable())
+        return combo.currentData();
+    const int row = combo.findText(combo.currentText());
+    return row < 0 ? QVariant(combo.currentText()) : combo.itemData(row);
+}
+
 } // namespace
 
 QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
@@ -31,7 +48,8 @@ QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     const QVector<RecordModel::Choice> choices = RecordModelOf(index)->GetChoices(index);
     if (choices.isEmpty())
         return CutTextDelegate::createEditor(parent, option, index);
-    auto* combo = new WbComboBox(parent);
+    const bool takesText = RecordModelOf(index)->TakesOtherText(index);
+    WbComboBox* const combo = takesText ? new WbEditableCombo(parent) : new WbComboBox(parent);
     for (const RecordModel::Choice& choice : choices)
         combo->addItem(choice.icon.isEmpty() ? QIcon() : WbIcons::Get(choice.icon), choice.title,
                        choice.value);
@@ -47,7 +65,7 @@ QWidget* RecordDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
 void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     if (auto* combo = qobject_cast<QComboBox*>(editor))
-        combo->setCurrentIndex(combo->findData(index.data(Qt::EditRole)));
+        ShowIn(*combo, index.data(Qt::EditRole));
     else
         CutTextDelegate::setEditorData(editor, index);
 }
@@ -55,7 +73,7 @@ void RecordDelegate::setEditorData(QWidget* editor, const QModelIndex& index) co
 void RecordDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
     if (auto* combo = qobject_cast<QComboBox*>(editor))
-        model->setData(index, combo->currentData());
+        model->setData(index, PickedIn(*combo));
     else
         CutTextDelegate::setModelData(editor, model, index);
 }

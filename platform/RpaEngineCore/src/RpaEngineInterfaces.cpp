@@ -7,6 +7,11 @@
 
 IAppParamEngine::~IAppParamEngine() = default;
 
+QString IAppParamEngine::DemandValues()
+{
+    return {};
+}
+
 QStringList IAppParamEngine::GetSecretParamNames() const
 {
     return QStringList();

@@ -86,6 +86,9 @@ void RpaEngineModule::SetPreparation(IRunPreparation* preparation)
 void RpaEngineModule::SetWaiting(bool waits)
 {
     d->runner.SetWaiting(waits);
+    // Whoever waits may as well enter what would keep the run from starting in the end.
+    if (waits && d->paramEngine.Get())
+        d->paramEngine.Get()->DemandValues();
 }
 
 IRpaTranslator* RpaEngineModule::GetTranslator() const

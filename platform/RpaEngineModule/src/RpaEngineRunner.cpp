@@ -45,6 +45,11 @@ bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString
     const RpaProcess* process = processes ? processes->FindProcess(processName) : nullptr;
     if (!process)
         return Refuse(QStringLiteral("找不到流程“%1”").arg(processName));
+    const QString demand = parts.params.Get() ? parts.params.Get()->DemandValues() : QString();
+    if (!demand.isEmpty()) {
+        log.Append(RpaLogLevel::Warning, QStringLiteral("流程“%1”没有运行：%2").arg(processName, demand));
+        return true; // nothing failed: the run waits for what the user enters
+    }
     program = visual ? RpaProcessTranslator(*processes).Translate(processName)
                      : RpaProcessTranslator::TakeText(*process);
     program.packageFolders = parts.packageFolders;

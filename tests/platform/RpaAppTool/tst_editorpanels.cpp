@@ -23,7 +23,9 @@
 namespace
 {
 constexpr int titlePadding = 16; // both sides, by the theme
-}
+constexpr int typeColumn = 2;    // of the parameters
+constexpr int limitsColumn = 5;
+} // namespace
 
 class EditorPanels : public QObject
 {
@@ -40,6 +42,10 @@ private slots:
     void removingMovingAndUndoKeepTheTools();
     void aParameterNameIsUnique();
     void aChangedTypeDropsWhatDoesNotFit();
+    void limitsAreWrittenInOneCell_data();
+    void limitsAreWrittenInOneCell();
+    void aLimitThatIsNoneIsRefused();
+    void aFormIsPickedOrTyped();
     void removingAColumnCanBeUndoneWithItsCells();
     void anotherPageForgetsTheUndoSteps();
     void theTableIsShownOnlyWithColumns();
@@ -204,6 +210,84 @@ void EditorPanels::aChangedTypeDropsWhatDoesNotFit()
     QVERIFY(!model->setData(model->index(row, 3), QStringLiteral("abc")));
     QVERIFY(model->setData(model->index(row, 3), QStringLiteral("3.5")));
     QCOMPARE(Page()->GetParamData()->GetItem(row).defaultValue, QVariant(3.5));
+}
+
+void EditorPanels::limitsAreWrittenInOneCell_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    const int number = static_cast<int>(RpaParamType::Number);
+    const int date = static_cast<int>(RpaParamType::Date);
+
+    QTest::newRow("range") << number << QStringLiteral(" 1 ~ 100.5 ") << QStringLiteral("1~100.5");
+    QTest::newRow("negative") << number << QStringLiteral("-5至5") << QStringLiteral("-5~5");
+    QTest::newRow("at least") << number << QStringLiteral("3～") << QStringLiteral("3~");
+    QTest::newRow("at most") << number << QStringLiteral("~7") << QStringLiteral("~7");
+    QTest::newRow("dates") << date << QStringLiteral("2024/1/5~2024年2月9日")
+                           << QStringLiteral("2024-01-05~2024-02-09");
+    QTest::newRow("choices") << static_cast<int>(RpaParamType::Choice) << QStringLiteral("甲、乙,丙")
+                             << QStringLiteral("甲，乙，丙");
+    QTest::newRow("known form") << static_cast<int>(RpaParamType::Text) << QStringLiteral("手机号码")
+                                << QStringLiteral("手机号码");
+    QTest::newRow("own form") << static_cast<int>(RpaParamType::Password) << QStringLiteral("[0-9]{6}")
+                              << QStringLiteral("[0-9]{6}");
+}
+
+void EditorPanels::limitsAreWrittenInOneCell()
+{
+    QFETCH(int, type);
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    Click(panel, "recordAdd");
+    QVERIFY(type == 0 || model->setData(model->index(0, typeColumn), type));
+
+    QVERIFY(model->setData(model->index(0, limitsColumn), typed));
+
+    QCOMPARE(model->index(0, limitsColumn).data().toString(), shown);
+    QVERIFY(model->setData(model->index(0, limitsColumn), QString()));
+    QCOMPARE(model->index(0, limitsColumn).data().toString(), QString());
+}
+
+void EditorPanels::aLimitThatIsNoneIsRefused()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    Click(panel, "recordAdd");
+    const QModelIndex limits = model->index(0, limitsColumn);
+    QVERIFY(!model->setData(limits, QStringLiteral("(")));
+    QVERIFY(model->setData(model->index(0, typeColumn), static_cast<int>(RpaParamType::Number)));
+    QVERIFY(model->setData(limits, QStringLiteral("1~2")));
+
+    QVERIFY(!model->setData(limits, QStringLiteral("5")));
+    QVERIFY(!model->setData(limits, QStringLiteral("9~3")));
+    QVERIFY(!model->setData(limits, QStringLiteral("a~b")));
+
+    QCOMPARE(limits.data().toString(), QStringLiteral("1~2"));
+    QVERIFY(model->setData(model->index(0, typeColumn), static_cast<int>(RpaParamType::Switch)));
+    QVERIFY(!(limits.flags() & Qt::ItemIsEditable));
+    QCOMPARE(limits.data().toString(), QString());
+}
+
+void EditorPanels::aFormIsPickedOrTyped()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    panel.resize(640, 300);
+    Click(panel, "recordAdd");
+    QTest::keyClick(View(panel)->findChild<QLineEdit*>(), Qt::Key_Escape);
+    const QModelIndex limits = model->index(0, limitsColumn);
+
+    View(panel)->edit(limits);
+    auto* combo = View(panel)->findChild<QComboBox*>();
+    QVERIFY(combo && combo->isEditable());
+    QVERIFY(combo->findText(QStringLiteral("电子邮箱")) > 0);
+    QTest::keyClicks(combo, QStringLiteral("A[0-9]+"));
+    QTest::keyClick(combo, Qt::Key_Return);
+
+    QTRY_COMPARE(Page()->GetParamData()->GetItem(0).pattern, QStringLiteral("A[0-9]+"));
 }
 
 void EditorPanels::removingAColumnCanBeUndoneWithItsCells()

@@ -10,11 +10,15 @@
 #include <QDateEdit>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QSignalSpy>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 
 class ParamWidget : public QObject
 {
@@ -29,6 +33,11 @@ private slots:
     void aRunReadsAndWritesValues();
     void aValueThatDoesNotFitIsRefused();
     void anEmptyRequiredFieldIsMarked();
+    void aRunDemandsWhatIsMissing();
+    void aDemandGoesWhenItIsMet();
+    void aDemandIsScrolledTo();
+    void aNumberNobodyEnteredIsNotShownAsNought();
+    void aDateIsNoneUntilItIsEntered();
     void passwordsAreHidden();
     void theCalendarShowsWholeWeeksInChinese();
     void aFileIsChosen();
@@ -47,6 +56,21 @@ private:
     QWidget* Field(int index)
     {
         return widget->findChildren<QWidget*>(QStringLiteral("paramField")).value(index);
+    }
+
+    void Demand(int index, const QString& label, const QVariant& least, const QVariant& most)
+    {
+        RpaParamItem item = params->GetItem(index);
+        item.label = label;
+        item.required = true;
+        item.least = least;
+        item.most = most;
+        QVERIFY(params->SetItem(index, item));
+    }
+    // The text below a field; none before there was one.
+    QLabel* Problem(int index)
+    {
+        return Field(index)->parentWidget()->findChild<QLabel*>(QStringLiteral("paramProblem"));
     }
 
     void PressChooseFile()
@@ -156,6 +180,92 @@ void ParamWidget::anEmptyRequiredFieldIsMarked()
     QTest::keyClicks(Field(0), QStringLiteral("x"));
 
     QVERIFY(!Field(0)->property("missing").toBool());
+}
+
+void ParamWidget::aRunDemandsWhatIsMissing()
+{
+    Demand(1, QStringLiteral("数量"), 5.0, 9.0);
+    Demand(5, QStringLiteral("发票"), {}, {});
+    QSignalSpy demanded(widget, &IAppParamWidget::SigDemanded);
+    host->activateWindow();
+
+    QCOMPARE(widget->DemandValues(), QStringLiteral("请填写“数量”"));
+
+    QCOMPARE(demanded.size(), 1);
+    QTRY_VERIFY(Field(1)->hasFocus());
+    QCOMPARE(Problem(1)->text(), QStringLiteral("请填写“数量”"));
+    QVERIFY(Problem(1)->isVisible());
+    QCOMPARE(Problem(5)->text(), QStringLiteral("请选择“发票”"));
+    QVERIFY(!Problem(0));
+
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("12"));
+
+    QCOMPARE(Problem(1)->text(), QStringLiteral("“数量”应在 5 到 9 之间"));
+    QCOMPARE(widget->DemandValues(), QStringLiteral("“数量”应在 5 到 9 之间"));
+}
+
+void ParamWidget::aDemandGoesWhenItIsMet()
+{
+    Demand(0, QStringLiteral("客户"), {}, {});
+    QCOMPARE(widget->DemandValues(), QStringLiteral("请填写“客户”"));
+
+    QTest::keyClicks(Field(0), QStringLiteral("A"));
+
+    QVERIFY(!Problem(0)->isVisible());
+    QCOMPARE(widget->DemandValues(), QString());
+}
+
+void ParamWidget::aDemandIsScrolledTo()
+{
+    QScrollArea area;
+    area.setWidgetResizable(true);
+    area.setWidget(host.get());
+    host->setLayout(new QVBoxLayout);
+    host->layout()->addWidget(widget);
+    area.resize(300, 90);
+    Demand(6, QStringLiteral("口令"), {}, {});
+    area.show();
+    QTRY_VERIFY(Field(6)->mapTo(&area, QPoint()).y() > area.height());
+
+    QCOMPARE(widget->DemandValues(), QStringLiteral("请填写“口令”"));
+
+    const auto isSeen = [&](const QWidget* part) {
+        const QRect place(part->mapTo(area.viewport(), QPoint()), part->size());
+        return area.viewport()->rect().contains(place);
+    };
+    QTRY_VERIFY(isSeen(Field(6)) && isSeen(Problem(6)));
+    area.takeWidget();
+}
+
+void ParamWidget::aNumberNobodyEnteredIsNotShownAsNought()
+{
+    Demand(1, QStringLiteral("数量"), {}, {});
+    auto* edit = static_cast<QLineEdit*>(Field(1));
+
+    QCOMPARE(edit->text(), QString());
+    QTest::keyClicks(edit, QStringLiteral("0"));
+
+    QCOMPARE(edit->text(), QStringLiteral("0"));
+    QCOMPARE(widget->DemandValues(), QString());
+}
+
+void ParamWidget::aDateIsNoneUntilItIsEntered()
+{
+    auto* date = qobject_cast<QDateEdit*>(Field(2));
+    QCOMPARE(date->text(), QStringLiteral("请选择日期"));
+    QVERIFY(!widget->GetParam(QStringLiteral("date")).toDate().isValid());
+
+    QTest::keyClick(date, Qt::Key_Up);
+
+    QCOMPARE(widget->GetParam(QStringLiteral("date")).toDate(), date->date());
+    QCOMPARE(date->text(), date->date().toString(Qt::ISODate));
+    params->SetValue(2, QVariant());
+    QCOMPARE(date->text(), QStringLiteral("请选择日期"));
+
+    date->setFocus();
+    QTest::keyClicks(date, QStringLiteral("2031"));
+
+    QCOMPARE(widget->GetParam(QStringLiteral("date")).toDate().year(), 2031);
 }
 
 void ParamWidget::passwordsAreHidden()

@@ -1,6 +1,7 @@
 #include "EngineRunFixture.h"
 #include "TestApp.h"
 
+#include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineModule/IRunPreparation.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 
@@ -21,6 +22,22 @@ public:
     QString refusal;
     int stops = 0;
 };
+
+class DemandingParams : public IAppParamEngine
+{
+public:
+    QStringList GetParamNames() const override { return {}; }
+    QVariant GetParam(const QString&) const override { return {}; }
+    bool SetParam(const QString&, const QVariant&) override { return false; }
+    QString DemandValues() override
+    {
+        ++demands;
+        return problem;
+    }
+
+    QString problem;
+    int demands = 0;
+};
 } // namespace
 
 // A run that does its worst is gone within a second.
@@ -36,6 +53,8 @@ private slots:
     void aRunStoppedBeforeItsProgramConnectsEndsQuietly();
     void aRunGivenUpWhileItWaitsIsNotStarted();
     void noRunStartsAgainstItsPreparation();
+    void noRunStartsWithoutTheValuesItDemands();
+    void whatIsMissingIsToldWhileARunWaits();
 };
 
 void EngineStop::stopEndsTheWholeRun_data()
@@ -141,6 +160,37 @@ void EngineStop::noRunStartsAgainstItsPreparation()
     preparation.refusal.clear();
     QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
     QVERIFY(engine.life.WaitUntilOver());
+}
+
+void EngineStop::noRunStartsWithoutTheValuesItDemands()
+{
+    EngineRunFixture engine;
+    DemandingParams params;
+    params.problem = QStringLiteral("请填写“客户”");
+    engine.Engine()->SetAppParamEngine(&params);
+
+    // Nothing failed: no other message is due.
+    QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
+
+    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("没有运行：请填写“客户”")));
+    QVERIFY(engine.life.events.isEmpty());
+    QVERIFY(!RpaProcessRelatedUIControler::Instance()->IsRunning());
+    params.problem.clear();
+    QVERIFY(engine.RunText(QStringLiteral("print('up')\n")));
+    QVERIFY(engine.life.WaitUntilOver());
+}
+
+void EngineStop::whatIsMissingIsToldWhileARunWaits()
+{
+    EngineRunFixture engine;
+    DemandingParams params;
+    engine.Engine()->SetAppParamEngine(&params);
+
+    engine.Engine()->SetWaiting(true);
+    QCOMPARE(params.demands, 1);
+    engine.Engine()->SetWaiting(false);
+
+    QCOMPARE(params.demands, 1);
 }
 
 RPA_TEST_MAIN(EngineStop)

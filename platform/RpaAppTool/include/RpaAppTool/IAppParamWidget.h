@@ -22,6 +22,10 @@ public:
     // Shows these parameters and follows their changes; null shows none. Not owned; may go away at any time.
     virtual void SetParamData(RpaParamData* data) = 0;
 
+signals:
+    // A run lacks a value: its field is about to take the cursor, and should be seen.
+    void SigDemanded();
+
 protected:
     explicit IAppParamWidget(QWidget* parent);
 };

@@ -23,4 +23,8 @@ public:
 
     // False when there is no such parameter or the value does not fit it.
     virtual bool SetParam(const QString& name, const QVariant& value) = 0;
+
+    // Before a run: why it may not start with the values that there are, in the user's words, who is shown
+    // where to enter what is missing. Empty when it may, and where it is not overridden.
+    virtual QString DemandValues();
 };

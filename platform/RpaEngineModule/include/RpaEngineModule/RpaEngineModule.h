@@ -52,7 +52,8 @@ public:
     bool Check(const QString& processName);
 
     // Starts the named process; false when it could not be started (the reason is in the log). True as well
-    // when it was given up while it waited.
+    // when it was given up while it waited, and when nothing is started because the parameters demand a value
+    // (IAppParamEngine::DemandValues).
     bool Execute(const QString& processName);
 
     // Stops the named process; false when it neither runs nor waits.
