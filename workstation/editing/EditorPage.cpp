@@ -1,5 +1,7 @@
 #include "EditorPage.h"
 
+#include "ResultsBar.h"
+
 #include <RpaAppTool/IAppParamWidget.h>
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RobotExecuteInfo.h>
@@ -25,10 +27,13 @@ RobotExecuteInfo LaunchInfo(const AppRecord& app)
 }
 } // namespace
 
-EditorPage::EditorPage(QWidget* parent) : WbBaseWidget(parent), layout(new QVBoxLayout(this))
+EditorPage::EditorPage(QWidget* parent)
+    : WbBaseWidget(parent), layout(new QVBoxLayout(this)), results(new ResultsBar)
 {
     setObjectName(QStringLiteral("EditorPage"));
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(results);
     connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, this,
             &EditorPage::SlotAnswered);
 }
@@ -41,7 +46,7 @@ void EditorPage::Open(const AppRecord& record)
     app = record;
     setWindowTitle(app.name);
     editor = new RpaAppEditorWidget(this);
-    layout->addWidget(editor);
+    layout->insertWidget(0, editor, 1);
     editor->show();
     editor->setFocus();
     if (auto* params = editor->findChild<IAppParamWidget*>()) {
@@ -86,6 +91,7 @@ void EditorPage::Discard()
     }
     delete editor;
     editor = nullptr;
+    results->Forget();
     const AppRecord left = std::exchange(app, AppRecord());
     emit SigLeft(left);
     emit SigClosed();

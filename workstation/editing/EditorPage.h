@@ -7,6 +7,7 @@
 #include <QMessageBox>
 
 class QVBoxLayout;
+class ResultsBar;
 class RpaAppEditorWidget;
 
 // Holds the editor of the app that is open. There is one at a time: the list of versions that an editor works
@@ -44,6 +45,7 @@ private:
     void SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer);
 
     QVBoxLayout* layout;
+    ResultsBar* const results;
     RpaAppEditorWidget* editor = nullptr;
     AppRecord app;
     bool asking = false;

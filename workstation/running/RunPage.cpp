@@ -219,4 +219,6 @@ void RunPage::SlotEnded()
 {
     labelRun->setText(QStringLiteral("运行结束"));
     tabs->setEnabled(true);
+    // To its user the app is what it holds now; only authors have something of before.
+    app->GetUIDataManager()->KeepResults();
 }

@@ -51,7 +51,7 @@ void ParamJson::Write(JsonWriter& writer, const RpaParamItem& item)
     writer.Member("type", foreign ? item.foreignType : RpaParamItem::GetTypeName(item.type));
     if (item.type != RpaParamType::Password) {
         WriteValue(writer, "default", item.defaultValue);
-        WriteValue(writer, "value", item.value);
+        WriteValue(writer, "value", item.isResult ? item.initial : item.value);
     }
     if (!item.choices.isEmpty()) {
         writer.Key("choices");

@@ -71,6 +71,8 @@ RpaAppData::RpaAppData(QObject* parent) : IJsonParser(parent), d(std::make_uniqu
     // Signals that carry the pointer may be queued.
     static const int metaType = qRegisterMetaType<RpaAppDataPtr>("RpaAppDataPtr");
     Q_UNUSED(metaType)
+    connect(&d->uiData, &RpaUIDataManager::SigResultsChanged, this,
+            [this] { emit RpaAppDataNotify::Instance()->SigResultsChanged(this); });
 }
 
 RpaAppData::~RpaAppData()

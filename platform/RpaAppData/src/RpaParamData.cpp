@@ -9,7 +9,9 @@
 
 #include <QDate>
 
+#include <algorithm>
 #include <tuple>
+#include <utility>
 
 namespace
 {
@@ -37,8 +39,8 @@ const QVector<TypeRow>& TypeRows()
 auto Tie(const RpaParamItem& item)
 {
     return std::tie(item.name, item.label, item.type, item.foreignType, item.defaultValue, item.value,
-                    item.choices, item.required, item.least, item.most, item.pattern, item.hint,
-                    item.unknown);
+                    item.isResult, item.initial, item.choices, item.required, item.least, item.most,
+                    item.pattern, item.hint, item.unknown);
 }
 
 void DropWhatDoesNotFit(RpaParamItem& item)
@@ -47,6 +49,8 @@ void DropWhatDoesNotFit(RpaParamItem& item)
         item.defaultValue = QVariant();
     if (!item.Fit(item.value))
         item.value = QVariant();
+    if (!item.Fit(item.initial))
+        item.initial.clear();
     const bool isForeign = item.type == RpaParamType::Text && !item.foreignType.isEmpty();
     for (QVariant* limit : {&item.least, &item.most}) {
         if (!(item.TakesRange() || isForeign) || !item.Fit(*limit))
@@ -197,9 +201,12 @@ bool RpaParamData::RemoveItem(int index)
 {
     if (index < 0 || index >= items.size())
         return false;
+    const bool wasResult = items.at(index).isResult;
     items.removeAt(index);
     emit SigRemoved(index);
     emit SigChanged();
+    if (wasResult)
+        emit SigResultsChanged();
     return true;
 }
 
@@ -214,6 +221,7 @@ bool RpaParamData::MoveItem(int from, int to)
 
 void RpaParamData::SetItems(const QVector<RpaParamItem>& newItems)
 {
+    const int resultsBefore = GetResultCount();
     items.clear();
     FreeNames names;
     for (RpaParamItem item : newItems) {
@@ -224,19 +232,73 @@ void RpaParamData::SetItems(const QVector<RpaParamItem>& newItems)
     }
     emit SigReset();
     emit SigChanged();
+    if (GetResultCount() != resultsBefore)
+        emit SigResultsChanged();
 }
 
 bool RpaParamData::SetValue(int index, const QVariant& value)
 {
+    return Write(index, value, false);
+}
+
+bool RpaParamData::SetResult(int index, const QVariant& value)
+{
+    return Write(index, value, true);
+}
+
+bool RpaParamData::Write(int index, const QVariant& value, bool isResult)
+{
     QVariant fitting = value;
     if (index < 0 || index >= items.size() || !items.at(index).Fit(fitting))
         return false;
-    if (items.at(index).value == fitting && items.at(index).value.isValid() == fitting.isValid())
+    RpaParamItem& item = items[index];
+    const bool isSame = item.value == fitting && item.value.isValid() == fitting.isValid();
+    if (isSame && (isResult || !item.isResult))
         return true;
-    items[index].value = fitting;
+    const bool wasResult = std::exchange(item.isResult, isResult);
+    if (isResult && !wasResult)
+        item.initial = item.value;
+    else if (!isResult)
+        item.initial.clear();
+    item.value = fitting;
     emit SigValueChanged(index);
     emit SigChanged();
+    if (wasResult != isResult)
+        emit SigResultsChanged();
     return true;
+}
+
+int RpaParamData::GetResultCount() const
+{
+    return int(
+        std::count_if(items.begin(), items.end(), [](const RpaParamItem& item) { return item.isResult; }));
+}
+
+void RpaParamData::KeepResults()
+{
+    if (GetResultCount() == 0)
+        return;
+    for (RpaParamItem& item : items) {
+        item.isResult = false;
+        item.initial.clear();
+    }
+    emit SigChanged();
+    emit SigResultsChanged();
+}
+
+void RpaParamData::RestoreResults()
+{
+    if (GetResultCount() == 0)
+        return;
+    for (int index = 0; index < items.size(); ++index) {
+        RpaParamItem& item = items[index];
+        if (!std::exchange(item.isResult, false))
+            continue;
+        item.value = item.initial;
+        item.initial.clear();
+        emit SigValueChanged(index);
+    }
+    emit SigResultsChanged();
 }
 
 void RpaParamData::WriteJson(JsonWriter& writer) const

@@ -69,8 +69,7 @@ int RpaTableData::InsertColumn(int index, const RpaTableColumn& column)
     const int place = ListMove::Place(index, columns.size());
     emit SigAboutToInsertColumn(place);
     columns.insert(place, column);
-    for (QVector<QVariant>& row : rows)
-        row.insert(place, QVariant());
+    ForEachRow([place](QVector<QVariant>& row) { row.insert(place, QVariant()); });
     emit SigColumnInserted(place);
     emit SigChanged();
     return place;
@@ -86,10 +85,10 @@ bool RpaTableData::SetColumn(int index, const RpaTableColumn& column)
     const bool newType = column.type != columns.at(index).type;
     columns[index] = column;
     if (newType) {
-        for (QVector<QVariant>& row : rows) {
+        ForEachRow([&column, index](QVector<QVariant>& row) {
             if (!column.Fit(row[index]))
                 row[index] = QVariant();
-        }
+        });
     }
     emit SigColumnChanged(index);
     if (newType && !rows.isEmpty())
@@ -104,8 +103,7 @@ bool RpaTableData::RemoveColumn(int index)
         return false;
     emit SigAboutToRemoveColumn(index);
     columns.removeAt(index);
-    for (QVector<QVariant>& row : rows)
-        row.removeAt(index);
+    ForEachRow([index](QVector<QVariant>& row) { row.removeAt(index); });
     emit SigColumnRemoved(index);
     emit SigChanged();
     return true;
@@ -117,8 +115,7 @@ bool RpaTableData::MoveColumn(int from, int to)
         return false;
     emit SigAboutToReset();
     columns.move(from, to);
-    for (QVector<QVariant>& row : rows)
-        row.move(from, to);
+    ForEachRow([from, to](QVector<QVariant>& row) { row.move(from, to); });
     emit SigReset();
     emit SigChanged();
     return true;
@@ -198,7 +195,7 @@ void RpaTableData::ClearRows()
 void RpaTableData::WriteJson(JsonWriter& writer) const
 {
     writer.BeginObject();
-    TableJson::Write(writer, columns, rows);
+    TableJson::Write(writer, columns, hasResults ? initialRows : rows);
     writer.RawMembers(unknown);
     writer.EndObject();
 }
@@ -217,6 +214,8 @@ std::function<void()> RpaTableData::ReadJson(JsonReader& reader)
         unknown = foreign;
         columns.clear();
         rows = table.rows;
+        hasResults = false;
+        initialRows.clear();
         FreeNames names;
         for (RpaTableColumn column : table.columns) {
             if (!names.Take(column.name))

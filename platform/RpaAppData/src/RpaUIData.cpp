@@ -8,6 +8,8 @@ RpaUIData::RpaUIData(const QString& name, QObject* parent) : QObject(parent), d(
     connect(&d->tools, &RpaToolData::SigChanged, this, &RpaUIData::SigChanged);
     connect(&d->params, &RpaParamData::SigChanged, this, &RpaUIData::SigChanged);
     connect(&d->table, &RpaTableData::SigChanged, this, &RpaUIData::SigChanged);
+    connect(&d->params, &RpaParamData::SigResultsChanged, this, &RpaUIData::SigResultsChanged);
+    connect(&d->table, &RpaTableData::SigResultsChanged, this, &RpaUIData::SigResultsChanged);
 }
 
 RpaUIData::~RpaUIData() = default;

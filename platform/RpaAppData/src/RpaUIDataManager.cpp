@@ -5,6 +5,7 @@
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
+#include <algorithm>
 #include <vector>
 
 class RpaUIDataManager::Private
@@ -20,6 +21,7 @@ public:
     void Adopt(RpaUIDataManager& manager, Page page)
     {
         connect(page.get(), &RpaUIData::SigChanged, &manager, &RpaUIDataManager::SigChanged);
+        connect(page.get(), &RpaUIData::SigResultsChanged, &manager, &RpaUIDataManager::SigResultsChanged);
         pages.push_back(std::move(page));
     }
 
@@ -56,6 +58,29 @@ QString RpaUIDataManager::GetUIName(int index) const
 RpaUIData* RpaUIDataManager::GetUIData(int index) const
 {
     return index >= 0 && index < GetCount() ? d->pages[static_cast<size_t>(index)].get() : nullptr;
+}
+
+bool RpaUIDataManager::HasResults() const
+{
+    return std::any_of(d->pages.begin(), d->pages.end(), [](const Private::Page& page) {
+        return page->GetParamData()->GetResultCount() > 0 || page->GetTableData()->HasResults();
+    });
+}
+
+void RpaUIDataManager::KeepResults()
+{
+    for (const auto& page : d->pages) {
+        page->GetParamData()->KeepResults();
+        page->GetTableData()->KeepResults();
+    }
+}
+
+void RpaUIDataManager::RestoreResults()
+{
+    for (const auto& page : d->pages) {
+        page->GetParamData()->RestoreResults();
+        page->GetTableData()->RestoreResults();
+    }
 }
 
 bool RpaUIDataManager::IsExist(const QString& name) const
@@ -99,6 +124,7 @@ void RpaUIDataManager::DeleteUIData(int index)
     if (d->active != before)
         emit SigIndexActiveChanged(d->active);
     emit SigChanged();
+    emit SigResultsChanged();
 }
 
 void RpaUIDataManager::UpdateUIData(int index, const QString& name)
@@ -214,6 +240,7 @@ void RpaUIDataManager::Private::Replace(RpaUIDataManager& manager, std::vector<P
     emit manager.SigReset();
     emit manager.SigIndexActiveChanged(active);
     emit manager.SigChanged();
+    emit manager.SigResultsChanged();
 }
 
 void RpaUIDataManager::WriteJson(JsonWriter& writer) const

@@ -145,5 +145,5 @@ QVariant AppParamWidget::GetParam(const QString& name) const
 bool AppParamWidget::SetParam(const QString& name, const QVariant& value)
 {
     const int index = paramData ? paramData->IndexOf(name) : -1;
-    return index >= 0 && paramData->SetValue(index, value);
+    return index >= 0 && paramData->SetResult(index, value);
 }

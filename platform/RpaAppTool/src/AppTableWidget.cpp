@@ -145,23 +145,41 @@ void AppTableWidget::BuildView()
 
 void AppTableWidget::SetTableData(RpaTableData* pageData)
 {
+    if (RpaTableData* const former = model->GetData())
+        former->disconnect(this);
     model->SetData(pageData);
+    if (pageData)
+        connect(pageData, &RpaTableData::SigResultsChanged, this, &AppTableWidget::UpdateState);
     UpdateState();
 }
 
 void AppTableWidget::SetUserEditable(bool editable)
 {
     userEditable = editable;
-    model->SetUserEditable(editable);
     UpdateState();
+}
+
+// What is typed between the results of a run would go with them, or stay with them.
+bool AppTableWidget::IsEditable() const
+{
+    return userEditable && !HasResults();
+}
+
+bool AppTableWidget::HasResults() const
+{
+    return model->GetData() && model->GetData()->HasResults();
 }
 
 void AppTableWidget::UpdateState()
 {
-    countLabel->setText(QStringLiteral("共 %1 行").arg(model->rowCount()));
+    model->SetUserEditable(IsEditable());
+    const QString count = QStringLiteral("共 %1 行").arg(model->rowCount());
+    countLabel->setText(HasResults() ? count + QStringLiteral("，运行结果") : count);
+    view->setToolTip(userEditable && HasResults() ? QStringLiteral("表格中是运行结果，保留或还原后才能修改")
+                                                  : QString());
     const bool hasColumns = model->columnCount() > 0;
     for (QToolButton* button : qAsConst(editButtons))
-        button->setEnabled(userEditable && hasColumns);
+        button->setEnabled(IsEditable() && hasColumns);
     if (!view->selectionModel()->hasSelection())
         editButtons.at(1)->setEnabled(false);
 }
@@ -213,7 +231,7 @@ void AppTableWidget::Paste()
 {
     const QModelIndex current = view->currentIndex();
     const QVector<QStringList> rows = CsvText::ReadClipboard(QGuiApplication::clipboard()->text());
-    if (!userEditable || rows.isEmpty() || model->columnCount() == 0)
+    if (!IsEditable() || rows.isEmpty() || model->columnCount() == 0)
         return;
     const TableMisfits misfits =
         model->PasteTexts(qMax(0, current.row()), qMax(0, current.column()), rows, QStringLiteral("粘贴"));
@@ -285,11 +303,11 @@ bool AppTableWidget::HandleKey(QKeyEvent* event)
         Copy();
     else if (event->matches(QKeySequence::Paste))
         Paste();
-    else if (event->matches(QKeySequence::Undo) && userEditable)
+    else if (event->matches(QKeySequence::Undo) && IsEditable())
         undoStack.undo();
-    else if (event->matches(QKeySequence::Redo) && userEditable)
+    else if (event->matches(QKeySequence::Redo) && IsEditable())
         undoStack.redo();
-    else if (event->key() == Qt::Key_Delete && userEditable)
+    else if (event->key() == Qt::Key_Delete && IsEditable())
         model->ClearCells(view->selectionModel()->selectedIndexes());
     else
         return false;
@@ -313,16 +331,25 @@ QVariant AppTableWidget::GetCell(int row, int column) const
 
 bool AppTableWidget::SetCell(int row, int column, const QVariant& value)
 {
-    return model->GetData() && model->GetData()->SetCell(row, column, value);
+    RpaTableData* const table = model->GetData();
+    return table && table->WriteResult([&] { return table->SetCell(row, column, value); });
 }
 
 int AppTableWidget::AppendRow(const QVariantList& values)
 {
-    return model->GetData() ? model->GetData()->AppendRow(values) : -1;
+    RpaTableData* const table = model->GetData();
+    int row = -1;
+    if (table)
+        table->WriteResult([&] { return (row = table->AppendRow(values)) >= 0; });
+    return row;
 }
 
 void AppTableWidget::ClearRows()
 {
-    if (model->GetData())
-        model->GetData()->ClearRows();
+    RpaTableData* const table = model->GetData();
+    if (table)
+        table->WriteResult([table] {
+            table->ClearRows();
+            return true;
+        });
 }

@@ -36,6 +36,8 @@ private:
     QWidget* BuildToolBar();
     void BuildView();
     void UpdateState();
+    bool IsEditable() const;
+    bool HasResults() const;
     void SetWidths(int first, int last);
     void AddRow();
     void RemoveRows();

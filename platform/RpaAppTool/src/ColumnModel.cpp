@@ -1,5 +1,4 @@
 #include "ColumnModel_p.h"
-#include "TableContent_p.h"
 
 #include <WbBaseUI/WbIcons.h>
 
@@ -14,8 +13,8 @@ constexpr int NameLength = 40;
 class ContentCommand : public QUndoCommand
 {
 public:
-    ContentCommand(const QString& text, RpaTableData* changed, const TableContent& contentBefore,
-                   const TableContent& contentAfter)
+    ContentCommand(const QString& text, RpaTableData* changed, const RpaTableData::Content& contentBefore,
+                   const RpaTableData::Content& contentAfter)
         : QUndoCommand(text), data(changed), before(contentBefore), after(contentAfter)
     {
     }
@@ -23,20 +22,20 @@ public:
     void undo() override
     {
         if (data)
-            before.WriteTo(*data);
+            data->SetContent(before);
     }
     void redo() override
     {
         // The first time the act has been done already.
         if (done && data)
-            after.WriteTo(*data);
+            data->SetContent(after);
         done = true;
     }
 
 private:
     const QPointer<RpaTableData> data;
-    const TableContent before;
-    const TableContent after;
+    const RpaTableData::Content before;
+    const RpaTableData::Content after;
     bool done = false;
 };
 
@@ -165,9 +164,9 @@ bool ColumnModel::Change(const QString& text, const std::function<bool(RpaTableD
 {
     if (!tableData)
         return false;
-    const TableContent before = TableContent::Of(*tableData);
+    const RpaTableData::Content before = tableData->GetContent();
     if (!act(*tableData))
         return false;
-    undoStack.push(new ContentCommand(text, tableData, before, TableContent::Of(*tableData)));
+    undoStack.push(new ContentCommand(text, tableData, before, tableData->GetContent()));
     return true;
 }

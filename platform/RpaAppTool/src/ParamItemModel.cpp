@@ -51,6 +51,7 @@ void ParamItemModel::SetData(RpaParamData* given)
     undoStack.clear();
     if (paramData) {
         connect(paramData, &RpaParamData::SigChanged, this, &ParamItemModel::Refresh);
+        connect(paramData, &RpaParamData::SigResultsChanged, this, &ParamItemModel::Refresh);
         connect(paramData, &QObject::destroyed, this, &ParamItemModel::Refresh);
     }
     Refresh();

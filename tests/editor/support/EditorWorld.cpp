@@ -172,10 +172,15 @@ int EditorWorld::GetState(const RobotExecuteInfo& app, const QString& versionId)
     return 0;
 }
 
+QByteArray EditorWorld::GetContent(const QString& versionId)
+{
+    return Finish(network.get(Request(QStringLiteral("/versions/%1/data").arg(versionId))));
+}
+
 QString EditorWorld::GetInstructions(const QString& versionId)
 {
     RpaAppData content;
-    content.Parse(Finish(network.get(Request(QStringLiteral("/versions/%1/data").arg(versionId)))));
+    content.Parse(GetContent(versionId));
     return content.GetAppExtendInfo()->GetManual();
 }
 

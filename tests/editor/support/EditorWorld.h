@@ -52,6 +52,7 @@ public:
     QStringList GetVersionNames(const RobotExecuteInfo& app);
     QStringList GetVersionIds(const RobotExecuteInfo& app);
     int GetState(const RobotExecuteInfo& app, const QString& versionId);
+    QByteArray GetContent(const QString& versionId);
     QString GetInstructions(const QString& versionId);
 
 private:

@@ -22,6 +22,8 @@ signals:
     void SigMarkCleared(RpaAppData* app);
     // Parse() or InitDefault() replaced the content.
     void SigReplaced(RpaAppData* app);
+    // Runs wrote something into its pages, or what they wrote was kept or taken back.
+    void SigResultsChanged(RpaAppData* app);
     // The app data is about to go; it can still be read.
     void SigGoing(RpaAppData* app);
 

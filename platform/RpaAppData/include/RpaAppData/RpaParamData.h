@@ -35,6 +35,8 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     QString foreignType;   // a newer client's type, treated as Text here and written back
     QVariant defaultValue; // invalid for none
     QVariant value;        // invalid: the default counts
+    bool isResult = false; // a run wrote the value; it is no part of the app before it is kept
+    QVariant initial;      // the value before that
     QStringList choices;   // of a Choice
     bool required = false;
     QVariant least; // of a Number or a Date, as its value; invalid: no limit
@@ -107,10 +109,20 @@ public:
     // it back.
     bool SetValue(int index, const QVariant& value);
 
+    // What a run wrote: like SetValue(), but no part of the JSON, which holds the value of before, until it
+    // is kept.
+    bool SetResult(int index, const QVariant& value);
+    int GetResultCount() const;
+    // Makes the values that runs wrote part of the app, or takes them back.
+    void KeepResults();
+    void RestoreResults();
+
     void WriteJson(JsonWriter& writer) const;
     std::function<void()> ReadJson(JsonReader& reader);
 
 signals:
+    // There are other results of runs than before.
+    void SigResultsChanged();
     void SigInserted(int index);
     void SigItemChanged(int index);
     // Only the value of an item changed.
@@ -118,9 +130,11 @@ signals:
     void SigRemoved(int index);
     void SigMoved(int from, int to);
     void SigReset();
-    // After each of the above.
+    // After each of the above; not when results are taken back, which leaves the app as it was.
     void SigChanged();
 
 private:
+    bool Write(int index, const QVariant& value, bool isResult);
+
     QVector<RpaParamItem> items;
 };

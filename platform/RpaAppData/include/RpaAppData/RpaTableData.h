@@ -94,6 +94,27 @@ public:
     bool MoveRow(int from, int to);
     void ClearRows();
 
+    // What a run does to cells and rows: as the operation does it, but no part of the JSON, which holds the
+    // rows of before, until it is kept. Columns that change meanwhile change in both.
+    bool WriteResult(const std::function<bool()>& operation);
+    bool HasResults() const { return hasResults; }
+    // Rows as the JSON holds them.
+    int GetStoredRowCount() const { return hasResults ? initialRows.size() : rows.size(); }
+    // Makes what runs wrote part of the app, or takes it back.
+    void KeepResults();
+    void RestoreResults();
+
+    // Everything as a value, to be put back in one go.
+    struct Content
+    {
+        QVector<RpaTableColumn> columns;
+        QVector<QVector<QVariant>> rows;
+        bool hasResults = false;
+        QVector<QVector<QVariant>> initialRows;
+    };
+    Content GetContent() const { return {columns, rows, hasResults, initialRows}; }
+    void SetContent(const Content& content);
+
     void WriteJson(JsonWriter& writer) const;
     std::function<void()> ReadJson(JsonReader& reader);
 
@@ -111,11 +132,18 @@ signals:
     // Moves of rows and columns, and everything at once.
     void SigAboutToReset();
     void SigReset();
-    // After each change.
+    // After each change; not when results are taken back, which leaves the app as it was.
     void SigChanged();
+    // There are results of runs, or none any more.
+    void SigResultsChanged();
 
 private:
+    using Rows = QVector<QVector<QVariant>>;
+    void ForEachRow(const std::function<void(QVector<QVariant>&)>& act);
+
     QVector<RpaTableColumn> columns;
-    QVector<QVector<QVariant>> rows;
+    Rows rows;
+    bool hasResults = false;
+    Rows initialRows;   // those before the results
     QByteArray unknown; // members written by a newer client
 };

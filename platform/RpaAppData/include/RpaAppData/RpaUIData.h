@@ -32,6 +32,8 @@ public:
 signals:
     // The name or anything inside the parts changed.
     void SigChanged();
+    // There are other results of runs than before, in the parameters or in the table.
+    void SigResultsChanged();
 
 private:
     friend class RpaUIDataManager;

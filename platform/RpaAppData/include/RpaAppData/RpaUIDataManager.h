@@ -46,6 +46,11 @@ public:
     int GetIndexActive() const;
     void SetIndexActive(int index);
 
+    // What runs wrote into the pages and is no part of the app yet: makes it one, or takes it back.
+    bool HasResults() const;
+    void KeepResults();
+    void RestoreResults();
+
     void WriteJson(JsonWriter& writer) const override;
     Commit ReadJson(JsonReader& reader) override;
 
@@ -60,6 +65,7 @@ signals:
     void SigReset();
     // After each change of the list and of any page; not for the active index.
     void SigChanged();
+    void SigResultsChanged();
 
 private:
     class Private;

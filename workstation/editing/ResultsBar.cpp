@@ -1,0 +1,119 @@
+#include "ResultsBar.h"
+
+#include <RpaAppData/RpaAppDataNotify.h>
+#include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <WbBaseUI/BaseUIBusiness.h>
+#include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbPushButton.h>
+
+#include <QHBoxLayout>
+
+namespace
+{
+QString WhatRunsWrote(const RpaUIDataManager& pages)
+{
+    int values = 0;
+    QStringList parts;
+    for (int index = 0; index < pages.GetCount(); ++index) {
+        const RpaUIData* const page = pages.GetUIData(index);
+        values += page->GetParamData()->GetResultCount();
+        if (page->GetTableData()->HasResults())
+            parts << QStringLiteral("“%1”的表格（现有 %2 行，运行前 %3 行）")
+                         .arg(page->GetName())
+                         .arg(page->GetTableData()->GetRowCount())
+                         .arg(page->GetTableData()->GetStoredRowCount());
+    }
+    if (values > 0)
+        parts.prepend(QStringLiteral("%1 个参数的值").arg(values));
+    return parts.join(QStringLiteral("、"));
+}
+} // namespace
+
+ResultsBar::ResultsBar(QWidget* parent)
+    : QFrame(parent), text(new WbLabel), keep(new WbPushButton(nullptr, Wb::SecondaryButton)),
+      restore(new WbPushButton(nullptr, Wb::SecondaryButton))
+{
+    setObjectName(QStringLiteral("resultsBar"));
+    text->setObjectName(QStringLiteral("labelResults"));
+    text->setWordWrap(true);
+    keep->setObjectName(QStringLiteral("buttonKeepResults"));
+    keep->setText(QStringLiteral("保留为初始数据"));
+    restore->setObjectName(QStringLiteral("buttonRestoreResults"));
+    restore->setText(QStringLiteral("还原"));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(28, 6, 28, 6);
+    layout->setSpacing(12);
+    layout->addWidget(text, 1);
+    layout->addWidget(keep);
+    layout->addWidget(restore);
+    hide();
+    connect(keep, &QPushButton::clicked, this, &ResultsBar::Keep);
+    connect(restore, &QPushButton::clicked, this, &ResultsBar::Restore);
+    connect(RpaAppDataNotify::Instance(), &RpaAppDataNotify::SigResultsChanged, this,
+            &ResultsBar::SlotResultsChanged);
+    RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+}
+
+ResultsBar::~ResultsBar()
+{
+    RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
+}
+
+void ResultsBar::Forget()
+{
+    app.clear();
+    Update();
+}
+
+void ResultsBar::SlotResultsChanged(RpaAppData* changed)
+{
+    if (changed->GetUIDataManager()->HasResults()) {
+        if (app != changed) {
+            app = changed;
+            connect(changed, &QObject::destroyed, this, &ResultsBar::Update);
+        }
+    } else if (app == changed) {
+        app.clear();
+    }
+    Update();
+}
+
+void ResultsBar::ProcessStart(const QString&)
+{
+    isRunning = true;
+    Update();
+}
+
+void ResultsBar::ProcessFinish(const QString&)
+{
+    isRunning = false;
+    Update();
+}
+
+void ResultsBar::Keep()
+{
+    if (!app)
+        return;
+    RpaAppData* const kept = app;
+    kept->GetUIDataManager()->KeepResults();
+    kept->SetModified(true);
+}
+
+void ResultsBar::Restore()
+{
+    if (app)
+        app->GetUIDataManager()->RestoreResults();
+}
+
+void ResultsBar::Update()
+{
+    const bool offers = app && !isRunning;
+    if (offers)
+        text->setText(QStringLiteral("运行写入了%1。不保留时，保存、导出和发布的仍是运行前的数据。")
+                          .arg(WhatRunsWrote(*app->GetUIDataManager())));
+    setVisible(offers);
+}
