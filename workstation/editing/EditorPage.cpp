@@ -1,5 +1,6 @@
 #include "EditorPage.h"
 
+#include "ReleaseReview.h"
 #include "ResultsBar.h"
 
 #include <RpaAppTool/IAppParamWidget.h>
@@ -34,6 +35,7 @@ EditorPage::EditorPage(QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(results);
+    new ReleaseReview(this);
     connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, this,
             &EditorPage::SlotAnswered);
 }

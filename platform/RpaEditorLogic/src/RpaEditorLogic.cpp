@@ -4,6 +4,7 @@
 
 #include <OxBase/OxBlocker.h>
 #include <OxHttp/HttpNotifyManager.h>
+#include <RpaEditorLogic/IReleaseReview.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
@@ -16,6 +17,7 @@ public:
     VersionSaves saves{&context};
     VersionLoads loads{&context};
     VersionChanges changes{&context};
+    IReleaseReview* review = nullptr;
 };
 
 namespace
@@ -45,6 +47,8 @@ RpaEditorLogic::RpaEditorLogic() : d(std::make_unique<Private>())
     qAddPostRoutine(ShutDownWithApplication);
     OxBlocker::SetOutstandingQuery([this] { return d->context.ledger.HasSavesInFlight(); });
 }
+
+IReleaseReview::~IReleaseReview() = default;
 
 RpaEditorLogic::~RpaEditorLogic()
 {
@@ -78,7 +82,17 @@ void RpaEditorLogic::GetDevSnapshotData(const QSharedPointer<GetDevSnapshotDataR
 
 void RpaEditorLogic::GrayOrRelease(const QSharedPointer<GrayOrReleaseRequest>& request)
 {
-    d->changes.Release(request);
+    if (!d->review) {
+        d->changes.Release(request, QString());
+        return;
+    }
+    d->review->Review(*request,
+                      [this, request](const QString& refusal) { d->changes.Release(request, refusal); });
+}
+
+void RpaEditorLogic::SetReleaseReview(IReleaseReview* review)
+{
+    d->review = review;
 }
 
 RpaSnapshotManager* RpaEditorLogic::GetDevSnapshotManager() const

@@ -112,12 +112,12 @@ void VersionChanges::LearnRevisions(const QString& appId)
     });
 }
 
-void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request)
+void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request, const QString& reviewed)
 {
     const QString id = request->GetSnapshotId();
     // Asked now, not when its turn comes: behind a save that is under way it would release what nobody has
     // seen.
-    const QString refusal = ReleaseRefusal(*request);
+    const QString refusal = reviewed.isEmpty() ? ReleaseRefusal(*request) : reviewed;
     const auto kind =
         request->GetPublishType() == 1 ? VersionAct::Kind::GrayRelease : VersionAct::Kind::Publication;
     const Order order = Begin(kind, request->GetAppId(), id);

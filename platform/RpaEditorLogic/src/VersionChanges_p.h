@@ -11,7 +11,8 @@ public:
     explicit VersionChanges(VersionContext* context);
 
     void Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request);
-    void Release(const QSharedPointer<GrayOrReleaseRequest>& request);
+    // reviewed: why it is refused before anything else; empty when it is not.
+    void Release(const QSharedPointer<GrayOrReleaseRequest>& request, const QString& reviewed);
 
 private:
     struct Order

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class IReleaseReview;
 class RpaSnapshotManager;
 class SaveLedger;
 
@@ -62,6 +63,9 @@ public:
     void GetSnapshotList(const QSharedPointer<GetSnapshotListRequest>& request);
     void GetDevSnapshotData(const QSharedPointer<GetDevSnapshotDataRequest>& request);
     void GrayOrRelease(const QSharedPointer<GrayOrReleaseRequest>& request);
+
+    // Asked before each release; null: nobody is. Must outlive the releases that it is asked about.
+    void SetReleaseReview(IReleaseReview* review);
 
     // The versions of the app being edited.
     RpaSnapshotManager* GetDevSnapshotManager() const;
