@@ -5,7 +5,7 @@
 #include <RpaEngineCore/IRpaTranslator.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
-#include <RpaPackage/IPackageService.h>
+#include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaPackageInfo.h>
@@ -13,6 +13,8 @@
 AppRunner::AppRunner(QObject* parent) : QObject(parent)
 {
     RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+    connect(RpaPackageModule::Instance()->GetBuiltIn(), &PackageService::SigInstallationEnded, this,
+            &AppRunner::SlotInstallationEnded);
 }
 
 AppRunner::~AppRunner()
@@ -58,6 +60,7 @@ void AppRunner::InstallPackages()
     }
     const QString packages = QString::fromUtf8(app->GetPackageInfo()->ToJson());
     connect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
+    packageProblem.clear();
     service->Reset(packages);
     service->Install(packages);
 }
@@ -67,9 +70,14 @@ void AppRunner::SlotPackagesReady()
     if (IPackageService* service = RpaPackageModule::Instance()->GetService()) {
         disconnect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
     }
-    packagesInstalled = true;
+    const QString problem = std::exchange(packageProblem, QString());
+    packagesInstalled = problem.isEmpty();
     const QString processName = std::exchange(waiting, QString());
     if (processName.isEmpty() || !app) {
+        return;
+    }
+    if (!problem.isEmpty()) {
+        emit SigPackagesFailed(processName, problem);
         return;
     }
     const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
@@ -77,6 +85,14 @@ void AppRunner::SlotPackagesReady()
         emit SigRefused(QStringLiteral("应用的流程有问题，无法运行，详细信息见运行日志"));
     } else if (!RpaEngineModule::Instance()->Execute(processName)) {
         emit SigRefused(QStringLiteral("执行流程失败，原因见运行日志"));
+    }
+}
+
+// Whoever stopped the run knows why there are packages missing.
+void AppRunner::SlotInstallationEnded(const QString& problem)
+{
+    if (!waiting.isEmpty() && !RpaPackageModule::Instance()->GetBuiltIn()->IsCut()) {
+        packageProblem = problem;
     }
 }
 
@@ -137,4 +153,11 @@ void AppRunner::ProcessFinish(const QString& processName)
 void AppRunner::ProcessTerminate(const QString& processName)
 {
     ProcessFinish(processName);
+}
+
+void AppRunner::ProcessFailed(const QString& processName, const QString& error, const QString& trace)
+{
+    if (processName == running) {
+        emit SigFailed(processName, error, trace);
+    }
 }

@@ -34,17 +34,23 @@ public:
     void ProcessStart(const QString& processName) override;
     void ProcessFinish(const QString& processName) override;
     void ProcessTerminate(const QString& processName) override;
+    void ProcessFailed(const QString& processName, const QString& error, const QString& trace) override;
 
 signals:
     void SigStarted(const QString& processName);
     void SigEnded();
     // The run did not start, with the reason in the user's words.
     void SigRefused(const QString& reason);
+    // It did not start because its packages cannot be installed; Run() tries again.
+    void SigPackagesFailed(const QString& processName, const QString& reason);
+    // It failed. trace: for those who know Python.
+    void SigFailed(const QString& processName, const QString& error, const QString& trace);
 
 private:
     void SetUpEngine(bool clear);
     void InstallPackages();
     void SlotPackagesReady();
+    void SlotInstallationEnded(const QString& problem);
 
     RpaAppDataPtr app;
     IAppParamEngine* params = nullptr;
@@ -52,5 +58,6 @@ private:
     IBrowserEngine* browser = nullptr;
     QString waiting; // process that waits for its packages
     QString running;
+    QString packageProblem; // of the installation that is waited for
     bool packagesInstalled = false;
 };

@@ -11,6 +11,7 @@
 #include <WbWebKernal/WbRichReader.h>
 
 #include <QBoxLayout>
+#include <QRegularExpression>
 #include <QStackedWidget>
 
 #include <utility>
@@ -22,6 +23,22 @@ enum Side
     ManualSide,
     BrowserSide,
 };
+constexpr int longestEmpty = 20000;
+
+// An editor of rich texts leaves tags where there was a text.
+bool SaysSomething(const QString& instructions)
+{
+    static const QRegularExpression head(QStringLiteral("<(head|style)\\b.*?</\\1>"),
+                                         QRegularExpression::CaseInsensitiveOption |
+                                             QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
+    if (instructions.size() > longestEmpty ||
+        instructions.contains(QLatin1String("<img"), Qt::CaseInsensitive))
+        return true;
+    QString words = instructions;
+    words.remove(head).remove(tag).replace(QLatin1String("&nbsp;"), QLatin1String(" "));
+    return !words.trimmed().isEmpty();
+}
 } // namespace
 
 RunAside::RunAside(QWidget* parent)
@@ -54,9 +71,11 @@ void RunAside::ShowApp(const RpaAppData& app)
     if (BrowserNeed::Of(app)) {
         MakeBrowser();
     }
+    const bool isTold = SaysSomething(instructions);
     caption->setVisible(!browser);
-    tabs->setVisible(browser);
-    tabs->setCurrentIndex(browser && instructions.isEmpty() ? BrowserSide : ManualSide);
+    tabs->setVisible(browser && isTold);
+    tabs->setCurrentIndex(browser && !isTold ? BrowserSide : ManualSide);
+    setVisible(browser || isTold);
 }
 
 // One browser per app: cookies and history of one app are nothing to the next.

@@ -2,6 +2,8 @@
 
 #include "FieldsArea.h"
 #include "RunAside.h"
+#include "RunNotice.h"
+#include "RunReport.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
@@ -17,6 +19,8 @@
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaPackage/PackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbTabBar.h>
@@ -24,6 +28,15 @@
 
 #include <QBoxLayout>
 #include <QSplitter>
+#include <QToolButton>
+
+namespace
+{
+QString VersionText(const VersionServiceReleasedApp& app)
+{
+    return (app.state == 2 ? QStringLiteral("灰度 · ") : QStringLiteral("线上 · ")) + app.versionName;
+}
+} // namespace
 
 RunPage::RunPage(QWidget* parent)
     : WbBaseWidget(parent), client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
@@ -45,12 +58,19 @@ RunPage::RunPage(QWidget* parent)
     head->addWidget(labelVersion);
     head->addStretch();
     head->addWidget(labelRun);
+    auto* report = new QToolButton(this);
+    report->setObjectName(QStringLiteral("buttonReport"));
+    report->setText(QStringLiteral("发送给作者"));
+    report->setToolTip(QStringLiteral("收集运行日志和版本，发给应用的作者"));
+    head->addWidget(report);
+    notice = new RunNotice(this);
     status = new RequestStatusBaseWidget(this);
     status->setObjectName(QStringLiteral("statusRun"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(28, 20, 28, 20);
     layout->setSpacing(16);
     layout->addLayout(head);
+    layout->addWidget(notice);
     layout->addWidget(status, 1);
     layout->addWidget(CreateContent(), 1);
     status->AddSucceedWidget(content);
@@ -63,6 +83,11 @@ RunPage::RunPage(QWidget* parent)
     connect(runner, &AppRunner::SigEnded, this, &RunPage::SlotEnded);
     connect(runner, &AppRunner::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastError); });
+    connect(runner, &AppRunner::SigFailed, this, &RunPage::SlotFailed);
+    connect(runner, &AppRunner::SigPackagesFailed, this, &RunPage::SlotPackagesFailed);
+    connect(notice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
+    connect(notice, &RunNotice::SigReport, this, &RunPage::Report);
+    connect(report, &QToolButton::clicked, this, &RunPage::Report);
 }
 
 RunPage::~RunPage()
@@ -122,8 +147,7 @@ void RunPage::Open(const VersionServiceReleasedApp& wanted)
     released = wanted;
     labelTitle->setText(released.app.name);
     setWindowTitle(released.app.name);
-    labelVersion->setText((released.state == 2 ? QStringLiteral("灰度 · ") : QStringLiteral("线上 · ")) +
-                          released.versionName);
+    labelVersion->setText(VersionText(released));
     Load();
 }
 
@@ -137,10 +161,12 @@ void RunPage::Load()
                 return;
             }
             if (!result.success) {
-                status->SetErrorMsg(result.errorDesc);
+                problem = result.errorDesc;
+                status->SetErrorMsg(problem);
                 status->SetStatus(RequestStatus::Failed);
             } else if (!ShowApp(released, result.value)) {
-                status->SetErrorMsg(QStringLiteral("应用的内容无法读取，请联系应用的创建者。"));
+                problem = QStringLiteral("应用的内容无法读取，请点击“发送给作者”告诉应用的创建者。");
+                status->SetErrorMsg(problem);
                 status->SetStatus(RequestStatus::Failed);
             }
         });
@@ -204,6 +230,9 @@ void RunPage::Close()
     ShowUIPage(-1);
     aside->Clear();
     labelRun->clear();
+    notice->hide();
+    problem.clear();
+    details.clear();
     tabs->setEnabled(true);
 }
 
@@ -211,6 +240,9 @@ void RunPage::Close()
 void RunPage::SlotStarted()
 {
     labelRun->setText(QStringLiteral("正在运行…"));
+    notice->hide();
+    problem.clear();
+    details.clear();
     tabs->setEnabled(false);
     aside->ShowBrowser();
 }
@@ -221,4 +253,40 @@ void RunPage::SlotEnded()
     tabs->setEnabled(true);
     // To its user the app is what it holds now; only authors have something of before.
     app->GetUIDataManager()->KeepResults();
+}
+
+void RunPage::SlotFailed(const QString& processName, const QString& error, const QString& trace)
+{
+    failedProcess = processName;
+    problem = QStringLiteral("运行失败：%1").arg(error);
+    details = trace;
+    notice->Tell(problem, QStringLiteral("再次运行"), details);
+}
+
+void RunPage::SlotPackagesFailed(const QString& processName, const QString& reason)
+{
+    failedProcess = processName;
+    problem = QStringLiteral("没有运行，扩展包没有装好：%1").arg(reason);
+    QStringList packages;
+    const QVector<PackageState> states = RpaPackageModule::Instance()->GetBuiltIn()->GetStates();
+    for (const PackageState& state : states) {
+        if (state.status != PackageState::Installed)
+            packages << QStringLiteral("%1 %2：%3").arg(state.name, state.version, state.problem);
+    }
+    details = packages.join(QLatin1Char('\n'));
+    notice->Tell(problem, QStringLiteral("重新安装并运行"), details);
+}
+
+void RunPage::RunAgain()
+{
+    notice->hide();
+    runner->Run(failedProcess);
+}
+
+void RunPage::Report()
+{
+    const QString name = QStringLiteral("%1（%2）").arg(released.app.name, VersionText(released));
+    auto* dialog = new RunReportDialog(RunReportDialog::Write(name, problem, details), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }

@@ -14,7 +14,9 @@ class IAppToolWidget;
 class QSplitter;
 class RequestStatusBaseWidget;
 class RpaUIData;
+class QToolButton;
 class RunAside;
+class RunNotice;
 class VersionServiceClient;
 class WbLabel;
 class WbTabBar;
@@ -44,6 +46,10 @@ private:
     void Load();
     void ShowUIPage(int index);
     void SlotStarted();
+    void SlotFailed(const QString& processName, const QString& error, const QString& trace);
+    void SlotPackagesFailed(const QString& processName, const QString& reason);
+    void RunAgain();
+    void Report();
     void SlotEnded();
 
     const std::unique_ptr<VersionServiceClient> client;
@@ -59,6 +65,10 @@ private:
     IAppTableWidget* table = nullptr;
     IAppLogWidget* log = nullptr;
     RunAside* aside = nullptr;
+    RunNotice* notice = nullptr;
+    QString failedProcess;
+    QString problem; // what the notice says, and its details
+    QString details;
     RequestStatusBaseWidget* status = nullptr;
     AppRunner* const runner;
     quint64 opened = 0;

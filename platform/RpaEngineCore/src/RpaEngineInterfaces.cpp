@@ -53,4 +53,6 @@ void IProcessLifeCycle::ProcessFinish(const QString&) {}
 
 void IProcessLifeCycle::ProcessTerminate(const QString&) {}
 
+void IProcessLifeCycle::ProcessFailed(const QString&, const QString&, const QString&) {}
+
 void IProcessLifeCycle::ApiExecute(const QString&) {}

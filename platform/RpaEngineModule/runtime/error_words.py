@@ -162,6 +162,18 @@ def _of_system(error):
     return f"{reason}：{error.filename}" if reason and error.filename is not None else reason
 
 
+def _of_workbook(error):
+    """A file that was opened as a workbook and is none; empty for anything else."""
+    if type(error).__name__ not in ("BadZipFile", "InvalidFileException"):
+        return ""
+    place = error.__traceback__
+    while place is not None:
+        if place.tb_frame.f_code.co_name == "load_workbook":
+            return f"该文件不是 Excel 工作簿：{place.tb_frame.f_locals.get('filename')}"
+        place = place.tb_next
+    return "该文件不是有效的压缩文件"
+
+
 def _of_code(error):
     return f"代码无法识别：{_find(SYNTAX, error.msg or '') or '写法不对'}"
 
@@ -187,6 +199,9 @@ def of(error, program_file):
         return f"不是有效的 JSON：第 {error.lineno} 行第 {error.colno} 个字符处无法识别"
     if isinstance(error, UnicodeError):
         return "文字的编码不符，请选择文件所用的编码"
+    workbook = _of_workbook(error)
+    if workbook:
+        return workbook
     known = _of_system(error) if isinstance(error, OSError) else _find(VALUES, text)
     if known:
         return known

@@ -179,6 +179,9 @@ void RpaEngineRunner::TellFailure(const RpaRunOutcome& outcome)
     log.Append(RpaLogLevel::Error, text, origin.statementId);
     if (!outcome.trace.isEmpty())
         log.Append(RpaLogLevel::Debug, outcome.trace, origin.statementId);
+    TellListeners([&](IProcessLifeCycle* listener) {
+        listener->ProcessFailed(runningProcess, outcome.error, outcome.trace);
+    });
     if (!origin.statementId.isEmpty())
         debugger.SigCheckNode(
             {RpaCheckInfo{where, origin.statementId, QStringLiteral("run-failed"), outcome.error,

@@ -20,4 +20,6 @@ public:
     virtual void ProcessFinish(const QString& processName);
     virtual void ProcessTerminate(const QString& processName);
     virtual void ApiExecute(const QString& statementId);
+    // The run is about to end because it failed: why, in the user's words, and the program's own account.
+    virtual void ProcessFailed(const QString& processName, const QString& error, const QString& trace);
 };

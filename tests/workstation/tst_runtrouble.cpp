@@ -1,0 +1,239 @@
+#include "PageFixture.h"
+#include "RunAside.h"
+#include "RunPage.h"
+#include "TestApp.h"
+
+#include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaPackage/PackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
+#include <RpaProcessData/ProcessDataManager.h>
+#include <RpaProcessData/RpaPackageInfo.h>
+#include <RpaProcessData/RpaProcess.h>
+#include <WbBaseUI/WbTheme.h>
+
+#include <QClipboard>
+#include <QDialog>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace
+{
+constexpr int longWaitMs = 30000;
+constexpr int programKind = 1;
+
+QStringList Log()
+{
+    QStringList texts;
+    const auto lines = RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource()->GetLines();
+    for (const RpaLogLine& line : lines)
+        texts << line.text;
+    return texts;
+}
+
+int StartCount()
+{
+    return Log().filter(QStringLiteral("开始运行流程")).size();
+}
+} // namespace
+
+// The first minute of a user with an app that does not work.
+class tst_RunTrouble : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void aFailedRunSaysWhyInWords();
+    void aFailedRunIsTriedAgain();
+    void theReportTellsTheAuthorWhatHappened();
+    void packagesThatCannotBeInstalledAreOfferedAgain();
+    void contentThatCannotBeReadIsReported();
+    void instructionsThatSayNothingTakeNoRoom_data();
+    void instructionsThatSayNothingTakeNoRoom();
+
+private:
+    void Show(const QString& program, const std::function<void(RpaAppData&)>& change = {});
+    void RunUntilTrouble();
+    QString Problem() const { return Child<QLabel>(*page, "labelRunProblem")->text(); }
+
+    QTemporaryDir folder;
+    QString noWorkbook;
+    std::unique_ptr<RunPage> page;
+};
+
+void tst_RunTrouble::initTestCase()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+    QCoreApplication::setApplicationVersion(QStringLiteral("9.8.7"));
+    noWorkbook = folder.filePath(QStringLiteral("发票.xlsx"));
+    QFile file(noWorkbook);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write("no workbook") > 0);
+}
+
+void tst_RunTrouble::init()
+{
+    page = std::make_unique<RunPage>();
+    page->resize(1280, 672);
+    page->show();
+}
+
+void tst_RunTrouble::cleanup()
+{
+    page.reset();
+    RpaPackageModule::Instance()->GetBuiltIn()->Shutdown();
+    RpaPackageModule::Instance()->GetBuiltIn()->SetSettings({});
+}
+
+void tst_RunTrouble::Show(const QString& program, const std::function<void(RpaAppData&)>& change)
+{
+    RpaAppData app;
+    app.InitDefault();
+    app.GetProcessDataManager()->GetProcess(0)->SetProgramText(program);
+    if (change)
+        change(app);
+    VersionServiceReleasedApp released;
+    released.app.id = QStringLiteral("a");
+    released.app.name = QStringLiteral("报销");
+    released.app.kind = programKind;
+    released.versionName = QStringLiteral("版本3");
+    released.state = 3;
+    QVERIFY(page->ShowApp(released, app.ToJson()));
+}
+
+void tst_RunTrouble::RunUntilTrouble()
+{
+    // As the library for workbooks does it, which is not everywhere.
+    Show(QStringLiteral("import zipfile\ndef load_workbook(filename):\n    zipfile.ZipFile(filename)\n"
+                        "load_workbook('%1')\n")
+             .arg(noWorkbook));
+    QTest::mouseClick(Child<QPushButton>(*page, "toolButton0"), Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(Child<QWidget>(*page, "runNotice")->isVisible(), longWaitMs);
+}
+
+void tst_RunTrouble::aFailedRunSaysWhyInWords()
+{
+    RunUntilTrouble();
+
+    QCOMPARE(Problem(), QStringLiteral("运行失败：该文件不是 Excel 工作簿：%1").arg(noWorkbook));
+    auto* details = Child<QPlainTextEdit>(*page, "textRunDetails");
+    QVERIFY(!details->isVisible());
+
+    QTest::mouseClick(Child<QPushButton>(*page, "buttonRunDetails"), Qt::LeftButton);
+
+    QVERIFY(details->isVisible());
+    QVERIFY(details->toPlainText().contains(QStringLiteral("Traceback")));
+}
+
+void tst_RunTrouble::aFailedRunIsTriedAgain()
+{
+    RunUntilTrouble();
+    QCOMPARE(StartCount(), 1);
+    auto* again = Child<QPushButton>(*page, "buttonRunAgain");
+    QCOMPARE(again->text(), QStringLiteral("再次运行"));
+
+    QTest::mouseClick(again, Qt::LeftButton);
+
+    QTRY_COMPARE(StartCount(), 2);
+    QTRY_VERIFY_WITH_TIMEOUT(Child<QWidget>(*page, "runNotice")->isVisible(), longWaitMs);
+}
+
+void tst_RunTrouble::theReportTellsTheAuthorWhatHappened()
+{
+    RunUntilTrouble();
+
+    QTest::mouseClick(Child<QPushButton>(*page, "buttonRunReport"), Qt::LeftButton);
+    auto* dialog = page->findChild<QDialog*>(QStringLiteral("RunReportDialog"));
+    QVERIFY(dialog);
+    auto* text = dialog->findChild<QPlainTextEdit*>(QStringLiteral("textReport"));
+    const QString report = text->toPlainText();
+
+    for (const QString& part : {QStringLiteral("报销（线上 · 版本3）"), QStringLiteral("9.8.7"), Problem(),
+                                QStringLiteral("Traceback"), QStringLiteral("开始运行流程")})
+        QVERIFY2(report.contains(part), qPrintable(part));
+    text->moveCursor(QTextCursor::Start);
+    QTest::keyClicks(text, QStringLiteral("seen "));
+    QTest::mouseClick(dialog->findChild<QWidget*>(QStringLiteral("buttonCopyReport")), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("seen ") + report);
+    QVERIFY(!dialog->isVisible());
+}
+
+void tst_RunTrouble::packagesThatCannotBeInstalledAreOfferedAgain()
+{
+    PackageSettings settings;
+    settings.dataFolder = folder.filePath(QStringLiteral("packages"));
+    settings.python = folder.filePath(QStringLiteral("no-python"));
+    PackageService* const service = RpaPackageModule::Instance()->GetBuiltIn();
+    service->SetSettings(settings);
+    service->SetApp(QStringLiteral("a"));
+    QSignalSpy finished(service, &IPackageService::SigInstallFinished);
+    Show(QStringLiteral("print('up')"), [](RpaAppData& app) {
+        const auto item = QSharedPointer<PackageItem>::create();
+        item->name = QStringLiteral("no-such-package-anywhere");
+        app.GetPackageInfo()->SetListPackageItemPtr({item});
+    });
+
+    QTest::mouseClick(Child<QPushButton>(*page, "toolButton0"), Qt::LeftButton);
+    QTRY_VERIFY_WITH_TIMEOUT(Child<QWidget>(*page, "runNotice")->isVisible(), longWaitMs);
+
+    QVERIFY2(Problem().startsWith(QStringLiteral("没有运行，扩展包没有装好：")), qPrintable(Problem()));
+    QVERIFY(Problem().size() > 15);
+    QCOMPARE(StartCount(), 0);
+    auto* again = Child<QPushButton>(*page, "buttonRunAgain");
+    QCOMPARE(again->text(), QStringLiteral("重新安装并运行"));
+    QTest::mouseClick(again, Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, longWaitMs);
+    QTRY_VERIFY(Child<QWidget>(*page, "runNotice")->isVisible());
+    QCOMPARE(StartCount(), 0);
+}
+
+void tst_RunTrouble::contentThatCannotBeReadIsReported()
+{
+    VersionServiceReleasedApp released;
+    released.app.name = QStringLiteral("报销");
+    QVERIFY(!page->ShowApp(released, "no app"));
+
+    QTest::mouseClick(Child<QWidget>(*page, "buttonReport"), Qt::LeftButton);
+
+    QVERIFY(page->findChild<QDialog*>(QStringLiteral("RunReportDialog")));
+}
+
+void tst_RunTrouble::instructionsThatSayNothingTakeNoRoom_data()
+{
+    QTest::addColumn<QString>("instructions");
+    QTest::addColumn<bool>("shown");
+
+    QTest::newRow("none") << QString() << false;
+    QTest::newRow("tags only") << QStringLiteral("<html><head><style>p { margin: 0 }</style></head><body>"
+                                                 "<p>&nbsp;<br></p></body></html>")
+                               << false;
+    QTest::newRow("words") << QStringLiteral("<p>先填写</p>") << true;
+    QTest::newRow("plain words") << QStringLiteral("先填写") << true;
+    QTest::newRow("a picture") << QStringLiteral("<p><img src=\"data:x\"></p>") << true;
+}
+
+void tst_RunTrouble::instructionsThatSayNothingTakeNoRoom()
+{
+    QFETCH(QString, instructions);
+    QFETCH(bool, shown);
+
+    Show(QStringLiteral("print('up')"),
+         [&](RpaAppData& app) { app.GetAppExtendInfo()->manual = instructions; });
+
+    QCOMPARE(page->findChild<RunAside*>()->isVisible(), shown);
+}
+
+RPA_TEST_MAIN(tst_RunTrouble)
+
+#include "tst_runtrouble.moc"
