@@ -22,6 +22,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QWheelEvent>
 #include <QtTest>
 
 namespace
@@ -68,6 +69,7 @@ private slots:
     void listsValuesRowsAndPasswords();
     void runResultsAreNotAmongThem();
     void takesOutWhatIsNamed();
+    void scrollingDecidesNothing();
     void aReleaseGoesWithWhatIsKept();
     void aReleaseThatIsGivenUpChangesNothing();
     void whatIsTakenOutIsSavedBeforeTheRelease();
@@ -105,13 +107,13 @@ void tst_TakenAlong::listsValuesRowsAndPasswords()
     const QVector<TakenAlong> all = TakenAlong::Of(app);
 
     QCOMPARE(all.size(), 3);
-    QVERIFY(all.at(0).where.endsWith(QStringLiteral("的参数“客户”")));
-    QCOMPARE(all.at(0).what, QStringLiteral("ACME"));
-    QVERIFY(all.at(1).where.endsWith(QStringLiteral("的表格")));
-    QCOMPARE(all.at(1).what, QStringLiteral("2 行：r1"));
-    QVERIFY2(all.at(2).where.endsWith(QStringLiteral("第 2 步“填写输入框”的内容")),
-             qPrintable(all.at(2).where));
-    QVERIFY(!all.at(2).what.contains(QStringLiteral("hunter2")));
+    QVERIFY(all.at(1).where.endsWith(QStringLiteral("的参数“客户”")));
+    QCOMPARE(all.at(1).what, QStringLiteral("ACME"));
+    QVERIFY(all.at(2).where.endsWith(QStringLiteral("的表格")));
+    QCOMPARE(all.at(2).what, QStringLiteral("2 行：r1"));
+    QVERIFY2(all.at(0).where.endsWith(QStringLiteral("第 2 步“填写输入框”的内容")),
+             qPrintable(all.at(0).where));
+    QVERIFY(!all.at(0).what.contains(QStringLiteral("hunter2")));
 }
 
 void tst_TakenAlong::runResultsAreNotAmongThem()
@@ -156,6 +158,24 @@ void tst_TakenAlong::takesOutWhatIsNamed()
     QCOMPARE(TakenAlong::Of(app).size(), 0);
 }
 
+void tst_TakenAlong::scrollingDecidesNothing()
+{
+    RpaAppData app;
+    app.InitDefault();
+    FillWithSecrets(app);
+    TakenAlongDialog dialog(TakenAlong::Of(app), QStringLiteral("导出"), nullptr);
+    dialog.show();
+    auto* choice = dialog.findChild<QComboBox*>(QStringLiteral("choiceTakenAlong1"));
+    const QPointF place = choice->rect().center();
+    QWheelEvent wheel(place, choice->mapToGlobal(place.toPoint()), QPoint(), QPoint(0, -120), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+
+    QApplication::sendEvent(choice, &wheel);
+
+    QCOMPARE(choice->currentText(), QStringLiteral("保留"));
+    QCOMPARE(dialog.GetTakenOut().size(), 1); // the password, as it was
+}
+
 void tst_TakenAlong::OpenEditor()
 {
     info = world.CreateApp();
@@ -184,7 +204,7 @@ void tst_TakenAlong::aReleaseGoesWithWhatIsKept()
     OpenEditor();
 
     AskForGray([](QDialog* review) {
-        auto* password = review->findChild<QComboBox*>(QStringLiteral("choiceTakenAlong2"));
+        auto* password = review->findChild<QComboBox*>(QStringLiteral("choiceTakenAlong0"));
         QCOMPARE(password->currentText(), QStringLiteral("改为参数"));
         QTest::keyClick(password, Qt::Key_Up);
         QTest::mouseClick(review->findChild<QWidget*>(QStringLiteral("buttonGoOn")), Qt::LeftButton);

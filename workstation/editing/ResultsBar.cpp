@@ -113,7 +113,7 @@ void ResultsBar::Update()
 {
     const bool offers = app && !isRunning;
     if (offers)
-        text->setText(QStringLiteral("运行写入了%1。不保留时，保存、导出和发布的仍是运行前的数据。")
+        text->setText(QStringLiteral("运行结果：%1。不保留时，保存、导出和发布的仍是运行前的数据。")
                           .arg(WhatRunsWrote(*app->GetUIDataManager())));
     setVisible(offers);
 }

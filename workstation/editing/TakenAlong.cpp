@@ -100,7 +100,7 @@ void AddPasswords(QVector<TakenAlong>& all, const RpaAppData& app, const RpaProc
                               .arg(process.GetName())
                               .arg(number)
                               .arg(command->title, argument.title);
-            entry.what = QString(6, QChar(0x2022)); // it is shown to nobody
+            entry.what = QStringLiteral("密码 ••••••"); // it is shown to nobody
             entry.process = process.GetName();
             entry.statement = statement.GetId();
             entry.argument = argument.name;
@@ -153,14 +153,14 @@ QString FreeName(const RpaUIDataManager& pages)
 QVector<TakenAlong> TakenAlong::Of(const RpaAppData& app)
 {
     QVector<TakenAlong> all;
+    const ProcessDataManager& processes = *app.GetProcessDataManager();
+    for (int index = 0; index < processes.GetCount(); ++index)
+        AddPasswords(all, app, *processes.GetProcess(index));
     const RpaUIDataManager& pages = *app.GetUIDataManager();
     for (int index = 0; index < pages.GetCount(); ++index) {
         AddValues(all, *pages.GetUIData(index), index);
         AddRows(all, *pages.GetUIData(index), index);
     }
-    const ProcessDataManager& processes = *app.GetProcessDataManager();
-    for (int index = 0; index < processes.GetCount(); ++index)
-        AddPasswords(all, app, *processes.GetProcess(index));
     return all;
 }
 

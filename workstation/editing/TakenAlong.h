@@ -25,6 +25,7 @@ struct TakenAlong
     QString statement;
     QString argument;
 
+    // Passwords first.
     static QVector<TakenAlong> Of(const RpaAppData& app);
     // Takes it out of the app: the value and the rows go, the password becomes a parameter that every user
     // enters. The order of the pages, parameters and steps is as it was when Of() was asked.

@@ -5,7 +5,9 @@
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbTheme.h>
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -26,7 +28,8 @@ TakenAlongDialog::TakenAlongDialog(const QVector<TakenAlong>& shown, const QStri
 {
     setObjectName(QStringLiteral("TakenAlongDialog"));
     SetTitle(QStringLiteral("随应用%1的数据").arg(act));
-    auto* hint = new WbLabel(QStringLiteral("得到这个应用的人会看到下面的数据。请选择哪些保留，哪些清除。"));
+    auto* hint = new WbLabel(QStringLiteral("得到这个应用的人会看到下面的数据。请选择哪些保留，哪些清除。写在"
+                                            "步骤中的密码可以改为参数，由使用者自己填写。"));
     hint->setProperty("hint", true);
     hint->setWordWrap(true);
     table->setObjectName(QStringLiteral("tableTakenAlong"));
@@ -43,6 +46,7 @@ TakenAlongDialog::TakenAlongDialog(const QVector<TakenAlong>& shown, const QStri
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setSelectionMode(QAbstractItemView::NoSelection);
     table->setTabKeyNavigation(false);
+    table->setFocusPolicy(Qt::NoFocus); // only the choices can be worked
     for (const TakenAlong& entry : entries)
         AddRow(entry);
     auto* go = new WbPushButton(nullptr, Wb::PrimaryButton);
@@ -69,29 +73,45 @@ TakenAlongDialog::TakenAlongDialog(const QVector<TakenAlong>& shown, const QStri
 
 void TakenAlongDialog::AddRow(const TakenAlong& entry)
 {
+    const bool isPassword = entry.kind == TakenAlong::Kind::Password;
     const int row = table->rowCount();
     table->insertRow(row);
     for (const auto& [column, text] :
          {std::pair(WhereColumn, entry.where), std::pair(WhatColumn, entry.what)}) {
         auto* item = new QTableWidgetItem(text);
         item->setToolTip(UIUtils::PlainToolTip(text));
+        if (isPassword)
+            item->setForeground(WbTheme::Instance()->Color(WbColor::DangerText));
         table->setItem(row, column, item);
     }
     auto* choice = new WbComboBox;
     choice->setObjectName(QStringLiteral("choiceTakenAlong%1").arg(row));
     choice->setAccessibleName(entry.where);
-    const bool isPassword = entry.kind == TakenAlong::Kind::Password;
     choice->addItem(QStringLiteral("保留"));
     choice->addItem(isPassword ? QStringLiteral("改为参数") : QStringLiteral("清除"));
     choice->setCurrentIndex(isPassword ? 1 : 0);
-    table->setCellWidget(row, ActColumn, choice);
+    choice->installEventFilter(this);
+    auto* place = new QWidget;
+    auto* layout = new QHBoxLayout(place);
+    layout->setContentsMargins(6, 4, 6, 4);
+    layout->addWidget(choice);
+    table->setCellWidget(row, ActColumn, place);
+}
+
+// Whoever scrolls through the list decides nothing on the way.
+bool TakenAlongDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::Wheel)
+        return WbBaseDialog::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 QVector<TakenAlong> TakenAlongDialog::GetTakenOut() const
 {
     QVector<TakenAlong> out;
     for (int row = 0; row < entries.size(); ++row) {
-        const auto* choice = qobject_cast<const QComboBox*>(table->cellWidget(row, ActColumn));
+        const auto* choice = table->cellWidget(row, ActColumn)->findChild<const QComboBox*>();
         if (choice && choice->currentIndex() == 1)
             out << entries.at(row);
     }

@@ -19,6 +19,8 @@ public:
     // Those that are to be taken out.
     QVector<TakenAlong> GetTakenOut() const;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void AddRow(const TakenAlong& entry);
 
