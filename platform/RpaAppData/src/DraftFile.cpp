@@ -37,6 +37,24 @@ quint32 NumberAt(const QByteArray& file, int at)
     return qFromBigEndian<quint32>(file.constData() + at);
 }
 
+void WriteUnsettled(JsonWriter& writer, const QByteArrayList& unsettled)
+{
+    writer.Key("unsettled");
+    writer.BeginArray();
+    for (const QByteArray& sha256 : unsettled)
+        writer.Utf8(sha256);
+    writer.EndArray();
+}
+
+void ReadUnsettled(JsonReader& reader, RpaDraft* draft)
+{
+    QByteArray sha256;
+    for (bool isIn = reader.EnterArray(); isIn && reader.NextElement();) {
+        if (reader.ReadUtf8(sha256) && sha256.size() == 2 * digestSize)
+            DraftFile::NoteUnsettled(draft, sha256);
+    }
+}
+
 QByteArray WriteHeader(const RpaDraft& draft)
 {
     JsonWriter writer;
@@ -48,6 +66,8 @@ QByteArray WriteHeader(const RpaDraft& draft)
     writer.Member("writtenAt", draft.writtenAt.toString(Qt::ISODateWithMs));
     writer.Member("length", draft.content.size());
     writer.Member("sha256", QString::fromLatin1(draft.sha256));
+    if (!draft.unsettled.isEmpty())
+        WriteUnsettled(writer, draft.unsettled);
     writer.EndObject();
     return writer.Take();
 }
@@ -69,6 +89,8 @@ void ReadMember(JsonReader& reader, Header* header)
         header->draft.writtenAt = QDateTime::fromString(text, Qt::ISODateWithMs);
     else if (reader.IsKey("sha256") && reader.ReadString(text))
         header->draft.sha256 = text.toLatin1();
+    else if (reader.IsKey("unsettled"))
+        ReadUnsettled(reader, &header->draft);
 }
 
 bool ReadHeader(const QByteArray& json, Header* header)
@@ -114,6 +136,14 @@ int CheckFrame(const QByteArray& file, QString* problem)
 QByteArray DraftFile::Sha256Of(const QByteArray& bytes)
 {
     return Digest(bytes).toHex();
+}
+
+void DraftFile::NoteUnsettled(RpaDraft* draft, const QByteArray& sha256)
+{
+    draft->unsettled.removeAll(sha256);
+    draft->unsettled.append(sha256);
+    while (draft->unsettled.size() > mostUnsettled)
+        draft->unsettled.removeFirst();
 }
 
 QByteArray DraftFile::Encode(RpaDraft* draft)

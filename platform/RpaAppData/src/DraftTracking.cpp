@@ -27,7 +27,7 @@ RpaDraftJournal::Private::Private(RpaDraftJournal* journal) : q(journal)
     // An app data that was never edited may be saved into another version.
     connect(notify, &RpaAppDataNotify::SigReplaced, this, [this](RpaAppData* app) {
         if (!appId.isEmpty())
-            TrackOf(app);
+            TrackOf(app).unsettled.clear(); // of the content before
     });
 }
 
@@ -57,6 +57,7 @@ void RpaDraftJournal::Private::Edited(RpaAppData* app)
     if (!origin.draftName.isEmpty()) {
         // Restored work goes on in the draft that it came from.
         track.draftName = std::exchange(origin.draftName, QString());
+        track.unsettled = std::exchange(origin.unsettled, {});
         app->SetOrigin(origin);
     }
     track.isDue = true;
@@ -122,6 +123,7 @@ void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
     job.draft.appId = appId;
     job.draft.versionId = origin.versionId;
     job.draft.baseRevision = isKnown ? origin.baseRevision : baseQuery(origin.versionId);
+    job.draft.unsettled = track.unsettled;
     job.draft.content = app->ToJson();
     writer->Write(job);
 }
@@ -129,6 +131,8 @@ void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
 void RpaDraftJournal::Private::Done(const DraftJob& job, const QString& problem)
 {
     DraftTrack* const track = FindTrack(job.trackId);
+    if (track)
+        track->unsettled = job.draft.unsettled;
     if (job.isTooLarge) {
         // Only another edit can mend that.
         qCWarning(draftLog, "not kept: %s", qUtf8Printable(problem));
@@ -189,6 +193,8 @@ void RpaDraftJournal::Private::Apply(const SaveConfirmation& confirmation)
         const int base =
             isSame ? std::max(app->GetOrigin().baseRevision, confirmation.revision) : confirmation.revision;
         app->SetOrigin({confirmation.versionId, base, QString()});
+        // What was sent before that is not what the version holds any more.
+        entry->unsettled = entry->unsettled.mid(entry->unsettled.lastIndexOf(confirmation.sha256) + 1);
         if (onDisk.value(entry->draftName).sha256 == confirmation.sha256) {
             Forget(std::exchange(entry->draftName, QString()));
             entry->isUnsaved = app->GetModified();

@@ -1,3 +1,4 @@
+#include "DraftFile_p.h"
 #include "DraftWriter_p.h"
 
 #include <RpaAppData/RpaContentExcess.h>
@@ -67,10 +68,15 @@ void DraftWriter::Write(const DraftJob& job)
     }
     const auto same = std::find_if(waiting.begin(), waiting.end(),
                                    [&](const DraftJob& other) { return other.trackId == job.trackId; });
-    if (same != waiting.end())
-        *same = job;
-    else
+    if (same == waiting.end()) {
         waiting.append(job);
+        return;
+    }
+    QByteArrayList passed = same->passed;
+    if (same->isSent)
+        passed.append(same->draft.content);
+    *same = job;
+    same->passed = passed;
 }
 
 void DraftWriter::Start(DraftJob job)
@@ -79,13 +85,18 @@ void DraftWriter::Start(DraftJob job)
     isDropped = false;
     writing = job.trackId;
     thread.start(new Task([this, job]() mutable {
+        for (const QByteArray& content : qAsConst(job.passed))
+            DraftFile::NoteUnsettled(&job.draft, DraftFile::Sha256Of(content));
         // What could not be read back must not take the place of what can.
         QString problem = RpaContentExcess::Find(job.draft.content);
         job.isTooLarge = !problem.isEmpty();
         job.draft.writtenAt = QDateTime::currentDateTimeUtc();
         if (!job.isTooLarge)
             folder.Write(&job.draft, &problem);
+        if (job.isSent && !job.isTooLarge)
+            DraftFile::NoteUnsettled(&job.draft, job.draft.sha256);
         job.draft.content.clear();
+        job.passed.clear();
         RunOnGui([this, job, problem] { Done(job, problem); });
     }));
 }
@@ -99,7 +110,10 @@ void DraftWriter::Done(const DraftJob& job, const QString& problem)
         emit SigDone(job, problem);
     // Under the name that the draft has by now.
     for (DraftJob& other : waiting) {
-        if (other.trackId == job.trackId && !isDropped && problem.isEmpty())
+        if (other.trackId != job.trackId || isDropped)
+            continue;
+        other.draft.unsettled = job.draft.unsettled;
+        if (problem.isEmpty())
             other.draft.name = job.draft.name;
     }
     if (!waiting.isEmpty())

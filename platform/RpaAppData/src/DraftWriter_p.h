@@ -17,6 +17,7 @@ struct DraftJob
     RpaDraft draft;
     bool isSent = false;     // the content that a save is sending
     bool isTooLarge = false; // not written: the problem says what of it
+    QByteArrayList passed;   // contents that saves sent meanwhile, whose own jobs this one took the place of
 };
 
 // Does the journal's work on the disk, one thing after another on a thread of its own, and answers on the GUI
@@ -43,7 +44,7 @@ public:
     void Finish();
 
 signals:
-    // The job with its draft's name and digest; problem is empty when it is on the disk. The next one is
+    // The job with its draft's name and digests; problem is empty when it is on the disk. The next one is
     // under way only afterwards.
     void SigDone(const DraftJob& job, const QString& problem);
     void SigRemoved(const QString& name);

@@ -41,6 +41,8 @@ class DraftFileTest : public QObject
 
 private slots:
     void readsWhatWasWritten();
+    void keepsTheNewestUnsettledSaves();
+    void passesOverUnsettledSavesThatAreNone();
     void refusesWhatIsNoWholeDraft_data();
     void refusesWhatIsNoWholeDraft();
     void refusesEveryCutFile();
@@ -77,6 +79,38 @@ void DraftFileTest::readsWhatWasWritten()
     QCOMPARE(read.content, written.content);
     QCOMPARE(read.sha256, written.sha256);
     QCOMPARE(read.sha256, DraftFile::Sha256Of(written.content));
+}
+
+void DraftFileTest::keepsTheNewestUnsettledSaves()
+{
+    RpaDraft written = Draft();
+    for (int save = 0; save < DraftFile::mostUnsettled + 2; ++save)
+        DraftFile::NoteUnsettled(&written, DraftFile::Sha256Of(QByteArray::number(save)));
+    DraftFile::NoteUnsettled(&written, DraftFile::Sha256Of("2")); // again
+    RpaDraft read;
+    QString problem;
+
+    QVERIFY2(DraftFile::Decode(DraftFile::Encode(&written), &read, &problem), qPrintable(problem));
+
+    QCOMPARE(read.unsettled.size(), DraftFile::mostUnsettled);
+    QCOMPARE(read.unsettled.first(), DraftFile::Sha256Of("3"));
+    QCOMPARE(read.unsettled.last(), DraftFile::Sha256Of("2"));
+    QCOMPARE(read.unsettled, written.unsettled);
+}
+
+void DraftFileTest::passesOverUnsettledSavesThatAreNone()
+{
+    const QByteArray sha = DraftFile::Sha256Of("x");
+    const QByteArray file = FileWithHeader(
+        R"({"appId":"a","writtenAt":"2026-01-02T03:04:05.678Z","length":1,"unsettled":[7,"","y",")" + sha +
+            R"(",[]],"sha256":")" + sha + "\"}",
+        "x");
+    RpaDraft read;
+    QString problem;
+
+    QVERIFY2(DraftFile::Decode(file, &read, &problem), qPrintable(problem));
+
+    QCOMPARE(read.unsettled, QByteArrayList{sha});
 }
 
 void DraftFileTest::refusesWhatIsNoWholeDraft_data()

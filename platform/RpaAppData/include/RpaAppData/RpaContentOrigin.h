@@ -3,6 +3,7 @@
 #include <RpaAppData/RpaAppDataExport.h>
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
 
 #include <memory>
@@ -15,6 +16,8 @@ struct RpaContentOrigin
     QString versionId;    // empty: of no saved version
     int baseRevision = 0; // of the version, when the content was loaded or saved; 0: unknown
     QString draftName;    // the draft that the content was restored from; empty: none
+    // Of that draft: SHA-256 of what was sent since and may have been saved (RpaDraft).
+    QByteArrayList unsettled = {};
 };
 
 // While it lives, app data that Parse() fills come from here: whoever delivers loaded content to observers

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QDateTime>
 #include <QString>
 
@@ -15,4 +16,7 @@ struct RpaDraft
     QDateTime writtenAt;  // UTC
     QByteArray sha256;    // of the content, lower-case hex
     QByteArray content;   // app data as JSON
+    // SHA-256, lower-case hex, of what saves sent since the base and nobody answered: if that is what the
+    // version holds now, this work goes on from it. Oldest first, the newest 16.
+    QByteArrayList unsettled;
 };
