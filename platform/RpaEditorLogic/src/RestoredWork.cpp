@@ -23,11 +23,16 @@ bool RestoredWork::IsWaitingFor(const QString& versionId) const
     return waiting && waiting->versionId == versionId;
 }
 
-std::optional<RestoredContent> RestoredWork::Take(const QString& versionId)
+std::optional<RestoredContent> RestoredWork::Take(const QString& versionId, int revision,
+                                                  const QByteArray& sha256)
 {
     strangers.remove(versionId);
     if (!IsWaitingFor(versionId))
         return std::nullopt;
+    if (waiting->origin.unsettled.contains(sha256) && revision > waiting->origin.baseRevision) {
+        waiting->baseRevision = revision;
+        waiting->origin = {versionId, revision, waiting->origin.draftName};
+    }
     if (waiting->baseRevision == 0)
         strangers.insert(versionId);
     return std::exchange(waiting, std::nullopt);

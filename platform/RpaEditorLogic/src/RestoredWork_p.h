@@ -24,8 +24,9 @@ public:
     void PutFirst(QVector<Record>* records) const;
 
     bool IsWaitingFor(const QString& versionId) const;
-    // For the version that was just loaded, once.
-    std::optional<RestoredContent> Take(const QString& versionId);
+    // For the version that was just loaded, once. Work that goes on from what the version holds is based on
+    // that, whatever it was based on when it was kept.
+    std::optional<RestoredContent> Take(const QString& versionId, int revision, const QByteArray& sha256);
 
     // Why what is being edited as this version must not be saved into it; empty when it may.
     QString Refusal(const QString& versionId) const;

@@ -16,6 +16,12 @@ void UnsettledWrites::Note(const SaveOrder& order, const TriedAnswer& answer)
     writes[KeyOf(order)].append({order.base, answer.sentDigest.toHex()});
 }
 
+void UnsettledWrites::NoteEarlier(const QString& versionId, int base, const QByteArrayList& sha256s)
+{
+    for (const QByteArray& sha256 : sha256s)
+        writes[versionId].append({base, sha256});
+}
+
 void UnsettledWrites::Settle(const SaveOrder& order)
 {
     writes.remove(KeyOf(order));

@@ -4,6 +4,7 @@
 #include "ServiceAnswers_p.h"
 #include "TriedAnswer_p.h"
 
+#include <QByteArrayList>
 #include <QHash>
 
 #include <optional>
@@ -16,6 +17,8 @@ class UnsettledWrites
 public:
     // A save failed; kept, beside those before it, when it is not known whether the server did it.
     void Note(const SaveOrder& order, const TriedAnswer& answer);
+    // What an earlier session of the author sent on this revision of the version, likewise.
+    void NoteEarlier(const QString& versionId, int base, const QByteArrayList& sha256s);
     // The version stands as the author knows it.
     void Settle(const SaveOrder& order);
     void SettleVersion(const QString& versionId);

@@ -124,11 +124,13 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
     auto response = QSharedPointer<GetDevSnapshotDataResponse>::create();
     std::optional<RestoredContent> restored;
     if (failure.isEmpty()) {
-        restored = context->restored.Take(id);
+        restored = context->restored.Take(id, revision, answer.bodyDigest.toHex());
         const bool hasBase = restored && restored->baseRevision > 0;
         response->SetAppData(restored ? restored->json : answer.body);
         context->manager.SetBaseRevision(id, hasBase ? restored->baseRevision : revision);
         context->unsettled.SettleVersion(id);
+        if (hasBase)
+            context->unsettled.NoteEarlier(id, restored->baseRevision, restored->origin.unsettled);
         context->ledger.Reset(id, answer.bodyDigest.toHex());
     }
     context->spacer.Answered(QStringLiteral("data/") + id, failure.isEmpty());

@@ -4,6 +4,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 
+#include <QCryptographicHash>
 #include <QtTest>
 
 namespace
@@ -16,6 +17,11 @@ const QByteArray restored = "{\"version\":\"0.9.0\"}";
 RestoredContent Work(const QString& versionId, int baseRevision)
 {
     return {versionId, baseRevision, restored, {versionId, baseRevision, QStringLiteral("a.draft")}};
+}
+
+QByteArray Sha256(const QByteArray& bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
 }
 } // namespace
 
@@ -32,6 +38,9 @@ private slots:
     void listsItsVersionFirst();
     void letsOtherVersionsBe();
     void savesOverItsBaseOnly();
+    void goesOnFromASaveOfItsOwn_data();
+    void goesOnFromASaveOfItsOwn();
+    void recognisesItsOwnSaveThatIsDoneAfterTheLoad();
     void savesIntoNoVersionThatItIsNotBasedOn();
     void savesAgainOnceTheVersionWasLoaded();
     void comesNotAfterItWasWithdrawn();
@@ -131,6 +140,61 @@ void RestoredWorkTest::savesOverItsBaseOnly()
     QVERIFY(fixture.answers.WaitFor(before + 1));
     QVERIFY(!fixture.answers.LastSucceeded());
     QCOMPARE(fixture.server.GetRequests().last().headers.value("if-match"), QByteArray("\"3\""));
+}
+
+void RestoredWorkTest::goesOnFromASaveOfItsOwn_data()
+{
+    QTest::addColumn<QString>("madeFrom");
+    QTest::addColumn<int>("baseRevision");
+    QTest::newRow("of its version") << v1 << 3;
+    QTest::newRow("that made its version") << QString() << 0;
+}
+
+void RestoredWorkTest::goesOnFromASaveOfItsOwn()
+{
+    // given work that goes on from what the version holds at revision 4
+    QFETCH(const QString, madeFrom);
+    QFETCH(const int, baseRevision);
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 4)});
+    RestoredContent work = Work(v1, baseRevision);
+    work.origin.versionId = madeFrom;
+    work.origin.unsettled = {Sha256("something else"), Sha256(loaded)};
+    fixture.Logic()->Restore(work);
+
+    const RpaAppDataPtr app = LoadInto(fixture, v1, 4);
+    fixture.server.Enqueue(VersionReplies::Saved(200, fixture.Version(v1, 5, app->ToJson())));
+    const int before = fixture.answers.Count();
+    fixture.Update(fixture.Record(v1, QString::fromUtf8(app->ToJson())));
+
+    QVERIFY(fixture.answers.WaitFor(before + 1));
+    QVERIFY2(fixture.answers.LastSucceeded(), qPrintable(fixture.answers.LastError()));
+    QCOMPARE(fixture.server.GetRequests().last().headers.value("if-match"), QByteArray("\"4\""));
+    QCOMPARE(app->GetOrigin().versionId, v1);
+    QCOMPARE(app->GetOrigin().draftName, QStringLiteral("a.draft"));
+    QCOMPARE(app->GetVersion(), QStringLiteral("0.9.0"));
+}
+
+void RestoredWorkTest::recognisesItsOwnSaveThatIsDoneAfterTheLoad()
+{
+    // given work of which a save was on its way when its workstation ended
+    const QByteArray sent = VersionReplies::App("\"n\":7");
+    EditorLogicFixture fixture;
+    fixture.GivenVersions({fixture.Version(v1, 3)});
+    RestoredContent work = Work(v1, 3);
+    work.origin.unsettled = {Sha256(sent)};
+    fixture.Logic()->Restore(work);
+    LoadInto(fixture, v1, 3);
+
+    // when the server does it only now
+    fixture.server.Enqueue(FaultServer::Refusal(412, "revision-changed", QStringLiteral("changed")));
+    fixture.server.Enqueue(VersionReplies::List({fixture.Version(v1, 4, sent)}));
+    fixture.server.Enqueue(VersionReplies::Saved(200, fixture.Version(v1, 5, restored)));
+    const int before = fixture.answers.Count();
+    fixture.Update(fixture.Record(v1, QString::fromUtf8(restored)));
+
+    QVERIFY(fixture.answers.WaitFor(before + 1));
+    QVERIFY2(fixture.answers.LastSucceeded(), qPrintable(fixture.answers.LastError()));
 }
 
 void RestoredWorkTest::savesIntoNoVersionThatItIsNotBasedOn()
