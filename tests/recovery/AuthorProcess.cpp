@@ -8,7 +8,8 @@ namespace
 constexpr int longestMs = 10000;
 }
 
-AuthorProcess::AuthorProcess(const QString& dataFolder) : folder(dataFolder)
+AuthorProcess::AuthorProcess(const QString& dataFolder, const QString& server)
+    : folder(dataFolder), serverProgram(server)
 {
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }
@@ -20,7 +21,7 @@ AuthorProcess::~AuthorProcess()
 
 bool AuthorProcess::Start()
 {
-    process.start(QStringLiteral(AUTHOR_PROGRAM), {folder, QStringLiteral(SERVER_PROGRAM)});
+    process.start(QStringLiteral(AUTHOR_PROGRAM), {folder, serverProgram});
     if (!process.waitForStarted())
         return false;
     Do(QStringLiteral("click buttonEnter"));

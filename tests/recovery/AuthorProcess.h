@@ -8,7 +8,9 @@ class AuthorProcess
 {
 public:
     // folder: settings and data of the workstation, kept from one process to the next.
-    explicit AuthorProcess(const QString& folder);
+    // serverProgram: of the version server that it starts.
+    explicit AuthorProcess(const QString& folder,
+                           const QString& serverProgram = QStringLiteral(SERVER_PROGRAM));
     ~AuthorProcess();
 
     // Starts it and signs in; false when it does not get that far.
@@ -25,5 +27,6 @@ public:
 
 private:
     QString folder;
+    QString serverProgram;
     QProcess process;
 };

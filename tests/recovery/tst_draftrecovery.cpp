@@ -28,12 +28,19 @@ private slots:
     void forgetsWorkThatWasNotToBeSaved();
     void forgetsWorkThatWasLeftForAnotherVersion();
     void offersNothingAfterASaveWhoseAnswerWasLost();
+    void goesOnFromASaveWhoseAnswerWasLostInTheCrash();
     void keepsADamagedDraftAsideAndSaysSo();
     void letsTheAuthorWorkWithoutAFolderForDrafts();
 
 private:
     QDir Folder() const { return QDir(folder->filePath(QStringLiteral("data/drafts"))); }
     QStringList Drafts() const { return Folder().entryList({QStringLiteral("*.draft")}); }
+    // The bytes of the only one, as far as they are there.
+    QByteArray Draft() const
+    {
+        QFile file(Folder().filePath(Drafts().value(0)));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
     void UntilDrafts(int count) const { QTRY_COMPARE_WITH_TIMEOUT(Drafts().size(), count, 10000); }
     // Where the instructions of the app are to be seen.
     static void Enter(AuthorProcess& author);
@@ -347,6 +354,46 @@ void DraftRecoveryTest::offersNothingAfterASaveWhoseAnswerWasLost()
     Enter(author);
     QVERIFY(author.Do(QStringLiteral("instructions")).contains(typed));
     UntilDrafts(0);
+}
+
+void DraftRecoveryTest::goesOnFromASaveWhoseAnswerWasLostInTheCrash()
+{
+    // given a save that the server has done and not answered, and what was typed since
+    const QString hold = folder->filePath(QStringLiteral("data/server/hold-answer"));
+    {
+        AuthorProcess author(folder->path(), QStringLiteral(MORTAL_SERVER));
+        QVERIFY(author.Start());
+        author.Do(QStringLiteral("open 库存预警示例"));
+        Enter(author);
+        author.Do(QStringLiteral("type ") + typed);
+        UntilDrafts(1);
+        QVERIFY(QFile(hold).open(QIODevice::WriteOnly));
+        QTRY_VERIFY(!QFile::exists(hold));
+        author.Do(QStringLiteral("click pushButtonSave"));
+        QTRY_VERIFY(QFile::exists(folder->filePath(QStringLiteral("data/server/answer-held"))));
+        author.Do(QStringLiteral("type ") + typedLater);
+        QTRY_VERIFY(Draft().contains(typedLater.toUtf8()));
+        author.Kill();
+    }
+
+    // when the work is restored
+    AuthorProcess author(folder->path());
+    QVERIFY(author.Start());
+    author.Do(QStringLiteral("open 库存预警示例"));
+
+    // then it goes on from what was saved, and nobody else is blamed
+    QCOMPARE(author.Do(QStringLiteral("read labelVersion")), QStringLiteral("开发版一（修订 2）"));
+    const QString outlook = author.Do(QStringLiteral("read labelOutlook"));
+    QVERIFY2(outlook.contains(QStringLiteral("保存后才写入该版本")), qPrintable(outlook));
+    author.Do(QStringLiteral("click buttonRestore"));
+    Enter(author);
+    QVERIFY(author.Do(QStringLiteral("instructions")).contains(typedLater));
+    author.Do(QStringLiteral("click pushButtonSave"));
+    UntilDrafts(0);
+    author.Do(QStringLiteral("click buttonBack"));
+    author.Do(QStringLiteral("open 库存预警示例"));
+    Enter(author);
+    QVERIFY(author.Do(QStringLiteral("instructions")).contains(typedLater));
 }
 
 void DraftRecoveryTest::keepsADamagedDraftAsideAndSaysSo()

@@ -35,6 +35,12 @@ void ServerRelay::DieAtRequestOf(const QByteArray& lastMethod)
     method = lastMethod;
 }
 
+void ServerRelay::HoldFromAnswerOf(const QByteArray& lastMethod)
+{
+    fate = Fate::HoldsAnswer;
+    method = lastMethod;
+}
+
 void ServerRelay::Die()
 {
     fate = Fate::Lives;
@@ -80,6 +86,13 @@ void ServerRelay::PassOn(QTcpSocket* from, QTcpSocket* to, bool isRequest)
 {
     if (to->state() != QAbstractSocket::ConnectedState || (!isRequest && holdsAnswers))
         return; // comes again when it is connected, or released
+    if (!isRequest && fate == Fate::HoldsAnswer && from->property(lastRequest).toBool()) {
+        fate = Fate::Lives;
+        from->setProperty(lastRequest, false);
+        holdsAnswers = true;
+        emit SigHeld();
+        return;
+    }
     const QByteArray bytes = from->readAll();
     if (isRequest && fate != Fate::Lives && bytes.startsWith(method + ' ')) {
         if (fate == Fate::DiesAtRequest) {

@@ -30,6 +30,8 @@ public:
     void DieAtAnswerOf(const QByteArray& method);
     // The next request of this method is the last, and reaches nobody.
     void DieAtRequestOf(const QByteArray& method);
+    // The answer of the next request of this method waits here, and all that follow; SigHeld.
+    void HoldFromAnswerOf(const QByteArray& method);
     // Every connection breaks off and no new one is taken.
     void Die();
 
@@ -39,6 +41,8 @@ public:
 
 signals:
     void SigDied();
+    // The server has done it.
+    void SigHeld();
 
 private:
     enum class Fate
@@ -46,6 +50,7 @@ private:
         Lives,
         DiesAtAnswer,
         DiesAtRequest,
+        HoldsAnswer,
     };
 
     void SlotConnected();

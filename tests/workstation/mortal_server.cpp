@@ -1,6 +1,7 @@
 // The real version server behind a relay, as one process: it dies between a save and its answer when the file
-// "die-at-answer" lies in its data folder, which it takes away. Arguments and input are those of the real
-// one; its ready line names the relay.
+// "die-at-answer" lies in its data folder, which it takes away; or the answer of a save, and of all that
+// follows, never comes when it is "hold-answer", and "answer-held" lies there once the save is done.
+// Arguments and input are those of the real one; its ready line names the relay.
 
 #include "ServerRelay.h"
 
@@ -34,16 +35,24 @@ void WatchInput(QProcess* server)
     }).detach();
 }
 
-void ObeyFile(ServerRelay* relay, const QString& file)
+void ObeyFile(ServerRelay* relay, const QString& file, void (ServerRelay::*order)(const QByteArray&))
 {
     auto* watch = new QTimer(relay);
-    QObject::connect(watch, &QTimer::timeout, relay, [relay, file] {
+    QObject::connect(watch, &QTimer::timeout, relay, [relay, file, order] {
         if (QFile::exists(file)) {
-            relay->DieAtAnswerOf("PUT");
+            (relay->*order)("PUT");
             QFile::remove(file);
         }
     });
     watch->start(5);
+}
+
+void Obey(ServerRelay* relay, const QDir& folder)
+{
+    ObeyFile(relay, folder.filePath(QStringLiteral("die-at-answer")), &ServerRelay::DieAtAnswerOf);
+    ObeyFile(relay, folder.filePath(QStringLiteral("hold-answer")), &ServerRelay::HoldFromAnswerOf);
+    const QString held = folder.filePath(QStringLiteral("answer-held"));
+    QObject::connect(relay, &ServerRelay::SigHeld, relay, [held] { QFile(held).open(QIODevice::WriteOnly); });
 }
 } // namespace
 
@@ -69,7 +78,7 @@ int main(int argc, char** argv)
     QObject::connect(&server, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished),
                      [] { std::_Exit(EXIT_SUCCESS); });
     WatchInput(&server);
-    ObeyFile(&relay, QDir(QCoreApplication::arguments().last()).filePath(QStringLiteral("die-at-answer")));
+    Obey(&relay, QDir(QCoreApplication::arguments().last()));
     std::cout << R"({"listening":"http://127.0.0.1:)" << relay.GetPort() << R"("})" << std::endl;
     return QCoreApplication::exec();
 }

@@ -37,6 +37,8 @@ class DraftPlanTest : public QObject
 private slots:
     void goesBackToItsVersion();
     void seesThatTheVersionIsNewer();
+    void goesOnFromASaveOfItsOwn_data();
+    void goesOnFromASaveOfItsOwn();
     void seesThatTheVersionWasReleased();
     void isShownAsAnotherVersionWhenItsOwnIsGone();
     void isShownAsAVersionWhenItHadNone();
@@ -74,6 +76,46 @@ void DraftPlanTest::seesThatTheVersionIsNewer()
     QCOMPARE(plan.revision, 5);
     QCOMPARE(plan.savedBy, QStringLiteral("colleague"));
     QVERIFY(plan.NeedsNewVersion());
+}
+
+void DraftPlanTest::goesOnFromASaveOfItsOwn_data()
+{
+    QTest::addColumn<QString>("versionId");
+    QTest::addColumn<QVector<VersionServiceVersion>>("versions");
+    QTest::addColumn<bool>("isOwn");
+    const QString v1 = QStringLiteral("v1");
+    const QString v2 = QStringLiteral("v2");
+    QTest::newRow("its version") << v1
+                                 << QVector<VersionServiceVersion>{Version(v2, 1), Version(v1, 5, 1, "sent")}
+                                 << true;
+    QTest::newRow("the save before that")
+        << v1 << QVector<VersionServiceVersion>{Version(v1, 5, 1, "sent before")} << true;
+    QTest::newRow("its first version")
+        << QString() << QVector<VersionServiceVersion>{Version(v2, 1), Version(v1, 5, 1, "sent")} << true;
+    QTest::newRow("saved by another since") << v1 << QVector<VersionServiceVersion>{Version(v1, 5)} << false;
+    QTest::newRow("in another version")
+        << v1 << QVector<VersionServiceVersion>{Version(v1, 5), Version(v2, 5, 1, "sent")} << false;
+    QTest::newRow("older than the work")
+        << v1 << QVector<VersionServiceVersion>{Version(v1, 2, 1, "sent")} << false;
+}
+
+void DraftPlanTest::goesOnFromASaveOfItsOwn()
+{
+    QFETCH(QString, versionId);
+    QFETCH(QVector<VersionServiceVersion>, versions);
+    QFETCH(bool, isOwn);
+    RpaDraft draft = Draft(versionId, versionId.isEmpty() ? 0 : 3);
+    draft.unsettled = {"sent before", "sent"};
+
+    const DraftPlan plan = DraftPlan::For(draft, versions);
+
+    QCOMPARE(plan.base, isOwn ? DraftPlan::Base::Current : DraftPlan::Base::Newer);
+    QCOMPARE(plan.targetId, QStringLiteral("v1"));
+    QCOMPARE(plan.targetRevision, isOwn ? 5 : 3);
+    QCOMPARE(plan.NeedsNewVersion(), !isOwn);
+    const DraftDialog dialog(QStringLiteral("应用"), draft, plan, DateLanguage::Chinese, nullptr);
+    QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("labelVersion"))->text(),
+             QStringLiteral("名称v1（修订 %1）").arg(isOwn ? 5 : 3));
 }
 
 void DraftPlanTest::seesThatTheVersionWasReleased()

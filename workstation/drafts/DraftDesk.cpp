@@ -137,7 +137,7 @@ bool DraftDesk::CanOpen(const RpaDraft& draft)
 
 void DraftDesk::Restore(const RpaDraft& draft, const DraftPlan& plan)
 {
-    const RpaContentOrigin origin{draft.versionId, draft.baseRevision, draft.name};
+    const RpaContentOrigin origin{draft.versionId, draft.baseRevision, draft.name, draft.unsettled};
     if (plan.targetId.isEmpty()) {
         RpaStartContent::Set(draft.content, origin);
     } else {

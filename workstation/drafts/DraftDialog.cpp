@@ -40,7 +40,7 @@ QString BaseText(const RpaDraft& draft, const DraftPlan& plan)
     if (plan.base == DraftPlan::Base::Gone) {
         return QStringLiteral("已被删除的版本（修订 %1）").arg(draft.baseRevision);
     }
-    return QStringLiteral("%1（修订 %2）").arg(plan.versionName, QString::number(draft.baseRevision));
+    return QStringLiteral("%1（修订 %2）").arg(plan.versionName, QString::number(plan.baseRevision));
 }
 
 // What becomes of the work when it is restored.

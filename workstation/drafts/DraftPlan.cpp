@@ -6,6 +6,22 @@
 
 namespace
 {
+// What the version holds was sent in the course of this work; only the answer got lost.
+bool IsOwnSave(const RpaDraft& draft, const VersionServiceVersion& version)
+{
+    return version.revision > draft.baseRevision && draft.unsettled.contains(version.sha256);
+}
+
+// The version that the draft goes on from; null: none that is listed.
+const VersionServiceVersion* VersionOf(const RpaDraft& draft, const QVector<VersionServiceVersion>& versions)
+{
+    const auto own =
+        std::find_if(versions.begin(), versions.end(), [&](const VersionServiceVersion& version) {
+            return draft.versionId.isEmpty() ? IsOwnSave(draft, version) : version.id == draft.versionId;
+        });
+    return own == versions.end() ? nullptr : &*own;
+}
+
 DraftPlan::Base BaseOf(const RpaDraft& draft, const VersionServiceVersion* version)
 {
     if (!version) {
@@ -14,7 +30,8 @@ DraftPlan::Base BaseOf(const RpaDraft& draft, const VersionServiceVersion* versi
     if (version->state != AppSnapshotDevelop) {
         return DraftPlan::Base::Released;
     }
-    return version->revision == draft.baseRevision ? DraftPlan::Base::Current : DraftPlan::Base::Newer;
+    const bool isBase = version->revision == draft.baseRevision;
+    return isBase || IsOwnSave(draft, *version) ? DraftPlan::Base::Current : DraftPlan::Base::Newer;
 }
 } // namespace
 
@@ -24,11 +41,9 @@ DraftPlan DraftPlan::For(const RpaDraft& draft, const QVector<VersionServiceVers
     plan.isSaved = std::any_of(versions.begin(), versions.end(), [&](const VersionServiceVersion& version) {
         return version.sha256 == draft.sha256 && (draft.versionId.isEmpty() || version.id == draft.versionId);
     });
-    const auto own =
-        std::find_if(versions.begin(), versions.end(),
-                     [&](const VersionServiceVersion& version) { return version.id == draft.versionId; });
-    const VersionServiceVersion* const version = own == versions.end() ? nullptr : &*own;
+    const VersionServiceVersion* const version = VersionOf(draft, versions);
     plan.base = BaseOf(draft, version);
+    plan.baseRevision = plan.base == Base::Current ? version->revision : draft.baseRevision;
     if (version) {
         plan.versionName = version->name;
         plan.revision = version->revision;
@@ -42,6 +57,6 @@ DraftPlan DraftPlan::For(const RpaDraft& draft, const QVector<VersionServiceVers
         return plan; // the editor opens none of the others by itself
     }
     plan.targetId = version ? version->id : develop->id;
-    plan.targetRevision = version ? draft.baseRevision : 0;
+    plan.targetRevision = version ? plan.baseRevision : 0;
     return plan;
 }

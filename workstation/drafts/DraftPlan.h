@@ -11,7 +11,7 @@ struct DraftPlan
 {
     enum class Base
     {
-        Current,  // the version is as it was when the work began
+        Current,  // the version is as it was when the work began, or as the work itself was saved
         Newer,    // somebody saved into it since
         Released, // it is no develop version any more
         Gone,     // it was deleted
@@ -21,9 +21,10 @@ struct DraftPlan
     // The work is already on the server: the confirmation was lost, not the save.
     bool isSaved = false;
     Base base = Base::Current;
-    QString versionName; // of the version it is based on; empty when that is not listed
-    int revision = 0;    // of that version now
-    QString savedBy;     // who saved that version last, an account id
+    QString versionName;  // of the version it is based on; empty when that is not listed
+    int baseRevision = 0; // of that version, which the work goes on from
+    int revision = 0;     // of that version now
+    QString savedBy;      // who saved that version last, an account id
 
     // The version it is restored as; empty: the start of an app that has none to open.
     QString targetId;
