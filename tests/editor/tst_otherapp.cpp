@@ -1,39 +1,17 @@
 // What one app's editor asked for must not act on another app.
+#include "AnswerCounter.h"
 #include "EditorDriver.h"
 #include "EditorWorld.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
 #include "ToastWatcher.h"
 
-#include <OxHttp/HttpNotifyManager.h>
-#include <OxHttp/HttpObserverBase.h>
-#include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 
-#include <QHash>
 #include <QtTest>
 
 namespace
 {
-// Counts the answers of each kind, whoever asked.
-class AnswerCounter : public HttpObserverBase
-{
-public:
-    AnswerCounter()
-    {
-        HttpNotifyManager::Instance()->AddObserver(this, {NotifyDeleteAppSnapshotInfo, NotifyGetSnapshotList,
-                                                          NotifyGetDevSnapshotData, NotifyGrayOrRelease});
-    }
-    ~AnswerCounter() override { HttpNotifyManager::Instance()->RemoveAllMessage(this); }
-
-    void OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest>, QSharedPointer<IHttpResponse>) override
-    {
-        ++counts[notifyId];
-    }
-
-    QHash<int, int> counts;
-};
-
 ModalDriver::Step Press(const QString& button)
 {
     return [button](QWidget* box) { QVERIFY(ModalDriver::Press(box, button)); };

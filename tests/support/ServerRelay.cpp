@@ -6,7 +6,8 @@
 namespace
 {
 const char* const lastRequest = "lastRequest";
-}
+const char* const isHeld = "isHeld";
+} // namespace
 
 ServerRelay::ServerRelay(quint16 servedPort, QObject* parent)
     : QObject(parent), serverPort(servedPort), listener(this)
@@ -35,7 +36,7 @@ void ServerRelay::DieAtRequestOf(const QByteArray& lastMethod)
     method = lastMethod;
 }
 
-void ServerRelay::HoldFromAnswerOf(const QByteArray& lastMethod)
+void ServerRelay::HoldAnswerOf(const QByteArray& lastMethod)
 {
     fate = Fate::HoldsAnswer;
     method = lastMethod;
@@ -63,8 +64,10 @@ void ServerRelay::HoldAnswers()
 void ServerRelay::ReleaseAnswers()
 {
     holdsAnswers = false;
-    for (auto pair = clients.cbegin(); pair != clients.cend(); ++pair)
+    for (auto pair = clients.cbegin(); pair != clients.cend(); ++pair) {
+        pair.key()->setProperty(isHeld, false);
         PassOn(pair.key(), pair.value(), false);
+    }
 }
 
 void ServerRelay::SlotConnected()
@@ -89,10 +92,11 @@ void ServerRelay::PassOn(QTcpSocket* from, QTcpSocket* to, bool isRequest)
     if (!isRequest && fate == Fate::HoldsAnswer && from->property(lastRequest).toBool()) {
         fate = Fate::Lives;
         from->setProperty(lastRequest, false);
-        holdsAnswers = true;
+        from->setProperty(isHeld, true);
         emit SigHeld();
-        return;
     }
+    if (!isRequest && from->property(isHeld).toBool())
+        return;
     const QByteArray bytes = from->readAll();
     if (isRequest && fate != Fate::Lives && bytes.startsWith(method + ' ')) {
         if (fate == Fate::DiesAtRequest) {

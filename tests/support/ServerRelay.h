@@ -30,8 +30,9 @@ public:
     void DieAtAnswerOf(const QByteArray& method);
     // The next request of this method is the last, and reaches nobody.
     void DieAtRequestOf(const QByteArray& method);
-    // The answer of the next request of this method waits here, and all that follow; SigHeld.
-    void HoldFromAnswerOf(const QByteArray& method);
+    // The answer of the next request of this method waits here until answers are released, once the server
+    // has done it (SigHeld); all others pass.
+    void HoldAnswerOf(const QByteArray& method);
     // Every connection breaks off and no new one is taken.
     void Die();
 

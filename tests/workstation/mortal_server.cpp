@@ -1,7 +1,7 @@
-// The real version server behind a relay, as one process: it dies between a save and its answer when the file
-// "die-at-answer" lies in its data folder, which it takes away; or the answer of a save, and of all that
-// follows, never comes when it is "hold-answer", and "answer-held" lies there once the save is done.
-// Arguments and input are those of the real one; its ready line names the relay.
+// The real version server behind a relay, as one process. Files in its data folder, which it takes away,
+// order what becomes of the next save: with "die-at-answer" the server dies between the save and its answer;
+// with "hold-answer" the answer never comes, and "answer-held" lies there once the save is done. Arguments
+// and input are those of the real one; its ready line names the relay.
 
 #include "ServerRelay.h"
 
@@ -50,7 +50,7 @@ void ObeyFile(ServerRelay* relay, const QString& file, void (ServerRelay::*order
 void Obey(ServerRelay* relay, const QDir& folder)
 {
     ObeyFile(relay, folder.filePath(QStringLiteral("die-at-answer")), &ServerRelay::DieAtAnswerOf);
-    ObeyFile(relay, folder.filePath(QStringLiteral("hold-answer")), &ServerRelay::HoldFromAnswerOf);
+    ObeyFile(relay, folder.filePath(QStringLiteral("hold-answer")), &ServerRelay::HoldAnswerOf);
     const QString held = folder.filePath(QStringLiteral("answer-held"));
     QObject::connect(relay, &ServerRelay::SigHeld, relay, [held] { QFile(held).open(QIODevice::WriteOnly); });
 }
