@@ -24,8 +24,6 @@ constexpr auto heartBeat = std::chrono::milliseconds(100);
 constexpr int leastActs = 500; // on a machine so busy that the time alone would be for nothing
 constexpr auto pauseBetweenSignIns = std::chrono::seconds(13); // five in a minute
 constexpr auto lookEvery = std::chrono::milliseconds(20);
-// The workstation itself waits a minute and a half for saves that are under way.
-constexpr qint64 longestLeavingMs = 150 * 1000;
 
 void ShortenWaits()
 {
@@ -136,10 +134,12 @@ void MonkeyLife::LetLoose()
     Say(QStringLiteral("storm"));
     ShortenWaits();
     age.start();
+    planted = std::make_unique<PlantedLife>(order.plant, [] { Say(QStringLiteral("planted")); });
     monkey = std::make_unique<Monkey>(order.seed, order.home + QStringLiteral("/files"),
                                       [this](const QString& act) { Note(act); });
     connect(monkey.get(), &Monkey::SigActed, this, [this] {
         watchdog.Beat();
+        planted->Acted();
         RpaGlobalDataManager::Instance()->SetSuperAdmin(true); // templates too
         const bool late = order.time.count() > 0 && age.elapsed() > qint64(order.time.count()) * 1000;
         if ((late && monkey->GetCount() >= leastActs) || monkey->GetCount() >= order.acts) {
@@ -164,7 +164,7 @@ void MonkeyLife::Leave()
     if (closed) {
         return;
     }
-    if (leavingSince.elapsed() > longestLeavingMs) {
+    if (leavingSince.elapsed() > std::chrono::milliseconds(order.longestLeaving).count()) {
         const QWidget* stuck = MonkeySight::WindowInUse(0);
         std::fprintf(stderr, "monkey: the workstation cannot be closed, in front is %s\n",
                      qPrintable(MonkeySight::NameOf(stuck)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Monkey.h"
+#include "PlantedLife.h"
 #include "Watchdog.h"
 
 #include <QElapsedTimer>
@@ -18,6 +19,7 @@ class Workstation;
 // One workstation with a monkey at it, from start to close, in a process of its own. Says on standard output
 // what the keeper of the monkey has to know, a line each:
 //   storm                     may begin
+//   planted                   the fault that was to be planted is in
 //   saved VERSION SHA256      the server has acknowledged a save
 //   calm                      the monkey has left; from here on everything must be answered
 //   acts N                    how much it did
@@ -36,8 +38,11 @@ public:
         int acts = 0;
         std::chrono::seconds time{0}; // once something was done; 0: as long as the acts take
         std::chrono::seconds patience{60};
+        // The workstation itself waits a minute and a half for saves that are under way.
+        std::chrono::seconds longestLeaving{150};
         QStringList accounts;
         QString password;
+        Plant plant = Plant::None;
     };
 
     explicit MonkeyLife(const Order& order);
@@ -68,6 +73,7 @@ private:
     std::unique_ptr<FILE, int (*)(FILE*)> acts;
     std::unique_ptr<Workstation> workstation;
     std::unique_ptr<Monkey> monkey;
+    std::unique_ptr<PlantedLife> planted;
     QTimer heart;
     QTimer leaving;
     QElapsedTimer age;

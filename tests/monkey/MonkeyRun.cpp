@@ -3,15 +3,19 @@
 #include "NativeProcess.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
+
+#include <csignal>
 
 namespace
 {
 const QString password = QStringLiteral("a good password");
 constexpr int accountCount = 10;
 constexpr int lastActsShown = 40;
+constexpr int savesToLose = 2; // that many once the monkey is loose
 
 QStringList Accounts()
 {
@@ -35,8 +39,8 @@ bool AddAccount(const QString& dataDir, const QString& pin)
 }
 } // namespace
 
-MonkeyRun::MonkeyRun(quint32 given, int mostActs, std::chrono::seconds mostTime)
-    : seed(given), random(given), acts(mostActs), time(mostTime), proxy(given)
+MonkeyRun::MonkeyRun(quint32 given, int mostActs, std::chrono::seconds mostTime, Plant fault)
+    : seed(given), random(given), acts(mostActs), time(mostTime), plant(fault), proxy(given)
 {
     connect(&weather, &QTimer::timeout, this, &MonkeyRun::ChangeWeather);
     connect(&life, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
@@ -84,19 +88,34 @@ void MonkeyRun::Live()
                {QStringLiteral("--live"), home.path(),
                 QStringLiteral("http://127.0.0.1:%1").arg(proxy.GetPort()),
                 QString::number(seed + quint32(lives)), QString::number(acts - done), QString::number(left),
-                password, Accounts().join(QLatin1Char(','))});
+                password, Accounts().join(QLatin1Char(',')), Plants::NameOf(plant)});
+}
+
+// A plant must be noticed in good weather, too, and sooner.
+void MonkeyRun::Begin()
+{
+    if (plant == Plant::None) {
+        weather.start(1000);
+    } else if (plant == Plant::LostSaves && kept == 0) {
+        KeepStore();
+    }
 }
 
 void MonkeyRun::Hear(const QByteArray& line)
 {
     const QList<QByteArray> words = line.split(' ');
     if (words.first() == "storm") {
-        weather.start(1000);
+        Begin();
     } else if (words.first() == "calm") {
         weather.stop();
         proxy.SetWeather(StormProxy::Weather::Calm);
     } else if (words.first() == "saved") {
         saves.append({QString::fromLatin1(words.value(1)), words.value(2)});
+        if (kept > 0 && int(saves.size()) == kept + savesToLose) {
+            LoseSaves();
+        }
+    } else if (words.first() == "planted") {
+        isPlanted = true;
     } else if (words.first() == "acts") {
         done += words.value(1).toInt();
     } else if (words.first() == "place") {
@@ -160,9 +179,56 @@ void MonkeyRun::End(const QString& problem)
         std::printf("monkey: FAILED with seed %u: %s\n%s\n", seed, qPrintable(problem),
                     qPrintable(LastActs()));
     }
+    if (plant != Plant::None) {
+        std::printf("monkey: the planted fault was %s\n", NoticedPlant(problem) ? "noticed" : "NOT NOTICED");
+    }
     std::fflush(stdout);
-    code = problem.isEmpty() ? 0 : 1;
+    const bool isRight = plant == Plant::None ? problem.isEmpty() : NoticedPlant(problem);
+    code = isRight ? 0 : 1;
     emit SigEnded();
+}
+
+bool MonkeyRun::NoticedPlant(const QString& problem) const
+{
+    const QString end = QStringLiteral("workstation %1 ended with ").arg(lives);
+    switch (plant) {
+    case Plant::DeadWidget:
+        return isPlanted && problem.startsWith(end);
+    case Plant::Hang:
+    case Plant::StuckWindow:
+        return isPlanted && problem == end + QString::number(SIGABRT);
+    case Plant::LostSaves:
+        return isPlanted && problem.endsWith(QLatin1String("was acknowledged and is not there"));
+    case Plant::None:
+        break;
+    }
+    return false;
+}
+
+// As a power cut leaves a store that does not write through.
+void MonkeyRun::KeepStore()
+{
+    server.Kill();
+    kept = int(saves.size());
+    const QDir data(server.DataDir());
+    for (const QString& name : data.entryList({QStringLiteral("versions.db*")})) {
+        QFile::copy(data.filePath(name), home.filePath(name));
+    }
+    server.Start();
+}
+
+void MonkeyRun::LoseSaves()
+{
+    life.disconnect(this);
+    life.kill();
+    server.Kill();
+    const QDir data(server.DataDir());
+    for (const QString& name : data.entryList({QStringLiteral("versions.db*")})) {
+        QFile::remove(data.filePath(name));
+        QFile::copy(home.filePath(name), data.filePath(name));
+    }
+    isPlanted = true;
+    End(SavesThatAreMissing());
 }
 
 QString MonkeyRun::LastActs() const

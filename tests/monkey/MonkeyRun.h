@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MonkeyLife.h"
+#include "Plant.h"
 #include "ServerProcess.h"
 #include "StormProxy.h"
 
@@ -20,11 +21,12 @@ class MonkeyRun : public QObject
     Q_OBJECT
 
 public:
-    MonkeyRun(quint32 seed, int acts, std::chrono::seconds time);
+    // With a plant it ends as soon as the fault is in and was noticed.
+    MonkeyRun(quint32 seed, int acts, std::chrono::seconds time, Plant plant = Plant::None);
     ~MonkeyRun() override;
 
     bool Start();
-    // 0 when everything held.
+    // 0 when everything held; with a plant, when that very fault was noticed.
     int GetCode() const { return code; }
 
 signals:
@@ -32,11 +34,15 @@ signals:
 
 private:
     void Live();
+    void Begin();
     void Hear(const QByteArray& line);
     void ChangeWeather();
     void HitServer();
     void SlotLifeEnded(int exitCode, QProcess::ExitStatus status);
     void End(const QString& problem);
+    bool NoticedPlant(const QString& problem) const;
+    void KeepStore();
+    void LoseSaves();
     QString LastActs() const;
     QString SavesThatAreMissing();
 
@@ -50,6 +56,8 @@ private:
     std::mt19937 random;
     const int acts;
     const std::chrono::seconds time;
+    const Plant plant;
+    bool isPlanted = false;
     QTemporaryDir home;
     ServerProcess server;
     StormProxy proxy;
@@ -61,6 +69,7 @@ private:
     int done = 0;
     int lives = 0;
     int kills = 0;
+    int kept = 0; // saves that the kept store has
     qint64 longestMs = 0;
     int code = 1;
 };

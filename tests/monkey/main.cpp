@@ -8,9 +8,10 @@
 
 #include <cstdio>
 
-// rpa-monkey [--seed N] [--acts N] [--seconds N]
+// rpa-monkey [--seed N] [--acts N] [--seconds N] [--plant FAULT]
 // Lets a monkey loose on a real workstation with a real server in bad weather. Fails when the workstation
-// crashes, hangs, cannot be closed afterwards, or has lost a save that the server acknowledged.
+// crashes, hangs, cannot be closed afterwards, or has lost a save that the server acknowledged. With a
+// planted fault (Plant.h) it is the other way round: fails unless that fault was noticed.
 namespace
 {
 int Live(int argc, char** argv)
@@ -28,6 +29,11 @@ int Live(int argc, char** argv)
     order.time = std::chrono::seconds(words.at(6).toInt());
     order.password = words.at(7);
     order.accounts = words.at(8).split(QLatin1Char(','));
+    order.plant = Plants::FromName(words.at(9)).value_or(Plant::None);
+    if (order.plant != Plant::None) {
+        order.patience = std::chrono::seconds(10);
+        order.longestLeaving = std::chrono::seconds(5);
+    }
     MonkeyLife life(order);
     if (!life.Start()) {
         return 1;
@@ -39,7 +45,7 @@ int Live(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    if (argc == 9 && qstrcmp(argv[1], "--live") == 0) {
+    if (argc == 10 && qstrcmp(argv[1], "--live") == 0) {
         return Live(argc, argv);
     }
     QCoreApplication application(argc, argv);
@@ -51,9 +57,17 @@ int main(int argc, char** argv)
     parser.addOption({QStringLiteral("seconds"),
                       QStringLiteral("How long at most; 0: until it has done enough."),
                       QStringLiteral("number"), QStringLiteral("0")});
+    parser.addOption(
+        {QStringLiteral("plant"),
+         QStringLiteral("A fault that must be noticed: ") + Plants::Names().join(QStringLiteral(", ")),
+         QStringLiteral("fault")});
     parser.process(application);
+    const auto plant = Plants::FromName(parser.value(QStringLiteral("plant")));
+    if (!plant) {
+        parser.showHelp(2);
+    }
     MonkeyRun run(parser.value(QStringLiteral("seed")).toUInt(), parser.value(QStringLiteral("acts")).toInt(),
-                  std::chrono::seconds(parser.value(QStringLiteral("seconds")).toInt()));
+                  std::chrono::seconds(parser.value(QStringLiteral("seconds")).toInt()), *plant);
     QObject::connect(&run, &MonkeyRun::SigEnded, &application, &QCoreApplication::quit, Qt::QueuedConnection);
     if (!run.Start()) {
         return 2;

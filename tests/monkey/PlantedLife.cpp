@@ -1,0 +1,62 @@
+#include "PlantedLife.h"
+
+#include "MonkeySight.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QEvent>
+#include <QThread>
+
+#include <utility>
+
+namespace
+{
+constexpr int actsBeforeHang = 100;
+}
+
+PlantedLife::PlantedLife(Plant fault, std::function<void()> teller) : plant(fault), tell(std::move(teller))
+{
+    if (plant == Plant::StuckWindow) {
+        QApplication::instance()->installEventFilter(this);
+    }
+}
+
+void PlantedLife::Acted()
+{
+    ++acts;
+    if (plant == Plant::DeadWidget) {
+        DeleteAWidgetInUse();
+    } else if (plant == Plant::Hang && acts == actsBeforeHang) {
+        Tell();
+        for (;;) {
+            QThread::sleep(1);
+        }
+    }
+}
+
+// Of each editor that is opened: the one before may have been left without having missed it.
+void PlantedLife::DeleteAWidgetInUse()
+{
+    if (auto* versions = MonkeySight::Find<QComboBox>("version_combo")) {
+        Tell();
+        delete versions;
+    }
+}
+
+void PlantedLife::Tell()
+{
+    if (tell) {
+        std::exchange(tell, nullptr)();
+    }
+}
+
+bool PlantedLife::eventFilter(QObject* watched, QEvent* event)
+{
+    const auto* window = qobject_cast<QWidget*>(watched);
+    if (event->type() != QEvent::Close || !window || !window->inherits("MainWindow")) {
+        return false;
+    }
+    Tell();
+    event->ignore();
+    return true;
+}
