@@ -65,6 +65,12 @@ void RpaProcess::ForEach(const std::function<void(const RpaStatementNode&)>& cal
         RpaStatementTree::ForEach(*root->GetChild(row), call);
 }
 
+bool RpaProcess::Fits(const QString& parentId, const QVector<RpaStatement>& statements) const
+{
+    const RpaStatementNode* parent = d->tree.Find(parentId);
+    return parent && d->IsWithinDepth(*parent, d->tree.MakeNodes(statements));
+}
+
 QStringList RpaProcess::Insert(const QString& parentId, int row, const QVector<RpaStatement>& statements)
 {
     RpaStatementNode* parent = d->tree.Find(parentId);

@@ -3,6 +3,7 @@
 
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaUiaNodeManager.h>
+#include <WbBaseUI/WbToast.h>
 
 #include <functional>
 
@@ -53,6 +54,28 @@ bool IsInPlace(const RpaProcess& process, const QStringList& ids, const QString&
     }
     return target >= start && target <= start + ids.size();
 }
+
+QVector<RpaStatement> StatementsOf(const RpaProcess& process, const QStringList& ids)
+{
+    QVector<RpaStatement> statements;
+    for (const QString& id : ids) {
+        if (const RpaStatementNode* node = process.Find(id))
+            statements.append(node->ToStatement());
+    }
+    return statements;
+}
+
+// Told here, where the author puts them: the app could be neither kept nor saved.
+bool FitsOrSays(const RpaProcess& process, const QString& parentId, const QVector<RpaStatement>& statements)
+{
+    const bool fits = process.Fits(parentId, statements);
+    if (!fits)
+        WbToast::Show(
+            QStringLiteral("语句最多嵌套 %1 层，没有放到这里。请放到外层，或把里层的语句移到另一个流程中")
+                .arg(RpaProcess::maxDepth),
+            ToastWarning);
+    return fits;
+}
 } // namespace
 
 ProcessEdits::ProcessEdits(const RpaAppDataPtr& appData, QObject* parent) : QObject(parent), app(appData)
@@ -75,7 +98,7 @@ void ProcessEdits::Insert(RpaProcess& process, const QString& parentId, int row,
                           const QVector<RpaStatement>& statements, const QString& title)
 {
     EndTyping();
-    if (!statements.isEmpty())
+    if (!statements.isEmpty() && FitsOrSays(process, parentId, statements))
         stack.push(
             new InsertStep(*this, process, parentId, row, statements, title)); // the stack owns its steps
 }
@@ -90,7 +113,9 @@ void ProcessEdits::Remove(RpaProcess& process, const QStringList& ids, const QSt
 void ProcessEdits::Move(RpaProcess& process, const QStringList& ids, const QString& parentId, int row)
 {
     EndTyping();
-    if (!ids.isEmpty() && !LiesInside(process, parentId, ids) && !IsInPlace(process, ids, parentId, row))
+    if (ids.isEmpty() || LiesInside(process, parentId, ids) || IsInPlace(process, ids, parentId, row))
+        return;
+    if (FitsOrSays(process, parentId, StatementsOf(process, ids)))
         stack.push(new MoveStep(*this, process, ids, parentId, row));
 }
 

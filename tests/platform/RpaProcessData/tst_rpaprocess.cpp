@@ -246,6 +246,9 @@ void RpaProcessTest::refusesImpossibleMoves()
 
 void RpaProcessTest::refusesWhatIsTooDeep()
 {
+    QVERIFY(!process->Fits(QString(), {Nested(RpaProcess::maxDepth + 1)}));
+    QVERIFY(!process->Fits(QStringLiteral("unknown"), {Nested(1)}));
+    QVERIFY(process->Fits(QString(), {Nested(RpaProcess::maxDepth)}));
     QVERIFY(process->Insert(QString(), -1, {Nested(RpaProcess::maxDepth + 1)}).isEmpty());
     const QString deep = process->Insert(QString(), -1, {Nested(RpaProcess::maxDepth)}).value(0);
     QVERIFY(!deep.isEmpty());

@@ -1,4 +1,5 @@
 #include "TestApp.h"
+#include "ToastWatcher.h"
 #include "VisualEditorFixture.h"
 
 #include <QClipboard>
@@ -10,6 +11,20 @@
 
 using namespace EditorFixture;
 
+namespace
+{
+const QString ifCommand = QStringLiteral("t-if");
+
+// Empty blocks in each other: b1, in it b2, and so on.
+RpaStatement Blocks(int count)
+{
+    RpaStatement block = Statement(ifCommand, QStringLiteral("b%1").arg(count));
+    for (int i = count - 1; i > 0; --i)
+        block = Statement(ifCommand, QStringLiteral("b%1").arg(i), {block});
+    return block;
+}
+} // namespace
+
 // Moving, copying, finding and marking statements.
 class tst_ProcessVisualEditorStatements : public QObject
 {
@@ -17,6 +32,8 @@ class tst_ProcessVisualEditorStatements : public QObject
 
 private slots:
     void movesStatementsByDropping();
+    void keepsWhatIsDroppedTooDeep();
+    void saysThatItIsTooDeepToPaste();
     void deletesAndUndoes();
     void copiesAndPastesBetweenApps();
     void cutsAndPastes();
@@ -39,6 +56,57 @@ void tst_ProcessVisualEditorStatements::movesStatementsByDropping()
 
     editor.Key(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(editor.Shown(), QStringLiteral("a b(c d) e"));
+}
+
+void tst_ProcessVisualEditorStatements::keepsWhatIsDroppedTooDeep()
+{
+    // given a block of two levels, and blocks to the last level but one
+    Editor editor({Blocks(RpaProcess::maxDepth - 1),
+                   Statement(ifCommand, QStringLiteral("x"), {Log(QStringLiteral("y"))})});
+    const QString before = editor.Shown();
+    editor.view->expandAll();
+    const QModelIndex innermost = editor.IndexOf(QStringLiteral("b%1").arg(RpaProcess::maxDepth - 1));
+    editor.view->scrollTo(innermost);
+    ToastWatcher toasts;
+
+    // when
+    const std::unique_ptr<QMimeData> mime(
+        editor.view->model()->mimeData({editor.IndexOf(QStringLiteral("x"))}));
+    editor.Drop(*mime, editor.view->visualRect(innermost).center(), Qt::MoveAction);
+
+    // then
+    QCOMPARE(editor.Shown(), before);
+    QCOMPARE(toasts.GetCount(), 1);
+    QVERIFY(toasts.GetTexts().first().startsWith(QStringLiteral("语句最多嵌套 24 层，没有放到这里")));
+
+    // and what still fits is moved without a word
+    const std::unique_ptr<QMimeData> log(
+        editor.view->model()->mimeData({editor.IndexOf(QStringLiteral("y"))}));
+    QVERIFY(editor.Drop(*log, editor.view->visualRect(innermost).center(), Qt::MoveAction));
+    QCOMPARE(editor.Node(QStringLiteral("y"))->GetParent()->GetId(),
+             QStringLiteral("b%1").arg(RpaProcess::maxDepth - 1));
+    QCOMPARE(toasts.GetCount(), 1);
+}
+
+void tst_ProcessVisualEditorStatements::saysThatItIsTooDeepToPaste()
+{
+    Editor editor({Log(QStringLiteral("a")), Blocks(RpaProcess::maxDepth)});
+    const QString before = editor.Shown();
+    editor.view->expandAll();
+    editor.widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&editor.widget));
+    editor.Click(QStringLiteral("a"));
+    editor.Key(Qt::Key_C, Qt::ControlModifier);
+    const QString innermost = QStringLiteral("b%1").arg(RpaProcess::maxDepth);
+    editor.view->scrollTo(editor.IndexOf(innermost));
+    editor.Click(innermost);
+    ToastWatcher toasts;
+
+    editor.Key(Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(editor.Shown(), before);
+    QCOMPARE(toasts.GetCount(), 1);
+    QVERIFY(toasts.GetTexts().first().startsWith(QStringLiteral("语句最多嵌套 24 层，没有放到这里")));
 }
 
 void tst_ProcessVisualEditorStatements::deletesAndUndoes()

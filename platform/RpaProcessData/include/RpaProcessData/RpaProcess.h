@@ -41,6 +41,9 @@ public:
     // when the parent is unknown, nothing was given, or maxDepth would be exceeded.
     QStringList Insert(const QString& parentId, int row, const QVector<RpaStatement>& statements);
 
+    // Whether the statements may stand below the parent: it is known, and maxDepth is not exceeded.
+    bool Fits(const QString& parentId, const QVector<RpaStatement>& statements) const;
+
     // Removes a statement with everything below it and returns it; Insert() of that value restores it with
     // its ids. An empty statement (no id) when it is unknown.
     RpaStatement Take(const QString& statementId);
