@@ -14,6 +14,9 @@
 namespace
 {
 constexpr int mostPauseMs = 3;
+constexpr int mostActsOutside = 1000;
+// A server takes thirty tries a minute; more would shut the monkey out for the rest of it.
+constexpr qint64 pauseBetweenSignInsMs = 2500;
 
 struct KeyChoice
 {
@@ -92,8 +95,15 @@ void Monkey::Act()
     emit SigActed();
     if (active) {
         if (QWidget* window = MonkeySight::WindowInUse(UpTo(99))) {
-            ++places[MonkeySight::PlaceOf(window)];
-            ActIn(window);
+            const QString place = MonkeySight::PlaceOf(window);
+            ++places[place];
+            const bool isOut = place.startsWith(QLatin1String("SignInPage"));
+            actsOutside = isOut ? actsOutside + 1 : 0;
+            if (actsOutside > mostActsOutside) {
+                GoAway(window);
+            } else {
+                ActIn(window);
+            }
         }
     }
 }
@@ -128,6 +138,13 @@ void Monkey::ActIn(QWidget* window)
     }
 }
 
+// Nobody lets it in here, or it chose a server that there is not: another workstation may do better.
+void Monkey::GoAway(QWidget* window)
+{
+    Tell("go away", window);
+    WindowEvents::Close(window);
+}
+
 // The dialog of the system shows the whole machine.
 bool Monkey::AnswerFileDialog(QWidget* window)
 {
@@ -151,9 +168,11 @@ bool Monkey::SignIn()
     auto* account = MonkeySight::Find<QLineEdit>("editAccount");
     auto* word = MonkeySight::Find<QLineEdit>("editPassword");
     auto* enter = MonkeySight::Find<QAbstractButton>("buttonEnter");
-    if (!account || !word || !enter || !enter->isEnabled()) {
+    const bool isSoon = sinceSignIn.isValid() && sinceSignIn.elapsed() < pauseBetweenSignInsMs;
+    if (!account || !word || !enter || !enter->isEnabled() || isSoon) {
         return false;
     }
+    sinceSignIn.start();
     Tell("sign in", enter);
     // The first one has the samples.
     account->setText(Sometimes(50) ? accounts.first() : accounts.at(UpTo(accounts.size() - 1)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMap>
 #include <QObject>
 #include <QStringList>
@@ -35,6 +36,7 @@ private:
     void Later();
     void Act();
     void ActIn(QWidget* window);
+    void GoAway(QWidget* window);
     bool AnswerFileDialog(QWidget* window);
     bool SignIn();
     bool OpenAnApp();
@@ -56,6 +58,8 @@ private:
     QStringList accounts;
     QString password;
     int count = 0;
+    QElapsedTimer sinceSignIn;
+    int actsOutside = 0; // one after the other, without being signed in
     QMap<QString, int> places;
     bool active = false;
 };

@@ -16,7 +16,7 @@ constexpr int actsBeforeHang = 100;
 
 PlantedLife::PlantedLife(Plant fault, std::function<void()> teller) : plant(fault), tell(std::move(teller))
 {
-    if (plant == Plant::StuckWindow) {
+    if (plant != Plant::None) {
         QApplication::instance()->installEventFilter(this);
     }
 }
@@ -52,8 +52,14 @@ void PlantedLife::Tell()
 
 bool PlantedLife::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress) {
+        // The shortest way to where the fault is: a monkey that signed out may be long in coming back.
+        return watched->objectName() == QLatin1String("buttonSettings") ||
+               watched->objectName() == QLatin1String("buttonSignOut");
+    }
     const auto* window = qobject_cast<QWidget*>(watched);
-    if (event->type() != QEvent::Close || !window || !window->inherits("MainWindow")) {
+    if (plant != Plant::StuckWindow || event->type() != QEvent::Close || !window ||
+        !window->inherits("MainWindow")) {
         return false;
     }
     Tell();
