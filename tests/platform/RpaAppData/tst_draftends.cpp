@@ -22,11 +22,6 @@ private slots:
     void keepsTheDraftUntilTheSaveIsConfirmed();
     void keepsTheDraftOfASaveThatFailed();
     void keepsWhatWasTypedAfterTheSave();
-    void namesUnansweredSavesInDraftsOfLaterWork();
-    void namesAnUnansweredSaveWhoseOwnDraftWasPassedOver();
-    void forgetsUnansweredSavesThatAConfirmedOneReplaced();
-    void forgetsUnansweredSavesWhenOtherContentIsLoaded();
-    void goesOnNamingUnansweredSavesOfARestoredDraft();
     void keepsTheDraftWhenOtherContentWasConfirmed();
     void movesToTheVersionThatASaveMade();
     void movesToTheVersionThatAnUneditedAppWasSavedInto();
@@ -90,102 +85,6 @@ void DraftEndTest::keepsWhatWasTypedAfterTheSave()
     const RpaDraft draft = Only();
     QCOMPARE(draft.content, app->ToJson());
     QCOMPARE(draft.baseRevision, 4);
-}
-
-void DraftEndTest::namesUnansweredSavesInDraftsOfLaterWork()
-{
-    const RpaAppDataPtr app = Loaded();
-    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
-    Edit(*app, QStringLiteral("a"));
-    const QByteArray first = Send(*app);
-    QTRY_VERIFY(!written.isEmpty());
-    Edit(*app, QStringLiteral("b"));
-    const QByteArray second = Send(*app);
-    journal->Finish();
-    QTRY_COMPARE(Only().content, second);
-
-    Edit(*app, QStringLiteral("c"));
-    journal->Close();
-
-    const RpaDraft draft = Only();
-    QCOMPARE(draft.content, app->ToJson());
-    QCOMPARE(draft.baseRevision, 3);
-    QCOMPARE(draft.unsettled, (QByteArrayList{Sha256(first), Sha256(second)}));
-}
-
-void DraftEndTest::namesAnUnansweredSaveWhoseOwnDraftWasPassedOver()
-{
-    // given a save that waits for the disk
-    const RpaAppDataPtr app = Loaded();
-    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
-    Edit(*app, QStringLiteral("a"));
-    Send(*app);
-    QCoreApplication::sendPostedEvents();
-    Edit(*app, QStringLiteral("b"));
-    const QByteArray sent = Send(*app);
-    QCoreApplication::sendPostedEvents();
-
-    // when later work takes its place
-    Edit(*app, QStringLiteral("c"));
-    journal->Close();
-    const RpaDraft draft = Only();
-
-    QCOMPARE(written.size(), 2);
-    QCOMPARE(draft.content, app->ToJson());
-    QCOMPARE(draft.unsettled.size(), 2);
-    QCOMPARE(draft.unsettled.last(), Sha256(sent));
-}
-
-void DraftEndTest::forgetsUnansweredSavesThatAConfirmedOneReplaced()
-{
-    const RpaAppDataPtr app = Loaded();
-    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
-    Edit(*app, QStringLiteral("a"));
-    Send(*app);
-    QTRY_VERIFY(!written.isEmpty());
-    Edit(*app, QStringLiteral("b"));
-    const QByteArray sent = Send(*app);
-    QTRY_COMPARE(Only().content, sent);
-    Edit(*app, QStringLiteral("c"));
-
-    journal->Confirm(appId, versionId, 4, Sha256(sent));
-    journal->Close();
-
-    QCOMPARE(Only().baseRevision, 4);
-    QCOMPARE(Only().unsettled, QByteArrayList());
-}
-
-void DraftEndTest::forgetsUnansweredSavesWhenOtherContentIsLoaded()
-{
-    const RpaAppDataPtr app = Loaded();
-    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
-    Edit(*app, QStringLiteral("a"));
-    const QByteArray sent = Send(*app);
-    QTRY_VERIFY(!written.isEmpty());
-
-    {
-        const RpaContentSource source({QStringLiteral("version-2"), 7, QString()});
-        QVERIFY(app->Parse(sent));
-    }
-    Edit(*app, QStringLiteral("b"));
-    journal->Close();
-
-    const QVector<RpaDraft> drafts = All();
-    QVERIFY(!drafts.isEmpty());
-    QCOMPARE(drafts.first().versionId, QStringLiteral("version-2"));
-    QCOMPARE(drafts.first().unsettled, QByteArrayList());
-}
-
-void DraftEndTest::goesOnNamingUnansweredSavesOfARestoredDraft()
-{
-    const QByteArrayList unsettled{Sha256("one"), Sha256("two")};
-    RpaAppDataPtr app = Loaded();
-    app->SetOrigin({versionId, 3, QStringLiteral("a.draft"), unsettled});
-
-    Edit(*app, QStringLiteral("a"));
-    journal->Close();
-
-    QCOMPARE(Only().unsettled, unsettled);
 }
 
 void DraftEndTest::keepsTheDraftWhenOtherContentWasConfirmed()
