@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
-#include <QThread>
+#include <QSemaphore>
 
 #include <utility>
 
@@ -28,9 +28,7 @@ void PlantedLife::Acted()
         DeleteAWidgetInUse();
     } else if (plant == Plant::Hang && acts == actsBeforeHang) {
         Tell();
-        for (;;) {
-            QThread::sleep(1);
-        }
+        QSemaphore().acquire(); // nobody releases it
     }
 }
 
