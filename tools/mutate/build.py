@@ -29,19 +29,15 @@ class FinishedBuild:
 
     def __init__(self, folder, root, library, test_folders):
         self.folder, self.root, self.library = Path(folder), Path(root), library
-        self.compile_commands = {
-            entry["file"]: shlex.split(entry["command"])
-            for entry in json.loads((self.folder / "compile_commands.json").read_text(encoding="utf-8"))
-        }
         self.links = {}
+        self.compile_commands = self._find_compile_commands()
         self.tests = self._find_tests(test_folders)
 
     def compile_command(self, file):
         return self.compile_commands[str(self.root / file)]
 
     def object_of(self, file):
-        command = self.compile_command(file)
-        return command[command.index("-o") + 1]
+        return _output(self.compile_command(file))
 
     def link_command(self, output):
         if output not in self.links:
@@ -49,6 +45,16 @@ class FinishedBuild:
             command = lines[-1].removeprefix(": && ").removesuffix(" && :")
             self.links[output] = shlex.split(command)
         return self.links[output]
+
+    # Other programs may compile a file of the module for themselves; those are none of its tests.
+    def _find_compile_commands(self):
+        linked = set(self.link_command(self.library))
+        commands = {}
+        for entry in json.loads((self.folder / "compile_commands.json").read_text(encoding="utf-8")):
+            command = shlex.split(entry["command"])
+            if _output(command) in linked:
+                commands[entry["file"]] = command
+        return commands
 
     def _ninja(self, *arguments):
         return subprocess.run(
@@ -75,6 +81,10 @@ class FinishedBuild:
                 continue  # a test of the tests' own tools
             tests.append(Test(entry["name"], output, str(folder), environment, uses_objects))
         return tests
+
+
+def _output(command):
+    return command[command.index("-o") + 1]
 
 
 class Bench:
