@@ -34,6 +34,23 @@ class Statements(unittest.TestCase):
         source = in_function("One();", "Two();", "{", "    Three();", "}", "Four();")
         self.assertEqual(made(source, "statements swapped"), ["Two();\n    One();"])
 
+    def test_connections_of_different_things_are_not_swapped(self):
+        ours = "connect(a, &A::B, this, &C::D);"
+        for other in ("connect(b, &A::B, this, &C::E);", "connect(a, qOverload<int>(&A::X), this, &C::D);"):
+            self.assertEqual(made(in_function(ours, other), "statements swapped"), [])
+        other = "connect(a, &A::B, this, &C::E);"
+        self.assertEqual(made(in_function(ours, other), "statements swapped"), [f"{other}\n    {ours}"])
+        self.assertNotEqual(made(in_function(ours, "disconnect(b, &A::B, this, &C::D);"), "statements swapped"), [])
+
+    def test_plain_values_that_know_nothing_of_each_other_are_not_swapped(self):
+        for pair in (("saving = false;", "bool good = true;"), ("auto* a = qobject_cast<A*>(x);", "m->b = c;")):
+            self.assertEqual(made(in_function(*pair), "statements swapped"), [])
+        for pair in (
+            ("a = 1;", "b = a;"), ("a = b;", "b = 1;"), ("x->a = 1;", "y->a = 2;"), ("a = Next();", "b = 1;"),
+            ("a = 1;", "Run();"), ("List<int> a = b;", "c = 1;"),
+        ):  # fmt: skip
+            self.assertEqual(len(made(in_function(*pair), "statements swapped")), 1, pair)
+
     def test_statements_of_a_lambda_are_found(self):
         self.assertIn("call([] {  });", made(in_function("call([] { Run(); });"), "statement removed"))
 

@@ -118,17 +118,22 @@ def calls(tokens, pairs, body):
         named = before.kind == "word" and before.text not in ("if", "for", "while", "switch", "return")
         if tokens[index].text != "(" or not (named or before.text == ">"):
             continue
-        arguments, first, at = [], index + 1, index + 1
-        while at < pairs[index]:
-            if tokens[at].text in CLOSING:
-                at = pairs[at]
-            elif tokens[at].text == ",":
-                arguments.append((first, at - 1))
-                first = at + 1
-            at += 1
-        if first < pairs[index]:
-            arguments.append((first, pairs[index] - 1))
-        yield arguments
+        yield arguments(tokens, pairs, index)
+
+
+def arguments(tokens, pairs, opening):
+    """The arguments between a parenthesis and its partner, as a list of index ranges [first, last]."""
+    found, first, at = [], opening + 1, opening + 1
+    while at < pairs[opening]:
+        if tokens[at].text in CLOSING:
+            at = pairs[at]
+        elif tokens[at].text == ",":
+            found.append((first, at - 1))
+            first = at + 1
+        at += 1
+    if first < pairs[opening]:
+        found.append((first, pairs[opening] - 1))
+    return found
 
 
 def _labels(tokens, index):

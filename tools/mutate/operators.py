@@ -27,6 +27,12 @@ ROWS = (
     ("saveIdentity", "updateIdentity"),
 )
 
+# A declaration or an assignment of one name whose value neither calls nor creates anything.
+PLAIN = re.compile(
+    r"(?:(?:const )?(?:auto|bool|int)\s*[*&]?\s*(?:const )?)?(?:\w+(?:->|\.))*(?P<name>\w+) = "
+    r"(?:[\w:]+|(?:qobject|static)_cast<[\w:*& ]+>\(\w+\));"
+)
+
 # The same thing of something else.
 TWINS = (
     ("m->ui->version_combo->GetCurrentData().toString()", "m->currentSnapshotId"),
@@ -89,9 +95,32 @@ def _statements(code, body):
 def _swap(code, one, other):
     if code.tokens[one.first].text in ("return", "break") or code.tokens[other.first].text in ("return", "break"):
         return
+    first, second = code.text(one.first, one.last), code.text(other.first, other.last)
+    if _connect_different_things(code, one, other) or _are_plain_and_apart(first, second):
+        return
     between = code.source[code.tokens[one.last].end : code.tokens[other.first].start]
-    swapped = code.text(other.first, other.last) + between + code.text(one.first, one.last)
-    code.add("statements swapped", one.first, other.last, swapped)
+    code.add("statements swapped", one.first, other.last, second + between + first)
+
+
+# Slots are called in the order of their connections only where one signal of one sender has several.
+def _connect_different_things(code, one, other):
+    sources = []
+    for statement in (one, other):
+        opening = statement.first + 1
+        if code.tokens[statement.first].text != "connect" or code.tokens[opening].text != "(":
+            return False
+        arguments = cpp.arguments(code.tokens, code.pairs, opening)
+        sources.append([code.text(*part) for part in arguments[:2]])
+    return sources[0] != sources[1]
+
+
+def _are_plain_and_apart(first, second):
+    names = [found["name"] for found in map(PLAIN.fullmatch, (first, second)) if found]
+    return (
+        len(names) == 2
+        and not re.search(rf"\b{names[0]}\b", second)
+        and not re.search(rf"\b{names[1]}\b", first)
+    )
 
 
 def _return(code, one):
