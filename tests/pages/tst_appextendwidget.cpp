@@ -21,6 +21,7 @@ private slots:
     void bindsAnAppWithoutModifyingIt();
     void hearsEachChangeOnceAfterBindingTwice();
     void writesAChangeIntoTheApp();
+    void holdsAChangeWhenItIsAnnounced();
     void keepsTheLastDifferingTextWhenEditedBack();
     void hearsNothingBeforeTheFirstBinding();
     void letsThePreviousAppGo();
@@ -98,6 +99,24 @@ void TestAppExtendWidget::writesAChangeIntoTheApp()
     QVERIFY(app->GetModified());
     QCOMPARE(app->GetAppExtendInfo()->GetManual(), editor->GetText());
     QVERIFY(app->GetAppExtendInfo()->GetManual() != loaded);
+}
+
+// Whoever keeps unsaved work safe takes the content at that moment.
+void TestAppExtendWidget::holdsAChangeWhenItIsAnnounced()
+{
+    // given
+    page->SetRpaAppData(app);
+    page->show();
+    QStringList announced;
+    connect(app.data(), &RpaAppData::SigEdited, page.get(),
+            [&] { announced.append(app->GetAppExtendInfo()->GetManual()); });
+
+    // when
+    QTest::keyClicks(editor->findChild<QTextEdit*>(), QStringLiteral("x"));
+
+    // then
+    QCOMPARE(announced, QStringList(editor->GetText()));
+    QVERIFY(announced.constFirst() != loaded);
 }
 
 void TestAppExtendWidget::keepsTheLastDifferingTextWhenEditedBack()

@@ -39,8 +39,11 @@ private slots:
     void activatesTheFirstPageOfANewApp();
     void activatesThePageOfThePickedTab();
     void renamesAPage();
+    void swapsThePagesAfterTheirTabs();
     void changesNothingWhenADialogIsCancelled();
+    void survivesItsEndWhileADialogIsOpen_data();
     void survivesItsEndWhileADialogIsOpen();
+    void ignoresADialogOfAnAppThatIsGone_data();
     void ignoresADialogOfAnAppThatIsGone();
     void isControlledWhileAProcessRuns();
     void offersItsWidgetsToTheEngine();
@@ -49,16 +52,42 @@ private slots:
     void marksTheAppWhenAPanelChangesIt();
     void keepsItsMeasuresAtEveryScale();
     void keepsToolsAndParametersTogetherWhileThereIsNoTable();
+
+private:
+    static void AddDialogs()
+    {
+        QTest::addColumn<bool>("isRenaming");
+        QTest::newRow("of a new page") << false;
+        QTest::newRow("of a new name") << true;
+    }
+    void OpenDialog(bool isRenaming) const
+    {
+        if (isRenaming) {
+            emit bar->SigRenameTab(1);
+        } else {
+            emit bar->SigAddTab();
+        }
+    }
 };
 
 void TestRpaAppUIDesignWidget::doesNotActivateTheActivePageAgain()
 {
+    // given a tool that the author has picked in the panel
+    auto* records = page->findChild<QWidget*>(QStringLiteral("widgetToolEditor"))->findChild<QTableView*>();
+    QTest::mouseClick(records->viewport(), Qt::LeftButton, {},
+                      records->visualRect(records->model()->index(0, 0)).center());
+    QVERIFY(records->selectionModel()->hasSelection());
+    QSignalSpy filled(records->model(), &QAbstractItemModel::modelReset);
     QSignalSpy activated(Pages(), &RpaUIDataManager::SigIndexActiveChanged);
 
+    // when
     emit bar->SigTabChanged(0);
 
+    // then
+    QCOMPARE(filled.size(), 0);
     QCOMPARE(activated.size(), 0);
     QCOMPARE(Pages()->GetIndexActive(), 0);
+    QVERIFY(records->selectionModel()->hasSelection());
 }
 
 void TestRpaAppUIDesignWidget::keepsTheAppUnmodifiedWhenAPageKeepsItsName()
@@ -216,21 +245,50 @@ void TestRpaAppUIDesignWidget::renamesAPage()
 void TestRpaAppUIDesignWidget::changesNothingWhenADialogIsCancelled()
 {
     // given
+    const auto giveUp = [](AddUIWidget* dialog) {
+        dialog->SetName(Text("登记"));
+        ModalDriver::Press(dialog, Text("取消"));
+    };
     ModalDriver modals;
-    modals.Then(&ModalDriver::Reject);
-    modals.Then(&ModalDriver::Reject);
+    modals.ThenIn<AddUIWidget>(giveUp);
+    modals.ThenIn<AddUIWidget>(giveUp);
 
     // when
     emit bar->SigAddTab();
-    emit bar->SigRenameTab(0);
+    emit bar->SigRenameTab(1);
 
     // then
-    QCOMPARE(Tabs(), QStringList({Text("界面0"), Text("界面1"), Text("界面2")}));
+    const QStringList before{Text("界面0"), Text("界面1"), Text("界面2")};
+    QStringList names;
+    Pages()->GetAllUIName(names);
+    QCOMPARE(names, before);
+    QCOMPARE(Tabs(), before);
     QVERIFY(!app->GetModified());
+}
+
+void TestRpaAppUIDesignWidget::swapsThePagesAfterTheirTabs()
+{
+    // given
+    QStringList tabsThen;
+    connect(Pages(), &RpaUIDataManager::SigUISwapped, page.get(), [&] { tabsThen = Tabs(); });
+
+    // when
+    emit bar->SigTabMoved(0, 2);
+
+    // then
+    QCOMPARE(tabsThen, QStringList({Text("界面2"), Text("界面1"), Text("界面0")}));
+    QCOMPARE(Tabs(), tabsThen);
+}
+
+void TestRpaAppUIDesignWidget::survivesItsEndWhileADialogIsOpen_data()
+{
+    AddDialogs();
 }
 
 void TestRpaAppUIDesignWidget::survivesItsEndWhileADialogIsOpen()
 {
+    QFETCH(bool, isRenaming);
+
     // given
     ModalDriver modals;
     modals.ThenIn<AddUIWidget>([this](AddUIWidget* dialog) {
@@ -241,14 +299,21 @@ void TestRpaAppUIDesignWidget::survivesItsEndWhileADialogIsOpen()
     });
 
     // when
-    emit bar->SigAddTab();
+    OpenDialog(isRenaming);
 
     // then
     QVERIFY(!page);
 }
 
+void TestRpaAppUIDesignWidget::ignoresADialogOfAnAppThatIsGone_data()
+{
+    AddDialogs();
+}
+
 void TestRpaAppUIDesignWidget::ignoresADialogOfAnAppThatIsGone()
 {
+    QFETCH(bool, isRenaming);
+
     // given
     const RpaAppDataPtr next = MakeApp(2);
     ModalDriver modals;
@@ -260,10 +325,13 @@ void TestRpaAppUIDesignWidget::ignoresADialogOfAnAppThatIsGone()
     });
 
     // when
-    emit bar->SigAddTab();
+    OpenDialog(isRenaming);
 
     // then
-    QCOMPARE(next->GetUIDataManager()->GetCount(), 2);
+    QStringList names;
+    next->GetUIDataManager()->GetAllUIName(names);
+    QCOMPARE(names, QStringList({Text("界面0"), Text("界面1")}));
+    QCOMPARE(Tabs(), names);
     QVERIFY(!next->GetModified());
 }
 

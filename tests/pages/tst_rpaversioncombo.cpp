@@ -226,6 +226,7 @@ void TestRpaVersionCombo::neverShowsItsTextSelected()
     combo->lineEdit()->selectAll();
 
     QVERIFY(!combo->lineEdit()->hasSelectedText());
+    QCOMPARE(combo->lineEdit()->cursorPosition(), 0); // a long name is seen from its start
 }
 
 void TestRpaVersionCombo::keepsItsNameWhenAKeyPicksARow()

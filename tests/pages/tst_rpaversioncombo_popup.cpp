@@ -32,6 +32,7 @@ private slots:
     void opensWithAStoppedTimer();
     void reopensAtTheTop();
     void opensForTheLeftButtonOnly();
+    void leavesThePressToItsLineEdit();
     void staysClosedWhileDisabled();
     void marksTheCurrentRowInThePopup();
     void showsEveryRowThatIsScrolledTo();
@@ -270,6 +271,21 @@ void TestRpaVersionComboPopup::opensForTheLeftButtonOnly()
     QTest::mousePress(combo->lineEdit(), Qt::RightButton);
 
     QVERIFY(!IsPopupOpen());
+}
+
+void TestRpaVersionComboPopup::leavesThePressToItsLineEdit()
+{
+    // given
+    Fill(1);
+    combo->SetCurrentIndex(0);
+    QCOMPARE(combo->lineEdit()->cursorPosition(), 0);
+
+    // when
+    QTest::mouseClick(combo->lineEdit(), Qt::LeftButton, {},
+                      combo->lineEdit()->rect().center() + QPoint(combo->lineEdit()->width() / 3, 0));
+
+    // then
+    QCOMPARE(combo->lineEdit()->cursorPosition(), Text("版本0").size());
 }
 
 void TestRpaVersionComboPopup::staysClosedWhileDisabled()

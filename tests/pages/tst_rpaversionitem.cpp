@@ -44,6 +44,8 @@ private slots:
     void showsAnIconForItsScale();
     void isNotScaledAnyMoreOnceItIsGone();
     void staysHiddenOutOfSight();
+    void followsTheScaleBeforeItWasShown();
+    void offersDeletionEvenBeforeItWasShown();
 
 private:
     template <typename Part>
@@ -272,6 +274,37 @@ void TestRpaVersionItem::staysHiddenOutOfSight()
 
     row->SetInSight(true);
     QVERIFY(row->isVisible());
+}
+
+void TestRpaVersionItem::followsTheScaleBeforeItWasShown()
+{
+    RpaVersionItem early;
+    early.SetState(2);
+
+    DpiTool::SetScale(2.0);
+    early.AdjustForDpi();
+    early.show();
+
+    QCOMPARE(early.findChild<QHBoxLayout*>()->contentsMargins(), QMargins(16, 0, 16, 0));
+    const auto* icon = early.findChild<QLabel*>(QStringLiteral("rpa_version_combo_icon"));
+    QCOMPARE(icon->pixmap(Qt::ReturnByValue).width(), 26);
+}
+
+void TestRpaVersionItem::offersDeletionEvenBeforeItWasShown()
+{
+    RpaVersionItem early;
+    early.SetData(QStringLiteral("id"));
+    early.SetState(1);
+    RpaVersionItem left;
+
+    Send(&early, QEvent::Enter);
+    Send(&left, QEvent::Leave);
+
+    const auto isOffered = [](const RpaVersionItem& item) {
+        return !item.findChild<QPushButton*>(QStringLiteral("rpa_version_combo_delete"))->isHidden();
+    };
+    QVERIFY(isOffered(early));
+    QVERIFY(!isOffered(left));
 }
 
 RPA_TEST_MAIN(TestRpaVersionItem)
