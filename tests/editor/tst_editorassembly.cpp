@@ -15,6 +15,7 @@
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
 #include <WbBaseUI/WbIconButtonWidget.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbToast.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbCore/WbGlobalData.h>
 
@@ -153,7 +154,8 @@ private slots:
         ToastWatcher toasts;
 
         showStatement(QStringLiteral("gone long ago"));
-        QCOMPARE(toasts.GetCount(), 1);
+        QCOMPARE(toasts.GetToasts(),
+                 QVector<SeenToast>({{QStringLiteral("这条日志的语句已不在流程中"), int(ToastInformation)}}));
         QVERIFY(author.Find<WbIconButtonWidget>("pushButtonUI")->bSelected);
 
         showStatement(QStringLiteral("wanted"));

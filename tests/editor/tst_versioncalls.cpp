@@ -105,6 +105,22 @@ private slots:
         QCOMPARE(CallLog::Take(), QStringList({QStringLiteral("list app1"), QStringLiteral("load v2")}));
     }
 
+    void asksForTheOpenVersionEvenWhenTheListNoLongerHasIt()
+    {
+        Open();
+        QVERIFY(QMetaObject::invokeMethod(author->GetEditor(), "SlotRefresh"));
+        StandInRequests::AnswerList({Versions().at(1), Versions().at(2)});
+        StandInRequests::AnswerForeignDeletion(QStringLiteral("v2"));
+        QCOMPARE(author->GetVersions(), QStringList(QStringLiteral("丙版")));
+        QCOMPARE(author->GetSelectedVersion(), QString());
+        CallLog::Take();
+
+        QVERIFY(QMetaObject::invokeMethod(author->GetEditor(), "SlotRefresh"));
+        StandInRequests::AnswerList({Versions().at(2)});
+
+        QCOMPARE(CallLog::Take(), QStringList({QStringLiteral("list app1"), QStringLiteral("load v1")}));
+    }
+
     void refreshesWhenTheUserPressesTheButton()
     {
         author = std::make_unique<EditorDriver>();

@@ -235,16 +235,63 @@ private slots:
         Start(run);
         CallLog::Take();
 
-        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigStopProcess",
-                                          Q_ARG(QString, QStringLiteral("另一个"))));
+        Stop(QStringLiteral("另一个"));
 
         QCOMPARE(CallLog::Take(), QStringList(QStringLiteral("terminate 另一个")));
+    }
+
+    void goesOnWithARunThatWasStoppedBeforeItsPackagesWereThere()
+    {
+        Open(Versions(), Content(QStringLiteral("hello"), UseExcel));
+        Start(run);
+        CallLog::Take();
+
+        Stop(run);
+        emit packages->SigInstallFinished();
+
+        QCOMPARE(CallLog::Take(),
+                 QStringList({QStringLiteral("terminate 流程乙"), QStringLiteral("check 流程乙"),
+                              QStringLiteral("execute 流程乙")}));
+    }
+
+    void reportsARunBeforeItTakesTheOneThatWaits()
+    {
+        Open(Versions(), Content(QStringLiteral("hello"), UseExcel));
+        Start(run);
+        CallLog::Take();
+        monitor->whenReported = [this] { emit packages->SigInstallFinished(); };
+
+        Start(QStringLiteral("流程丙"));
+
+        const QStringList calls = CallLog::Take();
+        QCOMPARE(calls.mid(0, 3),
+                 QStringList({reported, QStringLiteral("check 流程乙"), QStringLiteral("execute 流程乙")}));
+        QCOMPARE(calls.mid(calls.size() - 2),
+                 QStringList({QStringLiteral("check 流程丙"), QStringLiteral("execute 流程丙")}));
+    }
+
+    void takesNoPackagesBeforeAnAppIsThere()
+    {
+        author = std::make_unique<EditorDriver>();
+        CallLog::Take();
+
+        QVERIFY(QMetaObject::invokeMethod(author->GetEditor(), "SlotUpdatePackageInfo",
+                                          Q_ARG(QString, QStringLiteral("{}"))));
+
+        QCOMPARE(CallLog::Take(), QStringList());
+        QCOMPARE(author->GetEditor()->BeforeClose(), BeforeCloseResult::NothingPending);
     }
 
 private:
     void Start(const QString& process)
     {
         QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigRunProcess",
+                                          Q_ARG(QString, process)));
+    }
+
+    void Stop(const QString& process)
+    {
+        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigStopProcess",
                                           Q_ARG(QString, process)));
     }
 

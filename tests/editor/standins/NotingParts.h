@@ -9,7 +9,11 @@
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbCore/IMonitorSystem.h>
 
-// Stands in for the usage monitor while it lives: "event OXA_AppDevelop_Save".
+#include <functional>
+#include <utility>
+
+// Stands in for the usage monitor while it lives: "event OXA_AppDevelop_Save". A monitor may take its time,
+// and other things happen meanwhile.
 class NotingMonitor : public IMonitorSystem
 {
 public:
@@ -19,7 +23,11 @@ public:
     void ReportEvent(const QString& eventId, const QString&, const QList<QString>&) override
     {
         CallLog::Note(QStringLiteral("event ") + eventId);
+        if (const auto meanwhile = std::exchange(whenReported, nullptr))
+            meanwhile();
     }
+
+    std::function<void()> whenReported; // once
 };
 
 // Stands in for the package service while it lives: "install packages: a b", "packages are: a b".
