@@ -3,6 +3,7 @@
 #include "TestApp.h"
 
 #include <OxBase/DpiTool.h>
+#include <RpaAppData/RpaUIDataManager.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
@@ -15,6 +16,8 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QSplitter>
+#include <QTabBar>
+#include <QTextEdit>
 #include <QtTest>
 
 class EditorPartsTest : public EditorCalls
@@ -100,6 +103,34 @@ private slots:
         StandInRequests::AnswerData(Content(QStringLiteral("2"), program(QStringLiteral("print(2)"))));
 
         QCOMPARE(code->toPlainText(), QStringLiteral("print(2)"));
+    }
+
+    void showsAVersionPartByPart()
+    {
+        const auto named = [](const QString& name) {
+            return [name](RpaAppData& content) {
+                StatementsOf(name)(content);
+                content.GetUIDataManager()->UpdateUIData(0, name);
+            };
+        };
+        Open(Versions(), Content(QStringLiteral("text 1"), named(QStringLiteral("甲"))));
+        author->ShowPage("pushButtonProcess");
+        const auto* tabs = author->Find("widgetTabBar")->findChild<QTabBar*>();
+        QStringList shown;
+        const QObject here; // hears nothing any more when the test is over
+        connect(author->Find<QTextEdit>("richTextView"), &QTextEdit::textChanged, &here,
+                [&] { shown.append(QStringLiteral("text after page ") + tabs->tabText(0)); });
+        connect(author->Find<QAbstractItemView>("statementView")->model(), &QAbstractItemModel::modelReset,
+                &here,
+                [&] { shown.append(QStringLiteral("statements after ") + author->GetInstructions()); });
+        PickWithoutData(QStringLiteral("乙版"));
+        QCOMPARE(shown, QStringList());
+
+        StandInRequests::AnswerData(Content(QStringLiteral("text 2"), named(QStringLiteral("乙"))));
+
+        shown.removeDuplicates();
+        QCOMPARE(shown, QStringList({QStringLiteral("text after page 乙"),
+                                     QStringLiteral("statements after text 2")}));
     }
 
     void showsTheNextAppThatItIsGiven()

@@ -10,6 +10,7 @@
 #include <RpaProcessData/RpaPackageInfo.h>
 
 #include <QComboBox>
+#include <QDialog>
 #include <QtTest>
 
 namespace
@@ -39,6 +40,21 @@ private slots:
 
         QCOMPARE(CallLog::Take(),
                  QStringList({QStringLiteral("event OXA_AppDevelop_Save"), QStringLiteral("overwrite v1")}));
+    }
+
+    void reportsSaveAsBeforeItAsksForAName()
+    {
+        Open();
+        bool isAsking = true;
+        CallLog::WhenNoted(QStringLiteral("event OXA_AppDevelop_Saveas"),
+                           [&] { isAsking = author->GetEditor()->findChild<QDialog*>() != nullptr; });
+        ModalDriver modals;
+        modals.Then(&ModalDriver::Reject);
+
+        author->Press("pushButtonSaveAs");
+
+        QVERIFY(!isAsking);
+        QCOMPARE(CallLog::Take(), QStringList(QStringLiteral("event OXA_AppDevelop_Saveas")));
     }
 
     void savesIntoTheSelectedVersionWhileItIsStillLoading()

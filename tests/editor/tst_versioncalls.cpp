@@ -49,6 +49,45 @@ private slots:
                  QStringList({QStringLiteral("甲版"), QStringLiteral("乙版"), QStringLiteral("丙版")}));
     }
 
+    void saysThatItLoadsBeforeItAsksForTheList()
+    {
+        Open();
+        QCOMPARE(author->GetStatus(), RequestStatus::Succeeded);
+        RequestStatus then = RequestStatus::Failed;
+        CallLog::WhenNoted(QStringLiteral("list app1"), [&] { then = author->GetStatus(); });
+
+        QVERIFY(QMetaObject::invokeMethod(author->GetEditor(), "SlotRefresh"));
+
+        QCOMPARE(then, RequestStatus::Loading);
+    }
+
+    void listsTheVersionsBeforeItMakesTheEditorOfAProgram()
+    {
+        author = std::make_unique<EditorDriver>();
+        author->GetEditor()->SetExecuteInfo(App(1));
+        StandInRequests::AnswerList(Versions());
+        QStringList listed;
+        CallLog::WhenNoted(QStringLiteral("packages are: "), [&] { listed = author->GetVersions(); });
+
+        StandInRequests::AnswerData(Content(QStringLiteral("hello")));
+
+        QCOMPARE(listed,
+                 QStringList({QStringLiteral("甲版"), QStringLiteral("乙版"), QStringLiteral("丙版")}));
+    }
+
+    void emptiesTheLogBeforeItShowsTheNextVersion()
+    {
+        Open();
+        PickWithoutData(QStringLiteral("乙版"));
+        QString shown;
+        CallLog::WhenNoted(QStringLiteral("log emptied"), [&] { shown = author->GetInstructions(); });
+
+        StandInRequests::AnswerData(Content(QStringLiteral("content of v2")));
+
+        QCOMPARE(shown, QStringLiteral("content of v1"));
+        QCOMPARE(author->GetInstructions(), QStringLiteral("content of v2"));
+    }
+
     void opensAVersionThatHoldsNothingWithTheContentOfANewApp()
     {
         Open(Versions(), QByteArrayLiteral("{}"));

@@ -98,6 +98,25 @@ private slots:
         QCOMPARE(CallLog::Take().size(), 1); // the usage event
     }
 
+    void judgesAVersionAfterItReportedTheClick()
+    {
+        const QVector<RpaAppSnapshotPtr> versions = Versions();
+        Open(versions, Content(QStringLiteral("content of v1")));
+        ModalDriver modals;
+
+        CallLog::WhenNoted(QStringLiteral("event OXA_AppDevelop_GrayRelease"),
+                           [&] { versions.first()->SetState(AppSnapshotGray); });
+        modals.Then(Answer(QStringLiteral("灰度版本不能再次灰度。"), ok));
+        author->Press("pushButtonBeta");
+
+        CallLog::WhenNoted(QStringLiteral("event OXA_AppDevelop_Launch"),
+                           [&] { versions.first()->SetState(AppSnapshotOnline); });
+        modals.Then(Answer(QStringLiteral("线上版本不能再次上线。"), ok));
+        author->Press("pushButtonPublish");
+
+        QCOMPARE(CallLog::Take().size(), 2);
+    }
+
     void releasesADevelopVersionThoughAReleasedOneIsStillOpen()
     {
         Open(AppSnapshotGray);

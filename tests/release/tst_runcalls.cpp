@@ -259,7 +259,7 @@ private slots:
         Open(Versions(), Content(QStringLiteral("hello"), UseExcel));
         Start(run);
         CallLog::Take();
-        monitor->whenReported = [this] { emit packages->SigInstallFinished(); };
+        CallLog::WhenNoted(reported, [this] { emit packages->SigInstallFinished(); });
 
         Start(QStringLiteral("流程丙"));
 
@@ -268,6 +268,18 @@ private slots:
                  QStringList({reported, QStringLiteral("check 流程乙"), QStringLiteral("execute 流程乙")}));
         QCOMPARE(calls.mid(calls.size() - 2),
                  QStringList({QStringLiteral("check 流程丙"), QStringLiteral("execute 流程丙")}));
+    }
+
+    void knowsItsRunBeforeItSetsTheEngineUp()
+    {
+        Open();
+        CallLog::WhenNoted(QStringLiteral("browser: some"), [this] { GoOn(); });
+
+        Start(run);
+
+        QCOMPARE(CallLog::Take().mid(0, 4),
+                 QStringList({reported, QStringLiteral("browser: some"), QStringLiteral("check 流程乙"),
+                              QStringLiteral("execute 流程乙")}));
     }
 
     void takesNoPackagesBeforeAnAppIsThere()

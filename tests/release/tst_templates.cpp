@@ -203,6 +203,22 @@ private slots:
                 text.indexOf(QStringLiteral("\"appData\"")));
     }
 
+    void hasWrittenTheFileWhenItSaysSo()
+    {
+        EditorDriver author;
+        OpenVersion(author);
+        ToastWatcher toasts;
+        QByteArray then;
+        connect(&toasts, &ToastWatcher::SigToast, &toasts,
+                [&] { then = ReadFile(folder->filePath(QStringLiteral("n"))); });
+
+        Export(author, QStringLiteral("n"), QStringLiteral("d"));
+
+        QCOMPARE(toasts.GetTexts(), QStringList(QStringLiteral("生成模板成功")));
+        QVERIFY(!then.isEmpty());
+        QCOMPARE(then, ReadFile(folder->filePath(QStringLiteral("n"))));
+    }
+
     void replacesAFileOfTheSameNameWithoutAsking()
     {
         WriteFile(folder->filePath(QStringLiteral("n")), QByteArray(100000, 'x'));

@@ -1,5 +1,7 @@
 #include "CallLog.h"
 
+#include <QHash>
+
 namespace
 {
 QStringList& Calls()
@@ -7,11 +9,19 @@ QStringList& Calls()
     static QStringList calls;
     return calls;
 }
+
+QHash<QString, std::function<void()>>& Waiting()
+{
+    static QHash<QString, std::function<void()>> waiting;
+    return waiting;
+}
 } // namespace
 
 void CallLog::Note(const QString& call)
 {
     Calls().append(call);
+    if (const auto meanwhile = Waiting().take(call))
+        meanwhile();
 }
 
 QStringList CallLog::Take()
@@ -19,4 +29,9 @@ QStringList CallLog::Take()
     const QStringList taken = Calls();
     Calls().clear();
     return taken;
+}
+
+void CallLog::WhenNoted(const QString& call, const std::function<void()>& meanwhile)
+{
+    Waiting().insert(call, meanwhile);
 }

@@ -9,11 +9,7 @@
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbCore/IMonitorSystem.h>
 
-#include <functional>
-#include <utility>
-
-// Stands in for the usage monitor while it lives: "event OXA_AppDevelop_Save". A monitor may take its time,
-// and other things happen meanwhile.
+// Stands in for the usage monitor while it lives: "event OXA_AppDevelop_Save".
 class NotingMonitor : public IMonitorSystem
 {
 public:
@@ -23,11 +19,7 @@ public:
     void ReportEvent(const QString& eventId, const QString&, const QList<QString>&) override
     {
         CallLog::Note(QStringLiteral("event ") + eventId);
-        if (const auto meanwhile = std::exchange(whenReported, nullptr))
-            meanwhile();
     }
-
-    std::function<void()> whenReported; // once
 };
 
 // Stands in for the package service while it lives: "install packages: a b", "packages are: a b".
