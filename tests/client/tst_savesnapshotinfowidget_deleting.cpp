@@ -20,6 +20,7 @@ private slots:
     void deletesTheNamedVersion();
     void showsAFailedDeletion();
     void keepsTheTypedNameWhenAnotherVersionGoes();
+    void keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer();
 };
 
 void TestSaveSnapshotInfoWidgetDeleting::removesTheRowOfAVersionDeletedElsewhere()
@@ -85,6 +86,24 @@ void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedNameWhenAnotherVersionGoes
     // then
     QCOMPARE(user->Names(), QStringList{Text("版本2")});
     QCOMPARE(user->name->currentText(), Text("草稿"));
+}
+
+void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer()
+{
+    // given
+    Open();
+    user->TypeName(Text("版本1"));
+    QTest::keyClicks(user->desc, QStringLiteral("mine "));
+    QCOMPARE(user->desc->toPlainText(), Text("mine 说明1"));
+    const auto request = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
+    request->SetSnapshotId(QStringLiteral("elsewhere"));
+
+    // when
+    InjectAnswer(NotifyDeleteAppSnapshotInfo, request, Outcome(true));
+
+    // then
+    QCOMPARE(user->desc->toPlainText(), Text("mine 说明1"));
+    QCOMPARE(user->Names(), QStringList({Text("版本1"), Text("版本2")}));
 }
 
 RPA_TEST_MAIN(TestSaveSnapshotInfoWidgetDeleting)

@@ -208,6 +208,7 @@ void TestRpaVersionComboPopup::keepsItsNameAfterADeletionPress()
     emit Row(0)->SigDelete(Row(0)->GetData());
 
     // then
+    QVERIFY(!combo->findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly)->isActive());
     QCOMPARE(selected.size(), 0);
     QCOMPARE(combo->lineEdit()->text(), Text("版本1"));
     PressFace();

@@ -241,17 +241,22 @@ void TestRpaVersionItem::standsInOrder()
 
 void TestRpaVersionItem::showsAnIconForItsScale()
 {
-    const auto size = [this] {
-        return Find<QLabel>("rpa_version_combo_icon")->pixmap(Qt::ReturnByValue).size();
+    const auto shown = [this] {
+        return Find<QLabel>("rpa_version_combo_icon")->pixmap(Qt::ReturnByValue).toImage();
+    };
+    const auto normal = [](int length) {
+        return QPixmap(QStringLiteral(":/images/rpa/version_icon_beta.png"))
+            .scaled(length, length, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+            .toImage();
     };
     row->SetState(2);
-    QCOMPARE(size().width(), 13);
+    QCOMPARE(shown(), normal(13));
 
     DpiTool::SetScale(2.0);
-    QCOMPARE(size().width(), 26);
+    QCOMPARE(shown(), normal(26));
 
     DpiTool::SetScale(1.0);
-    QCOMPARE(size().width(), 13);
+    QCOMPARE(shown(), normal(13));
 }
 
 void TestRpaVersionItem::isNotScaledAnyMoreOnceItIsGone()
