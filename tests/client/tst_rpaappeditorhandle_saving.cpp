@@ -29,6 +29,8 @@ private slots:
     void writesThePackagesThatTheProcessUses();
     void takesTheNextSaveOnWhileItAnnouncesAVersion();
     void announcesANewVersionBeforeTheNotice();
+    void announcesAVersionWithoutAnIdWhenTheAnswerNamesNone_data();
+    void announcesAVersionWithoutAnIdWhenTheAnswerNamesNone();
     void announcesNoVersionForAnOverwrite();
     void finishesABlockingSaveWithItsOutcome_data();
     void finishesABlockingSaveWithItsOutcome();
@@ -245,6 +247,35 @@ void TestRpaAppEditorHandleSaving::announcesANewVersionBeforeTheNotice()
     // then
     QCOMPARE(order.GetEvents(), QStringList({Text("saved"), Text("toast"), Text("finished")}));
     QCOMPARE(service->toasts.GetToasts(), (QVector<SeenToast>{{Text("保存成功"), 0}}));
+}
+
+void TestRpaAppEditorHandleSaving::announcesAVersionWithoutAnIdWhenTheAnswerNamesNone_data()
+{
+    QTest::addColumn<bool>("isSave");
+    QTest::newRow("a save without a record") << true;
+    QTest::newRow("a request of another kind") << false;
+}
+
+void TestRpaAppEditorHandleSaving::announcesAVersionWithoutAnIdWhenTheAnswerNamesNone()
+{
+    QFETCH(bool, isSave);
+
+    // given
+    handle->SaveSnapshotAsync(QString(), VersionServiceFixture::MakeModifiedApp());
+    QTRY_COMPARE(service->recorder.answers.size(), 1);
+    QSharedPointer<IHttpRequest> strange = QSharedPointer<GetSnapshotListRequest>::create();
+    if (isSave) {
+        strange = QSharedPointer<SaveAppSnapshotInfoRequest>::create();
+    }
+    strange->SetIdentity(service->recorder.answers.constFirst().request->GetIdentity());
+    QSignalSpy saved(handle.get(), &RpaAppEditorHandle::SigSaveAppSnapshot);
+
+    // when
+    InjectAnswer(NotifySaveAppSnapshotInfo, strange, Outcome(true));
+
+    // then
+    QCOMPARE(saved.size(), 1);
+    QCOMPARE(saved.constFirst().constFirst().toString(), QString());
 }
 
 void TestRpaAppEditorHandleSaving::announcesNoVersionForAnOverwrite()

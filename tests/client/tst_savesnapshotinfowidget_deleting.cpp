@@ -20,6 +20,7 @@ private slots:
     void deletesTheNamedVersion();
     void showsAFailedDeletion();
     void keepsTheTypedNameWhenAnotherVersionGoes();
+    void keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer_data();
     void keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer();
 };
 
@@ -88,15 +89,28 @@ void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedNameWhenAnotherVersionGoes
     QCOMPARE(user->name->currentText(), Text("草稿"));
 }
 
+void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer_data()
+{
+    QTest::addColumn<bool>("isDeletion");
+    QTest::newRow("a version of somewhere else") << true;
+    QTest::newRow("a request of another kind") << false;
+}
+
 void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer()
 {
+    QFETCH(bool, isDeletion);
+
     // given
     Open();
     user->TypeName(Text("版本1"));
     QTest::keyClicks(user->desc, QStringLiteral("mine "));
     QCOMPARE(user->desc->toPlainText(), Text("mine 说明1"));
-    const auto request = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
-    request->SetSnapshotId(QStringLiteral("elsewhere"));
+    const auto elsewhere = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
+    elsewhere->SetSnapshotId(QStringLiteral("elsewhere"));
+    QSharedPointer<IHttpRequest> request = QSharedPointer<GetSnapshotListRequest>::create();
+    if (isDeletion) {
+        request = elsewhere;
+    }
 
     // when
     InjectAnswer(NotifyDeleteAppSnapshotInfo, request, Outcome(true));

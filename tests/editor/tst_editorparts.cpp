@@ -1,6 +1,7 @@
 // How the editor's parts are laid out, and that each of them shows the version that is open.
 #include "EditorCalls.h"
 #include "TestApp.h"
+#include "ToastWatcher.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaUIDataManager.h>
@@ -9,6 +10,7 @@
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
+#include <WbBaseUI/WbIconButtonWidget.h>
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -131,6 +133,23 @@ private slots:
         shown.removeDuplicates();
         QCOMPARE(shown, QStringList({QStringLiteral("text after page 乙"),
                                      QStringLiteral("statements after text 2")}));
+    }
+
+    void goesNowhereFromALogLineWithoutStatements()
+    {
+        const auto press = [this] {
+            QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigShowStatement",
+                                              Q_ARG(QString, QStringLiteral("gone"))));
+        };
+        ToastWatcher toasts;
+        author = std::make_unique<EditorDriver>();
+        press();
+
+        Open(Versions(), Content(QStringLiteral("1")), 1);
+        press();
+
+        QCOMPARE(toasts.GetTexts(), QStringList());
+        QVERIFY(author->Find<WbIconButtonWidget>("pushButtonUI")->bSelected);
     }
 
     void showsTheNextAppThatItIsGiven()

@@ -55,6 +55,7 @@ private slots:
 
         QVERIFY(!isAsking);
         QCOMPARE(CallLog::Take(), QStringList(QStringLiteral("event OXA_AppDevelop_Saveas")));
+        QVERIFY(!author->GetEditor()->findChild<QDialog*>()); // nothing of it is left
     }
 
     void savesIntoTheSelectedVersionWhileItIsStillLoading()

@@ -6,6 +6,7 @@
 
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaPackage/RpaPackageModule.h>
 #include <RpaProcessData/RpaPackageInfo.h>
 
 #include <QComboBox>
@@ -73,6 +74,39 @@ private slots:
 
         QCOMPARE(listed,
                  QStringList({QStringLiteral("甲版"), QStringLiteral("乙版"), QStringLiteral("丙版")}));
+    }
+
+    void opensVersionsWithoutAPackageService()
+    {
+        IPackageService* const service = RpaPackageModule::Instance()->GetService();
+        RpaPackageModule::Instance()->SetService(nullptr);
+
+        Open();
+        PickWithoutData(QStringLiteral("乙版"));
+        StandInRequests::AnswerData(Content(QStringLiteral("content of v2")));
+
+        RpaPackageModule::Instance()->SetService(service);
+        QCOMPARE(author->GetInstructions(), QStringLiteral("content of v2"));
+        QCOMPARE(CallLog::Take(), QStringList({QStringLiteral("load v2"), QStringLiteral("log emptied"),
+                                               QStringLiteral("browser reset")}));
+    }
+
+    void leavesTheSelectionWhereItIsWhenNoVersionIsOpenToGoBackTo()
+    {
+        author = std::make_unique<EditorDriver>();
+        author->GetEditor()->SetExecuteInfo(App());
+        StandInRequests::AnswerList({Versions(AppSnapshotGray).last()});
+        QCOMPARE(author->GetSelectedVersion(), QStringLiteral("版本1"));
+        author->TypeInstructions(QStringLiteral("my edit"));
+        CallLog::Take();
+        ModalDriver modals;
+        modals.Then(&ModalDriver::Reject);
+
+        QVERIFY(author->PickVersion(QStringLiteral("【灰度】丙版")));
+
+        QCOMPARE(CallLog::Take(), QStringList());
+        QCOMPARE(author->GetSelectedVersion(), QStringLiteral("【灰度】丙版"));
+        QVERIFY(author->GetInstructions().contains(QStringLiteral("my edit")));
     }
 
     void emptiesTheLogBeforeItShowsTheNextVersion()

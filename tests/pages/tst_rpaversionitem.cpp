@@ -40,6 +40,7 @@ private slots:
     void showsTheIconOfItsState();
     void passesEventsOfItsIconOn();
     void scalesItsMeasures();
+    void sharesItsPictureWithOtherRows();
     void standsInOrder();
     void showsAnIconForItsScale();
     void isNotScaledAnyMoreOnceItIsGone();
@@ -226,6 +227,21 @@ void TestRpaVersionItem::scalesItsMeasures()
              QSizePolicy::Expanding);
     QCOMPARE(Find<QLabel>("rpa_version_combo_icon")->cursor().shape(), Qt::PointingHandCursor);
     QCOMPARE(Find<QPushButton>("rpa_version_combo_delete")->cursor().shape(), Qt::PointingHandCursor);
+}
+
+void TestRpaVersionItem::sharesItsPictureWithOtherRows()
+{
+    RpaVersionItem other;
+    other.SetState(3);
+    other.show();
+    row->SetState(3);
+
+    const auto picture = [](const QWidget& item) {
+        return item.findChild<QLabel*>(QStringLiteral("rpa_version_combo_icon"))
+            ->pixmap(Qt::ReturnByValue)
+            .cacheKey();
+    };
+    QCOMPARE(picture(*row), picture(other));
 }
 
 void TestRpaVersionItem::standsInOrder()

@@ -34,6 +34,18 @@ public:
 };
 
 QPointer<NotingWindow> window;
+
+// Comes back to its pane even when it is taken away.
+class ClingingBrowser : public NotingBrowser
+{
+public:
+    using NotingBrowser::NotingBrowser;
+    ~ClingingBrowser() override
+    {
+        emit SigPopup(false);
+        emit SigFold();
+    }
+};
 } // namespace
 
 // These two stand in the place of the libraries' own.
@@ -86,6 +98,27 @@ private slots:
     {
         Open();
         emit Browser()->SigFold();
+        author.reset();
+
+        QCOMPARE(CallLog::Take(), QStringList());
+    }
+
+    void hearsNothingOfItsBrowserOnTheWayOut_data()
+    {
+        QTest::addColumn<bool>("isPoppedOut");
+        QTest::newRow("in its pane") << false;
+        QTest::newRow("popped out") << true;
+    }
+
+    void hearsNothingOfItsBrowserOnTheWayOut()
+    {
+        QFETCH(bool, isPoppedOut);
+        WbBrowserLite::Instance()->SetBrowserFactory([](QWidget* pane) { return new ClingingBrowser(pane); });
+        Open();
+        if (isPoppedOut)
+            emit Browser()->SigPopup(true);
+        CallLog::Take();
+
         author.reset();
 
         QCOMPARE(CallLog::Take(), QStringList());

@@ -150,6 +150,7 @@ private slots:
 
         QCOMPARE(author->GetSelectedVersion(), QStringLiteral("版本1"));
         QVERIFY(author->GetInstructions().contains(QStringLiteral("template content")));
+        QVERIFY(!author->GetEditor()->findChild<QDialog*>()); // neither that of the export is left
         CallLog::Take();
         author->Press("pushButtonSave");
         QCOMPARE(CallLog::Take().last(), QStringLiteral("save 版本1"));
