@@ -113,13 +113,26 @@ class Values(unittest.TestCase):
         self.assertEqual(made('#include "a.h"\n// if (x == 0) Run();\n/* "text" */\n'), [])
 
 
+class Lines(unittest.TestCase):
+    def test_that_stand_there_twice_are_told_apart_by_those_before(self):
+        source = in_function("One();", "if (a)", "    return;", "Two();", "if (b)", "    return;", "if (b)", "    Three();")
+        changes = [one for one in operators.all_changes("a.cpp", source) if one.operator == "return removed"]
+        self.assertEqual([(one.line, one.new.split()) for one in changes],
+                         [(4, ["if", "(a)", ";"]), (7, ["if", "(b)", ";"])])  # fmt: skip
+        self.assertEqual(changes[1].apply(source).split("\n")[7], "        ;")
+        first, second = [one for one in operators.all_changes("a.cpp", source) if one.new.endswith("if (true)")][1:]
+        self.assertEqual([first.old.split()[0], second.old.split()[0]], ["Two();", "return;"])
+
+
 class EveryChange(unittest.TestCase):
     def test_fits_the_code_and_is_told_apart_from_the_others(self):
         for layer in ("client", "pages", "editor", "release"):
             for path in (paths.ROOT / layer).glob("*.cpp"):
                 source = path.read_text(encoding="utf-8")
-                for change in operators.all_changes(path.name, source):
+                changes = operators.all_changes(path.name, source)
+                for change in changes:
                     self.assertNotEqual(change.apply(source), source)
+                self.assertEqual(len({change.key for change in changes}), len(changes))
 
 
 if __name__ == "__main__":

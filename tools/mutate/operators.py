@@ -1,6 +1,8 @@
 """The operators: what is changed in code that nobody chose by hand."""
 
 import re
+from collections import Counter
+from dataclasses import replace
 
 import cpp
 from changes import of_span
@@ -59,7 +61,22 @@ def all_changes(file, source):
     for change in code.changes:
         if change.old != change.new:
             unique.setdefault((change.line, change.old, change.new), change)
-    return sorted(unique.values(), key=lambda one: one.line)
+    return sorted(_told_apart(source, list(unique.values())), key=lambda one: one.line)
+
+
+# Changes of equal lines take as many of the lines before as it needs to tell one from the other.
+def _told_apart(source, changes):
+    lines = source.split("\n")
+    while True:
+        counts = Counter(change.key for change in changes)
+        if len(counts) == len(changes):
+            return changes
+        changes = [change if counts[change.key] == 1 else _with_line_before(lines, change) for change in changes]
+
+
+def _with_line_before(lines, change):
+    before = lines[change.line - 2] + "\n"
+    return replace(change, line=change.line - 1, old=before + change.old, new=before + change.new)
 
 
 class _Code:
