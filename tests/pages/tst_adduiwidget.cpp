@@ -257,6 +257,8 @@ void TestAddUIWidget::keepsItsMeasuresAtEveryScale()
     const auto layout = [this](const char* name) {
         return dialog->findChild<QBoxLayout*>(QLatin1String(name));
     };
+    const auto* title = dialog->findChild<QWidget*>(QStringLiteral("dialogTitleBar"));
+    const int titleHeight = title->minimumHeight();
 
     for (qreal scale : {1.0, 2.0}) {
         DpiTool::SetScale(scale);
@@ -266,6 +268,7 @@ void TestAddUIWidget::keepsItsMeasuresAtEveryScale()
         QCOMPARE(layout("verticalLayoutRoot")->spacing(), scaled(20));
         QCOMPARE(layout("horizontalLayoutTitle")->spacing(), scaled(8));
         QCOMPARE(layout("horizontalLayoutBtn")->spacing(), scaled(10));
+        QCOMPARE(title->minimumHeight(), scaled(titleHeight)); // the base has its own share
     }
 }
 

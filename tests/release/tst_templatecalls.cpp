@@ -67,8 +67,11 @@ private slots:
             QCOMPARE(Button(dialog, "confirmBtn")->GetButtonType(), 1);
             QCOMPARE(Button(dialog, "cancleSelectBtn")->GetButtonType(), 3);
             QCOMPARE(Button(dialog, "openPushButton")->GetButtonType(), 3);
+            const auto* title = dialog->findChild<QWidget*>(QStringLiteral("dialogTitleBar"));
+            const int titleHeight = title->minimumHeight();
             for (const qreal scale : {1.0, 2.0}) {
                 DpiTool::SetScale(scale);
+                QCOMPARE(title->minimumHeight(), DpiTool::ScaleDefault(titleHeight));
                 QCOMPARE(dialog->minimumSize(),
                          QSize(DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(280)));
                 QCOMPARE(dialog->maximumSize(), dialog->minimumSize());
@@ -96,8 +99,11 @@ private slots:
             QCOMPARE(dialog->findChild<WbComboBox*>(QStringLiteral("comboBox"))->GetBusinessStyle(), 1);
             QCOMPARE(Button(dialog, "confirmBtn")->GetButtonType(), 1);
             QCOMPARE(Button(dialog, "cancleSelectBtn")->GetButtonType(), 3);
+            const auto* title = dialog->findChild<QWidget*>(QStringLiteral("dialogTitleBar"));
+            const int titleHeight = title->minimumHeight();
             for (const qreal scale : {1.0, 2.0}) {
                 DpiTool::SetScale(scale);
+                QCOMPARE(title->minimumHeight(), DpiTool::ScaleDefault(titleHeight));
                 QCOMPARE(dialog->minimumSize(),
                          QSize(DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(240)));
                 QCOMPARE(dialog->maximumSize(), dialog->minimumSize());
