@@ -5,9 +5,11 @@ import subprocess
 import tempfile
 import unittest
 from pathlib import Path
+from types import SimpleNamespace
 
 import paths  # noqa: F401
 import build
+import run
 import trial
 from changes import Equivalents, of_span
 from results import Results, table
@@ -140,6 +142,27 @@ class SmallProject(unittest.TestCase):
         (self.folder / "equivalent.txt").write_text("code.cpp: 9 is never asked\n- while (a > 9)\n+ while (a >= 9)\n")
         text, survivors = table(changes, again, Equivalents(self.folder / "equivalent.txt"))
         self.assertEqual((survivors, text.splitlines()[-1].split()[-2]), ([], "100.0"))
+
+
+class WhatIsTried(unittest.TestCase):
+    def is_open(self, again, known, reason=None):
+        bench = SimpleNamespace(
+            options=SimpleNamespace(again=again),
+            results=SimpleNamespace(outcome_of=lambda change: known),
+            equivalents=SimpleNamespace(reason=lambda change: reason),
+        )
+        return run.Run._is_open(bench, None)
+
+    def test_what_is_not_known_yet(self):
+        self.assertTrue(self.is_open(False, None))
+        self.assertFalse(self.is_open(False, trial.SURVIVED))
+        self.assertFalse(self.is_open(False, trial.NOTICED))
+
+    def test_again_what_survived_without_a_reason(self):
+        self.assertTrue(self.is_open(True, trial.SURVIVED))
+        self.assertFalse(self.is_open(True, trial.SURVIVED, "nobody asks"))
+        self.assertFalse(self.is_open(True, trial.NOTICED))
+        self.assertFalse(self.is_open(True, None))
 
 
 if __name__ == "__main__":

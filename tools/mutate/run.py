@@ -29,7 +29,7 @@ def arguments():
     parser.add_argument("--sample", type=int, help="so many changes, drawn at random")
     parser.add_argument("--seed", type=int, default=1, help="another seed, another sample")
     parser.add_argument("--patches", action="store_true", help="only the changes of patches/")
-    parser.add_argument("--again", action="store_true", help="try earlier survivors anew")
+    parser.add_argument("--again", action="store_true", help="try earlier survivors anew, nothing else")
     parser.add_argument("--list", action="store_true", help="show the changes, try none")
     parser.add_argument("--table", action="store_true", help="show what is known already, try none")
     parser.add_argument("--within", type=float, help="only tests that take less than so many seconds; for a first look")
@@ -120,9 +120,9 @@ class Run:
 
     def _is_open(self, change):
         known = self.results.outcome_of(change)
-        if self.equivalents.reason(change) and known:
-            return False
-        return known is None or (self.options.again and known == trial.SURVIVED)
+        if self.options.again:
+            return known == trial.SURVIVED and not self.equivalents.reason(change)
+        return known is None
 
     # The unchanged code: every test passes, and takes so long.
     def _measure(self, files):
