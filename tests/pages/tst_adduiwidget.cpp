@@ -44,7 +44,6 @@ private slots:
     void coversNeitherNameNorButtonsWithARefusal();
     void cancels();
     void isConfirmedByReturn();
-    void isConfirmedByReturnAfterAnotherButtonWasPassed();
     void isClosedByItsTitleBar();
     void keepsItsMeasuresAtEveryScale();
     void runsModally();
@@ -216,27 +215,6 @@ void TestAddUIWidget::isConfirmedByReturn()
 
     QTest::keyClick(Edit(), Qt::Key_Return);
 
-    QVERIFY(!dialog->isVisible());
-    QCOMPARE(dialog->result(), int(QDialog::Accepted));
-}
-
-void TestAddUIWidget::isConfirmedByReturnAfterAnotherButtonWasPassed()
-{
-    // given
-    QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
-    Edit()->setFocus();
-    QTest::keyClicks(Edit(), QStringLiteral("orders"));
-    QTest::keyClick(Edit(), Qt::Key_Tab);
-    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-    QCOMPARE(dialog->focusWidget()->objectName(), QStringLiteral("pushButtonCancel"));
-    QTest::keyClick(dialog->focusWidget(), Qt::Key_Backtab);
-    QTest::keyClick(dialog->focusWidget(), Qt::Key_Backtab);
-    QCOMPARE(dialog->focusWidget(), Edit());
-
-    // when
-    QTest::keyClick(Edit(), Qt::Key_Return);
-
-    // then
     QVERIFY(!dialog->isVisible());
     QCOMPARE(dialog->result(), int(QDialog::Accepted));
 }
