@@ -17,7 +17,9 @@ class TestSaveSnapshotInfoWidgetDeleting : public SaveDialogFixture
 private slots:
     void removesTheRowOfAVersionDeletedElsewhere();
 
+    void deletesTheNamedVersion_data();
     void deletesTheNamedVersion();
+    void deletesNothingThatItDoesNotOffer();
     void showsAFailedDeletion();
     void keepsTheTypedNameWhenAnotherVersionGoes();
     void keepsTheTypedDescriptionWhenAVersionGoesThatItDoesNotOffer_data();
@@ -42,22 +44,50 @@ void TestSaveSnapshotInfoWidgetDeleting::removesTheRowOfAVersionDeletedElsewhere
     QCOMPARE(user->desc->toPlainText(), QString());
 }
 
+void TestSaveSnapshotInfoWidgetDeleting::deletesTheNamedVersion_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("id");
+    QTest::addColumn<QString>("left");
+    QTest::newRow("the first") << Text("版本1 ") << QStringLiteral("v1") << Text("版本2");
+    QTest::newRow("the last") << Text(" 版本2") << QStringLiteral("v2") << Text("版本1");
+}
+
 void TestSaveSnapshotInfoWidgetDeleting::deletesTheNamedVersion()
 {
+    QFETCH(QString, name);
+    QFETCH(QString, id);
+    QFETCH(QString, left);
+
     // given
     Open();
-    user->TypeName(Text(" 版本2"));
+    user->TypeName(name);
 
     // when
     QVERIFY(QMetaObject::invokeMethod(dialog.get(), "SlotDelete"));
 
     // then
-    QTRY_COMPARE(user->Names(), QStringList{Text("版本1")});
+    QTRY_COMPARE(user->Names(), QStringList{left});
     const auto request =
         service->recorder.answers.constFirst().request.objectCast<DeleteAppSnapshotInfoRequest>();
-    QCOMPARE(request->GetSnapshotId(), QStringLiteral("v2"));
+    QCOMPARE(request->GetSnapshotId(), id);
     QVERIFY(request->GetAppId().isEmpty());
     QVERIFY(request->GetIdentity().isEmpty());
+    QCOMPARE(service->toasts.GetTexts(), QStringList{Text("删除成功")});
+}
+
+void TestSaveSnapshotInfoWidgetDeleting::deletesNothingThatItDoesNotOffer()
+{
+    Open();
+    user->TypeName(Text("灰度版"));
+
+    QVERIFY(QMetaObject::invokeMethod(dialog.get(), "SlotDelete"));
+
+    // The next deletion is the only one that anybody hears of.
+    user->TypeName(Text("版本2"));
+    QVERIFY(QMetaObject::invokeMethod(dialog.get(), "SlotDelete"));
+    QTRY_COMPARE(user->Names(), QStringList{Text("版本1")});
+    QCOMPARE(service->recorder.answers.size(), 1);
     QCOMPARE(service->toasts.GetTexts(), QStringList{Text("删除成功")});
 }
 
