@@ -1,0 +1,151 @@
+#include "TestApp.h"
+
+#include <WbBaseUI/WbEditHistory.h>
+
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QUndoStack>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+// Adds a number and takes it away again.
+class Addition : public QUndoCommand
+{
+public:
+    Addition(int* target, int value) : sum(target), number(value) {}
+
+    void redo() override { *sum += number; }
+    void undo() override { *sum -= number; }
+
+private:
+    int* const sum;
+    const int number;
+};
+} // namespace
+
+class EditHistoryTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void takesBackTheLastStepOfAnyPlace();
+    void doesAgainWhatWasTakenBackLast();
+    void forgetsWhatWasTakenBackOnceSomethingElseIsDone();
+    void leavesOutWhatAPlaceTookBackByItself();
+    void leavesOutAPlaceThatIsGone();
+    void takesBackWhatWasWritten();
+
+private:
+    void Left(int value) { left->push(new Addition(&leftSum, value)); }
+    void Right(int value) { right->push(new Addition(&rightSum, value)); }
+
+    WbEditHistory* const history = WbEditHistory::Instance();
+    std::unique_ptr<QUndoStack> left;
+    std::unique_ptr<QUndoStack> right;
+    QWidget leftPlace;
+    QWidget rightPlace;
+    int leftSum = 0;
+    int rightSum = 0;
+};
+
+void EditHistoryTest::init()
+{
+    leftSum = 0;
+    rightSum = 0;
+    left = std::make_unique<QUndoStack>();
+    right = std::make_unique<QUndoStack>();
+    history->Watch(left.get(), &leftPlace);
+    history->Watch(right.get(), &rightPlace);
+}
+
+void EditHistoryTest::takesBackTheLastStepOfAnyPlace()
+{
+    QVERIFY(!history->CanUndo());
+    Left(1);
+    Right(20);
+    Left(300);
+
+    QCOMPARE(history->Undo(), &leftPlace);
+    QCOMPARE(leftSum, 1);
+    QCOMPARE(history->Undo(), &rightPlace);
+    QCOMPARE(rightSum, 0);
+    QCOMPARE(history->Undo(), &leftPlace);
+    QCOMPARE(leftSum, 0);
+    QVERIFY(!history->CanUndo());
+    QCOMPARE(history->Undo(), nullptr);
+}
+
+void EditHistoryTest::doesAgainWhatWasTakenBackLast()
+{
+    Left(1);
+    Right(20);
+    history->Undo();
+    history->Undo();
+
+    QCOMPARE(history->Redo(), &leftPlace);
+    QCOMPARE(leftSum, 1);
+    QCOMPARE(rightSum, 0);
+    QCOMPARE(history->Redo(), &rightPlace);
+    QCOMPARE(rightSum, 20);
+    QVERIFY(!history->CanRedo());
+    QCOMPARE(history->Undo(), &rightPlace);
+}
+
+void EditHistoryTest::forgetsWhatWasTakenBackOnceSomethingElseIsDone()
+{
+    Left(1);
+    history->Undo();
+    QVERIFY(history->CanRedo());
+
+    Right(20);
+
+    QVERIFY(!history->CanRedo());
+}
+
+void EditHistoryTest::leavesOutWhatAPlaceTookBackByItself()
+{
+    Left(1);
+    Right(20);
+    Left(300);
+
+    left->undo();
+
+    QCOMPARE(history->Undo(), &rightPlace);
+    QCOMPARE(leftSum, 1);
+    QCOMPARE(rightSum, 0);
+}
+
+void EditHistoryTest::leavesOutAPlaceThatIsGone()
+{
+    Right(20);
+    Left(1);
+
+    left.reset();
+
+    QCOMPARE(history->Undo(), &rightPlace);
+    QCOMPARE(rightSum, 0);
+    QVERIFY(!history->CanUndo());
+}
+
+void EditHistoryTest::takesBackWhatWasWritten()
+{
+    QTextDocument text;
+    history->Watch(&text, &rightPlace);
+    Left(1);
+    QTextCursor(&text).insertText(QStringLiteral("字"));
+
+    QCOMPARE(history->Undo(), &rightPlace);
+
+    QCOMPARE(text.toPlainText(), QString());
+    QCOMPARE(leftSum, 1);
+    QCOMPARE(history->Redo(), &rightPlace);
+    QCOMPARE(text.toPlainText(), QStringLiteral("字"));
+}
+
+RPA_TEST_MAIN(EditHistoryTest)
+#include "tst_edithistory.moc"
