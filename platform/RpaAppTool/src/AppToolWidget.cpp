@@ -90,12 +90,45 @@ void AppToolWidget::Press(int index)
         emit SigStopProcess(runningProcess.isEmpty() ? processName : runningProcess);
         return;
     }
+    AskToRun(index, processName);
+}
+
+void AppToolWidget::AskToRun(int index, const QString& processName)
+{
     runningIndex = index;
+    askedProcess = processName;
     isPressing = true;
     const QPointer<AppToolWidget> alive(this);
     emit SigRunProcess(processName);
     if (alive)
         isPressing = false;
+}
+
+int AppToolWidget::ToolOf(const QString& processName) const
+{
+    for (int index = 0; toolData && index < toolData->GetCount(); ++index) {
+        const QString name = toolData->GetItem(index).processName;
+        if (!name.isEmpty() && (processName.isEmpty() || name == processName))
+            return index;
+    }
+    return -1;
+}
+
+bool AppToolWidget::Run(const QString& processName)
+{
+    const int index = ToolOf(processName);
+    if (IsBusy() || (index < 0 && processName.isEmpty()))
+        return false;
+    AskToRun(index, index < 0 ? processName : toolData->GetItem(index).processName);
+    return true;
+}
+
+bool AppToolWidget::Stop()
+{
+    if (!IsBusy())
+        return false;
+    emit SigStopProcess(runningProcess.isEmpty() ? askedProcess : runningProcess);
+    return true;
 }
 
 void AppToolWidget::RunWaits(bool waits)

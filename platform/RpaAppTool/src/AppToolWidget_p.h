@@ -21,6 +21,9 @@ public:
     ~AppToolWidget() override;
 
     void SetToolData(RpaToolData* data) override;
+    bool Run(const QString& processName) override;
+    bool Stop() override;
+    bool IsBusy() const override { return waiting || !runningProcess.isEmpty(); }
 
     void RunWaits(bool waits) override;
     void ProcessStart(const QString& processName) override;
@@ -30,13 +33,14 @@ private:
     void Rebuild();
     void UpdateButtons();
     void Press(int index);
-    // A process runs or waits to.
-    bool IsBusy() const { return waiting || !runningProcess.isEmpty(); }
+    void AskToRun(int index, const QString& processName);
+    int ToolOf(const QString& processName) const;
 
     QPointer<RpaToolData> toolData;
     FlowLayout* flow;
     QVector<WbPushButton*> buttons;
     QString runningProcess;
+    QString askedProcess; // by the user, here
     bool waiting = false;
     bool isPressing = false; // what starts to wait now was asked for here
     int runningIndex = -1;   // of the tool that started it; -1 when it was started elsewhere

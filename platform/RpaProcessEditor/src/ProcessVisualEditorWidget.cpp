@@ -45,6 +45,11 @@ bool ProcessVisualEditorWidget::CheckComment(QList<RpaCheckInfo>& list) const
     return !list.isEmpty();
 }
 
+QString ProcessVisualEditorWidget::GetShownProcess() const
+{
+    return d->parts.ShownProcess();
+}
+
 void ProcessVisualEditorWidget::SwitchMainPage()
 {
     d->parts.SwitchMainPage();

@@ -18,6 +18,10 @@ private slots:
     void aRunThatWaitsIsStoppedByItsTool();
     void aRunThatWaitsElsewhereIsNotStoppedHere();
     void aToolWithoutAProcessCannotBePressed();
+    void runsWhatItIsToldTo_data();
+    void runsWhatItIsToldTo();
+    void runsNothingWithoutAProcess();
+    void stopsWhatRunsOnly();
     void changesOfTheToolsAreShown();
 
 private:
@@ -120,6 +124,60 @@ void ToolWidget::changesOfTheToolsAreShown()
     tools.reset();
 
     QTRY_VERIFY(!Button(0));
+}
+
+void ToolWidget::runsWhatItIsToldTo_data()
+{
+    QTest::addColumn<QString>("told");
+    QTest::addColumn<QString>("runs");
+    QTest::addColumn<int>("tool");
+    QTest::newRow("nothing") << QString() << QStringLiteral("主流程") << 0;
+    QTest::newRow("a tool's process") << QStringLiteral("导出流程") << QStringLiteral("导出流程") << 2;
+    QTest::newRow("no tool's process") << QStringLiteral("检查流程") << QStringLiteral("检查流程") << -1;
+}
+
+void ToolWidget::runsWhatItIsToldTo()
+{
+    QFETCH(QString, told);
+    QFETCH(QString, runs);
+    QFETCH(int, tool);
+    tools->InsertItem(-1, {QString(), QStringLiteral("导出"), QString(), QStringLiteral("导出流程"), {}});
+    QSignalSpy asked(widget, &IAppToolWidget::SigRunProcess);
+
+    QVERIFY(widget->Run(told));
+
+    QCOMPARE(asked.size(), 1);
+    QCOMPARE(asked.first().first().toString(), runs);
+    Tell([&runs](IProcessLifeCycle* listener) { listener->ProcessStart(runs); });
+    for (int index : {0, 2})
+        QCOMPARE(Button(index)->text() == QStringLiteral("停止"), index == tool);
+    QVERIFY(!widget->Run(told));
+    Tell([&runs](IProcessLifeCycle* listener) { listener->ProcessFinish(runs); });
+}
+
+void ToolWidget::runsNothingWithoutAProcess()
+{
+    tools->RemoveItem(0);
+    QSignalSpy asked(widget, &IAppToolWidget::SigRunProcess);
+
+    QVERIFY(!widget->Run(QString()));
+
+    QCOMPARE(asked.size(), 0);
+}
+
+void ToolWidget::stopsWhatRunsOnly()
+{
+    QSignalSpy stops(widget, &IAppToolWidget::SigStopProcess);
+    QVERIFY(!widget->Stop());
+
+    widget->Run(QStringLiteral("检查流程"));
+    Tell([](IProcessLifeCycle* listener) { listener->RunWaits(true); });
+    QVERIFY(widget->Stop());
+    Tell([](IProcessLifeCycle* listener) { listener->RunWaits(false); });
+
+    QCOMPARE(stops.size(), 1);
+    QCOMPARE(stops.first().first().toString(), QStringLiteral("检查流程"));
+    QVERIFY(!widget->IsBusy());
 }
 
 QTEST_MAIN(ToolWidget)

@@ -21,6 +21,17 @@ public:
     // Shows these tools and follows their changes; null shows none. Not owned; may go away at any time.
     virtual void SetToolData(RpaToolData* data) = 0;
 
+    // Presses the first tool that runs this process; without a name, the first one that runs any. A process
+    // that no tool runs is asked for all the same. False while one runs or waits, and when there is nothing
+    // to run.
+    virtual bool Run(const QString& processName) = 0;
+
+    // Asks for the end of the process that runs or waits to; false when there is none.
+    virtual bool Stop() = 0;
+
+    // A process runs or waits to.
+    virtual bool IsBusy() const = 0;
+
 signals:
     // The user wants a process to be run or stopped; the text is its name.
     void SigRunProcess(const QString& processName);

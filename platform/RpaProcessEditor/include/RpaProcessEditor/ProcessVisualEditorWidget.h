@@ -26,6 +26,9 @@ public:
     // True when an enabled statement refers to a disabled one; the list is then filled with every such place.
     bool CheckComment(QList<RpaCheckInfo>& list) const;
 
+    // Name of the process that is shown; empty without one.
+    QString GetShownProcess() const;
+
     // Shows the main process.
     void SwitchMainPage();
 
