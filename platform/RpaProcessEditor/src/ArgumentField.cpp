@@ -2,6 +2,7 @@
 
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbLineLimit.h>
@@ -59,7 +60,8 @@ QString PlaceholderOf(RpaArgumentType type, bool python)
 } // namespace
 
 ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers& fieldOffers, QWidget* parent)
-    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget), message(new QLabel)
+    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget), message(new QLabel),
+      focus(new WbFocusForward(this, nullptr))
 {
     setObjectName(QStringLiteral("field_") + info.name);
     auto* label =
@@ -180,7 +182,10 @@ void ArgumentField::BuildEditor()
     editor->setAccessibleName(info.title);
     editor->setToolTip(info.description);
     holder->layout()->addWidget(editor);
-    setFocusProxy(editor);
+    focus->SetPart(editor);
+    // A button that stands above the editor comes before it, whenever the editor was made.
+    if (pythonButton)
+        setTabOrder(pythonButton, editor);
 }
 
 QWidget* ArgumentField::BuildLine(const QStringList& completions, bool code)

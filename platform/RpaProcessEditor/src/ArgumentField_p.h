@@ -6,6 +6,7 @@
 
 class QLabel;
 class QToolButton;
+class WbFocusForward;
 
 // The editor of one argument: label, field after the argument's type, message below it when the text is not
 // usable. Arguments that may be literal or Python have a switch between the two; typing "=" first switches
@@ -50,4 +51,5 @@ private:
     QWidget* editor = nullptr;
     QToolButton* pythonButton = nullptr;
     QLabel* message;
+    WbFocusForward* focus;
 };
