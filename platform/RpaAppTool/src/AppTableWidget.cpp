@@ -4,6 +4,7 @@
 #include "TableModel_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbToast.h>
@@ -69,6 +70,7 @@ AppTableWidget::AppTableWidget(QWidget* parent)
     BuildView();
     layout->addWidget(view, 1);
 
+    WbEditHistory::Instance()->Watch(&undoStack, this);
     connect(model, &TableModel::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
     for (const auto signal : {&QAbstractItemModel::columnsInserted, &QAbstractItemModel::columnsRemoved})

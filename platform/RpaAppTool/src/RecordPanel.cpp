@@ -5,6 +5,7 @@
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbEditableCombo.h>
+#include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
@@ -151,6 +152,7 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
     stack->addWidget(emptyLabel);
     SetContent(holder);
 
+    WbEditHistory::Instance()->Watch(&undoStack, this);
     connect(addButton, &QToolButton::clicked, this, &RecordPanel::Add);
     connect(removeButton, &QToolButton::clicked, this, &RecordPanel::RemoveSelected);
     connect(upButton, &QToolButton::clicked, this, [this] { MoveCurrent(-1); });

@@ -6,6 +6,7 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
+#include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QAction>
@@ -70,6 +71,7 @@ public:
 
     void ConnectParts()
     {
+        WbEditHistory::Instance()->Watch(edit->document(), edit);
         QObject::connect(edit, &QPlainTextEdit::textChanged, q, [this] { StoreText(); });
         QObject::connect(edit, &QPlainTextEdit::cursorPositionChanged, q, [this] { ShowPosition(); });
         ShowPosition();

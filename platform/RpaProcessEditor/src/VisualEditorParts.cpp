@@ -13,6 +13,8 @@
 #include <RpaEngineTool/IRpaInspector.h>
 #include <RpaEngineTool/RpaEngineTool.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
+#include <WbBaseUI/WbEditHistory.h>
+#include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbIcons.h>
 
 #include <QAction>
@@ -89,7 +91,7 @@ void VisualEditorParts::BuildLayout()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(vertical);
     view->setContextMenuPolicy(Qt::CustomContextMenu);
-    host->setFocusProxy(view);
+    new WbFocusForward(host, view);
 }
 
 QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
@@ -216,6 +218,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
     RpaEngineTool::Instance()->GetHtmlInspector()->SetNodeManager(app ? app->GetHtmlNodeManager() : nullptr);
     if (app) {
         edits = std::make_unique<ProcessEdits>(app);
+        WbEditHistory::Instance()->Watch(edits->Stack(), host);
         connect(edits.get(), &ProcessEdits::SigTouched, this, &VisualEditorParts::SlotTouched);
         connect(edits->Stack(), &QUndoStack::canUndoChanged, this, &VisualEditorParts::UpdateActions);
         connect(edits->Stack(), &QUndoStack::canRedoChanged, this, &VisualEditorParts::UpdateActions);

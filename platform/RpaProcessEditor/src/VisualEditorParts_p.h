@@ -33,6 +33,7 @@ public:
     void SetApp(const RpaAppDataPtr& appData);
     RpaAppDataPtr App() const { return app; }
 
+    QString ShownProcess() const { return shownProcess; }
     void SwitchMainPage();
     void ShowFindings(const QList<RpaCheckInfo>& list);
     bool ShowStatement(const QString& processName, const QString& statementId);

@@ -5,6 +5,8 @@
 #include "RichNotice_p.h"
 #include "RichTextView_p.h"
 
+#include <WbBaseUI/WbEditHistory.h>
+#include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbWebKernal/WbRichEditor.h>
@@ -37,7 +39,7 @@ public:
         view->setPlaceholderText(
             QStringLiteral("在这里写使用说明：这个应用做什么、运行前要准备什么、怎样填写参数、"
                            "出错时怎么办。可以插入图片、表格和链接，也可以直接粘贴。"));
-        q->setFocusProxy(view);
+        new WbFocusForward(q, view);
     }
 
     void ConnectParts()
@@ -67,6 +69,7 @@ public:
     void WatchDocument()
     {
         RichDocument* document = view->Document();
+        WbEditHistory::Instance()->Watch(document, view);
         QObject::connect(
             document, &QTextDocument::contentsChange, q,
             [document](int position, int, int added) { RichHtmlWriter::Forget(*document, position, added); });
