@@ -7,6 +7,7 @@
 #include "CloseGuard.h"
 #include "DraftDesk.h"
 #include "EditorPage.h"
+#include "Keyboard.h"
 #include "LeftWork.h"
 #include "MainWindow.h"
 #include "PackageDialog.h"
@@ -135,6 +136,7 @@ void Workstation::CreateParts()
     CreateReleased();
     window->AddPage(settingsPage, QStringLiteral("返回"));
     window->OfferPackages(editorPage);
+    keyboard = std::make_unique<Keyboard>(window.get(), editorPage, runPage);
 
     desk = std::make_unique<AppDesk>(apps.get(), listPage);
     samples = std::make_unique<SampleInstaller>();

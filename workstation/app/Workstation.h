@@ -16,6 +16,7 @@ class AppListPage;
 class CloseGuard;
 class DraftDesk;
 class EditorPage;
+class Keyboard;
 class LeftWork;
 class MainWindow;
 class PackagePreparation;
@@ -120,4 +121,5 @@ private:
     std::unique_ptr<DraftDesk> drafts;
     std::unique_ptr<LeftWork> leftWork;
     std::unique_ptr<PackagePreparation> preparation;
+    std::unique_ptr<Keyboard> keyboard;
 };

@@ -73,7 +73,7 @@ QWidget* MainWindow::CreateHead()
     buttonSettings->setObjectName(QStringLiteral("buttonSettings"));
     buttonSettings->setText(QStringLiteral("设置"));
     buttonSettings->setIcon(WbIcons::Get(QStringLiteral("settings")));
-    buttonSettings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    buttonSettings->setToolTip(QStringLiteral("设置（Ctrl+,）"));
     auto* layout = new QHBoxLayout(head);
     layout->setContentsMargins(28, 0, 28, 0);
     layout->setSpacing(16);

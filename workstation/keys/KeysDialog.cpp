@@ -1,0 +1,76 @@
+#include "KeysDialog.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbLabel.h>
+
+#include <QBoxLayout>
+#include <QHeaderView>
+#include <QTreeWidget>
+
+namespace
+{
+// What every control does by itself.
+QVector<ActEntry> CommonKeys()
+{
+    const QString group = QStringLiteral("到处都一样");
+    const std::pair<QString, QString> keys[] = {
+        {QStringLiteral("下一个 / 上一个控件"), QStringLiteral("Tab / Shift+Tab")},
+        {QStringLiteral("按下当前按钮"), QStringLiteral("回车或空格")},
+        {QStringLiteral("关闭对话框"), QStringLiteral("Esc")},
+        {QStringLiteral("修改当前单元格或名称"), QStringLiteral("F2")},
+        {QStringLiteral("移动当前行"), QStringLiteral("Alt+↑ / Alt+↓")},
+        {QStringLiteral("当前项的菜单"), QStringLiteral("Shift+F10")},
+    };
+    QVector<ActEntry> entries;
+    for (const auto& [text, key] : keys) {
+        entries.append({group, text, key, QString(), {}});
+    }
+    return entries;
+}
+
+QTreeWidgetItem* GroupOf(QTreeWidget* list, const QString& name)
+{
+    const auto found = list->findItems(name, Qt::MatchExactly);
+    if (!found.isEmpty()) {
+        return found.first();
+    }
+    auto* group = new QTreeWidgetItem(list, {name});
+    QFont font = list->font();
+    font.setBold(true);
+    group->setFont(0, font);
+    group->setFirstColumnSpanned(true);
+    return group;
+}
+} // namespace
+
+KeysDialog::KeysDialog(const QVector<ActEntry>& acts, QWidget* parent)
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
+{
+    setObjectName(QStringLiteral("KeysDialog"));
+    SetTitle(QStringLiteral("快捷键一览"));
+    auto* hint = new WbLabel(QStringLiteral("没有快捷键的命令在命令面板（Ctrl+Shift+P）中。"), this);
+    hint->setProperty("hint", true);
+    hint->setWordWrap(true);
+    auto* list = new QTreeWidget(this);
+    list->setObjectName(QStringLiteral("listKeys"));
+    list->setAccessibleName(QStringLiteral("快捷键"));
+    list->setHeaderLabels({QStringLiteral("命令"), QStringLiteral("快捷键")});
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->setRootIsDecorated(false);
+    for (const ActEntry& entry : acts + CommonKeys()) {
+        if (!entry.key.isEmpty()) {
+            new QTreeWidgetItem(GroupOf(list, entry.group), {entry.text, entry.key});
+        }
+    }
+    list->expandAll();
+    list->setCurrentItem(list->topLevelItem(0));
+    auto* layout = new QVBoxLayout(GetContentWidget());
+    layout->setContentsMargins(24, 16, 24, 20);
+    layout->setSpacing(12);
+    layout->addWidget(list, 1);
+    layout->addWidget(hint);
+    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(520), DpiTool::ScaleDefault(420));
+    list->setFocus();
+}
+
+KeysDialog::~KeysDialog() = default;
