@@ -17,7 +17,7 @@
 namespace
 {
 constexpr int BorderWidth = 4;
-constexpr QSize LeastSize(320, 240); // a narrow pane pops out as wide as it is
+constexpr QSize LeastSize(260, 160); // the least pane of a small screen pops out as large as it is
 } // namespace
 
 BrowserBorderWindow::BrowserBorderWindow(QWidget* parent)

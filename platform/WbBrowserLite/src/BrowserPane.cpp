@@ -28,6 +28,7 @@ namespace
 {
 constexpr QSize UsualSize(420, 480);
 constexpr int LeastWidth = 300;
+constexpr int LeastWidthInWindow = 240;
 } // namespace
 
 IBrowserWidget* CreateBuiltInBrowser(QWidget* parent)
@@ -116,8 +117,13 @@ void BrowserPane::Reset()
 
 bool BrowserPane::event(QEvent* event)
 {
-    if (event->type() == QEvent::ParentChange && toolBar)
-        toolBar->SetPoppedOut(qobject_cast<IBrowserBorderWindow*>(window()));
+    if (event->type() == QEvent::ParentChange) {
+        const bool poppedOut = qobject_cast<IBrowserBorderWindow*>(window());
+        // In its own window it is never wider than it was in the pane, the window's border included.
+        setMinimumWidth(DpiTool::ScaleDefault(poppedOut ? LeastWidthInWindow : LeastWidth));
+        if (toolBar)
+            toolBar->SetPoppedOut(poppedOut);
+    }
     return IBrowserWidget::event(event);
 }
 

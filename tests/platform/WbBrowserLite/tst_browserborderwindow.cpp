@@ -59,6 +59,26 @@ private slots:
         QVERIFY(browser->width() > 380 && browser->width() < 400);
     }
 
+    void isAsSmallAsTheLeastPane()
+    {
+        const std::unique_ptr<IBrowserBorderWindow> window(
+            WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
+        auto* browser = WbBrowserLite::Instance()->CreateBrowserWidget(nullptr);
+        if (!browser)
+            browser = new EmptyBrowser; // built without an engine
+        browser->InitToolBar();
+        browser->SetEmbedded(true);
+        const QSize least(browser->minimumWidth(), 200);
+        window->SetContent(browser);
+
+        window->setGeometry(QRect(QPoint(30, 40), least));
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+
+        QCOMPARE(window->size(), least.expandedTo(QSize(260, 0)));
+        QVERIFY(window->rect().contains(QRect(browser->pos(), browser->size())));
+    }
+
     void closingItAsksToTakeTheBrowserBack()
     {
         std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
@@ -107,7 +127,7 @@ private slots:
         QTest::newRow("bottom") << QPoint(250, 398) << QPoint(250, 348) << QRect(200, 200, 500, 350);
         QTest::newRow("corner") << QPoint(498, 398) << QPoint(488, 388) << QRect(200, 200, 490, 390);
         QTest::newRow("not below the least width")
-            << QPoint(498, 200) << QPoint(10, 200) << QRect(200, 200, 320, 400);
+            << QPoint(498, 200) << QPoint(10, 200) << QRect(200, 200, 260, 400);
     }
     void resizesWithItsBorder()
     {
