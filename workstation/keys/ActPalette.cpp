@@ -19,7 +19,6 @@ enum Column
     ReasonColumn,
     ColumnCount,
 };
-constexpr int entryRole = Qt::UserRole;
 
 bool Fits(const ActEntry& entry, const QString& wanted)
 {
@@ -83,10 +82,8 @@ void ActPalette::BuildList()
 void ActPalette::Fill()
 {
     const QBrush faint(WbTheme::Instance()->Color(WbColor::TextSecondary));
-    for (int index = 0; index < entries.size(); ++index) {
-        const ActEntry& entry = entries.at(index);
+    for (const ActEntry& entry : entries) {
         auto* item = new QTreeWidgetItem(list, {entry.text, entry.key, entry.reason});
-        item->setData(TextColumn, entryRole, index);
         item->setToolTip(ReasonColumn, entry.reason);
         for (int column = 0; column < ColumnCount && !entry.reason.isEmpty(); ++column) {
             item->setForeground(column, faint);
@@ -115,23 +112,23 @@ void ActPalette::Search(const QString& text)
 
 void ActPalette::ShowReason()
 {
-    const QTreeWidgetItem* const item = list->currentItem();
+    QTreeWidgetItem* const item = list->currentItem();
     if (!item) {
         labelReason->setText(QStringLiteral("没有这样的命令"));
         return;
     }
-    const ActEntry& entry = entries.at(item->data(TextColumn, entryRole).toInt());
+    const ActEntry& entry = entries.at(list->indexOfTopLevelItem(item));
     labelReason->setText(entry.reason.isEmpty() ? QStringLiteral("回车执行“%1”").arg(entry.text)
                                                 : QStringLiteral("“%1”：%2").arg(entry.text, entry.reason));
 }
 
 void ActPalette::Choose()
 {
-    const QTreeWidgetItem* const item = list->currentItem();
+    QTreeWidgetItem* const item = list->currentItem();
     if (!item) {
         return;
     }
-    const int index = item->data(TextColumn, entryRole).toInt();
+    const int index = list->indexOfTopLevelItem(item);
     if (entries.at(index).reason.isEmpty()) {
         accept();
         emit SigChosen(index);

@@ -6,6 +6,8 @@
 #include "KeysDialog.h"
 #include "MainWindow.h"
 
+#include <algorithm>
+
 Keyboard::Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runPage)
     : window(mainWindow), editor(editorPage), run(runPage), editorKeys(editorPage), pageKeys(mainWindow)
 {
@@ -35,7 +37,10 @@ KeyPlace Keyboard::FindPlace() const
 
 void Keyboard::ShowPalette() const
 {
-    const auto entries = ActEntries::Of(acts, *window->CurrentPage(), true);
+    auto entries = ActEntries::Of(acts, *window->CurrentPage(), true);
+    std::stable_sort(entries.begin(), entries.end(), [](const ActEntry& left, const ActEntry& right) {
+        return left.reason.isEmpty() && !right.reason.isEmpty();
+    });
     auto* palette = new ActPalette(entries, window);
     palette->setAttribute(Qt::WA_DeleteOnClose);
     // Later, when the focus is back where it was.
