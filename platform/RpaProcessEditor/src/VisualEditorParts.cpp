@@ -1,6 +1,7 @@
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
+#include "PaletteFolder_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
@@ -124,6 +125,10 @@ QAction* VisualEditorParts::Add(const QString& name, const QString& text, const 
 void VisualEditorParts::BuildActions()
 {
     const auto key = [](int code) { return QKeySequence(code); };
+    QAction* commands =
+        Add(QStringLiteral("actionCommands"), QStringLiteral("指令列表"), {}, QStringLiteral("list"));
+    new PaletteFolder(host, palette, commands); // the editor owns it
+    Separate();
     undo = Add(QStringLiteral("actionUndo"), QStringLiteral("撤销"), {QKeySequence::Undo},
                QStringLiteral("undo"), [this] { edits->Stack()->undo(); });
     redo = Add(QStringLiteral("actionRedo"), QStringLiteral("重做"),
@@ -161,6 +166,8 @@ void VisualEditorParts::BuildActions()
         [this] { findBar->Open(); });
     AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
     AddFindKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), &StatementFindBar::FindPrevious);
+    for (QAction* action : qAsConst(onSelection))
+        action->setProperty("whyNot", QStringLiteral("先选择语句")); // where all acts are listed
 
     auto* save = new QAction(QStringLiteral("保存"), host);
     save->setObjectName(QStringLiteral("actionSave"));
