@@ -2,6 +2,7 @@
 #include "RpaAppEditorMembers.h"
 #include "ui_RpaAppEditorWidget.h"
 
+#include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
 #include <RpaCore/RpaGlobalDataManager.h>
@@ -39,7 +40,11 @@ void RpaAppEditorWidget::SlotRefresh()
 
 void RpaAppEditorWidget::SetAppName(const QString& name)
 {
-    m->ui->labelName->SetText(name, QString());
+    ElidedLabelEx* const label = m->ui->labelName;
+    label->SetText(name, QString());
+    // In a narrow editor the space beside the name goes before the name does.
+    constexpr int usualWidth = 140;
+    label->setMinimumWidth(qMin(label->sizeHint().width(), DpiTool::ScaleDefault(usualWidth)));
 }
 
 void RpaAppEditorWidget::ShowExportBtn(bool show)

@@ -43,6 +43,8 @@ bool LivingWorkstation::Start()
         qCritical("%s", qPrintable(problem));
         return false;
     }
+    Window()->setMinimumSize(1, 1); // the screen of a test may be smaller
+    Window()->resize(1280, 720);
     Window()->activateWindow();
     if (!Until([] {
             const auto* enter = ShownAs<QPushButton>("buttonEnter");

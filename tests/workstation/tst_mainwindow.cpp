@@ -3,39 +3,24 @@
 #include "MainWindow.h"
 #include "PageFixture.h"
 #include "QtTexts.h"
+#include "ReleasedAppModel.h"
+#include "ReleasedListPage.h"
+#include "RunPage.h"
 #include "SettingsPage.h"
 #include "SignInPage.h"
 #include "TestApp.h"
+#include "TextFit.h"
+#include "WindowFit.h"
 #include "WorkstationSettings.h"
 
+#include <RpaAppData/RpaAppData.h>
 #include <WbBaseUI/WbTheme.h>
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
-
-namespace
-{
-// Every text of a visible label or button fits where it stands.
-QStringList CutTexts(QWidget& page)
-{
-    QStringList cut;
-    for (QWidget* widget : page.findChildren<QWidget*>()) {
-        const auto* label = qobject_cast<QLabel*>(widget);
-        const bool button = qobject_cast<QPushButton*>(widget) || qobject_cast<QRadioButton*>(widget) ||
-                            qobject_cast<QCheckBox*>(widget);
-        const bool oneLine = button || (label && !label->wordWrap());
-        if (oneLine && widget->isVisible() && widget->width() < widget->minimumSizeHint().width()) {
-            cut << widget->objectName() + widget->property("text").toString();
-        }
-    }
-    return cut;
-}
-} // namespace
 
 // The window around the pages.
 class tst_MainWindow : public PageFixture
@@ -53,7 +38,10 @@ private slots:
     void windowShortensALongAccountName();
     void windowAsksBeforeItCloses();
     void windowClosesForGoodWhenItMay();
+    void pagesFitIntoTheSmallestWindow_data();
     void pagesFitIntoTheSmallestWindow();
+    void staysWithinItsScreen_data();
+    void staysWithinItsScreen();
 };
 
 void tst_MainWindow::textsOfQtAreChinese()
@@ -133,8 +121,10 @@ void tst_MainWindow::windowShortensALongAccountName()
     const auto* account = Child<QLabel>(window, "labelAccount");
     QVERIFY(account->text().size() < name.size());
     QCOMPARE(account->toolTip(), name);
-    QCOMPARE(window.minimumWidth(), 1280);
-    QCOMPARE(CutTexts(window), QStringList());
+    window.setMinimumSize(1, 1); // the screen of the test may be smaller
+    window.resize(960, 540);
+    QCoreApplication::sendPostedEvents();
+    QCOMPARE(TextFit::CutTexts(window), QStringList());
 
     window.ShowAccount(QStringLiteral("本机作者"));
     QCOMPARE(account->text(), QStringLiteral("本机作者"));
@@ -164,32 +154,98 @@ void tst_MainWindow::windowClosesForGoodWhenItMay()
     QTRY_VERIFY(!window.isVisible());
 }
 
+void tst_MainWindow::pagesFitIntoTheSmallestWindow_data()
+{
+    QTest::addColumn<int>("scheme");
+
+    QTest::newRow("light") << int(WbTheme::Scheme::Light);
+    QTest::newRow("dark") << int(WbTheme::Scheme::Dark);
+}
+
 void tst_MainWindow::pagesFitIntoTheSmallestWindow()
 {
+    QFETCH(int, scheme);
+    WbTheme::Instance()->Apply(static_cast<WbTheme::Scheme>(scheme));
     const QTemporaryDir folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     AppListModel model;
+    ReleasedAppModel released;
     MainWindow window;
     auto* signIn = new SignInPage;
     auto* list = new AppListPage(&model);
     auto* settingsPage = new SettingsPage(&settings);
-    window.AddPage(signIn, QString());
-    window.AddPage(list, QStringLiteral("返回应用列表"));
-    window.AddPage(settingsPage, QStringLiteral("返回"));
+    auto* online = new ReleasedListPage(AppTabs::Online, &released);
+    auto* gray = new ReleasedListPage(AppTabs::Gray, &released);
+    auto* run = new RunPage;
+    for (QWidget* page : QList<QWidget*>{signIn, list, settingsPage, online, gray, run}) {
+        window.AddPage(page, QStringLiteral("返回应用列表"));
+    }
     window.ShowAccount(QStringLiteral("本机作者"));
     signIn->AskEmbedded({QStringLiteral("甲"), QStringLiteral("乙")}, 0);
     signIn->ShowProblem(QStringLiteral("无法启动版本服务"));
     settingsPage->ShowAccounts({QStringLiteral("甲")}, 0);
     list->ShowApps();
-    window.resize(window.minimumSize());
+    online->ShowApps();
+    gray->ShowApps();
+    gray->ShowRedeemed(QStringLiteral("邀请码不正确、已经用过，或者已经被应用的创建者收回"));
+    RpaAppData app;
+    app.InitDefault();
+    QVERIFY(run->ShowApp({}, app.ToJson()));
     window.show();
+    window.setMinimumSize(1, 1); // the screen of the test may be smaller
+    window.resize(960, 540);
 
-    for (QWidget* page : QList<QWidget*>{signIn, list, settingsPage}) {
+    for (QWidget* page : QList<QWidget*>{signIn, list, settingsPage, online, gray, run}) {
         window.ShowPage(page);
         QCoreApplication::sendPostedEvents();
-        QCOMPARE(window.size(), QSize(1280, 720));
-        QCOMPARE(CutTexts(window).join(QLatin1Char(',')), QString());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        QCOMPARE(window.size(), QSize(960, 540));
+        QCOMPARE(TextFit::CutTexts(window).join(QLatin1Char(',')), QString());
+        const QSize least = page->minimumSizeHint();
+        QVERIFY2(least.width() <= page->width() && least.height() <= page->height(),
+                 qPrintable(page->objectName()));
+        if (qEnvironmentVariableIsSet("RPA_PICTURES"))
+            window.grab().save(qEnvironmentVariable("RPA_PICTURES") +
+                               QStringLiteral("/main-%1-%2.png").arg(page->objectName()).arg(scheme));
     }
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+}
+
+void tst_MainWindow::staysWithinItsScreen_data()
+{
+    QTest::addColumn<QRect>("wanted");
+    QTest::addColumn<QRect>("free");
+    QTest::addColumn<QRect>("place");
+    QTest::addColumn<QSize>("least");
+
+    const QRect usual(10, 20, 1280, 720);
+    QTest::newRow("room") << usual << QRect(0, 0, 1920, 1080) << usual << QSize(960, 540);
+    QTest::newRow("double scale") << usual << QRect(0, 0, 960, 510) << QRect(0, 0, 960, 510)
+                                  << QSize(960, 510);
+    QTest::newRow("low") << usual << QRect(0, 30, 1600, 700) << QRect(10, 30, 1280, 700) << QSize(960, 540);
+    QTest::newRow("second screen") << usual << QRect(1920, 0, 1400, 900) << QRect(1920, 20, 1280, 720)
+                                   << QSize(960, 540);
+    QTest::newRow("beyond the edge") << QRect(900, 600, 1280, 720) << QRect(0, 0, 1920, 1080)
+                                     << QRect(640, 360, 1280, 720) << QSize(960, 540);
+}
+
+void tst_MainWindow::staysWithinItsScreen()
+{
+    QFETCH(QRect, wanted);
+    QFETCH(QRect, free);
+    QFETCH(QRect, place);
+    QFETCH(QSize, least);
+    QWidget window;
+    window.setWindowFlag(Qt::FramelessWindowHint);
+    auto* fit = new WindowFit(&window);
+    window.show();
+    window.setMinimumSize(1, 1);
+    window.setGeometry(wanted);
+
+    fit->Fit(free);
+
+    QCOMPARE(window.geometry(), place);
+    QCOMPARE(window.minimumSize(), least);
 }
 
 RPA_TEST_MAIN(tst_MainWindow)

@@ -29,7 +29,8 @@ AppPageHead::AppPageHead(AppTabs::Tab shown, QWidget* parent)
     editSearch->setToolTip(QStringLiteral("搜索应用（Ctrl+F）"));
     editSearch->setClearButtonEnabled(true);
     editSearch->addAction(WbIcons::Get(QStringLiteral("search")), QLineEdit::LeadingPosition);
-    editSearch->setFixedWidth(260);
+    editSearch->setMinimumWidth(160);
+    editSearch->setMaximumWidth(260);
     auto* refresh = new WbPushButton(this, Wb::SecondaryButton);
     refresh->setObjectName(QStringLiteral("buttonRefresh"));
     refresh->setText(QStringLiteral("刷新"));
@@ -38,8 +39,8 @@ AppPageHead::AppPageHead(AppTabs::Tab shown, QWidget* parent)
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(12);
     row->addWidget(tabs);
-    row->addStretch();
-    row->addWidget(editSearch);
+    row->addStretch(1);
+    row->addWidget(editSearch, 1000); // as much as it may have before anything stays empty
     row->addWidget(refresh);
 
     connect(tabs, &AppTabs::SigChosen, this, &AppPageHead::SigTab);

@@ -1,5 +1,7 @@
 #include "EditorPage.h"
 
+#include "PaneFolder.h"
+#include "PopOutRoom.h"
 #include "ReleaseReview.h"
 #include "ResultsBar.h"
 
@@ -36,6 +38,7 @@ EditorPage::EditorPage(QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(results);
     new ReleaseReview(this);
+    new PopOutRoom(this, layout); // the page owns it
     connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, this,
             &EditorPage::SlotAnswered);
 }
@@ -49,6 +52,7 @@ void EditorPage::Open(const AppRecord& record)
     setWindowTitle(app.name);
     editor = new RpaAppEditorWidget(this);
     layout->insertWidget(0, editor, 1);
+    new PaneFolder(editor); // the editor owns it
     editor->show();
     editor->setFocus();
     if (auto* params = editor->findChild<IAppParamWidget*>()) {

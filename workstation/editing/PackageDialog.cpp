@@ -29,7 +29,7 @@ PackageDialog::PackageDialog(PackageService* service, const QString& wheelFolder
     layout->addWidget(hint);
     layout->addWidget(wheels);
     layout->addWidget(panel, 1);
-    GetContentWidget()->setMinimumSize(620, 500);
+    GetContentWidget()->setMinimumSize(620, 440);
 
     connect(wheels, &WheelFolderRow::SigChosen, this, &PackageDialog::SigWheelFolderChosen);
 }

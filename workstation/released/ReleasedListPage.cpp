@@ -72,6 +72,7 @@ QWidget* ReleasedListPage::CreateRedeemRow()
     layout->setSpacing(12);
     layout->addWidget(editCode);
     layout->addWidget(buttonRedeem);
+    labelProblem->setWordWrap(true);
     layout->addWidget(labelProblem, 1);
     connect(editCode, &QLineEdit::textChanged, this, [this](const QString& text) {
         labelProblem->clear();

@@ -2,6 +2,7 @@
 
 #include "ClickGuard.h"
 #include "ServerMark.h"
+#include "WindowFit.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
@@ -16,7 +17,7 @@
 
 namespace
 {
-constexpr QSize smallest(1280, 720);
+constexpr QSize usual(1280, 720);
 constexpr char backTextProperty[] = "backText";
 
 QString ProgramName()
@@ -29,7 +30,7 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
 {
     setObjectName(QStringLiteral("MainWindow"));
     setWindowIcon(QIcon(QStringLiteral(":/program/rpa-workstation.ico")));
-    setMinimumSize(smallest);
+    resize(usual);
 
     pages = new QStackedWidget(this);
     pages->setObjectName(QStringLiteral("stackPages"));
@@ -40,7 +41,8 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     layout->addWidget(pages, 1);
     UpdateHead();
     UpdateTitle();
-    new ClickGuard(this); // the window owns it
+    new ClickGuard(this); // the window owns them
+    new WindowFit(this);
 
     connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
     connect(buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);

@@ -140,7 +140,7 @@ RecordPanel::RecordPanel(const QString& panelTitle, const QString& recordName, c
     view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->horizontalHeader()->setHighlightSections(false);
     view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    view->setMinimumHeight(DpiTool::ScaleDefault(72));
+    view->setMinimumHeight(DpiTool::ScaleDefault(58));
     view->installEventFilter(this);
     emptyLabel->setAlignment(Qt::AlignCenter);
     emptyLabel->setWordWrap(true);

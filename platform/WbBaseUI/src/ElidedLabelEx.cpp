@@ -10,9 +10,9 @@
 namespace
 {
 constexpr int kGapBetweenTexts = 8;
-// Wide enough for the ellipsis and a character before it, so that a squeezed label still shows that it has a
-// text.
-constexpr int kMinimumCharacters = 2;
+// Wide enough for the ellipsis and what tells one text from another before it.
+constexpr int kMinimumCharacters = 4;
+constexpr QChar kWideCharacter(0x56fd);
 
 int SecondTextWidth(const QFontMetrics& metrics, const QString& second)
 {
@@ -61,7 +61,7 @@ QSize ElidedLabelEx::sizeHint() const
 QSize ElidedLabelEx::minimumSizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
-    const int narrow = kMinimumCharacters * metrics.averageCharWidth() +
+    const int narrow = kMinimumCharacters * metrics.horizontalAdvance(kWideCharacter) +
                        metrics.horizontalAdvance(QChar(0x2026)) + SecondTextWidth(metrics, secondText);
     const QSize wanted = sizeHint();
     return {qMin(wanted.width(), narrow), wanted.height()};

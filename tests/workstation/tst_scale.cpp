@@ -1,0 +1,155 @@
+// The scale comes from the environment of this test.
+#include "EditorPage.h"
+#include "LivingWorkstation.h"
+#include "MainWindow.h"
+#include "ModalDriver.h"
+#include "TestApp.h"
+#include "TextFit.h"
+
+#include <WbBaseUI/WbTheme.h>
+
+#include <QApplication>
+#include <QtTest>
+
+// Every page of the workstation at the sizes of small and dense screens.
+class tst_Scale : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+
+    void showsEveryTextOfEveryPage_data();
+    void showsEveryTextOfEveryPage();
+    void foldsTheBrowserFirstThenTheCommands();
+    void keepsTheCommandsAsTheAuthorWantsThem();
+
+private:
+    static void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        LivingWorkstation::Key(key, modifiers);
+    }
+    void GoTo(const QString& page);
+    void Narrow(int width) { living->Window()->resize(width, 600); }
+    // The button in the process editor that opens and closes the list of commands, by the keyboard.
+    void ToggleCommands();
+
+    std::unique_ptr<LivingWorkstation> living;
+};
+
+void tst_Scale::initTestCase()
+{
+    living = std::make_unique<LivingWorkstation>();
+    QVERIFY(living->Start());
+    QVERIFY(living->CreateApp(QStringLiteral("缩放应用")));
+    QVERIFY(living->AddStatement(QStringLiteral("点击元素")));
+}
+
+void tst_Scale::cleanupTestCase()
+{
+    living.reset();
+}
+
+void tst_Scale::showsEveryTextOfEveryPage_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("scheme");
+
+    const QSize sizes[] = {{960, 540}, {1280, 720}, {1920, 1080}};
+    const char* const pages[] = {"settings", "process", "ui", "usage", "palette", "keys", "packages"};
+    for (const char* page : pages) {
+        for (const QSize& size : sizes) {
+            for (const auto scheme : {WbTheme::Scheme::Light, WbTheme::Scheme::Dark}) {
+                const bool dark = scheme == WbTheme::Scheme::Dark;
+                QTest::addRow("%s, %d × %d, %s", page, size.width(), size.height(), dark ? "dark" : "light")
+                    << QString::fromLatin1(page) << size << int(scheme);
+            }
+        }
+    }
+}
+
+void tst_Scale::GoTo(const QString& page)
+{
+    const std::pair<const char*, std::pair<Qt::Key, Qt::KeyboardModifiers>> keys[] = {
+        {"ui", {Qt::Key_1, Qt::ControlModifier}},
+        {"process", {Qt::Key_2, Qt::ControlModifier}},
+        {"usage", {Qt::Key_3, Qt::ControlModifier}},
+        {"settings", {Qt::Key_Comma, Qt::ControlModifier}},
+        {"palette", {Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier}},
+        {"keys", {Qt::Key_F1, Qt::NoModifier}},
+        {"packages", {Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier}},
+    };
+    for (const auto& [name, key] : keys) {
+        if (page == QLatin1String(name)) {
+            Key(key.first, key.second);
+        }
+    }
+}
+
+void tst_Scale::showsEveryTextOfEveryPage()
+{
+    QFETCH(QString, page);
+    QFETCH(QSize, size);
+    QFETCH(int, scheme);
+    WbTheme::Instance()->Apply(static_cast<WbTheme::Scheme>(scheme));
+    living->Window()->resize(size);
+    GoTo(page);
+    QCoreApplication::processEvents();
+    const QWidget* const dialog = QApplication::activeModalWidget();
+    const QWidget* const shown = dialog ? dialog : living->Window();
+
+    const QStringList cut = TextFit::CutTexts(*shown);
+    const QSize needed = shown->size();
+    if (dialog) {
+        Key(Qt::Key_Escape);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+    } else if (page == QLatin1String("settings")) {
+        Key(Qt::Key_W, Qt::ControlModifier);
+    }
+
+    QCOMPARE(cut.join(QLatin1Char('\n')), QString());
+    QVERIFY(needed.width() <= size.width() && needed.height() <= size.height());
+    QCOMPARE(living->Window()->size(), size);
+}
+
+void tst_Scale::ToggleCommands()
+{
+    QVERIFY(LivingWorkstation::TabTo("actionCommandsButton"));
+    Key(Qt::Key_Return);
+}
+
+void tst_Scale::foldsTheBrowserFirstThenTheCommands()
+{
+    Key(Qt::Key_2, Qt::ControlModifier);
+    const auto shown = [](const char* name) { return LivingWorkstation::Shown(name) != nullptr; };
+    const bool browser = living->Window()->findChild<QWidget*>(QStringLiteral("browserPane"));
+    const std::tuple<int, bool, bool> widths[] = {
+        {1280, true, true}, {1279, false, true}, {800, false, false}, {960, false, true}, {1400, true, true}};
+    for (const auto& [width, pane, commands] : widths) {
+        Narrow(width);
+        QCOMPARE(shown("browserPane"), pane && browser);
+        QCOMPARE(shown("commandPalette"), commands);
+    }
+}
+
+void tst_Scale::keepsTheCommandsAsTheAuthorWantsThem()
+{
+    Key(Qt::Key_2, Qt::ControlModifier);
+    Narrow(800);
+    ToggleCommands();
+    QVERIFY(LivingWorkstation::Shown("commandPalette"));
+    Narrow(1400);
+    QVERIFY(LivingWorkstation::Shown("commandPalette"));
+
+    ToggleCommands();
+    Narrow(800);
+    Narrow(1400);
+    QVERIFY(!LivingWorkstation::Shown("commandPalette"));
+    ToggleCommands();
+    QVERIFY(LivingWorkstation::Shown("commandPalette"));
+}
+
+RPA_TEST_MAIN(tst_Scale)
+#include "tst_scale.moc"
