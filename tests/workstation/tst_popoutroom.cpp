@@ -47,7 +47,7 @@ void tst_PopOutRoom::init()
     auto* layout = new QVBoxLayout(page.get());
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(editor);
-    new PopOutRoom(page.get(), layout);
+    new PopOutRoom(page.get(), 6);
     page->setGeometry(100, 50, 1000, 600);
     page->show();
     browser = std::make_unique<PlainWindow>();
@@ -68,7 +68,7 @@ void tst_PopOutRoom::leavesTheRoomThatIsCovered_data()
     QTest::newRow("beside the editor") << QRect(1100, 150, 300, 400) << 1000;
     QTest::newRow("half beside the editor") << QRect(950, 150, 300, 400) << 850;
     QTest::newRow("in the middle") << QRect(400, 150, 300, 400) << 1000;
-    QTest::newRow("over most of the editor") << QRect(700, 150, 400, 400) << 1000;
+    QTest::newRow("over most of the editor") << QRect(600, 150, 500, 400) << 1000;
 }
 
 void tst_PopOutRoom::leavesTheRoomThatIsCovered()

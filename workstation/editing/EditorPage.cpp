@@ -12,6 +12,7 @@
 #include <WbBaseUI/PackagedMsgBoxNotify.h>
 #include <WbBaseUI/WbIconButtonWidget.h>
 
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -38,7 +39,6 @@ EditorPage::EditorPage(QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(results);
     new ReleaseReview(this);
-    new PopOutRoom(this, layout); // the page owns it
     connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, this,
             &EditorPage::SlotAnswered);
 }
@@ -52,7 +52,11 @@ void EditorPage::Open(const AppRecord& record)
     setWindowTitle(app.name);
     editor = new RpaAppEditorWidget(this);
     layout->insertWidget(0, editor, 1);
-    new PaneFolder(editor); // the editor owns it
+    new PaneFolder(editor); // the editor owns them
+    constexpr int pageMargin = 28;
+    if (auto* pages = editor->findChild<QStackedWidget*>(QStringLiteral("stackedWidgetTop"))) {
+        new PopOutRoom(pages, pageMargin);
+    }
     editor->show();
     editor->setFocus();
     if (auto* params = editor->findChild<IAppParamWidget*>()) {

@@ -5,16 +5,17 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QLayout>
+#include <QWidget>
 
 namespace
 {
-constexpr int edge = 60; // how far from the page's edge a window still stands at it
-constexpr int leastEditor = 640;
+constexpr int edge = 60; // how far from the pages' edge a window still stands at it
+constexpr int gap = 6;
+constexpr int leastPages = 560;
 } // namespace
 
-PopOutRoom::PopOutRoom(QWidget* editorPage, QLayout* pageLayout)
-    : QObject(editorPage), page(editorPage), layout(pageLayout)
+PopOutRoom::PopOutRoom(QWidget* editorPages, int keptFree)
+    : QObject(editorPages), pages(editorPages), free(keptFree)
 {
     qApp->installEventFilter(this); // the browser's window is made when it is first needed
 }
@@ -36,7 +37,7 @@ bool PopOutRoom::eventFilter(QObject* watched, QEvent* event)
     if (window) {
         browser = window;
     }
-    if (window || (browser && (watched == page || watched == page->window()))) {
+    if (window || (browser && (watched == pages || watched == pages->window()))) {
         Arrange();
     }
     return false;
@@ -44,22 +45,25 @@ bool PopOutRoom::eventFilter(QObject* watched, QEvent* event)
 
 int PopOutRoom::NeededRoom() const
 {
-    if (!browser || !browser->isVisible() || !page->isVisible()) {
+    if (!browser || !browser->isVisible() || !pages->isVisible()) {
         return 0;
     }
-    const QRect own(page->mapToGlobal(QPoint()), page->size());
+    const QRect own(pages->mapToGlobal(QPoint()), pages->size());
     const QRect covered = own & browser->geometry();
     const bool atEdge = !covered.isEmpty() && covered.right() >= own.right() - DpiTool::ScaleDefault(edge);
-    const int room = atEdge ? own.right() - covered.left() + 1 : 0;
-    return own.width() - room < DpiTool::ScaleDefault(leastEditor) ? 0 : room;
+    const int room = atEdge ? own.right() + 1 - covered.left() : 0;
+    if (room == 0 || own.width() - room < DpiTool::ScaleDefault(leastPages)) {
+        return 0;
+    }
+    return qMax(0, room + DpiTool::ScaleDefault(gap) - free);
 }
 
 void PopOutRoom::Arrange()
 {
-    QMargins margins = layout->contentsMargins();
+    QMargins margins = pages->contentsMargins();
     const int room = NeededRoom();
     if (margins.right() != room) {
         margins.setRight(room);
-        layout->setContentsMargins(margins);
+        pages->setContentsMargins(margins);
     }
 }
