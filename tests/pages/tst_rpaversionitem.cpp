@@ -197,6 +197,8 @@ void TestRpaVersionItem::showsTheIconOfItsState()
     QCOMPARE(shown(), normal.isEmpty() ? QImage() : picture(hovered));
     Send(Find<QLabel>("rpa_version_combo_icon"), QEvent::Leave);
     QCOMPARE(shown(), normal.isEmpty() ? QImage() : picture(normal));
+    row->SetState(0);
+    QVERIFY(shown().isNull());
 }
 
 void TestRpaVersionItem::passesEventsOfItsIconOn()
