@@ -62,6 +62,7 @@ private:
     void GoToServer(const QString& address);
     void StartFromShippedTemplate();
     void StartFromOwnTemplate();
+    void LetDataGoAlong();
     void PublishDevelopVersion();
     void ReleaseGrayVersion();
     void PublishGrayVersion();

@@ -97,6 +97,15 @@ void Tour::UntilState(const QString& version, int state)
     d->Until(QStringLiteral("the state of ") + version, [=] { return StateOf(version) == state; });
 }
 
+// The tables of the app hold rows.
+void Tour::LetDataGoAlong()
+{
+    d->Until(QStringLiteral("the data that goes along"),
+             [] { return Visible("TakenAlongDialog") != nullptr; });
+    d->TakePicture();
+    d->Click(QStringLiteral("go on"), Named("buttonGoOn"));
+}
+
 void Tour::PublishDevelopVersion()
 {
     const QString version = QStringLiteral("上线版");
@@ -131,7 +140,8 @@ void Tour::PublishDevelopVersion()
     d->Step(QStringLiteral("published"), [=] {
         d->Click(QStringLiteral("publish"), Named("pushButtonPublish"));
         UntilBox(QStringLiteral("确定发布上线吗"));
-        Answer(QStringLiteral("是"));
+        d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
+        LetDataGoAlong();
         UntilToast(QStringLiteral("“%1”已上线").arg(releasedApp));
         UntilCurrent(QStringLiteral("【线上】") + version);
         UntilLoaded();
@@ -158,6 +168,7 @@ void Tour::ReleaseGrayVersion()
         d->Click(QStringLiteral("gray"), Named("pushButtonBeta"));
         UntilBox(question);
         d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
+        LetDataGoAlong();
         d->Until(QStringLiteral("an invitation code"), [] { return ShownCodes().size() == 1; });
     });
     d->Step(QStringLiteral("invitation-code-copied"), [this] {
@@ -210,6 +221,7 @@ void Tour::PublishGrayVersion()
     });
     d->Step(QStringLiteral("gray-of-another-version-dark"), [=] {
         d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
+        LetDataGoAlong();
         d->Until(QStringLiteral("the code that is open already"),
                  [] { return ShownCodes() == QStringList(QApplication::clipboard()->text()); });
         d->TakePicture();

@@ -64,6 +64,7 @@ void Tour::ExportTemplate()
     d->Step(QStringLiteral("template-export"), [this] {
         d->UntilCalm();
         d->Click(QStringLiteral("make a template"), Named("pushButtonExportAppData"));
+        LetDataGoAlong();
         d->Until(QStringLiteral("the dialog"), [] { return Visible("nameLineEdit") != nullptr; });
     });
     SeeInTheDark(QStringLiteral("template-export-dark"));
