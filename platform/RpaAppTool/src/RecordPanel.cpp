@@ -4,8 +4,8 @@
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
-#include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbEditHistory.h>
+#include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
