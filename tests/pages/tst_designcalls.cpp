@@ -58,6 +58,9 @@ class NotingTools : public IAppToolWidget
 public:
     explicit NotingTools(QWidget* parent) : IAppToolWidget(parent) {}
     void SetToolData(RpaToolData* shown) override { Note("tools: ", NameOf(shown)); }
+    bool Run(const QString&) override { return false; }
+    bool Stop() override { return false; }
+    bool IsBusy() const override { return false; }
 };
 
 class NotingParams : public IAppParamWidget
