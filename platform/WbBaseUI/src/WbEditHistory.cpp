@@ -44,6 +44,8 @@ void WbEditHistory::Watch(QUndoStack* stack, QWidget* place)
     connect(stack, &QUndoStack::indexChanged, this, [this, number, before](int index) {
         if (index > *before)
             NoteStep(number);
+        else if (index == *before)
+            NoteStepGoesOn(number);
         else
             NoteStepBack(number);
         *before = index;
@@ -68,6 +70,17 @@ void WbEditHistory::NoteStep(int source)
     redone.clear();
     if (undone.size() > mostSteps)
         undone.removeFirst();
+}
+
+// What is typed one letter after another is one step of its place, and the newest of all.
+void WbEditHistory::NoteStepGoesOn(int source)
+{
+    const int at = undone.lastIndexOf(source);
+    if (stepping || at < 0)
+        return;
+    undone.remove(at);
+    undone.append(source);
+    redone.clear();
 }
 
 // A place took its last step back by itself.

@@ -11,18 +11,25 @@
 
 namespace
 {
-// Adds a number and takes it away again.
+// Adds a number and takes it away again; those with an id of their own go on in the one before.
 class Addition : public QUndoCommand
 {
 public:
-    Addition(int* target, int value) : sum(target), number(value) {}
+    Addition(int* target, int value, int typing = -1) : sum(target), number(value), kind(typing) {}
 
     void redo() override { *sum += number; }
     void undo() override { *sum -= number; }
+    int id() const override { return kind; }
+    bool mergeWith(const QUndoCommand* next) override
+    {
+        number += static_cast<const Addition*>(next)->number;
+        return true;
+    }
 
 private:
     int* const sum;
-    const int number;
+    int number;
+    const int kind;
 };
 } // namespace
 
@@ -37,6 +44,7 @@ private slots:
     void doesAgainWhatWasTakenBackLast();
     void forgetsWhatWasTakenBackOnceSomethingElseIsDone();
     void leavesOutWhatAPlaceTookBackByItself();
+    void takesBackAStepThatWentOnAsOne();
     void leavesOutAPlaceThatIsGone();
     void takesBackWhatWasWritten();
 
@@ -118,6 +126,27 @@ void EditHistoryTest::leavesOutWhatAPlaceTookBackByItself()
     QCOMPARE(history->Undo(), &rightPlace);
     QCOMPARE(leftSum, 1);
     QCOMPARE(rightSum, 0);
+}
+
+void EditHistoryTest::takesBackAStepThatWentOnAsOne()
+{
+    const auto type = [this](int value) { left->push(new Addition(&leftSum, value, 7)); };
+    Left(1);
+    Right(20);
+    type(300);
+    type(4000);
+    Right(50000);
+    type(600000);
+
+    QCOMPARE(history->Undo(), &leftPlace);
+    QCOMPARE(leftSum, 1);
+    QCOMPARE(history->Undo(), &rightPlace);
+    QCOMPARE(rightSum, 20);
+    QCOMPARE(history->Undo(), &rightPlace);
+    QCOMPARE(history->Undo(), &leftPlace);
+    QCOMPARE(leftSum, 0);
+    QCOMPARE(history->Redo(), &leftPlace);
+    QCOMPARE(leftSum, 1);
 }
 
 void EditHistoryTest::leavesOutAPlaceThatIsGone()

@@ -47,6 +47,7 @@ private:
 
     int Add(QObject* steps, const Source& source);
     void NoteStep(int source);
+    void NoteStepGoesOn(int source);
     void NoteStepBack(int source);
     int Last(const Sources& order, bool redo) const;
     QWidget* Step(Sources& from, Sources& to, bool redo);
