@@ -13,6 +13,8 @@
 #include <RpaAppTool/IAppTableWidget.h>
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
+#include <RpaPackage/PackageService.h>
+#include <RpaPackage/RpaPackageModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaPackageInfo.h>
@@ -267,6 +269,9 @@ for name, rows in (("一月.xlsx", [["甲", 1], ["乙", 2.5]]), ("二月.xlsx", 
 open("说明.txt", "w").close()
 )");
     QCOMPARE(Python(place, make), QString());
+    PackageSettings packages;
+    packages.dataFolder = folder.filePath(QStringLiteral("packages"));
+    RpaPackageModule::Instance()->GetBuiltIn()->SetSettings(packages);
     Open(QStringLiteral("program/Excel 工作簿合并"));
     QVERIFY(Set("文件夹", WithoutDrive(place)));
 
