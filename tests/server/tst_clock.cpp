@@ -100,7 +100,8 @@ void ClockTest::listsWhatHappenedLastFirstAfterARestart()
     NewVersion(app, "third", ApiClient::Body(0));
 
     QCOMPARE(Values("/api/v1/apps/" + app + "/versions", "versions", "", "name"),
-             QStringList({QStringLiteral("third"), QStringLiteral("second"), QStringLiteral("first")}));
+             QStringList({QStringLiteral("third"), QStringLiteral("second"), QStringLiteral("版本1"),
+                          QStringLiteral("first")})); // the first one left a copy to work on
     QCOMPARE(Values("/api/v1/online-apps", "apps", "version", "name"), {QStringLiteral("second")});
     QCOMPARE(Values("/api/v1/audit", "entries", "", "detail"),
              QStringList({QStringLiteral("second"), QStringLiteral("first")}));
