@@ -24,7 +24,7 @@ namespace
 {
 constexpr auto lookEvery = 50ms;
 constexpr auto stepWithin = 60s;
-constexpr QSize smallestWindow{800, 500};
+constexpr QSize smallestWindow{720, 480};
 constexpr int fewestColours = 100; // text alone has dozens of shades; an empty window has a few
 
 const QString& SampleName()
