@@ -116,11 +116,15 @@ void EditorKeys::BindSteps(KeyActs* acts) const
     };
     acts->Bind(
         KeyAct::Undo,
-        [unless, history] { return unless(history->CanUndo(), QStringLiteral("没有可以撤销的修改")); },
+        [unless, history] {
+            return unless(history->CanUndo(), QStringLiteral("没有可以撤销的修改，或流程正在运行"));
+        },
         [this, history] { ShowPlace(history->Undo()); });
     acts->Bind(
         KeyAct::Redo,
-        [unless, history] { return unless(history->CanRedo(), QStringLiteral("没有可以重做的修改")); },
+        [unless, history] {
+            return unless(history->CanRedo(), QStringLiteral("没有可以重做的修改，或流程正在运行"));
+        },
         [this, history] { ShowPlace(history->Redo()); });
 }
 

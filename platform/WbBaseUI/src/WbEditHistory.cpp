@@ -99,7 +99,7 @@ int WbEditHistory::Last(const Sources& order, bool redo) const
     for (int at = order.size() - 1; at >= 0; --at) {
         const Source& source = sources.at(order.at(at));
         if (source.steps && source.can(redo))
-            return at;
+            return source.place && !source.place->isEnabled() ? -1 : at;
     }
     return -1;
 }

@@ -45,6 +45,7 @@ private slots:
     void forgetsWhatWasTakenBackOnceSomethingElseIsDone();
     void leavesOutWhatAPlaceTookBackByItself();
     void takesBackAStepThatWentOnAsOne();
+    void changesNothingInALockedPlace();
     void leavesOutAPlaceThatIsGone();
     void takesBackWhatWasWritten();
 
@@ -147,6 +148,25 @@ void EditHistoryTest::takesBackAStepThatWentOnAsOne()
     QCOMPARE(leftSum, 0);
     QCOMPARE(history->Redo(), &leftPlace);
     QCOMPARE(leftSum, 1);
+}
+
+void EditHistoryTest::changesNothingInALockedPlace()
+{
+    Left(1);
+    Right(20);
+    rightPlace.setEnabled(false);
+
+    QVERIFY(!history->CanUndo()); // nor the step before, which is out of its turn
+    QVERIFY(!history->Undo());
+    QCOMPARE(leftSum, 1);
+    QCOMPARE(rightSum, 20);
+
+    rightPlace.setEnabled(true);
+    QCOMPARE(history->Undo(), &rightPlace);
+    rightPlace.setEnabled(false);
+    QVERIFY(!history->CanRedo());
+    rightPlace.setEnabled(true);
+    QCOMPARE(history->Redo(), &rightPlace);
 }
 
 void EditHistoryTest::leavesOutAPlaceThatIsGone()

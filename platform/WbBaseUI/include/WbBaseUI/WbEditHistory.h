@@ -25,6 +25,7 @@ public:
     void Watch(QUndoStack* stack, QWidget* place);
     void Watch(QTextDocument* text, QWidget* place);
 
+    // Also false while the place of that step is locked: a key must not change what the mouse cannot.
     bool CanUndo() const { return Last(undone, false) >= 0; }
     bool CanRedo() const { return Last(redone, true) >= 0; }
 
