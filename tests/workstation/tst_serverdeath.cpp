@@ -12,6 +12,7 @@
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
+#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTcpServer>
@@ -108,6 +109,8 @@ void tst_ServerDeath::cleanup()
 {
     RpaEditorLogic::Instance()->Forget();
     session.reset();
+    // A server that was killed may still hold its files for a moment.
+    QTRY_VERIFY(QDir(folder->path()).removeRecursively());
     saves.reset();
     folder.reset();
 }
