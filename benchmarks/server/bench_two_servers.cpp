@@ -33,7 +33,7 @@ QByteArray AppDataOf(int bytes)
     return start + QByteArray(bytes - start.size() - 2, 'x') + "\"}";
 }
 
-// One author who saves a version of its own again and again.
+// One author who saves a version of an app of their own again and again.
 struct Author
 {
     std::unique_ptr<ApiClient> client;
@@ -62,9 +62,7 @@ public:
                 return false;
             tokens.push_back(ApiClient::TokenOf(server->Port(), pin, password));
         }
-        ApiClient first(servers[0]->Port(), tokens.front());
-        appId = first.CreateApp("bench").json.value(QLatin1String("id")).toString().toLatin1();
-        return !appId.isEmpty();
+        return true;
     }
 
     // Saves per second with the clients spread over the first so many servers.
@@ -87,10 +85,11 @@ private:
     void Prepare(Author& author, std::size_t server)
     {
         author.client = std::make_unique<ApiClient>(servers[server]->Port(), tokens[server]);
-        author.version = author.client->Create(appId, "v" + QByteArray::number(++names), body)
-                             .json.value(QLatin1String("id"))
-                             .toString()
-                             .toLatin1();
+        const auto idOf = [](const ApiClient::Reply& reply) {
+            return reply.json.value(QLatin1String("id")).toString().toLatin1();
+        };
+        const QByteArray app = idOf(author.client->CreateApp("bench " + QByteArray::number(++apps)));
+        author.version = idOf(author.client->Create(app, "v", body));
     }
 
     void Save(Author& author, Clock::time_point end, std::atomic<long>& saves) const
@@ -108,8 +107,7 @@ private:
     PostgresProcess postgres;
     std::unique_ptr<PlainServer> servers[2];
     std::vector<QByteArray> tokens;
-    QByteArray appId;
-    int names = 0;
+    int apps = 0;
 };
 } // namespace
 
