@@ -1,7 +1,8 @@
 #pragma once
 
+#include "TestFolder.h"
+
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QUrl>
 
 #include <memory>
@@ -32,7 +33,7 @@ public:
 private:
     bool Add(const Account& account);
 
-    const QTemporaryDir folder;
+    const TestFolder folder;
     const std::unique_ptr<QProcess> process;
     QUrl address;
     QString problem;

@@ -1,4 +1,5 @@
 #include "MainWindow.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 #include "Tour.h"
 #include "TourDriver.h"
@@ -7,7 +8,6 @@
 #include "Workstation.h"
 
 #include <QApplication>
-#include <QTemporaryDir>
 #include <QThread>
 
 #include <cstdio>
@@ -111,7 +111,7 @@ int main(int argc, char** argv)
     if (!EnsureDisplay(display, wishes.virtualDisplay)) {
         return 2;
     }
-    const QTemporaryDir home;
+    const TestFolder home;
     UseHome(home.path());
     int code = 2;
     // The tour may be made by root, in a container say; it opens no pages but its own.

@@ -5,6 +5,7 @@
 #include "ModalDriver.h"
 #include "ServerRelay.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -16,7 +17,6 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -47,7 +47,7 @@ private:
     EditorWorld world;
     std::unique_ptr<ServerRelay> relay;
     std::unique_ptr<AnswerCounter> answers;
-    QTemporaryDir folder;
+    TestFolder folder;
     RobotExecuteInfo before;
     RobotExecuteInfo fresh; // no version was saved of it
 };

@@ -4,11 +4,11 @@
 #include "Plant.h"
 #include "ServerProcess.h"
 #include "StormProxy.h"
+#include "TestFolder.h"
 
 #include <QMap>
 #include <QObject>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QVector>
 
@@ -58,7 +58,7 @@ private:
     const std::chrono::seconds time;
     const Plant plant;
     bool isPlanted = false;
-    QTemporaryDir home;
+    TestFolder home;
     ServerProcess server;
     StormProxy proxy;
     QProcess life;

@@ -1,8 +1,8 @@
 #include "AuthorProcess.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace
@@ -46,12 +46,12 @@ private:
     static void Enter(AuthorProcess& author);
     void TypeAndCrash(const QString& text) const;
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
 };
 
 void DraftRecoveryTest::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     QVERIFY(folder->isValid());
 }
 

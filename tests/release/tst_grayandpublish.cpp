@@ -4,6 +4,7 @@
 #include "ModalDriver.h"
 #include "RecordingMonitor.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 #include "VersionReplies.h"
 
@@ -17,7 +18,6 @@
 
 #include <QLabel>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -271,7 +271,7 @@ private slots:
     void goesOnWithACopyAfterTheOnlyVersionWasReleased()
     {
         // Given: templates, which would be offered to an app without anything to work on
-        const QTemporaryDir templates;
+        const TestFolder templates;
         RpaSuperDir::Instance()->SetTemplateDirs(templates.path(), templates.path());
         id = world.AddVersion(app, QStringLiteral("版本1"), QString(), QStringLiteral("stored"));
         EditorDriver author;

@@ -2,6 +2,7 @@
 #include "EditorCalls.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 
 #include <OxBase/DpiTool.h>
@@ -18,7 +19,6 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -53,7 +53,7 @@ private slots:
     void init()
     {
         SetUp();
-        folder = std::make_unique<QTemporaryDir>();
+        folder = std::make_unique<TestFolder>();
     }
 
     void theExportDialogKeepsItsTextsAndMeasures()
@@ -211,7 +211,7 @@ private:
         QCOMPARE(toasts.GetToasts(), QVector<SeenToast>({{QStringLiteral("生成模板成功"), 3}}));
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
 };
 
 RPA_TEST_MAIN(TemplateCallsTest)

@@ -2,6 +2,7 @@
 #include "EditorWorld.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 
 #include <RpaAppData/RpaAppData.h>
@@ -20,7 +21,6 @@
 #include <QJsonObject>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QtEndian>
 #include <QtTest>
 
@@ -74,7 +74,7 @@ private slots:
         world.SignIn();
         RpaGlobalDataManager::Instance()->SetSuperAdmin(true);
         app = world.CreateApp();
-        folder = std::make_unique<QTemporaryDir>();
+        folder = std::make_unique<TestFolder>();
     }
 
     // Export
@@ -482,7 +482,7 @@ private:
 
     EditorWorld world;
     RobotExecuteInfo app;
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
 };
 
 RPA_TEST_MAIN(TemplatesTest)

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "TestFolder.h"
+
 #include <QByteArray>
 #include <QProcess>
 #include <QString>
-#include <QTemporaryDir>
 
 // A PostgreSQL server of its own for one test program: a fresh cluster in a temporary folder, a free port of
 // 127.0.0.1.
@@ -38,7 +39,7 @@ private:
     QByteArray Output() const;
     bool WaitUntilReady();
 
-    QTemporaryDir folder{QStringLiteral("/tmp/rpa-postgres-XXXXXX")};
+    TestFolder folder{QStringLiteral("/tmp/rpa-postgres-XXXXXX")};
     QProcess server;
     int port = 0;
     int databases = 0;

@@ -1,5 +1,7 @@
 #include "ProgramFixture.h"
 
+#include "TestFolder.h"
+
 #include <QTest>
 
 const QByteArray ProgramFixture::pin = QByteArrayLiteral("zhang");
@@ -22,7 +24,7 @@ void ProgramFixture::Databases()
 
 void ProgramFixture::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     QFETCH(QString, database);
     if (database == QLatin1String("postgresql")) {
         if (!PostgresProcess::IsOffered())

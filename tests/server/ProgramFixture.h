@@ -3,9 +3,9 @@
 #include "ApiClient.h"
 #include "PlainServer.h"
 #include "PostgresProcess.h"
+#include "TestFolder.h"
 
 #include <QObject>
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -41,7 +41,7 @@ protected:
     QByteArray NewVersion(const QByteArray& appId, const QByteArray& name, const QByteArray& body);
 
     std::unique_ptr<PostgresProcess> postgres;
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     QString store; // its address
     std::unique_ptr<PlainServer> server;
     std::unique_ptr<ApiClient> client; // signed in

@@ -1,5 +1,6 @@
 #include "StoreFixture.h"
 
+#include "TestFolder.h"
 #include "base/Clock.h"
 #include "base/Digest.h"
 
@@ -43,7 +44,7 @@ void StoreFixture::Databases()
 
 void StoreFixture::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     QFETCH(QString, database);
     if (database == QLatin1String("postgresql")) {
         if (!PostgresProcess::IsOffered())

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "PostgresProcess.h"
+#include "TestFolder.h"
 #include "rules/ReleaseRules.h"
 #include "store/Dialect.h"
 
 #include <QObject>
-#include <QTemporaryDir>
 
 #include <memory>
 #include <optional>
@@ -49,7 +49,7 @@ protected:
     }
 
     std::unique_ptr<PostgresProcess> postgres;
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     QString address;
     std::unique_ptr<server::IStore> store;
     server::App app;

@@ -1,10 +1,10 @@
 #include "ApiClient.h"
 #include "PlainServer.h"
 #include "RawClient.h"
+#include "TestFolder.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -71,7 +71,7 @@ public:
     QByteArray token;
 
 private:
-    QTemporaryDir folder;
+    TestFolder folder;
     std::unique_ptr<PlainServer> server;
 };
 } // namespace

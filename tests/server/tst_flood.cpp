@@ -2,8 +2,8 @@
 #include "PlainServer.h"
 #include "RawClient.h"
 #include "ServerProcess.h"
+#include "TestFolder.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -180,7 +180,7 @@ void FloodTest::savesForOthersWhileManyReadSlowly()
 
 void FloodTest::letsTheOwnerSignInWhileAnotherAddressGuesses()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     QVERIFY(PlainServer::AddAuthor(folder.path(), QStringLiteral("owner"), "the right one"));
     PlainServer plain(
         {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
@@ -202,7 +202,7 @@ void FloodTest::letsTheOwnerSignInWhileAnotherAddressGuesses()
 
 void FloodTest::letsTheOwnerSignInWhileAllTheWorldFillsTheQueue()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     QVERIFY(PlainServer::AddAuthor(folder.path(), QStringLiteral("owner"), "the right one"));
     PlainServer plain(
         {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});

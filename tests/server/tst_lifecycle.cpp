@@ -3,9 +3,9 @@
 #include "PlainServer.h"
 #include "RawClient.h"
 #include "ServerProcess.h"
+#include "TestFolder.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 class LifecycleTest : public QObject
@@ -51,7 +51,7 @@ void LifecycleTest::saysWhetherItCanEncrypt()
 {
     PlainServer asked({QStringLiteral("--version")});
     QCOMPARE(asked.ExitCode(), 0);
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer told({QStringLiteral("--data"), folder.path(), QStringLiteral("--tls-certificate"),
                       QStringLiteral("/nowhere/cert.pem"), QStringLiteral("--tls-key"),
                       QStringLiteral("/nowhere/key.pem")});
@@ -89,7 +89,7 @@ void LifecycleTest::comesBackOnTheSamePort()
 
 void LifecycleTest::warnsWhenOtherMachinesCanReachIt()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server(
         {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("0.0.0.0:0")});
     QVERIFY(server.WaitUntilReady());
@@ -132,7 +132,7 @@ void LifecycleTest::startsThoughALockFileWasLeft()
 
 void LifecycleTest::endsWhenTheWorkstationSendsNothingOfUse()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server({QStringLiteral("--embedded"), QStringLiteral("--data"), folder.path()});
     QVERIFY(server.process.waitForStarted(PlainServer::waitMs));
 
@@ -144,7 +144,7 @@ void LifecycleTest::endsWhenTheWorkstationSendsNothingOfUse()
 
 void LifecycleTest::embedsOnlyOnThisMachine()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server({QStringLiteral("--embedded"), QStringLiteral("--listen"), QStringLiteral("0.0.0.0:0"),
                         QStringLiteral("--data"), folder.path()});
 
@@ -156,7 +156,7 @@ namespace
 {
 const QByteArray metricsToken = "a-token-for-figures-0123456789abcdef";
 
-QString Written(const QTemporaryDir& folder, const QByteArray& text)
+QString Written(const TestFolder& folder, const QByteArray& text)
 {
     QFile file(folder.filePath(QStringLiteral("token")));
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() ? file.fileName() : QString();
@@ -181,7 +181,7 @@ void LifecycleTest::showsItsFiguresToThisMachineOrForAToken()
     QFETCH(QByteArray, header);
     QFETCH(QByteArray, token);
     QFETCH(int, status);
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server({QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"),
                         QStringLiteral("127.0.0.1:0"), QStringLiteral("--metrics-token-file"),
                         Written(folder, metricsToken + "\n")});
@@ -197,7 +197,7 @@ void LifecycleTest::showsItsFiguresToThisMachineOrForAToken()
 
 void LifecycleTest::showsItsFiguresToNobodyElseWithoutAToken()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server(
         {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
     QVERIFY(server.WaitUntilReady());
@@ -209,7 +209,7 @@ void LifecycleTest::showsItsFiguresToNobodyElseWithoutAToken()
 
 void LifecycleTest::refusesAMetricsTokenThatIsEasyToGuess()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server({QStringLiteral("--data"), folder.path(), QStringLiteral("--metrics-token-file"),
                         Written(folder, "short\n")});
 
@@ -219,7 +219,7 @@ void LifecycleTest::refusesAMetricsTokenThatIsEasyToGuess()
 
 void LifecycleTest::takesItsLimitsFromTheCommandLine()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server({QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"),
                         QStringLiteral("127.0.0.1:0"), QStringLiteral("--login-tries"), QStringLiteral("2"),
                         QStringLiteral("--connections-per-address"), QStringLiteral("1")});

@@ -1,9 +1,9 @@
 #include "ApiClient.h"
 #include "PlainServer.h"
 #include "ServerProcess.h"
+#include "TestFolder.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -34,7 +34,7 @@ void PosixTest::stopsGracefullyOnASignal_data()
 void PosixTest::stopsGracefullyOnASignal()
 {
     QFETCH(int, signal);
-    QTemporaryDir folder;
+    TestFolder folder;
     PlainServer server(
         {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"), QStringLiteral("127.0.0.1:0")});
     QVERIFY(server.WaitUntilReady());
@@ -61,7 +61,7 @@ void PosixTest::keepsTheStoreToItsOwner()
 
 void PosixTest::endsAlsoWhenNobodyReadsItsLog()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     const QByteArray pipe = folder.filePath(QStringLiteral("log")).toLocal8Bit();
     QCOMPARE(::mkfifo(pipe.constData(), 0600), 0);
     const int unread = ::open(pipe.constData(), O_RDWR | O_CLOEXEC);

@@ -1,5 +1,6 @@
 #include "PlainServer.h"
 #include "RawClient.h"
+#include "TestFolder.h"
 
 #include <WbHttpModule/WbHttpClient.h>
 
@@ -8,7 +9,6 @@
 #include <QJsonObject>
 #include <QSslConfiguration>
 #include <QSslSocket>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QUuid>
 
@@ -79,14 +79,14 @@ private:
     static WbHttpAnswer Send(const WbHttpRequest& request);
     QByteArray SignIn() const;
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     std::unique_ptr<PlainServer> server;
 };
 
 void TlsTest::init()
 {
     server.reset();
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     QVERIFY(MakeCertificate("first", "cert.pem", "key.pem"));
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "TestFolder.h"
+
 #include <QByteArray>
 #include <QProcess>
 #include <QString>
-#include <QTemporaryDir>
 
 // A real rpa-version-server for one test: embedded mode, a free port of 127.0.0.1, a data folder that goes
 // with it. Knows five accounts: of vendor "vender-a" the authors "author-1" and "author-2", the user "user-1"
@@ -51,7 +52,7 @@ private:
     bool WaitUntilReady();
     QByteArray EmbeddingLine() const;
 
-    QTemporaryDir folder;
+    TestFolder folder;
     QProcess process;
     quint16 port = 0;
     QByteArray log;

@@ -1,14 +1,16 @@
 #include "ModalDriver.h"
 #include "OrderRecorder.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 
 #include <QDialog>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMessageBox>
 #include <QProcess>
-#include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 #include <memory>
@@ -23,6 +25,7 @@ private slots:
     void drivesAWindowThatOpensFromAWindow();
     void recordsEachToastOnceInOrder();
     void letsAnAnnouncedWarningPass();
+    void removesATestFolderOnceItsFilesAreFree();
     void failsATestThatBreaksARule_data();
     void failsATestThatBreaksARule();
 };
@@ -116,6 +119,22 @@ void TestSupport::letsAnAnnouncedWarningPass()
     QVERIFY(!QTest::currentTestFailed());
 }
 
+void TestSupport::removesATestFolderOnceItsFilesAreFree()
+{
+    // given
+    auto folder = std::make_unique<TestFolder>();
+    const QString path = folder->path();
+    QFile held(folder->filePath(QStringLiteral("held")));
+    QVERIFY(held.open(QIODevice::WriteOnly));
+    QTimer::singleShot(100, &held, [&held] { held.close(); });
+
+    // when
+    folder.reset();
+
+    // then
+    QVERIFY(!QFileInfo::exists(path));
+}
+
 void TestSupport::failsATestThatBreaksARule_data()
 {
     QTest::addColumn<QString>("function");
@@ -138,7 +157,7 @@ void TestSupport::failsATestThatBreaksARule()
 
     // given: a report in a file, since on Windows not every console shows it
     QProcess broken;
-    QTemporaryDir folder;
+    TestFolder folder;
     QFile report(folder.filePath(QStringLiteral("report.txt")));
 
     // when

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "TestFolder.h"
 #include "Workstation.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -47,6 +47,6 @@ public:
     static bool HasFocus(const char* name);
 
 private:
-    QTemporaryDir home;
+    TestFolder home;
     std::unique_ptr<Workstation> workstation;
 };

@@ -9,6 +9,7 @@
 #include "ReleasedListPage.h"
 #include "Session.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "Workstation.h"
 
 #include <RpaEditorLogic/VersionServiceSettings.h>
@@ -17,7 +18,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QToolButton>
 #include <QtTest>
 
@@ -98,7 +98,7 @@ void tst_Closing::aDeskOfReleasedAppsThatGoesTellsItsPageNothing()
 
 void tst_Closing::closesWhileEveryListIsUnderWay()
 {
-    const QTemporaryDir home;
+    const TestFolder home;
     auto workstation = std::make_unique<Workstation>(WorkstationPaths::Below(home.path()));
     workstation->GetSettings()->SetEmbeddedServer(false);
     workstation->GetSettings()->SetServerAddress(server->GetUrl());

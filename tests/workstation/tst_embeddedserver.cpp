@@ -1,12 +1,12 @@
 #include "EmbeddedAccounts.h"
 #include "EmbeddedServer.h"
 #include "NativeProcess.h"
+#include "TestFolder.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -34,7 +34,7 @@ private:
     std::unique_ptr<EmbeddedServer> Server(const QString& behaviour) const;
     QString Read(const QString& behaviour, const QString& file) const;
 
-    QTemporaryDir folder;
+    TestFolder folder;
 };
 
 std::unique_ptr<EmbeddedServer> tst_EmbeddedServer::Server(const QString& behaviour) const

@@ -4,6 +4,7 @@
 #include "MainWindow.h"
 #include "SampleInstaller.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "Workstation.h"
 
 #include <RpaEditorCore/RpaEditorNotify.h>
@@ -13,7 +14,6 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest>
 
@@ -31,7 +31,7 @@ private slots:
 
 void tst_FirstStart::leavesTheListAloneUntilTheSamplesAreThere()
 {
-    const QTemporaryDir home;
+    const TestFolder home;
     Workstation workstation(WorkstationPaths::Below(home.path()));
     QString problem;
     QVERIFY2(workstation.Start(&problem), qPrintable(problem));
@@ -66,7 +66,7 @@ void tst_FirstStart::laysNoDialogOverTheInvitation_data()
 void tst_FirstStart::laysNoDialogOverTheInvitation()
 {
     QFETCH(const bool, invitationFirst);
-    const QTemporaryDir home;
+    const TestFolder home;
     Workstation workstation(WorkstationPaths::Below(home.path()));
     QString problem;
     QVERIFY2(workstation.Start(&problem), qPrintable(problem));
@@ -127,7 +127,7 @@ void tst_FirstStart::startsThoughALockFileWasLeft_data()
 void tst_FirstStart::startsThoughALockFileWasLeft()
 {
     QFETCH(QByteArray, content);
-    const QTemporaryDir home;
+    const TestFolder home;
     const auto paths = WorkstationPaths::Below(home.path());
     QVERIFY(paths.Create());
     QVERIFY(LockRemains::Leave(paths.dataDir + QStringLiteral("/lock"), content));

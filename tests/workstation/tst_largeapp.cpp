@@ -2,6 +2,7 @@
 #include "EditorPage.h"
 #include "FaultServer.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 #include "VersionReplies.h"
 
@@ -15,7 +16,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLoggingCategory>
-#include <QTemporaryDir>
 #include <QTextEdit>
 #include <QtTest>
 
@@ -70,7 +70,7 @@ private:
     QTextEdit* Instructions() const { return page->findChild<QTextEdit*>(QStringLiteral("richTextView")); }
     void Paste(const QString& text);
 
-    QTemporaryDir folder;
+    TestFolder folder;
     FaultServer server;
     QWidget window;
     std::unique_ptr<DraftDesk> drafts;

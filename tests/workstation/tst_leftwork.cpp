@@ -4,6 +4,7 @@
 #include "LeftWork.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 #include "VersionReplies.h"
 
@@ -15,7 +16,6 @@
 
 #include <QPushButton>
 #include <QSemaphore>
-#include <QTemporaryDir>
 #include <QTextEdit>
 #include <QtTest>
 
@@ -76,7 +76,7 @@ private:
     void Press(const char* button);
     void Type(const QString& text);
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     std::unique_ptr<Service> service;
     std::unique_ptr<QWidget> window;
     std::unique_ptr<DraftDesk> drafts;
@@ -86,7 +86,7 @@ private:
 
 void LeftWorkTest::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     service = std::make_unique<Service>();
     VersionServiceSettings::Instance()->SetBaseUrl(service->server.GetUrl());
     VersionServiceSettings::Instance()->SetToken("token");

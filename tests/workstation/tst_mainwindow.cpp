@@ -9,6 +9,7 @@
 #include "SettingsPage.h"
 #include "SignInPage.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "TextFit.h"
 #include "WindowFit.h"
 #include "WorkstationSettings.h"
@@ -19,7 +20,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 // The window around the pages.
@@ -166,7 +166,7 @@ void tst_MainWindow::pagesFitIntoTheSmallestWindow()
 {
     QFETCH(int, scheme);
     WbTheme::Instance()->Apply(static_cast<WbTheme::Scheme>(scheme));
-    const QTemporaryDir folder;
+    const TestFolder folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     AppListModel model;
     ReleasedAppModel released;

@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 #include "ModalDriver.h"
 #include "PackageDialog.h"
+#include "TestFolder.h"
 
 #include <RpaPackage/PackageService.h>
 
@@ -10,7 +11,6 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
@@ -149,7 +149,7 @@ void tst_PackageDialog::offersNothingThatNoAppWouldKeep()
 
 void tst_PackageDialog::aFolderOfWheelsIsNamedByTyping()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     PackageService service;
     PackageDialog dialog(&service, QString(), nullptr);
     QSignalSpy chosen(&dialog, &PackageDialog::SigWheelFolderChosen);
@@ -166,7 +166,7 @@ void tst_PackageDialog::aFolderOfWheelsIsNamedByTyping()
 
 void tst_PackageDialog::aFolderOfWheelsIsTakenBack()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     PackageService service;
     PackageDialog dialog(&service, folder.path(), nullptr);
     QSignalSpy chosen(&dialog, &PackageDialog::SigWheelFolderChosen);

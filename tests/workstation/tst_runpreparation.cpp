@@ -2,6 +2,7 @@
 #include "EditorWorld.h"
 #include "PackagePreparation.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 
 #include <RpaAppData/RpaAppData.h>
@@ -19,7 +20,6 @@
 
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -81,7 +81,7 @@ private:
     static PackageService* Packages() { return RpaPackageModule::Instance()->GetBuiltIn(); }
 
     EditorWorld world;
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     std::unique_ptr<PackagePreparation> preparation;
     std::unique_ptr<EditorDriver> author;
 };
@@ -93,7 +93,7 @@ void tst_RunPreparation::initTestCase()
 
 void tst_RunPreparation::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     PackageSettings settings;
     settings.dataFolder = folder->filePath(QStringLiteral("packages"));
     settings.python = QStringLiteral(SLEEPING_PYTHON);

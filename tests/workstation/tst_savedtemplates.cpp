@@ -1,10 +1,10 @@
 #include "SavedTemplates.h"
+#include "TestFolder.h"
 
 #include <QDialog>
 #include <QFile>
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 // Has the name and the fields of the editor's dialog.
@@ -39,7 +39,7 @@ private slots:
 private:
     void Save(const QString& folder, const QString& name, QDialog::DialogCode answer = QDialog::Accepted);
 
-    std::unique_ptr<QTemporaryDir> home;
+    std::unique_ptr<TestFolder> home;
     QString file;
     int kind = 0;
     std::unique_ptr<SavedTemplates> saved;
@@ -48,7 +48,7 @@ private:
 void tst_SavedTemplates::init()
 {
     saved.reset();
-    home = std::make_unique<QTemporaryDir>();
+    home = std::make_unique<TestFolder>();
     file = home->filePath(QStringLiteral("saved.json"));
     kind = 0;
     saved = std::make_unique<SavedTemplates>(file, [this] { return kind; });

@@ -1,8 +1,8 @@
 #include "SecretStore.h"
+#include "TestFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -30,7 +30,7 @@ private slots:
 private:
     QByteArray Path() const { return QFile::encodeName(file); }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     const QString file = folder.filePath(QStringLiteral("secret"));
     const QByteArray secret = QByteArrayLiteral("the secret");
 };

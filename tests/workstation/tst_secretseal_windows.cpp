@@ -1,7 +1,7 @@
 #include "SecretStore.h"
+#include "TestFolder.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 #include <qt_windows.h>
 
@@ -48,7 +48,7 @@ private:
         return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     const QString file = folder.filePath(QStringLiteral("secret"));
     const QByteArray secret = QByteArrayLiteral("the secret that nobody may read");
 };

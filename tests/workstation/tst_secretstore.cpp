@@ -1,9 +1,9 @@
 #include "KeptSignIn.h"
 #include "SecretStore.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -54,7 +54,7 @@ private slots:
 private:
     QString File() const { return folder.filePath(QStringLiteral("保持登录")); }
 
-    QTemporaryDir folder;
+    TestFolder folder;
 };
 
 void tst_SecretStore::givesBackWhatWasWritten_data()

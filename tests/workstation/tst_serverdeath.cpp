@@ -2,6 +2,7 @@
 #include "Session.h"
 #include "SmallApp.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <OxHttp/HttpNotifyManager.h>
 #include <OxHttp/HttpObserverBase.h>
@@ -12,12 +13,10 @@
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
-#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -87,7 +86,7 @@ private:
     QVector<VersionServiceVersion> Stored();
     qint64 ServerPid() const { return session->GetEmbeddedServer()->GetProcessId(); }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     std::unique_ptr<Session> session;
     std::unique_ptr<Saves> saves;
     QString appId;
@@ -101,7 +100,7 @@ void tst_ServerDeath::initTestCase()
 
 void tst_ServerDeath::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     saves = std::make_unique<Saves>();
 }
 
@@ -109,8 +108,6 @@ void tst_ServerDeath::cleanup()
 {
     RpaEditorLogic::Instance()->Forget();
     session.reset();
-    // A server that was killed may still hold its files for a moment.
-    QTRY_VERIFY(QDir(folder->path()).removeRecursively());
     saves.reset();
     folder.reset();
 }

@@ -4,6 +4,7 @@
 #include "ServerProcess.h"
 #include "Session.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -25,7 +26,6 @@
 #include <QFile>
 #include <QMap>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
@@ -78,7 +78,7 @@ private slots:
 private:
     QString KeptFile() const { return folder.filePath(QStringLiteral("kept")); }
 
-    QTemporaryDir folder;
+    TestFolder folder;
 };
 
 void tst_Service::initTestCase()

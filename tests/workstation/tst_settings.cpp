@@ -1,7 +1,7 @@
+#include "TestFolder.h"
 #include "WorkstationSettings.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class tst_Settings : public QObject
@@ -29,7 +29,7 @@ private:
             QStringLiteral("%1.ini").arg(QString::fromLatin1(QTest::currentTestFunction())));
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
 };
 
 void tst_Settings::startsWithTheEmbeddedServerAndTheSystemsLook()

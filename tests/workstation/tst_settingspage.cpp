@@ -1,6 +1,7 @@
 #include "PageFixture.h"
 #include "SettingsPage.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 #include "WorkstationSettings.h"
 
 #include <QCheckBox>
@@ -10,7 +11,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class tst_SettingsPage : public PageFixture
@@ -27,7 +27,7 @@ private slots:
 
 void tst_SettingsPage::settingsWriteWhatIsChosen()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     SettingsPage page(&settings);
     page.show();
@@ -41,7 +41,7 @@ void tst_SettingsPage::settingsWriteWhatIsChosen()
 
 void tst_SettingsPage::settingsFollowChangesMadeElsewhere()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     SettingsPage page(&settings);
 
@@ -54,7 +54,7 @@ void tst_SettingsPage::settingsFollowChangesMadeElsewhere()
 
 void tst_SettingsPage::settingsAcceptOnlyAnAddressOfAServer()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     SettingsPage page(&settings);
     page.show();
@@ -79,7 +79,7 @@ void tst_SettingsPage::settingsAcceptOnlyAnAddressOfAServer()
 
 void tst_SettingsPage::settingsHideAccountsOfARemoteServer()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     SettingsPage page(&settings);
     page.show();
@@ -94,7 +94,7 @@ void tst_SettingsPage::settingsHideAccountsOfARemoteServer()
 
 void tst_SettingsPage::settingsSignOutFromARemoteServer()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
     SettingsPage page(&settings);
     page.show();

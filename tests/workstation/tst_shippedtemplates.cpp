@@ -3,6 +3,7 @@
 #include "RunPage.h"
 #include "ShippedTemplates.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -29,7 +30,6 @@
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -109,7 +109,7 @@ private:
     IAppTableWidget* Table() const { return page->findChild<IAppTableWidget*>(); }
 
     std::unique_ptr<RunPage> page;
-    QTemporaryDir folder{QDir::currentPath() + QStringLiteral("/shipped-XXXXXX")};
+    TestFolder folder{QDir::currentPath() + QStringLiteral("/shipped-XXXXXX")};
 };
 
 void tst_ShippedTemplates::Open(const QString& file)

@@ -3,6 +3,7 @@
 #include "ServerProcess.h"
 #include "Session.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorLogic/VersionServiceSettings.h>
@@ -10,7 +11,6 @@
 
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cstdlib>
@@ -85,7 +85,7 @@ private:
     // What the server says of a token.
     bool IsKnown(const QByteArray& token);
 
-    QTemporaryDir folder;
+    TestFolder folder;
     const QString file = folder.filePath(QStringLiteral("kept"));
     ServerProcess server;
     QUrl address;

@@ -1,5 +1,6 @@
 #include "TemplateFile.h"
 #include "TemplateKeeper.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <memory>
@@ -82,7 +82,7 @@ private:
     TemplateRecord* Offer(const QString& name);
     int KeptCount() const;
 
-    std::unique_ptr<QTemporaryDir> home;
+    std::unique_ptr<TestFolder> home;
     QString folder;
     QString data;
     QString before;
@@ -93,7 +93,7 @@ private:
 
 void tst_TemplateKeeper::init()
 {
-    home = std::make_unique<QTemporaryDir>();
+    home = std::make_unique<TestFolder>();
     folder = home->filePath(QStringLiteral("visual"));
     data = home->filePath(QStringLiteral("data"));
     before = QDir::currentPath();

@@ -1,10 +1,10 @@
 // Pipes among the templates, where the system has such files.
 #include "TemplateFile.h"
 #include "TemplateKeeper.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -20,7 +20,7 @@ private slots:
 // Whoever opened one to read it would wait until somebody opens it to write.
 void tst_TemplatePipe::leavesOutPipesAndLinksToThemWithoutWaitingForAWriter()
 {
-    const QTemporaryDir home;
+    const TestFolder home;
     const QString folder = home.filePath(QStringLiteral("visual"));
     QVERIFY(QDir().mkpath(folder));
     TemplateKeeper keeper({folder}, home.filePath(QStringLiteral("data")));

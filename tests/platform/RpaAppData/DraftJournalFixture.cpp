@@ -1,5 +1,7 @@
 #include "DraftJournalFixture.h"
 
+#include "TestFolder.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QtTest>
@@ -10,7 +12,7 @@ const QString DraftJournalFixture::versionId = QStringLiteral("version-1");
 
 void DraftJournalFixture::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     path = folder->filePath(QStringLiteral("drafts"));
     journal = std::make_unique<RpaDraftJournal>();
     journal->SetDelay(std::chrono::milliseconds(20));

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "TestFolder.h"
+
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaDraftJournal.h>
-
-#include <QTemporaryDir>
 
 #include <memory>
 
@@ -35,7 +35,7 @@ protected:
     static const QString appId;
     static const QString versionId;
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     QString path;
     std::unique_ptr<RpaDraftJournal> journal;
 };

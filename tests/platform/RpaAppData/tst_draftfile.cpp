@@ -1,9 +1,9 @@
 #include "DraftFile_p.h"
 #include "DraftFolder_p.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -187,7 +187,7 @@ void DraftFileTest::refusesEveryChangedByte()
 void DraftFileTest::keepsDraftsOfDifferentOwnersApart()
 {
     // given
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft own = Draft();
@@ -213,7 +213,7 @@ void DraftFileTest::keepsDraftsOfDifferentOwnersApart()
 
 void DraftFileTest::replacesADraftOfTheSameName()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft draft = Draft();
@@ -232,7 +232,7 @@ void DraftFileTest::replacesADraftOfTheSameName()
 
 void DraftFileTest::keepsAnUndecidedDraftBesideANewOne()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft undecided = Draft("{\"undecided\":1}");
@@ -250,7 +250,7 @@ void DraftFileTest::keepsAnUndecidedDraftBesideANewOne()
 void DraftFileTest::setsTheOldestOfTooManyAside()
 {
     // given
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft oldest;
@@ -280,7 +280,7 @@ void DraftFileTest::setsTheOldestOfTooManyAside()
 void DraftFileTest::movesADraftToItsVersion()
 {
     // given a draft of an app without a version
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft draft = Draft();
@@ -300,7 +300,7 @@ void DraftFileTest::movesADraftToItsVersion()
 void DraftFileTest::setsAForeignFileAsideAndKeepsIt()
 {
     // given
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft draft = Draft();
@@ -324,7 +324,7 @@ void DraftFileTest::setsAForeignFileAsideAndKeepsIt()
 
 void DraftFileTest::setsADraftUnderAnotherNameAside()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft own = Draft();
@@ -343,7 +343,7 @@ void DraftFileTest::setsADraftUnderAnotherNameAside()
 
 void DraftFileTest::setsContentThatIsNoJsonAside()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft draft = Draft("{\"a\":");
@@ -357,7 +357,7 @@ void DraftFileTest::setsContentThatIsNoJsonAside()
 
 void DraftFileTest::setsAsideWhatIsNoFile()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft draft = Draft();
@@ -374,7 +374,7 @@ void DraftFileTest::setsAsideWhatIsNoFile()
 
 void DraftFileTest::refusesAnAppThatIsTooLarge()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     QString problem;
     RpaDraft draft = Draft(QByteArray(DraftFile::largestContent + 1, ' '));

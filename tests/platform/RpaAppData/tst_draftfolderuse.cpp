@@ -1,10 +1,10 @@
 #include "LockRemains.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaDraftJournal.h>
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -27,7 +27,7 @@ private slots:
 
 void DraftFolderUseTest::refusesAFolderThatAnotherJournalUses()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     QString problem;
     RpaDraftJournal journal;
     QVERIFY2(journal.Start(folder.path(), &problem), qPrintable(problem));
@@ -46,7 +46,7 @@ void DraftFolderUseTest::startsThoughALockFileWasLeft_data()
 void DraftFolderUseTest::startsThoughALockFileWasLeft()
 {
     QFETCH(QByteArray, content);
-    const QTemporaryDir folder;
+    const TestFolder folder;
     QVERIFY(LockRemains::Leave(folder.filePath(QStringLiteral("lock")), content));
     RpaDraftJournal journal;
     QString problem;

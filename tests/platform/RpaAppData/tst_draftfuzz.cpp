@@ -2,10 +2,10 @@
 // anything else, and nothing is deleted.
 #include "DraftFile_p.h"
 #include "DraftFolder_p.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <random>
@@ -117,7 +117,7 @@ void DraftFuzzTest::readsTheDraftOrNothing()
 void DraftFuzzTest::readsTheDraftOrSetsTheFileAside()
 {
     Mutator mutator(seed + 1);
-    const QTemporaryDir place;
+    const TestFolder place;
     const DraftFolder folder(place.path());
     for (int i = 0; i < files; ++i) {
         RpaDraft written = Draft();

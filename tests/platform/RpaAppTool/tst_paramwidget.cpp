@@ -1,4 +1,5 @@
 #include "ModalDriver.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppTool/IAppParamWidget.h>
@@ -15,7 +16,6 @@
 #include <QScrollArea>
 #include <QSignalSpy>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -295,7 +295,7 @@ void ParamWidget::theCalendarShowsWholeWeeksInChinese()
 
 void ParamWidget::aFileIsChosen()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     QFile file(folder.filePath(QStringLiteral("发票.csv")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     ModalDriver modals;

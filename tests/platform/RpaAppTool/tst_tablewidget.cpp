@@ -1,4 +1,5 @@
 #include "ModalDriver.h"
+#include "TestFolder.h"
 #include "ToastWatcher.h"
 
 #include <RpaAppData/RpaTableData.h>
@@ -13,7 +14,6 @@
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QTableView>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <QToolTip>
@@ -63,7 +63,7 @@ private:
         return file.fileName();
     }
 
-    const QTemporaryDir folder;
+    const TestFolder folder;
     std::unique_ptr<RpaTableData> table;
     std::unique_ptr<QWidget> host;
     IAppTableWidget* widget = nullptr;

@@ -1,7 +1,7 @@
 #include "RpaChildProcess_p.h"
+#include "TestFolder.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -20,7 +20,7 @@ public:
     bool HasCrashed() const { return exited.first().at(0).toBool(); }
     QString Output() const { return exited.first().at(1).toString(); }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     RpaChildProcess child;
     QString reason;
     QSignalSpy exited{&child, &RpaChildProcess::SigExited};

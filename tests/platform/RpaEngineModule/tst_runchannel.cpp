@@ -1,5 +1,6 @@
 #include "RpaRunChannel_p.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <WbFoundation/JsonWriter.h>
 #include <WbFoundation/PythonInterpreter.h>
@@ -9,7 +10,6 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTcpSocket>
-#include <QTemporaryDir>
 #include <QtEndian>
 #include <QtTest>
 
@@ -73,7 +73,7 @@ public:
         return kinds;
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     RpaRunChannel channel;
     QSignalSpy connected{&channel, &RpaRunChannel::SigConnected};
     QSignalSpy frames{&channel, &RpaRunChannel::SigFrame};
@@ -103,7 +103,7 @@ public:
         process.waitForFinished();
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     QProcess process;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TestFolder.h"
 #include "WheelMaker.h"
 
 #include <RpaPackage/PackageService.h>
@@ -7,7 +8,6 @@
 
 #include <QDir>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 // A package service with a data folder and a folder of wheels of its own.
@@ -68,6 +68,6 @@ public:
         return {};
     }
 
-    QTemporaryDir folder;
+    TestFolder folder;
     PackageService service;
 };

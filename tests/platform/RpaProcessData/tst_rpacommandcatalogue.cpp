@@ -1,9 +1,10 @@
+#include "TestFolder.h"
+
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaExpression.h>
 #include <WbFoundation/PythonInterpreter.h>
 
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -145,7 +146,7 @@ void RpaCommandCatalogueTest::findsCommands()
 
 void RpaCommandCatalogueTest::takesCommandsFromAFolder()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     WriteFile(
         folder.filePath(QStringLiteral("own.json")),
         R"([{"name":"own.greet","title":"问候","group":"自有","summary":"问候","python":["a = 1","b = 2"]},)"
@@ -181,7 +182,7 @@ void RpaCommandCatalogueTest::refusesBadFiles_data()
 void RpaCommandCatalogueTest::refusesBadFiles()
 {
     QFETCH(QByteArray, json);
-    QTemporaryDir folder;
+    TestFolder folder;
     WriteFile(folder.filePath(QStringLiteral("bad.json")), json);
     const int before = RpaCommandCatalogue::Instance()->GetCommands().size();
 

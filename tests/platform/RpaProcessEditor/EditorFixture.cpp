@@ -1,9 +1,10 @@
 #include "EditorFixture.h"
 
+#include "TestFolder.h"
+
 #include <RpaProcessData/RpaCommandCatalogue.h>
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -44,7 +45,7 @@ void EditorFixture::AddCommands()
     if (added)
         return;
     added = true;
-    QTemporaryDir folder;
+    TestFolder folder;
     QFile file(folder.filePath(QStringLiteral("test.json")));
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write(commands);

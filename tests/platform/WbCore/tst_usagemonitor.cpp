@@ -1,4 +1,5 @@
 #include "LockRemains.h"
+#include "TestFolder.h"
 
 #include <WbCore/IMonitorSystem.h>
 #include <WbCore/UsageMonitor.h>
@@ -9,7 +10,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMutex>
-#include <QTemporaryDir>
 #include <QThread>
 #include <QThreadStorage>
 #include <QtTest>
@@ -96,13 +96,13 @@ private:
     QString GetFileName() const { return folder->filePath(QStringLiteral("queue/events.jsonl")); }
     int CountLines() const;
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     std::unique_ptr<Receiver> receiver;
 };
 
 void UsageMonitorTest::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     receiver = std::make_unique<Receiver>();
 }
 

@@ -1,8 +1,9 @@
+#include "TestFolder.h"
+
 #include <WbFoundation/DurableFile.h>
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 class DurableFileTest : public QObject
@@ -36,12 +37,12 @@ private:
         return QDir(folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
 };
 
 void DurableFileTest::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     QVERIFY(folder->isValid());
 }
 

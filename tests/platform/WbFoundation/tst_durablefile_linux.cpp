@@ -1,7 +1,8 @@
+#include "TestFolder.h"
+
 #include <WbFoundation/DurableFile.h>
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -51,7 +52,7 @@ private slots:
 
 void DurableFileLinuxTest::givesFilesToTheirOwnerAlone()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     const mode_t before = umask(0);
     QString problem;
 
@@ -63,7 +64,7 @@ void DurableFileLinuxTest::givesFilesToTheirOwnerAlone()
 
 void DurableFileLinuxTest::givesFoldersToTheirOwnerAlone()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     QString problem;
 
     QVERIFY(DurableFile::CreateFolder(folder.filePath(QStringLiteral("a")), &problem));
@@ -73,7 +74,7 @@ void DurableFileLinuxTest::givesFoldersToTheirOwnerAlone()
 
 void DurableFileLinuxTest::closesAFolderThatWasOpenToOthers()
 {
-    const QTemporaryDir folder;
+    const TestFolder folder;
     QCOMPARE(chmod(QFile::encodeName(folder.path()).constData(), 0777), 0);
     QString problem;
 
@@ -85,7 +86,7 @@ void DurableFileLinuxTest::closesAFolderThatWasOpenToOthers()
 void DurableFileLinuxTest::writesBesideALinkAndNotThroughIt()
 {
     // given a link, under the name of the unfinished file, to a file of somebody else
-    const QTemporaryDir folder;
+    const TestFolder folder;
     const QString other = folder.filePath(QStringLiteral("other"));
     QString problem;
     QVERIFY(DurableFile::Write(other, "untouched", &problem));
@@ -103,7 +104,7 @@ void DurableFileLinuxTest::writesBesideALinkAndNotThroughIt()
 void DurableFileLinuxTest::keepsTheOldContentOnAFullDisk()
 {
     // given
-    const QTemporaryDir folder;
+    const TestFolder folder;
     const QString path = folder.filePath(QStringLiteral("a"));
     QString problem;
     QVERIFY(DurableFile::Write(path, "old", &problem));

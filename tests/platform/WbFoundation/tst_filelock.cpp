@@ -1,11 +1,11 @@
 #include "LockRemains.h"
+#include "TestFolder.h"
 
 #include <WbFoundation/FileLock.h>
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cstdio>
@@ -43,13 +43,13 @@ private slots:
 private:
     std::unique_ptr<QProcess> Holder() const;
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     QString file;
 };
 
 void FileLockTest::init()
 {
-    folder = std::make_unique<QTemporaryDir>();
+    folder = std::make_unique<TestFolder>();
     file = folder->filePath(QStringLiteral("锁"));
 }
 

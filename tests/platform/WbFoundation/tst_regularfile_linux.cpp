@@ -1,8 +1,9 @@
+#include "TestFolder.h"
+
 #include <WbFoundation/RegularFile.h>
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -19,7 +20,7 @@ private slots:
 
 void RegularFileTest::opensAFile()
 {
-    const QTemporaryDir place;
+    const TestFolder place;
     QFile written(place.filePath(QStringLiteral("文件")));
     QVERIFY(written.open(QIODevice::WriteOnly));
     written.write("content");
@@ -46,7 +47,7 @@ void RegularFileTest::refusesWhatIsNoFileWithoutWaiting()
 {
     QFETCH(QString, name);
     QFETCH(QString, expected);
-    const QTemporaryDir place;
+    const TestFolder place;
     const QString pipe = place.filePath(QStringLiteral("pipe"));
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     QVERIFY(QDir(place.path()).mkdir(QStringLiteral("folder")));

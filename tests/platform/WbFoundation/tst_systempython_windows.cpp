@@ -1,8 +1,8 @@
 #include "SystemPython_p.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 // Where Windows' Pythons are looked for; each folder holds a file that only bears the name.
@@ -13,7 +13,7 @@ class SystemPythonTest : public QObject
 private slots:
     void init()
     {
-        folder = std::make_unique<QTemporaryDir>();
+        folder = std::make_unique<TestFolder>();
         path = qgetenv("PATH");
     }
     void cleanup() { qputenv("PATH", path); }
@@ -81,7 +81,7 @@ private:
             .toLower();
     }
 
-    std::unique_ptr<QTemporaryDir> folder;
+    std::unique_ptr<TestFolder> folder;
     QByteArray path;
 };
 

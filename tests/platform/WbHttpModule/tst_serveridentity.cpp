@@ -1,4 +1,5 @@
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <WbHttpModule/WbHttpClient.h>
 
@@ -8,7 +9,6 @@
 #include <QSslKey>
 #include <QSslSocket>
 #include <QTcpServer>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <optional>
@@ -73,7 +73,7 @@ private:
     WbHttpAnswer Ask(const TlsServer& server, const QString& caFile);
     QString FileOf(const QString& name) const { return folder.filePath(name); }
 
-    QTemporaryDir folder;
+    TestFolder folder;
 };
 
 bool ServerIdentityTest::MakeCertificate(const QString& name, const QString& subject)

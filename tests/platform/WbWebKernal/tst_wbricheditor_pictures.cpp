@@ -1,9 +1,9 @@
 #include "RichEditorFixture.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <QBuffer>
 #include <QMimeData>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
 #include <QUrl>
@@ -55,7 +55,7 @@ void tst_WbRichEditorPictures::scalesALargePictureDown()
 
 void tst_WbRichEditorPictures::takesADroppedPictureFileIn()
 {
-    QTemporaryDir folder;
+    TestFolder folder;
     const QString path = folder.filePath(QStringLiteral("图.png"));
     QVERIFY(SomePicture(40, 20).save(path));
     Editor editor;
