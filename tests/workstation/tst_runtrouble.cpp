@@ -1,7 +1,9 @@
 #include "PageFixture.h"
 #include "RunAside.h"
 #include "RunPage.h"
+#include "RunReport.h"
 #include "TestApp.h"
+#include "TestFolder.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -22,7 +24,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -57,6 +58,7 @@ private slots:
     void aFailedRunSaysWhyInWords();
     void aFailedRunIsTriedAgain();
     void theReportTellsTheAuthorWhatHappened();
+    void theReportNamesLevelsAsTheLogDoes();
     void packagesThatCannotBeInstalledAreOfferedAgain();
     void contentThatCannotBeReadIsReported();
     void instructionsThatSayNothingTakeNoRoom_data();
@@ -69,7 +71,7 @@ private:
 
     // On a drive that stands for the root of Linux under wine: its Python knows no drives, and without one a
     // path means the same to both.
-    QTemporaryDir folder{QDir::currentPath() + QStringLiteral("/trouble-XXXXXX")};
+    TestFolder folder{QDir::currentPath() + QStringLiteral("/trouble-XXXXXX")};
     QString noWorkbook;
     std::unique_ptr<RunPage> page;
 };
@@ -170,6 +172,21 @@ void tst_RunTrouble::theReportTellsTheAuthorWhatHappened()
     QTest::mouseClick(dialog->findChild<QWidget*>(QStringLiteral("buttonCopyReport")), Qt::LeftButton);
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("seen ") + report);
     QVERIFY(!dialog->isVisible());
+}
+
+void tst_RunTrouble::theReportNamesLevelsAsTheLogDoes()
+{
+    RunUntilTrouble();
+    IRpaLogManager* const log = RpaEngineModule::Instance()->GetLogManager();
+    log->Append(RpaLogLevel::Debug, QStringLiteral("one"));
+    log->Append(RpaLogLevel::Info, QStringLiteral("two"));
+    log->Append(RpaLogLevel::Warning, QStringLiteral("three"));
+    log->Append(RpaLogLevel::Error, QStringLiteral("four"));
+
+    const QString report = RunReportDialog::Write(QStringLiteral("报销"), QString(), QString());
+
+    for (const char* line : {" 调试 one\n", " 信息 two\n", " 警告 three\n", " 错误 four\n"})
+        QVERIFY2(report.contains(QString::fromUtf8(line)), qPrintable(report));
 }
 
 void tst_RunTrouble::packagesThatCannotBeInstalledAreOfferedAgain()

@@ -1,6 +1,6 @@
 #include "RunReport.h"
 
-#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineCore/RpaLogLevelTitle.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
@@ -24,21 +24,6 @@ namespace
 constexpr int mostLogLines = 1000;
 const QString timeFormat = QStringLiteral("yyyy-MM-dd HH:mm:ss");
 
-QString LevelName(RpaLogLevel level)
-{
-    switch (level) {
-    case RpaLogLevel::Debug:
-        return QStringLiteral("详细");
-    case RpaLogLevel::Warning:
-        return QStringLiteral("警告");
-    case RpaLogLevel::Error:
-        return QStringLiteral("错误");
-    case RpaLogLevel::Info:
-        break;
-    }
-    return QStringLiteral("信息");
-}
-
 QStringList LogLines()
 {
     const auto* manager = RpaEngineModule::Instance()->GetLogManager();
@@ -50,7 +35,7 @@ QStringList LogLines()
     }
     for (const RpaLogLine& line : lines)
         texts << QStringLiteral("%1 %2 %3")
-                     .arg(line.time.toString(timeFormat), LevelName(line.level), line.text);
+                     .arg(line.time.toString(timeFormat), RpaLogLevelTitle(line.level), line.text);
     return texts;
 }
 

@@ -2,6 +2,7 @@
 #include "LogModel_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <RpaEngineCore/RpaLogLevelTitle.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
@@ -56,7 +57,7 @@ QWidget* AppLogWidget::BuildBar()
     levelBox->setAccessibleName(QStringLiteral("日志级别"));
     for (const RpaLogLevel level :
          {RpaLogLevel::Debug, RpaLogLevel::Info, RpaLogLevel::Warning, RpaLogLevel::Error})
-        levelBox->addItem(LogModel::GetLevelTitle(level), static_cast<int>(level));
+        levelBox->addItem(RpaLogLevelTitle(level), static_cast<int>(level));
     levelBox->setCurrentIndex(1);
     layout->addWidget(levelBox);
     filterEdit = new WbLineEdit;
@@ -128,7 +129,7 @@ void AppLogWidget::FitColumns()
     view->setColumnWidth(LogModel::TimeColumn,
                          metrics.horizontalAdvance(QStringLiteral("00:00:00.000")) + margins);
     view->setColumnWidth(LogModel::LevelColumn,
-                         metrics.horizontalAdvance(LogModel::GetLevelTitle(RpaLogLevel::Warning)) + margins);
+                         metrics.horizontalAdvance(RpaLogLevelTitle(RpaLogLevel::Warning)) + margins);
 }
 
 void AppLogWidget::BuildHint()
@@ -184,7 +185,7 @@ void AppLogWidget::Copy()
         const RpaLogLine& line = model->GetLine(row);
         texts << QStringLiteral("%1 [%2] %3")
                      .arg(line.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
-                          LogModel::GetLevelTitle(line.level), line.text);
+                          RpaLogLevelTitle(line.level), line.text);
     }
     QGuiApplication::clipboard()->setText(texts.join(QLatin1Char('\n')));
 }

@@ -1,5 +1,6 @@
 #include "LogModel_p.h"
 
+#include <RpaEngineCore/RpaLogLevelTitle.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTheme.h>
 
@@ -72,21 +73,6 @@ int LogModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : 3;
 }
 
-QString LogModel::GetLevelTitle(RpaLogLevel level)
-{
-    switch (level) {
-    case RpaLogLevel::Debug:
-        return QStringLiteral("调试");
-    case RpaLogLevel::Warning:
-        return QStringLiteral("警告");
-    case RpaLogLevel::Error:
-        return QStringLiteral("错误");
-    case RpaLogLevel::Info:
-        break;
-    }
-    return QStringLiteral("信息");
-}
-
 QVariant LogModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
@@ -95,7 +81,7 @@ QVariant LogModel::data(const QModelIndex& index, int role) const
     if (role == Qt::DisplayRole) {
         if (index.column() == TimeColumn)
             return line.time.toString(QStringLiteral("HH:mm:ss.zzz"));
-        return index.column() == LevelColumn ? GetLevelTitle(line.level)
+        return index.column() == LevelColumn ? RpaLogLevelTitle(line.level)
                                              : line.text.section(QLatin1Char('\n'), 0, 0);
     }
     if (role == Qt::ToolTipRole && index.column() == TextColumn)

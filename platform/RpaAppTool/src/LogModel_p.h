@@ -29,7 +29,6 @@ public:
     void SetFilter(RpaLogLevel lowest, const QString& text);
 
     const RpaLogLine& GetLine(int row) const { return lines.at(row); }
-    static QString GetLevelTitle(RpaLogLevel level);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
