@@ -7,10 +7,13 @@
 
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <QStyleOption>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace
@@ -147,6 +150,21 @@ void WbBaseDialog::setVisible(bool visible)
         d->MoveOverParent();
     }
     QDialog::setVisible(visible);
+}
+
+void WbBaseDialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* const button = qobject_cast<QAbstractButton*>(focusWidget());
+    const bool isPressed = qobject_cast<QPushButton*>(button) || qobject_cast<QToolButton*>(button);
+    if (!isEnter || !isPressed || (event->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    // QDialog would press the default button instead.
+    if (!event->isAutoRepeat()) {
+        button->click();
+    }
 }
 
 void WbBaseDialog::paintEvent(QPaintEvent*)

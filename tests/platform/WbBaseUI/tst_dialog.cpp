@@ -3,9 +3,12 @@
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
+#include <QCheckBox>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QScreen>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -28,6 +31,8 @@ private slots:
 
     void showsItsTitle();
     void rejectsOnEscape();
+    void pressesTheButtonThatHasTheFocus_data();
+    void pressesTheButtonThatHasTheFocus();
     void rejectsOnItsCloseButton();
     void hasNoCloseButtonUnlessAsked();
     void opensWithTheSizeOfItsForm();
@@ -66,6 +71,64 @@ void TestDialog::rejectsOnEscape()
 
     QVERIFY(dialog.isHidden());
     QCOMPARE(dialog.result(), int(QDialog::Rejected));
+}
+
+void TestDialog::pressesTheButtonThatHasTheFocus_data()
+{
+    QTest::addColumn<QString>("focused");
+    QTest::addColumn<QString>("pressed");
+
+    QTest::newRow("a push button") << "other"
+                                   << "other";
+    QTest::newRow("a tool button") << "tool"
+                                   << "tool";
+    QTest::newRow("the default button") << "usual"
+                                        << "usual";
+    QTest::newRow("a field") << "field"
+                             << "usual";
+    QTest::newRow("a choice") << "choice"
+                              << "usual";
+}
+
+void TestDialog::pressesTheButtonThatHasTheFocus()
+{
+    QFETCH(QString, focused);
+    QFETCH(QString, pressed);
+    WbBaseDialog dialog(nullptr);
+    auto* layout = new QVBoxLayout(dialog.GetContentWidget());
+    QStringList presses;
+    const auto add = [&](QWidget* widget, const char* name) {
+        widget->setObjectName(QLatin1String(name));
+        layout->addWidget(widget);
+        if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            connect(button, &QAbstractButton::clicked, &dialog,
+                    [&presses, button] { presses.append(button->objectName()); });
+        }
+    };
+    auto* usual = new QPushButton;
+    auto* other = new QPushButton;
+    auto* tool = new QToolButton;
+    tool->setFocusPolicy(Qt::TabFocus);
+    add(new QLineEdit, "field");
+    add(new QCheckBox, "choice");
+    add(usual, "usual");
+    add(other, "other");
+    add(tool, "tool");
+    for (QPushButton* button : {usual, other}) {
+        button->setAutoDefault(false);
+    }
+    usual->setDefault(true);
+    dialog.show();
+    dialog.activateWindow();
+    auto* widget = dialog.findChild<QWidget*>(focused);
+    widget->setFocus();
+    QTRY_VERIFY(widget->hasFocus());
+
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+
+    QCOMPARE(presses, QStringList{pressed});
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(presses, (QStringList{pressed, pressed}));
 }
 
 void TestDialog::rejectsOnItsCloseButton()

@@ -9,9 +9,9 @@
 
 // Base of the workstation's dialogs: a title bar with a close button and a content widget for the derived
 // class. The dialog draws its own frame, so it looks the same with and without a window manager; it can be
-// dragged by its title. Escape and the close button reject. It opens centred over its parent's window and
-// stays on the screen. It is registered with DpiTool by itself; derived classes only override AdjustForDpi()
-// and call the base first.
+// dragged by its title. Escape and the close button reject; Enter presses the button that has the focus, or
+// the default one. It opens centred over its parent's window and stays on the screen. It is registered with
+// DpiTool by itself; derived classes only override AdjustForDpi() and call the base first.
 class WBBASEUI_EXPORT WbBaseDialog : public QDialog, public IDpiAdapter
 {
     Q_OBJECT
@@ -42,6 +42,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     class Private;
