@@ -1,6 +1,7 @@
 #include "Tour.h"
 
 #include "AppListModel.h"
+#include "KeyboardHour.h"
 #include "MainWindow.h"
 #include "OtherClient.h"
 #include "ServerMark.h"
@@ -60,7 +61,30 @@ void Tour::Run()
     VisitServer();
     LookAround();
     LookInTheDark();
+    WorkByKeyboard();
     Leave();
+}
+
+void Tour::RunByKeyboard()
+{
+    Arrive();
+    OpenVisualApp();
+    WorkByKeyboard();
+    Leave();
+}
+
+void Tour::WorkByKeyboard()
+{
+    d->Step(QStringLiteral("keys-back-to-list"), [this] {
+        d->UntilCalm();
+        d->Key(Qt::Key_W, Qt::ControlModifier);
+        d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
+    });
+    KeyboardHour(d, toasts).Run();
+    d->Step(QStringLiteral("app-opened-for-the-last-time"), [this] {
+        OpenApp(AppKindVisual);
+        UntilLoaded();
+    });
 }
 
 void Tour::Arrive()

@@ -22,6 +22,8 @@ public:
 
     // On the tour's own thread.
     void Run();
+    // The hour without a mouse alone.
+    void RunByKeyboard();
 
 private:
     void Arrive();
@@ -49,6 +51,7 @@ private:
     void LookAround();
     void SeeColleaguesButtons();
     void LookInTheDark();
+    void WorkByKeyboard();
     void Leave();
 
     void RefuseRunDuringCapture();

@@ -60,13 +60,13 @@ QPoint Middle(QWidget* widget)
     return widget->rect().center();
 }
 
-// The mouse of the display; the thread of the tour waits for it, the windows do not.
-void MoveMouse(const QStringList& acts)
+// The mouse and the keys of the display; the thread of the tour waits for them, the windows do not.
+void UseDisplay(const QStringList& acts)
 {
-    QProcess mouse;
-    mouse.start(QStringLiteral("xdotool"), acts);
-    if (!mouse.waitForFinished() || mouse.exitCode() != 0) {
-        throw TourFailure(QStringLiteral("no mouse of the display: is xdotool installed?"));
+    QProcess display;
+    display.start(QStringLiteral("xdotool"), acts);
+    if (!display.waitForFinished() || display.exitCode() != 0) {
+        throw TourFailure(QStringLiteral("no mouse and keys of the display: is xdotool installed?"));
     }
 }
 
@@ -291,19 +291,19 @@ void TourDriver::Drag(const QString& what, const Finder& from,
         end = target->mapToGlobal(toPlace(target));
         return true;
     });
-    MoveMouse(MoveTo(start) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+    UseDisplay(MoveTo(start) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
     constexpr int steps = 8;
     for (int step = 1; step <= steps; ++step) {
-        MoveMouse(MoveTo(start + (end - start) * step / steps));
+        UseDisplay(MoveTo(start + (end - start) * step / steps));
     }
     // A target answers movements, not a mouse at rest.
     constexpr int mostMovements = 100;
     bool there = OnGui(arrived);
     for (int i = 1; !there && i <= mostMovements; ++i) {
-        MoveMouse(MoveTo(end + QPoint(i % 2, 0)));
+        UseDisplay(MoveTo(end + QPoint(i % 2, 0)));
         there = OnGui(arrived);
     }
-    MoveMouse({QStringLiteral("mouseup"), QStringLiteral("1")});
+    UseDisplay({QStringLiteral("mouseup"), QStringLiteral("1")});
     if (!there) {
         throw TourFailure(QStringLiteral("%1 was not taken where it was dragged").arg(what));
     }
@@ -335,6 +335,11 @@ void TourDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     Until(QStringLiteral("a place for a key"), [] { return KeyTarget() != nullptr; });
     Post([key, modifiers] { QTest::keyClick(KeyTarget(), key, modifiers); });
+}
+
+void TourDriver::PressOnDisplay(const QString& key)
+{
+    UseDisplay({QStringLiteral("key"), key});
 }
 
 void TourDriver::Post(const std::function<void()>& act)

@@ -77,6 +77,8 @@ public:
     // Types into the widget with the focus: keys for Latin text, an input method's commit for anything else.
     void Type(const QString& text);
     void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    // A key of the display itself, by its name there: only then the system opens a context menu.
+    void PressOnDisplay(const QString& key);
 
 private:
     void Post(const std::function<void()>& act);

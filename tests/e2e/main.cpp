@@ -12,20 +12,21 @@
 
 #include <cstdio>
 
-// rpa-tour [--virtual-display] [--dark] FOLDER
+// rpa-tour [--virtual-display] [--dark] [--scale PERCENT] [--keyboard] FOLDER
 // Tours a real workstation with a real server, in a home of its own; pictures and report.json go to the
-// folder. --dark: every picture in the dark scheme, not only those of the steps that look at it.
+// folder. --dark: every picture in the dark scheme, not only those of the steps that look at it. --scale: as
+// on a denser screen. --keyboard: the hour without a mouse alone.
 namespace
 {
 constexpr int screenWidth = 1440;
 constexpr int screenHeight = 900;
 
-bool EnsureDisplay(VirtualDisplay& display, bool always)
+bool EnsureDisplay(VirtualDisplay& display, bool always, int percent)
 {
     if (VirtualDisplay::HasRealOne() && !always) {
         return true;
     }
-    if (!display.Start(screenWidth, screenHeight)) {
+    if (!display.Start(screenWidth * percent / 100, screenHeight * percent / 100)) {
         std::fprintf(stderr, "No display, and none in memory either: %s\n", qPrintable(display.GetProblem()));
         return false;
     }
@@ -50,32 +51,39 @@ struct Wishes
 {
     bool virtualDisplay = false;
     ThemeChoice theme = ThemeChoice::Light;
+    int percent = 100;
+    bool keyboardOnly = false;
     QString folder;
 };
 
 // False when the arguments cannot be understood.
 bool Understand(const QStringList& arguments, Wishes& wishes)
 {
-    for (const QString& argument : arguments) {
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments.at(i);
         if (argument == QLatin1String("--virtual-display")) {
             wishes.virtualDisplay = true;
         } else if (argument == QLatin1String("--dark")) {
             wishes.theme = ThemeChoice::Dark;
+        } else if (argument == QLatin1String("--keyboard")) {
+            wishes.keyboardOnly = true;
+        } else if (argument == QLatin1String("--scale")) {
+            wishes.percent = arguments.value(++i).toInt();
         } else if (argument.startsWith(QLatin1Char('-')) || !wishes.folder.isEmpty()) {
             return false;
         } else {
             wishes.folder = argument;
         }
     }
-    return !wishes.folder.isEmpty();
+    return !wishes.folder.isEmpty() && wishes.percent >= 100 && wishes.percent <= 400;
 }
 
-int TourIn(const QString& folder, ThemeChoice theme, const QString& home)
+int TourIn(const Wishes& wishes, const QString& home)
 {
-    TourReport report(folder);
+    TourReport report(wishes.folder);
     ToastWatcher toasts;
     Workstation workstation(WorkstationPaths::Below(home));
-    workstation.GetSettings()->SetTheme(theme);
+    workstation.GetSettings()->SetTheme(wishes.theme);
     workstation.GetSettings()->SetDateLanguage(DateLanguage::Chinese);
     QString problem;
     if (!workstation.Start(&problem)) {
@@ -85,7 +93,8 @@ int TourIn(const QString& folder, ThemeChoice theme, const QString& home)
     workstation.GetWindow()->move(0, 0);
     TourDriver driver(&report, workstation.GetWindow());
     Tour tour(&workstation, &driver, &toasts);
-    const std::unique_ptr<QThread> guest(QThread::create([&tour] { tour.Run(); }));
+    const std::unique_ptr<QThread> guest(
+        QThread::create([&] { wishes.keyboardOnly ? tour.RunByKeyboard() : tour.Run(); }));
     QObject::connect(guest.get(), &QThread::finished, qApp, &QApplication::quit);
     guest->start();
     QApplication::exec();
@@ -104,11 +113,12 @@ int main(int argc, char** argv)
     }
     Wishes wishes;
     if (!Understand(arguments, wishes)) {
-        std::fprintf(stderr, "usage: rpa-tour [--virtual-display] [--dark] FOLDER\n");
+        std::fprintf(stderr,
+                     "usage: rpa-tour [--virtual-display] [--dark] [--scale PERCENT] [--keyboard] FOLDER\n");
         return 2;
     }
     VirtualDisplay display;
-    if (!EnsureDisplay(display, wishes.virtualDisplay)) {
+    if (!EnsureDisplay(display, wishes.virtualDisplay, wishes.percent)) {
         return 2;
     }
     const TestFolder home;
@@ -116,11 +126,14 @@ int main(int argc, char** argv)
     int code = 2;
     // The tour may be made by root, in a container say; it opens no pages but its own.
     qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+    if (wishes.percent != 100) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(wishes.percent / 100.0));
+    }
     {
         Workstation::PrepareProcess();
         QApplication application(argc, argv);
         QApplication::setQuitOnLastWindowClosed(false);
-        code = TourIn(wishes.folder, wishes.theme, home.path());
+        code = TourIn(wishes, home.path());
     }
     // Left to itself the display would be gone before the windows are.
     std::fflush(stdout);
