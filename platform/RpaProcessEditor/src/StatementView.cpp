@@ -139,8 +139,7 @@ void StatementView::Copy() const
 void StatementView::Cut()
 {
     Copy();
-    if (statements->Process())
-        edits->Remove(*statements->Process(), SelectedIds(), QStringLiteral("剪切语句"));
+    RemoveSelected(QStringLiteral("剪切语句"));
 }
 
 void StatementView::Paste()
@@ -164,8 +163,33 @@ void StatementView::Paste()
 
 void StatementView::Delete()
 {
-    if (statements->Process())
-        edits->Remove(*statements->Process(), SelectedIds(), QStringLiteral("删除语句"));
+    RemoveSelected(QStringLiteral("删除语句"));
+}
+
+void StatementView::RemoveSelected(const QString& step)
+{
+    const QStringList ids = SelectedIds();
+    if (!statements->Process() || ids.isEmpty())
+        return;
+    const QString next = NextAfter(ids);
+    edits->Remove(*statements->Process(), ids, step);
+    Select({next});
+}
+
+QString StatementView::NextAfter(const QStringList& removed) const
+{
+    const auto stays = [this, &removed](const QModelIndex& index) {
+        return index.isValid() && !removed.contains(statements->NodeOf(index)->GetId());
+    };
+    const QModelIndex last = statements->IndexOf(removed.last());
+    QModelIndex below = last;
+    while (below.isValid() && !stays(below))
+        below = below.siblingAtRow(below.row() + 1);
+    QModelIndex above = last;
+    while (above.isValid() && !stays(above))
+        above = above.row() > 0 ? above.siblingAtRow(above.row() - 1) : above.parent();
+    const QModelIndex next = below.isValid() ? below : above;
+    return next.isValid() ? statements->NodeOf(next)->GetId() : QString();
 }
 
 void StatementView::Duplicate()

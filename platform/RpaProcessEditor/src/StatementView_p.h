@@ -56,6 +56,10 @@ private:
         int row;
     };
     Place PlaceFor(const QString& command) const;
+    // What the keyboard goes on with once these are gone: the statement below them, else that above; may be
+    // empty.
+    QString NextAfter(const QStringList& removed) const;
+    void RemoveSelected(const QString& step);
     const RpaStatementNode* CurrentNode() const;
     void ToggleBreakpointAt(const QModelIndex& index);
     void Step(int direction);

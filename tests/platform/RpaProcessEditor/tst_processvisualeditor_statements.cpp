@@ -35,6 +35,8 @@ private slots:
     void keepsWhatIsDroppedTooDeep();
     void saysThatItIsTooDeepToPaste();
     void deletesAndUndoes();
+    void goesOnWithTheNextStatement_data();
+    void goesOnWithTheNextStatement();
     void copiesAndPastesBetweenApps();
     void cutsAndPastes();
     void duplicatesTheSelection();
@@ -122,6 +124,42 @@ void tst_ProcessVisualEditorStatements::deletesAndUndoes()
     QCOMPARE(editor.Shown(), QStringLiteral("a b(c d) e"));
     editor.Key(Qt::Key_Y, Qt::ControlModifier);
     QCOMPARE(editor.Shown(), QStringLiteral("e"));
+}
+
+void tst_ProcessVisualEditorStatements::goesOnWithTheNextStatement_data()
+{
+    QTest::addColumn<QStringList>("chosen");
+    QTest::addColumn<QString>("next");
+
+    QTest::newRow("below") << QStringList{QStringLiteral("a")} << "b";
+    QTest::newRow("below a block") << QStringList{QStringLiteral("b")} << "e";
+    QTest::newRow("below in a block") << QStringList{QStringLiteral("c")} << "d";
+    QTest::newRow("above in a block") << QStringList{QStringLiteral("d")} << "c";
+    QTest::newRow("above at the end") << QStringList{QStringLiteral("e")} << "b";
+    QTest::newRow("the block whose all are gone")
+        << QStringList{QStringLiteral("c"), QStringLiteral("d")} << "b";
+    QTest::newRow("above what is chosen apart")
+        << QStringList{QStringLiteral("a"), QStringLiteral("e")} << "b";
+    QTest::newRow("nothing is left") << QStringList{QStringLiteral("a"), QStringLiteral("b"),
+                                                    QStringLiteral("e")}
+                                     << "";
+}
+
+void tst_ProcessVisualEditorStatements::goesOnWithTheNextStatement()
+{
+    QFETCH(QStringList, chosen);
+    QFETCH(QString, next);
+    Editor editor;
+    editor.Click(chosen.first());
+    for (const QString& id : chosen.mid(1))
+        editor.Click(id, Qt::ControlModifier);
+
+    editor.Key(Qt::Key_Delete);
+
+    const auto selected = editor.view->selectionModel()->selectedRows(1);
+    QCOMPARE(selected.size(), next.isEmpty() ? 0 : 1);
+    QVERIFY(next.isEmpty() || selected.first() == editor.IndexOf(next));
+    QVERIFY(next.isEmpty() || editor.view->currentIndex() == editor.IndexOf(next));
 }
 
 void tst_ProcessVisualEditorStatements::copiesAndPastesBetweenApps()
