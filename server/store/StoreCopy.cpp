@@ -5,11 +5,15 @@
 #include "SqlConnection.h"
 #include "Tables.h"
 
+#include <chrono>
+
 namespace server
 {
 namespace
 {
+using Clock = std::chrono::steady_clock;
 constexpr int pageRows = 500;
+constexpr std::chrono::milliseconds turn{100}; // that saves wait at most
 
 QString Marks(int count)
 {
@@ -58,7 +62,7 @@ public:
         try {
             // In SQLite the rows that app data refers to may come after it.
             if (to.TryExecute(QStringLiteral("PRAGMA defer_foreign_keys=ON")))
-                CopyRevisions();
+                CopyBeforehand();
             else
                 RestartTarget();
             CopySnapshot();
@@ -119,6 +123,23 @@ private:
             for (const auto& row : page)
                 to.Change(insert, row);
             result.rows += static_cast<qint64>(page.size());
+        }
+    }
+
+    // Keeps the final snapshot short, which no save can pass. Reads of their own would each wait for their
+    // turn among the saves; and those that come meanwhile may be more than can be copied.
+    void CopyBeforehand()
+    {
+        qint64 most = Count(from, RevisionTable());
+        PagedRows pages(RevisionReader::GetTable(), RevisionReader::GetTable().key, pageRows);
+        for (auto page = pages.Next(from); !page.empty() && most > 0; page = pages.Next(from)) {
+            for (auto key = page.cbegin(); key != page.cend();) {
+                from.Execute(fromDialect->BeginSnapshot());
+                const auto end = Clock::now() + turn;
+                for (; key != page.cend() && Clock::now() < end; ++key, --most)
+                    CopyRevision(*key);
+                from.Execute(QStringLiteral("COMMIT"));
+            }
         }
     }
 

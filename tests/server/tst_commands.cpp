@@ -77,12 +77,11 @@ void CommandsTest::backsUpWhileSavesGoOn()
     QVERIFY(Start());
     QVERIFY(SignIn());
     const QByteArray app = NewApp("one");
-    const QByteArray version = NewVersion(app, "one", ApiClient::Body(0));
     const QByteArray token = ApiClient::TokenOf(server->Port(), pin, password);
     std::atomic<bool> ended{false};
     std::atomic<int> saved{0};
     std::atomic<int> refused{0};
-    std::thread author([&] {
+    const auto save = [&](const QByteArray& version) {
         ApiClient mine(server->Port(), token);
         for (int revision = 1; !ended; ++revision) {
             const QByteArray body = ApiClient::Body("\"n\":" + QByteArray::number(revision) + ",\"fill\":\"" +
@@ -92,14 +91,19 @@ void CommandsTest::backsUpWhileSavesGoOn()
             else
                 ++refused;
         }
-    });
-    QTRY_VERIFY(saved > 20);
+    };
+    constexpr int authorCount = 8; // together they save faster than a backup reads
+    std::vector<std::thread> authors;
+    for (int i = 0; i < authorCount; ++i)
+        authors.emplace_back(save, NewVersion(app, QByteArray::number(i), ApiClient::Body(0)));
+    QTRY_VERIFY(saved > 100);
 
     const int before = saved;
     const int code = Command({QStringLiteral("backup"), BackupFile()});
     const int after = saved;
     ended = true;
-    author.join();
+    for (std::thread& author : authors)
+        author.join();
     qInfo("%d saves went on during the backup", after - before);
     QVERIFY2(code == 0, said.constData());
     QCOMPARE(refused.load(), 0);
@@ -115,16 +119,17 @@ void CommandsTest::backsUpWhileSavesGoOn()
     QVERIFY2(Command({QStringLiteral("verify")}) == 0, said.constData());
     QVERIFY(Start());
     QVERIFY(SignIn());
-    const int revision = client->Get("/api/v1/apps/" + app + "/versions")
-                             .json.value(QLatin1String("versions"))
-                             .toArray()
-                             .first()
-                             .toObject()
-                             .value(QLatin1String("revision"))
-                             .toInt();
-    QVERIFY2(revision >= before + 1 && revision <= after + 2, QByteArray::number(revision));
-    QVERIFY(client->Get("/api/v1/versions/" + version + "/data")
-                .body.contains("\"n\":" + QByteArray::number(revision - 1) + ','));
+    int kept = 0;
+    const QJsonObject list = client->Get("/api/v1/apps/" + app + "/versions").json;
+    for (const auto& version : list.value(QLatin1String("versions")).toArray()) {
+        const int saves = version.toObject().value(QLatin1String("revision")).toInt() - 1;
+        const QByteArray id = version.toObject().value(QLatin1String("id")).toString().toLatin1();
+        const QByteArray body = client->Get("/api/v1/versions/" + id + "/data").body;
+        QVERIFY(saves == 0 || body.contains("\"n\":" + QByteArray::number(saves) + ','));
+        kept += saves;
+    }
+    // A save that is in the store may not have been answered yet.
+    QVERIFY2(kept >= before && kept <= after + authorCount, QByteArray::number(kept));
 }
 
 void CommandsTest::restoresOnlyIntoAnEmptyStore()
