@@ -30,6 +30,7 @@ private slots:
 
     void leavesTheRoomThatIsCovered_data();
     void leavesTheRoomThatIsCovered();
+    void takesTheRoomBackWhenTheBrowserGoes_data();
     void takesTheRoomBackWhenTheBrowserGoes();
     void followsTheMovedWindow();
 
@@ -84,13 +85,26 @@ void tst_PopOutRoom::leavesTheRoomThatIsCovered()
     QCOMPARE(shown.intersects(browser->geometry()), width == 1000 && window.left() < 1000);
 }
 
+void tst_PopOutRoom::takesTheRoomBackWhenTheBrowserGoes_data()
+{
+    QTest::addColumn<bool>("forGood");
+
+    QTest::newRow("hidden") << false;
+    QTest::newRow("destroyed") << true;
+}
+
 void tst_PopOutRoom::takesTheRoomBackWhenTheBrowserGoes()
 {
+    QFETCH(bool, forGood);
     browser->setGeometry(772, 150, 300, 400);
     browser->show();
     QTRY_COMPARE(editor->width(), 672);
 
-    browser->hide();
+    if (forGood) {
+        browser.reset();
+    } else {
+        browser->hide();
+    }
 
     QTRY_COMPARE(editor->width(), 1000);
 }

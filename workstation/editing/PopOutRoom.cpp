@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QWidget>
 
 namespace
 {
@@ -33,11 +32,10 @@ bool PopOutRoom::eventFilter(QObject* watched, QEvent* event)
     default:
         return false;
     }
-    auto* const window = qobject_cast<IBrowserBorderWindow*>(watched);
-    if (window) {
+    if (auto* const window = qobject_cast<IBrowserBorderWindow*>(watched)) {
         browser = window;
     }
-    if (window || (browser && (watched == pages || watched == pages->window()))) {
+    if (browser && (watched == browser || watched == pages || watched == pages->window())) {
         Arrange();
     }
     return false;

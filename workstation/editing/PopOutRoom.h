@@ -2,9 +2,7 @@
 
 #include <QObject>
 #include <QPointer>
-
-class IBrowserBorderWindow;
-class QWidget;
+#include <QWidget>
 
 // Leaves the popped-out browser the room that it covers at the right edge of the editor's pages, so that it
 // hides nothing of them. A window that the author has moved elsewhere, or has made so large that no editor
@@ -26,5 +24,5 @@ private:
 
     QWidget* const pages;
     const int free;
-    QPointer<IBrowserBorderWindow> browser;
+    QPointer<QWidget> browser; // hidden while it is destroyed, it is a window and no more
 };
