@@ -1,0 +1,14 @@
+"""For each operation and status: how to bring the server to give that answer."""
+
+from authoring_cases import AuthoringCases
+from release_cases import ReleaseCases
+from session_cases import SessionCases
+
+
+class Cases(SessionCases, AuthoringCases, ReleaseCases):
+    def __init__(self, server):
+        self.server = server
+        self.rows = {}
+        for name in dir(self):
+            if name.startswith("rows_"):
+                self.rows.update(getattr(self, name)())
