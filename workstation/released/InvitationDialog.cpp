@@ -11,21 +11,11 @@
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QScrollArea>
 
 namespace
 {
 constexpr int validDays = 30;
 constexpr int mostUses = 100;
-
-WbPushButton* Button(const char* objectName, const QString& text, int type, QWidget* parent)
-{
-    auto* button = new WbPushButton(parent, type);
-    button->setObjectName(QLatin1String(objectName));
-    button->setText(text);
-    button->setAutoDefault(false);
-    return button;
-}
 
 QFont CodeFont()
 {
@@ -37,50 +27,18 @@ QFont CodeFont()
 } // namespace
 
 InvitationDialog::InvitationDialog(const AppRecord& record, DateLanguage language, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), app(record), dateLanguage(language),
-      client(std::make_unique<VersionServiceClient>())
+    : RowsDialog(QStringLiteral("灰度邀请码"),
+                 QStringLiteral("把邀请码发给使用者，他们在“灰度应用”中输入后即可试用“%1”的灰度版本。")
+                     .arg(record.name),
+                 parent),
+      app(record), dateLanguage(language), client(std::make_unique<VersionServiceClient>())
 {
     setObjectName(QStringLiteral("InvitationDialog"));
-    SetTitle(QStringLiteral("灰度邀请码"));
-
-    auto* caption = new WbLabel(QStringLiteral("把邀请码发给使用者，他们在“灰度应用”中输入后即可试用“%1”的"
-                                               "灰度版本。")
-                                    .arg(app.name),
-                                this);
-    caption->setTextFormat(Qt::PlainText);
-    caption->setWordWrap(true);
-    labelState = new WbLabel(this);
-    labelState->setWordWrap(true);
-    auto* list = new QWidget(this);
-    rows = new QVBoxLayout(list);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(8);
-    auto* scroll = new QScrollArea(this);
-    scroll->setObjectName(QStringLiteral("scrollInvitations"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(list);
-    buttonCreate = Button("buttonCreate", QStringLiteral("新建邀请码"), Wb::SecondaryButton, this);
+    buttonCreate = MakeButton("buttonCreate", QStringLiteral("新建邀请码"), Wb::SecondaryButton, this);
     buttonCreate->setIcon(WbIcons::Get(QStringLiteral("add")));
-    auto* close = Button("buttonClose", QStringLiteral("完成"), Wb::PrimaryButton, this);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(12);
-    buttons->addWidget(buttonCreate);
-    buttons->addStretch();
-    buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 20, 24, 24);
-    layout->setSpacing(12);
-    layout->addWidget(caption);
-    layout->addWidget(scroll, 1);
-    layout->addWidget(labelState);
-    layout->addLayout(buttons);
+    AddButton(buttonCreate);
     GetContentWidget()->setMinimumSize(660, 340);
-
     connect(buttonCreate, &QPushButton::clicked, this, &InvitationDialog::SlotCreate);
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
     Load();
 }
 
@@ -101,22 +59,15 @@ void InvitationDialog::Load()
 
 void InvitationDialog::Show(const QVector<VersionServiceInvitation>& invitations)
 {
-    while (QLayoutItem* item = rows->takeAt(0)) {
-        // Later: the answer may have come from within a button of the row.
-        if (item->widget()) {
-            item->widget()->hide();
-            item->widget()->deleteLater();
-        }
-        delete item;
-    }
+    ClearRows();
     const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const VersionServiceInvitation& invitation : invitations) {
         if (invitation.IsOpen(now)) {
-            rows->addWidget(CreateRow(invitation));
+            Rows()->addWidget(CreateRow(invitation));
         }
     }
-    Say(rows->count() == 0 ? QStringLiteral("没有有效的邀请码。灰度之后可在此新建。") : QString(), false);
-    rows->addStretch();
+    Say(Rows()->count() == 0 ? QStringLiteral("没有有效的邀请码。灰度之后可在此新建。") : QString(), false);
+    Rows()->addStretch();
 }
 
 QWidget* InvitationDialog::CreateRow(const VersionServiceInvitation& invitation)
@@ -134,9 +85,9 @@ QWidget* InvitationDialog::CreateRow(const VersionServiceInvitation& invitation)
                               row);
     until->setObjectName(QStringLiteral("labelValid"));
     until->setProperty("hint", true);
-    auto* copy = Button("buttonCopy", QStringLiteral("复制"), Wb::SecondaryButton, row);
+    auto* copy = MakeButton("buttonCopy", QStringLiteral("复制"), Wb::SecondaryButton, row);
     copy->setIcon(WbIcons::Get(QStringLiteral("copy")));
-    auto* revoke = Button("buttonRevoke", QStringLiteral("停用"), Wb::DefaultButton, row);
+    auto* revoke = MakeButton("buttonRevoke", QStringLiteral("停用"), Wb::DefaultButton, row);
     revoke->setToolTip(QStringLiteral("停用后不能再使用；已经使用过的人不受影响"));
     auto* texts = new QVBoxLayout;
     texts->setSpacing(4);
@@ -154,14 +105,6 @@ QWidget* InvitationDialog::CreateRow(const VersionServiceInvitation& invitation)
     });
     connect(revoke, &QPushButton::clicked, this, [this, id = invitation.id] { SlotRevoke(id); });
     return row;
-}
-
-void InvitationDialog::Say(const QString& text, bool isProblem)
-{
-    labelState->setObjectName(isProblem ? QStringLiteral("labelProblem") : QStringLiteral("labelState"));
-    labelState->setStyleSheet(labelState->styleSheet()); // the rule of the new name
-    labelState->setText(text);
-    labelState->setVisible(!text.isEmpty());
 }
 
 void InvitationDialog::SlotCreate()

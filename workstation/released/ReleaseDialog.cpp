@@ -6,7 +6,6 @@
 #include <WbBaseUI/WbPushButton.h>
 
 #include <QBoxLayout>
-#include <QScrollArea>
 
 #include <algorithm>
 
@@ -14,14 +13,6 @@ namespace
 {
 constexpr int grayState = 2;
 constexpr int onlineState = 3;
-
-WbLabel* Label(const char* objectName, const QString& text, QWidget* parent)
-{
-    auto* label = new WbLabel(text, parent);
-    label->setObjectName(QLatin1String(objectName));
-    label->setTextFormat(Qt::PlainText);
-    return label;
-}
 
 // Users have one version of a state or none.
 VersionServiceRelease PresentOf(const QVector<VersionServiceRelease>& releases, int state)
@@ -35,47 +26,14 @@ VersionServiceRelease PresentOf(const QVector<VersionServiceRelease>& releases, 
 } // namespace
 
 ReleaseDialog::ReleaseDialog(const AppRecord& record, DateLanguage language, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), app(record), dateLanguage(language)
+    : RowsDialog(QStringLiteral("发布管理"),
+                 QStringLiteral("“%1”发布过的版本。发现问题时，可以让使用者不再使用，或改用以前的版本。")
+                     .arg(record.name),
+                 parent),
+      app(record), dateLanguage(language)
 {
     setObjectName(QStringLiteral("ReleaseDialog"));
-    SetTitle(QStringLiteral("发布管理"));
-
-    auto* caption =
-        Label("labelCaption",
-              QStringLiteral("“%1”发布过的版本。发现问题时，可以让使用者不再使用，或改用以前的版本。")
-                  .arg(app.name),
-              this);
-    caption->setWordWrap(true);
-    labelState = Label("labelState", QString(), this);
-    labelState->setWordWrap(true);
-    auto* list = new QWidget(this);
-    rows = new QVBoxLayout(list);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(8);
-    auto* scroll = new QScrollArea(this);
-    scroll->setObjectName(QStringLiteral("scrollReleases"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(list);
-    auto* close = new WbPushButton(this, Wb::PrimaryButton);
-    close->setObjectName(QStringLiteral("buttonClose"));
-    close->setText(QStringLiteral("完成"));
-    close->setAutoDefault(false);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 20, 24, 24);
-    layout->setSpacing(12);
-    layout->addWidget(caption);
-    layout->addWidget(scroll, 1);
-    layout->addWidget(labelState);
-    layout->addLayout(buttons);
     GetContentWidget()->setMinimumSize(660, 480);
-
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
     Say(QStringLiteral("正在读取发布过的版本…"), false);
 }
 
@@ -83,31 +41,16 @@ ReleaseDialog::~ReleaseDialog() = default;
 
 void ReleaseDialog::ShowReleases(const QVector<VersionServiceRelease>& releases)
 {
-    while (QLayoutItem* item = rows->takeAt(0)) {
-        // Later: the answer may have come from within a button of the row.
-        if (item->widget()) {
-            item->widget()->hide();
-            item->widget()->deleteLater();
-        }
-        delete item;
-    }
+    ClearRows();
     AddSection(onlineState, releases);
     AddSection(grayState, releases);
-    rows->addStretch();
+    Rows()->addStretch();
     Say(releases.isEmpty() ? QStringLiteral("还没有灰度或上线过的版本。") : QString(), false);
 }
 
 void ReleaseDialog::ShowProblem(const QString& problem)
 {
     Say(problem, true);
-}
-
-void ReleaseDialog::Say(const QString& text, bool isProblem)
-{
-    labelState->setObjectName(isProblem ? QStringLiteral("labelProblem") : QStringLiteral("labelState"));
-    labelState->setStyleSheet(labelState->styleSheet()); // the rule of the new name
-    labelState->setText(text);
-    labelState->setVisible(!text.isEmpty());
 }
 
 void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& releases)
@@ -122,10 +65,10 @@ void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& 
     const QString now = present.versionId.isEmpty()
                             ? QStringLiteral("使用者现在没有%1版本").arg(kind)
                             : QStringLiteral("使用者现在使用“%1”").arg(present.versionName);
-    rows->addWidget(Label(isOnline ? "labelOnline" : "labelGray", kind + QStringLiteral("：") + now, this));
+    Rows()->addWidget(MakeLabel(isOnline ? "labelOnline" : "labelGray", kind + QStringLiteral("：") + now, this));
     for (const VersionServiceRelease& release : releases) {
         if (isOfState(release)) {
-            rows->addWidget(CreateRow(release, present));
+            Rows()->addWidget(CreateRow(release, present));
         }
     }
 }
@@ -135,20 +78,18 @@ QWidget* ReleaseDialog::CreateRow(const VersionServiceRelease& release, const Ve
     const bool isOnline = release.state == onlineState;
     auto* row = new QFrame(this);
     row->setProperty("card", true);
-    auto* name = Label("labelVersion", release.versionName, row);
+    auto* name = MakeLabel("labelVersion", release.versionName, row);
     QFont bold = name->font();
     bold.setBold(release.present);
     name->setFont(bold);
     const QString released = (isOnline ? QStringLiteral("上线于 %1") : QStringLiteral("灰度于 %1"))
                                  .arg(DateText(release.releasedAt, dateLanguage));
     auto* when =
-        Label("labelReleased", release.present ? QStringLiteral("使用中 · ") + released : released, row);
+        MakeLabel("labelReleased", release.present ? QStringLiteral("使用中 · ") + released : released, row);
     when->setProperty("hint", true);
-    auto* act = new WbPushButton(row, release.present ? Wb::DefaultButton : Wb::SecondaryButton);
-    act->setAutoDefault(false);
     const QString stop = isOnline ? QStringLiteral("下线…") : QStringLiteral("停止灰度…");
-    act->setObjectName(release.present ? QStringLiteral("buttonStop") : QStringLiteral("buttonReturn"));
-    act->setText(release.present ? stop : QStringLiteral("恢复…"));
+    auto* act = release.present ? MakeButton("buttonStop", stop, Wb::DefaultButton, row)
+                                : MakeButton("buttonReturn", QStringLiteral("恢复…"), Wb::SecondaryButton, row);
     act->setAccessibleName(act->text() + release.versionName);
     if (!release.description.isEmpty()) {
         row->setToolTip(UIUtils::PlainToolTip(release.description));

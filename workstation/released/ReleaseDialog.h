@@ -2,16 +2,13 @@
 
 #include "AppRecord.h"
 #include "DateLanguage.h"
+#include "RowsDialog.h"
 
 #include <RpaEditorLogic/VersionServiceRecords.h>
-#include <WbBaseUI/WbBaseDialog.h>
-
-class QVBoxLayout;
-class WbLabel;
 
 // The online and the gray versions of an app, which of them users have, and the way to take that back. It
 // shows and announces; what happens is the owner's business.
-class ReleaseDialog : public WbBaseDialog
+class ReleaseDialog : public RowsDialog
 {
     Q_OBJECT
 
@@ -29,12 +26,9 @@ signals:
     void SigTakeBack(int state, const VersionServiceRelease& present, const VersionServiceRelease& to);
 
 private:
-    void Say(const QString& text, bool isProblem);
     void AddSection(int state, const QVector<VersionServiceRelease>& releases);
     QWidget* CreateRow(const VersionServiceRelease& release, const VersionServiceRelease& present);
 
     const AppRecord app;
     const DateLanguage dateLanguage;
-    WbLabel* labelState = nullptr;
-    QVBoxLayout* rows = nullptr;
 };

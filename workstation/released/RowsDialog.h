@@ -1,0 +1,37 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseDialog.h>
+
+class QHBoxLayout;
+class QVBoxLayout;
+class WbLabel;
+class WbPushButton;
+
+// A dialog with a caption, rows that scroll, a line that says how things stand, and a button that closes it.
+class RowsDialog : public WbBaseDialog
+{
+    Q_OBJECT
+
+public:
+    ~RowsDialog() override;
+
+protected:
+    RowsDialog(const QString& title, const QString& caption, QWidget* parent);
+
+    static WbLabel* MakeLabel(const char* objectName, const QString& text, QWidget* parent);
+    static WbPushButton* MakeButton(const char* objectName, const QString& text, int type, QWidget* parent);
+
+    QVBoxLayout* Rows() const { return rows; }
+    void ClearRows();
+    // Stands before the button that closes.
+    void AddButton(WbPushButton* button);
+    // Nothing to say: no line.
+    void Say(const QString& text, bool isProblem);
+
+private:
+    void Layout(const QString& caption, QWidget* list);
+
+    WbLabel* labelState = nullptr;
+    QVBoxLayout* rows = nullptr;
+    QHBoxLayout* buttons = nullptr;
+};
