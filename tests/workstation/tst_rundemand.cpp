@@ -1,6 +1,7 @@
 #include "EditorPage.h"
 #include "EditorWorld.h"
 #include "PageFixture.h"
+#include "RunLog.h"
 #include "RunPage.h"
 #include "TestApp.h"
 
@@ -41,23 +42,14 @@ void DemandCustomer(RpaAppData& app)
     page->GetParamData()->InsertItem(-1, demanded);
 }
 
-QStringList Log()
-{
-    QStringList texts;
-    const auto lines = RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource()->GetLines();
-    for (const RpaLogLine& line : lines)
-        texts << line.text;
-    return texts;
-}
-
 bool HasRun()
 {
-    return !Log().filter(QStringLiteral("运行完成")).isEmpty();
+    return !RunLog().filter(QStringLiteral("运行完成")).isEmpty();
 }
 
 bool HasStarted()
 {
-    return !Log().filter(QStringLiteral("开始运行流程")).isEmpty();
+    return !RunLog().filter(QStringLiteral("开始运行流程")).isEmpty();
 }
 } // namespace
 
@@ -108,13 +100,13 @@ void tst_RunDemand::askedOfTheUserBeforeTheRun()
     QCOMPARE(problem->text(), QStringLiteral("请填写“客户”"));
     QTRY_VERIFY(problem->isVisible());
     QTRY_COMPARE(page.window()->focusWidget()->accessibleName(), QStringLiteral("客户"));
-    QCOMPARE(Log(), QStringList()); // not even its packages were asked for
+    QCOMPARE(RunLog(), QStringList()); // not even its packages were asked for
 
     QTest::keyClicks(page.window()->focusWidget(), QStringLiteral("A"));
     QVERIFY(!problem->isVisible());
     QTest::mouseClick(tool, Qt::LeftButton);
 
-    QTRY_VERIFY2_WITH_TIMEOUT(HasRun(), qPrintable(Log().join(QLatin1Char('\n'))), longWaitMs);
+    QTRY_VERIFY2_WITH_TIMEOUT(HasRun(), qPrintable(RunLog().join(QLatin1Char('\n'))), longWaitMs);
 }
 
 void tst_RunDemand::askedOfTheAuthorOnWhicheverPage()
@@ -145,7 +137,7 @@ void tst_RunDemand::askedOfTheAuthorOnWhicheverPage()
     QTest::keyClicks(page.window()->focusWidget(), QStringLiteral("A"));
     QTest::mouseClick(tool, Qt::LeftButton);
 
-    QTRY_VERIFY2_WITH_TIMEOUT(HasRun(), qPrintable(Log().join(QLatin1Char('\n'))), longWaitMs);
+    QTRY_VERIFY2_WITH_TIMEOUT(HasRun(), qPrintable(RunLog().join(QLatin1Char('\n'))), longWaitMs);
 }
 
 RPA_TEST_MAIN(tst_RunDemand)

@@ -1,5 +1,6 @@
 #include "PageFixture.h"
 #include "RunAside.h"
+#include "RunLog.h"
 #include "RunPage.h"
 #include "RunReport.h"
 #include "TestApp.h"
@@ -7,8 +8,6 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaEngineCore/IRpaLogManager.h>
-#include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
@@ -31,18 +30,9 @@ namespace
 constexpr int longWaitMs = 30000;
 constexpr int programKind = 1;
 
-QStringList Log()
-{
-    QStringList texts;
-    const auto lines = RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource()->GetLines();
-    for (const RpaLogLine& line : lines)
-        texts << line.text;
-    return texts;
-}
-
 int StartCount()
 {
-    return Log().filter(QStringLiteral("开始运行流程")).size();
+    return RunLog().filter(QStringLiteral("开始运行流程")).size();
 }
 } // namespace
 
