@@ -1,8 +1,10 @@
 #include "RpaEngineModule_p.h"
 
+#include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessData/RpaProcessCheck.h>
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QStringList>
 
 namespace
@@ -15,13 +17,30 @@ QStringList IdsOf(const RpaHtmlNodeManager& elements)
         ids.append(node.id);
     return ids;
 }
+
+// The numbers of its statements, as the editor shows them.
+QHash<QString, int> LinesOf(const RpaProcess* process)
+{
+    QHash<QString, int> lines;
+    if (process)
+        process->ForEach([&](const RpaStatementNode& node) { lines.insert(node.GetId(), lines.size() + 1); });
+    return lines;
+}
 } // namespace
 
-void RpaEngineModule::Private::Report(const RpaCheckInfo& finding)
+void RpaEngineModule::Private::Report(const QList<RpaCheckInfo>& findings)
 {
-    log.Append(RpaLogLevel::Error,
-               QStringLiteral("【%1】%2 %3").arg(finding.processName, finding.message, finding.remedy),
-               finding.statementId);
+    QString shown;
+    QHash<QString, int> lines;
+    for (const RpaCheckInfo& finding : findings) {
+        if (finding.processName != shown) {
+            shown = finding.processName;
+            lines = LinesOf(processData.Get()->FindProcess(shown));
+        }
+        log.Append(RpaLogLevel::Error,
+                   QStringLiteral("【%1】%2 %3").arg(finding.processName, finding.message, finding.remedy),
+                   finding.statementId, lines.value(finding.statementId));
+    }
 }
 
 RpaEngineModule* RpaEngineModule::Instance()
@@ -112,7 +131,8 @@ bool RpaEngineModule::Check(const QString& processName)
         return true; // nobody wants to know any more
     const ProcessDataManager* const processes = d->processData.Get();
     if (!processes) {
-        d->log.Append(RpaLogLevel::Error, QStringLiteral("没有可检查的流程：%1").arg(processName), QString());
+        d->log.Append(RpaLogLevel::Error, QStringLiteral("没有可检查的流程：%1").arg(processName), QString(),
+                      0);
         return false;
     }
 
@@ -120,8 +140,7 @@ bool RpaEngineModule::Check(const QString& processName)
     if (const RpaHtmlNodeManager* const elements = d->htmlNodes.Get())
         check.SetElementIds(IdsOf(*elements));
     const QList<RpaCheckInfo> findings = check.Check(processName);
-    for (const RpaCheckInfo& finding : findings)
-        d->Report(finding);
+    d->Report(findings);
     // An empty list, too: it takes the marks of the check before away.
     emit d->debugger.SigCheckNode(findings);
     return findings.isEmpty();

@@ -18,7 +18,7 @@
 class RpaEngineModule::Private
 {
 public:
-    void Report(const RpaCheckInfo& finding);
+    void Report(const QList<RpaCheckInfo>& findings);
 
     Handed<IBrowserEngine> browserEngine;
     Handed<IAppParamEngine> paramEngine;

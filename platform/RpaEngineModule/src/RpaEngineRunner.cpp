@@ -93,7 +93,8 @@ void RpaEngineRunner::KeepOneReady()
 void RpaEngineRunner::Wire()
 {
     connect(run.get(), &RpaRun::SigLog, this, [this](RpaLogLevel level, const QString& text, int line) {
-        log.Append(level, text, program.GetOrigin(line).statementId);
+        const RpaProgramOrigin origin = program.GetOrigin(line);
+        log.Append(level, text, origin.statementId, origin.line);
     });
     connect(run.get(), &RpaRun::SigAt, this, [this](int line) {
         const QString statementId = program.GetOrigin(line).statementId;
@@ -176,16 +177,22 @@ void RpaEngineRunner::TellFailure(const RpaRunOutcome& outcome)
     QString text = QStringLiteral("流程“%1”运行失败：%2").arg(runningProcess, outcome.error);
     if (origin.statementId.isEmpty() && outcome.line > 0)
         text += QStringLiteral("（第 %1 行）").arg(outcome.line);
-    log.Append(RpaLogLevel::Error, text, origin.statementId);
+    log.Append(RpaLogLevel::Error, text, origin.statementId, origin.line);
     if (!outcome.trace.isEmpty())
-        log.Append(RpaLogLevel::Debug, outcome.trace, origin.statementId);
+        log.Append(RpaLogLevel::Debug, outcome.trace, origin.statementId, origin.line);
     TellListeners([&](IProcessLifeCycle* listener) {
         listener->ProcessFailed(runningProcess, outcome.error, outcome.trace);
     });
-    if (!origin.statementId.isEmpty())
-        debugger.SigCheckNode(
-            {RpaCheckInfo{where, origin.statementId, QStringLiteral("run-failed"), outcome.error,
-                          QStringLiteral("请检查此步骤的参数，运行日志中有详细信息")}});
+    TellPlace({where, origin.statementId, QStringLiteral("run-failed"), outcome.error,
+               QStringLiteral("请检查此步骤的参数，运行日志中有详细信息"),
+               origin.statementId.isEmpty() ? origin.line : 0});
+}
+
+// Without a place there is nothing to mark.
+void RpaEngineRunner::TellPlace(const RpaCheckInfo& finding)
+{
+    if (!finding.statementId.isEmpty() || finding.line > 0)
+        debugger.SigCheckNode({finding});
 }
 
 void RpaEngineRunner::Shutdown()

@@ -11,6 +11,7 @@ class IRpaDebugger;
 class IRpaLogManager;
 class IRunPreparation;
 class ProcessDataManager;
+struct RpaCheckInfo;
 
 // Runs one process at a time and tells everybody about it: log, life-cycle listeners, controlled widgets and,
 // when a statement fails, the marks of the visual editor.
@@ -48,6 +49,7 @@ private:
     void TellStart(const RpaRunParts& parts);
     void TakeEnd(const RpaRunOutcome& outcome);
     void TellFailure(const RpaRunOutcome& outcome);
+    void TellPlace(const RpaCheckInfo& finding);
 
     IRpaLogManager& log;
     IRpaDebugger& debugger;

@@ -25,7 +25,8 @@ QVector<RpaLogLine> RpaLogDataSource::GetLines() const
     return ring.mid(oldest) + ring.mid(0, oldest);
 }
 
-void RpaLogDataSource::Append(RpaLogLevel level, const QString& text, const QString& statementId)
+void RpaLogDataSource::Append(RpaLogLevel level, const QString& text, const QString& statementId,
+                              int lineNumber)
 {
     RpaLogLine line;
     line.number = nextNumber++;
@@ -33,6 +34,7 @@ void RpaLogDataSource::Append(RpaLogLevel level, const QString& text, const QStr
     line.level = level;
     line.text = text.size() > MaxLineLength ? text.left(MaxLineLength) + QStringLiteral("…") : text;
     line.statementId = statementId;
+    line.line = lineNumber;
 
     if (ring.size() < CapacityInLines) {
         ring.append(line);

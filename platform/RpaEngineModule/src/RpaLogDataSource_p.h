@@ -20,7 +20,7 @@ public:
     void Initialize() override;
     QVector<RpaLogLine> GetLines() const override;
 
-    void Append(RpaLogLevel level, const QString& text, const QString& statementId);
+    void Append(RpaLogLevel level, const QString& text, const QString& statementId, int line);
 
 private:
     void AnnounceNewLines();

@@ -9,7 +9,7 @@ IRpaLogDataSource* RpaLogManager::GetLogDataSource() const
     return source.get();
 }
 
-void RpaLogManager::Append(RpaLogLevel level, const QString& text, const QString& statementId)
+void RpaLogManager::Append(RpaLogLevel level, const QString& text, const QString& statementId, int line)
 {
-    source->Append(level, text, statementId);
+    source->Append(level, text, statementId, line);
 }

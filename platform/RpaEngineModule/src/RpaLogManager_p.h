@@ -12,7 +12,7 @@ public:
     ~RpaLogManager() override;
 
     IRpaLogDataSource* GetLogDataSource() const override;
-    void Append(RpaLogLevel level, const QString& text, const QString& statementId) override;
+    void Append(RpaLogLevel level, const QString& text, const QString& statementId, int line) override;
 
 private:
     const std::unique_ptr<RpaLogDataSource> source;

@@ -45,7 +45,7 @@ class NotingLogManager : public IRpaLogManager
 {
 public:
     IRpaLogDataSource* GetLogDataSource() const override { return &source; }
-    void Append(RpaLogLevel, const QString&, const QString&) override {}
+    void Append(RpaLogLevel, const QString&, const QString&, int) override {}
 
 private:
     mutable NotingLog source;

@@ -73,6 +73,23 @@ private slots:
         QVERIFY(LogLines().first().text.contains(findings.first().remedy));
     }
 
+    void tellsTheNumberOfTheStatementAsTheEditorShowsIt()
+    {
+        ProcessDataManager processes;
+        AddStatement(processes, QStringLiteral("1"));
+        RpaStatement wrong;
+        wrong.command = QStringLiteral("variable.set");
+        wrong.arguments = {{QStringLiteral("name"), QStringLiteral("乙")},
+                           {QStringLiteral("value"), QStringLiteral("=没有定义")}};
+        processes.GetProcess(0)->Insert(QString(), -1, {wrong});
+        Engine()->SetProcessDataManager(&processes);
+
+        QVERIFY(!Engine()->Check(mainProcess));
+
+        QCOMPARE(LogLines().size(), 1);
+        QCOMPARE(LogLines().first().line, 2);
+    }
+
     void hasNothingToCheckAfterTheAppIsGone()
     {
         auto processes = std::make_unique<ProcessDataManager>();

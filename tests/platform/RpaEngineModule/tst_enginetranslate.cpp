@@ -45,6 +45,8 @@ private slots:
     void literalTextIsNeverCode();
     void subProcessesShareVariables();
     void aFailureMarksItsStatement();
+    void theLogNumbersTheStatementsAsTheEditorDoes();
+    void aProgramTellsItsLines();
     void textOfSeveralLinesKeepsTheLineMap();
     void anUnknownCommandFailsWithItsName();
 };
@@ -140,6 +142,45 @@ void EngineTranslate::aFailureMarksItsStatement()
              engine.processes.FindProcess(QStringLiteral("主流程"))->GetRoot()->GetChild(1)->GetId());
     QCOMPARE(findings.first().message, QStringLiteral("除数不能为零"));
     QVERIFY(!EngineRunFixture::LogTexts().contains(QStringLiteral("b")));
+}
+
+void EngineTranslate::theLogNumbersTheStatementsAsTheEditorDoes()
+{
+    EngineRunFixture engine;
+    RpaStatement disabled = Log(QStringLiteral("b"));
+    disabled.enabled = false;
+
+    QVERIFY(engine.RunStatements({Log(QStringLiteral("a")), disabled, Log(QStringLiteral("c\nd"))}));
+
+    QVERIFY(engine.life.WaitUntilOver());
+    QMap<QString, int> numbers;
+    const auto lines = EngineRunFixture::Source()->GetLines();
+    for (const RpaLogLine& line : lines)
+        numbers.insert(line.text, line.line);
+    QCOMPARE(numbers.value(QStringLiteral("a"), -1), 1);
+    QCOMPARE(numbers.value(QStringLiteral("c\nd"), -1), 3);
+    QCOMPARE(numbers.value(QStringLiteral("流程“主流程”运行完成"), -1), 0);
+}
+
+void EngineTranslate::aProgramTellsItsLines()
+{
+    EngineRunFixture engine;
+    QSignalSpy marks(engine.Engine()->GetEngineDebugger(), &IRpaDebugger::SigCheckNode);
+
+    QVERIFY(engine.RunText(QStringLiteral("x = 1\nprint('hi')\n\nx / 0\n")));
+
+    QVERIFY(engine.life.WaitUntilOver());
+    const auto lines = EngineRunFixture::Source()->GetLines();
+    const auto hi = std::find_if(lines.begin(), lines.end(),
+                                 [](const RpaLogLine& line) { return line.text == QLatin1String("hi"); });
+    QVERIFY(hi != lines.end());
+    QCOMPARE(hi->line, 2);
+    const auto findings = marks.last().first().value<QList<RpaCheckInfo>>();
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().line, 4);
+    QCOMPARE(findings.first().processName, QStringLiteral("主流程"));
+    QCOMPARE(findings.first().statementId, QString());
+    QCOMPARE(findings.first().message, QStringLiteral("除数不能为零"));
 }
 
 void EngineTranslate::textOfSeveralLinesKeepsTheLineMap()

@@ -15,6 +15,6 @@ public:
     ~IRpaDebugger() override;
 
 signals:
-    // Findings of a check before a run; an empty list takes earlier marks away.
+    // Findings of a check before a run, or where a run failed; an empty list takes earlier marks away.
     void SigCheckNode(const QList<RpaCheckInfo>& list);
 };

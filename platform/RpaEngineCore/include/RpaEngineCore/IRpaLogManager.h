@@ -23,6 +23,7 @@ struct RPAENGINECORE_EXPORT RpaLogLine
     RpaLogLevel level = RpaLogLevel::Info;
     QString text;
     QString statementId; // empty when the line belongs to no statement
+    int line = 0;        // number of that statement in its process, or line of the program text; 0: neither
 };
 
 Q_DECLARE_METATYPE(RpaLogLine)
@@ -55,5 +56,7 @@ public:
     // May be null when the engine keeps no log.
     virtual IRpaLogDataSource* GetLogDataSource() const = 0;
 
-    virtual void Append(RpaLogLevel level, const QString& text, const QString& statementId = QString()) = 0;
+    // line: as in RpaLogLine.
+    virtual void Append(RpaLogLevel level, const QString& text, const QString& statementId = QString(),
+                        int line = 0) = 0;
 };

@@ -26,7 +26,10 @@ RpaProgram RpaProcessTranslator::TakeText(const RpaProcess& process)
 {
     RpaProgram program;
     program.source = process.GetProgramText();
-    program.originByLine.fill({process.GetName(), {}}, program.source.count(QLatin1Char('\n')) + 1);
+    const int count = program.source.count(QLatin1Char('\n')) + 1;
+    program.originByLine.reserve(count);
+    for (int line = 1; line <= count; ++line)
+        program.originByLine.append({process.GetName(), {}, line});
     return program;
 }
 
@@ -82,6 +85,9 @@ void RpaProcessTranslator::Collect(const QString& processName)
 void RpaProcessTranslator::TranslateProcess(const RpaProcess& process)
 {
     currentProcess = process.GetName();
+    numbers.clear();
+    process.ForEach(
+        [this](const RpaStatementNode& statement) { numbers.insert(statement.GetId(), numbers.size() + 1); });
     if (!lines.isEmpty())
         AddLine({}, 0);
     const QString comment = currentProcess.simplified();
@@ -171,6 +177,6 @@ void RpaProcessTranslator::AddLine(const QString& text, int depth, const QString
     const QStringList parts = text.split(QLatin1Char('\n'));
     for (const QString& part : parts) {
         lines << (part.isEmpty() ? QString() : QString(depth * 4, QLatin1Char(' ')) + part);
-        origins << RpaProgramOrigin{currentProcess, statementId};
+        origins << RpaProgramOrigin{currentProcess, statementId, numbers.value(statementId)};
     }
 }

@@ -2,6 +2,7 @@
 
 #include "RpaRun_p.h"
 
+#include <QHash>
 #include <QSet>
 
 class ProcessDataManager;
@@ -37,4 +38,5 @@ private:
     QStringList lines;
     QVector<RpaProgramOrigin> origins;
     QString currentProcess;
+    QHash<QString, int> numbers; // of the statements in the current process
 };

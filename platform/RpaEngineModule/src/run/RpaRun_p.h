@@ -14,6 +14,7 @@ struct RpaProgramOrigin
 {
     QString processName;
     QString statementId;
+    int line = 0; // number of the statement in its process, or the line itself where the program was written
 };
 
 // A program made from a process.

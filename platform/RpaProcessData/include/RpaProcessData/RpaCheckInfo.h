@@ -6,7 +6,7 @@
 #include <QMetaType>
 #include <QString>
 
-// One finding of a check before a run: where, what, and what to do about it.
+// One finding of a check before a run, or of a run: where, what, and what to do about it.
 struct RPAPROCESSDATA_EXPORT RpaCheckInfo
 {
     QString processName;
@@ -14,6 +14,7 @@ struct RPAPROCESSDATA_EXPORT RpaCheckInfo
     QString rule;    // stable name of the rule, such as "undefined-variable"
     QString message; // in the user's words
     QString remedy;  // what to do, in the user's words
+    int line = 0;    // of the program text, from 1; 0 when a statement is meant, or none
 };
 
 Q_DECLARE_METATYPE(RpaCheckInfo)
