@@ -1,3 +1,4 @@
+#include "ModalDriver.h"
 #include "PageFixture.h"
 #include "RunAside.h"
 #include "RunLog.h"
@@ -15,11 +16,14 @@
 #include <RpaProcessData/RpaProcess.h>
 #include <WbBaseUI/WbTheme.h>
 
+#include <QAction>
 #include <QClipboard>
 #include <QDialog>
 #include <QFile>
+#include <QFileDialog>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -49,6 +53,7 @@ private slots:
     void aFailedRunIsTriedAgain();
     void theReportTellsTheAuthorWhatHappened();
     void theReportNamesLevelsAsTheLogDoes();
+    void theLogIsSavedAsAFile();
     void packagesThatCannotBeInstalledAreOfferedAgain();
     void contentThatCannotBeReadIsReported();
     void instructionsThatSayNothingTakeNoRoom_data();
@@ -177,6 +182,29 @@ void tst_RunTrouble::theReportNamesLevelsAsTheLogDoes()
 
     for (const char* line : {" 调试 one\n", " 信息 two\n", " 警告 three\n", " 错误 four\n"})
         QVERIFY2(report.contains(QString::fromUtf8(line)), qPrintable(report));
+}
+
+void tst_RunTrouble::theLogIsSavedAsAFile()
+{
+    RunUntilTrouble();
+    const TestFolder kept;
+    const QString path = kept.filePath(QStringLiteral("log.txt"));
+    ModalDriver modals;
+    modals.ThenIn<QFileDialog>([&path](QFileDialog* files) {
+        auto* name = Child<QLineEdit>(*files, "fileNameEdit");
+        name->setText(path);
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+
+    Child<QAction>(*page, "actionLogSave")->trigger();
+
+    QTRY_VERIFY(QFile::exists(path));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(
+        QString::fromUtf8(file.readAll()).contains(QStringLiteral("[错误] 第 3 行 流程“主流程”运行失败")));
+    // Nobody could show it, so the user is not asked to look.
+    QVERIFY(!Child<QAction>(*page, "actionLogShow")->isVisible());
 }
 
 void tst_RunTrouble::packagesThatCannotBeInstalledAreOfferedAgain()

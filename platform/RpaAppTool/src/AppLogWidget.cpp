@@ -1,5 +1,8 @@
 #include "AppLogWidget_p.h"
 #include "LogModel_p.h"
+#include "LogPlace_p.h"
+#include "LogText_p.h"
+#include "LogView_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaEngineCore/RpaLogLevelTitle.h>
@@ -7,16 +10,17 @@
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbTheme.h>
+#include <WbBaseUI/WbSystemDialogs.h>
 
+#include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QHeaderView>
-#include <QKeyEvent>
-#include <QScrollBar>
-#include <QTableView>
+#include <QMenu>
+#include <QMetaMethod>
 #include <QToolButton>
+
+#include <algorithm>
 
 IAppLogWidget::IAppLogWidget(QWidget* parent) : QWidget(parent) {}
 
@@ -28,30 +32,40 @@ IAppLogWidget* IAppLogWidget::CreateDevelopLog(QWidget* parent)
 }
 
 AppLogWidget::AppLogWidget(QWidget* parent)
-    : IAppLogWidget(parent), model(new LogModel(this)), view(new QTableView)
+    : IAppLogWidget(parent), model(new LogModel(this)), view(new LogView(model)), place(new LogPlace(this))
 {
     setObjectName(QStringLiteral("AppLogWidget"));
+    view->setObjectName(QStringLiteral("logView"));
+    view->setAccessibleName(QStringLiteral("运行日志"));
+    view->setContextMenuPolicy(Qt::ActionsContextMenu);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(DpiTool::ScaleDefault(4));
-    layout->addWidget(BuildBar());
-    BuildView();
+    auto* bar = new QWidget(this);
+    barLayout = new QHBoxLayout(bar);
+    barLayout->setContentsMargins(0, 0, 0, 0);
+    barLayout->setSpacing(DpiTool::ScaleDefault(4));
+    BuildFilter();
+    BuildActions();
+    layout->addWidget(bar);
     layout->addWidget(view, 1);
+    setFocusProxy(view);
+    connect(view, &LogView::SigChosen, this, &AppLogWidget::ShowPlace);
+    connect(place, &LogPlace::SigChanged, this, &AppLogWidget::UpdatePlaceActions);
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(model, signal, this, &AppLogWidget::UpdateHint);
+    connect(model, &QAbstractItemModel::modelReset, this, &AppLogWidget::UpdateHint);
+    UpdateHint();
 }
 
 AppLogWidget::~AppLogWidget() = default;
 
-QWidget* AppLogWidget::BuildBar()
+void AppLogWidget::BuildFilter()
 {
-    auto* bar = new QWidget;
-    auto* layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(DpiTool::ScaleDefault(8));
     auto* title = new WbLabel(QStringLiteral("运行日志"));
     title->setObjectName(QStringLiteral("labelLogTitle"));
-    layout->addWidget(title);
-    layout->addStretch();
-
+    barLayout->addWidget(title);
+    barLayout->addStretch();
     levelBox = new WbComboBox;
     levelBox->setObjectName(QStringLiteral("logLevel"));
     levelBox->setAccessibleName(QStringLiteral("日志级别"));
@@ -59,116 +73,134 @@ QWidget* AppLogWidget::BuildBar()
          {RpaLogLevel::Debug, RpaLogLevel::Info, RpaLogLevel::Warning, RpaLogLevel::Error})
         levelBox->addItem(RpaLogLevelTitle(level), static_cast<int>(level));
     levelBox->setCurrentIndex(1);
-    layout->addWidget(levelBox);
+    barLayout->addWidget(levelBox);
     filterEdit = new WbLineEdit;
     filterEdit->setObjectName(QStringLiteral("logFilter"));
     filterEdit->setPlaceholderText(QStringLiteral("筛选日志"));
     filterEdit->setClearButtonEnabled(true);
     filterEdit->setMaximumWidth(DpiTool::ScaleDefault(200));
-    layout->addWidget(filterEdit);
+    barLayout->addWidget(filterEdit);
     connect(levelBox, qOverload<int>(&QComboBox::currentIndexChanged), this, &AppLogWidget::ApplyFilter);
     connect(filterEdit, &QLineEdit::textChanged, this, &AppLogWidget::ApplyFilter);
+}
 
-    const auto add = [&](const QString& name, const QString& icon, const QString& tip) {
-        auto* button = new QToolButton;
-        button->setObjectName(name);
-        button->setAutoRaise(true);
-        button->setIcon(WbIcons::Get(icon));
-        button->setToolTip(tip);
-        button->setAccessibleName(tip);
-        layout->addWidget(button);
-        return button;
+QAction* AppLogWidget::Add(const char* name, const QString& text, const char* icon)
+{
+    auto* action = new QAction(text, view);
+    action->setObjectName(QLatin1String(name));
+    action->setIcon(WbIcons::Get(QLatin1String(icon)));
+    view->addAction(action);
+    return action;
+}
+
+QToolButton* AppLogWidget::AddButton(const char* name, QAction* action)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(QLatin1String(name));
+    button->setAutoRaise(true);
+    button->setDefaultAction(action);
+    button->setAccessibleName(action->toolTip());
+    barLayout->addWidget(button);
+    return button;
+}
+
+void AppLogWidget::BuildActions()
+{
+    showPlace = Add("actionLogShow", QStringLiteral("转到写下这行日志的语句"), "find");
+    showPlace->setVisible(false); // until somebody can show it
+    wrap = Add("actionLogWrap", QStringLiteral("日志换行显示"), "wrap");
+    wrap->setCheckable(true);
+    AddButton("logWrap", wrap);
+    QAction* copy = Add("actionLogCopy", QStringLiteral("复制日志"), "copy");
+    copy->setToolTip(QStringLiteral("复制选中的日志，未选中时复制全部"));
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    AddButton("logCopy", copy);
+    BuildSaving();
+    QAction* clear = Add("actionLogClear", QStringLiteral("清空日志"), "delete");
+    AddButton("logClear", clear);
+    detach = Add("actionLogDetach", QString(), "pop-out");
+    AddButton("logDetach", detach);
+    enlarge = Add("actionLogEnlarge", QString(), "enlarge");
+    AddButton("logEnlarge", enlarge);
+    back = new QAction(this);
+    back->setShortcut(Qt::Key_Escape);
+    back->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(back);
+    connect(showPlace, &QAction::triggered, this, [this] { ShowPlace(view->currentIndex().row()); });
+    connect(wrap, &QAction::toggled, view, &LogView::SetWraps);
+    connect(copy, &QAction::triggered, this, &AppLogWidget::Copy);
+    connect(clear, &QAction::triggered, this, &AppLogWidget::Clear);
+    connect(detach, &QAction::triggered, this,
+            [this] { place->IsDetached() ? place->Return() : place->Detach(); });
+    connect(enlarge, &QAction::triggered, this,
+            [this] { place->IsEnlarged() ? place->Return() : place->Enlarge(); });
+    connect(back, &QAction::triggered, place, &LogPlace::Return);
+    UpdatePlaceActions();
+}
+
+void AppLogWidget::BuildSaving()
+{
+    QAction* all = Add("actionLogSave", QStringLiteral("保存全部日志…"), "save");
+    QAction* filtered = Add("actionLogSaveFiltered", QStringLiteral("保存筛选出的日志…"), "filter");
+    auto* both = new QAction(WbIcons::Get(QStringLiteral("save")), QString(), this);
+    both->setToolTip(QStringLiteral("把日志保存为文件"));
+    QToolButton* button = AddButton("logSave", both);
+    auto* menu = new QMenu(button);
+    menu->addAction(all);
+    menu->addAction(filtered);
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    connect(all, &QAction::triggered, this, [this] { Save(false); });
+    connect(filtered, &QAction::triggered, this, [this] { Save(true); });
+}
+
+void AppLogWidget::UpdatePlaceActions()
+{
+    const auto state = [](QAction* action, bool out, const char* icon, const QString& text) {
+        action->setText(text);
+        action->setToolTip(out ? text + QStringLiteral(" (Esc)") : text);
+        action->setIcon(WbIcons::Get(QLatin1String(icon)));
     };
-    connect(add(QStringLiteral("logCopy"), QStringLiteral("copy"),
-                QStringLiteral("复制选中的日志，未选中时复制全部")),
-            &QToolButton::clicked, this, &AppLogWidget::Copy);
-    connect(add(QStringLiteral("logClear"), QStringLiteral("delete"), QStringLiteral("清空日志")),
-            &QToolButton::clicked, this, [this] {
-                if (source)
-                    source->Initialize();
-            });
-    return bar;
-}
-
-void AppLogWidget::BuildView()
-{
-    view->setObjectName(QStringLiteral("logView"));
-    view->setAccessibleName(QStringLiteral("运行日志"));
-    view->setModel(model);
-    view->setShowGrid(false);
-    view->setWordWrap(false);
-    view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    view->setTabKeyNavigation(false);
-    view->setFont(WbTheme::CodeFont());
-    view->verticalHeader()->hide();
-    view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(24));
-    view->horizontalHeader()->hide();
-    view->horizontalHeader()->setStretchLastSection(true);
-    FitColumns();
-    view->setMinimumHeight(3 * view->verticalHeader()->defaultSectionSize() + DpiTool::ScaleDefault(4));
-    view->installEventFilter(this);
-    BuildHint();
-
-    connect(view->verticalScrollBar(), &QScrollBar::valueChanged, this,
-            [this](int value) { atEnd = value == view->verticalScrollBar()->maximum(); });
-    connect(view->verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] {
-        if (atEnd)
-            view->scrollToBottom();
-    });
-    connect(view, &QTableView::doubleClicked, this,
-            [this](const QModelIndex& index) { ShowStatement(index.row()); });
-}
-
-// Every time is equally long, so the columns need not be measured again with each line.
-void AppLogWidget::FitColumns()
-{
-    const QFontMetrics metrics(view->font());
-    const int margins = DpiTool::ScaleDefault(24); // both sides of a cell, as the style sheet has them
-    view->setColumnWidth(LogModel::TimeColumn,
-                         metrics.horizontalAdvance(QStringLiteral("00:00:00.000")) + margins);
-    view->setColumnWidth(LogModel::LevelColumn,
-                         metrics.horizontalAdvance(RpaLogLevelTitle(RpaLogLevel::Warning)) + margins);
-}
-
-void AppLogWidget::BuildHint()
-{
-    auto* hintLayout = new QVBoxLayout(view->viewport());
-    emptyHint = new WbLabel;
-    emptyHint->setObjectName(QStringLiteral("emptyHint"));
-    emptyHint->setAlignment(Qt::AlignCenter);
-    emptyHint->setAttribute(Qt::WA_TransparentForMouseEvents);
-    hintLayout->addWidget(emptyHint);
-    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
-        connect(model, signal, this, &AppLogWidget::UpdateHint);
-    connect(model, &QAbstractItemModel::modelReset, this, &AppLogWidget::UpdateHint);
-    UpdateHint();
+    const bool large = place->IsEnlarged();
+    const bool out = place->IsDetached();
+    state(enlarge, large, large ? "shrink" : "enlarge",
+          large ? QStringLiteral("还原日志的大小") : QStringLiteral("放大日志"));
+    state(detach, out, out ? "dock" : "pop-out",
+          out ? QStringLiteral("把日志放回页面") : QStringLiteral("在单独的窗口中显示日志"));
+    enlarge->setVisible(!out);
+    back->setEnabled(large || out);
+    for (const char* name : {"logEnlarge", "logDetach"}) {
+        auto* button = findChild<QToolButton*>(QLatin1String(name));
+        button->setAccessibleName(button->defaultAction()->text());
+        button->setVisible(button->defaultAction()->isVisible());
+    }
 }
 
 void AppLogWidget::UpdateHint()
 {
-    emptyHint->setVisible(model->rowCount() == 0);
-    if (model->rowCount() > 0)
-        return;
     const bool filtered = source && !source->GetLines().isEmpty();
-    emptyHint->setText(filtered ? QStringLiteral("没有符合条件的日志")
-                                : QStringLiteral("运行流程后，日志会显示在这里"));
+    view->SetHint(filtered ? QStringLiteral("没有符合条件的日志")
+                           : QStringLiteral("运行流程后，日志会显示在这里"));
 }
 
 void AppLogWidget::SetLogDataSource(IRpaLogDataSource* given)
 {
     source = given;
-    atEnd = true;
     model->SetSource(given);
-    view->scrollToBottom();
+    view->Follow();
 }
 
 void AppLogWidget::ApplyFilter()
 {
     model->SetFilter(static_cast<RpaLogLevel>(levelBox->currentData().toInt()), filterEdit->text().trimmed());
-    atEnd = true;
-    view->scrollToBottom();
+    view->Follow();
+}
+
+void AppLogWidget::Clear()
+{
+    if (source)
+        source->Initialize();
 }
 
 void AppLogWidget::Copy()
@@ -181,34 +213,35 @@ void AppLogWidget::Copy()
     for (int row = 0; selected.isEmpty() && row < model->rowCount(); ++row)
         rows << row;
     QStringList texts;
-    for (const int row : qAsConst(rows)) {
-        const RpaLogLine& line = model->GetLine(row);
-        texts << QStringLiteral("%1 [%2] %3")
-                     .arg(line.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
-                          RpaLogLevelTitle(line.level), line.text);
-    }
+    for (const int row : qAsConst(rows))
+        texts << LogText::Of(model->GetLine(row));
     QGuiApplication::clipboard()->setText(texts.join(QLatin1Char('\n')));
 }
 
-void AppLogWidget::ShowStatement(int row)
+void AppLogWidget::Save(bool filteredOnly)
 {
-    const QString statementId = model->GetLine(row).statementId;
-    if (!statementId.isEmpty())
-        emit SigShowStatement(statementId);
+    const QPointer<AppLogWidget> self(this);
+    const QString path = WbSystemDialogs::SaveFile(
+        this, QStringLiteral("保存日志"), QStringLiteral("运行日志.txt"), QStringLiteral("文本文件 (*.txt)"));
+    if (path.isEmpty() || !self)
+        return;
+    LogText::Save(path, filteredOnly || !source ? model->GetLines() : source->GetLines());
 }
 
-bool AppLogWidget::eventFilter(QObject* watched, QEvent* event)
+// Who can show statements shows lines of programs, too.
+void AppLogWidget::connectNotify(const QMetaMethod& signal)
 {
-    if (watched == view && event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Copy)) {
-            Copy();
-            return true;
-        }
-        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && view->currentIndex().isValid()) {
-            ShowStatement(view->currentIndex().row());
-            return true;
-        }
-    }
-    return IAppLogWidget::eventFilter(watched, event);
+    if (signal == QMetaMethod::fromSignal(&IAppLogWidget::SigShowStatement))
+        showPlace->setVisible(true);
+}
+
+void AppLogWidget::ShowPlace(int row)
+{
+    if (row < 0)
+        return;
+    const RpaLogLine& line = model->GetLine(row);
+    if (!line.statementId.isEmpty())
+        emit SigShowStatement(line.statementId);
+    else if (line.line > 0)
+        emit SigShowLine(line.line);
 }

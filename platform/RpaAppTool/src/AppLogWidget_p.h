@@ -6,10 +6,13 @@
 
 class IRpaLogDataSource;
 class LogModel;
+class LogPlace;
+class LogView;
+class QAction;
 class QComboBox;
+class QHBoxLayout;
 class QLineEdit;
-class QTableView;
-class WbLabel;
+class QToolButton;
 
 // The log with its filter bar.
 class AppLogWidget : public IAppLogWidget
@@ -23,23 +26,32 @@ public:
     void SetLogDataSource(IRpaLogDataSource* source) override;
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void connectNotify(const QMetaMethod& signal) override;
 
 private:
-    QWidget* BuildBar();
-    void BuildView();
-    void FitColumns();
-    void BuildHint();
+    void BuildFilter();
+    void BuildActions();
+    void BuildSaving();
+    QAction* Add(const char* name, const QString& text, const char* icon);
+    QToolButton* AddButton(const char* name, QAction* action);
+    void UpdatePlaceActions();
     void UpdateHint();
     void ApplyFilter();
+    void Clear();
     void Copy();
-    void ShowStatement(int row);
+    void Save(bool filteredOnly);
+    void ShowPlace(int row);
 
     LogModel* model;
-    QTableView* view;
-    WbLabel* emptyHint = nullptr;
+    LogView* view;
+    LogPlace* place;
+    QHBoxLayout* barLayout = nullptr;
     QComboBox* levelBox = nullptr;
     QLineEdit* filterEdit = nullptr;
+    QAction* showPlace = nullptr;
+    QAction* wrap = nullptr;
+    QAction* detach = nullptr;
+    QAction* enlarge = nullptr;
+    QAction* back = nullptr;
     QPointer<IRpaLogDataSource> source;
-    bool atEnd = true; // follows new lines while the user has not scrolled away
 };

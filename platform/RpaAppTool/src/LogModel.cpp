@@ -23,6 +23,13 @@ void LogModel::SetFilter(RpaLogLevel lowestLevel, const QString& wanted)
     Reload();
 }
 
+void LogModel::SetShowsWholeTexts(bool whole)
+{
+    showsWhole = whole;
+    if (!lines.isEmpty())
+        emit dataChanged(index(0, 0), index(lines.size() - 1, ColumnCount - 1));
+}
+
 bool LogModel::Passes(const RpaLogLine& line) const
 {
     return line.level >= lowest && (text.isEmpty() || line.text.contains(text, Qt::CaseInsensitive));
@@ -33,6 +40,7 @@ void LogModel::Reload()
     beginResetModel();
     lines.clear();
     const QVector<RpaLogLine> all = source ? source->GetLines() : QVector<RpaLogLine>();
+    newest = all.isEmpty() ? 0 : all.last().number;
     for (const RpaLogLine& line : all) {
         if (Passes(line))
             lines << line;
@@ -44,9 +52,10 @@ void LogModel::Add(const QVector<RpaLogLine>& added)
 {
     QVector<RpaLogLine> passing;
     for (const RpaLogLine& line : added) {
-        if (Passes(line))
+        if (line.number > newest && Passes(line))
             passing << line;
     }
+    newest = added.isEmpty() ? newest : qMax(newest, added.last().number);
     if (passing.size() > LinesAtMost)
         passing = passing.mid(passing.size() - LinesAtMost);
     const int excess = lines.size() + passing.size() - LinesAtMost;
@@ -70,7 +79,21 @@ int LogModel::rowCount(const QModelIndex& parent) const
 
 int LogModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : 3;
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QString LogModel::Shown(const RpaLogLine& line, int column) const
+{
+    switch (column) {
+    case LineColumn:
+        return line.line > 0 ? QString::number(line.line) : QString();
+    case TimeColumn:
+        return line.time.toString(QStringLiteral("HH:mm:ss.zzz"));
+    case LevelColumn:
+        return RpaLogLevelTitle(line.level);
+    default:
+        return showsWhole ? line.text : line.text.section(QLatin1Char('\n'), 0, 0);
+    }
 }
 
 QVariant LogModel::data(const QModelIndex& index, int role) const
@@ -78,12 +101,13 @@ QVariant LogModel::data(const QModelIndex& index, int role) const
     if (!index.isValid())
         return {};
     const RpaLogLine& line = lines.at(index.row());
-    if (role == Qt::DisplayRole) {
-        if (index.column() == TimeColumn)
-            return line.time.toString(QStringLiteral("HH:mm:ss.zzz"));
-        return index.column() == LevelColumn ? RpaLogLevelTitle(line.level)
-                                             : line.text.section(QLatin1Char('\n'), 0, 0);
-    }
+    if (role == Qt::DisplayRole)
+        return Shown(line, index.column());
+    if (role == Qt::TextAlignmentRole)
+        return int((index.column() == LineColumn ? Qt::AlignRight : Qt::AlignLeft) |
+                   (showsWhole ? Qt::AlignTop : Qt::AlignVCenter));
+    if ((role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) && index.column() == LineColumn)
+        return line.line > 0 ? QStringLiteral("第 %1 行").arg(line.line) : QString();
     if (role == Qt::ToolTipRole && index.column() == TextColumn)
         return line.text.left(2000);
     if (role == Qt::ForegroundRole && line.level != RpaLogLevel::Info) {
@@ -99,6 +123,7 @@ QVariant LogModel::headerData(int section, Qt::Orientation orientation, int role
 {
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
         return {};
-    const QString titles[] = {QStringLiteral("时间"), QStringLiteral("级别"), QStringLiteral("内容")};
+    const QString titles[] = {QStringLiteral("行"), QStringLiteral("时间"), QStringLiteral("级别"),
+                              QStringLiteral("内容")};
     return titles[section];
 }

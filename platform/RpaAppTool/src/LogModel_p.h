@@ -15,9 +15,11 @@ class LogModel : public QAbstractTableModel
 public:
     enum Column
     {
+        LineColumn, // of the statement, or of the program text
         TimeColumn,
         LevelColumn,
         TextColumn,
+        ColumnCount,
     };
     static constexpr int LinesAtMost = 10000;
     static constexpr int LinesPerDrop = 2000;
@@ -28,6 +30,10 @@ public:
     // Lines below the level are left out; a text that is not empty must occur, upper or lower case.
     void SetFilter(RpaLogLevel lowest, const QString& text);
 
+    // Whole: with all the lines of a text, not only its first.
+    void SetShowsWholeTexts(bool whole);
+
+    const QVector<RpaLogLine>& GetLines() const { return lines; }
     const RpaLogLine& GetLine(int row) const { return lines.at(row); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -36,6 +42,7 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    QString Shown(const RpaLogLine& line, int column) const;
     void Reload();
     void Add(const QVector<RpaLogLine>& added);
     bool Passes(const RpaLogLine& line) const;
@@ -44,4 +51,6 @@ private:
     QVector<RpaLogLine> lines;
     RpaLogLevel lowest = RpaLogLevel::Info;
     QString text;
+    bool showsWhole = false;
+    qint64 newest = 0; // a line may be read before it is announced
 };

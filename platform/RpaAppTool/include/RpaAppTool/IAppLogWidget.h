@@ -6,8 +6,9 @@
 
 class IRpaLogDataSource;
 
-// The log of development runs: time, level and text of each line, filter by level and text, copy, clear. It
-// follows the newest line unless the user has scrolled away. GUI thread only.
+// The log of development runs: place, time, level and text of each line, filter by level and text, copy,
+// save, clear. It follows the newest line unless the user has scrolled away, takes the whole page (the next
+// WbBaseWidget around it) or a window of its own when the user wants it to, and comes back. GUI thread only.
 class RPAAPPTOOL_EXPORT IAppLogWidget : public QWidget
 {
     Q_OBJECT
@@ -24,6 +25,8 @@ public:
 signals:
     // The user asked for the statement that wrote a line (double click or Return).
     void SigShowStatement(const QString& statementId);
+    // The same for a line of a program text, from 1.
+    void SigShowLine(int line);
 
 protected:
     explicit IAppLogWidget(QWidget* parent);

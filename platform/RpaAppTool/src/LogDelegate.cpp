@@ -1,0 +1,85 @@
+#include "LogDelegate_p.h"
+#include "LogModel_p.h"
+
+#include <OxBase/DpiTool.h>
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QTableView>
+#include <QTextLayout>
+#include <QtMath>
+
+namespace
+{
+int Padding()
+{
+    return DpiTool::ScaleDefault(8); // as the style sheet has it
+}
+
+int Gap()
+{
+    return DpiTool::ScaleDefault(3); // above and below the text
+}
+
+qreal LayOut(QTextLayout& layout, int width)
+{
+    QTextOption wrap;
+    wrap.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(wrap);
+    layout.beginLayout();
+    qreal height = 0;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(qMax(1, width));
+        line.setPosition({0, height});
+        height += line.height();
+    }
+    layout.endLayout();
+    return height;
+}
+
+QString TextOf(const QModelIndex& index)
+{
+    return index.data().toString().replace(QLatin1Char('\n'), QChar::LineSeparator);
+}
+} // namespace
+
+LogDelegate::LogDelegate(QTableView* tableView) : QStyledItemDelegate(tableView), view(tableView) {}
+
+bool LogDelegate::Wraps(const QModelIndex& index) const
+{
+    return view->wordWrap() && index.column() == LogModel::TextColumn;
+}
+
+void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    if (!Wraps(index)) {
+        QStyleOptionViewItem upper = option;
+        if (view->wordWrap()) // beside the first line of its text
+            upper.rect.setHeight(qMin(option.rect.height(), view->verticalHeader()->defaultSectionSize()));
+        QStyledItemDelegate::paint(painter, upper, index);
+        return;
+    }
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    cell.text.clear();
+    view->style()->drawControl(QStyle::CE_ItemViewItem, &cell, painter, view);
+    QTextLayout layout(TextOf(index), cell.font);
+    LayOut(layout, option.rect.width() - 2 * Padding());
+    painter->save();
+    painter->setPen(cell.palette.color(QPalette::Text));
+    layout.draw(painter, option.rect.topLeft() + QPoint(Padding(), Gap()));
+    painter->restore();
+}
+
+QSize LogDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QSize oneLine = QStyledItemDelegate::sizeHint(option, index);
+    if (!Wraps(index))
+        return view->wordWrap() ? QSize(oneLine.width(), view->verticalHeader()->defaultSectionSize())
+                                : oneLine;
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    QTextLayout layout(TextOf(index), cell.font);
+    const qreal height = LayOut(layout, view->columnWidth(index.column()) - 2 * Padding());
+    return {oneLine.width(), qMax(view->verticalHeader()->defaultSectionSize(), qCeil(height) + 2 * Gap())};
+}
