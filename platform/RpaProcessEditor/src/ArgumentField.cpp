@@ -1,4 +1,5 @@
 #include "ArgumentField_p.h"
+#include "ProblemLabel_p.h"
 
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbEditableCombo.h>
@@ -60,8 +61,8 @@ QString PlaceholderOf(RpaArgumentType type, bool python)
 } // namespace
 
 ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers& fieldOffers, QWidget* parent)
-    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget), message(new QLabel),
-      focus(new WbFocusForward(this, nullptr))
+    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget),
+      message(new ProblemLabel(QStringLiteral("labelProblem"))), focus(new WbFocusForward(this, nullptr))
 {
     setObjectName(QStringLiteral("field_") + info.name);
     auto* label =
@@ -92,16 +93,11 @@ ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers&
     }
     if (info.type == RpaArgumentType::Element)
         top->addWidget(BuildCaptureButton());
-    message->setObjectName(QStringLiteral("labelProblem"));
-    message->setProperty("wbRole", QStringLiteral("error"));
-    message->setWordWrap(true);
-    message->setTextFormat(Qt::PlainText);
-    message->hide();
     auto* holderLayout = new QVBoxLayout(holder);
     holderLayout->setContentsMargins(0, 0, 0, 0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
+    layout->setSpacing(2);
     layout->addLayout(top);
     layout->addWidget(holder);
     layout->addWidget(message);
@@ -312,8 +308,7 @@ void ArgumentField::ShowText()
 void ArgumentField::ShowProblem()
 {
     const QString problem = ArgumentText::Problem(info, text, offers);
-    message->setText(problem);
-    message->setVisible(!problem.isEmpty());
+    message->Tell(problem);
     auto* line = qobject_cast<QLineEdit*>(editor);
     if (!line)
         line = editor->findChild<QLineEdit*>();

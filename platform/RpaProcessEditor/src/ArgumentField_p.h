@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-class QLabel;
+class ProblemLabel;
 class QToolButton;
 class WbFocusForward;
 
@@ -50,6 +50,6 @@ private:
     QWidget* holder;
     QWidget* editor = nullptr;
     QToolButton* pythonButton = nullptr;
-    QLabel* message;
+    ProblemLabel* message;
     WbFocusForward* focus;
 };

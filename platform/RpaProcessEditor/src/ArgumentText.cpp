@@ -50,6 +50,18 @@ QString ArgumentText::Stored(RpaArgumentType type, const QString& shown, bool py
     return MayBePython(type) && IsQuotedEquals(shown) ? QLatin1Char('\'') + shown : shown;
 }
 
+QString ArgumentText::VariableProblem(const QString& name)
+{
+    if (RpaExpression::IsVariableName(name))
+        return QString();
+    if (!name.isEmpty() && name.at(0).isDigit())
+        return QStringLiteral("变量名不能以数字开头");
+    // Of the right letters, but a word of Python.
+    return RpaExpression::IsVariableName(QLatin1Char('_') + name)
+               ? QStringLiteral("这个名称不能用，请换一个")
+               : QStringLiteral("只能用文字、数字和下划线");
+}
+
 QString ArgumentText::Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers)
 {
     const bool python = RpaExpression::IsPython(argument.type, text);
@@ -60,19 +72,16 @@ QString ArgumentText::Problem(const RpaArgumentInfo& argument, const QString& te
         return argument.required ? QStringLiteral("必须填写") : QString();
     }
     if (python)
-        return RpaExpression::IsWellFormed(body) ? QString()
-                                                 : QStringLiteral("表达式不完整，请检查括号、引号和运算符");
+        return RpaExpression::IsWellFormed(body) ? QString() : QStringLiteral("表达式不完整，请检查括号");
     const auto lacks = [&text](const QVector<RpaChoice>& choices) {
         return std::none_of(choices.begin(), choices.end(),
                             [&text](const RpaChoice& c) { return c.value == text; });
     };
     switch (argument.type) {
     case RpaArgumentType::Variable:
-        return RpaExpression::IsVariableName(text)
-                   ? QString()
-                   : QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头");
+        return VariableProblem(text);
     case RpaArgumentType::Process:
-        return offers.processes.contains(text) ? QString() : QStringLiteral("没有名为“%1”的流程").arg(text);
+        return offers.processes.contains(text) ? QString() : QStringLiteral("没有这个流程，请重新选择");
     case RpaArgumentType::Element:
         return lacks(offers.elements) ? QStringLiteral("元素已不存在，请重新选择") : QString();
     case RpaArgumentType::Choice:

@@ -28,6 +28,10 @@ bool IsPython(RpaArgumentType type, const QString& text);
 QString Shown(RpaArgumentType type, const QString& text);
 QString Stored(RpaArgumentType type, const QString& shown, bool python);
 
+// What is wrong with the name of a variable; empty when it may be used. All problems fit into one line of the
+// narrowest panel.
+QString VariableProblem(const QString& name);
+
 // What is wrong with a stored text, in the author's words; empty when it may be used.
 QString Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers);
 } // namespace ArgumentText

@@ -1,4 +1,5 @@
 #include "CommandTexts_p.h"
+#include "ProblemLabel_p.h"
 #include "PropertyPanel_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -7,7 +8,6 @@
 #include <RpaAppData/RpaUIDataManager.h>
 #include <RpaEngineTool/IRpaInspector.h>
 #include <RpaEngineTool/RpaEngineTool.h>
-#include <RpaProcessData/RpaExpression.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaUiaNodeManager.h>
 #include <WbBaseUI/WbLineEdit.h>
@@ -130,8 +130,9 @@ void PropertyPanel::Build()
     content->setObjectName(QStringLiteral("propertyContent"));
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(12);
+    layout->setSpacing(4); // below each field there is room for a message
     layout->addWidget(BuildHeader(node->GetCommand()));
+    layout->addSpacing(8);
     if (const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(node->GetCommand())) {
         const FieldOffers offers = Offers();
         for (const RpaArgumentInfo& argument : info->arguments) {
@@ -241,13 +242,10 @@ QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
                                                   : QStringLiteral("变量名，可不填"));
     edit->setAccessibleName(label->text());
     edit->setText(Node()->GetValues().output);
-    auto* problem = new QLabel(QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头"));
-    problem->setObjectName(QStringLiteral("labelOutputProblem"));
-    problem->setWordWrap(true);
-    problem->setProperty("wbRole", QStringLiteral("error"));
+    auto* problem = new ProblemLabel(QStringLiteral("labelOutputProblem"));
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
+    layout->setSpacing(2);
     layout->addWidget(label);
     layout->addWidget(edit);
     layout->addWidget(problem);
@@ -266,7 +264,8 @@ QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
 void PropertyPanel::CheckOutput()
 {
     const QString name = outputEdit->text().trimmed();
-    outputProblem->setVisible(name.isEmpty() ? outputRequired : !RpaExpression::IsVariableName(name));
+    const QString missing = outputRequired ? QStringLiteral("必须填写") : QString();
+    outputProblem->Tell(name.isEmpty() ? missing : ArgumentText::VariableProblem(name));
 }
 
 QWidget* PropertyPanel::BuildNote()

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QScrollArea>
 
+class ProblemLabel;
 class QLineEdit;
 class QPlainTextEdit;
 
@@ -52,7 +53,7 @@ private:
     QStringList shownIds;
     QVector<ArgumentField*> fields;
     QLineEdit* outputEdit = nullptr;
-    QWidget* outputProblem = nullptr;
+    ProblemLabel* outputProblem = nullptr;
     bool outputRequired = false;
     QPlainTextEdit* noteEdit = nullptr;
 

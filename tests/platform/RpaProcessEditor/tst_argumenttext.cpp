@@ -58,13 +58,17 @@ void tst_ArgumentText::tellsWhatIsWrong_data()
     QTest::newRow("empty expression")
         << RpaArgumentType::Text << QStringLiteral("=") << QStringLiteral("请填写表达式");
     QTest::newRow("open bracket") << RpaArgumentType::Text << QStringLiteral("=f(")
-                                  << QStringLiteral("表达式不完整，请检查括号、引号和运算符");
+                                  << QStringLiteral("表达式不完整，请检查括号");
     QTest::newRow("text") << RpaArgumentType::Text << QStringLiteral("f(") << QString();
-    QTest::newRow("no variable") << RpaArgumentType::Variable << QStringLiteral("1a")
-                                 << QStringLiteral("变量名只能用文字、字母、数字和下划线，不能以数字开头");
+    QTest::newRow("begins with a digit")
+        << RpaArgumentType::Variable << QStringLiteral("1a") << QStringLiteral("变量名不能以数字开头");
+    QTest::newRow("with a blank") << RpaArgumentType::Variable << QStringLiteral("客户 名")
+                                  << QStringLiteral("只能用文字、数字和下划线");
+    QTest::newRow("word of Python") << RpaArgumentType::Variable << QStringLiteral("for")
+                                    << QStringLiteral("这个名称不能用，请换一个");
     QTest::newRow("process") << RpaArgumentType::Process << QStringLiteral("登录") << QString();
     QTest::newRow("no process") << RpaArgumentType::Process << QStringLiteral("付款")
-                                << QStringLiteral("没有名为“付款”的流程");
+                                << QStringLiteral("没有这个流程，请重新选择");
     QTest::newRow("element") << RpaArgumentType::Element << QStringLiteral("e1") << QString();
     QTest::newRow("no element") << RpaArgumentType::Element << QStringLiteral("e2")
                                 << QStringLiteral("元素已不存在，请重新选择");

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QSplitter>
 #include <QTest>
 #include <QTreeView>
 
@@ -25,6 +26,9 @@ private slots:
     void turnsALeadingEqualsSignIntoAnExpression();
     void keepsALeadingQuoteLiteral();
     void tellsWhatIsWrongWithAnArgument();
+    void fieldsKeepTheirPlaceWhenAMessageComesAndGoes();
+    void theNoteKeepsItsPlaceWhenTheOutputIsWrong();
+    void theLongestMessageFitsTheNarrowestPanel();
     void offersChoicesProcessesAndSwitches();
     void editsOutputAndNote();
     void keepsTheNoteWhenTooMuchIsPasted();
@@ -114,6 +118,67 @@ void tst_ProcessVisualEditorArguments::tellsWhatIsWrongWithAnArgument()
 
     editor.Click(QStringLiteral("l"));
     QCOMPARE(problem("text"), QStringLiteral("必须填写"));
+}
+
+void tst_ProcessVisualEditorArguments::fieldsKeepTheirPlaceWhenAMessageComesAndGoes()
+{
+    Editor editor({Statement(QStringLiteral("t-wait"), QStringLiteral("w"))});
+    editor.Click(QStringLiteral("w"));
+    auto* seconds = editor.Field<QLineEdit>(QStringLiteral("seconds"));
+    const auto* problem = editor.widget.findChild<QWidget*>(QStringLiteral("field_seconds"))
+                              ->findChild<QLabel*>(QStringLiteral("labelProblem"));
+    const auto placeOfTheNext = [&editor] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        const auto* next = editor.Field<QWidget>(QStringLiteral("quiet"));
+        return next->mapTo(&editor.widget, QPoint()).y();
+    };
+    const int place = placeOfTheNext();
+    QVERIFY(!problem->isVisible());
+
+    QTest::keyClicks(seconds, QStringLiteral("wait["));
+    QVERIFY(problem->isVisible());
+    QCOMPARE(placeOfTheNext(), place);
+
+    QTest::keyClick(seconds, Qt::Key_Backspace);
+    QVERIFY(!problem->isVisible());
+    QCOMPARE(placeOfTheNext(), place);
+}
+
+void tst_ProcessVisualEditorArguments::theNoteKeepsItsPlaceWhenTheOutputIsWrong()
+{
+    Editor editor({Statement(QStringLiteral("t-read"), QStringLiteral("r"))});
+    editor.Click(QStringLiteral("r"));
+    auto* output = editor.Find<QLineEdit>(QStringLiteral("lineEditOutput"));
+    const auto place = [&editor] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        return editor.Find<QWidget>(QStringLiteral("textEditNote"))->mapTo(&editor.widget, QPoint()).y();
+    };
+    QTest::keyClicks(output, QStringLiteral("x"));
+    const int before = place();
+
+    output->clear();
+    QTest::keyClicks(output, QStringLiteral("9x"));
+
+    QVERIFY(editor.Find<QLabel>(QStringLiteral("labelOutputProblem"))->isVisible());
+    QCOMPARE(place(), before);
+}
+
+void tst_ProcessVisualEditorArguments::theLongestMessageFitsTheNarrowestPanel()
+{
+    Editor editor({Statement(QStringLiteral("t-wait"), QStringLiteral("w"))});
+    editor.Click(QStringLiteral("w"));
+    auto* panel = editor.Find<QWidget>(QStringLiteral("propertyPanel"));
+    auto* splitter = editor.Find<QSplitter>(QStringLiteral("processSplitter"));
+    splitter->setSizes({200, 5000, 1});
+    QCOMPARE(panel->width(), panel->minimumWidth());
+
+    QTest::keyClicks(editor.Field<QLineEdit>(QStringLiteral("seconds")), QStringLiteral("wait["));
+
+    const auto* problem = editor.widget.findChild<QWidget*>(QStringLiteral("field_seconds"))
+                              ->findChild<QLabel*>(QStringLiteral("labelProblem"));
+    QVERIFY(problem->isVisible());
+    QVERIFY2(problem->sizeHint().width() <= problem->width(),
+             qPrintable(QStringLiteral("%1 > %2").arg(problem->sizeHint().width()).arg(problem->width())));
 }
 
 void tst_ProcessVisualEditorArguments::offersChoicesProcessesAndSwitches()
