@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -71,6 +72,20 @@ CheckPane::CheckPane(QWidget* parent) : QWidget(parent), title(new QLabel), list
 
 void CheckPane::ShowFindings(const QList<RpaCheckInfo>& findings)
 {
+    Fill(findings);
+    setVisible(!findings.isEmpty());
+}
+
+void CheckPane::KeepFindings(const QList<RpaCheckInfo>& findings)
+{
+    const int place = list->verticalScrollBar()->value();
+    Fill(findings);
+    list->verticalScrollBar()->setValue(place);
+    setVisible(!findings.isEmpty() && !isHidden());
+}
+
+void CheckPane::Fill(const QList<RpaCheckInfo>& findings)
+{
     list->clear();
     QList<QTreeWidgetItem*> items;
     for (const RpaCheckInfo& info : findings) {
@@ -85,7 +100,6 @@ void CheckPane::ShowFindings(const QList<RpaCheckInfo>& findings)
     }
     list->addTopLevelItems(items);
     title->setText(QStringLiteral("检查发现 %1 个问题，双击定位").arg(findings.size()));
-    setVisible(!findings.isEmpty());
 }
 
 void CheckPane::SlotActivated(const QTreeWidgetItem* item)

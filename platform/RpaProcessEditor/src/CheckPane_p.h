@@ -18,11 +18,14 @@ public:
     explicit CheckPane(QWidget* parent = nullptr);
 
     void ShowFindings(const QList<RpaCheckInfo>& findings);
+    // Less than before: what the user has closed stays closed.
+    void KeepFindings(const QList<RpaCheckInfo>& findings);
 
 signals:
     void SigFindingChosen(const QString& processName, const QString& statementId);
 
 private:
+    void Fill(const QList<RpaCheckInfo>& findings);
     void SlotActivated(const QTreeWidgetItem* item);
 
     QLabel* title;

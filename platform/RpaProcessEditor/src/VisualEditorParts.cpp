@@ -208,6 +208,7 @@ void VisualEditorParts::ConnectParts()
         UpdateActions();
     });
     connect(view, &QWidget::customContextMenuRequested, this, &VisualEditorParts::ShowMenu);
+    connect(&findings, &StandingFindings::SigChanged, this, &VisualEditorParts::SlotMended);
     connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
 }
 
@@ -222,6 +223,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
     properties->SetProcess(nullptr, nullptr);
     edits.reset();
     app = appData;
+    findings.SetApp(app);
     RpaEngineTool::Instance()->GetHtmlInspector()->SetNodeManager(app ? app->GetHtmlNodeManager() : nullptr);
     if (app) {
         edits = std::make_unique<ProcessEdits>(app);
@@ -262,7 +264,7 @@ void VisualEditorParts::ShowProcess(const QString& name)
         return; // renamed or moved: selection and scroll position stay
     properties->SetProcess(edits.get(), process);
     view->ShowProcess(edits.get(), process);
-    view->Statements()->SetFindings(findings);
+    view->Statements()->SetFindings(findings.Get());
     UpdateActions();
 }
 
@@ -314,15 +316,15 @@ void VisualEditorParts::SwitchMainPage()
 
 void VisualEditorParts::ShowFindings(const QList<RpaCheckInfo>& list)
 {
-    QList<RpaCheckInfo> own;
-    for (const RpaCheckInfo& info : list) {
-        const RpaProcess* process = edits ? edits->Manager()->FindProcess(info.processName) : nullptr;
-        if (process && (info.statementId.isEmpty() || process->Find(info.statementId)))
-            own.append(info);
-    }
-    findings = own;
-    view->Statements()->SetFindings(findings);
-    checks->ShowFindings(findings);
+    findings.Take(list);
+    view->Statements()->SetFindings(findings.Get());
+    checks->ShowFindings(findings.Get());
+}
+
+void VisualEditorParts::SlotMended()
+{
+    view->Statements()->SetFindings(findings.Get());
+    checks->KeepFindings(findings.Get());
 }
 
 bool VisualEditorParts::ShowStatement(const QString& processName, const QString& statementId)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ProcessEdits_p.h"
+#include "StandingFindings_p.h"
 
 #include <RpaProcessData/RpaCheckInfo.h>
 
@@ -61,6 +62,7 @@ private:
     void ShowMenu(const QPoint& position);
     void OpenQuickPick();
     void AddCommand(const QString& command);
+    void SlotMended();
 
     QWidget* host;
     ProcessTabs* tabs;
@@ -78,6 +80,6 @@ private:
 
     RpaAppDataPtr app;
     std::unique_ptr<ProcessEdits> edits;
-    QList<RpaCheckInfo> findings;
+    StandingFindings findings;
     QString shownProcess;
 };
