@@ -12,7 +12,6 @@
 
 namespace
 {
-constexpr int bracketReach = 20000; // characters; farther partners are not looked for
 constexpr int smallestZoom = -6;
 constexpr int largestZoom = 20;
 
@@ -21,25 +20,14 @@ QColor Colour(WbColor colour)
     return WbTheme::Instance()->Color(colour);
 }
 
-// The bracket that pairs with the one at the position; -1 without.
-int PartnerOf(const QTextDocument& document, int position)
+QTextEdit::ExtraSelection LineMark(const QTextCursor& cursor, WbColor colour)
 {
-    static const QString brackets = QStringLiteral("()[]{}");
-    const int kind = brackets.indexOf(document.characterAt(position));
-    if (kind < 0)
-        return -1;
-    const int direction = kind % 2 == 0 ? 1 : -1;
-    const QChar own = brackets.at(kind);
-    const QChar other = brackets.at(kind + direction);
-    int depth = 0;
-    for (int i = position, steps = 0; i >= 0 && i < document.characterCount() && steps < bracketReach;
-         i += direction, ++steps) {
-        const QChar c = document.characterAt(i);
-        depth += c == own ? 1 : c == other ? -1 : 0;
-        if (depth == 0)
-            return i;
-    }
-    return -1;
+    QTextEdit::ExtraSelection mark;
+    mark.format.setBackground(Colour(colour));
+    mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+    mark.cursor = cursor;
+    mark.cursor.clearSelection();
+    return mark;
 }
 } // namespace
 
@@ -81,6 +69,10 @@ CodeEdit::CodeEdit(QWidget* parent)
     new WbTextLimit(this, QStringLiteral("流程的代码"));
     connect(this, &QPlainTextEdit::blockCountChanged, this, &CodeEdit::LayoutGutter);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, &CodeEdit::MarkCurrent);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        if (document()->isEmpty() == marksLine)
+            MarkCurrent();
+    });
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
         if (dy != 0)
             gutter->scroll(0, dy);
@@ -173,7 +165,8 @@ void CodeEdit::PaintGutter(QPaintEvent* event)
     while (block.isValid() && top <= event->rect().bottom()) {
         const qreal height = blockBoundingRect(block).height();
         const bool here = block.blockNumber() == current;
-        painter.setPen(Colour(here ? WbColor::Text : WbColor::TextDisabled));
+        const bool failed = block.blockNumber() == failedLine - 1;
+        painter.setPen(Colour(failed ? WbColor::DangerText : here ? WbColor::Text : WbColor::TextDisabled));
         // Chinese text comes from a taller font: the number stands on the line's own base line.
         const QTextLayout* text = block.layout();
         const qreal lower =
@@ -188,23 +181,31 @@ void CodeEdit::PaintGutter(QPaintEvent* event)
 void CodeEdit::MarkCurrent()
 {
     QList<QTextEdit::ExtraSelection> marks;
-    QTextEdit::ExtraSelection line;
-    line.format.setBackground(Colour(WbColor::CodeCurrentLine));
-    line.format.setProperty(QTextFormat::FullWidthSelection, true);
-    line.cursor = textCursor();
-    line.cursor.clearSelection();
-    marks.append(line);
+    marksLine = !document()->isEmpty();
+    if (marksLine) // else it would lie over the placeholder
+        marks.append(LineMark(textCursor(), WbColor::CodeCurrentLine));
+    if (failedLine > 0)
+        marks.append(
+            LineMark(QTextCursor(document()->findBlockByNumber(failedLine - 1)), WbColor::DangerSoft));
     marks += found;
     MarkBrackets(marks);
     setExtraSelections(marks);
     gutter->update();
 }
 
+void CodeEdit::SetFailedLine(int line)
+{
+    if (line == failedLine)
+        return;
+    failedLine = line;
+    MarkCurrent();
+}
+
 void CodeEdit::MarkBrackets(QList<QTextEdit::ExtraSelection>& marks) const
 {
     const int here = textCursor().position();
     for (const int position : {here, here - 1}) {
-        const int partner = position < 0 ? -1 : PartnerOf(*document(), position);
+        const int partner = position < 0 ? -1 : PythonLines::PartnerOf(*document(), position);
         if (partner < 0)
             continue;
         for (const int each : {position, partner}) {

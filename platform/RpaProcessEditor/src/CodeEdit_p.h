@@ -27,6 +27,9 @@ public:
     void Zoom(int steps);    // 0: the original size
     void GoToLine(int line); // from 1; the nearest line there is
 
+    // 0: none.
+    void SetFailedLine(int line);
+
     // Marks of the find bar, under those of this class.
     void SetFoundMarks(const QList<QTextEdit::ExtraSelection>& marks);
 
@@ -50,4 +53,6 @@ private:
     std::unique_ptr<QSyntaxHighlighter> highlighter;
     QList<QTextEdit::ExtraSelection> found;
     int zoomed = 0;
+    int failedLine = 0;
+    bool marksLine = false;
 };

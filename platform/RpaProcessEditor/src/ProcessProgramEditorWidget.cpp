@@ -3,26 +3,35 @@
 #include "CodeHighlighter_p.h"
 
 #include <OxBase/OxBlocker.h>
+#include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
+#include <WbBaseUI/ElidedLabelEx.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QAction>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 class ProcessProgramEditorWidget::Private
 {
 public:
     explicit Private(ProcessProgramEditorWidget* editor)
-        : q(editor), edit(new CodeEdit), findBar(new CodeFindBar(edit, editor)), position(new QLabel)
+        : q(editor), edit(new CodeEdit), findBar(new CodeFindBar(edit, editor)), failure(new ElidedLabelEx),
+          position(new QLabel)
     {
     }
 
     void Layout()
     {
+        failure->setObjectName(QStringLiteral("labelFailure"));
+        failure->setProperty("wbRole", QStringLiteral("error"));
         position->setObjectName(QStringLiteral("labelCursorPosition"));
         position->setContentsMargins(10, 2, 10, 2);
         edit->setPlaceholderText(QStringLiteral("# 在这里写 Python 程序\n# 例如：print(\"你好\")"));
@@ -31,7 +40,11 @@ public:
         layout->setSpacing(0);
         layout->addWidget(findBar);
         layout->addWidget(edit);
-        layout->addWidget(position, 0, Qt::AlignRight);
+        auto* foot = new QHBoxLayout;
+        foot->setContentsMargins(10, 0, 0, 0);
+        foot->addWidget(failure, 1);
+        foot->addWidget(position);
+        layout->addLayout(foot);
         q->setFocusProxy(edit);
     }
 
@@ -73,6 +86,9 @@ public:
     {
         WbEditHistory::Instance()->Watch(edit->document(), edit);
         QObject::connect(edit, &QPlainTextEdit::textChanged, q, [this] { StoreText(); });
+        if (const IRpaDebugger* debugger = RpaEngineModule::Instance()->GetEngineDebugger())
+            QObject::connect(debugger, &IRpaDebugger::SigCheckNode, q,
+                             &ProcessProgramEditorWidget::ShowCheckInfos);
         QObject::connect(edit, &QPlainTextEdit::cursorPositionChanged, q, [this] { ShowPosition(); });
         ShowPosition();
     }
@@ -107,6 +123,7 @@ public:
     void ShowText()
     {
         loading = true;
+        ForgetFailure();
         edit->LoadText(ModelText());
         loading = false;
         edit->setEnabled(app);
@@ -123,9 +140,25 @@ public:
         if (!process)
             process = app->GetProcessDataManager()->AddProcess(QStringLiteral("主流程"));
         stored = text;
+        ForgetFailure();
         process->SetProgramText(text);
         app->SetModified(true);
     }
+
+    void ShowFailure(const QList<RpaCheckInfo>& list)
+    {
+        const RpaProcess* process = Process();
+        const auto first = std::find_if(list.begin(), list.end(), [process](const RpaCheckInfo& info) {
+            return process && info.line > 0 && info.processName == process->GetName();
+        });
+        const bool failed = first != list.end() && first->line <= edit->blockCount();
+        edit->SetFailedLine(failed ? first->line : 0);
+        failure->SetText(failed ? QStringLiteral("第 %1 行：%2").arg(first->line).arg(first->message)
+                                : QString());
+    }
+
+    // Where it failed is another place by now, or mended.
+    void ForgetFailure() { ShowFailure({}); }
 
     void WatchApp()
     {
@@ -142,6 +175,7 @@ public:
     ProcessProgramEditorWidget* const q;
     CodeEdit* const edit;
     CodeFindBar* const findBar;
+    ElidedLabelEx* const failure;
     QLabel* const position;
     RpaAppDataPtr app;
     QString stored; // what editor and model agree on
@@ -179,4 +213,14 @@ void ProcessProgramEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
     d->ShowText();
     if (d->app)
         d->WatchApp();
+}
+
+void ProcessProgramEditorWidget::ShowLine(int line)
+{
+    d->edit->GoToLine(line);
+}
+
+void ProcessProgramEditorWidget::ShowCheckInfos(const QList<RpaCheckInfo>& list)
+{
+    d->ShowFailure(list);
 }

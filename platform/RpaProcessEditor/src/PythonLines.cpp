@@ -9,6 +9,8 @@
 
 namespace
 {
+constexpr int bracketReach = 20000; // characters; farther partners are not looked for
+
 int IndentOf(const QString& line)
 {
     int width = 0;
@@ -149,4 +151,24 @@ void PythonLines::Duplicate(const QTextCursor& cursor)
     const QString text = lines.selectedText();
     lines.setPosition(lines.selectionEnd());
     lines.insertText(QChar(QChar::ParagraphSeparator) + text);
+}
+
+int PythonLines::PartnerOf(const QTextDocument& document, int position)
+{
+    static const QString brackets = QStringLiteral("()[]{}");
+    const int kind = brackets.indexOf(document.characterAt(position));
+    if (kind < 0)
+        return -1;
+    const int direction = kind % 2 == 0 ? 1 : -1;
+    const QChar own = brackets.at(kind);
+    const QChar other = brackets.at(kind + direction);
+    int depth = 0;
+    for (int i = position, steps = 0; i >= 0 && i < document.characterCount() && steps < bracketReach;
+         i += direction, ++steps) {
+        const QChar c = document.characterAt(i);
+        depth += c == own ? 1 : c == other ? -1 : 0;
+        if (depth == 0)
+            return i;
+    }
+    return -1;
 }

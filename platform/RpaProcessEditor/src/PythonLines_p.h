@@ -1,6 +1,7 @@
 #pragma once
 
 class QTextCursor;
+class QTextDocument;
 
 // Edits of lines of Python; each is one undo step. A cursor stands for the lines that its selection touches.
 namespace PythonLines
@@ -22,4 +23,7 @@ void ToggleComment(const QTextCursor& cursor);
 // Changes place with the line above (-1) or below (1), the selection along with it; false at the edge.
 bool Move(QTextCursor& cursor, int direction);
 void Duplicate(const QTextCursor& cursor);
+
+// The place of the bracket that pairs with the one at the position; -1 without.
+int PartnerOf(const QTextDocument& document, int position);
 } // namespace PythonLines

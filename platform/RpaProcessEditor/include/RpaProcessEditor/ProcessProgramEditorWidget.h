@@ -1,6 +1,7 @@
 #pragma once
 
 #include <RpaAppData/RpaAppData.h>
+#include <RpaProcessData/RpaCheckInfo.h>
 #include <RpaProcessEditor/RpaProcessEditorExport.h>
 
 #include <QWidget>
@@ -8,7 +9,8 @@
 #include <memory>
 
 // Edits the program text of a program app: the text of its main process. Every change is written into the app
-// at once and marks it modified. GUI thread only.
+// at once and marks it modified. The line at which a run failed is marked until the text is edited or the
+// next run begins (IRpaDebugger::SigCheckNode). GUI thread only.
 class RPAPROCESSEDITOR_EXPORT ProcessProgramEditorWidget : public QWidget
 {
     Q_OBJECT
@@ -23,6 +25,12 @@ public:
     // Shows another app; null empties the editor. Undo steps of the former app are forgotten; the same app
     // given again keeps them.
     void SetRpaAppData(const RpaAppDataPtr& appData);
+
+    // Goes to the line, from 1; beyond the end to the last one.
+    void ShowLine(int line);
+
+    // Marks the line of the first finding that has one and tells its message; none: takes the mark away.
+    void ShowCheckInfos(const QList<RpaCheckInfo>& list);
 
 signals:
     // The user asked to save (Ctrl+S).
