@@ -4,6 +4,7 @@
 
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <RpaProcessEditor/ProcessVisualEditorWidget.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbBrowserLite/IBrowserBorderWindow.h>
@@ -27,6 +28,20 @@ void RpaAppEditorMembers::ShowStatement(const QString& statementId)
         WbToast::Show(QStringLiteral("这条日志的语句已不在流程中"), ToastInformation);
         return;
     }
-    ui->widgetNavigate->PickProcessPage();
+    ShowProcessPage();
     visualEditor->ShowStatement(*holder, statementId);
+}
+
+void RpaAppEditorMembers::ShowLine(int line)
+{
+    if (!programEditor || !appData)
+        return;
+    ShowProcessPage();
+    programEditor->ShowLine(line);
+}
+
+void RpaAppEditorMembers::ShowProcessPage()
+{
+    ui->widgetNavigate->PickProcessPage();
+    ui->widgetNavigate->window()->activateWindow();
 }

@@ -30,6 +30,11 @@ struct RpaAppEditorMembers
 
     // Shows the statement on the page of the processes; says so when it is no longer there.
     void ShowStatement(const QString& statementId);
+    // The same for a line of the program.
+    void ShowLine(int line);
+
+    // The log may have been asked in a window of its own.
+    void ShowProcessPage();
 
     std::unique_ptr<Ui::RpaAppEditorWidget> ui;
 

@@ -84,6 +84,8 @@ void RpaAppEditorWidget::InitConnectSignals()
     connect(ui->pageUIDesign, &RpaAppUIDesignWidget::SigStopProcess, this, &Self::SlotStopProcess);
     connect(ui->pageUIDesign, &RpaAppUIDesignWidget::SigShowStatement, this,
             [this](const QString& statementId) { m->ShowStatement(statementId); });
+    connect(ui->pageUIDesign, &RpaAppUIDesignWidget::SigShowLine, this,
+            [this](int line) { m->ShowLine(line); });
     connect(handle, &RpaAppEditorHandle::SigSaveAppSnapshot, this, &Self::SlotSaveAppSnapshot);
     connect(handle, &RpaAppEditorHandle::SigGetSnapshotListFinished, this,
             &Self::SlotGetSnapshotListFinished);

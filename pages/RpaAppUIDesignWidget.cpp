@@ -105,6 +105,7 @@ void RpaAppUIDesignWidget::InitConnectSignals()
     }
     if (logWidget) {
         connect(logWidget, &IAppLogWidget::SigShowStatement, this, &RpaAppUIDesignWidget::SigShowStatement);
+        connect(logWidget, &IAppLogWidget::SigShowLine, this, &RpaAppUIDesignWidget::SigShowLine);
     }
     connect(ui->widgetToolEditor, &AppToolEditorWidget::SigShrinkChanged, this,
             &RpaAppUIDesignWidget::SlotShrinkChanged);

@@ -52,6 +52,8 @@ signals:
 
     // The author wants to see the statement that wrote a line of the log.
     void SigShowStatement(const QString& statementId);
+    // The same for a line of the program.
+    void SigShowLine(int line);
 
 private slots:
     void SlotShrinkChanged();

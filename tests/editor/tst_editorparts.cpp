@@ -107,6 +107,34 @@ private slots:
         QCOMPARE(code->toPlainText(), QStringLiteral("print(2)"));
     }
 
+    void goesFromALogLineToTheLineOfTheProgram()
+    {
+        Open(Versions(),
+             Content(QStringLiteral("1"),
+                     [](RpaAppData& content) {
+                         content.GetProcessDataManager()->GetProcess(0)->SetProgramText(
+                             QStringLiteral("1\n2\n3\n4"));
+                     }),
+             1);
+        author->ShowPage("pushButtonUI");
+
+        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigShowLine", Q_ARG(int, 3)));
+
+        QVERIFY(author->Find<WbIconButtonWidget>("pushButtonProcess")->bSelected);
+        QCOMPARE(author->Find<QPlainTextEdit>("codeEdit")->textCursor().blockNumber(), 2);
+    }
+
+    void goesNowhereFromALogLineOfAProgramThatIsNotThere()
+    {
+        author = std::make_unique<EditorDriver>();
+        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigShowLine", Q_ARG(int, 3)));
+
+        Open(Versions(), Content(QStringLiteral("1")));
+        QVERIFY(QMetaObject::invokeMethod(author->Find("pageUIDesign"), "SigShowLine", Q_ARG(int, 3)));
+
+        QVERIFY(author->Find<WbIconButtonWidget>("pushButtonUI")->bSelected);
+    }
+
     void showsAVersionPartByPart()
     {
         const auto named = [](const QString& name) {

@@ -68,6 +68,7 @@ private slots:
     void isControlledWhileAProcessRuns();
     void showsTheEnginesLog();
     void forwardsTheStatementOfALogLine();
+    void forwardsTheLineOfALogLine();
     void givesANewPageTheFirstOfSeveralProcesses();
     void leavesNoDialogBehind();
     void fillsEachHostWithItsWidget_data();
@@ -261,6 +262,16 @@ void TestRpaAppUIDesignWidgetParts::forwardsTheStatementOfALogLine()
 
     QCOMPARE(shown.size(), 1);
     QCOMPARE(shown.constFirst().constFirst().toString(), QStringLiteral("s1"));
+}
+
+void TestRpaAppUIDesignWidgetParts::forwardsTheLineOfALogLine()
+{
+    QSignalSpy shown(page.get(), &RpaAppUIDesignWidget::SigShowLine);
+
+    emit page->findChild<IAppLogWidget*>()->SigShowLine(7);
+
+    QCOMPARE(shown.size(), 1);
+    QCOMPARE(shown.constFirst().constFirst().toInt(), 7);
 }
 
 void TestRpaAppUIDesignWidgetParts::givesANewPageTheFirstOfSeveralProcesses()
