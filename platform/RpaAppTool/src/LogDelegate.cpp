@@ -16,11 +16,6 @@ int Padding()
     return DpiTool::ScaleDefault(8); // as the style sheet has it
 }
 
-int Gap()
-{
-    return DpiTool::ScaleDefault(3); // above and below the text
-}
-
 qreal LayOut(QTextLayout& layout, int width)
 {
     QTextOption wrap;
@@ -35,6 +30,12 @@ qreal LayOut(QTextLayout& layout, int width)
     }
     layout.endLayout();
     return height;
+}
+
+// The first line stands in the middle of a row of the usual height, as what is beside it does.
+int GapOf(const QTextLayout& layout, const QTableView& view)
+{
+    return qMax(0, (view.verticalHeader()->defaultSectionSize() - qCeil(layout.lineAt(0).height())) / 2);
 }
 
 QString TextOf(const QModelIndex& index)
@@ -54,8 +55,10 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
 {
     if (!Wraps(index)) {
         QStyleOptionViewItem upper = option;
-        if (view->wordWrap()) // beside the first line of its text
+        if (view->wordWrap()) { // beside the first line of its text
+            view->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, view);
             upper.rect.setHeight(qMin(option.rect.height(), view->verticalHeader()->defaultSectionSize()));
+        }
         QStyledItemDelegate::paint(painter, upper, index);
         return;
     }
@@ -67,7 +70,7 @@ void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     LayOut(layout, option.rect.width() - 2 * Padding());
     painter->save();
     painter->setPen(cell.palette.color(QPalette::Text));
-    layout.draw(painter, option.rect.topLeft() + QPoint(Padding(), Gap()));
+    layout.draw(painter, option.rect.topLeft() + QPoint(Padding(), GapOf(layout, *view)));
     painter->restore();
 }
 
@@ -81,5 +84,6 @@ QSize LogDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelInde
     initStyleOption(&cell, index);
     QTextLayout layout(TextOf(index), cell.font);
     const qreal height = LayOut(layout, view->columnWidth(index.column()) - 2 * Padding());
-    return {oneLine.width(), qMax(view->verticalHeader()->defaultSectionSize(), qCeil(height) + 2 * Gap())};
+    return {oneLine.width(),
+            qMax(view->verticalHeader()->defaultSectionSize(), qCeil(height) + 2 * GapOf(layout, *view))};
 }

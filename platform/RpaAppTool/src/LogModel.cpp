@@ -104,8 +104,7 @@ QVariant LogModel::data(const QModelIndex& index, int role) const
     if (role == Qt::DisplayRole)
         return Shown(line, index.column());
     if (role == Qt::TextAlignmentRole)
-        return int((index.column() == LineColumn ? Qt::AlignRight : Qt::AlignLeft) |
-                   (showsWhole ? Qt::AlignTop : Qt::AlignVCenter));
+        return int((index.column() == LineColumn ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     if ((role == Qt::ToolTipRole || role == Qt::AccessibleTextRole) && index.column() == LineColumn)
         return line.line > 0 ? QStringLiteral("第 %1 行").arg(line.line) : QString();
     if (role == Qt::ToolTipRole && index.column() == TextColumn)
