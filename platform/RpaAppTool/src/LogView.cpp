@@ -142,15 +142,13 @@ void LogView::FitVisibleRows()
 {
     if (!wraps || lines->rowCount() == 0)
         return;
-    const bool followed = atEnd;
-    if (followed) {
+    if (atEnd) {
         // From the newest line upwards, until the view is full.
         int room = viewport()->height();
         for (int row = lines->rowCount() - 1; row >= 0 && room > 0; --row) {
             resizeRowToContents(row);
             room -= rowHeight(row);
         }
-        Follow();
         return;
     }
     for (int row = rowAt(0); row >= 0 && row < lines->rowCount(); ++row) {

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSplitter>
@@ -128,7 +129,7 @@ void tst_ProcessVisualEditorArguments::fieldsKeepTheirPlaceWhenAMessageComesAndG
     const auto* problem = editor.widget.findChild<QWidget*>(QStringLiteral("field_seconds"))
                               ->findChild<QLabel*>(QStringLiteral("labelProblem"));
     const auto placeOfTheNext = [&editor] {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        editor.Find<QWidget>(QStringLiteral("propertyContent"))->layout()->activate();
         const auto* next = editor.Field<QWidget>(QStringLiteral("quiet"));
         return next->mapTo(&editor.widget, QPoint()).y();
     };
@@ -150,7 +151,7 @@ void tst_ProcessVisualEditorArguments::theNoteKeepsItsPlaceWhenTheOutputIsWrong(
     editor.Click(QStringLiteral("r"));
     auto* output = editor.Find<QLineEdit>(QStringLiteral("lineEditOutput"));
     const auto place = [&editor] {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        editor.Find<QWidget>(QStringLiteral("propertyContent"))->layout()->activate();
         return editor.Find<QWidget>(QStringLiteral("textEditNote"))->mapTo(&editor.widget, QPoint()).y();
     };
     QTest::keyClicks(output, QStringLiteral("x"));
