@@ -98,6 +98,37 @@ def table_clear():
     _call("table.clear")
 
 
+def table_fill(rows):
+    """Puts the rows in the place of all rows; what does not fit leaves the table as it was."""
+    filled = _row_commands().Rows(rows)
+    columns = table_columns()
+    places = [filled.names.index(name) if name in filled.names else -1 for name in columns]
+    for name in filled.names:
+        if name not in columns:
+            raise LookupError(f"界面表格没有名为“{name}”的列，请先在界面设计中添加这一列")
+    cells = [[None] * len(filled.rows) if place < 0 else filled.cells(filled.places()[place]) for place in places]
+    before = [[row.get(name) for name in columns] for row in table_rows()]
+    table_clear()
+    try:
+        count = _extend([[_plain(cell) for cell in row] for row in zip(*cells)])
+        if count < len(filled.rows):
+            raise ValueError(f"第 {filled.number_of_row(count)} 行的值与界面表格的列不符，表格没有改变")
+    except Exception:
+        table_clear()
+        _extend(before)
+        raise
+
+
+def _extend(rows):
+    """How many of the rows the table took: none behind one that does not fit."""
+    for first in range(0, len(rows), 1000):
+        part = rows[first:first + 1000]
+        count = _call("table.extend", part)
+        if count < len(part):
+            return first + count
+    return len(rows)
+
+
 def _column(column):
     if isinstance(column, int):
         return column
@@ -105,6 +136,42 @@ def _column(column):
     if column not in columns:
         raise LookupError(f"表格没有名为“{column}”的列")
     return columns.index(column)
+
+
+# Whole tables
+
+def _row_commands():
+    import row_commands  # only programs that use them pay for it
+    return row_commands
+
+
+def rows_of(source, rows):
+    """The rows of the page's table, or those of a variable."""
+    if source == "page":
+        return _row_commands().Rows(table_rows(), table_columns())
+    if rows is None:
+        raise ValueError("请填写要处理的各行，或把来源改为界面表格")
+    return _row_commands().Rows(rows)
+
+
+def filter_rows(rows, column, comparison, value):
+    return _row_commands().filter_rows(rows, column, comparison, value)
+
+
+def sort_rows(rows, columns, order):
+    return _row_commands().sort_rows(rows, columns, order == "descending")
+
+
+def unique_rows(rows, columns, keep):
+    return _row_commands().unique_rows(rows, columns, keep)
+
+
+def group_rows(rows, by, function, columns):
+    return _row_commands().group_rows(rows, by, function, columns)
+
+
+def join_rows(rows, others, column, other_column, kind):
+    return _row_commands().join_rows(rows, rows_of("rows", others), column, other_column, kind)
 
 
 def _plain(value):

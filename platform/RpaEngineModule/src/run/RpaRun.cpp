@@ -10,7 +10,8 @@ namespace
 {
 
 constexpr int StopGraceMs = 500;
-const char* const RuntimeFiles[] = {"rpa_child.py", "rpa_api.py", "error_words.py", "find_element.js"};
+const char* const RuntimeFiles[] = {"rpa_child.py",  "rpa_api.py",      "error_words.py", "row_commands.py",
+                                    "row_values.py", "find_element.js", "pinyin.txt"};
 
 RpaLogLevel LevelOf(const QString& name)
 {

@@ -109,6 +109,14 @@ void RpaRunCalls::AddTableCalls()
         const int row = parts.table.Get()->AppendRow(arguments.value(0).toList());
         return row < 0 ? Refused(misfit) : Result{row, {}};
     });
+    // How many of the rows were taken: the first that does not fit ends it.
+    add(QStringLiteral("table.extend"), [this](const QVariantList& arguments) -> Result {
+        const QVariantList rows = arguments.value(0).toList();
+        int taken = 0;
+        while (taken < rows.size() && parts.table.Get()->AppendRow(rows.at(taken).toList()) >= 0)
+            ++taken;
+        return {taken, {}};
+    });
     add(QStringLiteral("table.rows"), [this](const QVariantList& arguments) -> Result {
         const int first = qMax(0, arguments.value(0).toInt());
         const int last = qMin(parts.table.Get()->GetRowCount(), first + RowsPerCall);
