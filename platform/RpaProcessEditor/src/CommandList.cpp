@@ -4,6 +4,7 @@
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbTheme.h>
+#include <WbFoundation/SearchText.h>
 
 #include <QMimeData>
 #include <QPainter>
@@ -47,20 +48,35 @@ void CommandList::Fill()
         if (!grouped || !search.isEmpty() || !folded.contains(group))
             rows += commands;
     }
-    if (!search.isEmpty() && !grouped) {
-        // The very title is what the author means, then most often a title that begins with the words.
-        const auto isTitle = [this](const Row& row) {
-            return row.title.compare(search, Qt::CaseInsensitive) == 0 ||
-                   row.name.compare(search, Qt::CaseInsensitive) == 0;
-        };
-        const auto begins = [this](const Row& row) {
-            return row.title.startsWith(search, Qt::CaseInsensitive) ||
-                   row.name.startsWith(search, Qt::CaseInsensitive);
-        };
-        std::stable_partition(rows.begin(), rows.end(), begins);
-        std::stable_partition(rows.begin(), rows.end(), isTitle);
-    }
+    if (!search.isEmpty() && !grouped)
+        PutBestFirst();
     endResetModel();
+}
+
+// The very title is what the author means, then most often a title that begins with the words, as they stand
+// or as they are read.
+void CommandList::PutBestFirst()
+{
+    const auto isTitle = [this](const Row& row) {
+        return row.title.compare(search, Qt::CaseInsensitive) == 0 ||
+               row.name.compare(search, Qt::CaseInsensitive) == 0;
+    };
+    const auto begins = [this](const Row& row) {
+        return row.title.startsWith(search, Qt::CaseInsensitive) ||
+               row.name.startsWith(search, Qt::CaseInsensitive);
+    };
+    const auto isReadFirst = [this](const Row& row) { return SearchText::Find(row.title, search) == 0; };
+    const auto isReadInside = [this](const Row& row) { return SearchText::Find(row.title, search) > 0; };
+    std::stable_partition(rows.begin(), rows.end(), isReadInside);
+    std::stable_partition(rows.begin(), rows.end(), isReadFirst);
+    std::stable_partition(rows.begin(), rows.end(), begins);
+    std::stable_partition(rows.begin(), rows.end(), isTitle);
+}
+
+QString CommandList::NothingFound() const
+{
+    return rows.isEmpty() ? QStringLiteral("没有找到“%1”。可以换个说法，也可以输入拼音或首字母").arg(search)
+                          : QString();
 }
 
 int CommandList::FirstCommandRow() const

@@ -23,6 +23,9 @@ public:
     void Show(const QString& search, bool withGroups);
     void ToggleGroup(const QString& group);
 
+    // What to say to a search that nothing fits; empty when something does.
+    QString NothingFound() const;
+
     // -1 without a command.
     int FirstCommandRow() const;
 
@@ -42,6 +45,7 @@ private:
         QString description;
     };
     void Fill();
+    void PutBestFirst();
 
     QVector<Row> rows;
     QStringList folded;

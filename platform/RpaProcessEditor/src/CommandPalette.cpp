@@ -1,6 +1,7 @@
 #include "CommandList_p.h"
 #include "CommandPalette_p.h"
 
+#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbTheme.h>
 
@@ -9,7 +10,8 @@
 #include <QVBoxLayout>
 
 CommandPalette::CommandPalette(QWidget* parent)
-    : QWidget(parent), search(new WbLineEdit), view(new QListView), commands(new CommandList(this))
+    : QWidget(parent), search(new WbLineEdit), view(new QListView), labelNothing(new WbLabel),
+      commands(new CommandList(this))
 {
     setObjectName(QStringLiteral("commandPalette"));
     search->setObjectName(QStringLiteral("lineEditCommandSearch"));
@@ -28,12 +30,20 @@ CommandPalette::CommandPalette(QWidget* parent)
     view->setFrameShape(QFrame::NoFrame);
     view->setMouseTracking(true);
     view->installEventFilter(this);
+    labelNothing->setObjectName(QStringLiteral("labelNoCommand"));
+    labelNothing->setProperty("hint", true);
+    labelNothing->setWordWrap(true);
+    labelNothing->setTextFormat(Qt::PlainText);
+    labelNothing->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    labelNothing->setContentsMargins(6, 6, 6, 0);
+    labelNothing->hide();
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 8, 4, 0);
     layout->setSpacing(6);
     layout->addWidget(search);
     layout->addWidget(view);
+    layout->addWidget(labelNothing, 1);
 
     connect(search, &QLineEdit::textChanged, this, &CommandPalette::SlotSearch);
     connect(view, &QListView::doubleClicked, this, &CommandPalette::Activate);
@@ -47,6 +57,9 @@ CommandPalette::CommandPalette(QWidget* parent)
 void CommandPalette::SlotSearch(const QString& text)
 {
     commands->Show(text, true);
+    labelNothing->setText(commands->NothingFound());
+    labelNothing->setVisible(!labelNothing->text().isEmpty());
+    view->setVisible(labelNothing->text().isEmpty());
     const int first = commands->FirstCommandRow();
     if (!text.isEmpty() && first >= 0)
         view->setCurrentIndex(commands->index(first));
@@ -68,7 +81,7 @@ bool CommandPalette::eventFilter(QObject* watched, QEvent* event)
         Activate(view->currentIndex());
         return true;
     }
-    if (watched == search && key == Qt::Key_Down) {
+    if (watched == search && key == Qt::Key_Down && !view->isHidden()) {
         view->setFocus();
         return true;
     }

@@ -6,6 +6,7 @@ class CommandList;
 class QLineEdit;
 class QListView;
 class QModelIndex;
+class WbLabel;
 
 // The commands that can be added: search, groups, drag or double click.
 class CommandPalette : public QWidget
@@ -27,5 +28,6 @@ private:
 
     QLineEdit* search;
     QListView* view;
+    WbLabel* labelNothing; // in the place of the list when nothing fits
     CommandList* commands;
 };

@@ -2,6 +2,7 @@
 #include "CommandQuickPick_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 
 #include <QKeyEvent>
@@ -9,7 +10,8 @@
 #include <QVBoxLayout>
 
 CommandQuickPick::CommandQuickPick(QWidget* parent)
-    : QFrame(parent, Qt::Popup), edit(new WbLineEdit), view(new QListView), commands(new CommandList(this))
+    : QFrame(parent, Qt::Popup), edit(new WbLineEdit), view(new QListView), labelNothing(new WbLabel),
+      commands(new CommandList(this))
 {
     setObjectName(QStringLiteral("commandQuickPick"));
     setFrameShape(QFrame::StyledPanel);
@@ -26,10 +28,17 @@ CommandQuickPick::CommandQuickPick(QWidget* parent)
     view->setFrameShape(QFrame::NoFrame);
     view->setFocusPolicy(Qt::NoFocus);
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    labelNothing->setObjectName(QStringLiteral("labelNoQuickPick"));
+    labelNothing->setProperty("hint", true);
+    labelNothing->setWordWrap(true);
+    labelNothing->setTextFormat(Qt::PlainText);
+    labelNothing->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    labelNothing->setContentsMargins(6, 6, 6, 0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 8);
     layout->addWidget(edit);
     layout->addWidget(view);
+    layout->addWidget(labelNothing, 1);
 
     connect(edit, &QLineEdit::textChanged, this, &CommandQuickPick::SlotSearch);
     connect(view, &QListView::clicked, this, &CommandQuickPick::Take);
@@ -52,15 +61,19 @@ void CommandQuickPick::Open(const QPoint& globalPosition)
 void CommandQuickPick::SlotSearch(const QString& text)
 {
     commands->Show(text, false);
+    labelNothing->setText(commands->NothingFound());
+    labelNothing->setVisible(!labelNothing->text().isEmpty());
+    view->setVisible(labelNothing->text().isEmpty());
     view->setCurrentIndex(commands->index(0));
 }
 
 void CommandQuickPick::Take()
 {
     const QString command = view->currentIndex().data(CommandList::NameRole).toString();
+    if (command.isEmpty())
+        return; // nothing fits: the words stay to be changed
     hide();
-    if (!command.isEmpty())
-        emit SigCommandChosen(command);
+    emit SigCommandChosen(command);
 }
 
 void CommandQuickPick::Step(int rows)

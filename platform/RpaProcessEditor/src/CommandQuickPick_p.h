@@ -5,6 +5,7 @@
 class CommandList;
 class QLineEdit;
 class QListView;
+class WbLabel;
 
 // A popup that finds a command by a few typed letters: arrows choose, Enter takes, Escape closes.
 class CommandQuickPick : public QFrame
@@ -30,5 +31,6 @@ private:
 
     QLineEdit* edit;
     QListView* view;
+    WbLabel* labelNothing; // in the place of the list when nothing fits
     CommandList* commands;
 };

@@ -4,6 +4,7 @@
 #include <RpaProcessData/RpaProcess.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTheme.h>
+#include <WbFoundation/SearchText.h>
 
 #include <QPainter>
 #include <QPixmapCache>
@@ -146,9 +147,12 @@ bool CommandTexts::Matches(const RpaCommandInfo& info, const QString& search)
 {
     const QString all = (QStringList{info.title, info.name, info.group, info.description} + info.keywords)
                             .join(QLatin1Char('\n'));
+    // A description is long enough to hold the letters of nearly anything.
+    const QStringList read = QStringList{info.title, info.group} + info.keywords;
     const QStringList words = search.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    return std::all_of(words.begin(), words.end(),
-                       [&all](const QString& word) { return all.contains(word, Qt::CaseInsensitive); });
+    return std::all_of(words.begin(), words.end(), [&all, &read](const QString& word) {
+        return all.contains(word, Qt::CaseInsensitive) || SearchText::HasAll(read, word);
+    });
 }
 
 QStringList CommandTexts::Variables(const RpaProcess& process)

@@ -26,7 +26,8 @@ using ElementNames = std::function<QString(const QString& id)>;
 // read "…", an expression reads without its "=", an element goes by its name where that is known.
 QString Summary(const RpaStatement& values, const ElementNames& elements = {});
 
-// Whether the search words (separated by blanks) all occur in title, name, group, keywords or description.
+// Whether the search words (separated by blanks) all occur in title, name, group, keywords or description, or
+// are readings of title, group or a keyword.
 bool Matches(const RpaCommandInfo& info, const QString& search);
 
 // Variables that the process defines: outputs and variable arguments, sorted, each once.

@@ -1,6 +1,7 @@
 #include "TestApp.h"
 #include "VisualEditorFixture.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeData>
@@ -18,6 +19,8 @@ private slots:
     void addsACommandByDoubleClick();
     void searchesCommands_data();
     void searchesCommands();
+    void saysThatNoCommandFits();
+    void quickSearchStaysWhenNothingFits();
     void addsACommandThroughQuickSearch();
     void offersTheCommandOfThatVeryTitleFirst();
     void putsNewStatementsWhereTheAuthorIs();
@@ -50,6 +53,11 @@ void tst_ProcessVisualEditorCommands::searchesCommands_data()
     QTest::newRow("name") << QStringLiteral("t-read") << QStringLiteral("t-read");
     QTest::newRow("keyword and group") << QStringLiteral("print 测试") << QStringLiteral("t-log");
     QTest::newRow("title") << QStringLiteral("读取文件") << QStringLiteral("t-read");
+    QTest::newRow("pinyin") << QStringLiteral("shaixuan") << QStringLiteral("rows.filter");
+    QTest::newRow("initials") << QStringLiteral("scwj") << QStringLiteral("file.delete");
+    QTest::newRow("other word") << QStringLiteral("过滤") << QStringLiteral("rows.filter");
+    QTest::newRow("pinyin of another word") << QStringLiteral("quchong") << QStringLiteral("rows.unique");
+    QTest::newRow("pinyin and word") << QStringLiteral("biaoge 排序") << QStringLiteral("rows.sort");
     QTest::newRow("nothing") << QStringLiteral("zzzz") << QString();
 }
 
@@ -68,6 +76,46 @@ void tst_ProcessVisualEditorCommands::searchesCommands()
     QCOMPARE(!found.isEmpty(), !command.isEmpty());
     if (command.isEmpty())
         QCOMPARE(list->model()->rowCount(), 0);
+}
+
+void tst_ProcessVisualEditorCommands::saysThatNoCommandFits()
+{
+    Editor editor;
+    auto* search = editor.Find<QLineEdit>(QStringLiteral("lineEditCommandSearch"));
+    auto* list = editor.Find<QListView>(QStringLiteral("commandListView"));
+    auto* nothing = editor.Find<QLabel>(QStringLiteral("labelNoCommand"));
+    QVERIFY(!nothing->isVisible());
+
+    QTest::keyClicks(search, QStringLiteral("zzzz"));
+    QTest::keyClick(search, Qt::Key_Down);
+    QTest::keyClick(search, Qt::Key_Return);
+
+    QCOMPARE(nothing->text(), QStringLiteral("没有找到“zzzz”。可以换个说法，也可以输入拼音或首字母"));
+    QVERIFY(nothing->isVisible() && !list->isVisible());
+    QVERIFY(!editor.app->GetModified());
+
+    QTest::keyClick(search, Qt::Key_Escape);
+    QVERIFY(!nothing->isVisible() && list->isVisible());
+}
+
+void tst_ProcessVisualEditorCommands::quickSearchStaysWhenNothingFits()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    editor.Key(Qt::Key_Return);
+    auto* edit = editor.Find<QLineEdit>(QStringLiteral("lineEditQuickPick"));
+    auto* nothing = editor.Find<QLabel>(QStringLiteral("labelNoQuickPick"));
+
+    QTest::keyClicks(edit, QStringLiteral("qqqq"));
+    QTest::keyClick(edit, Qt::Key_Return);
+
+    QVERIFY(edit->isVisible() && nothing->isVisible());
+    QVERIFY(nothing->text().contains(QStringLiteral("“qqqq”")));
+    QVERIFY(!editor.app->GetModified());
+
+    edit->setText(QStringLiteral("px")); // "追加一行" has keywords that are read so, too
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(Main(editor.app)->GetRoot()->GetChild(1)->GetCommand(), QStringLiteral("rows.sort"));
 }
 
 void tst_ProcessVisualEditorCommands::addsACommandThroughQuickSearch()
