@@ -1,14 +1,19 @@
 #include "ActPalette.h"
 
+#include "ActWords.h"
+
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbTheme.h>
+#include <WbFoundation/SearchText.h>
 
 #include <QBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QTreeWidget>
+
+#include <algorithm>
 
 namespace
 {
@@ -23,13 +28,19 @@ enum Column
 bool Fits(const ActEntry& entry, const QString& wanted)
 {
     const QString all = entry.group + QLatin1Char(' ') + entry.text + QLatin1Char(' ') + entry.key;
+    const QStringList read = QStringList(entry.text) + ActWords::Of(entry.text);
     const QStringList words = wanted.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    for (const QString& word : words) {
-        if (!all.contains(word, Qt::CaseInsensitive)) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(words.begin(), words.end(), [&all, &read](const QString& word) {
+        return all.contains(word, Qt::CaseInsensitive) || SearchText::HasAll(read, word);
+    });
+}
+
+// The lower the likelier: what can be done, then what begins with the words, then what has them in its name.
+int RankOf(const ActEntry& entry, const QString& wanted)
+{
+    const int place = SearchText::Find(entry.text, wanted.trimmed());
+    const int rank = place == 0 ? 0 : place > 0 ? 1 : 2;
+    return entry.reason.isEmpty() ? rank : rank + 3;
 }
 } // namespace
 
@@ -94,19 +105,19 @@ void ActPalette::Fill()
 
 void ActPalette::Search(const QString& text)
 {
-    QTreeWidgetItem* first = nullptr;
+    QTreeWidgetItem* best = nullptr;
+    int bestRank = 0;
     for (int row = 0; row < list->topLevelItemCount(); ++row) {
         QTreeWidgetItem* const item = list->topLevelItem(row);
-        const ActEntry& entry = entries.at(row);
-        const bool fits = Fits(entry, text);
+        const bool fits = Fits(entries.at(row), text);
+        const int rank = RankOf(entries.at(row), text);
         item->setHidden(!fits);
-        const bool better =
-            first && !entries.at(list->indexOfTopLevelItem(first)).reason.isEmpty() && entry.reason.isEmpty();
-        if (fits && (!first || better)) {
-            first = item;
+        if (fits && (!best || rank < bestRank)) {
+            best = item;
+            bestRank = rank;
         }
     }
-    list->setCurrentItem(first);
+    list->setCurrentItem(best);
     ShowReason();
 }
 
@@ -114,7 +125,8 @@ void ActPalette::ShowReason()
 {
     QTreeWidgetItem* const item = list->currentItem();
     if (!item) {
-        labelReason->setText(QStringLiteral("没有这样的命令"));
+        labelReason->setText(QStringLiteral("没有找到“%1”。可以换个说法，也可以输入拼音或首字母")
+                                 .arg(search->text().trimmed()));
         return;
     }
     const ActEntry& entry = entries.at(list->indexOfTopLevelItem(item));
