@@ -92,6 +92,7 @@ void tst_ProcessVisualEditorCommands::saysThatNoCommandFits()
 
     QCOMPARE(nothing->text(), QStringLiteral("没有找到“zzzz”。可以换个说法，也可以输入拼音或首字母"));
     QVERIFY(nothing->isVisible() && !list->isVisible());
+    QTRY_VERIFY(nothing->y() < search->geometry().bottom() + 20);
     QVERIFY(!editor.app->GetModified());
 
     QTest::keyClick(search, Qt::Key_Escape);
@@ -110,6 +111,7 @@ void tst_ProcessVisualEditorCommands::quickSearchStaysWhenNothingFits()
     QTest::keyClick(edit, Qt::Key_Return);
 
     QVERIFY(edit->isVisible() && nothing->isVisible());
+    QTRY_VERIFY(nothing->y() < edit->geometry().bottom() + 20);
     QVERIFY(nothing->text().contains(QStringLiteral("“qqqq”")));
     QVERIFY(!editor.app->GetModified());
 
