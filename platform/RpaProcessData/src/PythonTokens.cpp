@@ -63,7 +63,7 @@ void PythonTokens::ReadName()
         ReadText(prefix.contains(QLatin1Char('f')));
         return;
     }
-    tokens.append({PythonToken::Kind::Name, name});
+    tokens.append({PythonToken::Kind::Name, name, begin});
 }
 
 void PythonTokens::ReadNumber()
@@ -79,7 +79,7 @@ void PythonTokens::ReadNumber()
             break;
         ++at;
     }
-    tokens.append({PythonToken::Kind::Number, source.mid(begin, at - begin)});
+    tokens.append({PythonToken::Kind::Number, source.mid(begin, at - begin), begin});
 }
 
 void PythonTokens::ReadText(bool hasFields)
@@ -99,7 +99,7 @@ void PythonTokens::ReadText(bool hasFields)
     const bool closed = at < source.size() && source.midRef(at, close.size()) == close;
     const auto good = hasFields ? PythonToken::Kind::Fields : PythonToken::Kind::Text;
     tokens.append(
-        {closed ? good : PythonToken::Kind::Bad, source.mid(begin, qMin(at, source.size()) - begin)});
+        {closed ? good : PythonToken::Kind::Bad, source.mid(begin, qMin(at, source.size()) - begin), begin});
     at += close.size();
 }
 
@@ -108,12 +108,12 @@ void PythonTokens::ReadSign()
     for (const char* sign : longSigns) {
         const QLatin1String text(sign);
         if (source.midRef(at, text.size()) == text) {
-            tokens.append({PythonToken::Kind::Sign, text});
+            tokens.append({PythonToken::Kind::Sign, text, at});
             at += text.size();
             return;
         }
     }
     const QChar c = source.at(at++);
     const bool known = QLatin1String(shortSigns).contains(c);
-    tokens.append({known ? PythonToken::Kind::Sign : PythonToken::Kind::Bad, QString(c)});
+    tokens.append({known ? PythonToken::Kind::Sign : PythonToken::Kind::Bad, QString(c), at - 1});
 }

@@ -18,6 +18,7 @@ struct PythonToken
 
     Kind kind;
     QString text;
+    int begin = 0; // of the text in the whole
 
     bool IsSign(const char* sign) const { return kind == Kind::Sign && text == QLatin1String(sign); }
     bool IsName(const char* name) const { return kind == Kind::Name && text == QLatin1String(name); }

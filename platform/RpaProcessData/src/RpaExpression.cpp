@@ -1,3 +1,4 @@
+#include "PythonNames_p.h"
 #include "PythonTokens_p.h"
 
 #include <RpaProcessData/RpaExpression.h>
@@ -8,35 +9,6 @@
 namespace
 {
 using Tokens = QVector<PythonToken>;
-
-const QSet<QString>& Keywords()
-{
-    static const QSet<QString> words = [] {
-        const QString text = QStringLiteral(
-            "False None True and as assert async await break class continue def del elif else except finally "
-            "for from "
-            "global if import in is lambda nonlocal not or pass raise return try while with yield");
-        const QStringList list = text.split(QLatin1Char(' '));
-        return QSet<QString>(list.cbegin(), list.cend());
-    }();
-    return words;
-}
-
-const QSet<QString>& BuiltIns()
-{
-    static const QSet<QString> words = [] {
-        const QString text = QStringLiteral("abs all any ascii bin bool bytearray bytes callable chr complex "
-                                            "dict dir divmod enumerate eval filter float "
-                                            "format frozenset getattr hasattr hash hex id input int "
-                                            "isinstance iter len list map max min next object oct "
-                                            "open ord pow print range repr reversed round set slice sorted "
-                                            "str sum tuple type vars zip Exception "
-                                            "ValueError TypeError KeyError IndexError RuntimeError rpa");
-        const QStringList list = text.split(QLatin1Char(' '));
-        return QSet<QString>(list.cbegin(), list.cend());
-    }();
-    return words;
-}
 
 bool IsTextLike(RpaArgumentType type)
 {
@@ -93,81 +65,6 @@ QString PythonOf(const QString& text)
 {
     const QString trimmed = text.trimmed();
     return OnOneStatement(trimmed.startsWith(QLatin1Char('=')) ? trimmed.mid(1).trimmed() : trimmed);
-}
-
-// Names bound inside the expression itself: targets of comprehensions, parameters of lambdas, walrus.
-QSet<QString> BoundNames(const Tokens& tokens)
-{
-    QSet<QString> bound;
-    bool inTargets = false;
-    bool inParameters = false;
-    for (int i = 0; i < tokens.size(); ++i) {
-        const PythonToken& token = tokens.at(i);
-        if (token.IsName("for"))
-            inTargets = true;
-        else if (token.IsName("in"))
-            inTargets = false;
-        else if (token.IsName("lambda"))
-            inParameters = true;
-        else if (token.IsSign(":"))
-            inParameters = false;
-        else if (token.kind == PythonToken::Kind::Name &&
-                 (inTargets || inParameters || (i + 1 < tokens.size() && tokens.at(i + 1).IsSign(":="))))
-            bound.insert(token.text);
-    }
-    return bound;
-}
-
-// The expressions inside the fields of an f-string.
-QStringList FieldsOf(const QString& text)
-{
-    QStringList fields;
-    int depth = 0;
-    int begin = 0;
-    for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        const bool doubled = depth == 0 && i + 1 < text.size() && text.at(i + 1) == c;
-        if ((c == QLatin1Char('{') || c == QLatin1Char('}')) && doubled) {
-            ++i;
-        } else if (c == QLatin1Char('{') && depth++ == 0) {
-            begin = i + 1;
-        } else if (c == QLatin1Char('}') && depth > 0 && --depth == 0) {
-            fields.append(text.mid(begin, i - begin));
-        }
-    }
-    return fields;
-}
-
-// A field without its conversion and format.
-QString ExpressionOfField(const QString& field)
-{
-    int depth = 0;
-    for (int i = 0; i < field.size(); ++i) {
-        const QChar c = field.at(i);
-        if (QStringLiteral("([{").contains(c))
-            ++depth;
-        else if (QStringLiteral(")]}").contains(c))
-            --depth;
-        const bool conversion =
-            c == QLatin1Char('!') && i + 1 < field.size() && field.at(i + 1) != QLatin1Char('=');
-        if (depth == 0 && (c == QLatin1Char(':') || conversion))
-            return field.left(i);
-    }
-    return field;
-}
-
-bool IsNamedArgument(const Tokens& tokens, int i)
-{
-    const bool before = i > 0 && (tokens.at(i - 1).IsSign("(") || tokens.at(i - 1).IsSign(","));
-    return before && i + 1 < tokens.size() && tokens.at(i + 1).IsSign("=");
-}
-
-bool IsReadName(const Tokens& tokens, int i)
-{
-    const PythonToken& token = tokens.at(i);
-    const bool attribute = i > 0 && tokens.at(i - 1).IsSign(".");
-    return token.kind == PythonToken::Kind::Name && !attribute && !IsNamedArgument(tokens, i) &&
-           !Keywords().contains(token.text) && !BuiltIns().contains(token.text);
 }
 
 bool Closes(QChar open, QChar close)
@@ -291,29 +188,18 @@ bool RpaExpression::IsWellFormed(const QString& python)
 
 QStringList RpaExpression::GetVariables(const QString& python)
 {
-    const Tokens tokens = PythonTokens::Read(python);
-    const QSet<QString> bound = BoundNames(tokens);
     QStringList names;
-    for (int i = 0; i < tokens.size(); ++i) {
-        if (tokens.at(i).kind == PythonToken::Kind::Fields) {
-            const QStringList fields = FieldsOf(tokens.at(i).text);
-            for (const QString& field : fields)
-                names.append(GetVariables(ExpressionOfField(field)));
-        } else if (IsReadName(tokens, i)) {
-            names.append(tokens.at(i).text);
-        }
+    const QVector<PythonNames::Place> places = PythonNames::ReadIn(python);
+    for (const PythonNames::Place& place : places) {
+        if (!names.contains(place.name))
+            names.append(place.name);
     }
-    QStringList read;
-    for (const QString& name : qAsConst(names)) {
-        if (!bound.contains(name) && !read.contains(name))
-            read.append(name);
-    }
-    return read;
+    return names;
 }
 
 bool RpaExpression::IsVariableName(const QString& text)
 {
-    if (text.isEmpty() || !PythonTokens::IsNameStart(text.at(0)) || Keywords().contains(text))
+    if (text.isEmpty() || !PythonTokens::IsNameStart(text.at(0)) || PythonNames::IsKeyword(text))
         return false;
     for (const QChar c : text) {
         if (!PythonTokens::IsNamePart(c))
