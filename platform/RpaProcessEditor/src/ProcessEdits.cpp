@@ -125,12 +125,15 @@ void ProcessEdits::SetValues(RpaProcess& process, const RpaStatement& values, co
     const RpaStatementNode* node = process.Find(values.id);
     if (!node || node->GetValues() == values)
         return;
+    NoteName(process.GetName(), node->GetValues(), values);
     stack.push(new ValuesStep(*this, process, {{node->GetValues(), values}}, key, title));
 }
 
 void ProcessEdits::EndTyping()
 {
     ++typingSession;
+    if (!typedName.statementId.isEmpty())
+        FollowName();
 }
 
 void ProcessEdits::ChangeEach(RpaProcess& process, const QStringList& ids, const QString& title,

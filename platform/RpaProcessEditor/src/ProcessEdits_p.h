@@ -37,8 +37,13 @@ public:
     // nothing comes between them; an empty key never joins.
     void SetValues(RpaProcess& process, const RpaStatement& values, const QString& key, const QString& title);
 
-    // The next change starts a step of its own.
+    // The next change starts a step of its own. When the name of a variable was typed that gets its value
+    // from this statement only, and the new one stands for nothing else, whatever reads it follows, as part
+    // of the same step.
     void EndTyping();
+
+    // In all processes, in one step. Gives the number of places; 0 when the variable is used nowhere.
+    int RenameVariable(const QString& from, const QString& to);
 
     void SetEnabled(RpaProcess& process, const QStringList& ids, bool enabled);
     void SetBreakpoint(RpaProcess& process, const QStringList& ids, bool breakpoint);
@@ -55,12 +60,25 @@ public:
 signals:
     // A step was done, undone or redone; the ids are what it touched and still exists.
     void SigTouched(const QString& processName, const QStringList& ids);
+    // The uses followed a variable that was given another name.
+    void SigVariableFollowed(const QString& from, const QString& to, int places);
 
 private:
     using Change = std::function<bool(RpaStatement&)>;
+    // A variable whose name is being typed where it gets its value.
+    struct TypedName
+    {
+        QString processName;
+        QString statementId;
+        QString argument; // empty for the result
+        QString before;
+    };
+    void NoteName(const QString& processName, const RpaStatement& before, const RpaStatement& after);
+    void FollowName();
     void ChangeEach(RpaProcess& process, const QStringList& ids, const QString& title, const Change& change);
 
     RpaAppDataPtr app;
     QUndoStack stack;
     int typingSession = 0;
+    TypedName typedName;
 };

@@ -87,6 +87,13 @@ public:
     int id() const override { return key.isEmpty() ? -1 : 1; }
     bool mergeWith(const QUndoCommand* other) override;
 
+    // Whether it is what the author typed into a field of this statement.
+    bool IsTypedIn(const QString& process, const QString& statementId) const
+    {
+        return !key.isEmpty() && process == processName && changes.first().after.id == statementId;
+    }
+    const RpaStatement& Before() const { return changes.first().before; }
+
 private:
     QVector<Change> changes;
     const QString key;

@@ -162,6 +162,8 @@ void VisualEditorParts::BuildActions()
     add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
     add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
     Separate();
+    Add(QStringLiteral("actionRenameVariable"), QStringLiteral("重命名变量…"),
+        {key(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}, QString(), [this] { AskVariableName(); });
     Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
         [this] { findBar->Open(); });
     AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
@@ -229,6 +231,8 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
         edits = std::make_unique<ProcessEdits>(app);
         WbEditHistory::Instance()->Watch(edits->Stack(), host);
         connect(edits.get(), &ProcessEdits::SigTouched, this, &VisualEditorParts::SlotTouched);
+        connect(edits.get(), &ProcessEdits::SigVariableFollowed, this,
+                &VisualEditorParts::SlotVariableFollowed);
         connect(edits->Stack(), &QUndoStack::canUndoChanged, this, &VisualEditorParts::UpdateActions);
         connect(edits->Stack(), &QUndoStack::canRedoChanged, this, &VisualEditorParts::UpdateActions);
         ProcessDataManager* manager = edits->Manager();

@@ -58,6 +58,8 @@ private:
     void ConnectParts();
     void ShowProcess(const QString& name);
     void SlotTouched(const QString& processName, const QStringList& ids);
+    void AskVariableName();
+    void SlotVariableFollowed(const QString& from, const QString& to, int places);
     void UpdateActions();
     void ShowMenu(const QPoint& position);
     void OpenQuickPick();
