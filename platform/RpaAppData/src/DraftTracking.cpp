@@ -23,6 +23,7 @@ RpaDraftJournal::Private::Private(RpaDraftJournal* journal) : q(journal)
     const RpaAppDataNotify* notify = RpaAppDataNotify::Instance();
     connect(notify, &RpaAppDataNotify::SigEdited, this, &Private::Edited);
     connect(notify, &RpaAppDataNotify::SigMarkCleared, this, &Private::MarkCleared);
+    connect(notify, &RpaAppDataNotify::SigTakenBack, this, &Private::TakenBack);
     connect(notify, &RpaAppDataNotify::SigGoing, this, &Private::Going);
     // An app data that was never edited may be saved into another version.
     connect(notify, &RpaAppDataNotify::SigReplaced, this, [this](RpaAppData* app) {
@@ -75,6 +76,7 @@ void RpaDraftJournal::Private::MarkCleared(RpaAppData* app)
         return;
     // Later, but before anything else happens: a save marks the content with its format version before it
     // sends it, and the draft must be what is sent for the server's confirmation to fit.
+    TrackOf(app).isSending = true;
     const quint64 id = tracks.value(app).id;
     QMetaObject::invokeMethod(
         this,
@@ -84,6 +86,24 @@ void RpaDraftJournal::Private::MarkCleared(RpaAppData* app)
                 Write(app, !app->GetModified());
         },
         Qt::QueuedConnection);
+}
+
+// Nothing is unsaved any more; a draft would be offered for nothing. That of a save under way stays: the
+// server may not have it.
+void RpaDraftJournal::Private::TakenBack(RpaAppData* app)
+{
+    const auto track = tracks.find(app);
+    if (!IsWatched(app) || track == tracks.end() || track->isSending || !track->unsettled.isEmpty())
+        return;
+    DropDraft(*track);
+}
+
+void RpaDraftJournal::Private::DropDraft(DraftTrack& track)
+{
+    track.isDue = false;
+    track.isUnsaved = false;
+    writer->Drop(track.id);
+    Forget(std::exchange(track.draftName, QString()));
 }
 
 void RpaDraftJournal::Private::Going(RpaAppData* app)
@@ -195,6 +215,7 @@ void RpaDraftJournal::Private::Apply(const SaveConfirmation& confirmation)
         app->SetOrigin({confirmation.versionId, base, QString()});
         // What was sent before that is not what the version holds any more.
         entry->unsettled = entry->unsettled.mid(entry->unsettled.lastIndexOf(confirmation.sha256) + 1);
+        entry->isSending = entry->isSending && entry->sentSha256 != confirmation.sha256;
         if (onDisk.value(entry->draftName).sha256 == confirmation.sha256) {
             Forget(std::exchange(entry->draftName, QString()));
             entry->isUnsaved = app->GetModified();

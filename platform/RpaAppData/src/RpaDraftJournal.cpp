@@ -99,11 +99,7 @@ void RpaDraftJournal::GiveUp()
 {
     if (!d->lastEdited)
         return;
-    DraftTrack& track = d->TrackOf(d->lastEdited);
-    track.isDue = false;
-    track.isUnsaved = false;
-    d->writer->Drop(track.id);
-    d->Forget(std::exchange(track.draftName, QString()));
+    d->DropDraft(d->TrackOf(d->lastEdited));
 }
 
 void RpaDraftJournal::Confirm(const QString& appId, const QString& versionId, int revision,

@@ -20,6 +20,7 @@ struct DraftTrack
     QByteArrayList unsettled; // what saves sent that were not confirmed
     bool isDue = false;       // there are edits that were not written yet
     bool isUnsaved = false;
+    bool isSending = false; // a save went out and was not confirmed
 };
 
 struct SaveConfirmation
@@ -36,6 +37,8 @@ public:
 
     void Edited(RpaAppData* app);
     void MarkCleared(RpaAppData* app);
+    void TakenBack(RpaAppData* app);
+    void DropDraft(DraftTrack& track);
     void Going(RpaAppData* app);
     void WriteDue();
     void Write(RpaAppData* app, bool isSent);

@@ -1,6 +1,8 @@
 // How a draft ends: by a save that was confirmed, or given up by its author.
 #include "DraftJournalFixture.h"
 
+#include <RpaAppData/RpaSavedState.h>
+
 #include <QtTest>
 
 namespace
@@ -29,6 +31,8 @@ private slots:
     void forgetsWhatTheAuthorGaveUp();
     void keepsWhatIsTypedAfterGivingUp();
     void goesOnInTheDraftThatWasRestored();
+    void forgetsWhatTheAuthorTookBack();
+    void keepsTheDraftOfASaveUnderWayWhenEditsAreTakenBack();
 };
 
 void DraftEndTest::keepsTheDraftUntilTheSaveIsConfirmed()
@@ -212,6 +216,44 @@ void DraftEndTest::goesOnInTheDraftThatWasRestored()
 
     // then
     QVERIFY(Names().isEmpty());
+}
+
+void DraftEndTest::forgetsWhatTheAuthorTookBack()
+{
+    const RpaAppDataPtr app = Loaded();
+    RpaSavedState* const state = RpaSavedState::Of(app.data());
+    QObject place;
+    state->Edited(&place);
+    QTRY_COMPARE(Names().size(), 1);
+
+    state->TakenBack(&place);
+
+    QVERIFY(!app->GetModified());
+    QTRY_VERIFY(Names().isEmpty());
+
+    // What is done anew is kept again.
+    state->Edited(&place);
+    QTRY_COMPARE(Names().size(), 1);
+}
+
+void DraftEndTest::keepsTheDraftOfASaveUnderWayWhenEditsAreTakenBack()
+{
+    const RpaAppDataPtr app = Loaded();
+    RpaSavedState* const state = RpaSavedState::Of(app.data());
+    QObject place;
+    state->Edited(&place);
+    QSignalSpy written(journal.get(), &RpaDraftJournal::SigWritten);
+    const QByteArray sent = Send(*app);
+    QTRY_VERIFY(!written.isEmpty());
+
+    state->Edited(&place);
+    state->TakenBack(&place);
+    QVERIFY(!app->GetModified());
+    QTRY_VERIFY(written.size() >= 2);
+    QCOMPARE(Only().content, sent);
+
+    journal->Confirm(appId, versionId, 4, Sha256(sent));
+    QTRY_VERIFY(Names().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(DraftEndTest)

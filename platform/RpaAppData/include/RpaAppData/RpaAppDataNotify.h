@@ -20,6 +20,8 @@ signals:
     void SigEdited(RpaAppData* app);
     // The mark of unsaved work was set before and is not any more: a save goes out, or the work was given up.
     void SigMarkCleared(RpaAppData* app);
+    // The author took back all edits since the mark was off last; the mark comes off next.
+    void SigTakenBack(RpaAppData* app);
     // Parse() or InitDefault() replaced the content.
     void SigReplaced(RpaAppData* app);
     // Runs wrote something into its pages, or what they wrote was kept or taken back.
