@@ -1,9 +1,12 @@
 #include "ProcessEdits_p.h"
 #include "ProcessSteps_p.h"
 
+#include <RpaAppData/RpaSavedState.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaUiaNodeManager.h>
 #include <WbBaseUI/WbToast.h>
+
+#include <QScopedValueRollback>
 
 #include <functional>
 
@@ -78,9 +81,29 @@ bool FitsOrSays(const RpaProcess& process, const QString& parentId, const QVecto
 }
 } // namespace
 
-ProcessEdits::ProcessEdits(const RpaAppDataPtr& appData, QObject* parent) : QObject(parent), app(appData)
+ProcessEdits::ProcessEdits(const RpaAppDataPtr& appData, QObject* parent)
+    : QObject(parent), app(appData), savedState(RpaSavedState::Of(appData.data()))
 {
     stack.setUndoLimit(500);
+    connect(savedState, &RpaSavedState::SigSaved, &stack, &QUndoStack::setClean);
+    connect(&stack, &QUndoStack::indexChanged, this, [this] {
+        if (stack.isClean() && !isForgetting)
+            savedState->TakenBack(this);
+    });
+}
+
+ProcessEdits::~ProcessEdits()
+{
+    stack.disconnect(this); // it empties itself, which takes nothing back
+}
+
+void ProcessEdits::ForgetSteps()
+{
+    const bool wasClean = stack.isClean();
+    const QScopedValueRollback<bool> guard(isForgetting, true);
+    stack.clear();
+    if (!wasClean)
+        stack.resetClean();
 }
 
 ProcessDataManager* ProcessEdits::Manager() const
@@ -240,6 +263,6 @@ void ProcessEdits::MoveProcess(int from, int to)
 
 void ProcessEdits::Report(const QString& processName, const QStringList& ids)
 {
-    app->SetModified(true);
+    savedState->Edited(this);
     emit SigTouched(processName, ids);
 }

@@ -10,18 +10,24 @@
 #include <QUndoStack>
 #include <QVector>
 
+class RpaSavedState;
+
 // Every change that the author makes to the processes of one app goes through here: it becomes one undo step,
-// and the app is marked modified when the step is done, undone and redone.
+// and the app is marked modified when the step is done, undone and redone,
+// but for steps that lead back to what was saved.
 class ProcessEdits : public QObject
 {
     Q_OBJECT
 
 public:
     explicit ProcessEdits(const RpaAppDataPtr& appData, QObject* parent = nullptr);
+    ~ProcessEdits() override;
 
     QUndoStack* Stack() { return &stack; }
     ProcessDataManager* Manager() const;
     RpaAppData* App() const { return app.data(); }
+    // After the content was replaced, which no step leads back from.
+    void ForgetSteps();
     // Name of a captured element of the app; empty for an id that is not in its stores.
     QString ElementName(const QString& id) const;
 
@@ -78,7 +84,9 @@ private:
     void ChangeEach(RpaProcess& process, const QStringList& ids, const QString& title, const Change& change);
 
     RpaAppDataPtr app;
+    RpaSavedState* const savedState; // the app's
     QUndoStack stack;
+    bool isForgetting = false;
     int typingSession = 0;
     TypedName typedName;
 };

@@ -237,7 +237,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
         connect(edits->Stack(), &QUndoStack::canRedoChanged, this, &VisualEditorParts::UpdateActions);
         ProcessDataManager* manager = edits->Manager();
         connect(manager, &ProcessDataManager::SigAboutToReset, edits.get(), [this] {
-            edits->Stack()->clear();
+            edits->ForgetSteps();
             view->ShowProcess(nullptr, nullptr);
             properties->SetProcess(nullptr, nullptr);
             shownProcess.clear();

@@ -31,6 +31,9 @@ class tst_ProcessVisualEditorStatements : public QObject
     Q_OBJECT
 
 private slots:
+    void whatIsTakenBackToTheSavedStateIsNotModified();
+    void anotherEditKeepsTheMarkOfUnsavedWork();
+    void leavingTheEditorTakesNothingBack();
     void movesStatementsByDropping();
     void keepsWhatIsDroppedTooDeep();
     void saysThatItIsTooDeepToPaste();
@@ -268,6 +271,60 @@ void tst_ProcessVisualEditorStatements::findsStatementsInBothDirections()
 
     QTest::keyClick(edit, Qt::Key_Escape);
     QVERIFY(editor.view->hasFocus());
+}
+
+void tst_ProcessVisualEditorStatements::whatIsTakenBackToTheSavedStateIsNotModified()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    editor.Key(Qt::Key_Delete);
+    QVERIFY(editor.app->GetModified());
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!editor.app->GetModified());
+
+    editor.Key(Qt::Key_Y, Qt::ControlModifier);
+    QVERIFY(editor.app->GetModified());
+    editor.app->SetModified(false); // saved without the statement
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(editor.app->GetModified());
+    editor.Key(Qt::Key_Y, Qt::ControlModifier);
+    QVERIFY(!editor.app->GetModified());
+}
+
+void tst_ProcessVisualEditorStatements::anotherEditKeepsTheMarkOfUnsavedWork()
+{
+    Editor editor;
+    editor.Click(QStringLiteral("a"));
+    editor.Key(Qt::Key_Delete);
+    editor.app->SetModified(true); // somewhere else in the app
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(editor.app->GetModified());
+
+    editor.app->SetModified(false);
+    editor.Click(QStringLiteral("a"));
+    editor.Key(Qt::Key_Delete);
+    editor.app->GetProcessDataManager()->Clear(); // no step leads back
+    QVERIFY(editor.app->GetModified());
+}
+
+void tst_ProcessVisualEditorStatements::leavingTheEditorTakesNothingBack()
+{
+    RpaAppDataPtr app;
+    {
+        Editor editor;
+        app = editor.app;
+        editor.Click(QStringLiteral("a"));
+        editor.Key(Qt::Key_Delete);
+    }
+    QVERIFY(app->GetModified());
+
+    Editor editor;
+    editor.app = app;
+    editor.widget.SetRpaAppData(app);
+    editor.Click(QStringLiteral("b"));
+    editor.Key(Qt::Key_Delete);
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(app->GetModified());
 }
 
 RPA_TEST_MAIN(tst_ProcessVisualEditorStatements)
