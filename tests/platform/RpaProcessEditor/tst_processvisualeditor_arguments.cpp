@@ -150,7 +150,8 @@ void tst_ProcessVisualEditorArguments::theNoteKeepsItsPlaceWhenTheOutputIsWrong(
     Editor editor({Statement(QStringLiteral("t-read"), QStringLiteral("r"))});
     editor.Click(QStringLiteral("r"));
     auto* output = editor.Find<QLineEdit>(QStringLiteral("lineEditOutput"));
-    const auto place = [&editor] {
+    const auto place = [&editor, output] {
+        output->parentWidget()->layout()->activate();
         editor.Find<QWidget>(QStringLiteral("propertyContent"))->layout()->activate();
         return editor.Find<QWidget>(QStringLiteral("textEditNote"))->mapTo(&editor.widget, QPoint()).y();
     };
