@@ -73,6 +73,13 @@ void Tour::RunProcesses()
         UntilLog(QStringLiteral("流程“统计工时”运行失败"));
         UntilIdle(std::chrono::seconds(10));
     });
+    d->Step(QStringLiteral("log-takes-the-page"), [this] {
+        d->Click(QStringLiteral("the whole page for the log"), Named("logEnlarge"));
+        d->Until(QStringLiteral("the large log"), [] { return Visible("logCover") != nullptr; });
+        d->TakePicture();
+        d->Click(QStringLiteral("the way back"), Named("logEnlarge"));
+        d->Until(QStringLiteral("the page"), [] { return Visible("logCover") == nullptr; });
+    });
     d->Step(QStringLiteral("run-fails-marks-its-statement"), [this] {
         GoToProcess(QStringLiteral("统计工时"));
         d->Until(QStringLiteral("the mark"), [] {
@@ -87,6 +94,8 @@ void Tour::RunProcesses()
         d->TakePicture();
         d->OnGui([] { Visible("statementView")->setFocus(); });
         d->Key(Qt::Key_Z, Qt::ControlModifier);
+        d->Until(QStringLiteral("no mark, the path being what it was"),
+                 [] { return Visible("checkList") == nullptr; });
     });
     d->Step(QStringLiteral("work-saved"), [this] {
         GoToPage("pushButtonUI");
