@@ -65,7 +65,8 @@ void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& 
     const QString now = present.versionId.isEmpty()
                             ? QStringLiteral("使用者现在没有%1版本").arg(kind)
                             : QStringLiteral("使用者现在使用“%1”").arg(present.versionName);
-    Rows()->addWidget(MakeLabel(isOnline ? "labelOnline" : "labelGray", kind + QStringLiteral("：") + now, this));
+    Rows()->addWidget(
+        MakeLabel(isOnline ? "labelOnline" : "labelGray", kind + QStringLiteral("：") + now, this));
     for (const VersionServiceRelease& release : releases) {
         if (isOfState(release)) {
             Rows()->addWidget(CreateRow(release, present));
@@ -88,8 +89,9 @@ QWidget* ReleaseDialog::CreateRow(const VersionServiceRelease& release, const Ve
         MakeLabel("labelReleased", release.present ? QStringLiteral("使用中 · ") + released : released, row);
     when->setProperty("hint", true);
     const QString stop = isOnline ? QStringLiteral("下线…") : QStringLiteral("停止灰度…");
-    auto* act = release.present ? MakeButton("buttonStop", stop, Wb::DefaultButton, row)
-                                : MakeButton("buttonReturn", QStringLiteral("恢复…"), Wb::SecondaryButton, row);
+    auto* act = release.present
+                    ? MakeButton("buttonStop", stop, Wb::DefaultButton, row)
+                    : MakeButton("buttonReturn", QStringLiteral("恢复…"), Wb::SecondaryButton, row);
     act->setAccessibleName(act->text() + release.versionName);
     if (!release.description.isEmpty()) {
         row->setToolTip(UIUtils::PlainToolTip(release.description));
