@@ -6,6 +6,8 @@
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
+#include <QRect>
+
 #include <algorithm>
 
 namespace
@@ -128,19 +130,39 @@ QVariant RpaTableData::GetCell(int row, int column) const
     return rows.at(row).at(column);
 }
 
+bool RpaTableData::PutCell(const Cell& cell, bool& changed)
+{
+    QVariant fitting = cell.value;
+    if (cell.row < 0 || cell.row >= rows.size() || cell.column < 0 || cell.column >= columns.size() ||
+        !columns.at(cell.column).Fit(fitting))
+        return false;
+    QVariant& present = rows[cell.row][cell.column];
+    changed = present != fitting || present.isValid() != fitting.isValid();
+    if (changed)
+        present = fitting;
+    return true;
+}
+
 bool RpaTableData::SetCell(int row, int column, const QVariant& value)
 {
-    QVariant fitting = value;
-    if (row < 0 || row >= rows.size() || column < 0 || column >= columns.size() ||
-        !columns.at(column).Fit(fitting))
-        return false;
-    QVariant& cell = rows[row][column];
-    if (cell == fitting && cell.isValid() == fitting.isValid())
-        return true;
-    cell = fitting;
-    emit SigCellsChanged(row, column, row, column);
+    return SetCells({{row, column, value}});
+}
+
+bool RpaTableData::SetCells(const QVector<Cell>& cells)
+{
+    bool fits = true;
+    QRect area;
+    for (const Cell& cell : cells) {
+        bool changed = false;
+        fits = PutCell(cell, changed) && fits;
+        if (changed)
+            area |= QRect(cell.column, cell.row, 1, 1);
+    }
+    if (area.isEmpty())
+        return fits;
+    emit SigCellsChanged(area.top(), area.left(), area.bottom(), area.right());
     emit SigChanged();
-    return true;
+    return fits;
 }
 
 int RpaTableData::InsertRows(int row, const QVector<QVariantList>& newRows)

@@ -12,18 +12,25 @@ void CellsCommand::redo()
         return;
     if (addedRows > 0)
         data->InsertRows(-1, QVector<QVariantList>(addedRows));
-    for (const CellChange& change : changes)
-        data->SetCell(change.row, change.column, change.after);
+    Put(&CellChange::after);
 }
 
 void CellsCommand::undo()
 {
     if (!data)
         return;
-    for (const CellChange& change : changes)
-        data->SetCell(change.row, change.column, change.before);
+    Put(&CellChange::before);
     if (addedRows > 0)
         data->RemoveRows(data->GetRowCount() - addedRows, addedRows);
+}
+
+void CellsCommand::Put(QVariant CellChange::*value)
+{
+    QVector<RpaTableData::Cell> cells;
+    cells.reserve(changes.size());
+    for (const CellChange& change : changes)
+        cells.append({change.row, change.column, change.*value});
+    data->SetCells(cells);
 }
 
 RowsCommand::RowsCommand(const QString& text, RpaTableData* changed, const QVector<Row>& changedRows,

@@ -25,6 +25,8 @@ public:
     void redo() override;
 
 private:
+    void Put(QVariant CellChange::*value);
+
     const QPointer<RpaTableData> data;
     const QVector<CellChange> changes;
     const int addedRows;

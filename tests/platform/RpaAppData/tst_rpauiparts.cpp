@@ -55,6 +55,7 @@ private slots:
     void dropsValuesThatDoNotFitANewType();
     void announcesValuesApartFromDefinitions();
     void fitsCellsToColumns();
+    void announcesAnyNumberOfCellsOnce();
     void insertsRowsAllOrNone();
     void keepsRowsAndColumnsTogether();
     void emptiesCellsThatDoNotFitANewType();
@@ -262,6 +263,28 @@ void RpaUIPartsTest::fitsCellsToColumns()
     QCOMPARE(table.GetCell(0, 1), QVariant(QDate(2025, 1, 2)));
     QVERIFY(table.SetCell(0, 0, QString()));
     QVERIFY(!table.GetCell(0, 0).isValid());
+}
+
+void RpaUIPartsTest::announcesAnyNumberOfCellsOnce()
+{
+    RpaTableData table;
+    table.InsertColumn(-1, Column(QStringLiteral("n"), RpaColumnType::Number));
+    table.InsertColumn(-1, Column(QStringLiteral("t")));
+    table.InsertRows(-1, {{1, QStringLiteral("a")}, {2, QStringLiteral("b")}, {3, QStringLiteral("c")}});
+    QSignalSpy cells(&table, &RpaTableData::SigCellsChanged);
+    QSignalSpy changed(&table, &RpaTableData::SigChanged);
+
+    QVERIFY(table.SetCells({{2, 0, 30}, {0, 0, 1}, {1, 1, QStringLiteral("B")}}));
+    QVERIFY(!table.SetCells({{0, 0, QStringLiteral("x")}, {0, 2, 1}, {0, 1, QStringLiteral("A")}}));
+
+    QCOMPARE(cells.count(), 2);
+    QCOMPARE(cells.at(0), QVariantList({1, 0, 2, 1}));
+    QCOMPARE(changed.count(), 2);
+    QCOMPARE(table.GetRow(0), QVariantList({1.0, QStringLiteral("A")}));
+    QCOMPARE(table.GetRow(1), QVariantList({2.0, QStringLiteral("B")}));
+    QCOMPARE(table.GetCell(2, 0), QVariant(30.0));
+    QVERIFY(table.SetCells({{2, 0, 30}}));
+    QCOMPARE(changed.count(), 2);
 }
 
 void RpaUIPartsTest::insertsRowsAllOrNone()

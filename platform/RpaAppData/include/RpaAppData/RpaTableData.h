@@ -84,6 +84,16 @@ public:
     // False outside the table or when the value does not fit the column.
     bool SetCell(int row, int column, const QVariant& value);
 
+    struct Cell
+    {
+        int row;
+        int column;
+        QVariant value;
+    };
+    // Any number of cells, announced once. False when some lie outside the table or do not fit; those are
+    // left as they are.
+    bool SetCells(const QVector<Cell>& cells);
+
     // Inserts before the row (-1 or beyond the end: at the end). Short rows are filled with empty cells.
     // Nothing is inserted and -1 returned when a value does not fit or a row is too long; else the index of
     // the first new row.
@@ -139,6 +149,8 @@ signals:
 
 private:
     using Rows = QVector<QVector<QVariant>>;
+    // Whether the value fits; true in changed when the cell was another one.
+    bool PutCell(const Cell& cell, bool& changed);
     void ForEachRow(const std::function<void(QVector<QVariant>&)>& act);
 
     QVector<RpaTableColumn> columns;
