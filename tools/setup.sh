@@ -10,7 +10,7 @@ run_packages=(
     g++ cmake ninja-build ccache pkg-config
     qtbase5-dev qttranslations5-l10n libqt5sql5-sqlite libqt5sql5-psql
     qtwebengine5-dev libqt5webchannel5-dev
-    libboost1.74-dev libsodium-dev libssl-dev libcurl4-openssl-dev
+    libboost1.74-dev libsodium-dev libssl-dev libcurl4-openssl-dev zlib1g-dev
     libkf5syntaxhighlighting-dev
     python3 python3-venv python3-pip python3-openpyxl python3-requests
     fonts-noto-cjk fonts-dejavu-core
