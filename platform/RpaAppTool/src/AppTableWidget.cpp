@@ -1,12 +1,14 @@
 #include "AppTableWidget_p.h"
 #include "CsvText_p.h"
 #include "CutTextDelegate_p.h"
-#include "TableModel_p.h"
+#include "TableExchange_p.h"
+#include "TableFind_p.h"
+#include "TransferBar_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbEditHistory.h>
+#include <WbBaseUI/WbFindBar.h>
 #include <WbBaseUI/WbIcons.h>
-#include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QClipboard>
@@ -15,7 +17,6 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QSaveFile>
 #include <QTableView>
 #include <QToolButton>
 
@@ -25,27 +26,15 @@ namespace
 constexpr int LeastWidth = 40;
 constexpr int UsualWidth = 140;
 constexpr int MostWidth = 1200;
-constexpr qint64 CsvBytesAtMost = 64 * 1024 * 1024;
 
-QVector<int> SelectedRows(const QTableView& view)
+QVector<int> RowsOf(const QModelIndexList& cells)
 {
     QVector<int> rows;
-    const QModelIndexList cells = view.selectionModel()->selectedIndexes();
     for (const QModelIndex& cell : cells)
         rows << cell.row();
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
-}
-
-QString TextOf(const TableMisfits& misfits)
-{
-    QStringList texts;
-    if (misfits.ofAnotherType > 0)
-        texts << QStringLiteral("%1 个单元格与列的类型不符").arg(misfits.ofAnotherType);
-    if (misfits.tooLong > 0)
-        texts << QStringLiteral("%1 个单元格的文字超过 16 MB").arg(misfits.tooLong);
-    return texts.join(QStringLiteral("，"));
 }
 
 } // namespace
@@ -68,8 +57,16 @@ AppTableWidget::AppTableWidget(QWidget* parent)
     layout->setSpacing(DpiTool::ScaleDefault(4));
     layout->addWidget(BuildToolBar());
     BuildView();
+    auto* findBar = new WbFindBar(QStringLiteral("在表格中查找"));
+    auto* transferBar = new TransferBar;
+    layout->addWidget(findBar);
+    layout->addWidget(transferBar);
     layout->addWidget(view, 1);
+    find = new TableFind(*model, *view, *findBar, this);
+    exchange = new TableExchange(*model, *transferBar, this);
 
+    connect(exchange, &TableExchange::SigBusyChanged, this, &AppTableWidget::UpdateState);
+    connect(find, &TableFind::SigModelChanged, this, &AppTableWidget::FollowSelection);
     WbEditHistory::Instance()->Watch(&undoStack, this);
     connect(model, &TableModel::SigRefused, this,
             [](const QString& reason) { WbToast::Show(reason, ToastWarning); });
@@ -87,12 +84,17 @@ AppTableWidget::AppTableWidget(QWidget* parent)
     connect(model, &QAbstractItemModel::modelReset, this, [this] { SetWidths(0, model->columnCount() - 1); });
     connect(model, &QAbstractItemModel::columnsInserted, this,
             [this](const QModelIndex&, int first, int last) { SetWidths(first, last); });
+    FollowSelection();
+}
+
+AppTableWidget::~AppTableWidget() = default;
+
+void AppTableWidget::FollowSelection()
+{
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &AppTableWidget::UpdateState);
     UpdateState();
 }
-
-AppTableWidget::~AppTableWidget() = default;
 
 QWidget* AppTableWidget::BuildToolBar()
 {
@@ -116,9 +118,11 @@ QWidget* AppTableWidget::BuildToolBar()
     editButtons << add(QStringLiteral("tableDeleteRows"), QStringLiteral("delete"),
                        QStringLiteral("删除选中的行"), &AppTableWidget::RemoveRows);
     editButtons << add(QStringLiteral("tableImport"), QStringLiteral("import"),
-                       QStringLiteral("从 CSV 文件导入"), &AppTableWidget::ImportCsv);
-    add(QStringLiteral("tableExport"), QStringLiteral("export"), QStringLiteral("导出为 CSV 文件"),
-        &AppTableWidget::ExportCsv);
+                       QStringLiteral("从 Excel 或 CSV 文件导入"), [this] { exchange->Import(); });
+    exportButton = add(QStringLiteral("tableExport"), QStringLiteral("export"),
+                       QStringLiteral("导出为 Excel 或 CSV 文件"), [this] { exchange->Export(); });
+    add(QStringLiteral("tableFind"), QStringLiteral("search"), QStringLiteral("查找和筛选（Ctrl+F）"),
+        [this] { find->Open(); });
     layout->addStretch();
     countLabel = new QLabel;
     countLabel->setObjectName(QStringLiteral("tableCount"));
@@ -149,6 +153,8 @@ void AppTableWidget::SetTableData(RpaTableData* pageData)
 {
     if (RpaTableData* const former = model->GetData())
         former->disconnect(this);
+    exchange->EndImport(QStringLiteral("表格已不在页面上，导入已取消"));
+    find->ShowAll();
     model->SetData(pageData);
     if (pageData)
         connect(pageData, &RpaTableData::SigResultsChanged, this, &AppTableWidget::UpdateState);
@@ -158,13 +164,15 @@ void AppTableWidget::SetTableData(RpaTableData* pageData)
 void AppTableWidget::SetUserEditable(bool editable)
 {
     userEditable = editable;
+    if (!userEditable)
+        exchange->EndImport(QStringLiteral("流程开始运行，导入已取消"));
     UpdateState();
 }
 
 // What is typed between the results of a run would go with them, or stay with them.
 bool AppTableWidget::IsEditable() const
 {
-    return userEditable && !HasResults();
+    return userEditable && !HasResults() && !exchange->IsBusy();
 }
 
 bool AppTableWidget::HasResults() const
@@ -182,6 +190,7 @@ void AppTableWidget::UpdateState()
     const bool hasColumns = model->columnCount() > 0;
     for (QToolButton* button : qAsConst(editButtons))
         button->setEnabled(IsEditable() && hasColumns);
+    exportButton->setEnabled(hasColumns && !exchange->IsBusy());
     if (!view->selectionModel()->hasSelection())
         editButtons.at(1)->setEnabled(false);
 }
@@ -198,6 +207,8 @@ void AppTableWidget::SetWidths(int first, int last)
 
 void AppTableWidget::AddRow()
 {
+    // An empty row holds nothing that is looked for.
+    find->ShowAll();
     const QModelIndex current = view->currentIndex();
     const int row = current.isValid() ? current.row() + 1 : model->rowCount();
     model->InsertRow(row);
@@ -206,9 +217,19 @@ void AppTableWidget::AddRow()
     view->setFocus();
 }
 
+// Those of the table, which are not those of the view while it is filtered.
+QModelIndexList AppTableWidget::SelectedCells() const
+{
+    QModelIndexList cells;
+    const QModelIndexList selected = view->selectionModel()->selectedIndexes();
+    for (const QModelIndex& cell : selected)
+        cells << find->ToTable(cell);
+    return cells;
+}
+
 void AppTableWidget::RemoveRows()
 {
-    model->RemoveRows(SelectedRows(*view));
+    model->RemoveRows(RowsOf(SelectedCells()));
 }
 
 void AppTableWidget::Copy()
@@ -220,10 +241,11 @@ void AppTableWidget::Copy()
     for (const QItemSelectionRange& range : selection)
         area |= QRect(QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom()));
     QVector<QStringList> rows;
-    for (int row = area.top(); row <= area.bottom(); ++row) {
+    const QVector<int> tableRows = find->RowsFrom(area.top(), area.height());
+    for (const int row : tableRows) {
         QStringList cells;
         for (int column = area.left(); column <= area.right(); ++column)
-            cells << TableModel::TextOf(model->GetData()->GetCell(row, column));
+            cells << model->GetText(row, column);
         rows << cells;
     }
     QGuiApplication::clipboard()->setText(CsvText::WriteClipboard(rows));
@@ -235,61 +257,10 @@ void AppTableWidget::Paste()
     const QVector<QStringList> rows = CsvText::ReadClipboard(QGuiApplication::clipboard()->text());
     if (!IsEditable() || rows.isEmpty() || model->columnCount() == 0)
         return;
-    const TableMisfits misfits =
-        model->PasteTexts(qMax(0, current.row()), qMax(0, current.column()), rows, QStringLiteral("粘贴"));
+    const TableMisfits misfits = model->PasteTexts(find->RowsFrom(qMax(0, current.row()), rows.size()),
+                                                   qMax(0, current.column()), rows, QStringLiteral("粘贴"));
     if (misfits.Any())
-        WbToast::Show(QStringLiteral("%1，没有粘贴").arg(TextOf(misfits)), ToastWarning);
-}
-
-void AppTableWidget::ImportCsv()
-{
-    const QPointer<RpaTableData> asked = model->GetData();
-    const QString path = WbSystemDialogs::OpenFile(this, QStringLiteral("导入 CSV 文件"), QString(),
-                                                   QStringLiteral("CSV 文件 (*.csv *.txt);;所有文件 (*)"));
-    // Another page may be shown by now; what was meant for the table before must not go into its table.
-    if (path.isEmpty() || !asked || model->GetData() != asked)
-        return;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        WbToast::Show(QStringLiteral("无法读取文件：%1").arg(file.errorString()), ToastError);
-        return;
-    }
-    if (file.size() > CsvBytesAtMost) {
-        WbToast::Show(QStringLiteral("文件超过 64 MB，无法导入"), ToastError);
-        return;
-    }
-    QVector<QStringList> rows = CsvText::Read(file.readAll());
-    // A first line that repeats the column names is their header, not a row.
-    if (!rows.isEmpty() && rows.first() == GetColumnNames())
-        rows.removeFirst();
-    const TableMisfits misfits = model->PasteTexts(model->rowCount(), 0, rows, QStringLiteral("导入"));
-    if (misfits.Any())
-        WbToast::Show(QStringLiteral("已导入 %1 行，%2，留空").arg(rows.size()).arg(TextOf(misfits)),
-                      ToastWarning);
-    else
-        WbToast::Show(QStringLiteral("已导入 %1 行").arg(rows.size()), ToastSuccess);
-}
-
-void AppTableWidget::ExportCsv()
-{
-    const QPointer<RpaTableData> asked = model->GetData();
-    const QString path =
-        WbSystemDialogs::SaveFile(this, QStringLiteral("导出 CSV 文件"), QStringLiteral("表格.csv"),
-                                  QStringLiteral("CSV 文件 (*.csv)"));
-    if (path.isEmpty() || model->GetData() != asked)
-        return;
-    QVector<QStringList> rows{GetColumnNames()};
-    for (int row = 0; row < GetRowCount(); ++row) {
-        QStringList cells;
-        for (int column = 0; column < model->columnCount(); ++column)
-            cells << TableModel::TextOf(GetCell(row, column));
-        rows << cells;
-    }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(CsvText::Write(rows)) < 0 || !file.commit())
-        WbToast::Show(QStringLiteral("无法写入文件：%1").arg(file.errorString()), ToastError);
-    else
-        WbToast::Show(QStringLiteral("已导出 %1 行").arg(GetRowCount()), ToastSuccess);
+        WbToast::Show(QStringLiteral("%1，没有粘贴").arg(misfits.GetText()), ToastWarning);
 }
 
 bool AppTableWidget::eventFilter(QObject* watched, QEvent* event)
@@ -303,6 +274,10 @@ bool AppTableWidget::HandleKey(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy))
         Copy();
+    else if (event->matches(QKeySequence::Find))
+        find->Open();
+    else if (event->key() == Qt::Key_F3)
+        find->FindNext(event->modifiers().testFlag(Qt::ShiftModifier));
     else if (event->matches(QKeySequence::Paste))
         Paste();
     else if (event->matches(QKeySequence::Undo) && IsEditable())
@@ -310,7 +285,7 @@ bool AppTableWidget::HandleKey(QKeyEvent* event)
     else if (event->matches(QKeySequence::Redo) && IsEditable())
         undoStack.redo();
     else if (event->key() == Qt::Key_Delete && IsEditable())
-        model->ClearCells(view->selectionModel()->selectedIndexes());
+        model->ClearCells(SelectedCells());
     else
         return false;
     return true;

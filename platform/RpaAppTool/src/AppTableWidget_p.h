@@ -2,12 +2,15 @@
 
 #include <RpaAppTool/IAppTableWidget.h>
 
+#include <QModelIndex>
 #include <QTimer>
 #include <QUndoStack>
 
 class QLabel;
 class QTableView;
 class QToolButton;
+class TableExchange;
+class TableFind;
 class TableModel;
 
 // The table with its tool bar.
@@ -36,6 +39,8 @@ private:
     QWidget* BuildToolBar();
     void BuildView();
     void UpdateState();
+    void FollowSelection();
+    QList<QModelIndex> SelectedCells() const;
     bool IsEditable() const;
     bool HasResults() const;
     void SetWidths(int first, int last);
@@ -43,8 +48,6 @@ private:
     void RemoveRows();
     void Copy();
     void Paste();
-    void ImportCsv();
-    void ExportCsv();
     bool HandleKey(QKeyEvent* event);
 
     QUndoStack undoStack;
@@ -53,5 +56,8 @@ private:
     QTableView* view;
     QLabel* countLabel = nullptr;
     QList<QToolButton*> editButtons;
+    QToolButton* exportButton = nullptr;
+    TableFind* find = nullptr;
+    TableExchange* exchange = nullptr;
     bool userEditable = true;
 };

@@ -5,12 +5,10 @@
 namespace
 {
 
-const QByteArray Bom("\xEF\xBB\xBF");
-
 QString Decode(QByteArray bytes)
 {
-    if (bytes.startsWith(Bom))
-        bytes.remove(0, Bom.size());
+    if (bytes.startsWith(CsvText::bom))
+        bytes.remove(0, CsvText::bom.size());
     QTextCodec::ConverterState state;
     const QString text =
         QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
@@ -89,6 +87,8 @@ QString Harmless(const QString& cell)
 
 } // namespace
 
+const QByteArray CsvText::bom("\xEF\xBB\xBF");
+
 QVector<QStringList> CsvText::Read(const QByteArray& bytes)
 {
     const QString text = Decode(bytes);
@@ -96,6 +96,11 @@ QVector<QStringList> CsvText::Read(const QByteArray& bytes)
 }
 
 QByteArray CsvText::Write(const QVector<QStringList>& rows)
+{
+    return bom + WriteLines(rows);
+}
+
+QByteArray CsvText::WriteLines(const QVector<QStringList>& rows)
 {
     QString text;
     for (const QStringList& row : rows) {
@@ -106,7 +111,7 @@ QByteArray CsvText::Write(const QVector<QStringList>& rows)
         }
         text += QStringLiteral("\r\n");
     }
-    return Bom + text.toUtf8();
+    return text.toUtf8();
 }
 
 QVector<QStringList> CsvText::ReadClipboard(const QString& text)

@@ -17,6 +17,10 @@ QVector<QStringList> Read(const QByteArray& bytes);
 // begin with = + - @) are preceded by an apostrophe, unless they are numbers.
 QByteArray Write(const QVector<QStringList>& rows);
 
+// Its parts: what it begins with, and lines.
+extern const QByteArray bom;
+QByteArray WriteLines(const QVector<QStringList>& rows);
+
 // Cells of the clipboard: rows by line breaks, cells by tabs; quoted cells may hold both.
 QVector<QStringList> ReadClipboard(const QString& text);
 QString WriteClipboard(const QVector<QStringList>& rows);

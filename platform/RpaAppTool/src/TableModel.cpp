@@ -27,6 +27,18 @@ QString RefusalOf(const QString& text, RpaColumnType type)
 }
 } // namespace
 
+QString TableMisfits::GetText() const
+{
+    QStringList texts;
+    if (ofAnotherType > 0)
+        texts << QStringLiteral("%1 个单元格与列的类型不符").arg(ofAnotherType);
+    if (tooLong > 0)
+        texts << QStringLiteral("%1 个单元格的文字超过 16 MB").arg(tooLong);
+    if (beyond > 0)
+        texts << QStringLiteral("%1 个单元格在最后一列之外").arg(beyond);
+    return texts.join(QStringLiteral("，"));
+}
+
 TableModel::TableModel(QUndoStack& stack, QObject* parent) : QAbstractTableModel(parent), undoStack(stack) {}
 
 void TableModel::SetData(RpaTableData* given)
@@ -166,7 +178,12 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
     return true;
 }
 
-TableMisfits TableModel::PasteTexts(int row, int column, const QVector<QStringList>& texts,
+QString TableModel::GetText(int row, int column) const
+{
+    return tableData ? TextOf(tableData->GetCell(row, column)) : QString();
+}
+
+TableMisfits TableModel::PasteTexts(const QVector<int>& rows, int column, const QVector<QStringList>& texts,
                                     const QString& actName)
 {
     if (!tableData || texts.isEmpty())
@@ -176,17 +193,30 @@ TableMisfits TableModel::PasteTexts(int row, int column, const QVector<QStringLi
     TableMisfits misfits;
     for (int i = 0; i < texts.size(); ++i) {
         const QStringList& cells = texts.at(i);
-        for (int j = 0; j < cells.size() && column + j < columns.size(); ++j) {
+        const int row = i < rows.size() ? rows.at(i) : tableData->GetRowCount() + i - rows.size();
+        for (int j = 0; j < cells.size(); ++j) {
             QVariant after = cells.at(j);
-            if (columns.at(column + j).Fit(after))
-                changes.append({row + i, column + j, tableData->GetCell(row + i, column + j), after});
+            if (column + j >= columns.size())
+                misfits.beyond += cells.at(j).isEmpty() ? 0 : 1;
+            else if (columns.at(column + j).Fit(after))
+                changes.append({row, column + j, tableData->GetCell(row, column + j), after});
             else
                 ++(ContentLimits::Fits(cells.at(j)) ? misfits.ofAnotherType : misfits.tooLong);
         }
     }
-    const int added = qMax(0, row + texts.size() - tableData->GetRowCount());
-    undoStack.push(new CellsCommand(actName, tableData, changes, added));
+    undoStack.push(new CellsCommand(actName, tableData, changes, qMax(0, texts.size() - rows.size())));
     return misfits;
+}
+
+void TableModel::AppendRows(const QVector<QVariantList>& added, const QString& actName)
+{
+    if (!tableData || added.isEmpty())
+        return;
+    QVector<RowsCommand::Row> rows;
+    rows.reserve(added.size());
+    for (const QVariantList& cells : added)
+        rows.append({tableData->GetRowCount() + rows.size(), cells});
+    undoStack.push(new RowsCommand(actName, tableData, rows, true));
 }
 
 void TableModel::InsertRow(int row)

@@ -12,8 +12,11 @@ struct TableMisfits
 {
     int ofAnotherType = 0;
     int tooLong = 0;
+    int beyond = 0; // the last column
 
-    bool Any() const { return ofAnotherType + tooLong > 0; }
+    bool Any() const { return ofAnotherType + tooLong + beyond > 0; }
+    // In the user's words.
+    QString GetText() const;
 };
 
 // The table of a page for its view. What the user changes goes through the undo stack; what a run changes
@@ -38,10 +41,15 @@ public:
 
     // Cell as the user reads and copies it.
     static QString TextOf(const QVariant& value);
+    QString GetText(int row, int column) const;
 
-    // Writes texts as one act, beginning at a cell; rows are added as needed, columns beyond the last are
-    // left out. Returns how many cells did not fit and were left as they were.
-    TableMisfits PasteTexts(int row, int column, const QVector<QStringList>& texts, const QString& actName);
+    // Writes texts as one act into these rows, beginning at a column; rows that are lacking are added at the
+    // end, columns beyond the last left out. Returns how many cells did not fit and were left as they were.
+    TableMisfits PasteTexts(const QVector<int>& rows, int column, const QVector<QStringList>& texts,
+                            const QString& actName);
+
+    // Adds rows that fit at the end, as one act.
+    void AppendRows(const QVector<QVariantList>& rows, const QString& actName);
 
     void InsertRow(int row);
     void RemoveRows(const QVector<int>& rows);

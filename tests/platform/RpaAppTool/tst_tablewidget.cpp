@@ -12,9 +12,11 @@
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <QToolTip>
 
@@ -41,8 +43,43 @@ private slots:
     void itsEndWhileAFileIsChosenIsNoHarm_data();
     void itsEndWhileAFileIsChosenIsNoHarm();
     void aTableThatCameMeanwhileIsNotFilled();
+    void aWorkbookGoesOutAndComesIn();
+    void aHundredThousandRowsHoldNobodyUp();
+    void anImportCanBeCancelled();
+    void aRunEndsAnImport();
+    void whatLiesBehindTheLastColumnIsTold();
+    void aPasteBeginsAtTheCursorAndIsOneStep();
+    void findGoesFromCellToCell();
+    void onlyMatchingRowsAreShownAndEdited();
 
 private:
+    void ImportFrom(const QString& path)
+    {
+        ModalDriver modals;
+        modals.ThenIn<QFileDialog>([path](QFileDialog* files) { Choose(files, path); });
+        PressTool("tableImport");
+    }
+    void ExportTo(const QString& path)
+    {
+        ModalDriver modals;
+        modals.ThenIn<QFileDialog>([path](QFileDialog* files) { Choose(files, path); });
+        PressTool("tableExport");
+    }
+    QWidget* Part(const char* name) { return host->findChild<QWidget*>(QLatin1String(name)); }
+    // As many rows as an import should take a while for.
+    QString ManyRows()
+    {
+        QByteArray lines;
+        for (int i = 0; i < 100000; ++i)
+            lines += "name " + QByteArray::number(i) + "," + QByteArray::number(i) + "\n";
+        return SomeCsv(lines);
+    }
+    void PressFind()
+    {
+        View()->setFocus();
+        QTest::keyClick(View(), Qt::Key_F, Qt::ControlModifier);
+    }
+
     QTableView* View() { return host->findChild<QTableView*>(QStringLiteral("tableView")); }
     QAbstractItemModel* Model() { return View()->model(); }
 
@@ -261,8 +298,10 @@ void TableWidget::aFileIsImported()
 
     PressTool("tableImport");
 
-    QCOMPARE(table->GetRowCount(), 2);
+    QTRY_COMPARE(table->GetRowCount(), 2);
     QCOMPARE(table->GetCell(1, 0).toString(), QStringLiteral("张"));
+    QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table->GetRowCount(), 1);
 }
 
 void TableWidget::theTableIsExported()
@@ -271,15 +310,18 @@ void TableWidget::theTableIsExported()
     ModalDriver modals;
     modals.ThenIn<QFileDialog>([path](QFileDialog* files) {
         QCOMPARE(files->acceptMode(), QFileDialog::AcceptSave);
-        QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(), QStringLiteral("表格.csv"));
+        QCOMPARE(QFileInfo(files->selectedFiles().value(0)).fileName(), QStringLiteral("表格.xlsx"));
         Choose(files, path);
     });
 
     PressTool("tableExport");
 
+    QTRY_VERIFY(QFile::exists(path));
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(QString::fromUtf8(file.readAll()).contains(QStringLiteral("王,1")));
+    const QByteArray bytes = file.readAll();
+    QVERIFY(bytes.startsWith("\xEF\xBB\xBF"));
+    QCOMPARE(QString::fromUtf8(bytes), QStringLiteral("姓名,金额\r\n王,1\r\n"));
 }
 
 void TableWidget::itsEndWhileAFileIsChosenIsNoHarm_data()
@@ -321,6 +363,159 @@ void TableWidget::aTableThatCameMeanwhileIsNotFilled()
     QCOMPARE(other.GetRowCount(), 0);
     QCOMPARE(table->GetRowCount(), 1);
     widget->SetTableData(nullptr);
+}
+
+void TableWidget::aWorkbookGoesOutAndComesIn()
+{
+    ToastWatcher toasts;
+    const QString path = folder.filePath(QStringLiteral("两行.xlsx"));
+    QFile::remove(path);
+    table->AppendRow({QStringLiteral("李"), 2.5});
+    ExportTo(path);
+    QTRY_COMPARE(toasts.GetTexts(), QStringList{QStringLiteral("已导出 2 行")});
+    table->ClearRows();
+
+    ImportFrom(path);
+
+    QTRY_COMPARE(table->GetRowCount(), 2);
+    QCOMPARE(table->GetRow(1), (QVariantList{QStringLiteral("李"), 2.5}));
+    QCOMPARE(toasts.GetTexts().last(), QStringLiteral("已导入 2 行"));
+    QVERIFY(!Part("transferProgress")->isVisible());
+}
+
+void TableWidget::aHundredThousandRowsHoldNobodyUp()
+{
+    const QString path = ManyRows();
+    const QString book = folder.filePath(QStringLiteral("很多.xlsx"));
+    tester.reset(); // asks for every row
+    int turns = 0;
+    QTimer ticks;
+    connect(&ticks, &QTimer::timeout, this, [&turns] { ++turns; });
+    ticks.start(0);
+
+    ImportFrom(path);
+    QVERIFY(Part("transferProgress")->isVisible());
+    QVERIFY(!Part("tableAddRow")->isEnabled());
+    QTRY_COMPARE_WITH_TIMEOUT(table->GetRowCount(), 100001, 60000);
+    QVERIFY(turns > 0);
+    QVERIFY(Part("tableAddRow")->isEnabled());
+    ExportTo(book);
+    QTRY_VERIFY_WITH_TIMEOUT(!Part("transferProgress")->isVisible(), 60000);
+    ImportFrom(book);
+    QTRY_COMPARE_WITH_TIMEOUT(table->GetRowCount(), 200002, 60000);
+
+    QCOMPARE(table->GetRow(200001), (QVariantList{QStringLiteral("name 99999"), 99999.0}));
+    QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table->GetRowCount(), 100001);
+}
+
+void TableWidget::anImportCanBeCancelled()
+{
+    ToastWatcher toasts;
+    ImportFrom(ManyRows());
+
+    QTest::mouseClick(Part("transferCancel"), Qt::LeftButton);
+
+    QTRY_VERIFY(!Part("transferProgress")->isVisible());
+    QCOMPARE(table->GetRowCount(), 1);
+    QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("已取消")});
+    QVERIFY(Part("tableAddRow")->isEnabled());
+}
+
+void TableWidget::aRunEndsAnImport()
+{
+    ToastWatcher toasts;
+    ImportFrom(ManyRows());
+
+    widget->SetUserEditable(false);
+
+    QTRY_VERIFY(!Part("transferProgress")->isVisible());
+    QCOMPARE(table->GetRowCount(), 1);
+    QCOMPARE(toasts.GetTexts().first(), QStringLiteral("流程开始运行，导入已取消"));
+}
+
+void TableWidget::whatLiesBehindTheLastColumnIsTold()
+{
+    ToastWatcher toasts;
+    View()->setCurrentIndex(Model()->index(0, 1));
+    QGuiApplication::clipboard()->setText(QStringLiteral("5\t6\t\t7"));
+
+    QTest::keyClick(View(), Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(table->GetRow(0), (QVariantList{QStringLiteral("王"), 5.0}));
+    QCOMPARE(toasts.GetTexts(), QStringList{QStringLiteral("2 个单元格在最后一列之外，没有粘贴")});
+}
+
+void TableWidget::aPasteBeginsAtTheCursorAndIsOneStep()
+{
+    table->AppendRow({QStringLiteral("李"), 2});
+    View()->setCurrentIndex(Model()->index(1, 0));
+    QGuiApplication::clipboard()->setText(QStringLiteral("\"a\tb\nc\"\"\"\t8\r\nd\t9\r\n"));
+
+    QTest::keyClick(View(), Qt::Key_V, Qt::ControlModifier);
+
+    QCOMPARE(table->GetRowCount(), 3);
+    QCOMPARE(table->GetRow(0), (QVariantList{QStringLiteral("王"), 1.0}));
+    QCOMPARE(table->GetRow(1), (QVariantList{QStringLiteral("a\tb\nc\""), 8.0}));
+    QCOMPARE(table->GetRow(2), (QVariantList{QStringLiteral("d"), 9.0}));
+    QTest::keyClick(View(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(table->GetRowCount(), 2);
+    QCOMPARE(table->GetRow(1), (QVariantList{QStringLiteral("李"), 2.0}));
+}
+
+void TableWidget::findGoesFromCellToCell()
+{
+    table->AppendRow({QStringLiteral("Li 12"), 34});
+    table->AppendRow({QStringLiteral("张"), 12});
+    PressFind();
+    auto* edit = host->findChild<QLineEdit*>(QStringLiteral("lineEditFind"));
+    QTRY_VERIFY(edit->isVisible());
+    edit->clear();
+    QTest::keyClicks(edit, QStringLiteral("12"));
+    QTRY_COMPARE(host->findChild<QLabel*>(QStringLiteral("labelFindCount"))->text(),
+                 QStringLiteral("共 2 处"));
+
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(View()->currentIndex(), Model()->index(1, 0));
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(View()->currentIndex(), Model()->index(2, 1));
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(View()->currentIndex(), Model()->index(1, 0));
+    QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
+    QCOMPARE(View()->currentIndex(), Model()->index(2, 1));
+    QTest::keyClick(edit, Qt::Key_Escape);
+    QVERIFY(!edit->isVisible());
+}
+
+void TableWidget::onlyMatchingRowsAreShownAndEdited()
+{
+    table->AppendRow({QStringLiteral("李一"), 21});
+    table->AppendRow({QStringLiteral("张"), 22});
+    table->AppendRow({QStringLiteral("李二"), 23});
+    View()->setColumnWidth(0, 77);
+    PressFind();
+    auto* edit = host->findChild<QLineEdit*>(QStringLiteral("lineEditFind"));
+    edit->setText(QStringLiteral("李"));
+    QTest::mouseClick(Part("tableFilter"), Qt::LeftButton, {}, QPoint(8, Part("tableFilter")->height() / 2));
+
+    QTRY_COMPARE(Model()->rowCount(), 2);
+    QCOMPARE(Model()->headerData(1, Qt::Vertical).toInt(), 4);
+    QCOMPARE(View()->columnWidth(0), 77);
+    View()->setCurrentIndex(Model()->index(0, 1));
+    QGuiApplication::clipboard()->setText(QStringLiteral("5\n6\n7"));
+    QTest::keyClick(View(), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(table->GetCell(1, 1), QVariant(5.0));
+    QCOMPARE(table->GetCell(2, 1), QVariant(22.0));
+    QCOMPARE(table->GetCell(3, 1), QVariant(6.0));
+    QCOMPARE(table->GetCell(4, 1), QVariant(7.0));
+    View()->selectionModel()->select(Model()->index(1, 0), QItemSelectionModel::ClearAndSelect);
+    QTest::mouseClick(Part("tableDeleteRows"), Qt::LeftButton);
+    QCOMPARE(table->GetRowCount(), 4);
+    QCOMPARE(table->GetCell(2, 1), QVariant(22.0));
+    QCOMPARE(table->GetCell(3, 1), QVariant(7.0));
+
+    QTest::keyClick(edit, Qt::Key_Escape);
+    QCOMPARE(Model()->rowCount(), 4);
 }
 
 QTEST_MAIN(TableWidget)
