@@ -11,8 +11,6 @@
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaProcess.h>
 
-#include <QDate>
-
 namespace
 {
 constexpr int longestShown = 40;
@@ -20,8 +18,7 @@ constexpr int shownCells = 4;
 
 QString Shown(const QVariant& value)
 {
-    QString text =
-        value.userType() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate) : value.toString();
+    QString text = RpaParamItem::GetText(value);
     if (value.userType() == QMetaType::Bool)
         text = value.toBool() ? QStringLiteral("开") : QStringLiteral("关");
     text = text.simplified();
@@ -34,8 +31,8 @@ void AddValues(QVector<TakenAlong>& all, const RpaUIData& page, int pageIndex)
     for (int index = 0; index < items.size(); ++index) {
         const RpaParamItem& item = items.at(index);
         const QVariant value = item.isResult ? item.initial : item.value;
-        const bool isStored = value.isValid() && item.type != RpaParamType::Password;
-        if (!isStored || value == item.defaultValue || value.toString().isEmpty())
+        const bool isStored = value.isValid() && item.type != RpaParamType::Password && !item.IsOutput();
+        if (!isStored || value == item.defaultValue || RpaParamItem::GetText(value).isEmpty())
             continue;
         TakenAlong entry;
         entry.where = QStringLiteral("界面“%1”的参数“%2”").arg(page.GetName(), item.GetTitle());

@@ -1,46 +1,25 @@
 #include "ListMove_p.h"
 #include "ParamJson_p.h"
-#include "TypedValue_p.h"
 
 #include <RpaAppData/RpaParamData.h>
 #include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
-#include <QDate>
-
 #include <algorithm>
-#include <tuple>
+#include <cmath>
 #include <utility>
 
 namespace
 {
-struct TypeRow
+void DropOtherSettings(RpaParamItem& item)
 {
-    RpaParamType type;
-    const char* name;
-    QString title;
-};
-
-const QVector<TypeRow>& TypeRows()
-{
-    static const QVector<TypeRow> rows{
-        {RpaParamType::Text, "text", QStringLiteral("文本")},
-        {RpaParamType::Number, "number", QStringLiteral("数字")},
-        {RpaParamType::Date, "date", QStringLiteral("日期")},
-        {RpaParamType::Choice, "choice", QStringLiteral("下拉选择")},
-        {RpaParamType::Switch, "switch", QStringLiteral("开关")},
-        {RpaParamType::File, "file", QStringLiteral("文件")},
-        {RpaParamType::Password, "password", QStringLiteral("密码")},
-    };
-    return rows;
-}
-
-auto Tie(const RpaParamItem& item)
-{
-    return std::tie(item.name, item.label, item.type, item.foreignType, item.defaultValue, item.value,
-                    item.isResult, item.initial, item.choices, item.required, item.least, item.most,
-                    item.pattern, item.hint, item.unknown);
+    const bool isStep = item.type == RpaParamType::Slider && std::isfinite(item.step) && item.step > 0;
+    item.step = isStep ? item.step : 0;
+    item.lines = item.type == RpaParamType::Lines ? qBound(0, item.lines, RpaParamItem::mostLines) : 0;
+    item.columns = item.type == RpaParamType::Group ? qBound(0, item.columns, RpaParamItem::mostColumns) : 0;
+    if (!item.TakesEndings())
+        item.endings.clear();
 }
 
 void DropWhatDoesNotFit(RpaParamItem& item)
@@ -58,95 +37,20 @@ void DropWhatDoesNotFit(RpaParamItem& item)
     }
     if (!item.TakesPattern())
         item.pattern.clear();
+    if (!isForeign)
+        DropOtherSettings(item);
 }
 } // namespace
-
-QVariant RpaParamItem::GetEffectiveValue() const
-{
-    if (value.isValid())
-        return value;
-    if (defaultValue.isValid())
-        return defaultValue;
-    switch (type) {
-    case RpaParamType::Number:
-        return 0.0;
-    case RpaParamType::Date:
-        return QDate();
-    case RpaParamType::Switch:
-        return false;
-    default:
-        return QString();
-    }
-}
-
-bool RpaParamItem::Fit(QVariant& candidate) const
-{
-    if (TypedValue::IsTooLong(candidate))
-        return false;
-    // What a newer client's type may hold is unknown here.
-    const bool isForeign = type == RpaParamType::Text && !foreignType.isEmpty();
-    if (!candidate.isValid() || isForeign)
-        return true;
-    switch (type) {
-    case RpaParamType::Number:
-        return TypedValue::ToNumber(candidate);
-    case RpaParamType::Date:
-        return TypedValue::ToDate(candidate);
-    case RpaParamType::Switch:
-        return TypedValue::ToSwitch(candidate);
-    case RpaParamType::Choice: {
-        QVariant text = candidate;
-        if (!TypedValue::ToText(text) || !choices.contains(text.toString()))
-            return false;
-        candidate = text;
-        return true;
-    }
-    case RpaParamType::Text:
-    case RpaParamType::File:
-    case RpaParamType::Password:
-        break;
-    }
-    return TypedValue::ToText(candidate);
-}
-
-bool RpaParamItem::operator==(const RpaParamItem& other) const
-{
-    return Tie(*this) == Tie(other);
-}
-
-QString RpaParamItem::GetTypeName(RpaParamType type)
-{
-    for (const TypeRow& row : TypeRows()) {
-        if (row.type == type)
-            return QLatin1String(row.name);
-    }
-    return QString();
-}
-
-QString RpaParamItem::GetTypeTitle(RpaParamType type)
-{
-    for (const TypeRow& row : TypeRows()) {
-        if (row.type == type)
-            return row.title;
-    }
-    return QString();
-}
-
-QVector<RpaParamType> RpaParamItem::GetTypes()
-{
-    QVector<RpaParamType> types;
-    for (const TypeRow& row : TypeRows())
-        types.append(row.type);
-    return types;
-}
 
 RpaParamData::RpaParamData(QObject* parent) : QObject(parent) {}
 
 QStringList RpaParamData::GetNames() const
 {
     QStringList names;
-    for (const RpaParamItem& item : items)
-        names.append(item.name);
+    for (const RpaParamItem& item : items) {
+        if (item.type != RpaParamType::Group)
+            names.append(item.name);
+    }
     return names;
 }
 
@@ -252,6 +156,12 @@ bool RpaParamData::Write(int index, const QVariant& value, bool isResult)
     if (index < 0 || index >= items.size() || !items.at(index).Fit(fitting))
         return false;
     RpaParamItem& item = items[index];
+    if (item.IsOutput()) {
+        // Shown, and no part of the app that could have changed.
+        item.value = fitting;
+        emit SigValueChanged(index);
+        return true;
+    }
     const bool isSame = item.value == fitting && item.value.isValid() == fitting.isValid();
     if (isSame && (isResult || !item.isResult))
         return true;

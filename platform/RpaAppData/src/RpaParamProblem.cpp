@@ -2,6 +2,8 @@
 #include <RpaAppData/RpaTextPattern.h>
 
 #include <QDate>
+#include <QDateTime>
+#include <QRegularExpression>
 
 namespace
 {
@@ -14,20 +16,21 @@ struct RangeWords
 
 RangeWords WordsOf(RpaParamType type)
 {
-    if (type == RpaParamType::Date)
+    if (type == RpaParamType::Date || type == RpaParamType::DateTime)
         return {QStringLiteral("“%1”不能早于 %2"), QStringLiteral("“%1”不能晚于 %2")};
     return {QStringLiteral("“%1”不能小于 %2"), QStringLiteral("“%1”不能大于 %2")};
 }
 
-QString Shown(const QVariant& value)
-{
-    return value.userType() == QMetaType::QDate ? value.toDate().toString(Qt::ISODate) : value.toString();
-}
-
 bool IsBefore(const QVariant& one, const QVariant& other)
 {
-    return one.userType() == QMetaType::QDate ? one.toDate() < other.toDate()
-                                              : one.toDouble() < other.toDouble();
+    switch (static_cast<QMetaType::Type>(one.userType())) {
+    case QMetaType::QDate:
+        return one.toDate() < other.toDate();
+    case QMetaType::QDateTime:
+        return one.toDateTime() < other.toDateTime();
+    default:
+        return one.toDouble() < other.toDouble();
+    }
 }
 
 QString RangeProblem(const RpaParamItem& item)
@@ -39,10 +42,10 @@ QString RangeProblem(const RpaParamItem& item)
         return {};
     if (item.least.isValid() && item.most.isValid())
         return QStringLiteral("“%1”应在 %2 到 %3 之间")
-            .arg(item.GetTitle(), Shown(item.least), Shown(item.most));
+            .arg(item.GetTitle(), RpaParamItem::GetText(item.least), RpaParamItem::GetText(item.most));
     const RangeWords words = WordsOf(item.type);
     return (isBelow ? words.below : words.above)
-        .arg(item.GetTitle(), Shown(isBelow ? item.least : item.most));
+        .arg(item.GetTitle(), RpaParamItem::GetText(isBelow ? item.least : item.most));
 }
 
 QString PatternProblem(const RpaParamItem& item)
@@ -58,13 +61,46 @@ QString PatternProblem(const RpaParamItem& item)
 
 bool IsPicked(RpaParamType type)
 {
-    return type == RpaParamType::Choice || type == RpaParamType::Date || type == RpaParamType::File;
+    switch (type) {
+    case RpaParamType::Choice:
+    case RpaParamType::Choices:
+    case RpaParamType::Date:
+    case RpaParamType::DateTime:
+    case RpaParamType::File:
+    case RpaParamType::Files:
+    case RpaParamType::Folder:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool IsEmpty(const RpaParamItem& item)
+{
+    const QVariant value = item.GetEffectiveValue();
+    return item.IsList() ? value.toStringList().isEmpty() : value.toString().trimmed().isEmpty();
+}
+
+QString EndingProblem(const RpaParamItem& item)
+{
+    const QVariant value = item.GetEffectiveValue();
+    const QStringList paths = item.IsList() ? value.toStringList() : QStringList(value.toString());
+    for (const QString& path : paths) {
+        const QString name = path.section(QRegularExpression(QStringLiteral("[/\\\\]")), -1);
+        const QString ending =
+            name.contains(QLatin1Char('.')) ? name.section(QLatin1Char('.'), -1) : QString();
+        if (!item.endings.contains(ending, Qt::CaseInsensitive))
+            return QStringLiteral("“%1”中的“%2”不是 %3 文件")
+                .arg(item.GetTitle(), name.left(40), item.endings.join(QChar(0x3001)));
+    }
+    return {};
 }
 } // namespace
 
 bool RpaParamItem::TakesRange() const
 {
-    return type == RpaParamType::Number || type == RpaParamType::Date;
+    return type == RpaParamType::Number || type == RpaParamType::Slider || type == RpaParamType::Date ||
+           type == RpaParamType::DateTime;
 }
 
 bool RpaParamItem::TakesPattern() const
@@ -72,25 +108,33 @@ bool RpaParamItem::TakesPattern() const
     return type == RpaParamType::Text || type == RpaParamType::Password;
 }
 
+bool RpaParamItem::CanBeMissing() const
+{
+    return type != RpaParamType::Switch && type != RpaParamType::Slider && type != RpaParamType::Group &&
+           !IsOutput();
+}
+
 bool RpaParamItem::IsMissing() const
 {
-    if (!required || type == RpaParamType::Switch)
+    if (!required || !CanBeMissing())
         return false;
     // A number that nobody entered counts as 0, but is not what was asked for.
     if (type == RpaParamType::Number)
         return !value.isValid() && !defaultValue.isValid();
-    return GetEffectiveValue().toString().trimmed().isEmpty();
+    return IsEmpty(*this);
 }
 
 QString RpaParamItem::GetProblem() const
 {
     if (IsMissing())
         return (IsPicked(type) ? QStringLiteral("请选择“%1”") : QStringLiteral("请填写“%1”")).arg(GetTitle());
-    const QVariant effective = GetEffectiveValue();
-    const bool isEmpty = type != RpaParamType::Number && effective.toString().isEmpty();
-    if (isEmpty)
+    const bool isNumber = type == RpaParamType::Number || type == RpaParamType::Slider;
+    const bool isEmpty = IsList() ? IsEmpty(*this) : GetEffectiveValue().toString().isEmpty();
+    if (!isNumber && isEmpty)
         return {};
     if (TakesRange())
         return RangeProblem(*this);
+    if (TakesEndings() && !endings.isEmpty())
+        return EndingProblem(*this);
     return TakesPattern() && !pattern.isEmpty() ? PatternProblem(*this) : QString();
 }

@@ -39,6 +39,20 @@ QDate ReadDate(const QString& text)
     }
     return QDate();
 }
+
+QDateTime ReadDateTime(const QString& text)
+{
+    for (const QString& format :
+         {QStringLiteral("yyyy-M-d H:m:s"), QStringLiteral("yyyy-M-d H:m"), QStringLiteral("yyyy/M/d H:m:s"),
+          QStringLiteral("yyyy/M/d H:m"), QStringLiteral("yyyy年M月d日 H:m")}) {
+        const QDateTime moment = QDateTime::fromString(text, format);
+        if (moment.isValid())
+            return moment;
+    }
+    const QDateTime moment = QDateTime::fromString(text, Qt::ISODate).toLocalTime();
+    const QDate day = ReadDate(text);
+    return moment.isValid() || !day.isValid() ? moment : day.startOfDay();
+}
 } // namespace
 
 bool TypedValue::ToNumber(QVariant& value)
@@ -69,6 +83,45 @@ bool TypedValue::ToDate(QVariant& value)
     if (!date.isValid())
         return false;
     value = date;
+    return true;
+}
+
+bool TypedValue::ToDateTime(QVariant& value)
+{
+    QDateTime moment;
+    if (value.userType() == QMetaType::QDateTime)
+        moment = value.toDateTime().toLocalTime();
+    else if (value.userType() == QMetaType::QDate)
+        moment = value.toDate().startOfDay();
+    else if (value.userType() == QMetaType::QString)
+        moment = ReadDateTime(value.toString().trimmed());
+    if (!moment.isValid())
+        return false;
+    const QTime time = moment.time();
+    value = QDateTime(moment.date(), QTime(time.hour(), time.minute(), time.second()));
+    return true;
+}
+
+bool TypedValue::ToTexts(QVariant& value)
+{
+    constexpr int mostTexts = 10000;
+    if (value.userType() == QMetaType::QString) {
+        const QString text = value.toString();
+        value = text.isEmpty() ? QStringList() : QStringList(text);
+        return true;
+    }
+    if (value.userType() != QMetaType::QStringList && value.userType() != QMetaType::QVariantList)
+        return false;
+    const QVariantList given = value.toList();
+    QStringList texts;
+    for (const QVariant& entry : given) {
+        if (entry.userType() != QMetaType::QString || texts.size() >= mostTexts)
+            return false;
+        texts << entry.toString();
+    }
+    if (!ContentLimits::Fits(texts.join(QLatin1Char('\n'))))
+        return false;
+    value = texts;
     return true;
 }
 
@@ -120,5 +173,7 @@ bool TypedValue::IsTooLong(const QVariant& value)
 
 QVariant TypedValue::ToJsonValue(const QVariant& value)
 {
+    if (value.userType() == QMetaType::QDateTime)
+        return value.toDateTime().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"));
     return value.userType() == QMetaType::QDate ? QVariant(value.toDate().toString(Qt::ISODate)) : value;
 }

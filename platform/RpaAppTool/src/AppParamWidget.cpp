@@ -5,7 +5,8 @@
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbLabel.h>
 
-#include <QFormLayout>
+#include <QDateTime>
+#include <QGridLayout>
 #include <QScrollArea>
 #include <QTimer>
 
@@ -13,6 +14,33 @@ namespace
 {
 
 constexpr int LabelWidth = 160; // a longer label is elided, so that the fields keep their room
+constexpr int LabelHeight = 30; // of a field's first line
+constexpr int WideWidth = 560;  // from here on there is room for two columns
+constexpr int LeastWidth = 240;
+constexpr int GridColumns = 4; // label and field, twice
+
+WbLabel* LabelOf(const RpaParamItem& item)
+{
+    QString text = item.GetTitle();
+    if (item.required && item.CanBeMissing())
+        text += QStringLiteral(" *");
+    auto* label = new WbLabel;
+    const bool isTitle = item.type == RpaParamType::Group;
+    const int width = DpiTool::ScaleDefault(isTitle ? WideWidth : LabelWidth);
+    label->setTextFormat(Qt::PlainText);
+    label->setText(label->fontMetrics().elidedText(text, Qt::ElideRight, width));
+    label->setToolTip(label->text() == text ? QString() : UIUtils::PlainToolTip(text));
+    if (isTitle) {
+        label->setObjectName(QStringLiteral("paramGroupTitle"));
+        QFont font = label->font();
+        font.setBold(true);
+        label->setFont(font);
+    } else {
+        label->setMinimumHeight(DpiTool::ScaleDefault(LabelHeight));
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    return label;
+}
 
 } // namespace
 
@@ -25,15 +53,14 @@ IAppParamWidget* IAppParamWidget::CreateParamWidget(QWidget* parent)
     return new AppParamWidget(parent);
 }
 
-AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), form(new QFormLayout(this))
+AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), grid(new QGridLayout(this))
 {
     setObjectName(QStringLiteral("AppParamWidget"));
     const int margin = DpiTool::ScaleDefault(4);
-    form->setContentsMargins(0, margin, 0, margin);
-    form->setHorizontalSpacing(DpiTool::ScaleDefault(12));
-    form->setVerticalSpacing(DpiTool::ScaleDefault(8));
-    form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    grid->setContentsMargins(0, margin, 0, margin);
+    grid->setHorizontalSpacing(DpiTool::ScaleDefault(12));
+    grid->setVerticalSpacing(DpiTool::ScaleDefault(8));
+    grid->setColumnStretch(1, 1);
 }
 
 AppParamWidget::~AppParamWidget() = default;
@@ -57,48 +84,99 @@ void AppParamWidget::SetParamData(RpaParamData* pageData)
 
 void AppParamWidget::Rebuild()
 {
-    while (form->rowCount() > 0)
-        form->removeRow(0);
-    fields.clear();
+    for (const Row& row : qAsConst(rows)) {
+        delete row.label;
+        delete row.field;
+    }
+    rows.clear();
     const int count = paramData ? paramData->GetCount() : 0;
+    int columns = 1;
     for (int index = 0; index < count; ++index) {
         const RpaParamItem item = paramData->GetItem(index);
-        auto* field = new ParamField(item);
-        connect(field, &ParamField::SigEntered, this, [this, index](const QVariant& value) {
-            if (paramData)
-                paramData->SetValue(index, value);
-        });
-        QString label = item.GetTitle();
-        if (item.required)
-            label += QStringLiteral(" *");
-        auto* labelWidget = new WbLabel;
-        labelWidget->setText(
-            labelWidget->fontMetrics().elidedText(label, Qt::ElideRight, DpiTool::ScaleDefault(LabelWidth)));
-        labelWidget->setToolTip(labelWidget->text() == label ? QString() : UIUtils::PlainToolTip(label));
-        labelWidget->setBuddy(field);
-        form->addRow(labelWidget, field);
-        fields << field;
+        Row row{LabelOf(item), nullptr, columns};
+        if (item.type == RpaParamType::Group) {
+            columns = qMax(1, item.columns);
+        } else {
+            row.field = CreateField(index, item);
+            row.label->setBuddy(row.field);
+        }
+        rows << row;
     }
+    Place();
+}
+
+ParamField* AppParamWidget::CreateField(int index, const RpaParamItem& item)
+{
+    auto* field = new ParamField(item);
+    connect(field, &ParamField::SigEntered, this, [this, index](const QVariant& value) {
+        if (paramData)
+            paramData->SetValue(index, value);
+    });
+    return field;
+}
+
+// Two columns only where the width has room for them.
+void AppParamWidget::Place()
+{
+    isWide = width() >= DpiTool::ScaleDefault(WideWidth);
+    grid->setRowStretch(usedLines, 0);
+    int line = 0;
+    int side = 0;
+    bool hasTwo = false;
+    for (const Row& row : qAsConst(rows)) {
+        const bool isHalf = row.field && isWide && row.columns > 1;
+        if (side > 0 && !isHalf) {
+            side = 0;
+            ++line;
+        }
+        if (!row.field) {
+            grid->addWidget(row.label, line++, 0, 1, GridColumns);
+            continue;
+        }
+        hasTwo = hasTwo || isHalf;
+        grid->addWidget(row.label, line, 2 * side, Qt::AlignTop);
+        grid->addWidget(row.field, line, 2 * side + 1, 1, isHalf ? 1 : GridColumns - 1);
+        side = isHalf ? 1 - side : 0;
+        line += side == 0 ? 1 : 0;
+    }
+    usedLines = line + 1;
+    grid->setRowStretch(usedLines, 1);
+    grid->setColumnStretch(GridColumns - 1, hasTwo ? 1 : 0);
+}
+
+void AppParamWidget::resizeEvent(QResizeEvent* event)
+{
+    IAppParamWidget::resizeEvent(event);
+    if (isWide != (width() >= DpiTool::ScaleDefault(WideWidth)))
+        Place();
+}
+
+// Two columns must not keep the widget too wide for one.
+QSize AppParamWidget::minimumSizeHint() const
+{
+    const QSize hint = IAppParamWidget::minimumSizeHint();
+    return {qMin(hint.width(), DpiTool::ScaleDefault(LeastWidth)), hint.height()};
 }
 
 void AppParamWidget::ShowValue(int index)
 {
-    if (!paramData || index >= fields.size())
-        return;
-    const RpaParamItem item = paramData->GetItem(index);
-    fields.at(index)->ShowItem(item);
+    if (paramData && index < rows.size() && rows.at(index).field)
+        rows.at(index).field->ShowItem(paramData->GetItem(index));
 }
 
 QString AppParamWidget::DemandValues()
 {
     QString first;
     ParamField* where = nullptr;
-    for (int index = 0; paramData && index < fields.size(); ++index) {
+    for (int index = 0; paramData && index < rows.size(); ++index) {
+        ParamField* const field = rows.at(index).field;
+        if (!field)
+            continue;
         const QString problem = paramData->GetItem(index).GetProblem();
-        fields.at(index)->ShowProblem(problem);
+        field->ShowProblem(problem);
         if (!where && !problem.isEmpty()) {
             first = problem;
-            where = fields.at(index);
+            where = field;
         }
     }
     if (where) {
@@ -139,7 +217,13 @@ QStringList AppParamWidget::GetSecretParamNames() const
 QVariant AppParamWidget::GetParam(const QString& name) const
 {
     const int index = paramData ? paramData->IndexOf(name) : -1;
-    return index < 0 ? QVariant() : paramData->GetItem(index).GetEffectiveValue();
+    if (index < 0)
+        return {};
+    const QVariant value = paramData->GetItem(index).GetEffectiveValue();
+    // As a process would write it, which knows moments as texts only.
+    return value.userType() == QMetaType::QDateTime
+               ? QVariant(value.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")))
+               : value;
 }
 
 bool AppParamWidget::SetParam(const QString& name, const QVariant& value)

@@ -5,9 +5,11 @@
 #include <QPointer>
 #include <QVector>
 
-class QFormLayout;
+class QGridLayout;
 class ParamField;
 class RpaParamData;
+class WbLabel;
+struct RpaParamItem;
 
 // The parameters as a form, one field for each.
 class AppParamWidget : public IAppParamWidget
@@ -25,13 +27,28 @@ public:
     QVariant GetParam(const QString& name) const override;
     bool SetParam(const QString& name, const QVariant& value) override;
     QString DemandValues() override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void Rebuild();
     void ShowValue(int index);
     void ShowField(ParamField* field);
+    ParamField* CreateField(int index, const RpaParamItem& item);
+    void Place();
+
+    struct Row
+    {
+        WbLabel* label;
+        ParamField* field; // null for the title of a group
+        int columns;
+    };
 
     QPointer<RpaParamData> paramData;
-    QFormLayout* form;
-    QVector<ParamField*> fields;
+    QGridLayout* grid;
+    QVector<Row> rows; // one for each parameter
+    bool isWide = false;
+    int usedLines = 0;
 };

@@ -21,31 +21,40 @@ void SetIcon(const QCalendarWidget* calendar, const char* button, const char* ic
 }
 } // namespace
 
-DateField::DateField(QWidget* parent) : QDateEdit(QDate::currentDate(), parent)
+DateField::DateField(bool showsTime, QWidget* parent) : QDateTimeEdit(parent), withTime(showsTime)
 {
     setCalendarPopup(true);
-    setDisplayFormat(QStringLiteral("yyyy-MM-dd"));
-    setSpecialValueText(QStringLiteral("请选择日期")); // shown for the earliest date there is
-    ShowDate(QDate());
+    setDisplayFormat(withTime ? QStringLiteral("yyyy-MM-dd HH:mm") : QStringLiteral("yyyy-MM-dd"));
+    // Shown for the earliest date there is.
+    setSpecialValueText(withTime ? QStringLiteral("请选择日期和时间") : QStringLiteral("请选择日期"));
+    ShowDate(QVariant());
 }
 
-void DateField::ShowDate(const QDate& shown)
+void DateField::ShowDate(const QVariant& shown)
 {
-    setDate(shown.isValid() ? shown : minimumDate());
+    const QDateTime moment = withTime ? shown.toDateTime() : shown.toDate().startOfDay();
+    setDateTime(moment.isValid() ? moment : minimumDateTime());
+}
+
+QVariant DateField::GetDate() const
+{
+    if (IsNone())
+        return {};
+    return withTime ? QVariant(dateTime()) : QVariant(date());
 }
 
 bool DateField::StartFromToday()
 {
     if (!IsNone())
         return false;
-    setDate(QDate::currentDate());
+    setDateTime(QDate::currentDate().startOfDay());
     return true;
 }
 
 void DateField::stepBy(int steps)
 {
     if (!StartFromToday())
-        QDateEdit::stepBy(steps);
+        QDateTimeEdit::stepBy(steps);
 }
 
 void DateField::keyPressEvent(QKeyEvent* event)
@@ -53,7 +62,7 @@ void DateField::keyPressEvent(QKeyEvent* event)
     const QString text = event->text();
     if (!text.isEmpty() && text.at(0).isDigit() && StartFromToday())
         setSelectedSection(QDateTimeEdit::YearSection);
-    QDateEdit::keyPressEvent(event);
+    QDateTimeEdit::keyPressEvent(event);
 }
 
 // A calendar is some fifty widgets; most dates are never picked from one.
@@ -66,7 +75,7 @@ void DateField::mousePressEvent(QMouseEvent* event)
     weekend.setForeground(WbTheme::Instance()->Color(WbColor::DangerText));
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
         calendarWidget()->setWeekdayTextFormat(day, weekend);
-    QDateEdit::mousePressEvent(event);
+    QDateTimeEdit::mousePressEvent(event);
 }
 
 void DateField::CreateCalendar()

@@ -1,5 +1,7 @@
 #include "DateField_p.h"
+#include "FileEndings_p.h"
 #include "ParamField_p.h"
+#include "ValueField_p.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
@@ -28,7 +30,8 @@ ParamField::ParamField(const RpaParamItem& item, QWidget* parent) : QWidget(pare
         AddNumberField(item);
         break;
     case RpaParamType::Date:
-        AddDateField();
+    case RpaParamType::DateTime:
+        AddDateField(item.type == RpaParamType::DateTime);
         break;
     case RpaParamType::Choice:
         AddChoiceField(item);
@@ -37,12 +40,15 @@ ParamField::ParamField(const RpaParamItem& item, QWidget* parent) : QWidget(pare
         AddSwitchField();
         break;
     case RpaParamType::File:
+    case RpaParamType::Folder:
         AddFileField(item);
         break;
     case RpaParamType::Text:
     case RpaParamType::Password:
         AddTextField(item);
         break;
+    default:
+        AddValueField(item);
     }
     field->setObjectName(QStringLiteral("paramField"));
     field->setAccessibleName(item.GetTitle());
@@ -76,11 +82,10 @@ void ParamField::AddNumberField(const RpaParamItem& item)
     row->addWidget(edit);
 }
 
-void ParamField::AddDateField()
+void ParamField::AddDateField(bool withTime)
 {
-    auto* edit = new DateField;
-    connect(edit, &QDateEdit::dateChanged, this,
-            [this, edit](const QDate& date) { emit SigEntered(edit->IsNone() ? QVariant() : date); });
+    auto* edit = new DateField(withTime);
+    connect(edit, &QDateTimeEdit::dateTimeChanged, this, [this, edit] { emit SigEntered(edit->GetDate()); });
     field = edit;
     row->addWidget(edit, 1);
 }
@@ -107,20 +112,33 @@ void ParamField::AddSwitchField()
     row->addStretch();
 }
 
+void ParamField::AddValueField(const RpaParamItem& item)
+{
+    valueField = ValueField::Create(item);
+    connect(valueField, &ValueField::SigEntered, this, &ParamField::SigEntered);
+    field = valueField->GetInput();
+    row->addWidget(valueField, 1);
+}
+
 void ParamField::AddFileField(const RpaParamItem& item)
 {
     AddTextField(item);
+    const bool isFolder = item.type == RpaParamType::Folder;
+    const QString act = isFolder ? QStringLiteral("选择文件夹") : QStringLiteral("选择文件");
     auto* button = new QToolButton;
     button->setIcon(WbIcons::Get(QStringLiteral("open")));
-    button->setToolTip(QStringLiteral("选择文件"));
-    button->setAccessibleName(QStringLiteral("选择文件"));
-    connect(button, &QToolButton::clicked, this, &ParamField::ChooseFile);
+    button->setToolTip(act);
+    button->setAccessibleName(act);
+    connect(button, &QToolButton::clicked, this,
+            [this, isFolder, act, filter = FileEndings::FilterOf(item.endings)] {
+                TakePath(isFolder ? WbSystemDialogs::OpenFolder(this, act)
+                                  : WbSystemDialogs::OpenFile(this, act, QString(), filter));
+            });
     row->addWidget(button);
 }
 
-void ParamField::ChooseFile()
+void ParamField::TakePath(const QString& path)
 {
-    const QString path = WbSystemDialogs::OpenFile(this, QStringLiteral("选择文件"));
     if (path.isEmpty())
         return;
     ShowValue(path);
@@ -163,6 +181,10 @@ void ParamField::TakeCursor()
 
 void ParamField::ShowValue(const QVariant& value)
 {
+    if (valueField) {
+        valueField->ShowValue(value);
+        return;
+    }
     const QSignalBlocker blocker(field);
     if (auto* edit = qobject_cast<QLineEdit*>(field)) {
         const QString text = ShownText(*edit, value.toString());
@@ -171,7 +193,7 @@ void ParamField::ShowValue(const QVariant& value)
                                       edit->validator() && value.isValid()))
             edit->setText(text);
     } else if (auto* date = qobject_cast<DateField*>(field)) {
-        date->ShowDate(value.toDate());
+        date->ShowDate(value);
     } else if (auto* combo = qobject_cast<QComboBox*>(field)) {
         combo->setCurrentIndex(qMax(0, combo->findData(value)));
     } else if (auto* box = qobject_cast<QCheckBox*>(field)) {

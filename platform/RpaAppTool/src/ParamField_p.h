@@ -6,6 +6,7 @@
 
 class QHBoxLayout;
 class QLineEdit;
+class ValueField;
 class WbLabel;
 
 // One field of the form, made for the type of its parameter.
@@ -34,14 +35,16 @@ private:
     void SetMissing(bool missing);
     void AddTextField(const RpaParamItem& item);
     void AddNumberField(const RpaParamItem& item);
-    void AddDateField();
+    void AddDateField(bool withTime);
     void AddChoiceField(const RpaParamItem& item);
     void AddSwitchField();
     void AddFileField(const RpaParamItem& item);
-    void ChooseFile();
+    void AddValueField(const RpaParamItem& item);
+    void TakePath(const QString& path);
     static QString ShownText(QLineEdit& edit, const QString& text);
 
     QHBoxLayout* row;
     QWidget* field = nullptr;
-    WbLabel* problem = nullptr; // none before there is one
+    ValueField* valueField = nullptr; // around the field, where there is one
+    WbLabel* problem = nullptr;       // none before there is one
 };

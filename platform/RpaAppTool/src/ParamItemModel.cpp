@@ -5,7 +5,7 @@
 #include <RpaAppData/RpaTextPattern.h>
 #include <WbBaseUI/WbIcons.h>
 
-#include <QDate>
+#include <QMap>
 
 namespace
 {
@@ -14,23 +14,29 @@ constexpr int NameLength = 40;
 
 QString TypeIcon(RpaParamType type)
 {
-    switch (type) {
-    case RpaParamType::Number:
-        return QStringLiteral("param-number");
-    case RpaParamType::Date:
-        return QStringLiteral("param-date");
-    case RpaParamType::Choice:
-        return QStringLiteral("param-choice");
-    case RpaParamType::Switch:
-        return QStringLiteral("param-bool");
-    case RpaParamType::File:
-        return QStringLiteral("param-file");
-    case RpaParamType::Password:
-        return QStringLiteral("param-password");
-    case RpaParamType::Text:
-        break;
-    }
-    return QStringLiteral("param-text");
+    static const QMap<RpaParamType, QString> icons{
+        {RpaParamType::Number, QStringLiteral("param-number")},
+        {RpaParamType::Slider, QStringLiteral("param-number")},
+        {RpaParamType::Date, QStringLiteral("param-date")},
+        {RpaParamType::DateTime, QStringLiteral("clock")},
+        {RpaParamType::Choice, QStringLiteral("param-choice")},
+        {RpaParamType::Choices, QStringLiteral("param-list")},
+        {RpaParamType::Switch, QStringLiteral("param-bool")},
+        {RpaParamType::File, QStringLiteral("param-file")},
+        {RpaParamType::Files, QStringLiteral("param-file")},
+        {RpaParamType::Folder, QStringLiteral("open")},
+        {RpaParamType::Password, QStringLiteral("param-password")},
+        {RpaParamType::Lines, QStringLiteral("note")},
+        {RpaParamType::Progress, QStringLiteral("wait")},
+        {RpaParamType::Picture, QStringLiteral("image")},
+        {RpaParamType::Group, QStringLiteral("heading")},
+    };
+    return icons.value(type, QStringLiteral("param-text"));
+}
+
+bool HasDefault(const RpaParamItem& item)
+{
+    return item.type != RpaParamType::Password && item.type != RpaParamType::Group && !item.IsOutput();
 }
 
 } // namespace
@@ -77,12 +83,11 @@ QString ParamItemModel::GetText(const RpaParamItem& item, int column) const
     case TypeColumn:
         return RpaParamItem::GetTypeTitle(item.type);
     case DefaultColumn:
-        if (item.type == RpaParamType::Password)
+        if (!HasDefault(item))
             return {};
         if (item.type == RpaParamType::Switch)
             return item.defaultValue.toBool() ? QStringLiteral("开") : QStringLiteral("关");
-        return item.type == RpaParamType::Date ? item.defaultValue.toDate().toString(Qt::ISODate)
-                                               : item.defaultValue.toString();
+        return RpaParamItem::GetText(item.defaultValue);
     case LimitsColumn:
         return ParamLimits::TextOf(item);
     default:
@@ -96,6 +101,8 @@ QVariant ParamItemModel::data(const QModelIndex& index, int role) const
         return {};
     const RpaParamItem& item = items.at(index.row());
     const int column = index.column();
+    if (column == RequiredColumn && !item.CanBeMissing() && !item.required)
+        return {};
     if (column == RequiredColumn)
         return role == Qt::CheckStateRole ? QVariant(item.required ? Qt::Checked : Qt::Unchecked)
                                           : QVariant();
@@ -113,11 +120,13 @@ Qt::ItemFlags ParamItemModel::flags(const QModelIndex& index) const
     Qt::ItemFlags flags = RecordModel::flags(index);
     if (!index.isValid() || index.row() >= items.size())
         return flags;
-    const RpaParamType type = items.at(index.row()).type;
+    const RpaParamItem& item = items.at(index.row());
     if (index.column() == RequiredColumn)
-        return (flags | Qt::ItemIsUserCheckable) & ~Qt::ItemIsEditable;
-    const bool without = (index.column() == LimitsColumn && !ParamLimits::Has(items.at(index.row()))) ||
-                         (index.column() == DefaultColumn && type == RpaParamType::Password);
+        return (item.CanBeMissing() || item.required ? flags | Qt::ItemIsUserCheckable
+                                                     : flags & ~Qt::ItemIsEnabled) &
+               ~Qt::ItemIsEditable;
+    const bool without = (index.column() == LimitsColumn && !ParamLimits::Has(item)) ||
+                         (index.column() == DefaultColumn && !HasDefault(item));
     return without ? flags & ~(Qt::ItemIsEditable | Qt::ItemIsEnabled) : flags;
 }
 
@@ -132,6 +141,9 @@ QVector<RecordModel::Choice> ParamItemModel::GetChoices(const QModelIndex& index
         choices << Choice{QStringLiteral("不限"), QString(), {}};
         for (const RpaTextPattern& pattern : RpaTextPattern::GetKnown())
             choices << Choice{pattern.title, pattern.title, {}};
+    } else if (index.column() == LimitsColumn && items.at(index.row()).type == RpaParamType::Group) {
+        choices << Choice{QStringLiteral("一列"), QStringLiteral("一列"), {}}
+                << Choice{QStringLiteral("两列"), QStringLiteral("两列"), {}};
     } else if (index.column() == DefaultColumn) {
         const RpaParamItem& item = items.at(index.row());
         if (item.type == RpaParamType::Switch)
@@ -153,7 +165,10 @@ QVariant ParamItemModel::headerData(int section, Qt::Orientation orientation, in
 {
     if (role == Qt::ToolTipRole && orientation == Qt::Horizontal && section == LimitsColumn)
         return QStringLiteral(
-            "下拉选择：选项，如 甲，乙\n数字和日期：范围，如 1~100\n文本和密码：格式，如 手机号码");
+            "下拉选择和多项选择：选项，如 甲，乙\n数字和日期：范围，如 1~100\n滑块：范围和步长，如 0~1，步长 "
+            "0.1\n"
+            "文本和密码：格式，如 手机号码\n多行文本：显示的行数，如 6 行\n文件：扩展名，如 xlsx，csv\n"
+            "分组：其后的参数排成一列或两列");
     return RecordModel::headerData(section, orientation, role);
 }
 
@@ -191,9 +206,15 @@ QString ParamItemModel::Write(RpaParamItem& item, int row, int column, const QVa
         item.least = QVariant();
         item.most = QVariant();
         item.pattern.clear();
+        item.endings.clear();
+        item.step = 0;
+        item.lines = 0;
+        item.columns = 0;
         return {};
     case DefaultColumn: {
         QVariant fitting = text.isEmpty() ? QVariant() : value;
+        if (item.IsList() && fitting.isValid())
+            fitting = ParamLimits::SplitTexts(text);
         if (!item.Fit(fitting))
             return QStringLiteral("“%1”不是有效的%2").arg(text, RpaParamItem::GetTypeTitle(item.type));
         item.defaultValue = fitting;

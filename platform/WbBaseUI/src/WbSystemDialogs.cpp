@@ -43,6 +43,13 @@ QString WbSystemDialogs::OpenFile(QWidget* owner, const QString& title, const QS
     return Chosen(files, place);
 }
 
+QStringList WbSystemDialogs::OpenFiles(QWidget* owner, const QString& title, const QString& filter)
+{
+    Asked<QFileDialog> files(new QFileDialog(owner, title, QString(), filter));
+    files->setFileMode(QFileDialog::ExistingFiles);
+    return files.Exec() ? files->selectedFiles() : QStringList();
+}
+
 QString WbSystemDialogs::SaveFile(QWidget* owner, const QString& title, const QString& place,
                                   const QString& filter, bool asksBeforeReplacing)
 {

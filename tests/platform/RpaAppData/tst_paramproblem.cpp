@@ -4,6 +4,7 @@
 #include <WbFoundation/JsonWriter.h>
 
 #include <QDate>
+#include <QDateTime>
 #include <QtTest>
 
 namespace
@@ -57,6 +58,12 @@ private slots:
     void everyKnownPatternTakesItsExample();
     void limitsSurviveTheJson();
     void limitsOfAnotherTypeAreDropped();
+    void everyTypeSurvivesTheJson_data();
+    void everyTypeSurvivesTheJson();
+    void aTypeOfANewerClientIsKeptWithItsSettings();
+    void listsAndMomentsAreDemanded();
+    void filesHaveTheirEndings();
+    void whatRunsShowIsNotStored();
 };
 
 void ParamProblem::tellsWhatIsMissing_data()
@@ -190,6 +197,131 @@ void ParamProblem::limitsOfAnotherTypeAreDropped()
     QVERIFY(!params.GetItem(0).least.isValid());
     QVERIFY(!params.GetItem(0).most.isValid());
     QCOMPARE(params.GetItem(0).pattern, QStringLiteral("[0-9]"));
+}
+
+void ParamProblem::everyTypeSurvivesTheJson_data()
+{
+    QTest::addColumn<RpaParamItem>("item");
+    const auto row = [](const char* name, RpaParamItem item, const QVariant& initial, const QVariant& value) {
+        item.defaultValue = initial;
+        item.value = value;
+        QTest::newRow(name) << item;
+    };
+    RpaParamItem lines = Param(RpaParamType::Lines);
+    lines.lines = 6;
+    row("lines", lines, QStringLiteral("a\nb"), QStringLiteral("c\nd"));
+    row("folder", Param(RpaParamType::Folder), QStringLiteral("/a"), QStringLiteral("/b"));
+    RpaParamItem files = Param(RpaParamType::Files);
+    files.endings = QStringList{QStringLiteral("xlsx"), QStringLiteral("csv")};
+    row("files", files, QStringList{QStringLiteral("/a"), QStringLiteral("/b")},
+        QStringList{QStringLiteral("/c")});
+    RpaParamItem choices = Param(RpaParamType::Choices);
+    choices.choices = QStringList{QStringLiteral("甲"), QStringLiteral("乙")};
+    row("choices", choices, QStringList(), choices.choices);
+    RpaParamItem moment = Param(RpaParamType::DateTime);
+    moment.least = QDateTime(QDate(2024, 1, 1), QTime(8, 0));
+    moment.most = QDateTime(QDate(2024, 12, 31), QTime(18, 0, 7));
+    row("moment", moment, QDateTime(QDate(2024, 2, 29), QTime(9, 30)),
+        QDateTime(QDate(2024, 3, 1), QTime(10, 0)));
+    RpaParamItem slider = Param(RpaParamType::Slider);
+    slider.least = 0.5;
+    slider.most = 2.5;
+    slider.step = 0.25;
+    row("slider", slider, 1.0, 1.5);
+    RpaParamItem group = Param(RpaParamType::Group);
+    group.columns = 2;
+    row("group", group, QVariant(), QVariant());
+}
+
+void ParamProblem::everyTypeSurvivesTheJson()
+{
+    QFETCH(RpaParamItem, item);
+    RpaParamData written;
+    QVERIFY(written.InsertItem(-1, item) >= 0);
+    QCOMPARE(written.GetItem(0), item);
+    JsonWriter writer;
+    written.WriteJson(writer);
+    const QByteArray json = writer.Take();
+    JsonReader reader(json);
+    RpaParamData read;
+    const auto apply = read.ReadJson(reader);
+    QVERIFY(reader.Finish());
+    apply();
+
+    QVERIFY(read.GetItem(0) == item);
+}
+
+void ParamProblem::aTypeOfANewerClientIsKeptWithItsSettings()
+{
+    const QByteArray json = R"([{"name":"a","label":"b","type":"colour","value":["x",1],"required":false,)"
+                            R"("step":0.5,"endings":["png"],"shade":{"deep":true}}])";
+    JsonReader reader(json);
+    RpaParamData params;
+    params.ReadJson(reader)();
+    JsonWriter writer;
+    params.WriteJson(writer);
+
+    QCOMPARE(writer.Take(), json);
+}
+
+void ParamProblem::listsAndMomentsAreDemanded()
+{
+    RpaParamItem choices = Required(RpaParamType::Choices);
+    choices.choices = QStringList{QStringLiteral("甲"), QStringLiteral("乙")};
+    QCOMPARE(choices.GetProblem(), QStringLiteral("请选择“数量”"));
+    choices.value = choices.choices;
+    QCOMPARE(choices.GetProblem(), QString());
+    QCOMPARE(Required(RpaParamType::Files).GetProblem(), QStringLiteral("请选择“数量”"));
+    QCOMPARE(Required(RpaParamType::Folder).GetProblem(), QStringLiteral("请选择“数量”"));
+    QCOMPARE(Required(RpaParamType::Lines).GetProblem(), QStringLiteral("请填写“数量”"));
+    QCOMPARE(Required(RpaParamType::Slider).GetProblem(), QString());
+    QCOMPARE(Required(RpaParamType::Progress).GetProblem(), QString());
+
+    RpaParamItem moment = Required(RpaParamType::DateTime);
+    QCOMPARE(moment.GetProblem(), QStringLiteral("请选择“数量”"));
+    moment.least = QDateTime(QDate(2024, 1, 1), QTime(8, 30));
+    moment.value = QDateTime(QDate(2024, 1, 1), QTime(8, 29));
+    QCOMPARE(moment.GetProblem(), QStringLiteral("“数量”不能早于 2024-01-01 08:30"));
+    RpaParamItem slider = Param(RpaParamType::Slider);
+    slider.least = 1.0;
+    slider.most = 3.0;
+    QCOMPARE(slider.GetProblem(), QString());
+    slider.value = 4.0;
+    QCOMPARE(slider.GetProblem(), QStringLiteral("“数量”应在 1 到 3 之间"));
+}
+
+void ParamProblem::filesHaveTheirEndings()
+{
+    RpaParamItem files = Param(RpaParamType::Files);
+    files.endings = QStringList{QStringLiteral("xlsx"), QStringLiteral("csv")};
+    QCOMPARE(files.GetProblem(), QString());
+    files.value = QStringList{QStringLiteral("/a.b/one.XLSX"), QStringLiteral("C:\\x\\two.csv")};
+    QCOMPARE(files.GetProblem(), QString());
+    files.value = QStringList{QStringLiteral("/one.csv"), QStringLiteral("/a.csv/two")};
+    QCOMPARE(files.GetProblem(), QStringLiteral("“数量”中的“two”不是 xlsx、csv 文件"));
+    RpaParamItem file = Param(RpaParamType::File);
+    file.endings = QStringList{QStringLiteral("pdf")};
+    file.value = QStringLiteral("/a.docx");
+    QCOMPARE(file.GetProblem(), QStringLiteral("“数量”中的“a.docx”不是 pdf 文件"));
+}
+
+void ParamProblem::whatRunsShowIsNotStored()
+{
+    RpaParamData params;
+    params.InsertItem(-1, Param(RpaParamType::Progress));
+    RpaParamItem picture = Param(RpaParamType::Picture);
+    picture.name = QStringLiteral("picture");
+    params.InsertItem(-1, picture);
+    JsonWriter before;
+    params.WriteJson(before);
+    QVERIFY(params.SetResult(0, 50));
+    QVERIFY(params.SetResult(1, QStringLiteral("/a.png")));
+    JsonWriter after;
+    params.WriteJson(after);
+
+    QCOMPARE(after.Take(), before.Take());
+    QCOMPARE(params.GetItem(0).GetEffectiveValue(), QVariant(50.0));
+    QCOMPARE(params.GetResultCount(), 0);
 }
 
 QTEST_APPLESS_MAIN(ParamProblem)

@@ -168,7 +168,7 @@ void RpaAppDataTest::keepsWhatANewerClientWrote()
     // A foreign member in every kind of record, and types that this client does not know.
     const QByteArray foreign = R"({"future":{"深":[1,2.5,{"x":null}]},)";
     json.replace("{\"", foreign + "\"");
-    json.replace("\"type\":\"text\"", "\"type\":\"slider\"");
+    json.replace("\"type\":\"text\"", "\"type\":\"dial\"");
     json.replace(foreign + "\"class\"", "{\"class\"");
     json.replace(foreign + "\"text\":\"你好\"", "{\"text\":\"你好\"");
     QVERIFY(!QJsonDocument::fromJson(json).isNull());

@@ -45,6 +45,8 @@ private slots:
     void limitsAreWrittenInOneCell_data();
     void limitsAreWrittenInOneCell();
     void aLimitThatIsNoneIsRefused();
+    void settingsThatAreNoneAreRefused();
+    void aGroupHasOneOrTwoColumnsAndNothingElse();
     void aFormIsPickedOrTyped();
     void removingAColumnCanBeUndoneWithItsCells();
     void anotherPageForgetsTheUndoSteps();
@@ -228,6 +230,19 @@ void EditorPanels::limitsAreWrittenInOneCell_data()
                            << QStringLiteral("2024-01-05~2024-02-09");
     QTest::newRow("choices") << static_cast<int>(RpaParamType::Choice) << QStringLiteral("甲、乙,丙")
                              << QStringLiteral("甲，乙，丙");
+    QTest::newRow("several choices") << static_cast<int>(RpaParamType::Choices) << QStringLiteral("甲,乙")
+                                     << QStringLiteral("甲，乙");
+    QTest::newRow("moments") << static_cast<int>(RpaParamType::DateTime)
+                             << QStringLiteral("2024/1/5 8:30~2024-02-09 18:00:00")
+                             << QStringLiteral("2024-01-05 08:30~2024-02-09 18:00");
+    QTest::newRow("slider") << static_cast<int>(RpaParamType::Slider) << QStringLiteral("0~1, 步长0.1")
+                            << QStringLiteral("0~1，步长 0.1");
+    QTest::newRow("slider without step")
+        << static_cast<int>(RpaParamType::Slider) << QStringLiteral("-3~3") << QStringLiteral("-3~3");
+    QTest::newRow("lines") << static_cast<int>(RpaParamType::Lines) << QStringLiteral("6")
+                           << QStringLiteral("6 行");
+    QTest::newRow("endings") << static_cast<int>(RpaParamType::Files) << QStringLiteral("*.xlsx、.csv，pdf")
+                             << QStringLiteral("xlsx，csv，pdf");
     QTest::newRow("known form") << static_cast<int>(RpaParamType::Text) << QStringLiteral("手机号码")
                                 << QStringLiteral("手机号码");
     QTest::newRow("own form") << static_cast<int>(RpaParamType::Password) << QStringLiteral("[0-9]{6}")
@@ -269,6 +284,49 @@ void EditorPanels::aLimitThatIsNoneIsRefused()
     QVERIFY(model->setData(model->index(0, typeColumn), static_cast<int>(RpaParamType::Switch)));
     QVERIFY(!(limits.flags() & Qt::ItemIsEditable));
     QCOMPARE(limits.data().toString(), QString());
+}
+
+void EditorPanels::settingsThatAreNoneAreRefused()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    Click(panel, "recordAdd");
+    const QModelIndex limits = model->index(0, limitsColumn);
+    const auto refuses = [&](RpaParamType type, const char* text) {
+        return model->setData(model->index(0, typeColumn), static_cast<int>(type)) &&
+               !model->setData(limits, QString::fromUtf8(text));
+    };
+
+    QVERIFY(refuses(RpaParamType::Slider, "1~"));
+    QVERIFY(refuses(RpaParamType::Lines, "21 行"));
+    QVERIFY(refuses(RpaParamType::Group, "3"));
+    QVERIFY(refuses(RpaParamType::File, "*.*"));
+    QVERIFY(refuses(RpaParamType::DateTime, "9~10"));
+    QVERIFY(!model->setData(limits, QStringLiteral("2024-01-02~2024-01-01 23:59")));
+    QVERIFY(model->setData(model->index(0, typeColumn), static_cast<int>(RpaParamType::Slider)));
+    QVERIFY(!model->setData(limits, QStringLiteral("0~1，步长 x")));
+    QVERIFY(!model->setData(limits, QStringLiteral("0~1，步长 -1")));
+}
+
+void EditorPanels::aGroupHasOneOrTwoColumnsAndNothingElse()
+{
+    AppParamEditorWidget panel;
+    Bind(panel, Page()->GetParamData());
+    Click(panel, "recordAdd");
+    QVERIFY(model->setData(model->index(0, typeColumn), static_cast<int>(RpaParamType::Group)));
+    QCOMPARE(model->index(0, limitsColumn).data().toString(), QStringLiteral("一列"));
+
+    QVERIFY(model->setData(model->index(0, limitsColumn), QStringLiteral("两列")));
+
+    QCOMPARE(Page()->GetParamData()->GetItem(0).columns, 2);
+    QVERIFY(!(model->index(0, 3).flags() & Qt::ItemIsEditable));
+    QVERIFY(!(model->index(0, 4).flags() & Qt::ItemIsUserCheckable));
+    QVERIFY(model->setData(model->index(0, typeColumn), static_cast<int>(RpaParamType::Choices)));
+    QCOMPARE(Page()->GetParamData()->GetItem(0).columns, 0);
+    QVERIFY(model->setData(model->index(0, limitsColumn), QStringLiteral("甲，乙，丙")));
+    QVERIFY(model->setData(model->index(0, 3), QStringLiteral("丙、甲")));
+    QCOMPARE(model->index(0, 3).data().toString(), QStringLiteral("甲，丙"));
+    QVERIFY(!model->setData(model->index(0, 3), QStringLiteral("丁")));
 }
 
 void EditorPanels::aFormIsPickedOrTyped()

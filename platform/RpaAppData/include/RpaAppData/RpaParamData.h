@@ -24,6 +24,15 @@ enum class RpaParamType
     Switch,   // bool
     File,     // QString, a path
     Password, // QString; lives in memory only, never part of the JSON
+    Lines,    // QString of several lines
+    Folder,   // QString, a path
+    Files,    // QStringList of paths
+    Choices,  // QStringList, those of the choices that are picked, in their order
+    DateTime, // QDateTime of local time, to the second
+    Slider,   // double between least and most
+    Progress, // double from 0 to 100, written by runs; lives in memory only
+    Picture,  // QString, the path of a picture; likewise
+    Group,    // no value: a title over the parameters behind it
 };
 
 // One parameter of a UI page: a field that the user fills in before a run.
@@ -37,13 +46,17 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     QVariant value;        // invalid: the default counts
     bool isResult = false; // a run wrote the value; it is no part of the app before it is kept
     QVariant initial;      // the value before that
-    QStringList choices;   // of a Choice
+    QStringList choices;   // of a Choice or Choices
     bool required = false;
-    QVariant least; // of a Number or a Date, as its value; invalid: no limit
+    QVariant least; // of a Number, Date, DateTime or Slider, as its value; invalid: no limit
     QVariant most;
-    QString pattern;    // of a Text or a Password: a regular expression for the whole of it; empty: any
-    QString hint;       // shown in the empty field
-    QByteArray unknown; // members written by a newer client, kept as they came
+    double step = 0;     // of a Slider; 0: a hundredth of the range
+    int lines = 0;       // of Lines: how many are seen at once; 0: usualLines
+    int columns = 0;     // of a Group: side by side; 0: one
+    QStringList endings; // of a File or Files: those allowed ("xlsx"); empty: any
+    QString pattern;     // of a Text or a Password: a regular expression for the whole of it; empty: any
+    QString hint;        // shown in the empty field
+    QByteArray unknown;  // members written by a newer client, kept as they came
 
     // The value, else the default, else an empty value of the type.
     QVariant GetEffectiveValue() const;
@@ -65,6 +78,22 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     // Which limits a parameter of this type may have.
     bool TakesRange() const;
     bool TakesPattern() const;
+    bool TakesChoices() const { return type == RpaParamType::Choice || type == RpaParamType::Choices; }
+    bool TakesEndings() const { return type == RpaParamType::File || type == RpaParamType::Files; }
+    // Whether the value is a list of texts.
+    bool IsList() const { return type == RpaParamType::Files || type == RpaParamType::Choices; }
+    // Whether runs write it for the user to see, and nobody enters anything.
+    bool IsOutput() const { return type == RpaParamType::Progress || type == RpaParamType::Picture; }
+    // Whether nothing may be entered, so that it can be demanded.
+    bool CanBeMissing() const;
+
+    // Bounds of what the author sets; a Lines with 0 shows usualLines.
+    static constexpr int usualLines = 4;
+    static constexpr int mostLines = 20;
+    static constexpr int mostColumns = 2;
+
+    // A value as the user reads it.
+    static QString GetText(const QVariant& value);
 
     bool operator==(const RpaParamItem& other) const;
     bool operator!=(const RpaParamItem& other) const { return !(*this == other); }
@@ -88,6 +117,7 @@ public:
     const QVector<RpaParamItem>& GetItems() const { return items; }
     // An empty item outside 0 … GetCount() - 1.
     RpaParamItem GetItem(int index) const { return items.value(index); }
+    // Of those with a value.
     QStringList GetNames() const;
     // -1 when there is none; names are compared exactly.
     int IndexOf(const QString& name) const;

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -25,6 +26,9 @@ public:
     // filter: as QFileDialog takes it; empty: all files.
     static QString OpenFile(QWidget* owner, const QString& title, const QString& place = QString(),
                             const QString& filter = QString());
+
+    // One or several existing files.
+    static QStringList OpenFiles(QWidget* owner, const QString& title, const QString& filter = QString());
 
     // A file to be written; place may name it. asksBeforeReplacing: whether the user has to agree to a file
     // that exists.

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ValueField_p.h"
+
+#include <RpaAppData/RpaParamData.h>
+
+class QListWidget;
+
+// Choices of which any number is ticked.
+class ChoicesField : public ValueField
+{
+    Q_OBJECT
+
+public:
+    explicit ChoicesField(const RpaParamItem& item);
+
+    void ShowValue(const QVariant& value) override;
+    QWidget* GetInput() override;
+
+private:
+    void TakeTicks();
+
+    QListWidget* list;
+};
