@@ -56,7 +56,19 @@ def get_param(name):
 
 
 def set_param(name, value):
-    _call("param.set", name, _plain(value))
+    # Several files or choices.
+    several = isinstance(value, (list, tuple))
+    _call("param.set", name, [_plain(entry) for entry in value] if several else _plain(value))
+
+
+def set_progress(name, percent):
+    """Moves a progress bar of the page: 0 to 100, beyond that to the end on this side."""
+    _call("param.set", name, min(100.0, max(0.0, float(percent))))
+
+
+def set_picture(name, path):
+    """Shows a picture of a file on the page; an empty path shows none."""
+    _call("param.set", name, os.path.abspath(os.fspath(path)) if path else "")
 
 
 # Table of the page

@@ -65,6 +65,8 @@ private slots:
     void anUnknownProcessIsNotStarted();
     void controlledWidgetsAreDisabledDuringARun();
     void aProgramReadsAndWritesParameters();
+    void aProgramShowsProgressAndAPicture();
+    void aProgramPassesLists();
     void aProgramFillsTheTable();
     void aRefusedCallCanBeHandledByTheProgram();
     void aDialogOfTheProgramIsAnswered();
@@ -199,6 +201,40 @@ void EngineRun::aProgramReadsAndWritesParameters()
 
     QVERIFY(engine.life.WaitUntilOver());
     QCOMPARE(param.value.toInt(), 6);
+}
+
+void EngineRun::aProgramShowsProgressAndAPicture()
+{
+    EngineRunFixture engine;
+    OneParam params;
+    engine.Engine()->SetAppParamEngine(&params);
+    QVERIFY(engine.RunText(
+        QStringLiteral("for percent in (-5, '42.5', 250):\n"
+                       "    rpa.set_progress('数量', percent)\n"
+                       "    print('shown', float(rpa.get_param('数量')))\n"
+                       "rpa.set_picture('数量', 'a.png')\n"
+                       "import os\n"
+                       "print('whole', rpa.get_param('数量') == os.path.join(os.getcwd(), 'a.png'))\n"
+                       "rpa.set_picture('数量', '')\n")));
+
+    QVERIFY(engine.life.WaitUntilOver());
+
+    for (const char* line : {"shown 0.0", "shown 42.5", "shown 100.0", "whole True"})
+        QVERIFY2(EngineRunFixture::LogHas(QLatin1String(line)), line);
+    QCOMPARE(params.value, QVariant(QString()));
+}
+
+void EngineRun::aProgramPassesLists()
+{
+    EngineRunFixture engine;
+    OneParam params;
+    params.value = QStringList{QStringLiteral("甲"), QStringLiteral("乙")};
+    engine.Engine()->SetAppParamEngine(&params);
+    QVERIFY(engine.RunText(QStringLiteral("rpa.set_param('数量', rpa.get_param('数量')[::-1])\n")));
+
+    QVERIFY(engine.life.WaitUntilOver());
+
+    QCOMPARE(params.value.toStringList(), (QStringList{QStringLiteral("乙"), QStringLiteral("甲")}));
 }
 
 void EngineRun::aProgramFillsTheTable()
