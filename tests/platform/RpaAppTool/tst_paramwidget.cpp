@@ -57,6 +57,7 @@ private slots:
     void aMomentIsNoneUntilItIsEntered();
     void aSliderGoesInStepsBetweenItsEnds();
     void aSliderOfMadNumbersIsHarmless();
+    void aSliderHasNoMoreStepsThanCanBeToldApart();
     void progressIsShownAndNoChangeOfTheApp();
     void aPictureIsShown();
     void whatIsNoPictureIsTold_data();
@@ -495,6 +496,23 @@ void ParamWidget::aSliderOfMadNumbersIsHarmless()
     }
 }
 
+void ParamWidget::aSliderHasNoMoreStepsThanCanBeToldApart()
+{
+    RpaParamItem item;
+    item.name = QStringLiteral("slider");
+    item.type = RpaParamType::Slider;
+    item.least = 0.0;
+    item.most = 1000000.0;
+    item.step = 0.001;
+    QVERIFY(params->InsertItem(-1, item) >= 0);
+
+    auto* slider = qobject_cast<QSlider*>(Field(7));
+
+    QCOMPARE(slider->maximum(), 10000);
+    slider->setValue(1);
+    QCOMPARE(widget->GetParam(QStringLiteral("slider")), QVariant(100.0));
+}
+
 void ParamWidget::progressIsShownAndNoChangeOfTheApp()
 {
     Add("progress", RpaParamType::Progress);
@@ -570,6 +588,12 @@ void ParamWidget::aGroupHasATitleAndTwoColumnsWhereThereIsRoom()
 {
     const auto left = [this](int index) { return Field(index)->mapTo(widget, QPoint(0, 0)).x(); };
     const auto top = [this](int index) { return Field(index)->mapTo(widget, QPoint(0, 0)).y(); };
+    // Too wide to stand side by side in a narrow window.
+    for (int index = 1; index < 3; ++index) {
+        RpaParamItem item = params->GetItem(index);
+        item.label = QString(20, QChar(0x540d));
+        QVERIFY(params->SetItem(index, item));
+    }
     RpaParamItem group;
     group.name = QStringLiteral("g");
     group.label = QStringLiteral("收货人");
