@@ -67,6 +67,7 @@ private slots:
     void initTestCase();
     void init();
     void listsValuesRowsAndPasswords();
+    void severalFilesAndChoicesAreListed();
     void runResultsAreNotAmongThem();
     void takesOutWhatIsNamed();
     void scrollingDecidesNothing();
@@ -114,6 +115,31 @@ void tst_TakenAlong::listsValuesRowsAndPasswords()
     QVERIFY2(all.at(0).where.endsWith(QStringLiteral("第 2 步“填写输入框”的内容")),
              qPrintable(all.at(0).where));
     QVERIFY(!all.at(0).what.contains(QStringLiteral("hunter2")));
+}
+
+void tst_TakenAlong::severalFilesAndChoicesAreListed()
+{
+    RpaAppData app;
+    app.InitDefault();
+    RpaParamItem files;
+    files.name = QStringLiteral("清单");
+    files.type = RpaParamType::Files;
+    files.value = QStringList{QStringLiteral("/a.csv"), QStringLiteral("/b.csv")};
+    RpaParamItem none = files;
+    none.name = QStringLiteral("空");
+    none.value = QStringList();
+    RpaParamItem picture;
+    picture.name = QStringLiteral("图");
+    picture.type = RpaParamType::Picture;
+    picture.value = QStringLiteral("/home/a.png");
+    for (const RpaParamItem& item : {files, none, picture})
+        app.GetUIDataManager()->GetUIData(0)->GetParamData()->InsertItem(-1, item);
+
+    const QVector<TakenAlong> all = TakenAlong::Of(app);
+
+    QCOMPARE(all.size(), 1);
+    QVERIFY(all.at(0).where.endsWith(QStringLiteral("的参数“清单”")));
+    QCOMPARE(all.at(0).what, QStringLiteral("/a.csv，/b.csv"));
 }
 
 void tst_TakenAlong::runResultsAreNotAmongThem()

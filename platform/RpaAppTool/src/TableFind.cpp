@@ -31,9 +31,11 @@ bool TableRowFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
 
 TableFind::TableFind(TableModel& searched, QTableView& shown, WbFindBar& findBar, QObject* parent)
     : QObject(parent), model(searched), view(shown), bar(findBar),
-      onlyMatching(new QCheckBox(QStringLiteral("只显示符合的行"))), filter(new TableRowFilter(this))
+      onlyMatching(new QCheckBox(QStringLiteral("筛选"))), filter(new TableRowFilter(this))
 {
     onlyMatching->setObjectName(QStringLiteral("tableFilter"));
+    onlyMatching->setToolTip(QStringLiteral("只显示符合的行"));
+    onlyMatching->setAccessibleDescription(onlyMatching->toolTip());
     bar.AddOption(onlyMatching);
     searchTimer.setSingleShot(true);
     searchTimer.setInterval(typingMilliseconds);
