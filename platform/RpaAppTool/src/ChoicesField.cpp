@@ -1,6 +1,7 @@
 #include "ChoicesField_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 
 #include <QHBoxLayout>
 #include <QListWidget>
@@ -18,7 +19,7 @@ ChoicesField::ChoicesField(const RpaParamItem& item) : list(new QListWidget)
         auto* row = new QListWidgetItem(choice, list);
         row->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         row->setCheckState(Qt::Unchecked);
-        row->setToolTip(choice.toHtmlEscaped());
+        row->setToolTip(UIUtils::PlainToolTip(choice));
         row->setSizeHint(QSize(0, DpiTool::ScaleDefault(rowHeight)));
     }
     const int rows = qBound(1, list->count(), seenRows);
