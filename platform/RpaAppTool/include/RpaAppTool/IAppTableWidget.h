@@ -7,9 +7,9 @@
 
 class RpaTableData;
 
-// The table of a UI page: typed columns; cells are edited in place, ranges copied and pasted, rows read from
-// and written to CSV files, and each act can be undone. A running process reads and writes it through
-// IAppTableEngine. GUI thread only.
+// The table of a UI page: typed columns; cells are edited in place, found and filtered, ranges copied and
+// pasted, rows read from and written to Excel and CSV files, and each act can be undone. A running process
+// reads and writes it through IAppTableEngine. GUI thread only.
 class RPAAPPTOOL_EXPORT IAppTableWidget : public QWidget, public IAppTableEngine
 {
     Q_OBJECT
