@@ -66,7 +66,7 @@ private:
 
     // On a drive that stands for the root of Linux under wine: its Python knows no drives, and without one a
     // path means the same to both.
-    TestFolder folder{QDir::currentPath() + QStringLiteral("/trouble-XXXXXX")};
+    TestFolder folder{QCoreApplication::applicationDirPath() + QStringLiteral("/trouble-XXXXXX")};
     QString noWorkbook;
     std::unique_ptr<RunPage> page;
 };

@@ -109,7 +109,7 @@ private:
     IAppTableWidget* Table() const { return page->findChild<IAppTableWidget*>(); }
 
     std::unique_ptr<RunPage> page;
-    TestFolder folder{QDir::currentPath() + QStringLiteral("/shipped-XXXXXX")};
+    TestFolder folder{QCoreApplication::applicationDirPath() + QStringLiteral("/shipped-XXXXXX")};
 };
 
 void tst_ShippedTemplates::Open(const QString& file)
