@@ -138,6 +138,8 @@ void RowCommands::AddFilters()
         QStringLiteral("'99'"));
     row("less: empty cells never", QStringLiteral("[None, '', 3, 20]"), QStringLiteral("less"),
         QStringLiteral("10"), QStringLiteral("3"));
+    row("less: neither among texts", QStringLiteral("[None, ' ', 'c', 'a']"), QStringLiteral("less"),
+        QStringLiteral("b"), QStringLiteral("'a'"));
     row("at most: a date", QStringLiteral("['2026年2月1日', '2026-1-31']"), QStringLiteral("at_most"),
         QStringLiteral("2026-01-31"), QStringLiteral("'2026-1-31'"));
     row("thousands and currency", QStringLiteral("['￥1,234.50', '999']"), QStringLiteral("greater"),
