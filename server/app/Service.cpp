@@ -50,6 +50,7 @@ void AddRoutes(Router& router, Services& services, std::function<QByteArray()> f
     AddVersionRoutes(router, services);
     AddReleaseRoutes(router, services);
     AddInvitationRoutes(router, services);
+    AddSaveRoutes(router, services);
     AddReaderRoutes(router, services);
 }
 

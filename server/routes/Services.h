@@ -28,5 +28,6 @@ void AddAppRoutes(Router& router, Services& services);
 void AddVersionRoutes(Router& router, Services& services);
 void AddReleaseRoutes(Router& router, Services& services);
 void AddInvitationRoutes(Router& router, Services& services);
+void AddSaveRoutes(Router& router, Services& services);
 void AddReaderRoutes(Router& router, Services& services);
 } // namespace server

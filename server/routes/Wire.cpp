@@ -56,6 +56,18 @@ JsonText& Append(JsonText& text, const Version& version)
         .EndObject();
 }
 
+JsonText& Append(JsonText& text, const SavedRevision& save)
+{
+    return text.BeginObject()
+        .Member("versionId", save.versionId)
+        .Member("revision", save.revision)
+        .Member("pin", save.pin)
+        .Member("name", save.name)
+        .Member("savedAt", save.savedAt)
+        .Member("note", save.note)
+        .EndObject();
+}
+
 JsonText& Append(JsonText& text, const ReleasedApp& released)
 {
     Append(text.BeginObject().Key("app"), released.app);

@@ -15,6 +15,7 @@ constexpr qint64 smallBody = 64 * 1024;
 JsonText& Append(JsonText& text, const Account& account);
 JsonText& Append(JsonText& text, const App& app);
 JsonText& Append(JsonText& text, const Version& version);
+JsonText& Append(JsonText& text, const SavedRevision& save);
 JsonText& Append(JsonText& text, const ReleasedApp& released);
 JsonText& Append(JsonText& text, const Invitation& invitation);
 JsonText& Append(JsonText& text, const AuditEntry& entry);

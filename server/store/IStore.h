@@ -57,6 +57,8 @@ public:
 
     // Adds the revision `version.revision` to the history and makes it the head.
     virtual void AddRevision(const Version& version, const QByteArray& body) = 0;
+    virtual std::optional<QString> WhoSaved(const QString& versionId, qint64 revision) = 0;
+    virtual void SetNote(const QString& versionId, qint64 revision, const QString& note, qint64 now) = 0;
     virtual void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) = 0; // 0: restored
 
     // Moves the version to a state, from which it is not taken back then, and notes who did it.
@@ -152,6 +154,9 @@ public:
     virtual bool HasGrayAccess(const QString& appId, const QString& pin) = 0;
     // The gray and online versions of the app, those that were taken back too, newest release first.
     virtual std::vector<Release> ReleasesOf(const QString& appId) = 0;
+    // Of each version of the app that is not deleted its last saves and all that have a note: versions as in
+    // their list, the newest save first.
+    virtual std::vector<SavedRevision> SavesOf(const QString& appId) = 0;
     virtual std::vector<Invitation> InvitationsOf(const QString& appId) = 0; // newest first
 
     // At most `most` entries of the vendor's apps older than the entry `before` (empty: the newest), newest

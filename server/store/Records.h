@@ -73,6 +73,17 @@ struct Release
     qint64 releasedAt = 0; // into the state that it has
 };
 
+// One save of a version, without its content.
+struct SavedRevision
+{
+    QString versionId;
+    qint64 revision = 0;
+    QString pin;  // who saved it
+    QString name; // the account's
+    qint64 savedAt = 0;
+    QString note; // what its author says of it; may be empty
+};
+
 // A code that opens the gray versions of an app to whoever redeems it.
 struct Invitation
 {

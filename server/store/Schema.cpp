@@ -130,9 +130,18 @@ void AddTakingBack(SqlConnection& connection, const IDialect&)
     connection.Execute(QStringLiteral("ALTER TABLE audit_entry ADD COLUMN reason TEXT NOT NULL DEFAULT ''"));
 }
 
+// Revisions themselves never change; what their authors say of them may.
+void AddSaveNotes(SqlConnection& connection, const IDialect&)
+{
+    connection.Execute(
+        QStringLiteral("CREATE TABLE save_note (version_id TEXT NOT NULL, revision BIGINT NOT NULL, "
+                       "note TEXT NOT NULL, noted_at BIGINT NOT NULL, PRIMARY KEY (version_id, revision), "
+                       "FOREIGN KEY (version_id, revision) REFERENCES revision(version_id, revision))"));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions, AddClosedAccounts,
-                      AddTakingBack};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions,
+                      AddClosedAccounts, AddTakingBack,          AddSaveNotes};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

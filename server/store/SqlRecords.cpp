@@ -103,6 +103,24 @@ QString ReleasesOfApp()
         .arg(QualifiedVersionColumns());
 }
 
+QString SavesOfApp()
+{
+    return QStringLiteral(
+        "SELECT revision.version_id, revision.revision, revision.pin, COALESCE(account.name, revision.pin), "
+        "revision.saved_at, COALESCE(save_note.note, '') FROM version "
+        "JOIN revision ON revision.version_id = version.id "
+        "LEFT JOIN save_note ON save_note.version_id = revision.version_id "
+        "AND save_note.revision = revision.revision LEFT JOIN account ON account.pin = revision.pin "
+        "WHERE version.app_id = ? AND version.deleted_at = 0 "
+        "AND (revision.revision > version.revision - 5 OR save_note.note <> '') "
+        "ORDER BY version.position DESC, revision.revision DESC");
+}
+
+SavedRevision ReadSavedRevision(const SqlRows& rows)
+{
+    return {rows.Text(0), rows.Number(1), rows.Text(2), rows.Text(3), rows.Number(4), rows.Text(5)};
+}
+
 Release ReadRelease(const SqlRows& rows)
 {
     return {VersionFrom(rows, 0), rows.Number(versionColumnCount)};

@@ -23,6 +23,10 @@ AuditEntry ReadAuditEntry(const SqlRows& rows);
 QString ReleasedAppsIn(VersionState state, const QString& condition);
 ReleasedApp ReadReleasedApp(const SqlRows& rows);
 
+// SELECT of the last saves of an app's versions and of those with a note.
+QString SavesOfApp();
+SavedRevision ReadSavedRevision(const SqlRows& rows);
+
 // SELECT of the gray and online versions of an app, newest release first; one may come several times.
 QString ReleasesOfApp();
 Release ReadRelease(const SqlRows& rows);

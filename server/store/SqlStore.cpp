@@ -230,6 +230,12 @@ bool SqlStore::HasGrayAccess(const QString& appId, const QString& pin)
     return Reading([&](SqlConnection& c) { return c.Select(sql, {appId, pin}).Next(); });
 }
 
+std::vector<SavedRevision> SqlStore::SavesOf(const QString& appId)
+{
+    static const QString sql = SavesOfApp();
+    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadSavedRevision); });
+}
+
 std::vector<Invitation> SqlStore::InvitationsOf(const QString& appId)
 {
     static const QString sql =

@@ -29,6 +29,7 @@ public:
     std::vector<ReleasedApp> GrayApps(const QString& pin) override;
     std::vector<Release> ReleasesOf(const QString& appId) override;
     bool HasGrayAccess(const QString& appId, const QString& pin) override;
+    std::vector<SavedRevision> SavesOf(const QString& appId) override;
     std::vector<Invitation> InvitationsOf(const QString& appId) override;
     std::vector<AuditEntry> Audit(const QString& venderId, const QString& before, int most) override;
     QByteArray ReadBody(const QString& versionId, qint64 revision) override;

@@ -130,6 +130,22 @@ void SqlTransaction::TouchApp(const QString& appId, qint64 now)
     connection.Change(QStringLiteral("UPDATE app SET changed_at = ? WHERE id = ?"), {now, appId});
 }
 
+std::optional<QString> SqlTransaction::WhoSaved(const QString& versionId, qint64 revision)
+{
+    auto rows =
+        connection.Select(QStringLiteral("SELECT pin FROM revision WHERE version_id = ? AND revision = ?"),
+                          {versionId, revision});
+    return rows.Next() ? std::optional(rows.Text(0)) : std::nullopt;
+}
+
+void SqlTransaction::SetNote(const QString& versionId, qint64 revision, const QString& note, qint64 now)
+{
+    connection.Change(QStringLiteral("INSERT INTO save_note (version_id, revision, note, noted_at) "
+                                     "VALUES (?, ?, ?, ?) ON CONFLICT (version_id, revision) DO UPDATE SET "
+                                     "note = excluded.note, noted_at = excluded.noted_at"),
+                      {versionId, revision, note, now});
+}
+
 void SqlTransaction::SetDeleted(const Version& version, qint64 deletedAt, const QString& pin)
 {
     changedIds.insert(changedIds.end(), {version.id, version.appId});

@@ -23,6 +23,8 @@ public:
     void InsertVersion(const Version& version, const QByteArray& body) override;
     void InsertCopy(const Version& copy, const Version& original) override;
     void AddRevision(const Version& version, const QByteArray& body) override;
+    std::optional<QString> WhoSaved(const QString& versionId, qint64 revision) override;
+    void SetNote(const QString& versionId, qint64 revision, const QString& note, qint64 now) override;
     void SetDeleted(const Version& version, qint64 deletedAt, const QString& pin) override;
     void Release(const Version& version, VersionState to, const QString& pin, qint64 now) override;
 

@@ -33,6 +33,7 @@ const std::vector<Table>& Tables()
             "id app_id name description state api_version pin revision sha256 size created_at changed_at "
             "deleted_at deleted_by position withdrawn_at"),
         MakeTable("revision", 2, "version_id revision name description api_version pin sha256 size saved_at"),
+        MakeTable("save_note", 2, "version_id revision note noted_at"),
         MakeTable("release_entry", 1, "id version_id revision from_state to_state pin released_at position"),
         MakeTable("invitation", 1,
                   "id code app_id version_id pin created_at expires_at most_uses uses revoked_at position"),

@@ -144,3 +144,32 @@ class AuthoringCases(CaseHelpers):
             ("POST", path, 404): lambda: restore("none"),
             ("POST", path, 409): name_taken,
         }
+
+    def rows_saves(self):
+        write, ask = self.server.write, self.server.ask
+        path, listed = "/api/v1/versions/{versionId}/note", "/api/v1/apps/{appId}/saves"
+
+        def note(version, who="owner", text="改了登录", **more):
+            return write("PUT", f"/api/v1/versions/{version}/note", who, {"revision": 1, "note": text}, **more)
+
+        def saves():
+            app = self.app()
+            note(self.server.new_version(app))
+            return ask("GET", f"/api/v1/apps/{app}/saves", self.server.tokens["owner"])
+
+        def with_a_used_key():
+            key, version = str(uuid.uuid4()), self.version()
+            note(version, key=key)
+            return note(version, text="别的", key=key)
+
+        return {
+            ("PUT", path, 204): lambda: note(self.version()),
+            ("PUT", path, 400): lambda: note(self.version(), text="字" * 201),
+            ("PUT", path, 401): self.dead_token("PUT", "/api/v1/versions/none/note"),
+            ("PUT", path, 403): lambda: note(self.version(), "colleague"),
+            ("PUT", path, 404): lambda: note("none"),
+            ("PUT", path, 409): with_a_used_key,
+            ("GET", listed, 200): saves,
+            ("GET", listed, 401): lambda: ask("GET", "/api/v1/apps/none/saves"),
+            ("GET", listed, 404): lambda: ask("GET", "/api/v1/apps/none/saves", self.server.tokens["owner"]),
+        }

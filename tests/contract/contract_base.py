@@ -41,7 +41,9 @@ class ContractBase(unittest.TestCase):
         target = path.format(appId=app, versionId=version, invitationId=made["id"])
         headers = {"Idempotency-Key": str(uuid.uuid4()), "If-Match": '"1"', **save_headers()}
         body = None
-        if path.endswith("/versions") and method == "POST" or method == "PUT":
+        if path.endswith("/note"):
+            body = {"revision": 1, "note": "改了登录"}
+        elif path.endswith("/versions") and method == "POST" or method == "PUT":
             body = BODY
         elif method in ("POST", "PATCH"):
             body = {"name": str(uuid.uuid4()), "kind": 0, "type": 1, "code": made["code"], "state": 3,

@@ -19,6 +19,8 @@ RIGHTS = {
     ("DELETE", "/api/v1/versions/{versionId}"): {**dict.fromkeys(EDITORS, 204), "*": 404},
     ("POST", "/api/v1/versions/{versionId}/release"): {**dict.fromkeys(EDITORS, 200), "*": 404},
     ("GET", "/api/v1/apps/{appId}/releases"): {**dict.fromkeys(EDITORS, 200), "*": 404},
+    ("GET", "/api/v1/apps/{appId}/saves"): {**dict.fromkeys(EDITORS, 200), "*": 404},
+    ("PUT", "/api/v1/versions/{versionId}/note"): {"owner": 204, "colleague": 403, "*": 404},
     ("POST", "/api/v1/apps/{appId}/take-back"): {**dict.fromkeys(EDITORS, 200), "*": 404},
     ("POST", "/api/v1/versions/{versionId}/restore"): {"administrator": 200, "foreign-administrator": 404, "*": 403},
     ("GET", "/api/v1/apps/{appId}/invitations"): {"owner": 200, "colleague": 403, "*": 404},

@@ -10,11 +10,12 @@ from contract_base import ContractBase
 from release_tests import ReleaseTests
 from rights_tests import RightsTests
 from route_tests import RouteTests
+from saving_tests import SavingTests
 
 ContractBase.document, *ContractBase.program = sys.argv[1:]
 
 
-class ContractTest(RouteTests, RightsTests, ReleaseTests):
+class ContractTest(RouteTests, RightsTests, ReleaseTests, SavingTests):
     """All subjects, one server."""
 
 

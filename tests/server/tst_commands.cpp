@@ -170,7 +170,8 @@ void CommandsTest::restoresABackupOfAnOlderServer()
     const QStringList everything = EverythingOf(app);
     QVERIFY2(Command({QStringLiteral("backup"), BackupFile()}) == 0, said.constData());
     EndServer();
-    ChangeFile(BackupFile(), {QStringLiteral("ALTER TABLE account DROP COLUMN closed_at"),
+    ChangeFile(BackupFile(), {QStringLiteral("DROP TABLE save_note"),
+                              QStringLiteral("ALTER TABLE account DROP COLUMN closed_at"),
                               QStringLiteral("ALTER TABLE version DROP COLUMN withdrawn_at"),
                               QStringLiteral("ALTER TABLE audit_entry DROP COLUMN reason"),
                               QStringLiteral("UPDATE schema_info SET version = 3")});

@@ -30,9 +30,9 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
     {
         SqlConnection connection(Dialect());
         for (const char* statement :
-             {"DROP TABLE gray_access", "DROP TABLE invitation", "DROP TABLE audit_entry",
-              "DROP INDEX version_in_state", "DROP INDEX version_of_app", "DROP INDEX version_position",
-              "ALTER TABLE version DROP COLUMN position",
+             {"DROP TABLE save_note", "DROP TABLE gray_access", "DROP TABLE invitation",
+              "DROP TABLE audit_entry", "DROP INDEX version_in_state", "DROP INDEX version_of_app",
+              "DROP INDEX version_position", "ALTER TABLE version DROP COLUMN position",
               "CREATE INDEX version_of_app ON version(app_id, created_at)",
               "DROP INDEX release_entry_position", "ALTER TABLE release_entry DROP COLUMN position",
               "ALTER TABLE account DROP COLUMN closed_at", "ALTER TABLE version DROP COLUMN withdrawn_at",
