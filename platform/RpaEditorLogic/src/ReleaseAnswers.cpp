@@ -65,9 +65,24 @@ std::optional<VersionServiceRelease> ReadRelease(const QJsonObject& json)
     release.state = version.value(QLatin1String("state")).toInt();
     release.releasedAt = Time(json, "releasedAt");
     release.present = json.value(QLatin1String("present")).toBool();
+    release.withdrawn = Number(version, "withdrawnAt") != 0;
     if (!ServiceRoutes::IsValidId(release.versionId) || (release.state != 2 && release.state != 3))
         return std::nullopt;
     return release;
+}
+
+std::optional<VersionServiceSave> ReadSave(const QJsonObject& json)
+{
+    VersionServiceSave save;
+    save.versionId = Text(json, "versionId");
+    save.revision = json.value(QLatin1String("revision")).toInt();
+    save.pin = Text(json, "pin");
+    save.name = Text(json, "name");
+    save.savedAt = Time(json, "savedAt");
+    save.note = Text(json, "note");
+    if (!ServiceRoutes::IsValidId(save.versionId) || save.revision < 1)
+        return std::nullopt;
+    return save;
 }
 } // namespace
 
@@ -104,6 +119,11 @@ std::optional<QVector<VersionServiceRelease>> ReleaseAnswers::ReadReleases(const
         });
     };
     return releases && count(2) < 2 && count(3) < 2 ? releases : std::nullopt;
+}
+
+std::optional<QVector<VersionServiceSave>> ReleaseAnswers::ReadSaves(const QJsonObject& json)
+{
+    return ReadList(json.value(QLatin1String("saves")), ReadSave);
 }
 
 std::optional<QString> ReleaseAnswers::ReadTakenBack(const QJsonObject& json)

@@ -13,6 +13,7 @@ namespace ReleaseAnswers
 std::optional<VersionServiceReleasedApp> ReadReleasedApp(const QJsonObject& json);
 std::optional<QVector<VersionServiceReleasedApp>> ReadReleasedApps(const QJsonObject& json);
 std::optional<QVector<VersionServiceRelease>> ReadReleases(const QJsonObject& json);
+std::optional<QVector<VersionServiceSave>> ReadSaves(const QJsonObject& json);
 std::optional<QString> ReadTakenBack(const QJsonObject& json);
 std::optional<VersionServiceInvitation> ReadInvitation(const QJsonObject& json);
 std::optional<QVector<VersionServiceInvitation>> ReadInvitations(const QJsonObject& json);

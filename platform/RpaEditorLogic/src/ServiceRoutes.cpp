@@ -209,6 +209,21 @@ WbHttpRequest ServiceRoutes::TakeBack(const VersionServiceTakeBack& order, const
     return request;
 }
 
+WbHttpRequest ServiceRoutes::ListSaves(const QString& appId)
+{
+    return Route("GET", "/apps/" + Escaped(appId) + "/saves");
+}
+
+WbHttpRequest ServiceRoutes::NoteSave(const QString& versionId, int revision, const QString& note,
+                                      const QByteArray& key)
+{
+    auto request = Route("PUT", "/versions/" + Escaped(versionId) + "/note");
+    request.expectation.json = false;
+    AddKey(&request, key);
+    SetJsonBody(&request, {{QStringLiteral("revision"), revision}, {QStringLiteral("note"), note}});
+    return request;
+}
+
 WbHttpRequest ServiceRoutes::ListInvitations(const QString& appId)
 {
     return Route("GET", "/apps/" + Escaped(appId) + "/invitations");

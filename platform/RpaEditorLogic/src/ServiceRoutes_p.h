@@ -41,6 +41,8 @@ WbHttpRequest OnlineApps();
 WbHttpRequest GrayApps();
 WbHttpRequest ListReleases(const QString& appId);
 WbHttpRequest TakeBack(const VersionServiceTakeBack& order, const QByteArray& key);
+WbHttpRequest ListSaves(const QString& appId);
+WbHttpRequest NoteSave(const QString& versionId, int revision, const QString& note, const QByteArray& key);
 WbHttpRequest ListInvitations(const QString& appId);
 WbHttpRequest CreateInvitation(const QString& appId, int validDays, int mostUses, const QByteArray& key);
 WbHttpRequest RevokeInvitation(const QString& invitationId, const QByteArray& key);

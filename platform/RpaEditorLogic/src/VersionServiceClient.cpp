@@ -191,6 +191,21 @@ void VersionServiceClient::TakeBack(const VersionServiceTakeBack& order, QObject
                      ReadBody(ReleaseAnswers::ReadTakenBack));
 }
 
+void VersionServiceClient::ListSaves(const QString& appId, QObject* context,
+                                     const Callback<QVector<VersionServiceSave>>& callback)
+{
+    d->Send<QVector<VersionServiceSave>>(ServiceRoutes::ListSaves(appId), context, callback,
+                                         ReadBody(ReleaseAnswers::ReadSaves));
+}
+
+void VersionServiceClient::NoteSave(const QString& versionId, int revision, const QString& note,
+                                    QObject* context, const Callback<VersionServiceNothing>& callback)
+{
+    d->Send<VersionServiceNothing>(
+        ServiceRoutes::NoteSave(versionId, revision, note, ServiceRoutes::NewKey()), context, callback,
+        Nothing);
+}
+
 void VersionServiceClient::ListInvitations(const QString& appId, QObject* context,
                                            const Callback<QVector<VersionServiceInvitation>>& callback)
 {

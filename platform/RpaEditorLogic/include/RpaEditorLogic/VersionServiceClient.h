@@ -63,6 +63,13 @@ public:
     // already stays so. Refused with "release-changed" when users have another one than `from` by now.
     void TakeBack(const VersionServiceTakeBack& order, QObject* context, const Callback<QString>& callback);
 
+    // Of each version of the app its last saves and all with a note: newest version, then newest save first.
+    void ListSaves(const QString& appId, QObject* context,
+                   const Callback<QVector<VersionServiceSave>>& callback);
+    // For whoever saved that revision only. note: up to 200 characters; empty takes the former away.
+    void NoteSave(const QString& versionId, int revision, const QString& note, QObject* context,
+                  const Callback<VersionServiceNothing>& callback);
+
     // For the creator of the app only. All invitations, newest first.
     void ListInvitations(const QString& appId, QObject* context,
                          const Callback<QVector<VersionServiceInvitation>>& callback);

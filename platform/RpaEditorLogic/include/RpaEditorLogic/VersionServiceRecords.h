@@ -64,9 +64,21 @@ struct VersionServiceRelease
     QString versionId;
     QString versionName;
     QString description;
-    int state = 0;        // 2 gray, 3 online
-    QDateTime releasedAt; // UTC
-    bool present = false; // the one of its state that users have
+    int state = 0;          // 2 gray, 3 online
+    QDateTime releasedAt;   // UTC
+    bool present = false;   // the one of its state that users have
+    bool withdrawn = false; // taken back from users
+};
+
+// One save of a version.
+struct VersionServiceSave
+{
+    QString versionId;
+    int revision = 0;
+    QString pin;       // who saved it
+    QString name;      // the account's
+    QDateTime savedAt; // UTC
+    QString note;      // what its author says of it; may be empty
 };
 
 // What an author decides about what users have.
