@@ -56,7 +56,7 @@ void tst_PackageDialog::packagesAreOfferedWithTheirPageOnly()
     MainWindow window;
     auto* const list = new QWidget;
     auto* const editor = new QWidget;
-    window.OfferPackages(editor);
+    window.OfferEditing(editor);
     window.AddPage(list, QString());
     window.AddPage(editor, QStringLiteral("返回应用列表"));
     window.show();

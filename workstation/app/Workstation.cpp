@@ -26,6 +26,7 @@
 #include "ShippedTemplates.h"
 #include "SignInPage.h"
 #include "TemplateKeeper.h"
+#include "VersionDesk.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaSuperDir.h>
@@ -79,6 +80,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     ConnectServices();
     ConnectPackages();
     ConnectDrafts();
+    ConnectVersions();
 }
 
 Workstation::~Workstation()
@@ -135,7 +137,7 @@ void Workstation::CreateParts()
     window->AddPage(editorPage, QStringLiteral("返回应用列表"));
     CreateReleased();
     window->AddPage(settingsPage, QStringLiteral("返回"));
-    window->OfferPackages(editorPage);
+    window->OfferEditing(editorPage);
     keyboard = std::make_unique<Keyboard>(window.get(), editorPage, runPage);
 
     desk = std::make_unique<AppDesk>(apps.get(), listPage);

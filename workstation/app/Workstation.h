@@ -31,6 +31,7 @@ class Session;
 class SettingsPage;
 class SignInPage;
 class TemplateKeeper;
+class VersionDesk;
 
 // Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
 // what they need and announces what happened.
@@ -73,6 +74,8 @@ private:
     void ShowSettings();
     void ShowPackages();
     void TellWheelFolders();
+    void ConnectVersions();
+    void ShowVersions();
     void ConnectDrafts();
     void PrepareEditor(const AppRecord& app);
     void OpenEditor(const AppRecord& app);
@@ -114,6 +117,7 @@ private:
     std::unique_ptr<ReleasedDesk> onlineDesk;
     std::unique_ptr<ReleasedDesk> grayDesk;
     std::unique_ptr<ReleaseDesk> releases;
+    std::unique_ptr<VersionDesk> versions;
     std::unique_ptr<SampleInstaller> samples;
     std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<SavedTemplates> savedTemplates;

@@ -6,13 +6,20 @@
 #include "LeftWork.h"
 #include "MainWindow.h"
 #include "SavedTemplates.h"
+#include "Session.h"
 #include "TemplateKeeper.h"
+#include "VersionDesk.h"
+#include "VersionDialog.h"
+#include "VersionHint.h"
 #include "Workstation.h"
 
 #include <RpaCore/RpaSuperDir.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
 #include <WbBaseUI/WbToast.h>
+
+#include <QComboBox>
+#include <QLineEdit>
 
 void Workstation::ConnectDrafts()
 {
@@ -24,6 +31,31 @@ void Workstation::ConnectDrafts()
     leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
     connect(editorPage, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
     connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftDesk::Close);
+}
+
+void Workstation::ConnectVersions()
+{
+    versions = std::make_unique<VersionDesk>();
+    connect(editorPage, &EditorPage::SigOpened, this, [this](QWidget* editor) {
+        versions->SetApp(editorPage->GetApp().id);
+        if (auto* combo = editor->findChild<QComboBox*>(QStringLiteral("version_combo"))) {
+            new VersionHint(combo, versions.get(), settings.GetDateLanguage()); // goes with the list
+        }
+    });
+    connect(editorPage, &EditorPage::SigClosed, versions.get(), [this] { versions->SetApp(QString()); });
+    connect(window.get(), &MainWindow::SigVersions, this, &Workstation::ShowVersions);
+}
+
+void Workstation::ShowVersions()
+{
+    const auto* combo = editorPage->findChild<QComboBox*>(QStringLiteral("version_combo"));
+    if (!combo) {
+        return;
+    }
+    auto* dialog = new VersionDialog(versions.get(), session->GetPin(), combo->lineEdit()->text(),
+                                     settings.GetDateLanguage(), window.get());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
 }
 
 void Workstation::ConnectTemplates()

@@ -62,6 +62,7 @@ void EditorPage::Open(const AppRecord& record)
     if (auto* params = editor->findChild<IAppParamWidget*>()) {
         connect(params, &IAppParamWidget::SigDemanded, this, &EditorPage::SlotDemanded);
     }
+    emit SigOpened(editor);
     editor->SetExecuteInfo(LaunchInfo(app));
 }
 

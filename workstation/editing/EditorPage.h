@@ -34,6 +34,8 @@ public:
     void Discard();
 
 signals:
+    // A fresh editor stands here, before anything is loaded into it.
+    void SigOpened(QWidget* editor);
     // The author answered the editor that the changes are not to be saved.
     void SigGivenUp();
     // The editor is gone. What it asked for may still be under way.

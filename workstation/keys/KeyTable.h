@@ -36,6 +36,7 @@ enum class KeyAct
     Publish,
     ExportTemplate,
     ChooseVersion,
+    ShowVersions,
     FoldBrowser,
     PopOutBrowser,
     Packages,

@@ -29,6 +29,7 @@ void PageKeys::BindTo(KeyActs* acts) const
     BindButton(acts, KeyAct::Back, "buttonBack");
     BindButton(acts, KeyAct::Settings, "buttonSettings");
     BindButton(acts, KeyAct::Packages, "buttonPackages");
+    BindButton(acts, KeyAct::ShowVersions, "buttonVersions");
 }
 
 void PageKeys::BindRuns(KeyActs* acts) const

@@ -45,6 +45,7 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     new WindowFit(this);
 
     connect(buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
+    connect(buttonVersions, &QPushButton::clicked, this, &MainWindow::SigVersions);
     connect(buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
     connect(buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
     connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
@@ -66,6 +67,12 @@ QWidget* MainWindow::CreateHead()
     serverMark = new ServerMark(head);
     labelAccount = new WbLabel(head);
     labelAccount->setObjectName(QStringLiteral("labelAccount"));
+    buttonVersions = new WbPushButton(head, Wb::SecondaryButton);
+    buttonVersions->setObjectName(QStringLiteral("buttonVersions"));
+    buttonVersions->setText(QStringLiteral("版本详情"));
+    buttonVersions->setIcon(WbIcons::Get(QStringLiteral("version")));
+    buttonVersions->setToolTip(
+        QStringLiteral("谁保存了版本、使用者现在使用哪个，给保存写说明（Ctrl+Shift+I）"));
     buttonPackages = new WbPushButton(head, Wb::SecondaryButton);
     buttonPackages->setObjectName(QStringLiteral("buttonPackages"));
     buttonPackages->setText(QStringLiteral("扩展包"));
@@ -82,6 +89,7 @@ QWidget* MainWindow::CreateHead()
     layout->addWidget(buttonBack);
     layout->addWidget(labelTitle);
     layout->addStretch();
+    layout->addWidget(buttonVersions);
     layout->addWidget(buttonPackages);
     layout->addWidget(serverMark);
     layout->addWidget(labelAccount);
@@ -124,7 +132,9 @@ void MainWindow::UpdateHead()
     buttonBack->setVisible(!back.isEmpty());
     labelTitle->setVisible(back.isEmpty());
     labelAccount->setVisible(signedIn);
-    buttonPackages->setVisible(packagesPage && CurrentPage() == packagesPage);
+    const bool isEditing = editingPage && CurrentPage() == editingPage;
+    buttonVersions->setVisible(isEditing);
+    buttonPackages->setVisible(isEditing);
     buttonSettings->setVisible(signedIn);
 }
 

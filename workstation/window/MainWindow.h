@@ -28,8 +28,8 @@ public:
     // Name of the signed-in user; empty before sign-in, which also takes away the settings button.
     void ShowAccount(const QString& name);
 
-    // Whether the button of the packages is shown with this page.
-    void OfferPackages(QWidget* page) { packagesPage = page; }
+    // The page with the editor: packages and versions are offered with it.
+    void OfferEditing(QWidget* page) { editingPage = page; }
 
     ServerMark* GetServerMark() const { return serverMark; }
 
@@ -40,6 +40,7 @@ signals:
     void SigBack(QWidget* from);
     void SigSettings();
     void SigPackages();
+    void SigVersions();
     // The user wants to close the window; it stays until CloseForGood().
     void SigCloseRequested();
 
@@ -53,12 +54,13 @@ private:
 
     QStackedWidget* pages = nullptr;
     WbPushButton* buttonBack = nullptr;
+    WbPushButton* buttonVersions = nullptr;
     WbPushButton* buttonPackages = nullptr;
     WbPushButton* buttonSettings = nullptr;
     WbLabel* labelTitle = nullptr;
     WbLabel* labelAccount = nullptr;
     ServerMark* serverMark = nullptr;
-    QWidget* packagesPage = nullptr;
+    QWidget* editingPage = nullptr;
     bool signedIn = false;
     bool mayClose = false;
 };

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "DateLanguage.h"
+
+#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <WbBaseUI/WbBaseDialog.h>
+
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class VersionDesk;
+class VersionDetails;
+class WbLabel;
+struct VersionFacts;
+
+// All versions of the app, what is known of each, and the note that whoever saved last may give to the save.
+class VersionDialog : public WbBaseDialog
+{
+    Q_OBJECT
+
+public:
+    // pin: who is signed in. shownName: of the version that is selected first.
+    VersionDialog(VersionDesk* versionDesk, const QString& pin, const QString& shownName,
+                  DateLanguage language, QWidget* parent);
+    ~VersionDialog() override;
+
+private:
+    QWidget* CreateDetails();
+    QWidget* CreateNote();
+    void FillList(const QString& shownName);
+    void Update();
+    void ShowNote(const VersionFacts& version);
+    void SaveNote();
+    void SlotNoted();
+    void SlotNotNoted(const QString& problem);
+
+    VersionDesk* const desk;
+    const QString account;
+    const DateLanguage dateLanguage;
+    WbLabel* labelUsers;
+    QListWidget* list;
+    VersionDetails* details = nullptr;
+    WbLabel* labelNote = nullptr;
+    QLineEdit* editNote = nullptr;
+    QPushButton* buttonNote = nullptr;
+    VersionServiceSave noted; // the save that the note field belongs to
+};

@@ -1,0 +1,165 @@
+#include "VersionHint.h"
+
+#include "VersionDesk.h"
+#include "VersionDetails.h"
+
+#include <OxBase/DpiTool.h>
+#include <WbBaseUI/WbLabel.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace
+{
+constexpr int hintWidth = 300;
+constexpr int gap = 6;
+constexpr int shownSaves = 3;
+} // namespace
+
+VersionHint::VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguage language)
+    : QFrame(combo->parentWidget(), Qt::ToolTip | Qt::FramelessWindowHint), versions(combo),
+      view(combo->view()), name(combo->lineEdit()), desk(versionDesk), dateLanguage(language),
+      details(new VersionDetails(shownSaves)), labelUsers(new WbLabel),
+      labelMore(new WbLabel(QStringLiteral("全部保存记录、写说明：Ctrl+Shift+I")))
+{
+    setObjectName(QStringLiteral("versionHint"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_StyledBackground);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    labelUsers->setObjectName(QStringLiteral("labelUsersHave"));
+    labelUsers->setTextFormat(Qt::PlainText);
+    for (WbLabel* label : {labelUsers, labelMore}) {
+        label->setProperty("hint", true);
+        label->setWordWrap(true);
+    }
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(14, 12, 14, 12);
+    layout->setSpacing(8);
+    layout->addWidget(details);
+    layout->addWidget(labelUsers);
+    layout->addWidget(labelMore);
+    setFixedWidth(DpiTool::ScaleDefault(hintWidth));
+    qApp->installEventFilter(this);
+    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this, &VersionHint::ShowRow);
+    connect(desk, &VersionDesk::SigChanged, this, &VersionHint::Update);
+}
+
+VersionHint::~VersionHint() = default;
+
+bool VersionHint::eventFilter(QObject* watched, QEvent* event)
+{
+    if (!versions || !view || !name) {
+        return false; // the editor is going
+    }
+    switch (event->type()) {
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::Enter:
+        if (watched->isWidgetType()) {
+            FollowList(*static_cast<QWidget*>(watched), event->type());
+        }
+        return false;
+    case QEvent::ToolTip:
+        return (watched == versions || watched == name) && ShowCurrent();
+    case QEvent::Leave:
+    case QEvent::MouseButtonPress:
+    case QEvent::KeyPress:
+    case QEvent::WindowDeactivate:
+        if (!view->isVisible()) {
+            hide();
+        }
+        return false;
+    default:
+        return false;
+    }
+}
+
+void VersionHint::FollowList(const QWidget& widget, QEvent::Type what)
+{
+    QWidget* const sight = view->viewport();
+    if (what == QEvent::Hide && (&widget == view || &widget == versions)) {
+        hide();
+    } else if (what == QEvent::Show && &widget == view) {
+        desk->Load();
+        // Later: the list has not found its place yet.
+        QMetaObject::invokeMethod(
+            this, [this] { ShowRow(view ? view->currentIndex() : QModelIndex()); }, Qt::QueuedConnection);
+    } else if (what == QEvent::Enter && view->isVisible() && sight->isAncestorOf(&widget)) {
+        ShowRow(view->indexAt(widget.mapTo(sight, widget.rect().center())));
+    }
+}
+
+void VersionHint::ShowRow(const QModelIndex& index)
+{
+    if (!view || !view->isVisible() || !index.isValid()) {
+        return;
+    }
+    row = index.row();
+    Update();
+    const QWidget* const list = view->window();
+    Place(list->frameGeometry(), false);
+    setVisible(!details->isHidden());
+}
+
+bool VersionHint::ShowCurrent()
+{
+    if (view->isVisible()) {
+        return false;
+    }
+    desk->Load();
+    row = -1;
+    Update();
+    Place({versions->mapToGlobal(QPoint()), versions->size()}, true);
+    setVisible(!details->isHidden());
+    return isVisible();
+}
+
+void VersionHint::Update()
+{
+    if (!versions || !name) {
+        return;
+    }
+    const QVector<VersionFacts> all = desk->GetVersions();
+    // An app that has only released versions shows one more, which is not saved yet.
+    const int index = row - (versions->count() - all.size());
+    const VersionFacts version = row < 0 ? desk->FindShown(name->text()) : all.value(index);
+    details->setVisible(!version.id.isEmpty());
+    if (version.id.isEmpty()) {
+        hide();
+        return;
+    }
+    const QString progress = desk->IsLoading() ? QStringLiteral("正在读取保存记录…") : desk->GetProblem();
+    details->Show(version, progress, dateLanguage);
+    const bool isKnown = !desk->IsLoading() && desk->GetProblem().isEmpty();
+    labelUsers->setText(VersionWords::UsersHave(desk->GetReleases()));
+    labelUsers->setVisible(isKnown || !desk->GetReleases().isEmpty());
+    // Fonts come with the style, and with them the height.
+    for (QWidget* part : findChildren<QWidget*>()) {
+        part->ensurePolished();
+        part->updateGeometry();
+    }
+    layout()->invalidate();
+    const int frame = height() - contentsRect().height();
+    setFixedHeight(layout()->heightForWidth(contentsRect().width()) + frame);
+}
+
+// Beside the list, where there is more room; below the closed box.
+void VersionHint::Place(const QRect& beside, bool below)
+{
+    const QScreen* const screen = versions->screen();
+    const QRect room = screen->availableGeometry();
+    QPoint place(beside.left(), beside.bottom() + 1 + gap);
+    if (!below) {
+        const int right = beside.right() + 1 + gap;
+        const int left = beside.left() - gap - width();
+        const bool fitsRight = right + width() <= room.right() + 1;
+        place = {fitsRight ? right : left, beside.top()};
+    }
+    place.setX(qBound(room.left(), place.x(), qMax(room.left(), room.right() + 1 - width())));
+    place.setY(qBound(room.top(), place.y(), qMax(room.top(), room.bottom() + 1 - height())));
+    move(place);
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "DateLanguage.h"
+
+#include <QEvent>
+#include <QFrame>
+#include <QPointer>
+
+class QAbstractItemView;
+class QComboBox;
+class QLineEdit;
+class QModelIndex;
+class VersionDesk;
+class VersionDetails;
+class WbLabel;
+
+// The details of the version under the mouse or the keyboard, beside the open list of versions; of the
+// current one below the closed list. It takes neither clicks nor keys.
+class VersionHint : public QFrame
+{
+    Q_OBJECT
+
+public:
+    // combo: the editor's list of versions; the hint goes with it.
+    VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguage language);
+    ~VersionHint() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void ShowRow(const QModelIndex& index);
+    bool ShowCurrent();
+    void FollowList(const QWidget& widget, QEvent::Type what);
+    void Update();
+    void Place(const QRect& beside, bool below);
+
+    const QPointer<QComboBox> versions;
+    const QPointer<QAbstractItemView> view;
+    const QPointer<QLineEdit> name;
+    VersionDesk* const desk;
+    const DateLanguage dateLanguage;
+    VersionDetails* details;
+    WbLabel* labelUsers;
+    WbLabel* labelMore;
+    int row = -1; // of the list; -1: the current version
+};
