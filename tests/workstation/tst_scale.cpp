@@ -78,7 +78,7 @@ void tst_Scale::GoTo(const QString& page)
         {"usage", {Qt::Key_3, Qt::ControlModifier}},
         {"settings", {Qt::Key_Comma, Qt::ControlModifier}},
         {"palette", {Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier}},
-        {"keys", {Qt::Key_F1, Qt::NoModifier}},
+        {"keys", {Qt::Key_F1, Qt::ControlModifier}},
         {"packages", {Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier}},
     };
     for (const auto& [name, key] : keys) {

@@ -11,6 +11,7 @@ class tst_Settings : public QObject
 private slots:
     void startsWithTheEmbeddedServerAndTheSystemsLook();
     void findsItsValuesAgainInTheFile();
+    void tellsTheTipsAnewWhenTheyAreSwitchedOnAgain();
     void announcesAChangeOnlyWhenThereIsOne();
     void refusesAddressesThatAreNoServer_data();
     void refusesAddressesThatAreNoServer();
@@ -44,6 +45,27 @@ void tst_Settings::startsWithTheEmbeddedServerAndTheSystemsLook()
     QVERIFY(!settings.GetStaySignedIn());
     QVERIFY(!settings.GetSamplesInstalled());
     QVERIFY(settings.GetWheelFolder().isEmpty());
+    QVERIFY(settings.GetTips());
+    QVERIFY(settings.GetSeenTips().isEmpty());
+}
+
+void tst_Settings::tellsTheTipsAnewWhenTheyAreSwitchedOnAgain()
+{
+    WorkstationSettings settings(File());
+    QSignalSpy changed(&settings, &WorkstationSettings::SigTipsChanged);
+    settings.AddSeenTip(QStringLiteral("pageProcess"));
+    settings.AddSeenTip(QStringLiteral("RunPage"));
+    settings.AddSeenTip(QStringLiteral("RunPage"));
+    QCOMPARE(WorkstationSettings(File()).GetSeenTips(),
+             (QStringList{QStringLiteral("pageProcess"), QStringLiteral("RunPage")}));
+
+    settings.SetTips(false);
+    QVERIFY(!WorkstationSettings(File()).GetTips());
+    QCOMPARE(settings.GetSeenTips().size(), 2);
+    settings.SetTips(true);
+
+    QVERIFY(settings.GetSeenTips().isEmpty());
+    QCOMPARE(changed.size(), 2);
 }
 
 void tst_Settings::findsItsValuesAgainInTheFile()

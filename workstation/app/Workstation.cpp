@@ -26,6 +26,7 @@
 #include "ShippedTemplates.h"
 #include "SignInPage.h"
 #include "TemplateKeeper.h"
+#include "TipDesk.h"
 #include "VersionDesk.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
@@ -81,6 +82,7 @@ Workstation::Workstation(const WorkstationPaths& places, QObject* parent)
     ConnectPackages();
     ConnectDrafts();
     ConnectVersions();
+    ConnectHelp();
 }
 
 Workstation::~Workstation()

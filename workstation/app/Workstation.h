@@ -16,6 +16,7 @@ class AppListPage;
 class CloseGuard;
 class DraftDesk;
 class EditorPage;
+class GuideWindow;
 class Keyboard;
 class LeftWork;
 class MainWindow;
@@ -31,6 +32,7 @@ class Session;
 class SettingsPage;
 class SignInPage;
 class TemplateKeeper;
+class TipDesk;
 class VersionDesk;
 
 // Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
@@ -74,6 +76,8 @@ private:
     void ShowSettings();
     void ShowPackages();
     void TellWheelFolders();
+    void ConnectHelp();
+    void ShowGuide();
     void ConnectVersions();
     void ShowVersions();
     void ConnectDrafts();
@@ -126,4 +130,6 @@ private:
     std::unique_ptr<LeftWork> leftWork;
     std::unique_ptr<PackagePreparation> preparation;
     std::unique_ptr<Keyboard> keyboard;
+    std::unique_ptr<TipDesk> tips;
+    GuideWindow* guide = nullptr; // the window's
 };

@@ -13,11 +13,12 @@ QVector<KeyRow> General()
          group,
          QStringLiteral("命令面板"),
          {Qt::CTRL + Qt::SHIFT + Qt::Key_P}},
+        {KeyAct::ShowGuide, KeyPlace::Everywhere, group, QStringLiteral("使用指南"), {Qt::Key_F1}},
         {KeyAct::ShowKeys,
          KeyPlace::Everywhere,
          group,
          QStringLiteral("快捷键一览"),
-         {Qt::Key_F1, Qt::Key_Question}},
+         {Qt::Key_Question, Qt::CTRL + Qt::Key_F1}},
         {KeyAct::Back, KeyPlace::Everywhere, group, QStringLiteral("返回"), {Qt::CTRL + Qt::Key_W}},
         {KeyAct::Settings, KeyPlace::Everywhere, group, QStringLiteral("设置"), {Qt::CTRL + Qt::Key_Comma}},
     };

@@ -9,6 +9,7 @@
 enum class KeyAct
 {
     ShowPalette,
+    ShowGuide,
     ShowKeys,
     Back,
     Settings,

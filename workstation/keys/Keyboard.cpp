@@ -14,6 +14,7 @@ Keyboard::Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runP
     const auto always = [] { return QString(); };
     acts.SetPlace([this] { return FindPlace(); });
     acts.Bind(KeyAct::ShowPalette, always, [this] { ShowPalette(); });
+    acts.Bind(KeyAct::ShowGuide, always, [this] { emit SigGuide(); });
     acts.Bind(KeyAct::ShowKeys, always, [this] { ShowKeys(); });
     editorKeys.BindTo(&acts);
     pageKeys.BindTo(&acts);

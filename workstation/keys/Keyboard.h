@@ -21,6 +21,9 @@ public:
 
     const KeyActs& GetActs() const { return acts; }
 
+signals:
+    void SigGuide();
+
 private:
     KeyPlace FindPlace() const;
     void ShowPalette() const;

@@ -88,6 +88,7 @@ SettingsPage::SettingsPage(WorkstationSettings* store, QWidget* parent)
 
     ShowServer();
     ShowLook();
+    checkTips->setChecked(settings->GetTips());
     ShowAccounts({}, -1);
     ShowSignedIn(QString());
     Connect();
@@ -190,7 +191,15 @@ QWidget* SettingsPage::CreateSignedIn()
 QWidget* SettingsPage::CreateAboutSection()
 {
     QWidget* section = nullptr;
-    QVBoxLayout* layout = Section(section, "sectionAbout", QStringLiteral("关于"), this);
+    QVBoxLayout* layout = Section(section, "sectionAbout", QStringLiteral("帮助与关于"), this);
+    checkTips =
+        new QCheckBox(QStringLiteral("第一次打开页面时提示先做什么（重新勾选后再提示一遍）"), section);
+    checkTips->setObjectName(QStringLiteral("checkTips"));
+    buttonGuide = new WbPushButton(section, Wb::SecondaryButton);
+    buttonGuide->setObjectName(QStringLiteral("buttonGuide"));
+    buttonGuide->setText(QStringLiteral("打开使用指南"));
+    layout->addWidget(checkTips, 0, Qt::AlignLeft);
+    layout->addWidget(buttonGuide, 0, Qt::AlignLeft);
     buttonAbout = new WbPushButton(section, Wb::SecondaryButton);
     buttonAbout->setObjectName(QStringLiteral("buttonAbout"));
     buttonAbout->setText(QStringLiteral("关于工作站"));
@@ -214,6 +223,9 @@ void SettingsPage::Connect()
     connect(comboAccount, chosen, this, &SettingsPage::SigSwitchAccount);
     connect(checkSuperAdmin, &QCheckBox::toggled, settings, &WorkstationSettings::SetSuperAdmin);
     connect(buttonSignOut, &QPushButton::clicked, this, &SettingsPage::SigSignOut);
+    connect(checkTips, &QCheckBox::toggled, settings, &WorkstationSettings::SetTips);
+    connect(settings, &WorkstationSettings::SigTipsChanged, checkTips, &QCheckBox::setChecked);
+    connect(buttonGuide, &QPushButton::clicked, this, &SettingsPage::SigGuide);
     connect(buttonAbout, &QPushButton::clicked, this, &SettingsPage::SigAbout);
     connect(settings, &WorkstationSettings::SigServerChanged, this, &SettingsPage::ShowServer);
 }

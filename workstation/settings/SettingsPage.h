@@ -34,6 +34,7 @@ signals:
     void SigSwitchAccount(int embeddedAccount);
     void SigSignOut();
     void SigAbout();
+    void SigGuide();
     // The user confirmed another server. The owner changes the settings once the session has ended.
     void SigUseServer(bool embedded, const QUrl& address);
 
@@ -66,5 +67,7 @@ private:
     WbComboBox* comboAccount = nullptr;
     QCheckBox* checkSuperAdmin = nullptr;
     WbPushButton* buttonSignOut = nullptr;
+    QCheckBox* checkTips = nullptr;
+    WbPushButton* buttonGuide = nullptr;
     WbPushButton* buttonAbout = nullptr;
 };

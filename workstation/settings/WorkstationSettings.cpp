@@ -13,6 +13,8 @@ constexpr char themeKey[] = "look/theme";
 constexpr char dateKey[] = "look/dateLanguage";
 constexpr char superAdminKey[] = "embedded/superAdmin";
 constexpr char wheelFolderKey[] = "packages/wheelFolder";
+constexpr char tipsKey[] = "help/tips";
+constexpr char seenTipsKey[] = "help/seenTips";
 
 constexpr const char* themeNames[] = {"system", "light", "dark"};
 
@@ -166,5 +168,35 @@ void WorkstationSettings::SetWheelFolder(const QString& folder)
 {
     if (folder != GetWheelFolder() && Write(wheelFolderKey, folder)) {
         emit SigWheelFolderChanged(folder);
+    }
+}
+
+bool WorkstationSettings::GetTips() const
+{
+    return store.value(QLatin1String(tipsKey), true).toBool();
+}
+
+void WorkstationSettings::SetTips(bool tips)
+{
+    if (tips == GetTips()) {
+        return;
+    }
+    if (tips) {
+        store.remove(QLatin1String(seenTipsKey));
+    }
+    Write(tipsKey, tips);
+    emit SigTipsChanged(tips);
+}
+
+QStringList WorkstationSettings::GetSeenTips() const
+{
+    return store.value(QLatin1String(seenTipsKey)).toStringList();
+}
+
+void WorkstationSettings::AddSeenTip(const QString& place)
+{
+    QStringList seen = GetSeenTips();
+    if (!seen.contains(place)) {
+        Write(seenTipsKey, seen << place);
     }
 }

@@ -58,12 +58,19 @@ public:
     QString GetWheelFolder() const;
     void SetWheelFolder(const QString& folder);
 
+    // Whether each page says once what to do first there. Switched on again it says it anew.
+    bool GetTips() const;
+    void SetTips(bool tips);
+    QStringList GetSeenTips() const;
+    void AddSeenTip(const QString& place);
+
 signals:
     void SigServerChanged();
     void SigThemeChanged(ThemeChoice theme);
     void SigDateLanguageChanged(DateLanguage language);
     void SigSuperAdminChanged(bool superAdmin);
     void SigWheelFolderChanged(const QString& folder);
+    void SigTipsChanged(bool tips);
 
 private:
     // True when the value was another one.

@@ -50,6 +50,7 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
     connect(buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
     connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
     connect(pages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateTitle);
+    connect(pages, &QStackedWidget::currentChanged, this, [this] { emit SigPageShown(CurrentPage()); });
 }
 
 MainWindow::~MainWindow() = default;
@@ -103,6 +104,11 @@ void MainWindow::AddPage(QWidget* page, const QString& backText)
     pages->addWidget(page);
     connect(page, &QWidget::windowTitleChanged, this, &MainWindow::UpdateTitle);
     UpdateHead();
+}
+
+void MainWindow::AddFoot(QWidget* foot)
+{
+    layout()->addWidget(foot);
 }
 
 void MainWindow::ShowPage(QWidget* page)

@@ -28,6 +28,9 @@ public:
     // Name of the signed-in user; empty before sign-in, which also takes away the settings button.
     void ShowAccount(const QString& name);
 
+    // Stands below whichever page is shown. Takes ownership.
+    void AddFoot(QWidget* foot);
+
     // The page with the editor: packages and versions are offered with it.
     void OfferEditing(QWidget* page) { editingPage = page; }
 
@@ -37,6 +40,7 @@ public:
     void CloseForGood();
 
 signals:
+    void SigPageShown(QWidget* page);
     void SigBack(QWidget* from);
     void SigSettings();
     void SigPackages();

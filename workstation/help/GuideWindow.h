@@ -1,0 +1,38 @@
+#pragma once
+
+#include <WbBaseUI/WbBaseWidget.h>
+
+class GuideView;
+class QLineEdit;
+class QTreeWidget;
+class WbLabel;
+
+// The guide in a window of its own beside the work: contents, pictures, search.
+class GuideWindow : public WbBaseWidget
+{
+    Q_OBJECT
+
+public:
+    // Belongs to `window`, and goes with it.
+    explicit GuideWindow(QWidget* window);
+    ~GuideWindow() override;
+
+    // page: file of the guide. heading: of that page; empty for its beginning.
+    void Open(const QString& page, const QString& heading);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QWidget* CreateSearch();
+    void FillContents();
+    void ShowChosen();
+    void MarkPage();
+    void FindNext();
+    bool FindOn(int page, bool fromTop);
+
+    QTreeWidget* contents;
+    GuideView* view;
+    QLineEdit* editSearch = nullptr;
+    WbLabel* labelFound = nullptr;
+};

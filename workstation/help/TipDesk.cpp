@@ -1,0 +1,105 @@
+#include "TipDesk.h"
+
+#include "EditorPage.h"
+#include "MainWindow.h"
+#include "TipBar.h"
+#include "WorkstationSettings.h"
+
+#include <OxBase/DpiTool.h>
+
+#include <QEvent>
+#include <QHash>
+#include <QWidget>
+
+namespace
+{
+constexpr int leastHeight = 640;
+constexpr const char* editorParts[] = {"pageUIDesign", "pageProcess", "pageExtendInfo"};
+
+QString TipFor(const QString& place)
+{
+    static const QHash<QString, QString> tips{
+        {QStringLiteral("AppListPage"), QStringLiteral("第一次使用：新建一个应用，或打开示例看看它怎样工作。F"
+                                                       "1 打开使用指南，Ctrl+Shift+P 查找任何命令。")},
+        {QStringLiteral("pageUIDesign"),
+         QStringLiteral(
+             "先在左边的“参数”里添加使用者要填写的内容，再到“流程设计”（Ctrl+2）编写步骤，按 F5 运行。")},
+        {QStringLiteral("pageProcess"),
+         QStringLiteral(
+             "双击左边的指令加入流程，或在流程里按回车、输入几个字直接查找指令；选中一步后在右边填写。")},
+        {QStringLiteral("pageExtendInfo"),
+         QStringLiteral("使用说明写给使用者看：做什么、运行前准备什么。留空时，使用者的界面上没有这一栏。")},
+        {QStringLiteral("OnlineAppsPage"), QStringLiteral("单击一个应用打开它，填写内容，再单击按钮运行。")},
+        {QStringLiteral("GrayAppsPage"),
+         QStringLiteral("灰度应用只给受邀的人试用：输入作者给您的邀请码，应用就会出现在这里。")},
+        {QStringLiteral("RunPage"),
+         QStringLiteral("填写内容后单击按钮运行。出错时，单击“发送给作者”可以把日志和版本交给作者。")},
+    };
+    return tips.value(place);
+}
+} // namespace
+
+TipDesk::TipDesk(WorkstationSettings* store, MainWindow* mainWindow, EditorPage* editorPage)
+    : settings(store), window(mainWindow), editing(editorPage), bar(new TipBar)
+{
+    window->AddFoot(bar);
+    window->installEventFilter(this);
+    connect(window, &MainWindow::SigPageShown, this, &TipDesk::Update);
+    connect(editing, &EditorPage::SigOpened, this, &TipDesk::FollowEditor);
+    connect(settings, &WorkstationSettings::SigTipsChanged, this, &TipDesk::Update);
+    connect(bar, &TipBar::SigDone, this, &TipDesk::Forget);
+    connect(bar, &TipBar::SigNoMore, this, [this] { settings->SetTips(false); });
+}
+
+TipDesk::~TipDesk() = default;
+
+bool TipDesk::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {
+        // Later: a page that shrinks within its own layout would not end.
+        QMetaObject::invokeMethod(this, &TipDesk::Update, Qt::QueuedConnection);
+    }
+    return false;
+}
+
+void TipDesk::FollowEditor(QWidget* editor)
+{
+    for (const char* name : editorParts) {
+        if (auto* part = editor->findChild<QWidget*>(QLatin1String(name))) {
+            part->installEventFilter(this);
+        }
+    }
+}
+
+QString TipDesk::FindPlace() const
+{
+    const QWidget* const page = window->CurrentPage();
+    for (const char* name : editorParts) {
+        const auto* part = page == editing ? page->findChild<QWidget*>(QLatin1String(name)) : nullptr;
+        if (part && part->isVisible()) {
+            return part->objectName();
+        }
+    }
+    return page ? page->objectName() : QString();
+}
+
+void TipDesk::Update()
+{
+    const QString place = FindPlace();
+    if (!told.isEmpty() && place != told) {
+        Forget(); // who went on has seen it
+        return;
+    }
+    const bool wanted = settings->GetTips() && !settings->GetSeenTips().contains(place) &&
+                        window->height() >= DpiTool::ScaleDefault(leastHeight);
+    const QString tip = wanted ? TipFor(place) : QString();
+    told = tip.isEmpty() ? QString() : place;
+    bar->Tell(tip);
+}
+
+void TipDesk::Forget()
+{
+    settings->AddSeenTip(told);
+    told.clear();
+    Update();
+}
