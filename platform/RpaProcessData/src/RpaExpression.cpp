@@ -104,6 +104,29 @@ bool EndsOpen(const PythonToken& last)
     return last.kind == PythonToken::Kind::Sign && !closing;
 }
 
+bool IsComparison(const PythonToken& token)
+{
+    return token.IsSign("==") || token.IsSign("!=") || token.IsSign("<") || token.IsSign(">") ||
+           token.IsSign("<=") || token.IsSign(">=") || token.IsName("in") || token.IsName("and") ||
+           token.IsName("or");
+}
+
+// A comparison, "and" or "or" with nothing on one of its sides, as rows that are not filled in are written.
+bool LacksOperand(const Tokens& tokens)
+{
+    for (int i = 0; i < tokens.size(); ++i) {
+        if (!IsComparison(tokens.at(i)))
+            continue;
+        const bool opens = i == 0 || tokens.at(i - 1).IsSign("(") || tokens.at(i - 1).IsSign("[");
+        const bool nextCloses =
+            i + 1 < tokens.size() && (tokens.at(i + 1).IsSign(")") || tokens.at(i + 1).IsSign("]"));
+        const bool another = i + 1 < tokens.size() && IsComparison(tokens.at(i + 1));
+        if (opens || nextCloses || another)
+            return true;
+    }
+    return false;
+}
+
 // "=" outside of brackets, and the signs that stand in statements only.
 bool HasStatementSign(const Tokens& tokens)
 {
@@ -177,7 +200,8 @@ QString RpaExpression::ToPythonLiteral(const QString& text)
 bool RpaExpression::IsWellFormed(const QString& python)
 {
     const Tokens tokens = PythonTokens::Read(python);
-    if (tokens.isEmpty() || EndsOpen(tokens.last()) || !AreBracketsClosed(tokens) || HasStatementSign(tokens))
+    if (tokens.isEmpty() || EndsOpen(tokens.last()) || !AreBracketsClosed(tokens) ||
+        HasStatementSign(tokens) || LacksOperand(tokens))
         return false;
     for (const PythonToken& token : tokens) {
         if (token.kind == PythonToken::Kind::Bad)

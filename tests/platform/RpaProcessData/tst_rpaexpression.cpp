@@ -112,6 +112,13 @@ void RpaExpressionTest::tellsCompleteExpressions_data()
     const auto row = [](const char* python, bool complete) {
         QTest::newRow(python) << QString::fromUtf8(python) << complete;
     };
+    row("== 3 and a > 1", false);
+    row("a > 1 and == 3", false);
+    row("a == and b", false);
+    row("a > 1 or and b", false);
+    row("f(a ==)", false);
+    row("a not in (b) and not c", true);
+    row("[x for x in y if x in z or w]", true);
     row("a", true);
     row("a > 1 and (b or c[2])", true);
     row("f(x=1, y==2)", true);
