@@ -13,8 +13,15 @@ constexpr const char* shortSigns = "+-*/%@<>=()[]{},.:;&|^~";
 QVector<PythonToken> PythonTokens::Read(const QString& python)
 {
     PythonTokens reader(python);
-    while (reader.at < reader.source.size())
+    while (reader.at < reader.source.size()) {
+        const int begin = reader.at;
+        const int known = reader.tokens.size();
         reader.ReadNext();
+        if (reader.tokens.size() > known) {
+            reader.tokens.last().from = begin;
+            reader.tokens.last().to = qMin(reader.at, python.size());
+        }
+    }
     return reader.tokens;
 }
 

@@ -19,6 +19,8 @@ struct PythonToken
     Kind kind;
     QString text;
     int begin = 0; // of the text in the whole
+    int from = 0;  // of the token, quotes and prefix included
+    int to = 0;
 
     bool IsSign(const char* sign) const { return kind == Kind::Sign && text == QLatin1String(sign); }
     bool IsName(const char* name) const { return kind == Kind::Name && text == QLatin1String(name); }
