@@ -27,6 +27,12 @@ constexpr Word<RpaArgumentType> argumentTypes[] = {
     {"parameter", RpaArgumentType::Parameter},
 };
 
+constexpr Word<RpaArgumentForm> argumentForms[] = {
+    {"code", RpaArgumentForm::Code},   {"condition", RpaArgumentForm::Condition},
+    {"list", RpaArgumentForm::List},   {"columns", RpaArgumentForm::Columns},
+    {"table", RpaArgumentForm::Table}, {"dictionary", RpaArgumentForm::Dictionary},
+};
+
 constexpr Word<RpaBlockKind> blockKinds[] = {
     {"none", RpaBlockKind::None},
     {"block", RpaBlockKind::Block},
@@ -98,6 +104,8 @@ void ReadArgument(JsonReader& reader, RpaArgumentInfo& argument)
             reader.ReadString(argument.title);
         else if (reader.IsKey("type"))
             ReadWord(reader, argumentTypes, argument.type);
+        else if (reader.IsKey("form"))
+            ReadWord(reader, argumentForms, argument.form);
         else if (reader.IsKey("default"))
             reader.ReadString(argument.defaultValue);
         else if (reader.IsKey("required"))
@@ -231,5 +239,7 @@ void CommandFile::CheckCommand(const RpaCommandInfo& command)
             problem(QStringLiteral("参数缺少名称或标题"));
         if ((argument.type == RpaArgumentType::Choice) == argument.choices.isEmpty())
             problem(QStringLiteral("参数“%1”的选项与类型不符").arg(argument.name));
+        if (argument.form != RpaArgumentForm::Code && argument.type != RpaArgumentType::Expression)
+            problem(QStringLiteral("参数“%1”的形式与类型不符").arg(argument.name));
     }
 }

@@ -173,6 +173,10 @@ void RpaCommandCatalogueTest::refusesBadFiles_data()
         R"([{"name":"x","title":"甲","group":"g","python":"${y}"}])");
     QTest::newRow("unknown type") << QByteArray(
         R"([{"name":"x","title":"甲","group":"g","python":"pass","arguments":[{"name":"a","title":"a","type":"z"}]}])");
+    QTest::newRow("unknown form") << QByteArray(
+        R"([{"name":"x","title":"甲","group":"g","python":"pass","arguments":[{"name":"a","title":"甲","type":"expression","form":"colour"}]}])");
+    QTest::newRow("form of a text") << QByteArray(
+        R"([{"name":"x","title":"甲","group":"g","python":"pass","arguments":[{"name":"a","title":"甲","type":"text","form":"list"}]}])");
     QTest::newRow("choice without choices") << QByteArray(
         R"([{"name":"x","title":"甲","group":"g","python":"pass","arguments":[{"name":"a","title":"a","type":"choice"}]}])");
     QTest::newRow("branch that follows nothing")

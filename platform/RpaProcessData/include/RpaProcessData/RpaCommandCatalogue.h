@@ -26,6 +26,17 @@ enum class RpaArgumentType
     Parameter,  // name of a parameter of the UI page, or "=" and a Python expression
 };
 
+// How an Expression is shown to an author who does not write Python; its text is the same.
+enum class RpaArgumentForm
+{
+    Code,       // as Python
+    Condition,  // as rows of comparisons
+    List,       // as a column of values
+    Columns,    // as one row of the page's table
+    Table,      // as a grid of values
+    Dictionary, // as a grid of keys and values
+};
+
 struct RPAPROCESSDATA_EXPORT RpaChoice
 {
     QString value;
@@ -43,6 +54,7 @@ struct RPAPROCESSDATA_EXPORT RpaArgumentInfo
     bool changes = false;       // of a Variable: it must have a value already
     QVector<RpaChoice> choices; // of a Choice
     QString description;
+    RpaArgumentForm form = RpaArgumentForm::Code; // of an Expression
 };
 
 struct RPAPROCESSDATA_EXPORT RpaOutputInfo
