@@ -1,6 +1,8 @@
 #include "ArgumentText_p.h"
 
+#include <RpaProcessData/RpaCondition.h>
 #include <RpaProcessData/RpaExpression.h>
+#include <RpaProcessData/RpaGrid.h>
 
 #include <algorithm>
 
@@ -62,6 +64,54 @@ QString ArgumentText::VariableProblem(const QString& name)
                : QStringLiteral("只能用文字、数字和下划线");
 }
 
+bool ArgumentText::MayHavePieces(RpaArgumentType type)
+{
+    return type == RpaArgumentType::Text || type == RpaArgumentType::File || type == RpaArgumentType::Folder;
+}
+
+std::optional<RpaValue> ArgumentText::Pieces(RpaArgumentType type, const QString& text)
+{
+    const QString shown = Shown(type, text);
+    if (IsPython(type, text))
+        return RpaValue::ReadText(shown);
+    return shown.isEmpty() ? RpaValue() : RpaValue::Text(shown);
+}
+
+QString ArgumentText::Stored(RpaArgumentType type, const RpaValue& value)
+{
+    if (!value.IsEmpty() && !value.IsPlain())
+        return Stored(type, value.ToPython(), true);
+    const QString literal = value.PlainText();
+    const bool needsMark = literal.startsWith(QLatin1Char('=')) || IsQuotedEquals(literal);
+    return needsMark ? QLatin1Char('\'') + literal : literal;
+}
+
+QString ArgumentText::Python(const RpaArgumentInfo& argument, const QString& text)
+{
+    const bool isExpression = argument.type == RpaArgumentType::Expression;
+    if (isExpression || IsPython(argument.type, text))
+        return isExpression ? text : Shown(argument.type, text);
+    return text.isEmpty() ? QString() : RpaExpression::ToPython(argument.type, text);
+}
+
+QString ArgumentText::WhyPython(const RpaArgumentInfo& argument, const QString& text)
+{
+    QString reason;
+    if (argument.form == RpaArgumentForm::Condition) {
+        RpaCondition::Read(text, &reason);
+        return reason;
+    }
+    if (argument.form != RpaArgumentForm::Code) {
+        RpaGrid::Read(argument.form, text, &reason);
+        return reason;
+    }
+    if (!IsPython(argument.type, text) || Shown(argument.type, text).trimmed().isEmpty())
+        return QString();
+    if (MayHavePieces(argument.type))
+        return Pieces(argument.type, text) ? QString() : QStringLiteral("不只是文本和变量，而是要计算");
+    return QStringLiteral("运行时才算出结果");
+}
+
 QString ArgumentText::Problem(const RpaArgumentInfo& argument, const QString& text, const FieldOffers& offers)
 {
     const bool python = RpaExpression::IsPython(argument.type, text);
@@ -71,6 +121,10 @@ QString ArgumentText::Problem(const RpaArgumentInfo& argument, const QString& te
             return QStringLiteral("请填写表达式");
         return argument.required ? QStringLiteral("必须填写") : QString();
     }
+    const auto condition =
+        argument.form == RpaArgumentForm::Condition ? RpaCondition::Read(text) : std::nullopt;
+    if (condition && condition->FindIncomplete() >= 0)
+        return QStringLiteral("第 %1 行还没有填完整").arg(condition->FindIncomplete() + 1);
     if (python)
         return RpaExpression::IsWellFormed(body) ? QString() : QStringLiteral("表达式不完整，请检查括号");
     const auto lacks = [&text](const QVector<RpaChoice>& choices) {

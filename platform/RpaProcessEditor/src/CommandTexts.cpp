@@ -176,6 +176,20 @@ QStringList CommandTexts::Variables(const RpaProcess& process)
     return sorted;
 }
 
+QStringList CommandTexts::LoopVariables(const RpaProcess& process)
+{
+    QStringList names;
+    process.ForEach([&names](const RpaStatementNode& node) {
+        const RpaStatement& values = node.GetValues();
+        const RpaCommandInfo* info = Find(values.command);
+        const bool isLoop = info && info->blockKind == RpaBlockKind::Loop;
+        if (isLoop && info->output.type == QLatin1String("any") && !names.contains(values.output) &&
+            RpaExpression::IsVariableName(values.output))
+            names.append(values.output);
+    });
+    return names;
+}
+
 RpaStatement CommandTexts::NewStatement(const RpaCommandInfo& info, const RpaProcess& process)
 {
     RpaStatement statement;

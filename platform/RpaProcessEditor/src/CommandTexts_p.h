@@ -33,6 +33,9 @@ bool Matches(const RpaCommandInfo& info, const QString& search);
 // Variables that the process defines: outputs and variable arguments, sorted, each once.
 QStringList Variables(const RpaProcess& process);
 
+// Variables in which loops of a process hold the item that they are at.
+QStringList LoopVariables(const RpaProcess& process);
+
 // A statement of the command with its default arguments; an output name that the process already uses gets a
 // number.
 RpaStatement NewStatement(const RpaCommandInfo& info, const RpaProcess& process);

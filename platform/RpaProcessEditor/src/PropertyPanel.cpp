@@ -4,6 +4,7 @@
 
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
 #include <RpaEngineTool/IRpaInspector.h>
@@ -307,9 +308,13 @@ FieldOffers PropertyPanel::Offers() const
     addElements(edits->App()->GetHtmlNodeManager());
     addElements(edits->App()->GetUiaNodeManager());
     const RpaUIDataManager* pages = edits->App()->GetUIDataManager();
-    for (int i = 0; pages && i < pages->GetCount(); ++i)
+    for (int i = 0; pages && i < pages->GetCount(); ++i) {
         offers.parameters += pages->GetUIData(i)->GetParamData()->GetNames();
+        offers.columns += pages->GetUIData(i)->GetTableData()->GetColumnNames();
+    }
     offers.parameters.removeDuplicates();
+    offers.columns.removeDuplicates();
+    offers.rows = CommandTexts::LoopVariables(*process);
     return offers;
 }
 
