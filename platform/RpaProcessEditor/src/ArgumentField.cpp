@@ -1,109 +1,91 @@
 #include "ArgumentField_p.h"
+#include "FormEditor_p.h"
 #include "ProblemLabel_p.h"
+#include "ValueEdit_p.h"
+#include "ValuePicker_p.h"
 
+#include <RpaProcessData/RpaExpression.h>
 #include <WbBaseUI/WbComboBox.h>
-#include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbIcons.h>
-#include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbLineLimit.h>
-#include <WbBaseUI/WbSystemDialogs.h>
-#include <WbBaseUI/WbTextLimit.h>
-#include <WbBaseUI/WbTheme.h>
 
-#include <QCompleter>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
-namespace
-{
-bool HasChoices(RpaArgumentType type)
-{
-    return type == RpaArgumentType::Choice || type == RpaArgumentType::Switch ||
-           type == RpaArgumentType::Process || type == RpaArgumentType::Element;
-}
-
-QVector<RpaChoice> Plain(const QStringList& values)
-{
-    QVector<RpaChoice> choices;
-    for (const QString& value : values)
-        choices.append({value, value});
-    return choices;
-}
-
-QString PlaceholderOf(RpaArgumentType type, bool python)
-{
-    if (python || type == RpaArgumentType::Expression)
-        return QStringLiteral("Python 表达式，例如 count + 1");
-    switch (type) {
-    case RpaArgumentType::Text:
-        return QStringLiteral("文本，或以 = 开头写表达式");
-    case RpaArgumentType::Number:
-        return QStringLiteral("数字或表达式，例如 3 或 count + 1");
-    case RpaArgumentType::Variable:
-        return QStringLiteral("变量名");
-    case RpaArgumentType::Parameter:
-        return QStringLiteral("界面上的参数名");
-    case RpaArgumentType::File:
-        return QStringLiteral("文件路径");
-    case RpaArgumentType::Folder:
-        return QStringLiteral("文件夹路径");
-    default:
-        return QString();
-    }
-}
-} // namespace
-
 ArgumentField::ArgumentField(const RpaArgumentInfo& argument, const FieldOffers& fieldOffers, QWidget* parent)
-    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget),
+    : QWidget(parent), info(argument), offers(fieldOffers), holder(new QWidget), hint(new QLabel),
       message(new ProblemLabel(QStringLiteral("labelProblem"))), focus(new WbFocusForward(this, nullptr))
 {
     setObjectName(QStringLiteral("field_") + info.name);
-    auto* label =
-        new QLabel(info.title.toHtmlEscaped() +
-                   (info.required ? QStringLiteral(" <span style=\"color:#e5484d\">*</span>") : QString()));
-    label->setTextFormat(Qt::RichText);
-    label->setToolTip(info.description);
-    auto* top = new QHBoxLayout;
-    top->setContentsMargins(0, 0, 0, 0);
-    top->addWidget(label);
-    top->addStretch();
-    if (ArgumentText::MayBePython(info.type)) {
-        pythonButton = new QToolButton;
-        pythonButton->setObjectName(QStringLiteral("pythonButton"));
-        pythonButton->setText(QStringLiteral("fx"));
-        pythonButton->setCheckable(true);
-        pythonButton->setAutoRaise(true);
-        pythonButton->setToolTip(QStringLiteral("用 Python 表达式计算"));
-        pythonButton->setAccessibleName(info.title + QStringLiteral("：用表达式计算"));
-        top->addWidget(pythonButton);
-        connect(pythonButton, &QToolButton::clicked, this, [this](bool checked) {
-            const QString shown = ArgumentText::Shown(info.type, text);
-            SetPython(checked);
-            Take(shown);
-            ShowText();
-            editor->setFocus();
-        });
-    }
-    if (info.type == RpaArgumentType::Element)
-        top->addWidget(BuildCaptureButton());
+    hint->setObjectName(QStringLiteral("labelHint"));
+    hint->setProperty("wbRole", QStringLiteral("secondary"));
+    hint->setWordWrap(true);
+    hint->setTextFormat(Qt::PlainText);
+    hint->hide();
     auto* holderLayout = new QVBoxLayout(holder);
     holderLayout->setContentsMargins(0, 0, 0, 0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addLayout(top);
+    layout->addWidget(BuildTop());
     layout->addWidget(holder);
+    layout->addWidget(hint);
     layout->addWidget(message);
+    view = BestView();
     BuildEditor();
+    ShowText();
     ShowProblem();
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+}
+
+QWidget* ArgumentField::BuildTop()
+{
+    auto* label =
+        new QLabel(info.title.toHtmlEscaped() +
+                   (info.required ? QStringLiteral(" <span style=\"color:#e5484d\">*</span>") : QString()));
+    label->setTextFormat(Qt::RichText);
+    label->setToolTip(info.description);
+    auto* top = new QWidget;
+    auto* layout = new QHBoxLayout(top);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(label);
+    layout->addStretch();
+    const bool isCode = info.type == RpaArgumentType::Number || info.type == RpaArgumentType::Expression;
+    if (ArgumentText::MayHavePieces(info.type) || isCode) {
+        picker = new ValuePicker(offers, info.title, this);
+        pickButton = picker->MakeButton();
+        layout->addWidget(pickButton);
+        connect(picker, &ValuePicker::SigPicked, this, &ArgumentField::Pick);
+        pickKey = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_Space), this);
+        pickKey->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(pickKey, &QShortcut::activated, picker, &ValuePicker::Open);
+    }
+    if (ArgumentText::MayBePython(info.type) || info.form != RpaArgumentForm::Code)
+        layout->addWidget(BuildPythonButton());
+    if (info.type == RpaArgumentType::Element)
+        layout->addWidget(BuildCaptureButton());
+    return top;
+}
+
+QToolButton* ArgumentField::BuildPythonButton()
+{
+    pythonButton = new QToolButton;
+    pythonButton->setObjectName(QStringLiteral("pythonButton"));
+    pythonButton->setText(QStringLiteral("fx"));
+    pythonButton->setCheckable(true);
+    pythonButton->setAutoRaise(true);
+    pythonButton->setToolTip(QStringLiteral("用 Python 表达式显示"));
+    pythonButton->setAccessibleName(info.title + QStringLiteral("：用表达式显示"));
+    connect(pythonButton, &QToolButton::clicked, this, &ArgumentField::SlotPythonClicked);
+    return pythonButton;
 }
 
 QWidget* ArgumentField::BuildCaptureButton()
@@ -120,15 +102,51 @@ QWidget* ArgumentField::BuildCaptureButton()
     return capture;
 }
 
+void ArgumentField::SlotPythonClicked(bool checked)
+{
+    const bool isEmpty = ArgumentText::Python(info, text).trimmed().isEmpty();
+    if (!checked && isEmpty && !text.isEmpty())
+        TakeStored(QString());
+    SetView(checked ? View::Python : BestView());
+    ShowText();
+    ShowProblem();
+    editor->setFocus();
+}
+
+// The view that needs no Python where there is one.
+ArgumentField::View ArgumentField::BestView() const
+{
+    if (!ArgumentText::WhyPython(info, text).isEmpty())
+        return View::Python;
+    if (info.form != RpaArgumentForm::Code)
+        return View::Form;
+    if (!ArgumentText::IsPython(info.type, text))
+        return View::Own;
+    const auto pieces = ArgumentText::Pieces(info.type, text);
+    const bool isShown = ArgumentText::MayHavePieces(info.type) && pieces && !pieces->IsEmpty();
+    return isShown ? View::Pieces : View::Python;
+}
+
 void ArgumentField::Take(const QString& shown)
 {
-    text = ArgumentText::Stored(info.type, shown, python);
+    const bool own = view == View::Own;
     // As in a spreadsheet: an "=" typed first begins an expression.
-    if (!python && ArgumentText::MayBePython(info.type) && shown.startsWith(QLatin1Char('='))) {
-        SetPython(true);
+    const bool begins = own && ArgumentText::MayBePython(info.type) && shown.startsWith(QLatin1Char('='));
+    text =
+        ArgumentText::Stored(info.type, shown, view == View::Python && ArgumentText::MayBePython(info.type));
+    if (begins) {
+        SetView(View::Python);
         ShowText();
         editor->setFocus();
     }
+    ShowProblem();
+    emit SigEdited(text);
+}
+
+void ArgumentField::TakeStored(const QString& stored)
+{
+    text = stored;
+    OrderTabs(); // there may be more rows than before
     ShowProblem();
     emit SigEdited(text);
 }
@@ -138,146 +156,114 @@ void ArgumentField::SetText(const QString& shown)
     if (shown == text && editor)
         return;
     text = shown;
-    if (ArgumentText::IsPython(info.type, text) != python)
-        SetPython(!python);
+    const bool staysPython = view == View::Python && RpaExpression::IsPython(info.type, text) &&
+                             pythonButton && pythonButton->hasFocus();
+    SetView(staysPython ? View::Python : BestView());
     ShowText();
     ShowProblem();
 }
 
-void ArgumentField::SetPython(bool on)
+void ArgumentField::SetView(View shown)
 {
-    if (python == on)
-        return;
-    python = on;
     if (pythonButton)
-        pythonButton->setChecked(on);
+        pythonButton->setChecked(shown == View::Python);
+    if (view == shown)
+        return;
+    view = shown;
     BuildEditor();
+}
+
+// A variable is a name in Python, and a piece of its own in a text.
+void ArgumentField::Pick(const RpaValuePart& part)
+{
+    if (auto* pieces = qobject_cast<ValueEdit*>(editor)) {
+        pieces->Insert(part);
+    } else if (QLineEdit* line =
+                   view == View::Python || !ArgumentText::MayHavePieces(info.type) ? Line() : nullptr) {
+        const bool code = part.kind == RpaValuePart::Kind::Code;
+        line->insert(code ? part.text : RpaExpression::ToPythonLiteral(part.text));
+        Take(line->text());
+    } else {
+        PickIntoText(part);
+    }
+    editor->setFocus();
+    emit SigEditingFinished();
+}
+
+// A text gets its first variable: from now on it is shown in pieces.
+void ArgumentField::PickIntoText(const RpaValuePart& part)
+{
+    QString shown;
+    int begin = 0;
+    int end = 0;
+    if (auto* multi = qobject_cast<QPlainTextEdit*>(editor)) {
+        shown = multi->toPlainText();
+        begin = multi->textCursor().selectionStart();
+        end = multi->textCursor().selectionEnd();
+    } else if (const QLineEdit* line = Line()) {
+        shown = line->text();
+        begin = line->hasSelectedText() ? line->selectionStart() : line->cursorPosition();
+        end = line->hasSelectedText() ? line->selectionEnd() : begin;
+    }
+    RpaValue value;
+    const QVector<RpaValuePart> parts{
+        {RpaValuePart::Kind::Text, shown.left(begin)}, part, {RpaValuePart::Kind::Text, shown.mid(end)}};
+    for (const RpaValuePart& piece : parts) {
+        if (!piece.text.isEmpty())
+            value.parts.append(piece);
+    }
+    TakeStored(ArgumentText::Stored(info.type, value));
+    SetView(BestView());
+    ShowText();
+    if (auto* pieces = qobject_cast<ValueEdit*>(editor))
+        pieces->SetCursor(begin + 1);
 }
 
 void ArgumentField::BuildEditor()
 {
     if (editor) {
         editor->hide();
+        editor->setObjectName(QString());
         editor->disconnect(this);
         editor->deleteLater(); // its own signal may have brought us here
     }
-    if (python || info.type == RpaArgumentType::Expression)
-        editor = BuildLine(offers.variables, true);
-    else if (info.multiline)
-        editor = BuildMultiline();
-    else if (HasChoices(info.type))
-        editor = BuildCombo(Choices(), false);
-    else if (info.type == RpaArgumentType::Variable)
-        editor = BuildCombo(Plain(offers.variables), true);
-    else if (info.type == RpaArgumentType::Parameter)
-        editor = BuildCombo(Plain(offers.parameters), true);
-    else if (info.type == RpaArgumentType::File || info.type == RpaArgumentType::Folder)
-        editor = BuildPath();
-    else
-        editor = BuildLine(info.type == RpaArgumentType::Number ? offers.variables : QStringList(), false);
-    editor->setAccessibleName(info.title);
+    editor = MakeEditor();
+    if (editor->accessibleName().isEmpty())
+        editor->setAccessibleName(info.title);
     editor->setToolTip(info.description);
     holder->layout()->addWidget(editor);
+    editor->show(); // now, so that it can take the keyboard
     focus->SetPart(editor);
-    // A button that stands above the editor comes before it, whenever the editor was made.
-    if (pythonButton)
-        setTabOrder(pythonButton, editor);
-}
-
-QWidget* ArgumentField::BuildLine(const QStringList& completions, bool code)
-{
-    auto* line = new WbLineEdit;
-    new WbLineLimit(line, info.title);
-    line->setObjectName(QStringLiteral("editor"));
-    line->setPlaceholderText(PlaceholderOf(info.type, python));
-    if (code)
-        line->setFont(WbTheme::CodeFont());
-    if (!completions.isEmpty()) {
-        auto* completer = new QCompleter(completions, line);
-        completer->setCaseSensitivity(Qt::CaseInsensitive);
-        line->setCompleter(completer);
+    // The values of a form have buttons of their own.
+    if (pickButton) {
+        pickButton->setVisible(view != View::Form);
+        pickKey->setEnabled(view != View::Form);
     }
-    connect(line, &QLineEdit::textEdited, this, &ArgumentField::Take);
-    connect(line, &QLineEdit::editingFinished, this, &ArgumentField::SigEditingFinished);
-    return line;
+    // Buttons that stand above the editor come before it, whenever the editor was made.
+    if (pickButton && pythonButton)
+        setTabOrder(pickButton, pythonButton);
+    if (pythonButton || pickButton)
+        setTabOrder(pythonButton ? pythonButton : pickButton, editor);
 }
 
-QWidget* ArgumentField::BuildMultiline()
+QLineEdit* ArgumentField::Line() const
 {
-    auto* edit = new QPlainTextEdit;
-    edit->setObjectName(QStringLiteral("editor"));
-    new WbTextLimit(edit, info.title);
-    edit->setPlaceholderText(PlaceholderOf(info.type, python));
-    edit->setTabChangesFocus(true);
-    edit->setFixedHeight(edit->fontMetrics().height() * 4 + 16);
-    connect(edit, &QPlainTextEdit::textChanged, this, [this, edit] { Take(edit->toPlainText()); });
-    return edit;
-}
-
-QVector<RpaChoice> ArgumentField::Choices() const
-{
-    switch (info.type) {
-    case RpaArgumentType::Switch:
-        return {{QStringLiteral("true"), QStringLiteral("是")},
-                {QStringLiteral("false"), QStringLiteral("否")}};
-    case RpaArgumentType::Process:
-        return Plain(offers.processes);
-    case RpaArgumentType::Element:
-        return offers.elements;
-    default:
-        return info.choices;
-    }
-}
-
-QWidget* ArgumentField::BuildCombo(const QVector<RpaChoice>& choices, bool editable)
-{
-    WbComboBox* combo = editable ? new WbEditableCombo : new WbComboBox;
-    combo->setObjectName(QStringLiteral("editor"));
-    for (const RpaChoice& choice : choices)
-        combo->addItem(choice.title, choice.value);
-    combo->setCurrentIndex(-1);
-    if (editable) {
-        combo->lineEdit()->setPlaceholderText(PlaceholderOf(info.type, python));
-        connect(combo, &QComboBox::editTextChanged, this, &ArgumentField::Take);
-        connect(combo->lineEdit(), &QLineEdit::editingFinished, this, &ArgumentField::SigEditingFinished);
-    } else {
-        connect(combo, qOverload<int>(&QComboBox::activated), this,
-                [this, combo](int index) { Take(combo->itemData(index).toString()); });
-    }
-    return combo;
-}
-
-QWidget* ArgumentField::BuildPath()
-{
-    auto* widget = new QWidget;
-    auto* line = qobject_cast<WbLineEdit*>(BuildLine({}, false));
-    auto* browse = new QToolButton;
-    browse->setObjectName(QStringLiteral("browseButton"));
-    browse->setText(QStringLiteral("…"));
-    browse->setToolTip(QStringLiteral("浏览"));
-    browse->setAccessibleName(info.title + QStringLiteral("：浏览"));
-    auto* layout = new QHBoxLayout(widget);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(line);
-    layout->addWidget(browse);
-    widget->setFocusProxy(line);
-    line->setAccessibleName(info.title);
-    connect(browse, &QToolButton::clicked, this, [this, line] {
-        const bool folder = info.type == RpaArgumentType::Folder;
-        const QString path =
-            folder ? WbSystemDialogs::OpenFolder(this, info.title, line->text())
-                   : WbSystemDialogs::SaveFile(this, info.title, line->text(), QString(), false);
-        if (path.isEmpty())
-            return;
-        line->setText(path);
-        Take(path);
-    });
-    return widget;
+    if (view != View::Own && view != View::Python)
+        return nullptr;
+    auto* line = qobject_cast<QLineEdit*>(editor);
+    return line ? line : editor->findChild<QLineEdit*>();
 }
 
 void ArgumentField::ShowText()
 {
-    const QString shown = ArgumentText::Shown(info.type, text);
+    if (auto* form = qobject_cast<FormEditor*>(editor)) {
+        form->Show(text);
+        return OrderTabs();
+    }
+    if (auto* pieces = qobject_cast<ValueEdit*>(editor))
+        return pieces->SetParts(ArgumentText::Pieces(info.type, text).value_or(RpaValue()).parts);
+    const QString shown =
+        view == View::Python ? ArgumentText::Python(info, text) : ArgumentText::Shown(info.type, text);
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
         const QSignalBlocker quiet(combo);
         combo->setCurrentIndex(combo->findData(shown));
@@ -293,9 +279,7 @@ void ArgumentField::ShowText()
             multi->setPlainText(shown);
         return;
     }
-    auto* line = qobject_cast<QLineEdit*>(editor);
-    if (!line)
-        line = editor->findChild<QLineEdit*>();
+    QLineEdit* line = Line();
     // What would be shown cut must not be written back.
     line->setReadOnly(shown.size() > WbLineLimit::mostCharacters);
     if (line->text() == shown)
@@ -305,16 +289,34 @@ void ArgumentField::ShowText()
         line->setCursorPosition(0); // a long text is read from its beginning
 }
 
+// Widgets that were made later stand where they are seen.
+void ArgumentField::OrderTabs()
+{
+    QWidget* before = pythonButton;
+    const auto* form = qobject_cast<FormEditor*>(editor);
+    const QList<QWidget*> stops = form ? form->TabStops() : QList<QWidget*>();
+    for (QWidget* stop : stops) {
+        setTabOrder(before, stop);
+        before = stop;
+    }
+}
+
 void ArgumentField::ShowProblem()
 {
     const QString problem = ArgumentText::Problem(info, text, offers);
     message->Tell(problem);
-    auto* line = qobject_cast<QLineEdit*>(editor);
-    if (!line)
-        line = editor->findChild<QLineEdit*>();
-    if (line && line->property("hasError").toBool() == problem.isEmpty()) {
-        line->setProperty("hasError", !problem.isEmpty());
-        line->style()->unpolish(line); // the style sheet reads properties only then
-        line->style()->polish(line);
-    }
+    const QString why = view == View::Python ? ArgumentText::WhyPython(info, text) : QString();
+    hint->setText(QStringLiteral("只能用表达式显示：%1").arg(why));
+    hint->setVisible(!why.isEmpty() && problem.isEmpty());
+    MarkProblem(!problem.isEmpty());
+}
+
+void ArgumentField::MarkProblem(bool problem)
+{
+    QWidget* marked = view == View::Pieces ? editor : Line();
+    if (!marked || marked->property("hasError").toBool() == problem)
+        return;
+    marked->setProperty("hasError", problem);
+    marked->style()->unpolish(marked); // the style sheet reads properties only then
+    marked->style()->polish(marked);
 }

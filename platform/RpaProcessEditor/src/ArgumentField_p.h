@@ -5,12 +5,16 @@
 #include <QWidget>
 
 class ProblemLabel;
+class QLabel;
+class QLineEdit;
+class QShortcut;
 class QToolButton;
+class ValuePicker;
 class WbFocusForward;
 
 // The editor of one argument: label, field after the argument's type, message below it when the text is not
-// usable. Arguments that may be literal or Python have a switch between the two; typing "=" first switches
-// too.
+// usable. Where Python is not needed it stands behind the switch "fx", which changes the view and never the
+// text; Python that cannot be shown otherwise stays there and says why. Typing "=" first switches too.
 class ArgumentField : public QWidget
 {
     Q_OBJECT
@@ -31,8 +35,25 @@ signals:
     void SigCaptureAsked();
 
 private:
-    void SetPython(bool python);
+    enum class View
+    {
+        Own,    // the field of the argument's type
+        Pieces, // a text with variables
+        Form,   // rows or a grid
+        Python,
+    };
+
+    QWidget* BuildTop();
+    QToolButton* BuildPythonButton();
+    View BestView() const;
+    void SetView(View shown);
+    void SlotPythonClicked(bool checked);
+    void Pick(const RpaValuePart& part);
+    void PickIntoText(const RpaValuePart& part);
     void BuildEditor();
+    QWidget* MakeEditor();
+    QWidget* BuildForm();
+    QWidget* BuildPieces();
     QWidget* BuildLine(const QStringList& completions, bool code);
     QWidget* BuildMultiline();
     QWidget* BuildCombo(const QVector<RpaChoice>& choices, bool editable);
@@ -40,16 +61,24 @@ private:
     QWidget* BuildCaptureButton();
     QVector<RpaChoice> Choices() const;
     void Take(const QString& shown);
+    void TakeStored(const QString& stored);
     void ShowText();
+    void OrderTabs();
+    QLineEdit* Line() const;
     void ShowProblem();
+    void MarkProblem(bool problem);
 
     const RpaArgumentInfo info;
     const FieldOffers offers;
     QString text;
-    bool python = false;
+    View view = View::Own;
     QWidget* holder;
     QWidget* editor = nullptr;
     QToolButton* pythonButton = nullptr;
+    QToolButton* pickButton = nullptr;
+    ValuePicker* picker = nullptr;
+    QShortcut* pickKey = nullptr;
+    QLabel* hint;
     ProblemLabel* message;
     WbFocusForward* focus;
 };

@@ -5,6 +5,7 @@
 #include <RpaProcessData/RpaCommandCatalogue.h>
 
 #include <QFile>
+#include <QInputMethodEvent>
 #include <QtTest>
 
 namespace
@@ -94,6 +95,21 @@ RpaAppDataPtr EditorFixture::App(const QVector<RpaStatement>& statements)
 RpaProcess* EditorFixture::Main(const RpaAppDataPtr& app)
 {
     return app->GetProcessDataManager()->GetProcess(0);
+}
+
+void EditorFixture::Type(QWidget* target, const QString& text)
+{
+    for (const QChar c : text) {
+        if (c.unicode() < 0x80) {
+            QTest::keyClick(target, c.toLatin1());
+            continue;
+        }
+        QInputMethodEvent composing(QString(c), {});
+        QCoreApplication::sendEvent(target, &composing);
+        QInputMethodEvent commit;
+        commit.setCommitString(QString(c));
+        QCoreApplication::sendEvent(target, &commit);
+    }
 }
 
 namespace

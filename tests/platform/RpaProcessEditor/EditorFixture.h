@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+class QWidget;
+
 // Apps and commands for tests of the process editors.
 namespace EditorFixture
 {
@@ -29,6 +31,9 @@ QVector<RpaStatement> SomeStatements();
 RpaAppDataPtr App(const QVector<RpaStatement>& statements = {});
 
 RpaProcess* Main(const RpaAppDataPtr& app);
+
+// Types a text as an author does: keys, and an input method for what no key gives.
+void Type(QWidget* target, const QString& text);
 
 // The ids of a process in outline: "a b(c d) e".
 QString Outline(const RpaProcess& process);
