@@ -241,7 +241,7 @@ void KeyboardHour::DesignPage()
     });
 }
 
-void KeyboardHour::AddStatement(const QString& title, const QString& firstField)
+void KeyboardHour::AddStatement(const QString& title, const std::function<void()>& fillIn)
 {
     d->Key(Qt::Key_Return);
     d->Until(QStringLiteral("the search for commands"),
@@ -258,8 +258,12 @@ void KeyboardHour::AddStatement(const QString& title, const QString& firstField)
                Says("labelStatementTitle", title);
     });
     d->Key(Qt::Key_F2);
-    d->Until(QStringLiteral("its first field"), [] { return HasFocus(Named("editor")); });
-    Rewrite(firstField);
+    d->Until(QStringLiteral("its first field"), [] {
+        const QWidget* editor = Named("editor")();
+        const QWidget* focus = QApplication::focusWidget();
+        return editor && focus && (editor == focus || editor->isAncestorOf(focus));
+    });
+    fillIn();
     d->Key(Qt::Key_2, Qt::ControlModifier);
     TabTo(QStringLiteral("the process"), Named("statementView"));
 }
@@ -269,9 +273,24 @@ void KeyboardHour::BuildProcess()
     d->Step(QStringLiteral("keys-process-built"), [this] {
         d->Key(Qt::Key_2, Qt::ControlModifier);
         d->Until(QStringLiteral("the process"), [] { return HasFocus(Named("statementView")); });
-        AddStatement(QStringLiteral("循环列表"), QStringLiteral("[8, 6, 9]"));
-        AddStatement(QStringLiteral("如果"), QStringLiteral("当前项 > 7"));
-        AddStatement(QStringLiteral("表格添加一行"), QStringLiteral("[\"达标\", 当前项]"));
+        AddStatement(QStringLiteral("循环列表"), [this] { Rewrite(QStringLiteral("[8, 6, 9]")); });
+        AddStatement(QStringLiteral("如果"), [this] {
+            d->Type(QStringLiteral("当前项"));
+            TabTo(QStringLiteral("the comparison"), Named("comparisonCombo"));
+            d->Key(Qt::Key_Down);
+            d->Key(Qt::Key_Down);
+            TabTo(QStringLiteral("the other value"), InPanel("rightValue", "valueEdit"));
+            d->Type(QStringLiteral("7"));
+        });
+        AddStatement(QStringLiteral("表格添加一行"), [this] {
+            d->Key(Qt::Key_F2);
+            d->Type(QStringLiteral("达标"));
+            d->Key(Qt::Key_Return);
+            d->Key(Qt::Key_Down);
+            d->Key(Qt::Key_F2);
+            d->Type(QStringLiteral("当前项"));
+            d->Key(Qt::Key_Return);
+        });
     });
 }
 
@@ -306,7 +325,7 @@ void KeyboardHour::FailAndMend()
     };
     d->Step(QStringLiteral("keys-run-fails"), [=] {
         d->Key(Qt::Key_2, Qt::ControlModifier);
-        AddStatement(QStringLiteral("报错并停止"), QStringLiteral("还没有做完"));
+        AddStatement(QStringLiteral("报错并停止"), [this] { Rewrite(QStringLiteral("还没有做完")); });
         RunUntil(QStringLiteral("流程“%1”运行失败").arg(process));
         d->Until(QStringLiteral("the mark"), marked);
     });

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class ToastWatcher;
 
 // An author's first hour without a mouse: makes an app with a condition and a table, runs it, sees it fail
@@ -42,7 +44,7 @@ private:
     // The tool that was added last runs the process.
     void ChooseProcess();
     // Behind or in the statement that is chosen.
-    void AddStatement(const QString& title, const QString& firstField);
+    void AddStatement(const QString& title, const std::function<void()>& fillIn);
     void RunUntil(const QString& line);
     void UntilToast(const QString& text);
     void UntilEditor();

@@ -168,6 +168,13 @@ void Tour::GoToStatement(int line)
 void Tour::FillField(const char* argument, const QString& text)
 {
     const QByteArray field = QByteArray("field_") + argument;
+    bool isForm = false;
+    d->OnGui([&] {
+        const QWidget* editor = InPanel(field.constData(), "editor")();
+        isForm = editor && editor->inherits("FormEditor");
+    });
+    if (isForm)
+        d->Click(QStringLiteral("fx"), InPanel(field.constData(), "pythonButton"));
     d->Click(QLatin1String(argument), InPanel(field.constData(), "editor"));
     d->Key(Qt::Key_A, Qt::ControlModifier);
     d->Key(Qt::Key_Delete);

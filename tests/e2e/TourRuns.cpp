@@ -48,7 +48,15 @@ void Tour::RunProcesses()
     d->Step(QStringLiteral("run-locks-what-it-needs"), [this] {
         AddProcess(QStringLiteral("忙碌循环"));
         AddStatement(QStringLiteral("条件循环"));
-        FillField("condition", QStringLiteral("True"));
+        d->Click(QStringLiteral("the condition's value"), InPanel("field_condition", "leftValue"));
+        d->Type(QStringLiteral("1"));
+        d->Click(QStringLiteral("what it is compared with"), InPanel("field_condition", "rightValue"));
+        d->Type(QStringLiteral("1"));
+        d->Until(QStringLiteral("a complete condition"), [] {
+            const QWidget* problem = InPanel("field_condition", "labelProblem")();
+            return !problem || !problem->isVisible();
+        });
+        d->TakePicture();
         AddStatement(QStringLiteral("设置数值"));
         LetFirstToolRun(QStringLiteral("忙碌循环"));
         PressTool("开始");
