@@ -25,7 +25,7 @@ JsonText& Append(JsonText& text, const Account& account)
 
 JsonText& Append(JsonText& text, const App& app)
 {
-    return text.BeginObject()
+    text.BeginObject()
         .Member("id", app.id)
         .Member("name", app.name)
         .Member("kind", app.kind)
@@ -34,7 +34,14 @@ JsonText& Append(JsonText& text, const App& app)
         .Member("oxsAppKey", app.oxsAppKey)
         .Member("createdAt", app.createdAt)
         .Member("changedAt", app.changedAt)
-        .EndObject();
+        .Member("changedBy", app.changedBy)
+        .Member("changedByName", app.changedByName)
+        .Member("state", app.state)
+        .Key("tags")
+        .BeginArray();
+    for (const QString& tag : app.tags)
+        text.Value(tag);
+    return text.EndArray().EndObject();
 }
 
 JsonText& Append(JsonText& text, const Version& version)

@@ -17,24 +17,29 @@ Outcome<App> CreateApp(ITransaction& store, const Account& account, const QStrin
         return refusals::Forbidden();
     if (store.AppNameTaken(account.venderId, name))
         return refusals::AppNameTaken();
-    const App app{NewId(), name, kind, account.pin, account.name, account.venderId, NewId(), now, now};
+    const App app{NewId(), name, kind, account.pin, account.name, account.venderId,
+                  NewId(), now,  now,  account.pin, account.name};
     store.InsertApp(app);
     return app;
 }
 
-Outcome<App> RenameApp(ITransaction& store, const Account& account, const QString& appId, const QString& name,
-                       qint64 now)
+Outcome<App> ChangeApp(ITransaction& store, const Account& account, const QString& appId,
+                       const AppChange& change, qint64 now)
 {
     auto app = store.FindApp(appId);
     if (!app || !MayEdit(account, *app))
         return refusals::NotFound();
-    if (app->name == name)
-        return *app;
-    if (store.AppNameTaken(app->venderId, name))
+    const bool isRenamed = change.name && *change.name != app->name;
+    if (isRenamed && store.AppNameTaken(app->venderId, *change.name))
         return refusals::AppNameTaken();
-    store.RenameApp(appId, name, now);
-    app->name = name;
-    app->changedAt = now;
+    if (isRenamed) {
+        app->name = *change.name;
+        app->changedAt = now;
+        app->changedBy = account.pin;
+        app->changedByName = account.name;
+    }
+    app->tags = change.tags.value_or(app->tags);
+    store.ChangeApp(*app);
     return *app;
 }
 } // namespace rules

@@ -44,7 +44,8 @@ public:
     virtual std::optional<App> FindApp(const QString& id) = 0;
     virtual bool AppNameTaken(const QString& venderId, const QString& name) = 0;
     virtual void InsertApp(const App& app) = 0;
-    virtual void RenameApp(const QString& id, const QString& name, qint64 now) = 0;
+    // Its name, its tags, and who changed it when.
+    virtual void ChangeApp(const App& app) = 0;
 
     virtual std::optional<Version> FindVersion(const QString& id) = 0; // also a deleted one
     virtual bool DevelopNameTaken(const QString& appId, const QString& name,

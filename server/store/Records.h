@@ -30,6 +30,10 @@ struct App
     QString oxsAppKey;
     qint64 createdAt = 0;
     qint64 changedAt = 0;
+    QString changedBy = {}; // who named it or saved a version of it last
+    QString changedByName = {};
+    QStringList tags = {}; // free of line feeds
+    int state = 1;         // 3: users have an online version, else 2: those invited a gray one, else 1
 };
 
 enum class VersionState : int

@@ -139,9 +139,18 @@ void AddSaveNotes(SqlConnection& connection, const IDialect&)
                        "FOREIGN KEY (version_id, revision) REFERENCES revision(version_id, revision))"));
 }
 
+void AddTagsAndChangers(SqlConnection& connection, const IDialect&)
+{
+    connection.Execute(QStringLiteral("ALTER TABLE app ADD COLUMN changed_by TEXT NOT NULL DEFAULT ''"));
+    connection.Execute(QStringLiteral("ALTER TABLE app ADD COLUMN tags TEXT NOT NULL DEFAULT ''"));
+    connection.Execute(
+        QStringLiteral("UPDATE app SET changed_by = COALESCE((SELECT pin FROM version WHERE "
+                       "version.app_id = app.id ORDER BY version.changed_at DESC LIMIT 1), creator)"));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions,
-                      AddClosedAccounts, AddTakingBack,          AddSaveNotes};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions,      AddClosedAccounts,
+                      AddTakingBack,     AddSaveNotes,           AddTagsAndChangers};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

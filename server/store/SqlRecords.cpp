@@ -5,8 +5,13 @@ namespace server
 const QString accountColumns = QStringLiteral("pin, name, vender_id, roles, closed_at");
 const QString appColumns =
     QStringLiteral("app.id, app.name, app.kind, app.creator, account.name, app.vender_id, app.oxs_app_key, "
-                   "app.created_at, app.changed_at");
-const QString appTables = QStringLiteral("app JOIN account ON account.pin = app.creator");
+                   "app.created_at, app.changed_at, app.changed_by, changer.name, app.tags, "
+                   "CASE WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
+                   "shown.state = 3 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 3 "
+                   "WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
+                   "shown.state = 2 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 2 ELSE 1 END");
+const QString appTables = QStringLiteral("app JOIN account ON account.pin = app.creator "
+                                         "LEFT JOIN account AS changer ON changer.pin = app.changed_by");
 const QString versionColumns =
     QStringLiteral("id, app_id, name, description, state, api_version, pin, revision, "
                    "sha256, size, created_at, changed_at, deleted_at, withdrawn_at");
@@ -18,7 +23,7 @@ const QString auditColumns = QStringLiteral("audit_entry.id, audit_entry.at, aud
 
 namespace
 {
-constexpr int appColumnCount = 9;
+constexpr int appColumnCount = 13;
 constexpr int versionColumnCount = 14;
 
 Version VersionFrom(const SqlRows& rows, int first)
@@ -58,9 +63,19 @@ Account ReadAccount(const SqlRows& rows)
 
 App ReadApp(const SqlRows& rows)
 {
-    return {rows.Text(0), rows.Text(1),   static_cast<int>(rows.Number(2)),
-            rows.Text(3), rows.Text(4),   rows.Text(5),
-            rows.Text(6), rows.Number(7), rows.Number(8)};
+    return {rows.Text(0),
+            rows.Text(1),
+            static_cast<int>(rows.Number(2)),
+            rows.Text(3),
+            rows.Text(4),
+            rows.Text(5),
+            rows.Text(6),
+            rows.Number(7),
+            rows.Number(8),
+            rows.Text(9),
+            rows.Text(10),
+            rows.Text(11).split(QLatin1Char('\n'), Qt::SkipEmptyParts),
+            static_cast<int>(rows.Number(12))};
 }
 
 Version ReadVersion(const SqlRows& rows)

@@ -36,15 +36,17 @@ void SqlTransaction::InsertApp(const App& app)
 {
     connection.Change(
         QStringLiteral("INSERT INTO app (id, name, kind, creator, vender_id, oxs_app_key, created_at, "
-                       "changed_at) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"),
-        {app.id, app.name, app.kind, app.creator, app.venderId, app.oxsAppKey, app.createdAt, app.changedAt});
+                       "changed_at, changed_by, tags) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+        {app.id, app.name, app.kind, app.creator, app.venderId, app.oxsAppKey, app.createdAt, app.changedAt,
+         app.changedBy, app.tags.join(QLatin1Char('\n'))});
 }
 
-void SqlTransaction::RenameApp(const QString& id, const QString& name, qint64 now)
+void SqlTransaction::ChangeApp(const App& app)
 {
-    changedIds.push_back(id);
-    connection.Change(QStringLiteral("UPDATE app SET name = ?, changed_at = ? WHERE id = ?"),
-                      {name, now, id});
+    changedIds.push_back(app.id);
+    connection.Change(
+        QStringLiteral("UPDATE app SET name = ?, tags = ?, changed_at = ?, changed_by = ? WHERE id = ?"),
+        {app.name, app.tags.join(QLatin1Char('\n')), app.changedAt, app.changedBy, app.id});
 }
 
 std::optional<Version> SqlTransaction::FindVersion(const QString& id)
@@ -100,7 +102,7 @@ void SqlTransaction::InsertHead(const Version& version)
         {version.id, version.appId, version.name, version.description, static_cast<int>(version.state),
          version.apiVersion, version.pin, version.revision, version.sha256, version.size, version.createdAt,
          version.changedAt});
-    TouchApp(version.appId, version.changedAt);
+    TouchApp(version);
 }
 
 void SqlTransaction::AddRevision(const Version& version, const QByteArray& body)
@@ -112,7 +114,7 @@ void SqlTransaction::AddRevision(const Version& version, const QByteArray& body)
                        "revision = ?, sha256 = ?, size = ?, changed_at = ? WHERE id = ?"),
         {version.name, version.description, version.apiVersion, version.pin, version.revision, version.sha256,
          version.size, version.changedAt, version.id});
-    TouchApp(version.appId, version.changedAt);
+    TouchApp(version);
 }
 
 void SqlTransaction::InsertRevision(const Version& version, const QByteArray& body)
@@ -124,10 +126,11 @@ void SqlTransaction::InsertRevision(const Version& version, const QByteArray& bo
          version.sha256, version.size, version.changedAt, body});
 }
 
-void SqlTransaction::TouchApp(const QString& appId, qint64 now)
+void SqlTransaction::TouchApp(const Version& changed)
 {
-    changedIds.push_back(appId);
-    connection.Change(QStringLiteral("UPDATE app SET changed_at = ? WHERE id = ?"), {now, appId});
+    changedIds.push_back(changed.appId);
+    connection.Change(QStringLiteral("UPDATE app SET changed_at = ?, changed_by = ? WHERE id = ?"),
+                      {changed.changedAt, changed.pin, changed.appId});
 }
 
 std::optional<QString> SqlTransaction::WhoSaved(const QString& versionId, qint64 revision)

@@ -15,7 +15,7 @@ public:
     std::optional<App> FindApp(const QString& id) override;
     bool AppNameTaken(const QString& venderId, const QString& name) override;
     void InsertApp(const App& app) override;
-    void RenameApp(const QString& id, const QString& name, qint64 now) override;
+    void ChangeApp(const App& app) override;
 
     std::optional<Version> FindVersion(const QString& id) override;
     bool DevelopNameTaken(const QString& appId, const QString& name, const QString& exceptVersionId) override;
@@ -55,7 +55,7 @@ public:
 private:
     void InsertHead(const Version& version);
     void InsertRevision(const Version& version, const QByteArray& body);
-    void TouchApp(const QString& appId, qint64 now);
+    void TouchApp(const Version& changed);
 
     SqlConnection& connection;
     const IDialect& dialect;

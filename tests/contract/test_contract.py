@@ -6,6 +6,7 @@ usage: test_contract.py OPENAPI_YAML [EMULATOR] RPA_VERSION_SERVER"""
 import sys
 import unittest
 
+from app_tests import AppTests
 from contract_base import ContractBase
 from release_tests import ReleaseTests
 from rights_tests import RightsTests
@@ -15,7 +16,7 @@ from saving_tests import SavingTests
 ContractBase.document, *ContractBase.program = sys.argv[1:]
 
 
-class ContractTest(RouteTests, RightsTests, ReleaseTests, SavingTests):
+class ContractTest(RouteTests, RightsTests, ReleaseTests, SavingTests, AppTests):
     """All subjects, one server."""
 
 

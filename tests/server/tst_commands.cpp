@@ -174,6 +174,8 @@ void CommandsTest::restoresABackupOfAnOlderServer()
                               QStringLiteral("ALTER TABLE account DROP COLUMN closed_at"),
                               QStringLiteral("ALTER TABLE version DROP COLUMN withdrawn_at"),
                               QStringLiteral("ALTER TABLE audit_entry DROP COLUMN reason"),
+                              QStringLiteral("ALTER TABLE app DROP COLUMN changed_by"),
+                              QStringLiteral("ALTER TABLE app DROP COLUMN tags"),
                               QStringLiteral("UPDATE schema_info SET version = 3")});
     QFile backup(BackupFile());
     QVERIFY(backup.open(QIODevice::ReadOnly));

@@ -1,4 +1,5 @@
 #include "StoreFixture.h"
+#include "base/Clock.h"
 #include "store/Schema.h"
 #include "store/SqlConnection.h"
 
@@ -26,6 +27,12 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
 {
     const Version former = Released(QStringLiteral("甲"), ReleaseType::Online, 500);
     const Version online = Released(QStringLiteral("乙"), ReleaseType::Online, 1000);
+    InWrite([&](ITransaction& t) {
+        return rules::CreateVersion(t, colleague, app.id, DraftOf(QStringLiteral("丁"), "{}"),
+                                    NowMs() + dayMs);
+    });
+    const auto unsaved = std::get<App>(
+        InWrite([](ITransaction& t) { return rules::CreateApp(t, author, QStringLiteral("另一个"), 0, 1); }));
     store.reset();
     {
         SqlConnection connection(Dialect());
@@ -36,6 +43,7 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
               "CREATE INDEX version_of_app ON version(app_id, created_at)",
               "DROP INDEX release_entry_position", "ALTER TABLE release_entry DROP COLUMN position",
               "ALTER TABLE account DROP COLUMN closed_at", "ALTER TABLE version DROP COLUMN withdrawn_at",
+              "ALTER TABLE app DROP COLUMN changed_by", "ALTER TABLE app DROP COLUMN tags",
               "UPDATE schema_info SET version = 1"})
             connection.Execute(QString::fromLatin1(statement));
     }
@@ -43,6 +51,8 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
     OpenFresh();
 
     QCOMPARE(store->OnlineApps(QStringLiteral("v")).front().version.id, online.id);
+    QCOMPARE(store->FindApp(app.id)->changedByName, colleague.name);
+    QCOMPARE(store->FindApp(unsaved.id)->changedByName, author.name);
     const auto entries = store->Audit(QStringLiteral("v"), {}, 100);
     QCOMPARE(entries.size(), std::size_t{2});
     QCOMPARE(entries.front().versionId, online.id);
