@@ -51,6 +51,7 @@ void AddRoutes(Router& router, Services& services, std::function<QByteArray()> f
     AddReleaseRoutes(router, services);
     AddInvitationRoutes(router, services);
     AddSaveRoutes(router, services);
+    AddBinRoutes(router, services);
     AddReaderRoutes(router, services);
 }
 

@@ -54,10 +54,19 @@ void CreateApp(Services& services, const Request& request, const Reply& reply)
         return reply(wire::Refused(BadName()));
     if (kind != 0 && kind != 1)
         return reply(wire::BadRequest("bad-kind", QStringLiteral("应用类型不正确。")));
-    const auto act = [account = *request.account, name, kind](ITransaction& store) {
-        return AnswerOf(201, rules::CreateApp(store, account, name, kind, NowMs()));
+    const bool anyName = object.value(QLatin1String("anyName")).toBool();
+    const auto act = [account = *request.account, name, kind, anyName](ITransaction& store) {
+        return AnswerOf(201, rules::CreateApp(store, account, name, kind, NowMs(), anyName));
     };
     WriteOnce(services.store, request, act, reply);
+}
+
+void CopyApp(Services& services, const Request& request, const Reply& reply)
+{
+    const auto act = [account = *request.account, id = request.PathValue()](ITransaction& store) {
+        return AnswerOf(201, rules::CopyApp(store, account, id, NowMs()));
+    };
+    WriteOnce(services.store, request, act, reply, Reach::Anything);
 }
 
 void ShowApp(Services& services, const Request& request, const Reply& reply)
@@ -134,5 +143,6 @@ void AddAppRoutes(Router& router, Services& services)
     add("POST", "/api/v1/apps", wire::smallBody, CreateApp);
     add("GET", "/api/v1/apps/{appId}", 0, ShowApp);
     add("PATCH", "/api/v1/apps/{appId}", wire::smallBody, ChangeApp);
+    add("POST", "/api/v1/apps/{appId}/copies", wire::smallBody, CopyApp);
 }
 } // namespace server

@@ -25,6 +25,7 @@ void AddHealthRoutes(Router& router, Services& services);
 void AddMetricsRoutes(Router& router, std::function<QByteArray()> figures);
 void AddSessionRoutes(Router& router, Services& services);
 void AddAppRoutes(Router& router, Services& services);
+void AddBinRoutes(Router& router, Services& services);
 void AddVersionRoutes(Router& router, Services& services);
 void AddReleaseRoutes(Router& router, Services& services);
 void AddInvitationRoutes(Router& router, Services& services);

@@ -58,7 +58,7 @@ Response KeyReused()
 } // namespace
 
 void WriteOnce(IStore& store, const Request& request, std::function<Response(ITransaction&)> act,
-               const Reply& reply)
+               const Reply& reply, Reach reach)
 {
     const QByteArray key = request.Header("idempotency-key");
     if (!IsKey(key))
@@ -78,7 +78,8 @@ void WriteOnce(IStore& store, const Request& request, std::function<Response(ITr
     const auto done = [answer, reply](const std::exception_ptr& failure) {
         reply(failure ? ResponseForFailure(failure) : std::move(*answer));
     };
-    if (!store.Submit({once, done, request.body.size(), TouchedBy(request, key)}))
+    const QStringList touched = reach == Reach::OneApp ? TouchedBy(request, key) : QStringList();
+    if (!store.Submit({once, done, request.body.size(), touched}))
         reply(
             Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));
 }

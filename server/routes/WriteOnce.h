@@ -5,9 +5,17 @@
 
 namespace server
 {
+// What a write may touch besides what it makes: the app that an id in the path leads to, or anything, as
+// where a free name is looked for.
+enum class Reach
+{
+    OneApp,
+    Anything,
+};
+
 // Runs `act` as a write of the store and answers after its commit. The answer is kept under the request's
 // idempotency key in the same transaction: the same request by the same account is answered again from there
 // and not done a second time. Refuses a request without a key, and a key that stood for another request.
 void WriteOnce(IStore& store, const Request& request, std::function<Response(ITransaction&)> act,
-               const Reply& reply);
+               const Reply& reply, Reach reach = Reach::OneApp);
 } // namespace server

@@ -1,6 +1,7 @@
 #include "AppRules.h"
 
 #include "../base/Ids.h"
+#include "FreeName.h"
 
 namespace server
 {
@@ -9,13 +10,36 @@ bool MayEdit(const Account& account, const App& app)
     return app.creator == account.pin || (account.IsAuthor() && app.venderId == account.venderId);
 }
 
+bool MayDelete(const Account& account, const App& app)
+{
+    return app.creator == account.pin || (account.IsAdministrator() && app.venderId == account.venderId);
+}
+
 namespace rules
 {
-Outcome<App> CreateApp(ITransaction& store, const Account& account, const QString& name, int kind, qint64 now)
+namespace
+{
+constexpr int longestName = 50;
+
+QString FreeAppName(ITransaction& store, const QString& venderId, const QString& name)
+{
+    return FreeName(name, longestName,
+                    [&](const QString& tried) { return store.AppNameTaken(venderId, tried); });
+}
+
+void NoteApp(ITransaction& store, const Account& account, const QString& act, const App& app, qint64 now)
+{
+    store.Note({{}, now, account.pin, act, app.id, {}, app.name});
+}
+} // namespace
+
+Outcome<App> CreateApp(ITransaction& store, const Account& account, const QString& wanted, int kind,
+                       qint64 now, bool anyName)
 {
     if (!account.IsAuthor())
         return refusals::Forbidden();
-    if (store.AppNameTaken(account.venderId, name))
+    const QString name = anyName ? FreeAppName(store, account.venderId, wanted) : wanted;
+    if (!anyName && store.AppNameTaken(account.venderId, name))
         return refusals::AppNameTaken();
     const App app{NewId(), name, kind, account.pin, account.name, account.venderId,
                   NewId(), now,  now,  account.pin, account.name};
@@ -40,6 +64,41 @@ Outcome<App> ChangeApp(ITransaction& store, const Account& account, const QStrin
     }
     app->tags = change.tags.value_or(app->tags);
     store.ChangeApp(*app);
+    return *app;
+}
+
+Outcome<App> DeleteApp(ITransaction& store, const Account& account, const QString& appId, qint64 now)
+{
+    const auto app = store.FindApp(appId);
+    if (!app || !(MayEdit(account, *app) || MayDelete(account, *app)))
+        return refusals::NotFound();
+    if (!MayDelete(account, *app))
+        return refusals::NotTheDeleter();
+    store.SetAppDeleted(appId, now, account.pin);
+    NoteApp(store, account, QStringLiteral("app.delete"), *app, now);
+    return *app;
+}
+
+Outcome<App> RestoreApp(ITransaction& store, const Account& account, const QString& appId, qint64 now)
+{
+    auto app = store.FindDeletedApp(appId);
+    if (!app || !MayDelete(account, *app) || app->deletedAt + binMs < now)
+        return refusals::NotFound();
+    app->name = FreeAppName(store, app->venderId, app->name);
+    app->deletedAt = 0;
+    store.ChangeApp(*app);
+    store.SetAppDeleted(appId, 0, account.pin);
+    NoteApp(store, account, QStringLiteral("app.restore"), *app, now);
+    return *app;
+}
+
+Outcome<App> PurgeApp(ITransaction& store, const Account& account, const QString& appId, qint64 now)
+{
+    const auto app = store.FindDeletedApp(appId);
+    if (!app || !MayDelete(account, *app))
+        return refusals::NotFound();
+    store.PurgeApp(appId, now);
+    NoteApp(store, account, QStringLiteral("app.purge"), *app, now);
     return *app;
 }
 } // namespace rules

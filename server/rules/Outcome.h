@@ -28,6 +28,15 @@ inline Refusal Forbidden()
 {
     return {403, "forbidden", QStringLiteral("您没有执行此操作的权限。")};
 }
+inline Refusal NotTheDeleter()
+{
+    return {403, "forbidden", QStringLiteral("只有应用的创建者和管理员可以删除应用。")};
+}
+inline Refusal TooLargeToCopy()
+{
+    return {409, "too-large",
+            QStringLiteral("应用的全部版本超过 128 MB，不能复制。请先删除不再需要的版本。")};
+}
 inline Refusal AppNameTaken()
 {
     return {409, "name-taken", QStringLiteral("应用名称已存在，请换一个名称。")};

@@ -41,16 +41,22 @@ public:
     virtual ~ITransaction() = default;
 
     virtual std::optional<Account> FindAccount(const QString& pin) = 0;
-    virtual std::optional<App> FindApp(const QString& id) = 0;
+    virtual std::optional<App> FindApp(const QString& id) = 0; // not a deleted one
+    virtual std::optional<App> FindDeletedApp(const QString& id) = 0;
     virtual bool AppNameTaken(const QString& venderId, const QString& name) = 0;
     virtual void InsertApp(const App& app) = 0;
     // Its name, its tags, and who changed it when.
     virtual void ChangeApp(const App& app) = 0;
+    // Into the bin with all its versions; 0: out of it, as they were.
+    virtual void SetAppDeleted(const QString& id, qint64 deletedAt, const QString& pin) = 0;
+    // A deleted app is found by nobody any more. What the store holds of it stays, as all history does.
+    virtual void PurgeApp(const QString& id, qint64 now) = 0;
 
     virtual std::optional<Version> FindVersion(const QString& id) = 0; // also a deleted one
     virtual bool DevelopNameTaken(const QString& appId, const QString& name,
                                   const QString& exceptVersionId) = 0;
-    virtual std::vector<Version> VersionsOf(const QString& appId) = 0; // without deleted ones
+    virtual std::vector<Version>
+    VersionsOf(const QString& appId) = 0; // oldest creation first, without deleted ones
     virtual void InsertVersion(const Version& version, const QByteArray& body) = 0;
 
     // Inserts `copy` with the content of the newest revision of `original`.
@@ -142,7 +148,9 @@ public:
     virtual std::optional<StoredSession> FindSession(const QByteArray& tokenHash) = 0;
 
     virtual std::vector<App> AppsEditableBy(const Account& account) = 0; // newest change first
-    virtual std::optional<App> FindApp(const QString& id) = 0;
+    virtual std::optional<App> FindApp(const QString& id) = 0;           // not a deleted one
+    // What the account may restore of what was deleted at that time or later, latest first.
+    virtual std::vector<App> DeletedApps(const Account& account, qint64 since) = 0;
 
     // Newest creation first, without deleted ones; the same list until something in it changes.
     virtual VersionList VersionsOf(const QString& appId) = 0;

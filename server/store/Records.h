@@ -34,6 +34,7 @@ struct App
     QString changedByName = {};
     QStringList tags = {}; // free of line feeds
     int state = 1;         // 3: users have an online version, else 2: those invited a gray one, else 1
+    qint64 deletedAt = 0;  // 0: not deleted
 };
 
 enum class VersionState : int

@@ -148,9 +148,20 @@ void AddTagsAndChangers(SqlConnection& connection, const IDialect&)
                        "version.app_id = app.id ORDER BY version.changed_at DESC LIMIT 1), creator)"));
 }
 
+// The names of deleted apps are free again. What was taken out of the bin, too, stays out of reach for good.
+void AddBin(SqlConnection& connection, const IDialect&)
+{
+    for (const char* statement :
+         {"ALTER TABLE app ADD COLUMN deleted_at BIGINT NOT NULL DEFAULT 0",
+          "ALTER TABLE app ADD COLUMN deleted_by TEXT NOT NULL DEFAULT ''",
+          "ALTER TABLE app ADD COLUMN purged_at BIGINT NOT NULL DEFAULT 0", "DROP INDEX app_name",
+          "CREATE UNIQUE INDEX app_name ON app(vender_id, name) WHERE deleted_at = 0"})
+        connection.Execute(QString::fromLatin1(statement));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
-const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions,      AddClosedAccounts,
-                      AddTakingBack,     AddSaveNotes,           AddTagsAndChangers};
+const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions,       AddClosedAccounts,
+                      AddTakingBack,     AddSaveNotes,           AddTagsAndChangers, AddBin};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

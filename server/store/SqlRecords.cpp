@@ -3,13 +3,13 @@
 namespace server
 {
 const QString accountColumns = QStringLiteral("pin, name, vender_id, roles, closed_at");
-const QString appColumns =
-    QStringLiteral("app.id, app.name, app.kind, app.creator, account.name, app.vender_id, app.oxs_app_key, "
-                   "app.created_at, app.changed_at, app.changed_by, changer.name, app.tags, "
-                   "CASE WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
-                   "shown.state = 3 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 3 "
-                   "WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
-                   "shown.state = 2 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 2 ELSE 1 END");
+const QString appColumns = QStringLiteral(
+    "app.id, app.name, app.kind, app.creator, account.name, app.vender_id, app.oxs_app_key, "
+    "app.created_at, app.changed_at, app.changed_by, changer.name, app.tags, "
+    "CASE WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
+    "shown.state = 3 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 3 "
+    "WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
+    "shown.state = 2 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 2 ELSE 1 END, app.deleted_at");
 const QString appTables = QStringLiteral("app JOIN account ON account.pin = app.creator "
                                          "LEFT JOIN account AS changer ON changer.pin = app.changed_by");
 const QString versionColumns =
@@ -23,7 +23,7 @@ const QString auditColumns = QStringLiteral("audit_entry.id, audit_entry.at, aud
 
 namespace
 {
-constexpr int appColumnCount = 13;
+constexpr int appColumnCount = 14;
 constexpr int versionColumnCount = 14;
 
 Version VersionFrom(const SqlRows& rows, int first)
@@ -75,7 +75,8 @@ App ReadApp(const SqlRows& rows)
             rows.Text(9),
             rows.Text(10),
             rows.Text(11).split(QLatin1Char('\n'), Qt::SkipEmptyParts),
-            static_cast<int>(rows.Number(12))};
+            static_cast<int>(rows.Number(12)),
+            rows.Number(13)};
 }
 
 Version ReadVersion(const SqlRows& rows)
@@ -97,13 +98,13 @@ AuditEntry ReadAuditEntry(const SqlRows& rows)
 
 QString ReleasedAppsIn(VersionState state, const QString& condition)
 {
-    return QStringLiteral(
-               "SELECT %1, %2, release_entry.released_at FROM %3 "
-               "JOIN version ON version.app_id = app.id "
-               "JOIN release_entry ON release_entry.version_id = version.id "
-               "AND release_entry.to_state = version.state "
-               "WHERE version.state = %4 AND version.deleted_at = 0 AND version.withdrawn_at = 0 AND %5 "
-               "ORDER BY release_entry.position DESC")
+    return QStringLiteral("SELECT %1, %2, release_entry.released_at FROM %3 "
+                          "JOIN version ON version.app_id = app.id "
+                          "JOIN release_entry ON release_entry.version_id = version.id "
+                          "AND release_entry.to_state = version.state "
+                          "WHERE version.state = %4 AND version.deleted_at = 0 AND version.withdrawn_at = 0 "
+                          "AND app.deleted_at = 0 AND %5 "
+                          "ORDER BY release_entry.position DESC")
         .arg(appColumns, QualifiedVersionColumns(), appTables, QString::number(static_cast<int>(state)),
              condition);
 }

@@ -143,9 +143,9 @@ std::optional<StoredSession> SqlStore::FindSession(const QByteArray& tokenHash)
 
 std::vector<App> SqlStore::AppsEditableBy(const Account& account)
 {
-    static const QString order = QStringLiteral(" ORDER BY app.changed_at DESC, app.id DESC");
+    static const QString order = QStringLiteral(") ORDER BY app.changed_at DESC, app.id DESC");
     static const QString own = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-                               QStringLiteral(" WHERE app.creator = ?");
+                               QStringLiteral(" WHERE app.deleted_at = 0 AND (app.creator = ?");
     static const QString vender = own + QStringLiteral(" OR app.vender_id = ?");
     return Reading([&](SqlConnection& c) {
         return account.IsAuthor()
@@ -164,7 +164,7 @@ void SqlStore::Remember(const Keep& keep)
 std::optional<App> SqlStore::FindApp(const QString& id)
 {
     static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-                               QStringLiteral(" WHERE app.id = ?");
+                               QStringLiteral(" WHERE app.id = ? AND app.deleted_at = 0");
     if (auto known = heads.FindApp(id))
         return known;
     const quint64 generation = heads.Generation();
@@ -172,6 +172,18 @@ std::optional<App> SqlStore::FindApp(const QString& id)
     if (app)
         Remember([&] { heads.Keep(*app, generation); });
     return app;
+}
+
+std::vector<App> SqlStore::DeletedApps(const Account& account, qint64 since)
+{
+    static const QString sql =
+        QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
+        QStringLiteral(" WHERE app.deleted_at <> 0 AND app.deleted_at >= ? AND app.purged_at = 0 "
+                       "AND (app.creator = ? OR app.vender_id = ?) ORDER BY app.deleted_at DESC, app.id");
+    const QString vender = account.IsAdministrator() ? account.venderId : QString();
+    return Reading([&](SqlConnection& c) {
+        return ReadAll(c.Select(sql, {since, account.pin, vender}), ReadApp);
+    });
 }
 
 VersionList SqlStore::VersionsOf(const QString& appId)

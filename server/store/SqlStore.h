@@ -23,6 +23,7 @@ public:
     std::optional<StoredSession> FindSession(const QByteArray& tokenHash) override;
     std::vector<App> AppsEditableBy(const Account& account) override;
     std::optional<App> FindApp(const QString& id) override;
+    std::vector<App> DeletedApps(const Account& account, qint64 since) override;
     VersionList VersionsOf(const QString& appId) override;
     std::optional<Version> FindVersion(const QString& id) override;
     std::vector<ReleasedApp> OnlineApps(const QString& venderId) override;

@@ -21,14 +21,23 @@ std::optional<Account> SqlTransaction::FindAccount(const QString& pin)
 std::optional<App> SqlTransaction::FindApp(const QString& id)
 {
     static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-                               QStringLiteral(" WHERE app.id = ?");
+                               QStringLiteral(" WHERE app.id = ? AND app.deleted_at = 0");
+    return ReadOne(connection.Select(sql, {id}), ReadApp);
+}
+
+std::optional<App> SqlTransaction::FindDeletedApp(const QString& id)
+{
+    static const QString sql =
+        QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
+        QStringLiteral(" WHERE app.id = ? AND app.deleted_at <> 0 AND app.purged_at = 0");
     return ReadOne(connection.Select(sql, {id}), ReadApp);
 }
 
 bool SqlTransaction::AppNameTaken(const QString& venderId, const QString& name)
 {
     return connection
-        .Select(QStringLiteral("SELECT 1 FROM app WHERE vender_id = ? AND name = ?"), {venderId, name})
+        .Select(QStringLiteral("SELECT 1 FROM app WHERE vender_id = ? AND name = ? AND deleted_at = 0"),
+                {venderId, name})
         .Next();
 }
 
@@ -47,6 +56,18 @@ void SqlTransaction::ChangeApp(const App& app)
     connection.Change(
         QStringLiteral("UPDATE app SET name = ?, tags = ?, changed_at = ?, changed_by = ? WHERE id = ?"),
         {app.name, app.tags.join(QLatin1Char('\n')), app.changedAt, app.changedBy, app.id});
+}
+
+void SqlTransaction::SetAppDeleted(const QString& id, qint64 deletedAt, const QString& pin)
+{
+    changedIds.push_back(id);
+    connection.Change(QStringLiteral("UPDATE app SET deleted_at = ?, deleted_by = ? WHERE id = ?"),
+                      {deletedAt, pin, id});
+}
+
+void SqlTransaction::PurgeApp(const QString& id, qint64 now)
+{
+    connection.Change(QStringLiteral("UPDATE app SET purged_at = ? WHERE id = ?"), {now, id});
 }
 
 std::optional<Version> SqlTransaction::FindVersion(const QString& id)
@@ -69,10 +90,12 @@ bool SqlTransaction::DevelopNameTaken(const QString& appId, const QString& name,
 
 std::vector<Version> SqlTransaction::VersionsOf(const QString& appId)
 {
-    return ReadAll(connection.Select(QStringLiteral("SELECT ") + versionColumns +
-                                         QStringLiteral(" FROM version WHERE app_id = ? AND deleted_at = 0"),
-                                     {appId}),
-                   ReadVersion);
+    return ReadAll(
+        connection.Select(
+            QStringLiteral("SELECT ") + versionColumns +
+                QStringLiteral(" FROM version WHERE app_id = ? AND deleted_at = 0 ORDER BY position"),
+            {appId}),
+        ReadVersion);
 }
 
 void SqlTransaction::InsertVersion(const Version& version, const QByteArray& body)

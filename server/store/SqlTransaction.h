@@ -13,9 +13,12 @@ public:
 
     std::optional<Account> FindAccount(const QString& pin) override;
     std::optional<App> FindApp(const QString& id) override;
+    std::optional<App> FindDeletedApp(const QString& id) override;
     bool AppNameTaken(const QString& venderId, const QString& name) override;
     void InsertApp(const App& app) override;
     void ChangeApp(const App& app) override;
+    void SetAppDeleted(const QString& id, qint64 deletedAt, const QString& pin) override;
+    void PurgeApp(const QString& id, qint64 now) override;
 
     std::optional<Version> FindVersion(const QString& id) override;
     bool DevelopNameTaken(const QString& appId, const QString& name, const QString& exceptVersionId) override;

@@ -28,7 +28,8 @@ const std::vector<Table>& Tables()
         MakeTable("account", 1, "pin name vender_id roles password_hash created_at closed_at"),
         MakeTable("session", 1, "token_hash pin created_at last_used_at expires_at"),
         MakeTable("app", 1,
-                  "id name kind creator vender_id oxs_app_key created_at changed_at changed_by tags"),
+                  "id name kind creator vender_id oxs_app_key created_at changed_at changed_by tags "
+                  "deleted_at deleted_by purged_at"),
         MakeTable(
             "version", 1,
             "id app_id name description state api_version pin revision sha256 size created_at changed_at "

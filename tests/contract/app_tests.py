@@ -22,3 +22,13 @@ class AppTests(ContractBase):
                 self.assertEqual((answer.status, answer.json()["code"]), (400, "bad-tags"))
         self.assertEqual(change().json()["code"], "bad-change")
         self.assertEqual(change(name=str(uuid.uuid4())).json()["tags"], tags)
+
+    def test_an_app_is_made_under_a_free_name_where_that_is_asked_for(self):
+        name = str(uuid.uuid4())
+
+        def make(**more):
+            return self.server.write("POST", "/api/v1/apps", body={"name": name, "kind": 1, **more})
+
+        self.assertEqual(make(anyName=True).json()["name"], name)
+        self.assertEqual(make().status, 409)
+        self.assertEqual(make(anyName=True).json()["name"], name + " 2")

@@ -1,11 +1,12 @@
 """For each operation and status: how to bring the server to give that answer."""
 
 from authoring_cases import AuthoringCases
+from bin_cases import BinCases
 from release_cases import ReleaseCases
 from session_cases import SessionCases
 
 
-class Cases(SessionCases, AuthoringCases, ReleaseCases):
+class Cases(SessionCases, AuthoringCases, BinCases, ReleaseCases):
     def __init__(self, server):
         self.server = server
         self.rows = {}

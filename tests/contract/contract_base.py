@@ -38,6 +38,8 @@ class ContractBase(unittest.TestCase):
             version = self.server.new_version(app)
         if path.endswith("/restore"):
             self.server.write("DELETE", f"/api/v1/versions/{version}", headers={"If-Match": '"1"'})
+        if "/deleted-apps/" in path:
+            self.server.write("DELETE", f"/api/v1/apps/{app}")
         target = path.format(appId=app, versionId=version, invitationId=made["id"])
         headers = {"Idempotency-Key": str(uuid.uuid4()), "If-Match": '"1"', **save_headers()}
         body = None

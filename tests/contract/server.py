@@ -88,6 +88,11 @@ class Server:
         headers = {"Content-Digest": digest(body), "Version-Name": name or secrets.token_hex(8)}
         return self.write("POST", f"/api/v1/apps/{app}/versions", who, body, headers).json()["id"]
 
+    def new_app_with_a_version(self):
+        app = self.new_app()
+        self.new_version(app)
+        return app
+
     def release(self, version, kind, who="owner"):
         return self.write("POST", f"/api/v1/versions/{version}/release", who, {"type": kind}, {"If-Match": '"1"'})
 

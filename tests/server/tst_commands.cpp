@@ -170,13 +170,18 @@ void CommandsTest::restoresABackupOfAnOlderServer()
     const QStringList everything = EverythingOf(app);
     QVERIFY2(Command({QStringLiteral("backup"), BackupFile()}) == 0, said.constData());
     EndServer();
-    ChangeFile(BackupFile(), {QStringLiteral("DROP TABLE save_note"),
-                              QStringLiteral("ALTER TABLE account DROP COLUMN closed_at"),
-                              QStringLiteral("ALTER TABLE version DROP COLUMN withdrawn_at"),
-                              QStringLiteral("ALTER TABLE audit_entry DROP COLUMN reason"),
-                              QStringLiteral("ALTER TABLE app DROP COLUMN changed_by"),
-                              QStringLiteral("ALTER TABLE app DROP COLUMN tags"),
-                              QStringLiteral("UPDATE schema_info SET version = 3")});
+    ChangeFile(BackupFile(),
+               {QStringLiteral("DROP TABLE save_note"),
+                QStringLiteral("ALTER TABLE account DROP COLUMN closed_at"),
+                QStringLiteral("ALTER TABLE version DROP COLUMN withdrawn_at"),
+                QStringLiteral("ALTER TABLE audit_entry DROP COLUMN reason"),
+                QStringLiteral("ALTER TABLE app DROP COLUMN changed_by"),
+                QStringLiteral("ALTER TABLE app DROP COLUMN tags"), QStringLiteral("DROP INDEX app_name"),
+                QStringLiteral("ALTER TABLE app DROP COLUMN deleted_at"),
+                QStringLiteral("ALTER TABLE app DROP COLUMN deleted_by"),
+                QStringLiteral("ALTER TABLE app DROP COLUMN purged_at"),
+                QStringLiteral("CREATE UNIQUE INDEX app_name ON app(vender_id, name)"),
+                QStringLiteral("UPDATE schema_info SET version = 3")});
     QFile backup(BackupFile());
     QVERIFY(backup.open(QIODevice::ReadOnly));
     const QByteArray before = backup.readAll();

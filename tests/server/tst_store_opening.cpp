@@ -36,15 +36,27 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
     store.reset();
     {
         SqlConnection connection(Dialect());
-        for (const char* statement :
-             {"DROP TABLE save_note", "DROP TABLE gray_access", "DROP TABLE invitation",
-              "DROP TABLE audit_entry", "DROP INDEX version_in_state", "DROP INDEX version_of_app",
-              "DROP INDEX version_position", "ALTER TABLE version DROP COLUMN position",
-              "CREATE INDEX version_of_app ON version(app_id, created_at)",
-              "DROP INDEX release_entry_position", "ALTER TABLE release_entry DROP COLUMN position",
-              "ALTER TABLE account DROP COLUMN closed_at", "ALTER TABLE version DROP COLUMN withdrawn_at",
-              "ALTER TABLE app DROP COLUMN changed_by", "ALTER TABLE app DROP COLUMN tags",
-              "UPDATE schema_info SET version = 1"})
+        for (const char* statement : {"DROP TABLE save_note",
+                                      "DROP TABLE gray_access",
+                                      "DROP TABLE invitation",
+                                      "DROP TABLE audit_entry",
+                                      "DROP INDEX version_in_state",
+                                      "DROP INDEX version_of_app",
+                                      "DROP INDEX version_position",
+                                      "ALTER TABLE version DROP COLUMN position",
+                                      "CREATE INDEX version_of_app ON version(app_id, created_at)",
+                                      "DROP INDEX release_entry_position",
+                                      "ALTER TABLE release_entry DROP COLUMN position",
+                                      "ALTER TABLE account DROP COLUMN closed_at",
+                                      "ALTER TABLE version DROP COLUMN withdrawn_at",
+                                      "ALTER TABLE app DROP COLUMN changed_by",
+                                      "ALTER TABLE app DROP COLUMN tags",
+                                      "DROP INDEX app_name",
+                                      "ALTER TABLE app DROP COLUMN deleted_at",
+                                      "ALTER TABLE app DROP COLUMN deleted_by",
+                                      "ALTER TABLE app DROP COLUMN purged_at",
+                                      "CREATE UNIQUE INDEX app_name ON app(vender_id, name)",
+                                      "UPDATE schema_info SET version = 1"})
             connection.Execute(QString::fromLatin1(statement));
     }
 
