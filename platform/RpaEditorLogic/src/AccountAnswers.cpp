@@ -49,9 +49,29 @@ std::optional<VersionServiceApp> AccountAnswers::ReadApp(const QJsonObject& json
     app.oxsAppKey = Text(json, "oxsAppKey");
     app.createdAt = Time(json, "createdAt");
     app.changedAt = Time(json, "changedAt");
+    app.changedByPin = Text(json, "changedBy");
+    app.changedByName = Text(json, "changedByName");
+    for (const QJsonValue& tag : json.value(QLatin1String("tags")).toArray())
+        app.tags.append(tag.toString());
+    app.state = json.value(QLatin1String("state")).toInt(1);
     if (!ServiceRoutes::IsValidId(app.id) || app.name.isEmpty() || app.kind < 0)
         return std::nullopt;
     return app;
+}
+
+std::optional<QVector<VersionServiceDeletedApp>> AccountAnswers::ReadDeletedApps(const QJsonObject& json)
+{
+    const QJsonValue list = json.value(QLatin1String("apps"));
+    if (!list.isArray())
+        return std::nullopt;
+    QVector<VersionServiceDeletedApp> apps;
+    for (const QJsonValue& entry : list.toArray()) {
+        const auto app = ReadApp(entry.toObject().value(QLatin1String("app")).toObject());
+        if (!app)
+            return std::nullopt;
+        apps.append({*app, Time(entry.toObject(), "deletedAt")});
+    }
+    return apps;
 }
 
 std::optional<QVector<VersionServiceApp>> AccountAnswers::ReadApps(const QJsonObject& json)

@@ -12,4 +12,5 @@ namespace AccountAnswers
 std::optional<VersionServiceSession> ReadSession(const QJsonObject& json);
 std::optional<VersionServiceApp> ReadApp(const QJsonObject& json);
 std::optional<QVector<VersionServiceApp>> ReadApps(const QJsonObject& json);
+std::optional<QVector<VersionServiceDeletedApp>> ReadDeletedApps(const QJsonObject& json);
 } // namespace AccountAnswers

@@ -2,6 +2,7 @@
 
 #include <RpaEditorLogic/VersionServiceSettings.h>
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QUuid>
@@ -93,6 +94,16 @@ WbHttpRequest ServiceRoutes::CreateVersion(const QString& appId, const VersionCo
     return request;
 }
 
+WbHttpRequest ServiceRoutes::CreateVersion(const QString& appId, const VersionServiceContent& content,
+                                           const QByteArray& key)
+{
+    auto request =
+        CreateVersion(appId, VersionContent{content.name, content.description, content.apiVersion, {}}, key);
+    request.bodyText = QString(); // the bytes instead
+    request.body = content.data;
+    return request;
+}
+
 WbHttpRequest ServiceRoutes::OverwriteVersion(const QString& versionId, const VersionContent& content,
                                               int revision, const QByteArray& key)
 {
@@ -167,11 +178,14 @@ WbHttpRequest ServiceRoutes::GetApp(const QString& appId)
     return Route("GET", "/apps/" + Escaped(appId));
 }
 
-WbHttpRequest ServiceRoutes::CreateApp(const QString& name, int kind, const QByteArray& key)
+WbHttpRequest ServiceRoutes::CreateApp(const QString& name, int kind, const QByteArray& key, bool anyName)
 {
     auto request = Route("POST", "/apps");
     AddKey(&request, key);
-    SetJsonBody(&request, {{QStringLiteral("name"), name}, {QStringLiteral("kind"), kind}});
+    QJsonObject body{{QStringLiteral("name"), name}, {QStringLiteral("kind"), kind}};
+    if (anyName)
+        body.insert(QStringLiteral("anyName"), true);
+    SetJsonBody(&request, body);
     return request;
 }
 
@@ -180,6 +194,49 @@ WbHttpRequest ServiceRoutes::RenameApp(const QString& appId, const QString& name
     auto request = Route("PATCH", "/apps/" + Escaped(appId));
     AddKey(&request, key);
     SetJsonBody(&request, {{QStringLiteral("name"), name}});
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::SetTags(const QString& appId, const QStringList& tags, const QByteArray& key)
+{
+    auto request = Route("PATCH", "/apps/" + Escaped(appId));
+    AddKey(&request, key);
+    SetJsonBody(&request, {{QStringLiteral("tags"), QJsonArray::fromStringList(tags)}});
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::CopyApp(const QString& appId, const QByteArray& key)
+{
+    auto request = Route("POST", "/apps/" + Escaped(appId) + "/copies");
+    AddKey(&request, key);
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::DeleteApp(const QString& appId, const QByteArray& key)
+{
+    auto request = Route("DELETE", "/apps/" + Escaped(appId));
+    request.expectation.json = false;
+    AddKey(&request, key);
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::DeletedApps()
+{
+    return Route("GET", "/deleted-apps");
+}
+
+WbHttpRequest ServiceRoutes::RestoreApp(const QString& appId, const QByteArray& key)
+{
+    auto request = Route("POST", "/deleted-apps/" + Escaped(appId) + "/restore");
+    AddKey(&request, key);
+    return request;
+}
+
+WbHttpRequest ServiceRoutes::PurgeApp(const QString& appId, const QByteArray& key)
+{
+    auto request = Route("DELETE", "/deleted-apps/" + Escaped(appId));
+    request.expectation.json = false;
+    AddKey(&request, key);
     return request;
 }
 

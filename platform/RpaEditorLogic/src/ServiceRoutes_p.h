@@ -22,6 +22,8 @@ bool IsValidId(const QString& id);
 
 WbHttpRequest ListVersions(const QString& appId);
 WbHttpRequest CreateVersion(const QString& appId, const VersionContent& content, const QByteArray& key);
+WbHttpRequest CreateVersion(const QString& appId, const VersionServiceContent& content,
+                            const QByteArray& key);
 // A revision of 0 is not sent.
 WbHttpRequest OverwriteVersion(const QString& versionId, const VersionContent& content, int revision,
                                const QByteArray& key);
@@ -34,8 +36,15 @@ WbHttpRequest CurrentSession();
 WbHttpRequest SignOut(const QByteArray& key);
 WbHttpRequest ListApps(const QString& nameFilter);
 WbHttpRequest GetApp(const QString& appId);
-WbHttpRequest CreateApp(const QString& name, int kind, const QByteArray& key);
+// anyName: under the next free name when that one is taken.
+WbHttpRequest CreateApp(const QString& name, int kind, const QByteArray& key, bool anyName = false);
 WbHttpRequest RenameApp(const QString& appId, const QString& name, const QByteArray& key);
+WbHttpRequest SetTags(const QString& appId, const QStringList& tags, const QByteArray& key);
+WbHttpRequest CopyApp(const QString& appId, const QByteArray& key);
+WbHttpRequest DeleteApp(const QString& appId, const QByteArray& key);
+WbHttpRequest DeletedApps();
+WbHttpRequest RestoreApp(const QString& appId, const QByteArray& key);
+WbHttpRequest PurgeApp(const QString& appId, const QByteArray& key);
 
 WbHttpRequest OnlineApps();
 WbHttpRequest GrayApps();

@@ -87,7 +87,7 @@ std::optional<QVector<VersionServiceVersion>> Versions(const WbHttpAnswer& answe
     for (const ServiceAnswers::VersionRecord& record : *records) {
         const RpaAppSnapshot& snapshot = *record.snapshot;
         versions.append({snapshot.GetId(), snapshot.GetName(), snapshot.GetState(), record.revision,
-                         record.sha256, snapshot.GetPin()});
+                         record.sha256, snapshot.GetPin(), snapshot.GetDesc(), snapshot.GetApiVersion()});
     }
     return versions;
 }
@@ -147,6 +147,67 @@ void VersionServiceClient::RenameApp(const QString& appId, const QString& name, 
 {
     d->Send<VersionServiceApp>(ServiceRoutes::RenameApp(appId, name, ServiceRoutes::NewKey()), context,
                                callback, App);
+}
+
+void VersionServiceClient::CreateAppUnderFreeName(const QString& name, int kind, QObject* context,
+                                                  const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::CreateApp(name, kind, ServiceRoutes::NewKey(), true), context,
+                               callback, App);
+}
+
+void VersionServiceClient::SetTags(const QString& appId, const QStringList& tags, QObject* context,
+                                   const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::SetTags(appId, tags, ServiceRoutes::NewKey()), context,
+                               callback, App);
+}
+
+void VersionServiceClient::CopyApp(const QString& appId, QObject* context,
+                                   const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::CopyApp(appId, ServiceRoutes::NewKey()), context, callback,
+                               App);
+}
+
+void VersionServiceClient::DeleteApp(const QString& appId, QObject* context,
+                                     const Callback<VersionServiceNothing>& callback)
+{
+    d->Send<VersionServiceNothing>(ServiceRoutes::DeleteApp(appId, ServiceRoutes::NewKey()), context,
+                                   callback, Nothing);
+}
+
+void VersionServiceClient::ListDeletedApps(QObject* context,
+                                           const Callback<QVector<VersionServiceDeletedApp>>& callback)
+{
+    d->Send<QVector<VersionServiceDeletedApp>>(ServiceRoutes::DeletedApps(), context, callback,
+                                               ReadBody(AccountAnswers::ReadDeletedApps));
+}
+
+void VersionServiceClient::RestoreApp(const QString& appId, QObject* context,
+                                      const Callback<VersionServiceApp>& callback)
+{
+    d->Send<VersionServiceApp>(ServiceRoutes::RestoreApp(appId, ServiceRoutes::NewKey()), context, callback,
+                               App);
+}
+
+void VersionServiceClient::PurgeApp(const QString& appId, QObject* context,
+                                    const Callback<VersionServiceNothing>& callback)
+{
+    d->Send<VersionServiceNothing>(ServiceRoutes::PurgeApp(appId, ServiceRoutes::NewKey()), context, callback,
+                                   Nothing);
+}
+
+void VersionServiceClient::CreateVersion(const QString& appId, const VersionServiceContent& content,
+                                         QObject* context, const Callback<VersionServiceNothing>& callback)
+{
+    // Saved is what the server confirms by the digest of what was sent.
+    d->Send<VersionServiceNothing>(ServiceRoutes::CreateVersion(appId, content, ServiceRoutes::NewKey()),
+                                   context, callback, [](const WbHttpAnswer& answer) {
+                                       return ServiceAnswers::ReadSaved(answer)
+                                                  ? std::optional(VersionServiceNothing())
+                                                  : std::nullopt;
+                                   });
 }
 
 void VersionServiceClient::ListVersions(const QString& appId, QObject* context,

@@ -44,6 +44,27 @@ public:
                    const Callback<VersionServiceApp>& callback);
     void RenameApp(const QString& appId, const QString& name, QObject* context,
                    const Callback<VersionServiceApp>& callback);
+    // Under the next free name ("name 2") when that one is taken.
+    void CreateAppUnderFreeName(const QString& name, int kind, QObject* context,
+                                const Callback<VersionServiceApp>& callback);
+    // At most 10 tags of 1–20 characters, each once.
+    void SetTags(const QString& appId, const QStringList& tags, QObject* context,
+                 const Callback<VersionServiceApp>& callback);
+    // A new app with all versions of that one, in development, under the next free name.
+    void CopyApp(const QString& appId, QObject* context, const Callback<VersionServiceApp>& callback);
+
+    // Into the bin, for its creator and administrators.
+    void DeleteApp(const QString& appId, QObject* context, const Callback<VersionServiceNothing>& callback);
+    // What the account may restore, deleted last first.
+    void ListDeletedApps(QObject* context, const Callback<QVector<VersionServiceDeletedApp>>& callback);
+    // As it was; under the next free name when its own was taken meanwhile.
+    void RestoreApp(const QString& appId, QObject* context, const Callback<VersionServiceApp>& callback);
+    // Out of the bin for good.
+    void PurgeApp(const QString& appId, QObject* context, const Callback<VersionServiceNothing>& callback);
+
+    // Adds a develop version. Nobody's editor hears of it.
+    void CreateVersion(const QString& appId, const VersionServiceContent& content, QObject* context,
+                       const Callback<VersionServiceNothing>& callback);
 
     // The versions of an app that the account may edit, newest first.
     void ListVersions(const QString& appId, QObject* context,

@@ -32,8 +32,28 @@ struct VersionServiceApp
     QString creatorPin;
     QString creatorName;
     QString oxsAppKey;
-    QDateTime createdAt; // UTC
-    QDateTime changedAt; // UTC
+    QDateTime createdAt;  // UTC
+    QDateTime changedAt;  // UTC
+    QString changedByPin; // who named it or saved a version of it last
+    QString changedByName;
+    QStringList tags;
+    int state = 1; // what users have: 3 an online version, else 2 a gray one, else 1
+};
+
+// An app in the bin.
+struct VersionServiceDeletedApp
+{
+    VersionServiceApp app;
+    QDateTime deletedAt; // UTC
+};
+
+// A version as it is handed over whole.
+struct VersionServiceContent
+{
+    QString name; // 1–20 characters
+    QString description;
+    QString apiVersion;
+    QByteArray data; // app data, kept byte for byte
 };
 
 // A version as its app's list shows it.
@@ -45,6 +65,8 @@ struct VersionServiceVersion
     int revision = 0;
     QByteArray sha256; // of its app data, lower-case hex
     QString pin;       // who saved it last
+    QString description = {};
+    QString apiVersion = {};
 };
 
 // What a user may run: the newest online or gray version of an app.
