@@ -79,16 +79,6 @@ bool LivingWorkstation::CreateApp(const QString& name)
     modals.Then([](QWidget*) { Key(Qt::Key_Escape); }); // begins empty, from no template
     Key(Qt::Key_N, Qt::ControlModifier);
     Window()->activateWindow(); // which a window manager does by itself
-    const auto chosen = [&name] {
-        const auto* cards = ShownAs<QListView>("listApps");
-        return cards && cards->hasFocus() && cards->currentIndex().data().toString() == name;
-    };
-    if (!Until([chosen] { return Shown("EditorPage") || chosen(); })) {
-        return false;
-    }
-    if (!Shown("EditorPage")) {
-        Key(Qt::Key_Return);
-    }
     return Until([&modals] { return modals.GetPendingCount() == 0 && Shown("editorWidget"); });
 }
 

@@ -1,4 +1,6 @@
 #include "AppListModel.h"
+#include "OpenedApps.h"
+#include "TestFolder.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -34,7 +36,9 @@ private slots:
     void tellsOwnAppsFromThoseOfOthers();
     void writesTheLastChangeInTheLanguageOfDates();
     void readsAloudWhatTheCardShows();
+    void tellsStateTagsAndWhoChangedAnApp();
     void answersNothingOutsideTheList();
+    void sortsByWhenAnAccountOpenedAnApp();
 };
 
 void tst_AppListModel::showsTheAppsInTheGivenOrder()
@@ -84,6 +88,53 @@ void tst_AppListModel::readsAloudWhatTheCardShows()
     const QString text = model.index(1).data(Qt::AccessibleTextRole).toString();
 
     QCOMPARE(text, QStringLiteral("对账，编程流程，创建者other，修改于2026年3月5日 14:07"));
+}
+
+void tst_AppListModel::tellsStateTagsAndWhoChangedAnApp()
+{
+    AppListModel model;
+    model.SetDateLanguage(DateLanguage::Chinese);
+    QVector<AppRecord> apps = TwoApps();
+    apps[0].state = 3;
+    apps[0].changedByName = QStringLiteral("李四");
+    apps[0].tags = QStringList{QStringLiteral("财务"), QStringLiteral("月结")};
+    apps[1].state = 2;
+    apps[1].tags = QStringList{QStringLiteral("月结")};
+    model.SetApps(apps);
+
+    QCOMPARE(model.index(0).data(AppListModel::StateNameRole).toString(), QStringLiteral("已上线"));
+    QCOMPARE(model.index(1).data(AppListModel::StateNameRole).toString(), QStringLiteral("灰度中"));
+    QCOMPARE(model.index(0).data(AppListModel::ChangedByRole).toString(), QStringLiteral("李四"));
+    QCOMPARE(
+        model.index(0).data(Qt::AccessibleTextRole).toString(),
+        QStringLiteral("开票，可视化流程，已上线，标签财务、月结，创建者我，李四修改于2026年3月5日 14:07"));
+    QCOMPARE(model.GetTags().size(), 2);
+}
+
+void tst_AppListModel::sortsByWhenAnAccountOpenedAnApp()
+{
+    const TestFolder folder;
+    const QString file = folder.filePath(QStringLiteral("opened.json"));
+    const auto at = [](int seconds) { return QDateTime::fromSecsSinceEpoch(1000 + seconds); };
+    const QString me = QStringLiteral("me");
+    const auto order = [&](const QString& account) {
+        QStringList ids;
+        const QString none;
+        for (const AppRecord& app : OpenedApps(file).Sorted(
+                 account, {App(QStringLiteral("a"), none, 0, me), App(QStringLiteral("b"), none, 0, me),
+                           App(QStringLiteral("c"), none, 0, me), App(QStringLiteral("d"), none, 0, me)}))
+            ids << app.id;
+        return ids.join(QString());
+    };
+    QCOMPARE(order(me), QStringLiteral("abcd"));
+
+    OpenedApps(file).Note(me, QStringLiteral("d"), at(1));
+    OpenedApps(file).Note(me, QStringLiteral("b"), at(2));
+
+    QCOMPARE(order(me), QStringLiteral("bdac"));
+    QCOMPARE(order(QStringLiteral("other")), QStringLiteral("abcd"));
+    OpenedApps(file).Note(me, QStringLiteral("d"), at(3));
+    QCOMPARE(order(me), QStringLiteral("dbac"));
 }
 
 void tst_AppListModel::answersNothingOutsideTheList()

@@ -39,10 +39,16 @@ private slots:
     void listGetsTheKeysOnceItsAppsAreThere();
     void listRenamesTheCurrentAppOnF2();
     void listFindsAppsByAPartOfTheirName();
+    void listFindsAppsByATag_data();
+    void listFindsAppsByATag();
+    void listOffersItsTags();
+    void listFitsTheSmallestWindow();
     void listSaysWhenNothingIsFound();
     void listOffersToCreateTheFirstApp();
     void listShowsWhyItCouldNotBeReadAndTriesAgain();
     void listRenamesByTheMenuOfACard();
+    void listDoesEveryActWithTheCurrentApp_data();
+    void listDoesEveryActWithTheCurrentApp();
     void listIsTakenAwayWhileTheMenuOfACardIsOpen();
 
 private:
@@ -138,6 +144,108 @@ void tst_AppListPage::listFindsAppsByAPartOfTheirName()
     const QAbstractItemModel* shown = Child<QListView>(page, "listApps")->model();
     QCOMPARE(shown->rowCount(), 1);
     QCOMPARE(shown->index(0, 0).data().toString(), QStringLiteral("Invoice 汇总"));
+}
+
+void tst_AppListPage::listFindsAppsByATag_data()
+{
+    QTest::addColumn<QString>("searched");
+    QTest::addColumn<QString>("found");
+    QTest::newRow("a part of a tag") << QStringLiteral("务") << QStringLiteral("ab");
+    QTest::newRow("a whole tag") << QStringLiteral("#财务") << QStringLiteral("a");
+    QTest::newRow("a tag of another case") << QStringLiteral("# OPS") << QStringLiteral("b");
+    QTest::newRow("a tag that nobody has") << QStringLiteral("#财") << QString();
+    QTest::newRow("no tag yet") << QStringLiteral("#") << QStringLiteral("ab");
+}
+
+void tst_AppListPage::listFindsAppsByATag()
+{
+    QFETCH(QString, searched);
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    QVector<AppRecord> apps{App(QStringLiteral("a"), QStringLiteral("甲")),
+                            App(QStringLiteral("b"), QStringLiteral("乙"))};
+    apps[0].tags = QStringList{QStringLiteral("财务")};
+    apps[1].tags = QStringList{QStringLiteral("财务处"), QStringLiteral("ops")};
+    model.SetApps(apps);
+    page.ShowApps();
+
+    Child<QLineEdit>(page, "editSearch")->setText(searched);
+
+    const QAbstractItemModel* shown = Child<QListView>(page, "listApps")->model();
+    QString found;
+    for (int row = 0; row < shown->rowCount(); ++row)
+        found += shown->index(row, 0).data(AppListModel::IdRole).toString();
+    QTEST(found, "found");
+}
+
+void tst_AppListPage::listOffersItsTags()
+{
+    AppListModel model;
+    AppListPage page(&model);
+    page.resize(1200, 600);
+    page.show();
+    QVector<AppRecord> apps{App(QStringLiteral("a"), QStringLiteral("甲")),
+                            App(QStringLiteral("b"), QStringLiteral("乙"))};
+    apps[1].tags = QStringList{QStringLiteral("月结")};
+    model.SetApps(apps);
+    page.ShowApps();
+    auto* menu = page.findChild<QMenu*>(QStringLiteral("menuMore"));
+    Press(page, "buttonMore");
+    QVERIFY(menu->isVisible());
+
+    for (QAction* action : menu->actions()) {
+        if (action->text() == QStringLiteral("#月结"))
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+    }
+
+    QCOMPARE(Child<QLineEdit>(page, "editSearch")->text(), QStringLiteral("#月结"));
+    QCOMPARE(Child<QListView>(page, "listApps")->model()->rowCount(), 1);
+}
+
+void tst_AppListPage::listDoesEveryActWithTheCurrentApp_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QByteArray>("signal");
+    QTest::newRow("copy") << int(Qt::CTRL + Qt::Key_D) << QByteArray("SigCopy(AppRecord)");
+    QTest::newRow("tags") << int(Qt::CTRL + Qt::Key_T) << QByteArray("SigTags(AppRecord)");
+    QTest::newRow("export") << int(Qt::CTRL + Qt::Key_E) << QByteArray("SigExport(AppRecord)");
+    QTest::newRow("delete") << int(Qt::Key_Delete) << QByteArray("SigDelete(AppRecord)");
+    QTest::newRow("import") << int(Qt::CTRL + Qt::Key_I) << QByteArray("SigImport()");
+    QTest::newRow("bin") << int(Qt::CTRL + Qt::SHIFT + Qt::Key_Delete) << QByteArray("SigBin()");
+}
+
+void tst_AppListPage::listDoesEveryActWithTheCurrentApp()
+{
+    QFETCH(int, key);
+    QFETCH(QByteArray, signal);
+    AppListModel model;
+    AppListPage page(&model);
+    page.show();
+    QVERIFY(QTest::qWaitForWindowActive(&page));
+    model.SetApps(
+        {App(QStringLiteral("a"), QStringLiteral("甲")), App(QStringLiteral("b"), QStringLiteral("乙"))});
+    page.ShowApps();
+    page.SelectApp(QStringLiteral("b"));
+    const QMetaObject& type = *page.metaObject();
+    QSignalSpy done(&page, type.method(type.indexOfSignal(signal.constData())));
+
+    QTest::keyClick(Child<QListView>(page, "listApps"), Qt::Key(key & ~Qt::KeyboardModifierMask),
+                    Qt::KeyboardModifiers(key & Qt::KeyboardModifierMask));
+
+    QCOMPARE(done.size(), 1);
+    if (!done.first().isEmpty())
+        QCOMPARE(done.first().first().value<AppRecord>().id, QStringLiteral("b"));
+}
+
+void tst_AppListPage::listFitsTheSmallestWindow()
+{
+    constexpr int smallestWindow = 960;
+    AppListModel model;
+    AppListPage page(&model);
+
+    QVERIFY2(page.minimumSizeHint().width() <= smallestWindow,
+             qPrintable(QString::number(page.minimumSizeHint().width())));
 }
 
 void tst_AppListPage::listSaysWhenNothingIsFound()

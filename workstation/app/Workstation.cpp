@@ -1,6 +1,7 @@
 #include "Workstation.h"
 
 #include "AboutDialog.h"
+#include "AppBin.h"
 #include "AppDesk.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
@@ -142,7 +143,8 @@ void Workstation::CreateParts()
     window->OfferEditing(editorPage);
     keyboard = std::make_unique<Keyboard>(window.get(), editorPage, runPage);
 
-    desk = std::make_unique<AppDesk>(apps.get(), listPage);
+    desk = std::make_unique<AppDesk>(apps.get(), listPage, paths.openedAppsFile);
+    bin = std::make_unique<AppBin>();
     samples = std::make_unique<SampleInstaller>();
     templates = std::make_unique<TemplateKeeper>(
         QStringList{paths.visualTemplateDir, paths.programTemplateDir}, paths.dataDir);
@@ -174,6 +176,7 @@ void Workstation::ConnectSession()
             [] { WbToast::Show(QStringLiteral("版本服务意外停止，正在重新启动"), ToastWarning); });
     connect(s, &Session::SigSignedIn, this, [this](const QString& name) {
         apps->SetAccount(session->GetPin());
+        desk->SetAccount(session->GetPin());
         if (!session->IsEmbedded()) {
             settings.SetLastAccount(session->GetPin());
         }
@@ -214,14 +217,7 @@ void Workstation::ConnectPages()
     connect(signInPage, &SignInPage::SigRetry, session.get(), &Session::Retry);
     connect(signInPage, &SignInPage::SigSettings, this, &Workstation::ShowSettings);
 
-    connect(listPage, &AppListPage::SigRefresh, desk.get(), &AppDesk::Refresh);
-    connect(listPage, &AppListPage::SigCreate, desk.get(), &AppDesk::Create);
-    connect(listPage, &AppListPage::SigRename, desk.get(), &AppDesk::Rename);
-    connect(listPage, &AppListPage::SigOpen, this, [this](const AppRecord& app) {
-        if (!editorPage->IsOpen() && window->CurrentPage() == listPage) {
-            drafts->Offer(app);
-        }
-    });
+    ConnectApps();
 
     connect(settingsPage, &SettingsPage::SigSwitchAccount, this, &Workstation::SwitchAccount);
     connect(settingsPage, &SettingsPage::SigUseServer, this, &Workstation::UseServer);

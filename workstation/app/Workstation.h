@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class AppBin;
 class AppDesk;
 class AppListModel;
 class AppListPage;
@@ -68,6 +69,7 @@ private:
     void CreateParts();
     void ConnectSession();
     void ConnectPages();
+    void ConnectApps();
     void ConnectServices();
     void ConnectPackages();
 
@@ -118,6 +120,7 @@ private:
     SettingsPage* settingsPage = nullptr;
     QWidget* pageBeforeSettings = nullptr;
     std::unique_ptr<AppDesk> desk;
+    std::unique_ptr<AppBin> bin;
     std::unique_ptr<ReleasedDesk> onlineDesk;
     std::unique_ptr<ReleasedDesk> grayDesk;
     std::unique_ptr<ReleaseDesk> releases;

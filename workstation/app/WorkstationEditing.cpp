@@ -107,6 +107,7 @@ void Workstation::OpenEditor(const AppRecord& app)
     // Before the editor: it hands over the app's list while it opens.
     RpaPackageModule::Instance()->GetBuiltIn()->SetApp(app.id);
     drafts->Open(app);
+    desk->NoteOpened(app.id);
     editorPage->Open(app);
 }
 

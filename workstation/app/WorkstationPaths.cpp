@@ -19,6 +19,7 @@ WorkstationPaths Tree(const QString& dataDir, const QString& settingsFile)
     paths.programTemplateDir = dataDir + QStringLiteral("/templates/program");
     paths.packageDir = dataDir + QStringLiteral("/packages");
     paths.wheelDir = dataDir + QStringLiteral("/wheels");
+    paths.openedAppsFile = dataDir + QStringLiteral("/opened-apps.json");
     paths.draftDir = dataDir + QStringLiteral("/drafts");
 #ifdef Q_OS_WIN
     const QString program = QStringLiteral("/rpa-version-server.exe");

@@ -13,6 +13,7 @@ struct WorkstationPaths
     QString programTemplateDir; // templates of program apps
     QString packageDir;         // Python packages of the apps
     QString wheelDir;           // wheels put here by hand are installed without a network
+    QString openedAppsFile;     // which apps were opened when
     QString draftDir;           // unsaved work; made by the journal
     QString serverProgram;      // rpa-version-server
 

@@ -10,6 +10,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace
 {
 int Px(int length)
@@ -69,6 +71,64 @@ void PaintLine(QPainter* painter, const QRect& line, const QFont& font, const QC
                       QFontMetrics(font).elidedText(text, Qt::ElideRight, line.width()));
 }
 
+QColor StateColor(int state)
+{
+    return Color(state == 3   ? WbColor::SuccessText
+                 : state == 2 ? WbColor::WarningText
+                              : WbColor::TextSecondary);
+}
+
+// Kind, and what users have of the app.
+void PaintKindLine(QPainter* painter, const QRect& line, const QFont& font, const QModelIndex& index)
+{
+    const QString kind = index.data(AppListModel::KindNameRole).toString();
+    const QString state = index.data(AppListModel::StateNameRole).toString();
+    PaintLine(painter, line, font, Color(WbColor::TextSecondary), kind);
+    if (!state.isEmpty()) {
+        const int left = line.left() + QFontMetrics(font).horizontalAdvance(kind) + Px(8);
+        PaintLine(painter, QRect(left, line.top(), line.right() - left, line.height()), font,
+                  StateColor(index.data(AppListModel::StateRole).toInt()), QStringLiteral("· ") + state);
+    }
+}
+
+// As many tags as fit; the rest as a number.
+void PaintTags(QPainter* painter, const QRect& line, const QFont& font, const QStringList& tags)
+{
+    const QFontMetrics metrics(font);
+    int left = line.left();
+    for (int i = 0; i < tags.size(); ++i) {
+        const bool isLast = i == tags.size() - 1;
+        const int width = metrics.horizontalAdvance(tags.at(i)) + Px(12);
+        const int rest = isLast ? 0 : metrics.horizontalAdvance(QStringLiteral("+99")) + Px(4);
+        if (left + width + rest > line.right()) {
+            PaintLine(painter, QRect(left, line.top(), line.right() - left, line.height()), font,
+                      Color(WbColor::TextSecondary), QStringLiteral("+%1").arg(tags.size() - i));
+            return;
+        }
+        const QRect chip(left, line.top() + Px(1), width, line.height() - Px(2));
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(Color(WbColor::AccentSoft));
+        painter->drawRoundedRect(chip, Px(4), Px(4));
+        PaintLine(painter, chip.adjusted(Px(6), 0, 0, 0), font, Color(WbColor::AccentText), tags.at(i));
+        left += width + Px(6);
+    }
+}
+
+// A long name gives way to the time.
+void PaintChange(QPainter* painter, const QRect& line, const QFont& font, const QString& who,
+                 const QString& when)
+{
+    const QFontMetrics metrics(font);
+    const int whenWidth = metrics.horizontalAdvance(when) + Px(2);
+    const int whoWidth =
+        who.isEmpty() ? 0
+                      : qBound(0, line.width() - whenWidth - Px(6), metrics.horizontalAdvance(who) + Px(2));
+    const QColor color = Color(WbColor::TextSecondary);
+    PaintLine(painter, QRect(line.left(), line.top(), whoWidth, line.height()), font, color, who);
+    const int left = line.left() + whoWidth + (whoWidth > 0 ? Px(6) : 0);
+    PaintLine(painter, QRect(left, line.top(), line.right() - left + 1, line.height()), font, color, when);
+}
+
 void PaintTexts(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index,
                 const QRect& card, const QString& timeCaption)
 {
@@ -82,15 +142,20 @@ void PaintTexts(QPainter* painter, const QStyleOptionViewItem& option, const QMo
     nameFont.setPointSizeF(nameFont.pointSizeF() * 1.1);
     PaintLine(painter, QRect(left, card.top() + Px(14), width - Px(20), Px(24)), nameFont, strong,
               index.data(Qt::DisplayRole).toString());
-    PaintLine(painter, QRect(left, card.top() + Px(40), width, Px(20)), option.font, weak,
-              index.data(AppListModel::KindNameRole).toString());
+    PaintKindLine(painter, QRect(left, card.top() + Px(40), width, Px(20)), option.font, index);
     const QString creator =
         index.data(AppListModel::OwnRole).toBool()
             ? QStringLiteral("我创建的")
             : QStringLiteral("创建者：") + index.data(AppListModel::CreatorNameRole).toString();
-    PaintLine(painter, QRect(left, card.top() + Px(66), width, Px(20)), option.font, weak, creator);
-    PaintLine(painter, QRect(left, card.top() + Px(88), width, Px(20)), option.font, weak,
-              timeCaption + index.data(AppListModel::ChangedRole).toString());
+    // Below the mark there is room on its side, too.
+    const QRect who(card.left() + Px(16), card.top() + Px(68), card.width() - Px(32), Px(20));
+    PaintLine(painter, who, option.font, weak, creator);
+    const int creatorWidth = std::min(QFontMetrics(option.font).horizontalAdvance(creator), who.width());
+    PaintTags(painter, who.adjusted(creatorWidth + Px(8), 0, 0, 0), option.font,
+              index.data(AppListModel::TagsRole).toStringList());
+    PaintChange(painter, who.translated(0, Px(24)), option.font,
+                index.data(AppListModel::ChangedByRole).toString(),
+                timeCaption + index.data(AppListModel::ChangedRole).toString());
 }
 } // namespace
 
@@ -104,7 +169,7 @@ void AppCardDelegate::SetReadOnly(const QString& caption)
 
 QSize AppCardDelegate::CardSize()
 {
-    return QSize(Px(302), Px(134));
+    return QSize(Px(296), Px(134)); // three beside each other in the smallest window
 }
 
 QRect AppCardDelegate::MenuRect(const QRect& item)

@@ -2,8 +2,8 @@
 
 #include <QStyledItemDelegate>
 
-// Draws an app as a card: its kind, name, creator and last change. The card's menu mark stands in its upper
-// right corner and is announced apart from the card itself.
+// Draws an app as a card: its kind and state, name, creator and tags, and who changed it when. The card's
+// menu mark stands in its upper right corner and is announced apart from the card itself.
 class AppCardDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -31,6 +31,6 @@ signals:
     void SigMenu(const QModelIndex& index, const QPoint& globalPos);
 
 private:
-    QString timeCaption = QStringLiteral("修改于 ");
+    QString timeCaption = QStringLiteral("修改于 "); // after who changed it
     bool hasMenu = true;
 };

@@ -1,6 +1,7 @@
 #include "AppCards.h"
 
 #include "AppCardDelegate.h"
+#include "AppFilter.h"
 
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbIconPicture.h>
@@ -8,15 +9,22 @@
 
 #include <QBoxLayout>
 #include <QListView>
-#include <QSortFilterProxyModel>
 #include <QStackedWidget>
 
+namespace
+{
+QString NothingFound(const QString& searched)
+{
+    return AppFilter::IsTag(searched) ? QStringLiteral("没有应用有标签“%1”").arg(searched.mid(1).trimmed())
+                                      : QStringLiteral("没有找到名称包含“%1”的应用").arg(searched);
+}
+} // namespace
+
 AppCards::AppCards(const QString& listName, QAbstractItemModel* model, QWidget* parent)
-    : QWidget(parent), filter(new QSortFilterProxyModel(this)), status(new RequestStatusBaseWidget(this)),
+    : QWidget(parent), filter(new AppFilter(this)), status(new RequestStatusBaseWidget(this)),
       content(new QStackedWidget(this))
 {
     filter->setSourceModel(model);
-    filter->setFilterCaseSensitivity(Qt::CaseInsensitive);
     status->setObjectName(QStringLiteral("statusApps"));
     content->setObjectName(QStringLiteral("stackApps"));
     list = CreateList(listName);
@@ -96,7 +104,7 @@ void AppCards::ShowLoaded()
 void AppCards::Search(const QString& text)
 {
     searched = text;
-    filter->setFilterFixedString(text);
+    filter->SetWanted(text);
     ShowContent();
 }
 
@@ -136,7 +144,7 @@ int AppCards::GetCurrentRow() const
 void AppCards::ShowContent()
 {
     const bool noApps = filter->sourceModel()->rowCount() == 0;
-    labelEmpty->setText(noApps ? emptyTitle : QStringLiteral("没有找到名称包含“%1”的应用").arg(searched));
+    labelEmpty->setText(noApps ? emptyTitle : NothingFound(searched));
     labelEmptyHint->setText(noApps ? emptyHint : QStringLiteral("换一个词再试"));
     if (emptyOffer) {
         emptyOffer->setVisible(noApps);

@@ -3,10 +3,10 @@
 #include <QWidget>
 
 class AppCardDelegate;
+class AppFilter;
 class QAbstractItemModel;
 class QListView;
 class QModelIndex;
-class QSortFilterProxyModel;
 class QStackedWidget;
 class RequestStatusBaseWidget;
 class WbLabel;
@@ -28,7 +28,7 @@ public:
     void ShowFailed(const QString& reason);
     void ShowLoaded();
 
-    // Shows the apps whose names contain the text.
+    // Shows the apps whose names or tags contain the text, or, when it begins with #, that have this tag.
     void Search(const QString& text);
     // What stands where there are no apps at all; offer is a widget of the caller's below it, or null.
     void SetEmptyState(const QString& title, const QString& hint, QWidget* offer = nullptr);
@@ -47,7 +47,7 @@ private:
     QWidget* CreateEmptyState();
     void ShowContent();
 
-    QSortFilterProxyModel* const filter;
+    AppFilter* const filter;
     RequestStatusBaseWidget* const status;
     QStackedWidget* const content;
     QListView* list = nullptr;

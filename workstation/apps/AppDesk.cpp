@@ -3,10 +3,14 @@
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "AppNameDialog.h"
+#include "AppTagsDialog.h"
 
 #include <RpaEditorLogic/VersionServiceClient.h>
+#include <WbBaseUI/WbToast.h>
 
 #include <QPointer>
+
+#include <utility>
 
 namespace
 {
@@ -20,12 +24,16 @@ AppRecord RecordOf(const VersionServiceApp& app)
     record.creatorName = app.creatorName;
     record.oxsAppKey = app.oxsAppKey;
     record.changedAt = app.changedAt;
+    record.changedByName = app.changedByName.isEmpty() ? app.changedByPin : app.changedByName;
+    record.state = app.state;
+    record.tags = app.tags;
     return record;
 }
 } // namespace
 
-AppDesk::AppDesk(AppListModel* apps, AppListPage* listPage, QObject* parent)
-    : QObject(parent), model(apps), page(listPage), client(std::make_unique<VersionServiceClient>())
+AppDesk::AppDesk(AppListModel* apps, AppListPage* listPage, const QString& openedFile, QObject* parent)
+    : QObject(parent), model(apps), page(listPage), client(std::make_unique<VersionServiceClient>()),
+      opened(openedFile)
 {
 }
 
@@ -51,7 +59,7 @@ void AppDesk::Refresh()
                          for (const VersionServiceApp& app : result.value) {
                              records << RecordOf(app);
                          }
-                         model->SetApps(records);
+                         model->SetApps(opened.Sorted(account, records));
                          page->ShowApps();
                          page->SelectApp(std::exchange(selectNext, QString()));
                      });
@@ -70,17 +78,31 @@ void AppDesk::Forget()
     model->SetApps({});
 }
 
+void AppDesk::NoteOpened(const QString& appId)
+{
+    opened.Note(account, appId, QDateTime::currentDateTimeUtc());
+}
+
 void AppDesk::Create(int kind)
 {
+    created = AppRecord();
+    const QPointer<AppDesk> guard(this);
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Create, page);
     dialog->SetKind(kind);
     connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog] {
         client->CreateApp(dialog->GetName(), dialog->GetKind(), dialog,
                           [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
                               ShowOutcome(dialog, result.success, result.errorDesc, result.value);
+                              if (result.success) {
+                                  created = RecordOf(result.value);
+                              }
                           });
     });
     Ask(dialog);
+    // Not within the answer: an editor opens, and this dialog is modal until it has gone.
+    if (guard && !created.id.isEmpty()) {
+        emit SigCreated(std::exchange(created, AppRecord()));
+    }
 }
 
 void AppDesk::Rename(const AppRecord& app)
@@ -96,10 +118,39 @@ void AppDesk::Rename(const AppRecord& app)
     Ask(dialog);
 }
 
-// The page takes the dialog along when the workstation closes; nothing of either is touched after that.
-void AppDesk::Ask(AppNameDialog* dialog)
+void AppDesk::EditTags(const AppRecord& app)
 {
-    const QPointer<AppNameDialog> guard(dialog);
+    auto* dialog = new AppTagsDialog(app, model->GetTags(), page);
+    connect(dialog, &AppTagsDialog::SigConfirmed, this, [this, dialog, app] {
+        client->SetTags(app.id, dialog->GetTags(), dialog,
+                        [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                            if (!result.success) {
+                                dialog->ShowProblem(result.errorDesc);
+                                return;
+                            }
+                            dialog->accept();
+                            RefreshAndSelect(result.value.id);
+                        });
+    });
+    Ask(dialog);
+}
+
+void AppDesk::Copy(const AppRecord& app)
+{
+    client->CopyApp(app.id, this, [this, app](const VersionServiceResult<VersionServiceApp>& result) {
+        if (!result.success) {
+            WbToast::Show(QStringLiteral("“%1”没有复制：%2").arg(app.name, result.errorDesc), ToastError);
+            return;
+        }
+        WbToast::Show(QStringLiteral("已复制为“%1”").arg(result.value.name), ToastSuccess);
+        RefreshAndSelect(result.value.id);
+    });
+}
+
+// The page takes the dialog along when the workstation closes; nothing of either is touched after that.
+void AppDesk::Ask(QDialog* dialog)
+{
+    const QPointer<QDialog> guard(dialog);
     dialog->exec();
     delete guard;
 }

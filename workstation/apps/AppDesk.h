@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AppRecord.h"
+#include "OpenedApps.h"
 
 #include <QObject>
 
@@ -9,6 +10,7 @@
 class AppListModel;
 class AppListPage;
 class AppNameDialog;
+class QDialog;
 class VersionServiceClient;
 struct VersionServiceApp;
 
@@ -18,8 +20,9 @@ class AppDesk : public QObject
     Q_OBJECT
 
 public:
-    // Neither is owned.
-    AppDesk(AppListModel* model, AppListPage* page, QObject* parent = nullptr);
+    // Neither model nor page is owned. openedFile: where is kept when each account opened which app.
+    AppDesk(AppListModel* model, AppListPage* page, const QString& openedFile = QString(),
+            QObject* parent = nullptr);
     ~AppDesk() override;
 
     void Refresh();
@@ -30,18 +33,32 @@ public:
     // Takes the list of the former account away.
     void Forget();
 
+    // Who works from now on; their apps are sorted by when they opened them last.
+    void SetAccount(const QString& pin) { account = pin; }
+    void NoteOpened(const QString& appId);
+
     // Each asks for a name in a modal dialog.
     void Create(int kind);
     void Rename(const AppRecord& app);
+    void EditTags(const AppRecord& app);
+
+    void Copy(const AppRecord& app);
+
+signals:
+    // An app was made that its author now wants to see.
+    void SigCreated(const AppRecord& app);
 
 private:
-    static void Ask(AppNameDialog* dialog);
+    static void Ask(QDialog* dialog);
     void ShowOutcome(AppNameDialog* dialog, bool success, const QString& problem,
                      const VersionServiceApp& app);
 
     AppListModel* const model;
     AppListPage* const page;
     const std::unique_ptr<VersionServiceClient> client;
+    OpenedApps opened;
+    QString account;
+    AppRecord created; // by the dialog that is asking; without id: none
     QString selectNext;
     quint64 lastRefresh = 0;
 };

@@ -2,6 +2,23 @@
 
 #include <algorithm>
 
+namespace
+{
+QString StateName(int state)
+{
+    switch (state) {
+    case 1:
+        return QStringLiteral("开发中");
+    case 2:
+        return QStringLiteral("灰度中");
+    case 3:
+        return QStringLiteral("已上线");
+    default:
+        return {};
+    }
+}
+} // namespace
+
 AppListModel::AppListModel(QObject* parent) : QAbstractListModel(parent) {}
 
 void AppListModel::SetApps(const QVector<AppRecord>& apps)
@@ -39,6 +56,17 @@ int AppListModel::RowOf(const QString& appId) const
     return found == records.end() ? -1 : int(found - records.begin());
 }
 
+QStringList AppListModel::GetTags() const
+{
+    QStringList all;
+    for (const AppRecord& app : records) {
+        all << app.tags;
+    }
+    all.removeDuplicates();
+    all.sort();
+    return all;
+}
+
 int AppListModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : records.size();
@@ -68,6 +96,14 @@ QVariant AppListModel::data(const QModelIndex& index, int role) const
         return app.creator == account;
     case ChangedRole:
         return DateText(app.changedAt, dateLanguage);
+    case ChangedByRole:
+        return app.changedByName;
+    case StateRole:
+        return app.state;
+    case StateNameRole:
+        return StateName(app.state);
+    case TagsRole:
+        return app.tags;
     default:
         return {};
     }
@@ -75,7 +111,14 @@ QVariant AppListModel::data(const QModelIndex& index, int role) const
 
 QString AppListModel::AccessibleText(const QModelIndex& row) const
 {
-    return QStringLiteral("%1，%2，创建者%3，修改于%4")
-        .arg(row.data().toString(), row.data(KindNameRole).toString(), row.data(CreatorNameRole).toString(),
-             row.data(ChangedRole).toString());
+    QStringList parts{row.data().toString(), row.data(KindNameRole).toString(),
+                      row.data(StateNameRole).toString()};
+    const QStringList tags = row.data(TagsRole).toStringList();
+    if (!tags.isEmpty()) {
+        parts << QStringLiteral("标签") + tags.join(QStringLiteral("、"));
+    }
+    parts << QStringLiteral("创建者") + row.data(CreatorNameRole).toString()
+          << row.data(ChangedByRole).toString() + QStringLiteral("修改于") + row.data(ChangedRole).toString();
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral("，"));
 }

@@ -19,6 +19,10 @@ public:
         CreatorNameRole,
         OwnRole,
         ChangedRole, // as text, in the language of dates
+        ChangedByRole,
+        StateRole,
+        StateNameRole, // empty when it is not told
+        TagsRole,
     };
 
     explicit AppListModel(QObject* parent = nullptr);
@@ -30,6 +34,9 @@ public:
     void SetAccount(const QString& pin);
 
     void SetDateLanguage(DateLanguage language);
+
+    // Of all apps, each once.
+    QStringList GetTags() const;
 
     // Default-constructed when the row is out of range.
     AppRecord AppAt(int row) const;

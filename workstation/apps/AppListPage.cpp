@@ -5,10 +5,13 @@
 #include "AppListModel.h"
 #include "AppPageHead.h"
 
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbToast.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QBoxLayout>
 #include <QListView>
@@ -16,6 +19,31 @@
 #include <QShortcut>
 
 #include <utility>
+
+namespace
+{
+// What is done with one app, besides opening it.
+struct CardAct
+{
+    const char* icon;
+    QString text;
+    QKeySequence key;
+    void (AppListPage::*signal)(const AppRecord& app);
+};
+
+const QVector<CardAct>& CardActs()
+{
+    static const QVector<CardAct> acts{
+        {"rename", QStringLiteral("重命名"), Qt::Key_F2, &AppListPage::SigRename},
+        {"copy", QStringLiteral("复制应用"), Qt::CTRL + Qt::Key_D, &AppListPage::SigCopy},
+        {"text", QStringLiteral("标签…"), Qt::CTRL + Qt::Key_T, &AppListPage::SigTags},
+        {"export", QStringLiteral("导出应用…"), Qt::CTRL + Qt::Key_E, &AppListPage::SigExport},
+        {"publish", QStringLiteral("发布管理…"), {}, &AppListPage::SigReleases},
+        {"delete", QStringLiteral("删除应用…"), Qt::Key_Delete, &AppListPage::SigDelete},
+    };
+    return acts;
+}
+} // namespace
 
 AppListPage::AppListPage(AppListModel* apps, QWidget* parent)
     : WbBaseWidget(parent), model(apps), head(new AppPageHead(AppTabs::Mine, this)),
@@ -28,6 +56,7 @@ AppListPage::AppListPage(AppListModel* apps, QWidget* parent)
     layout->addWidget(head);
     layout->addWidget(cards, 1);
     AddButtons();
+    AddMore();
     cards->SetEmptyState(QStringLiteral("还没有应用"), QStringLiteral("新建一个应用，从空白或模板开始"),
                          CreateOffer());
     CreateShortcuts();
@@ -90,19 +119,76 @@ void AppListPage::ConnectCards()
             });
 }
 
+// In the palette and among the keys, too.
 void AppListPage::CreateShortcuts()
 {
-    const auto add = [this](const QKeySequence& keys, auto act) {
-        auto* shortcut = new QShortcut(keys, this);
-        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, this, act);
+    auto* create = new QShortcut(QKeySequence::New, this);
+    create->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(create, &QShortcut::activated, this, [this] { emit SigCreate(AppKindVisual); });
+    for (const CardAct& act : CardActs()) {
+        auto* action = new QAction(act.text, this);
+        action->setShortcut(act.key);
+        // What takes something away needs the card itself to have the keys.
+        const bool isOfCard = act.key == QKeySequence(Qt::Key_Delete);
+        action->setShortcutContext(isOfCard ? Qt::WidgetShortcut : Qt::WidgetWithChildrenShortcut);
+        static_cast<QWidget*>(isOfCard ? cards->GetList() : static_cast<QWidget*>(this))->addAction(action);
+        connect(action, &QAction::triggered, this, [this, signal = act.signal] { ActOnCurrent(signal); });
+    }
+    const auto add = [this](const QString& text, int key, void (AppListPage::*signal)()) {
+        auto* action = new QAction(text, this);
+        action->setShortcut(key);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(action);
+        connect(action, &QAction::triggered, this, signal);
     };
-    add(QKeySequence::New, [this] { emit SigCreate(AppKindVisual); });
-    add(QKeySequence(Qt::Key_F2), [this] {
-        if (cards->GetCurrentRow() >= 0) {
-            emit SigRename(model->AppAt(cards->GetCurrentRow()));
-        }
-    });
+    add(QStringLiteral("导入应用…"), Qt::CTRL + Qt::Key_I, &AppListPage::SigImport);
+    add(QStringLiteral("回收站…"), Qt::CTRL + Qt::SHIFT + Qt::Key_Delete, &AppListPage::SigBin);
+}
+
+void AppListPage::ActOnCurrent(void (AppListPage::*act)(const AppRecord& app))
+{
+    const int row = cards->GetCurrentRow();
+    if (row >= 0) {
+        emit(this->*act)(model->AppAt(row));
+    } else {
+        WbToast::Show(QStringLiteral("请先选择一个应用"), ToastWarning);
+    }
+}
+
+void AppListPage::AddMore()
+{
+    auto* more = new WbPushButton(head, Wb::SecondaryButton);
+    more->setObjectName(QStringLiteral("buttonMore"));
+    more->setIcon(WbIcons::Get(QStringLiteral("more")));
+    more->setFixedWidth(DpiTool::ScaleDefault(40));
+    more->setAccessibleName(QStringLiteral("更多"));
+    more->setToolTip(QStringLiteral("更多：按标签查看、导入应用、回收站"));
+    auto* menu = new QMenu(more);
+    menu->setObjectName(QStringLiteral("menuMore"));
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { FillMore(menu); });
+    // Without the mark of a button with a menu, which has no room beside the icon.
+    connect(more, &QPushButton::clicked, menu,
+            [more, menu] { menu->popup(more->mapToGlobal(QPoint(0, more->height()))); });
+    head->AddButton(more);
+}
+
+void AppListPage::FillMore(QMenu* menu)
+{
+    menu->clear();
+    const QStringList tags = model->GetTags();
+    if (!tags.isEmpty()) {
+        menu->addAction(QStringLiteral("全部应用"), this, [this] { head->SetSearched(QString()); });
+    }
+    for (const QString& tag : tags) {
+        QString text = QLatin1Char('#') + tag;
+        menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")), this,
+                        [this, tag] { head->SetSearched(QLatin1Char('#') + tag); });
+    }
+    menu->addSeparator();
+    menu->addAction(WbIcons::Get(QStringLiteral("import")), QStringLiteral("导入应用…"), this,
+                    &AppListPage::SigImport);
+    menu->addAction(WbIcons::Get(QStringLiteral("delete")), QStringLiteral("回收站…"), this,
+                    &AppListPage::SigBin);
 }
 
 void AppListPage::ShowLoading()
@@ -155,13 +241,16 @@ void AppListPage::ShowCardMenu(const QModelIndex& index, const QPoint& globalPos
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(WbIcons::Get(QStringLiteral("open")), QStringLiteral("打开"), this,
                     [this, app] { emit SigOpen(app); });
-    menu->addAction(WbIcons::Get(QStringLiteral("rename")), QStringLiteral("重命名"), this,
-                    [this, app] { emit SigRename(app); });
-    menu->addAction(WbIcons::Get(QStringLiteral("publish")), QStringLiteral("发布管理…"), this,
-                    [this, app] { emit SigReleases(app); });
-    if (index.data(AppListModel::OwnRole).toBool()) {
-        menu->addAction(WbIcons::Get(QStringLiteral("share")), QStringLiteral("灰度邀请码…"), this,
-                        [this, app] { emit SigInvitations(app); });
+    const bool isOwn = index.data(AppListModel::OwnRole).toBool();
+    for (const CardAct& act : CardActs()) {
+        if (isOwn && act.signal == &AppListPage::SigDelete) {
+            menu->addAction(WbIcons::Get(QStringLiteral("share")), QStringLiteral("灰度邀请码…"), this,
+                            [this, app] { emit SigInvitations(app); });
+        }
+        auto* action = menu->addAction(WbIcons::Get(QLatin1String(act.icon)), act.text, this,
+                                       [this, app, signal = act.signal] { emit(this->*signal)(app); });
+        action->setShortcut(act.key);
+        action->setShortcutContext(Qt::WidgetShortcut);
     }
     menu->popup(globalPos);
 }

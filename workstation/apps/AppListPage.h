@@ -7,6 +7,7 @@
 class AppCards;
 class AppListModel;
 class AppPageHead;
+class QMenu;
 class QModelIndex;
 class WbPushButton;
 
@@ -36,6 +37,12 @@ signals:
     void SigTab(int tab);
     void SigInvitations(const AppRecord& app);
     void SigReleases(const AppRecord& app);
+    void SigCopy(const AppRecord& app);
+    void SigTags(const AppRecord& app);
+    void SigExport(const AppRecord& app);
+    void SigDelete(const AppRecord& app);
+    void SigImport();
+    void SigBin();
 
 private:
     WbPushButton* CreateButton(const char* name, int kind, QWidget* parent);
@@ -43,6 +50,9 @@ private:
     QWidget* CreateOffer();
     void ConnectCards();
     void CreateShortcuts();
+    void AddMore();
+    void FillMore(QMenu* menu);
+    void ActOnCurrent(void (AppListPage::*act)(const AppRecord& app));
     void SlotActivated(const QModelIndex& index);
     void SlotClicked(const QModelIndex& index);
     void ShowCardMenu(const QModelIndex& index, const QPoint& globalPos);

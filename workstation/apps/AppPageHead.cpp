@@ -25,7 +25,8 @@ AppPageHead::AppPageHead(AppTabs::Tab shown, QWidget* parent)
 {
     editSearch->setObjectName(QStringLiteral("editSearch"));
     editSearch->setAccessibleName(QStringLiteral("搜索应用"));
-    editSearch->setPlaceholderText(QStringLiteral("搜索应用名称"));
+    editSearch->setPlaceholderText(shown == AppTabs::Mine ? QStringLiteral("搜索名称或标签")
+                                                          : QStringLiteral("搜索应用名称"));
     editSearch->setToolTip(QStringLiteral("搜索应用（Ctrl+F）"));
     editSearch->setClearButtonEnabled(true);
     editSearch->addAction(WbIcons::Get(QStringLiteral("search")), QLineEdit::LeadingPosition);
@@ -58,6 +59,11 @@ void AppPageHead::AddButton(QWidget* button)
 QString AppPageHead::GetSearched() const
 {
     return editSearch->text().trimmed();
+}
+
+void AppPageHead::SetSearched(const QString& text)
+{
+    editSearch->setText(text);
 }
 
 bool AppPageHead::HasIdleFocus() const

@@ -21,6 +21,7 @@ public:
 
     // What is looked for, without blanks around it.
     QString GetSearched() const;
+    void SetSearched(const QString& text);
     // Whether the keyboard is here only because nothing of the page was chosen for it: on a tab or in an
     // empty search.
     bool HasIdleFocus() const;

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QMetaType>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 // Kind of an app's process.
@@ -22,6 +23,9 @@ struct AppRecord
     QString creatorName;
     QString oxsAppKey;
     QDateTime changedAt;
+    QString changedByName = {};
+    int state = 0; // what users have: 3 an online version, 2 a gray one, 1 none; 0: not told
+    QStringList tags = {};
 };
 
 Q_DECLARE_METATYPE(AppRecord)

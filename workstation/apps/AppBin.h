@@ -1,0 +1,39 @@
+#pragma once
+
+#include "AppRecord.h"
+#include "DateLanguage.h"
+
+#include <RpaEditorLogic/VersionServiceRecords.h>
+
+#include <QObject>
+
+#include <memory>
+
+class BinDialog;
+class VersionServiceClient;
+class QWidget;
+
+// Puts apps into the bin, and works the bin: restores apps and takes them out for good.
+class AppBin : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit AppBin(QObject* parent = nullptr);
+    ~AppBin() override;
+
+    // Asks the user first; the question stands over the window.
+    void Delete(const AppRecord& app, QWidget* window);
+    void Show(DateLanguage language, QWidget* window);
+
+signals:
+    // appId: the app that came back, empty when one went.
+    void SigChanged(const QString& appId);
+
+private:
+    void Load(BinDialog* dialog);
+    void Restore(BinDialog* dialog, const VersionServiceApp& app);
+    void Purge(BinDialog* dialog, const QVector<VersionServiceApp>& apps);
+
+    const std::unique_ptr<VersionServiceClient> client;
+};
