@@ -28,6 +28,7 @@
 #include "SignInPage.h"
 #include "TemplateKeeper.h"
 #include "TipDesk.h"
+#include "TransferDesk.h"
 #include "VersionDesk.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
@@ -145,6 +146,7 @@ void Workstation::CreateParts()
 
     desk = std::make_unique<AppDesk>(apps.get(), listPage, paths.openedAppsFile);
     bin = std::make_unique<AppBin>();
+    transfers = std::make_unique<TransferDesk>();
     samples = std::make_unique<SampleInstaller>();
     templates = std::make_unique<TemplateKeeper>(
         QStringList{paths.visualTemplateDir, paths.programTemplateDir}, paths.dataDir);

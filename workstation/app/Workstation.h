@@ -34,6 +34,7 @@ class SettingsPage;
 class SignInPage;
 class TemplateKeeper;
 class TipDesk;
+class TransferDesk;
 class VersionDesk;
 
 // Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
@@ -121,6 +122,7 @@ private:
     QWidget* pageBeforeSettings = nullptr;
     std::unique_ptr<AppDesk> desk;
     std::unique_ptr<AppBin> bin;
+    std::unique_ptr<TransferDesk> transfers;
     std::unique_ptr<ReleasedDesk> onlineDesk;
     std::unique_ptr<ReleasedDesk> grayDesk;
     std::unique_ptr<ReleaseDesk> releases;

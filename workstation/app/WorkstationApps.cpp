@@ -5,6 +5,7 @@
 #include "DraftDesk.h"
 #include "EditorPage.h"
 #include "MainWindow.h"
+#include "TransferDesk.h"
 #include "Workstation.h"
 
 void Workstation::ConnectApps()
@@ -25,5 +26,9 @@ void Workstation::ConnectApps()
             [this](const AppRecord& app) { bin->Delete(app, window.get()); });
     connect(listPage, &AppListPage::SigBin, this,
             [this] { bin->Show(settings.GetDateLanguage(), window.get()); });
+    connect(listPage, &AppListPage::SigExport, this,
+            [this](const AppRecord& app) { transfers->Export(app, window.get()); });
+    connect(listPage, &AppListPage::SigImport, this, [this] { transfers->Import(window.get()); });
+    connect(transfers.get(), &TransferDesk::SigImported, desk.get(), &AppDesk::RefreshAndSelect);
     connect(bin.get(), &AppBin::SigChanged, desk.get(), &AppDesk::RefreshAndSelect);
 }
