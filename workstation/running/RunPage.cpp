@@ -1,6 +1,5 @@
 #include "RunPage.h"
 
-#include "FieldsArea.h"
 #include "RunAside.h"
 #include "RunNotice.h"
 #include "RunReport.h"
@@ -116,9 +115,7 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     tabs = new WbTabBar(page);
     tabs->setObjectName(QStringLiteral("tabsUI"));
     tools = IAppToolWidget::CreateToolEditor(page);
-    auto* scroll = new FieldsArea(page);
-    params = IAppParamWidget::CreateParamWidget(scroll);
-    scroll->setWidget(params);
+    params = IAppParamWidget::CreateParamWidget(page);
     table = IAppTableWidget::CreateTableWidget(page);
     table->SetUserEditable(true);
     auto* layout = new QVBoxLayout(page);
@@ -126,7 +123,7 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     layout->setSpacing(8);
     layout->addWidget(tabs);
     layout->addWidget(tools);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(params);
     layout->addWidget(table, 1);
     layout->addStretch(); // counts while there is no table
     log = IAppLogWidget::CreateDevelopLog(side);

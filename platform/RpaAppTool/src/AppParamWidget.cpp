@@ -1,4 +1,5 @@
 #include "AppParamWidget_p.h"
+#include "FieldsArea_p.h"
 #include "ParamField_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -9,6 +10,7 @@
 #include <QGridLayout>
 #include <QScrollArea>
 #include <QTimer>
+#include <QVBoxLayout>
 
 namespace
 {
@@ -53,9 +55,17 @@ IAppParamWidget* IAppParamWidget::CreateParamWidget(QWidget* parent)
     return new AppParamWidget(parent);
 }
 
-AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), grid(new QGridLayout(this))
+AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), area(new FieldsArea(this))
 {
     setObjectName(QStringLiteral("AppParamWidget"));
+    auto* form = new QWidget;
+    grid = new QGridLayout(form);
+    area->setWidget(form);
+    form->setAutoFillBackground(false); // the page's own shows through
+    area->viewport()->setAutoFillBackground(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(area);
     const int margin = DpiTool::ScaleDefault(4);
     grid->setContentsMargins(0, margin, 0, margin);
     grid->setHorizontalSpacing(DpiTool::ScaleDefault(12));
@@ -190,10 +200,10 @@ void AppParamWidget::ShowField(ParamField* field)
 {
     field->TakeCursor();
     // The text below the field has just been given its room.
-    QTimer::singleShot(0, field, [this, field] {
-        for (QWidget* above = parentWidget(); above; above = above->parentWidget()) {
-            if (auto* area = qobject_cast<QScrollArea*>(above))
-                area->ensureWidgetVisible(field);
+    QTimer::singleShot(0, field, [field] {
+        for (QWidget* above = field->parentWidget(); above; above = above->parentWidget()) {
+            if (auto* scroll = qobject_cast<QScrollArea*>(above))
+                scroll->ensureWidgetVisible(field);
         }
     });
 }

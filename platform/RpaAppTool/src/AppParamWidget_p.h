@@ -5,13 +5,14 @@
 #include <QPointer>
 #include <QVector>
 
+class FieldsArea;
 class QGridLayout;
 class ParamField;
 class RpaParamData;
 class WbLabel;
 struct RpaParamItem;
 
-// The parameters as a form, one field for each.
+// The parameters as a form, one field for each; it scrolls where it has not enough room.
 class AppParamWidget : public IAppParamWidget
 {
     Q_OBJECT
@@ -47,6 +48,7 @@ private:
     };
 
     QPointer<RpaParamData> paramData;
+    FieldsArea* const area;
     QGridLayout* grid;
     QVector<Row> rows; // one for each parameter
     bool isWide = false;

@@ -36,6 +36,7 @@ private slots:
     void aRunDemandsWhatIsMissing();
     void aDemandGoesWhenItIsMet();
     void aDemandIsScrolledTo();
+    void fieldsKeepTheirHeightWhereRoomIsShort();
     void aNumberNobodyEnteredIsNotShownAsNought();
     void aDateIsNoneUntilItIsEntered();
     void passwordsAreHidden();
@@ -236,6 +237,26 @@ void ParamWidget::aDemandIsScrolledTo()
     };
     QTRY_VERIFY(isSeen(Field(6)) && isSeen(Problem(6)));
     area.takeWidget();
+}
+
+void ParamWidget::fieldsKeepTheirHeightWhereRoomIsShort()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light); // its least heights
+    host->resize(400, widget->sizeHint().height());
+    widget->resize(host->size());
+    QCoreApplication::processEvents();
+    const int height = Field(0)->height();
+    QVERIFY(height >= 30);
+    QVERIFY(!Field(6)->visibleRegion().isEmpty());
+
+    widget->resize(400, 120);
+
+    QTRY_VERIFY(Field(6)->visibleRegion().isEmpty());
+    for (const int index : {0, 1, 3, 6})
+        QCOMPARE(Field(index)->height(), height);
+    Demand(6, QStringLiteral("口令"), QVariant(), QVariant());
+    QVERIFY(!widget->DemandValues().isEmpty());
+    QTRY_VERIFY(!Field(6)->visibleRegion().isEmpty());
 }
 
 void ParamWidget::aNumberNobodyEnteredIsNotShownAsNought()

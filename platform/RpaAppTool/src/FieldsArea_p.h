@@ -9,7 +9,7 @@ class FieldsArea : public QScrollArea
     Q_OBJECT
 
 public:
-    explicit FieldsArea(QWidget* parent = nullptr);
+    explicit FieldsArea(QWidget* parent);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

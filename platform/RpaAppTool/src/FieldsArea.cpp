@@ -1,4 +1,4 @@
-#include "FieldsArea.h"
+#include "FieldsArea_p.h"
 
 #include <QEvent>
 
@@ -6,7 +6,6 @@ FieldsArea::FieldsArea(QWidget* parent) : QScrollArea(parent)
 {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
 }
 
 // The base class keeps the height that its content had at first.
@@ -24,8 +23,7 @@ QSize FieldsArea::minimumSizeHint() const
 
 bool FieldsArea::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+    if (watched == widget() && event->type() == QEvent::LayoutRequest)
         updateGeometry();
-    }
     return QScrollArea::eventFilter(watched, event);
 }
