@@ -47,6 +47,13 @@ bool Logs(const QString& text)
     return false;
 }
 
+// On the screen, and the keyboard is in it.
+bool IsDialogReady()
+{
+    const QWidget* dialog = QApplication::activeModalWidget();
+    return dialog && dialog->isAncestorOf(QApplication::focusWidget());
+}
+
 int TableRows()
 {
     const auto* table = VisibleAs<QAbstractItemView>("tableView");
@@ -178,20 +185,12 @@ void KeyboardHour::CreateApp()
         d->Until(QStringLiteral("a list without apps"), [] { return Visible("labelEmpty") != nullptr; });
         d->Key(Qt::Key_N, Qt::ControlModifier);
         d->Until(QStringLiteral("a field for the name"),
-                 [] { return qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr; });
+                 [] { return IsDialogReady() && qobject_cast<QLineEdit*>(QApplication::focusWidget()); });
         Rewrite(appName);
         d->Key(Qt::Key_Return);
-        const auto templates = [] {
-            const QWidget* dialog = QApplication::activeModalWidget();
-            return dialog && dialog->inherits("RpaTemplateSelectDlg");
-        };
-        d->Until(QStringLiteral("the app"), [templates] {
-            return templates() || (!QApplication::activeModalWidget() && HasFocus(Named("listApps")));
+        d->Until(QStringLiteral("the templates"), [] {
+            return IsDialogReady() && QApplication::activeModalWidget()->inherits("RpaTemplateSelectDlg");
         });
-        if (!d->OnGui(templates)) {
-            d->Key(Qt::Key_Return);
-        }
-        d->Until(QStringLiteral("the templates"), templates);
         d->TakePicture();
         d->Key(Qt::Key_Escape);
         UntilEditor();
@@ -360,7 +359,7 @@ void KeyboardHour::Gray()
 {
     d->Step(QStringLiteral("keys-gray"), [this] {
         d->Key(Qt::Key_G, Qt::ControlModifier | Qt::ShiftModifier);
-        d->Until(QStringLiteral("the question"), [] { return QApplication::activeModalWidget() != nullptr; });
+        d->Until(QStringLiteral("the question"), IsDialogReady);
         d->Key(Qt::Key_Return);
         d->Until(QStringLiteral("an invitation code"), [] { return Visible("labelCode") != nullptr; });
         TabTo(QStringLiteral("copy"), Named("buttonCopy"));
@@ -414,7 +413,7 @@ void KeyboardHour::Publish()
         d->Until(QStringLiteral("the end of the list"), [] { return !QApplication::activePopupWidget(); });
         d->OnGui([this] { toasts->Clear(); });
         d->Key(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
-        d->Until(QStringLiteral("the question"), [] { return QApplication::activeModalWidget() != nullptr; });
+        d->Until(QStringLiteral("the question"), IsDialogReady);
         d->Key(Qt::Key_Return);
         UntilToast(QStringLiteral("“%1”已上线").arg(appName));
         UntilEditor();
