@@ -168,7 +168,10 @@ bool LogPlace::eventFilter(QObject* watched, QEvent* event)
         cover->setGeometry(page->rect());
     const bool closed = window && watched == window && event->type() == QEvent::Close;
     const bool left = window && watched == outer && event->type() == QEvent::Hide && !event->spontaneous();
-    if (closed || left)
+    if (closed)
         Return();
+    // What hides may be about to be destroyed, with everything that a log could come back to.
+    if (left)
+        QMetaObject::invokeMethod(this, &LogPlace::Return, Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
 }

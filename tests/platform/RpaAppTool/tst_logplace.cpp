@@ -11,6 +11,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <memory>
+
 namespace
 {
 // A page in a larger one: above a field, below it the log.
@@ -74,6 +76,7 @@ private slots:
     void comesBackWhenItsPageIsLeft();
     void goesFromOneToTheOther();
     void goesWithItsPage();
+    void goesWithTheOutermostPageThatIsShown();
 };
 
 void tst_LogPlace::takesTheWholePageAndComesBack()
@@ -211,6 +214,23 @@ void tst_LogPlace::goesWithItsPage()
     delete pages.page;
 
     QVERIFY(!own && !log);
+}
+
+void tst_LogPlace::goesWithTheOutermostPageThatIsShown()
+{
+    auto outer = std::make_unique<WbBaseWidget>();
+    auto* page = new WbBaseWidget;
+    auto* log = IAppLogWidget::CreateDevelopLog(page);
+    (new QVBoxLayout(page))->addWidget(log);
+    (new QVBoxLayout(outer.get()))->addWidget(page);
+    outer->show();
+    QTest::mouseClick(log->findChild<QToolButton*>(QStringLiteral("logDetach")), Qt::LeftButton);
+    const QPointer<QWidget> own = log->window();
+    QVERIFY(own && own != outer.get());
+
+    outer.reset();
+
+    QVERIFY(!own);
 }
 
 RPA_TEST_MAIN(tst_LogPlace)
