@@ -25,14 +25,16 @@ public:
     }
     void redo() override
     {
-        if (data)
-            data->SetItems(after);
+        if (!data)
+            return;
+        data->SetItems(after);
+        after = data->GetItems(); // with the ids that new items were given
     }
 
 private:
     const QPointer<Data> data;
     const QVector<Item> before;
-    const QVector<Item> after;
+    QVector<Item> after;
 };
 
 // The acts that lists have in common, as values.

@@ -1,5 +1,6 @@
 #include "PanelFrame_p.h"
 
+#include <RpaAppData/RpaPageEdits.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 
 #include <QVBoxLayout>
@@ -14,6 +15,13 @@ PanelFrame::PanelFrame(QWidget* owner, const QString& title, const QString& reco
     // A folded panel gives its room to the others.
     connect(panel, &RecordPanel::SigShrinkChanged, owner,
             [owner, this] { owner->setSizePolicy(panel->sizePolicy()); });
+}
+
+void PanelFrame::SetAppData(const RpaAppDataPtr& app)
+{
+    appData = app;
+    if (appData)
+        RpaPageEdits::Of(appData.data()); // knows the pages before they are changed
 }
 
 void PanelFrame::SetShown(QWidget* widget)
@@ -33,5 +41,5 @@ void PanelFrame::TakeChange()
     UpdateShown();
     // What a run writes into its page is its result, not an edit of the app.
     if (appData && !RpaProcessRelatedUIControler::Instance()->IsRunning())
-        appData->SetModified(true);
+        RpaPageEdits::Of(appData.data())->Edited();
 }

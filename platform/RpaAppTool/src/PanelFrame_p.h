@@ -21,7 +21,7 @@ public:
     QUndoStack& GetUndoStack() { return panel->GetUndoStack(); }
     void SetModel(RecordModel* model) { panel->SetModel(model); }
 
-    void SetAppData(const RpaAppDataPtr& app) { appData = app; }
+    void SetAppData(const RpaAppDataPtr& app);
 
     template <typename Data>
     void Follow(Data* data)
