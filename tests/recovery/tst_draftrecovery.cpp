@@ -258,8 +258,8 @@ void DraftRecoveryTest::returnsToAnAppThatHasNoVersionYet()
         author.Do(QStringLiteral("click buttonNewVisual"));
         author.Do(QStringLiteral("fill editAppName brand new"));
         author.Do(QStringLiteral("click buttonOk"));
-        author.Do(QStringLiteral("open brand new"));
-        author.Do(QStringLiteral("dismiss"));
+        author.Do(QStringLiteral("gone editAppName"));
+        author.Do(QStringLiteral("dismiss")); // the question for a template
         Enter(author);
         author.Do(QStringLiteral("type ") + typed);
         UntilDrafts(1);

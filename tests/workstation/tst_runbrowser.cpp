@@ -152,8 +152,11 @@ void tst_RunBrowser::theTableHasTheRoomThatTheFieldsLeave()
     const auto* table = page->findChild<IAppTableWidget*>();
     QTRY_COMPARE(fields->height(), fields->sizeHint().height());
     const QWidget* lastField = fields->findChildren<QLineEdit*>().constLast();
-    QVERIFY(
-        fields->parentWidget()->rect().contains(lastField->mapTo(fields, lastField->rect().bottomLeft())));
+    const auto lastPlace = [&] { return QRect(lastField->mapTo(fields, QPoint(0, 0)), lastField->size()); };
+    QTRY_VERIFY2(fields->rect().contains(lastPlace()), qPrintable(QStringLiteral("%1 %2 in %3")
+                                                                      .arg(lastPlace().top())
+                                                                      .arg(lastPlace().bottom())
+                                                                      .arg(fields->height())));
     const int below = fields->mapTo(page.get(), QPoint(0, fields->height())).y();
     QTRY_VERIFY(table->mapTo(page.get(), QPoint(0, 0)).y() - below <= 24);
     QVERIFY(table->height() > fields->height());

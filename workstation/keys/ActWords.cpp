@@ -5,6 +5,7 @@
 QStringList ActWords::Of(const QString& text)
 {
     static const QHash<QString, QString> words{
+        {QStringLiteral("使用指南"), QStringLiteral("帮助 教程 手册 说明书")},
         {QStringLiteral("快捷键一览"), QStringLiteral("热键 按键 帮助")},
         {QStringLiteral("返回"), QStringLiteral("后退 关闭 退出 离开")},
         {QStringLiteral("设置"), QStringLiteral("选项 偏好 主题 配置")},
@@ -28,6 +29,7 @@ QStringList ActWords::Of(const QString& text)
         {QStringLiteral("上线"), QStringLiteral("发布 正式 公开")},
         {QStringLiteral("生成模板"), QStringLiteral("导出 模版")},
         {QStringLiteral("选择版本"), QStringLiteral("切换 历史")},
+        {QStringLiteral("版本详情"), QStringLiteral("历史 谁 何时 备注 记录")},
         {QStringLiteral("折叠 / 展开浏览器窗口"), QStringLiteral("隐藏 显示 收起 网页")},
         {QStringLiteral("弹出 / 放回浏览器窗口"), QStringLiteral("独立 分离 网页")},
         {QStringLiteral("扩展包"), QStringLiteral("依赖 安装 组件 库")},
