@@ -65,6 +65,7 @@ void AppLogWidget::BuildFilter()
     auto* title = new WbLabel(QStringLiteral("运行日志"));
     title->setObjectName(QStringLiteral("labelLogTitle"));
     barLayout->addWidget(title);
+    barLayout->addSpacing(DpiTool::ScaleDefault(8));
     barLayout->addStretch();
     levelBox = new WbComboBox;
     levelBox->setObjectName(QStringLiteral("logLevel"));
