@@ -9,6 +9,9 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaAppData/RpaToolData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
@@ -50,6 +53,7 @@ private slots:
     void init();
     void cleanup();
     void aFailedRunSaysWhyInWords();
+    void aPageWithoutToolsSaysSo();
     void aFailedRunIsTriedAgain();
     void theReportTellsTheAuthorWhatHappened();
     void theReportNamesLevelsAsTheLogDoes();
@@ -134,6 +138,17 @@ void tst_RunTrouble::aFailedRunSaysWhyInWords()
 
     QVERIFY(details->isVisible());
     QVERIFY(details->toPlainText().contains(QStringLiteral("Traceback")));
+}
+
+void tst_RunTrouble::aPageWithoutToolsSaysSo()
+{
+    Show(QStringLiteral("print('up')"));
+    QVERIFY(!Child<QWidget>(*page, "labelNoTools")->isVisible());
+
+    Show(QStringLiteral("print('up')"),
+         [](RpaAppData& app) { app.GetUIDataManager()->GetUIData(0)->GetToolData()->SetItems({}); });
+
+    QVERIFY(Child<QWidget>(*page, "labelNoTools")->isVisible());
 }
 
 void tst_RunTrouble::aFailedRunIsTriedAgain()

@@ -115,6 +115,11 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     tabs = new WbTabBar(page);
     tabs->setObjectName(QStringLiteral("tabsUI"));
     tools = IAppToolWidget::CreateToolEditor(page);
+    labelNoTools =
+        new WbLabel(QStringLiteral("这个界面没有可以运行的按钮。请换一个界面，或告诉应用的创建者。"), page);
+    labelNoTools->setObjectName(QStringLiteral("labelNoTools"));
+    labelNoTools->setProperty("hint", true);
+    labelNoTools->setWordWrap(true);
     params = IAppParamWidget::CreateParamWidget(page);
     table = IAppTableWidget::CreateTableWidget(page);
     table->SetUserEditable(true);
@@ -123,6 +128,7 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     layout->setSpacing(8);
     layout->addWidget(tabs);
     layout->addWidget(tools);
+    layout->addWidget(labelNoTools);
     layout->addWidget(params);
     layout->addWidget(table, 1);
     layout->addStretch(); // counts while there is no table
@@ -214,6 +220,7 @@ void RunPage::ShowUIPage(int index)
         app->GetUIDataManager()->SetIndexActive(index);
     }
     tools->SetToolData(page ? page->GetToolData() : nullptr);
+    labelNoTools->setVisible(page && page->GetToolData()->GetCount() == 0);
     params->SetParamData(page ? page->GetParamData() : nullptr);
     table->SetTableData(page ? page->GetTableData() : nullptr);
     table->setVisible(page && !page->GetTableData()->GetColumns().isEmpty());

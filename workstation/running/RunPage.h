@@ -58,6 +58,7 @@ private:
     WbLabel* labelTitle = nullptr;
     WbLabel* labelVersion = nullptr;
     WbLabel* labelRun = nullptr;
+    WbLabel* labelNoTools = nullptr;
     QSplitter* content = nullptr;
     WbTabBar* tabs = nullptr;
     IAppToolWidget* tools = nullptr;
