@@ -21,8 +21,8 @@ constexpr int shownSaves = 3;
 } // namespace
 
 VersionHint::VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguage language)
-    : QFrame(combo->parentWidget(), Qt::ToolTip | Qt::FramelessWindowHint), versions(combo),
-      view(combo->view()), name(combo->lineEdit()), desk(versionDesk), dateLanguage(language),
+    : QFrame(combo->parentWidget(), Qt::ToolTip | Qt::FramelessWindowHint), box(combo), list(combo->view()),
+      field(combo->lineEdit()), desk(versionDesk), dateLanguage(language),
       details(new VersionDetails(shownSaves)), labelUsers(new WbLabel),
       labelMore(new WbLabel(QStringLiteral("全部保存记录、写说明：Ctrl+Shift+I")))
 {
@@ -44,32 +44,45 @@ VersionHint::VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguag
     layout->addWidget(labelMore);
     setFixedWidth(DpiTool::ScaleDefault(hintWidth));
     qApp->installEventFilter(this);
-    connect(view->selectionModel(), &QItemSelectionModel::currentChanged, this, &VersionHint::ShowRow);
+    connect(combo->view()->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &VersionHint::ShowRow);
     connect(desk, &VersionDesk::SigChanged, this, &VersionHint::Update);
 }
 
 VersionHint::~VersionHint() = default;
 
+QComboBox* VersionHint::Versions() const
+{
+    return qobject_cast<QComboBox*>(box.data());
+}
+
+QAbstractItemView* VersionHint::View() const
+{
+    return qobject_cast<QAbstractItemView*>(list.data());
+}
+
+QLineEdit* VersionHint::Name() const
+{
+    return qobject_cast<QLineEdit*>(field.data());
+}
+
 bool VersionHint::eventFilter(QObject* watched, QEvent* event)
 {
-    if (!versions || !view || !name) {
-        return false; // the editor is going
-    }
     switch (event->type()) {
     case QEvent::Show:
     case QEvent::Hide:
     case QEvent::Enter:
-        if (watched->isWidgetType()) {
+        if (watched->isWidgetType() && !IsGoing()) {
             FollowList(*static_cast<QWidget*>(watched), event->type());
         }
         return false;
     case QEvent::ToolTip:
-        return (watched == versions || watched == name) && ShowCurrent();
+        return (watched == box || watched == field) && !IsGoing() && ShowCurrent();
     case QEvent::Leave:
     case QEvent::MouseButtonPress:
     case QEvent::KeyPress:
     case QEvent::WindowDeactivate:
-        if (!view->isVisible()) {
+        if (list && !list->isVisible()) {
             hide();
         }
         return false;
@@ -80,14 +93,15 @@ bool VersionHint::eventFilter(QObject* watched, QEvent* event)
 
 void VersionHint::FollowList(const QWidget& widget, QEvent::Type what)
 {
-    QWidget* const sight = view->viewport();
-    if (what == QEvent::Hide && (&widget == view || &widget == versions)) {
+    const QAbstractItemView* const view = View();
+    const QWidget* const sight = view->viewport();
+    if (what == QEvent::Hide && (&widget == view || &widget == box)) {
         hide();
     } else if (what == QEvent::Show && &widget == view) {
         desk->Load();
         // Later: the list has not found its place yet.
         QMetaObject::invokeMethod(
-            this, [this] { ShowRow(view ? view->currentIndex() : QModelIndex()); }, Qt::QueuedConnection);
+            this, [this] { ShowRow(View() ? View()->currentIndex() : QModelIndex()); }, Qt::QueuedConnection);
     } else if (what == QEvent::Enter && view->isVisible() && sight->isAncestorOf(&widget)) {
         ShowRow(view->indexAt(widget.mapTo(sight, widget.rect().center())));
     }
@@ -95,38 +109,37 @@ void VersionHint::FollowList(const QWidget& widget, QEvent::Type what)
 
 void VersionHint::ShowRow(const QModelIndex& index)
 {
-    if (!view || !view->isVisible() || !index.isValid()) {
+    if (IsGoing() || !View()->isVisible() || !index.isValid()) {
         return;
     }
     row = index.row();
     Update();
-    const QWidget* const list = view->window();
-    Place(list->frameGeometry(), false);
+    Place(View()->window()->frameGeometry(), false);
     setVisible(!details->isHidden());
 }
 
 bool VersionHint::ShowCurrent()
 {
-    if (view->isVisible()) {
+    if (View()->isVisible()) {
         return false;
     }
     desk->Load();
     row = -1;
     Update();
-    Place({versions->mapToGlobal(QPoint()), versions->size()}, true);
+    Place({box->mapToGlobal(QPoint()), box->size()}, true);
     setVisible(!details->isHidden());
     return isVisible();
 }
 
 void VersionHint::Update()
 {
-    if (!versions || !name) {
+    if (IsGoing()) {
         return;
     }
     const QVector<VersionFacts> all = desk->GetVersions();
     // An app that has only released versions shows one more, which is not saved yet.
-    const int index = row - (versions->count() - all.size());
-    const VersionFacts version = row < 0 ? desk->FindShown(name->text()) : all.value(index);
+    const int index = row - (Versions()->count() - all.size());
+    const VersionFacts version = row < 0 ? desk->FindShown(Name()->text()) : all.value(index);
     details->setVisible(!version.id.isEmpty());
     if (version.id.isEmpty()) {
         hide();
@@ -150,7 +163,7 @@ void VersionHint::Update()
 // Beside the list, where there is more room; below the closed box.
 void VersionHint::Place(const QRect& beside, bool below)
 {
-    const QScreen* const screen = versions->screen();
+    const QScreen* const screen = box->screen();
     const QRect room = screen->availableGeometry();
     QPoint place(beside.left(), beside.bottom() + 1 + gap);
     if (!below) {

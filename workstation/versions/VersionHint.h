@@ -28,15 +28,22 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // Null once they go.
+    QComboBox* Versions() const;
+    QAbstractItemView* View() const;
+    QLineEdit* Name() const;
+    bool IsGoing() const { return !Versions() || !View() || !Name(); }
+
     void ShowRow(const QModelIndex& index);
     bool ShowCurrent();
     void FollowList(const QWidget& widget, QEvent::Type what);
     void Update();
     void Place(const QRect& beside, bool below);
 
-    const QPointer<QComboBox> versions;
-    const QPointer<QAbstractItemView> view;
-    const QPointer<QLineEdit> name;
+    // While they are destroyed they are widgets and no more, and still send events.
+    const QPointer<QWidget> box;
+    const QPointer<QWidget> list;
+    const QPointer<QWidget> field;
     VersionDesk* const desk;
     const DateLanguage dateLanguage;
     VersionDetails* details;
