@@ -217,17 +217,23 @@ void FloodTest::letsTheOwnerSignInWhileAllTheWorldFillsTheQueue()
     const QString home = QStringLiteral("127.0.0.3");
     QCOMPARE(ask(home, "owner", "the right one")->ReceiveStatus(), 201);
 
-    // When: guesses from as many addresses wait as may
-    Clients strangers;
-    for (int i = 0; i < 150; ++i)
-        strangers.push_back(
-            ask(QStringLiteral("127.1.%1.1").arg(i), "name" + QByteArray::number(i), "a guess"));
-    QCOMPARE(strangers.back()->ReceiveStatus(), 503);
-    const auto owner = ask(home, "owner", "the right one");
-    const auto another = ask(QStringLiteral("127.2.0.1"), "owner", "a guess");
+    // When: guesses from as many addresses wait as may. One of them may be answered just then and leave its
+    // place.
+    bool wasFull = false;
+    for (int round = 10; !wasFull && round < 30; ++round) {
+        Clients strangers;
+        for (int i = 0; i < 150; ++i)
+            strangers.push_back(ask(QStringLiteral("127.%1.%2.1").arg(round).arg(i),
+                                    "name" + QByteArray::number(i), "a guess"));
+        QCOMPARE(strangers.back()->ReceiveStatus(), 503);
+        const auto before = ask(QStringLiteral("127.%1.0.2").arg(round), "owner", "a guess");
+        const auto owner = ask(home, "owner", "the right one");
+        const auto after = ask(QStringLiteral("127.%1.0.3").arg(round), "owner", "a guess");
 
-    QCOMPARE(owner->ReceiveStatus(), 201);
-    QCOMPARE(another->ReceiveStatus(), 503);
+        QCOMPARE(owner->ReceiveStatus(), 201);
+        wasFull = before->ReceiveStatus() == 503 && after->ReceiveStatus() == 503;
+    }
+    QVERIFY(wasFull);
 }
 
 QTEST_GUILESS_MAIN(FloodTest)
