@@ -127,5 +127,5 @@ QVariant RichDocument::loadResource(int type, const QUrl& name)
 {
     if (type != QTextDocument::ImageResource)
         return QVariant();
-    return images->Image(name.toString());
+    return images->Pixmap(name.toString());
 }

@@ -4,8 +4,6 @@
 #include <QCryptographicHash>
 #include <QImageReader>
 
-#include <memory>
-
 namespace
 {
 const QByteArray png = QByteArrayLiteral("png");
@@ -99,16 +97,17 @@ QString RichImages::AddDataUri(const QString& uri)
     return Take(QByteArray::fromBase64(uri.midRef(comma + 1).toLatin1()), true);
 }
 
-QImage RichImages::Image(const QString& name) const
+// As it is painted: from an image a document makes a pixmap anew for each place that shows it.
+QPixmap RichImages::Pixmap(const QString& name) const
 {
-    if (const QImage* kept = decoded.object(name))
+    if (const QPixmap* kept = decoded.object(name))
         return *kept;
     const auto found = pictures.constFind(name);
     if (found == pictures.cend())
         return {};
-    auto image = std::make_unique<QImage>(QImage::fromData(found->bytes, found->format.constData()));
-    const QImage shown = *image;
-    decoded.insert(name, image.release(), qMax<int>(1, int(shown.sizeInBytes())));
+    const QPixmap shown = QPixmap::fromImage(QImage::fromData(found->bytes, found->format.constData()));
+    const qint64 bytes = qint64(shown.width()) * shown.height() * shown.depth() / 8;
+    decoded.insert(name, new QPixmap(shown), qMax<int>(1, int(bytes)));
     return shown;
 }
 

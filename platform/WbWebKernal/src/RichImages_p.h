@@ -4,6 +4,7 @@
 #include <QCache>
 #include <QHash>
 #include <QImage>
+#include <QPixmap>
 #include <QString>
 
 // The pictures of one text. The text names a picture by a short name, because the layout turns the name into
@@ -38,7 +39,8 @@ public:
     QString AddDataUri(const QString& uri);
 
     bool Contains(const QString& name) const { return pictures.contains(name); }
-    QImage Image(const QString& name) const;
+    // GUI thread only.
+    QPixmap Pixmap(const QString& name) const;
     QString DataUri(const QString& name) const;
 
     // The picture offered last was turned away because of those before it.
@@ -55,7 +57,7 @@ private:
     QString Take(const QByteArray& bytes, bool counted);
 
     QHash<QString, Picture> pictures;
-    mutable QCache<QString, QImage> decoded; // by their bytes
+    mutable QCache<QString, QPixmap> decoded; // by their bytes
     qint64 totalBytes = 0;
     qint64 totalPixels = 0;
     qint64 scaledPixels = 0;

@@ -99,7 +99,7 @@ void RichTextView::RecolourLinks()
 
 bool RichTextView::InsertPicture(const QString& name)
 {
-    const QImage image = current->Images().Image(name);
+    const QPixmap image = current->Images().Pixmap(name);
     if (image.isNull()) {
         emit SigRefused(QStringLiteral("无法插入图片：格式不支持，或图片总量已超过上限"));
         return false;
