@@ -57,6 +57,7 @@ class EngineRun : public QObject
     Q_OBJECT
 
 private slots:
+    void writesNothingIntoTheFolderOfItsProgram();
     void whatAProgramPrintsReachesTheLog();
     void aRunIsToldInOrder();
     void aFailureIsReadable_data();
@@ -75,6 +76,18 @@ private slots:
     void foreignOutputReachesTheLog();
     void theEnvironmentIsCleaned();
 };
+
+// What Python compiled there could be written while the folder is removed.
+void EngineRun::writesNothingIntoTheFolderOfItsProgram()
+{
+    EngineRunFixture engine;
+    QVERIFY(engine.RunText(QStringLiteral("import os, sys\n"
+                                          "here = os.path.dirname(sys.modules['rpa_api'].__file__)\n"
+                                          "print('compiled:', '__pycache__' in os.listdir(here))\n")));
+
+    QVERIFY(engine.life.WaitUntilOver());
+    QVERIFY(engine.LogTexts().contains(QStringLiteral("compiled: False")));
+}
 
 void EngineRun::whatAProgramPrintsReachesTheLog()
 {

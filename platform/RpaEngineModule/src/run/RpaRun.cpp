@@ -97,13 +97,11 @@ bool RpaRun::Warm(const QString& interpreter, QString* reason)
         *reason = QStringLiteral("无法建立与流程的连接");
         return false;
     }
-    const QStringList arguments{QStringLiteral("-I"),
-                                QStringLiteral("-u"),
-                                QStringLiteral("-X"),
-                                QStringLiteral("utf8"),
-                                d->folder.filePath(QStringLiteral("rpa_child.py")),
-                                d->channel.GetAddress(),
-                                QString::fromLatin1(d->channel.GetToken())};
+    // Without -B Python writes compiled files into the folder, which goes while it may still be at it.
+    const QStringList arguments{QStringLiteral("-I"),    QStringLiteral("-B"),
+                                QStringLiteral("-u"),    QStringLiteral("-X"),
+                                QStringLiteral("utf8"),  d->folder.filePath(QStringLiteral("rpa_child.py")),
+                                d->channel.GetAddress(), QString::fromLatin1(d->channel.GetToken())};
     return d->child.Start(interpreter, arguments, d->folder.path(), reason);
 }
 
