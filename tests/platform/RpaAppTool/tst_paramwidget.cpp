@@ -1,4 +1,5 @@
 #include "ModalDriver.h"
+#include "ParamForm.h"
 #include "TestFolder.h"
 
 #include <RpaAppData/RpaParamData.h>
@@ -20,12 +21,12 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-class ParamWidget : public QObject
+class ParamWidget : public QObject, private ParamForm
 {
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { Show(); }
     void eachTypeHasItsField();
     void typingSetsTheValue();
     void typingIntoALongValueKeepsAllOfIt();
@@ -46,66 +47,8 @@ private slots:
     void aFieldThatIsGoneTakesNoFile();
 
 private:
-    void Add(const char* name, RpaParamType type)
-    {
-        RpaParamItem item;
-        item.name = QLatin1String(name);
-        item.type = type;
-        item.choices = QStringList{QStringLiteral("甲"), QStringLiteral("乙")};
-        QVERIFY(params->InsertItem(-1, item) >= 0);
-    }
-    QWidget* Field(int index)
-    {
-        return widget->findChildren<QWidget*>(QStringLiteral("paramField")).value(index);
-    }
-
-    void Demand(int index, const QString& label, const QVariant& least, const QVariant& most)
-    {
-        RpaParamItem item = params->GetItem(index);
-        item.label = label;
-        item.required = true;
-        item.least = least;
-        item.most = most;
-        QVERIFY(params->SetItem(index, item));
-    }
-    // The text below a field; none before there was one.
-    QLabel* Problem(int index)
-    {
-        return Field(index)->parentWidget()->findChild<QLabel*>(QStringLiteral("paramProblem"));
-    }
-
     void PressChooseFile() { PressTool(QStringLiteral("选择文件")); }
-    void PressTool(const QString& tip)
-    {
-        for (auto* button : widget->findChildren<QToolButton*>()) {
-            if (button->toolTip() == tip) {
-                QTest::mouseClick(button, Qt::LeftButton);
-                return;
-            }
-        }
-        QFAIL("no button");
-    }
-
-    std::unique_ptr<RpaParamData> params;
-    std::unique_ptr<QWidget> host;
-    IAppParamWidget* widget = nullptr;
 };
-
-void ParamWidget::init()
-{
-    host = std::make_unique<QWidget>();
-    widget = IAppParamWidget::CreateParamWidget(host.get());
-    params = std::make_unique<RpaParamData>();
-    Add("text", RpaParamType::Text);
-    Add("number", RpaParamType::Number);
-    Add("date", RpaParamType::Date);
-    Add("choice", RpaParamType::Choice);
-    Add("switch", RpaParamType::Switch);
-    Add("file", RpaParamType::File);
-    Add("password", RpaParamType::Password);
-    widget->SetParamData(params.get());
-    host->show();
-}
 
 void ParamWidget::eachTypeHasItsField()
 {
