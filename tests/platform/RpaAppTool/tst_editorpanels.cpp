@@ -8,7 +8,6 @@
 #include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/AppToolEditorWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
-#include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QAbstractItemModelTester>
@@ -37,9 +36,6 @@ private slots:
 
     void foldingHidesTheListAndTellsOnce();
     void aToolIsAddedWithTheFirstProcess();
-    void whatIsTakenBackIsNoEdit();
-    void whatWasSavedMeanwhileIsEditedByTakingItBack();
-    void aValueThatIsEnteredBackIsNoEdit();
     void typingRenamesATool();
     void anEmptyToolTextIsRefused();
     void aListOfChoicesHasRoomBesideAnIcon();
@@ -120,62 +116,6 @@ void EditorPanels::aToolIsAddedWithTheFirstProcess()
     QCOMPARE(Page()->GetToolData()->GetItem(before).processName,
              Page()->GetToolData()->GetItem(0).processName);
     QVERIFY(app->GetModified());
-}
-
-void EditorPanels::whatIsTakenBackIsNoEdit()
-{
-    AppToolEditorWidget tools;
-    Bind(tools, Page()->GetToolData());
-    AppParamEditorWidget params;
-    Bind(params, Page()->GetParamData());
-    Click(tools, "recordAdd");
-    Click(params, "recordAdd");
-    QVERIFY(app->GetModified());
-    QSignalSpy marks(app.data(), &RpaAppData::SigModifiedChanged);
-
-    WbEditHistory::Instance()->Undo();
-    QCOMPARE(Page()->GetParamData()->GetCount(), 0);
-    QTRY_VERIFY(app->GetModified());
-    WbEditHistory::Instance()->Undo();
-
-    QTRY_VERIFY(!app->GetModified());
-    QCOMPARE(marks.size(), 1);
-    WbEditHistory::Instance()->Redo();
-    QVERIFY(app->GetModified());
-}
-
-void EditorPanels::whatWasSavedMeanwhileIsEditedByTakingItBack()
-{
-    AppToolEditorWidget panel;
-    Bind(panel, Page()->GetToolData());
-    Click(panel, "recordAdd");
-    app->SetModified(false);
-    QSignalSpy marks(app.data(), &RpaAppData::SigModifiedChanged);
-
-    WbEditHistory::Instance()->Undo();
-    QVERIFY(app->GetModified());
-    const int before = Page()->GetToolData()->GetCount();
-    WbEditHistory::Instance()->Redo();
-    QCOMPARE(Page()->GetToolData()->GetCount(), before + 1);
-
-    QTRY_VERIFY(!app->GetModified());
-    QCOMPARE(marks.size(), 2);
-}
-
-void EditorPanels::aValueThatIsEnteredBackIsNoEdit()
-{
-    AppParamEditorWidget panel;
-    RpaParamItem item;
-    item.name = QStringLiteral("rate");
-    QVERIFY(Page()->GetParamData()->InsertItem(-1, item) >= 0);
-    QVERIFY(Page()->GetParamData()->SetValue(0, QStringLiteral("80")));
-    Bind(panel, Page()->GetParamData());
-
-    QVERIFY(Page()->GetParamData()->SetValue(0, QStringLiteral("90")));
-    QVERIFY(app->GetModified());
-    QVERIFY(Page()->GetParamData()->SetValue(0, QStringLiteral("80")));
-
-    QTRY_VERIFY(!app->GetModified());
 }
 
 void EditorPanels::typingRenamesATool()
