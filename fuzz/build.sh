@@ -7,7 +7,7 @@ rich=platform/WbWebKernal/src
 mkdir -p "$out"
 # shellcheck disable=SC2046 # several flags
 clang++-14 -std=c++17 -O1 -g -fPIC -fsanitize=fuzzer,address,undefined -I"$rich" \
-    $(pkg-config --cflags Qt5Gui) -o "$out/fuzz_html_screen" \
-    fuzz/fuzz_html_screen.cpp "$rich/HtmlTokens.cpp" "$rich/HtmlVocabulary.cpp" "$rich/RichHtmlScreen.cpp" \
+    $(pkg-config --cflags Qt5Gui) -o "$out/fuzz_html_sanitizer" \
+    fuzz/fuzz_html_sanitizer.cpp "$rich/HtmlTokens.cpp" "$rich/HtmlVocabulary.cpp" "$rich/RichHtmlSanitizer.cpp" \
     "$rich/RichImages.cpp" "$rich/RichTally.cpp" "$rich/RichWords.cpp" \
     $(pkg-config --libs Qt5Gui)

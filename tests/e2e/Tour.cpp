@@ -4,7 +4,7 @@
 #include "KeyboardHour.h"
 #include "MainWindow.h"
 #include "OtherClient.h"
-#include "ServerMark.h"
+#include "ServerStatusIndicator.h"
 #include "Session.h"
 #include "ToastWatcher.h"
 #include "TourLook.h"
@@ -188,7 +188,7 @@ void Tour::LoseServer()
     d->Step(QStringLiteral("refresh-after-restart"), [this] {
         d->OnGui([this] { workstation->GetSession()->GetEmbeddedServer()->Start(); });
         d->Until(QStringLiteral("the server is back"), [this] {
-            return workstation->GetWindow()->GetServerMark()->GetState() == ServerState::Connected;
+            return workstation->GetWindow()->GetServerStatusIndicator()->GetState() == ServerState::Connected;
         });
         d->Click(QStringLiteral("refresh"), []() -> QWidget* {
             RequestStatusBaseWidget* status = EditorStatus();
@@ -210,7 +210,7 @@ void Tour::LoseServer()
         UntilToast(QStringLiteral("版本服务意外停止，正在重新启动"));
         d->TakePicture();
         d->Until(QStringLiteral("the server is back"), [this] {
-            return workstation->GetWindow()->GetServerMark()->GetState() == ServerState::Connected;
+            return workstation->GetWindow()->GetServerStatusIndicator()->GetState() == ServerState::Connected;
         });
         EditInstructions(QStringLiteral("重启之后保存。"));
         d->Click(QStringLiteral("save"), Named("pushButtonSave"));

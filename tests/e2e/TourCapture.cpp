@@ -64,7 +64,7 @@ bool HasBeenDrawn()
 // Whether the glass over the page colours the place: what is under the mouse is marked.
 bool IsRateMarked()
 {
-    QWidget* glass = Visible("browserPointerGlass");
+    QWidget* glass = Visible("browserPointerOverlay");
     if (!glass) {
         return false;
     }
@@ -121,13 +121,13 @@ void Tour::RefuseRunDuringCapture()
     d->Step(QStringLiteral("refusal-capture-in-progress"), [this] {
         d->Click(QStringLiteral("capture"), Named("browserCapture"));
         d->Until(QStringLiteral("the glass over the page"),
-                 [] { return Visible("browserPointerGlass") != nullptr; });
+                 [] { return Visible("browserPointerOverlay") != nullptr; });
         const QStringList before = d->OnGui(&LogLines);
         d->OnGui([this] { toasts->Clear(); });
         PressTool("统计");
         UntilToast(QStringLiteral("正在捕获节点，请先停止捕获再执行"));
         d->TakePicture();
-        if (!d->OnGui([] { return Visible("browserPointerGlass") != nullptr; })) {
+        if (!d->OnGui([] { return Visible("browserPointerOverlay") != nullptr; })) {
             throw TourFailure(QStringLiteral("the refused run ended the capture"));
         }
         if (d->OnGui(&LogLines) != before) {
@@ -136,7 +136,7 @@ void Tour::RefuseRunDuringCapture()
     });
     d->Step(QStringLiteral("capture-stopped-by-escape"), [this] {
         d->Key(Qt::Key_Escape);
-        d->Until(QStringLiteral("the glass is gone"), [] { return !Visible("browserPointerGlass"); });
+        d->Until(QStringLiteral("the glass is gone"), [] { return !Visible("browserPointerOverlay"); });
         d->UntilCalm();
     });
 }
@@ -149,12 +149,12 @@ void Tour::CaptureElement()
         FillField("url", d->OnGui([this] { return pages->Url(path); }));
         AddStatement(QStringLiteral("读取元素文本"));
         d->Click(QStringLiteral("capture"), InPanel("field_element", "captureButton"));
-        d->HoverAt(QStringLiteral("the rate"), Named("browserPointerGlass"), &MiddleOfRate);
+        d->HoverAt(QStringLiteral("the rate"), Named("browserPointerOverlay"), &MiddleOfRate);
         d->Until(QStringLiteral("the mark on the rate"), &IsRateMarked);
     });
     d->Step(QStringLiteral("captured-into-the-field"), [this] {
         d->OnGui([this] { toasts->Clear(); });
-        d->ClickAt(QStringLiteral("the rate"), Named("browserPointerGlass"), &MiddleOfRate);
+        d->ClickAt(QStringLiteral("the rate"), Named("browserPointerOverlay"), &MiddleOfRate);
         UntilToast(QStringLiteral("已捕获元素“%1”").arg(element));
         d->Until(QStringLiteral("the element in the field"), [] { return ElementField() == element; });
         d->TakePicture();

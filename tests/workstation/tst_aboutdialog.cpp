@@ -16,7 +16,7 @@
 
 namespace
 {
-QString ValueOf(const BuildFacts& facts, const QString& name)
+QString ValueOf(const BuildInfo& facts, const QString& name)
 {
     for (const BuildFact& fact : facts.GetFacts()) {
         if (fact.name == name) {
@@ -26,7 +26,7 @@ QString ValueOf(const BuildFacts& facts, const QString& name)
     return QStringLiteral("no such fact");
 }
 
-bool HaveAnswered(const BuildFacts& facts)
+bool HaveAnswered(const BuildInfo& facts)
 {
     return !facts.GetText().contains(QStringLiteral("正在查询…"));
 }
@@ -53,7 +53,7 @@ private slots:
 
 void tst_AboutDialog::saysWhatTheLibrariesSayOfThemselves()
 {
-    const BuildFacts facts{QString()};
+    const BuildInfo facts{QString()};
 
     const QString browser = WbBrowserLite::GetEngineName();
     const QString highlighter = ProcessProgramEditorWidget::GetHighlighterName();
@@ -69,7 +69,7 @@ void tst_AboutDialog::saysWhatTheLibrariesSayOfThemselves()
 
 void tst_AboutDialog::asksTheServerForItsDatabases()
 {
-    const BuildFacts facts{QStringLiteral(SERVER_PROGRAM)};
+    const BuildInfo facts{QStringLiteral(SERVER_PROGRAM)};
 
     QTRY_VERIFY_WITH_TIMEOUT(ValueOf(facts, server).contains(QStringLiteral("，数据库：SQLite 3.")), 20000);
     QTRY_VERIFY_WITH_TIMEOUT(HaveAnswered(facts), 20000);
@@ -77,7 +77,7 @@ void tst_AboutDialog::asksTheServerForItsDatabases()
 
 void tst_AboutDialog::namesThePythonThatRunsProcesses()
 {
-    const BuildFacts facts{QString()};
+    const BuildInfo facts{QString()};
 
     QTRY_VERIFY_WITH_TIMEOUT(ValueOf(facts, python).startsWith(QStringLiteral("3.")), 20000);
     QVERIFY(ValueOf(facts, python).contains(QDir::toNativeSeparators(PythonInterpreter::Find())));
@@ -95,7 +95,7 @@ void tst_AboutDialog::saysWhatCannotBeAsked()
 {
     QFETCH(QString, program);
 
-    const BuildFacts facts(program);
+    const BuildInfo facts(program);
 
     QTRY_VERIFY_WITH_TIMEOUT(HaveAnswered(facts), 20000);
     QCOMPARE(ValueOf(facts, server), QStringLiteral("无法启动"));
@@ -103,9 +103,9 @@ void tst_AboutDialog::saysWhatCannotBeAsked()
 
 void tst_AboutDialog::goesAwayWhileTheServerIsBeingAsked()
 {
-    auto facts = std::make_unique<BuildFacts>(QStringLiteral(SERVER_PROGRAM));
+    auto facts = std::make_unique<BuildInfo>(QStringLiteral(SERVER_PROGRAM));
     QCOMPARE(ValueOf(*facts, server), QStringLiteral("正在查询…"));
-    QSignalSpy changed(facts.get(), &BuildFacts::SigChanged);
+    QSignalSpy changed(facts.get(), &BuildInfo::SigChanged);
 
     facts.reset();
 
@@ -115,7 +115,7 @@ void tst_AboutDialog::goesAwayWhileTheServerIsBeingAsked()
 void tst_AboutDialog::copiesAllFactsByKeyboard()
 {
     AboutDialog dialog(QStringLiteral(SERVER_PROGRAM), nullptr);
-    const BuildFacts facts{QString()};
+    const BuildInfo facts{QString()};
     dialog.show();
     QVERIFY(QTest::qWaitForWindowActive(&dialog));
     auto* copy = dialog.findChild<QPushButton*>(QStringLiteral("buttonCopyFacts"));
@@ -146,7 +146,7 @@ void tst_AboutDialog::closesByEscape()
 void tst_AboutDialog::namesEveryFactToAScreenReader()
 {
     const AboutDialog dialog{QStringLiteral(SERVER_PROGRAM), nullptr};
-    const BuildFacts facts{QStringLiteral(SERVER_PROGRAM)};
+    const BuildInfo facts{QStringLiteral(SERVER_PROGRAM)};
     QTRY_VERIFY_WITH_TIMEOUT(HaveAnswered(facts), 20000);
 
     for (const BuildFact& fact : facts.GetFacts()) {

@@ -4,7 +4,7 @@
 #include "SmallApp.h"
 #include "TestApp.h"
 #include "TestFolder.h"
-#include "TransferDesk.h"
+#include "TransferController.h"
 
 #include <RpaEditorLogic/VersionServiceClient.h>
 
@@ -217,9 +217,9 @@ void tst_AppTransfer::cancelledExportLeavesTheFileAsItWas()
 
 void tst_AppTransfer::fileNameFitsEverySystem()
 {
-    QCOMPARE(TransferDesk::FileNameOf(QStringLiteral("a/b:c?\"<x>|*\\d. ")),
+    QCOMPARE(TransferController::FileNameOf(QStringLiteral("a/b:c?\"<x>|*\\d. ")),
              QStringLiteral("a_b_c___x____d.rpaapp"));
-    QCOMPARE(TransferDesk::FileNameOf(QStringLiteral("...")), QStringLiteral("应用.rpaapp"));
+    QCOMPARE(TransferController::FileNameOf(QStringLiteral("...")), QStringLiteral("应用.rpaapp"));
 }
 
 RPA_TEST_MAIN(tst_AppTransfer)

@@ -1,11 +1,11 @@
-#include "AppDesk.h"
+#include "AppListController.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "AppTabs.h"
 #include "FaultServer.h"
 #include "MainWindow.h"
 #include "ReleasedAppModel.h"
-#include "ReleasedDesk.h"
+#include "ReleasedListController.h"
 #include "ReleasedListPage.h"
 #include "Session.h"
 #include "TestApp.h"
@@ -70,7 +70,7 @@ void tst_Closing::aDeskThatGoesTellsItsPageNothing()
 {
     AppListModel model;
     AppListPage page(&model);
-    auto desk = std::make_unique<AppDesk>(&model, &page);
+    auto desk = std::make_unique<AppListController>(&model, &page);
     desk->Refresh();
     QTRY_COMPARE(server->GetRequestCount(), 1);
 
@@ -83,8 +83,8 @@ void tst_Closing::aDeskOfReleasedAppsThatGoesTellsItsPageNothing()
 {
     ReleasedAppModel model;
     ReleasedListPage page(AppTabs::Gray, &model);
-    auto desk = std::make_unique<ReleasedDesk>(AppTabs::Gray, &model, &page);
-    connect(&page, &ReleasedListPage::SigRedeem, desk.get(), &ReleasedDesk::Redeem);
+    auto desk = std::make_unique<ReleasedListController>(AppTabs::Gray, &model, &page);
+    connect(&page, &ReleasedListPage::SigRedeem, desk.get(), &ReleasedListController::Redeem);
     page.show();
     desk->Refresh();
     QTest::keyClicks(page.findChild<QLineEdit*>(QStringLiteral("editCode")), QStringLiteral("ABCDE-FGHJK"));

@@ -105,7 +105,7 @@ void DraftPlanTest::goesOnFromASaveOfItsOwn()
     QFETCH(QVector<VersionServiceVersion>, versions);
     QFETCH(bool, isOwn);
     RpaDraft draft = Draft(versionId, versionId.isEmpty() ? 0 : 3);
-    draft.unsettled = {"sent before", "sent"};
+    draft.inDoubt = {"sent before", "sent"};
 
     const DraftPlan plan = DraftPlan::For(draft, versions);
 

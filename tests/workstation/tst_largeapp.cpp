@@ -1,4 +1,4 @@
-#include "DraftDesk.h"
+#include "DraftController.h"
 #include "EditorPage.h"
 #include "FaultServer.h"
 #include "TestApp.h"
@@ -73,7 +73,7 @@ private:
     TestFolder folder;
     FaultServer server;
     QWidget window;
-    std::unique_ptr<DraftDesk> drafts;
+    std::unique_ptr<DraftController> drafts;
     EditorPage* page = nullptr;
 };
 
@@ -90,7 +90,7 @@ void LargeAppTest::init()
     UIMain::Instance()->SetMainWidget(&window);
     page = new EditorPage(&window);
     page->resize(window.size());
-    drafts = std::make_unique<DraftDesk>(RpaEditorLogic::Instance()->GetSaveLedger(), &window);
+    drafts = std::make_unique<DraftController>(RpaEditorLogic::Instance()->GetSaveLedger(), &window);
     drafts->Start(folder.path());
     window.show();
 }

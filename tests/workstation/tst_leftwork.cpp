@@ -1,4 +1,4 @@
-#include "DraftDesk.h"
+#include "DraftController.h"
 #include "EditorPage.h"
 #include "FaultServer.h"
 #include "LeftWork.h"
@@ -79,7 +79,7 @@ private:
     std::unique_ptr<TestFolder> folder;
     std::unique_ptr<Service> service;
     std::unique_ptr<QWidget> window;
-    std::unique_ptr<DraftDesk> drafts;
+    std::unique_ptr<DraftController> drafts;
     std::unique_ptr<LeftWork> leftWork;
     EditorPage* page = nullptr;
 };
@@ -97,11 +97,11 @@ void LeftWorkTest::init()
     UIMain::Instance()->SetMainWidget(window.get());
     page = new EditorPage(window.get());
     page->resize(window->size());
-    drafts = std::make_unique<DraftDesk>(RpaEditorLogic::Instance()->GetSaveLedger(), window.get());
+    drafts = std::make_unique<DraftController>(RpaEditorLogic::Instance()->GetSaveLedger(), window.get());
     drafts->Start(folder->path());
     leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
     connect(page, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
-    connect(page, &EditorPage::SigClosed, drafts.get(), &DraftDesk::Close);
+    connect(page, &EditorPage::SigClosed, drafts.get(), &DraftController::Close);
     window->show();
 }
 

@@ -1,11 +1,11 @@
-#include "AppDesk.h"
+#include "AppListController.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "InvitationDialog.h"
 #include "PageFixture.h"
 #include "ReleaseFixture.h"
 #include "ReleasedAppModel.h"
-#include "ReleasedDesk.h"
+#include "ReleasedListController.h"
 #include "ReleasedListPage.h"
 #include "RunPage.h"
 #include "TestApp.h"
@@ -122,7 +122,7 @@ void tst_Released::showsTheOnlineAppsOfTheVendor()
     const QString app = Release(QStringLiteral("线上应用一"), 2);
     ReleasedAppModel model;
     ReleasedListPage page(AppTabs::Online, &model);
-    ReleasedDesk desk(AppTabs::Online, &model, &page);
+    ReleasedListController desk(AppTabs::Online, &model, &page);
 
     SignIn("user-1");
     desk.Refresh();
@@ -146,8 +146,8 @@ void tst_Released::redeemsAnInvitationCode()
     SignIn("user-1");
     ReleasedAppModel model;
     ReleasedListPage page(AppTabs::Gray, &model);
-    ReleasedDesk desk(AppTabs::Gray, &model, &page);
-    connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedDesk::Redeem);
+    ReleasedListController desk(AppTabs::Gray, &model, &page);
+    connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedListController::Redeem);
     desk.Refresh();
     page.show();
     QTRY_VERIFY(Child<QLabel>(page, "labelEmpty")->isVisible());
@@ -163,8 +163,8 @@ void tst_Released::saysWhyACodeIsRefused()
 {
     ReleasedAppModel model;
     ReleasedListPage page(AppTabs::Gray, &model);
-    ReleasedDesk desk(AppTabs::Gray, &model, &page);
-    connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedDesk::Redeem);
+    ReleasedListController desk(AppTabs::Gray, &model, &page);
+    connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedListController::Redeem);
     page.show();
 
     QTest::keyClicks(Child<QLineEdit>(page, "editCode"), QStringLiteral("22222-22222"));
@@ -180,7 +180,7 @@ void tst_Released::forgetsTheAppsOfTheFormerAccount()
     const QString app = Release(QStringLiteral("线上应用二"), 2);
     ReleasedAppModel model;
     ReleasedListPage page(AppTabs::Online, &model);
-    ReleasedDesk desk(AppTabs::Online, &model, &page);
+    ReleasedListController desk(AppTabs::Online, &model, &page);
     desk.Refresh();
     QTRY_VERIFY(model.RowOf(app) >= 0);
 
@@ -194,7 +194,7 @@ void tst_Released::forgetsTheOwnAppsOfTheFormerAccount()
     const QString app = Release(QStringLiteral("线上应用四"), 2);
     AppListModel model;
     AppListPage page(&model);
-    AppDesk desk(&model, &page);
+    AppListController desk(&model, &page);
     desk.Refresh();
     QTRY_VERIFY(model.RowOf(app) >= 0);
     desk.Refresh(); // on its way when the account leaves

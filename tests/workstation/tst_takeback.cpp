@@ -2,7 +2,7 @@
 #include "AppListPage.h"
 #include "FaultServer.h"
 #include "PageFixture.h"
-#include "ReleaseDesk.h"
+#include "ReleaseController.h"
 #include "ReleaseDialog.h"
 #include "ReleaseFixture.h"
 #include "TakeBackDialog.h"
@@ -54,7 +54,7 @@ private:
     QString OnlineVersion(const QString& app, const char* reader = "user-1");
 
     std::unique_ptr<QWidget> window;
-    std::unique_ptr<ReleaseDesk> desk;
+    std::unique_ptr<ReleaseController> desk;
     QPointer<ReleaseDialog> dialog;
 };
 
@@ -65,7 +65,7 @@ void tst_TakeBack::init()
     window = std::make_unique<QWidget>();
     window->resize(1000, 700);
     window->show();
-    desk = std::make_unique<ReleaseDesk>();
+    desk = std::make_unique<ReleaseController>();
 }
 
 void tst_TakeBack::cleanup()
@@ -192,7 +192,7 @@ void tst_TakeBack::takesTheOnlineVersionOffline()
     const QString app = Release(QStringLiteral("收回二"), 2);
     QCOMPARE(OnlineVersion(app), QStringLiteral("v1"));
     ToastWatcher toasts;
-    QSignalSpy changed(desk.get(), &ReleaseDesk::SigChanged);
+    QSignalSpy changed(desk.get(), &ReleaseController::SigChanged);
     Open(app, QStringLiteral("收回二"));
     QTRY_COMPARE(Buttons("buttonStop").size(), 1);
 

@@ -3,7 +3,7 @@
 #include "PageFixture.h"
 #include "TestApp.h"
 #include "TestFolder.h"
-#include "TipDesk.h"
+#include "TipController.h"
 #include "WorkstationSettings.h"
 
 #include <QLabel>
@@ -32,7 +32,7 @@ private:
     TestFolder folder;
     std::unique_ptr<WorkstationSettings> settings;
     std::unique_ptr<MainWindow> window;
-    std::unique_ptr<TipDesk> tips;
+    std::unique_ptr<TipController> tips;
     QWidget* lists = nullptr;
     QWidget* run = nullptr;
     EditorPage* editor = nullptr;
@@ -52,7 +52,7 @@ void tst_Tips::init()
     for (QWidget* page : {lists, run, static_cast<QWidget*>(editor)}) {
         window->AddPage(page, QString());
     }
-    tips = std::make_unique<TipDesk>(settings.get(), window.get(), editor);
+    tips = std::make_unique<TipController>(settings.get(), window.get(), editor);
     window->show();
     window->setMinimumSize(1, 1); // the screen of a test may be smaller
     window->resize(1280, 720);

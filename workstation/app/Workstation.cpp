@@ -2,11 +2,11 @@
 
 #include "AboutDialog.h"
 #include "AppBin.h"
-#include "AppDesk.h"
+#include "AppListController.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "CloseGuard.h"
-#include "DraftDesk.h"
+#include "DraftController.h"
 #include "EditorPage.h"
 #include "Keyboard.h"
 #include "LeftWork.h"
@@ -14,22 +14,22 @@
 #include "PackageDialog.h"
 #include "PackagePreparation.h"
 #include "QtTexts.h"
-#include "ReleaseDesk.h"
+#include "ReleaseController.h"
 #include "ReleasedAppModel.h"
-#include "ReleasedDesk.h"
+#include "ReleasedListController.h"
 #include "ReleasedListPage.h"
 #include "RunPage.h"
 #include "SampleInstaller.h"
 #include "SavedTemplates.h"
-#include "ServerMark.h"
+#include "ServerStatusIndicator.h"
 #include "Session.h"
 #include "SettingsPage.h"
 #include "ShippedTemplates.h"
 #include "SignInPage.h"
 #include "TemplateKeeper.h"
-#include "TipDesk.h"
-#include "TransferDesk.h"
-#include "VersionDesk.h"
+#include "TipController.h"
+#include "TransferController.h"
+#include "VersionController.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaSuperDir.h>
@@ -144,23 +144,23 @@ void Workstation::CreateParts()
     window->OfferEditing(editorPage);
     keyboard = std::make_unique<Keyboard>(window.get(), editorPage, runPage);
 
-    desk = std::make_unique<AppDesk>(apps.get(), listPage, paths.openedAppsFile);
+    desk = std::make_unique<AppListController>(apps.get(), listPage, paths.openedAppsFile);
     bin = std::make_unique<AppBin>();
-    transfers = std::make_unique<TransferDesk>();
+    transfers = std::make_unique<TransferController>();
     samples = std::make_unique<SampleInstaller>();
     templates = std::make_unique<TemplateKeeper>(
         QStringList{paths.visualTemplateDir, paths.programTemplateDir}, paths.dataDir);
     savedTemplates = std::make_unique<SavedTemplates>(paths.dataDir + QStringLiteral("/saved-templates.json"),
                                                       [this] { return editorPage->GetApp().kind; });
     closeGuard = std::make_unique<CloseGuard>(RpaEditorLogic::Instance()->GetSaveLedger());
-    drafts = std::make_unique<DraftDesk>(RpaEditorLogic::Instance()->GetSaveLedger(), window.get());
+    drafts = std::make_unique<DraftController>(RpaEditorLogic::Instance()->GetSaveLedger(), window.get());
 }
 
 void Workstation::ConnectSession()
 {
     Session* s = session.get();
     connect(s, &Session::SigServerChanged, this, [this](ServerState state, const QString& detail) {
-        window->GetServerMark()->Show(state, detail);
+        window->GetServerStatusIndicator()->Show(state, detail);
         switch (state) {
         case ServerState::Connecting:
             signInPage->ShowBusy(QStringLiteral("正在连接版本服务…"));

@@ -11,20 +11,20 @@
 #include <memory>
 
 class AppBin;
-class AppDesk;
+class AppListController;
 class AppListModel;
 class AppListPage;
 class CloseGuard;
-class DraftDesk;
+class DraftController;
 class EditorPage;
 class GuideWindow;
 class Keyboard;
 class LeftWork;
 class MainWindow;
 class PackagePreparation;
-class ReleaseDesk;
+class ReleaseController;
 class ReleasedAppModel;
-class ReleasedDesk;
+class ReleasedListController;
 class ReleasedListPage;
 class RunPage;
 class SampleInstaller;
@@ -33,9 +33,9 @@ class Session;
 class SettingsPage;
 class SignInPage;
 class TemplateKeeper;
-class TipDesk;
-class TransferDesk;
-class VersionDesk;
+class TipController;
+class TransferController;
+class VersionController;
 
 // Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
 // what they need and announces what happened.
@@ -120,21 +120,21 @@ private:
     EditorPage* editorPage = nullptr;
     SettingsPage* settingsPage = nullptr;
     QWidget* pageBeforeSettings = nullptr;
-    std::unique_ptr<AppDesk> desk;
+    std::unique_ptr<AppListController> desk;
     std::unique_ptr<AppBin> bin;
-    std::unique_ptr<TransferDesk> transfers;
-    std::unique_ptr<ReleasedDesk> onlineDesk;
-    std::unique_ptr<ReleasedDesk> grayDesk;
-    std::unique_ptr<ReleaseDesk> releases;
-    std::unique_ptr<VersionDesk> versions;
+    std::unique_ptr<TransferController> transfers;
+    std::unique_ptr<ReleasedListController> onlineController;
+    std::unique_ptr<ReleasedListController> grayController;
+    std::unique_ptr<ReleaseController> releases;
+    std::unique_ptr<VersionController> versions;
     std::unique_ptr<SampleInstaller> samples;
     std::unique_ptr<TemplateKeeper> templates;
     std::unique_ptr<SavedTemplates> savedTemplates;
     std::unique_ptr<CloseGuard> closeGuard;
-    std::unique_ptr<DraftDesk> drafts;
+    std::unique_ptr<DraftController> drafts;
     std::unique_ptr<LeftWork> leftWork;
     std::unique_ptr<PackagePreparation> preparation;
     std::unique_ptr<Keyboard> keyboard;
-    std::unique_ptr<TipDesk> tips;
+    std::unique_ptr<TipController> tips;
     GuideWindow* guide = nullptr; // the window's
 };

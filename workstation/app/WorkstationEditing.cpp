@@ -1,14 +1,14 @@
 // The life of an editor: what it opens with, unsaved work around it, the way back.
-#include "AppDesk.h"
+#include "AppListController.h"
 #include "AppListPage.h"
-#include "DraftDesk.h"
+#include "DraftController.h"
 #include "EditorPage.h"
 #include "LeftWork.h"
 #include "MainWindow.h"
 #include "SavedTemplates.h"
 #include "Session.h"
 #include "TemplateKeeper.h"
-#include "VersionDesk.h"
+#include "VersionController.h"
 #include "VersionDialog.h"
 #include "VersionHint.h"
 #include "Workstation.h"
@@ -25,17 +25,17 @@ void Workstation::ConnectDrafts()
 {
     drafts->SetDateLanguage(settings.GetDateLanguage());
     connect(&settings, &WorkstationSettings::SigDateLanguageChanged, drafts.get(),
-            &DraftDesk::SetDateLanguage);
-    connect(drafts.get(), &DraftDesk::SigReady, this, &Workstation::PrepareEditor);
-    connect(editorPage, &EditorPage::SigGivenUp, drafts.get(), &DraftDesk::GiveUp);
+            &DraftController::SetDateLanguage);
+    connect(drafts.get(), &DraftController::SigReady, this, &Workstation::PrepareEditor);
+    connect(editorPage, &EditorPage::SigGivenUp, drafts.get(), &DraftController::GiveUp);
     leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
     connect(editorPage, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
-    connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftDesk::Close);
+    connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftController::Close);
 }
 
 void Workstation::ConnectVersions()
 {
-    versions = std::make_unique<VersionDesk>();
+    versions = std::make_unique<VersionController>();
     connect(editorPage, &EditorPage::SigOpened, this, [this](QWidget* editor) {
         versions->SetApp(editorPage->GetApp().id);
         if (auto* combo = editor->findChild<QComboBox*>(QStringLiteral("version_combo"))) {
@@ -78,7 +78,7 @@ void Workstation::LookForTemplates()
 
 void Workstation::OfferTemplates()
 {
-    if (DraftDesk::RestoresStart()) {
+    if (DraftController::RestoresStart()) {
         // Work that goes on needs no template to begin with.
         RpaSuperDir::Instance()->SetTemplateDirs(QString(), QString());
         return;

@@ -3,7 +3,7 @@
 #include "Keyboard.h"
 #include "MainWindow.h"
 #include "SettingsPage.h"
-#include "TipDesk.h"
+#include "TipController.h"
 #include "Workstation.h"
 
 namespace
@@ -37,7 +37,7 @@ Chapter ChapterOf(const QWidget& page)
 
 void Workstation::ConnectHelp()
 {
-    tips = std::make_unique<TipDesk>(&settings, window.get(), editorPage);
+    tips = std::make_unique<TipController>(&settings, window.get(), editorPage);
     connect(keyboard.get(), &Keyboard::SigGuide, this, &Workstation::ShowGuide);
     connect(settingsPage, &SettingsPage::SigGuide, this, &Workstation::ShowGuide);
 }

@@ -1,12 +1,12 @@
 // What lies beyond the release: the lists of online and gray apps, running them, invitations.
-#include "AppDesk.h"
+#include "AppListController.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "InvitationDialog.h"
 #include "MainWindow.h"
-#include "ReleaseDesk.h"
+#include "ReleaseController.h"
 #include "ReleasedAppModel.h"
-#include "ReleasedDesk.h"
+#include "ReleasedListController.h"
 #include "ReleasedListPage.h"
 #include "RunPage.h"
 #include "Session.h"
@@ -33,9 +33,10 @@ void Workstation::CreateReleased()
     window->AddPage(onlinePage, QString());
     window->AddPage(grayPage, QString());
     window->AddPage(runPage, QStringLiteral("返回应用列表"));
-    onlineDesk = std::make_unique<ReleasedDesk>(AppTabs::Online, onlineApps.get(), onlinePage);
-    grayDesk = std::make_unique<ReleasedDesk>(AppTabs::Gray, grayApps.get(), grayPage);
-    releases = std::make_unique<ReleaseDesk>();
+    onlineController =
+        std::make_unique<ReleasedListController>(AppTabs::Online, onlineApps.get(), onlinePage);
+    grayController = std::make_unique<ReleasedListController>(AppTabs::Gray, grayApps.get(), grayPage);
+    releases = std::make_unique<ReleaseController>();
 }
 
 void Workstation::ConnectReleased()
@@ -55,16 +56,17 @@ void Workstation::ConnectReleased()
         connect(page, &ReleasedListPage::SigTab, this, &Workstation::ShowTab);
         connect(page, &ReleasedListPage::SigRun, this, run);
     }
-    connect(onlinePage, &ReleasedListPage::SigRefresh, onlineDesk.get(), &ReleasedDesk::Refresh);
-    connect(grayPage, &ReleasedListPage::SigRefresh, grayDesk.get(), &ReleasedDesk::Refresh);
-    connect(grayPage, &ReleasedListPage::SigRedeem, grayDesk.get(), &ReleasedDesk::Redeem);
+    connect(onlinePage, &ReleasedListPage::SigRefresh, onlineController.get(),
+            &ReleasedListController::Refresh);
+    connect(grayPage, &ReleasedListPage::SigRefresh, grayController.get(), &ReleasedListController::Refresh);
+    connect(grayPage, &ReleasedListPage::SigRedeem, grayController.get(), &ReleasedListController::Redeem);
     connect(listPage, &AppListPage::SigTab, this, &Workstation::ShowTab);
     connect(listPage, &AppListPage::SigInvitations, this, &Workstation::ShowInvitations);
     connect(listPage, &AppListPage::SigReleases, this,
             [this](const AppRecord& app) { releases->Show(app, settings.GetDateLanguage(), window.get()); });
-    connect(releases.get(), &ReleaseDesk::SigChanged, this, [this] {
-        onlineDesk->Refresh();
-        grayDesk->Refresh();
+    connect(releases.get(), &ReleaseController::SigChanged, this, [this] {
+        onlineController->Refresh();
+        grayController->Refresh();
     });
     connect(session.get(), &Session::SigSignedIn, this, [this] {
         onlineApps->SetAccount(session->GetPin());
@@ -84,10 +86,10 @@ void Workstation::ShowTab(int tab)
         desk->Refresh();
     } else if (tab == AppTabs::Online) {
         window->ShowPage(onlinePage);
-        onlineDesk->Refresh();
+        onlineController->Refresh();
     } else {
         window->ShowPage(grayPage);
-        grayDesk->Refresh();
+        grayController->Refresh();
     }
 }
 
@@ -104,8 +106,8 @@ void Workstation::ForgetReleased()
         window->ShowPage(listPage);
     }
     runPage->Close();
-    onlineDesk->Forget();
-    grayDesk->Forget();
+    onlineController->Forget();
+    grayController->Forget();
 }
 
 void Workstation::ShowInvitations(const AppRecord& app)
@@ -120,8 +122,8 @@ void Workstation::ShowInvitations(const AppRecord& app)
 void Workstation::SlotPublished(const QString& appId, int publishType, bool tookEffect)
 {
     desk->Refresh();
-    onlineDesk->Refresh();
-    grayDesk->Refresh();
+    onlineController->Refresh();
+    grayController->Refresh();
     const AppRecord app = apps->AppAt(apps->RowOf(appId));
     if (!tookEffect || app.id.isEmpty()) {
         return;

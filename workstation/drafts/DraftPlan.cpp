@@ -9,7 +9,7 @@ namespace
 // What the version holds was sent in the course of this work; only the answer got lost.
 bool IsOwnSave(const RpaDraft& draft, const VersionServiceVersion& version)
 {
-    return version.revision > draft.baseRevision && draft.unsettled.contains(version.sha256);
+    return version.revision > draft.baseRevision && draft.inDoubt.contains(version.sha256);
 }
 
 // The version that the draft goes on from; null: none that is listed.

@@ -119,7 +119,7 @@ void Session::EnterEmbedded(int index)
         return;
     }
     const EmbeddedAccount& account = accounts.at(index);
-    Become(account.pin, account.name, account.venderId, account.token.toLatin1());
+    SetIdentity(account.pin, account.name, account.venderId, account.token.toLatin1());
 }
 
 void Session::SlotEmbeddedState(EmbeddedServer::State state)
@@ -155,7 +155,8 @@ void Session::SetServer(ServerState state, const QString& detail)
     emit SigServerChanged(state, detail);
 }
 
-void Session::Become(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token)
+void Session::SetIdentity(const QString& newPin, const QString& newName, qint64 venderId,
+                          const QByteArray& token)
 {
     pin = newPin;
     name = newName;
@@ -182,7 +183,7 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
             kept.Forget(); // somebody else's, or from before
         }
         const VersionServiceAccount& who = result.value.account;
-        Become(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
+        SetIdentity(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
         if (stay && !staying) {
             emit SigNotKept();
         }
@@ -249,7 +250,7 @@ void Session::CheckRemote()
             resuming = false;
             staying = true;
             const VersionServiceAccount& who = result.value.account;
-            Become(who.pin, who.name, who.venderId.toLongLong(), Service()->GetToken());
+            SetIdentity(who.pin, who.name, who.venderId.toLongLong(), Service()->GetToken());
         }
     });
 }

@@ -78,7 +78,7 @@ private:
     void EndOnServer();
     void ForgetUser();
     void SetServer(ServerState state, const QString& detail);
-    void Become(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
+    void SetIdentity(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
 
     KeptSignIn kept;
     QVector<EmbeddedAccount> accounts; // with the tokens of the server that runs

@@ -24,7 +24,7 @@ AboutDialog::AboutDialog(const QString& serverProgram, QWidget* parent)
     layout->addLayout(CreateButtons());
     close->setFocus(); // not before it has its place
     ShowFacts();
-    connect(&facts, &BuildFacts::SigChanged, this, &AboutDialog::ShowFacts);
+    connect(&facts, &BuildInfo::SigChanged, this, &AboutDialog::ShowFacts);
 }
 
 QFormLayout* AboutDialog::CreateFacts()

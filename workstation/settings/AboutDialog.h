@@ -1,6 +1,6 @@
 #pragma once
 
-#include "BuildFacts.h"
+#include "BuildInfo.h"
 
 #include <WbBaseUI/WbBaseDialog.h>
 
@@ -22,7 +22,7 @@ private:
     QLayout* CreateButtons();
     void ShowFacts();
 
-    BuildFacts facts;
+    BuildInfo facts;
     QVector<WbLabel*> values; // one per fact
     WbPushButton* close = nullptr;
 };

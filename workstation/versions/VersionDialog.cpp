@@ -1,6 +1,6 @@
 #include "VersionDialog.h"
 
-#include "VersionDesk.h"
+#include "VersionController.h"
 #include "VersionDetails.h"
 
 #include <OxBase/DpiTool.h>
@@ -30,9 +30,9 @@ WbLabel* Hint(const char* objectName)
 }
 } // namespace
 
-VersionDialog::VersionDialog(VersionDesk* versionDesk, const QString& pin, const QString& shownName,
-                             DateLanguage language, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), desk(versionDesk), account(pin),
+VersionDialog::VersionDialog(VersionController* versionController, const QString& pin,
+                             const QString& shownName, DateLanguage language, QWidget* parent)
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), desk(versionController), account(pin),
       dateLanguage(language), labelUsers(Hint("labelUsersHave")), list(new QListWidget)
 {
     setObjectName(QStringLiteral("VersionDialog"));
@@ -55,9 +55,9 @@ VersionDialog::VersionDialog(VersionDesk* versionDesk, const QString& pin, const
     connect(list, &QListWidget::currentRowChanged, this, &VersionDialog::Update);
     connect(editNote, &QLineEdit::returnPressed, this, &VersionDialog::SaveNote);
     connect(buttonNote, &QPushButton::clicked, this, &VersionDialog::SaveNote);
-    connect(desk, &VersionDesk::SigChanged, this, &VersionDialog::Update);
-    connect(desk, &VersionDesk::SigNoted, this, &VersionDialog::SlotNoted);
-    connect(desk, &VersionDesk::SigNotNoted, this, &VersionDialog::SlotNotNoted);
+    connect(desk, &VersionController::SigChanged, this, &VersionDialog::Update);
+    connect(desk, &VersionController::SigNoted, this, &VersionDialog::SlotNoted);
+    connect(desk, &VersionController::SigNotNoted, this, &VersionDialog::SlotNotNoted);
     setTabOrder(list, editNote);
     setTabOrder(editNote, buttonNote);
     FillList(shownName);

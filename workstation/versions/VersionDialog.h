@@ -8,7 +8,7 @@
 class QLineEdit;
 class QListWidget;
 class QPushButton;
-class VersionDesk;
+class VersionController;
 class VersionDetails;
 class WbLabel;
 struct VersionFacts;
@@ -20,7 +20,7 @@ class VersionDialog : public WbBaseDialog
 
 public:
     // pin: who is signed in. shownName: of the version that is selected first.
-    VersionDialog(VersionDesk* versionDesk, const QString& pin, const QString& shownName,
+    VersionDialog(VersionController* versionController, const QString& pin, const QString& shownName,
                   DateLanguage language, QWidget* parent);
     ~VersionDialog() override;
 
@@ -34,7 +34,7 @@ private:
     void SlotNoted();
     void SlotNotNoted(const QString& problem);
 
-    VersionDesk* const desk;
+    VersionController* const desk;
     const QString account;
     const DateLanguage dateLanguage;
     WbLabel* labelUsers;

@@ -1,6 +1,6 @@
 #include "VersionHint.h"
 
-#include "VersionDesk.h"
+#include "VersionController.h"
 #include "VersionDetails.h"
 
 #include <OxBase/DpiTool.h>
@@ -20,9 +20,9 @@ constexpr int gap = 6;
 constexpr int shownSaves = 3;
 } // namespace
 
-VersionHint::VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguage language)
+VersionHint::VersionHint(QComboBox* combo, VersionController* versionController, DateLanguage language)
     : QFrame(combo->parentWidget(), Qt::ToolTip | Qt::FramelessWindowHint), box(combo), list(combo->view()),
-      field(combo->lineEdit()), desk(versionDesk), dateLanguage(language),
+      field(combo->lineEdit()), desk(versionController), dateLanguage(language),
       details(new VersionDetails(shownSaves)), labelUsers(new WbLabel),
       labelMore(new WbLabel(QStringLiteral("全部保存记录、写说明：Ctrl+Shift+I")))
 {
@@ -46,7 +46,7 @@ VersionHint::VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguag
     qApp->installEventFilter(this);
     connect(combo->view()->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &VersionHint::ShowRow);
-    connect(desk, &VersionDesk::SigChanged, this, &VersionHint::Update);
+    connect(desk, &VersionController::SigChanged, this, &VersionHint::Update);
 }
 
 VersionHint::~VersionHint() = default;

@@ -10,7 +10,7 @@ class QAbstractItemView;
 class QComboBox;
 class QLineEdit;
 class QModelIndex;
-class VersionDesk;
+class VersionController;
 class VersionDetails;
 class WbLabel;
 
@@ -22,7 +22,7 @@ class VersionHint : public QFrame
 
 public:
     // combo: the editor's list of versions; the hint goes with it.
-    VersionHint(QComboBox* combo, VersionDesk* versionDesk, DateLanguage language);
+    VersionHint(QComboBox* combo, VersionController* versionController, DateLanguage language);
     ~VersionHint() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -44,7 +44,7 @@ private:
     const QPointer<QWidget> box;
     const QPointer<QWidget> list;
     const QPointer<QWidget> field;
-    VersionDesk* const desk;
+    VersionController* const desk;
     const DateLanguage dateLanguage;
     VersionDetails* details;
     WbLabel* labelUsers;

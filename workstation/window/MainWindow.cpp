@@ -1,7 +1,7 @@
 #include "MainWindow.h"
 
 #include "ClickGuard.h"
-#include "ServerMark.h"
+#include "ServerStatusIndicator.h"
 #include "WindowFit.h"
 
 #include <OxBase/DpiTool.h>
@@ -65,7 +65,7 @@ QWidget* MainWindow::CreateHead()
     buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
     labelTitle = new WbLabel(ProgramName(), head);
     labelTitle->setObjectName(QStringLiteral("labelTitle"));
-    serverMark = new ServerMark(head);
+    serverMark = new ServerStatusIndicator(head);
     labelAccount = new WbLabel(head);
     labelAccount->setObjectName(QStringLiteral("labelAccount"));
     buttonVersions = new WbPushButton(head, Wb::SecondaryButton);

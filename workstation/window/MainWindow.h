@@ -3,7 +3,7 @@
 #include <WbBaseUI/WbBaseWidget.h>
 
 class QStackedWidget;
-class ServerMark;
+class ServerStatusIndicator;
 class WbLabel;
 class WbPushButton;
 
@@ -34,7 +34,7 @@ public:
     // The page with the editor: packages and versions are offered with it.
     void OfferEditing(QWidget* page) { editingPage = page; }
 
-    ServerMark* GetServerMark() const { return serverMark; }
+    ServerStatusIndicator* GetServerStatusIndicator() const { return serverMark; }
 
     // Lets the window go without asking again.
     void CloseForGood();
@@ -63,7 +63,7 @@ private:
     WbPushButton* buttonSettings = nullptr;
     WbLabel* labelTitle = nullptr;
     WbLabel* labelAccount = nullptr;
-    ServerMark* serverMark = nullptr;
+    ServerStatusIndicator* serverMark = nullptr;
     QWidget* editingPage = nullptr;
     bool signedIn = false;
     bool mayClose = false;

@@ -37,11 +37,11 @@ quint32 NumberAt(const QByteArray& file, int at)
     return qFromBigEndian<quint32>(file.constData() + at);
 }
 
-void WriteUnsettled(JsonWriter& writer, const QByteArrayList& unsettled)
+void WriteInDoubt(JsonWriter& writer, const QByteArrayList& inDoubt)
 {
     writer.Key("unsettled");
     writer.BeginArray();
-    for (const QByteArray& sha256 : unsettled)
+    for (const QByteArray& sha256 : inDoubt)
         writer.Utf8(sha256);
     writer.EndArray();
 }
@@ -66,8 +66,8 @@ QByteArray WriteHeader(const RpaDraft& draft)
     writer.Member("writtenAt", draft.writtenAt.toString(Qt::ISODateWithMs));
     writer.Member("length", draft.content.size());
     writer.Member("sha256", QString::fromLatin1(draft.sha256));
-    if (!draft.unsettled.isEmpty())
-        WriteUnsettled(writer, draft.unsettled);
+    if (!draft.inDoubt.isEmpty())
+        WriteInDoubt(writer, draft.inDoubt);
     writer.EndObject();
     return writer.Take();
 }
@@ -140,10 +140,10 @@ QByteArray DraftFile::Sha256Of(const QByteArray& bytes)
 
 void DraftFile::NoteUnsettled(RpaDraft* draft, const QByteArray& sha256)
 {
-    draft->unsettled.removeAll(sha256);
-    draft->unsettled.append(sha256);
-    while (draft->unsettled.size() > mostUnsettled)
-        draft->unsettled.removeFirst();
+    draft->inDoubt.removeAll(sha256);
+    draft->inDoubt.append(sha256);
+    while (draft->inDoubt.size() > mostInDoubt)
+        draft->inDoubt.removeFirst();
 }
 
 QByteArray DraftFile::Encode(RpaDraft* draft)

@@ -12,7 +12,7 @@
 //     4 bytes   format version, big-endian
 //     4 bytes   length of the header, big-endian
 //     header    JSON: account, app, version, base revision, time, length and SHA-256 of the content, and the
-//               SHA-256 of unsettled saves
+//               SHA-256 of saves in doubt
 //     32 bytes  SHA-256 of everything before
 //     content   JSON of the app data
 //
@@ -21,7 +21,7 @@ namespace DraftFile
 {
 constexpr int largestContent = ContentLimits::totalBytes; // as much as a version may hold
 constexpr int largestHeader = 4096;
-constexpr int mostUnsettled = 16;
+constexpr int mostInDoubt = 16;
 constexpr int largestFile = largestContent + largestHeader + 64;
 
 // Fills in the draft's digest.

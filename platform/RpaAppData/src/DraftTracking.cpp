@@ -28,7 +28,7 @@ RpaDraftJournal::Private::Private(RpaDraftJournal* journal) : q(journal)
     // An app data that was never edited may be saved into another version.
     connect(notify, &RpaAppDataNotify::SigReplaced, this, [this](RpaAppData* app) {
         if (!appId.isEmpty())
-            TrackOf(app).unsettled.clear(); // of the content before
+            TrackOf(app).inDoubt.clear(); // of the content before
     });
 }
 
@@ -58,7 +58,7 @@ void RpaDraftJournal::Private::Edited(RpaAppData* app)
     if (!origin.draftName.isEmpty()) {
         // Restored work goes on in the draft that it came from.
         track.draftName = std::exchange(origin.draftName, QString());
-        track.unsettled = std::exchange(origin.unsettled, {});
+        track.inDoubt = std::exchange(origin.inDoubt, {});
         app->SetOrigin(origin);
     }
     track.isDue = true;
@@ -93,7 +93,7 @@ void RpaDraftJournal::Private::MarkCleared(RpaAppData* app)
 void RpaDraftJournal::Private::TakenBack(RpaAppData* app)
 {
     const auto track = tracks.find(app);
-    if (!IsWatched(app) || track == tracks.end() || track->isSending || !track->unsettled.isEmpty())
+    if (!IsWatched(app) || track == tracks.end() || track->isSending || !track->inDoubt.isEmpty())
         return;
     DropDraft(*track);
 }
@@ -143,7 +143,7 @@ void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
     job.draft.appId = appId;
     job.draft.versionId = origin.versionId;
     job.draft.baseRevision = isKnown ? origin.baseRevision : baseQuery(origin.versionId);
-    job.draft.unsettled = track.unsettled;
+    job.draft.inDoubt = track.inDoubt;
     job.draft.content = app->ToJson();
     writer->Write(job);
 }
@@ -152,7 +152,7 @@ void RpaDraftJournal::Private::Done(const DraftJob& job, const QString& problem)
 {
     DraftTrack* const track = FindTrack(job.trackId);
     if (track)
-        track->unsettled = job.draft.unsettled;
+        track->inDoubt = job.draft.inDoubt;
     if (job.isTooLarge) {
         // Only another edit can mend that.
         qCWarning(draftLog, "not kept: %s", qUtf8Printable(problem));
@@ -214,7 +214,7 @@ void RpaDraftJournal::Private::Apply(const SaveConfirmation& confirmation)
             isSame ? std::max(app->GetOrigin().baseRevision, confirmation.revision) : confirmation.revision;
         app->SetOrigin({confirmation.versionId, base, QString()});
         // What was sent before that is not what the version holds any more.
-        entry->unsettled = entry->unsettled.mid(entry->unsettled.lastIndexOf(confirmation.sha256) + 1);
+        entry->inDoubt = entry->inDoubt.mid(entry->inDoubt.lastIndexOf(confirmation.sha256) + 1);
         entry->isSending = entry->isSending && entry->sentSha256 != confirmation.sha256;
         if (onDisk.value(entry->draftName).sha256 == confirmation.sha256) {
             Forget(std::exchange(entry->draftName, QString()));

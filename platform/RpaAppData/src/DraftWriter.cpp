@@ -112,7 +112,7 @@ void DraftWriter::Done(const DraftJob& job, const QString& problem)
     for (DraftJob& other : waiting) {
         if (other.trackId != job.trackId || isDropped)
             continue;
-        other.draft.unsettled = job.draft.unsettled;
+        other.draft.inDoubt = job.draft.inDoubt;
         if (problem.isEmpty())
             other.draft.name = job.draft.name;
     }

@@ -14,11 +14,11 @@
 // What the journal knows of an app data that is alive.
 struct DraftTrack
 {
-    quint64 id = 0;           // addresses are used again
-    QString draftName;        // of its draft on the disk; empty: none
-    QByteArray sentSha256;    // of the content that the last save sent
-    QByteArrayList unsettled; // what saves sent that were not confirmed
-    bool isDue = false;       // there are edits that were not written yet
+    quint64 id = 0;         // addresses are used again
+    QString draftName;      // of its draft on the disk; empty: none
+    QByteArray sentSha256;  // of the content that the last save sent
+    QByteArrayList inDoubt; // what saves sent that were not confirmed
+    bool isDue = false;     // there are edits that were not written yet
     bool isUnsaved = false;
     bool isSending = false; // a save went out and was not confirmed
 };

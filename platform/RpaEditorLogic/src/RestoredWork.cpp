@@ -29,7 +29,7 @@ std::optional<RestoredContent> RestoredWork::Take(const QString& versionId, int 
     strangers.remove(versionId);
     if (!IsWaitingFor(versionId))
         return std::nullopt;
-    if (waiting->origin.unsettled.contains(sha256) && revision > waiting->origin.baseRevision) {
+    if (waiting->origin.inDoubt.contains(sha256) && revision > waiting->origin.baseRevision) {
         waiting->baseRevision = revision;
         waiting->origin = {versionId, revision, waiting->origin.draftName};
     }

@@ -37,7 +37,7 @@ RpaEditorLogic* RpaEditorLogic::Instance()
 RpaEditorLogic::RpaEditorLogic() : d(std::make_unique<Private>())
 {
     // A repeat that waits is meant for the editor that asked, and for the service that it worked with.
-    d->context.spacer.SetLife([] {
+    d->context.backoff.SetLife([] {
         const auto* answers = HttpNotifyManager::Instance();
         return VersionServiceSettings::Instance()->GetIdentityNumber() +
                answers->GetAudienceNumber(NotifyGetSnapshotList) +
@@ -128,7 +128,7 @@ void RpaEditorLogic::ForgetRestored()
 void RpaEditorLogic::Shutdown()
 {
     // Loads that wait for their turn are sent first, so that they are answered with the others.
-    d->context.spacer.Flush();
+    d->context.backoff.Flush();
     d->context.transport.Shutdown();
 }
 
@@ -138,6 +138,6 @@ void RpaEditorLogic::Forget()
     d->context.manager.Forget();
     d->context.ledger.Forget();
     d->context.restored.Forget();
-    d->context.spacer.Forget();
+    d->context.backoff.Forget();
     d->context.shownAppId.clear();
 }

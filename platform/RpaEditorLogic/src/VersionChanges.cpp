@@ -56,7 +56,7 @@ void VersionChanges::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest
     lost.versionId = request->GetSnapshotId();
     const RpaAppSnapshotPtr listed = context->manager.GetSnapshot(lost.versionId);
     lost.appId = listed ? listed->GetAppId() : order.ticket.appId;
-    if (ServiceRoutes::IsValidId(lost.appId) && context->unsettled.MayExplain(lost, answer))
+    if (ServiceRoutes::IsValidId(lost.appId) && context->inDoubt.MayExplain(lost, answer))
         DeleteOverOwn(request, order, lost, answer);
     else
         FinishDelete(request, order, answer);
@@ -69,7 +69,7 @@ void VersionChanges::DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoReq
 {
     const auto decide = [this, request, order, lost, refusal](const WbHttpAnswer& list) {
         const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
-        const auto own = records ? context->unsettled.FindOwn(lost, *records) : std::nullopt;
+        const auto own = records ? context->inDoubt.FindOwn(lost, *records) : std::nullopt;
         if (!own) {
             FinishDelete(request, order, records ? refusal : list);
             return;
@@ -91,7 +91,7 @@ void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequ
     if (failure.isEmpty()) {
         context->manager.Remove(id);
         context->journal.Removed(id);
-        context->unsettled.SettleVersion(id);
+        context->inDoubt.SettleVersion(id);
     }
     if (answer.error == WbHttpError::None && answer.status == 412)
         LearnRevisions(order.ticket.appId);

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "AppAudience_p.h"
-#include "RepeatSpacer_p.h"
+#include "InDoubtWrites_p.h"
+#include "LoadBackoff_p.h"
 #include "RestoredWork_p.h"
 #include "ServiceAnswers_p.h"
 #include "ServiceTransport_p.h"
-#include "UnsettledWrites_p.h"
 #include "VersionQueue_p.h"
 #include "WriteJournal_p.h"
 
@@ -43,10 +43,10 @@ struct VersionContext
     RpaSnapshotManager manager;
     SaveLedger ledger;
     WriteJournal journal;
-    UnsettledWrites unsettled;
+    InDoubtWrites inDoubt;
     RestoredWork restored;
     VersionQueue queue;
-    RepeatSpacer spacer;
+    LoadBackoff backoff;
     AppAudience audience;
     std::map<quint64, VersionAct> acts; // those not answered yet, by the order they were asked for
     QHash<QString, int> loads;          // by version id, those not handed out yet

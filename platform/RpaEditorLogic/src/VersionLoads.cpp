@@ -14,7 +14,7 @@ VersionLoads::VersionLoads(VersionContext* sharedContext) : context(sharedContex
 void VersionLoads::SetSpacing()
 {
     const auto spacing = VersionServiceSettings::Instance()->GetRepeatSpacing();
-    context->spacer.SetSpacing(spacing.first, spacing.longest);
+    context->backoff.SetSpacing(spacing.first, spacing.longest);
 }
 
 void VersionLoads::List(const QSharedPointer<GetSnapshotListRequest>& request)
@@ -24,7 +24,7 @@ void VersionLoads::List(const QSharedPointer<GetSnapshotListRequest>& request)
     context->shownAppId = appId;
     const Order order{request, context->audience.Take(appId), ++lastSerial};
     SetSpacing();
-    context->spacer.Run(QStringLiteral("list/") + appId, [this, order] { SendList(order); });
+    context->backoff.Run(QStringLiteral("list/") + appId, [this, order] { SendList(order); });
 }
 
 void VersionLoads::SendList(const Order& order)
@@ -46,7 +46,7 @@ void VersionLoads::OnList(const Order& order, quint64 sent, const WbHttpAnswer& 
     const QString failure = isOvertaken ? QStringLiteral("期间打开了另一个应用，没有采用版本列表，请刷新")
                                         : ListFailure(order, sent, answer);
     context->journal.ListAnswered();
-    context->spacer.Answered(QStringLiteral("list/") + appId, isOvertaken || failure.isEmpty());
+    context->backoff.Answered(QStringLiteral("list/") + appId, isOvertaken || failure.isEmpty());
     context->Notify(NotifyGetSnapshotList, order.ticket, order.request,
                     QSharedPointer<SnapshotResponse>::create(), failure);
 }
@@ -84,7 +84,7 @@ void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request
     SetSpacing();
     ++context->loads[id];
     const AppAudience::Ticket ticket = context->TicketFor(QString(), id);
-    context->spacer.Run(QStringLiteral("data/") + id, [this, request, ticket, id] {
+    context->backoff.Run(QStringLiteral("data/") + id, [this, request, ticket, id] {
         context->queue.Enqueue(id, [this, request, ticket, id] {
             const QString refusal =
                 ServiceRoutes::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法打开");
@@ -128,12 +128,12 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
         const bool hasBase = restored && restored->baseRevision > 0;
         response->SetAppData(restored ? restored->json : answer.body);
         context->manager.SetBaseRevision(id, hasBase ? restored->baseRevision : revision);
-        context->unsettled.SettleVersion(id);
+        context->inDoubt.SettleVersion(id);
         if (hasBase)
-            context->unsettled.NoteEarlier(id, restored->baseRevision, restored->origin.unsettled);
+            context->inDoubt.NoteEarlier(id, restored->baseRevision, restored->origin.inDoubt);
         context->ledger.Reset(id, answer.bodyDigest.toHex());
     }
-    context->spacer.Answered(QStringLiteral("data/") + id, failure.isEmpty());
+    context->backoff.Answered(QStringLiteral("data/") + id, failure.isEmpty());
     context->queue.Finish(id);
     if (--context->loads[id] == 0)
         context->loads.remove(id);

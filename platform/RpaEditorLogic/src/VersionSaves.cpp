@@ -76,7 +76,7 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
         request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
         context->TakeSaved(*record);
         Rebase(order, *record);
-        context->unsettled.Settle(order);
+        context->inDoubt.Settle(order);
         context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
     } else {
         Fail(order, NotifySaveAppSnapshotInfo, answer, failure);
@@ -91,7 +91,7 @@ void VersionSaves::Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& re
     SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
     order.ticket = context->TicketFor(order.appId, order.versionId);
     context->ledger.Begin(order.versionId);
-    context->spacer.Restart(QStringLiteral("data/") + order.versionId);
+    context->backoff.Restart(QStringLiteral("data/") + order.versionId);
     // Asked now, not when its turn comes: behind a load it would be held for a save over what that brought.
     const QString refusal = ContentRefusal(order);
     context->queue.Enqueue(order.versionId,
@@ -171,7 +171,7 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
     if (failure.isEmpty()) {
         context->TakeSaved(*record);
         Rebase(order, *record);
-        context->unsettled.Settle(order);
+        context->inDoubt.Settle(order);
         context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
     } else {
         context->manager.Revert(order.versionId);
@@ -197,8 +197,8 @@ void VersionSaves::Fail(const SaveOrder& order, int notifyId, const WbHttpAnswer
 // What stands in the way of a save may be an earlier one of the same author, or an earlier try of this one.
 bool VersionSaves::MayBeOwn(const SaveOrder& order, const TriedAnswer& answer)
 {
-    context->unsettled.Note(order, answer);
-    return !answer.isLookUp && context->unsettled.MayExplain(order, answer);
+    context->inDoubt.Note(order, answer);
+    return !answer.isLookUp && context->inDoubt.MayExplain(order, answer);
 }
 
 void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended)
@@ -212,8 +212,8 @@ void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusa
             ended(order, failed);
             return;
         }
-        const auto own = context->unsettled.FindOwn(order, *records);
-        context->unsettled.Settle(order);
+        const auto own = context->inDoubt.FindOwn(order, *records);
+        context->inDoubt.Settle(order);
         if (!own) {
             TriedAnswer believed = refusal;
             believed.mayBeDone = false;

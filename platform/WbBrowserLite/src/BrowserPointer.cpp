@@ -27,12 +27,12 @@ bool BrowserPointer::Start(const QString& describe, const QString& hint)
     script = describe;
     asking = movedOn = false;
     ++session;
-    glass = new PointerGlass(view->parentWidget());
+    glass = new PointerOverlay(view->parentWidget());
     glass->SetHint(hint);
     glass->SetView(view);
-    connect(glass, &PointerGlass::SigMoved, this, &BrowserPointer::SlotMoved);
-    connect(glass, &PointerGlass::SigPressed, this, &BrowserPointer::SlotPressed);
-    connect(glass, &PointerGlass::SigHidden, this, &BrowserPointer::Stop);
+    connect(glass, &PointerOverlay::SigMoved, this, &BrowserPointer::SlotMoved);
+    connect(glass, &PointerOverlay::SigPressed, this, &BrowserPointer::SlotPressed);
+    connect(glass, &PointerOverlay::SigHidden, this, &BrowserPointer::Stop);
     connect(view->page(), &QWebEnginePage::loadStarted, glass, [this] { glass->Mark(QRectF(), QString()); });
     CoverView();
     view->installEventFilter(this);
@@ -48,7 +48,7 @@ void BrowserPointer::Stop()
 {
     if (!glass)
         return;
-    PointerGlass* const gone = glass;
+    PointerOverlay* const gone = glass;
     glass = nullptr; // hiding it comes back here
     qApp->removeEventFilter(this);
     if (view)

@@ -10,12 +10,12 @@
 class QWebEngineView;
 
 // The pane of glass over the page while the user points: it takes the mouse and shows what is under it.
-class PointerGlass : public QWidget
+class PointerOverlay : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit PointerGlass(QWidget* parent);
+    explicit PointerOverlay(QWidget* parent);
 
     void Mark(const QRectF& rect, const QString& label);
     void SetHint(const QString& text);
@@ -73,7 +73,7 @@ private:
     void CoverView();
 
     QPointer<QWebEngineView> view;
-    QPointer<PointerGlass> glass;
+    QPointer<PointerOverlay> glass;
     QPointer<QWidget> keyboardBefore; // who had it when pointing began
     QString script;
     QPointF latest;

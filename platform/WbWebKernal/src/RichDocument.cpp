@@ -1,6 +1,6 @@
 #include "RichDocument_p.h"
 #include "RichFormats_p.h"
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 
 #include <QTextBlock>
 #include <QTextCursor>
@@ -92,10 +92,10 @@ void RichDocument::RecolourLinks(const QColor& link)
 
 QString RichDocument::LoadHtml(const QString& html)
 {
-    const ScreenedHtml screened = ScreenHtml(html, *images);
-    const QString problem = screened.tally.GetProblem();
+    const SanitizedHtml sanitized = SanitizeHtml(html, *images);
+    const QString problem = sanitized.tally.GetProblem();
     setUndoRedoEnabled(false);
-    setHtml(problem.isEmpty() ? screened.html : QString());
+    setHtml(problem.isEmpty() ? sanitized.html : QString());
     TidyFrame(*this, *rootFrame());
     RemoveEmptyStart(begin());
     if (isEmpty())

@@ -1,5 +1,5 @@
 #include "RichFormats_p.h"
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 #include "RichHtmlWriter_p.h"
 #include "RichImages_p.h"
 

@@ -1,4 +1,4 @@
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 #include "RichLinkDialog_p.h"
 
 #include <OxBase/DpiTool.h>

@@ -1,4 +1,4 @@
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 #include "RichHtmlWriter_p.h"
 #include "RichLimits_p.h"
 #include "RichOpening_p.h"

@@ -1,5 +1,5 @@
 #include "RichFormats_p.h"
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 #include "RichHtmlWriter_p.h"
 #include "RichOpening_p.h"
 #include "RichTextView_p.h"
@@ -143,7 +143,7 @@ void RichTextView::InsertForeignHtml(const QString& html)
     const QString clean = RichHtmlWriter::Write(scratch, scratch.Images());
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
-    cursor.insertHtml(ScreenHtml(clean, current->Images()).html);
+    cursor.insertHtml(SanitizeHtml(clean, current->Images()).html);
     cursor.endEditBlock();
     setTextCursor(cursor);
     ensureCursorVisible();
@@ -168,7 +168,8 @@ void RichTextView::insertFromMimeData(const QMimeData* source)
     Paste(*source);
     // Else the author would find only the words of the text when it is opened again.
     const QString tooMuch =
-        ScreenHtml(RichHtmlWriter::Write(*current, current->Images()), current->Images()).tally.GetProblem();
+        SanitizeHtml(RichHtmlWriter::Write(*current, current->Images()), current->Images())
+            .tally.GetProblem();
     if (tooMuch.isEmpty() || !current->isUndoAvailable())
         return;
     undo();

@@ -84,7 +84,7 @@ void DraftFileTest::readsWhatWasWritten()
 void DraftFileTest::keepsTheNewestUnsettledSaves()
 {
     RpaDraft written = Draft();
-    for (int save = 0; save < DraftFile::mostUnsettled + 2; ++save)
+    for (int save = 0; save < DraftFile::mostInDoubt + 2; ++save)
         DraftFile::NoteUnsettled(&written, DraftFile::Sha256Of(QByteArray::number(save)));
     DraftFile::NoteUnsettled(&written, DraftFile::Sha256Of("2")); // again
     RpaDraft read;
@@ -92,10 +92,10 @@ void DraftFileTest::keepsTheNewestUnsettledSaves()
 
     QVERIFY2(DraftFile::Decode(DraftFile::Encode(&written), &read, &problem), qPrintable(problem));
 
-    QCOMPARE(read.unsettled.size(), DraftFile::mostUnsettled);
-    QCOMPARE(read.unsettled.first(), DraftFile::Sha256Of("3"));
-    QCOMPARE(read.unsettled.last(), DraftFile::Sha256Of("2"));
-    QCOMPARE(read.unsettled, written.unsettled);
+    QCOMPARE(read.inDoubt.size(), DraftFile::mostInDoubt);
+    QCOMPARE(read.inDoubt.first(), DraftFile::Sha256Of("3"));
+    QCOMPARE(read.inDoubt.last(), DraftFile::Sha256Of("2"));
+    QCOMPARE(read.inDoubt, written.inDoubt);
 }
 
 void DraftFileTest::passesOverUnsettledSavesThatAreNone()
@@ -110,7 +110,7 @@ void DraftFileTest::passesOverUnsettledSavesThatAreNone()
 
     QVERIFY2(DraftFile::Decode(file, &read, &problem), qPrintable(problem));
 
-    QCOMPARE(read.unsettled, QByteArrayList{sha});
+    QCOMPARE(read.inDoubt, QByteArrayList{sha});
 }
 
 void DraftFileTest::refusesWhatIsNoWholeDraft_data()

@@ -44,7 +44,7 @@ void DraftSaveTest::namesUnansweredSavesInDraftsOfLaterWork()
     const RpaDraft draft = Only();
     QCOMPARE(draft.content, app->ToJson());
     QCOMPARE(draft.baseRevision, 3);
-    QCOMPARE(draft.unsettled, (QByteArrayList{Sha256(first), Sha256(second)}));
+    QCOMPARE(draft.inDoubt, (QByteArrayList{Sha256(first), Sha256(second)}));
 }
 
 void DraftSaveTest::namesAnUnansweredSaveWhoseOwnDraftWasPassedOver()
@@ -66,8 +66,8 @@ void DraftSaveTest::namesAnUnansweredSaveWhoseOwnDraftWasPassedOver()
 
     QCOMPARE(written.size(), 2);
     QCOMPARE(draft.content, app->ToJson());
-    QCOMPARE(draft.unsettled.size(), 2);
-    QCOMPARE(draft.unsettled.last(), Sha256(sent));
+    QCOMPARE(draft.inDoubt.size(), 2);
+    QCOMPARE(draft.inDoubt.last(), Sha256(sent));
 }
 
 void DraftSaveTest::forgetsUnansweredSavesThatAConfirmedOneReplaced()
@@ -86,7 +86,7 @@ void DraftSaveTest::forgetsUnansweredSavesThatAConfirmedOneReplaced()
     journal->Close();
 
     QCOMPARE(Only().baseRevision, 4);
-    QCOMPARE(Only().unsettled, QByteArrayList());
+    QCOMPARE(Only().inDoubt, QByteArrayList());
 }
 
 void DraftSaveTest::forgetsUnansweredSavesWhenOtherContentIsLoaded()
@@ -107,19 +107,19 @@ void DraftSaveTest::forgetsUnansweredSavesWhenOtherContentIsLoaded()
     const QVector<RpaDraft> drafts = All();
     QVERIFY(!drafts.isEmpty());
     QCOMPARE(drafts.first().versionId, QStringLiteral("version-2"));
-    QCOMPARE(drafts.first().unsettled, QByteArrayList());
+    QCOMPARE(drafts.first().inDoubt, QByteArrayList());
 }
 
 void DraftSaveTest::goesOnNamingUnansweredSavesOfARestoredDraft()
 {
-    const QByteArrayList unsettled{Sha256("one"), Sha256("two")};
+    const QByteArrayList inDoubt{Sha256("one"), Sha256("two")};
     RpaAppDataPtr app = Loaded();
-    app->SetOrigin({versionId, 3, QStringLiteral("a.draft"), unsettled});
+    app->SetOrigin({versionId, 3, QStringLiteral("a.draft"), inDoubt});
 
     Edit(*app, QStringLiteral("a"));
     journal->Close();
 
-    QCOMPARE(Only().unsettled, unsettled);
+    QCOMPARE(Only().inDoubt, inDoubt);
 }
 
 QTEST_GUILESS_MAIN(DraftSaveTest)

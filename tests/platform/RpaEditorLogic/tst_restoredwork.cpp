@@ -159,7 +159,7 @@ void RestoredWorkTest::goesOnFromASaveOfItsOwn()
     fixture.GivenVersions({fixture.Version(v1, 4)});
     RestoredContent work = Work(v1, baseRevision);
     work.origin.versionId = madeFrom;
-    work.origin.unsettled = {Sha256("something else"), Sha256(loaded)};
+    work.origin.inDoubt = {Sha256("something else"), Sha256(loaded)};
     fixture.Logic()->Restore(work);
 
     const RpaAppDataPtr app = LoadInto(fixture, v1, 4);
@@ -182,7 +182,7 @@ void RestoredWorkTest::recognisesItsOwnSaveThatIsDoneAfterTheLoad()
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 3)});
     RestoredContent work = Work(v1, 3);
-    work.origin.unsettled = {Sha256(sent)};
+    work.origin.inDoubt = {Sha256(sent)};
     fixture.Logic()->Restore(work);
     LoadInto(fixture, v1, 3);
 

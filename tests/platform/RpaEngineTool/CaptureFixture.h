@@ -58,7 +58,7 @@ public:
         return QTest::qWaitFor([&over] { return over; }, 20000) ? given : QVariant();
     }
 
-    QWidget* Glass() const { return window->findChild<QWidget*>(QStringLiteral("browserPointerGlass")); }
+    QWidget* Glass() const { return window->findChild<QWidget*>(QStringLiteral("browserPointerOverlay")); }
 
     // The middle of an element, in the window.
     QPoint MiddleOf(const QString& css)

@@ -17,7 +17,7 @@ struct RpaContentOrigin
     int baseRevision = 0; // of the version, when the content was loaded or saved; 0: unknown
     QString draftName;    // the draft that the content was restored from; empty: none
     // Of that draft: SHA-256 of what was sent since and may have been saved (RpaDraft).
-    QByteArrayList unsettled = {};
+    QByteArrayList inDoubt = {};
 };
 
 // While it lives, app data that Parse() fills come from here: whoever delivers loaded content to observers

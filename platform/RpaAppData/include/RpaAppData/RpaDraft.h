@@ -18,5 +18,5 @@ struct RpaDraft
     QByteArray content;   // app data as JSON
     // SHA-256, lower-case hex, of what saves sent since the base and nobody answered: if that is what the
     // version holds now, this work goes on from it. Oldest first, the newest 16.
-    QByteArrayList unsettled;
+    QByteArrayList inDoubt;
 };

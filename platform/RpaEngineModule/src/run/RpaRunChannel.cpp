@@ -24,7 +24,7 @@ RpaRunChannel::RpaRunChannel(QObject* parent) : QObject(parent)
 {
     more.setSingleShot(true);
     more.setInterval(PauseMs);
-    connect(&door, &RpaRunDoor::SigAdmitted, this, &RpaRunChannel::Take);
+    connect(&handshake, &RpaRunHandshake::SigAdmitted, this, &RpaRunChannel::Take);
     connect(&more, &QTimer::timeout, this, &RpaRunChannel::ReadSome);
 }
 
@@ -36,7 +36,7 @@ RpaRunChannel::~RpaRunChannel()
 
 bool RpaRunChannel::Listen(const QString& folder)
 {
-    return door.Open(folder);
+    return handshake.Open(folder);
 }
 
 void RpaRunChannel::Take(RpaRunSocket* admitted)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RpaRunDoor_p.h"
+#include "RpaRunHandshake_p.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -9,9 +9,9 @@
 #include <QVariantMap>
 
 // The wire between the editor and one child: frames of a 4-byte big-endian length and a JSON object over the
-// one connection that the door lets in. What the child sends is not believed: sizes are bounded, frames are
-// read in slices so that a chatty child cannot hold up the user, and a frame that is not well-formed ends the
-// connection.
+// one connection that the handshake lets in. What the child sends is not believed: sizes are bounded, frames
+// are read in slices so that a chatty child cannot hold up the user, and a frame that is not well-formed ends
+// the connection.
 class RpaRunChannel : public QObject
 {
     Q_OBJECT
@@ -25,8 +25,8 @@ public:
     // The folder belongs to this run. False when the system refuses.
     bool Listen(const QString& folder);
     // Of the listener and what the child has to show there, for its command line.
-    QString GetAddress() const { return door.GetAddress(); }
-    QByteArray GetToken() const { return door.GetToken(); }
+    QString GetAddress() const { return handshake.GetAddress(); }
+    QByteArray GetToken() const { return handshake.GetToken(); }
 
     void Send(const QVariantMap& frame);
 
@@ -45,7 +45,7 @@ private:
     bool TakeFrame();
     void Close(const QString& reason);
 
-    RpaRunDoor door;
+    RpaRunHandshake handshake;
     QPointer<RpaRunSocket> socket;
     QByteArray received;
     int taken = 0; // of received

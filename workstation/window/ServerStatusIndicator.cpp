@@ -1,4 +1,4 @@
-#include "ServerMark.h"
+#include "ServerStatusIndicator.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbTheme.h>
@@ -27,14 +27,14 @@ int Dot()
 }
 } // namespace
 
-ServerMark::ServerMark(QWidget* parent) : QWidget(parent)
+ServerStatusIndicator::ServerStatusIndicator(QWidget* parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("serverMark"));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     Show(ServerState::Connecting, QString());
 }
 
-void ServerMark::Show(ServerState value, const QString& detail)
+void ServerStatusIndicator::Show(ServerState value, const QString& detail)
 {
     state = value;
     setToolTip(detail);
@@ -44,7 +44,7 @@ void ServerMark::Show(ServerState value, const QString& detail)
     update();
 }
 
-QString ServerMark::GetText() const
+QString ServerStatusIndicator::GetText() const
 {
     switch (state) {
     case ServerState::Connected:
@@ -57,12 +57,12 @@ QString ServerMark::GetText() const
     return QStringLiteral("正在连接版本服务");
 }
 
-QSize ServerMark::sizeHint() const
+QSize ServerStatusIndicator::sizeHint() const
 {
     return QSize(Dot() * 2 + fontMetrics().horizontalAdvance(GetText()) + 2, fontMetrics().height() + 4);
 }
 
-void ServerMark::paintEvent(QPaintEvent* event)
+void ServerStatusIndicator::paintEvent(QPaintEvent* event)
 {
     Q_UNUSED(event)
     QPainter painter(this);

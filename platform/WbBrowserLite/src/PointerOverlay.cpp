@@ -32,33 +32,33 @@ void PaintBubble(QPainter& painter, const QRect& rect, const QString& text, WbCo
 }
 } // namespace
 
-PointerGlass::PointerGlass(QWidget* parent) : QWidget(parent)
+PointerOverlay::PointerOverlay(QWidget* parent) : QWidget(parent)
 {
-    setObjectName(QStringLiteral("browserPointerGlass"));
+    setObjectName(QStringLiteral("browserPointerOverlay"));
     setMouseTracking(true);
     setCursor(Qt::CrossCursor);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QStringLiteral("正在捕获网页元素"));
 }
 
-void PointerGlass::Mark(const QRectF& rect, const QString& text)
+void PointerOverlay::Mark(const QRectF& rect, const QString& text)
 {
     marked = rect;
     label = text;
     update();
 }
 
-void PointerGlass::SetHint(const QString& text)
+void PointerOverlay::SetHint(const QString& text)
 {
     hint = text;
 }
 
-void PointerGlass::SetView(QWebEngineView* shown)
+void PointerOverlay::SetView(QWebEngineView* shown)
 {
     view = shown;
 }
 
-void PointerGlass::paintEvent(QPaintEvent*)
+void PointerOverlay::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -81,7 +81,7 @@ void PointerGlass::paintEvent(QPaintEvent*)
                 WbColor::ToolTipText);
 }
 
-void PointerGlass::PaintLabel(QPainter& painter) const
+void PointerOverlay::PaintLabel(QPainter& painter) const
 {
     const QFontMetrics metrics = painter.fontMetrics();
     const int widest = qMin(width() - 4, DpiTool::ScaleDefault(360));
@@ -93,28 +93,28 @@ void PointerGlass::PaintLabel(QPainter& painter) const
     PaintBubble(painter, QRect(QPoint(left, top), size), label, WbColor::Accent, WbColor::TextOnAccent);
 }
 
-void PointerGlass::mouseMoveEvent(QMouseEvent* event)
+void PointerOverlay::mouseMoveEvent(QMouseEvent* event)
 {
     emit SigMoved(event->localPos());
 }
 
-void PointerGlass::mousePressEvent(QMouseEvent* event)
+void PointerOverlay::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
         emit SigPressed(event->localPos());
 }
 
-void PointerGlass::mouseReleaseEvent(QMouseEvent* event)
+void PointerOverlay::mouseReleaseEvent(QMouseEvent* event)
 {
     event->accept();
 }
 
-void PointerGlass::mouseDoubleClickEvent(QMouseEvent* event)
+void PointerOverlay::mouseDoubleClickEvent(QMouseEvent* event)
 {
     event->accept(); // its first press has picked already
 }
 
-void PointerGlass::wheelEvent(QWheelEvent* event)
+void PointerOverlay::wheelEvent(QWheelEvent* event)
 {
     // Scrolling must stay possible, or only what is in sight could be captured.
     if (view && view->focusProxy())
@@ -123,17 +123,17 @@ void PointerGlass::wheelEvent(QWheelEvent* event)
     event->accept();
 }
 
-void PointerGlass::contextMenuEvent(QContextMenuEvent* event)
+void PointerOverlay::contextMenuEvent(QContextMenuEvent* event)
 {
     event->accept();
 }
 
-void PointerGlass::leaveEvent(QEvent*)
+void PointerOverlay::leaveEvent(QEvent*)
 {
     Mark(QRectF(), QString());
 }
 
-void PointerGlass::hideEvent(QHideEvent* event)
+void PointerOverlay::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
     if (!event->spontaneous())

@@ -9,7 +9,7 @@
 // Lets in the child of one run: the first connection that begins with the run's token. Whoever says anything
 // else, says nothing for some seconds or leaves is turned away; of a stranger no more is read than a token is
 // long. When many wait, the one that has waited longest makes room.
-class RpaRunDoor : public QObject
+class RpaRunHandshake : public QObject
 {
     Q_OBJECT
 
@@ -17,8 +17,8 @@ public:
     static constexpr int PatienceMs = 5000;
     static constexpr int PlacesAtMost = 8;
 
-    explicit RpaRunDoor(QObject* parent = nullptr);
-    ~RpaRunDoor() override;
+    explicit RpaRunHandshake(QObject* parent = nullptr);
+    ~RpaRunHandshake() override;
 
     // See RpaRunSockets::Listen().
     bool Open(const QString& folder);
@@ -27,7 +27,7 @@ public:
     QByteArray GetToken() const { return token; }
 
 signals:
-    // Once; the door is closed and everybody else turned away. The socket belongs to the receiver and may
+    // Once; the socket is closed and everybody else turned away. The socket belongs to the receiver and may
     // hold bytes that came behind the token.
     void SigAdmitted(RpaRunSocket* socket);
 

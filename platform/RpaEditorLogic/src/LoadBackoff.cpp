@@ -1,4 +1,4 @@
-#include "RepeatSpacer_p.h"
+#include "LoadBackoff_p.h"
 
 #include <QTimer>
 
@@ -10,15 +10,15 @@ namespace
 constexpr int hurriedForFree = 3;
 } // namespace
 
-RepeatSpacer::~RepeatSpacer() = default;
+LoadBackoff::~LoadBackoff() = default;
 
-void RepeatSpacer::SetSpacing(std::chrono::milliseconds shortest, std::chrono::milliseconds most)
+void LoadBackoff::SetSpacing(std::chrono::milliseconds shortest, std::chrono::milliseconds most)
 {
     first = shortest;
     longest = most;
 }
 
-void RepeatSpacer::Run(const QString& key, Start start)
+void LoadBackoff::Run(const QString& key, Start start)
 {
     const auto wait = WaitFor(key);
     if (wait.count() <= 0) {
@@ -37,14 +37,14 @@ void RepeatSpacer::Run(const QString& key, Start start)
     });
 }
 
-void RepeatSpacer::Begin(const Waiting& due)
+void LoadBackoff::Begin(const Waiting& due)
 {
     isStale = due.life != GetLife();
     due.start();
     isStale = false;
 }
 
-std::chrono::milliseconds RepeatSpacer::WaitFor(const QString& key)
+std::chrono::milliseconds LoadBackoff::WaitFor(const QString& key)
 {
     const auto position = histories.find(key);
     if (position == histories.end())
@@ -60,24 +60,24 @@ std::chrono::milliseconds RepeatSpacer::WaitFor(const QString& key)
     return std::min(first * (1 << std::min(steps - 1, stepsAtMost)), longest) - age;
 }
 
-void RepeatSpacer::Answered(const QString& key, bool success)
+void LoadBackoff::Answered(const QString& key, bool success)
 {
     History& history = histories[key];
     history.failures = success ? 0 : history.failures + 1;
     history.age.start();
 }
 
-void RepeatSpacer::Restart(const QString& key)
+void LoadBackoff::Restart(const QString& key)
 {
     histories.remove(key);
 }
 
-void RepeatSpacer::Forget()
+void LoadBackoff::Forget()
 {
     histories.clear();
 }
 
-void RepeatSpacer::Flush()
+void LoadBackoff::Flush()
 {
     while (!waiting.empty()) {
         const Waiting due = std::move(waiting.begin()->second);

@@ -1,4 +1,4 @@
-#include "VersionDesk.h"
+#include "VersionController.h"
 
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
@@ -6,13 +6,14 @@
 
 #include <algorithm>
 
-VersionDesk::VersionDesk(QObject* parent) : QObject(parent), client(std::make_unique<VersionServiceClient>())
+VersionController::VersionController(QObject* parent)
+    : QObject(parent), client(std::make_unique<VersionServiceClient>())
 {
 }
 
-VersionDesk::~VersionDesk() = default;
+VersionController::~VersionController() = default;
 
-void VersionDesk::SetApp(const QString& appId)
+void VersionController::SetApp(const QString& appId)
 {
     app = appId;
     saves.clear();
@@ -23,7 +24,7 @@ void VersionDesk::SetApp(const QString& appId)
     emit SigChanged();
 }
 
-void VersionDesk::Load()
+void VersionController::Load()
 {
     if (app.isEmpty() || IsLoading()) {
         return;
@@ -52,7 +53,7 @@ void VersionDesk::Load()
     emit SigChanged();
 }
 
-void VersionDesk::Take(const QString& failure)
+void VersionController::Take(const QString& failure)
 {
     --waiting;
     if (!failure.isEmpty()) {
@@ -61,7 +62,7 @@ void VersionDesk::Take(const QString& failure)
     emit SigChanged();
 }
 
-QVector<VersionFacts> VersionDesk::GetVersions() const
+QVector<VersionFacts> VersionController::GetVersions() const
 {
     QVector<VersionFacts> versions;
     const RpaSnapshotManager* const manager = RpaEditorLogic::Instance()->GetDevSnapshotManager();
@@ -85,7 +86,7 @@ QVector<VersionFacts> VersionDesk::GetVersions() const
     return versions;
 }
 
-VersionFacts VersionDesk::FindShown(const QString& shownName) const
+VersionFacts VersionController::FindShown(const QString& shownName) const
 {
     const auto versions = GetVersions();
     const auto found =
@@ -95,7 +96,7 @@ VersionFacts VersionDesk::FindShown(const QString& shownName) const
     return found == versions.cend() ? VersionFacts() : *found;
 }
 
-void VersionDesk::Note(const VersionServiceSave& save, const QString& note)
+void VersionController::Note(const VersionServiceSave& save, const QString& note)
 {
     client->NoteSave(save.versionId, save.revision, note, this, [this, save, note](const auto& result) {
         if (result.success) {
@@ -107,7 +108,7 @@ void VersionDesk::Note(const VersionServiceSave& save, const QString& note)
     });
 }
 
-void VersionDesk::TakeNote(const VersionServiceSave& save, const QString& note)
+void VersionController::TakeNote(const VersionServiceSave& save, const QString& note)
 {
     for (VersionServiceSave& known : saves) {
         if (known.versionId == save.versionId && known.revision == save.revision) {

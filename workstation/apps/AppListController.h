@@ -15,15 +15,15 @@ class VersionServiceClient;
 struct VersionServiceApp;
 
 // Works the list of apps: reads it from the service, makes and renames apps.
-class AppDesk : public QObject
+class AppListController : public QObject
 {
     Q_OBJECT
 
 public:
     // Neither model nor page is owned. openedFile: where is kept when each account opened which app.
-    AppDesk(AppListModel* model, AppListPage* page, const QString& openedFile = QString(),
-            QObject* parent = nullptr);
-    ~AppDesk() override;
+    AppListController(AppListModel* model, AppListPage* page, const QString& openedFile = QString(),
+                      QObject* parent = nullptr);
+    ~AppListController() override;
 
     void Refresh();
 

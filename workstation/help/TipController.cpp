@@ -1,4 +1,4 @@
-#include "TipDesk.h"
+#include "TipController.h"
 
 #include "EditorPage.h"
 #include "MainWindow.h"
@@ -39,30 +39,30 @@ QString TipFor(const QString& place)
 }
 } // namespace
 
-TipDesk::TipDesk(WorkstationSettings* store, MainWindow* mainWindow, EditorPage* editorPage)
+TipController::TipController(WorkstationSettings* store, MainWindow* mainWindow, EditorPage* editorPage)
     : settings(store), window(mainWindow), editing(editorPage), bar(new TipBar)
 {
     window->AddFoot(bar);
     window->installEventFilter(this);
-    connect(window, &MainWindow::SigPageShown, this, &TipDesk::Update);
-    connect(editing, &EditorPage::SigOpened, this, &TipDesk::FollowEditor);
-    connect(settings, &WorkstationSettings::SigTipsChanged, this, &TipDesk::Update);
-    connect(bar, &TipBar::SigDone, this, &TipDesk::Forget);
+    connect(window, &MainWindow::SigPageShown, this, &TipController::Update);
+    connect(editing, &EditorPage::SigOpened, this, &TipController::FollowEditor);
+    connect(settings, &WorkstationSettings::SigTipsChanged, this, &TipController::Update);
+    connect(bar, &TipBar::SigDone, this, &TipController::Forget);
     connect(bar, &TipBar::SigNoMore, this, [this] { settings->SetTips(false); });
 }
 
-TipDesk::~TipDesk() = default;
+TipController::~TipController() = default;
 
-bool TipDesk::eventFilter(QObject*, QEvent* event)
+bool TipController::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {
         // Later: a page that shrinks within its own layout would not end.
-        QMetaObject::invokeMethod(this, &TipDesk::Update, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &TipController::Update, Qt::QueuedConnection);
     }
     return false;
 }
 
-void TipDesk::FollowEditor(QWidget* editor)
+void TipController::FollowEditor(QWidget* editor)
 {
     for (const char* name : editorParts) {
         if (auto* part = editor->findChild<QWidget*>(QLatin1String(name))) {
@@ -71,7 +71,7 @@ void TipDesk::FollowEditor(QWidget* editor)
     }
 }
 
-QString TipDesk::FindPlace() const
+QString TipController::FindPlace() const
 {
     const QWidget* const page = window->CurrentPage();
     for (const char* name : editorParts) {
@@ -83,7 +83,7 @@ QString TipDesk::FindPlace() const
     return page ? page->objectName() : QString();
 }
 
-void TipDesk::Update()
+void TipController::Update()
 {
     const QString place = FindPlace();
     if (!told.isEmpty() && place != told) {
@@ -97,7 +97,7 @@ void TipDesk::Update()
     bar->Tell(tip);
 }
 
-void TipDesk::Forget()
+void TipController::Forget()
 {
     settings->AddSeenTip(told);
     told.clear();

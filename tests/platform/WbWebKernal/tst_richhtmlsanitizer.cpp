@@ -1,5 +1,5 @@
 #include "HostileTexts.h"
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 #include "RichImages_p.h"
 #include "RichLimits_p.h"
 #include "RichWords_p.h"
@@ -50,16 +50,16 @@ Demands DemandsOf(const QString& html)
     return demands;
 }
 
-QString Screened(const QString& html)
+QString Sanitized(const QString& html)
 {
     RichImages images;
-    return ScreenHtml(html, images).html;
+    return SanitizeHtml(html, images).html;
 }
 
 QString ProblemOf(const QString& html)
 {
     RichImages images;
-    return ScreenHtml(html, images).tally.GetProblem();
+    return SanitizeHtml(html, images).tally.GetProblem();
 }
 
 QString Times(const char* piece, int count)
@@ -69,7 +69,7 @@ QString Times(const char* piece, int count)
 } // namespace
 
 // What may be laid out at all, and in which form.
-class tst_RichHtmlScreen : public QObject
+class tst_RichHtmlSanitizer : public QObject
 {
     Q_OBJECT
 
@@ -90,7 +90,7 @@ private slots:
     void tellsOnlyTheBeginningOfEndlessWords();
 };
 
-void tst_RichHtmlScreen::boundsEveryText_data()
+void tst_RichHtmlSanitizer::boundsEveryText_data()
 {
     QTest::addColumn<QString>("html");
 
@@ -103,35 +103,35 @@ void tst_RichHtmlScreen::boundsEveryText_data()
     }
 }
 
-void tst_RichHtmlScreen::boundsEveryText()
+void tst_RichHtmlSanitizer::boundsEveryText()
 {
     QFETCH(QString, html);
     RichImages images;
 
-    const ScreenedHtml screened = ScreenHtml(html, images);
+    const SanitizedHtml sanitized = SanitizeHtml(html, images);
 
     // Cells count more in the tally the deeper they are, never less.
-    const Demands demands = DemandsOf(screened.html);
+    const Demands demands = DemandsOf(sanitized.html);
     QVERIFY(demands.everyTagClosed);
     QVERIFY2(demands.tableDepth <= RichLimits::tableDepth, qPrintable(QString::number(demands.tableDepth)));
     QVERIFY2(demands.depth <= RichLimits::depth + 2 * RichLimits::tableDepth,
              qPrintable(QString::number(demands.depth)));
     QVERIFY(demands.widestSpan <= RichLimits::span);
-    QVERIFY(demands.cells <= screened.tally.GetCells());
-    if (screened.tally.GetProblem().isEmpty()) {
-        QVERIFY(screened.tally.GetCells() <= RichLimits::cells);
-        QVERIFY(screened.tally.GetParagraphs() <= RichLimits::paragraphs);
-        QVERIFY(screened.tally.GetLongestParagraph() <= RichLimits::paragraphSize);
-        QVERIFY(screened.tally.GetLongestList() <= RichLimits::listItems);
-        QVERIFY(screened.tally.GetLayoutWork() <= RichLimits::layoutWork);
-        QVERIFY(screened.html.size() <= 4 * html.size() + 10000);
+    QVERIFY(demands.cells <= sanitized.tally.GetCells());
+    if (sanitized.tally.GetProblem().isEmpty()) {
+        QVERIFY(sanitized.tally.GetCells() <= RichLimits::cells);
+        QVERIFY(sanitized.tally.GetParagraphs() <= RichLimits::paragraphs);
+        QVERIFY(sanitized.tally.GetLongestParagraph() <= RichLimits::paragraphSize);
+        QVERIFY(sanitized.tally.GetLongestList() <= RichLimits::listItems);
+        QVERIFY(sanitized.tally.GetLayoutWork() <= RichLimits::layoutWork);
+        QVERIFY(sanitized.html.size() <= 4 * html.size() + 10000);
     }
     const RichWords words = WordsOf(html);
     QVERIFY(words.text.size() <= 220 * 1000);
     QVERIFY(words.text.count(QLatin1Char('\n')) <= 10 * 1000);
 }
 
-void tst_RichHtmlScreen::refusesATextBeyondALimit_data()
+void tst_RichHtmlSanitizer::refusesATextBeyondALimit_data()
 {
     QTest::addColumn<QString>("html");
     QTest::addColumn<QString>("reason");
@@ -176,7 +176,7 @@ void tst_RichHtmlScreen::refusesATextBeyondALimit_data()
         << QStringLiteral("的文字超过 200 万字");
 }
 
-void tst_RichHtmlScreen::refusesATextBeyondALimit()
+void tst_RichHtmlSanitizer::refusesATextBeyondALimit()
 {
     QFETCH(QString, html);
     QFETCH(QString, reason);
@@ -184,7 +184,7 @@ void tst_RichHtmlScreen::refusesATextBeyondALimit()
     QCOMPARE(ProblemOf(html), reason);
 }
 
-void tst_RichHtmlScreen::passesWhatIsJustWithin_data()
+void tst_RichHtmlSanitizer::passesWhatIsJustWithin_data()
 {
     QTest::addColumn<QString>("html");
 
@@ -199,17 +199,17 @@ void tst_RichHtmlScreen::passesWhatIsJustWithin_data()
         << QString(QLatin1String("<pre>") + Times("0123456789\n", 4000));
 }
 
-void tst_RichHtmlScreen::passesWhatIsJustWithin()
+void tst_RichHtmlSanitizer::passesWhatIsJustWithin()
 {
     QFETCH(QString, html);
 
     QCOMPARE(ProblemOf(html), QString());
 }
 
-void tst_RichHtmlScreen::closesWhatNobodyClosed_data()
+void tst_RichHtmlSanitizer::closesWhatNobodyClosed_data()
 {
     QTest::addColumn<QString>("html");
-    QTest::addColumn<QString>("screened");
+    QTest::addColumn<QString>("sanitized");
 
     const QString table =
         QStringLiteral("<table border=\"1\" cellspacing=\"0\" cellpadding=\"6\" width=\"100%\">");
@@ -236,17 +236,17 @@ void tst_RichHtmlScreen::closesWhatNobodyClosed_data()
                                 << QStringLiteral("<p style=\"color:red\" align=\"center\">a</p>");
 }
 
-void tst_RichHtmlScreen::closesWhatNobodyClosed()
+void tst_RichHtmlSanitizer::closesWhatNobodyClosed()
 {
     QFETCH(QString, html);
 
-    QTEST(Screened(html), "screened");
+    QTEST(Sanitized(html), "sanitized");
 }
 
-void tst_RichHtmlScreen::losesNoWords_data()
+void tst_RichHtmlSanitizer::losesNoWords_data()
 {
     QTest::addColumn<QString>("html");
-    QTest::addColumn<QString>("screened");
+    QTest::addColumn<QString>("sanitized");
 
     QTest::newRow("stray bracket") << QStringLiteral("a < b <3 c<") << QStringLiteral("a &lt; b &lt;3 c&lt;");
     QTest::newRow("open tag") << QStringLiteral("a <b c") << QStringLiteral("a &lt;b c");
@@ -258,30 +258,30 @@ void tst_RichHtmlScreen::losesNoWords_data()
                             << QStringLiteral("abc");
 }
 
-void tst_RichHtmlScreen::losesNoWords()
+void tst_RichHtmlSanitizer::losesNoWords()
 {
     QFETCH(QString, html);
 
-    QTEST(Screened(html), "screened");
+    QTEST(Sanitized(html), "sanitized");
 }
 
-void tst_RichHtmlScreen::decodesNoPictureToKnowItsSize()
+void tst_RichHtmlSanitizer::decodesNoPictureToKnowItsSize()
 {
     RichImages images;
 
     // There is nothing to decode: only a picture that is asked for its header alone can be taken in.
     const QString taken =
-        ScreenHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(1600, 1600)), images)
+        SanitizeHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(1600, 1600)), images)
             .html;
     const QString refused =
-        ScreenHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(30000, 30000)), images)
+        SanitizeHtml(QStringLiteral("<img src=\"%1\">").arg(HostileTexts::EmptyPicture(30000, 30000)), images)
             .html;
 
     QVERIFY(taken.startsWith(QLatin1String("<img src=\"picture:")));
     QCOMPARE(refused, QString());
 }
 
-void tst_RichHtmlScreen::tellsTheWordsOfAText_data()
+void tst_RichHtmlSanitizer::tellsTheWordsOfAText_data()
 {
     QTest::addColumn<QString>("html");
     QTest::addColumn<QString>("words");
@@ -300,7 +300,7 @@ void tst_RichHtmlScreen::tellsTheWordsOfAText_data()
         << Times("x", 2001) << QString(Times("x", 2000) + QStringLiteral("\nx"));
 }
 
-void tst_RichHtmlScreen::tellsTheWordsOfAText()
+void tst_RichHtmlSanitizer::tellsTheWordsOfAText()
 {
     QFETCH(QString, html);
 
@@ -310,7 +310,7 @@ void tst_RichHtmlScreen::tellsTheWordsOfAText()
     QVERIFY(words.complete);
 }
 
-void tst_RichHtmlScreen::tellsOnlyTheBeginningOfEndlessWords()
+void tst_RichHtmlSanitizer::tellsOnlyTheBeginningOfEndlessWords()
 {
     const RichWords many = WordsOf(Times("<p>words</p>", 200000));
     const RichWords lines = WordsOfPlainText(Times("x\n", 30000));
@@ -320,6 +320,6 @@ void tst_RichHtmlScreen::tellsOnlyTheBeginningOfEndlessWords()
     QVERIFY(!lines.complete);
 }
 
-QTEST_GUILESS_MAIN(tst_RichHtmlScreen)
+QTEST_GUILESS_MAIN(tst_RichHtmlSanitizer)
 
-#include "tst_richhtmlscreen.moc"
+#include "tst_richhtmlsanitizer.moc"

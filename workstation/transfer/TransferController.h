@@ -8,7 +8,7 @@ class AppTransfer;
 class QWidget;
 
 // Exports and imports apps: asks for the file, shows how far it is, says how it ended.
-class TransferDesk : public QObject
+class TransferController : public QObject
 {
     Q_OBJECT
 

@@ -1,6 +1,6 @@
 #include "HtmlTokens_p.h"
 #include "HtmlVocabulary_p.h"
-#include "RichHtmlScreen_p.h"
+#include "RichHtmlSanitizer_p.h"
 #include "RichImages_p.h"
 #include "RichLimits_p.h"
 
@@ -21,7 +21,7 @@ public:
         out.reserve(html.size());
     }
 
-    ScreenedHtml Run()
+    SanitizedHtml Run()
     {
         while (tally.GetProblem().isEmpty()) {
             const HtmlTokens::Kind kind = tokens.Next();
@@ -310,11 +310,11 @@ private:
 };
 } // namespace
 
-ScreenedHtml ScreenHtml(const QString& html, RichImages& images)
+SanitizedHtml SanitizeHtml(const QString& html, RichImages& images)
 {
     if (html.size() <= RichLimits::sourceSize)
         return Screen(html, images).Run();
-    ScreenedHtml refused;
+    SanitizedHtml refused;
     refused.tally.Refuse(QStringLiteral("连同图片超过 %1 MB").arg(RichLimits::sourceSize / (1024 * 1024)));
     return refused;
 }

@@ -1,4 +1,4 @@
-#include "AppDesk.h"
+#include "AppListController.h"
 
 #include "AppListModel.h"
 #include "AppListPage.h"
@@ -31,15 +31,16 @@ AppRecord RecordOf(const VersionServiceApp& app)
 }
 } // namespace
 
-AppDesk::AppDesk(AppListModel* apps, AppListPage* listPage, const QString& openedFile, QObject* parent)
+AppListController::AppListController(AppListModel* apps, AppListPage* listPage, const QString& openedFile,
+                                     QObject* parent)
     : QObject(parent), model(apps), page(listPage), client(std::make_unique<VersionServiceClient>()),
       opened(openedFile)
 {
 }
 
-AppDesk::~AppDesk() = default;
+AppListController::~AppListController() = default;
 
-void AppDesk::Refresh()
+void AppListController::Refresh()
 {
     // A list that is on the screen stays there until the new one has come.
     if (model->rowCount() == 0) {
@@ -65,28 +66,28 @@ void AppDesk::Refresh()
                      });
 }
 
-void AppDesk::RefreshAndSelect(const QString& appId)
+void AppListController::RefreshAndSelect(const QString& appId)
 {
     selectNext = appId;
     Refresh();
 }
 
-void AppDesk::Forget()
+void AppListController::Forget()
 {
     ++lastRefresh;
     selectNext.clear();
     model->SetApps({});
 }
 
-void AppDesk::NoteOpened(const QString& appId)
+void AppListController::NoteOpened(const QString& appId)
 {
     opened.Note(account, appId, QDateTime::currentDateTimeUtc());
 }
 
-void AppDesk::Create(int kind)
+void AppListController::Create(int kind)
 {
     created = AppRecord();
-    const QPointer<AppDesk> guard(this);
+    const QPointer<AppListController> guard(this);
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Create, page);
     dialog->SetKind(kind);
     connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog] {
@@ -105,7 +106,7 @@ void AppDesk::Create(int kind)
     }
 }
 
-void AppDesk::Rename(const AppRecord& app)
+void AppListController::Rename(const AppRecord& app)
 {
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Rename, page);
     dialog->SetName(app.name);
@@ -118,7 +119,7 @@ void AppDesk::Rename(const AppRecord& app)
     Ask(dialog);
 }
 
-void AppDesk::EditTags(const AppRecord& app)
+void AppListController::EditTags(const AppRecord& app)
 {
     auto* dialog = new AppTagsDialog(app, model->GetTags(), page);
     connect(dialog, &AppTagsDialog::SigConfirmed, this, [this, dialog, app] {
@@ -135,7 +136,7 @@ void AppDesk::EditTags(const AppRecord& app)
     Ask(dialog);
 }
 
-void AppDesk::Copy(const AppRecord& app)
+void AppListController::Copy(const AppRecord& app)
 {
     client->CopyApp(app.id, this, [this, app](const VersionServiceResult<VersionServiceApp>& result) {
         if (!result.success) {
@@ -148,15 +149,15 @@ void AppDesk::Copy(const AppRecord& app)
 }
 
 // The page takes the dialog along when the workstation closes; nothing of either is touched after that.
-void AppDesk::Ask(QDialog* dialog)
+void AppListController::Ask(QDialog* dialog)
 {
     const QPointer<QDialog> guard(dialog);
     dialog->exec();
     delete guard;
 }
 
-void AppDesk::ShowOutcome(AppNameDialog* dialog, bool success, const QString& problem,
-                          const VersionServiceApp& app)
+void AppListController::ShowOutcome(AppNameDialog* dialog, bool success, const QString& problem,
+                                    const VersionServiceApp& app)
 {
     if (!success) {
         dialog->ShowProblem(problem);

@@ -1,4 +1,4 @@
-#include "ReleasedDesk.h"
+#include "ReleasedListController.h"
 
 #include "ReleasedAppModel.h"
 #include "ReleasedListPage.h"
@@ -6,16 +6,16 @@
 #include <RpaEditorLogic/VersionServiceClient.h>
 #include <WbBaseUI/WbToast.h>
 
-ReleasedDesk::ReleasedDesk(AppTabs::Tab shown, ReleasedAppModel* apps, ReleasedListPage* listPage,
-                           QObject* parent)
+ReleasedListController::ReleasedListController(AppTabs::Tab shown, ReleasedAppModel* apps,
+                                               ReleasedListPage* listPage, QObject* parent)
     : QObject(parent), tab(shown), model(apps), page(listPage),
       client(std::make_unique<VersionServiceClient>())
 {
 }
 
-ReleasedDesk::~ReleasedDesk() = default;
+ReleasedListController::~ReleasedListController() = default;
 
-void ReleasedDesk::Refresh()
+void ReleasedListController::Refresh()
 {
     // A list that is on the screen stays there until the new one has come.
     if (model->rowCount() == 0) {
@@ -42,7 +42,7 @@ void ReleasedDesk::Refresh()
     }
 }
 
-void ReleasedDesk::Redeem(const QString& code)
+void ReleasedListController::Redeem(const QString& code)
 {
     client->RedeemInvitation(
         code, this, [this](const VersionServiceResult<VersionServiceReleasedApp>& result) {
@@ -55,7 +55,7 @@ void ReleasedDesk::Redeem(const QString& code)
         });
 }
 
-void ReleasedDesk::Forget()
+void ReleasedListController::Forget()
 {
     ++lastRefresh;
     model->SetReleasedApps({});

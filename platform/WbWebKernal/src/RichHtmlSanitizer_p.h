@@ -6,7 +6,7 @@
 
 class RichImages;
 
-struct ScreenedHtml
+struct SanitizedHtml
 {
     QString html;
     RichTally tally; // its problem, when there is one: the HTML must not be laid out
@@ -16,7 +16,7 @@ struct ScreenedHtml
 // styles, written out anew with every tag closed, so that the parser sees nothing that could make it slow or
 // greedy. Scripts, style sheets and frames go with their content; embedded pictures are replaced by their
 // short names. What the text may finally contain is decided by RichHtmlWriter, not here.
-ScreenedHtml ScreenHtml(const QString& html, RichImages& images);
+SanitizedHtml SanitizeHtml(const QString& html, RichImages& images);
 
 // Paragraphs for a text that is not HTML.
 QString HtmlOfPlainText(const QString& text);

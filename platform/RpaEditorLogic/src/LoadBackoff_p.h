@@ -12,12 +12,12 @@
 // Spaces loads that are repeated: whoever answers a failed load with the same load again is slowed down (1,
 // 2, 4 … 30 seconds by default) instead of keeping client and server busy. A load that succeeds and is asked
 // for again at once, several times over, is treated the same: somebody does not accept what it brings.
-class RepeatSpacer
+class LoadBackoff
 {
 public:
     using Start = std::function<void()>;
 
-    ~RepeatSpacer();
+    ~LoadBackoff();
 
     void SetSpacing(std::chrono::milliseconds first, std::chrono::milliseconds longest);
 

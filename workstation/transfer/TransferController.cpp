@@ -1,4 +1,4 @@
-#include "TransferDesk.h"
+#include "TransferController.h"
 
 #include "AppExport.h"
 #include "AppImport.h"
@@ -26,7 +26,7 @@ QString Ending()
 }
 } // namespace
 
-QString TransferDesk::FileNameOf(const QString& appName)
+QString TransferController::FileNameOf(const QString& appName)
 {
     static const QRegularExpression forbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
     QString name = appName;
@@ -37,9 +37,9 @@ QString TransferDesk::FileNameOf(const QString& appName)
     return (name.isEmpty() ? QStringLiteral("应用") : name) + Ending();
 }
 
-void TransferDesk::Export(const AppRecord& app, QWidget* window)
+void TransferController::Export(const AppRecord& app, QWidget* window)
 {
-    const QPointer<TransferDesk> guard(this);
+    const QPointer<TransferController> guard(this);
     const QString path = WbSystemDialogs::SaveFile(window, QStringLiteral("导出应用"),
                                                    QDir::home().filePath(FileNameOf(app.name)), Filter());
     if (!path.isEmpty() && guard) {
@@ -47,9 +47,9 @@ void TransferDesk::Export(const AppRecord& app, QWidget* window)
     }
 }
 
-void TransferDesk::Import(QWidget* window)
+void TransferController::Import(QWidget* window)
 {
-    const QPointer<TransferDesk> guard(this);
+    const QPointer<TransferController> guard(this);
     const QString path =
         WbSystemDialogs::OpenFile(window, QStringLiteral("导入应用"), QDir::homePath(), Filter());
     if (!path.isEmpty() && guard) {
@@ -57,7 +57,7 @@ void TransferDesk::Import(QWidget* window)
     }
 }
 
-void TransferDesk::ExportTo(const AppRecord& app, const QString& path, QWidget* window)
+void TransferController::ExportTo(const AppRecord& app, const QString& path, QWidget* window)
 {
     const QString place = QFileInfo(path).suffix().isEmpty() ? path + Ending() : path;
     auto* transfer = new AppExport(app, place, this);
@@ -72,7 +72,7 @@ void TransferDesk::ExportTo(const AppRecord& app, const QString& path, QWidget* 
     Run(transfer, QStringLiteral("正在导出“%1”…").arg(app.name), window);
 }
 
-void TransferDesk::ImportFrom(const QString& path, QWidget* window)
+void TransferController::ImportFrom(const QString& path, QWidget* window)
 {
     const QString name = QFileInfo(path).fileName();
     auto* transfer = new AppImport(path, this);
@@ -88,7 +88,7 @@ void TransferDesk::ImportFrom(const QString& path, QWidget* window)
     Run(transfer, QStringLiteral("正在导入“%1”…").arg(name), window);
 }
 
-void TransferDesk::Run(AppTransfer* transfer, const QString& title, QWidget* window)
+void TransferController::Run(AppTransfer* transfer, const QString& title, QWidget* window)
 {
     auto* dialog = new TransferDialog(title, window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);

@@ -12,7 +12,7 @@
 // Saves whose answer was lost: the server may have done them. The next save of the same version would then be
 // refused because of somebody who is nobody but its own author; by the hash of what was sent that can be
 // told.
-class UnsettledWrites
+class InDoubtWrites
 {
 public:
     // A save failed; kept, beside those before it, when it is not known whether the server did it.
@@ -23,9 +23,9 @@ public:
     void Settle(const SaveOrder& order);
     void SettleVersion(const QString& versionId);
 
-    // Whether the refusal of this save may come from an unsettled one.
+    // Whether the refusal of this save may come from one in doubt.
     bool MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const;
-    // The version that the unsettled save made, among those the server lists.
+    // The version that the save in doubt made, among those the server lists.
     std::optional<ServiceAnswers::VersionRecord>
     FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const;
 

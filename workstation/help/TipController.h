@@ -9,13 +9,13 @@ class WorkstationSettings;
 
 // Tells once on each page what to do first there, unless the user wants no tips or the window is too low for
 // one more line.
-class TipDesk : public QObject
+class TipController : public QObject
 {
     Q_OBJECT
 
 public:
-    TipDesk(WorkstationSettings* store, MainWindow* mainWindow, EditorPage* editorPage);
-    ~TipDesk() override;
+    TipController(WorkstationSettings* store, MainWindow* mainWindow, EditorPage* editorPage);
+    ~TipController() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

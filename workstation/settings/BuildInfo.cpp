@@ -1,4 +1,4 @@
-#include "BuildFacts.h"
+#include "BuildInfo.h"
 
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
@@ -47,7 +47,7 @@ QString PythonText(const QString& output, const QString& program)
 }
 } // namespace
 
-BuildFacts::BuildFacts(const QString& serverProgram, QObject* parent) : QObject(parent)
+BuildInfo::BuildInfo(const QString& serverProgram, QObject* parent) : QObject(parent)
 {
     facts = {
         {QStringLiteral("版本"), QCoreApplication::applicationVersion()},
@@ -70,7 +70,7 @@ BuildFacts::BuildFacts(const QString& serverProgram, QObject* parent) : QObject(
     };
 }
 
-BuildFacts::~BuildFacts()
+BuildInfo::~BuildInfo()
 {
     for (QProcess* process : findChildren<QProcess*>()) {
         process->disconnect(this);
@@ -79,7 +79,7 @@ BuildFacts::~BuildFacts()
     }
 }
 
-QString BuildFacts::GetText() const
+QString BuildInfo::GetText() const
 {
     QString text;
     for (const BuildFact& fact : facts) {
@@ -88,7 +88,7 @@ QString BuildFacts::GetText() const
     return text;
 }
 
-void BuildFacts::Ask(const QString& name, const QString& program, const QString& missing, const Read& read)
+void BuildInfo::Ask(const QString& name, const QString& program, const QString& missing, const Read& read)
 {
     const int row = facts.size();
     facts.append({name, program.isEmpty() ? missing : QStringLiteral("正在查询…")});
@@ -107,7 +107,7 @@ void BuildFacts::Ask(const QString& name, const QString& program, const QString&
     process->start(program, {QStringLiteral("--version")}, QIODevice::ReadOnly);
 }
 
-void BuildFacts::Set(int row, const QString& value)
+void BuildInfo::Set(int row, const QString& value)
 {
     facts[row].value = value.left(longestValue);
     emit SigChanged();

@@ -11,15 +11,15 @@ class ReleasedListPage;
 class VersionServiceClient;
 
 // Works one list of released apps: reads it from the service and redeems invitation codes.
-class ReleasedDesk : public QObject
+class ReleasedListController : public QObject
 {
     Q_OBJECT
 
 public:
     // Neither is owned.
-    ReleasedDesk(AppTabs::Tab tab, ReleasedAppModel* model, ReleasedListPage* page,
-                 QObject* parent = nullptr);
-    ~ReleasedDesk() override;
+    ReleasedListController(AppTabs::Tab tab, ReleasedAppModel* model, ReleasedListPage* page,
+                           QObject* parent = nullptr);
+    ~ReleasedListController() override;
 
     void Refresh();
     void Redeem(const QString& code);

@@ -1,4 +1,4 @@
-#include "DraftDesk.h"
+#include "DraftController.h"
 
 #include "DraftDialog.h"
 
@@ -29,7 +29,7 @@ void TellTooLarge(const QString& what)
 }
 } // namespace
 
-DraftDesk::DraftDesk(SaveLedger* ledger, QWidget* mainWindow)
+DraftController::DraftController(SaveLedger* ledger, QWidget* mainWindow)
     : client(std::make_unique<VersionServiceClient>()), window(mainWindow)
 {
     journal.SetBaseQuery([](const QString& versionId) {
@@ -40,9 +40,9 @@ DraftDesk::DraftDesk(SaveLedger* ledger, QWidget* mainWindow)
     connect(ledger, &SaveLedger::SigSaveConfirmed, &journal, &RpaDraftJournal::Confirm);
 }
 
-DraftDesk::~DraftDesk() = default;
+DraftController::~DraftController() = default;
 
-void DraftDesk::Start(const QString& folder)
+void DraftController::Start(const QString& folder)
 {
     QString problem;
     if (!journal.Start(folder, &problem)) {
@@ -50,7 +50,7 @@ void DraftDesk::Start(const QString& folder)
     }
 }
 
-void DraftDesk::Offer(const AppRecord& app)
+void DraftController::Offer(const AppRecord& app)
 {
     if (isBusy) {
         return;
@@ -85,14 +85,14 @@ void DraftDesk::Offer(const AppRecord& app)
         });
 }
 
-void DraftDesk::Ready(const AppRecord& app)
+void DraftController::Ready(const AppRecord& app)
 {
     isBusy = false;
     emit SigReady(app);
 }
 
-void DraftDesk::Ask(const AppRecord& app, const QVector<RpaDraft>& drafts,
-                    const QVector<VersionServiceVersion>& versions)
+void DraftController::Ask(const AppRecord& app, const QVector<RpaDraft>& drafts,
+                          const QVector<VersionServiceVersion>& versions)
 {
     for (const RpaDraft& draft : drafts) {
         const DraftPlan plan = DraftPlan::For(draft, versions);
@@ -120,7 +120,7 @@ void DraftDesk::Ask(const AppRecord& app, const QVector<RpaDraft>& drafts,
 }
 
 // Tried before the author is asked: an editor shows a new app in the place of content that it cannot read.
-bool DraftDesk::CanOpen(const RpaDraft& draft)
+bool DraftController::CanOpen(const RpaDraft& draft)
 {
     RpaAppData trial;
     if (!trial.Parse(draft.content) || trial.GetAppExtendInfo()->GetAppId() != draft.appId) {
@@ -135,9 +135,9 @@ bool DraftDesk::CanOpen(const RpaDraft& draft)
     return true;
 }
 
-void DraftDesk::Restore(const RpaDraft& draft, const DraftPlan& plan)
+void DraftController::Restore(const RpaDraft& draft, const DraftPlan& plan)
 {
-    const RpaContentOrigin origin{draft.versionId, draft.baseRevision, draft.name, draft.unsettled};
+    const RpaContentOrigin origin{draft.versionId, draft.baseRevision, draft.name, draft.inDoubt};
     if (plan.targetId.isEmpty()) {
         RpaStartContent::Set(draft.content, origin);
     } else {
@@ -145,23 +145,23 @@ void DraftDesk::Restore(const RpaDraft& draft, const DraftPlan& plan)
     }
 }
 
-bool DraftDesk::Keeps(const QString& appId)
+bool DraftController::Keeps(const QString& appId)
 {
     journal.Finish();
     return journal.HasDrafts(WbGlobalData::Instance()->GetPin(), appId);
 }
 
-bool DraftDesk::RestoresStart()
+bool DraftController::RestoresStart()
 {
     return RpaStartContent::IsSet();
 }
 
-void DraftDesk::Open(const AppRecord& app)
+void DraftController::Open(const AppRecord& app)
 {
     journal.Open(WbGlobalData::Instance()->GetPin(), app.id);
 }
 
-void DraftDesk::Close()
+void DraftController::Close()
 {
     journal.Close();
     RpaEditorLogic::Instance()->ForgetRestored();

@@ -5,12 +5,12 @@
 #include <QWidget>
 
 // A dot and a word that say how the workstation stands with its version server.
-class ServerMark : public QWidget
+class ServerStatusIndicator : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit ServerMark(QWidget* parent = nullptr);
+    explicit ServerStatusIndicator(QWidget* parent = nullptr);
 
     // detail: where the server is, or what is wrong; shown as tool tip.
     void Show(ServerState state, const QString& detail);

@@ -1,14 +1,14 @@
-#include "UnsettledWrites_p.h"
+#include "InDoubtWrites_p.h"
 
 #include <algorithm>
 
-QString UnsettledWrites::KeyOf(const SaveOrder& order)
+QString InDoubtWrites::KeyOf(const SaveOrder& order)
 {
     // Ids hold no slash, so the two kinds never meet.
     return order.versionId.isEmpty() ? order.appId + QLatin1Char('/') + order.content.name : order.versionId;
 }
 
-void UnsettledWrites::Note(const SaveOrder& order, const TriedAnswer& answer)
+void InDoubtWrites::Note(const SaveOrder& order, const TriedAnswer& answer)
 {
     if (answer.sentDigest.isEmpty() || !answer.mayBeDone)
         return;
@@ -16,36 +16,36 @@ void UnsettledWrites::Note(const SaveOrder& order, const TriedAnswer& answer)
     writes[KeyOf(order)].append({order.base, answer.sentDigest.toHex()});
 }
 
-void UnsettledWrites::NoteEarlier(const QString& versionId, int base, const QByteArrayList& sha256s)
+void InDoubtWrites::NoteEarlier(const QString& versionId, int base, const QByteArrayList& sha256s)
 {
     for (const QByteArray& sha256 : sha256s)
         writes[versionId].append({base, sha256});
 }
 
-void UnsettledWrites::Settle(const SaveOrder& order)
+void InDoubtWrites::Settle(const SaveOrder& order)
 {
     writes.remove(KeyOf(order));
 }
 
-void UnsettledWrites::SettleVersion(const QString& versionId)
+void InDoubtWrites::SettleVersion(const QString& versionId)
 {
     writes.remove(versionId);
 }
 
-bool UnsettledWrites::MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const
+bool InDoubtWrites::MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const
 {
     const int status = order.versionId.isEmpty() ? 409 : 412;
     return refusal.error == WbHttpError::None && refusal.status == status && writes.contains(KeyOf(order));
 }
 
 std::optional<ServiceAnswers::VersionRecord>
-UnsettledWrites::FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const
+InDoubtWrites::FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const
 {
-    const QVector<Write> unsettled = writes.value(KeyOf(order));
+    const QVector<Write> inDoubt = writes.value(KeyOf(order));
     const auto own = std::find_if(listed.cbegin(), listed.cend(), [&](const auto& record) {
         const bool isNamed = order.versionId.isEmpty() ? record.snapshot->GetName() == order.content.name
                                                        : record.snapshot->GetId() == order.versionId;
-        return isNamed && std::any_of(unsettled.cbegin(), unsettled.cend(), [&record](const Write& write) {
+        return isNamed && std::any_of(inDoubt.cbegin(), inDoubt.cend(), [&record](const Write& write) {
                    return record.revision == write.base + 1 && record.sha256 == write.sha256;
                });
     });

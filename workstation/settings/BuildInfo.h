@@ -15,13 +15,13 @@ struct BuildFact
 
 // What this workstation is and what it was built with, each fact from the library or program concerned.
 // Server and Python are asked when this is made; SigChanged tells that their answer has come.
-class BuildFacts : public QObject
+class BuildInfo : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit BuildFacts(const QString& serverProgram, QObject* parent = nullptr);
-    ~BuildFacts() override; // ends what has not answered yet
+    explicit BuildInfo(const QString& serverProgram, QObject* parent = nullptr);
+    ~BuildInfo() override; // ends what has not answered yet
 
     // Always the same names in the same order.
     QVector<BuildFact> GetFacts() const { return facts; }

@@ -10,13 +10,13 @@ class VersionServiceClient;
 
 // Knows who saved the versions of the app that is being edited, with which note, and which of them users
 // have. Outlives the dialogs that show it.
-class VersionDesk : public QObject
+class VersionController : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit VersionDesk(QObject* parent = nullptr);
-    ~VersionDesk() override;
+    explicit VersionController(QObject* parent = nullptr);
+    ~VersionController() override;
 
     // The versions of another app; empty: of none.
     void SetApp(const QString& appId);

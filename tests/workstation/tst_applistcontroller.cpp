@@ -1,5 +1,5 @@
 #include "AppBin.h"
-#include "AppDesk.h"
+#include "AppListController.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
 #include "AppTagsDialog.h"
@@ -34,7 +34,7 @@ bool Says(QWidget* window, const QString& text)
 } // namespace
 
 // Apps of a real server are made, copied, tagged, deleted and restored from the list.
-class tst_AppDesk : public ReleaseFixture
+class tst_AppListController : public ReleaseFixture
 {
     Q_OBJECT
 
@@ -81,22 +81,22 @@ private:
 
     std::unique_ptr<AppListModel> model;
     std::unique_ptr<AppListPage> page;
-    std::unique_ptr<AppDesk> desk;
+    std::unique_ptr<AppListController> desk;
     std::unique_ptr<AppBin> bin;
 };
 
-void tst_AppDesk::init()
+void tst_AppListController::init()
 {
     SignIn("author-1");
     model = std::make_unique<AppListModel>();
     page = std::make_unique<AppListPage>(model.get());
     page->resize(1000, 600);
     page->show();
-    desk = std::make_unique<AppDesk>(model.get(), page.get());
+    desk = std::make_unique<AppListController>(model.get(), page.get());
     bin = std::make_unique<AppBin>();
 }
 
-void tst_AppDesk::cleanup()
+void tst_AppListController::cleanup()
 {
     bin.reset();
     desk.reset();
@@ -104,11 +104,11 @@ void tst_AppDesk::cleanup()
     model.reset();
 }
 
-void tst_AppDesk::newAppIsAnnouncedWhenItsDialogHasGone()
+void tst_AppListController::newAppIsAnnouncedWhenItsDialogHasGone()
 {
-    QSignalSpy created(desk.get(), &AppDesk::SigCreated);
+    QSignalSpy created(desk.get(), &AppListController::SigCreated);
     bool wasModal = true;
-    connect(desk.get(), &AppDesk::SigCreated, this,
+    connect(desk.get(), &AppListController::SigCreated, this,
             [&wasModal] { wasModal = QApplication::activeModalWidget() != nullptr; });
     ModalDriver modals;
     modals.Then([](QWidget* dialog) {
@@ -126,9 +126,9 @@ void tst_AppDesk::newAppIsAnnouncedWhenItsDialogHasGone()
     QTRY_VERIFY(model->RowOf(app.id) >= 0);
 }
 
-void tst_AppDesk::cancelledAppIsNotAnnounced()
+void tst_AppListController::cancelledAppIsNotAnnounced()
 {
-    QSignalSpy created(desk.get(), &AppDesk::SigCreated);
+    QSignalSpy created(desk.get(), &AppListController::SigCreated);
     ModalDriver modals;
     modals.Then([](QWidget* dialog) { Press(*dialog, "buttonCancel"); });
 
@@ -137,7 +137,7 @@ void tst_AppDesk::cancelledAppIsNotAnnounced()
     QCOMPARE(created.size(), 0);
 }
 
-void tst_AppDesk::listTellsStateAndWhoChangedAnApp()
+void tst_AppListController::listTellsStateAndWhoChangedAnApp()
 {
     const QString gray = Release(QStringLiteral("灰度的"), 1);
     const QString online = Release(QStringLiteral("线上的"), 2);
@@ -148,7 +148,7 @@ void tst_AppDesk::listTellsStateAndWhoChangedAnApp()
     QCOMPARE(Refreshed(online).changedByName, Refreshed(online).creatorName);
 }
 
-void tst_AppDesk::listBeginsWithWhatTheAccountOpenedLast()
+void tst_AppListController::listBeginsWithWhatTheAccountOpenedLast()
 {
     const QString older = Release(QStringLiteral("先有的"), 1);
     const QString newer = Release(QStringLiteral("后有的"), 1);
@@ -165,7 +165,7 @@ void tst_AppDesk::listBeginsWithWhatTheAccountOpenedLast()
     QCOMPARE(model->RowOf(newer), 0);
 }
 
-void tst_AppDesk::copyHasTheNextFreeName()
+void tst_AppListController::copyHasTheNextFreeName()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("原件"), 2));
     const ToastWatcher toasts;
@@ -178,7 +178,7 @@ void tst_AppDesk::copyHasTheNextFreeName()
     QCOMPARE(toasts.GetTexts().last(), QStringLiteral("已复制为“原件 副本 2”"));
 }
 
-void tst_AppDesk::tagsAreSetAndKept()
+void tst_AppListController::tagsAreSetAndKept()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("有标签的"), 1));
     ModalDriver modals;
@@ -194,7 +194,7 @@ void tst_AppDesk::tagsAreSetAndKept()
     QCOMPARE(Refreshed(app.id).changedAt, app.changedAt);
 }
 
-void tst_AppDesk::tagsThatCannotBeAreSaidAndKept()
+void tst_AppListController::tagsThatCannotBeAreSaidAndKept()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("没有标签的"), 1));
     const QString longTag(21, QLatin1Char('x'));
@@ -214,7 +214,7 @@ void tst_AppDesk::tagsThatCannotBeAreSaidAndKept()
     QCOMPARE(Refreshed(app.id).tags, QStringList());
 }
 
-void tst_AppDesk::lineOfTagsIsRead_data()
+void tst_AppListController::lineOfTagsIsRead_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("tags");
@@ -225,14 +225,14 @@ void tst_AppDesk::lineOfTagsIsRead_data()
     QTest::newRow("as it is looked for") << QStringLiteral("#a ## b") << QStringLiteral("a|b");
 }
 
-void tst_AppDesk::lineOfTagsIsRead()
+void tst_AppListController::lineOfTagsIsRead()
 {
     QFETCH(QString, line);
 
     QTEST(AppTagsDialog::Read(line).join(QLatin1Char('|')), "tags");
 }
 
-void tst_AppDesk::deletedAppComesBackFromTheBin()
+void tst_AppListController::deletedAppComesBackFromTheBin()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("来去"), 1));
 
@@ -253,7 +253,7 @@ void tst_AppDesk::deletedAppComesBackFromTheBin()
     QCOMPARE(Refreshed(app.id).state, 2);
 }
 
-void tst_AppDesk::deletionSaysWhatUsersLose()
+void tst_AppListController::deletionSaysWhatUsersLose()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("使用中"), 2));
     ModalDriver modals;
@@ -267,7 +267,7 @@ void tst_AppDesk::deletionSaysWhatUsersLose()
     QCOMPARE(modals.GetPendingCount(), 0);
 }
 
-void tst_AppDesk::appIsKeptWhenTheQuestionIsDeclined()
+void tst_AppListController::appIsKeptWhenTheQuestionIsDeclined()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("留下"), 1));
     ModalDriver modals;
@@ -278,7 +278,7 @@ void tst_AppDesk::appIsKeptWhenTheQuestionIsDeclined()
     QCOMPARE(Refreshed(app.id).id, app.id);
 }
 
-void tst_AppDesk::deletionIsRefusedToAColleague()
+void tst_AppListController::deletionIsRefusedToAColleague()
 {
     const AppRecord app = Refreshed(Release(QStringLiteral("别人的"), 1));
     SignIn("author-2");
@@ -291,7 +291,7 @@ void tst_AppDesk::deletionIsRefusedToAColleague()
     QCOMPARE(Refreshed(app.id).id, app.id);
 }
 
-void tst_AppDesk::binIsEmptied()
+void tst_AppListController::binIsEmptied()
 {
     Delete(Refreshed(Release(QStringLiteral("旧一"), 1)));
     Delete(Refreshed(Release(QStringLiteral("旧二"), 1)));
@@ -311,5 +311,5 @@ void tst_AppDesk::binIsEmptied()
     QCOMPARE(left.value(QLatin1String("apps")).toArray().size(), 0);
 }
 
-RPA_TEST_MAIN(tst_AppDesk)
-#include "tst_appdesk.moc"
+RPA_TEST_MAIN(tst_AppListController)
+#include "tst_applistcontroller.moc"

@@ -1,4 +1,4 @@
-#include "RpaRunDoor_p.h"
+#include "RpaRunHandshake_p.h"
 
 #include <QRandomGenerator>
 #include <QTimer>
@@ -26,27 +26,27 @@ bool EqualInConstantTime(const QByteArray& a, const QByteArray& b)
 
 } // namespace
 
-RpaRunDoor::RpaRunDoor(QObject* parent) : QObject(parent), token(MakeToken())
+RpaRunHandshake::RpaRunHandshake(QObject* parent) : QObject(parent), token(MakeToken())
 {
-    connect(&server, &RpaRunServer::newConnection, this, &RpaRunDoor::Accept);
+    connect(&server, &RpaRunServer::newConnection, this, &RpaRunHandshake::Accept);
 }
 
-RpaRunDoor::~RpaRunDoor()
+RpaRunHandshake::~RpaRunHandshake()
 {
     Close();
 }
 
-bool RpaRunDoor::Open(const QString& folder)
+bool RpaRunHandshake::Open(const QString& folder)
 {
     return RpaRunSockets::Listen(server, folder);
 }
 
-QString RpaRunDoor::GetAddress() const
+QString RpaRunHandshake::GetAddress() const
 {
     return RpaRunSockets::GetAddress(server);
 }
 
-void RpaRunDoor::Accept()
+void RpaRunHandshake::Accept()
 {
     while (RpaRunSocket* guest = server.nextPendingConnection()) {
         if (guests.size() == PlacesAtMost)
@@ -63,7 +63,7 @@ void RpaRunDoor::Accept()
     }
 }
 
-void RpaRunDoor::Look(RpaRunSocket* guest)
+void RpaRunHandshake::Look(RpaRunSocket* guest)
 {
     // Turned away while its signal was under way.
     if (!guests.contains(guest) || guest->bytesAvailable() < token.size())
@@ -80,7 +80,7 @@ void RpaRunDoor::Look(RpaRunSocket* guest)
     emit SigAdmitted(guest);
 }
 
-void RpaRunDoor::TurnAway(RpaRunSocket* guest)
+void RpaRunHandshake::TurnAway(RpaRunSocket* guest)
 {
     guests.removeOne(guest);
     guest->disconnect(this);
@@ -88,7 +88,7 @@ void RpaRunDoor::TurnAway(RpaRunSocket* guest)
     guest->deleteLater();
 }
 
-void RpaRunDoor::Close()
+void RpaRunHandshake::Close()
 {
     server.close();
     const QVector<RpaRunSocket*> others = guests;

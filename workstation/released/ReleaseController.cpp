@@ -1,4 +1,4 @@
-#include "ReleaseDesk.h"
+#include "ReleaseController.h"
 
 #include "ReleaseDialog.h"
 #include "TakeBackDialog.h"
@@ -46,13 +46,14 @@ Words WordsFor(const QString& app, int state, const VersionServiceRelease& prese
 }
 } // namespace
 
-ReleaseDesk::ReleaseDesk(QObject* parent) : QObject(parent), client(std::make_unique<VersionServiceClient>())
+ReleaseController::ReleaseController(QObject* parent)
+    : QObject(parent), client(std::make_unique<VersionServiceClient>())
 {
 }
 
-ReleaseDesk::~ReleaseDesk() = default;
+ReleaseController::~ReleaseController() = default;
 
-void ReleaseDesk::Show(const AppRecord& app, DateLanguage language, QWidget* window)
+void ReleaseController::Show(const AppRecord& app, DateLanguage language, QWidget* window)
 {
     auto* dialog = new ReleaseDialog(app, language, window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -64,7 +65,7 @@ void ReleaseDesk::Show(const AppRecord& app, DateLanguage language, QWidget* win
     dialog->OpenInTurn();
 }
 
-void ReleaseDesk::Load(ReleaseDialog* dialog)
+void ReleaseController::Load(ReleaseDialog* dialog)
 {
     client->ListReleases(dialog->GetApp().id, dialog,
                          [dialog](const VersionServiceResult<QVector<VersionServiceRelease>>& result) {
@@ -76,8 +77,8 @@ void ReleaseDesk::Load(ReleaseDialog* dialog)
                          });
 }
 
-void ReleaseDesk::Ask(ReleaseDialog* dialog, int state, const VersionServiceRelease& present,
-                      const VersionServiceRelease& to)
+void ReleaseController::Ask(ReleaseDialog* dialog, int state, const VersionServiceRelease& present,
+                            const VersionServiceRelease& to)
 {
     const AppRecord app = dialog->GetApp();
     const Words words = WordsFor(app.name, state, present, to);

@@ -14,13 +14,13 @@ class VersionServiceClient;
 
 // Works the releases of an app: what users have, and taking it back. Outlives its dialogs, so that whoever
 // closed them hears all the same how it went.
-class ReleaseDesk : public QObject
+class ReleaseController : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit ReleaseDesk(QObject* parent = nullptr);
-    ~ReleaseDesk() override;
+    explicit ReleaseController(QObject* parent = nullptr);
+    ~ReleaseController() override;
 
     // Shows the releases of the app over the window.
     void Show(const AppRecord& app, DateLanguage language, QWidget* window);

@@ -15,14 +15,14 @@ class VersionServiceClient;
 class QWidget;
 
 // Keeps the unsaved work of the app that is open, and offers what a crash left when the app is opened again.
-class DraftDesk : public QObject
+class DraftController : public QObject
 {
     Q_OBJECT
 
 public:
     // window: dialogs are centred over it.
-    DraftDesk(SaveLedger* ledger, QWidget* window);
-    ~DraftDesk() override;
+    DraftController(SaveLedger* ledger, QWidget* window);
+    ~DraftController() override;
 
     // Takes the folder of drafts over. A folder that cannot be used costs a notice, nothing else.
     void Start(const QString& folder);
