@@ -59,9 +59,8 @@ void RpaAppEditorHandle::SaveSnapshotAsync(const QString& snapshotId, RpaAppData
 bool RpaAppEditorHandle::SaveSnapshotSync(const QString& snapshotId, RpaAppDataPtr appData)
 {
     bEmitSaveFinished = true;
-    if (!SaveSnapshot(snapshotId, appData)) {
+    if (!SaveSnapshot(snapshotId, appData))
         return true;
-    }
     OxBlocker blocker;
     connect(this, &QObject::destroyed, &blocker, &OxBlocker::Continue);
     connect(this, &RpaAppEditorHandle::SigSaveFinished, &blocker, &OxBlocker::ContinueWith);
@@ -72,9 +71,8 @@ bool RpaAppEditorHandle::SaveSnapshotSync(const QString& snapshotId, RpaAppDataP
 
 bool RpaAppEditorHandle::SaveSnapshot(const QString& snapshotId, const RpaAppDataPtr& appData)
 {
-    if (bSaving || !appData) {
+    if (bSaving || !appData)
         return false;
-    }
     appData->CheckPackageInfo();
     appData->SetModified(false);
     if (snapshotId.isEmpty()) {
@@ -90,9 +88,8 @@ bool RpaAppEditorHandle::SaveSnapshot(const QString& snapshotId, const RpaAppDat
 bool RpaAppEditorHandle::SendUpdate(const QString& snapshotId, RpaAppData& appData)
 {
     const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(snapshotId);
-    if (!snapshot) {
+    if (!snapshot)
         return false;
-    }
     SnapshotWriting::WriteContent(*snapshot, appData);
     updateIdentity = SnapshotWriting::CreateIdentity();
     const auto request = QSharedPointer<UpdateAppSnapshotInfoRequest>::create();
@@ -139,9 +136,8 @@ void RpaAppEditorHandle::DeleteSnapshot(const QString& appId, const QString& sna
 void RpaAppEditorHandle::GrayOrRelease(const QString& snapshotId, int publishType)
 {
     const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(snapshotId);
-    if (!snapshot) {
+    if (!snapshot)
         return;
-    }
     const auto request = QSharedPointer<GrayOrReleaseRequest>::create();
     request->SetSnapshotId(snapshotId);
     request->SetAppId(snapshot->GetAppId());
@@ -178,9 +174,8 @@ void RpaAppEditorHandle::OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest>
 
 void RpaAppEditorHandle::OnSaved(IHttpRequest* request, const IHttpResponse& response)
 {
-    if (request->GetIdentity() != saveIdentity) {
+    if (request->GetIdentity() != saveIdentity)
         return;
-    }
     // Whoever hears of the new version may close the editor, and this handle with it.
     const QPointer<RpaAppEditorHandle> self(this);
     bSaving = false;
@@ -194,26 +189,22 @@ void RpaAppEditorHandle::OnSaved(IHttpRequest* request, const IHttpResponse& res
     } else {
         ShowError(response.GetErrorDesc());
     }
-    if (self && bEmitSaveFinished) {
+    if (self && bEmitSaveFinished)
         emit SigSaveFinished(success);
-    }
 }
 
 void RpaAppEditorHandle::OnUpdated(const IHttpRequest& request, const IHttpResponse& response)
 {
-    if (request.GetIdentity() != updateIdentity) {
+    if (request.GetIdentity() != updateIdentity)
         return;
-    }
     bSaving = false;
     const bool success = IsConfirmed(response);
-    if (success) {
+    if (success)
         ShowSaved();
-    } else {
+    else
         ShowError(response.GetErrorDesc());
-    }
-    if (bEmitSaveFinished) {
+    if (bEmitSaveFinished)
         emit SigSaveFinished(success);
-    }
 }
 
 void RpaAppEditorHandle::OnDeleted(IHttpRequest* request, const IHttpResponse& response)
@@ -222,17 +213,15 @@ void RpaAppEditorHandle::OnDeleted(IHttpRequest* request, const IHttpResponse& r
         ShowError(response.GetErrorDesc());
         return;
     }
-    if (const auto* deletion = qobject_cast<DeleteAppSnapshotInfoRequest*>(request)) {
+    if (const auto* deletion = qobject_cast<DeleteAppSnapshotInfoRequest*>(request))
         emit SigSnapshotDeleted(deletion->GetSnapshotId());
-    }
 }
 
 void RpaAppEditorHandle::OnDataLoaded(IHttpRequest* request, IHttpResponse* response)
 {
     const auto* load = qobject_cast<GetDevSnapshotDataRequest*>(request);
-    if (!load || load->GetIdentity() != dataIdentity) {
+    if (!load || load->GetIdentity() != dataIdentity)
         return;
-    }
     const auto appData = RpaAppDataPtr::create();
     const auto* loaded = qobject_cast<GetDevSnapshotDataResponse*>(response);
     bool success = false;
@@ -242,9 +231,8 @@ void RpaAppEditorHandle::OnDataLoaded(IHttpRequest* request, IHttpResponse* resp
         appData->SetModified(false);
         const QString ownVersion = RpaGlobalDataManager::Instance()->GetApiVersion();
         success = Utils::CompareVersion(ownVersion, appData->GetVersion()) >= 0;
-        if (!success) {
+        if (!success)
             ShowError(QStringLiteral("当前版本过低，请更新为最新版本"));
-        }
     } else {
         ShowError(response->GetErrorDesc());
     }
@@ -255,9 +243,8 @@ void RpaAppEditorHandle::OnReleased(IHttpRequest* request, IHttpResponse* respon
 {
     const auto* release = qobject_cast<GrayOrReleaseRequest*>(request);
     const auto* outcome = qobject_cast<GrayOrReleaseResponse*>(response);
-    if (!release || !outcome) {
+    if (!release || !outcome)
         return;
-    }
     if (!outcome->IsSuccess() || outcome->GetResult() == 0) {
         ShowError(outcome->GetErrorDesc());
         return;

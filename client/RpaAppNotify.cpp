@@ -28,9 +28,8 @@ RpaAppNotify* RpaAppNotify::Instance()
 {
     static const ReleaseAtExit releaseAtExit;
 
-    if (RpaAppNotify* existing = instance.load(std::memory_order_acquire)) {
+    if (RpaAppNotify* existing = instance.load(std::memory_order_acquire))
         return existing;
-    }
     const QMutexLocker lock(&instanceMutex);
     RpaAppNotify* notify = instance.load(std::memory_order_relaxed);
     if (!notify) {
@@ -42,9 +41,8 @@ RpaAppNotify* RpaAppNotify::Instance()
 
 void RpaAppNotify::Release()
 {
-    if (!instance.load(std::memory_order_acquire)) {
+    if (!instance.load(std::memory_order_acquire))
         return;
-    }
     const QMutexLocker lock(&instanceMutex);
     delete instance.exchange(nullptr, std::memory_order_acq_rel);
 }

@@ -79,13 +79,11 @@ void SaveSnapshotInfoWidget::FillNameCombo()
     ui->comboBoxName->clear();
     for (int i = 0; i < SnapshotManager()->GetCount(); ++i) {
         const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(i);
-        if (snapshot->GetState() == AppSnapshotDevelop) {
+        if (snapshot->GetState() == AppSnapshotDevelop)
             ui->comboBoxName->addItem(QIcon(), snapshot->GetName(), snapshot->GetId());
-        }
     }
-    if (ui->comboBoxName->count() == 0) {
+    if (ui->comboBoxName->count() == 0)
         ui->comboBoxName->addItem(QStringLiteral("版本1"), QString());
-    }
     ui->comboBoxName->setCurrentIndex(-1);
     ui->comboBoxName->setEditText(QString());
 }
@@ -119,9 +117,8 @@ QString SaveSnapshotInfoWidget::GetDescriptionOf(const QString& snapshotId) cons
 void SaveSnapshotInfoWidget::SlotOK()
 {
     // A second press while the first request is under way would save twice.
-    if (!ui->comboBoxName->isEnabled()) {
+    if (!ui->comboBoxName->isEnabled())
         return;
-    }
     if (GetTypedName().isEmpty()) {
         WbToast::Show(QStringLiteral("提示：版本名称不能为空"), ToastError);
         return;
@@ -143,9 +140,8 @@ void SaveSnapshotInfoWidget::SlotDelete()
 void SaveSnapshotInfoWidget::SlotNameActived(int index)
 {
     const QString id = ui->comboBoxName->itemData(index).toString();
-    if (!id.isEmpty() && SnapshotManager()->GetSnapshot(id)) {
+    if (!id.isEmpty() && SnapshotManager()->GetSnapshot(id))
         ui->plainTextEdit->setPlainText(GetDescriptionOf(id));
-    }
 }
 
 void SaveSnapshotInfoWidget::SlotNameChanged(const QString&)
@@ -159,19 +155,16 @@ void SaveSnapshotInfoWidget::SlotDescChanged()
 {
     QString text = ui->plainTextEdit->toPlainText();
     const int excess = text.size() - descMaxLength;
-    if (excess <= 0) {
+    if (excess <= 0)
         return;
-    }
     // What was typed or pasted last stands before the cursor; a text set from outside has its cursor at the
     // front and is cut at its end.
     int start = ui->plainTextEdit->textCursor().position() - excess;
-    if (start < 0) {
+    if (start < 0)
         start = descMaxLength;
-    }
     text.remove(start, excess);
-    if (start > 0 && text.at(start - 1).isHighSurrogate()) {
+    if (start > 0 && text.at(start - 1).isHighSurrogate())
         text.remove(--start, 1);
-    }
     ui->plainTextEdit->setPlainText(text);
     QTextCursor cursor = ui->plainTextEdit->textCursor();
     cursor.setPosition(start);
@@ -190,19 +183,17 @@ void SaveSnapshotInfoWidget::SendSave()
     const QString id = row >= 0 ? ui->comboBoxName->itemData(row).toString() : QString();
     appData->CheckPackageInfo();
     appData->SetModified(false);
-    if (id.isEmpty()) {
+    if (id.isEmpty())
         SendNew(name);
-    } else {
+    else
         SendUpdate(id, name);
-    }
 }
 
 void SaveSnapshotInfoWidget::SendUpdate(const QString& snapshotId, const QString& name)
 {
     const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(snapshotId);
-    if (!snapshot) {
+    if (!snapshot)
         return;
-    }
     SnapshotWriting::WriteContent(*snapshot, *appData);
     snapshot->SetName(name);
     snapshot->SetDesc(ui->plainTextEdit->toPlainText().trimmed());
@@ -228,9 +219,8 @@ void SaveSnapshotInfoWidget::SendNew(const QString& name)
 void SaveSnapshotInfoWidget::DeleteByName()
 {
     const int row = FindRow(GetTypedName());
-    if (row < 0) {
+    if (row < 0)
         return;
-    }
     const auto request = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
     request->SetSnapshotId(ui->comboBoxName->itemData(row).toString());
     RpaEditorLogic::Instance()->DeleteAppSnapshotInfo(request);
@@ -259,9 +249,8 @@ void SaveSnapshotInfoWidget::OnSaved(const QString& identity, IHttpRequest* requ
                                      const IHttpResponse& response)
 {
     const auto* save = qobject_cast<SaveRequest*>(request);
-    if (!save || save->GetIdentity() != identity) {
+    if (!save || save->GetIdentity() != identity)
         return;
-    }
     SetWaiting(false);
     if (!IsConfirmed(response)) {
         WbToast::Show(response.GetErrorDesc(), ToastError);
@@ -280,9 +269,8 @@ void SaveSnapshotInfoWidget::OnDeleted(IHttpRequest* request, const IHttpRespons
     WbToast::Show(QStringLiteral("删除成功"));
     const auto* deletion = qobject_cast<DeleteAppSnapshotInfoRequest*>(request);
     const int row = deletion ? ui->comboBoxName->findData(deletion->GetSnapshotId()) : -1;
-    if (row < 0) {
+    if (row < 0)
         return;
-    }
     {
         // The box would put a neighbour's name in place of what the user typed, and so offer to overwrite it.
         const QSignalBlocker blocker(ui->comboBoxName);

@@ -40,9 +40,8 @@ void RpaAppEditorWidget::InitSnapshotCombo()
 {
     RpaVersionCombo* const combo = m->ui->version_combo;
     combo->Clear();
-    if (Snapshots()->GetDevelopCount() == 0) {
+    if (Snapshots()->GetDevelopCount() == 0)
         combo->AddRow(QStringLiteral("版本1"), QStringLiteral("默认开发版本"), QString(), AppSnapshotDevelop);
-    }
     for (int i = 0; i < Snapshots()->GetCount(); ++i) {
         const RpaAppSnapshotPtr snapshot = Snapshots()->GetSnapshot(i);
         combo->AddRow(DisplayName(*snapshot), snapshot->GetDesc(), snapshot->GetId(), snapshot->GetState());

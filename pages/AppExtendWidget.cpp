@@ -25,9 +25,8 @@ void AppExtendWidget::SetRpaAppData(const RpaAppDataPtr& app)
 
 void AppExtendWidget::SlotManualEdited(QString str)
 {
-    if (str == loadedManual) {
+    if (str == loadedManual)
         return;
-    }
     appData->GetAppExtendInfo()->manual = str;
     appData->SetModified(true);
 }

@@ -36,9 +36,8 @@ RpaAppEditorNaviWidget::RpaAppEditorNaviWidget(QWidget* parent)
     InitButtons();
     AdjustForDpi();
     DpiTool::Register(this);
-    for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it) {
+    for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it)
         connect(it.key(), &WbIconButtonWidget::SigClicked, this, &RpaAppEditorNaviWidget::OnButtonClicked);
-    }
 }
 
 RpaAppEditorNaviWidget::~RpaAppEditorNaviWidget()
@@ -53,9 +52,8 @@ void RpaAppEditorNaviWidget::InitButtons()
         {ui->pushButtonProcess, ProcessPage},
         {ui->pushButtonExtend, ExtendPage},
     };
-    for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it) {
+    for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it)
         it.key()->setFocusPolicy(Qt::NoFocus);
-    }
     ui->pushButtonUI->GetLabelText()->setText(QStringLiteral("界面设计"));
     ui->pushButtonProcess->GetLabelText()->setText(QStringLiteral("流程设计"));
     ui->pushButtonExtend->GetLabelText()->setText(QStringLiteral("使用说明设计"));
@@ -77,14 +75,11 @@ void RpaAppEditorNaviWidget::PickProcessPage()
 void RpaAppEditorNaviWidget::OnButtonClicked()
 {
     auto* clicked = qobject_cast<WbIconButtonWidget*>(sender());
-    if (!clicked) {
+    if (!clicked)
         return;
-    }
-    for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it) {
-        if (it.key() != clicked) {
+    for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it)
+        if (it.key() != clicked)
             Select(it.key(), false);
-        }
-    }
     Select(clicked, true);
     // A repeated click is announced again: the page may have been left by other means meanwhile.
     emit RpaAppNotify::Instance()->SigEditorTabChanged(indexByButton.value(clicked, UIDesignPage));

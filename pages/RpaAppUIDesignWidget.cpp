@@ -35,9 +35,8 @@ void Fill(QWidget* host, QWidget* created)
     auto* layout = new QHBoxLayout(host);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    if (created) {
+    if (created)
         layout->addWidget(created);
-    }
 }
 
 } // namespace
@@ -92,9 +91,8 @@ void RpaAppUIDesignWidget::InitPageView()
 
     logWidget = IAppLogWidget::CreateDevelopLog(ui->widgetLog);
     Fill(ui->widgetLog, logWidget);
-    if (logWidget) {
+    if (logWidget)
         logWidget->SetLogDataSource(RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource());
-    }
 }
 
 void RpaAppUIDesignWidget::InitConnectSignals()
@@ -132,9 +130,8 @@ void RpaAppUIDesignWidget::AdjustForDpi()
 void RpaAppUIDesignWidget::SetRpaAppData(const RpaAppDataPtr& app)
 {
     appData = app;
-    if (GetUIDataManager()->GetCount() == 0) {
+    if (GetUIDataManager()->GetCount() == 0)
         return;
-    }
     ui->widgetToolEditor->SetAppDataPtr(app);
     ui->widgetParamEditor->SetAppDataPtr(app);
     ui->widgetTableEditor->SetAppDataPtr(app);
@@ -148,9 +145,8 @@ void RpaAppUIDesignWidget::ActivatePage(int index)
 {
     GetUIDataManager()->SetIndexActive(index);
     const RpaUIData* page = GetUIDataManager()->GetUIData(index);
-    if (!page) {
+    if (!page)
         return; // a tab of the app before, left there by an app without pages
-    }
     ui->widgetToolEditor->Init(page->GetToolData());
     toolWidget->SetToolData(page->GetToolData());
     ui->widgetParamEditor->Init(page->GetParamData());
@@ -177,16 +173,14 @@ IAppTableEngine* RpaAppUIDesignWidget::GetAppTableEngine() const
 // The author does not change the table while a process fills it.
 void RpaAppUIDesignWidget::ProcessStart(const QString&)
 {
-    if (tableWidget) {
+    if (tableWidget)
         tableWidget->SetUserEditable(false);
-    }
 }
 
 void RpaAppUIDesignWidget::ProcessFinish(const QString&)
 {
-    if (tableWidget) {
+    if (tableWidget)
         tableWidget->SetUserEditable(true);
-    }
 }
 
 void RpaAppUIDesignWidget::SlotShrinkChanged()
@@ -198,16 +192,14 @@ void RpaAppUIDesignWidget::SlotShrinkChanged()
 
 void RpaAppUIDesignWidget::SlotTabChanged(int index)
 {
-    if (GetUIDataManager()->GetIndexActive() != index) {
+    if (GetUIDataManager()->GetIndexActive() != index)
         ActivatePage(index);
-    }
 }
 
 void RpaAppUIDesignWidget::SlotAddUI()
 {
-    if (!appData) {
+    if (!appData)
         return; // the bar is there before any app is
-    }
     // While the dialog is open the page may be closed, or shown another app; the dialog's list lives as long
     // as the app that is held here.
     const QPointer<RpaAppUIDesignWidget> self(this);
@@ -216,9 +208,8 @@ void RpaAppUIDesignWidget::SlotAddUI()
     dialog->SetUIDataManager(GetUIDataManager());
     const bool accepted = dialog->exec() == QDialog::Accepted;
     dialog->deleteLater();
-    if (!accepted || !self || appData != app) {
+    if (!accepted || !self || appData != app)
         return;
-    }
     const QString name = dialog->GetName();
     RpaToolItem item;
     item.text = QStringLiteral("开始");
@@ -253,13 +244,11 @@ void RpaAppUIDesignWidget::SlotRenameUI(int index)
     dialog->SetRenameMode(true);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     dialog->deleteLater();
-    if (!accepted || !self || appData != app) {
+    if (!accepted || !self || appData != app)
         return;
-    }
     const QString name = dialog->GetName();
-    if (name == oldName) {
+    if (name == oldName)
         return;
-    }
     GetUIDataManager()->UpdateUIData(index, name);
     ui->widgetTabBar->SetTabText(index, name);
     appData->SetModified(true);

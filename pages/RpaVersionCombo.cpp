@@ -95,9 +95,8 @@ int RpaVersionCombo::GetIndexOfData(const QVariant& versionData) const
 {
     for (int i = 0; i < list->count(); ++i) {
         const RpaVersionItem* row = RowAt(i);
-        if (row && row->GetData() == versionData) {
+        if (row && row->GetData() == versionData)
             return i;
-        }
     }
     return -1;
 }
@@ -131,9 +130,8 @@ void RpaVersionCombo::hidePopup()
 {
     list->scrollToTop();
     QComboBox::hidePopup();
-    if (popupOpen) {
+    if (popupOpen)
         hideTimer->start(hideGraceMs);
-    }
 }
 
 bool RpaVersionCombo::eventFilter(QObject* watched, QEvent* event)
@@ -193,16 +191,14 @@ void RpaVersionCombo::MakeCurrent(int index)
 
 void RpaVersionCombo::Pick(int index)
 {
-    if (!RowAt(index)) {
+    if (!RowAt(index))
         return;
-    }
     const QVariant previousData = currentData;
     MakeCurrent(index);
     popupOpen = false;
     hidePopup();
-    if (currentData != previousData) {
+    if (currentData != previousData)
         emit SigSelectVersion(currentData);
-    }
 }
 
 // QComboBox marks the row that it takes for the current one. The list stays at its top.

@@ -38,9 +38,8 @@ QPixmap ScaledPixmap(const QString& path, qreal pixelRatio)
     QPixmap pixmap;
     if (!QPixmapCache::find(key, &pixmap)) {
         pixmap = QPixmap(path);
-        if (pixmap.isNull()) {
+        if (pixmap.isNull())
             return pixmap;
-        }
         pixmap = pixmap.scaled(length, length, Qt::KeepAspectRatio, Qt::SmoothTransformation);
         QPixmapCache::insert(key, pixmap);
     }
@@ -54,17 +53,15 @@ RpaVersionItem::RpaVersionItem(QWidget* parent) : WbBaseWidget(parent) {}
 
 RpaVersionItem::~RpaVersionItem()
 {
-    if (rowLayout) {
+    if (rowLayout)
         DpiTool::Unregister(this);
-    }
 }
 
 void RpaVersionItem::SetName(const QString& value)
 {
     name = value;
-    if (textLabel) {
+    if (textLabel)
         textLabel->SetText(name, QString());
-    }
 }
 
 void RpaVersionItem::SetState(int value)
@@ -76,9 +73,8 @@ void RpaVersionItem::SetState(int value)
 void RpaVersionItem::SetTip(const QString& value)
 {
     tip = value;
-    if (iconLabel) {
+    if (iconLabel)
         iconLabel->setToolTip(tip);
-    }
 }
 
 void RpaVersionItem::SetInSight(bool value)
@@ -105,18 +101,16 @@ bool RpaVersionItem::event(QEvent* event)
         // shown.
         return true;
     }
-    if (event->type() == QEvent::Polish) {
+    if (event->type() == QEvent::Polish)
         EnsureBuilt();
-    }
     return WbBaseWidget::event(event);
 }
 
 void RpaVersionItem::enterEvent(QEvent* event)
 {
     EnsureBuilt();
-    if (!data.toString().isEmpty() && state == AppSnapshotDevelop) {
+    if (!data.toString().isEmpty() && state == AppSnapshotDevelop)
         deleteButton->show();
-    }
     WbBaseWidget::enterEvent(event);
 }
 
@@ -130,11 +124,10 @@ void RpaVersionItem::leaveEvent(QEvent* event)
 bool RpaVersionItem::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == iconLabel) {
-        if (event->type() == QEvent::Enter) {
+        if (event->type() == QEvent::Enter)
             ShowIcon(true);
-        } else if (event->type() == QEvent::Leave) {
+        else if (event->type() == QEvent::Leave)
             ShowIcon(false);
-        }
     }
     return WbBaseWidget::eventFilter(watched, event);
 }
@@ -146,9 +139,8 @@ void RpaVersionItem::SlotDelete()
 
 void RpaVersionItem::EnsureBuilt()
 {
-    if (rowLayout) {
+    if (rowLayout)
         return;
-    }
     iconLabel = new QLabel(this);
     iconLabel->setObjectName(QStringLiteral("rpa_version_combo_icon"));
     iconLabel->setCursor(Qt::PointingHandCursor);
@@ -179,9 +171,8 @@ void RpaVersionItem::EnsureBuilt()
 
 void RpaVersionItem::ApplyLayoutMetrics()
 {
-    if (!rowLayout) {
+    if (!rowLayout)
         return;
-    }
     textLabel->setSizePolicy(QSizePolicy::Expanding, textLabel->sizePolicy().verticalPolicy());
     const int side = DpiTool::ScaleDefault(sideMargin);
     rowLayout->setContentsMargins(side, 0, side, 0);
@@ -190,9 +181,8 @@ void RpaVersionItem::ApplyLayoutMetrics()
 
 void RpaVersionItem::ShowIcon(bool hovered)
 {
-    if (!iconLabel) {
+    if (!iconLabel)
         return;
-    }
     for (const StateIcon& icon : stateIcons) {
         if (icon.state == state) {
             const auto* path = hovered ? icon.hovered : icon.normal;

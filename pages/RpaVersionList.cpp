@@ -31,36 +31,31 @@ void RpaVersionList::scrollContentsBy(int, int)
 void RpaVersionList::mousePressEvent(QMouseEvent* event)
 {
     event->accept();
-    if (QListWidgetItem* entry = itemAt(event->pos())) {
+    if (QListWidgetItem* entry = itemAt(event->pos()))
         emit itemPressed(entry);
-    }
 }
 
 void RpaVersionList::updateEditorGeometries()
 {
     const Rows before = rowsInSight;
     rowsInSight = PlaceRowsInSight();
-    for (const QPointer<RpaVersionItem>& row : before) {
-        if (row && !rowsInSight.contains(row)) {
+    for (const QPointer<RpaVersionItem>& row : before)
+        if (row && !rowsInSight.contains(row))
             row->SetInSight(false);
-        }
-    }
 }
 
 RpaVersionList::Rows RpaVersionList::PlaceRowsInSight()
 {
     Rows placed;
-    if (!isVisible()) {
+    if (!isVisible())
         return placed;
-    }
     const QRect sight = viewport()->rect();
     const QModelIndex first = indexAt(sight.topLeft());
     for (int i = first.row(); i >= 0 && i < count(); ++i) {
         const QModelIndex index = model()->index(i, 0);
         const QRect place = visualRect(index);
-        if (place.top() > sight.bottom()) {
+        if (place.top() > sight.bottom())
             break;
-        }
         if (auto* row = qobject_cast<RpaVersionItem*>(indexWidget(index))) {
             row->setGeometry(place);
             row->SetInSight(true);

@@ -138,9 +138,8 @@ void Report(QTextStream& out, const QString& name, int rows)
         columns[4].append(figures.popupAfterRebuildMs);
     }
     out << QStringLiteral("%1 %2").arg(name, -14).arg(rows, 6);
-    for (const auto& column : columns) {
+    for (const auto& column : columns)
         out << QStringLiteral(" %1").arg(Median(column), 12, 'f', 2);
-    }
     out << Qt::endl;
 }
 

@@ -68,10 +68,9 @@ public:
     static double NumberAfter(const QString& word)
     {
         const QVector<RpaLogLine> lines = Log()->GetLines();
-        for (const RpaLogLine& line : lines) {
+        for (const RpaLogLine& line : lines)
             if (line.text.startsWith(word))
                 return line.text.mid(word.size()).toDouble();
-        }
         return 0;
     }
     static double Median(std::vector<double> values)

@@ -12,10 +12,9 @@ void ProcessorUse::UseOneCore(bool one)
     }();
     cpu_set_t first;
     CPU_ZERO(&first);
-    for (int core = 0; core < CPU_SETSIZE && CPU_COUNT(&first) == 0; ++core) {
+    for (int core = 0; core < CPU_SETSIZE && CPU_COUNT(&first) == 0; ++core)
         if (CPU_ISSET(core, &all))
             CPU_SET(core, &first);
-    }
     sched_setaffinity(0, sizeof first, one ? &first : &all);
 }
 

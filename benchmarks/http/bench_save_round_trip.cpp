@@ -44,10 +44,9 @@ public:
             R"({"token":")" + token +
             R"(","account":{"pin":"author","name":"author","venderId":"vender","roles":["author"]}})"
             "\n");
-        while (!process.canReadLine()) {
+        while (!process.canReadLine())
             if (!process.waitForReadyRead(20000))
                 return false;
-        }
         const auto line = QJsonDocument::fromJson(process.readLine()).object();
         return VersionServiceSettings::Instance()->SetBaseUrl(
             QUrl(line.value(QLatin1String("listening")).toString()));

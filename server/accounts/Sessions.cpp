@@ -107,12 +107,11 @@ std::optional<SignedIn> Sessions::Keep(const QByteArray& hash, const Entry& entr
 
 void Sessions::ForgetStored()
 {
-    for (auto it = entries.begin(); it != entries.end();) {
+    for (auto it = entries.begin(); it != entries.end();)
         if (it->ofProcess)
             ++it;
         else
             it = entries.erase(it);
-    }
 }
 
 void Sessions::WriteUse(const QByteArray& hash, qint64 now)

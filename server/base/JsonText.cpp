@@ -85,12 +85,11 @@ JsonText& JsonText::Value(const QString& value)
     Separate();
     text += '"';
     const QByteArray utf8 = value.toUtf8();
-    for (const char c : utf8) {
+    for (const char c : utf8)
         if (MustBeEscaped(c))
             AppendEscaped(text, c);
         else
             text += c;
-    }
     text += '"';
     return *this;
 }

@@ -40,10 +40,9 @@ std::vector<std::shared_ptr<Connection>> ConnectionPool::Live()
 {
     std::vector<std::shared_ptr<Connection>> live;
     const std::lock_guard lock(mutex);
-    for (const auto& weak : connections) {
+    for (const auto& weak : connections)
         if (auto connection = weak.lock())
             live.push_back(std::move(connection));
-    }
     return live;
 }
 } // namespace server

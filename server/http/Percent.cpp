@@ -11,10 +11,9 @@ bool AreEscapesWhole(const QByteArray& text)
     const auto isHex = [&text](int at) {
         return at < text.size() && std::isxdigit(static_cast<unsigned char>(text.at(at))) != 0;
     };
-    for (int at = text.indexOf('%'); at >= 0; at = text.indexOf('%', at + 1)) {
+    for (int at = text.indexOf('%'); at >= 0; at = text.indexOf('%', at + 1))
         if (!isHex(at + 1) || !isHex(at + 2))
             return false;
-    }
     return true;
 }
 } // namespace

@@ -15,12 +15,11 @@ bool Fits(const QList<QByteArray>& pattern, const QList<QByteArray>& path, std::
 {
     if (pattern.size() != path.size())
         return false;
-    for (int i = 0; i < pattern.size(); ++i) {
+    for (int i = 0; i < pattern.size(); ++i)
         if (pattern.at(i).startsWith('{'))
             values.push_back(DecodePercent(path.at(i)).value_or(QString()));
         else if (pattern.at(i) != path.at(i))
             return false;
-    }
     return true;
 }
 } // namespace

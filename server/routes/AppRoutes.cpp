@@ -35,10 +35,9 @@ void ListApps(Services& services, const Request& request, const Reply& reply)
     const QString query = request.QueryValue("query");
     JsonText text;
     text.BeginObject().Key("apps").BeginArray();
-    for (const App& app : services.store.AppsEditableBy(*request.account)) {
+    for (const App& app : services.store.AppsEditableBy(*request.account))
         if (query.isEmpty() || app.name.contains(query, Qt::CaseInsensitive))
             wire::Append(text, app);
-    }
     reply(Response::Json(200, text.EndArray().EndObject().Text()));
 }
 

@@ -14,10 +14,9 @@ Response ListOf(const std::vector<ReleasedApp>& apps, const QString& query)
 {
     JsonText text;
     text.BeginObject().Key("apps").BeginArray();
-    for (const ReleasedApp& released : apps) {
+    for (const ReleasedApp& released : apps)
         if (query.isEmpty() || released.app.name.contains(query, Qt::CaseInsensitive))
             wire::Append(text, released);
-    }
     return Response::Json(200, text.EndArray().EndObject().Text());
 }
 

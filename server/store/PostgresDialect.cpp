@@ -62,10 +62,9 @@ public:
         if (!database.open())
             throw StoreError(StoreFault::Unavailable, database.lastError().text());
         QSqlQuery query(database);
-        for (const char* setting : settings) {
+        for (const char* setting : settings)
             if (!query.exec(QString::fromLatin1(setting)))
                 throw StoreError(StoreFault::Unavailable, query.lastError().text());
-        }
         return database;
     }
 
@@ -156,10 +155,9 @@ private:
             options << QStringLiteral("sslmode=verify-full");
         const QUrlQuery query(url);
         for (const auto& name :
-             {QStringLiteral("sslrootcert"), QStringLiteral("sslcert"), QStringLiteral("sslkey")}) {
+             {QStringLiteral("sslrootcert"), QStringLiteral("sslcert"), QStringLiteral("sslkey")})
             if (query.hasQueryItem(name))
                 options << name + QLatin1Char('=') + query.queryItemValue(name, QUrl::FullyDecoded);
-        }
         return options.join(QLatin1Char(';'));
     }
 

@@ -34,10 +34,9 @@ public:
         if (!database.open())
             throw StoreError(StoreFault::Unavailable, database.lastError().text());
         QSqlQuery query(database);
-        for (const char* setting : settings) {
+        for (const char* setting : settings)
             if (!query.exec(QString::fromLatin1(setting)))
                 throw StoreError(StoreFault::Unavailable, query.lastError().text());
-        }
         return database;
     }
 

@@ -28,10 +28,9 @@ const Question questions[] = {
 void CheckStructure(SqlConnection& connection, CheckResult& result)
 {
     auto pages = connection.Select(QStringLiteral("PRAGMA integrity_check"), {});
-    while (pages.Next()) {
+    while (pages.Next())
         if (pages.Text(0) != QLatin1String("ok"))
             result.faults << QStringLiteral("the file: ") + pages.Text(0);
-    }
     auto references = connection.Select(QStringLiteral("PRAGMA foreign_key_check"), {});
     while (references.Next())
         result.faults << QStringLiteral("a row of %1 refers to nothing").arg(references.Text(0));

@@ -101,12 +101,11 @@ private:
     void CopySnapshot()
     {
         from.Execute(fromDialect->BeginSnapshot());
-        for (const Table& table : Tables()) {
+        for (const Table& table : Tables())
             if (table.name == RevisionTable())
                 CopyRevisions();
             else
                 CopyRows(table);
-        }
         for (const Table& table : Tables()) {
             if (Count(from, table.name) != Count(to, table.name))
                 throw StoreError(StoreFault::Internal,
@@ -147,10 +146,9 @@ private:
     void CopyRevisions()
     {
         PagedRows pages(RevisionReader::GetTable(), RevisionReader::GetTable().key, pageRows);
-        for (auto page = pages.Next(from); !page.empty(); page = pages.Next(from)) {
+        for (auto page = pages.Next(from); !page.empty(); page = pages.Next(from))
             for (const auto& key : page)
                 CopyRevision(key);
-        }
     }
 
     void CopyRevision(const std::vector<QVariant>& key)

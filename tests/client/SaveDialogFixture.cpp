@@ -46,9 +46,8 @@ void DialogUser::PressOK() const
 QStringList DialogUser::Names() const
 {
     QStringList names;
-    for (int i = 0; i < name->count(); ++i) {
+    for (int i = 0; i < name->count(); ++i)
         names.append(name->itemText(i));
-    }
     return names;
 }
 

@@ -118,16 +118,13 @@ FaultServer::Reply VersionServiceFixture::AnswerRightly(const FaultServer::Reque
         version.revision = RevisionOf(request.headers.value("if-match")) + 1;
         return VersionReplies::Saved(200, version);
     }
-    if (request.method == "DELETE") {
+    if (request.method == "DELETE")
         return VersionReplies::Deleted();
-    }
-    if (request.path.endsWith("/data")) {
+    if (request.path.endsWith("/data"))
         return FaultServer::Data(VersionReplies::App(), 1);
-    }
     QVector<VersionReplies::Version> versions;
-    for (const RpaAppSnapshotPtr& snapshot : ListedVersions()) {
+    for (const RpaAppSnapshotPtr& snapshot : ListedVersions())
         versions.append(Describe(snapshot));
-    }
     return VersionReplies::List(versions);
 }
 
@@ -201,9 +198,8 @@ QSharedPointer<SnapshotResponse> Outcome(bool ok, const QString& error)
 void AddFaultRows()
 {
     QTest::addColumn<FaultServer::Fault>("fault");
-    for (FaultServer::Fault fault : FaultServer::AllFaults()) {
+    for (FaultServer::Fault fault : FaultServer::AllFaults())
         QTest::newRow(FaultServer::NameOf(fault)) << fault;
-    }
 }
 
 void InjectAnswer(int notifyId, const QSharedPointer<IHttpRequest>& request,

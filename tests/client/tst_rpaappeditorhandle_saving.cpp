@@ -264,9 +264,8 @@ void TestRpaAppEditorHandleSaving::announcesAVersionWithoutAnIdWhenTheAnswerName
     handle->SaveSnapshotAsync(QString(), VersionServiceFixture::MakeModifiedApp());
     QTRY_COMPARE(service->recorder.answers.size(), 1);
     QSharedPointer<IHttpRequest> strange = QSharedPointer<GetSnapshotListRequest>::create();
-    if (isSave) {
+    if (isSave)
         strange = QSharedPointer<SaveAppSnapshotInfoRequest>::create();
-    }
     strange->SetIdentity(service->recorder.answers.constFirst().request->GetIdentity());
     QSignalSpy saved(handle.get(), &RpaAppEditorHandle::SigSaveAppSnapshot);
 
@@ -310,9 +309,8 @@ void TestRpaAppEditorHandleSaving::finishesABlockingSaveWithItsOutcome()
     QFETCH(bool, refused);
 
     // given
-    if (refused) {
+    if (refused)
         service->server.Enqueue(FaultServer::Refusal(409, "name-taken", Text("名称已存在")));
-    }
     QSignalSpy saved(handle.get(), &RpaAppEditorHandle::SigSaveAppSnapshot);
     QSignalSpy finished(handle.get(), &RpaAppEditorHandle::SigSaveFinished);
 
@@ -353,9 +351,8 @@ void TestRpaAppEditorHandleSaving::savesAgainAfterAnAnswer()
     QFETCH(bool, refused);
 
     // given
-    if (refused) {
+    if (refused)
         service->server.Enqueue(FaultServer::Refusal(409, "name-taken", Text("名称已存在")));
-    }
     handle->SaveSnapshotAsync(snapshotId, VersionServiceFixture::MakeModifiedApp());
     QTRY_COMPARE(service->recorder.answers.size(), 1);
 
@@ -399,9 +396,8 @@ void TestRpaAppEditorHandleSaving::savesNothingWithoutAnApp()
 void TestRpaAppEditorHandleSaving::showsEachRefusalOnceInTheServersWords_data()
 {
     QTest::addColumn<int>("status");
-    for (int status : {401, 404, 409, 412, 413, 500, 503}) {
+    for (int status : {401, 404, 409, 412, 413, 500, 503})
         QTest::addRow("%d", status) << status;
-    }
 }
 
 void TestRpaAppEditorHandleSaving::showsEachRefusalOnceInTheServersWords()

@@ -117,9 +117,8 @@ void TestRpaAppEditorHandleVersions::emitsOneFinishedSignalPerListAnswer()
 
     // given
     const QString reason = Text("没有权限");
-    if (refused) {
+    if (refused)
         service->server.Enqueue(FaultServer::Refusal(403, "forbidden", reason));
-    }
     QSignalSpy finished(handle.get(), &RpaAppEditorHandle::SigGetSnapshotListFinished);
 
     // when

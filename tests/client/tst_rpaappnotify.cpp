@@ -48,9 +48,8 @@ void TestRpaAppNotify::isMadeOnceByRacingFirstCalls()
                 seen[std::size_t(i)] = RpaAppNotify::Instance();
             });
         }
-        for (std::thread& thread : threads) {
+        for (std::thread& thread : threads)
             thread.join();
-        }
 
         // then
         QVERIFY(seen.front());

@@ -108,9 +108,8 @@ void TestSaveSnapshotInfoWidget::keepsTheFirstFiftyCharactersOfAPaste()
     // given
     Open();
     QString pasted;
-    for (int i = 0; i < 80; ++i) {
+    for (int i = 0; i < 80; ++i)
         pasted.append(QChar(u'一' + i));
-    }
     QApplication::clipboard()->setText(pasted);
 
     // when
@@ -146,9 +145,8 @@ void TestSaveSnapshotInfoWidget::removesWhatIsTypedAtTheFrontOfAFullDescription(
     // given
     Open();
     QString full;
-    for (int i = 0; i < 50; ++i) {
+    for (int i = 0; i < 50; ++i)
         full.append(QChar(u'一' + i));
-    }
     user->desc->setPlainText(full);
     QCOMPARE(user->desc->textCursor().position(), 0);
 

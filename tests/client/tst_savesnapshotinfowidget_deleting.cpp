@@ -138,9 +138,8 @@ void TestSaveSnapshotInfoWidgetDeleting::keepsTheTypedDescriptionWhenAVersionGoe
     const auto elsewhere = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
     elsewhere->SetSnapshotId(QStringLiteral("elsewhere"));
     QSharedPointer<IHttpRequest> request = QSharedPointer<GetSnapshotListRequest>::create();
-    if (isDeletion) {
+    if (isDeletion)
         request = elsewhere;
-    }
 
     // when
     InjectAnswer(NotifyDeleteAppSnapshotInfo, request, Outcome(true));

@@ -37,19 +37,15 @@ AccountServer::~AccountServer()
 
 bool AccountServer::Start(const QList<Account>& accounts)
 {
-    for (const Account& account : accounts) {
-        if (!Add(account)) {
+    for (const Account& account : accounts)
+        if (!Add(account))
             return false;
-        }
-    }
     process->setStandardErrorFile(QProcess::nullDevice());
     process->start(Program(), {QStringLiteral("--data"), folder.path(), QStringLiteral("--listen"),
                                QStringLiteral("127.0.0.1:0")});
-    while (process->state() != QProcess::NotRunning && !process->canReadLine()) {
-        if (!process->waitForReadyRead(withinMs)) {
+    while (process->state() != QProcess::NotRunning && !process->canReadLine())
+        if (!process->waitForReadyRead(withinMs))
             break;
-        }
-    }
     const QJsonObject ready = QJsonDocument::fromJson(process->readLine()).object();
     address = QUrl(ready.value(QStringLiteral("listening")).toString());
     problem = QStringLiteral("no ready line from %1").arg(Program());

@@ -39,11 +39,9 @@ bool Says(const char* label, const QString& text)
 bool Logs(const QString& text)
 {
     const auto* log = Anywhere<QAbstractItemView>("logView");
-    for (int row = log ? log->model()->rowCount() - 1 : -1; row >= 0; --row) {
-        if (log->model()->index(row, log->model()->columnCount() - 1).data().toString().contains(text)) {
+    for (int row = log ? log->model()->rowCount() - 1 : -1; row >= 0; --row)
+        if (log->model()->index(row, log->model()->columnCount() - 1).data().toString().contains(text))
             return true;
-        }
-    }
     return false;
 }
 
@@ -63,12 +61,10 @@ int TableRows()
 TourDriver::Finder Button(const QString& accessibleName)
 {
     return [accessibleName]() -> QWidget* {
-        for (QWidget* widget : QApplication::allWidgets()) {
+        for (QWidget* widget : QApplication::allWidgets())
             if (widget->isVisible() && widget->accessibleName() == accessibleName &&
-                qobject_cast<QPushButton*>(widget)) {
+                qobject_cast<QPushButton*>(widget))
                 return widget;
-            }
-        }
         return nullptr;
     };
 }
@@ -106,9 +102,8 @@ void KeyboardHour::TabTo(const QString& what, const TourDriver::Finder& finder)
     constexpr int most = 200;
     d->Until(what, [finder] { return finder() != nullptr; });
     for (int count = 0; !d->OnGui([finder] { return HasFocus(finder); }); ++count) {
-        if (count == most) {
+        if (count == most)
             throw TourFailure(QStringLiteral("Tab does not come to %1").arg(what));
-        }
         d->Key(Qt::Key_Tab);
     }
 }
@@ -213,15 +208,13 @@ void KeyboardHour::AddRecord(const char* panel, const QString& name)
 
 void KeyboardHour::ChooseProcess()
 {
-    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_F2}) {
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Right, Qt::Key_F2})
         d->Key(key);
-    }
     const auto choices = [] { return qobject_cast<QComboBox*>(QApplication::focusWidget()); };
     d->Until(QStringLiteral("the choices"), [choices] { return choices() != nullptr; });
     for (int count = 0; d->OnGui([choices] { return choices()->currentText(); }) != process; ++count) {
-        if (count == d->OnGui([choices] { return choices()->count(); })) {
+        if (count == d->OnGui([choices] { return choices()->count(); }))
             throw TourFailure(QStringLiteral("there is no process to choose"));
-        }
         d->Key(Qt::Key_Down);
     }
     d->Key(Qt::Key_Return);
@@ -434,9 +427,8 @@ void KeyboardHour::TakeBack()
             return menu && menu->activeAction() ? menu->activeAction()->text() : QString();
         };
         constexpr int most = 20;
-        for (int count = 0; count < most && d->OnGui(chosen) != QStringLiteral("发布管理…"); ++count) {
+        for (int count = 0; count < most && d->OnGui(chosen) != QStringLiteral("发布管理…"); ++count)
             d->Key(Qt::Key_Down);
-        }
         d->Key(Qt::Key_Return);
         TabTo(QStringLiteral("take back"), Button(QStringLiteral("下线…试用")));
         d->Key(Qt::Key_Return);

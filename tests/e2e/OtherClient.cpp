@@ -26,9 +26,8 @@ QNetworkReply* Finish(QNetworkReply* reply)
 {
     QEventLoop loop;
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    if (!reply->isFinished()) {
+    if (!reply->isFinished())
         loop.exec();
-    }
     return reply;
 }
 } // namespace
@@ -66,11 +65,9 @@ bool OtherClient::OverwriteAs(const QString& appId, const QString& versionId, co
     QString name;
     const QJsonObject list =
         QJsonDocument::fromJson(Get(QStringLiteral("/apps/%1/versions").arg(appId)).body).object();
-    for (const QJsonValue& version : list.value(QStringLiteral("versions")).toArray()) {
-        if (version.toObject().value(QStringLiteral("id")).toString() == versionId) {
+    for (const QJsonValue& version : list.value(QStringLiteral("versions")).toArray())
+        if (version.toObject().value(QStringLiteral("id")).toString() == versionId)
             name = version.toObject().value(QStringLiteral("name")).toString();
-        }
-    }
     const Answer data = Get(QStringLiteral("/versions/%1/data").arg(versionId));
     QJsonObject content = QJsonDocument::fromJson(data.body).object();
     content.insert(QStringLiteral("version"), apiVersion);

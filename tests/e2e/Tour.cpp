@@ -230,11 +230,9 @@ void Tour::MeetNewerData()
         UntilCurrent(newer);
         const QString versionId = d->OnGui([=] {
             RpaSnapshotManager* versions = RpaEditorLogic::Instance()->GetDevSnapshotManager();
-            for (int i = 0; i < versions->GetCount(); ++i) {
-                if (versions->GetSnapshot(i)->GetName() == newer) {
+            for (int i = 0; i < versions->GetCount(); ++i)
+                if (versions->GetSnapshot(i)->GetName() == newer)
                     return versions->GetSnapshotId(i);
-                }
-            }
             return QString();
         });
         OpenDropDown();
@@ -249,9 +247,8 @@ void Tour::MeetNewerData()
                 RpaEditorLogic::Instance()->GetDevSnapshotManager()->GetSnapshot(0)->GetAppId());
         });
         OtherClient other(address, token);
-        if (!other.OverwriteAs(appId, versionId, QStringLiteral("9.0.0"))) {
+        if (!other.OverwriteAs(appId, versionId, QStringLiteral("9.0.0")))
             throw TourFailure(other.GetProblem());
-        }
 
         d->UntilCalm();
         d->OnGui([this] { toasts->Clear(); });

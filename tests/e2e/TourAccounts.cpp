@@ -22,11 +22,9 @@ const char* const editorButtons[] = {"pushButtonSave", "pushButtonSaveAs", "push
 QString OfferedButtons()
 {
     QStringList texts;
-    for (const char* name : editorButtons) {
-        if (const QWidget* button = Visible(name)) {
+    for (const char* name : editorButtons)
+        if (const QWidget* button = Visible(name))
             texts.append(button->property("text").toString());
-        }
-    }
     return texts.join(QLatin1Char(' '));
 }
 

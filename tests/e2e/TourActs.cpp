@@ -97,11 +97,9 @@ void Tour::DeleteVersion(const QString& name)
     d->Click(QStringLiteral("yes"), TourDriver::DialogButton(QStringLiteral("是")));
     d->Until(QStringLiteral("the version is gone"), [name] {
         RpaSnapshotManager* versions = RpaEditorLogic::Instance()->GetDevSnapshotManager();
-        for (int i = 0; i < versions->GetCount(); ++i) {
-            if (versions->GetSnapshot(i)->GetName() == name) {
+        for (int i = 0; i < versions->GetCount(); ++i)
+            if (versions->GetSnapshot(i)->GetName() == name)
                 return false;
-            }
-        }
         return true;
     });
     UntilLoaded();
@@ -145,9 +143,8 @@ void Tour::UntilBox(const QString& text)
 {
     d->Until(QStringLiteral("the question ") + text, [text] {
         QWidget* box = QApplication::activeModalWidget();
-        if (!box || !box->isVisible()) {
+        if (!box || !box->isVisible())
             return false;
-        }
         const auto labels = box->findChildren<QLabel*>();
         return std::any_of(labels.begin(), labels.end(),
                            [&](const QLabel* label) { return label->text() == text; });
@@ -172,9 +169,8 @@ int Tour::RowOf(const QString& name)
         QWidget* item = list->itemWidget(list->item(row));
         auto* text =
             item ? item->findChild<ElidedLabelEx*>(QStringLiteral("rpa_version_combo_text")) : nullptr;
-        if (text && text->GetText() == name) {
+        if (text && text->GetText() == name)
             return row;
-        }
     }
     return -1;
 }

@@ -30,9 +30,8 @@ bool EditsWith(const char* className)
 QModelIndex StatementAt(const QTreeView* view, int line)
 {
     QModelIndex index = view->model()->index(0, 1);
-    for (int i = 1; i < line && index.isValid(); ++i) {
+    for (int i = 1; i < line && index.isValid(); ++i)
         index = view->indexBelow(index).siblingAtColumn(1);
-    }
     return index;
 }
 } // namespace
@@ -52,9 +51,8 @@ void Tour::AddRecord(const char* panel, const QString& text)
 
 void Tour::WriteCell(const char* panel, int column, const QString& text)
 {
-    while (d->OnGui([=] { return Records(panel)->currentIndex().column(); }) < column) {
+    while (d->OnGui([=] { return Records(panel)->currentIndex().column(); }) < column)
         d->Key(Qt::Key_Right);
-    }
     d->Key(Qt::Key_F2);
     d->Until(QStringLiteral("a field for the text"), [] { return EditsWith("QLineEdit"); });
     d->Key(Qt::Key_A, Qt::ControlModifier);
@@ -68,9 +66,8 @@ void Tour::WriteCell(const char* panel, int column, const QString& text)
 
 void Tour::ChooseCell(const char* panel, int column, const QString& title)
 {
-    while (d->OnGui([=] { return Records(panel)->currentIndex().column(); }) < column) {
+    while (d->OnGui([=] { return Records(panel)->currentIndex().column(); }) < column)
         d->Key(Qt::Key_Right);
-    }
     d->Key(Qt::Key_F2);
     d->Until(QStringLiteral("the choices"), [] { return EditsWith("QComboBox"); });
     ChooseFromCombo(title);
@@ -122,11 +119,9 @@ void Tour::GoToProcess(const QString& name)
     GoToPage("pushButtonProcess");
     const auto place = [name](QWidget* widget) {
         auto* tabs = qobject_cast<QTabBar*>(widget);
-        for (int i = 0; i < tabs->count(); ++i) {
-            if (tabs->tabData(i).toString() == name) {
+        for (int i = 0; i < tabs->count(); ++i)
+            if (tabs->tabData(i).toString() == name)
                 return tabs->tabRect(i).center();
-            }
-        }
         return QPoint(-1, -1);
     };
     d->ClickAt(name, Named("processTabBar"), place);
@@ -224,11 +219,9 @@ void Tour::UntilLog(const QString& text)
 {
     d->Until(QStringLiteral("the log line ") + text, [text] {
         auto* log = VisibleAs<QAbstractItemView>("logView");
-        for (int row = log ? log->model()->rowCount() - 1 : -1; row >= 0; --row) {
-            if (log->model()->index(row, log->model()->columnCount() - 1).data().toString().contains(text)) {
+        for (int row = log ? log->model()->rowCount() - 1 : -1; row >= 0; --row)
+            if (log->model()->index(row, log->model()->columnCount() - 1).data().toString().contains(text))
                 return true;
-            }
-        }
         return false;
     });
 }

@@ -18,9 +18,8 @@ bool IsDocked()
 void Tour::FoldBrowser()
 {
     // Where no web engine was built in there is no pane to fold.
-    if (!d->OnGui(&HasBrowser)) {
+    if (!d->OnGui(&HasBrowser))
         return;
-    }
     d->Step(QStringLiteral("browser-folded"), [this] {
         GoToPage("pushButtonUI");
         d->UntilCalm();
@@ -32,9 +31,8 @@ void Tour::FoldBrowser()
 
 void Tour::MoveBrowser()
 {
-    if (!d->OnGui(&HasBrowser)) {
+    if (!d->OnGui(&HasBrowser))
         return;
-    }
     d->Step(QStringLiteral("browser-unfolded"), [this] {
         d->UntilCalm();
         d->Click(QStringLiteral("unfold"), Named("pushButtonUnfold"));

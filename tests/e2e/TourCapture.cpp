@@ -50,9 +50,8 @@ bool HasLoaded()
 bool HasBeenDrawn()
 {
     const QWidget* view = Visible("browserView");
-    if (!view) {
+    if (!view)
         return false;
-    }
     const QRect place(view->mapToGlobal(QPoint()), view->size());
     const QImage seen =
         view->screen()->grabWindow(0, place.x(), place.y(), place.width(), place.height()).toImage();
@@ -65,9 +64,8 @@ bool HasBeenDrawn()
 bool IsRateMarked()
 {
     QWidget* glass = Visible("browserPointerOverlay");
-    if (!glass) {
+    if (!glass)
         return false;
-    }
     QImage seen(glass->size(), QImage::Format_ARGB32);
     seen.fill(Qt::transparent);
     glass->render(&seen, QPoint(), QRegion(), QWidget::RenderFlags());
@@ -79,9 +77,8 @@ QStringList LogLines()
 {
     auto* log = VisibleAs<QAbstractItemView>("logView");
     QStringList lines;
-    for (int row = 0; log && row < log->model()->rowCount(); ++row) {
+    for (int row = 0; log && row < log->model()->rowCount(); ++row)
         lines.append(log->model()->index(row, log->model()->columnCount() - 1).data().toString());
-    }
     return lines;
 }
 
@@ -95,9 +92,8 @@ QString ElementField()
 void Tour::OpenPage()
 {
     const QString url = d->OnGui([this] {
-        if (!pages) {
+        if (!pages)
             pages = new PageServer(workstation);
-        }
         pages->Put(path, RatePage("7.1836"));
         return pages->Url(path);
     });
@@ -192,9 +188,8 @@ void Tour::ReadElement()
 void Tour::CaptureElements()
 {
     // Where no web engine was built in there is no page to capture from.
-    if (!d->OnGui(&HasBrowser)) {
+    if (!d->OnGui(&HasBrowser))
         return;
-    }
     RefuseRunDuringCapture();
     CaptureElement();
     ReadElement();

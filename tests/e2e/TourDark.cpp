@@ -27,11 +27,9 @@ QPoint EntryOf(QWidget* widget, const QString& text)
 {
     const auto* menu = qobject_cast<QMenu*>(widget);
     const QList<QAction*> entries = menu ? menu->actions() : QList<QAction*>();
-    for (QAction* entry : entries) {
-        if (entry->text() == text) {
+    for (QAction* entry : entries)
+        if (entry->text() == text)
             return menu->actionGeometry(entry).center();
-        }
-    }
     return {-1, -1};
 }
 } // namespace

@@ -22,35 +22,29 @@ constexpr auto lookEvery = std::chrono::milliseconds(15);
 // Popups take all input from other windows, modal windows from those below them.
 QWidget* InputRoot()
 {
-    if (QWidget* popup = QApplication::activePopupWidget()) {
+    if (QWidget* popup = QApplication::activePopupWidget())
         return popup;
-    }
     return QApplication::activeModalWidget();
 }
 
 QWidget* FindBelow(QWidget* root, const QString& objectName)
 {
-    if (root->isVisible() && root->objectName() == objectName) {
+    if (root->isVisible() && root->objectName() == objectName)
         return root;
-    }
-    for (QWidget* child : root->findChildren<QWidget*>(objectName)) {
-        if (child->isVisible()) {
+    for (QWidget* child : root->findChildren<QWidget*>(objectName))
+        if (child->isVisible())
             return child;
-        }
-    }
     return nullptr;
 }
 
 // The widget that would get a press at that place, when it is the widget meant or a part of it.
 QWidget* TargetAt(QWidget* widget, const QPoint& place)
 {
-    if (!widget || !widget->isVisible() || !widget->isEnabled() || !widget->rect().contains(place)) {
+    if (!widget || !widget->isVisible() || !widget->isEnabled() || !widget->rect().contains(place))
         return nullptr;
-    }
     QWidget* root = InputRoot();
-    if (root && root != widget->window() && !root->isAncestorOf(widget)) {
+    if (root && root != widget->window() && !root->isAncestorOf(widget))
         return nullptr;
-    }
     QWidget* top = QApplication::widgetAt(widget->mapToGlobal(place));
     return top == widget || (top && widget->isAncestorOf(top)) ? top : nullptr;
 }
@@ -65,9 +59,8 @@ void UseDisplay(const QStringList& acts)
 {
     QProcess display;
     display.start(QStringLiteral("xdotool"), acts);
-    if (!display.waitForFinished() || display.exitCode() != 0) {
+    if (!display.waitForFinished() || display.exitCode() != 0)
         throw TourFailure(QStringLiteral("no mouse and keys of the display: is xdotool installed?"));
-    }
 }
 
 // The display counts in its own points, the windows in those of the scale they are drawn at.
@@ -80,9 +73,8 @@ QStringList MoveTo(const QPoint& place)
 
 QWidget* KeyTarget()
 {
-    if (QWidget* popup = QApplication::activePopupWidget()) {
+    if (QWidget* popup = QApplication::activePopupWidget())
         return popup->focusWidget() ? popup->focusWidget() : popup;
-    }
     return QApplication::focusWidget();
 }
 } // namespace
@@ -103,13 +95,11 @@ void TourDriver::Step(const QString& name, const std::function<void()>& act)
         message = QString::fromStdString(failure.what());
     }
     const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start).count();
-    if (picture.isNull() || !held) {
+    if (picture.isNull() || !held)
         picture = Grab();
-    }
     report->Add(name, held, ms, picture, message);
-    if (!held) {
+    if (!held)
         CloseLeftovers();
-    }
 }
 
 void TourDriver::TakePicture()
@@ -126,11 +116,9 @@ void TourDriver::UntilCalm()
 
 bool TourDriver::ShowsNoNotice()
 {
-    for (const QWidget* each : QApplication::allWidgets()) {
-        if (each->isVisible() && each->objectName() == QLatin1String("WbToast")) {
+    for (const QWidget* each : QApplication::allWidgets())
+        if (each->isVisible() && each->objectName() == QLatin1String("WbToast"))
             return false;
-        }
-    }
     return true;
 }
 
@@ -142,9 +130,8 @@ QImage TourDriver::Grab()
     QImage last;
     for (int i = 0; i < mostLooks; ++i) {
         const QImage next = OnGui([this] { return GrabOnce(); });
-        if (!next.isNull() && next == last) {
+        if (!next.isNull() && next == last)
             break;
-        }
         last = next;
         QThread::msleep(60);
     }
@@ -154,11 +141,9 @@ QImage TourDriver::Grab()
 
 QImage TourDriver::GrabOnce()
 {
-    for (QWindow* each : QGuiApplication::topLevelWindows()) {
-        if (each->isVisible() && !each->isExposed()) {
+    for (QWindow* each : QGuiApplication::topLevelWindows())
+        if (each->isVisible() && !each->isExposed())
             return {};
-        }
-    }
     const QRect frame = window->frameGeometry();
     return window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).toImage();
 }
@@ -168,9 +153,8 @@ void TourDriver::Until(const QString& what, const std::function<bool()>& conditi
 {
     const auto deadline = Clock::now() + within;
     while (!OnGui(condition)) {
-        if (Clock::now() > deadline) {
+        if (Clock::now() > deadline)
             throw TourFailure(QStringLiteral("waited in vain for: %1").arg(what));
-        }
         QThread::msleep(lookEvery.count());
     }
 }
@@ -178,14 +162,11 @@ void TourDriver::Until(const QString& what, const std::function<bool()>& conditi
 TourDriver::Finder TourDriver::Named(const QString& objectName)
 {
     return [objectName]() -> QWidget* {
-        if (QWidget* root = InputRoot()) {
+        if (QWidget* root = InputRoot())
             return FindBelow(root, objectName);
-        }
-        for (QWidget* top : QApplication::topLevelWidgets()) {
-            if (QWidget* found = FindBelow(top, objectName)) {
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (QWidget* found = FindBelow(top, objectName))
                 return found;
-            }
-        }
         return nullptr;
     };
 }
@@ -194,15 +175,12 @@ TourDriver::Finder TourDriver::DialogButton(const QString& text)
 {
     return [text]() -> QWidget* {
         QWidget* dialog = QApplication::activeModalWidget();
-        if (!dialog) {
+        if (!dialog)
             return nullptr;
-        }
         for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
             QString shown = button->text();
-            if (button->isVisible() &&
-                shown.remove(QLatin1Char('&')).section(QLatin1Char('('), 0, 0) == text) {
+            if (button->isVisible() && shown.remove(QLatin1Char('&')).section(QLatin1Char('('), 0, 0) == text)
                 return button;
-            }
         }
         return nullptr;
     };
@@ -222,9 +200,8 @@ void TourDriver::ClickAt(const QString& what, const Finder& finder,
         QWidget* widget = finder();
         const QPoint inside = widget ? place(widget) : QPoint();
         target = TargetAt(widget, inside);
-        if (target) {
+        if (target)
             local = target->mapFrom(widget, inside);
-        }
         return !target.isNull();
     });
     Post([target, local, button] {
@@ -248,9 +225,8 @@ void TourDriver::ClickUntil(const QString& what, const Finder& finder, const std
                   std::chrono::milliseconds(500));
             return;
         } catch (const TourFailure&) {
-            if (i == most) {
+            if (i == most)
                 throw;
-            }
         }
     }
 }
@@ -266,9 +242,8 @@ void TourDriver::HoverAt(const QString& what, const Finder& finder,
     Until(QStringLiteral("the mouse on %1").arg(what), [&] {
         QWidget* widget = finder();
         const QPoint inside = widget ? place(widget) : QPoint();
-        if (!TargetAt(widget, inside)) {
+        if (!TargetAt(widget, inside))
             return false;
-        }
         QCursor::setPos(widget->mapToGlobal(inside));
         return widget->underMouse();
     });
@@ -283,19 +258,16 @@ void TourDriver::Drag(const QString& what, const Finder& from,
     Until(QStringLiteral("both ends of a drag of %1").arg(what), [&] {
         QWidget* source = from();
         QWidget* target = to();
-        if (!source || !target || !TargetAt(source, fromPlace(source)) ||
-            !TargetAt(target, toPlace(target))) {
+        if (!source || !target || !TargetAt(source, fromPlace(source)) || !TargetAt(target, toPlace(target)))
             return false;
-        }
         start = source->mapToGlobal(fromPlace(source));
         end = target->mapToGlobal(toPlace(target));
         return true;
     });
     UseDisplay(MoveTo(start) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
     constexpr int steps = 8;
-    for (int step = 1; step <= steps; ++step) {
+    for (int step = 1; step <= steps; ++step)
         UseDisplay(MoveTo(start + (end - start) * step / steps));
-    }
     // A target answers movements, not a mouse at rest.
     constexpr int mostMovements = 100;
     bool there = OnGui(arrived);
@@ -304,9 +276,8 @@ void TourDriver::Drag(const QString& what, const Finder& from,
         there = OnGui(arrived);
     }
     UseDisplay({QStringLiteral("mouseup"), QStringLiteral("1")});
-    if (!there) {
+    if (!there)
         throw TourFailure(QStringLiteral("%1 was not taken where it was dragged").arg(what));
-    }
 }
 
 bool TourDriver::MayDrop()
@@ -355,9 +326,8 @@ void TourDriver::Post(const std::function<void()>& act)
         Qt::QueuedConnection);
     const auto deadline = Clock::now() + std::chrono::seconds(20);
     while (!*begun) {
-        if (Clock::now() > deadline) {
+        if (Clock::now() > deadline)
             throw TourFailure(QStringLiteral("the window does not react"));
-        }
         QThread::msleep(1);
     }
     // The act itself has run, or waits in a dialog of its own, once the event loop comes round again.
@@ -374,9 +344,8 @@ void TourDriver::CloseLeftovers()
             }
             return false;
         });
-        if (!open) {
+        if (!open)
             return;
-        }
         QThread::msleep(lookEvery.count());
     }
 }

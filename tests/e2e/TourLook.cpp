@@ -29,11 +29,9 @@ TourDriver::Finder InPanel(const char* panel, const char* objectName)
     const QString name = QLatin1String(objectName);
     return [panelName, name]() -> QWidget* {
         const QWidget* root = TourDriver::Named(panelName)();
-        for (QWidget* child : root ? root->findChildren<QWidget*>(name) : QList<QWidget*>()) {
-            if (child->isVisible()) {
+        for (QWidget* child : root ? root->findChildren<QWidget*>(name) : QList<QWidget*>())
+            if (child->isVisible())
                 return child;
-            }
-        }
         return nullptr;
     };
 }
@@ -43,9 +41,8 @@ QModelIndex SampleCard(int kind)
     auto* list = VisibleAs<QListView>("listApps");
     for (int i = 0; list && i < list->model()->rowCount(); ++i) {
         const QModelIndex index = list->model()->index(i, 0);
-        if (index.data(AppListModel::KindRole).toInt() == kind) {
+        if (index.data(AppListModel::KindRole).toInt() == kind)
             return index;
-        }
     }
     return {};
 }
@@ -55,9 +52,8 @@ QModelIndex CardNamed(const char* list, const QString& name)
     const auto* cards = VisibleAs<QListView>(list);
     for (int i = 0; cards && i < cards->model()->rowCount(); ++i) {
         const QModelIndex index = cards->model()->index(i, 0);
-        if (index.data().toString() == name) {
+        if (index.data().toString() == name)
             return index;
-        }
     }
     return {};
 }
@@ -66,9 +62,8 @@ QStringList TabTexts(const char* tabBar)
 {
     const auto* tabs = VisibleAs<QTabBar>(tabBar);
     QStringList texts;
-    for (int i = 0; tabs && i < tabs->count(); ++i) {
+    for (int i = 0; tabs && i < tabs->count(); ++i)
         texts.append(tabs->tabText(i));
-    }
     return texts;
 }
 
@@ -76,9 +71,8 @@ QWidget* ButtonWithText(const char* text)
 {
     for (QWidget* widget : QApplication::allWidgets()) {
         const auto* button = qobject_cast<QAbstractButton*>(widget);
-        if (button && button->isVisible() && button->text() == QString::fromUtf8(text)) {
+        if (button && button->isVisible() && button->text() == QString::fromUtf8(text))
             return widget;
-        }
     }
     return nullptr;
 }

@@ -39,11 +39,9 @@ Widget* VisibleAs(const char* objectName)
 template <typename Widget>
 Widget* Anywhere(const char* objectName)
 {
-    for (QWidget* top : QApplication::topLevelWidgets()) {
-        if (auto* found = top->findChild<Widget*>(QLatin1String(objectName))) {
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (auto* found = top->findChild<Widget*>(QLatin1String(objectName)))
             return found;
-        }
-    }
     return nullptr;
 }
 } // namespace TourLook

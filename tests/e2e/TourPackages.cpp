@@ -31,9 +31,8 @@ QString WheelFolder()
     const QString program = QStringLiteral("def advice(stock, safe):\n"
                                            "    return '订购 %d' % max(0, safe - stock)\n");
     if (!home.mkpath(folder) ||
-        !WheelMaker::Make(folder, QStringLiteral("stockrules"), QStringLiteral("1.2.0"), program)) {
+        !WheelMaker::Make(folder, QStringLiteral("stockrules"), QStringLiteral("1.2.0"), program))
         throw TourFailure(QStringLiteral("cannot write a wheel to %1").arg(folder));
-    }
     return folder;
 }
 
@@ -70,9 +69,8 @@ void Tour::RunWithPackages()
         UntilLog(QStringLiteral("流程“导出牌价”运行完成"));
         UntilIdle(std::chrono::seconds(10));
         QObject::disconnect(counting);
-        if (*answers != 1 || !QFileInfo(book).isFile()) {
+        if (*answers != 1 || !QFileInfo(book).isFile())
             throw TourFailure(QStringLiteral("%1 answers of the package service").arg(*answers));
-        }
     });
     d->Step(QStringLiteral("captured-work-saved"), [this] {
         d->OnGui([this] { toasts->Clear(); });

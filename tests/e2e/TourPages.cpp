@@ -22,9 +22,8 @@ QStringList PageNames()
 {
     const QTabBar* tabs = PageTabs();
     QStringList names;
-    for (int i = 0; tabs && i < tabs->count(); ++i) {
+    for (int i = 0; tabs && i < tabs->count(); ++i)
         names.append(tabs->tabText(i));
-    }
     return names;
 }
 

@@ -20,9 +20,8 @@ QString WorkingHoursFile()
     const QString path = QDir::home().filePath(QStringLiteral("工时.csv"));
     QFile file(path);
     const QByteArray text = QByteArrayLiteral("姓名,工时\r\n张伟,6\r\n李娜,7.5\r\n王芳,8\r\n");
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
         throw TourFailure(QStringLiteral("cannot write %1").arg(path));
-    }
     return path;
 }
 
@@ -30,9 +29,8 @@ QModelIndex CommandRow(const QAbstractItemView* palette, const QString& title)
 {
     for (int row = 0; row < palette->model()->rowCount(); ++row) {
         const QModelIndex index = palette->model()->index(row, 0);
-        if (index.data().toString() == title) {
+        if (index.data().toString() == title)
             return index;
-        }
     }
     return {};
 }
@@ -42,9 +40,8 @@ int StatementCount()
     auto* view = VisibleAs<QTreeView>("statementView");
     int count = 0;
     for (QModelIndex index = view ? view->model()->index(0, 0) : QModelIndex(); index.isValid();
-         index = view->indexBelow(index)) {
+         index = view->indexBelow(index))
         ++count;
-    }
     return count;
 }
 

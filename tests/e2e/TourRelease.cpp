@@ -33,11 +33,9 @@ bool HasLine(const QString& line)
 int StateOf(const QString& version)
 {
     RpaSnapshotManager* versions = RpaEditorLogic::Instance()->GetDevSnapshotManager();
-    for (int i = 0; i < versions->GetCount(); ++i) {
-        if (versions->GetSnapshot(i)->GetName() == version) {
+    for (int i = 0; i < versions->GetCount(); ++i)
+        if (versions->GetSnapshot(i)->GetName() == version)
             return versions->GetSnapshot(i)->GetState();
-        }
-    }
     return 0;
 }
 
@@ -57,11 +55,9 @@ QStringList ShownCodes()
     const QWidget* dialog = Visible("InvitationDialog");
     QStringList codes;
     for (const QLabel* code :
-         dialog ? dialog->findChildren<QLabel*>(QStringLiteral("labelCode")) : QList<QLabel*>()) {
-        if (code->isVisible()) {
+         dialog ? dialog->findChildren<QLabel*>(QStringLiteral("labelCode")) : QList<QLabel*>())
+        if (code->isVisible())
             codes.append(code->text());
-        }
-    }
     return codes;
 }
 } // namespace

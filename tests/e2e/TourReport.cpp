@@ -9,9 +9,8 @@
 TourReport::TourReport(const QString& folder) : dir(folder)
 {
     dir.mkpath(QStringLiteral("."));
-    for (const QString& old : dir.entryList({QStringLiteral("[0-9]*-*.png")}, QDir::Files)) {
+    for (const QString& old : dir.entryList({QStringLiteral("[0-9]*-*.png")}, QDir::Files))
         dir.remove(old);
-    }
     dir.remove(QStringLiteral("report.json"));
 }
 
@@ -20,9 +19,8 @@ void TourReport::Add(const QString& step, bool held, qint64 ms, const QImage& pi
     QString fileName;
     if (!picture.isNull()) {
         fileName = QStringLiteral("%1-%2.png").arg(steps.size() + 1, 3, 10, QLatin1Char('0')).arg(step);
-        if (!picture.save(dir.filePath(fileName))) {
+        if (!picture.save(dir.filePath(fileName)))
             fileName.clear();
-        }
     }
     const bool complete = held && !fileName.isEmpty();
     heldAll = heldAll && complete;
@@ -42,9 +40,8 @@ void TourReport::AddForeignTexts(const QStringList& texts)
     heldAll = heldAll && texts.isEmpty();
     foreignTexts = QJsonArray::fromStringList(texts);
     Write();
-    for (const QString& text : texts) {
+    for (const QString& text : texts)
         std::printf("NOT CHINESE: %s\n", qPrintable(text));
-    }
 }
 
 void TourReport::Write() const

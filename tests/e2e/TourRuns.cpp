@@ -16,9 +16,8 @@ QStringList TableRow(int row)
 {
     auto* table = VisibleAs<QAbstractItemView>("tableView");
     QStringList cells;
-    for (int column = 0; table && column < table->model()->columnCount(); ++column) {
+    for (int column = 0; table && column < table->model()->columnCount(); ++column)
         cells.append(table->model()->index(row, column).data().toString());
-    }
     return cells;
 }
 
@@ -40,9 +39,8 @@ void Tour::RunProcesses()
             return table && table->model()->rowCount() == 3;
         });
         const QStringList row = d->OnGui([] { return TableRow(1); });
-        if (row != QStringList{QStringLiteral("李娜"), QStringLiteral("7.5"), QStringLiteral("600")}) {
+        if (row != QStringList{QStringLiteral("李娜"), QStringLiteral("7.5"), QStringLiteral("600")})
             throw TourFailure(QStringLiteral("the second row reads ") + row.join(QLatin1Char('|')));
-        }
         UntilLog(QStringLiteral("登记 王芳"));
     });
     d->Step(QStringLiteral("run-locks-what-it-needs"), [this] {

@@ -24,12 +24,9 @@ bool Says(const char* label, const QString& text)
 TourDriver::Finder RowButton(const QString& name)
 {
     return [name]() -> QWidget* {
-        for (QWidget* widget : QApplication::allWidgets()) {
-            if (widget->isVisible() && widget->accessibleName() == name &&
-                qobject_cast<QPushButton*>(widget)) {
+        for (QWidget* widget : QApplication::allWidgets())
+            if (widget->isVisible() && widget->accessibleName() == name && qobject_cast<QPushButton*>(widget))
                 return widget;
-            }
-        }
         return nullptr;
     };
 }

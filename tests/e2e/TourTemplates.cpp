@@ -26,9 +26,8 @@ QStringList OfferedTemplates()
 {
     const auto* combo = VisibleAs<QComboBox>("comboBox");
     QStringList names;
-    for (int i = 0; combo && i < combo->count(); ++i) {
+    for (int i = 0; combo && i < combo->count(); ++i)
         names.append(combo->itemText(i));
-    }
     return names;
 }
 
@@ -41,11 +40,9 @@ bool Describes(const QString& text)
 bool HasProcess(const QString& name)
 {
     const auto* tabs = VisibleAs<QTabBar>("processTabBar");
-    for (int i = 0; tabs && i < tabs->count(); ++i) {
-        if (tabs->tabData(i).toString() == name) {
+    for (int i = 0; tabs && i < tabs->count(); ++i)
+        if (tabs->tabData(i).toString() == name)
             return true;
-        }
-    }
     return false;
 }
 

@@ -52,11 +52,9 @@ bool HoldsNames(const QWidget& widget)
 
 void TourTexts::Note(const QString& step)
 {
-    for (const QWidget* widget : QApplication::allWidgets()) {
-        if (widget->isVisible() && !HoldsNames(*widget)) {
+    for (const QWidget* widget : QApplication::allWidgets())
+        if (widget->isVisible() && !HoldsNames(*widget))
             NoteWidget(*widget, step);
-        }
-    }
 }
 
 void TourTexts::NoteWidget(const QWidget& widget, const QString& step)
@@ -67,27 +65,22 @@ void TourTexts::NoteWidget(const QWidget& widget, const QString& step)
     Add(widget.toolTip(), place);
     Add(widget.property("placeholderText").toString(), place);
     Add(widget.property("title").toString(), place);
-    if (widget.isWindow()) {
+    if (widget.isWindow())
         Add(widget.windowTitle(), place);
-    }
-    if (!HoldsUsersText(widget)) {
+    if (!HoldsUsersText(widget))
         Add(widget.property("text").toString(), place);
-    }
     if (const auto* tabs = qobject_cast<const QTabBar*>(&widget)) {
         for (int i = 0; i < tabs->count(); ++i) {
             Add(tabs->tabText(i), place);
             Add(tabs->tabToolTip(i), place);
         }
     }
-    if (const auto* menu = qobject_cast<const QMenu*>(&widget)) {
-        for (const QAction* action : menu->actions()) {
+    if (const auto* menu = qobject_cast<const QMenu*>(&widget))
+        for (const QAction* action : menu->actions())
             Add(action->text(), place);
-        }
-    }
     const auto* view = qobject_cast<const QAbstractItemView*>(&widget);
-    if (!view || !view->model()) {
+    if (!view || !view->model())
         return;
-    }
     // Rows in sight, from top to bottom.
     for (int y = 0; y < view->viewport()->height(); y += 8) {
         for (int x = 0; x < view->viewport()->width(); x += 40) {
@@ -101,9 +94,8 @@ void TourTexts::NoteWidget(const QWidget& widget, const QString& step)
 void TourTexts::Add(const QString& text, const QString& place)
 {
     const QString plain = Plain(text).trimmed();
-    if (!plain.isEmpty() && !places.contains(plain)) {
+    if (!plain.isEmpty() && !places.contains(plain))
         places.insert(plain, place);
-    }
 }
 
 // Latin words, and those that only programmers use.

@@ -71,9 +71,8 @@ bool VirtualDisplay::Start(int width, int height)
 // Without a window manager windows work too, only without frames.
 bool VirtualDisplay::StartWindowManager()
 {
-    if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty()) {
+    if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty())
         return true;
-    }
     auto manager = std::make_unique<BoundProcess>();
     manager->setStandardErrorFile(QProcess::nullDevice());
     // One that begins later takes the focus from the windows that are there.

@@ -23,9 +23,8 @@ constexpr int screenHeight = 900;
 
 bool EnsureDisplay(VirtualDisplay& display, bool always, int percent)
 {
-    if (VirtualDisplay::HasRealOne() && !always) {
+    if (VirtualDisplay::HasRealOne() && !always)
         return true;
-    }
     if (!display.Start(screenWidth * percent / 100, screenHeight * percent / 100)) {
         std::fprintf(stderr, "No display, and none in memory either: %s\n", qPrintable(display.GetProblem()));
         return false;
@@ -38,9 +37,8 @@ bool EnsureDisplay(VirtualDisplay& display, bool always, int percent)
 
 void UseHome(const QString& home)
 {
-    for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"}) {
+    for (const char* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         qputenv(variable, home.toLocal8Bit());
-    }
     if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
         qputenv("XDG_RUNTIME_DIR",
                 home.toLocal8Bit()); // a folder of this user alone, as temporary folders are
@@ -61,19 +59,18 @@ bool Understand(const QStringList& arguments, Wishes& wishes)
 {
     for (int i = 0; i < arguments.size(); ++i) {
         const QString& argument = arguments.at(i);
-        if (argument == QLatin1String("--virtual-display")) {
+        if (argument == QLatin1String("--virtual-display"))
             wishes.virtualDisplay = true;
-        } else if (argument == QLatin1String("--dark")) {
+        else if (argument == QLatin1String("--dark"))
             wishes.theme = ThemeChoice::Dark;
-        } else if (argument == QLatin1String("--keyboard")) {
+        else if (argument == QLatin1String("--keyboard"))
             wishes.keyboardOnly = true;
-        } else if (argument == QLatin1String("--scale")) {
+        else if (argument == QLatin1String("--scale"))
             wishes.percent = arguments.value(++i).toInt();
-        } else if (argument.startsWith(QLatin1Char('-')) || !wishes.folder.isEmpty()) {
+        else if (argument.startsWith(QLatin1Char('-')) || !wishes.folder.isEmpty())
             return false;
-        } else {
+        else
             wishes.folder = argument;
-        }
     }
     return !wishes.folder.isEmpty() && wishes.percent >= 100 && wishes.percent <= 400;
 }
@@ -108,9 +105,8 @@ int TourIn(const Wishes& wishes, const QString& home)
 int main(int argc, char** argv)
 {
     QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
+    for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    }
     Wishes wishes;
     if (!Understand(arguments, wishes)) {
         std::fprintf(stderr,
@@ -118,17 +114,15 @@ int main(int argc, char** argv)
         return 2;
     }
     VirtualDisplay display;
-    if (!EnsureDisplay(display, wishes.virtualDisplay, wishes.percent)) {
+    if (!EnsureDisplay(display, wishes.virtualDisplay, wishes.percent))
         return 2;
-    }
     const TestFolder home;
     UseHome(home.path());
     int code = 2;
     // The tour may be made by root, in a container say; it opens no pages but its own.
     qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
-    if (wishes.percent != 100) {
+    if (wishes.percent != 100)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(wishes.percent / 100.0));
-    }
     {
         Workstation::PrepareProcess();
         QApplication application(argc, argv);

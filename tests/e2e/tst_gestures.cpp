@@ -48,9 +48,8 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (watched->isWindowType() && event->type() == QEvent::MouseButtonRelease) {
+        if (watched->isWindowType() && event->type() == QEvent::MouseButtonRelease)
             count += static_cast<QMouseEvent*>(event)->button() == button;
-        }
         return false;
     }
 
@@ -74,9 +73,8 @@ void tst_Gestures::theVersionBoxOpensByAClickOnItsName()
     window.resize(600, 400);
     RpaVersionCombo combo(&window);
     combo.setGeometry(100, 60, 200, 32);
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3; ++i)
         combo.AddRow(QStringLiteral("版本%1").arg(i), QString(), QStringLiteral("id%1").arg(i), 1);
-    }
     combo.SetCurrentIndex(0);
     QSignalSpy picked(&combo, &RpaVersionCombo::SigSelectVersion);
     window.show();
@@ -133,9 +131,8 @@ void tst_Gestures::aDoubleClickOnACardPressesNothingOnThePageItOpens()
 int main(int argc, char** argv)
 {
     VirtualDisplay display;
-    if (!display.Start(1440, 900)) {
+    if (!display.Start(1440, 900))
         qFatal("no display: %s", qPrintable(display.GetProblem()));
-    }
     QApplication application(argc, argv);
     WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
     tst_Gestures test;

@@ -250,9 +250,8 @@ private slots:
     {
         QTest::addColumn<FaultServer::Fault>("fault");
         const QVector<FaultServer::Fault> faults = FaultServer::AllFaults();
-        for (const FaultServer::Fault fault : faults) {
+        for (const FaultServer::Fault fault : faults)
             QTest::newRow(FaultServer::NameOf(fault)) << fault;
-        }
     }
 
     void answersEveryRequestOnceWhateverTheServerDoes()

@@ -87,9 +87,8 @@ void Monkey::Later()
 
 void Monkey::Act()
 {
-    if (!active) {
+    if (!active)
         return;
-    }
     Later();
     ++count;
     emit SigActed();
@@ -99,11 +98,10 @@ void Monkey::Act()
             ++places[place];
             const bool isOut = place.startsWith(QLatin1String("SignInPage"));
             actsOutside = isOut ? actsOutside + 1 : 0;
-            if (actsOutside > mostActsOutside) {
+            if (actsOutside > mostActsOutside)
                 GoAway(window);
-            } else {
+            else
                 ActIn(window);
-            }
         }
     }
 }
@@ -111,9 +109,8 @@ void Monkey::Act()
 void Monkey::ActIn(QWidget* window)
 {
     if (AnswerFileDialog(window) || (Sometimes(8) && SignIn()) || (Sometimes(4) && OpenAnApp()) ||
-        (Sometimes(4) && LeaveSettings())) {
+        (Sometimes(4) && LeaveSettings()))
         return;
-    }
     const int choice = UpTo(999);
     if (choice < 620) {
         ClickSomething(window);
@@ -149,9 +146,8 @@ void Monkey::GoAway(QWidget* window)
 bool Monkey::AnswerFileDialog(QWidget* window)
 {
     auto* files = qobject_cast<QFileDialog*>(window->window());
-    if (!files) {
+    if (!files)
         return false;
-    }
     Tell("choose a file", files);
     if (Sometimes(50)) {
         files->reject();
@@ -169,9 +165,8 @@ bool Monkey::SignIn()
     auto* word = MonkeySight::Find<QLineEdit>("editPassword");
     auto* enter = MonkeySight::Find<QAbstractButton>("buttonEnter");
     const bool isSoon = sinceSignIn.isValid() && sinceSignIn.elapsed() < pauseBetweenSignInsMs;
-    if (!account || !word || !enter || !enter->isEnabled() || isSoon) {
+    if (!account || !word || !enter || !enter->isEnabled() || isSoon)
         return false;
-    }
     sinceSignIn.start();
     Tell("sign in", enter);
     // The first one has the samples.
@@ -185,9 +180,8 @@ bool Monkey::OpenAnApp()
 {
     const auto* cards = MonkeySight::Find<QListView>("listApps");
     const int apps = cards ? cards->model()->rowCount() : 0;
-    if (apps == 0) {
+    if (apps == 0)
         return false;
-    }
     const QRect card = cards->visualRect(cards->model()->index(UpTo(apps - 1), 0));
     Tell("open an app", cards);
     WindowEvents::Click(cards->window(), cards->viewport()->mapToGlobal(card.center()));
@@ -198,9 +192,8 @@ bool Monkey::OpenAnApp()
 bool Monkey::LeaveSettings()
 {
     auto* back = MonkeySight::Find<QAbstractButton>("buttonBack");
-    if (!back || !MonkeySight::Find<QWidget>("SettingsPage")) {
+    if (!back || !MonkeySight::Find<QWidget>("SettingsPage"))
         return false;
-    }
     Tell("leave the settings", back);
     WindowEvents::Click(back->window(), PlaceIn(back));
     return true;
@@ -230,9 +223,8 @@ void Monkey::Drag(QWidget* window)
     const QPoint start = PlaceIn(from);
     const QPoint end = PlaceIn(to);
     WindowEvents::Press(window, start, Qt::LeftButton);
-    for (int step = 1; step <= 4; ++step) {
+    for (int step = 1; step <= 4; ++step)
         WindowEvents::Move(window, start + (end - start) * step / 4, Qt::LeftButton);
-    }
     WindowEvents::Release(window, end, Qt::LeftButton);
 }
 
@@ -275,9 +267,8 @@ int Monkey::UpTo(int most)
 QWidget* Monkey::PickWidget(QWidget* window)
 {
     const QList<QWidget*> likely = MonkeySight::Inviting(window);
-    if (likely.isEmpty() || Sometimes(8)) {
+    if (likely.isEmpty() || Sometimes(8))
         return window;
-    }
     return likely.at(UpTo(likely.size() - 1));
 }
 

@@ -51,9 +51,8 @@ void WriteSomeFiles(const QString& folder)
     QDir().mkpath(folder);
     for (int i = 0; i < 3; ++i) {
         QFile file(folder + QStringLiteral("/file%1.csv").arg(i));
-        if (file.open(QIODevice::WriteOnly)) {
+        if (file.open(QIODevice::WriteOnly))
             file.write("a,1\r\nb,2\r\n");
-        }
     }
 }
 } // namespace
@@ -62,14 +61,12 @@ MonkeyLife::MonkeyLife(const Order& given)
     : order(given), watchdog(given.patience),
       acts(std::fopen(qPrintable(given.home + QStringLiteral("/acts.txt")), "w"), &std::fclose)
 {
-    if (!acts) {
+    if (!acts)
         qFatal("cannot write to %s", qPrintable(order.home));
-    }
     warnings = acts.get();
     qInstallMessageHandler(&LeaveOutThePlatform);
-    for (const char* scheme : {"http", "https", "mailto", "file"}) {
+    for (const char* scheme : {"http", "https", "mailto", "file"})
         QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "SlotOpenNothing");
-    }
     connect(&heart, &QTimer::timeout, this, [this] { watchdog.Beat(); });
     heart.start(heartBeat);
     connect(&leaving, &QTimer::timeout, this, &MonkeyLife::Leave);
@@ -161,20 +158,18 @@ void MonkeyLife::CalmDown()
 // Whatever the monkey left open, a user must be able to leave.
 void MonkeyLife::Leave()
 {
-    if (closed) {
+    if (closed)
         return;
-    }
     if (leavingSince.elapsed() > std::chrono::milliseconds(order.longestLeaving).count()) {
         const QWidget* stuck = MonkeySight::WindowInUse(0);
         std::fprintf(stderr, "monkey: the workstation cannot be closed, in front is %s\n",
                      qPrintable(MonkeySight::NameOf(stuck)));
         std::abort();
     }
-    if (QApplication::activePopupWidget() || QApplication::activeModalWidget()) {
+    if (QApplication::activePopupWidget() || QApplication::activeModalWidget())
         DismissWhatIsOpen();
-    } else {
+    else
         workstation->GetWindow()->close();
-    }
 }
 
 void MonkeyLife::DismissWhatIsOpen()
@@ -186,13 +181,12 @@ void MonkeyLife::DismissWhatIsOpen()
     QWidget* const modal = QApplication::activeModalWidget();
     // Unsaved work is given up where that is asked; everything else is cancelled.
     auto* no = modal->findChild<QAbstractButton*>(QStringLiteral("msgBoxNo"));
-    if (no && no->isVisible()) {
+    if (no && no->isVisible())
         no->click();
-    } else if (auto* dialog = qobject_cast<QDialog*>(modal)) {
+    else if (auto* dialog = qobject_cast<QDialog*>(modal))
         dialog->reject();
-    } else {
+    else
         modal->close();
-    }
 }
 
 void MonkeyLife::SlotClosed()
@@ -203,9 +197,8 @@ void MonkeyLife::SlotClosed()
         monkey->Stop();
         Say(QStringLiteral("acts %1").arg(monkey->GetCount()));
         const QMap<QString, int>& places = monkey->GetPlaces();
-        for (auto place = places.begin(); place != places.end(); ++place) {
+        for (auto place = places.begin(); place != places.end(); ++place)
             Say(QStringLiteral("place %1 %2").arg(place.key()).arg(place.value()));
-        }
     }
     Say(QStringLiteral("longest %1").arg(watchdog.GetLongestMs()));
     QApplication::quit();

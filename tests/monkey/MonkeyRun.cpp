@@ -20,9 +20,8 @@ constexpr int savesToLose = 2; // that many once the monkey is loose
 QStringList Accounts()
 {
     QStringList pins;
-    for (int i = 0; i < accountCount; ++i) {
+    for (int i = 0; i < accountCount; ++i)
         pins.append(QStringLiteral("monkey-%1").arg(i));
-    }
     return pins;
 }
 
@@ -94,11 +93,10 @@ void MonkeyRun::Live()
 // A plant must be noticed in good weather, too, and sooner.
 void MonkeyRun::Begin()
 {
-    if (plant == Plant::None) {
+    if (plant == Plant::None)
         weather.start(1000);
-    } else if (plant == Plant::LostSaves && kept == 0) {
+    else if (plant == Plant::LostSaves && kept == 0)
         KeepStore();
-    }
 }
 
 void MonkeyRun::Hear(const QByteArray& line)
@@ -111,9 +109,8 @@ void MonkeyRun::Hear(const QByteArray& line)
         proxy.SetWeather(StormProxy::Weather::Calm);
     } else if (words.first() == "saved") {
         saves.append({QString::fromLatin1(words.value(1)), words.value(2)});
-        if (kept > 0 && int(saves.size()) == kept + savesToLose) {
+        if (kept > 0 && int(saves.size()) == kept + savesToLose)
             LoseSaves();
-        }
     } else if (words.first() == "planted") {
         isPlanted = true;
     } else if (words.first() == "acts") {
@@ -143,9 +140,8 @@ void MonkeyRun::HitServer()
 {
     ++kills;
     server.Kill();
-    if (!server.Start()) {
+    if (!server.Start())
         End(QStringLiteral("the server does not start again: ") + QString::fromUtf8(server.ErrorText()));
-    }
 }
 
 void MonkeyRun::SlotLifeEnded(int exitCode, QProcess::ExitStatus status)
@@ -172,16 +168,14 @@ void MonkeyRun::End(const QString& problem)
     std::printf(
         "monkey: %d acts at %d workstations, %d saves, %d kills of the server, longest pause %lld ms\n", done,
         lives, int(saves.size()), kills, static_cast<long long>(longestMs));
-    for (auto place = places.begin(); place != places.end(); ++place) {
+    for (auto place = places.begin(); place != places.end(); ++place)
         std::printf("monkey: %6d in %s\n", place.value(), qPrintable(place.key()));
-    }
     if (!problem.isEmpty()) {
         std::printf("monkey: FAILED with seed %u: %s\n%s\n", seed, qPrintable(problem),
                     qPrintable(LastActs()));
     }
-    if (plant != Plant::None) {
+    if (plant != Plant::None)
         std::printf("monkey: the planted fault was %s\n", NoticedPlant(problem) ? "noticed" : "NOT NOTICED");
-    }
     std::fflush(stdout);
     const bool isRight = plant == Plant::None ? problem.isEmpty() : NoticedPlant(problem);
     code = isRight ? 0 : 1;
@@ -211,9 +205,8 @@ void MonkeyRun::KeepStore()
     server.Kill();
     kept = int(saves.size());
     const QDir data(server.DataDir());
-    for (const QString& name : data.entryList({QStringLiteral("versions.db*")})) {
+    for (const QString& name : data.entryList({QStringLiteral("versions.db*")}))
         QFile::copy(data.filePath(name), home.filePath(name));
-    }
     server.Start();
 }
 
@@ -234,9 +227,8 @@ void MonkeyRun::LoseSaves()
 QString MonkeyRun::LastActs() const
 {
     QFile file(home.filePath(QStringLiteral("acts.txt")));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly))
         return QString();
-    }
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     return lines.mid(qMax(0, lines.size() - lastActsShown)).join(QLatin1Char('\n'));
 }
@@ -245,9 +237,8 @@ QString MonkeyRun::SavesThatAreMissing()
 {
     QSqlDatabase store = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
     store.setDatabaseName(server.DataDir() + QStringLiteral("/versions.db"));
-    if (!store.open()) {
+    if (!store.open())
         return QStringLiteral("the store cannot be opened");
-    }
     QSqlQuery query(store);
     for (const Save& save : qAsConst(saves)) {
         query.prepare(QStringLiteral("SELECT 1 FROM revision WHERE version_id = ? AND sha256 = ?"));

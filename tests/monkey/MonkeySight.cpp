@@ -32,11 +32,9 @@ bool IsAmong(const Names& names, const QWidget* widget)
 
 bool IsForbidden(const QWidget* widget)
 {
-    for (const QWidget* part = widget; part; part = part->parentWidget()) {
-        if (IsAmong(forbidden, part)) {
+    for (const QWidget* part = widget; part; part = part->parentWidget())
+        if (IsAmong(forbidden, part))
             return true;
-        }
-    }
     return false;
 }
 
@@ -52,20 +50,17 @@ bool Invites(QWidget* widget)
 
 QWidget* MonkeySight::WindowInUse(int whim)
 {
-    if (QWidget* popup = QApplication::activePopupWidget()) {
+    if (QWidget* popup = QApplication::activePopupWidget())
         return popup;
-    }
-    if (QWidget* modal = QApplication::activeModalWidget()) {
+    if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
-    }
     QList<QWidget*> windows;
     const auto all = QApplication::topLevelWidgets();
     for (QWidget* window : all) {
         const bool taken =
             window->windowType() == Qt::ToolTip || window->testAttribute(Qt::WA_TransparentForMouseEvents);
-        if (window->isVisible() && window->isEnabled() && window->windowHandle() && !taken) {
+        if (window->isVisible() && window->isEnabled() && window->windowHandle() && !taken)
             windows.append(window);
-        }
     }
     return windows.isEmpty() ? nullptr : windows.at(whim % windows.size());
 }
@@ -77,29 +72,24 @@ QList<QWidget*> MonkeySight::Inviting(QWidget* window)
     const auto all = window->findChildren<QWidget*>();
     for (QWidget* widget : all) {
         const bool within = widget->window() == window && widget->isVisible() && widget->isEnabled();
-        if (!within || !Invites(widget) || IsForbidden(widget) || widget->visibleRegion().isEmpty()) {
+        if (!within || !Invites(widget) || IsForbidden(widget) || widget->visibleRegion().isEmpty())
             continue;
-        }
         (IsAmong(rare, widget) ? seldom : usual).append(widget);
     }
     QList<QWidget*> inviting = seldom;
-    for (int i = 0; i < (seldom.isEmpty() ? 1 : othersPerRare); ++i) {
+    for (int i = 0; i < (seldom.isEmpty() ? 1 : othersPerRare); ++i)
         inviting.append(usual);
-    }
     return inviting;
 }
 
 QString MonkeySight::NameOf(const QWidget* widget)
 {
-    if (!widget) {
+    if (!widget)
         return QStringLiteral("nothing");
-    }
     QString name = QLatin1String(widget->metaObject()->className());
-    for (const QWidget* part = widget; part; part = part->parentWidget()) {
-        if (!part->objectName().isEmpty()) {
+    for (const QWidget* part = widget; part; part = part->parentWidget())
+        if (!part->objectName().isEmpty())
             return name + QLatin1Char('#') + part->objectName();
-        }
-    }
     return name;
 }
 
@@ -108,9 +98,8 @@ QString MonkeySight::PlaceOf(const QWidget* window)
     const QWidget* place = window;
     for (const char* stack : {"stackPages", "stackedWidgetTop", "stackedWidget"}) {
         const auto* pages = place->findChild<QStackedWidget*>(QLatin1String(stack));
-        if (pages && pages->isVisible() && pages->currentWidget()) {
+        if (pages && pages->isVisible() && pages->currentWidget())
             place = pages->currentWidget();
-        }
     }
     return QLatin1String(place->metaObject()->className()) + QLatin1Char('#') + place->objectName();
 }

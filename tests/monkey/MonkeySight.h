@@ -23,15 +23,13 @@ QString PlaceOf(const QWidget* window);
 template <typename Widget>
 Widget* Find(const char* name)
 {
-    if (QApplication::activeModalWidget() || QApplication::activePopupWidget()) {
+    if (QApplication::activeModalWidget() || QApplication::activePopupWidget())
         return nullptr;
-    }
     const auto all = QApplication::allWidgets();
     for (QWidget* widget : all) {
         if (widget->objectName() == QLatin1String(name) && widget->isVisible()) {
-            if (auto* found = qobject_cast<Widget*>(widget)) {
+            if (auto* found = qobject_cast<Widget*>(widget))
                 return found;
-            }
         }
     }
     return nullptr;

@@ -16,9 +16,8 @@ constexpr int actsBeforeHang = 100;
 
 PlantedLife::PlantedLife(Plant fault, std::function<void()> teller) : plant(fault), tell(std::move(teller))
 {
-    if (plant != Plant::None) {
+    if (plant != Plant::None)
         QApplication::instance()->installEventFilter(this);
-    }
 }
 
 void PlantedLife::Acted()
@@ -43,9 +42,8 @@ void PlantedLife::DeleteAWidgetInUse()
 
 void PlantedLife::Tell()
 {
-    if (tell) {
+    if (tell)
         std::exchange(tell, nullptr)();
-    }
 }
 
 bool PlantedLife::eventFilter(QObject* watched, QEvent* event)
@@ -57,9 +55,8 @@ bool PlantedLife::eventFilter(QObject* watched, QEvent* event)
     }
     const auto* window = qobject_cast<QWidget*>(watched);
     if (plant != Plant::StuckWindow || event->type() != QEvent::Close || !window ||
-        !window->inherits("MainWindow")) {
+        !window->inherits("MainWindow"))
         return false;
-    }
     Tell();
     event->ignore();
     return true;

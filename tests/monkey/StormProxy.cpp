@@ -19,9 +19,8 @@ int UpTo(std::mt19937& random, int most)
 void Join(QTcpSocket* from, QTcpSocket* to)
 {
     const auto pass = [from, to] {
-        if (from->isOpen() && to->isOpen()) {
+        if (from->isOpen() && to->isOpen())
             to->write(from->readAll());
-        }
     };
     QObject::connect(from, &QTcpSocket::readyRead, to, pass);
     QObject::connect(from, &QTcpSocket::disconnected, to, &QTcpSocket::disconnectFromHost);
@@ -42,13 +41,11 @@ bool StormProxy::Listen()
 void StormProxy::SetWeather(Weather now)
 {
     weather = now;
-    if (now == Weather::Calm) {
+    if (now == Weather::Calm)
         return;
-    }
     const auto guests = server.findChildren<QTcpSocket*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QTcpSocket* guest : guests) {
+    for (QTcpSocket* guest : guests)
         guest->abort();
-    }
 }
 
 void StormProxy::SlotConnection()
@@ -82,11 +79,10 @@ void StormProxy::Pass(QTcpSocket* guest)
             &QTcpSocket::disconnectFromHost);
     host->connectToHost(QHostAddress::LocalHost, target);
     Join(guest, host);
-    if (weather == Weather::Cutting) {
+    if (weather == Weather::Cutting)
         Cut(guest, host);
-    } else {
+    else
         Join(host, guest);
-    }
 }
 
 void StormProxy::Cut(QTcpSocket* guest, QTcpSocket* host)
@@ -102,9 +98,8 @@ void StormProxy::Cut(QTcpSocket* guest, QTcpSocket* host)
 void StormProxy::Refuse(QTcpSocket* guest)
 {
     const QByteArray request = guest->readAll();
-    if (request.isEmpty()) {
+    if (request.isEmpty())
         return;
-    }
     const QByteArray body = R"({"code":"busy","message":"服务器暂时无法处理请求"})";
     guest->write("HTTP/1.1 500 X\r\nContent-Type: application/json\r\nConnection: close\r\nContent-Length: " +
                  QByteArray::number(body.size()) + "\r\n\r\n" + body);

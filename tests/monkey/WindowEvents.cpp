@@ -91,7 +91,6 @@ void WindowEvents::Type(QWidget* window, const QString& text)
 
 void WindowEvents::Close(QWidget* window)
 {
-    if (QWindow* handle = window->windowHandle()) {
+    if (QWindow* handle = window->windowHandle())
         QCoreApplication::postEvent(handle, new QCloseEvent);
-    }
 }

@@ -35,9 +35,8 @@ int Live(int argc, char** argv)
         order.longestLeaving = std::chrono::seconds(5);
     }
     MonkeyLife life(order);
-    if (!life.Start()) {
+    if (!life.Start())
         return 1;
-    }
     QApplication::exec();
     return life.GetCode();
 }
@@ -45,9 +44,8 @@ int Live(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    if (argc == 10 && qstrcmp(argv[1], "--live") == 0) {
+    if (argc == 10 && qstrcmp(argv[1], "--live") == 0)
         return Live(argc, argv);
-    }
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     parser.addOption({QStringLiteral("seed"), QStringLiteral("What it does."), QStringLiteral("number"),
@@ -63,15 +61,13 @@ int main(int argc, char** argv)
          QStringLiteral("fault")});
     parser.process(application);
     const auto plant = Plants::FromName(parser.value(QStringLiteral("plant")));
-    if (!plant) {
+    if (!plant)
         parser.showHelp(2);
-    }
     MonkeyRun run(parser.value(QStringLiteral("seed")).toUInt(), parser.value(QStringLiteral("acts")).toInt(),
                   std::chrono::seconds(parser.value(QStringLiteral("seconds")).toInt()), *plant);
     QObject::connect(&run, &MonkeyRun::SigEnded, &application, &QCoreApplication::quit, Qt::QueuedConnection);
-    if (!run.Start()) {
+    if (!run.Start())
         return 2;
-    }
     QCoreApplication::exec();
     return run.GetCode();
 }

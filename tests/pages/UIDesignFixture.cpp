@@ -56,9 +56,8 @@ QStringList UIDesignFixture::Tabs() const
 {
     QStringList names;
     const auto* tabs = bar->findChild<QTabBar*>();
-    for (int i = 0; i < tabs->count(); ++i) {
+    for (int i = 0; i < tabs->count(); ++i)
         names.append(tabs->tabText(i));
-    }
     return names;
 }
 

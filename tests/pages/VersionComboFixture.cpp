@@ -22,9 +22,8 @@ void VersionComboFixture::cleanup()
 
 void VersionComboFixture::Fill(int rows)
 {
-    for (int i = 0; i < rows; ++i) {
+    for (int i = 0; i < rows; ++i)
         combo->AddRow(Text("版本%1").arg(i), Text("说明%1").arg(i), QStringLiteral("id%1").arg(i), 1 + i % 3);
-    }
 }
 
 RpaVersionItem* VersionComboFixture::Row(int index) const

@@ -59,11 +59,9 @@ void TestRpaAppEditorNaviWidget::cleanup()
 QStringList TestRpaAppEditorNaviWidget::Selected() const
 {
     QStringList names;
-    for (const auto* button : navi->findChildren<WbIconButtonWidget*>()) {
-        if (button->bSelected) {
+    for (const auto* button : navi->findChildren<WbIconButtonWidget*>())
+        if (button->bSelected)
             names.append(button->objectName());
-        }
-    }
     return names;
 }
 
@@ -122,9 +120,8 @@ void TestRpaAppEditorNaviWidget::showsItsTexts()
     QCOMPARE(Button("pushButtonUI")->GetLabelText()->text(), QString::fromUtf8("界面设计"));
     QCOMPARE(Button("pushButtonProcess")->GetLabelText()->text(), QString::fromUtf8("流程设计"));
     QCOMPARE(Button("pushButtonExtend")->GetLabelText()->text(), QString::fromUtf8("使用说明设计"));
-    for (const auto* button : navi->findChildren<WbIconButtonWidget*>()) {
+    for (const auto* button : navi->findChildren<WbIconButtonWidget*>())
         QCOMPARE(button->focusPolicy(), Qt::NoFocus);
-    }
 }
 
 void TestRpaAppEditorNaviWidget::keepsTheMeasuresOfItsForm()

@@ -62,11 +62,10 @@ private:
     }
     void OpenDialog(bool isRenaming) const
     {
-        if (isRenaming) {
+        if (isRenaming)
             emit bar->SigRenameTab(1);
-        } else {
+        else
             emit bar->SigAddTab();
-        }
     }
 };
 
@@ -142,9 +141,8 @@ void TestRpaAppUIDesignWidget::followsTheTabBarAfterDeletingAndMoving_data()
     for (int active = 0; active < 3; ++active) {
         for (int from = 0; from < 3; ++from) {
             QTest::addRow("delete %d while %d is active", from, active) << active << from << -1;
-            for (int to = 0; to < 3; ++to) {
+            for (int to = 0; to < 3; ++to)
                 QTest::addRow("move %d to %d while %d is active", from, to, active) << active << from << to;
-            }
         }
     }
 }
@@ -161,11 +159,10 @@ void TestRpaAppUIDesignWidget::followsTheTabBarAfterDeletingAndMoving()
     QCOMPARE(Pages()->GetIndexActive(), active);
 
     // when
-    if (to < 0) {
+    if (to < 0)
         emit bar->SigDeleteTab(from);
-    } else {
+    else
         emit bar->SigTabMoved(from, to);
-    }
 
     // then
     QCOMPARE(Pages()->GetIndexActive(), bar->GetCurrentIndex());
@@ -185,9 +182,8 @@ void TestRpaAppUIDesignWidget::showsTheSpaceWhenAllPanelsAreCollapsed()
     auto* space = page->findChild<QWidget*>(QStringLiteral("space_widget"));
     QVERIFY(space->isHidden());
     QList<QToolButton*> headers;
-    for (const char* name : {"widgetToolEditor", "widgetParamEditor", "widgetTableEditor"}) {
+    for (const char* name : {"widgetToolEditor", "widgetParamEditor", "widgetTableEditor"})
         headers.append(page->findChild<QWidget*>(QLatin1String(name))->findChild<QToolButton*>());
-    }
 
     // when, then
     headers.at(0)->click();

@@ -168,9 +168,8 @@ void TestRpaAppUIDesignWidgetParts::showsTheDataOfTheNextAppEverywhere()
 void TestRpaAppUIDesignWidgetParts::marksTheAppThatIsShown_data()
 {
     QTest::addColumn<QByteArray>("panel");
-    for (const char* panel : {"widgetToolEditor", "widgetParamEditor", "widgetTableEditor"}) {
+    for (const char* panel : {"widgetToolEditor", "widgetParamEditor", "widgetTableEditor"})
         QTest::newRow(panel) << QByteArray(panel);
-    }
 }
 
 void TestRpaAppUIDesignWidgetParts::marksTheAppThatIsShown()
@@ -324,9 +323,8 @@ void TestRpaAppUIDesignWidgetParts::fillsEachHostWithItsWidget_data()
 {
     QTest::addColumn<QByteArray>("host");
     QTest::addColumn<int>("side");
-    for (const char* host : {"widgetTool", "widgetParam", "widgetTable"}) {
+    for (const char* host : {"widgetTool", "widgetParam", "widgetTable"})
         QTest::newRow(host) << QByteArray(host) << 0;
-    }
     QTest::newRow("widgetLog") << QByteArray("widgetLog") << 4;
 }
 

@@ -239,9 +239,8 @@ void TestRpaVersionCombo::keepsItsNameWhenAKeyPicksARow()
     // when
     for (int key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Up, Qt::Key_Home, Qt::Key_PageDown}) {
         QTest::keyClick(combo->lineEdit(), Qt::Key(key));
-        if (IsPopupOpen()) {
+        if (IsPopupOpen())
             combo->hidePopup();
-        }
     }
 
     // then

@@ -339,9 +339,8 @@ void TestRpaVersionComboPopup::showsEveryRowThatIsScrolledTo()
             const QRect place = list->visualItemRect(list->item(i));
             const bool inSight = place.intersects(list->viewport()->rect());
             QCOMPARE(Row(i)->isVisible(), inSight);
-            if (inSight) {
+            if (inSight)
                 QCOMPARE(Row(i)->geometry(), place);
-            }
         }
     }
 }
@@ -373,9 +372,8 @@ void TestRpaVersionComboPopup::buildsOnlyTheRowsThatWereSeen()
 
     // then
     int built = 0;
-    for (int i = 0; i < list->count(); ++i) {
+    for (int i = 0; i < list->count(); ++i)
         built += Row(i)->findChild<QLabel*>() ? 1 : 0;
-    }
     QVERIFY2(built >= 1 && built <= 12, qPrintable(QString::number(built)));
 }
 

@@ -186,9 +186,8 @@ void TestRpaVersionItem::showsTheIconOfItsState()
     const auto shown = [this] {
         return Find<QLabel>("rpa_version_combo_icon")->pixmap(Qt::ReturnByValue).toImage();
     };
-    if (!normal.isEmpty()) {
+    if (!normal.isEmpty())
         QVERIFY2(QFile::exists(normal) && QFile::exists(hovered), "the pictures are not in the resources");
-    }
 
     // when, then
     row->SetState(state);

@@ -37,10 +37,9 @@ template <typename Widget>
 Widget* Visible(const char* objectName)
 {
     for (QWidget* top : QApplication::topLevelWidgets()) {
-        for (auto* found : top->findChildren<Widget*>(QLatin1String(objectName))) {
+        for (auto* found : top->findChildren<Widget*>(QLatin1String(objectName)))
             if (found->isVisible())
                 return found;
-        }
     }
     return nullptr;
 }
@@ -112,10 +111,9 @@ bool CloseWindow()
 bool HasMoreColoursThan(const QImage& picture, int count)
 {
     QSet<QRgb> colours;
-    for (int y = 0; y < picture.height(); ++y) {
+    for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width() && colours.size() <= count; ++x)
             colours.insert(picture.pixel(x, y));
-    }
     return colours.size() > count;
 }
 } // namespace

@@ -27,11 +27,10 @@ const QString versionText = QStringLiteral("rpa_version_combo_text");
 QWidget* Find(const QString& name)
 {
     QWidget* const modal = QApplication::activeModalWidget();
-    for (QWidget* widget : QApplication::allWidgets()) {
+    for (QWidget* widget : QApplication::allWidgets())
         if (widget->objectName() == name && widget->isVisible() && widget->isEnabled() &&
             (!modal || widget == modal || modal->isAncestorOf(widget)))
             return widget;
-    }
     return nullptr;
 }
 
@@ -104,10 +103,9 @@ QWidget* ButtonOfModal(const QString& text)
 {
     const QWidget* const modal = QApplication::activeModalWidget();
     const auto buttons = modal ? modal->findChildren<QAbstractButton*>() : QList<QAbstractButton*>();
-    for (QAbstractButton* button : buttons) {
+    for (QAbstractButton* button : buttons)
         if (button->isVisible() && button->text().remove(QLatin1Char('&')) == text)
             return button;
-    }
     return nullptr;
 }
 } // namespace

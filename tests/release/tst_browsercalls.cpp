@@ -170,10 +170,9 @@ private:
     {
         IBrowserWidget* browser = nullptr;
         const QWidgetList widgets = QApplication::allWidgets();
-        for (QWidget* widget : widgets) {
+        for (QWidget* widget : widgets)
             if (auto* one = qobject_cast<IBrowserWidget*>(widget))
                 browser = one;
-        }
         return browser;
     }
 };

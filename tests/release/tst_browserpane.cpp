@@ -40,10 +40,9 @@ public:
 IBrowserBorderWindow* PopOutWindow()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
+    for (QWidget* window : windows)
         if (auto* border = qobject_cast<IBrowserBorderWindow*>(window))
             return border;
-    }
     return nullptr;
 }
 } // namespace

@@ -18,10 +18,9 @@ namespace
 IBrowserBorderWindow* PopOutWindow()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
+    for (QWidget* window : windows)
         if (auto* border = qobject_cast<IBrowserBorderWindow*>(window))
             return border;
-    }
     return nullptr;
 }
 } // namespace

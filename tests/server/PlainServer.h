@@ -62,10 +62,9 @@ public:
 
     bool WaitUntilReady()
     {
-        while (!process.canReadLine()) {
+        while (!process.canReadLine())
             if (!process.waitForReadyRead(waitMs))
                 return false;
-        }
         ready = process.readLine();
         return ready.startsWith("{\"listening\":\"http");
     }

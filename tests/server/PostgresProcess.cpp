@@ -97,10 +97,9 @@ bool PostgresProcess::WaitUntilReady()
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    while (elapsed.elapsed() < 30000 && !server.waitForFinished(50)) {
+    while (elapsed.elapsed() < 30000 && !server.waitForFinished(50))
         if (Output().contains("ready to accept connections"))
             return true;
-    }
     return false;
 }
 
@@ -115,10 +114,9 @@ void PostgresProcess::Signal(int signal)
     if (!children.open(QIODevice::ReadOnly))
         return;
     const auto pids = children.readAll().simplified().split(' ');
-    for (const QByteArray& pid : pids) {
+    for (const QByteArray& pid : pids)
         if (const int number = pid.toInt())
             ::kill(static_cast<pid_t>(number), signal);
-    }
 }
 
 PostgresProcess::~PostgresProcess()

@@ -61,10 +61,9 @@ void SetHeader(FaultServer::Reply* reply, const QByteArray& name, const QByteArr
 
 void RemoveHeader(FaultServer::Reply* reply, const QByteArray& name)
 {
-    for (int i = reply->headers.size() - 1; i >= 0; --i) {
+    for (int i = reply->headers.size() - 1; i >= 0; --i)
         if (reply->headers.at(i).first.toLower() == name.toLower())
             reply->headers.remove(i);
-    }
 }
 
 QByteArray DigestOf(const QByteArray& body)

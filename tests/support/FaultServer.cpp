@@ -130,10 +130,9 @@ QVector<Fault> FaultServer::AllFaults()
 
 const char* FaultServer::NameOf(Fault fault)
 {
-    for (const auto& entry : faultNames) {
+    for (const auto& entry : faultNames)
         if (entry.fault == fault)
             return entry.name;
-    }
     return "?";
 }
 

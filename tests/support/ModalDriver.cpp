@@ -16,9 +16,8 @@ ModalDriver::ModalDriver(std::chrono::milliseconds deadline)
 ModalDriver::~ModalDriver()
 {
     qApp->removeEventFilter(this);
-    if (!steps.isEmpty()) {
+    if (!steps.isEmpty())
         Fail(QStringLiteral("%1 expected modal window(s) never appeared").arg(steps.size()));
-    }
 }
 
 void ModalDriver::Then(Step step)
@@ -40,11 +39,10 @@ bool ModalDriver::Press(QWidget* window, const QString& buttonText)
 
 void ModalDriver::Reject(QWidget* window)
 {
-    if (auto* dialog = qobject_cast<QDialog*>(window)) {
+    if (auto* dialog = qobject_cast<QDialog*>(window))
         dialog->reject();
-    } else {
+    else
         window->close();
-    }
 }
 
 bool ModalDriver::eventFilter(QObject* watched, QEvent* event)
@@ -61,9 +59,8 @@ bool ModalDriver::eventFilter(QObject* watched, QEvent* event)
 
 void ModalDriver::Meet(const QPointer<QWidget>& window)
 {
-    if (!window || !window->isVisible()) {
+    if (!window || !window->isVisible())
         return;
-    }
     ++seen;
     if (steps.isEmpty()) {
         Fail(QStringLiteral("unexpected modal window %1 \"%2\"")
@@ -74,9 +71,8 @@ void ModalDriver::Meet(const QPointer<QWidget>& window)
     watchdog.start();
     const Step step = steps.takeFirst();
     step(window);
-    if (!QApplication::activeModalWidget()) {
+    if (!QApplication::activeModalWidget())
         watchdog.stop();
-    }
 }
 
 void ModalDriver::GiveUp()

@@ -38,26 +38,22 @@ bool TakeExpected(const QString& message)
 
 void FailOnWarning(const QString& message)
 {
-    if (QTest::currentTestFunction()) {
+    if (QTest::currentTestFunction())
         QTest::qFail(qPrintable(QStringLiteral("unexpected warning: %1").arg(message)), __FILE__, __LINE__);
-    }
 }
 
 void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     const bool serious = type == QtWarningMsg || type == QtCriticalMsg;
-    if (serious && (IsAboutThePlatformPlugin(message) || TakeExpected(message))) {
+    if (serious && (IsAboutThePlatformPlugin(message) || TakeExpected(message)))
         return;
-    }
     testLibraryHandler(type, context, message);
-    if (!serious) {
+    if (!serious)
         return;
-    }
-    if (QThread::currentThread() == qApp->thread()) {
+    if (QThread::currentThread() == qApp->thread())
         FailOnWarning(message);
-    } else {
+    else
         QMetaObject::invokeMethod(qApp, [message] { FailOnWarning(message); });
-    }
 }
 
 } // namespace

@@ -21,21 +21,18 @@ QSize TextSize(const QWidget& widget, const QString& text)
 
 bool IsLabelCut(const QLabel& label)
 {
-    if (label.text().isEmpty() || label.inherits("ElidedLabelEx")) {
+    if (label.text().isEmpty() || label.inherits("ElidedLabelEx"))
         return false;
-    }
-    if (label.wordWrap()) {
+    if (label.wordWrap())
         return label.heightForWidth(label.width()) > label.height();
-    }
     const QSize least = label.minimumSizeHint();
     return label.width() < least.width() || label.height() < least.height();
 }
 
 bool IsButtonCut(const QAbstractButton& button)
 {
-    if (button.text().isEmpty()) {
+    if (button.text().isEmpty())
         return false;
-    }
     return button.width() < button.minimumSizeHint().width() ||
            button.height() < TextSize(button, button.text()).height();
 }
@@ -63,40 +60,32 @@ bool IsHeaderCut(const QHeaderView& header)
         const QString text = header.model()->headerData(section, header.orientation()).toString();
         const bool across = header.orientation() == Qt::Horizontal;
         if (across && !header.isSectionHidden(section) &&
-            header.sectionSize(section) < TextSize(header, text).width()) {
+            header.sectionSize(section) < TextSize(header, text).width())
             return true;
-        }
     }
     return false;
 }
 
 bool IsTabCut(const QTabBar& bar)
 {
-    for (int tab = 0; tab < bar.count(); ++tab) {
-        if (bar.tabRect(tab).width() < TextSize(bar, bar.tabText(tab)).width()) {
+    for (int tab = 0; tab < bar.count(); ++tab)
+        if (bar.tabRect(tab).width() < TextSize(bar, bar.tabText(tab)).width())
             return true;
-        }
-    }
     return false;
 }
 
 bool IsCut(const QWidget& widget)
 {
-    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+    if (const auto* label = qobject_cast<const QLabel*>(&widget))
         return IsLabelCut(*label);
-    }
-    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget))
         return IsButtonCut(*button);
-    }
-    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget)) {
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget))
         return IsPlaceholderCut(*edit);
-    }
-    if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
+    if (const auto* combo = qobject_cast<const QComboBox*>(&widget))
         return IsComboCut(*combo);
-    }
-    if (const auto* header = qobject_cast<const QHeaderView*>(&widget)) {
+    if (const auto* header = qobject_cast<const QHeaderView*>(&widget))
         return IsHeaderCut(*header);
-    }
     const auto* tabs = qobject_cast<const QTabBar*>(&widget);
     return tabs && IsTabCut(*tabs);
 }
@@ -114,15 +103,12 @@ bool IsOutside(const QWidget& widget)
     for (const QWidget* on = widget.parentWidget(); on && !widget.isWindow(); on = on->parentWidget()) {
         const QRect place(widget.mapTo(const_cast<QWidget*>(on), QPoint()), widget.size());
         const auto* area = qobject_cast<const QAbstractScrollArea*>(on->parentWidget());
-        if (area && area->viewport() == on) {
+        if (area && area->viewport() == on)
             return false;
-        }
-        if (!on->rect().contains(place)) {
+        if (!on->rect().contains(place))
             return true;
-        }
-        if (on->isWindow()) {
+        if (on->isWindow())
             return false;
-        }
     }
     return false;
 }

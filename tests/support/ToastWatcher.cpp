@@ -20,9 +20,8 @@ ToastWatcher::~ToastWatcher()
 QStringList ToastWatcher::GetTexts() const
 {
     QStringList texts;
-    for (const SeenToast& toast : toasts) {
+    for (const SeenToast& toast : toasts)
         texts.append(toast.text);
-    }
     return texts;
 }
 
@@ -36,9 +35,8 @@ bool ToastWatcher::eventFilter(QObject* watched, QEvent* event)
         const SeenToast toast{label ? label->text() : QString(), watched->property("toastType").toInt()};
         const QPair<QPointer<QObject>, SeenToast> source(watched, toast);
         // A toast that moves to another window is shown again, but it is no second notice.
-        if (sources.contains(source)) {
+        if (sources.contains(source))
             return false;
-        }
         sources.append(source);
         toasts.append(toast);
         emit SigToast(toast.text, toast.type);

@@ -50,9 +50,8 @@ bool LivingWorkstation::Start()
             const auto* enter = ShownAs<QPushButton>("buttonEnter");
             return enter && enter->isEnabled();
         }) ||
-        !TabTo("buttonEnter")) {
+        !TabTo("buttonEnter"))
         return false;
-    }
     Key(Qt::Key_Return);
     return Until([] {
         const auto* cards = ShownAs<QListView>("listApps");
@@ -85,13 +84,11 @@ bool LivingWorkstation::CreateApp(const QString& name)
 bool LivingWorkstation::AddStatement(const QString& title)
 {
     Key(Qt::Key_2, Qt::ControlModifier);
-    if (!Until([] { return HasFocus("statementView"); })) {
+    if (!Until([] { return HasFocus("statementView"); }))
         return false;
-    }
     Key(Qt::Key_Return);
-    if (!Until([] { return HasFocus("lineEditQuickPick"); })) {
+    if (!Until([] { return HasFocus("lineEditQuickPick"); }))
         return false;
-    }
     Write(title);
     Key(Qt::Key_Return);
     Window()->activateWindow(); // which a window manager does by itself
@@ -101,11 +98,9 @@ bool LivingWorkstation::AddStatement(const QString& title)
 QWidget* LivingWorkstation::Shown(const char* name)
 {
     const QWidgetList widgets = QApplication::allWidgets();
-    for (QWidget* widget : widgets) {
-        if (widget->objectName() == QLatin1String(name) && widget->isVisible()) {
+    for (QWidget* widget : widgets)
+        if (widget->objectName() == QLatin1String(name) && widget->isVisible())
             return widget;
-        }
-    }
     return nullptr;
 }
 
@@ -122,9 +117,8 @@ void LivingWorkstation::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
     QVERIFY(top && top->windowHandle());
     const QPointer<QWindow> window = top->windowHandle();
     QTest::keyPress(window, key, modifiers);
-    if (window) { // the press may have closed it
+    if (window) // the press may have closed it
         QTest::keyRelease(window, key, modifiers);
-    }
 }
 
 void LivingWorkstation::Write(const QString& text)
@@ -143,8 +137,7 @@ bool LivingWorkstation::HasFocus(const char* name)
 bool LivingWorkstation::TabTo(const char* name)
 {
     constexpr int most = 200;
-    for (int count = 0; count < most && !HasFocus(name); ++count) {
+    for (int count = 0; count < most && !HasFocus(name); ++count)
         Key(Qt::Key_Tab);
-    }
     return HasFocus(name);
 }

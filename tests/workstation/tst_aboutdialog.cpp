@@ -18,11 +18,9 @@ namespace
 {
 QString ValueOf(const BuildInfo& facts, const QString& name)
 {
-    for (const BuildFact& fact : facts.GetFacts()) {
-        if (fact.name == name) {
+    for (const BuildFact& fact : facts.GetFacts())
+        if (fact.name == name)
             return fact.value;
-        }
-    }
     return QStringLiteral("no such fact");
 }
 

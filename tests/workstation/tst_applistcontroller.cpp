@@ -24,11 +24,9 @@ namespace
 {
 bool Says(QWidget* window, const QString& text)
 {
-    for (const auto* label : window->findChildren<QLabel*>()) {
-        if (label->text().contains(text)) {
+    for (const auto* label : window->findChildren<QLabel*>())
+        if (label->text().contains(text))
             return true;
-        }
-    }
     return false;
 }
 } // namespace

@@ -194,10 +194,9 @@ void tst_AppListPage::listOffersItsTags()
     Press(page, "buttonMore");
     QVERIFY(menu->isVisible());
 
-    for (QAction* action : menu->actions()) {
+    for (QAction* action : menu->actions())
         if (action->text() == QStringLiteral("#月结"))
             QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
-    }
 
     QCOMPARE(Child<QLineEdit>(page, "editSearch")->text(), QStringLiteral("#月结"));
     QCOMPARE(Child<QListView>(page, "listApps")->model()->rowCount(), 1);

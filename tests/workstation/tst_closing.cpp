@@ -26,9 +26,8 @@ namespace
 // Knows one account, and leaves whoever asks for anything else without an answer.
 FaultServer::Reply OnlySignsIn(const FaultServer::Request& request)
 {
-    if (!request.path.startsWith("/api/v1/session")) {
+    if (!request.path.startsWith("/api/v1/session"))
         return FaultServer::Failing(FaultServer::Fault::Silence);
-    }
     return FaultServer::Json(200, R"({"token":"t-1","account":{"pin":"li","name":"Li","venderId":"7",)"
                                   R"("roles":["author"]},"expiresAt":4102444800000})");
 }
@@ -36,9 +35,8 @@ FaultServer::Reply OnlySignsIn(const FaultServer::Request& request)
 int CountOf(const FaultServer& server, const QByteArray& path)
 {
     int count = 0;
-    for (const FaultServer::Request& request : server.GetRequests()) {
+    for (const FaultServer::Request& request : server.GetRequests())
         count += request.path.startsWith(path) ? 1 : 0;
-    }
     return count;
 }
 } // namespace

@@ -177,9 +177,8 @@ void tst_EmbeddedServer::makesFreshTokensOf256Bits()
     const QVector<EmbeddedAccount> others = MakeEmbeddedAccounts();
 
     QCOMPARE(accounts.size(), 2);
-    for (const EmbeddedAccount& account : accounts) {
+    for (const EmbeddedAccount& account : accounts)
         QCOMPARE(QByteArray::fromBase64(account.token.toLatin1(), QByteArray::Base64UrlEncoding).size(), 32);
-    }
     QVERIFY(accounts.at(0).token != accounts.at(1).token);
     QVERIFY(accounts.at(0).token != others.at(0).token);
     QVERIFY(accounts.at(0).venderId == accounts.at(1).venderId);

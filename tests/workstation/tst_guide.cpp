@@ -97,9 +97,8 @@ void tst_Guide::showsEveryKindOfLine()
 void tst_Guide::bringsEveryPageItsLinksAndItsPictures_data()
 {
     QTest::addColumn<QString>("file");
-    for (const GuidePage& page : GuidePages::All()) {
+    for (const GuidePage& page : GuidePages::All())
         QTest::newRow(qPrintable(page.file)) << page.file;
-    }
 }
 
 void tst_Guide::bringsEveryPageItsLinksAndItsPictures()

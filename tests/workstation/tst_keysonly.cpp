@@ -28,9 +28,8 @@ QStringList Log()
 {
     QStringList texts;
     const auto lines = RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource()->GetLines();
-    for (const RpaLogLine& line : lines) {
+    for (const RpaLogLine& line : lines)
         texts.append(line.text);
-    }
     return texts;
 }
 } // namespace
@@ -167,9 +166,8 @@ void tst_KeysOnly::reachesEveryControlWithTab()
         const bool counts = button->isVisible() && button->isEnabled() &&
                             !button->visibleRegion().isEmpty() &&
                             !qobject_cast<QTabBar*>(button->parentWidget());
-        if (counts && !reached.contains(button)) {
+        if (counts && !reached.contains(button))
             missed.append(button->objectName() + button->text() + button->toolTip());
-        }
     }
     QCOMPARE(missed.join(QLatin1Char(' ')), QString());
     Key(Qt::Key_Z, Qt::ControlModifier);

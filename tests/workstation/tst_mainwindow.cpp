@@ -89,9 +89,8 @@ void tst_MainWindow::windowHasAnIcon()
 {
     const MainWindow window;
 
-    for (const int side : {16, 48, 256}) {
+    for (const int side : {16, 48, 256})
         QCOMPARE(window.windowIcon().pixmap(side).size(), QSize(side, side));
-    }
 }
 
 void tst_MainWindow::windowTakesASchemeChosenBeforeItIsShown()
@@ -177,9 +176,8 @@ void tst_MainWindow::pagesFitIntoTheSmallestWindow()
     auto* online = new ReleasedListPage(AppTabs::Online, &released);
     auto* gray = new ReleasedListPage(AppTabs::Gray, &released);
     auto* run = new RunPage;
-    for (QWidget* page : QList<QWidget*>{signIn, list, settingsPage, online, gray, run}) {
+    for (QWidget* page : QList<QWidget*>{signIn, list, settingsPage, online, gray, run})
         window.AddPage(page, QStringLiteral("返回应用列表"));
-    }
     window.ShowAccount(QStringLiteral("本机作者"));
     signIn->AskEmbedded({QStringLiteral("甲"), QStringLiteral("乙")}, 0);
     signIn->ShowProblem(QStringLiteral("无法启动版本服务"));

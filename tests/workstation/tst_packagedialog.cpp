@@ -132,9 +132,8 @@ void tst_PackageDialog::offersNothingThatNoAppWouldKeep()
     QVERIFY(!view->findChild<QLineEdit*>());
     QCOMPARE(view->model()->rowCount(), 1);
     for (const char* name : {"editPackageName", "editPackageVersion", "buttonAddPackage",
-                             "buttonRemovePackage", "buttonSavePackages"}) {
+                             "buttonRemovePackage", "buttonSavePackages"})
         QVERIFY2(!dialog.findChild<QWidget*>(QLatin1String(name))->isVisible(), name);
-    }
     QVERIFY(dialog.findChild<QPushButton*>(QStringLiteral("buttonInstallPackages"))->isVisible());
     const auto labels = dialog.findChildren<QLabel*>();
     QVERIFY(std::none_of(labels.cbegin(), labels.cend(), [](const QLabel* label) {

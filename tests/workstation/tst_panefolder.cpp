@@ -14,9 +14,8 @@ public:
     NarrowingEditor()
     {
         auto* layout = new QHBoxLayout(this);
-        for (QWidget* part : {pane, strip}) {
+        for (QWidget* part : {pane, strip})
             layout->addWidget(part);
-        }
         pane->setObjectName(QStringLiteral("browserPane"));
         fold->setObjectName(QStringLiteral("browserFold"));
         unfold->setObjectName(QStringLiteral("pushButtonUnfold"));

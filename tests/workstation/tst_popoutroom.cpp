@@ -100,11 +100,10 @@ void tst_PopOutRoom::takesTheRoomBackWhenTheBrowserGoes()
     browser->show();
     QTRY_COMPARE(editor->width(), 672);
 
-    if (forGood) {
+    if (forGood)
         browser.reset();
-    } else {
+    else
         browser->hide();
-    }
 
     QTRY_COMPARE(editor->width(), 1000);
 }

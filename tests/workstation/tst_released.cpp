@@ -216,10 +216,9 @@ void tst_Released::copiesRevokesAndMakesInvitationCodes()
     dialog.show();
     const auto codes = [&dialog] {
         QStringList texts;
-        for (const QLabel* label : dialog.findChildren<QLabel*>(QStringLiteral("labelCode"))) {
+        for (const QLabel* label : dialog.findChildren<QLabel*>(QStringLiteral("labelCode")))
             if (label->isVisible())
                 texts << label->text();
-        }
         return texts;
     };
     QTRY_COMPARE(codes().size(), 1);
@@ -242,10 +241,9 @@ void tst_Released::opensAReleasedApp()
     VersionServiceClient client;
     VersionServiceReleasedApp app;
     client.ListOnlineApps(this, [&](const VersionServiceResult<QVector<VersionServiceReleasedApp>>& result) {
-        for (const VersionServiceReleasedApp& one : result.value) {
+        for (const VersionServiceReleasedApp& one : result.value)
             if (one.app.id == appId)
                 app = one;
-        }
     });
     QTRY_COMPARE(app.app.id, appId);
     RunPage page;

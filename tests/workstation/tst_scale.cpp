@@ -81,11 +81,9 @@ void tst_Scale::GoTo(const QString& page)
         {"keys", {Qt::Key_F1, Qt::ControlModifier}},
         {"packages", {Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier}},
     };
-    for (const auto& [name, key] : keys) {
-        if (page == QLatin1String(name)) {
+    for (const auto& [name, key] : keys)
+        if (page == QLatin1String(name))
             Key(key.first, key.second);
-        }
-    }
 }
 
 void tst_Scale::showsEveryTextOfEveryPage()

@@ -72,9 +72,8 @@ void tst_SecretSeal::takesAFileOthersCanReachForNone()
 
 void tst_SecretSeal::takesAFileOfAnotherUserForNone()
 {
-    if (geteuid() != 0) {
+    if (geteuid() != 0)
         QSKIP("only root can give a file to somebody else");
-    }
     QVERIFY(chown(Path().constData(), 12345, 12345) == 0);
 
     QVERIFY(SecretStore(file).Read().isEmpty());

@@ -19,9 +19,8 @@ QByteArray SealedFor(const QByteArray& purpose, const QByteArray& plain)
     DATA_BLOB entropy = blobOf(purpose);
     DATA_BLOB out{};
     if (!CryptProtectData(&in, nullptr, purpose.isEmpty() ? nullptr : &entropy, nullptr, nullptr,
-                          CRYPTPROTECT_UI_FORBIDDEN, &out)) {
+                          CRYPTPROTECT_UI_FORBIDDEN, &out))
         return {};
-    }
     const QByteArray sealed(reinterpret_cast<const char*>(out.pbData), int(out.cbData));
     LocalFree(out.pbData);
     return sealed;

@@ -64,9 +64,8 @@ void tst_SecretStore::givesBackWhatWasWritten_data()
     QTest::newRow("a token") << token;
     QTest::newRow("all bytes") << [] {
         QByteArray all;
-        for (int i = 0; i < 256; ++i) {
+        for (int i = 0; i < 256; ++i)
             all.append(char(i));
-        }
         return all;
     }();
     QTest::newRow("16 kB") << QByteArray(16 * 1024, 's');

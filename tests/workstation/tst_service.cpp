@@ -213,10 +213,9 @@ void tst_Service::installsTheSampleAppsOnce()
         std::for_each(result.value.cbegin(), result.value.cend(), list);
     });
     QMap<QString, QStringList> expected;
-    for (const SampleApp& app : SampleInstaller::ReadSamples()) {
+    for (const SampleApp& app : SampleInstaller::ReadSamples())
         for (const SampleVersion& version : app.versions)
             expected[app.name].prepend(version.name + QString::number(version.release + 1));
-    }
     QTRY_COMPARE(versions, expected);
 }
 

@@ -138,11 +138,10 @@ void tst_SignInPage::signInForgetsARefusalWhenItAsksAgain()
 {
     QFETCH(bool, embedded);
     const auto ask = [embedded](SignInPage& page) {
-        if (embedded) {
+        if (embedded)
             page.AskEmbedded({QStringLiteral("甲")}, 0);
-        } else {
+        else
             page.AskRemote(QStringLiteral("https://rpa.example.com"), QString(), false);
-        }
     };
     SignInPage page;
     ask(page);

@@ -77,9 +77,8 @@ private:
         auto session = Started();
         session->SignIn(pin, password, stay);
         QSignalSpy signedIn(session.get(), &Session::SigSignedIn);
-        if (!signedIn.wait(20000)) {
+        if (!signedIn.wait(20000))
             return nullptr;
-        }
         return session;
     }
     // What the server says of a token.
@@ -95,9 +94,8 @@ private:
 
 void tst_StaySignedIn::initTestCase()
 {
-    for (int account = 0; account < accounts; ++account) {
+    for (int account = 0; account < accounts; ++account)
         QVERIFY(AddAccount(server.DataDir(), PinOf(account)));
-    }
     QVERIFY2(server.Start(), server.ErrorText());
     address = QUrl(server.BaseUrl());
 }

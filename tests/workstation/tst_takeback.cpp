@@ -88,20 +88,18 @@ void tst_TakeBack::Open(const QString& app, const QString& name)
 QList<QPushButton*> tst_TakeBack::Buttons(const char* name) const
 {
     QList<QPushButton*> shown;
-    for (auto* button : dialog->findChildren<QPushButton*>(QLatin1String(name))) {
+    for (auto* button : dialog->findChildren<QPushButton*>(QLatin1String(name)))
         if (button->isVisible())
             shown << button;
-    }
     return shown;
 }
 
 QStringList tst_TakeBack::Texts(const char* name) const
 {
     QStringList texts;
-    for (const auto* label : dialog->findChildren<QLabel*>(QLatin1String(name))) {
+    for (const auto* label : dialog->findChildren<QLabel*>(QLatin1String(name)))
         if (label->isVisible())
             texts << label->text();
-    }
     return texts;
 }
 
@@ -145,10 +143,9 @@ void tst_TakeBack::isOfferedByTheCardOfTheApp()
     emit cards->customContextMenuRequested(cards->visualRect(cards->model()->index(0, 0)).center());
     auto* menu = page.findChild<QMenu*>(QStringLiteral("menuCard"));
     QVERIFY(menu);
-    for (QAction* action : menu->actions()) {
+    for (QAction* action : menu->actions())
         if (action->text() == QStringLiteral("发布管理…"))
             action->trigger();
-    }
 
     QCOMPARE(asked.size(), 1);
     QCOMPARE(asked.first().first().value<AppRecord>().id, QStringLiteral("a"));

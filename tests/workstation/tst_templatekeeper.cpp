@@ -270,9 +270,8 @@ void tst_TemplateKeeper::passesOverFilesThatAreNoTemplates()
 void tst_TemplateKeeper::offersFiveHundredTemplatesAtMost()
 {
     const QByteArray content = Template(QStringLiteral("甲"));
-    for (int i = 0; i < 501; ++i) {
+    for (int i = 0; i < 501; ++i)
         Write(QStringLiteral("%1.rpat").arg(i, 3, 10, QLatin1Char('0')), content);
-    }
 
     LookNow();
 

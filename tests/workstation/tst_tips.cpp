@@ -49,9 +49,8 @@ void tst_Tips::init()
     run->setObjectName(QStringLiteral("RunPage"));
     editor = new EditorPage;
     window->AddPage(new QWidget, QString());
-    for (QWidget* page : {lists, run, static_cast<QWidget*>(editor)}) {
+    for (QWidget* page : {lists, run, static_cast<QWidget*>(editor)})
         window->AddPage(page, QString());
-    }
     tips = std::make_unique<TipController>(settings.get(), window.get(), editor);
     window->show();
     window->setMinimumSize(1, 1); // the screen of a test may be smaller

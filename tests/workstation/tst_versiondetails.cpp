@@ -30,21 +30,17 @@ VersionServiceRelease ReleaseOf(int state, bool present, bool withdrawn)
 QStringList TextsOf(const QWidget& within, const char* name)
 {
     QStringList texts;
-    for (const QLabel* label : within.findChildren<QLabel*>(QLatin1String(name))) {
-        if (label->isVisible()) {
+    for (const QLabel* label : within.findChildren<QLabel*>(QLatin1String(name)))
+        if (label->isVisible())
             texts << label->text();
-        }
-    }
     return texts;
 }
 // The first text that is higher than its place.
 QString CutLabel(const QWidget& within)
 {
-    for (const QLabel* label : within.findChildren<QLabel*>()) {
-        if (label->isVisible() && label->height() < label->heightForWidth(label->width())) {
+    for (const QLabel* label : within.findChildren<QLabel*>())
+        if (label->isVisible() && label->height() < label->heightForWidth(label->width()))
             return label->text();
-        }
-    }
     return QString();
 }
 } // namespace
@@ -108,9 +104,8 @@ void tst_VersionDetails::saysWhetherUsersHaveTheVersion()
     QFETCH(QString, said);
     VersionFacts version;
     version.state = state;
-    if (state > 1) {
+    if (state > 1)
         version.release = ReleaseOf(state, present, withdrawn);
-    }
 
     const QString text = VersionWords::State(version, DateLanguage::Chinese);
 

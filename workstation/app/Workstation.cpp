@@ -237,13 +237,12 @@ void Workstation::ConnectPages()
     connect(window.get(), &MainWindow::SigPackages, this, &Workstation::ShowPackages);
     connect(window.get(), &MainWindow::SigSettings, this, &Workstation::ShowSettings);
     connect(window.get(), &MainWindow::SigBack, this, [this](QWidget* from) {
-        if (from == editorPage) {
+        if (from == editorPage)
             LeaveEditor();
-        } else if (from == runPage) {
+        else if (from == runPage)
             LeaveRun();
-        } else {
+        else
             window->ShowPage(pageBeforeSettings);
-        }
     });
 }
 
@@ -287,11 +286,10 @@ void Workstation::ConnectPackages()
 
 void Workstation::GoToServer()
 {
-    if (settings.GetEmbeddedServer()) {
+    if (settings.GetEmbeddedServer())
         session->UseEmbedded();
-    } else {
+    else
         session->UseRemote(settings.GetServerAddress());
-    }
     AskSignIn();
 }
 
@@ -329,9 +327,8 @@ void Workstation::TellWheelFolders()
     PackageSettings places;
     places.dataFolder = paths.packageDir;
     places.wheelFolders = QStringList{paths.wheelDir};
-    if (!settings.GetWheelFolder().isEmpty()) {
+    if (!settings.GetWheelFolder().isEmpty())
         places.wheelFolders.append(settings.GetWheelFolder());
-    }
     RpaPackageModule::Instance()->GetBuiltIn()->SetSettings(places);
 }
 
@@ -346,9 +343,8 @@ void Workstation::SwitchAccount(int embeddedAccount)
 
 void Workstation::UseServer(bool embedded, const QUrl& address)
 {
-    if (!editorPage->Leave()) {
+    if (!editorPage->Leave())
         return;
-    }
     settings.SetServerAddress(address);
     settings.SetEmbeddedServer(embedded);
     session->SignOut();
@@ -357,9 +353,8 @@ void Workstation::UseServer(bool embedded, const QUrl& address)
 
 void Workstation::SignOut()
 {
-    if (editorPage->Leave()) {
+    if (editorPage->Leave())
         session->SignOut();
-    }
 }
 
 void Workstation::ApplyTheme()

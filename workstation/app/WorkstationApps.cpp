@@ -16,9 +16,8 @@ void Workstation::ConnectApps()
     connect(listPage, &AppListPage::SigTags, desk.get(), &AppListController::EditTags);
     connect(listPage, &AppListPage::SigCopy, desk.get(), &AppListController::Copy);
     const auto open = [this](const AppRecord& app) {
-        if (!editorPage->IsOpen() && window->CurrentPage() == listPage) {
+        if (!editorPage->IsOpen() && window->CurrentPage() == listPage)
             drafts->Offer(app);
-        }
     };
     connect(listPage, &AppListPage::SigOpen, this, open);
     connect(desk.get(), &AppListController::SigCreated, this, open);

@@ -38,9 +38,8 @@ void Workstation::ConnectVersions()
     versions = std::make_unique<VersionController>();
     connect(editorPage, &EditorPage::SigOpened, this, [this](QWidget* editor) {
         versions->SetApp(editorPage->GetApp().id);
-        if (auto* combo = editor->findChild<QComboBox*>(QStringLiteral("version_combo"))) {
+        if (auto* combo = editor->findChild<QComboBox*>(QStringLiteral("version_combo")))
             new VersionHint(combo, versions.get(), settings.GetDateLanguage()); // goes with the list
-        }
     });
     connect(editorPage, &EditorPage::SigClosed, versions.get(), [this] { versions->SetApp(QString()); });
     connect(window.get(), &MainWindow::SigVersions, this, &Workstation::ShowVersions);
@@ -49,9 +48,8 @@ void Workstation::ConnectVersions()
 void Workstation::ShowVersions()
 {
     const auto* combo = editorPage->findChild<QComboBox*>(QStringLiteral("version_combo"));
-    if (!combo) {
+    if (!combo)
         return;
-    }
     auto* dialog = new VersionDialog(versions.get(), session->GetPin(), combo->lineEdit()->text(),
                                      settings.GetDateLanguage(), window.get());
     dialog->setAttribute(Qt::WA_DeleteOnClose);

@@ -27,9 +27,8 @@ Chapter ChapterOf(const QWidget& page)
     };
     for (const Chapter& chapter : chapters) {
         const auto* part = page.findChild<QWidget*>(QLatin1String(chapter.part));
-        if (part && part->isVisible()) {
+        if (part && part->isVisible())
             return chapter;
-        }
     }
     return {"", QStringLiteral("README.md"), QString()};
 }
@@ -44,9 +43,8 @@ void Workstation::ConnectHelp()
 
 void Workstation::ShowGuide()
 {
-    if (!guide) {
+    if (!guide)
         guide = new GuideWindow(window.get());
-    }
     const Chapter chapter = ChapterOf(*window->CurrentPage());
     guide->Open(chapter.page, chapter.heading);
 }

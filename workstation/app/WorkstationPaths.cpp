@@ -47,11 +47,9 @@ bool WorkstationPaths::Create() const
 {
     QDir dir;
     for (const QString& folder : {dataDir, serverDataDir, visualTemplateDir, programTemplateDir, packageDir,
-                                  wheelDir, QFileInfo(settingsFile).absolutePath()}) {
-        if (!dir.mkpath(folder)) {
+                                  wheelDir, QFileInfo(settingsFile).absolutePath()})
+        if (!dir.mkpath(folder))
             return false;
-        }
-    }
     // Drafts and the store hold the author's work and with it, often, passwords typed into a process.
     return QFile::setPermissions(dataDir, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }

@@ -102,9 +102,8 @@ void Workstation::LeaveRun()
 // Nobody runs or sees what another account was let into.
 void Workstation::ForgetReleased()
 {
-    if (window->CurrentPage() == runPage) {
+    if (window->CurrentPage() == runPage)
         window->ShowPage(listPage);
-    }
     runPage->Close();
     onlineController->Forget();
     grayController->Forget();
@@ -125,12 +124,10 @@ void Workstation::SlotPublished(const QString& appId, int publishType, bool took
     onlineController->Refresh();
     grayController->Refresh();
     const AppRecord app = apps->AppAt(apps->RowOf(appId));
-    if (!tookEffect || app.id.isEmpty()) {
+    if (!tookEffect || app.id.isEmpty())
         return;
-    }
-    if (publishType == onlineRelease) {
+    if (publishType == onlineRelease)
         WbToast::Show(QStringLiteral("“%1”已上线").arg(app.name), ToastSuccess);
-    } else if (publishType == grayRelease && app.creator == session->GetPin()) {
+    else if (publishType == grayRelease && app.creator == session->GetPin())
         ShowInvitations(app);
-    }
 }

@@ -13,11 +13,10 @@ namespace
 QString QuestionBeforeDeleting(const AppRecord& app)
 {
     QString text = QStringLiteral("删除应用“%1”？\n30 天内可以从回收站恢复。").arg(app.name);
-    if (app.state == 3) {
+    if (app.state == 3)
         text += QStringLiteral("\n该应用已上线，使用者将立即不能再看到和运行它。");
-    } else if (app.state == 2) {
+    else if (app.state == 2)
         text += QStringLiteral("\n该应用正在灰度，受邀的使用者将立即不能再看到和运行它。");
-    }
     return text;
 }
 
@@ -37,15 +36,13 @@ AppBin::~AppBin() = default;
 void AppBin::Delete(const AppRecord& app, QWidget* window)
 {
     const QPointer<AppBin> guard(this);
-    if (!IsAgreed(QuestionBeforeDeleting(app), QStringLiteral("删除"), window) || !guard) {
+    if (!IsAgreed(QuestionBeforeDeleting(app), QStringLiteral("删除"), window) || !guard)
         return;
-    }
     client->DeleteApp(app.id, this, [this, app](const VersionServiceResult<VersionServiceNothing>& result) {
-        if (result.success) {
+        if (result.success)
             WbToast::Show(QStringLiteral("“%1”已放入回收站").arg(app.name), ToastSuccess);
-        } else {
+        else
             WbToast::Show(QStringLiteral("“%1”没有删除：%2").arg(app.name, result.errorDesc), ToastError);
-        }
         emit SigChanged(QString());
     });
 }
@@ -66,11 +63,10 @@ void AppBin::Load(BinDialog* dialog)
 {
     client->ListDeletedApps(dialog,
                             [dialog](const VersionServiceResult<QVector<VersionServiceDeletedApp>>& result) {
-                                if (result.success) {
+                                if (result.success)
                                     dialog->ShowApps(result.value);
-                                } else {
+                                else
                                     dialog->ShowProblem(result.errorDesc);
-                                }
                             });
 }
 
@@ -87,9 +83,8 @@ void AppBin::Restore(BinDialog* dialog, const VersionServiceApp& app)
         } else {
             WbToast::Show(QStringLiteral("“%1”没有恢复：%2").arg(app.name, result.errorDesc), ToastError);
         }
-        if (list) {
+        if (list)
             Load(list);
-        }
     };
     client->RestoreApp(app.id, this, ended);
 }
@@ -101,20 +96,17 @@ void AppBin::Purge(BinDialog* dialog, const QVector<VersionServiceApp>& apps)
     const QString what =
         apps.size() == 1 ? QStringLiteral("彻底删除“%1”？之后无法恢复。").arg(apps.first().name)
                          : QStringLiteral("彻底删除回收站中的 %1 个应用？之后无法恢复。").arg(apps.size());
-    if (!IsAgreed(what, QStringLiteral("彻底删除"), dialog) || !guard) {
+    if (!IsAgreed(what, QStringLiteral("彻底删除"), dialog) || !guard)
         return;
-    }
     const auto left = std::make_shared<int>(apps.size());
     for (const VersionServiceApp& app : apps) {
         client->PurgeApp(
             app.id, this, [this, app, left, list](const VersionServiceResult<VersionServiceNothing>& result) {
-                if (!result.success) {
+                if (!result.success)
                     WbToast::Show(QStringLiteral("“%1”没有删除：%2").arg(app.name, result.errorDesc),
                                   ToastError);
-                }
-                if (--*left == 0 && list) {
+                if (--*left == 0 && list)
                     Load(list);
-                }
             });
     }
 }

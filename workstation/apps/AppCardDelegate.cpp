@@ -36,11 +36,10 @@ void PaintFrame(QPainter* painter, const QStyleOptionViewItem& option, const QRe
     const bool focused = option.state.testFlag(QStyle::State_HasFocus);
 
     WbColor edge = hovered ? WbColor::BorderStrong : WbColor::Border;
-    if (focused) {
+    if (focused)
         edge = WbColor::FocusRing;
-    } else if (selected) {
+    else if (selected)
         edge = WbColor::Accent;
-    }
     painter->setPen(QPen(Color(edge), focused ? 2 : 1));
     painter->setBrush(Color(hovered ? WbColor::SurfaceRaised : WbColor::Surface));
     painter->drawRoundedRect(QRectF(card).adjusted(0.5, 0.5, -0.5, -0.5), Px(8), Px(8));
@@ -191,9 +190,8 @@ void AppCardDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
                   index.data(AppListModel::KindRole).toInt());
     PaintTexts(painter, card, index, rect, timeCaption);
     if (hasMenu &&
-        (card.state.testFlag(QStyle::State_MouseOver) || card.state.testFlag(QStyle::State_HasFocus))) {
+        (card.state.testFlag(QStyle::State_MouseOver) || card.state.testFlag(QStyle::State_HasFocus)))
         PaintIcon(painter, MenuRect(card.rect), "more", 16, WbColor::TextSecondary);
-    }
     painter->restore();
 }
 

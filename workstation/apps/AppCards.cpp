@@ -146,11 +146,9 @@ void AppCards::ShowContent()
     const bool noApps = filter->sourceModel()->rowCount() == 0;
     labelEmpty->setText(noApps ? emptyTitle : NothingFound(searched));
     labelEmptyHint->setText(noApps ? emptyHint : QStringLiteral("换一个词再试"));
-    if (emptyOffer) {
+    if (emptyOffer)
         emptyOffer->setVisible(noApps);
-    }
     content->setCurrentWidget(filter->rowCount() == 0 ? emptyState : static_cast<QWidget*>(list));
-    if (!list->currentIndex().isValid()) {
+    if (!list->currentIndex().isValid())
         list->setCurrentIndex(filter->index(0, 0));
-    }
 }

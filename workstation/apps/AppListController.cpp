@@ -43,23 +43,20 @@ AppListController::~AppListController() = default;
 void AppListController::Refresh()
 {
     // A list that is on the screen stays there until the new one has come.
-    if (model->rowCount() == 0) {
+    if (model->rowCount() == 0)
         page->ShowLoading();
-    }
     const quint64 refresh = ++lastRefresh;
     client->ListApps(QString(), this,
                      [this, refresh](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
-                         if (refresh != lastRefresh) {
+                         if (refresh != lastRefresh)
                              return;
-                         }
                          if (!result.success) {
                              page->ShowFailed(result.errorDesc);
                              return;
                          }
                          QVector<AppRecord> records;
-                         for (const VersionServiceApp& app : result.value) {
+                         for (const VersionServiceApp& app : result.value)
                              records << RecordOf(app);
-                         }
                          model->SetApps(opened.Sorted(account, records));
                          page->ShowApps();
                          page->SelectApp(std::exchange(selectNext, QString()));
@@ -94,16 +91,14 @@ void AppListController::Create(int kind)
         client->CreateApp(dialog->GetName(), dialog->GetKind(), dialog,
                           [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
                               ShowOutcome(dialog, result.success, result.errorDesc, result.value);
-                              if (result.success) {
+                              if (result.success)
                                   created = RecordOf(result.value);
-                              }
                           });
     });
     Ask(dialog);
     // Not within the answer: an editor opens, and this dialog is modal until it has gone.
-    if (guard && !created.id.isEmpty()) {
+    if (guard && !created.id.isEmpty())
         emit SigCreated(std::exchange(created, AppRecord()));
-    }
 }
 
 void AppListController::Rename(const AppRecord& app)

@@ -31,17 +31,15 @@ void AppListModel::SetApps(const QVector<AppRecord>& apps)
 void AppListModel::SetAccount(const QString& pin)
 {
     account = pin;
-    if (!records.isEmpty()) {
+    if (!records.isEmpty())
         emit dataChanged(index(0), index(records.size() - 1), {OwnRole, Qt::AccessibleTextRole});
-    }
 }
 
 void AppListModel::SetDateLanguage(DateLanguage language)
 {
     dateLanguage = language;
-    if (!records.isEmpty()) {
+    if (!records.isEmpty())
         emit dataChanged(index(0), index(records.size() - 1), {ChangedRole, Qt::AccessibleTextRole});
-    }
 }
 
 AppRecord AppListModel::AppAt(int row) const
@@ -59,9 +57,8 @@ int AppListModel::RowOf(const QString& appId) const
 QStringList AppListModel::GetTags() const
 {
     QStringList all;
-    for (const AppRecord& app : records) {
+    for (const AppRecord& app : records)
         all << app.tags;
-    }
     all.removeDuplicates();
     all.sort();
     return all;
@@ -74,9 +71,8 @@ int AppListModel::rowCount(const QModelIndex& parent) const
 
 QVariant AppListModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    }
     const AppRecord& app = records.at(index.row());
     switch (role) {
     case Qt::DisplayRole:
@@ -114,9 +110,8 @@ QString AppListModel::AccessibleText(const QModelIndex& row) const
     QStringList parts{row.data().toString(), row.data(KindNameRole).toString(),
                       row.data(StateNameRole).toString()};
     const QStringList tags = row.data(TagsRole).toStringList();
-    if (!tags.isEmpty()) {
+    if (!tags.isEmpty())
         parts << QStringLiteral("标签") + tags.join(QStringLiteral("、"));
-    }
     parts << QStringLiteral("创建者") + row.data(CreatorNameRole).toString()
           << row.data(ChangedByRole).toString() + QStringLiteral("修改于") + row.data(ChangedRole).toString();
     parts.removeAll(QString());

@@ -148,11 +148,10 @@ void AppListPage::CreateShortcuts()
 void AppListPage::ActOnCurrent(void (AppListPage::*act)(const AppRecord& app))
 {
     const int row = cards->GetCurrentRow();
-    if (row >= 0) {
+    if (row >= 0)
         emit(this->*act)(model->AppAt(row));
-    } else {
+    else
         WbToast::Show(QStringLiteral("请先选择一个应用"), ToastWarning);
-    }
 }
 
 void AppListPage::AddMore()
@@ -176,9 +175,8 @@ void AppListPage::FillMore(QMenu* menu)
 {
     menu->clear();
     const QStringList tags = model->GetTags();
-    if (!tags.isEmpty()) {
+    if (!tags.isEmpty())
         menu->addAction(QStringLiteral("全部应用"), this, [this] { head->SetSearched(QString()); });
-    }
     for (const QString& tag : tags) {
         QString text = QLatin1Char('#') + tag;
         menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")), this,
@@ -206,9 +204,8 @@ void AppListPage::ShowApps()
     cards->ShowLoaded();
     // Keys go to the cards, unless the user is at work elsewhere on the page.
     const QWidget* focus = QApplication::focusWidget();
-    if (isVisible() && (!focus || head->HasIdleFocus() || !isAncestorOf(focus))) {
+    if (isVisible() && (!focus || head->HasIdleFocus() || !isAncestorOf(focus)))
         cards->GetList()->setFocus();
-    }
 }
 
 void AppListPage::SelectApp(const QString& appId)
@@ -224,16 +221,14 @@ void AppListPage::SlotActivated(const QModelIndex& index)
 void AppListPage::SlotClicked(const QModelIndex& index)
 {
     // The view announces a click on the menu mark too.
-    if (!std::exchange(menuTookClick, false)) {
+    if (!std::exchange(menuTookClick, false))
         emit SigOpen(AppOf(index));
-    }
 }
 
 void AppListPage::ShowCardMenu(const QModelIndex& index, const QPoint& globalPos)
 {
-    if (!index.isValid()) {
+    if (!index.isValid())
         return;
-    }
     const AppRecord app = AppOf(index);
     // Not exec(): the page may go, or its list change, while the menu is open within an event of the list.
     auto* menu = new QMenu(this);

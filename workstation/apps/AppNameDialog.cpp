@@ -46,9 +46,8 @@ AppNameDialog::AppNameDialog(Purpose purpose, QWidget* parent)
     caption->setBuddy(editName);
     layout->addWidget(caption);
     layout->addWidget(editName);
-    if (create) {
+    if (create)
         layout->addWidget(CreateKindRow());
-    }
     layout->addWidget(labelProblem);
     layout->addStretch();
     auto* buttons = new QHBoxLayout;
@@ -108,9 +107,8 @@ int AppNameDialog::GetKind() const
 
 void AppNameDialog::SetKind(int kind)
 {
-    if (QAbstractButton* button = kinds->button(kind)) {
+    if (QAbstractButton* button = kinds->button(kind))
         button->setChecked(true);
-    }
 }
 
 void AppNameDialog::SetBusy(bool busy)

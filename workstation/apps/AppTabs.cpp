@@ -26,9 +26,8 @@ AppTabs::AppTabs(Tab shown, QWidget* parent) : QWidget(parent)
         layout->addWidget(button);
         connect(button, &QToolButton::clicked, this, [this, button, tab, shown] {
             button->setChecked(tab == shown); // the mark belongs to the page
-            if (tab != shown) {
+            if (tab != shown)
                 emit SigChosen(tab);
-            }
         });
         ++tab;
     }

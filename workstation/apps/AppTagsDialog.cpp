@@ -97,21 +97,18 @@ QStringList AppTagsDialog::Read(const QString& line)
     static const QRegularExpression between(QStringLiteral("[\\s,，、;；]+"));
     QStringList tags;
     for (QString tag : line.split(between, Qt::SkipEmptyParts)) {
-        while (tag.startsWith(QLatin1Char('#'))) {
+        while (tag.startsWith(QLatin1Char('#')))
             tag.remove(0, 1); // as it is looked for
-        }
-        if (!tag.isEmpty() && !tags.contains(tag, Qt::CaseInsensitive)) {
+        if (!tag.isEmpty() && !tags.contains(tag, Qt::CaseInsensitive))
             tags << tag;
-        }
     }
     return tags;
 }
 
 QString AppTagsDialog::ProblemOf(const QStringList& tags)
 {
-    if (tags.size() > mostTags) {
+    if (tags.size() > mostTags)
         return QStringLiteral("一个应用最多 %1 个标签，现在有 %2 个").arg(mostTags).arg(tags.size());
-    }
     const auto isLong = [](const QString& tag) { return tag.size() > longestTag; };
     const auto found = std::find_if(tags.begin(), tags.end(), isLong);
     return found == tags.end() ? QString()

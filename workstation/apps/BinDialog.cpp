@@ -66,9 +66,8 @@ void BinDialog::ConnectButtons(WbPushButton* close)
     connect(buttonPurge, &QPushButton::clicked, this, [this] { emit SigPurge(Chosen()); });
     connect(buttonEmpty, &QPushButton::clicked, this, [this] {
         QVector<VersionServiceApp> all;
-        for (const VersionServiceDeletedApp& deleted : qAsConst(shown)) {
+        for (const VersionServiceDeletedApp& deleted : qAsConst(shown))
             all << deleted.app;
-        }
         emit SigPurge(all);
     });
 }

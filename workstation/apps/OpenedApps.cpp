@@ -28,9 +28,8 @@ void OpenedApps::Note(const QString& account, const QString& appId, const QDateT
 {
     QHash<QString, qint64>& apps = times[account];
     apps.insert(appId, at.toMSecsSinceEpoch());
-    while (apps.size() > mostApps) {
+    while (apps.size() > mostApps)
         ForgetOldest(&apps);
-    }
     Write();
 }
 
@@ -46,15 +45,13 @@ QVector<AppRecord> OpenedApps::Sorted(const QString& account, QVector<AppRecord>
 void OpenedApps::Read()
 {
     QFile source(file);
-    if (file.isEmpty() || !source.open(QIODevice::ReadOnly)) {
+    if (file.isEmpty() || !source.open(QIODevice::ReadOnly))
         return;
-    }
     const QJsonObject accounts = QJsonDocument::fromJson(source.read(mostBytes)).object();
     for (auto account = accounts.begin(); account != accounts.end(); ++account) {
         const QJsonObject apps = account.value().toObject();
-        for (auto app = apps.begin(); app != apps.end(); ++app) {
+        for (auto app = apps.begin(); app != apps.end(); ++app)
             times[account.key()].insert(app.key(), qint64(app.value().toDouble()));
-        }
     }
 }
 
@@ -63,9 +60,8 @@ void OpenedApps::Write() const
     QJsonObject accounts;
     for (auto account = times.begin(); account != times.end(); ++account) {
         QJsonObject apps;
-        for (auto app = account->begin(); app != account->end(); ++app) {
+        for (auto app = account->begin(); app != account->end(); ++app)
             apps.insert(app.key(), double(app.value()));
-        }
         accounts.insert(account.key(), apps);
     }
     QSaveFile target(file);

@@ -45,16 +45,14 @@ DraftController::~DraftController() = default;
 void DraftController::Start(const QString& folder)
 {
     QString problem;
-    if (!journal.Start(folder, &problem)) {
+    if (!journal.Start(folder, &problem))
         TellFailure(problem);
-    }
 }
 
 void DraftController::Offer(const AppRecord& app)
 {
-    if (isBusy) {
+    if (isBusy)
         return;
-    }
     const QString account = WbGlobalData::Instance()->GetPin();
     if (!journal.HasDrafts(account, app.id)) {
         emit SigReady(app);
@@ -63,9 +61,8 @@ void DraftController::Offer(const AppRecord& app)
     isBusy = true;
     journal.Read(
         account, app.id, this, [this, app](const QVector<RpaDraft>& drafts, const QStringList& refusals) {
-            for (const QString& refusal : refusals) {
+            for (const QString& refusal : refusals)
                 WbToast::Show(QStringLiteral("有一份草稿无法使用：%1").arg(refusal), ToastWarning);
-            }
             if (drafts.isEmpty()) {
                 Ready(app);
                 return;
@@ -73,13 +70,12 @@ void DraftController::Offer(const AppRecord& app)
             client->ListVersions(
                 app.id, this,
                 [this, app, drafts](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
-                    if (result.success) {
+                    if (result.success)
                         Ask(app, drafts, result.value);
-                    } else {
+                    else
                         WbToast::Show(QStringLiteral("有未保存的草稿，下次打开该应用时再询问：%1")
                                           .arg(result.errorDesc),
                                       ToastWarning);
-                    }
                     Ready(app);
                 });
         });
@@ -100,14 +96,12 @@ void DraftController::Ask(const AppRecord& app, const QVector<RpaDraft>& drafts,
             journal.Remove(draft);
             continue;
         }
-        if (!CanOpen(draft)) {
+        if (!CanOpen(draft))
             continue;
-        }
         const QPointer<DraftDialog> dialog = new DraftDialog(app.name, draft, plan, dateLanguage, window);
         dialog->exec();
-        if (!dialog) {
+        if (!dialog)
             return; // the workstation closes; the draft stays
-        }
         const DraftDialog::Choice choice = dialog->GetChoice();
         delete dialog;
         if (choice == DraftDialog::Choice::Discard) {
@@ -138,11 +132,10 @@ bool DraftController::CanOpen(const RpaDraft& draft)
 void DraftController::Restore(const RpaDraft& draft, const DraftPlan& plan)
 {
     const RpaContentOrigin origin{draft.versionId, draft.baseRevision, draft.name, draft.inDoubt};
-    if (plan.targetId.isEmpty()) {
+    if (plan.targetId.isEmpty())
         RpaStartContent::Set(draft.content, origin);
-    } else {
+    else
         RpaEditorLogic::Instance()->Restore({plan.targetId, plan.targetRevision, draft.content, origin});
-    }
 }
 
 bool DraftController::Keeps(const QString& appId)

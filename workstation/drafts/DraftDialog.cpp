@@ -34,12 +34,10 @@ WbPushButton* Button(const char* objectName, const QString& text, int type, QWid
 
 QString BaseText(const RpaDraft& draft, const DraftPlan& plan)
 {
-    if (plan.base == DraftPlan::Base::None) {
+    if (plan.base == DraftPlan::Base::None)
         return QStringLiteral("尚未保存过的版本");
-    }
-    if (plan.base == DraftPlan::Base::Gone) {
+    if (plan.base == DraftPlan::Base::Gone)
         return QStringLiteral("已被删除的版本（修订 %1）").arg(draft.baseRevision);
-    }
     return QStringLiteral("%1（修订 %2）").arg(plan.versionName, QString::number(plan.baseRevision));
 }
 
@@ -138,9 +136,8 @@ void DraftDialog::SlotDiscard()
     const int answer = PackagedMsgBox::warn(QStringLiteral("确定要丢弃这份草稿吗？丢弃后无法找回。"), this,
                                             QMessageBox::Yes | QMessageBox::No, true, nullptr,
                                             {{QMessageBox::Yes, QStringLiteral("丢弃")}});
-    if (self && answer == QMessageBox::Yes) {
+    if (self && answer == QMessageBox::Yes)
         Choose(Choice::Discard);
-    }
 }
 
 void DraftDialog::Choose(Choice chosen)

@@ -24,12 +24,10 @@ const VersionServiceVersion* VersionOf(const RpaDraft& draft, const QVector<Vers
 
 DraftPlan::Base BaseOf(const RpaDraft& draft, const VersionServiceVersion* version)
 {
-    if (!version) {
+    if (!version)
         return draft.versionId.isEmpty() ? DraftPlan::Base::None : DraftPlan::Base::Gone;
-    }
-    if (version->state != AppSnapshotDevelop) {
+    if (version->state != AppSnapshotDevelop)
         return DraftPlan::Base::Released;
-    }
     const bool isBase = version->revision == draft.baseRevision;
     return isBase || IsOwnSave(draft, *version) ? DraftPlan::Base::Current : DraftPlan::Base::Newer;
 }
@@ -53,9 +51,8 @@ DraftPlan DraftPlan::For(const RpaDraft& draft, const QVector<VersionServiceVers
     const auto develop =
         std::find_if(versions.begin(), versions.end(),
                      [](const VersionServiceVersion& other) { return other.state == AppSnapshotDevelop; });
-    if (develop == versions.end()) {
+    if (develop == versions.end())
         return plan; // the editor opens none of the others by itself
-    }
     plan.targetId = version ? version->id : develop->id;
     plan.targetRevision = version ? plan.baseRevision : 0;
     return plan;

@@ -16,18 +16,16 @@ CloseGuard::CloseGuard(SaveLedger* saves, QObject* parent) : QObject(parent), le
 {
     patience.setSingleShot(true);
     connect(ledger, &SaveLedger::SigIdle, this, [this] {
-        if (state == State::Waiting) {
+        if (state == State::Waiting)
             Finish();
-        }
     });
     connect(&patience, &QTimer::timeout, this, &CloseGuard::Finish);
 }
 
 void CloseGuard::RequestClose()
 {
-    if (state != State::Open) {
+    if (state != State::Open)
         return;
-    }
     state = State::Asking;
     if (!RpaGlobalLifeCycle::Instance()->BeforeClose()) {
         state = State::Open;

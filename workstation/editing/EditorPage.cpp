@@ -54,14 +54,12 @@ void EditorPage::Open(const AppRecord& record)
     layout->insertWidget(0, editor, 1);
     new PaneFolder(editor); // the editor owns them
     constexpr int pageMargin = 28;
-    if (auto* pages = editor->findChild<QStackedWidget*>(QStringLiteral("stackedWidgetTop"))) {
+    if (auto* pages = editor->findChild<QStackedWidget*>(QStringLiteral("stackedWidgetTop")))
         new PopOutRoom(pages, pageMargin);
-    }
     editor->show();
     editor->setFocus();
-    if (auto* params = editor->findChild<IAppParamWidget*>()) {
+    if (auto* params = editor->findChild<IAppParamWidget*>())
         connect(params, &IAppParamWidget::SigDemanded, this, &EditorPage::SlotDemanded);
-    }
     emit SigOpened(editor);
     editor->SetExecuteInfo(LaunchInfo(app));
 }
@@ -70,25 +68,21 @@ void EditorPage::Open(const AppRecord& record)
 void EditorPage::SlotDemanded()
 {
     auto* const designPage = editor->findChild<WbIconButtonWidget*>(QStringLiteral("pushButtonUI"));
-    if (designPage && !designPage->bSelected) {
+    if (designPage && !designPage->bSelected)
         emit designPage->SigClicked();
-    }
 }
 
 bool EditorPage::Leave()
 {
-    if (asking) {
+    if (asking)
         return false;
-    }
-    if (!editor) {
+    if (!editor)
         return true;
-    }
     asking = true;
     const BeforeCloseResult answer = editor->BeforeClose();
     asking = false;
-    if (answer == BeforeCloseResult::Refused) {
+    if (answer == BeforeCloseResult::Refused)
         return false;
-    }
     Discard();
     return true;
 }
@@ -97,9 +91,8 @@ void EditorPage::Discard()
 {
     // Deleted at once: an editor that is merely hidden would go on hearing the answers meant for the next
     // one.
-    if (!editor) {
+    if (!editor)
         return;
-    }
     delete editor;
     editor = nullptr;
     results->Forget();
@@ -112,7 +105,6 @@ void EditorPage::Discard()
 void EditorPage::SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer)
 {
     const auto choices = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    if (editor && parent == editor && buttons == choices && answer == QMessageBox::No) {
+    if (editor && parent == editor && buttons == choices && answer == QMessageBox::No)
         emit SigGivenUp();
-    }
 }

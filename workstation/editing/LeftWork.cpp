@@ -31,9 +31,8 @@ void LeftWork::Leave(const AppRecord& app)
 {
     names.insert(app.id, app.name);
     QStringList acts;
-    for (const VersionAct& act : RpaEditorLogic::Instance()->GetActsUnderWay(app.id)) {
+    for (const VersionAct& act : RpaEditorLogic::Instance()->GetActsUnderWay(app.id))
         acts.append(Describe(act));
-    }
     if (!acts.isEmpty()) {
         WbToast::Show(QStringLiteral("离开应用“%1”时还没有结果：%2。重新打开该应用可以看到结果")
                           .arg(app.name, acts.join(QStringLiteral("、"))),

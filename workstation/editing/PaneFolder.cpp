@@ -26,25 +26,22 @@ QAbstractButton* IfOffered(QAbstractButton* button, const QWidget* pane)
 PaneFolder::PaneFolder(QWidget* shownEditor) : QObject(shownEditor), editor(shownEditor)
 {
     editor->installEventFilter(this);
-    if (auto* unfold = ButtonOf(editor, "pushButtonUnfold")) {
+    if (auto* unfold = ButtonOf(editor, "pushButtonUnfold"))
         connect(unfold, &QAbstractButton::clicked, this, [this] { folded = folded && working; });
-    }
 }
 
 bool PaneFolder::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize) {
+    if (event->type() == QEvent::Resize)
         Arrange(static_cast<QResizeEvent*>(event)->size().width());
-    }
     return QObject::eventFilter(watched, event);
 }
 
 void PaneFolder::Arrange(int width)
 {
     const bool isNarrow = width < DpiTool::ScaleDefault(roomyWidth);
-    if (isNarrow == narrow || working) {
+    if (isNarrow == narrow || working)
         return;
-    }
     const QScopedValueRollback<bool> guard(working, true);
     narrow = isNarrow;
     if (narrow && FoldButton()) {
@@ -52,9 +49,8 @@ void PaneFolder::Arrange(int width)
         folded = true;
     } else if (!narrow && folded) {
         folded = false;
-        if (UnfoldButton()) {
+        if (UnfoldButton())
             UnfoldButton()->click();
-        }
     }
 }
 

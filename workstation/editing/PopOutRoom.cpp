@@ -32,27 +32,23 @@ bool PopOutRoom::eventFilter(QObject* watched, QEvent* event)
     default:
         return false;
     }
-    if (auto* const window = qobject_cast<IBrowserBorderWindow*>(watched)) {
+    if (auto* const window = qobject_cast<IBrowserBorderWindow*>(watched))
         browser = window;
-    }
-    if (browser && (watched == browser || watched == pages || watched == pages->window())) {
+    if (browser && (watched == browser || watched == pages || watched == pages->window()))
         Arrange();
-    }
     return false;
 }
 
 int PopOutRoom::NeededRoom() const
 {
-    if (!browser || !browser->isVisible() || !pages->isVisible()) {
+    if (!browser || !browser->isVisible() || !pages->isVisible())
         return 0;
-    }
     const QRect own(pages->mapToGlobal(QPoint()), pages->size());
     const QRect covered = own & browser->geometry();
     const bool atEdge = !covered.isEmpty() && covered.right() >= own.right() - DpiTool::ScaleDefault(edge);
     const int room = atEdge ? own.right() + 1 - covered.left() : 0;
-    if (room == 0 || own.width() - room < DpiTool::ScaleDefault(leastPages)) {
+    if (room == 0 || own.width() - room < DpiTool::ScaleDefault(leastPages))
         return 0;
-    }
     return qMax(0, room + DpiTool::ScaleDefault(gap) - free);
 }
 

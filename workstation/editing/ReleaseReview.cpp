@@ -45,10 +45,9 @@ ReleaseReview::~ReleaseReview()
 // Others that are read meanwhile do not stay.
 RpaAppData* ReleaseReview::GetApp() const
 {
-    for (int index = apps.size() - 1; index >= 0; --index) {
+    for (int index = apps.size() - 1; index >= 0; --index)
         if (apps.at(index))
             return apps.at(index);
-    }
     return nullptr;
 }
 

@@ -108,10 +108,9 @@ void AddPasswords(QVector<TakenAlong>& all, const RpaAppData& app, const RpaProc
 
 bool RunsProcess(const RpaUIData& page, const QString& process)
 {
-    for (int tool = 0; tool < page.GetToolData()->GetCount(); ++tool) {
+    for (int tool = 0; tool < page.GetToolData()->GetCount(); ++tool)
         if (page.GetToolData()->GetItem(tool).processName == process)
             return true;
-    }
     return false;
 }
 

@@ -49,9 +49,8 @@ WheelFolderRow::WheelFolderRow(const QString& folder, QWidget* parent)
 QString WheelFolderRow::Problem(const QString& text)
 {
     const QFileInfo place(text);
-    if (text.isEmpty() || (place.isAbsolute() && place.isDir())) {
+    if (text.isEmpty() || (place.isAbsolute() && place.isDir()))
         return {};
-    }
     if (place.isRelative()) {
         return QStringLiteral("请输入文件夹的完整路径，例如 %1")
             .arg(QDir::toNativeSeparators(QDir::home().filePath(QStringLiteral("wheels"))));

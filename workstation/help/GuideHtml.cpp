@@ -30,9 +30,8 @@ QString TableRow(const QString& line, bool isHead)
 {
     const QString tag = isHead ? QStringLiteral("th") : QStringLiteral("td");
     QString row;
-    for (const QString& cell : line.mid(1, line.size() - 2).split(QLatin1Char('|'))) {
+    for (const QString& cell : line.mid(1, line.size() - 2).split(QLatin1Char('|')))
         row += QStringLiteral("<%1 align=\"left\">%2</%1>").arg(tag, Inline(cell.trimmed()));
-    }
     return QStringLiteral("<tr>%1</tr>").arg(row);
 }
 
@@ -40,12 +39,10 @@ QString TableRow(const QString& line, bool isHead)
 QString BlockOf(const QString& line)
 {
     static const QRegularExpression number(QStringLiteral("^\\d+\\. "));
-    if (line.startsWith(QLatin1Char('|'))) {
+    if (line.startsWith(QLatin1Char('|')))
         return QStringLiteral("table");
-    }
-    if (line.startsWith(QLatin1String("- "))) {
+    if (line.startsWith(QLatin1String("- ")))
         return QStringLiteral("ul");
-    }
     return number.match(line).hasMatch() ? QStringLiteral("ol") : QString();
 }
 
@@ -58,17 +55,15 @@ QString Opening(const QString& block)
 
 QString Line(const QString& line, const QString& block, bool isFirst)
 {
-    if (block == QLatin1String("table")) {
+    if (block == QLatin1String("table"))
         return line.startsWith(QLatin1String("|-")) ? QString() : TableRow(line, isFirst);
-    }
     if (!block.isEmpty()) {
         // The item's mark looks like its first letter, which is not to be that of a link.
         return QStringLiteral("<li>&#8203;%1</li>").arg(Inline(line.section(QLatin1Char(' '), 1)));
     }
     int level = 0;
-    while (level < line.size() && line.at(level) == QLatin1Char('#')) {
+    while (level < line.size() && line.at(level) == QLatin1Char('#'))
         ++level;
-    }
     const QString tag = level > 0 ? QStringLiteral("h%1").arg(level) : QStringLiteral("p");
     return QStringLiteral("<%1>%2</%1>").arg(tag, Inline(line.mid(level).trimmed()));
 }
@@ -86,9 +81,8 @@ QString GuideHtml::Of(const QString& markdown)
             html += block.isEmpty() ? QString() : Opening(block);
             open = block;
         }
-        if (!line.trimmed().isEmpty()) {
+        if (!line.trimmed().isEmpty())
             html += Line(line, block, isFirst);
-        }
     }
     return html + (open.isEmpty() ? QString() : QStringLiteral("</%1>").arg(open));
 }

@@ -9,17 +9,14 @@ GuidePage Read(const QString& name)
     GuidePage page;
     page.file = name;
     QFile file(QStringLiteral(":/guide/") + name);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly))
         return page;
-    }
     const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    for (const QString& line : lines) {
-        if (line.startsWith(QLatin1String("# "))) {
+    for (const QString& line : lines)
+        if (line.startsWith(QLatin1String("# ")))
             page.title = line.mid(2).trimmed();
-        } else if (line.startsWith(QLatin1String("## "))) {
+        else if (line.startsWith(QLatin1String("## ")))
             page.headings << line.mid(3).trimmed();
-        }
-    }
     return page;
 }
 } // namespace

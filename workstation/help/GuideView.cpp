@@ -47,23 +47,19 @@ void GuideView::setSource(const QUrl& name)
 QVariant GuideView::loadResource(int type, const QUrl& name)
 {
     const QVariant loaded = QTextBrowser::loadResource(type, name);
-    if (type == QTextDocument::HtmlResource) {
+    if (type == QTextDocument::HtmlResource)
         return GuideHtml::Of(QString::fromUtf8(loaded.toByteArray()));
-    }
-    if (type != QTextDocument::ImageResource) {
+    if (type != QTextDocument::ImageResource)
         return loaded;
-    }
     QImage image = loaded.type() == QVariant::ByteArray ? QImage::fromData(loaded.toByteArray())
                                                         : loaded.value<QImage>();
     const int room = viewport()->width() - 2 * pageMargin;
-    if (image.isNull() || room <= 0) {
+    if (image.isNull() || room <= 0)
         return loaded;
-    }
     const qreal ratio = devicePixelRatioF();
     const int width = qMin(image.width(), qRound(room * ratio));
-    if (width < image.width()) {
+    if (width < image.width())
         image = image.scaledToWidth(width, Qt::SmoothTransformation);
-    }
     image.setDevicePixelRatio(qMax(ratio, qreal(1)));
     return image;
 }
@@ -71,9 +67,8 @@ QVariant GuideView::loadResource(int type, const QUrl& name)
 void GuideView::resizeEvent(QResizeEvent* event)
 {
     QTextBrowser::resizeEvent(event);
-    if (viewport()->width() == shownWidth || source().isEmpty()) {
+    if (viewport()->width() == shownWidth || source().isEmpty())
         return;
-    }
     shownWidth = viewport()->width();
     const int place = verticalScrollBar()->value();
     reload();

@@ -97,9 +97,8 @@ void GuideWindow::FillContents()
     for (const GuidePage& page : GuidePages::All()) {
         auto* item = new QTreeWidgetItem(contents, {page.title});
         add(item, page.file, QString());
-        for (const QString& heading : page.headings) {
+        for (const QString& heading : page.headings)
             add(new QTreeWidgetItem(item), page.file, heading);
-        }
     }
     contents->expandAll();
 }
@@ -123,35 +122,29 @@ void GuideWindow::ShowChosen()
 void GuideWindow::MarkPage()
 {
     const QTreeWidgetItem* const current = contents->currentItem();
-    if (current && current->data(0, pageRole).toString() == view->GetPage()) {
+    if (current && current->data(0, pageRole).toString() == view->GetPage())
         return;
-    }
     const QSignalBlocker quiet(contents);
-    for (int i = 0; i < contents->topLevelItemCount(); ++i) {
-        if (contents->topLevelItem(i)->data(0, pageRole).toString() == view->GetPage()) {
+    for (int i = 0; i < contents->topLevelItemCount(); ++i)
+        if (contents->topLevelItem(i)->data(0, pageRole).toString() == view->GetPage())
             contents->setCurrentItem(contents->topLevelItem(i));
-        }
-    }
 }
 
 bool GuideWindow::FindOn(int page, bool fromTop)
 {
     const QString file = GuidePages::All().at(page).file;
-    if (file != view->GetPage()) {
+    if (file != view->GetPage())
         view->setSource(QUrl(GuidePages::FolderAddress() + file));
-    }
-    if (fromTop) {
+    if (fromTop)
         view->moveCursor(QTextCursor::Start);
-    }
     return view->find(editSearch->text().trimmed());
 }
 
 // From where the reader is through all pages, and back to the beginning.
 void GuideWindow::FindNext()
 {
-    if (editSearch->text().trimmed().isEmpty()) {
+    if (editSearch->text().trimmed().isEmpty())
         return;
-    }
     const auto& pages = GuidePages::All();
     const QString before = view->GetPage();
     const auto found = std::find_if(pages.begin(), pages.end(),

@@ -64,11 +64,9 @@ bool TipController::eventFilter(QObject*, QEvent* event)
 
 void TipController::FollowEditor(QWidget* editor)
 {
-    for (const char* name : editorParts) {
-        if (auto* part = editor->findChild<QWidget*>(QLatin1String(name))) {
+    for (const char* name : editorParts)
+        if (auto* part = editor->findChild<QWidget*>(QLatin1String(name)))
             part->installEventFilter(this);
-        }
-    }
 }
 
 QString TipController::FindPlace() const
@@ -76,9 +74,8 @@ QString TipController::FindPlace() const
     const QWidget* const page = window->CurrentPage();
     for (const char* name : editorParts) {
         const auto* part = page == editing ? page->findChild<QWidget*>(QLatin1String(name)) : nullptr;
-        if (part && part->isVisible()) {
+        if (part && part->isVisible())
             return part->objectName();
-        }
     }
     return page ? page->objectName() : QString();
 }

@@ -14,11 +14,9 @@ namespace
 QWidget* PlaceOf(const QAction& action, bool visibleOnly)
 {
     const QWidgetList places = action.associatedWidgets();
-    for (QWidget* place : places) {
-        if (!qobject_cast<QMenu*>(place) && (!visibleOnly || place->isVisible())) {
+    for (QWidget* place : places)
+        if (!qobject_cast<QMenu*>(place) && (!visibleOnly || place->isVisible()))
             return place;
-        }
-    }
     return nullptr;
 }
 
@@ -30,9 +28,8 @@ QString PlainText(const QAction& action)
 
 QString ReasonOf(const QAction& action)
 {
-    if (action.isEnabled()) {
+    if (action.isEnabled())
         return QString();
-    }
     const QString own = action.property("whyNot").toString();
     return own.isEmpty() ? QStringLiteral("现在不可用") : own;
 }
@@ -54,9 +51,8 @@ ActEntry OfAction(QAction& action)
     const QPointer<QAction> chosen(&action);
     return {QStringLiteral("这一页"), PlainText(action), KeyTable::KeyText(action.shortcut()),
             ReasonOf(action), [chosen] {
-                if (chosen) {
+                if (chosen)
                     chosen->trigger();
-                }
             }};
 }
 } // namespace
@@ -65,9 +61,8 @@ QVector<ActEntry> ActEntries::Of(const KeyActs& acts, const QWidget& page, bool 
 {
     QVector<ActEntry> entries = OfTable(acts);
     QSet<QString> listed;
-    for (const ActEntry& entry : qAsConst(entries)) {
+    for (const ActEntry& entry : qAsConst(entries))
         listed.insert(entry.text);
-    }
     const auto actions = page.findChildren<QAction*>();
     for (QAction* action : actions) {
         const QString text = PlainText(*action);

@@ -96,9 +96,8 @@ void ActPalette::Fill()
     for (const ActEntry& entry : entries) {
         auto* item = new QTreeWidgetItem(list, {entry.text, entry.key, entry.reason});
         item->setToolTip(ReasonColumn, entry.reason);
-        for (int column = 0; column < ColumnCount && !entry.reason.isEmpty(); ++column) {
+        for (int column = 0; column < ColumnCount && !entry.reason.isEmpty(); ++column)
             item->setForeground(column, faint);
-        }
     }
     Search(QString());
 }
@@ -137,9 +136,8 @@ void ActPalette::ShowReason()
 void ActPalette::Choose()
 {
     QTreeWidgetItem* const item = list->currentItem();
-    if (!item) {
+    if (!item)
         return;
-    }
     const int index = list->indexOfTopLevelItem(item);
     if (entries.at(index).reason.isEmpty()) {
         accept();
@@ -152,9 +150,8 @@ void ActPalette::MoveBy(int rows)
     QTreeWidgetItem* item = list->currentItem();
     while (item && rows != 0) {
         QTreeWidgetItem* const next = rows > 0 ? list->itemBelow(item) : list->itemAbove(item);
-        if (!next) {
+        if (!next)
             break;
-        }
         item = next;
         rows += rows > 0 ? -1 : 1;
     }
@@ -163,9 +160,8 @@ void ActPalette::MoveBy(int rows)
 
 bool ActPalette::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != search || event->type() != QEvent::KeyPress) {
+    if (watched != search || event->type() != QEvent::KeyPress)
         return WbBaseDialog::eventFilter(watched, event);
-    }
     constexpr int pageRows = 8;
     switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Down:

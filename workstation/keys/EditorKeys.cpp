@@ -23,13 +23,11 @@ constexpr int pageCount = 3;
 void FinishField()
 {
     const QPointer<QWidget> field = QApplication::focusWidget();
-    if (!field) {
+    if (!field)
         return;
-    }
     field->clearFocus();
-    if (field && field->isVisible() && !QApplication::focusWidget()) {
+    if (field && field->isVisible() && !QApplication::focusWidget())
         field->setFocus(Qt::OtherFocusReason);
-    }
 }
 
 // The keyboard goes along to what is shown now, to its main part where there is one.
@@ -45,9 +43,8 @@ void TakeFocus(QWidget* page)
         }
     }
     QWidget* const focus = QApplication::focusWidget();
-    if (focus && focus->isVisible() && page->isAncestorOf(focus)) {
+    if (focus && focus->isVisible() && page->isAncestorOf(focus))
         return;
-    }
     for (QWidget* next = page->nextInFocusChain(); next != page; next = next->nextInFocusChain()) {
         const bool takes = next->focusPolicy() & Qt::TabFocus;
         if (takes && next->isVisible() && next->isEnabled() && page->isAncestorOf(next)) {
@@ -70,9 +67,8 @@ void EditorKeys::BindPages(KeyActs* acts) const
 {
     const auto open = [this] { return WhyNotOpen(); };
     const KeyAct shows[] = {KeyAct::PageUI, KeyAct::PageProcess, KeyAct::PageUsage};
-    for (int index = 0; index < pageCount; ++index) {
+    for (int index = 0; index < pageCount; ++index)
         acts->Bind(shows[index], open, [this, index] { ShowPage(index); });
-    }
     acts->Bind(KeyAct::PageNext, open, [this] { ShowPage((CurrentPage() + 1) % pageCount); });
     acts->Bind(KeyAct::PagePrevious, open, [this] { ShowPage((CurrentPage() + pageCount - 1) % pageCount); });
 }
@@ -151,13 +147,11 @@ QString EditorKeys::WhyNotOpen() const
 QString EditorKeys::WhyNotPress(const char* name, const QString& whyHidden) const
 {
     const QString closed = WhyNotOpen();
-    if (!closed.isEmpty()) {
+    if (!closed.isEmpty())
         return closed;
-    }
     const auto* button = editor->findChild<QAbstractButton*>(QLatin1String(name));
-    if (!button->isVisible()) {
+    if (!button->isVisible())
         return whyHidden;
-    }
     return button->isEnabled() ? QString() : QStringLiteral("现在不可用");
 }
 
@@ -171,9 +165,8 @@ int EditorKeys::CurrentPage() const
 {
     for (int index = 0; index < pageCount; ++index) {
         const auto* button = editor->findChild<WbIconButtonWidget*>(QLatin1String(pageButtons[index]));
-        if (button->bSelected) {
+        if (button->bSelected)
             return index;
-        }
     }
     return 0;
 }
@@ -190,9 +183,8 @@ void EditorKeys::ShowPlace(QWidget* place) const
 {
     for (int index = 0; index < pageCount; ++index) {
         const auto* page = editor->findChild<QWidget*>(QLatin1String(pages[index]));
-        if (place && page->isAncestorOf(place) && CurrentPage() != index) {
+        if (place && page->isAncestorOf(place) && CurrentPage() != index)
             ShowPage(index);
-        }
     }
 }
 
@@ -204,9 +196,8 @@ QAbstractButton* EditorKeys::BrowserButton(const char* name) const
         const auto* browser =
             window->isVisible() ? window->findChild<IBrowserWidget*>(QStringLiteral("browserPane")) : nullptr;
         auto* button = browser ? browser->findChild<QAbstractButton*>(QLatin1String(name)) : nullptr;
-        if (button && button->isVisible()) {
+        if (button && button->isVisible())
             return button;
-        }
     }
     return nullptr;
 }

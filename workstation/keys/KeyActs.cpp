@@ -7,9 +7,8 @@ namespace
 // For an act of another page.
 QString WhereItWorks(KeyPlaces places)
 {
-    if (places.testFlag(KeyPlace::Lists)) {
+    if (places.testFlag(KeyPlace::Lists))
         return QStringLiteral("只能在应用列表中使用");
-    }
     return places.testFlag(KeyPlace::Run) ? QStringLiteral("只能在编辑或运行应用时使用")
                                           : QStringLiteral("只能在编辑应用时使用");
 }
@@ -23,9 +22,8 @@ void KeyActs::Bind(KeyAct act, const Reason& whyNot, const Deed& deed)
 QString KeyActs::WhyNot(KeyAct act) const
 {
     const KeyPlaces places = KeyTable::RowOf(act).places;
-    if (!places.testFlag(GetPlace())) {
+    if (!places.testFlag(GetPlace()))
         return WhereItWorks(places);
-    }
     const auto binding = bindings.find(static_cast<int>(act));
     return binding == bindings.end() ? QStringLiteral("现在不可用") : binding->whyNot();
 }

@@ -133,11 +133,9 @@ const KeyRow& KeyTable::RowOf(KeyAct act)
 
 const KeyRow* KeyTable::Find(const QKeySequence& key, KeyPlace place)
 {
-    for (const KeyRow& row : Rows()) {
-        if (row.places.testFlag(place) && row.keys.contains(key)) {
+    for (const KeyRow& row : Rows())
+        if (row.places.testFlag(place) && row.keys.contains(key))
             return &row;
-        }
-    }
     return nullptr;
 }
 

@@ -26,12 +26,10 @@ Keyboard::~Keyboard() = default;
 KeyPlace Keyboard::FindPlace() const
 {
     const QWidget* const page = window->CurrentPage();
-    if (page == editor) {
+    if (page == editor)
         return KeyPlace::Editor;
-    }
-    if (page == run) {
+    if (page == run)
         return KeyPlace::Run;
-    }
     const bool list = page && page->findChild<QWidget*>(QStringLiteral("tabMine"));
     return list ? KeyPlace::Lists : KeyPlace::Other;
 }

@@ -22,18 +22,16 @@ QVector<ActEntry> CommonKeys()
         {QStringLiteral("当前项的菜单"), QStringLiteral("Shift+F10")},
     };
     QVector<ActEntry> entries;
-    for (const auto& [text, key] : keys) {
+    for (const auto& [text, key] : keys)
         entries.append({group, text, key, QString(), {}});
-    }
     return entries;
 }
 
 QTreeWidgetItem* GroupOf(QTreeWidget* list, const QString& name)
 {
     const auto found = list->findItems(name, Qt::MatchExactly);
-    if (!found.isEmpty()) {
+    if (!found.isEmpty())
         return found.first();
-    }
     auto* group = new QTreeWidgetItem(list, {name});
     QFont font = list->font();
     font.setBold(true);
@@ -57,11 +55,9 @@ KeysDialog::KeysDialog(const QVector<ActEntry>& acts, QWidget* parent)
     list->setHeaderLabels({QStringLiteral("命令"), QStringLiteral("快捷键")});
     list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->setRootIsDecorated(false);
-    for (const ActEntry& entry : acts + CommonKeys()) {
-        if (!entry.key.isEmpty()) {
+    for (const ActEntry& entry : acts + CommonKeys())
+        if (!entry.key.isEmpty())
             new QTreeWidgetItem(GroupOf(list, entry.group), {entry.text, entry.key});
-        }
-    }
     list->expandAll();
     list->setCurrentItem(list->topLevelItem(0));
     auto* layout = new QVBoxLayout(GetContentWidget());

@@ -38,15 +38,13 @@ void PageKeys::BindRuns(KeyActs* acts) const
     acts->Bind(
         KeyAct::Run,
         [tools] {
-            if (!tools()) {
+            if (!tools())
                 return QStringLiteral("应用还没有打开");
-            }
             return tools()->IsBusy() ? QStringLiteral("流程正在运行") : QString();
         },
         [this, tools] {
-            if (!tools()->Run(ShownProcess(*window->CurrentPage()))) {
+            if (!tools()->Run(ShownProcess(*window->CurrentPage())))
                 WbToast::Show(QStringLiteral("界面上还没有选择了流程的工具"), ToastWarning);
-            }
         });
     acts->Bind(
         KeyAct::Stop,
@@ -78,9 +76,8 @@ void PageKeys::BindButton(KeyActs* acts, KeyAct act, const char* name) const
         act,
         [this, name] {
             const QAbstractButton* const button = Button(name);
-            if (!button) {
+            if (!button)
                 return QStringLiteral("不在这一页");
-            }
             return button->isEnabled() ? QString() : QStringLiteral("请等待应用列表读取完成");
         },
         [this, name] { Button(name)->click(); });
@@ -89,11 +86,9 @@ void PageKeys::BindButton(KeyActs* acts, KeyAct act, const char* name) const
 QAbstractButton* PageKeys::Button(const char* name) const
 {
     const auto buttons = window->findChildren<QAbstractButton*>(QLatin1String(name));
-    for (QAbstractButton* button : buttons) {
-        if (button->isVisible()) {
+    for (QAbstractButton* button : buttons)
+        if (button->isVisible())
             return button;
-        }
-    }
     return nullptr;
 }
 

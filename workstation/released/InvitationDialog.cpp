@@ -49,11 +49,10 @@ void InvitationDialog::Load()
     Say(QStringLiteral("正在读取邀请码…"), false);
     client->ListInvitations(app.id, this,
                             [this](const VersionServiceResult<QVector<VersionServiceInvitation>>& result) {
-                                if (result.success) {
+                                if (result.success)
                                     Show(result.value);
-                                } else {
+                                else
                                     Say(result.errorDesc, true);
-                                }
                             });
 }
 
@@ -61,11 +60,9 @@ void InvitationDialog::Show(const QVector<VersionServiceInvitation>& invitations
 {
     ClearRows();
     const QDateTime now = QDateTime::currentDateTimeUtc();
-    for (const VersionServiceInvitation& invitation : invitations) {
-        if (invitation.IsOpen(now)) {
+    for (const VersionServiceInvitation& invitation : invitations)
+        if (invitation.IsOpen(now))
             Rows()->addWidget(CreateRow(invitation));
-        }
-    }
     Say(Rows()->count() == 0 ? QStringLiteral("没有有效的邀请码。灰度之后可在此新建。") : QString(), false);
     Rows()->addStretch();
 }
@@ -113,11 +110,10 @@ void InvitationDialog::SlotCreate()
     client->CreateInvitation(app.id, validDays, mostUses, this,
                              [this](const VersionServiceResult<VersionServiceInvitation>& result) {
                                  buttonCreate->setEnabled(true);
-                                 if (result.success) {
+                                 if (result.success)
                                      Load();
-                                 } else {
+                                 else
                                      Say(result.errorDesc, true);
-                                 }
                              });
 }
 
@@ -125,10 +121,9 @@ void InvitationDialog::SlotRevoke(const QString& invitationId)
 {
     client->RevokeInvitation(invitationId, this,
                              [this](const VersionServiceResult<VersionServiceInvitation>& result) {
-                                 if (result.success) {
+                                 if (result.success)
                                      Load();
-                                 } else {
+                                 else
                                      Say(result.errorDesc, true);
-                                 }
                              });
 }

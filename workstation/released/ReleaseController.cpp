@@ -26,9 +26,8 @@ Words WordsFor(const QString& app, int state, const VersionServiceRelease& prese
     const QString kind = state == grayState ? QStringLiteral("灰度") : QStringLiteral("线上");
     if (!to.versionId.isEmpty()) {
         QString text = QStringLiteral("使用者将改用%1版本“%2”。").arg(kind, to.versionName);
-        if (!present.versionId.isEmpty()) {
+        if (!present.versionId.isEmpty())
             text += QStringLiteral("“%1”不再提供给使用者，之后可以再恢复。").arg(present.versionName);
-        }
         return {QStringLiteral("恢复%1版本").arg(kind), QStringLiteral("恢复"), text,
                 QStringLiteral("“%1”的使用者现在使用“%2”").arg(app, to.versionName)};
     }
@@ -69,11 +68,10 @@ void ReleaseController::Load(ReleaseDialog* dialog)
 {
     client->ListReleases(dialog->GetApp().id, dialog,
                          [dialog](const VersionServiceResult<QVector<VersionServiceRelease>>& result) {
-                             if (result.success) {
+                             if (result.success)
                                  dialog->ShowReleases(result.value);
-                             } else {
+                             else
                                  dialog->ShowProblem(result.errorDesc);
-                             }
                          });
 }
 
@@ -88,22 +86,18 @@ void ReleaseController::Ask(ReleaseDialog* dialog, int state, const VersionServi
                         asking =
                             QPointer<TakeBackDialog>(question)](const VersionServiceResult<QString>& result) {
         const bool isOutdated = result.errorCode == QLatin1String("release-changed");
-        if (result.success) {
+        if (result.success)
             WbToast::Show(words.done, ToastSuccess);
-        } else if (asking && !isOutdated) {
+        else if (asking && !isOutdated)
             asking->ShowProblem(result.errorDesc);
-        } else {
+        else
             WbToast::Show(QStringLiteral("“%1”：%2").arg(app.name, result.errorDesc), ToastError);
-        }
-        if (asking && (result.success || isOutdated)) {
+        if (asking && (result.success || isOutdated))
             asking->accept();
-        }
-        if (list && (result.success || isOutdated)) {
+        if (list && (result.success || isOutdated))
             Load(list);
-        }
-        if (result.success || isOutdated) {
+        if (result.success || isOutdated)
             emit SigChanged();
-        }
     };
     connect(question, &TakeBackDialog::SigConfirmed, this, [this, app, state, present, to, question, ended] {
         client->TakeBack({app.id, state, present.versionId, to.versionId, question->GetReason()}, this,

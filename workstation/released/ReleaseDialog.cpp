@@ -59,19 +59,16 @@ void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& 
     const VersionServiceRelease present = PresentOf(releases, state);
     const QString kind = isOnline ? QStringLiteral("线上") : QStringLiteral("灰度");
     const auto isOfState = [state](const VersionServiceRelease& release) { return release.state == state; };
-    if (std::none_of(releases.cbegin(), releases.cend(), isOfState)) {
+    if (std::none_of(releases.cbegin(), releases.cend(), isOfState))
         return;
-    }
     const QString now = present.versionId.isEmpty()
                             ? QStringLiteral("使用者现在没有%1版本").arg(kind)
                             : QStringLiteral("使用者现在使用“%1”").arg(present.versionName);
     Rows()->addWidget(
         MakeLabel(isOnline ? "labelOnline" : "labelGray", kind + QStringLiteral("：") + now, this));
-    for (const VersionServiceRelease& release : releases) {
-        if (isOfState(release)) {
+    for (const VersionServiceRelease& release : releases)
+        if (isOfState(release))
             Rows()->addWidget(CreateRow(release, present));
-        }
-    }
 }
 
 QWidget* ReleaseDialog::CreateRow(const VersionServiceRelease& release, const VersionServiceRelease& present)
@@ -93,9 +90,8 @@ QWidget* ReleaseDialog::CreateRow(const VersionServiceRelease& release, const Ve
                     ? MakeButton("buttonStop", stop, Wb::DefaultButton, row)
                     : MakeButton("buttonReturn", QStringLiteral("恢复…"), Wb::SecondaryButton, row);
     act->setAccessibleName(act->text() + release.versionName);
-    if (!release.description.isEmpty()) {
+    if (!release.description.isEmpty())
         row->setToolTip(UIUtils::PlainToolTip(release.description));
-    }
     auto* texts = new QVBoxLayout;
     texts->setSpacing(4);
     texts->addWidget(name);

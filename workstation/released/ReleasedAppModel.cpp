@@ -21,9 +21,8 @@ AppRecord RecordOf(const VersionServiceReleasedApp& released)
 void ReleasedAppModel::SetReleasedApps(const QVector<VersionServiceReleasedApp>& apps)
 {
     QVector<AppRecord> cards;
-    for (const VersionServiceReleasedApp& app : apps) {
+    for (const VersionServiceReleasedApp& app : apps)
         cards << RecordOf(app);
-    }
     released = apps;
     SetApps(cards);
 }
@@ -37,9 +36,8 @@ QVariant ReleasedAppModel::data(const QModelIndex& index, int role) const
 {
     if (index.isValid() && index.row() < released.size()) {
         const VersionServiceReleasedApp& app = released.at(index.row());
-        if (role == KindNameRole) {
+        if (role == KindNameRole)
             return AppListModel::data(index, role).toString() + QStringLiteral(" · ") + app.versionName;
-        }
         if (role == Qt::ToolTipRole && !app.description.isEmpty()) {
             // Foreign text: never taken for markup.
             return UIUtils::PlainToolTip(app.app.name + QLatin1Char('\n') + app.description);

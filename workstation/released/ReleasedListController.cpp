@@ -18,15 +18,13 @@ ReleasedListController::~ReleasedListController() = default;
 void ReleasedListController::Refresh()
 {
     // A list that is on the screen stays there until the new one has come.
-    if (model->rowCount() == 0) {
+    if (model->rowCount() == 0)
         page->ShowLoading();
-    }
     const quint64 refresh = ++lastRefresh;
     const auto show = [this,
                        refresh](const VersionServiceResult<QVector<VersionServiceReleasedApp>>& result) {
-        if (refresh != lastRefresh) {
+        if (refresh != lastRefresh)
             return;
-        }
         if (!result.success) {
             page->ShowFailed(result.errorDesc);
             return;
@@ -35,11 +33,10 @@ void ReleasedListController::Refresh()
         page->ShowApps();
         page->SelectApp(std::exchange(selectNext, QString()));
     };
-    if (tab == AppTabs::Online) {
+    if (tab == AppTabs::Online)
         client->ListOnlineApps(this, show);
-    } else {
+    else
         client->ListGrayApps(this, show);
-    }
 }
 
 void ReleasedListController::Redeem(const QString& code)

@@ -28,9 +28,8 @@ ReleasedListPage::ReleasedListPage(AppTabs::Tab tab, ReleasedAppModel* apps, QWi
     layout->setContentsMargins(28, 20, 28, 20);
     layout->setSpacing(16);
     layout->addWidget(head);
-    if (!online) {
+    if (!online)
         layout->addWidget(CreateRedeemRow());
-    }
     layout->addWidget(cards, 1);
     cards->GetDelegate()->SetReadOnly(online ? QStringLiteral("上线于 ") : QStringLiteral("灰度于 "));
     if (online) {

@@ -36,13 +36,11 @@ void AppRunner::SetApp(const RpaAppDataPtr& newApp, IAppParamEngine* paramEngine
 
 void AppRunner::Run(const QString& processName)
 {
-    if (!app || IsRunning() || !waiting.isEmpty()) {
+    if (!app || IsRunning() || !waiting.isEmpty())
         return;
-    }
     // Before its packages: nobody waits for an installation to be told then what to enter.
-    if (params && !params->DemandValues().isEmpty()) {
+    if (params && !params->DemandValues().isEmpty())
         return;
-    }
     waiting = processName;
     SetUpEngine(false);
     const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
@@ -67,33 +65,29 @@ void AppRunner::InstallPackages()
 
 void AppRunner::SlotPackagesReady()
 {
-    if (IPackageService* service = RpaPackageModule::Instance()->GetService()) {
+    if (IPackageService* service = RpaPackageModule::Instance()->GetService())
         disconnect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
-    }
     const QString problem = std::exchange(packageProblem, QString());
     packagesInstalled = problem.isEmpty();
     const QString processName = std::exchange(waiting, QString());
-    if (processName.isEmpty() || !app) {
+    if (processName.isEmpty() || !app)
         return;
-    }
     if (!problem.isEmpty()) {
         emit SigPackagesFailed(processName, problem);
         return;
     }
     const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
-    if (visual && !RpaEngineModule::Instance()->Check(processName)) {
+    if (visual && !RpaEngineModule::Instance()->Check(processName))
         emit SigRefused(QStringLiteral("应用的流程有问题，无法运行，详细信息见运行日志"));
-    } else if (!RpaEngineModule::Instance()->Execute(processName)) {
+    else if (!RpaEngineModule::Instance()->Execute(processName))
         emit SigRefused(QStringLiteral("执行流程失败，原因见运行日志"));
-    }
 }
 
 // Whoever stopped the run knows why there are packages missing.
 void AppRunner::SlotInstallationEnded(const QString& problem)
 {
-    if (!waiting.isEmpty() && !RpaPackageModule::Instance()->GetBuiltIn()->IsCut()) {
+    if (!waiting.isEmpty() && !RpaPackageModule::Instance()->GetBuiltIn()->IsCut())
         packageProblem = problem;
-    }
 }
 
 void AppRunner::Stop(const QString& processName)
@@ -103,19 +97,16 @@ void AppRunner::Stop(const QString& processName)
 
 void AppRunner::Leave()
 {
-    if (!app) {
+    if (!app)
         return;
-    }
     if (IPackageService* service = RpaPackageModule::Instance()->GetService()) {
         // What comes late is about this app, not about the next.
         disconnect(service, &IPackageService::SigInstallFinished, this, &AppRunner::SlotPackagesReady);
     }
-    if (!waiting.isEmpty()) {
+    if (!waiting.isEmpty())
         Stop(std::exchange(waiting, QString()));
-    }
-    if (IsRunning()) {
+    if (IsRunning())
         Stop(running);
-    }
     SetUpEngine(true);
     app.reset();
     browser = nullptr;
@@ -157,7 +148,6 @@ void AppRunner::ProcessTerminate(const QString& processName)
 
 void AppRunner::ProcessFailed(const QString& processName, const QString& error, const QString& trace)
 {
-    if (processName == running) {
+    if (processName == running)
         emit SigFailed(processName, error, trace);
-    }
 }

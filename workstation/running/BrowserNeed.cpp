@@ -16,9 +16,8 @@ bool NeedsBrowser(const RpaProcess& process)
     process.ForEach([&needed](const RpaStatementNode& statement) {
         const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(statement.GetCommand());
         needed = needed || (command && command->pythonTemplate.contains(browserCall));
-        for (const QString& text : statement.GetValues().arguments) {
+        for (const QString& text : statement.GetValues().arguments)
             needed = needed || text.contains(browserCall);
-        }
     });
     return needed;
 }
@@ -27,10 +26,8 @@ bool NeedsBrowser(const RpaProcess& process)
 bool BrowserNeed::Of(const RpaAppData& app)
 {
     const ProcessDataManager* processes = app.GetProcessDataManager();
-    for (int i = 0; i < processes->GetCount(); ++i) {
-        if (NeedsBrowser(*processes->GetProcess(i))) {
+    for (int i = 0; i < processes->GetCount(); ++i)
+        if (NeedsBrowser(*processes->GetProcess(i)))
             return true;
-        }
-    }
     return false;
 }

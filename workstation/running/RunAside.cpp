@@ -68,9 +68,8 @@ void RunAside::ShowApp(const RpaAppData& app)
     Clear();
     const QString instructions = app.GetAppExtendInfo()->GetManual();
     manual->ShowText(instructions);
-    if (BrowserNeed::Of(app)) {
+    if (BrowserNeed::Of(app))
         MakeBrowser();
-    }
     const bool isTold = SaysSomething(instructions);
     caption->setVisible(!browser);
     tabs->setVisible(browser && isTold);
@@ -103,7 +102,6 @@ IBrowserEngine* RunAside::GetBrowserEngine() const
 
 void RunAside::ShowBrowser()
 {
-    if (browser) {
+    if (browser)
         tabs->setCurrentIndex(BrowserSide);
-    }
 }

@@ -133,9 +133,8 @@ QWidget* RunPage::CreateAppSide(QWidget* parent)
     layout->addWidget(table, 1);
     layout->addStretch(); // counts while there is no table
     log = IAppLogWidget::CreateDevelopLog(side);
-    if (auto* manager = RpaEngineModule::Instance()->GetLogManager()) {
+    if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
         log->SetLogDataSource(manager->GetLogDataSource());
-    }
     side->addWidget(page);
     side->addWidget(log);
     side->setStretchFactor(0, 3);
@@ -160,9 +159,8 @@ void RunPage::Load()
     const quint64 number = ++opened;
     client->GetVersionData(
         released.versionId, this, [this, number](const VersionServiceResult<QByteArray>& result) {
-            if (number != opened) {
+            if (number != opened)
                 return;
-            }
             if (!result.success) {
                 problem = result.errorDesc;
                 status->SetErrorMsg(problem);
@@ -178,9 +176,8 @@ void RunPage::Load()
 bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& json)
 {
     const auto read = RpaAppDataPtr::create();
-    if (!read->Parse(json)) {
+    if (!read->Parse(json))
         return false;
-    }
     released = shown;
     // As the server names it, whatever the content says.
     read->GetAppExtendInfo()->SetAppKind(released.app.kind);
@@ -197,18 +194,15 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
     app->GetUIDataManager()->GetAllUIName(names);
     {
         const QSignalBlocker quiet(tabs);
-        while (tabs->count() > 0) {
+        while (tabs->count() > 0)
             tabs->removeTab(0);
-        }
-        for (const QString& name : names) {
+        for (const QString& name : names)
             tabs->addTab(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
-        }
     }
     tabs->setVisible(names.size() > 1);
     ShowUIPage(0);
-    if (auto* manager = RpaEngineModule::Instance()->GetLogManager()) {
+    if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
         manager->GetLogDataSource()->Initialize(); // what the app before wrote is not this one's
-    }
     status->SetStatus(RequestStatus::Succeeded);
     return true;
 }
@@ -216,9 +210,8 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
 void RunPage::ShowUIPage(int index)
 {
     RpaUIData* const page = app ? app->GetUIDataManager()->GetUIData(index) : nullptr;
-    if (page) {
+    if (page)
         app->GetUIDataManager()->SetIndexActive(index);
-    }
     tools->SetToolData(page ? page->GetToolData() : nullptr);
     labelNoTools->setVisible(page && page->GetToolData()->GetCount() == 0);
     params->SetParamData(page ? page->GetParamData() : nullptr);
@@ -273,10 +266,9 @@ void RunPage::SlotPackagesFailed(const QString& processName, const QString& reas
     problem = QStringLiteral("没有运行，扩展包没有装好：%1").arg(reason);
     QStringList packages;
     const QVector<PackageState> states = RpaPackageModule::Instance()->GetBuiltIn()->GetStates();
-    for (const PackageState& state : states) {
+    for (const PackageState& state : states)
         if (state.status != PackageState::Installed)
             packages << QStringLiteral("%1 %2：%3").arg(state.name, state.version, state.problem);
-    }
     details = packages.join(QLatin1Char('\n'));
     notice->Tell(problem, QStringLiteral("重新安装并运行"), details);
 }

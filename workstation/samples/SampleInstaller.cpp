@@ -56,9 +56,8 @@ QVector<SampleApp> SampleInstaller::ReadSamples()
         SampleApp app;
         app.name = json.value(QStringLiteral("name")).toString();
         app.kind = json.value(QStringLiteral("kind")).toInt();
-        for (const QJsonValue& version : json.value(QStringLiteral("versions")).toArray()) {
+        for (const QJsonValue& version : json.value(QStringLiteral("versions")).toArray())
             app.versions << ReadVersion(version.toObject());
-        }
         samples << app;
     }
     return samples;
@@ -66,9 +65,8 @@ QVector<SampleApp> SampleInstaller::ReadSamples()
 
 void SampleInstaller::Start()
 {
-    if (running) {
+    if (running)
         return;
-    }
     running = true;
     client->ListApps(QString(), this, [this](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
         if (!result.success || !result.value.isEmpty()) {
@@ -142,9 +140,8 @@ void SampleInstaller::ReleaseNext()
 void SampleInstaller::OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest> request,
                                    QSharedPointer<IHttpResponse> response)
 {
-    if (!running || request->GetIdentity() != identity) {
+    if (!running || request->GetIdentity() != identity)
         return;
-    }
     if (!response->IsSuccess()) {
         Finish(false);
         return;

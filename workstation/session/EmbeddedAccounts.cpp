@@ -48,9 +48,8 @@ QByteArray EmbeddedHandshake(const QVector<EmbeddedAccount>& accounts)
 {
     QJsonObject line = accounts.isEmpty() ? QJsonObject() : WithToken(accounts.first());
     QJsonArray others;
-    for (int i = 1; i < accounts.size(); ++i) {
+    for (int i = 1; i < accounts.size(); ++i)
         others.append(WithToken(accounts.at(i)));
-    }
     line.insert(QStringLiteral("others"), others);
     return QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
 }

@@ -54,9 +54,8 @@ EmbeddedServer::~EmbeddedServer()
 
 void EmbeddedServer::Start()
 {
-    if (state == State::Starting || state == State::Ready) {
+    if (state == State::Starting || state == State::Ready)
         return;
-    }
     deaths = 0;
     Launch();
 }
@@ -84,9 +83,8 @@ void EmbeddedServer::Stop()
     restartTimer.stop();
     calmTimer.stop();
     SetState(State::Stopped);
-    if (process.state() == QProcess::NotRunning) {
+    if (process.state() == QProcess::NotRunning)
         return;
-    }
     process.closeWriteChannel();
     if (!process.waitForFinished(int(std::chrono::milliseconds(stopWithin).count()))) {
         process.kill();
@@ -107,9 +105,8 @@ void EmbeddedServer::SlotReadReadyLine()
         return;
     }
     process.setReadChannel(QProcess::StandardOutput);
-    if (!process.canReadLine() && process.bytesAvailable() < longestReadyLine) {
+    if (!process.canReadLine() && process.bytesAvailable() < longestReadyLine)
         return;
-    }
     address = AddressIn(process.readLine(longestReadyLine));
     readyTimer.stop();
     if (address.isEmpty()) {
@@ -135,9 +132,8 @@ void EmbeddedServer::SlotFinished()
 {
     readyTimer.stop();
     calmTimer.stop();
-    if (state == State::Starting || state == State::Ready) {
+    if (state == State::Starting || state == State::Ready)
         Died(problem.isEmpty() ? QStringLiteral("版本服务意外停止") : problem);
-    }
 }
 
 void EmbeddedServer::Died(const QString& reason)
@@ -154,9 +150,8 @@ void EmbeddedServer::Died(const QString& reason)
 
 void EmbeddedServer::SetState(State value)
 {
-    if (value != State::Ready) {
+    if (value != State::Ready)
         address.clear();
-    }
     if (state != value) {
         state = value;
         emit SigStateChanged(value);

@@ -45,9 +45,8 @@ bool SecretStore::Write(const QByteArray& secret)
 QByteArray SecretStore::Read() const
 {
     QFile source(file);
-    if (!SecretSeal::IsPrivate(file) || source.size() > longestFile || !source.open(QIODevice::ReadOnly)) {
+    if (!SecretSeal::IsPrivate(file) || source.size() > longestFile || !source.open(QIODevice::ReadOnly))
         return {};
-    }
     return Unframed(SecretSeal::Unseal(source.read(longestFile)));
 }
 

@@ -45,9 +45,8 @@ QByteArray Session::HandshakeOfNewServer()
 void Session::UseEmbedded()
 {
     checkTimer.stop();
-    if (!embedded) {
+    if (!embedded)
         Service()->AwaitAnother();
-    }
     resuming = false;
     embedded = true;
     SetServer(ServerState::Connecting, QString());
@@ -70,26 +69,23 @@ void Session::Resume()
 {
     const QByteArray token = IsSignedIn() ? QByteArray() : kept.GetToken(remoteAddress);
     resuming = !token.isEmpty();
-    if (resuming) {
+    if (resuming)
         Service()->SetToken(token);
-    }
 }
 
 void Session::Retry()
 {
-    if (embedded) {
+    if (embedded)
         UseEmbedded();
-    } else {
+    else
         UseRemote(remoteAddress);
-    }
 }
 
 void Session::End()
 {
     checkTimer.stop();
-    if (!staying) {
+    if (!staying)
         EndOnServer();
-    }
     ForgetUser();
     server.Stop();
 }
@@ -97,36 +93,31 @@ void Session::End()
 QStringList Session::GetEmbeddedNames() const
 {
     QStringList names;
-    for (const EmbeddedAccount& account : accounts) {
+    for (const EmbeddedAccount& account : accounts)
         names << account.name;
-    }
     return names;
 }
 
 int Session::GetEmbeddedIndex() const
 {
-    for (int i = 0; embedded && i < accounts.size(); ++i) {
-        if (accounts.at(i).pin == pin) {
+    for (int i = 0; embedded && i < accounts.size(); ++i)
+        if (accounts.at(i).pin == pin)
             return i;
-        }
-    }
     return -1;
 }
 
 void Session::EnterEmbedded(int index)
 {
-    if (!embedded || serverState != ServerState::Connected || index < 0 || index >= accounts.size()) {
+    if (!embedded || serverState != ServerState::Connected || index < 0 || index >= accounts.size())
         return;
-    }
     const EmbeddedAccount& account = accounts.at(index);
     SetIdentity(account.pin, account.name, account.venderId, account.token.toLatin1());
 }
 
 void Session::SlotEmbeddedState(EmbeddedServer::State state)
 {
-    if (!embedded) {
+    if (!embedded)
         return;
-    }
     switch (state) {
     case EmbeddedServer::State::Ready: {
         const int index = GetEmbeddedIndex();
@@ -170,23 +161,20 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
 {
     const QUrl asked = remoteAddress;
     const auto enter = [this, asked, stay](const VersionServiceResult<VersionServiceSession>& result) {
-        if (embedded || asked != remoteAddress) {
+        if (embedded || asked != remoteAddress)
             return; // no other server may see this token
-        }
         if (!result.success) {
             emit SigRefused(result.errorDesc);
             return;
         }
         resuming = false;
         staying = stay && kept.Keep(remoteAddress, result.value.token);
-        if (!staying) {
+        if (!staying)
             kept.Forget(); // somebody else's, or from before
-        }
         const VersionServiceAccount& who = result.value.account;
         SetIdentity(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
-        if (stay && !staying) {
+        if (stay && !staying)
             emit SigNotKept();
-        }
     };
     client->SignIn(account, password, stay, this, enter);
 }
@@ -204,16 +192,14 @@ void Session::SignOut()
 // The embedded server's tokens live as long as the workstation; a remote session is ended where it lives.
 void Session::EndOnServer()
 {
-    if (IsSignedIn() && !embedded) {
+    if (IsSignedIn() && !embedded)
         client->SignOut(nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
-    }
 }
 
 void Session::SlotTokenRejected()
 {
-    if (embedded || (!IsSignedIn() && !resuming)) {
+    if (embedded || (!IsSignedIn() && !resuming))
         return;
-    }
     kept.Forget();
     resuming = false;
     staying = false;
@@ -236,16 +222,14 @@ void Session::CheckRemote()
 {
     const QUrl asked = remoteAddress;
     client->GetCurrentSession(this, [this, asked](const VersionServiceResult<VersionServiceSession>& result) {
-        if (embedded || asked != remoteAddress) {
+        if (embedded || asked != remoteAddress)
             return;
-        }
         // A refusal is an answer of the service too: it is there, it only does not know us yet.
         const bool reached = result.success || !result.errorCode.isEmpty();
         const ServerState state = reached ? ServerState::Connected : ServerState::Broken;
         const QString detail = reached ? remoteAddress.toString() : result.errorDesc;
-        if (state != serverState || detail != serverDetail) {
+        if (state != serverState || detail != serverDetail)
             SetServer(state, detail);
-        }
         if (resuming && result.success) {
             resuming = false;
             staying = true;

@@ -133,9 +133,8 @@ void SignInPage::ShowForm(const QWidget* shown)
 
 void SignInPage::AskEmbedded(const QStringList& names, int current)
 {
-    for (QAbstractButton* old : accounts->buttons()) {
+    for (QAbstractButton* old : accounts->buttons())
         delete old;
-    }
     for (int i = 0; i < names.size(); ++i) {
         auto* choice = new QRadioButton(names.at(i), embeddedForm);
         choice->setObjectName(QStringLiteral("radioAccount%1").arg(i));
@@ -176,9 +175,8 @@ void SignInPage::ShowReady()
     ShowState(QString(), false);
     buttonRetry->hide();
     UpdateButton();
-    if (AsksEmbedded()) {
+    if (AsksEmbedded())
         buttonEnter->setFocus();
-    }
 }
 
 void SignInPage::ShowState(const QString& text, bool problem)
@@ -199,9 +197,8 @@ void SignInPage::ShowProblem(const QString& text)
 // While the server is not ready the text is about the server, and stays.
 void SignInPage::ForgetRefusal()
 {
-    if (ready) {
+    if (ready)
         ShowState(QString(), false);
-    }
 }
 
 bool SignInPage::AsksEmbedded() const
@@ -218,9 +215,8 @@ void SignInPage::UpdateButton()
 
 void SignInPage::SlotConfirm()
 {
-    if (!buttonEnter->isEnabled()) {
+    if (!buttonEnter->isEnabled())
         return;
-    }
     // Why the last attempt was refused says nothing about this one.
     ShowState(QString(), false);
     if (AsksEmbedded()) {

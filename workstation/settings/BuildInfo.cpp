@@ -32,9 +32,8 @@ QString ServerText(const QString& output)
                                   .section(QStringLiteral("databases: "), 1)
                                   .trimmed()
                                   .replace(QStringLiteral(", "), QStringLiteral("、"));
-    if (version.isEmpty() || databases.isEmpty()) {
+    if (version.isEmpty() || databases.isEmpty())
         return {};
-    }
     return QStringLiteral("%1，数据库：%2").arg(version, databases);
 }
 
@@ -82,9 +81,8 @@ BuildInfo::~BuildInfo()
 QString BuildInfo::GetText() const
 {
     QString text;
-    for (const BuildFact& fact : facts) {
+    for (const BuildFact& fact : facts)
         text += fact.name + QLatin1Char('\t') + fact.value + QLatin1Char('\n');
-    }
     return text;
 }
 
@@ -92,9 +90,8 @@ void BuildInfo::Ask(const QString& name, const QString& program, const QString& 
 {
     const int row = facts.size();
     facts.append({name, program.isEmpty() ? missing : QStringLiteral("正在查询…")});
-    if (program.isEmpty()) {
+    if (program.isEmpty())
         return;
-    }
     auto* process = new QProcess(this);
     const auto show = [this, row, missing, read, process] {
         process->disconnect(this);

@@ -24,11 +24,9 @@ constexpr std::array<Entry, 4> entries{{
 
 const Entry& EntryOf(DateLanguage language)
 {
-    for (const Entry& entry : entries) {
-        if (entry.language == language) {
+    for (const Entry& entry : entries)
+        if (entry.language == language)
             return entry;
-        }
-    }
     return entries.front();
 }
 } // namespace
@@ -36,9 +34,8 @@ const Entry& EntryOf(DateLanguage language)
 QList<DateLanguage> AllDateLanguages()
 {
     QList<DateLanguage> all;
-    for (const Entry& entry : entries) {
+    for (const Entry& entry : entries)
         all << entry.language;
-    }
     return all;
 }
 
@@ -54,27 +51,23 @@ QString DateLanguageKey(DateLanguage language)
 
 DateLanguage DateLanguageFromKey(const QString& key)
 {
-    for (const Entry& entry : entries) {
-        if (key == QLatin1String(entry.key)) {
+    for (const Entry& entry : entries)
+        if (key == QLatin1String(entry.key))
             return entry.language;
-        }
-    }
     return DateLanguage::System;
 }
 
 QString DateText(const QDateTime& time, DateLanguage language, const QLocale& system)
 {
-    if (!time.isValid()) {
+    if (!time.isValid())
         return {};
-    }
     // A system that names no language says nothing about its user's; then the dates speak as the texts do.
     // The short format of a Chinese one has the twelve hours that nobody writes there.
     const bool isOurs = system.language() == QLocale::C || system.language() == QLocale::Chinese;
     const Entry& entry =
         EntryOf(language == DateLanguage::System && isOurs ? DateLanguage::Chinese : language);
     const QDateTime local = time.toLocalTime();
-    if (!entry.format) {
+    if (!entry.format)
         return system.toString(local, QLocale::ShortFormat);
-    }
     return QLocale(entry.locale).toString(local, QString::fromUtf8(entry.format));
 }

@@ -49,9 +49,8 @@ void AddRow(QVBoxLayout* layout, const QString& caption, QWidget* field, QWidget
     row->setSpacing(12);
     row->addWidget(label);
     row->addWidget(field);
-    if (after) {
+    if (after)
         row->addWidget(after);
-    }
     row->addStretch();
     layout->addLayout(row);
 }
@@ -132,9 +131,8 @@ QWidget* SettingsPage::CreateLookSection()
     comboTheme->addItem(QStringLiteral("浅色"), int(ThemeChoice::Light));
     comboTheme->addItem(QStringLiteral("深色"), int(ThemeChoice::Dark));
     comboDates = Choice("comboDates", QStringLiteral("日期语言"), section);
-    for (DateLanguage language : AllDateLanguages()) {
+    for (DateLanguage language : AllDateLanguages())
         comboDates->addItem(DateLanguageName(language), int(language));
-    }
     labelDateSample = new WbLabel(section);
     labelDateSample->setObjectName(QStringLiteral("labelDateSample"));
     AddRow(layout, QStringLiteral("主题"), comboTheme);
@@ -256,9 +254,8 @@ void SettingsPage::UpdateServerForm()
 
 void SettingsPage::SlotConfirmServer()
 {
-    if (buttonUseServer->isEnabled()) {
+    if (buttonUseServer->isEnabled())
         emit SigUseServer(radioEmbedded->isChecked(), QUrl(editAddress->text().trimmed()));
-    }
 }
 
 void SettingsPage::ShowLook()

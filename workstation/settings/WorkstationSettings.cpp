@@ -33,9 +33,8 @@ WorkstationSettings::WorkstationSettings(const QString& file, QObject* parent)
 bool WorkstationSettings::Write(const char* key, const QVariant& value)
 {
     const QString name = QLatin1String(key);
-    if (store.value(name) == value) {
+    if (store.value(name) == value)
         return false;
-    }
     store.setValue(name, value);
     store.sync();
     return true;
@@ -48,9 +47,8 @@ bool WorkstationSettings::GetEmbeddedServer() const
 
 void WorkstationSettings::SetEmbeddedServer(bool embedded)
 {
-    if (embedded != GetEmbeddedServer() && Write(embeddedKey, embedded)) {
+    if (embedded != GetEmbeddedServer() && Write(embeddedKey, embedded))
         emit SigServerChanged();
-    }
 }
 
 QUrl WorkstationSettings::GetServerAddress() const
@@ -61,48 +59,40 @@ QUrl WorkstationSettings::GetServerAddress() const
 
 void WorkstationSettings::SetServerAddress(const QUrl& address)
 {
-    if (Write(addressKey, address.toString()) && !GetEmbeddedServer()) {
+    if (Write(addressKey, address.toString()) && !GetEmbeddedServer())
         emit SigServerChanged();
-    }
 }
 
 QString WorkstationSettings::AddressProblem(const QString& text)
 {
     const QUrl url(text.trimmed(), QUrl::StrictMode);
     const QString scheme = url.scheme();
-    if (text.trimmed().isEmpty()) {
+    if (text.trimmed().isEmpty())
         return QStringLiteral("请输入服务器地址");
-    }
     if (!url.isValid() || url.host().isEmpty() ||
-        (scheme != QLatin1String("http") && scheme != QLatin1String("https"))) {
+        (scheme != QLatin1String("http") && scheme != QLatin1String("https")))
         return QStringLiteral("地址应形如 https://rpa.example.com:8443");
-    }
-    if (!url.userInfo().isEmpty() || url.hasQuery() || url.hasFragment() || url.path().size() > 1) {
+    if (!url.userInfo().isEmpty() || url.hasQuery() || url.hasFragment() || url.path().size() > 1)
         return QStringLiteral("地址只包含协议、主机和端口");
-    }
     // The token travels with every request: in clear text it may only go to this machine.
-    if (scheme == QLatin1String("http") && !IsLoopback(url.host())) {
+    if (scheme == QLatin1String("http") && !IsLoopback(url.host()))
         return QStringLiteral("远程服务器须使用 https:// 地址");
-    }
     return {};
 }
 
 ThemeChoice WorkstationSettings::GetTheme() const
 {
     const QString name = store.value(QLatin1String(themeKey)).toString();
-    for (int i = 0; i < 3; ++i) {
-        if (name == QLatin1String(themeNames[i])) {
+    for (int i = 0; i < 3; ++i)
+        if (name == QLatin1String(themeNames[i]))
             return static_cast<ThemeChoice>(i);
-        }
-    }
     return ThemeChoice::System;
 }
 
 void WorkstationSettings::SetTheme(ThemeChoice theme)
 {
-    if (Write(themeKey, QString::fromLatin1(themeNames[static_cast<int>(theme)]))) {
+    if (Write(themeKey, QString::fromLatin1(themeNames[static_cast<int>(theme)])))
         emit SigThemeChanged(theme);
-    }
 }
 
 DateLanguage WorkstationSettings::GetDateLanguage() const
@@ -112,9 +102,8 @@ DateLanguage WorkstationSettings::GetDateLanguage() const
 
 void WorkstationSettings::SetDateLanguage(DateLanguage language)
 {
-    if (Write(dateKey, DateLanguageKey(language))) {
+    if (Write(dateKey, DateLanguageKey(language)))
         emit SigDateLanguageChanged(language);
-    }
 }
 
 QString WorkstationSettings::GetLastAccount() const
@@ -144,9 +133,8 @@ bool WorkstationSettings::GetSuperAdmin() const
 
 void WorkstationSettings::SetSuperAdmin(bool superAdmin)
 {
-    if (superAdmin != GetSuperAdmin() && Write(superAdminKey, superAdmin)) {
+    if (superAdmin != GetSuperAdmin() && Write(superAdminKey, superAdmin))
         emit SigSuperAdminChanged(superAdmin);
-    }
 }
 
 bool WorkstationSettings::GetSamplesInstalled() const
@@ -166,9 +154,8 @@ QString WorkstationSettings::GetWheelFolder() const
 
 void WorkstationSettings::SetWheelFolder(const QString& folder)
 {
-    if (folder != GetWheelFolder() && Write(wheelFolderKey, folder)) {
+    if (folder != GetWheelFolder() && Write(wheelFolderKey, folder))
         emit SigWheelFolderChanged(folder);
-    }
 }
 
 bool WorkstationSettings::GetTips() const
@@ -178,12 +165,10 @@ bool WorkstationSettings::GetTips() const
 
 void WorkstationSettings::SetTips(bool tips)
 {
-    if (tips == GetTips()) {
+    if (tips == GetTips())
         return;
-    }
-    if (tips) {
+    if (tips)
         store.remove(QLatin1String(seenTipsKey));
-    }
     Write(tipsKey, tips);
     emit SigTipsChanged(tips);
 }
@@ -196,7 +181,6 @@ QStringList WorkstationSettings::GetSeenTips() const
 void WorkstationSettings::AddSeenTip(const QString& place)
 {
     QStringList seen = GetSeenTips();
-    if (!seen.contains(place)) {
+    if (!seen.contains(place))
         Write(seenTipsKey, seen << place);
-    }
 }

@@ -57,17 +57,14 @@ void SavedTemplates::NoteAnswer(const QDialog& dialog)
 void SavedTemplates::Read()
 {
     QFile source(file);
-    if (!source.open(QIODevice::ReadOnly)) {
+    if (!source.open(QIODevice::ReadOnly))
         return;
-    }
     const QJsonObject kinds = QJsonDocument::fromJson(source.read(mostBytes)).object();
     for (auto it = kinds.begin(); it != kinds.end(); ++it) {
         QStringList& known = files[it.key().toInt()];
-        for (const QJsonValue& path : it.value().toArray()) {
-            if (QDir::isAbsolutePath(path.toString()) && known.size() < mostFiles) {
+        for (const QJsonValue& path : it.value().toArray())
+            if (QDir::isAbsolutePath(path.toString()) && known.size() < mostFiles)
                 known << path.toString();
-            }
-        }
     }
 }
 
@@ -75,9 +72,8 @@ void SavedTemplates::Read()
 void SavedTemplates::Write() const
 {
     QJsonObject kinds;
-    for (auto it = files.begin(); it != files.end(); ++it) {
+    for (auto it = files.begin(); it != files.end(); ++it)
         kinds.insert(QString::number(it.key()), QJsonArray::fromStringList(it.value()));
-    }
     QSaveFile target(file);
     if (target.open(QIODevice::WriteOnly)) {
         target.write(QJsonDocument(kinds).toJson());

@@ -9,9 +9,8 @@ namespace
 QSet<QString> ReadInstalled(const QString& fileName)
 {
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!file.open(QIODevice::ReadOnly))
         return {};
-    }
     const QStringList names = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     return QSet<QString>(names.begin(), names.end());
 }
@@ -27,9 +26,8 @@ bool WriteInstalled(const QString& fileName, const QSet<QString>& names)
 
 bool Copy(const QString& from, const QString& to)
 {
-    if (QFile::exists(to)) {
+    if (QFile::exists(to))
         return true;
-    }
     // Files of the bundle are read-only; the author may overwrite the copy.
     return QFile::copy(from, to) && QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);
 }
@@ -46,14 +44,12 @@ bool ShippedTemplates::Install(const QString& visualDir, const QString& programD
         const QDir bundle(QStringLiteral(":/templates/") + kind);
         for (const QString& name : bundle.entryList(QDir::Files, QDir::Name)) {
             const QString key = kind + QLatin1Char('/') + name;
-            if (installed.contains(key)) {
+            if (installed.contains(key))
                 continue;
-            }
-            if (Copy(bundle.filePath(name), folder + QLatin1Char('/') + name)) {
+            if (Copy(bundle.filePath(name), folder + QLatin1Char('/') + name))
                 installed.insert(key);
-            } else {
+            else
                 complete = false;
-            }
         }
     }
     return (installed.size() == before || WriteInstalled(listFile, installed)) && complete;

@@ -27,9 +27,8 @@ QByteArray Utf8Of(const char* units, int count)
         int size = std::min(pieceUnits, count - at);
         piece.resize(size);
         qFromBigEndian<ushort>(units + qint64(at) * bytesPerUnit, size, piece.data());
-        if (size > 1 && at + size < count && piece.at(size - 1).isHighSurrogate()) {
+        if (size > 1 && at + size < count && piece.at(size - 1).isHighSurrogate())
             piece.resize(--size); // a pair stays together
-        }
         utf8 += piece.toUtf8();
         at += size;
     }
@@ -39,9 +38,8 @@ QByteArray Utf8Of(const char* units, int count)
 // A stream reads nothing at all when the string is cut.
 QByteArray RecordText(const QByteArray& file)
 {
-    if (file.size() <= headSize) {
+    if (file.size() <= headSize)
         return {};
-    }
     const quint32 bytes = qFromBigEndian<quint32>(file.constData());
     const bool isWhole = bytes <= quint32(file.size() - headSize) && bytes % bytesPerUnit == 0;
     return isWhole ? Utf8Of(file.constData() + headSize, int(bytes / bytesPerUnit)) : QByteArray();
@@ -56,9 +54,8 @@ qint64 TemplateFile::LargestBytes()
 bool TemplateFile::Decode(const QByteArray& file, TemplateRecord* record, QString* problem)
 {
     const QByteArray json = RecordText(file);
-    if (json.isEmpty()) {
+    if (json.isEmpty())
         return false;
-    }
     // The app is one string in the record, and is held against the limits for itself.
     JsonLimits limits;
     limits.sizeBytes = mostRecordBytes;
@@ -70,9 +67,8 @@ bool TemplateFile::Decode(const QByteArray& file, TemplateRecord* record, QStrin
         return false;
     }
     commit();
-    if (record->name.isEmpty()) {
+    if (record->name.isEmpty())
         return false;
-    }
     return record->appData.isEmpty() || JsonGuard::Check(record->appData, problem);
 }
 

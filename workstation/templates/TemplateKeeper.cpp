@@ -37,18 +37,15 @@ TemplateKeeper::~TemplateKeeper()
 
 void TemplateKeeper::Look()
 {
-    for (const QString& folder : folders) {
-        if (!watcher.directories().contains(folder)) {
+    for (const QString& folder : folders)
+        if (!watcher.directories().contains(folder))
             watcher.addPath(folder);
-        }
-    }
     ++looksUnderWay;
     worker.start([this, elsewhere = others] {
         QHash<QString, QString> fit;
         QStringList problems;
-        for (const QString& folder : folders) {
+        for (const QString& folder : folders)
             fit.insert(folder, shelf.Prepare(folder, elsewhere.value(folder), &problems));
-        }
         QMetaObject::invokeMethod(this, [this, fit, problems] { Done(fit, problems); });
     });
 }
@@ -63,30 +60,26 @@ void TemplateKeeper::LookThen(const Looked& looked)
 void TemplateKeeper::Done(const QHash<QString, QString>& fit, const QStringList& problems)
 {
     fitFolders = fit;
-    for (const QString& problem : problems) {
+    for (const QString& problem : problems)
         emit SigProblem(problem);
-    }
     emit SigLooked();
-    if (--looksUnderWay == 0) {
+    if (--looksUnderWay == 0)
         CallWaiting();
-    }
 }
 
 void TemplateKeeper::CallWaiting()
 {
     patience.stop();
-    if (const Looked looked = std::exchange(waiting, nullptr)) {
+    if (const Looked looked = std::exchange(waiting, nullptr))
         looked();
-    }
 }
 
 // The editor does not ask whether a template could be read, and would show an app without pages.
 QByteArray TemplateKeeper::Fetch(const QByteArray& key)
 {
     const QByteArray content = shelf.ReadContent(key);
-    if (!content.isEmpty()) {
+    if (!content.isEmpty())
         return content;
-    }
     emit SigContentLost();
     RpaAppData start;
     start.InitDefault();

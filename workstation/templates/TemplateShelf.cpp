@@ -38,9 +38,8 @@ QFileInfoList Find(const QString& folder, const QStringList& others)
         QDir(folder).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
     for (const QString& path : others) {
         const QFileInfo file(path);
-        if (file.isFile() && !file.isSymLink() && !found.contains(file)) {
+        if (file.isFile() && !file.isSymLink() && !found.contains(file))
             found << file;
-        }
     }
     return found;
 }
@@ -53,9 +52,8 @@ QString UnusedName(const QString& name, const QList<QPair<QString, QByteArray>>&
                            [&wanted](const auto& file) { return file.first == wanted; });
     };
     QString unused = name;
-    for (int i = 2; isUsed(unused); ++i) {
+    for (int i = 2; isUsed(unused); ++i)
         unused = QStringLiteral("%1-%2").arg(name).arg(i);
-    }
     return unused;
 }
 
@@ -80,15 +78,13 @@ QString TemplateShelf::Prepare(const QString& folder, const QStringList& others,
         const bool isSame = known.size == file.size() && known.changed == file.lastModified();
         const Entry entry = isSame ? known : Look(file.filePath(), problems);
         entries[folder].insert(file.filePath(), entry);
-        if (!entry.offered.isEmpty() && files.size() < mostTemplates) {
+        if (!entry.offered.isEmpty() && files.size() < mostTemplates)
             files.append({UnusedName(file.fileName(), files), entry.offered});
-        }
     }
 
     Prepared& place = prepared[folder];
-    if (!place.path.isEmpty() && place.files == files) {
+    if (!place.path.isEmpty() && place.files == files)
         return place.path;
-    }
     const QString path = MakeFolder(QFileInfo(folder).fileName(), files);
     if (path.isEmpty()) {
         *problems << QStringLiteral("模板暂时无法提供，磁盘可能已满");
@@ -112,11 +108,10 @@ TemplateShelf::Entry TemplateShelf::Look(const QString& path, QStringList* probl
     }
     QString problem;
     const QByteArray file = ReadAll(path, &problem);
-    if (!problem.isEmpty() || file.isEmpty()) {
+    if (!problem.isEmpty() || file.isEmpty())
         *problems << Said(name, problem.isEmpty() ? QStringLiteral("没有内容，请重新生成") : problem);
-    } else {
+    else
         Offer(file, name, &entry, problems);
-    }
     return entry;
 }
 
@@ -129,9 +124,8 @@ void TemplateShelf::Offer(const QByteArray& file, const QString& name, Entry* en
     TemplateRecord record;
     QString problem;
     if (!TemplateFile::Decode(file, &record, &problem)) {
-        if (!problem.isEmpty()) {
+        if (!problem.isEmpty())
             *problems << Said(name, QStringLiteral("的内容无法读取（%1）").arg(problem));
-        }
         return;
     }
     if (!isKept) {
@@ -139,50 +133,43 @@ void TemplateShelf::Offer(const QByteArray& file, const QString& name, Entry* en
         entry->size = -1;
         return;
     }
-    if (!record.appData.isEmpty()) {
+    if (!record.appData.isEmpty())
         record.appData = RpaContentReference::Make(sha256);
-    }
     entry->offered = TemplateFile::Encode(record);
 }
 
 bool TemplateShelf::Keep(const QByteArray& file, const QByteArray& sha256) const
 {
     const QString kept = keptFolder + QLatin1Char('/') + QString::fromLatin1(sha256);
-    if (QFileInfo(kept).size() == file.size()) {
+    if (QFileInfo(kept).size() == file.size())
         return true;
-    }
     const QString unfinished = kept + QStringLiteral(".tmp");
     QDir().mkpath(keptFolder);
     QFile::remove(kept);
-    if (WriteAll(unfinished, file) && QFile::rename(unfinished, kept)) {
+    if (WriteAll(unfinished, file) && QFile::rename(unfinished, kept))
         return true;
-    }
     QFile::remove(unfinished);
     return false;
 }
 
 QString TemplateShelf::MakeFolder(const QString& stem, const Files& files)
 {
-    if (generation == 0) {
+    if (generation == 0)
         QDir(fitFolder).removeRecursively(); // of the run before
-    }
     const QString path = QStringLiteral("%1/%2-%3").arg(fitFolder, stem).arg(++generation);
     bool isWhole = QDir().mkpath(path);
-    for (const auto& [name, content] : files) {
+    for (const auto& [name, content] : files)
         isWhole = isWhole && WriteAll(path + QLatin1Char('/') + name, content);
-    }
-    if (!isWhole) {
+    if (!isWhole)
         RemoveFolder(path);
-    }
     return isWhole ? path : QString();
 }
 
 // An empty path would mean the folder that the program runs in, with everything in it.
 void TemplateShelf::RemoveFolder(const QString& path) const
 {
-    if (path.startsWith(fitFolder + QLatin1Char('/'))) {
+    if (path.startsWith(fitFolder + QLatin1Char('/')))
         QDir(path).removeRecursively();
-    }
 }
 
 QByteArray TemplateShelf::ReadContent(const QByteArray& key) const

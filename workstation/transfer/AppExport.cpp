@@ -20,9 +20,8 @@ void MakeNamesDifferent(QVector<VersionServiceVersion>* versions)
             const QString ending = QStringLiteral(" %1").arg(number);
             version.name = name.left(longestName - ending.size());
             if (version.name.endsWith(QChar(0xFFFD)) ||
-                version.name.at(version.name.size() - 1).isHighSurrogate()) {
+                version.name.at(version.name.size() - 1).isHighSurrogate())
                 version.name.chop(1); // half a character
-            }
             version.name += ending;
         }
         taken.insert(version.name);
@@ -45,14 +44,12 @@ void AppExport::Start()
 {
     client->ListVersions(app.id, this,
                          [this](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
-                             if (hasEnded) {
+                             if (hasEnded)
                                  return;
-                             }
-                             if (result.success) {
+                             if (result.success)
                                  Begin(result.value);
-                             } else {
+                             else
                                  End(result.errorDesc);
-                             }
                          });
 }
 
@@ -86,9 +83,8 @@ void AppExport::FetchNext()
     }
     const VersionServiceVersion version = versions.at(done);
     client->GetVersionData(version.id, this, [this, version](const VersionServiceResult<QByteArray>& result) {
-        if (hasEnded) {
+        if (hasEnded)
             return;
-        }
         if (!result.success) {
             End(QStringLiteral("版本“%1”：%2").arg(version.name, result.errorDesc));
             return;
@@ -109,9 +105,8 @@ void AppExport::Write(const std::function<bool(QString* problem)>& work, const s
         QString problem;
         const bool isDone = work(&problem);
         QMetaObject::invokeMethod(this, [this, isDone, problem, then] {
-            if (!hasEnded) {
+            if (!hasEnded)
                 isDone ? then() : End(problem);
-            }
         });
     });
 }

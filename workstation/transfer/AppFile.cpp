@@ -71,9 +71,8 @@ bool ReadHead(const QJsonObject& json, AppFile::Head* head)
     head->kind = json.value(QLatin1String("kind")).toInt(-1);
     head->versions = json.value(QLatin1String("versions")).toInt(-1);
     for (const QJsonValue& tag : json.value(QLatin1String("tags")).toArray()) {
-        if (!IsName(tag.toString(), longestTag) || head->tags.contains(tag.toString(), Qt::CaseInsensitive)) {
+        if (!IsName(tag.toString(), longestTag) || head->tags.contains(tag.toString(), Qt::CaseInsensitive))
             return false;
-        }
         head->tags << tag.toString().trimmed();
     }
     return IsName(head->name, longestAppName) && (head->kind == 0 || head->kind == 1) &&
@@ -93,9 +92,8 @@ bool ReadTexts(const QJsonObject& json, VersionServiceContent* version)
 bool AppFile::Writer::Begin(const QString& path, const Head& head, QString* problem)
 {
     file = std::make_unique<QSaveFile>(path);
-    if (!file->open(QIODevice::WriteOnly)) {
+    if (!file->open(QIODevice::WriteOnly))
         return Refuse(problem, QStringLiteral("无法写入文件“%1”").arg(path));
-    }
     const QJsonObject json{{QStringLiteral("format"), FormatName()},
                            {QStringLiteral("formatVersion"), formatVersion},
                            {QStringLiteral("name"), head.name},
@@ -107,9 +105,8 @@ bool AppFile::Writer::Begin(const QString& path, const Head& head, QString* prob
 
 bool AppFile::Writer::Add(const VersionServiceContent& version, QString* problem)
 {
-    if (file->size() + version.data.size() > mostBytes) {
+    if (file->size() + version.data.size() > mostBytes)
         return Refuse(problem, QStringLiteral("应用的全部版本超过 1 GB，请先删除不再需要的版本"));
-    }
     const QJsonObject json{{QStringLiteral("name"), version.name},
                            {QStringLiteral("description"), version.description},
                            {QStringLiteral("apiVersion"), version.apiVersion},
@@ -134,19 +131,15 @@ bool AppFile::Reader::Open(const QString& path, Head* head, QString* problem)
     file = std::make_unique<QFile>();
     names.clear();
     *head = Head();
-    if (!RegularFile::Open(file.get(), path, problem)) {
+    if (!RegularFile::Open(file.get(), path, problem))
         return false;
-    }
     const QJsonObject json = ReadLine(file.get());
-    if (Text(json, "format") != FormatName()) {
+    if (Text(json, "format") != FormatName())
         return Refuse(problem, QStringLiteral("这不是导出的应用文件"));
-    }
-    if (json.value(QLatin1String("formatVersion")).toInt() > formatVersion) {
+    if (json.value(QLatin1String("formatVersion")).toInt() > formatVersion)
         return Refuse(problem, QStringLiteral("文件由更新的版本导出，请先更新本程序"));
-    }
-    if (file->size() > mostBytes) {
+    if (file->size() > mostBytes)
         return Refuse(problem, QStringLiteral("文件超过 1 GB"));
-    }
     return ReadHead(json, head) || IsDamaged(problem, QStringLiteral("应用的名称、类型或标签不正确"));
 }
 
@@ -154,20 +147,17 @@ bool AppFile::Reader::Next(VersionServiceContent* version, QString* problem)
 {
     const QJsonObject json = ReadLine(file.get());
     const QString which = QStringLiteral("第 %1 个版本").arg(names.size() + 1);
-    if (!ReadTexts(json, version) || names.contains(version->name)) {
+    if (!ReadTexts(json, version) || names.contains(version->name))
         return IsDamaged(problem, which + QStringLiteral("的名称或描述不正确"));
-    }
     names << version->name;
     const double size = json.value(QLatin1String("size")).toDouble(-1);
-    if (size < 0 || size > ContentLimits::totalBytes) {
+    if (size < 0 || size > ContentLimits::totalBytes)
         return IsDamaged(problem, which + QStringLiteral("超过 64 MB"));
-    }
     version->data = file->read(qint64(size));
     char end = 0;
     if (version->data.size() != qint64(size) || !file->getChar(&end) || end != '\n' ||
-        QString::fromLatin1(DigestOf(version->data)) != Text(json, "sha256")) {
+        QString::fromLatin1(DigestOf(version->data)) != Text(json, "sha256"))
         return IsDamaged(problem, which + QStringLiteral("的内容不完整"));
-    }
     const AppOutline outline = AppOutline::Read(version->data);
     return outline.IsApp() || IsDamaged(problem, which + QStringLiteral("不是应用。") + outline.problem);
 }
@@ -175,14 +165,11 @@ bool AppFile::Reader::Next(VersionServiceContent* version, QString* problem)
 bool AppFile::Check(const QString& path, Head* head, QString* problem)
 {
     Reader reader;
-    if (!reader.Open(path, head, problem)) {
+    if (!reader.Open(path, head, problem))
         return false;
-    }
     VersionServiceContent version;
-    for (int i = 0; i < head->versions; ++i) {
-        if (!reader.Next(&version, problem)) {
+    for (int i = 0; i < head->versions; ++i)
+        if (!reader.Next(&version, problem))
             return false;
-        }
-    }
     return reader.IsAtEnd() || IsDamaged(problem, QStringLiteral("末尾有多余的内容"));
 }

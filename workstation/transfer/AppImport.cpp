@@ -82,11 +82,10 @@ void AppImport::Read(const std::function<bool(QString* problem)>& work, const st
         QString problem;
         const bool isDone = work(&problem);
         QMetaObject::invokeMethod(this, [this, isDone, problem, then] {
-            if (isCancelled || !isDone) {
+            if (isCancelled || !isDone)
                 GiveUp(isCancelled ? QStringLiteral("已取消") : problem);
-            } else {
+            else
                 then();
-            }
         });
     });
 }

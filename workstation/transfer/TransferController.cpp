@@ -31,9 +31,8 @@ QString TransferController::FileNameOf(const QString& appName)
     static const QRegularExpression forbidden(QStringLiteral("[\\\\/:*?\"<>|\\x00-\\x1f]"));
     QString name = appName;
     name.replace(forbidden, QStringLiteral("_"));
-    while (name.endsWith(QLatin1Char('.')) || name.endsWith(QLatin1Char(' '))) {
+    while (name.endsWith(QLatin1Char('.')) || name.endsWith(QLatin1Char(' ')))
         name.chop(1);
-    }
     return (name.isEmpty() ? QStringLiteral("应用") : name) + Ending();
 }
 
@@ -42,9 +41,8 @@ void TransferController::Export(const AppRecord& app, QWidget* window)
     const QPointer<TransferController> guard(this);
     const QString path = WbSystemDialogs::SaveFile(window, QStringLiteral("导出应用"),
                                                    QDir::home().filePath(FileNameOf(app.name)), Filter());
-    if (!path.isEmpty() && guard) {
+    if (!path.isEmpty() && guard)
         ExportTo(app, path, window);
-    }
 }
 
 void TransferController::Import(QWidget* window)
@@ -52,9 +50,8 @@ void TransferController::Import(QWidget* window)
     const QPointer<TransferController> guard(this);
     const QString path =
         WbSystemDialogs::OpenFile(window, QStringLiteral("导入应用"), QDir::homePath(), Filter());
-    if (!path.isEmpty() && guard) {
+    if (!path.isEmpty() && guard)
         ImportFrom(path, window);
-    }
 }
 
 void TransferController::ExportTo(const AppRecord& app, const QString& path, QWidget* window)
@@ -62,12 +59,11 @@ void TransferController::ExportTo(const AppRecord& app, const QString& path, QWi
     const QString place = QFileInfo(path).suffix().isEmpty() ? path + Ending() : path;
     auto* transfer = new AppExport(app, place, this);
     connect(transfer, &AppTransfer::SigEnded, this, [app, place](const QString& problem) {
-        if (problem.isEmpty()) {
+        if (problem.isEmpty())
             WbToast::Show(QStringLiteral("“%1”已导出到“%2”").arg(app.name, QDir::toNativeSeparators(place)),
                           ToastSuccess);
-        } else {
+        else
             WbToast::Show(QStringLiteral("“%1”没有导出：%2").arg(app.name, problem), ToastError);
-        }
     });
     Run(transfer, QStringLiteral("正在导出“%1”…").arg(app.name), window);
 }

@@ -26,19 +26,16 @@ void VersionController::SetApp(const QString& appId)
 
 void VersionController::Load()
 {
-    if (app.isEmpty() || IsLoading()) {
+    if (app.isEmpty() || IsLoading())
         return;
-    }
     waiting = 2;
     problem.clear();
     const quint64 number = ++round;
     client->ListSaves(app, this, [this, number](const auto& result) {
-        if (number != round) {
+        if (number != round)
             return;
-        }
-        if (result.success) {
+        if (result.success)
             saves = result.value;
-        }
         Take(result.errorDesc);
     });
     client->ListReleases(app, this, [this, number](const auto& result) {
@@ -56,9 +53,8 @@ void VersionController::Load()
 void VersionController::Take(const QString& failure)
 {
     --waiting;
-    if (!failure.isEmpty()) {
+    if (!failure.isEmpty())
         problem = failure;
-    }
     emit SigChanged();
 }
 
@@ -78,9 +74,8 @@ QVector<VersionFacts> VersionController::GetVersions() const
         const auto release =
             std::find_if(releases.cbegin(), releases.cend(),
                          [&facts](const VersionServiceRelease& one) { return one.versionId == facts.id; });
-        if (release != releases.cend()) {
+        if (release != releases.cend())
             facts.release = *release;
-        }
         versions.append(facts);
     }
     return versions;
@@ -110,10 +105,8 @@ void VersionController::Note(const VersionServiceSave& save, const QString& note
 
 void VersionController::TakeNote(const VersionServiceSave& save, const QString& note)
 {
-    for (VersionServiceSave& known : saves) {
-        if (known.versionId == save.versionId && known.revision == save.revision) {
+    for (VersionServiceSave& known : saves)
+        if (known.versionId == save.versionId && known.revision == save.revision)
             known.note = note;
-        }
-    }
     emit SigChanged();
 }

@@ -55,16 +55,14 @@ void VersionDetails::ShowSaves(const VersionFacts& version, const QString& progr
         line->setText(text);
         lines->addWidget(line);
     };
-    if (version.saves.isEmpty() && !progress.isEmpty()) {
+    if (version.saves.isEmpty() && !progress.isEmpty())
         add("labelVersionProgress", true, progress);
-    }
     for (int i = 0; i < qMin(most, version.saves.size()); ++i) {
         const VersionServiceSave& save = version.saves.at(i);
         const QString caption = i == 0 ? QStringLiteral("最近保存：") : QStringLiteral("更早：");
         add("labelVersionSave", i > 0, caption + VersionWords::Save(save, language));
-        if (!save.note.isEmpty()) {
+        if (!save.note.isEmpty())
             add("labelVersionNote", i > 0, QStringLiteral("说明：") + save.note);
-        }
     }
     layout->addWidget(list);
     list->show(); // at once: whoever asks for the height means it

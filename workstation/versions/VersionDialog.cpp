@@ -116,24 +116,20 @@ void VersionDialog::FillList(const QString& shownName)
     for (const VersionFacts& version : desk->GetVersions()) {
         auto* item = new QListWidgetItem(VersionWords::Name(version), list);
         item->setData(Qt::UserRole, version.id);
-        if (VersionWords::Name(version) == shownName && !list->currentItem()) {
+        if (VersionWords::Name(version) == shownName && !list->currentItem())
             list->setCurrentItem(item);
-        }
     }
-    if (!list->currentItem()) {
+    if (!list->currentItem())
         list->setCurrentRow(0);
-    }
 }
 
 void VersionDialog::Update()
 {
     const QListWidgetItem* const item = list->currentItem();
     VersionFacts shown;
-    for (const VersionFacts& version : desk->GetVersions()) {
-        if (item && version.id == item->data(Qt::UserRole).toString()) {
+    for (const VersionFacts& version : desk->GetVersions())
+        if (item && version.id == item->data(Qt::UserRole).toString())
             shown = version;
-        }
-    }
     const bool isLoading = desk->IsLoading() && desk->GetReleases().isEmpty();
     const QString users =
         isLoading ? QStringLiteral("正在读取…") : VersionWords::UsersHave(desk->GetReleases());
@@ -149,9 +145,8 @@ void VersionDialog::ShowNote(const VersionFacts& version)
     const VersionServiceSave save = version.saves.value(0);
     const bool isAnother = save.versionId != noted.versionId || save.revision != noted.revision;
     noted = save;
-    if (isAnother) {
+    if (isAnother)
         editNote->setText(save.note); // what is being written stays
-    }
     const bool isOwn = !save.versionId.isEmpty() && save.pin == account;
     editNote->setEnabled(isOwn);
     buttonNote->setEnabled(isOwn);
@@ -167,9 +162,8 @@ void VersionDialog::ShowNote(const VersionFacts& version)
 
 void VersionDialog::SaveNote()
 {
-    if (!buttonNote->isEnabled()) {
+    if (!buttonNote->isEnabled())
         return;
-    }
     labelNote->setText(QStringLiteral("正在保存说明…"));
     buttonNote->setEnabled(false);
     desk->Note(noted, editNote->text().simplified());

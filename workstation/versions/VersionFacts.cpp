@@ -21,23 +21,20 @@ QString VersionWords::Name(const VersionFacts& version)
 QString VersionWords::State(const VersionFacts& version, DateLanguage language)
 {
     const VersionServiceRelease& release = version.release;
-    if (version.state != grayState && version.state != onlineState) {
+    if (version.state != grayState && version.state != onlineState)
         return QStringLiteral("开发中：可以修改，使用者看不到");
-    }
     const bool isOnline = version.state == onlineState;
     const QString kind = isOnline ? QStringLiteral("线上") : QStringLiteral("灰度");
-    if (release.versionId.isEmpty()) {
+    if (release.versionId.isEmpty())
         return kind + QStringLiteral("版本");
-    }
     const QString when = (isOnline ? QStringLiteral("上线于 %1") : QStringLiteral("灰度于 %1"))
                              .arg(DateText(release.releasedAt, language));
     if (release.present) {
         const QString who = isOnline ? QStringLiteral("使用者现在使用") : QStringLiteral("受邀的人现在使用");
         return QStringLiteral("%1版本：%2（%3）").arg(kind, who, when);
     }
-    if (release.withdrawn) {
+    if (release.withdrawn)
         return QStringLiteral("%1版本：已收回，使用者看不到（%2）").arg(kind, when);
-    }
     return QStringLiteral("%1版本：已由更新的版本代替（%2）").arg(kind, when);
 }
 

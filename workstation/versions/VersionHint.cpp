@@ -72,9 +72,8 @@ bool VersionHint::eventFilter(QObject* watched, QEvent* event)
     case QEvent::Show:
     case QEvent::Hide:
     case QEvent::Enter:
-        if (watched->isWidgetType() && !IsGoing()) {
+        if (watched->isWidgetType() && !IsGoing())
             FollowList(*static_cast<QWidget*>(watched), event->type());
-        }
         return false;
     case QEvent::ToolTip:
         return (watched == box || watched == field) && !IsGoing() && ShowCurrent();
@@ -82,9 +81,8 @@ bool VersionHint::eventFilter(QObject* watched, QEvent* event)
     case QEvent::MouseButtonPress:
     case QEvent::KeyPress:
     case QEvent::WindowDeactivate:
-        if (list && !list->isVisible()) {
+        if (list && !list->isVisible())
             hide();
-        }
         return false;
     default:
         return false;
@@ -109,9 +107,8 @@ void VersionHint::FollowList(const QWidget& widget, QEvent::Type what)
 
 void VersionHint::ShowRow(const QModelIndex& index)
 {
-    if (IsGoing() || !View()->isVisible() || !index.isValid()) {
+    if (IsGoing() || !View()->isVisible() || !index.isValid())
         return;
-    }
     row = index.row();
     Update();
     Place(View()->window()->frameGeometry(), false);
@@ -120,9 +117,8 @@ void VersionHint::ShowRow(const QModelIndex& index)
 
 bool VersionHint::ShowCurrent()
 {
-    if (View()->isVisible()) {
+    if (View()->isVisible())
         return false;
-    }
     desk->Load();
     row = -1;
     Update();
@@ -133,9 +129,8 @@ bool VersionHint::ShowCurrent()
 
 void VersionHint::Update()
 {
-    if (IsGoing()) {
+    if (IsGoing())
         return;
-    }
     const QVector<VersionFacts> all = desk->GetVersions();
     // An app that has only released versions shows one more, which is not saved yet.
     const int index = row - (Versions()->count() - all.size());

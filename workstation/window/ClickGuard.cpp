@@ -16,9 +16,8 @@ bool ClickGuard::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
     case QEvent::Show:
-        if (watched->isWidgetType()) {
+        if (watched->isWidgetType())
             appeared.insert(watched);
-        }
         return false;
     // Windows get the mouse before any of their widgets does.
     case QEvent::MouseButtonPress:
@@ -51,9 +50,8 @@ bool ClickGuard::TakeMouse(QEvent* event)
 bool ClickGuard::IsSwallowed(const QMouseEvent& press)
 {
     const bool continues = Continues(press);
-    if (!continues) {
+    if (!continues)
         appeared.clear();
-    }
     lastPress = std::chrono::milliseconds(press.timestamp());
     lastPlace = press.globalPos();
     button = press.button();

@@ -39,9 +39,8 @@ void WindowFit::Fit(const QRect& free)
                          outer.right() - inner.right(), outer.bottom() - inner.bottom());
     const QRect room = free.marginsRemoved(frame);
     window->setMinimumSize(LeastSize(room.size()));
-    if (!window->isMaximized() && !window->isFullScreen()) {
+    if (!window->isMaximized() && !window->isFullScreen())
         window->setGeometry(Within(inner, room));
-    }
 }
 
 bool WindowFit::eventFilter(QObject* watched, QEvent* event)
@@ -56,13 +55,11 @@ bool WindowFit::eventFilter(QObject* watched, QEvent* event)
 
 void WindowFit::FollowScreen()
 {
-    if (screen) {
+    if (screen)
         screen->disconnect(this);
-    }
     screen = window->windowHandle()->screen();
-    if (!screen) {
+    if (!screen)
         return; // the last one has been unplugged
-    }
     connect(screen, &QScreen::availableGeometryChanged, this, &WindowFit::Fit);
     Fit(screen->availableGeometry());
 }

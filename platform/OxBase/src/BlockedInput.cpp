@@ -53,10 +53,9 @@ BlockedInput::BlockedInput()
         return;
 
     const QWindowList windows = QGuiApplication::allWindows();
-    for (QWindow* window : windows) {
+    for (QWindow* window : windows)
         if (window->isVisible() && window->modality() != Qt::NonModal)
             olderModals.append(window);
-    }
     QCoreApplication::instance()->installEventFilter(this);
 }
 

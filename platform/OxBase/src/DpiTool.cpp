@@ -36,10 +36,9 @@ void DpiTool::SetScale(qreal scale)
     currentScale = bounded;
     // An adapter may create or destroy others while it adjusts.
     const QVector<IDpiAdapter*> told = Adapters();
-    for (IDpiAdapter* adapter : told) {
+    for (IDpiAdapter* adapter : told)
         if (Adapters().contains(adapter))
             adapter->AdjustForDpi();
-    }
 }
 
 void DpiTool::Register(IDpiAdapter* adapter)

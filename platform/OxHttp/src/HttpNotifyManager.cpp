@@ -64,20 +64,18 @@ QVector<quint64> HttpNotifyManager::GetParties(int notifyId) const
 {
     QVector<quint64> parties;
     const auto registrations = registrationsById.value(notifyId);
-    for (const Registration& registration : registrations) {
+    for (const Registration& registration : registrations)
         if (registration.isParty)
             parties.append(registration.serial);
-    }
     return parties;
 }
 
 quint64 HttpNotifyManager::SerialOf(HttpObserverBase* observer)
 {
     for (const auto& registrations : qAsConst(registrationsById)) {
-        for (const Registration& registration : registrations) {
+        for (const Registration& registration : registrations)
             if (registration.observer == observer)
                 return registration.serial;
-        }
     }
     return ++lastSerial;
 }

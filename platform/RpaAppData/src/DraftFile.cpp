@@ -49,10 +49,9 @@ void WriteInDoubt(JsonWriter& writer, const QByteArrayList& inDoubt)
 void ReadUnsettled(JsonReader& reader, RpaDraft* draft)
 {
     QByteArray sha256;
-    for (bool isIn = reader.EnterArray(); isIn && reader.NextElement();) {
+    for (bool isIn = reader.EnterArray(); isIn && reader.NextElement();)
         if (reader.ReadUtf8(sha256) && sha256.size() == 2 * digestSize)
             DraftFile::NoteUnsettled(draft, sha256);
-    }
 }
 
 QByteArray WriteHeader(const RpaDraft& draft)

@@ -63,10 +63,9 @@ QStringList DraftFolder::NamesOf(const QString& account, const QString& appId) c
 QString DraftFolder::FreeName(const QString& start, QString* problem) const
 {
     const QStringList taken = NamesLike(start);
-    for (int number = 0; number < mostPerVersion; ++number) {
+    for (int number = 0; number < mostPerVersion; ++number)
         if (!taken.contains(Numbered(start, number)))
             return Numbered(start, number);
-    }
     return SetAside(taken.first(), problem).isEmpty() ? QString() : taken.first();
 }
 

@@ -42,10 +42,9 @@ DraftTrack& RpaDraftJournal::Private::TrackOf(RpaAppData* app)
 
 DraftTrack* RpaDraftJournal::Private::FindTrack(quint64 id)
 {
-    for (DraftTrack& track : tracks) {
+    for (DraftTrack& track : tracks)
         if (track.id == id)
             return &track;
-    }
     return nullptr;
 }
 
@@ -121,10 +120,9 @@ void RpaDraftJournal::Private::WriteDue()
     if (isOverdue)
         return;
     const QList<RpaAppData*> apps = tracks.keys();
-    for (RpaAppData* app : apps) {
+    for (RpaAppData* app : apps)
         if (tracks.value(app).isDue)
             Write(app, false);
-    }
 }
 
 void RpaDraftJournal::Private::Write(RpaAppData* app, bool isSent)
@@ -222,11 +220,10 @@ void RpaDraftJournal::Private::Apply(const SaveConfirmation& confirmation)
         }
     }
     const QList<RpaDraft> others = onDisk.values();
-    for (const RpaDraft& draft : others) {
+    for (const RpaDraft& draft : others)
         if (draft.appId == confirmation.appId && draft.versionId == confirmation.versionId &&
             draft.sha256 == confirmation.sha256)
             Forget(draft.name);
-    }
 }
 
 void RpaDraftJournal::Private::Forget(const QString& name)

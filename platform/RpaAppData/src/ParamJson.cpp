@@ -121,23 +121,21 @@ void ParamJson::Write(JsonWriter& writer, const RpaParamItem& item)
 RpaParamItem ParamJson::Read(JsonReader& reader)
 {
     RpaParamItem item;
-    while (reader.NextMember()) {
-        if (reader.IsKey("name")) {
+    while (reader.NextMember())
+        if (reader.IsKey("name"))
             reader.ReadString(item.name);
-        } else if (reader.IsKey("label")) {
+        else if (reader.IsKey("label"))
             reader.ReadString(item.label);
-        } else if (reader.IsKey("type")) {
+        else if (reader.IsKey("type"))
             ReadType(reader, item);
-        } else if (reader.IsKey("default")) {
+        else if (reader.IsKey("default"))
             reader.ReadVariant(item.defaultValue);
-        } else if (reader.IsKey("value")) {
+        else if (reader.IsKey("value"))
             reader.ReadVariant(item.value);
-        } else if (reader.IsKey("required")) {
+        else if (reader.IsKey("required"))
             reader.ReadBool(item.required);
-        } else if (!ReadSetting(reader, item)) {
+        else if (!ReadSetting(reader, item))
             reader.KeepMember(item.unknown);
-        }
-    }
     if (!IsStored(item)) {
         item.defaultValue = QVariant();
         item.value = QVariant();

@@ -40,10 +40,9 @@ public:
 
     IJsonParser* FindPart(const JsonReader& reader)
     {
-        for (const Part& part : GetParts()) {
+        for (const Part& part : GetParts())
             if (reader.IsKey(part.name))
                 return part.part;
-        }
         return nullptr;
     }
 
@@ -284,7 +283,7 @@ IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
     QByteArray unknownExtendInfo;
     QVector<Commit> commits;
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (IJsonParser* part = d->FindPart(reader))
             commits.append(part->ReadJson(reader));
         else if (reader.IsKey("version"))
@@ -293,16 +292,14 @@ IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
             extendInfo = d->ReadExtendInfo(reader, unknownExtendInfo);
         else
             reader.KeepMember(unknown);
-    }
     return [this, version, extendInfo, unknown, unknownExtendInfo, commits] {
         d->version = version;
         d->extendInfo = extendInfo;
         d->unknown = unknown;
         d->unknownExtendInfo = unknownExtendInfo;
-        for (const Commit& commit : commits) {
+        for (const Commit& commit : commits)
             if (commit)
                 commit();
-        }
         if (RpaContentSource* source = RpaContentSource::Current())
             source->Fill(this);
         emit SigReplaced();

@@ -41,10 +41,9 @@ RpaContentSource::~RpaContentSource()
     innermost = d->outer;
     if (!d->isUnsaved)
         return;
-    for (const QPointer<RpaAppData>& app : qAsConst(d->filled)) {
+    for (const QPointer<RpaAppData>& app : qAsConst(d->filled))
         if (app)
             app->SetModified(true);
-    }
 }
 
 RpaContentSource* RpaContentSource::Current()

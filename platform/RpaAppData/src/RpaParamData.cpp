@@ -31,10 +31,9 @@ void DropWhatDoesNotFit(RpaParamItem& item)
     if (!item.Fit(item.initial))
         item.initial.clear();
     const bool isForeign = item.type == RpaParamType::Text && !item.foreignType.isEmpty();
-    for (QVariant* limit : {&item.least, &item.most}) {
+    for (QVariant* limit : {&item.least, &item.most})
         if (!(item.TakesRange() || isForeign) || !item.Fit(*limit))
             *limit = QVariant();
-    }
     if (!item.TakesPattern())
         item.pattern.clear();
     if (!isForeign)
@@ -47,19 +46,17 @@ RpaParamData::RpaParamData(QObject* parent) : QObject(parent) {}
 QStringList RpaParamData::GetNames() const
 {
     QStringList names;
-    for (const RpaParamItem& item : items) {
+    for (const RpaParamItem& item : items)
         if (item.type != RpaParamType::Group)
             names.append(item.name);
-    }
     return names;
 }
 
 int RpaParamData::IndexOf(const QString& name) const
 {
-    for (int i = 0; i < items.size(); ++i) {
+    for (int i = 0; i < items.size(); ++i)
         if (items.at(i).name == name)
             return i;
-    }
     return -1;
 }
 
@@ -224,9 +221,8 @@ std::function<void()> RpaParamData::ReadJson(JsonReader& reader)
     QVector<RpaParamItem> read;
     if (!reader.EnterArray())
         return {};
-    while (reader.NextElement()) {
+    while (reader.NextElement())
         if (reader.EnterObject())
             read.append(ParamJson::Read(reader));
-    }
     return [this, read] { SetItems(read); };
 }

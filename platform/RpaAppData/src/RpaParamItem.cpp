@@ -52,15 +52,13 @@ bool FitChoices(const QStringList& choices, QVariant& candidate)
     if (!TypedValue::ToTexts(texts))
         return false;
     const QStringList wanted = texts.toStringList();
-    for (const QString& choice : wanted) {
+    for (const QString& choice : wanted)
         if (!choices.contains(choice))
             return false;
-    }
     QStringList picked;
-    for (const QString& choice : choices) {
+    for (const QString& choice : choices)
         if (wanted.contains(choice))
             picked << choice;
-    }
     candidate = picked;
     return true;
 }
@@ -160,19 +158,17 @@ bool RpaParamItem::operator==(const RpaParamItem& other) const
 
 QString RpaParamItem::GetTypeName(RpaParamType type)
 {
-    for (const TypeRow& row : TypeRows()) {
+    for (const TypeRow& row : TypeRows())
         if (row.type == type)
             return QLatin1String(row.name);
-    }
     return QString();
 }
 
 QString RpaParamItem::GetTypeTitle(RpaParamType type)
 {
-    for (const TypeRow& row : TypeRows()) {
+    for (const TypeRow& row : TypeRows())
         if (row.type == type)
             return row.title;
-    }
     return QString();
 }
 

@@ -62,19 +62,17 @@ bool RpaTableColumn::operator==(const RpaTableColumn& other) const
 
 QString RpaTableColumn::GetTypeName(RpaColumnType type)
 {
-    for (const TypeRow& row : TypeRows()) {
+    for (const TypeRow& row : TypeRows())
         if (row.type == type)
             return QLatin1String(row.name);
-    }
     return QString();
 }
 
 QString RpaTableColumn::GetTypeTitle(RpaColumnType type)
 {
-    for (const TypeRow& row : TypeRows()) {
+    for (const TypeRow& row : TypeRows())
         if (row.type == type)
             return row.title;
-    }
     return QString();
 }
 

@@ -17,10 +17,9 @@ bool FitRow(const QVector<RpaTableColumn>& columns, QVector<QVariant>& row)
 {
     if (row.size() > columns.size())
         return false;
-    for (int i = 0; i < row.size(); ++i) {
+    for (int i = 0; i < row.size(); ++i)
         if (!columns.at(i).Fit(row[i]))
             return false;
-    }
     row.resize(columns.size());
     return true;
 }
@@ -29,10 +28,9 @@ bool FitRow(const QVector<RpaTableColumn>& columns, QVector<QVariant>& row)
 void ForceRow(const QVector<RpaTableColumn>& columns, QVector<QVariant>& row)
 {
     row.resize(columns.size());
-    for (int i = 0; i < row.size(); ++i) {
+    for (int i = 0; i < row.size(); ++i)
         if (!columns.at(i).Fit(row[i]))
             row[i] = QVariant();
-    }
 }
 } // namespace
 
@@ -48,10 +46,9 @@ QStringList RpaTableData::GetColumnNames() const
 
 int RpaTableData::IndexOfColumn(const QString& name) const
 {
-    for (int i = 0; i < columns.size(); ++i) {
+    for (int i = 0; i < columns.size(); ++i)
         if (columns.at(i).name == name)
             return i;
-    }
     return -1;
 }
 

@@ -53,8 +53,7 @@ void RpaTableData::SetContent(const Content& content)
 
 void RpaTableData::ForEachRow(const std::function<void(QVector<QVariant>&)>& act)
 {
-    for (Rows* list : {&rows, &initialRows}) {
+    for (Rows* list : {&rows, &initialRows})
         for (QVector<QVariant>& row : *list)
             act(row);
-    }
 }

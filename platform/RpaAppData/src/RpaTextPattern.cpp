@@ -32,10 +32,9 @@ const QVector<RpaTextPattern>& RpaTextPattern::GetKnown()
 
 RpaTextPattern RpaTextPattern::Find(const QString& expression)
 {
-    for (const RpaTextPattern& pattern : GetKnown()) {
+    for (const RpaTextPattern& pattern : GetKnown())
         if (pattern.expression == expression)
             return pattern;
-    }
     return {QString(), expression, QString()};
 }
 

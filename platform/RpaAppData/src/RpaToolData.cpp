@@ -17,7 +17,7 @@ auto Tie(const RpaToolItem& item)
 RpaToolItem ReadItem(JsonReader& reader)
 {
     RpaToolItem item;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("id"))
             reader.ReadString(item.id);
         else if (reader.IsKey("text"))
@@ -28,7 +28,6 @@ RpaToolItem ReadItem(JsonReader& reader)
             reader.ReadString(item.processName);
         else
             reader.KeepMember(item.unknown);
-    }
     return item;
 }
 } // namespace
@@ -42,10 +41,9 @@ RpaToolData::RpaToolData(QObject* parent) : QObject(parent) {}
 
 int RpaToolData::IndexOf(const QString& id) const
 {
-    for (int i = 0; i < items.size(); ++i) {
+    for (int i = 0; i < items.size(); ++i)
         if (items.at(i).id == id)
             return i;
-    }
     return -1;
 }
 
@@ -129,9 +127,8 @@ std::function<void()> RpaToolData::ReadJson(JsonReader& reader)
     QVector<RpaToolItem> read;
     if (!reader.EnterArray())
         return {};
-    while (reader.NextElement()) {
+    while (reader.NextElement())
         if (reader.EnterObject())
             read.append(ReadItem(reader));
-    }
     return [this, read] { SetItems(read); };
 }

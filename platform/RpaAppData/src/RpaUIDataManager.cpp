@@ -90,10 +90,9 @@ bool RpaUIDataManager::IsExist(const QString& name) const
 
 bool RpaUIDataManager::IsExistExceptIndex(const QString& name, int index) const
 {
-    for (int i = 0; i < GetCount(); ++i) {
+    for (int i = 0; i < GetCount(); ++i)
         if (i != index && GetUIName(i) == name)
             return true;
-    }
     return false;
 }
 
@@ -190,7 +189,7 @@ void RpaUIDataManager::Private::ReadPage(JsonReader& reader, RpaUIData& page)
         if (commit)
             commit();
     };
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(page.d->name);
         else if (reader.IsKey("tools"))
@@ -201,7 +200,6 @@ void RpaUIDataManager::Private::ReadPage(JsonReader& reader, RpaUIData& page)
             apply(page.GetTableData()->ReadJson(reader));
         else
             reader.KeepMember(page.d->unknown);
-    }
 }
 
 std::vector<RpaUIDataManager::Private::Page> RpaUIDataManager::Private::ReadPages(JsonReader& reader)
@@ -265,12 +263,11 @@ IJsonParser::Commit RpaUIDataManager::ReadJson(JsonReader& reader)
     const auto pages = std::make_shared<std::vector<Private::Page>>();
     QByteArray unknown;
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("pages"))
             *pages = Private::ReadPages(reader);
         else
             reader.KeepMember(unknown);
-    }
     return [this, pages, unknown] {
         d->unknown = unknown;
         d->Replace(*this, std::move(*pages));

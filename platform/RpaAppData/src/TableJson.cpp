@@ -49,7 +49,7 @@ void ReadType(JsonReader& reader, RpaTableColumn& column)
 RpaTableColumn ReadColumn(JsonReader& reader)
 {
     RpaTableColumn column;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(column.name);
         else if (reader.IsKey("type"))
@@ -58,7 +58,6 @@ RpaTableColumn ReadColumn(JsonReader& reader)
             reader.ReadInt(column.width);
         else
             reader.KeepMember(column.unknown);
-    }
     return column;
 }
 
@@ -67,10 +66,9 @@ QVector<RpaTableColumn> ReadColumns(JsonReader& reader)
     QVector<RpaTableColumn> columns;
     if (!reader.EnterArray())
         return columns;
-    while (reader.NextElement()) {
+    while (reader.NextElement())
         if (reader.EnterObject())
             columns.append(ReadColumn(reader));
-    }
     return columns;
 }
 
@@ -134,13 +132,12 @@ void TableJson::Write(JsonWriter& writer, const QVector<RpaTableColumn>& columns
 TableJson::Table TableJson::Read(JsonReader& reader, QByteArray& unknown)
 {
     Table table;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("columns"))
             table.columns = ReadColumns(reader);
         else if (reader.IsKey("rows"))
             table.rows = ReadRows(reader);
         else
             reader.KeepMember(unknown);
-    }
     return table;
 }

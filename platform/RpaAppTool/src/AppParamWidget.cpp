@@ -201,10 +201,9 @@ void AppParamWidget::ShowField(ParamField* field)
     field->TakeCursor();
     // The text below the field has just been given its room.
     QTimer::singleShot(0, field, [field] {
-        for (QWidget* above = field->parentWidget(); above; above = above->parentWidget()) {
+        for (QWidget* above = field->parentWidget(); above; above = above->parentWidget())
             if (auto* scroll = qobject_cast<QScrollArea*>(above))
                 scroll->ensureWidgetVisible(field);
-        }
     });
 }
 
@@ -217,10 +216,9 @@ QStringList AppParamWidget::GetSecretParamNames() const
 {
     QStringList names;
     const QVector<RpaParamItem> items = paramData ? paramData->GetItems() : QVector<RpaParamItem>();
-    for (const RpaParamItem& item : items) {
+    for (const RpaParamItem& item : items)
         if (item.type == RpaParamType::Password)
             names << item.name;
-    }
     return names;
 }
 

@@ -49,10 +49,9 @@ void ChoicesField::ShowValue(const QVariant& value)
 void ChoicesField::TakeTicks()
 {
     QStringList picked;
-    for (int i = 0; i < list->count(); ++i) {
+    for (int i = 0; i < list->count(); ++i)
         if (list->item(i)->checkState() == Qt::Checked)
             picked << list->item(i)->text();
-    }
     // None is an answer too: the default must not come back.
     emit SigEntered(picked);
 }

@@ -22,10 +22,9 @@ QChar Separator(const QString& text)
 {
     const QString first = text.left(text.indexOf(QLatin1Char('\n')));
     QChar best = QLatin1Char(',');
-    for (const QChar candidate : {QLatin1Char(';'), QLatin1Char('\t')}) {
+    for (const QChar candidate : {QLatin1Char(';'), QLatin1Char('\t')})
         if (first.count(candidate) > first.count(best))
             best = candidate;
-    }
     return best;
 }
 

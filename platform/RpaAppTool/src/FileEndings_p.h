@@ -16,10 +16,9 @@ inline bool IsGood(const QString& ending)
 inline QString FilterOf(const QStringList& endings)
 {
     QStringList patterns;
-    for (const QString& ending : endings) {
+    for (const QString& ending : endings)
         if (IsGood(ending))
             patterns << QStringLiteral("*.") + ending;
-    }
     return patterns.isEmpty() ? QString()
                               : QStringLiteral("可选择的文件 (%1)").arg(patterns.join(QLatin1Char(' ')));
 }

@@ -58,10 +58,9 @@ QVariant LinesField::ValueOf(const QString& text) const
         return text.isEmpty() ? QVariant() : QVariant(text);
     QStringList paths;
     const QStringList lines = text.split(QLatin1Char('\n'));
-    for (const QString& line : lines) {
+    for (const QString& line : lines)
         if (!line.trimmed().isEmpty() && !paths.contains(line.trimmed()))
             paths << line.trimmed();
-    }
     return paths.isEmpty() ? QVariant() : QVariant(paths);
 }
 

@@ -41,20 +41,18 @@ void LogModel::Reload()
     lines.clear();
     const QVector<RpaLogLine> all = source ? source->GetLines() : QVector<RpaLogLine>();
     newest = all.isEmpty() ? 0 : all.last().number;
-    for (const RpaLogLine& line : all) {
+    for (const RpaLogLine& line : all)
         if (Passes(line))
             lines << line;
-    }
     endResetModel();
 }
 
 void LogModel::Add(const QVector<RpaLogLine>& added)
 {
     QVector<RpaLogLine> passing;
-    for (const RpaLogLine& line : added) {
+    for (const RpaLogLine& line : added)
         if (line.number > newest && Passes(line))
             passing << line;
-    }
     newest = added.isEmpty() ? newest : qMax(newest, added.last().number);
     if (passing.size() > LinesAtMost)
         passing = passing.mid(passing.size() - LinesAtMost);

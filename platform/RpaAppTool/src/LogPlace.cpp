@@ -27,10 +27,9 @@ QWidget* OutermostPageOf(QWidget* widget)
 {
     QWidget* outer = PageOf(widget);
     for (QWidget* up = outer->parentWidget(); up && !outer->isWindow() && !up->isWindow();
-         up = up->parentWidget()) {
+         up = up->parentWidget())
         if (qobject_cast<WbBaseWidget*>(up))
             outer = up;
-    }
     return outer;
 }
 
@@ -136,10 +135,9 @@ void LogPlace::Return()
         return;
     cover = nullptr;
     window = nullptr;
-    for (QWidget* watched : {page.data(), outer.data(), holder}) {
+    for (QWidget* watched : {page.data(), outer.data(), holder})
         if (watched)
             watched->removeEventFilter(this);
-    }
     const bool hadFocus = log->isAncestorOf(QApplication::focusWidget());
     if (standIn) {
         QWidget* host = standIn->parentWidget();

@@ -15,10 +15,9 @@ QString Write(const QString& path, const QVector<RpaLogLine>& lines)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
-    for (const RpaLogLine& line : lines) {
+    for (const RpaLogLine& line : lines)
         if (file.write(LogText::Of(line).toUtf8() + '\n') < 0)
             return file.errorString();
-    }
     return file.commit() ? QString() : file.errorString();
 }
 

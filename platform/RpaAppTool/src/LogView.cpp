@@ -128,10 +128,9 @@ void LogView::SetWraps(bool wanted)
     setWordWrap(wraps);
     lines->SetShowsWholeTexts(wraps);
     const bool followed = atEnd;
-    if (!wraps) {
+    if (!wraps)
         for (int row = 0; row < lines->rowCount(); ++row)
             setRowHeight(row, RowHeight());
-    }
     if (followed)
         Follow();
     fitting.start();

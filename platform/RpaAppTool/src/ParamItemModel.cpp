@@ -148,10 +148,9 @@ QVector<RecordModel::Choice> ParamItemModel::GetChoices(const QModelIndex& index
         const RpaParamItem& item = items.at(index.row());
         if (item.type == RpaParamType::Switch)
             return {Choice{QStringLiteral("关"), false, {}}, Choice{QStringLiteral("开"), true, {}}};
-        for (const QString& choice : item.choices) {
+        for (const QString& choice : item.choices)
             if (item.type == RpaParamType::Choice)
                 choices << Choice{choice, choice, {}};
-        }
     }
     return choices;
 }
@@ -174,10 +173,9 @@ QVariant ParamItemModel::headerData(int section, Qt::Orientation orientation, in
 
 bool ParamItemModel::IsTaken(const QString& name, int exceptRow) const
 {
-    for (int row = 0; row < items.size(); ++row) {
+    for (int row = 0; row < items.size(); ++row)
         if (row != exceptRow && items.at(row).name == name)
             return true;
-    }
     return false;
 }
 

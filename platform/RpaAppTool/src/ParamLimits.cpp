@@ -110,10 +110,9 @@ QString WriteEndings(RpaParamItem& item, const QString& text)
 QString WritePattern(RpaParamItem& item, const QString& text)
 {
     QString expression = text;
-    for (const RpaTextPattern& known : RpaTextPattern::GetKnown()) {
+    for (const RpaTextPattern& known : RpaTextPattern::GetKnown())
         if (known.title == text)
             expression = known.expression;
-    }
     if (!RpaTextPattern::IsUsable(expression))
         return QStringLiteral("“%1”不是有效的格式：请选择一种，或输入不超过 200 个字符的正则表达式")
             .arg(text.left(20));
@@ -128,10 +127,9 @@ QStringList ParamLimits::SplitTexts(QString text)
     text.replace(QChar(0xff0c), QLatin1Char(',')).replace(QChar(0x3001), QLatin1Char(','));
     QStringList texts;
     const QStringList parts = text.split(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QString& part : parts) {
+    for (const QString& part : parts)
         if (!part.trimmed().isEmpty() && !texts.contains(part.trimmed()))
             texts << part.trimmed();
-    }
     return texts;
 }
 

@@ -22,10 +22,9 @@ void TableRowFilter::SetText(const QString& searched)
 bool TableRowFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
 {
     const auto* table = static_cast<const TableModel*>(sourceModel());
-    for (int column = 0; column < table->columnCount(parent); ++column) {
+    for (int column = 0; column < table->columnCount(parent); ++column)
         if (table->GetText(row, column).contains(text, Qt::CaseInsensitive))
             return true;
-    }
     return false;
 }
 
@@ -137,10 +136,9 @@ void TableFind::CountMore()
 {
     const int columns = model.columnCount();
     const int lastRow = qMin(model.rowCount(), countedRows + cellsPerTurn / qMax(1, columns) + 1);
-    for (; countedRows < lastRow && places <= placesToldAtMost; ++countedRows) {
+    for (; countedRows < lastRow && places <= placesToldAtMost; ++countedRows)
         for (int column = 0; column < columns; ++column)
             places += Holds(countedRows, column) ? 1 : 0;
-    }
     const bool isMore = places > placesToldAtMost;
     if (countedRows < model.rowCount() && !isMore)
         return;

@@ -18,10 +18,9 @@ bool IsHeader(const QVector<QVariant>& row, const QVector<RpaTableColumn>& colum
 {
     if (row.size() != columns.size())
         return false;
-    for (int i = 0; i < row.size(); ++i) {
+    for (int i = 0; i < row.size(); ++i)
         if (row.at(i).toString() != columns.at(i).name)
             return false;
-    }
     return true;
 }
 

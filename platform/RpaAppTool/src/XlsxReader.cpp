@@ -40,10 +40,9 @@ Relations RelationsIn(const ZipReader& zip, const QString& part, const QString& 
 
 QString TargetOf(const Relations& relations, const QString& type)
 {
-    for (const Relation& relation : relations) {
+    for (const Relation& relation : relations)
         if (relation.type == type)
             return relation.target;
-    }
     return {};
 }
 
@@ -69,10 +68,9 @@ Book BookIn(const ZipReader& zip, const QString& part)
             book.from1904 = epoch == QLatin1String("1") || epoch == QLatin1String("true");
         } else if (xml.name() == QLatin1String("sheet") && ++book.sheets == 1) {
             book.firstName = attributes.value(QLatin1String("name")).toString();
-            for (const QXmlStreamAttribute& attribute : attributes) {
+            for (const QXmlStreamAttribute& attribute : attributes)
                 if (attribute.name() == QLatin1String("id"))
                     book.firstSheet = attribute.value().toString();
-            }
         }
     }
     return book;

@@ -29,9 +29,8 @@ bool RpaGlobalLifeCycle::BeforeClose()
     const QScopedValueRollback<bool> guard(asking, true);
 
     const QList<IRpaLifeCycle*> asked = logics;
-    for (IRpaLifeCycle* logic : asked) {
+    for (IRpaLifeCycle* logic : asked)
         if (logics.contains(logic) && logic->BeforeClose() == BeforeCloseResult::Refused)
             return false;
-    }
     return true;
 }

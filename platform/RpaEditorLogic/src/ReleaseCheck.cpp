@@ -43,7 +43,7 @@ bool CheckedApp::Read(const QByteArray& json)
     IJsonParser::Commit takeElements;
     if (!reader.EnterObject())
         return false;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("extendInfo"))
             ReadKind(reader);
         else if (reader.IsKey("uiData"))
@@ -52,13 +52,11 @@ bool CheckedApp::Read(const QByteArray& json)
             takeProcesses = processes.ReadJson(reader);
         else if (reader.IsKey("htmlNodes"))
             takeElements = elements.ReadJson(reader);
-    }
     if (!reader.Finish())
         return false;
-    for (const auto& take : {takeProcesses, takeElements}) {
+    for (const auto& take : {takeProcesses, takeElements})
         if (take)
             take();
-    }
     return true;
 }
 
@@ -66,10 +64,9 @@ void CheckedApp::ReadKind(JsonReader& reader)
 {
     if (!reader.EnterObject())
         return;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("appKind"))
             reader.ReadInt(kind);
-    }
 }
 
 void CheckedApp::ReadPages(JsonReader& reader)
@@ -79,10 +76,9 @@ void CheckedApp::ReadPages(JsonReader& reader)
     while (reader.NextMember()) {
         if (!reader.IsKey("pages") || !reader.EnterArray())
             continue;
-        while (reader.NextElement()) {
+        while (reader.NextElement())
             if (reader.EnterObject())
                 ReadPage(reader);
-        }
     }
 }
 
@@ -91,22 +87,20 @@ void CheckedApp::ReadPage(JsonReader& reader)
     while (reader.NextMember()) {
         if (!reader.IsKey("tools") || !reader.EnterArray())
             continue;
-        while (reader.NextElement()) {
+        while (reader.NextElement())
             if (reader.EnterObject())
                 ReadButton(reader);
-        }
     }
 }
 
 void CheckedApp::ReadButton(JsonReader& reader)
 {
     Button button;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("text"))
             reader.ReadString(button.text);
         else if (reader.IsKey("processName"))
             reader.ReadString(button.processName);
-    }
     if (!button.processName.isEmpty())
         buttons.append(button);
 }

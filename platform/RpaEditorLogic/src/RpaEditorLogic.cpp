@@ -108,10 +108,9 @@ SaveLedger* RpaEditorLogic::GetSaveLedger() const
 QVector<VersionAct> RpaEditorLogic::GetActsUnderWay(const QString& appId) const
 {
     QVector<VersionAct> acts;
-    for (const auto& [serial, act] : d->context.acts) {
+    for (const auto& [serial, act] : d->context.acts)
         if (act.appId == appId)
             acts.append(act);
-    }
     return acts;
 }
 

@@ -164,10 +164,9 @@ QString ServiceAnswers::FailureText(const WbHttpAnswer& answer)
     const QString message = Presentable(ObjectOf(answer.body).value(QLatin1String("message")).toString());
     if (!message.isEmpty())
         return message;
-    for (const auto& entry : statusTexts) {
+    for (const auto& entry : statusTexts)
         if (entry.status == answer.status)
             return QString::fromUtf8(entry.text);
-    }
     return QStringLiteral("服务器拒绝了请求（%1）").arg(answer.status);
 }
 

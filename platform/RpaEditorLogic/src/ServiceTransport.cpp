@@ -151,10 +151,9 @@ void ServiceTransport::Hold(quint64 id)
 void ServiceTransport::TryHeld()
 {
     std::vector<quint64> held;
-    for (const auto& [id, call] : calls) {
+    for (const auto& [id, call] : calls)
         if (call.isHeld)
             held.push_back(id);
-    }
     for (const quint64 id : held)
         Try(id);
 }

@@ -21,8 +21,7 @@ void RpaProcessLifeCycleManager::ForEach(const std::function<void(IProcessLifeCy
 {
     // A listener may remove itself, or delete another one, while it is told.
     const QList<IProcessLifeCycle*> told = listeners;
-    for (IProcessLifeCycle* listener : told) {
+    for (IProcessLifeCycle* listener : told)
         if (listeners.contains(listener))
             call(listener);
-    }
 }

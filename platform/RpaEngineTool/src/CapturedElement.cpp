@@ -49,9 +49,8 @@ RpaNode CapturedElement::ToNode(const QVariantMap& description, const QUrl& page
 RpaNode CapturedElement::FindSame(const RpaNodeManager& nodes, const RpaNode& node)
 {
     const QVector<RpaNode> all = nodes.GetNodes();
-    for (const RpaNode& known : all) {
+    for (const RpaNode& known : all)
         if (known.pageUrl == node.pageUrl && known.css == node.css && known.xpath == node.xpath)
             return known;
-    }
     return RpaNode();
 }

@@ -13,10 +13,9 @@ QProcessEnvironment CleanEnvironment()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const QStringList names = environment.keys();
     for (const QString& name : names) {
-        for (const char* prefix : {"PYTHON", "PY_PYTHON", "PIP_", "LD_", "VIRTUAL_ENV"}) {
+        for (const char* prefix : {"PYTHON", "PY_PYTHON", "PIP_", "LD_", "VIRTUAL_ENV"})
             if (name.startsWith(QLatin1String(prefix), Qt::CaseInsensitive))
                 environment.remove(name);
-        }
     }
     // The engine does not see this user's packages, so they must not count as installed.
     environment.insert(QStringLiteral("PYTHONNOUSERSITE"), QStringLiteral("1"));

@@ -181,10 +181,9 @@ bool PackageTable::setData(const QModelIndex& index, const QVariant& value, int 
 int PackageTable::FindRow(const QString& name) const
 {
     const QString wanted = PackageRules::Normalised(name);
-    for (int row = 0; row < rows.size(); ++row) {
+    for (int row = 0; row < rows.size(); ++row)
         if (PackageRules::Normalised(rows.at(row).name) == wanted)
             return row;
-    }
     return -1;
 }
 

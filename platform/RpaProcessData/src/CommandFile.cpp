@@ -86,18 +86,17 @@ void ReadLines(JsonReader& reader, QString& text)
 void ReadChoice(JsonReader& reader, RpaChoice& choice)
 {
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("value"))
             reader.ReadString(choice.value);
         else if (reader.IsKey("title"))
             reader.ReadString(choice.title);
-    }
 }
 
 void ReadArgument(JsonReader& reader, RpaArgumentInfo& argument)
 {
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(argument.name);
         else if (reader.IsKey("title"))
@@ -118,13 +117,12 @@ void ReadArgument(JsonReader& reader, RpaArgumentInfo& argument)
             argument.choices = ReadList<RpaChoice>(reader, ReadChoice);
         else if (reader.IsKey("description"))
             reader.ReadString(argument.description);
-    }
 }
 
 void ReadOutput(JsonReader& reader, RpaOutputInfo& output)
 {
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("title"))
             reader.ReadString(output.title);
         else if (reader.IsKey("type"))
@@ -133,18 +131,16 @@ void ReadOutput(JsonReader& reader, RpaOutputInfo& output)
             reader.ReadString(output.defaultName);
         else if (reader.IsKey("required"))
             reader.ReadBool(output.required);
-    }
 }
 
 void ReadPackage(JsonReader& reader, PackageItem& package)
 {
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(package.name);
         else if (reader.IsKey("version"))
             reader.ReadString(package.version);
-    }
 }
 
 using MemberReader = void (*)(JsonReader&, RpaCommandInfo&);

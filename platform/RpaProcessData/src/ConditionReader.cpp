@@ -66,10 +66,9 @@ PythonParts WithoutBrackets(PythonParts python)
     constexpr int mostPairs = 8;
     for (int i = 0; i < mostPairs && python.IsWithin("(", ")") && python.Count() > 2; ++i) {
         const PythonParts inside = python.Inside();
-        for (const char* word : needsBrackets) {
+        for (const char* word : needsBrackets)
             if (inside.Has(word))
                 return python;
-        }
         python = inside;
     }
     return python;
@@ -78,10 +77,9 @@ PythonParts WithoutBrackets(PythonParts python)
 
 const char* ConditionReader::SignOf(RpaComparison comparison)
 {
-    for (const Sign& sign : signs) {
+    for (const Sign& sign : signs)
         if (sign.comparison == comparison)
             return sign.sign;
-    }
     return "";
 }
 
@@ -127,10 +125,9 @@ bool ConditionReader::Read()
 
 bool ConditionReader::ReadRow(const PythonParts& python, RpaConditionRow& row)
 {
-    for (int i = 0; i < python.Count(); ++i) {
+    for (int i = 0; i < python.Count(); ++i)
         if (IsJoin(python, i))
             return Fail(QStringLiteral("含有用括号分组的条件"));
-    }
     const QVector<int> found = Comparisons(python);
     if (found.size() > 1)
         return Fail(QStringLiteral("含有连续比较，例如 1 < 数量 < 3"));
@@ -164,10 +161,9 @@ bool ConditionReader::ReadComparison(const PythonParts& python, int sign, RpaCon
     }
     if (left.Has("not") || right.Has("not"))
         return Fail(QStringLiteral("含有对整个条件的否定"));
-    for (const Sign& known : signs) {
+    for (const Sign& known : signs)
         if (word == QLatin1String(known.sign))
             row.comparison = known.comparison;
-    }
     row.left = RpaValue::Read(left.Text());
     row.right = RpaValue::Read(right.Text());
     if (word.startsWith(QLatin1String("is"))) {

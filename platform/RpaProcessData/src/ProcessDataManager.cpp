@@ -73,10 +73,9 @@ RpaProcess* ProcessDataManager::FindProcess(const QString& name) const
 
 int ProcessDataManager::IndexOf(const QString& name) const
 {
-    for (int i = 0; i < GetCount(); ++i) {
+    for (int i = 0; i < GetCount(); ++i)
         if (GetProcess(i)->GetName() == name)
             return i;
-    }
     return -1;
 }
 
@@ -121,10 +120,9 @@ void ProcessDataManager::Private::RenameCalls(const QString& name, const QString
             const RpaCommandInfo* command = catalogue->Find(node.GetCommand());
             if (!command)
                 return;
-            for (const RpaArgumentInfo& argument : command->arguments) {
+            for (const RpaArgumentInfo& argument : command->arguments)
                 if (argument.type == RpaArgumentType::Process && node.GetArgument(argument.name) == name)
                     places.insert(node.GetId(), argument.name);
-            }
         });
         for (auto place = places.cbegin(); place != places.cend(); ++place)
             process->SetArgument(place.key(), place.value(), newName);
@@ -235,12 +233,11 @@ IJsonParser::Commit ProcessDataManager::ReadJson(JsonReader& reader)
     const auto read = std::make_shared<Private::Processes>();
     QByteArray unknown;
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("processes"))
             *read = Private::ReadProcesses(reader);
         else
             reader.KeepMember(unknown);
-    }
     return [this, read, unknown] {
         d->unknown = unknown;
         d->Replace(*this, std::move(*read));

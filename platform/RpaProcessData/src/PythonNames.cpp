@@ -66,13 +66,12 @@ QVector<PythonNames::Place> FieldsOf(const QString& text)
     for (int i = 0; i < text.size(); ++i) {
         const QChar c = text.at(i);
         const bool doubled = depth == 0 && i + 1 < text.size() && text.at(i + 1) == c;
-        if ((c == QLatin1Char('{') || c == QLatin1Char('}')) && doubled) {
+        if ((c == QLatin1Char('{') || c == QLatin1Char('}')) && doubled)
             ++i;
-        } else if (c == QLatin1Char('{') && depth++ == 0) {
+        else if (c == QLatin1Char('{') && depth++ == 0)
             begin = i + 1;
-        } else if (c == QLatin1Char('}') && depth > 0 && --depth == 0) {
+        else if (c == QLatin1Char('}') && depth > 0 && --depth == 0)
             fields.append({text.mid(begin, i - begin), begin});
-        }
     }
     return fields;
 }
@@ -136,17 +135,15 @@ QVector<PythonNames::Place> PythonNames::ReadIn(const QString& python)
     const Tokens tokens = PythonTokens::Read(python);
     const QSet<QString> bound = BoundNames(tokens);
     QVector<Place> places;
-    for (int i = 0; i < tokens.size(); ++i) {
+    for (int i = 0; i < tokens.size(); ++i)
         if (tokens.at(i).kind == PythonToken::Kind::Fields)
             AppendFields(tokens.at(i), places);
         else if (IsReadName(tokens, i))
             places.append({tokens.at(i).text, tokens.at(i).begin});
-    }
     QVector<Place> read;
-    for (const Place& place : qAsConst(places)) {
+    for (const Place& place : qAsConst(places))
         if (!bound.contains(place.name))
             read.append(place);
-    }
     return read;
 }
 

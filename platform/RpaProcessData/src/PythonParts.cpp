@@ -28,10 +28,9 @@ void PythonParts::ReadDepths()
 
 int PythonParts::Find(const char* word, int from) const
 {
-    for (int i = from; i < tokens.size(); ++i) {
+    for (int i = from; i < tokens.size(); ++i)
         if (IsOutside(i) && (tokens.at(i).IsName(word) || tokens.at(i).IsSign(word)))
             return i;
-    }
     return -1;
 }
 
@@ -60,10 +59,9 @@ bool PythonParts::IsWithin(const char* open, const char* close) const
 {
     if (Count() < 2 || broken || !tokens.first().IsSign(open) || !tokens.last().IsSign(close))
         return false;
-    for (int i = 1; i + 1 < Count(); ++i) {
+    for (int i = 1; i + 1 < Count(); ++i)
         if (IsOutside(i))
             return false;
-    }
     return true;
 }
 

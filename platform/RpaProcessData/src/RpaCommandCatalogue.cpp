@@ -27,10 +27,9 @@ public:
             }
         }
         groups.clear();
-        for (const RpaCommandInfo& command : qAsConst(commands)) {
+        for (const RpaCommandInfo& command : qAsConst(commands))
             if (!groups.contains(command.group))
                 groups.append(command.group);
-        }
     }
 
     QVector<RpaCommandInfo> commands;
@@ -40,10 +39,9 @@ public:
 
 const RpaArgumentInfo* RpaCommandInfo::FindArgument(const QString& argumentName) const
 {
-    for (const RpaArgumentInfo& argument : arguments) {
+    for (const RpaArgumentInfo& argument : arguments)
         if (argument.name == argumentName)
             return &argument;
-    }
     return nullptr;
 }
 

@@ -102,9 +102,8 @@ QString RpaCondition::ToPython() const
 
 int RpaCondition::FindIncomplete() const
 {
-    for (int i = 0; i < rows.size(); ++i) {
+    for (int i = 0; i < rows.size(); ++i)
         if (!rows.at(i).IsComplete())
             return i;
-    }
     return -1;
 }

@@ -203,10 +203,9 @@ bool RpaExpression::IsWellFormed(const QString& python)
     if (tokens.isEmpty() || EndsOpen(tokens.last()) || !AreBracketsClosed(tokens) ||
         HasStatementSign(tokens) || LacksOperand(tokens))
         return false;
-    for (const PythonToken& token : tokens) {
+    for (const PythonToken& token : tokens)
         if (token.kind == PythonToken::Kind::Bad)
             return false;
-    }
     return true;
 }
 
@@ -214,10 +213,9 @@ QStringList RpaExpression::GetVariables(const QString& python)
 {
     QStringList names;
     const QVector<PythonNames::Place> places = PythonNames::ReadIn(python);
-    for (const PythonNames::Place& place : places) {
+    for (const PythonNames::Place& place : places)
         if (!names.contains(place.name))
             names.append(place.name);
-    }
     return names;
 }
 
@@ -225,9 +223,8 @@ bool RpaExpression::IsVariableName(const QString& text)
 {
     if (text.isEmpty() || !PythonTokens::IsNameStart(text.at(0)) || PythonNames::IsKeyword(text))
         return false;
-    for (const QChar c : text) {
+    for (const QChar c : text)
         if (!PythonTokens::IsNamePart(c))
             return false;
-    }
     return true;
 }

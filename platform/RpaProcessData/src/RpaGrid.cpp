@@ -142,10 +142,9 @@ QString RpaGrid::ToPython() const
     if (rows == readRows)
         return source;
     QStringList written;
-    for (const Row& row : rows) {
+    for (const Row& row : rows)
         if (form != RpaArgumentForm::Dictionary || !row.value(0).IsEmpty())
             written.append(WriteRow(row));
-    }
     const QString joined = written.join(QLatin1String(", "));
     return form == RpaArgumentForm::Dictionary ? QLatin1Char('{') + joined + QLatin1Char('}')
                                                : QLatin1Char('[') + joined + QLatin1Char(']');

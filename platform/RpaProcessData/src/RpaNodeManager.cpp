@@ -44,24 +44,22 @@ void WriteNode(JsonWriter& writer, const RpaNode& node)
 
 const TextMember* FindTextMember(const JsonReader& reader)
 {
-    for (const TextMember& member : textMembers) {
+    for (const TextMember& member : textMembers)
         if (reader.IsKey(member.name))
             return &member;
-    }
     return nullptr;
 }
 
 RpaNode ReadNode(JsonReader& reader)
 {
     RpaNode node;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (const TextMember* member = FindTextMember(reader))
             reader.ReadString(node.*member->text);
         else if (reader.IsKey("attributes"))
             node.attributes = StatementJson::ReadMap(reader);
         else
             reader.KeepMember(node.unknown);
-    }
     return node;
 }
 
@@ -70,10 +68,9 @@ QVector<RpaNode> ReadNodes(JsonReader& reader)
     QVector<RpaNode> nodes;
     if (!reader.EnterArray())
         return nodes;
-    while (reader.NextElement()) {
+    while (reader.NextElement())
         if (reader.EnterObject())
             nodes.append(ReadNode(reader));
-    }
     return nodes;
 }
 
@@ -81,10 +78,9 @@ QMap<QString, QString> Bounded(const QMap<QString, QString>& attributes)
 {
     QMap<QString, QString> bounded;
     for (auto entry = attributes.cbegin(); entry != attributes.cend() && bounded.size() < maxAttributes;
-         ++entry) {
+         ++entry)
         if (entry.key().toUtf8().size() <= maxAttributeNameBytes)
             bounded.insert(entry.key(), entry.value().left(maxAttributeLength));
-    }
     return bounded;
 }
 
@@ -103,19 +99,17 @@ class RpaNodeManager::Private
 public:
     int IndexOfName(const QString& name) const
     {
-        for (int i = 0; i < nodes.size(); ++i) {
+        for (int i = 0; i < nodes.size(); ++i)
             if (nodes.at(i).name == name)
                 return i;
-        }
         return -1;
     }
 
     int IndexOfId(const QString& id) const
     {
-        for (int i = 0; i < nodes.size(); ++i) {
+        for (int i = 0; i < nodes.size(); ++i)
             if (nodes.at(i).id == id)
                 return i;
-        }
         return -1;
     }
 
@@ -231,12 +225,11 @@ IJsonParser::Commit RpaNodeManager::ReadJson(JsonReader& reader)
     QVector<RpaNode> nodes;
     QByteArray unknown;
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("nodes"))
             nodes = ReadNodes(reader);
         else
             reader.KeepMember(unknown);
-    }
     return [this, nodes, unknown] {
         d->nodes = nodes;
         d->unknown = unknown;

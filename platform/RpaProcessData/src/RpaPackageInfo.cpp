@@ -18,12 +18,11 @@ QVector<std::pair<QString, QString>> Sorted(const QList<QSharedPointer<PackageIt
 
 void ReadItem(JsonReader& reader, PackageItem& item)
 {
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(item.name);
         else if (reader.IsKey("version"))
             reader.ReadString(item.version);
-    }
 }
 
 QList<QSharedPointer<PackageItem>> ReadItems(JsonReader& reader)
@@ -96,9 +95,8 @@ IJsonParser::Commit RpaPackageInfo::ReadJson(JsonReader& reader)
     }
     QList<QSharedPointer<PackageItem>> read = items;
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("packages"))
             read = ReadItems(reader);
-    }
     return [this, read] { items = read; };
 }

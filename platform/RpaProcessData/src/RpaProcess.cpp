@@ -11,10 +11,9 @@ public:
                        const std::vector<RpaStatementTree::NodePtr>& nodes) const
     {
         const int depth = RpaStatementTree::DepthOf(parent);
-        for (const auto& node : nodes) {
+        for (const auto& node : nodes)
             if (depth + RpaStatementTree::HeightOf(*node) > maxDepth)
                 return false;
-        }
         return true;
     }
 
@@ -208,7 +207,7 @@ void RpaProcess::SetProgramText(const QString& text)
 // For a process that nobody sees yet: nothing is announced. The object has been entered.
 void RpaProcess::ReadJson(JsonReader& reader)
 {
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(d->name);
         else if (reader.IsKey("program"))
@@ -217,7 +216,6 @@ void RpaProcess::ReadJson(JsonReader& reader)
             d->tree.Adopt(RpaStatementTree::ReadNodes(reader));
         else
             reader.KeepMember(d->unknown);
-    }
 }
 
 void RpaProcess::WriteJson(JsonWriter& writer) const

@@ -21,10 +21,9 @@ QVector<const RpaProcess*> ReachedFrom(const ProcessDataManager& processes, cons
             const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(node.GetCommand());
             if (!command || !node.IsEffectivelyEnabled())
                 return;
-            for (const RpaArgumentInfo& argument : command->arguments) {
+            for (const RpaArgumentInfo& argument : command->arguments)
                 if (argument.type == RpaArgumentType::Process)
                     waiting.append(node.GetArgument(argument.name));
-            }
         });
     }
     return reached;

@@ -4,10 +4,9 @@ RpaStatementNode::~RpaStatementNode() = default;
 
 bool RpaStatementNode::IsEffectivelyEnabled() const
 {
-    for (const RpaStatementNode* node = this; node; node = node->parent) {
+    for (const RpaStatementNode* node = this; node; node = node->parent)
         if (!node->values.enabled)
             return false;
-    }
     return true;
 }
 
@@ -19,10 +18,9 @@ int RpaStatementNode::GetRow() const
     const auto count = static_cast<int>(siblings.size());
     // Rows shift when siblings come and go. The first question after that renumbers all of them at once, so
     // that a view that asks for every row does not search for each.
-    if (rowHint >= count || siblings[static_cast<size_t>(rowHint)].get() != this) {
+    if (rowHint >= count || siblings[static_cast<size_t>(rowHint)].get() != this)
         for (int row = 0; row < count; ++row)
             siblings[static_cast<size_t>(row)]->rowHint = row;
-    }
     return rowHint;
 }
 

@@ -125,10 +125,9 @@ std::vector<RpaStatementTree::NodePtr> RpaStatementTree::ReadNodes(JsonReader& r
         if (!reader.EnterObject())
             continue;
         read.emplace_back(new RpaStatementNode);
-        while (reader.NextMember()) {
+        while (reader.NextMember())
             if (!StatementJson::ReadMember(reader, read.back()->values))
                 read.back()->children = ReadNodes(reader);
-        }
     }
     return read;
 }

@@ -60,12 +60,11 @@ std::optional<QString> Decoded(const QString& content)
 int EndOfField(const QString& content, int open)
 {
     int depth = 0;
-    for (int i = open; i < content.size(); ++i) {
+    for (int i = open; i < content.size(); ++i)
         if (QStringLiteral("([{").contains(content.at(i)))
             ++depth;
         else if (QStringLiteral(")]}").contains(content.at(i)) && --depth == 0)
             return i;
-    }
     return -1;
 }
 
@@ -151,12 +150,11 @@ std::optional<Parts> Joined(const PythonParts& python)
             return std::nullopt;
         if (turned)
             parts.append({Kind::Code, piece.Mid(2, piece.Count() - 3).Text()});
-        for (const RpaValuePart& part : literal.value_or(Parts())) {
+        for (const RpaValuePart& part : literal.value_or(Parts()))
             if (part.kind == Kind::Text)
                 AddText(parts, part.text);
             else
                 parts.append(part);
-        }
     }
     return parts;
 }

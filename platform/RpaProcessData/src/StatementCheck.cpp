@@ -18,10 +18,9 @@ QString TitlesOf(const QStringList& commands)
 
 bool IsChoice(const RpaArgumentInfo& argument, const QString& text)
 {
-    for (const RpaChoice& choice : argument.choices) {
+    for (const RpaChoice& choice : argument.choices)
         if (choice.value == text)
             return true;
-    }
     return false;
 }
 
@@ -40,10 +39,9 @@ QString FaultOf(const RpaArgumentInfo& argument, const QString& text)
 
 const RpaStatementNode* NextEnabled(const RpaStatementNode& parent, int row)
 {
-    while (++row < parent.GetChildCount()) {
+    while (++row < parent.GetChildCount())
         if (parent.GetChild(row)->GetValues().enabled)
             return parent.GetChild(row);
-    }
     return nullptr;
 }
 } // namespace

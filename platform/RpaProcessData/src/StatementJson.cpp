@@ -25,10 +25,9 @@ void WriteStatement(JsonWriter& writer, const RpaStatement& statement)
 RpaStatement ReadStatement(JsonReader& reader)
 {
     RpaStatement statement;
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (!StatementJson::ReadMember(reader, statement))
             statement.children = StatementJson::Read(reader);
-    }
     return statement;
 }
 } // namespace
@@ -86,10 +85,9 @@ QVector<RpaStatement> StatementJson::Read(JsonReader& reader)
     QVector<RpaStatement> statements;
     if (!reader.EnterArray())
         return statements;
-    while (reader.NextElement()) {
+    while (reader.NextElement())
         if (reader.EnterObject())
             statements.append(ReadStatement(reader));
-    }
     return statements;
 }
 

@@ -53,12 +53,11 @@ VariableUse::VariableUse(const QVector<const RpaProcess*>& processes)
             ++order;
             const bool enabled = node.IsEffectivelyEnabled();
             const QStringList names = GetSet(node);
-            for (const QString& name : names) {
+            for (const QString& name : names)
                 if (enabled)
                     setters[name].append({process, &node, order});
                 else
                     setByDisabled.insert(name);
-            }
             const RpaCommandInfo* command = CommandOf(node);
             if (!command || !enabled)
                 return;
@@ -95,10 +94,9 @@ QStringList VariableUse::GetSet(const RpaStatementNode& node)
         return names;
     if (!node.GetValues().output.isEmpty())
         names.append(node.GetValues().output);
-    for (const RpaArgumentInfo& argument : command->arguments) {
+    for (const RpaArgumentInfo& argument : command->arguments)
         if (argument.type == RpaArgumentType::Variable && !argument.changes)
             names.append(TextOf(node, argument).trimmed());
-    }
     return names;
 }
 
@@ -141,11 +139,10 @@ void VariableUse::FindDisabled(const RpaProcess& process, QList<RpaCheckInfo>& f
         if (!node.IsEffectivelyEnabled())
             return;
         const QStringList names = GetRead(node);
-        for (const QString& name : names) {
+        for (const QString& name : names)
             if (!setters.contains(name) && setByDisabled.contains(name))
                 findings.append({process.GetName(), node.GetId(), QStringLiteral("disabled-reference"),
                                  QStringLiteral("引用了变量“%1”，但为它赋值的步骤已被注释").arg(name),
                                  QStringLiteral("请取消注释为它赋值的步骤，或不再使用此变量")});
-        }
     });
 }

@@ -208,10 +208,9 @@ void ArgumentField::PickIntoText(const RpaValuePart& part)
     RpaValue value;
     const QVector<RpaValuePart> parts{
         {RpaValuePart::Kind::Text, shown.left(begin)}, part, {RpaValuePart::Kind::Text, shown.mid(end)}};
-    for (const RpaValuePart& piece : parts) {
+    for (const RpaValuePart& piece : parts)
         if (!piece.text.isEmpty())
             value.parts.append(piece);
-    }
     TakeStored(ArgumentText::Stored(info.type, value));
     SetView(BestView());
     ShowText();

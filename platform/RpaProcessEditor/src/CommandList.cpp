@@ -36,10 +36,9 @@ void CommandList::Fill()
     const QStringList groups = catalogue->GetGroups();
     for (const QString& group : groups) {
         QVector<Row> commands;
-        for (const RpaCommandInfo& info : catalogue->GetCommands()) {
+        for (const RpaCommandInfo& info : catalogue->GetCommands())
             if (info.group == group && (search.isEmpty() || CommandTexts::Matches(info, search)))
                 commands.append({group, info.name, info.title, info.description});
-        }
         if (commands.isEmpty())
             continue;
         if (grouped)
@@ -81,10 +80,9 @@ QString CommandList::NothingFound() const
 
 int CommandList::FirstCommandRow() const
 {
-    for (int row = 0; row < rows.size(); ++row) {
+    for (int row = 0; row < rows.size(); ++row)
         if (!rows.at(row).name.isEmpty())
             return row;
-    }
     return -1;
 }
 

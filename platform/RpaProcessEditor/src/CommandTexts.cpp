@@ -46,10 +46,9 @@ QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, con
         const QString known = elements(text);
         return known.isEmpty() ? text : known;
     }
-    for (const RpaChoice& choice : argument->choices) {
+    for (const RpaChoice& choice : argument->choices)
         if (choice.value == text)
             return choice.title;
-    }
     return ValueText(argument->type, text);
 }
 
@@ -194,10 +193,9 @@ RpaStatement CommandTexts::NewStatement(const RpaCommandInfo& info, const RpaPro
 {
     RpaStatement statement;
     statement.command = info.name;
-    for (const RpaArgumentInfo& argument : info.arguments) {
+    for (const RpaArgumentInfo& argument : info.arguments)
         if (!argument.defaultValue.isEmpty())
             statement.arguments.insert(argument.name, argument.defaultValue);
-    }
     if (!info.output.defaultName.isEmpty()) {
         const QStringList used = Variables(process);
         statement.output = FreeName(info.output.defaultName, QSet<QString>(used.begin(), used.end()));

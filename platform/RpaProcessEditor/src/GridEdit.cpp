@@ -116,10 +116,9 @@ void GridEdit::Fill()
     const bool named = form == RpaArgumentForm::Columns;
     table->setColumnCount(columns);
     table->setRowCount(qMax(rows.size(), named ? qMax(1, offers.columns.size()) : 1));
-    for (int row = 0; row < table->rowCount(); ++row) {
+    for (int row = 0; row < table->rowCount(); ++row)
         for (int column = 0; column < columns; ++column)
             FillCell(row, column, rows.value(row).value(column));
-    }
     QStringList names;
     for (int row = 0; row < table->rowCount(); ++row)
         names.append(named ? offers.columns.value(row, QString::number(row + 1)) : QString::number(row + 1));

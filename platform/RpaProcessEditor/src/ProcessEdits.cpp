@@ -32,10 +32,9 @@ private:
 
 bool LiesInside(const RpaProcess& process, const QString& id, const QStringList& ids)
 {
-    for (const RpaStatementNode* node = process.Find(id); node && !node->IsRoot(); node = node->GetParent()) {
+    for (const RpaStatementNode* node = process.Find(id); node && !node->IsRoot(); node = node->GetParent())
         if (ids.contains(node->GetId()))
             return true;
-    }
     return false;
 }
 
@@ -61,10 +60,9 @@ bool IsInPlace(const RpaProcess& process, const QStringList& ids, const QString&
 QVector<RpaStatement> StatementsOf(const RpaProcess& process, const QStringList& ids)
 {
     QVector<RpaStatement> statements;
-    for (const QString& id : ids) {
+    for (const QString& id : ids)
         if (const RpaStatementNode* node = process.Find(id))
             statements.append(node->ToStatement());
-    }
     return statements;
 }
 

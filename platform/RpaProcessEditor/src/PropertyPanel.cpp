@@ -180,10 +180,9 @@ void PropertyPanel::SlotCaptured(const QString& elementId)
         EndTyping();
     }
     Build();
-    for (ArgumentField* field : qAsConst(fields)) {
+    for (ArgumentField* field : qAsConst(fields))
         if (shownIds.first() == target.statement && field->Name() == target.argument)
             field->setFocus();
-    }
 }
 
 void PropertyPanel::SlotCapturingChanged(bool capturing)

@@ -117,10 +117,9 @@ void StandingFindings::Look()
 {
     const QList<RpaCheckInfo> again = FindAgain();
     QList<RpaCheckInfo> standing;
-    for (const RpaCheckInfo& info : qAsConst(findings)) {
+    for (const RpaCheckInfo& info : qAsConst(findings))
         if (Stands(info, again))
             standing.append(info);
-    }
     if (standing.size() == findings.size())
         return;
     findings = standing;

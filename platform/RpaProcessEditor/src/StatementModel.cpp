@@ -320,10 +320,9 @@ bool StatementModel::canDropMimeData(const QMimeData* mime, Qt::DropAction actio
     if (!mime->hasFormat(StatementsMime()))
         return false;
     const QStringList dragged = action == Qt::MoveAction ? DraggedIds(*mime) : QStringList();
-    for (const RpaStatementNode* node = NodeOf(parent); node && !node->IsRoot(); node = node->GetParent()) {
+    for (const RpaStatementNode* node = NodeOf(parent); node && !node->IsRoot(); node = node->GetParent())
         if (dragged.contains(node->GetId()))
             return false;
-    }
     return true;
 }
 
@@ -333,10 +332,9 @@ QStringList StatementModel::DraggedIds(const QMimeData& mime) const
     if (mime.data(SourceMime()) != SourceKey(process))
         return ids;
     const QVector<RpaStatement> statements = RpaStatement::FromJson(mime.data(StatementsMime()));
-    for (const RpaStatement& statement : statements) {
+    for (const RpaStatement& statement : statements)
         if (process->Find(statement.id))
             ids.append(statement.id);
-    }
     return ids;
 }
 

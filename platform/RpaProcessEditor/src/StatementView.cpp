@@ -108,10 +108,9 @@ StatementView::Place StatementView::PlaceFor(const QString& command) const
     const RpaCommandInfo* added = InfoOf(command);
     const bool branch = added && added->blockKind == RpaBlockKind::Branch;
     // "Else" belongs behind the block it continues, wherever in that block the author is.
-    for (const RpaStatementNode* node = current; branch && !node->IsRoot(); node = node->GetParent()) {
+    for (const RpaStatementNode* node = current; branch && !node->IsRoot(); node = node->GetParent())
         if (added->follows.contains(node->GetCommand()))
             return {node->GetParent()->GetId(), node->GetRow() + 1};
-    }
     const bool open = current->GetChildCount() == 0 || isExpanded(currentIndex().siblingAtColumn(0));
     if (CommandTexts::HasChildren(current->GetCommand()) && open)
         return {current->GetId(), 0};

@@ -130,12 +130,11 @@ QVector<RpaValuePart> ValueEdit::PartsWithin(int begin, int end) const
             const QString text = piece.text().mid(from - piece.position(), to - from);
             const QString python = piece.charFormat().property(ValueChip::pythonProperty).toString();
             // Equal pieces side by side are one fragment.
-            for (const QChar c : text) {
+            for (const QChar c : text)
                 if (c == QChar::ObjectReplacementCharacter)
                     parts.append({Kind::Code, python});
                 else
                     addText(c == QChar::LineSeparator ? QStringLiteral("\n") : QString(c));
-            }
         }
     }
     return parts;
@@ -230,12 +229,11 @@ void ValueEdit::insertFromMimeData(const QMimeData* source)
     QTextCursor cursor = textCursor();
     cursor.beginEditBlock();
     cursor.removeSelectedText();
-    if (value && !value->IsEmpty()) {
+    if (value && !value->IsEmpty())
         for (const RpaValuePart& part : value->parts)
             Write(cursor, part);
-    } else {
+    else
         Write(cursor, {Kind::Text, source->text()});
-    }
     cursor.endEditBlock();
     setTextCursor(cursor);
     ensureCursorVisible();

@@ -92,10 +92,9 @@ void ValuePicker::AddCode(QMenu* menu, const QString& title, const QString& pyth
 void ValuePicker::AddColumns(QMenu* menu)
 {
     QMenu* columns = AddMenu(menu, QStringLiteral("表格列"), !offers.columns.isEmpty());
-    for (const QString& row : offers.rows) {
+    for (const QString& row : offers.rows)
         for (const QString& column : offers.columns)
             AddCode(columns, row + QStringLiteral(" 的 ") + column, ColumnOf(row, column));
-    }
     columns->addSeparator();
     for (const QString& column : offers.columns) {
         QAction* name = columns->addAction(Title(QStringLiteral("列名 ") + column));

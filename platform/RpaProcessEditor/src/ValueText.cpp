@@ -52,10 +52,9 @@ QString ValueText::Label(const QString& python)
         const char* title;
     };
     static constexpr Word words[] = {{"True", "是"}, {"False", "否"}, {"None", "空值"}};
-    for (const Word& word : words) {
+    for (const Word& word : words)
         if (python == QLatin1String(word.python))
             return QString::fromUtf8(word.title);
-    }
     static const QRegularExpression parameter(QStringLiteral("^rpa\\.get_param\\(\"([^\"\\\\]*)\"\\)$"));
     static const QRegularExpression column(QStringLiteral("^(\\w+)\\[\"([^\"\\\\]*)\"\\]$"),
                                            QRegularExpression::UseUnicodePropertiesOption);

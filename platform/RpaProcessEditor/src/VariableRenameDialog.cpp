@@ -28,10 +28,9 @@ QString VariableOf(const RpaStatementNode* node)
     const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(node->GetCommand());
     if (!command)
         return QString();
-    for (const RpaArgumentInfo& argument : command->arguments) {
+    for (const RpaArgumentInfo& argument : command->arguments)
         if (argument.type == RpaArgumentType::Variable)
             return node->GetArgument(argument.name).trimmed();
-    }
     return QString();
 }
 

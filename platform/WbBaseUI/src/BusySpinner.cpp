@@ -56,7 +56,6 @@ void BusySpinner::hideEvent(QHideEvent*)
 
 void BusySpinner::timerEvent(QTimerEvent* event)
 {
-    if (event->timerId() == timer.timerId()) {
+    if (event->timerId() == timer.timerId())
         update();
-    }
 }

@@ -79,9 +79,8 @@ void DialogTitleBar::mousePressEvent(QMouseEvent* event)
 
 void DialogTitleBar::mouseMoveEvent(QMouseEvent* event)
 {
-    if (dragging) {
+    if (dragging)
         window()->move(event->globalPos() - grabbedAt);
-    }
 }
 
 void DialogTitleBar::mouseReleaseEvent(QMouseEvent*)

@@ -42,9 +42,8 @@ QPainterPath ShapePath(const QStringRef& element, const QXmlStreamAttributes& a)
 QRectF ReadViewBox(const QXmlStreamAttributes& attributes)
 {
     const QVector<QStringRef> parts = attributes.value(QLatin1String("viewBox")).split(QLatin1Char(' '));
-    if (parts.size() != 4) {
+    if (parts.size() != 4)
         return {0, 0, 24, 24};
-    }
     return {parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble(), parts[3].toDouble()};
 }
 } // namespace
@@ -55,9 +54,8 @@ IconDrawing IconDrawing::FromSvg(const QByteArray& svg)
     qreal inheritedStroke = 0;
     QXmlStreamReader xml(svg);
     while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement) {
+        if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
-        }
         const QXmlStreamAttributes attributes = xml.attributes();
         if (xml.name() == QLatin1String("svg")) {
             drawing.viewBox = ReadViewBox(attributes);
@@ -66,9 +64,8 @@ IconDrawing IconDrawing::FromSvg(const QByteArray& svg)
         }
         Shape shape;
         shape.path = ShapePath(xml.name(), attributes);
-        if (shape.path.isEmpty()) {
+        if (shape.path.isEmpty())
             continue;
-        }
         const bool filled = attributes.value(QLatin1String("fill")) == QLatin1String("currentColor");
         const bool unstroked = attributes.value(QLatin1String("stroke")) == QLatin1String("none");
         shape.fillOpacity = filled ? Number(attributes, "fill-opacity", 1) : 0;
@@ -81,9 +78,8 @@ IconDrawing IconDrawing::FromSvg(const QByteArray& svg)
 
 void IconDrawing::Paint(QPainter& painter, const QRectF& target, const QColor& color) const
 {
-    if (viewBox.isEmpty()) {
+    if (viewBox.isEmpty())
         return;
-    }
     const qreal scale = qMin(target.width() / viewBox.width(), target.height() / viewBox.height());
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);

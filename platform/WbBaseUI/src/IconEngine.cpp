@@ -10,9 +10,8 @@ namespace
 {
 WbColor ColorFor(QIcon::Mode mode, QIcon::State state, WbColor normal)
 {
-    if (mode == QIcon::Disabled) {
+    if (mode == QIcon::Disabled)
         return WbColor::TextDisabled;
-    }
     // A colour that tells something, red for a fault, tells it in a selected row too.
     const bool plain = normal == WbColor::Text || normal == WbColor::TextSecondary;
     return plain && (mode == QIcon::Selected || state == QIcon::On) ? WbColor::AccentText : normal;

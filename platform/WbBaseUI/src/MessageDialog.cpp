@@ -52,18 +52,15 @@ constexpr QMessageBox::StandardButton kSafeAnswers[] = {QMessageBox::Cancel, QMe
 QMessageBox::StandardButton DefaultAnswer(MessageDialog::Kind kind, QMessageBox::StandardButtons buttons)
 {
     if (kind == MessageDialog::Kind::Warning) {
-        for (const auto safe : kSafeAnswers) {
-            if (buttons.testFlag(safe)) {
+        for (const auto safe : kSafeAnswers)
+            if (buttons.testFlag(safe))
                 return safe;
-            }
-        }
     }
     for (const ButtonRow& row : kButtons) {
         const bool agrees = row.button != QMessageBox::Help && row.button != QMessageBox::Reset &&
                             row.button != QMessageBox::RestoreDefaults;
-        if (agrees && buttons.testFlag(row.button)) {
+        if (agrees && buttons.testFlag(row.button))
             return row.button;
-        }
     }
     return QMessageBox::NoButton;
 }
@@ -141,9 +138,8 @@ void MessageDialog::AddButton(QMessageBox::StandardButton button, const QString&
     push->setAutoDefault(true);
     push->setDefault(isDefault);
     buttonRow->layout()->addWidget(push);
-    if (isDefault) {
+    if (isDefault)
         push->setFocus();
-    }
     connect(push, &QPushButton::clicked, this, [this, button] {
         answer = button;
         accept();
@@ -158,9 +154,8 @@ void MessageDialog::SetExtraWidget(QWidget* extra)
 
 void MessageDialog::SetTextSelectable(bool selectable)
 {
-    if (selectable) {
+    if (selectable)
         labelText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    }
 }
 
 void MessageDialog::AdjustForDpi()

@@ -15,11 +15,9 @@ bool HangsTogether(QChar c)
 int EndOfLines(const QString& text, int mostLines)
 {
     int lines = 0;
-    for (int position = 0; position < text.size(); ++position) {
-        if (text.at(position) == QLatin1Char('\n') && ++lines == mostLines) {
+    for (int position = 0; position < text.size(); ++position)
+        if (text.at(position) == QLatin1Char('\n') && ++lines == mostLines)
             return position;
-        }
-    }
     return text.size();
 }
 
@@ -42,11 +40,9 @@ QString BreakLongWords(const QString& text)
 QString ShowableMessage(const QString& text, int longest, int mostLines)
 {
     int end = qMin(longest, EndOfLines(text, mostLines));
-    if (end >= text.size()) {
+    if (end >= text.size())
         return BreakLongWords(text);
-    }
-    if (end > 0 && text.at(end - 1).isHighSurrogate()) {
+    if (end > 0 && text.at(end - 1).isHighSurrogate())
         --end;
-    }
     return BreakLongWords(text.left(end)) + kEllipsis;
 }

@@ -45,15 +45,13 @@ int Ask(MessageDialog::Kind kind, const Request& request)
     int answer = QMessageBox::Cancel;
     {
         const Loan loan(request.extra);
-        if (request.extra) {
+        if (request.extra)
             box->SetExtraWidget(request.extra);
-        }
         box->SetTextSelectable(request.textControlType == 1);
         box->AddButtons(request.buttons, request.buttonTexts);
         box->exec();
-        if (box) {
+        if (box)
             answer = box->GetAnswer();
-        }
     }
     delete box.data();
     emit PackagedMsgBoxNotify::Instance()->SigAnswered(parent, request.buttons, answer);

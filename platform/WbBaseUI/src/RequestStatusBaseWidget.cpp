@@ -93,11 +93,9 @@ public:
 
     void ShowSucceedWidgets(bool visible)
     {
-        for (const QPointer<QWidget>& widget : succeedWidgets) {
-            if (widget) {
+        for (const QPointer<QWidget>& widget : succeedWidgets)
+            if (widget)
                 widget->setVisible(visible);
-            }
-        }
     }
 
     // Hiding the widget with the focus would hand it to whatever comes next in the window, and keys typed
@@ -117,17 +115,15 @@ public:
     void OfferRefresh()
     {
         const QWidget* focus = QApplication::focusWidget();
-        if (focusBefore || !focus || q->isAncestorOf(focus)) {
+        if (focusBefore || !focus || q->isAncestorOf(focus))
             buttonRefresh->setFocus();
-        }
     }
 
     void RestoreFocus()
     {
         QWidget* focus = QApplication::focusWidget();
-        if (focusBefore && (!focus || focus == q || q->isAncestorOf(focus))) {
+        if (focusBefore && (!focus || focus == q || q->isAncestorOf(focus)))
             focusBefore->setFocus();
-        }
         focusBefore.clear();
     }
 
@@ -157,9 +153,8 @@ RequestStatusBaseWidget::~RequestStatusBaseWidget() = default;
 
 void RequestStatusBaseWidget::AddSucceedWidget(QWidget* widget)
 {
-    if (widget) {
+    if (widget)
         d->succeedWidgets.append(widget);
-    }
 }
 
 RequestStatus RequestStatusBaseWidget::GetStatus() const
@@ -181,15 +176,13 @@ void RequestStatusBaseWidget::SetStatus(RequestStatus status)
     show();
     d->TakeFocus();
     d->ShowSucceedWidgets(false);
-    if (status == RequestStatus::Failed) {
+    if (status == RequestStatus::Failed)
         d->OfferRefresh();
-    }
 }
 
 void RequestStatusBaseWidget::SetErrorMsg(const QString& message)
 {
     d->reason = ShowableMessage(message, kLongestReason, kMostLines);
-    if (d->status == RequestStatus::Failed) {
+    if (d->status == RequestStatus::Failed)
         d->ShowParts();
-    }
 }

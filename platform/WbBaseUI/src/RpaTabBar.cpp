@@ -60,9 +60,8 @@ public:
         const QString question = QStringLiteral("确定删除“%1”吗？").arg(strip->tabText(index));
         const QPointer<RpaTabBar> guard(q);
         const int answer = PackagedMsgBox::question(question, q, QMessageBox::Yes | QMessageBox::No);
-        if (guard && answer == QMessageBox::Yes && index < strip->count()) {
+        if (guard && answer == QMessageBox::Yes && index < strip->count())
             emit q->SigDeleteTab(index);
-        }
     }
 
     void ShowMenu(int index, const QPoint& position)
@@ -93,24 +92,21 @@ public:
                                     QStringLiteral("actionDelete"), onTab && strip->count() > 1);
 
         const QAction* chosen = menu->exec(position);
-        if (!menu) {
+        if (!menu)
             return;
-        }
         menu->deleteLater(); // not yet: its actions are compared
-        if (!chosen) {
+        if (!chosen)
             return;
-        }
-        if (chosen == create) {
+        if (chosen == create)
             emit q->SigAddTab();
-        } else if (chosen == rename) {
+        else if (chosen == rename)
             emit q->SigRenameTab(index);
-        } else if (chosen == left) {
+        else if (chosen == left)
             emit q->SigTabMoved(index, index - 1);
-        } else if (chosen == right) {
+        else if (chosen == right)
             emit q->SigTabMoved(index, index + 1);
-        } else if (chosen == remove) {
+        else if (chosen == remove)
             AskToDelete(index);
-        }
     }
 
     RpaTabBar* const q;
@@ -125,9 +121,8 @@ RpaTabBar::RpaTabBar(QWidget* parent) : QWidget(parent), d(std::make_unique<Priv
     setFocusProxy(d->strip);
     connect(d->buttonAdd, &QToolButton::clicked, this, &RpaTabBar::SigAddTab);
     connect(d->strip, &TabStrip::currentChanged, this, [this](int index) {
-        if (index >= 0) {
+        if (index >= 0)
             emit SigTabChanged(index);
-        }
     });
     connect(d->strip, &TabStrip::SigRename, this, &RpaTabBar::SigRenameTab);
     connect(d->strip, &TabStrip::SigMove, this, &RpaTabBar::SigTabMoved);
@@ -141,12 +136,10 @@ RpaTabBar::~RpaTabBar() = default;
 void RpaTabBar::Initialize(const QStringList& names)
 {
     const QSignalBlocker blocker(d->strip);
-    while (d->strip->count() > 0) {
+    while (d->strip->count() > 0)
         d->strip->removeTab(d->strip->count() - 1);
-    }
-    for (const QString& name : names) {
+    for (const QString& name : names)
         d->strip->AppendTab(name);
-    }
     d->strip->setCurrentIndex(names.isEmpty() ? -1 : 0);
 }
 
@@ -164,9 +157,8 @@ void RpaTabBar::AddTab(const QString& name)
 
 void RpaTabBar::RemoveTab(int index)
 {
-    if (index < 0 || index >= d->strip->count()) {
+    if (index < 0 || index >= d->strip->count())
         return;
-    }
     if (index == d->strip->currentIndex() && d->strip->count() > 1) {
         const bool last = index == d->strip->count() - 1;
         d->strip->setCurrentIndex(last ? index - 1 : index + 1);

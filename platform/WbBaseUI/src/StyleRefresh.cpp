@@ -6,9 +6,8 @@
 void RefreshStyle(QWidget* widget)
 {
     // A widget that was never shown is polished later anyway, with the properties it has then.
-    if (!widget->testAttribute(Qt::WA_WState_Polished)) {
+    if (!widget->testAttribute(Qt::WA_WState_Polished))
         return;
-    }
     QStyle* style = widget->style();
     style->unpolish(widget);
     style->polish(widget);

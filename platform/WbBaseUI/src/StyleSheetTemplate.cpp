@@ -49,11 +49,9 @@ QString StyleSheetTemplate::Resolve(const QString& placeholder, WbTheme::Scheme 
         const QStringList parts = placeholder.mid(image.size()).split(QLatin1Char(' '));
         return parts.size() == 3 ? imageFor(parts[0], parts[1], scaleLength(parts[2].toInt())) : QString();
     }
-    for (const ColorToken& token : ColorTokens()) {
-        if (placeholder == QLatin1String(token.name)) {
+    for (const ColorToken& token : ColorTokens())
+        if (placeholder == QLatin1String(token.name))
             return QColor::fromRgb(scheme == WbTheme::Scheme::Light ? token.light : token.dark).name();
-        }
-    }
     qWarning("Unknown name in the style sheet template: %s", qPrintable(placeholder));
     return {};
 }

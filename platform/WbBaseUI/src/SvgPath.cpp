@@ -34,9 +34,8 @@ public:
         while (position < text.size()) {
             const QChar c = text.at(position);
             const bool sign = c == QLatin1Char('-') && position == start;
-            if (!c.isDigit() && !sign && (c != QLatin1Char('.') || dot)) {
+            if (!c.isDigit() && !sign && (c != QLatin1Char('.') || dot))
                 break;
-            }
             dot = dot || c == QLatin1Char('.');
             ++position;
         }
@@ -57,9 +56,8 @@ private:
     void SkipSeparators()
     {
         while (position < text.size() &&
-               (text.at(position).isSpace() || text.at(position) == QLatin1Char(','))) {
+               (text.at(position).isSpace() || text.at(position) == QLatin1Char(',')))
             ++position;
-        }
     }
 
     const QString& text;
@@ -96,11 +94,10 @@ void AppendArc(QPainterPath& path, const Arc& arc, const QPointF& to)
     };
     const qreal start = angle(a);
     qreal span = angle(b) - start;
-    if (arc.sweep && span > 0) {
+    if (arc.sweep && span > 0)
         span -= 360;
-    } else if (!arc.sweep && span < 0) {
+    else if (!arc.sweep && span < 0)
         span += 360;
-    }
     path.arcTo(QRectF((centre.x() - 1) * arc.rx, (centre.y() - 1) * arc.ry, 2 * arc.rx, 2 * arc.ry), start,
                span);
 }
@@ -114,18 +111,15 @@ public:
     {
         char command = 0;
         while (in.AtCommand() || (command && in.HasNumber())) {
-            if (in.AtCommand()) {
+            if (in.AtCommand())
                 command = in.TakeCommand();
-            }
-            if (!Apply(command)) {
+            if (!Apply(command))
                 break;
-            }
             // Further pairs after a move are lines.
-            if (command == 'M' || command == 'm') {
+            if (command == 'M' || command == 'm')
                 command = command == 'M' ? 'L' : 'l';
-            } else if (command == 'Z' || command == 'z') {
+            else if (command == 'Z' || command == 'z')
                 command = 0;
-            }
         }
         return path;
     }

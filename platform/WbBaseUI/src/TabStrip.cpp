@@ -23,9 +23,8 @@ void TabStrip::Swap(int from, int to)
 {
     const int low = qMin(from, to);
     const int high = qMax(from, to);
-    if (low < 0 || high >= count() || low == high) {
+    if (low < 0 || high >= count() || low == high)
         return;
-    }
     moveTab(high, low);
     moveTab(low + 1, high);
 }
@@ -42,17 +41,15 @@ void TabStrip::mousePressEvent(QMouseEvent* event)
 void TabStrip::mouseMoveEvent(QMouseEvent* event)
 {
     WbTabBar::mouseMoveEvent(event);
-    if (pressedIdentity < 0 || !event->buttons().testFlag(Qt::LeftButton)) {
+    if (pressedIdentity < 0 || !event->buttons().testFlag(Qt::LeftButton))
         return;
-    }
     const int travelled = qAbs(event->pos().x() - pressedAt.x());
     if (!dragging && travelled >= QApplication::startDragDistance()) {
         dragging = true;
         setCursor(Qt::ClosedHandCursor);
     }
-    if (dragging) {
+    if (dragging)
         DragTo(event->pos());
-    }
 }
 
 void TabStrip::mouseReleaseEvent(QMouseEvent* event)
@@ -69,16 +66,14 @@ void TabStrip::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const int index = tabAt(event->pos());
     pressedIdentity = -1;
-    if (event->button() == Qt::LeftButton && index >= 0) {
+    if (event->button() == Qt::LeftButton && index >= 0)
         emit SigRename(index);
-    }
 }
 
 void TabStrip::keyPressEvent(QKeyEvent* event)
 {
-    if (!HandleKey(*event)) {
+    if (!HandleKey(*event))
         WbTabBar::keyPressEvent(event);
-    }
 }
 
 void TabStrip::contextMenuEvent(QContextMenuEvent* event)
@@ -91,9 +86,8 @@ void TabStrip::contextMenuEvent(QContextMenuEvent* event)
 bool TabStrip::HandleKey(const QKeyEvent& event)
 {
     const int index = currentIndex();
-    if (index < 0) {
+    if (index < 0)
         return false;
-    }
     const bool moving = event.modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
     switch (event.key()) {
     case Qt::Key_F2:
@@ -109,14 +103,12 @@ bool TabStrip::HandleKey(const QKeyEvent& event)
         setCurrentIndex(count() - 1);
         return true;
     case Qt::Key_PageUp:
-        if (moving) {
+        if (moving)
             MoveBy(index, -1);
-        }
         return moving;
     case Qt::Key_PageDown:
-        if (moving) {
+        if (moving)
             MoveBy(index, 1);
-        }
         return moving;
     default:
         return false;
@@ -126,9 +118,8 @@ bool TabStrip::HandleKey(const QKeyEvent& event)
 void TabStrip::MoveBy(int index, int step)
 {
     const int target = index + step;
-    if (target >= 0 && target < count()) {
+    if (target >= 0 && target < count())
         emit SigMove(index, target);
-    }
 }
 
 // Moves go neighbour by neighbour, so that exchanging tabs gives the same order as moving them.
@@ -137,14 +128,12 @@ void TabStrip::DragTo(const QPoint& position)
     for (int guard = count(); guard > 0; --guard) {
         const int index = IndexOfIdentity(pressedIdentity);
         const int step = index < 0 ? 0 : StepTowards(index, position.x());
-        if (step == 0) {
+        if (step == 0)
             return;
-        }
         emit SigMove(index, index + step);
         // The owner may have refused.
-        if (IndexOfIdentity(pressedIdentity) == index) {
+        if (IndexOfIdentity(pressedIdentity) == index)
             return;
-        }
     }
 }
 
@@ -153,21 +142,17 @@ void TabStrip::DragTo(const QPoint& position)
 int TabStrip::StepTowards(int index, int x) const
 {
     const QRect own = tabRect(index);
-    if (index + 1 < count() && x > tabRect(index + 1).right() - own.width() && x > own.right()) {
+    if (index + 1 < count() && x > tabRect(index + 1).right() - own.width() && x > own.right())
         return 1;
-    }
-    if (index > 0 && x < tabRect(index - 1).left() + own.width() && x < own.left()) {
+    if (index > 0 && x < tabRect(index - 1).left() + own.width() && x < own.left())
         return -1;
-    }
     return 0;
 }
 
 int TabStrip::IndexOfIdentity(int identity) const
 {
-    for (int index = 0; index < count(); ++index) {
-        if (tabData(index).toInt() == identity) {
+    for (int index = 0; index < count(); ++index)
+        if (tabData(index).toInt() == identity)
             return index;
-        }
-    }
     return -1;
 }

@@ -12,9 +12,8 @@ constexpr int kHighResolution = 2;
 
 bool WritePicture(const IconDrawing& drawing, const QString& path, int pixels, const QColor& color)
 {
-    if (QFile::exists(path)) {
+    if (QFile::exists(path))
         return true;
-    }
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -25,11 +24,9 @@ bool WritePicture(const IconDrawing& drawing, const QString& path, int pixels, c
 
 QColor ColorByName(const QString& name, WbTheme::Scheme scheme)
 {
-    for (const ColorToken& token : ColorTokens()) {
-        if (name == QLatin1String(token.name)) {
+    for (const ColorToken& token : ColorTokens())
+        if (name == QLatin1String(token.name))
             return WbTheme::Color(token.color, scheme);
-        }
-    }
     return {};
 }
 } // namespace
@@ -38,9 +35,8 @@ QString ThemeImages::PathFor(const QString& icon, const QString& colorName, int 
 {
     QFile svg(QStringLiteral(":/wb/icons/%1.svg").arg(icon));
     const QColor color = ColorByName(colorName, scheme);
-    if (!folder.isValid() || !color.isValid() || size <= 0 || !svg.open(QIODevice::ReadOnly)) {
+    if (!folder.isValid() || !color.isValid() || size <= 0 || !svg.open(QIODevice::ReadOnly))
         return {};
-    }
     const IconDrawing drawing = IconDrawing::FromSvg(svg.readAll());
     const QString base =
         QStringLiteral("%1/%2-%3-%4")

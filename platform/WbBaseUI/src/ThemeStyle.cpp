@@ -37,11 +37,9 @@ ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
-    for (const MetricRow& row : kMetrics) {
-        if (row.metric == metric) {
+    for (const MetricRow& row : kMetrics)
+        if (row.metric == metric)
             return DpiTool::ScaleDefault(row.length);
-        }
-    }
     return QProxyStyle::pixelMetric(metric, option, widget);
 }
 

@@ -43,15 +43,12 @@ int WeightOf(const QWidget* widget)
 {
     // Also while it is disabled: a notice often comes while the window waits for an answer.
     if (IsAnyOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QTabBar, QAbstractSlider,
-                WbIconButtonWidget>(widget)) {
+                WbIconButtonWidget>(widget))
         return widget->hasFocus() ? kFocus : kField;
-    }
-    if (qobject_cast<const QLabel*>(widget)) {
+    if (qobject_cast<const QLabel*>(widget))
         return kText;
-    }
-    if (qobject_cast<const QScrollArea*>(widget)) {
+    if (qobject_cast<const QScrollArea*>(widget))
         return 0;
-    }
     const bool takesKeys = widget->focusPolicy() & Qt::TabFocus && !widget->layout();
     const bool isView = qobject_cast<const QAbstractScrollArea*>(widget) || takesKeys;
     return isView && widget->isEnabled() ? (widget->hasFocus() ? kField : kView) : 0;
@@ -86,9 +83,8 @@ void ToastPlace::Collect(const QWidget* widget, const QRect& clip)
     for (QObject* object : widget->children()) {
         const auto* child = qobject_cast<const QWidget*>(object);
         if (!child || child->isWindow() || !child->isVisible() ||
-            child->objectName() == QLatin1String("WbToast")) {
+            child->objectName() == QLatin1String("WbToast"))
             continue;
-        }
         const QPoint origin = child->mapTo(child->window(), QPoint(0, 0));
         const QRect seen = clip.intersected(QRect(origin, child->size()));
         const int weight = WeightOf(child);
@@ -97,9 +93,8 @@ void ToastPlace::Collect(const QWidget* widget, const QRect& clip)
             continue;
         }
         const QRect filled = seen.intersected(FilledPartOf(child).translated(origin));
-        if (!filled.isEmpty()) {
+        if (!filled.isEmpty())
             parts.append({filled, weight});
-        }
     }
 }
 
@@ -112,9 +107,8 @@ qint64 ToastPlace::CostOf(const QRect& rect, qint64 enough) const
         const QRect common = part.rect.intersected(roomy);
         if (!common.isEmpty()) {
             cost += qint64(common.width()) * common.height() * part.weight;
-            if (cost >= enough) {
+            if (cost >= enough)
                 break;
-            }
         }
     }
     return cost;

@@ -18,9 +18,8 @@ constexpr int kGap = 8;
 
 bool CanHost(const QWidget* widget)
 {
-    if (!widget || !widget->isVisible() || widget->isMinimized()) {
+    if (!widget || !widget->isVisible() || widget->isMinimized())
         return false;
-    }
     const Qt::WindowType type = widget->windowType();
     return type == Qt::Window || type == Qt::Dialog;
 }
@@ -60,9 +59,8 @@ void ToastStack::Show(const QString& text, ENUM_TOAST_TYPE type)
     const auto same = std::find_if(toasts.begin(), toasts.end(), [&text, type](const ToastWidget* toast) {
         return toast->GetText() == text && toast->GetType() == type;
     });
-    if (same != toasts.end()) {
+    if (same != toasts.end())
         Remove(*same);
-    }
     auto* toast = new ToastWidget(text, type, window);
     Adopt(toast);
     toast->FadeIn();
@@ -70,14 +68,12 @@ void ToastStack::Show(const QString& text, ENUM_TOAST_TYPE type)
 
 void ToastStack::Adopt(ToastWidget* toast)
 {
-    if (toast->parentWidget() != window) {
+    if (toast->parentWidget() != window)
         toast->setParent(window);
-    }
     connect(toast, &ToastWidget::SigGone, this, [this, toast] { Remove(toast); });
     toasts.append(toast);
-    while (toasts.size() > kMostToasts) {
+    while (toasts.size() > kMostToasts)
         Remove(toasts.constFirst());
-    }
     toast->show();
     Arrange();
 }
@@ -93,41 +89,37 @@ void ToastStack::Remove(ToastWidget* toast)
 
 bool ToastStack::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == window && event->type() == QEvent::Resize) {
+    if (watched == window && event->type() == QEvent::Resize)
         Arrange();
-    } else if (watched == window && event->type() == QEvent::LayoutRequest && !toasts.isEmpty()) {
+    else if (watched == window && event->type() == QEvent::LayoutRequest && !toasts.isEmpty())
         looking.start(); // once the new layout stands
-    } else if (watched == window && event->type() == QEvent::Hide && !event->spontaneous()) {
+    else if (watched == window && event->type() == QEvent::Hide && !event->spontaneous())
         MoveToNextWindow();
-    }
     return QObject::eventFilter(watched, event);
 }
 
 // A dialog that shows a notice and closes at once would take it away unread.
 void ToastStack::MoveToNextWindow()
 {
-    if (toasts.isEmpty() || QCoreApplication::closingDown()) {
+    if (toasts.isEmpty() || QCoreApplication::closingDown())
         return;
-    }
     QWidget* owner = window->parentWidget() ? window->parentWidget()->window() : nullptr;
     QWidget* next = CanHost(owner) ? owner : ToastWindow();
     const QVector<ToastWidget*> leaving = toasts;
     toasts.clear();
     for (ToastWidget* toast : leaving) {
         toast->disconnect(this);
-        if (next && next != window) {
+        if (next && next != window)
             Of(next)->Adopt(toast);
-        } else {
+        else
             toast->deleteLater();
-        }
     }
 }
 
 void ToastStack::Arrange()
 {
-    if (toasts.isEmpty()) {
+    if (toasts.isEmpty())
         return;
-    }
     ToastPlace place(window);
     const int widest = window->width() - 2 * DpiTool::ScaleDefault(kSideMargin);
     int top = 0;
@@ -154,15 +146,13 @@ void ToastStack::LookBeneath()
         std::any_of(toasts.constBegin(), toasts.constEnd(), [&place](const ToastWidget* toast) {
             return place.CoversSomethingInUse(toast->geometry());
         });
-    if (inTheWay) {
+    if (inTheWay)
         Arrange();
-    }
 }
 
 // Where there is no better place, a notice lets the mouse through.
 void ToastStack::LetMouseThrough(const ToastPlace& place)
 {
-    for (ToastWidget* toast : qAsConst(toasts)) {
+    for (ToastWidget* toast : qAsConst(toasts))
         toast->SetMousePasses(place.CoversSomethingInUse(toast->geometry()));
-    }
 }

@@ -64,9 +64,8 @@ ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* par
     labelText->setObjectName(QStringLiteral("labelToastText"));
     labelText->setTextFormat(Qt::PlainText);
     labelText->setWordWrap(true);
-    for (QLabel* label : {labelIcon, labelText}) {
+    for (QLabel* label : {labelIcon, labelText})
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
     PaintIcon();
 
     auto* layout = new QHBoxLayout(this);
@@ -113,9 +112,8 @@ void ToastWidget::FadeIn()
 
 void ToastWidget::FadeOut()
 {
-    if (leaving) {
+    if (leaving)
         return;
-    }
     leaving = true;
     timer.stop();
     opacity->setEnabled(true);
@@ -142,9 +140,8 @@ void ToastWidget::FitInto(int width)
 void ToastWidget::SetMousePasses(bool passes)
 {
     setAttribute(Qt::WA_TransparentForMouseEvents, passes);
-    if (passes && !leaving && !timer.isActive()) {
+    if (passes && !leaving && !timer.isActive())
         timer.start(); // nobody will tell when the mouse has gone
-    }
 }
 
 // A mouse that lies where the notice appears does not keep it; one that is moved over it does.
@@ -161,17 +158,15 @@ void ToastWidget::mouseMoveEvent(QMouseEvent* event)
 void ToastWidget::leaveEvent(QEvent* event)
 {
     mouseCame = false;
-    if (!leaving && !timer.isActive()) {
+    if (!leaving && !timer.isActive())
         timer.start();
-    }
     QFrame::leaveEvent(event);
 }
 
 void ToastWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) {
+    if (event->button() == Qt::LeftButton)
         FadeOut();
-    }
 }
 
 void ToastWidget::Announce()

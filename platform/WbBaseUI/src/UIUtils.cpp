@@ -4,18 +4,15 @@
 
 void UIUtils::SetForeground(QWidget* window, bool activate)
 {
-    if (!window) {
+    if (!window)
         return;
-    }
     QWidget* top = window->window();
-    if (top->isMinimized()) {
+    if (top->isMinimized())
         top->setWindowState(top->windowState() & ~Qt::WindowMinimized);
-    }
     top->show();
     top->raise();
-    if (activate) {
+    if (activate)
         top->activateWindow();
-    }
 }
 
 QString UIUtils::PlainToolTip(const QString& text)

@@ -23,9 +23,8 @@ constexpr int kFrameWidth = 1;
 QRect AreaToCentreIn(const QDialog& dialog)
 {
     const QWidget* parent = dialog.parentWidget() ? dialog.parentWidget()->window() : nullptr;
-    if (parent && parent->isVisible()) {
+    if (parent && parent->isVisible())
         return parent->frameGeometry();
-    }
     const QScreen* screen = QGuiApplication::primaryScreen();
     return screen ? screen->availableGeometry() : QRect();
 }
@@ -51,9 +50,8 @@ public:
     void TakeFormSize()
     {
         const bool formHasSize = content->testAttribute(Qt::WA_Resized);
-        if (q->testAttribute(Qt::WA_Resized) || !formHasSize) {
+        if (q->testAttribute(Qt::WA_Resized) || !formHasSize)
             return;
-        }
         const QSize designed(DpiTool::ScaleDefault(content->width()),
                              DpiTool::ScaleDefault(content->height()));
         const QSize wanted = designed.expandedTo(content->minimumSizeHint());
@@ -62,9 +60,8 @@ public:
 
     void MoveOverParent()
     {
-        if (q->testAttribute(Qt::WA_Moved)) {
+        if (q->testAttribute(Qt::WA_Moved))
             return;
-        }
         const QRect over = AreaToCentreIn(*q);
         const QScreen* screen = QGuiApplication::screenAt(over.center());
         screen = screen ? screen : QGuiApplication::primaryScreen();
@@ -132,9 +129,8 @@ void WbBaseDialog::OpenInTurn()
 
 int WbBaseDialog::exec()
 {
-    if (!DialogTurn::Await(this)) {
+    if (!DialogTurn::Await(this))
         return Rejected;
-    }
     setWindowModality(d->modal ? Qt::ApplicationModal : Qt::WindowModal);
     return QDialog::exec();
 }
@@ -144,9 +140,8 @@ void WbBaseDialog::setVisible(bool visible)
     if (visible && !isVisible()) {
         ensurePolished();
         d->TakeFormSize();
-        if (!testAttribute(Qt::WA_Resized)) {
+        if (!testAttribute(Qt::WA_Resized))
             adjustSize();
-        }
         d->MoveOverParent();
     }
     QDialog::setVisible(visible);
@@ -162,9 +157,8 @@ void WbBaseDialog::keyPressEvent(QKeyEvent* event)
         return;
     }
     // QDialog would press the default button instead.
-    if (!event->isAutoRepeat()) {
+    if (!event->isAutoRepeat())
         button->click();
-    }
 }
 
 void WbBaseDialog::paintEvent(QPaintEvent*)

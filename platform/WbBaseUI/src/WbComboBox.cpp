@@ -24,9 +24,8 @@ int WidestOfFirstRows(const QAbstractItemView& view)
     for (int row = 0; row < rows; ++row) {
         const QModelIndex index = model->index(row, 0, view.rootIndex());
         // A row shown by a widget of its own elides by itself; only rows drawn by the delegate ask for room.
-        if (!view.indexWidget(index)) {
+        if (!view.indexWidget(index))
             widest = qMax(widest, view.sizeHintForIndex(index).width());
-        }
     }
     return widest;
 }
@@ -46,9 +45,8 @@ protected:
     {
         const bool release = event->type() == QEvent::MouseButtonRelease;
         if (watched != popup ||
-            !(release || event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Hide)) {
+            !(release || event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Hide))
             return false;
-        }
         popup->removeEventFilter(this);
         deleteLater();
         return release; // one over a row goes to the list and picks that row
@@ -97,7 +95,6 @@ void WbComboBox::showPopup()
         qMin(WidestOfFirstRows(*list) + bar + 2 * list->frameWidth(), DpiTool::ScaleDefault(kWidestPopup));
     list->setMinimumWidth(qMax(wanted, width()));
     QComboBox::showPopup();
-    if (list->isVisible()) {
+    if (list->isVisible())
         new OpeningClick(list->window()); // the popup owns it
-    }
 }

@@ -58,9 +58,8 @@ void WbIconButtonWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     const bool clicked = pressed && event->button() == Qt::LeftButton && rect().contains(event->pos());
     pressed = false;
-    if (clicked) {
+    if (clicked)
         emit SigClicked();
-    }
 }
 
 void WbIconButtonWidget::keyPressEvent(QKeyEvent* event)

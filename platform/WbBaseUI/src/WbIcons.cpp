@@ -22,9 +22,8 @@ const IconDrawing& DrawingOf(const QString& name)
 {
     static QHash<QString, IconDrawing> drawings;
     const auto known = drawings.constFind(name);
-    if (known != drawings.constEnd()) {
+    if (known != drawings.constEnd())
         return known.value();
-    }
     QFile file(IconPath(name));
     const QByteArray svg = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     return drawings.insert(name, IconDrawing::FromSvg(svg)).value();
@@ -33,9 +32,8 @@ const IconDrawing& DrawingOf(const QString& name)
 
 QIcon WbIcons::Get(const QString& name, WbColor color)
 {
-    if (!QFile::exists(IconPath(name))) {
+    if (!QFile::exists(IconPath(name)))
         return {};
-    }
     // QIcon takes the engine over.
     return QIcon(std::make_unique<IconEngine>(name, color).release());
 }
@@ -46,13 +44,11 @@ QPixmap WbIcons::Pixmap(const QString& name, int size, WbColor color, qreal rati
     const QString key =
         QStringLiteral("WbIcons/%1/%2/%3/%4").arg(name).arg(size).arg(ratio).arg(ink.rgba(), 0, 16);
     QPixmap picture;
-    if (QPixmapCache::find(key, &picture)) {
+    if (QPixmapCache::find(key, &picture))
         return picture;
-    }
     const IconDrawing& drawing = DrawingOf(name);
-    if (size <= 0 || drawing.IsEmpty()) {
+    if (size <= 0 || drawing.IsEmpty())
         return {};
-    }
     const int pixels = qRound(size * ratio);
     picture = QPixmap(pixels, pixels);
     picture.fill(Qt::transparent);
@@ -68,8 +64,7 @@ QPixmap WbIcons::Pixmap(const QString& name, int size, WbColor color, qreal rati
 QStringList WbIcons::Names()
 {
     QStringList names = QDir(QStringLiteral(":/wb/icons")).entryList(QDir::Files, QDir::Name);
-    for (QString& name : names) {
+    for (QString& name : names)
         name.chop(int(qstrlen(".svg")));
-    }
     return names;
 }

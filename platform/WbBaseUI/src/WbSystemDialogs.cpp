@@ -28,9 +28,8 @@ private:
 
 QString Chosen(Asked<QFileDialog>& files, const QString& place)
 {
-    if (!place.isEmpty()) {
+    if (!place.isEmpty())
         files->selectFile(place);
-    }
     return files.Exec() ? files->selectedFiles().value(0) : QString();
 }
 } // namespace

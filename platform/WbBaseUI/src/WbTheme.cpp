@@ -87,9 +87,8 @@ public:
 
     void AdjustForDpi() override
     {
-        if (applied) {
+        if (applied)
             q->Apply(scheme);
-        }
     }
 
     WbTheme* const q;

@@ -6,7 +6,6 @@
 
 void WbToast::Show(const QString& text, ENUM_TOAST_TYPE type)
 {
-    if (QWidget* window = ToastWindow()) {
+    if (QWidget* window = ToastWindow())
         ToastStack::Of(window)->Show(text, type);
-    }
 }

@@ -8,14 +8,12 @@ namespace
 int FindHalf(const QString& text)
 {
     for (int i = 0; i < text.size(); ++i) {
-        if (!text.at(i).isSurrogate()) {
+        if (!text.at(i).isSurrogate())
             continue;
-        }
         const bool isWhole =
             text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
-        if (!isWhole) {
+        if (!isWhole)
             return i;
-        }
         ++i;
     }
     return -1;
@@ -31,11 +29,10 @@ void RemoveHalf(QLineEdit* line, int half, const QString& before)
     }
     // The author goes back or forth over an earlier removal; staying here would bar the way.
     const bool isBack = line->text().remove(half, 1) == before;
-    if (isBack) {
+    if (isBack)
         line->undo();
-    } else {
+    else
         line->redo();
-    }
 }
 } // namespace
 
@@ -44,9 +41,8 @@ void WholeCharacters::Keep(QLineEdit* line)
     QObject::connect(line, &QLineEdit::textChanged, line,
                      [line, before = line->text()](const QString& text) mutable {
                          const int half = FindHalf(text);
-                         if (half >= 0) {
+                         if (half >= 0)
                              RemoveHalf(line, half, before);
-                         }
                          before = line->text();
                      });
 }

@@ -34,9 +34,8 @@ public:
 
     void doAction(const QString& name) override
     {
-        if (name == pressAction() && widget()->isEnabled()) {
+        if (name == pressAction() && widget()->isEnabled())
             emit Button()->SigClicked();
-        }
     }
 
 private:

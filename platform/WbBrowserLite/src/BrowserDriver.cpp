@@ -120,10 +120,9 @@ void BrowserDriver::SlotLoadFinished()
 void BrowserDriver::SendWaiting()
 {
     const QList<int> ids = page ? scripts.keys() : QList<int>();
-    for (int id : ids) {
+    for (int id : ids)
         if (scripts.contains(id) && !scripts.value(id).sent)
             Send(id);
-    }
 }
 
 void BrowserDriver::Send(int id)

@@ -13,10 +13,9 @@ void BrowserEnvironment::RefuseDebuggers()
     qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
     QByteArrayList kept;
     const QByteArrayList flags = qgetenv(FlagsVariable).split(' ');
-    for (const QByteArray& flag : flags) {
+    for (const QByteArray& flag : flags)
         if (!flag.startsWith("--remote-debugging"))
             kept.append(flag);
-    }
     if (kept.size() != flags.size())
         qputenv(FlagsVariable, kept.join(' '));
 }

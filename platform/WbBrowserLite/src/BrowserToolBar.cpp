@@ -87,10 +87,9 @@ void BrowserToolBar::AddTool(QAction* action)
 void BrowserToolBar::RemoveTool(const QAction* action)
 {
     const QList<QToolButton*> buttons = findChildren<QToolButton*>();
-    for (QToolButton* button : buttons) {
+    for (QToolButton* button : buttons)
         if (button->defaultAction() == action)
             delete button;
-    }
 }
 
 void BrowserToolBar::SetEmbedded(bool on)

@@ -53,10 +53,9 @@ bool IsOfKind(JsonReader& reader, const Member& member)
     // Without its list, the part would be opened as one with nothing in it.
     bool isListGood = false;
     reader.EnterObject();
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey(member.list))
             isListGood = IsListOfObjects(reader);
-    }
     return isListGood;
 }
 } // namespace

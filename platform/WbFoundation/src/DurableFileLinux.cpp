@@ -38,10 +38,9 @@ constexpr Reason reasons[] = {
 
 QString TextOf(int error)
 {
-    for (const Reason& reason : reasons) {
+    for (const Reason& reason : reasons)
         if (reason.error == error)
             return QString::fromUtf8(reason.text);
-    }
     return QStringLiteral("系统错误 %1，%2").arg(error).arg(QString::fromLocal8Bit(std::strerror(error)));
 }
 
@@ -84,10 +83,9 @@ public:
 
     bool Flush() const
     {
-        while (fsync(number) != 0) {
+        while (fsync(number) != 0)
             if (errno != EINTR)
                 return false;
-        }
         return true;
     }
 

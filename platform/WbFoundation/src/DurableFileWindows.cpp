@@ -27,10 +27,9 @@ constexpr Reason reasons[] = {
 
 QString TextOf(DWORD error)
 {
-    for (const Reason& reason : reasons) {
+    for (const Reason& reason : reasons)
         if (reason.error == error)
             return QString::fromUtf8(reason.text);
-    }
     return QStringLiteral("系统错误 %1，%2").arg(error).arg(qt_error_string(static_cast<int>(error)));
 }
 

@@ -34,10 +34,9 @@ bool JsonKeySet::Add(const QByteArray& key)
 
 bool JsonKeySet::AddToMany(Scope& scope, const QByteArray& key)
 {
-    if (scope.many.isEmpty()) {
+    if (scope.many.isEmpty())
         for (size_t i = scope.firstKey; i < keys.size(); ++i)
             scope.many.insert(QByteArray(bytes.data() + keys[i].offset, keys[i].length));
-    }
     const int count = scope.many.size();
     scope.many.insert(key);
     return scope.many.size() > count;

@@ -166,10 +166,9 @@ void JsonReflection::WriteValue(const QVariant& value, JsonWriter& writer)
     }
     writer.BeginArray();
     const RecordList records = list->toRecords(value);
-    for (const QSharedPointer<IJsonParser>& record : records) {
+    for (const QSharedPointer<IJsonParser>& record : records)
         if (record)
             record->WriteJson(writer);
-    }
     writer.EndArray();
 }
 
@@ -191,10 +190,9 @@ IJsonParser::Commit JsonReflection::Read(IJsonParser& record, JsonReader& reader
         }
     }
     return [commits] {
-        for (const IJsonParser::Commit& commit : commits) {
+        for (const IJsonParser::Commit& commit : commits)
             if (commit)
                 commit();
-        }
     };
 }
 

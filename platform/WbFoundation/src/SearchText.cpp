@@ -70,10 +70,9 @@ int SearchText::Find(const QString& text, const QString& word)
     if (asItStands >= 0 || word.size() > mostLetters)
         return asItStands;
     const QString letters = word.toLower();
-    for (int start = 0; start < text.size(); ++start) {
+    for (int start = 0; start < text.size(); ++start)
         if (IsReadAt(text, start, letters))
             return start;
-    }
     return -1;
 }
 

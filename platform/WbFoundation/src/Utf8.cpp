@@ -53,10 +53,9 @@ int Utf8::GetValidLength(const char* text, int length)
         const auto second = static_cast<unsigned char>(text[i + 1]);
         if (second < sequence.secondMin || second > sequence.secondMax)
             return i;
-        for (int k = 2; k < sequence.length; ++k) {
+        for (int k = 2; k < sequence.length; ++k)
             if ((static_cast<unsigned char>(text[i + k]) & 0xC0) != 0x80)
                 return i;
-        }
         i += sequence.length;
     }
     return length;

@@ -71,10 +71,9 @@ void RichDocument::RecolourLinks(const QColor& link)
     colour.setForeground(link);
     QVector<QPair<int, int>> links;
     for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
+        for (auto it = block.begin(); !it.atEnd(); ++it)
             if (it.fragment().charFormat().isAnchor())
                 links.append({it.fragment().position(), it.fragment().length()});
-        }
     }
     // Not an act of the author: no undo step of its own.
     const bool untouched = !isUndoAvailable() && !isRedoAvailable();

@@ -267,10 +267,9 @@ private:
 
     int LastTable() const
     {
-        for (int i = open.size() - 1; i >= 0; --i) {
+        for (int i = open.size() - 1; i >= 0; --i)
             if (open.at(i).role == Role::Table)
                 return i;
-        }
         return -1;
     }
 

@@ -116,10 +116,9 @@ void InsertTable(RichTextView& view, int rows, int columns)
     QTextTable* table = cursor.insertTable(rows, columns, format);
     QTextBlockFormat paragraph;
     RichFormats::SetParagraphMargins(paragraph);
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column)
             table->cellAt(row, column).firstCursorPosition().setBlockFormat(paragraph);
-    }
     cursor.endEditBlock();
     view.setTextCursor(table->cellAt(0, 0).firstCursorPosition());
     view.ensureCursorVisible();

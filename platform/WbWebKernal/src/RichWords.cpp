@@ -17,10 +17,9 @@ QString Decoded(const QStringRef& entity)
         {QLatin1String("lt"), '<'},   {QLatin1String("gt"), '>'},    {QLatin1String("amp"), '&'},
         {QLatin1String("quot"), '"'}, {QLatin1String("apos"), '\''}, {QLatin1String("nbsp"), ' '},
     };
-    for (const auto& [name, character] : named) {
+    for (const auto& [name, character] : named)
         if (entity == name)
             return QString(QChar(character));
-    }
     if (!entity.startsWith(QLatin1Char('#')))
         return {};
     const bool hex = entity.mid(1).startsWith(QLatin1Char('x'), Qt::CaseInsensitive);

@@ -119,10 +119,9 @@ void EditorWorld::Release(const QString& versionId, int type)
         QJsonDocument::fromJson(answer).object().value(QStringLiteral("version")).toObject();
     RobotExecuteInfo app;
     app.SetAppId(released.value(QStringLiteral("appId")).toString());
-    for (const QJsonObject& version : ListVersions(app)) {
+    for (const QJsonObject& version : ListVersions(app))
         if (version.value(QStringLiteral("createdAt")) == released.value(QStringLiteral("changedAt")))
             Remove(version.value(QStringLiteral("id")).toString());
-    }
 }
 
 void EditorWorld::Remove(const QString& versionId)
@@ -165,10 +164,9 @@ QStringList EditorWorld::GetVersionIds(const RobotExecuteInfo& app)
 int EditorWorld::GetState(const RobotExecuteInfo& app, const QString& versionId)
 {
     const QVector<QJsonObject> versions = ListVersions(app);
-    for (const QJsonObject& version : versions) {
+    for (const QJsonObject& version : versions)
         if (version.value(QStringLiteral("id")).toString() == versionId)
             return version.value(QStringLiteral("state")).toInt();
-    }
     return 0;
 }
 

@@ -103,10 +103,9 @@ void ContentOfVersionTest::SaveAsNew(const RpaAppDataPtr& app)
 QVector<FaultServer::Request> ContentOfVersionTest::SentSaves() const
 {
     QVector<FaultServer::Request> saves;
-    for (const FaultServer::Request& request : fixture->server.GetRequests()) {
+    for (const FaultServer::Request& request : fixture->server.GetRequests())
         if (request.method == "PUT" || request.method == "POST")
             saves.append(request);
-    }
     return saves;
 }
 

@@ -98,10 +98,9 @@ void EngineRun::whatAProgramPrintsReachesTheLog()
     QVERIFY(engine.life.WaitUntilOver());
     const QVector<RpaLogLine> lines = engine.Source()->GetLines();
     const auto find = [&](const QString& text) {
-        for (const RpaLogLine& line : lines) {
+        for (const RpaLogLine& line : lines)
             if (line.text == text)
                 return line;
-        }
         return RpaLogLine();
     };
     QVERIFY(find(QStringLiteral("你好")).number > 0);
@@ -284,10 +283,9 @@ void EngineRun::aDialogOfTheProgramIsAnswered()
     QVERIFY(engine.RunText(QStringLiteral("print('answer', rpa.confirm('继续吗？'))\n")));
     const auto button = [] {
         const auto widgets = QApplication::allWidgets();
-        for (QWidget* widget : widgets) {
+        for (QWidget* widget : widgets)
             if (widget->objectName() == QStringLiteral("pushButtonRunYes") && widget->isVisible())
                 return widget;
-        }
         return static_cast<QWidget*>(nullptr);
     };
 

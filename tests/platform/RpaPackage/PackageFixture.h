@@ -61,10 +61,9 @@ public:
     PackageState StateOf(const QString& name) const
     {
         const QVector<PackageState> states = service.GetStates();
-        for (const PackageState& state : states) {
+        for (const PackageState& state : states)
             if (state.name == name)
                 return state;
-        }
         return {};
     }
 

@@ -360,10 +360,9 @@ void tst_ProcessProgramEditor::marksBracketPairs()
 
     QList<int> marked;
     const auto selections = editor.edit->extraSelections();
-    for (const QTextEdit::ExtraSelection& selection : selections) {
+    for (const QTextEdit::ExtraSelection& selection : selections)
         if (selection.cursor.hasSelection())
             marked.append(selection.cursor.selectionStart());
-    }
     QCOMPARE(marked, (QList<int>{1, 6}));
 }
 

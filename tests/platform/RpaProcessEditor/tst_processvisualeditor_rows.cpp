@@ -71,10 +71,9 @@ struct Rows : Editor
     {
         QList<QWidget*> rows;
         const auto found = Field()->findChildren<QWidget*>(QStringLiteral("conditionRow"));
-        for (QWidget* row : found) {
+        for (QWidget* row : found)
             if (row->isVisibleTo(Field()))
                 rows.append(row);
-        }
         return rows;
     }
     template <typename Widget>

@@ -84,10 +84,9 @@ struct Values : Editor
     void Press(const char* button) const
     {
         // The buttons of a text stand above it even while a grid with its own is shown.
-        for (QToolButton* found : Whole()->findChildren<QToolButton*>(QLatin1String(button))) {
+        for (QToolButton* found : Whole()->findChildren<QToolButton*>(QLatin1String(button)))
             if (found->isVisible())
                 return QTest::mouseClick(found, Qt::LeftButton);
-        }
         QFAIL(button);
     }
     QMenu* OpenMenu() const

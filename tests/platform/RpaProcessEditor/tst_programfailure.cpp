@@ -81,10 +81,9 @@ QList<int> tst_ProgramFailure::MarkedLines() const
 {
     QList<int> lines;
     const auto marks = edit->extraSelections();
-    for (const QTextEdit::ExtraSelection& mark : marks) {
+    for (const QTextEdit::ExtraSelection& mark : marks)
         if (mark.format.background().color() == WbTheme::Instance()->Color(WbColor::DangerSoft))
             lines.append(mark.cursor.blockNumber() + 1);
-    }
     return lines;
 }
 
@@ -168,10 +167,9 @@ void tst_ProgramFailure::theHintIsNotPaintedOver()
         const QRect text(20, 8, 200, edit->fontMetrics().height() - 8);
         const QImage line = edit->viewport()->grab(text).toImage();
         QSet<QRgb> colours;
-        for (int x = 0; x < line.width(); ++x) {
+        for (int x = 0; x < line.width(); ++x)
             for (int y = 0; y < line.height(); ++y)
                 colours.insert(line.pixel(x, y));
-        }
         return colours.size();
     };
     QVERIFY(coloursOfTheFirstLine() > 1);

@@ -24,10 +24,9 @@ namespace
 QColor ColourAt(const QTextDocument& document, int line, int column)
 {
     const auto formats = document.findBlockByNumber(line).layout()->formats();
-    for (const QTextLayout::FormatRange& range : formats) {
+    for (const QTextLayout::FormatRange& range : formats)
         if (column >= range.start && column < range.start + range.length)
             return range.format.foreground().color();
-    }
     return QColor();
 }
 } // namespace

@@ -143,10 +143,9 @@ void tst_StatementModel::showsEveryIconOnASelectedRowInTheDark()
         CommandTexts::PaintTile(painter, image.rect(), command.name, true);
         painter.end();
         qreal best = 1;
-        for (int y = 0; y < image.height(); ++y) {
+        for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x)
                 best = qMax(best, ColorContrast(image.pixelColor(x, y), row));
-        }
         QVERIFY2(best >= 3, qPrintable(QStringLiteral("%1: %2").arg(command.name).arg(best)));
     }
     WbTheme::Instance()->Apply(WbTheme::Scheme::Light);

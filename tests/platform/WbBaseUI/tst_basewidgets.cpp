@@ -204,11 +204,10 @@ void TestBaseWidgets::pressesTheIconButton()
     button.show();
     QSignalSpy clicked(&button, &WbIconButtonWidget::SigClicked);
 
-    if (key == 0) {
+    if (key == 0)
         QTest::mouseClick(&button, Qt::LeftButton);
-    } else {
+    else
         QTest::keyClick(&button, static_cast<Qt::Key>(key));
-    }
 
     QCOMPARE(clicked.count(), 1);
 }

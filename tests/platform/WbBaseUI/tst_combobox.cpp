@@ -86,9 +86,8 @@ void TestComboBox::initTestCase()
 void TestComboBox::showsTenRowsAndAScrollBar()
 {
     WbComboBox combo;
-    for (int row = 0; row < 50; ++row) {
+    for (int row = 0; row < 50; ++row)
         combo.addItem(QString::number(row));
-    }
     combo.show();
 
     combo.showPopup();

@@ -100,10 +100,9 @@ void TestDialog::pressesTheButtonThatHasTheFocus()
     const auto add = [&](QWidget* widget, const char* name) {
         widget->setObjectName(QLatin1String(name));
         layout->addWidget(widget);
-        if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        if (auto* button = qobject_cast<QAbstractButton*>(widget))
             connect(button, &QAbstractButton::clicked, &dialog,
                     [&presses, button] { presses.append(button->objectName()); });
-        }
     };
     auto* usual = new QPushButton;
     auto* other = new QPushButton;
@@ -114,9 +113,8 @@ void TestDialog::pressesTheButtonThatHasTheFocus()
     add(usual, "usual");
     add(other, "other");
     add(tool, "tool");
-    for (QPushButton* button : {usual, other}) {
+    for (QPushButton* button : {usual, other})
         button->setAutoDefault(false);
-    }
     usual->setDefault(true);
     dialog.show();
     dialog.activateWindow();

@@ -45,10 +45,9 @@ private:
     static QString Shown()
     {
         QStringList names;
-        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+        for (const QWidget* widget : QApplication::topLevelWidgets())
             if (widget->isVisible() && qobject_cast<const QDialog*>(widget))
                 names << widget->objectName();
-        }
         return names.join(QLatin1Char(' '));
     }
     // Runs within the event loop of what is executed next.

@@ -84,9 +84,8 @@ private:
     QStringList Texts() const
     {
         QStringList texts;
-        for (int i = 0; i < strip->count(); ++i) {
+        for (int i = 0; i < strip->count(); ++i)
             texts.append(strip->tabText(i));
-        }
         return texts;
     }
 
@@ -184,11 +183,10 @@ void TestTabBar::asksForARename()
     QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(1).center());
     QSignalSpy rename(bar.get(), &RpaTabBar::SigRenameTab);
 
-    if (byKey) {
+    if (byKey)
         QTest::keyClick(strip, Qt::Key_F2);
-    } else {
+    else
         QTest::mouseDClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(1).center());
-    }
 
     QCOMPARE(rename.count(), 1);
     QCOMPARE(rename.at(0).at(0).toInt(), 1);
@@ -312,9 +310,8 @@ void TestTabBar::movesByDragging()
     const QPoint end(strip->tabRect(2).right() - 2, start.y());
 
     QTest::mousePress(strip, Qt::LeftButton, Qt::NoModifier, start);
-    for (int x = start.x(); x <= end.x(); x += 4) {
+    for (int x = start.x(); x <= end.x(); x += 4)
         MoveMouse(strip, QPoint(x, start.y()));
-    }
     MoveMouse(strip, end);
     QTest::mouseRelease(strip, Qt::LeftButton, Qt::NoModifier, end);
 
@@ -388,9 +385,8 @@ void TestTabBar::isTakenAwayWhileItsMenuIsOpen()
 void TestTabBar::scrollsInsteadOfGrowing()
 {
     QStringList many;
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 60; ++i)
         many.append(QStringLiteral("界面 %1").arg(i));
-    }
     bar->resize(400, 40);
 
     bar->Initialize(many);

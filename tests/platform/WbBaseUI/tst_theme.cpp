@@ -37,11 +37,9 @@ void AddPair(WbColor front, WbColor back, qreal least)
 bool HasInk(const QImage& image)
 {
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qAlpha(image.pixel(x, y)) > kVisibleAlpha) {
+        for (int x = 0; x < image.width(); ++x)
+            if (qAlpha(image.pixel(x, y)) > kVisibleAlpha)
                 return true;
-            }
-        }
     }
     return false;
 }
@@ -98,15 +96,13 @@ void TestTheme::keepsTextReadable_data()
         AddPair(WbColor::TextSecondary, ground, kTextContrast);
     }
     // What cannot be used now is still read, but stands back.
-    for (const WbColor ground : grounds) {
+    for (const WbColor ground : grounds)
         AddPair(WbColor::TextDisabled, ground, kDisabledContrast);
-    }
     AddPair(WbColor::DangerText, WbColor::Selection, kTextContrast);
     for (const WbColor ground : {WbColor::Window, WbColor::Surface, WbColor::SurfaceRaised, WbColor::Field}) {
         for (const WbColor front :
-             {WbColor::AccentText, WbColor::DangerText, WbColor::WarningText, WbColor::SuccessText}) {
+             {WbColor::AccentText, WbColor::DangerText, WbColor::WarningText, WbColor::SuccessText})
             AddPair(front, ground, kTextContrast);
-        }
         AddPair(WbColor::BorderStrong, ground, kMarkContrast);
         AddPair(WbColor::FocusRing, ground, kMarkContrast);
         AddPair(WbColor::Accent, ground, kMarkContrast);
@@ -122,9 +118,8 @@ void TestTheme::keepsTextReadable_data()
     AddPair(WbColor::SuccessText, WbColor::SuccessSoft, kTextContrast);
     AddPair(WbColor::ToolTipText, WbColor::ToolTip, kTextContrast);
     for (const WbColor soft :
-         {WbColor::AccentSoft, WbColor::DangerSoft, WbColor::WarningSoft, WbColor::SuccessSoft}) {
+         {WbColor::AccentSoft, WbColor::DangerSoft, WbColor::WarningSoft, WbColor::SuccessSoft})
         AddPair(WbColor::Text, soft, kTextContrast);
-    }
     for (const WbColor code : {WbColor::CodeKeyword, WbColor::CodeString, WbColor::CodeNumber,
                                WbColor::CodeComment, WbColor::CodeFunction, WbColor::Text}) {
         AddPair(code, WbColor::Field, kTextContrast);
@@ -151,9 +146,8 @@ void TestTheme::keepsTextReadable()
 void TestTheme::namesEveryColourOnce()
 {
     QSet<QString> names;
-    for (int color = 0; color <= int(WbColor::ExecutionLine); ++color) {
+    for (int color = 0; color <= int(WbColor::ExecutionLine); ++color)
         names.insert(WbTheme::ColorName(static_cast<WbColor>(color)));
-    }
 
     QCOMPARE(names.size(), int(WbColor::ExecutionLine) + 1);
     QCOMPARE(WbTheme::ColorName(WbColor::Window), QStringLiteral("window"));
@@ -301,15 +295,12 @@ void TestTheme::drawsEveryIcon_data()
                                   "excel",      "http",         "page",         "message",
                                   "web"};
     QSet<QString> names;
-    for (const char* name : wanted) {
+    for (const char* name : wanted)
         names.insert(QLatin1String(name));
-    }
-    for (const QString& name : WbIcons::Names()) {
+    for (const QString& name : WbIcons::Names())
         names.insert(name);
-    }
-    for (const QString& name : qAsConst(names)) {
+    for (const QString& name : qAsConst(names))
         QTest::newRow(qPrintable(name)) << name;
-    }
 }
 
 void TestTheme::drawsEveryIcon()

@@ -26,11 +26,9 @@ constexpr int kPatience = 8000;
 QList<QWidget*> ToastsIn(QWidget& window)
 {
     QList<QWidget*> visible;
-    for (QWidget* toast : window.findChildren<QWidget*>(QStringLiteral("WbToast"))) {
-        if (toast->isVisible()) {
+    for (QWidget* toast : window.findChildren<QWidget*>(QStringLiteral("WbToast")))
+        if (toast->isVisible())
             visible.append(toast);
-        }
-    }
     return visible;
 }
 
@@ -183,9 +181,8 @@ void TestToast::coversNothingThatIsInUse()
     head->setGeometry(300, 4, 220, 40);
     auto* field = new QLineEdit(window.get());
     field->setGeometry(20, 60, 760, 32);
-    for (QWidget* widget : {static_cast<QWidget*>(head), static_cast<QWidget*>(field)}) {
+    for (QWidget* widget : {static_cast<QWidget*>(head), static_cast<QWidget*>(field)})
         widget->show();
-    }
 
     WbToast::Show(QStringLiteral("一"), ToastError);
     WbToast::Show(QStringLiteral("保存失败：该版本已被其他人修改，请刷新后重试。"), ToastError);
@@ -274,9 +271,8 @@ void TestToast::showsTheLatestWhereThereIsNoRoomForAll()
 
     const QStringList texts{QStringLiteral("模板名称不能为空"), QStringLiteral("模板描述不能为空"),
                             QStringLiteral("存储路径不能为空")};
-    for (const QString& text : texts) {
+    for (const QString& text : texts)
         WbToast::Show(text, ToastError);
-    }
 
     const QList<QWidget*> shown = ToastsIn(dialog);
     QCOMPARE(shown.size(), 1);
@@ -321,9 +317,8 @@ void TestToast::standsOneBelowTheOther()
 
     const QList<QWidget*> shown = ToastsIn(*window);
     QCOMPARE(shown.size(), 3);
-    for (int i = 1; i < shown.size(); ++i) {
+    for (int i = 1; i < shown.size(); ++i)
         QVERIFY(shown.at(i)->geometry().top() > shown.at(i - 1)->geometry().bottom());
-    }
 }
 
 void TestToast::replacesTheSameNotice()
@@ -338,9 +333,8 @@ void TestToast::replacesTheSameNotice()
 
 void TestToast::keepsAtMostFour()
 {
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 20; ++i)
         WbToast::Show(QStringLiteral("提示 %1").arg(i));
-    }
 
     const QList<QWidget*> shown = ToastsIn(*window);
     QCOMPARE(shown.size(), 4);

@@ -203,12 +203,11 @@ void JsonReaderTest::readsMembersInAnyOrderAndSkipsTheRest()
     QString name;
 
     QVERIFY(reader.EnterObject());
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             QVERIFY(reader.ReadString(name));
         else if (reader.IsKey("count"))
             QVERIFY(reader.ReadInt(count));
-    }
 
     QVERIFY(reader.Finish());
     QCOMPARE(count, 3);
@@ -336,12 +335,11 @@ void JsonReaderTest::keepsUnknownMembers()
     QByteArray members;
     QString name;
     QVERIFY(reader.EnterObject());
-    while (reader.NextMember()) {
+    while (reader.NextMember())
         if (reader.IsKey("name"))
             reader.ReadString(name);
         else
             reader.KeepMember(members);
-    }
     QVERIFY(reader.Finish());
 
     JsonWriter writer;

@@ -70,10 +70,9 @@ void tst_WbRichEditorFormats::keepsHighlightedTextReadable()
     auto* button = editor.widget.findChild<QToolButton*>(QStringLiteral("toolBackColour"));
     const auto choose = [button](const QString& text) {
         const auto actions = button->menu()->actions();
-        for (QAction* action : actions) {
+        for (QAction* action : actions)
             if (action->text() == text)
                 action->trigger();
-        }
     };
     editor.SelectAll();
 

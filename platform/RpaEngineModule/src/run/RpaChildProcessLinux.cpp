@@ -46,11 +46,10 @@ QProcessEnvironment CleanEnvironment()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const QStringList names = environment.keys();
-    for (const QString& name : names) {
+    for (const QString& name : names)
         if (name.startsWith(QLatin1String("PYTHON")) || name.startsWith(QLatin1String("PIP_")) ||
             name.startsWith(QLatin1String("LD_")) || name.startsWith(QLatin1String("QTWEBENGINE_")))
             environment.remove(name);
-    }
     return environment;
 }
 

@@ -20,10 +20,9 @@ QProcessEnvironment CleanEnvironment()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     const QStringList names = environment.keys();
     for (const QString& name : names) {
-        for (const char* prefix : {"PYTHON", "PIP_", "PY_PYTHON", "QTWEBENGINE_"}) {
+        for (const char* prefix : {"PYTHON", "PIP_", "PY_PYTHON", "QTWEBENGINE_"})
             if (name.startsWith(QLatin1String(prefix), Qt::CaseInsensitive))
                 environment.remove(name);
-        }
     }
     return environment;
 }

@@ -60,10 +60,9 @@ ChildrenOf TaskChildren()
             if (!file.open(QIODevice::ReadOnly))
                 continue;
             const QList<QByteArray> words = file.readAll().simplified().split(' ');
-            for (const QByteArray& word : words) {
+            for (const QByteArray& word : words)
                 if (!word.isEmpty())
                     children << word.toLongLong();
-            }
         }
         return children;
     };
@@ -111,10 +110,9 @@ QVector<qint64> RpaProcessGroup::FindMarked(const QByteArray& mark)
 {
     QVector<qint64> found;
     const QVector<qint64> pids = AllPids();
-    for (const qint64 pid : pids) {
+    for (const qint64 pid : pids)
         if (pid != getpid() && ReadProc(pid, "environ").contains(mark))
             found << pid;
-    }
     return found;
 }
 

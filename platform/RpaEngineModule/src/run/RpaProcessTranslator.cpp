@@ -70,14 +70,12 @@ void RpaProcessTranslator::Collect(const QString& processName)
             const RpaCommandInfo* command = CommandOf(statement);
             if (!command || !statement.IsEffectivelyEnabled())
                 return;
-            for (const QString& import : command->imports) {
+            for (const QString& import : command->imports)
                 if (!imports.contains(import))
                     imports << import;
-            }
-            for (const RpaArgumentInfo& argument : command->arguments) {
+            for (const RpaArgumentInfo& argument : command->arguments)
                 if (argument.type == RpaArgumentType::Process)
                     waiting << statement.GetArgument(argument.name);
-            }
         });
     }
 }
@@ -108,10 +106,9 @@ QStringList RpaProcessTranslator::AssignedNames(const RpaProcess& process) const
         if (!command || !statement.IsEffectivelyEnabled())
             return;
         names << statement.GetValues().output;
-        for (const RpaArgumentInfo& argument : command->arguments) {
+        for (const RpaArgumentInfo& argument : command->arguments)
             if (argument.type == RpaArgumentType::Variable)
                 names << statement.GetArgument(argument.name);
-        }
     });
     names.remove(QString());
     QStringList sorted = names.values();

@@ -27,9 +27,8 @@ QtMessageHandler defaultHandler = nullptr;
 void CountWarnings(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
     const bool aboutPlatform = text.startsWith(QLatin1String("This plugin does not support"));
-    if (type != QtDebugMsg && type != QtInfoMsg && !aboutPlatform) {
+    if (type != QtDebugMsg && type != QtInfoMsg && !aboutPlatform)
         ++faults;
-    }
     defaultHandler(type, context, text);
 }
 
@@ -38,12 +37,10 @@ bool IsBlank(const QImage& image)
 {
     const QRgb first = image.pixel(0, 0);
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < image.width(); ++x)
             if (image.pixel(x, y) != first && x > 0 && y > 0 && x + 1 < image.width() &&
-                y + 1 < image.height()) {
+                y + 1 < image.height())
                 return false;
-            }
-        }
     }
     return true;
 }
@@ -51,9 +48,8 @@ bool IsBlank(const QImage& image)
 void Save(QWidget* widget, const QString& path)
 {
     const QPixmap picture = widget->grab();
-    if (IsBlank(picture.toImage()) || !picture.save(path)) {
+    if (IsBlank(picture.toImage()) || !picture.save(path))
         qWarning("no picture for %s", qPrintable(path));
-    }
 }
 
 // Animations run on the clock; the picture is taken when they are over.
@@ -61,9 +57,8 @@ void LetAnimationsEnd()
 {
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < 400) {
+    while (clock.elapsed() < 400)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 20);
-    }
 }
 
 void DrawMessageBox(const QString& path)
@@ -82,9 +77,8 @@ void DrawMessageBox(const QString& path)
 void DrawPopup(const QString& path)
 {
     WbComboBox combo;
-    for (int row = 1; row <= 40; ++row) {
+    for (int row = 1; row <= 40; ++row)
         combo.addItem(QStringLiteral("版本%1").arg(row));
-    }
     combo.show();
     combo.showPopup();
     QCoreApplication::processEvents();
@@ -99,9 +93,8 @@ void DrawAll(const QDir& folder, const QString& suffix)
         widget->show();
         widget->activateWindow();
         QCoreApplication::processEvents();
-        if (page.name == QLatin1String("toasts") || page.name == QLatin1String("loading")) {
+        if (page.name == QLatin1String("toasts") || page.name == QLatin1String("loading"))
             LetAnimationsEnd();
-        }
         Save(widget.get(), folder.filePath(page.name + suffix));
     }
     DrawMessageBox(folder.filePath(QStringLiteral("question") + suffix));
