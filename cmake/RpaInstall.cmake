@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What others find after `cmake --install`: find_package(RpaPlatform) and find_package(RpaEditorManager).
 
 include(CMakePackageConfigHelpers)

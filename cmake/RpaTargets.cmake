@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # One function per kind of target. Every target of the project is made by one of these, so that
 # warnings, hidden visibility and Qt's strict string rules hold everywhere without being repeated.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What only a build for Windows has. Everything here does nothing elsewhere.
 
 if(WIN32)

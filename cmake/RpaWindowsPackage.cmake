@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The package for Windows, as an installer and as a ZIP (cpack in the build folder, or the target `package`): the
 # programs, the libraries they link, Qt's plugins. Nothing but Windows itself is needed beside it.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The guard in front of closing, and the fresh start.
 #include "RpaAppEditorMembers.h"
 #include "ui_RpaAppEditorWidget.h"

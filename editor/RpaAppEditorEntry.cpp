@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Opening an app and making a model the current one.
 #include "RpaAppEditorMembers.h"
 #include "ui_RpaAppEditorWidget.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // "保存" and "另存为".
 #include "RpaAppEditorMembers.h"
 #include "SaveSnapshotInfoWidget.h"

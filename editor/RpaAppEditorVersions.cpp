@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The list of versions: loading it, switching to another version, deleting one.
 #include "RpaAppEditorMembers.h"
 #include "ui_RpaAppEditorWidget.h"

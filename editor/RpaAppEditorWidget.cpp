@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How the editor is put together and taken apart.
 #include "RpaAppEditorMembers.h"
 #include "RpaAppNotify.h"

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # Builds the fuzz targets into the folder named, build/fuzz when none is. Needs clang++-14 and Qt 5.
 set -eu
 cd "$(dirname "$0")/.."

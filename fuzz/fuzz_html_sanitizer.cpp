@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The screen for HTML from outside under libFuzzer; see README.md.
 
 #include "RichHtmlSanitizer_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The browser pane: shown beside the pages, folded to a strip, or popped out into a window of its own.
 #include "RpaAppEditorMembers.h"
 #include "RpaBrowserNaviWidget.h"

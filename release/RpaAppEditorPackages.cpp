@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Keeps the app's package list in step with its process and with the package service.
 #include "JsonText.h"
 #include "RpaAppEditorMembers.h"

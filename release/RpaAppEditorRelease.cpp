@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Gray release and publishing. Gray release refuses gray and online versions, publishing only online ones.
 #include "RpaAppEditorMembers.h"
 #include "ui_RpaAppEditorWidget.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Running and stopping the process.
 #include "RpaAppEditorMembers.h"
 #include "ui_RpaAppEditorWidget.h"

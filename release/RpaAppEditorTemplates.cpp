@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Writing the app as a template, and starting a new app from one.
 #include "RpaAppEditorMembers.h"
 #include "RpaTemplateData.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What authors do, for the workstation's statistics.
 #include "RpaAppEditorMembers.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaBrowserNaviWidget.h"
 
 #include "ui_RpaBrowserNaviWidget.h"

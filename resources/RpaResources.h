@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #pragma once
 
 // The resource bundle of the application: the images under ":/images/rpa" that the editor expects its host to

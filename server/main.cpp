@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "app/AccountCommand.h"
 #include "app/Options.h"
 #include "app/Service.h"

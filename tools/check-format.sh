@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Fails, naming the files, when a source is not formatted as .clang-format says and without needless braces. With
 # --fix it formats them.
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Finds out which Debian packages are missing and installs them: as root or with sudo; otherwise it prints the line to
 # run and stops. Quick when nothing is missing.
 #   tools/setup.sh run     what building and starting the workstation needs

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Constructing and first showing the editor, as opening its tab in a workstation does.
 
 #include "FrameTimes.h"

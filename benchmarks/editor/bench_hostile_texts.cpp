@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How long usage instructions that were made to hang their reader take, from opening to their last line on
 // the screen: for a reader and for the author, in time of the processor. Ends with an error when one takes
 // longer than two seconds.

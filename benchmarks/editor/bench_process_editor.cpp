@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A visual process of 10,000 statements: opening it and scrolling through it, beside a tree of plain texts.
 
 #include "FrameTimes.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The table of a page with 100,000 rows that a run appends one by one, beside a bare table view.
 
 #include "FrameTimes.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The list of templates of a full folder: vetting the files and filling the list, beside a bare listing of
 // the folder and reading of the same files.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A key press in long texts, until its paint: instructions of 1 MB in the rich editor and a program of 100 kB
 // in the code editor, each beside Qt's own editor with the same text.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Fill, rebuild and popup of the version drop-down beside a bare list of the same number of row widgets.
 
 #include "RpaVersionCombo.h"

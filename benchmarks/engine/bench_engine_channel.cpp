@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The wire between a process and the editor: calls with an answer, and log lines beside a living window. Both
 // ends of the calls run on one core: an idle virtual machine adds more to a wake-up on another core than the
 // whole call takes.

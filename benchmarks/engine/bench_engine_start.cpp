@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // From the click on "run" to the first statement: in a fresh program (cold), and when the engine has kept a
 // child ready (warm).
 //

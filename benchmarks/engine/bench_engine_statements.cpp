@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How fast statements run: a translated process in the engine, with the sampler that tells where it stands,
 // beside the same statements as plain Python. Both alternate in one run. When RPA_NODE_RED_DIR names a folder
 // where "npm install node-red" was done, function nodes of the same four statements are measured there as

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How long the author waits for a save: from RpaEditorLogic over HTTP to the real server's disk and back,
 // beside one raw durable insert of the same bytes. Both alternate in one run, so that they meet the same disk
 // and the same load.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The app model to and from JSON, beside Qt's own JSON classes on the same text. The argument is the size of
 // the text in kilobytes.
 #include <RpaAppData/RpaAppData.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Rates and latencies of the version server and, beside it, of a plain service over the same network library
 // and database that does nothing but move the bytes: one durable commit per save, no groups, no checks.
 

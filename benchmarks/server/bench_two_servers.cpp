@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Saves per second of one version server and of two on the same PostgreSQL, in turns, with as many clients.
 
 #include "ApiClient.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The measure for bench_server: the least that a service over Boost.Beast and SQLite can do. A thread per
 // connection, a database connection per thread, one durable commit per save.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Builds for 64-bit Windows on a Debian machine. tools/windows/setup.sh brings what stands here; docs/windows.md says more.
 
 set(CMAKE_SYSTEM_NAME Windows)

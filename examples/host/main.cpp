@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The smallest host of the editor: a window with one app in it.
 //   host SERVER TOKEN APP-ID APP-NAME visual|program
 //   host --try     opens an app of a server that is not there, closes again, and says so

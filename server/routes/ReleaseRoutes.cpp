@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "../base/Clock.h"
 #include "../rules/ReleaseRules.h"
 #include "../rules/TakeBackRules.h"

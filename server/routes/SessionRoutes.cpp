@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "../accounts/PasswordRules.h"
 #include "../accounts/Passwords.h"
 #include "../http/Dispatcher.h"

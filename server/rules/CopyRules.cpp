@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "../base/Ids.h"
 #include "AppRules.h"
 #include "FreeName.h"

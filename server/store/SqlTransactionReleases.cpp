@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Releases, invitations and the notes of who did what.
 #include "../base/Ids.h"
 #include "SqlRecords.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "StallGuard.h"
 
 // Where sockets cannot be shut down from the side: only the database itself ends what lasts too long.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """House rules that a text search can keep: no string connects, no fixed waits, no file that is many rooms."""
 
 import re

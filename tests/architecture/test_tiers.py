@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The architecture test, and tests of the test: each rule must find what it is there for."""
 
 import shutil

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Compares every #include of the tree with the tables of docs/architecture.md.
 
 The tables are the law: a folder that is not in them, or an include that they do not allow, is a finding.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What an app keeps of what was said about it."""
 
 import uuid

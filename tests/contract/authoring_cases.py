@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Apps and their versions: made, read, changed, deleted, restored."""
 
 import subprocess

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Apps as a whole: deleted, restored, taken out of the bin for good, copied."""
 
 import uuid

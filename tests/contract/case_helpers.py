@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What the cases have in common: things of the server to act on."""
 
 import secrets

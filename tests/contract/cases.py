@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """For each operation and status: how to bring the server to give that answer."""
 
 from authoring_cases import AuthoringCases

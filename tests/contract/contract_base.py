@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The server, its document, and what the tests of every subject do with them."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The part of OpenAPI that the contract of the version service uses: operations, answers, and a schema check."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Releases: given, taken back, shared by invitation, read by their users, noted in the audit."""
 
 import uuid

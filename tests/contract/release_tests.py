@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Whom a released version reaches, and whom no longer."""
 
 from contract_base import ContractBase

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The rights of every role on every operation."""
 
 import secrets

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Routes and documented operations are the same, with the same access and the same answers."""
 
 from cases import Cases

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What a client sends when it saves a version."""
 
 import secrets

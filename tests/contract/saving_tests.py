@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What the server tells of saves."""
 
 from contract_base import ContractBase

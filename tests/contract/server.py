@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """A real version server for one test run, with the accounts that the contract is tried with."""
 
 import base64

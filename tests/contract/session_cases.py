@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The service itself and the sessions of its users."""
 
 from case_helpers import CaseHelpers

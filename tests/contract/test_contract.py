@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Every operation and every documented status of server/openapi.yaml against a real server, and the rights of every
 role on every operation. A route without a row here or in the document fails, and so does a row without a route.
 

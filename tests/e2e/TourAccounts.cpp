@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "AccountServer.h"
 #include "AppListModel.h"
 #include "MainWindow.h"

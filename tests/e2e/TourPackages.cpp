@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ToastWatcher.h"
 #include "Tour.h"
 #include "TourLook.h"

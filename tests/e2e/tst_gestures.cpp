@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Gestures of a real mouse on a real display, where the window system has a say: popups grab the mouse, and a
 // double click is two presses and two releases.
 

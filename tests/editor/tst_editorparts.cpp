@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How the editor's parts are laid out, and that each of them shows the version that is open.
 #include "EditorCalls.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What one app's editor asked for must not act on another app.
 #include "AnswerCounter.h"
 #include "EditorDriver.h"

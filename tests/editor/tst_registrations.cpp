@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Where the editor and its page for the UI enter themselves, and in which order they leave. The test takes
 // the place of the platform's registries, as only ELF lets it.
 #include "EditorDriver.h"

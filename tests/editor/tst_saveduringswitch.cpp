@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Saving while another version is on its way into the editor.
 #include "EditorDriver.h"
 #include "EditorWorld.h"

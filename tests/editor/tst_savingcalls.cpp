@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What is saved, and into which version.
 #include "EditorCalls.h"
 #include "ModalDriver.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Versions whose content is no app, or one of a newer client in another shape.
 #include "EditorDriver.h"
 #include "EditorWorld.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The host may take the editor away at any moment.
 #include "EditorDriver.h"
 #include "EditorWorld.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A new app asks once which template to start from, whatever else is answered meanwhile.
 #include "AnswerCounter.h"
 #include "EditorDriver.h"

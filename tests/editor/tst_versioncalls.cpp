@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the editor asks for when versions are listed, opened, switched and deleted.
 #include "EditorCalls.h"
 #include "ModalDriver.h"

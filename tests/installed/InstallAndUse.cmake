@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 function(step)
     execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
     if(NOT result EQUAL 0)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Where the tool that is tested here stands."""
 
 import sys

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Changes that people wrote down, and those that nobody can notice."""
 
 import tempfile

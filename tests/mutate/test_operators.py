@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What the operators make of code, and what they leave alone."""
 
 import unittest

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """A whole run over a small project: built, changed, relinked and tested for real."""
 
 import shutil

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the page for the UI asks of its parts, in order. The test takes the place of the platform's parts, as
 // only ELF lets it: they note what they are told and do nothing else.
 #include "AddUIWidget.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaAppEditorNaviWidget.h"
 #include "RpaAppNotify.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // No app yet, and apps without pages.
 #include "ModalDriver.h"
 #include "TestApp.h"

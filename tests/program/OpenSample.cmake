@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Starts the program with the plugin in it; program.png then shows the editor with the sample app.
 set(picture "${FOLDER}/program.png")
 set(report "${FOLDER}/report.txt")

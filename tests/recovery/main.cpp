@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A workstation like the real one, with an author sitting at it: workstation_with_author FOLDER SERVER
 #include "Author.h"
 #include "Workstation.h"

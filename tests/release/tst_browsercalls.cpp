@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the pop-out window and the workstation's window are told.
 #include "EditorCalls.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The pane with the built-in browser, worked by its own buttons.
 #include "EditorDriver.h"
 #include "EditorWorld.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Which version is judged and released, and what follows.
 #include "EditorCalls.h"
 #include "ModalDriver.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the engine is handed and told when a process runs.
 #include "EditorCalls.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The dialogs of templates, and the app that starts from one.
 #include "EditorCalls.h"
 #include "ModalDriver.h"

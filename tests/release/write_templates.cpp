@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Makes the shipped templates from their sources: an app as JSON goes through the app model and is written as
 // the editor exports it. Or checks that they are so made.
 //

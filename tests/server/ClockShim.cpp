@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Loaded into a server under test before the C library: shifts the clock that people set by the milliseconds
 // that stand in the file RPA_CLOCK_SHIFT names, and leaves the clock that only measures alone.
 #include <cstdlib>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "PostgresProcess.h"
 
 // Where the server is built without PostgreSQL.

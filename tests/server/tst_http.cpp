@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "HttpFixture.h"
 #include "base/Loopback.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "accounts/LoginLimit.h"
 #include "base/TaskPool.h"
 #include "http/BodyBudget.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "FaultConnection_p.h"
 #include "NativeSocket.h"
 

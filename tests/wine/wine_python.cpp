@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Stands in for python.exe where the Windows programs are tested under Wine: runs Linux' Python, which Wine
 // can start but neither wait for nor give pipes to. The two halves speak over loopback connections. Paths
 // among the arguments are translated; paths inside of files and of what is read and written are not.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The Linux half of wine_python.exe: runs Python with the given arguments and carries what goes in and out.
 
 Started as: python3 -I wine_python.py PORT. The first connection to it brings the arguments and takes the exit code; when

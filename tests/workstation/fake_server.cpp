@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Plays a version server that misbehaves, in the way that the last argument (the data folder's name) asks
 // for. It keeps what it read and counts its starts in that folder.
 

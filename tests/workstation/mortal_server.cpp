@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The real version server behind a relay, as one process. Files in its data folder, which it takes away,
 // order what becomes of the next save: with "die-at-answer" the server dies between the save and its answer;
 // with "hold-answer" the answer never comes, and "answer-held" lies there once the save is done. Arguments

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "MainWindow.h"
 #include "PageFixture.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // A released app that works with web pages, in the browser of its run page.
 #include "PageServer.h"
 #include "RpaTemplateData.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The scale comes from the environment of this test.
 #include "EditorPage.h"
 #include "LivingWorkstation.h"

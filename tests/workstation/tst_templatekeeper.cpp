@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "TemplateFile.h"
 #include "TemplateKeeper.h"
 #include "TestFolder.h"

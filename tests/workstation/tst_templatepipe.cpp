@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Pipes among the templates, where the system has such files.
 #include "TemplateFile.h"
 #include "TemplateKeeper.h"

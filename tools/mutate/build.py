@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Builds one changed file, and what hangs on it, beside a finished build that stays as it is."""
 
 import json

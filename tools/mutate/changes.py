@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """A small change of the product's code, and the lists in which people write such changes down."""
 
 import hashlib

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """As much of C++ as the operators need: the tokens of a file, and the statements of its function bodies."""
 
 import re

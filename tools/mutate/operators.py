@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The operators: what is changed in code that nobody chose by hand."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What was found out so far, kept line by line so that an interrupted run goes on; and the table of it."""
 
 import json

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Changes the module's code a little, one change at a time, and tells which changes its tests do not notice."""
 
 import argparse

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Tries one change: the tests run until the first of them fails."""
 
 import os

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Writes the readings of Chinese characters from the Unicode Character Database (Debian: unicode-data).
 
 A line is a syllable as it is typed (without tone, "v" for "ü"), the characters that are read so in the order of a

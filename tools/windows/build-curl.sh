@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Builds libcurl for Windows from Debian's source package: HTTP and HTTPS only, with the system's own TLS (Schannel)
 # and certificates, and no other library. About a minute, nothing when it is there.
 set -euo pipefail

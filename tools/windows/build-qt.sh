@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Builds Qt for Windows (Core, Gui, Widgets, Network with Schannel, Sql with SQLite, Test, Concurrent, Xml,
 # PrintSupport) from Debian's source packages into /opt/qt5-mingw. About an hour on two cores; nothing when it is there.
 #   tools/windows/build-qt.sh              all of it

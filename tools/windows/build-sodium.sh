@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Builds libsodium for Windows from Debian's source package; about half a minute, nothing when it is there.
 set -euo pipefail
 cd "$(dirname "$0")"

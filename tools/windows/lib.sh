@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Sourced by the scripts beside it: where things are, and how Debian's sources are fetched.
 
 shopt -s inherit_errexit # a source that cannot be had ends the script

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Whether everything is there that building for Windows needs; names the first thing that is missing. Brings nothing.
 set -euo pipefail
 cd "$(dirname "$0")"

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Runs a Windows program under wine and gives its exit code; ctest does it with every test of the preset windows.
 #   tools/windows/run.sh PROGRAM.exe [ARGUMENTS...]
 # Set from outside, if need be:

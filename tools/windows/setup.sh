@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Brings what building for Windows needs: Debian's packages, Qt, libsodium and libcurl. Quick when all is there.
 # Qt is taken from /opt/qt5-mingw, else unpacked from qt5-mingw64.tar.xz (RPA_WINDOWS_QT_ARCHIVE, or ../shared/ beside
 # the repository), else built once from Debian's source package, which takes about an hour.

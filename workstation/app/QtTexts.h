@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #pragma once
 
 // The texts that Qt itself brings: file dialogs, context menus of text fields, names of keys.

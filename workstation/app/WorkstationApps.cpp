@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What is done with apps as a whole.
 #include "AppBin.h"
 #include "AppListController.h"

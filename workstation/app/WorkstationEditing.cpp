@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The life of an editor: what it opens with, unsaved work around it, the way back.
 #include "AppListController.h"
 #include "AppListPage.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The guide, and what each page says first.
 #include "GuideWindow.h"
 #include "Keyboard.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What lies beyond the release: the lists of online and gray apps, running them, invitations.
 #include "AppListController.h"
 #include "AppListModel.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The system encrypts for the signed-in user, with keys that it derives from the user's password.
 #include "SecretSeal.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <OxHttp/HttpNotifyManager.h>
 #include <OxHttp/HttpObserverBase.h>
 #include <OxHttp/IHttpRequest.h>

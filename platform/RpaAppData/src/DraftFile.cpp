@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "DraftFile_p.h"
 
 #include <WbFoundation/JsonReader.h>

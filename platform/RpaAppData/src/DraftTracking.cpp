@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // From an edit to the writer, and from a confirmed save to a removed draft.
 #include "DraftFile_p.h"
 #include "RpaDraftJournal_p.h"

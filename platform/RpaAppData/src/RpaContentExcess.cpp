@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaAppData/RpaContentExcess.h>
 #include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/JsonReader.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ListMove_p.h"
 #include "ParamJson_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "TypedValue_p.h"
 
 #include <RpaAppData/RpaParamData.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What runs write into a table, apart from what belongs to the app.
 #include <RpaAppData/RpaTableData.h>
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "UIPage_p.h"
 
 #include <RpaAppData/RpaUIData.h>

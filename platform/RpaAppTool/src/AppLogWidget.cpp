@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "AppLogWidget_p.h"
 #include "LogModel_p.h"
 #include "LogPlace_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "AppParamWidget_p.h"
 #include "FieldsArea_p.h"
 #include "ParamField_p.h"

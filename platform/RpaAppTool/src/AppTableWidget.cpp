@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "AppTableWidget_p.h"
 #include "CsvText_p.h"
 #include "CutTextDelegate_p.h"

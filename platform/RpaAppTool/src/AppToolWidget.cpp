@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "AppToolWidget_p.h"
 #include "FlowLayout_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "FlowLayout_p.h"
 
 FlowLayout::FlowLayout(QWidget* parent, int gap) : QLayout(parent)

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "FileEndings_p.h"
 #include "LinesField_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "LogModel_p.h"
 
 #include <RpaEngineCore/RpaLogLevelTitle.h>

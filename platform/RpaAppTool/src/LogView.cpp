@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "LogDelegate_p.h"
 #include "LogModel_p.h"
 #include "LogView_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ColumnFitter_p.h"
 #include "RecordModel_p.h"
 #include "RecordPanel_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "TableCommands_p.h"
 
 CellsCommand::CellsCommand(const QString& text, RpaTableData* changed, const QVector<CellChange>& cellChanges,

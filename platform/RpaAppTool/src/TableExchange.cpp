@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "TableExchange_p.h"
 #include "TransferBar_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "CsvText_p.h"
 #include "TableFile_p.h"
 #include "TableModel_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ChoicesField_p.h"
 #include "LinesField_p.h"
 #include "PictureField_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "XlsxWriter_p.h"
 #include "ZipWriter_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaCore/RpaGlobalDataManager.h>
 
 RpaGlobalDataManager::RpaGlobalDataManager() : apiVersion(QStringLiteral("1.0.0")) {}

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "VersionChanges_p.h"
 #include "VersionLoads_p.h"
 #include "VersionSaves_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaEditorLogic/SaveLedger.h>
 
 SaveLedger::Outcome SaveLedger::GetOutcome(const QString& versionId) const

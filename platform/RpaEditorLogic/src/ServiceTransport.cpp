@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ServiceTransport_p.h"
 
 #include <RpaEditorLogic/VersionServiceSettings.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ReleaseCheck_p.h"
 #include "ServiceRoutes_p.h"
 #include "VersionChanges_p.h"

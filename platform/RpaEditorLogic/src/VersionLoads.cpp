@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ServiceRoutes_p.h"
 #include "VersionLoads_p.h"
 

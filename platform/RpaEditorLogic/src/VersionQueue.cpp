@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "VersionQueue_p.h"
 
 void VersionQueue::Enqueue(const QString& versionId, Start start)

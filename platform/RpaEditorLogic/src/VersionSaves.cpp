@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "VersionSaves_p.h"
 
 #include <RpaAppData/RpaContentExcess.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IAppTableEngine.h>
 #include <RpaEngineCore/IProcessLifeCycle.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What went wrong in a program, in the words of people who write no Python. What Python itself says stays in the trace."""
 
 import dis

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Commands on whole tables: filter, sort, unique, group, join.
 
 Rows are dictionaries by column name, as the table of the page gives them, or lists, as a workbook gives them; then the

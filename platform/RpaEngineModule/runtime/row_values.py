@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """How cells are read, compared and put in order.
 
 A cell without anything but blanks is empty. Numbers count as numbers however they are written, with separators of

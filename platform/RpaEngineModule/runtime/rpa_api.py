@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What a process can ask of the editor and its page: parameters, table, dialogs, browser, captured elements, log."""
 
 import datetime

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Runs one process of an app in a Python of its own and speaks to the editor over a socket.
 
 Started as: python3 -I -u -X utf8 rpa_child.py ADDRESS TOKEN, where ADDRESS is "local:PATH" or "tcp:PORT" of this

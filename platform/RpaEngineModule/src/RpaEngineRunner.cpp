@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaEngineRunner_p.h"
 #include "run/RpaProcessTranslator_p.h"
 

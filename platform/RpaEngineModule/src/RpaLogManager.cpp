@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaLogManager_p.h"
 
 RpaLogManager::RpaLogManager() : source(std::make_unique<RpaLogDataSource>()) {}

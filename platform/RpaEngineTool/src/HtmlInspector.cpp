@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "CapturedElement_p.h"
 #include "HtmlInspector_p.h"
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Tells which of the wanted packages are there.
 
 Reads [[name, version], ...] as JSON and writes [[installed version or "", fits], ...] in the same order. Runs in the

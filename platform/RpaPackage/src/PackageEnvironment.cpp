@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "PackageEnvironment_p.h"
 #include "PackageLayout_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "PackageJob_p.h"
 #include "PackageRules_p.h"
 

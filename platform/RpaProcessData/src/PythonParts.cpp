@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "PythonParts_p.h"
 
 PythonParts::PythonParts(const QString& python) : source(python), tokens(PythonTokens::Read(python))

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "StatementJson_p.h"
 
 #include <RpaProcessData/RpaStatement.h>

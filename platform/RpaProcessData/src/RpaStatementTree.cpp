@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaStatementTree_p.h"
 #include "StatementJson_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "PythonNames_p.h"
 #include "VariableUse_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ArgumentField_p.h"
 #include "FormEditor_p.h"
 #include "ProblemLabel_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ArgumentField_p.h"
 #include "ConditionRows_p.h"
 #include "GridEdit_p.h"

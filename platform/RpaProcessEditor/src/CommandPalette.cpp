@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "CommandList_p.h"
 #include "CommandPalette_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ConditionRowEdit_p.h"
 #include "ConditionRows_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ProcessEdits_p.h"
 #include "ProcessSteps_p.h"
 

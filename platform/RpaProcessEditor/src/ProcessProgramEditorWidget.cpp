@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
 #include "CodeHighlighter_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "VisualEditorParts_p.h"
 
 #include <RpaEngineCore/IProcessLifeCycle.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Variables that get another name, as steps of ProcessEdits.
 #include "ProcessEdits_p.h"
 #include "ProcessSteps_p.h"

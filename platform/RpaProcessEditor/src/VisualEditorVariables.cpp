@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Variables get another name in the visual editor.
 #include "StatementView_p.h"
 #include "VariableRenameDialog_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "MessageDialog_p.h"
 #include "MessageText_p.h"
 

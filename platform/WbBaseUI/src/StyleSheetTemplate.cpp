@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "StyleSheetTemplate_p.h"
 #include "ThemeTokens_p.h"
 

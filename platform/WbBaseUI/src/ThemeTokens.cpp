@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ThemeTokens_p.h"
 
 // Both schemes stand side by side so that neither can have a colour the other lacks. Text on its background

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "ToastPlace_p.h"
 #include "ToastStack_p.h"
 #include "ToastWidget_p.h"

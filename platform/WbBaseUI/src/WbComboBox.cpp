@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "StyleRefresh_p.h"
 
 #include <OxBase/DpiTool.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbIconPicture.h>
 #include <WbBaseUI/WbIcons.h>

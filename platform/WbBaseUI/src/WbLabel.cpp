@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <WbBaseUI/WbLabel.h>
 
 WbLabel::WbLabel(QWidget* parent) : WbLabel(QString(), parent) {}

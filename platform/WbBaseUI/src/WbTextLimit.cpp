@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbFoundation/ContentLimits.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "StyleSheetTemplate_p.h"
 #include "ThemeImages_p.h"
 #include "ThemeStyle_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "BrowserAddress_p.h"
 #include "BrowserDriver_p.h"
 #include "BrowserWorlds_p.h"

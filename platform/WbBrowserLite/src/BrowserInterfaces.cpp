@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <WbBrowserLite/IBrowserBorderWindow.h>
 #include <WbBrowserLite/IBrowserEngine.h>
 #include <WbBrowserLite/IBrowserPointer.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Where no web engine is available.
 #include "BuiltInBrowser_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <WbFoundation/FreeNames.h>
 
 bool FreeNames::Take(const QString& name)

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "JsonBytes_p.h"
 #include "Utf8_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "TransferWorker_p.h"
 #include "TransportTexts_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "HtmlTokens_p.h"
 #include "HtmlVocabulary_p.h"
 #include "RichHtmlSanitizer_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RichHtmlSanitizer_p.h"
 #include "RichHtmlWriter_p.h"
 #include "RichLimits_p.h"

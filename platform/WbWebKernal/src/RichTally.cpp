@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RichLimits_p.h"
 #include "RichTally_p.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RichFindBar_p.h"
 #include "RichFormatBar_p.h"
 #include "RichHtmlSanitizer_p.h"

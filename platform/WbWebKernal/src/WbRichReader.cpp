@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RichHtmlSanitizer_p.h"
 #include "RichNotice_p.h"
 #include "RichOpening_p.h"

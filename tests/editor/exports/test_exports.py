@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """The module shows one class; whatever else it defines stays inside.
 Usage: test_exports.py LIBRARY [OBJDUMP], the latter for a DLL"""
 

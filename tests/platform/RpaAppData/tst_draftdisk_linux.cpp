@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // The draft journal on disks and folders that somebody else spoils.
 #include "DraftJournalFixture.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // How a draft ends: by a save that was confirmed, or given up by its author.
 #include "DraftJournalFixture.h"
 

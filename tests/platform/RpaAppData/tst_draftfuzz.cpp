@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Draft files that something went over: each is either the draft that was written or set aside, never
 // anything else, and nothing is deleted.
 #include "DraftFile_p.h"

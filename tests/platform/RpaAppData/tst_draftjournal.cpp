@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What the journal writes of work under way, and finds again.
 #include "DraftJournalFixture.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Work that the journal cannot keep: the author is told once, and what was kept before stays.
 #include "DraftJournalFixture.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What drafts say of saves whose outcome nobody has heard.
 #include "DraftJournalFixture.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaTableData.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <RpaAppData/RpaToolData.h>
 #include <RpaAppTool/IAppToolWidget.h>
 #include <RpaEngineCore/IProcessLifeCycle.h>

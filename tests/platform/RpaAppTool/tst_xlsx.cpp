@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "XlsxReader_p.h"
 #include "XlsxWriter_p.h"
 #include "ZipReader_p.h"

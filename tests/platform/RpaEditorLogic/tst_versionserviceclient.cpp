@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Sessions, apps and their versions.
 #include "ServiceClientFixture.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Answers that are not to be believed, or that nobody is left to hear.
 #include "ServiceClientFixture.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // What is done with an app as a whole: tags, copies, the bin, versions handed over.
 #include "ServiceClientFixture.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Released apps, how readers come to them, and what was done.
 #include "ServiceClientFixture.h"
 #include "TestApp.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // Stands where Python is expected; what it does is in its name.
 
 #include <cstdio>

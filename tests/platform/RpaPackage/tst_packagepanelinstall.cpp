@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "PanelFixture.h"
 
 // The panel while packages are installed for real.

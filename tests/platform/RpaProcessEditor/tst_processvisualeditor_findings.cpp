@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "TestApp.h"
 #include "VisualEditorFixture.h"
 

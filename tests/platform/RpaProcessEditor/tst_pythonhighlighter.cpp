@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "CodeHighlighter_p.h"
 #include "TestApp.h"
 

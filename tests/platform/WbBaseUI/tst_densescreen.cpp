@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 // On a screen that is drawn at 150 %; the scale comes from the environment of this test.
 #include "TestApp.h"
 

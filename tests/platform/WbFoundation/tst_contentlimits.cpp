@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/JsonGuard.h>
 #include <WbFoundation/JsonWriter.h>

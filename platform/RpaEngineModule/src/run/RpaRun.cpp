@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaChildProcess_p.h"
 #include "RpaRunChannel_p.h"
 #include "RpaRun_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "RpaRunCalls_p.h"
 #include "RpaRunDialog_p.h"
 #include "RpaRun_p.h"
