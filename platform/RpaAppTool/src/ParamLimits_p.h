@@ -8,9 +8,8 @@ struct RpaParamItem;
 
 // What limits a parameter beyond its type, as the author reads and writes it in one cell: the choices
 // ("甲，乙"), the range ("1~100", "1~", "~100") and step of a slider ("0~1，步长 0.1"), the form of its text
-// (the name of a known one, or an expression), the endings of files ("xlsx，csv"), the lines that are seen at
-// once
-// ("6 行") or the columns of a group ("两列").
+// (the name of a known one, or an expression), the endings of files ("xlsx，csv"), the lines that are
+// seen at once ("6 行") or the columns of a group ("两列").
 namespace ParamLimits
 {
 QString TextOf(const RpaParamItem& item);

@@ -22,20 +22,17 @@ class SaveLedger;
 //
 // - An answer is never delivered inside the operation that sent its request.
 // - Requests for one version are sent and answered in the order they were made; a version's save is based on
-// what the
-//   save before it made, and its load sees them. Between versions, and for lists and new versions, answers
-//   come in the order in which the server gives them; a list never undoes a write that was confirmed while it
-//   was under way.
+//   what the save before it made, and its load sees them. Between versions, and for lists and new versions,
+//   answers come in the order in which the server gives them; a list never undoes a write that was confirmed
+//   while it was under way.
 // - When an answer is delivered, the snapshot manager and the save ledger already show its outcome.
 // - The records given in requests are read at once; changing them later changes nothing that is under way. A
-// refused
-//   overwrite puts the listed record back to what the server has.
+//   refused overwrite puts the listed record back to what the server has.
 // - An overwrite is refused while a load of its version is asked for and not handed out yet, and when its
-// content
-//   (RpaWrittenContent) was loaded from, or saved to, another version: an editor names the version that it is
-//   on the way to. It is not refused when the record was named for it (RpaAppSnapshot::IsNamed): then the
-//   author picked the version for this content. Content of one app is never saved into another one. Content
-//   of no version, or whose app data is not known, may go anywhere.
+//   content (RpaWrittenContent) was loaded from, or saved to, another version: an editor names the version
+//   that it is on the way to. It is not refused when the record was named for it (RpaAppSnapshot::IsNamed):
+//   then the author picked the version for this content. Content of one app is never saved into another one.
+//   Content of no version, or whose app data is not known, may go anywhere.
 // - An overwrite goes over the revision that its content was loaded from or saved as, when that is known.
 // - A load that is asked for again and again is spaced (VersionServiceSettings::RepeatSpacing).
 // - A release is refused while the last save of its version is in flight or failed, and when the content that

@@ -9,12 +9,12 @@
 
 // The meaning of an argument's text, by the argument's type:
 //   Text, File, Folder, Parameter   "=" and a Python expression (as in a spreadsheet), else literal text; a
-//   literal that
-//                                   begins with "=" is written "'=…", one that begins with "'=" is written
-//                                   "''=…"
-//   Number, Switch                  a number / "true" or "false", else a Python expression, with or without
-//   "=" Expression                      a Python expression Choice, Process, Element        literal Variable
-//   a variable's name
+//                                   literal that begins with "=" is written "'=…", one that begins with "'="
+//                                   is written "''=…"
+//   Number, Switch                  a number or "true" / "false", else a Python expression, with or without "="
+//   Expression                      a Python expression
+//   Choice, Process, Element        literal
+//   Variable                        a variable's name
 namespace RpaExpression
 {
 // Whether the text is Python.
