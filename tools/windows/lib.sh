@@ -5,7 +5,10 @@ shopt -s inherit_errexit # a source that cannot be had ends the script
 
 windows_qt=/opt/qt5-mingw
 windows_libraries=/opt/mingw-libs
-windows_qt_archive=${RPA_WINDOWS_QT_ARCHIVE:-$(dirname "${BASH_SOURCE[0]}")/../../../shared/qt5-mingw64.tar.xz}
+# Not given: in any folder beside the repository's.
+windows_qt_archive=${RPA_WINDOWS_QT_ARCHIVE:-$(
+    compgen -G "$(dirname "${BASH_SOURCE[0]}")/../../../*/qt5-mingw64.tar.xz" | head -n 1 || true
+)}
 windows_cache=${XDG_CACHE_HOME:-$HOME/.cache}/rpa-windows
 mingw=x86_64-w64-mingw32
 

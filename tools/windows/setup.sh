@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
 # Brings what building for Windows needs: Debian's packages, Qt, libsodium and libcurl. Quick when all is there.
-# Qt is taken from /opt/qt5-mingw, else unpacked from qt5-mingw64.tar.xz (RPA_WINDOWS_QT_ARCHIVE, or ../shared/ beside
-# the repository), else built once from Debian's source package, which takes about an hour.
+# Qt is taken from /opt/qt5-mingw, else unpacked from RPA_WINDOWS_QT_ARCHIVE (by default a qt5-mingw64.tar.xz in a folder
+# beside the repository), else built once from Debian's source package, which takes about an hour.
 #   tools/windows/setup.sh          all of it
 #   tools/windows/setup.sh --quick  ends with an error where Qt would have to be built
 set -euo pipefail
@@ -10,7 +10,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 . "$here/lib.sh"
 
 if [ "${1:-}" = --quick ] && [ ! -x "$windows_qt/bin/moc" ] && [ ! -f "$windows_qt_archive" ]; then
-    echo "Qt for Windows is neither in $windows_qt nor at $windows_qt_archive; building it takes an hour" >&2
+    echo "Qt for Windows is neither in $windows_qt nor in an archive (RPA_WINDOWS_QT_ARCHIVE); building it takes an hour" >&2
     exit 1
 fi
 "$here/../setup.sh" windows
