@@ -14,7 +14,7 @@ QString ReasonOf(const WbHttpAnswer& answer, bool isUsable)
 void VersionContext::SendOrRefuse(const QString& refusal, const WbHttpRequest& route,
                                   const ServiceTransport::Done& done)
 {
-    const bool isStale = refusal.isEmpty() && spacer.IsStale();
+    const bool isStale = refusal.isEmpty() && backoff.IsStale();
     if (refusal.isEmpty() && !isStale) {
         transport.Send(route, done);
         return;
