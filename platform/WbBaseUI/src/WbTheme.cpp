@@ -156,8 +156,9 @@ QFont WbTheme::UiFont()
 
 QFont WbTheme::CodeFont()
 {
-    QFont font = MakeFont({QStringLiteral("Consolas"), QStringLiteral("DejaVu Sans Mono"),
-                           QStringLiteral("Noto Sans Mono CJK SC")},
+    // First the one that has Chinese letters, too: lines that mix two fonts are of different heights.
+    QFont font = MakeFont({QStringLiteral("Noto Sans Mono CJK SC"), QStringLiteral("Consolas"),
+                           QStringLiteral("DejaVu Sans Mono")},
                           kCodeFontPixels);
     font.setStyleHint(QFont::Monospace);
     font.setFixedPitch(true);

@@ -10,10 +10,11 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QFontInfo>
+#include <QFontMetricsF>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSignalSpy>
+#include <QTextLayout>
 #include <QtTest>
 
 #include <RpaResources.h>
@@ -64,6 +65,9 @@ private slots:
     void switchesWhileItRuns();
     void appliesTheScaleOfTheScreen();
     void setsFamiliesThatHaveChineseLetters();
+#ifdef Q_OS_LINUX // Windows has no font of fixed width with Chinese letters that is fit for code
+    void linesOfCodeAreOfOneHeightInAnyScript();
+#endif
     void givesEveryKindOfWidgetTheSameFont_data();
     void givesEveryKindOfWidgetTheSameFont();
     void drawsEveryIcon_data();
@@ -250,8 +254,24 @@ void TestTheme::setsFamiliesThatHaveChineseLetters()
 
     QCOMPARE(QApplication::font().families().constFirst(), QStringLiteral("Microsoft YaHei UI"));
     QVERIFY(QFontMetrics(QApplication::font()).inFontUcs4(U'版'));
-    QVERIFY(QFontInfo(WbTheme::CodeFont()).fixedPitch());
+    const QFontMetricsF code(WbTheme::CodeFont());
+    QCOMPARE(code.horizontalAdvance(QLatin1Char('i')), code.horizontalAdvance(QLatin1Char('W')));
 }
+
+#ifdef Q_OS_LINUX
+void TestTheme::linesOfCodeAreOfOneHeightInAnyScript()
+{
+    const auto heightOf = [](const QString& code) {
+        QTextLayout layout(code, WbTheme::CodeFont());
+        layout.beginLayout();
+        const QTextLine line = layout.createLine();
+        layout.endLayout();
+        return line.height();
+    };
+
+    QCOMPARE(heightOf(QStringLiteral("print(\"出库单\")")), heightOf(QStringLiteral("print(7)")));
+}
+#endif
 
 void TestTheme::givesEveryKindOfWidgetTheSameFont_data()
 {
