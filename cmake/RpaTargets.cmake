@@ -30,6 +30,17 @@ function(_rpa_common target)
         CXX_EXTENSIONS OFF)
 endfunction()
 
+# A target's own headers are included by file name, in whatever folder beside the list of sources they are.
+function(_rpa_include_own_folders target scope)
+    foreach(source IN LISTS ARGN)
+        if(NOT IS_ABSOLUTE "${source}")
+            cmake_path(SET file NORMALIZE "${CMAKE_CURRENT_SOURCE_DIR}/${source}")
+            cmake_path(GET file PARENT_PATH folder)
+            target_include_directories(${target} ${scope} "${folder}")
+        endif()
+    endforeach()
+endfunction()
+
 # A shared library of the reference platform.
 #   rpa_add_platform_library(OxBase
 #       HEADERS DpiTool.h ...            # public, relative to include/OxBase/
@@ -52,7 +63,7 @@ function(rpa_add_platform_library name)
         PUBLIC FILE_SET HEADERS
         BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}/include" "${generated}"
         FILES ${arg_HEADERS} "${generated}/${name}/${name}Export.h")
-    target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/src")
+    _rpa_include_own_folders(${name} PRIVATE ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
     set_target_properties(${name} PROPERTIES
         VERIFY_INTERFACE_HEADER_SETS ${RPA_VERIFY_HEADERS}
@@ -71,7 +82,7 @@ function(rpa_add_module_layer name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} OBJECT ${arg_SOURCES})
     _rpa_common(${name})
-    target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    _rpa_include_own_folders(${name} PUBLIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC ${arg_LINK})
     target_compile_definitions(${name} PRIVATE RPAEDITORMANAGER_BUILDING)
     set_target_properties(${name} PROPERTIES
@@ -102,14 +113,12 @@ function(rpa_add_module name)
 endfunction()
 
 # The parts of a program, compiled once and linked into the program and into its tests.
-#   rpa_add_program_parts(workstation_parts DIRS . settings SOURCES ... LINK ...)
-# DIRS are the folders whose headers are included by file name.
+#   rpa_add_program_parts(workstation_parts SOURCES ... LINK ...)
 function(rpa_add_program_parts name)
-    cmake_parse_arguments(arg "" "" "DIRS;SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} OBJECT ${arg_SOURCES})
     _rpa_common(${name})
-    list(TRANSFORM arg_DIRS PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
-    target_include_directories(${name} PUBLIC ${arg_DIRS})
+    _rpa_include_own_folders(${name} PUBLIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC ${arg_LINK})
 endfunction()
 
