@@ -128,7 +128,7 @@ class Lines(unittest.TestCase):
 class EveryChange(unittest.TestCase):
     def test_fits_the_code_and_is_told_apart_from_the_others(self):
         for layer in ("client", "pages", "editor", "release"):
-            for path in (paths.ROOT / layer).glob("*.cpp"):
+            for path in (paths.ROOT / layer).rglob("*.cpp"):
                 source = path.read_text(encoding="utf-8")
                 changes = operators.all_changes(path.name, source)
                 for change in changes:

@@ -64,7 +64,7 @@ def chosen(options, read):
     files = [
         str(path.relative_to(ROOT)).replace("\\", "/")
         for layer in LAYERS
-        for path in sorted((ROOT / layer).glob("*.cpp"))
+        for path in sorted((ROOT / layer).rglob("*.cpp"))
     ]
     changes = from_patches(HERE / "patches", read)
     if not options.patches:
