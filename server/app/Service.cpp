@@ -3,7 +3,7 @@
 #include "Service.h"
 
 #include "../base/Loopback.h"
-#include "../http/Dispatcher.h"
+#include "../routes/Dispatcher.h"
 #include "../routes/Services.h"
 #include "../store/IStore.h"
 #include "CertificateKeeper.h"

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "../store/Records.h"
+#include "../base/Account.h"
 
 #include <QByteArray>
 #include <QString>

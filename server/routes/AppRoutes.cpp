@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "../base/Clock.h"
-#include "../http/Dispatcher.h"
 #include "../rules/AppRules.h"
+#include "Dispatcher.h"
 #include "Services.h"
 #include "Wire.h"
 #include "WriteOnce.h"

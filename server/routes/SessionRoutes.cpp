@@ -2,7 +2,7 @@
 
 #include "../accounts/PasswordRules.h"
 #include "../accounts/Passwords.h"
-#include "../http/Dispatcher.h"
+#include "Dispatcher.h"
 #include "Services.h"
 #include "Wire.h"
 

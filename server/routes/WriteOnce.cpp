@@ -4,7 +4,7 @@
 
 #include "../base/Clock.h"
 #include "../base/Digest.h"
-#include "../http/Dispatcher.h"
+#include "Dispatcher.h"
 #include "Wire.h"
 
 #include <algorithm>

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "../base/Account.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -9,18 +11,6 @@
 
 namespace server
 {
-struct Account
-{
-    QString pin; // also the name to sign in with
-    QString name;
-    QString venderId;
-    QStringList roles;   // of "author", "user", "administrator"
-    qint64 closedAt = 0; // 0: open; nobody signs in with a closed account
-
-    bool IsAuthor() const { return roles.contains(QLatin1String("author")); }
-    bool IsAdministrator() const { return roles.contains(QLatin1String("administrator")); }
-};
-
 struct App
 {
     QString id;

@@ -5,8 +5,8 @@
 #include "../accounts/Sessions.h"
 #include "../base/Metrics.h"
 #include "../base/TaskPool.h"
-#include "HttpServer.h"
-#include "Router.h"
+#include "../http/HttpServer.h"
+#include "../http/Router.h"
 
 namespace server
 {
