@@ -1,24 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
 """The architecture test, and tests of the test: each rule must find what it is there for."""
 
-import shutil
-import sys
-import tempfile
 import unittest
-from pathlib import Path
 
 import hygiene
 import tiers
-
-ROOT = Path(__file__).resolve().parents[2]
-DOCUMENT = """
-| Tier | Libraries | May use |
-|---|---|---|
-| 0 | `Low` | Qt only |
-| 1 | `Middle`, `Other` | 0 |
-
-Layers: `client/` < `editor/`
-"""
+from tree import ROOT, TreeTestCase
 
 
 class TheTree(unittest.TestCase):
@@ -29,23 +16,9 @@ class TheTree(unittest.TestCase):
         self.assertEqual(hygiene.findings(ROOT), [])
 
 
-class TheRules(unittest.TestCase):
-    def setUp(self):
-        self.root = Path(tempfile.mkdtemp())
-        self.addCleanup(shutil.rmtree, self.root)
-        self.write("docs/architecture.md", DOCUMENT)
-        for folder in ("platform/Low", "platform/Middle", "platform/Other", "client", "editor", "server", "workstation"):
-            (self.root / folder).mkdir(parents=True)
-
-    def write(self, name, text):
-        path = self.root / name
-        path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_text(text, encoding="utf-8")
-
-    def assert_found(self, part):
-        found = tiers.findings(self.root)
-        self.assertEqual(len(found), 1, found)
-        self.assertIn(part, found[0])
+class TheRules(TreeTestCase):
+    def assert_finding(self, part):
+        self.assert_found(tiers.findings(self.root), part)
 
     def test_a_clean_tree_has_no_findings(self):
         self.write("platform/Middle/src/a.cpp", '#include <Low/low.h>\n#include "a.h"\n')
@@ -56,37 +29,37 @@ class TheRules(unittest.TestCase):
 
     def test_a_lower_tier_may_not_use_a_higher_one(self):
         self.write("platform/Low/src/a.cpp", "#include <Middle/m.h>\n")
-        self.assert_found("tier 0 may not use tier 1")
+        self.assert_finding("tier 0 may not use tier 1")
 
     def test_a_library_may_not_use_its_own_tier(self):
         self.write("platform/Middle/src/a.cpp", "#include <Other/o.h>\n")
-        self.assert_found("tier 1 may not use tier 1")
+        self.assert_finding("tier 1 may not use tier 1")
 
     def test_a_library_may_not_use_private_headers_of_another(self):
         self.write("platform/Low/src/low_p.h", "")
         self.write("platform/Middle/src/a.cpp", '#include "low_p.h"\n')
-        self.assert_found("private header")
+        self.assert_finding("private header")
 
     def test_a_lower_layer_may_not_use_a_higher_one(self):
         self.write("editor/e.h", "")
         self.write("client/c.cpp", '#include "e.h"\n')
-        self.assert_found("client/ may not use editor/")
+        self.assert_finding("client/ may not use editor/")
 
     def test_the_workstation_sees_one_header_of_the_module(self):
         self.write("workstation/w.cpp", "#include <RpaEditorManager/Inside.h>\n")
-        self.assert_found("not the module's public header")
+        self.assert_finding("not the module's public header")
 
     def test_the_server_has_no_window(self):
         self.write("server/s.cpp", "#include <QWidget>\n")
-        self.assert_found("no window")
+        self.assert_finding("no window")
 
     def test_the_server_uses_tier_0_only(self):
         self.write("server/s.cpp", "#include <Middle/m.h>\n")
-        self.assert_found("tier 0 only")
+        self.assert_finding("tier 0 only")
 
     def test_a_library_without_a_tier_is_found(self):
         (self.root / "platform/New").mkdir()
-        self.assert_found("stands in no tier")
+        self.assert_finding("stands in no tier")
 
     def test_string_connects_and_fixed_waits_are_found(self):
         self.write("client/a.cpp", "connect(a, SIGNAL(x()), b, SLOT(y()));\n")
@@ -103,4 +76,4 @@ class TheRules(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main()
