@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 out=${1:-build/fuzz}
-rich=platform/WbWebKernal/src
+rich=platform/WbWebKernal/src/html
 mkdir -p "$out"
 # shellcheck disable=SC2046 # several flags
 clang++-14 -std=c++17 -O1 -g -fPIC -fsanitize=fuzzer,address,undefined -I"$rich" \
