@@ -5,6 +5,7 @@
 #include "../base/JsonText.h"
 #include "../http/Request.h"
 #include "../rules/Outcome.h"
+#include "../store/Records.h"
 
 #include <QJsonObject>
 
