@@ -11,8 +11,8 @@
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -5,8 +5,8 @@
 //   host --try     opens an app of a server that is not there, closes again, and says so
 #include <RpaCore/RobotExecuteInfo.h>
 #include <RpaCore/RpaGlobalLifeCycle.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QApplication>

@@ -9,9 +9,9 @@
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QCoreApplication>

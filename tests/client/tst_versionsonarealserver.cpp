@@ -13,8 +13,8 @@
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbTextEdit.h>

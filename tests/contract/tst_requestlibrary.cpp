@@ -11,8 +11,8 @@
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbHttpModule/WbHttpClient.h>
 
 #include <QRandomGenerator>

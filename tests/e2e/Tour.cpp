@@ -15,7 +15,7 @@
 #include <RpaCore/RpaAppSnapshot.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbTheme.h>
 

@@ -12,8 +12,8 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaCore/RpaSuperDir.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QDataStream>
 #include <QFile>

@@ -11,7 +11,7 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -13,10 +13,10 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaCore/RpaSuperDir.h>
 #include <RpaEditorCore/RpaEditorNotify.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 
 #include <QLabel>
 #include <QSignalSpy>

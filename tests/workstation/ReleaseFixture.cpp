@@ -4,7 +4,7 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QCryptographicHash>

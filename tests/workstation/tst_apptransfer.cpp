@@ -8,7 +8,7 @@
 #include "TestFolder.h"
 #include "TransferController.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 
 #include <QJsonArray>
 #include <QSignalSpy>

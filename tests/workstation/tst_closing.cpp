@@ -14,7 +14,7 @@
 #include "TestFolder.h"
 #include "Workstation.h"
 
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 
 #include <QLineEdit>

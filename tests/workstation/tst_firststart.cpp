@@ -10,7 +10,7 @@
 #include "Workstation.h"
 
 #include <RpaEditorCore/RpaEditorNotify.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QListView>

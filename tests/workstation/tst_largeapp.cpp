@@ -10,7 +10,7 @@
 
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbBaseUI/UIMain.h>
 #include <WbCore/WbGlobalData.h>
 #include <WbFoundation/ContentLimits.h>

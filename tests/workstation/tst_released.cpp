@@ -14,7 +14,7 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 
 #include <QAbstractItemModelTester>

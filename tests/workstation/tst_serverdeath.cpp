@@ -12,8 +12,8 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QFile>
 #include <QSignalSpy>

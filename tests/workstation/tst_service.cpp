@@ -19,10 +19,10 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaGlobalLifeCycle.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcessCheck.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QFile>

@@ -7,8 +7,8 @@
 #include "TestApp.h"
 #include "TestFolder.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QFile>

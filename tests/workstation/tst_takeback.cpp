@@ -11,7 +11,7 @@
 #include "TestApp.h"
 #include "ToastWatcher.h"
 
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QAction>
 #include <QJsonArray>

@@ -4,7 +4,7 @@
 
 #include "BinDialog.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbToast.h>
 

@@ -5,7 +5,7 @@
 #include "AppRecord.h"
 #include "DateLanguage.h"
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 
 #include <QObject>
 

@@ -7,7 +7,7 @@
 #include "AppNameDialog.h"
 #include "AppTagsDialog.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QPointer>

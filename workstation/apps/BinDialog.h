@@ -4,7 +4,7 @@
 
 #include "DateLanguage.h"
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 class QListWidget;

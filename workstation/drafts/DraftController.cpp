@@ -10,7 +10,7 @@
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbCore/WbGlobalData.h>
 #include <WbFoundation/Utils.h>

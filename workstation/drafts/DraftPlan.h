@@ -3,7 +3,7 @@
 #pragma once
 
 #include <RpaAppData/RpaDraft.h>
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 
 #include <QString>
 #include <QVector>

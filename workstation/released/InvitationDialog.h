@@ -6,7 +6,7 @@
 #include "DateLanguage.h"
 #include "RowsDialog.h"
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 
 #include <memory>
 

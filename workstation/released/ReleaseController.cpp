@@ -5,7 +5,7 @@
 #include "ReleaseDialog.h"
 #include "TakeBackDialog.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QPointer>

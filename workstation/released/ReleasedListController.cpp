@@ -5,7 +5,7 @@
 #include "ReleasedAppModel.h"
 #include "ReleasedListPage.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/WbToast.h>
 
 ReleasedListController::ReleasedListController(AppTabs::Tab shown, ReleasedAppModel* apps,

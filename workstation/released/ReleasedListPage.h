@@ -4,7 +4,7 @@
 
 #include "AppTabs.h"
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 class AppCards;

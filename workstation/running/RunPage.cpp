@@ -17,11 +17,11 @@
 #include <RpaAppTool/IAppParamWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
 #include <RpaAppTool/IAppToolWidget.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbTabBar.h>

@@ -4,7 +4,7 @@
 
 #include "AppRunner.h"
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <memory>

@@ -2,8 +2,8 @@
 
 #include "Session.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <chrono>

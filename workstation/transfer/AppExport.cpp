@@ -2,7 +2,7 @@
 
 #include "AppExport.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 
 #include <QSet>
 

@@ -2,7 +2,7 @@
 
 #include "AppImport.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 
 AppImport::AppImport(const QString& file, QObject* parent)
     : AppTransfer(parent), path(file), client(std::make_unique<VersionServiceClient>())

@@ -4,7 +4,7 @@
 
 #include "DateLanguage.h"
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 
 // What is known of a version: its record, who saved it, and whether users have it.
 struct VersionFacts

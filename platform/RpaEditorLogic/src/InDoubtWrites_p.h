@@ -3,8 +3,9 @@
 #pragma once
 
 #include "SaveOrder_p.h"
-#include "ServiceAnswers_p.h"
-#include "TriedAnswer_p.h"
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/TriedAnswer.h>
 
 #include <QByteArrayList>
 #include <QHash>

@@ -8,7 +8,7 @@
 #include <OxHttp/HttpNotifyManager.h>
 #include <RpaEditorLogic/IReleaseReview.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QCoreApplication>
 

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "AppAudience_p.h"
-#include "ServiceRoutes_p.h"
 
 #include <RpaAppData/RpaAppData.h>
+#include <RpaServiceClient/ServiceRoutes.h>
 
 #include <QPointer>
 

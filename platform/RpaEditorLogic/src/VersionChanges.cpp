@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "ReleaseCheck_p.h"
-#include "ServiceRoutes_p.h"
 #include "VersionChanges_p.h"
+
+#include <RpaServiceClient/ServiceRoutes.h>
 
 using namespace ServiceAnswers;
 

@@ -6,8 +6,6 @@
 #include "InDoubtWrites_p.h"
 #include "LoadBackoff_p.h"
 #include "RestoredWork_p.h"
-#include "ServiceAnswers_p.h"
-#include "ServiceTransport_p.h"
 #include "VersionQueue_p.h"
 #include "WriteJournal_p.h"
 
@@ -16,6 +14,8 @@
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
 #include <RpaEditorLogic/VersionAct.h>
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceTransport.h>
 
 #include <QHash>
 #include <QSharedPointer>

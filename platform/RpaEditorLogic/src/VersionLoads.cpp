@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ServiceRoutes_p.h"
 #include "VersionLoads_p.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/ServiceRoutes.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbFoundation/Utils.h>
 
 #include <algorithm>

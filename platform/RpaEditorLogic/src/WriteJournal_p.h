@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "ServiceAnswers_p.h"
+#include <RpaServiceClient/ServiceAnswers.h>
 
 #include <QVector>
 

@@ -6,7 +6,7 @@
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaSuperDir.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QCryptographicHash>

@@ -8,7 +8,7 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 #include "EditorLogicFixture.h"
 #include "NativeSocket.h"
 
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QCoreApplication>
 #include <QtTest>

@@ -4,7 +4,7 @@
 #include "TestApp.h"
 
 #include <RpaEditorCore/RpaSnapshotManager.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QSignalSpy>
 #include <QtTest>

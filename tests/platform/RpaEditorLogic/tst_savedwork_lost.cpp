@@ -8,8 +8,8 @@
 
 #include <RpaCore/RpaAppSnapshot.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QtTest>
 

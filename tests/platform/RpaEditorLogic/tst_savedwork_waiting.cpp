@@ -6,7 +6,7 @@
 #include <OxBase/OxBlocker.h>
 #include <OxHttp/HttpNotifyManager.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QCryptographicHash>
 #include <QSignalSpy>

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ServiceRoutes_p.h"
-
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/ServiceRoutes.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>

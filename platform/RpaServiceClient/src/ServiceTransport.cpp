@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ServiceTransport_p.h"
-
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/ServiceTransport.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QTimer>
 

@@ -4,8 +4,8 @@
 
 #include "FaultServer.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QtTest>
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include <RpaEditorLogic/RpaEditorLogicExport.h>
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/RpaServiceClientExport.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 
 #include <functional>
 #include <memory>
@@ -16,7 +16,7 @@ class QObject;
 // Each call is answered exactly once, from the event loop, never inside the call; the destructor answers what
 // is outstanding as failed. context, when not null, stands for whoever wants the answer: it is not called
 // once it is destroyed, nor by the client's destructor, which mostly runs within that of whoever asked.
-class RPAEDITORLOGIC_EXPORT VersionServiceClient
+class RPASERVICECLIENT_EXPORT VersionServiceClient
 {
 public:
     template <typename Value>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ServiceAnswers_p.h"
-#include "ServiceRoutes_p.h"
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoutes.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>

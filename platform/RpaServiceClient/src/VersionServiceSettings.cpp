@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 namespace
 {

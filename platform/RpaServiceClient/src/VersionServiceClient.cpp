@@ -2,11 +2,11 @@
 
 #include "AccountAnswers_p.h"
 #include "ReleaseAnswers_p.h"
-#include "ServiceAnswers_p.h"
-#include "ServiceRoutes_p.h"
-#include "ServiceTransport_p.h"
 
-#include <RpaEditorLogic/VersionServiceClient.h>
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoutes.h>
+#include <RpaServiceClient/ServiceTransport.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 
 #include <QPointer>
 

@@ -2,7 +2,8 @@
 
 #include "AccountAnswers_p.h"
 #include "ReleaseAnswers_p.h"
-#include "ServiceRoutes_p.h"
+
+#include <RpaServiceClient/ServiceRoutes.h>
 
 #include <QJsonArray>
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <RpaCore/RpaAppSnapshot.h>
+#include <RpaServiceClient/RpaServiceClientExport.h>
 #include <WbHttpModule/WbHttpAnswer.h>
 
 #include <QJsonObject>
@@ -30,26 +31,26 @@ struct ReleaseRecord
     VersionRecord version;
 };
 
-std::optional<VersionRecord> ReadVersion(const QJsonObject& json);
-std::optional<QVector<VersionRecord>> ReadVersions(const QByteArray& body);
-std::optional<ReleaseRecord> ReadRelease(const QByteArray& body);
+RPASERVICECLIENT_EXPORT std::optional<VersionRecord> ReadVersion(const QJsonObject& json);
+RPASERVICECLIENT_EXPORT std::optional<QVector<VersionRecord>> ReadVersions(const QByteArray& body);
+RPASERVICECLIENT_EXPORT std::optional<ReleaseRecord> ReadRelease(const QByteArray& body);
 
 // The version record of a confirmed save; empty when it is not the confirmation of what was sent.
-std::optional<VersionRecord> ReadSaved(const WbHttpAnswer& answer);
+RPASERVICECLIENT_EXPORT std::optional<VersionRecord> ReadSaved(const WbHttpAnswer& answer);
 
 // Revision of an ETag ("7" in quotes); 0 when it is none.
-int RevisionOf(const WbHttpAnswer& answer);
+RPASERVICECLIENT_EXPORT int RevisionOf(const WbHttpAnswer& answer);
 
 // Stable name of a refusal ("name-taken"); empty when the answer is none of the service's.
-QString RefusalCode(const WbHttpAnswer& answer);
+RPASERVICECLIENT_EXPORT QString RefusalCode(const WbHttpAnswer& answer);
 
 // Why the request failed, in the author's words; never empty.
-QString FailureText(const WbHttpAnswer& answer);
+RPASERVICECLIENT_EXPORT QString FailureText(const WbHttpAnswer& answer);
 
 // For an answer that came through but cannot be used.
-QString UnusableText();
+RPASERVICECLIENT_EXPORT QString UnusableText();
 // For content of a newer client; the words by which editors refuse it.
-QString TooOldText();
+RPASERVICECLIENT_EXPORT QString TooOldText();
 
-QJsonObject ObjectOf(const QByteArray& body);
+RPASERVICECLIENT_EXPORT QJsonObject ObjectOf(const QByteArray& body);
 } // namespace ServiceAnswers

@@ -2,7 +2,7 @@
 
 #include "TestApp.h"
 
-#include <RpaEditorLogic/VersionServiceSettings.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QSet>
 #include <QSignalSpy>

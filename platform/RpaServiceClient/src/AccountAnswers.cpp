@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "AccountAnswers_p.h"
-#include "ServiceRoutes_p.h"
+
+#include <RpaServiceClient/ServiceRoutes.h>
 
 #include <QJsonArray>
 

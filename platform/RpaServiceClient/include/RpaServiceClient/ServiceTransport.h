@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "TriedAnswer_p.h"
-
+#include <RpaServiceClient/RpaServiceClientExport.h>
+#include <RpaServiceClient/TriedAnswer.h>
 #include <WbHttpModule/WbHttpClient.h>
 
 #include <QElapsedTimer>
@@ -17,7 +17,7 @@
 // in Shutdown(). A request that met a broken connection or a busy server is sent again by itself, with the
 // headers it had (so with its idempotency key), as long as that is quick. While the service is away requests
 // wait for it, and follow it to where it comes back.
-class ServiceTransport
+class RPASERVICECLIENT_EXPORT ServiceTransport
 {
 public:
     using Done = std::function<void(const TriedAnswer& answer)>;

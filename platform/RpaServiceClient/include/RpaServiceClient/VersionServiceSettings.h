@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <RpaEditorLogic/RpaEditorLogicExport.h>
+#include <RpaServiceClient/RpaServiceClientExport.h>
 #include <WbHttpModule/WbHttpRequest.h>
 
 #include <QByteArray>
@@ -14,7 +14,7 @@
 
 // Where the version service is and as whom to speak to it. Told by the workstation, read by the request
 // library at each request. GUI thread only.
-class RPAEDITORLOGIC_EXPORT VersionServiceSettings : public QObject
+class RPASERVICECLIENT_EXPORT VersionServiceSettings : public QObject
 {
     Q_OBJECT
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <RpaEditorLogic/VersionServiceRecords.h>
+#include <RpaServiceClient/VersionServiceRecords.h>
 
 #include <QJsonObject>
 
