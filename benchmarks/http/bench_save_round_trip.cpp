@@ -13,6 +13,8 @@
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -105,7 +107,7 @@ QString CreateApp()
     VersionServiceClient client;
     QEventLoop loop;
     QString id;
-    client.CreateApp(QStringLiteral("benchmark"), 0, nullptr, [&](const auto& result) {
+    client.Send(CreateAppRequest{QStringLiteral("benchmark"), 0}, nullptr, [&](const auto& result) {
         id = result.value.id;
         loop.quit();
     });
@@ -191,7 +193,7 @@ double AskWhoIAm(VersionServiceClient* client)
     QEventLoop loop;
     QElapsedTimer timer;
     timer.start();
-    client->GetCurrentSession(nullptr, [&loop](const auto&) { loop.quit(); });
+    client->Send(GetCurrentSessionRequest{}, nullptr, [&loop](const auto&) { loop.quit(); });
     loop.exec();
     return MillisecondsOf(timer);
 }

@@ -15,6 +15,7 @@
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
 #include <WbBaseUI/WbEditableCombo.h>
 #include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbTextEdit.h>
@@ -115,7 +116,7 @@ QString TestVersionsOnARealServer::CreateApp()
     VersionServiceClient client;
     QString id;
     bool answered = false;
-    client.CreateApp(Text("应用%1").arg(++appCount), 0, this, [&](const auto& result) {
+    client.Send(CreateAppRequest{Text("应用%1").arg(++appCount), 0}, this, [&](const auto& result) {
         id = result.value.id;
         answered = true;
     });

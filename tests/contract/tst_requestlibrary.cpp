@@ -13,6 +13,10 @@
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
+#include <RpaServiceClient/apps/RenameAppRequest.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
 #include <WbHttpModule/WbHttpClient.h>
 
 #include <QRandomGenerator>
@@ -113,8 +117,8 @@ void RequestLibraryTest::init()
     VersionServiceSettings::Instance()->SetToken(server.Token(QStringLiteral("author-1")));
     VersionServiceClient client;
     std::optional<VersionServiceResult<VersionServiceApp>> app;
-    client.CreateApp(QStringLiteral("应用%1").arg(++appNumber), 0, nullptr,
-                     [&app](const auto& result) { app = result; });
+    client.Send(CreateAppRequest{QStringLiteral("应用%1").arg(++appNumber), 0}, nullptr,
+                [&app](const auto& result) { app = result; });
     QTRY_VERIFY(app);
     QVERIFY2(app->success, qPrintable(app->errorDesc));
     appId = app->value.id;
@@ -367,12 +371,12 @@ void RequestLibraryTest::findsAndRenamesApps()
     VersionServiceClient client;
     const QString name = QStringLiteral("改名%1").arg(appNumber);
     std::optional<VersionServiceResult<VersionServiceApp>> renamed;
-    client.RenameApp(appId, name, nullptr, [&](const auto& result) { renamed = result; });
+    client.Send(RenameAppRequest{appId, name}, nullptr, [&](const auto& result) { renamed = result; });
     QTRY_VERIFY(renamed);
     QVERIFY2(renamed->success, qPrintable(renamed->errorDesc));
 
     std::optional<VersionServiceResult<QVector<VersionServiceApp>>> found;
-    client.ListApps(name, nullptr, [&](const auto& result) { found = result; });
+    client.Send(ListAppsRequest{name}, nullptr, [&](const auto& result) { found = result; });
 
     QTRY_VERIFY(found);
     QVERIFY2(found->success, qPrintable(found->errorDesc));
@@ -386,7 +390,7 @@ void RequestLibraryTest::readsTheSessionOfItsToken()
     VersionServiceClient client;
     std::optional<VersionServiceResult<VersionServiceSession>> session;
 
-    client.GetCurrentSession(nullptr, [&](const auto& result) { session = result; });
+    client.Send(GetCurrentSessionRequest{}, nullptr, [&](const auto& result) { session = result; });
 
     QTRY_VERIFY(session);
     QVERIFY2(session->success, qPrintable(session->errorDesc));

@@ -17,6 +17,7 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -338,7 +339,8 @@ private:
     {
         QList<QByteArray> paths;
         VersionServiceClient client;
-        client.GetCurrentSession(nullptr, [](const VersionServiceResult<VersionServiceSession>&) {});
+        client.Send(GetCurrentSessionRequest{}, nullptr,
+                    [](const VersionServiceResult<VersionServiceSession>&) {});
         const auto last = [&] {
             paths.clear();
             for (const FaultServer::Request& request : server.GetRequests())

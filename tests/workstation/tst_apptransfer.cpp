@@ -9,6 +9,7 @@
 #include "TransferController.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/versions/CreateVersionRequest.h>
 
 #include <QJsonArray>
 #include <QSignalSpy>
@@ -93,8 +94,8 @@ void tst_AppTransfer::appComesBackAsItWas()
     Send("PATCH", QStringLiteral("/api/v1/apps/") + app, R"({"tags":["财务"]})");
     VersionServiceClient client;
     bool isSaved = false;
-    client.CreateVersion(app, Version(QStringLiteral("v1"), 7), this,
-                         [&isSaved](const auto& result) { isSaved = result.success; });
+    client.Send(CreateVersionRequest{app, Version(QStringLiteral("v1"), 7)}, this,
+                [&isSaved](const auto& result) { isSaved = result.success; });
     QTRY_VERIFY(isSaved);
     AppRecord record;
     record.id = app;

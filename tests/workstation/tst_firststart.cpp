@@ -11,6 +11,7 @@
 
 #include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QListView>
@@ -82,7 +83,7 @@ void tst_FirstStart::laysNoDialogOverTheInvitation()
     QTRY_VERIFY(cards->model()->rowCount() > 0);
     QString app;
     VersionServiceClient client;
-    client.ListApps(QString(), this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+    client.Send(ListAppsRequest{}, this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
         app = result.value.first().id;
     });
     QTRY_VERIFY(!app.isEmpty());

@@ -15,6 +15,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/releases/ListOnlineAppsRequest.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 
 #include <QAbstractItemModelTester>
@@ -242,11 +243,12 @@ void tst_Released::opensAReleasedApp()
     SignIn("user-1");
     VersionServiceClient client;
     VersionServiceReleasedApp app;
-    client.ListOnlineApps(this, [&](const VersionServiceResult<QVector<VersionServiceReleasedApp>>& result) {
-        for (const VersionServiceReleasedApp& one : result.value)
-            if (one.app.id == appId)
-                app = one;
-    });
+    client.Send(ListOnlineAppsRequest{}, this,
+                [&](const VersionServiceResult<QVector<VersionServiceReleasedApp>>& result) {
+                    for (const VersionServiceReleasedApp& one : result.value)
+                        if (one.app.id == appId)
+                            app = one;
+                });
     QTRY_COMPARE(app.app.id, appId);
     RunPage page;
     page.show();

@@ -14,6 +14,9 @@
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 
 #include <QFile>
 #include <QSignalSpy>
@@ -127,7 +130,7 @@ QString tst_ServerDeath::CreateApp(const QString& name)
 {
     VersionServiceClient client;
     VersionServiceResult<VersionServiceApp> made;
-    client.CreateApp(name, 0, this, [&made](const auto& result) { made = result; });
+    client.Send(CreateAppRequest{name, 0}, this, [&made](const auto& result) { made = result; });
     return QTest::qWaitFor([&made] { return made.success; }, 30000) ? made.value.id : QString();
 }
 
@@ -167,7 +170,7 @@ QVector<VersionServiceVersion> tst_ServerDeath::Stored()
 {
     VersionServiceClient client;
     VersionServiceResult<QVector<VersionServiceVersion>> listed;
-    client.ListVersions(appId, this, [&listed](const auto& result) { listed = result; });
+    client.Send(ListVersionsRequest{appId}, this, [&listed](const auto& result) { listed = result; });
     return QTest::qWaitFor([&listed] { return listed.success; }, 30000) ? listed.value
                                                                         : QVector<VersionServiceVersion>();
 }
@@ -208,7 +211,8 @@ void tst_ServerDeath::asksTheServerThatCameBackAndNobodyElse()
     bool known = false;
     connect(session.get(), &Session::SigServerDied, this, [&] {
         tookPlace = stranger.Take(port);
-        client.GetCurrentSession(this, [&known](const auto& result) { known = result.success; });
+        client.Send(GetCurrentSessionRequest{}, this,
+                    [&known](const auto& result) { known = result.success; });
     });
 
     NativeProcess::Kill(ServerPid());
@@ -235,7 +239,7 @@ void tst_ServerDeath::givesEachServerTokensOfItsOwn()
     settings->SetToken(first);
     VersionServiceClient client;
     QString code;
-    client.GetCurrentSession(this, [&code](const auto& result) {
+    client.Send(GetCurrentSessionRequest{}, this, [&code](const auto& result) {
         code = result.success ? QStringLiteral("welcome") : result.errorCode;
     });
 
@@ -248,7 +252,8 @@ void tst_ServerDeath::answersWhatWaitsWhenTheServerStaysAway()
     VersionServiceClient client;
     QString reason;
     connect(session.get(), &Session::SigServerDied, this, [&] {
-        client.GetCurrentSession(this, [&reason](const auto& result) { reason = result.errorDesc; });
+        client.Send(GetCurrentSessionRequest{}, this,
+                    [&reason](const auto& result) { reason = result.errorDesc; });
         session->GetEmbeddedServer()->Stop();
     });
 
@@ -266,7 +271,7 @@ void tst_ServerDeath::dropsWhatWaitsWhenSomebodyElseSignsInMeanwhile()
     QString reason;
     QString pin;
     connect(session.get(), &Session::SigServerDied, this, [&] {
-        client.GetCurrentSession(this, [&](const auto& result) {
+        client.Send(GetCurrentSessionRequest{}, this, [&](const auto& result) {
             reason = result.errorDesc;
             pin = result.value.account.pin;
         });

@@ -23,6 +23,9 @@
 #include <RpaProcessData/RpaProcessCheck.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QFile>
@@ -103,9 +106,10 @@ void tst_Service::reachesTheEmbeddedServerAndSignsIn()
     QCOMPARE(VersionServiceSettings::Instance()->GetBaseUrl(), session.GetEmbeddedServer()->GetAddress());
     VersionServiceClient client;
     QString pin;
-    client.GetCurrentSession(this, [&pin](const VersionServiceResult<VersionServiceSession>& result) {
-        pin = result.value.account.pin;
-    });
+    client.Send(GetCurrentSessionRequest{}, this,
+                [&pin](const VersionServiceResult<VersionServiceSession>& result) {
+                    pin = result.value.account.pin;
+                });
     QTRY_COMPARE(pin, session.GetPin());
 }
 
@@ -123,9 +127,9 @@ void tst_Service::keepsTheSessionWhenTheEmbeddedServerDies()
     QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
     bool known = false;
     VersionServiceClient client;
-    client.GetCurrentSession(this, [&known](const VersionServiceResult<VersionServiceSession>& result) {
-        known = result.success;
-    });
+    client.Send(
+        GetCurrentSessionRequest{}, this,
+        [&known](const VersionServiceResult<VersionServiceSession>& result) { known = result.success; });
     QTRY_VERIFY(known);
 }
 
@@ -204,14 +208,13 @@ void tst_Service::installsTheSampleAppsOnce()
     QMap<QString, QStringList> versions; // by app, newest first, each with its state
     VersionServiceClient client;
     const auto list = [&](const VersionServiceApp& app) {
-        client.ListVersions(
-            app.id, this,
-            [&versions, app](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
-                for (const VersionServiceVersion& version : result.value)
-                    versions[app.name] << version.name + QString::number(version.state);
-            });
+        client.Send(ListVersionsRequest{app.id}, this,
+                    [&versions, app](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
+                        for (const VersionServiceVersion& version : result.value)
+                            versions[app.name] << version.name + QString::number(version.state);
+                    });
     };
-    client.ListApps(QString(), this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+    client.Send(ListAppsRequest{}, this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
         std::for_each(result.value.cbegin(), result.value.cend(), list);
     });
     QMap<QString, QStringList> expected;

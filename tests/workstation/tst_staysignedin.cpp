@@ -9,6 +9,8 @@
 
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QFile>
@@ -117,10 +119,11 @@ bool tst_StaySignedIn::IsKnown(const QByteArray& token)
     VersionServiceClient client;
     bool answered = false;
     bool known = false;
-    client.GetCurrentSession(this, [&](const VersionServiceResult<VersionServiceSession>& result) {
-        answered = true;
-        known = result.success;
-    });
+    client.Send(GetCurrentSessionRequest{}, this,
+                [&](const VersionServiceResult<VersionServiceSession>& result) {
+                    answered = true;
+                    known = result.success;
+                });
     const bool waited = QTest::qWaitFor([&answered] { return answered; }, 20000);
     VersionServiceSettings::Instance()->SetToken(QByteArray());
     return waited && known;
@@ -213,9 +216,9 @@ void tst_StaySignedIn::asksForASessionThatOutlastsANight()
 
     VersionServiceClient client;
     QDateTime end;
-    client.GetCurrentSession(this, [&end](const VersionServiceResult<VersionServiceSession>& result) {
-        end = result.value.expiresAt;
-    });
+    client.Send(
+        GetCurrentSessionRequest{}, this,
+        [&end](const VersionServiceResult<VersionServiceSession>& result) { end = result.value.expiresAt; });
 
     QTRY_VERIFY(end.isValid());
     QVERIFY(std::abs(QDateTime::currentDateTimeUtc().daysTo(end) - days) <= 1);
@@ -255,8 +258,8 @@ void tst_StaySignedIn::saysOnceThatASessionExpired()
     VersionServiceClient client;
     const auto ask = [this, &client] {
         bool answered = false;
-        client.ListApps(
-            QString(), this,
+        client.Send(
+            ListAppsRequest{}, this,
             [&answered](const VersionServiceResult<QVector<VersionServiceApp>>&) { answered = true; });
         return QTest::qWaitFor([&answered] { return answered; }, 20000);
     };
@@ -337,8 +340,8 @@ void tst_StaySignedIn::takesNoTokenFromAServerThatWasLeft()
     QTRY_COMPARE(slow.GetRequestCount(), 2);
     VersionServiceClient client;
     bool later = false; // asked later, so answered later
-    client.GetCurrentSession(this,
-                             [&later](const VersionServiceResult<VersionServiceSession>&) { later = true; });
+    client.Send(GetCurrentSessionRequest{}, this,
+                [&later](const VersionServiceResult<VersionServiceSession>&) { later = true; });
 
     session.UseRemote(address);
     QTRY_VERIFY(later);

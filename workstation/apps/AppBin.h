@@ -5,7 +5,7 @@
 #include "AppRecord.h"
 #include "DateLanguage.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/apps/VersionServiceApp.h>
 
 #include <QObject>
 

@@ -8,6 +8,11 @@
 #include "AppTagsDialog.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/apps/CopyAppRequest.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
+#include <RpaServiceClient/apps/RenameAppRequest.h>
+#include <RpaServiceClient/apps/SetTagsRequest.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QPointer>
@@ -48,21 +53,21 @@ void AppListController::Refresh()
     if (model->rowCount() == 0)
         page->ShowLoading();
     const quint64 refresh = ++lastRefresh;
-    client->ListApps(QString(), this,
-                     [this, refresh](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
-                         if (refresh != lastRefresh)
-                             return;
-                         if (!result.success) {
-                             page->ShowFailed(result.errorDesc);
-                             return;
-                         }
-                         QVector<AppRecord> records;
-                         for (const VersionServiceApp& app : result.value)
-                             records << RecordOf(app);
-                         model->SetApps(opened.Sorted(account, records));
-                         page->ShowApps();
-                         page->SelectApp(std::exchange(selectNext, QString()));
-                     });
+    client->Send(ListAppsRequest{}, this,
+                 [this, refresh](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+                     if (refresh != lastRefresh)
+                         return;
+                     if (!result.success) {
+                         page->ShowFailed(result.errorDesc);
+                         return;
+                     }
+                     QVector<AppRecord> records;
+                     for (const VersionServiceApp& app : result.value)
+                         records << RecordOf(app);
+                     model->SetApps(opened.Sorted(account, records));
+                     page->ShowApps();
+                     page->SelectApp(std::exchange(selectNext, QString()));
+                 });
 }
 
 void AppListController::RefreshAndSelect(const QString& appId)
@@ -90,12 +95,12 @@ void AppListController::Create(int kind)
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Create, page);
     dialog->SetKind(kind);
     connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog] {
-        client->CreateApp(dialog->GetName(), dialog->GetKind(), dialog,
-                          [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                              ShowOutcome(dialog, result.success, result.errorDesc, result.value);
-                              if (result.success)
-                                  created = RecordOf(result.value);
-                          });
+        client->Send(CreateAppRequest{dialog->GetName(), dialog->GetKind()}, dialog,
+                     [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                         ShowOutcome(dialog, result.success, result.errorDesc, result.value);
+                         if (result.success)
+                             created = RecordOf(result.value);
+                     });
     });
     Ask(dialog);
     // Not within the answer: an editor opens, and this dialog is modal until it has gone.
@@ -108,10 +113,10 @@ void AppListController::Rename(const AppRecord& app)
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Rename, page);
     dialog->SetName(app.name);
     connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog, app] {
-        client->RenameApp(app.id, dialog->GetName(), dialog,
-                          [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                              ShowOutcome(dialog, result.success, result.errorDesc, result.value);
-                          });
+        client->Send(RenameAppRequest{app.id, dialog->GetName()}, dialog,
+                     [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                         ShowOutcome(dialog, result.success, result.errorDesc, result.value);
+                     });
     });
     Ask(dialog);
 }
@@ -120,29 +125,30 @@ void AppListController::EditTags(const AppRecord& app)
 {
     auto* dialog = new AppTagsDialog(app, model->GetTags(), page);
     connect(dialog, &AppTagsDialog::SigConfirmed, this, [this, dialog, app] {
-        client->SetTags(app.id, dialog->GetTags(), dialog,
-                        [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                            if (!result.success) {
-                                dialog->ShowProblem(result.errorDesc);
-                                return;
-                            }
-                            dialog->accept();
-                            RefreshAndSelect(result.value.id);
-                        });
+        client->Send(SetTagsRequest{app.id, dialog->GetTags()}, dialog,
+                     [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                         if (!result.success) {
+                             dialog->ShowProblem(result.errorDesc);
+                             return;
+                         }
+                         dialog->accept();
+                         RefreshAndSelect(result.value.id);
+                     });
     });
     Ask(dialog);
 }
 
 void AppListController::Copy(const AppRecord& app)
 {
-    client->CopyApp(app.id, this, [this, app](const VersionServiceResult<VersionServiceApp>& result) {
-        if (!result.success) {
-            WbToast::Show(QStringLiteral("“%1”没有复制：%2").arg(app.name, result.errorDesc), ToastError);
-            return;
-        }
-        WbToast::Show(QStringLiteral("已复制为“%1”").arg(result.value.name), ToastSuccess);
-        RefreshAndSelect(result.value.id);
-    });
+    client->Send(
+        CopyAppRequest{app.id}, this, [this, app](const VersionServiceResult<VersionServiceApp>& result) {
+            if (!result.success) {
+                WbToast::Show(QStringLiteral("“%1”没有复制：%2").arg(app.name, result.errorDesc), ToastError);
+                return;
+            }
+            WbToast::Show(QStringLiteral("已复制为“%1”").arg(result.value.name), ToastSuccess);
+            RefreshAndSelect(result.value.id);
+        });
 }
 
 // The page takes the dialog along when the workstation closes; nothing of either is touched after that.

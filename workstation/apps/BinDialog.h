@@ -4,7 +4,8 @@
 
 #include "DateLanguage.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/apps/ListDeletedAppsRequest.h>
+#include <RpaServiceClient/apps/VersionServiceApp.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 class QListWidget;

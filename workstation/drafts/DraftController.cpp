@@ -11,6 +11,7 @@
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbCore/WbGlobalData.h>
 #include <WbFoundation/Utils.h>
@@ -69,8 +70,8 @@ void DraftController::Offer(const AppRecord& app)
                 Ready(app);
                 return;
             }
-            client->ListVersions(
-                app.id, this,
+            client->Send(
+                ListVersionsRequest{app.id}, this,
                 [this, app, drafts](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
                     if (result.success)
                         Ask(app, drafts, result.value);

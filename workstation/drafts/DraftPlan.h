@@ -3,7 +3,7 @@
 #pragma once
 
 #include <RpaAppData/RpaDraft.h>
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/versions/VersionServiceVersion.h>
 
 #include <QString>
 #include <QVector>

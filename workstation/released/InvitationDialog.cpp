@@ -3,6 +3,9 @@
 #include "InvitationDialog.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/invitations/CreateInvitationRequest.h>
+#include <RpaServiceClient/invitations/ListInvitationsRequest.h>
+#include <RpaServiceClient/invitations/RevokeInvitationRequest.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
@@ -49,13 +52,13 @@ InvitationDialog::~InvitationDialog() = default;
 void InvitationDialog::Load()
 {
     Say(QStringLiteral("正在读取邀请码…"), false);
-    client->ListInvitations(app.id, this,
-                            [this](const VersionServiceResult<QVector<VersionServiceInvitation>>& result) {
-                                if (result.success)
-                                    Show(result.value);
-                                else
-                                    Say(result.errorDesc, true);
-                            });
+    client->Send(ListInvitationsRequest{app.id}, this,
+                 [this](const VersionServiceResult<QVector<VersionServiceInvitation>>& result) {
+                     if (result.success)
+                         Show(result.value);
+                     else
+                         Say(result.errorDesc, true);
+                 });
 }
 
 void InvitationDialog::Show(const QVector<VersionServiceInvitation>& invitations)
@@ -109,23 +112,23 @@ QWidget* InvitationDialog::CreateRow(const VersionServiceInvitation& invitation)
 void InvitationDialog::SlotCreate()
 {
     buttonCreate->setEnabled(false);
-    client->CreateInvitation(app.id, validDays, mostUses, this,
-                             [this](const VersionServiceResult<VersionServiceInvitation>& result) {
-                                 buttonCreate->setEnabled(true);
-                                 if (result.success)
-                                     Load();
-                                 else
-                                     Say(result.errorDesc, true);
-                             });
+    client->Send(CreateInvitationRequest{app.id, validDays, mostUses}, this,
+                 [this](const VersionServiceResult<VersionServiceInvitation>& result) {
+                     buttonCreate->setEnabled(true);
+                     if (result.success)
+                         Load();
+                     else
+                         Say(result.errorDesc, true);
+                 });
 }
 
 void InvitationDialog::SlotRevoke(const QString& invitationId)
 {
-    client->RevokeInvitation(invitationId, this,
-                             [this](const VersionServiceResult<VersionServiceInvitation>& result) {
-                                 if (result.success)
-                                     Load();
-                                 else
-                                     Say(result.errorDesc, true);
-                             });
+    client->Send(RevokeInvitationRequest{invitationId}, this,
+                 [this](const VersionServiceResult<VersionServiceInvitation>& result) {
+                     if (result.success)
+                         Load();
+                     else
+                         Say(result.errorDesc, true);
+                 });
 }

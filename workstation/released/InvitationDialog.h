@@ -6,7 +6,7 @@
 #include "DateLanguage.h"
 #include "RowsDialog.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/invitations/VersionServiceInvitation.h>
 
 #include <memory>
 

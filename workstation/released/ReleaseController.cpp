@@ -6,6 +6,8 @@
 #include "TakeBackDialog.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/releases/ListReleasesRequest.h>
+#include <RpaServiceClient/releases/TakeBackRequest.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QPointer>
@@ -68,13 +70,13 @@ void ReleaseController::Show(const AppRecord& app, DateLanguage language, QWidge
 
 void ReleaseController::Load(ReleaseDialog* dialog)
 {
-    client->ListReleases(dialog->GetApp().id, dialog,
-                         [dialog](const VersionServiceResult<QVector<VersionServiceRelease>>& result) {
-                             if (result.success)
-                                 dialog->ShowReleases(result.value);
-                             else
-                                 dialog->ShowProblem(result.errorDesc);
-                         });
+    client->Send(ListReleasesRequest{dialog->GetApp().id}, dialog,
+                 [dialog](const VersionServiceResult<QVector<VersionServiceRelease>>& result) {
+                     if (result.success)
+                         dialog->ShowReleases(result.value);
+                     else
+                         dialog->ShowProblem(result.errorDesc);
+                 });
 }
 
 void ReleaseController::Ask(ReleaseDialog* dialog, int state, const VersionServiceRelease& present,
@@ -102,8 +104,8 @@ void ReleaseController::Ask(ReleaseDialog* dialog, int state, const VersionServi
             emit SigChanged();
     };
     connect(question, &TakeBackDialog::SigConfirmed, this, [this, app, state, present, to, question, ended] {
-        client->TakeBack({app.id, state, present.versionId, to.versionId, question->GetReason()}, this,
-                         ended);
+        client->Send(TakeBackRequest{app.id, state, present.versionId, to.versionId, question->GetReason()},
+                     this, ended);
     });
     question->open();
 }

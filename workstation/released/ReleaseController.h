@@ -5,7 +5,7 @@
 #include "AppRecord.h"
 #include "DateLanguage.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/releases/ListReleasesRequest.h>
 
 #include <QObject>
 

@@ -6,7 +6,7 @@
 #include "DateLanguage.h"
 #include "RowsDialog.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/releases/ListReleasesRequest.h>
 
 // The online and the gray versions of an app, which of them users have, and the way to take that back. It
 // shows and announces; what happens is the owner's business.

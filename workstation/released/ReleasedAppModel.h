@@ -4,7 +4,7 @@
 
 #include "AppListModel.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 
 // Released apps as the cards show them: the version stands beside the kind, the time is that of the release.
 class ReleasedAppModel : public AppListModel

@@ -6,6 +6,9 @@
 #include "ReleasedListPage.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/invitations/RedeemInvitationRequest.h>
+#include <RpaServiceClient/releases/ListGrayAppsRequest.h>
+#include <RpaServiceClient/releases/ListOnlineAppsRequest.h>
 #include <WbBaseUI/WbToast.h>
 
 ReleasedListController::ReleasedListController(AppTabs::Tab shown, ReleasedAppModel* apps,
@@ -36,22 +39,23 @@ void ReleasedListController::Refresh()
         page->SelectApp(std::exchange(selectNext, QString()));
     };
     if (tab == AppTabs::Online)
-        client->ListOnlineApps(this, show);
+        client->Send(ListOnlineAppsRequest{}, this, show);
     else
-        client->ListGrayApps(this, show);
+        client->Send(ListGrayAppsRequest{}, this, show);
 }
 
 void ReleasedListController::Redeem(const QString& code)
 {
-    client->RedeemInvitation(
-        code, this, [this](const VersionServiceResult<VersionServiceReleasedApp>& result) {
-            page->ShowRedeemed(result.success ? QString() : result.errorDesc);
-            if (result.success) {
-                WbToast::Show(QStringLiteral("已可以试用“%1”").arg(result.value.app.name), ToastSuccess);
-                selectNext = result.value.app.id;
-                Refresh();
-            }
-        });
+    client->Send(RedeemInvitationRequest{code}, this,
+                 [this](const VersionServiceResult<VersionServiceReleasedApp>& result) {
+                     page->ShowRedeemed(result.success ? QString() : result.errorDesc);
+                     if (result.success) {
+                         WbToast::Show(QStringLiteral("已可以试用“%1”").arg(result.value.app.name),
+                                       ToastSuccess);
+                         selectNext = result.value.app.id;
+                         Refresh();
+                     }
+                 });
 }
 
 void ReleasedListController::Forget()

@@ -4,7 +4,7 @@
 
 #include "AppTabs.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 class AppCards;

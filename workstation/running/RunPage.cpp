@@ -22,6 +22,7 @@
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/versions/GetVersionDataRequest.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbTabBar.h>
@@ -159,20 +160,20 @@ void RunPage::Load()
 {
     status->SetStatus(RequestStatus::Loading);
     const quint64 number = ++opened;
-    client->GetVersionData(
-        released.versionId, this, [this, number](const VersionServiceResult<QByteArray>& result) {
-            if (number != opened)
-                return;
-            if (!result.success) {
-                problem = result.errorDesc;
-                status->SetErrorMsg(problem);
-                status->SetStatus(RequestStatus::Failed);
-            } else if (!ShowApp(released, result.value)) {
-                problem = QStringLiteral("应用的内容无法读取，请点击“发送给作者”告诉应用的创建者。");
-                status->SetErrorMsg(problem);
-                status->SetStatus(RequestStatus::Failed);
-            }
-        });
+    client->Send(GetVersionDataRequest{released.versionId}, this,
+                 [this, number](const VersionServiceResult<QByteArray>& result) {
+                     if (number != opened)
+                         return;
+                     if (!result.success) {
+                         problem = result.errorDesc;
+                         status->SetErrorMsg(problem);
+                         status->SetStatus(RequestStatus::Failed);
+                     } else if (!ShowApp(released, result.value)) {
+                         problem = QStringLiteral("应用的内容无法读取，请点击“发送给作者”告诉应用的创建者。");
+                         status->SetErrorMsg(problem);
+                         status->SetStatus(RequestStatus::Failed);
+                     }
+                 });
 }
 
 bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& json)

@@ -4,7 +4,7 @@
 
 #include "AppRunner.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <memory>

@@ -8,6 +8,8 @@
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QFile>
@@ -70,15 +72,16 @@ void SampleInstaller::Start()
     if (running)
         return;
     running = true;
-    client->ListApps(QString(), this, [this](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
-        if (!result.success || !result.value.isEmpty()) {
-            Finish(result.success);
-            return;
-        }
-        apps.clear();
-        apps.append(ReadSamples().toList());
-        CreateNextApp();
-    });
+    client->Send(ListAppsRequest{}, this,
+                 [this](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+                     if (!result.success || !result.value.isEmpty()) {
+                         Finish(result.success);
+                         return;
+                     }
+                     apps.clear();
+                     apps.append(ReadSamples().toList());
+                     CreateNextApp();
+                 });
 }
 
 void SampleInstaller::CreateNextApp()
@@ -88,18 +91,18 @@ void SampleInstaller::CreateNextApp()
         return;
     }
     const SampleApp app = apps.dequeue();
-    client->CreateApp(app.name, app.kind, this,
-                      [this, app](const VersionServiceResult<VersionServiceApp>& result) {
-                          if (!result.success) {
-                              Finish(false);
-                              return;
-                          }
-                          appId = result.value.id;
-                          versions.clear();
-                          releases.clear();
-                          versions.append(app.versions.toList());
-                          SaveNextVersion();
-                      });
+    client->Send(CreateAppRequest{app.name, app.kind}, this,
+                 [this, app](const VersionServiceResult<VersionServiceApp>& result) {
+                     if (!result.success) {
+                         Finish(false);
+                         return;
+                     }
+                     appId = result.value.id;
+                     versions.clear();
+                     releases.clear();
+                     versions.append(app.versions.toList());
+                     SaveNextVersion();
+                 });
 }
 
 void SampleInstaller::SaveNextVersion()

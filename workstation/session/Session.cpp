@@ -4,6 +4,9 @@
 
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
+#include <RpaServiceClient/sessions/SignInRequest.h>
+#include <RpaServiceClient/sessions/SignOutRequest.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <chrono>
@@ -178,7 +181,7 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
         if (stay && !staying)
             emit SigNotKept();
     };
-    client->SignIn(account, password, stay, this, enter);
+    client->Send(SignInRequest{account, password, stay}, this, enter);
 }
 
 void Session::SignOut()
@@ -195,7 +198,7 @@ void Session::SignOut()
 void Session::EndOnServer()
 {
     if (IsSignedIn() && !embedded)
-        client->SignOut(nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
+        client->Send(SignOutRequest{}, nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
 }
 
 void Session::SlotTokenRejected()
@@ -223,20 +226,21 @@ void Session::ForgetUser()
 void Session::CheckRemote()
 {
     const QUrl asked = remoteAddress;
-    client->GetCurrentSession(this, [this, asked](const VersionServiceResult<VersionServiceSession>& result) {
-        if (embedded || asked != remoteAddress)
-            return;
-        // A refusal is an answer of the service too: it is there, it only does not know us yet.
-        const bool reached = result.success || !result.errorCode.isEmpty();
-        const ServerState state = reached ? ServerState::Connected : ServerState::Broken;
-        const QString detail = reached ? remoteAddress.toString() : result.errorDesc;
-        if (state != serverState || detail != serverDetail)
-            SetServer(state, detail);
-        if (resuming && result.success) {
-            resuming = false;
-            staying = true;
-            const VersionServiceAccount& who = result.value.account;
-            SetIdentity(who.pin, who.name, who.venderId.toLongLong(), Service()->GetToken());
-        }
-    });
+    client->Send(GetCurrentSessionRequest{}, this,
+                 [this, asked](const VersionServiceResult<VersionServiceSession>& result) {
+                     if (embedded || asked != remoteAddress)
+                         return;
+                     // A refusal is an answer of the service too: it is there, it only does not know us yet.
+                     const bool reached = result.success || !result.errorCode.isEmpty();
+                     const ServerState state = reached ? ServerState::Connected : ServerState::Broken;
+                     const QString detail = reached ? remoteAddress.toString() : result.errorDesc;
+                     if (state != serverState || detail != serverDetail)
+                         SetServer(state, detail);
+                     if (resuming && result.success) {
+                         resuming = false;
+                         staying = true;
+                         const VersionServiceAccount& who = result.value.account;
+                         SetIdentity(who.pin, who.name, who.venderId.toLongLong(), Service()->GetToken());
+                     }
+                 });
 }

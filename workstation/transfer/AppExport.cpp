@@ -3,6 +3,8 @@
 #include "AppExport.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/versions/GetVersionDataRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 
 #include <QSet>
 
@@ -44,15 +46,15 @@ AppExport::~AppExport()
 
 void AppExport::Start()
 {
-    client->ListVersions(app.id, this,
-                         [this](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
-                             if (hasEnded)
-                                 return;
-                             if (result.success)
-                                 Begin(result.value);
-                             else
-                                 End(result.errorDesc);
-                         });
+    client->Send(ListVersionsRequest{app.id}, this,
+                 [this](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
+                     if (hasEnded)
+                         return;
+                     if (result.success)
+                         Begin(result.value);
+                     else
+                         End(result.errorDesc);
+                 });
 }
 
 void AppExport::Cancel()
@@ -84,21 +86,22 @@ void AppExport::FetchNext()
         return;
     }
     const VersionServiceVersion version = versions.at(done);
-    client->GetVersionData(version.id, this, [this, version](const VersionServiceResult<QByteArray>& result) {
-        if (hasEnded)
-            return;
-        if (!result.success) {
-            End(QStringLiteral("版本“%1”：%2").arg(version.name, result.errorDesc));
-            return;
-        }
-        const VersionServiceContent content{version.name, version.description, version.apiVersion,
-                                            result.value};
-        Write([this, content](QString* problem) { return writer.Add(content, problem); },
-              [this] {
-                  ++done;
-                  FetchNext();
-              });
-    });
+    client->Send(GetVersionDataRequest{version.id}, this,
+                 [this, version](const VersionServiceResult<QByteArray>& result) {
+                     if (hasEnded)
+                         return;
+                     if (!result.success) {
+                         End(QStringLiteral("版本“%1”：%2").arg(version.name, result.errorDesc));
+                         return;
+                     }
+                     const VersionServiceContent content{version.name, version.description,
+                                                         version.apiVersion, result.value};
+                     Write([this, content](QString* problem) { return writer.Add(content, problem); },
+                           [this] {
+                               ++done;
+                               FetchNext();
+                           });
+                 });
 }
 
 void AppExport::Write(const std::function<bool(QString* problem)>& work, const std::function<void()>& then)

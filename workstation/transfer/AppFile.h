@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/versions/VersionServiceContent.h>
 
 #include <QFile>
 #include <QSaveFile>

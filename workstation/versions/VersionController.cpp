@@ -5,6 +5,9 @@
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/releases/ListReleasesRequest.h>
+#include <RpaServiceClient/versions/ListSavesRequest.h>
+#include <RpaServiceClient/versions/NoteSaveRequest.h>
 
 #include <algorithm>
 
@@ -33,14 +36,14 @@ void VersionController::Load()
     waiting = 2;
     problem.clear();
     const quint64 number = ++round;
-    client->ListSaves(app, this, [this, number](const auto& result) {
+    client->Send(ListSavesRequest{app}, this, [this, number](const auto& result) {
         if (number != round)
             return;
         if (result.success)
             saves = result.value;
         Take(result.errorDesc);
     });
-    client->ListReleases(app, this, [this, number](const auto& result) {
+    client->Send(ListReleasesRequest{app}, this, [this, number](const auto& result) {
         if (number != round) {
             return;
         }
@@ -95,14 +98,15 @@ VersionFacts VersionController::FindShown(const QString& shownName) const
 
 void VersionController::Note(const VersionServiceSave& save, const QString& note)
 {
-    client->NoteSave(save.versionId, save.revision, note, this, [this, save, note](const auto& result) {
-        if (result.success) {
-            TakeNote(save, note);
-            emit SigNoted();
-        } else {
-            emit SigNotNoted(result.errorDesc);
-        }
-    });
+    client->Send(NoteSaveRequest{save.versionId, save.revision, note}, this,
+                 [this, save, note](const auto& result) {
+                     if (result.success) {
+                         TakeNote(save, note);
+                         emit SigNoted();
+                     } else {
+                         emit SigNotNoted(result.errorDesc);
+                     }
+                 });
 }
 
 void VersionController::TakeNote(const VersionServiceSave& save, const QString& note)

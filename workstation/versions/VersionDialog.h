@@ -4,7 +4,7 @@
 
 #include "DateLanguage.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/versions/ListSavesRequest.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 class QLineEdit;

@@ -4,7 +4,8 @@
 
 #include "DateLanguage.h"
 
-#include <RpaServiceClient/VersionServiceRecords.h>
+#include <RpaServiceClient/releases/ListReleasesRequest.h>
+#include <RpaServiceClient/versions/ListSavesRequest.h>
 
 // What is known of a version: its record, who saved it, and whether users have it.
 struct VersionFacts

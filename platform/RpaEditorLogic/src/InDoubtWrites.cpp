@@ -40,13 +40,13 @@ bool InDoubtWrites::MayExplain(const SaveOrder& order, const WbHttpAnswer& refus
     return refusal.error == WbHttpError::None && refusal.status == status && writes.contains(KeyOf(order));
 }
 
-std::optional<ServiceAnswers::VersionRecord>
-InDoubtWrites::FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const
+std::optional<VersionServiceVersion>
+InDoubtWrites::FindOwn(const SaveOrder& order, const QVector<VersionServiceVersion>& listed) const
 {
     const QVector<Write> inDoubt = writes.value(KeyOf(order));
     const auto own = std::find_if(listed.cbegin(), listed.cend(), [&](const auto& record) {
-        const bool isNamed = order.versionId.isEmpty() ? record.snapshot->GetName() == order.content.name
-                                                       : record.snapshot->GetId() == order.versionId;
+        const bool isNamed =
+            order.versionId.isEmpty() ? record.name == order.content.name : record.id == order.versionId;
         return isNamed && std::any_of(inDoubt.cbegin(), inDoubt.cend(), [&record](const Write& write) {
                    return record.revision == write.base + 1 && record.sha256 == write.sha256;
                });

@@ -4,8 +4,8 @@
 
 #include "SaveOrder_p.h"
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/TriedAnswer.h>
+#include <RpaServiceClient/versions/VersionServiceVersion.h>
 
 #include <QByteArrayList>
 #include <QHash>
@@ -29,8 +29,8 @@ public:
     // Whether the refusal of this save may come from one in doubt.
     bool MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const;
     // The version that the save in doubt made, among those the server lists.
-    std::optional<ServiceAnswers::VersionRecord>
-    FindOwn(const SaveOrder& order, const QVector<ServiceAnswers::VersionRecord>& listed) const;
+    std::optional<VersionServiceVersion> FindOwn(const SaveOrder& order,
+                                                 const QVector<VersionServiceVersion>& listed) const;
 
 private:
     struct Write

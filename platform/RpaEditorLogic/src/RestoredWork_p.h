@@ -43,8 +43,6 @@ void RestoredWork::PutFirst(QVector<Record>* records) const
 {
     if (!waiting)
         return;
-    const auto isFirst = [this](const Record& record) {
-        return record.snapshot->GetId() == waiting->versionId;
-    };
+    const auto isFirst = [this](const Record& record) { return record.id == waiting->versionId; };
     std::stable_partition(records->begin(), records->end(), isFirst);
 }

@@ -5,17 +5,16 @@
 #include "AppAudience_p.h"
 
 #include <RpaAppData/RpaAppData.h>
-#include <RpaServiceClient/ServiceRoutes.h>
+#include <RpaServiceClient/versions/VersionServiceContent.h>
 
 #include <QPointer>
 
-// What one save carries, on which revision, under which key. Taken from its request when it is made.
+// What one save carries, on which revision. Taken from its request when it is made.
 struct SaveOrder
 {
     QString appId;
     QString versionId; // empty: a new version
-    ServiceRoutes::VersionContent content;
-    QByteArray key;
+    VersionServiceContent content;
     int base = 0;
     AppAudience::Ticket ticket;
     QPointer<RpaAppData> source; // whose content it is; null: gone, or not known

@@ -3,9 +3,10 @@
 #include "ReleaseCheck_p.h"
 #include "VersionChanges_p.h"
 
-#include <RpaServiceClient/ServiceRoutes.h>
-
-using namespace ServiceAnswers;
+#include <RpaServiceClient/releases/ReleaseVersionRequest.h>
+#include <RpaServiceClient/versions/DeleteVersionRequest.h>
+#include <RpaServiceClient/versions/GetVersionDataRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 
 namespace
 {
@@ -42,12 +43,12 @@ void VersionChanges::Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& 
     const Order order = Begin(VersionAct::Kind::Deletion, request->GetAppId(), id);
     context->queue.Enqueue(id, [this, request, order, id] {
         const QString refusal =
-            ServiceRoutes::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法删除");
+            ServiceRoute::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法删除");
         // The author decided by what the list shows, so the newest revision heard of is the one that is
         // meant.
         const int revision = context->manager.GetNewestRevision(id);
         context->SendOrRefuse(
-            refusal, ServiceRoutes::DeleteVersion(id, revision, ServiceRoutes::NewKey()),
+            refusal, DeleteVersionRequest{id, revision}.ToHttp(),
             [this, request, order](const WbHttpAnswer& answer) { OnDeleted(request, order, answer); });
     });
 }
@@ -59,7 +60,7 @@ void VersionChanges::OnDeleted(const QSharedPointer<DeleteAppSnapshotInfoRequest
     lost.versionId = request->GetSnapshotId();
     const RpaAppSnapshotPtr listed = context->manager.GetSnapshot(lost.versionId);
     lost.appId = listed ? listed->GetAppId() : order.ticket.appId;
-    if (ServiceRoutes::IsValidId(lost.appId) && context->inDoubt.MayExplain(lost, answer))
+    if (ServiceRoute::IsValidId(lost.appId) && context->inDoubt.MayExplain(lost, answer))
         DeleteOverOwn(request, order, lost, answer);
     else
         FinishDelete(request, order, answer);
@@ -71,17 +72,17 @@ void VersionChanges::DeleteOverOwn(const QSharedPointer<DeleteAppSnapshotInfoReq
                                    const Order& order, const SaveOrder& lost, const WbHttpAnswer& refusal)
 {
     const auto decide = [this, request, order, lost, refusal](const WbHttpAnswer& list) {
-        const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
+        const auto records = list.IsSuccess() ? ListVersionsRequest::Read(list) : std::nullopt;
         const auto own = records ? context->inDoubt.FindOwn(lost, *records) : std::nullopt;
         if (!own) {
             FinishDelete(request, order, records ? refusal : list);
             return;
         }
         context->transport.Send(
-            ServiceRoutes::DeleteVersion(lost.versionId, own->revision, ServiceRoutes::NewKey()),
+            DeleteVersionRequest{lost.versionId, own->revision}.ToHttp(),
             [this, request, order](const WbHttpAnswer& answer) { FinishDelete(request, order, answer); });
     };
-    context->transport.Send(ServiceRoutes::ListVersions(lost.appId), decide);
+    context->transport.Send(ListVersionsRequest{lost.appId}.ToHttp(), decide);
 }
 
 void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request,
@@ -89,7 +90,7 @@ void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequ
 {
     const QString id = request->GetSnapshotId();
     // Gone already, by the service's own word: what was asked for is so.
-    const bool isGone = answer.status == 404 && !RefusalCode(answer).isEmpty();
+    const bool isGone = answer.status == 404 && !ServiceAnswers::RefusalCode(answer).isEmpty();
     const QString failure = isGone ? QString() : ReasonOf(answer, true);
     if (failure.isEmpty()) {
         context->manager.Remove(id);
@@ -106,12 +107,12 @@ void VersionChanges::FinishDelete(const QSharedPointer<DeleteAppSnapshotInfoRequ
 // The author was told that somebody else changed the version; whoever deletes it now means what is there now.
 void VersionChanges::LearnRevisions(const QString& appId)
 {
-    if (!ServiceRoutes::IsValidId(appId))
+    if (!ServiceRoute::IsValidId(appId))
         return;
-    context->transport.Send(ServiceRoutes::ListVersions(appId), [this](const WbHttpAnswer& answer) {
-        const auto records = answer.IsSuccess() ? ReadVersions(answer.body) : std::nullopt;
-        for (const VersionRecord& record : records.value_or(QVector<VersionRecord>()))
-            context->manager.SetListedRevision(record.snapshot->GetId(), record.revision);
+    context->transport.Send(ListVersionsRequest{appId}.ToHttp(), [this](const WbHttpAnswer& answer) {
+        const auto records = answer.IsSuccess() ? ListVersionsRequest::Read(answer) : std::nullopt;
+        for (const VersionServiceVersion& version : records.value_or(ListVersionsRequest::Answer()))
+            context->manager.SetListedRevision(version.id, version.revision);
     });
 }
 
@@ -126,7 +127,7 @@ void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request
     const Order order = Begin(kind, request->GetAppId(), id);
     context->queue.Enqueue(id, [this, request, order, id, refusal] {
         // What the server has is released, whatever is open here.
-        WbHttpRequest content = ServiceRoutes::VersionData(id);
+        WbHttpRequest content = GetVersionDataRequest{id}.ToHttp();
         content.expectation.judge = ReleaseCheck::FindProblem;
         context->SendOrRefuse(refusal, content, [this, request, order](const WbHttpAnswer& answer) {
             OnChecked(request, order, answer);
@@ -138,7 +139,7 @@ void VersionChanges::OnChecked(const QSharedPointer<GrayOrReleaseRequest>& reque
                                const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
-    const int revision = RevisionOf(answer);
+    const int revision = ServiceAnswers::RevisionOf(answer);
     const int base = context->manager.GetBaseRevision(id);
     QString failure = ReasonOf(answer, revision > 0);
     // Of content that the author has not seen, the server itself refuses the release.
@@ -155,13 +156,13 @@ void VersionChanges::OnChecked(const QSharedPointer<GrayOrReleaseRequest>& reque
         return;
     }
     context->transport.Send(
-        ServiceRoutes::ReleaseVersion(id, request->GetPublishType(), base, ServiceRoutes::NewKey()),
+        ReleaseVersionRequest{id, request->GetPublishType(), base}.ToHttp(),
         [this, request, order](const WbHttpAnswer& released) { OnReleased(request, order, released); });
 }
 
 QString VersionChanges::ReleaseRefusal(const GrayOrReleaseRequest& request) const
 {
-    if (!ServiceRoutes::IsValidId(request.GetSnapshotId()))
+    if (!ServiceRoute::IsValidId(request.GetSnapshotId()))
         return QStringLiteral("版本不存在，无法发布");
     switch (context->ledger.GetOutcome(request.GetSnapshotId())) {
     case SaveLedger::Outcome::InFlight:
@@ -179,19 +180,19 @@ void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& requ
                                 const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
-    const auto record = answer.IsSuccess() ? ReadRelease(answer.body) : std::nullopt;
-    const QString failure = ReasonOf(answer, record && record->version.snapshot->GetId() == id);
+    const auto outcome = answer.IsSuccess() ? ReleaseVersionRequest::Read(answer) : std::nullopt;
+    const QString failure = ReasonOf(answer, outcome && outcome->version.id == id);
     auto response = QSharedPointer<GrayOrReleaseResponse>::create();
     if (failure.isEmpty()) {
-        response->SetResult(record->result);
-        response->SetNeedTip(record->needTip);
+        response->SetResult(outcome->isDone ? 1 : 0);
+        response->SetNeedTip(outcome->needTip);
         // A release that did not take effect was not held against our revision.
-        if (record->result == 1)
-            context->manager.SetBaseRevision(id, record->version.revision);
-        context->TakeListed(record->version);
+        if (outcome->isDone)
+            context->manager.SetBaseRevision(id, outcome->version.revision);
+        context->TakeListed(outcome->version);
     }
     response->SetOutcome(failure.isEmpty(),
-                         failure.isEmpty() && record->result == 0 ? record->message : failure);
+                         failure.isEmpty() && !outcome->isDone ? outcome->message : failure);
     FinishRelease(request, order, response);
 }
 

@@ -2,21 +2,39 @@
 
 #include "VersionContext_p.h"
 
-using namespace ServiceAnswers;
+#include <RpaServiceClient/ServiceAnswers.h>
 
 QString ReasonOf(const WbHttpAnswer& answer, bool isUsable)
 {
     if (answer.IsSuccess())
-        return isUsable ? QString() : UnusableText();
-    return FailureText(answer);
+        return isUsable ? QString() : ServiceAnswers::UnusableText();
+    return ServiceAnswers::FailureText(answer);
 }
 
-void VersionContext::SendOrRefuse(const QString& refusal, const WbHttpRequest& route,
+QString TooOldText()
+{
+    return QStringLiteral("当前版本过低，请更新为最新版本");
+}
+
+RpaAppSnapshotPtr SnapshotOf(const VersionServiceVersion& version)
+{
+    const auto snapshot = RpaAppSnapshotPtr::create();
+    snapshot->SetId(version.id);
+    snapshot->SetAppId(version.appId);
+    snapshot->SetName(version.name);
+    snapshot->SetDesc(version.description);
+    snapshot->SetApiVersion(version.apiVersion);
+    snapshot->SetPin(version.pin);
+    snapshot->SetState(static_cast<AppSnapshotState>(version.state));
+    return snapshot;
+}
+
+void VersionContext::SendOrRefuse(const QString& refusal, const WbHttpRequest& http,
                                   const ServiceTransport::Done& done)
 {
     const bool isStale = refusal.isEmpty() && backoff.IsStale();
     if (refusal.isEmpty() && !isStale) {
-        transport.Send(route, done);
+        transport.Send(http, done);
         return;
     }
     WbHttpAnswer answer;
@@ -41,17 +59,17 @@ AppAudience::Ticket VersionContext::TicketFor(const QString& appId, const QStrin
     return audience.Take(known ? known->GetAppId() : appId);
 }
 
-void VersionContext::TakeSaved(const VersionRecord& record)
+void VersionContext::TakeSaved(const VersionServiceVersion& version)
 {
-    manager.SetBaseRevision(record.snapshot->GetId(), record.revision);
-    TakeListed(record);
+    manager.SetBaseRevision(version.id, version.revision);
+    TakeListed(version);
 }
 
-void VersionContext::TakeListed(const VersionRecord& record)
+void VersionContext::TakeListed(const VersionServiceVersion& version)
 {
-    manager.SetListedRevision(record.snapshot->GetId(), record.revision);
+    manager.SetListedRevision(version.id, version.revision);
     // A save of an app that is no longer shown must not appear among the versions of the one that is.
-    if (shownAppId.isEmpty() || record.snapshot->GetAppId() == shownAppId)
-        manager.AddOrReplace(record.snapshot);
-    journal.Wrote(record);
+    if (shownAppId.isEmpty() || version.appId == shownAppId)
+        manager.AddOrReplace(SnapshotOf(version));
+    journal.Wrote(version);
 }

@@ -14,8 +14,8 @@
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
 #include <RpaEditorLogic/VersionAct.h>
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceTransport.h>
+#include <RpaServiceClient/versions/VersionServiceVersion.h>
 
 #include <QHash>
 #include <QSharedPointer>
@@ -27,7 +27,7 @@
 struct VersionContext
 {
     // Answers with the refusal, if there is one, instead of sending.
-    void SendOrRefuse(const QString& refusal, const WbHttpRequest& route, const ServiceTransport::Done& done);
+    void SendOrRefuse(const QString& refusal, const WbHttpRequest& http, const ServiceTransport::Done& done);
     // Gives the response its outcome and hands it out to those whom it is for. failure empty: success.
     void Notify(int notifyId, const AppAudience::Ticket& ticket, const QSharedPointer<IHttpRequest>& request,
                 const QSharedPointer<SnapshotResponse>& response, const QString& failure);
@@ -35,9 +35,9 @@ struct VersionContext
     AppAudience::Ticket TicketFor(const QString& appId, const QString& versionId) const;
 
     // The server confirmed content that was sent from here.
-    void TakeSaved(const ServiceAnswers::VersionRecord& record);
+    void TakeSaved(const VersionServiceVersion& version);
     // The server told how the version stands.
-    void TakeListed(const ServiceAnswers::VersionRecord& record);
+    void TakeListed(const VersionServiceVersion& version);
 
     // A load of the version is asked for and not handed out yet.
     bool IsLoading(const QString& versionId) const { return loads.value(versionId) > 0; }
@@ -58,3 +58,9 @@ struct VersionContext
 
 // Why a request failed; empty when it succeeded with a usable answer.
 QString ReasonOf(const WbHttpAnswer& answer, bool isUsable);
+
+// For content of a newer client; the words by which editors refuse it.
+QString TooOldText();
+
+// The version as editors know it.
+RpaAppSnapshotPtr SnapshotOf(const VersionServiceVersion& version);

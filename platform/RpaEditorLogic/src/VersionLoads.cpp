@@ -3,13 +3,12 @@
 #include "VersionLoads_p.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
-#include <RpaServiceClient/ServiceRoutes.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/versions/GetVersionDataRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 #include <WbFoundation/Utils.h>
 
 #include <algorithm>
-
-using namespace ServiceAnswers;
 
 VersionLoads::VersionLoads(VersionContext* sharedContext) : context(sharedContext) {}
 
@@ -33,9 +32,9 @@ void VersionLoads::SendList(const Order& order)
 {
     const QString appId = order.request->GetAppId();
     const QString refusal =
-        ServiceRoutes::IsValidId(appId) ? QString() : QStringLiteral("应用不存在，无法打开");
+        ServiceRoute::IsValidId(appId) ? QString() : QStringLiteral("应用不存在，无法打开");
     const quint64 sent = context->journal.ListSent();
-    context->SendOrRefuse(refusal, ServiceRoutes::ListVersions(appId),
+    context->SendOrRefuse(refusal, ListVersionsRequest{appId}.ToHttp(),
                           [this, order, sent](const WbHttpAnswer& answer) { OnList(order, sent, answer); });
 }
 
@@ -56,13 +55,12 @@ void VersionLoads::OnList(const Order& order, quint64 sent, const WbHttpAnswer& 
 QString VersionLoads::ListFailure(const Order& order, quint64 sent, const WbHttpAnswer& answer)
 {
     const QString appId = order.request->GetAppId();
-    const auto records = answer.IsSuccess() ? ReadVersions(answer.body) : std::nullopt;
+    const auto records = answer.IsSuccess() ? ListVersionsRequest::Read(answer) : std::nullopt;
     const QString failure = ReasonOf(answer, records.has_value());
     if (!failure.isEmpty())
         return failure;
-    const bool isForeign = std::any_of(records->cbegin(), records->cend(), [&](const VersionRecord& record) {
-        return record.snapshot->GetAppId() != appId;
-    });
+    const bool isForeign = std::any_of(records->cbegin(), records->cend(),
+                                       [&](const auto& version) { return version.appId != appId; });
     if (isForeign)
         return QStringLiteral("服务器返回了另一个应用的版本，没有采用，请稍后重试");
     // An answer that was overtaken by a newer one of the same app has nothing to add.
@@ -70,11 +68,11 @@ QString VersionLoads::ListFailure(const Order& order, quint64 sent, const WbHttp
         return {};
     appliedSerial = order.serial;
     QVector<RpaAppSnapshotPtr> snapshots;
-    QVector<VersionRecord> merged = context->journal.Merge(*records, appId, sent);
+    QVector<VersionServiceVersion> merged = context->journal.Merge(*records, appId, sent);
     context->restored.PutFirst(&merged);
-    for (const VersionRecord& record : qAsConst(merged)) {
-        snapshots.append(record.snapshot);
-        context->manager.SetListedRevision(record.snapshot->GetId(), record.revision);
+    for (const VersionServiceVersion& version : qAsConst(merged)) {
+        snapshots.append(SnapshotOf(version));
+        context->manager.SetListedRevision(version.id, version.revision);
     }
     context->manager.SetSnapshots(snapshots);
     return {};
@@ -89,9 +87,9 @@ void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request
     context->backoff.Run(QStringLiteral("data/") + id, [this, request, ticket, id] {
         context->queue.Enqueue(id, [this, request, ticket, id] {
             const QString refusal =
-                ServiceRoutes::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法打开");
+                ServiceRoute::IsValidId(id) ? QString() : QStringLiteral("版本不存在，无法打开");
             context->SendOrRefuse(
-                refusal, ServiceRoutes::VersionData(id),
+                refusal, GetVersionDataRequest{id}.ToHttp(),
                 [this, request, ticket](const WbHttpAnswer& answer) { OnData(request, ticket, answer); });
         });
     });
@@ -118,7 +116,7 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
                           const AppAudience::Ticket& ticket, const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
-    const int revision = RevisionOf(answer);
+    const int revision = ServiceAnswers::RevisionOf(answer);
     QString failure = ReasonOf(answer, revision > 0);
     // Restored work is the author's own and was tried before it was offered.
     if (failure.isEmpty() && !context->restored.IsWaitingFor(id))

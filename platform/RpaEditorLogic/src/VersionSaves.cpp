@@ -5,9 +5,10 @@
 #include <RpaAppData/RpaContentExcess.h>
 #include <RpaAppData/RpaWrittenContent.h>
 #include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaServiceClient/versions/CreateVersionRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
+#include <RpaServiceClient/versions/OverwriteVersionRequest.h>
 #include <WbFoundation/Utils.h>
-
-using namespace ServiceAnswers;
 
 namespace
 {
@@ -15,7 +16,7 @@ namespace
 QString FailureOf(const SaveOrder& order, const WbHttpAnswer& answer, bool isUsable)
 {
     const bool isUnsent = answer.error == WbHttpError::BadRequest || answer.error == WbHttpError::TooLarge;
-    const QString excess = isUnsent ? RpaContentExcess::Find(order.content.json.toUtf8()) : QString();
+    const QString excess = isUnsent ? RpaContentExcess::Find(order.content.text.toUtf8()) : QString();
     return excess.isEmpty() ? ReasonOf(answer, isUsable) : excess + QStringLiteral("，没有保存");
 }
 } // namespace
@@ -25,27 +26,26 @@ VersionSaves::VersionSaves(VersionContext* sharedContext) : context(sharedContex
 SaveOrder VersionSaves::OrderOf(const RpaAppSnapshotPtr& snapshot)
 {
     SaveOrder order;
-    order.key = ServiceRoutes::NewKey();
     if (!snapshot)
         return order;
     order.appId = snapshot->GetAppId();
     order.versionId = snapshot->GetId();
-    order.content = {snapshot->GetName(), snapshot->GetDesc(), snapshot->GetApiVersion(),
+    order.content = {snapshot->GetName(), snapshot->GetDesc(), snapshot->GetApiVersion(), QByteArray(),
                      snapshot->GetAppData()};
-    order.source = RpaWrittenContent::FindWriter(order.content.json);
+    order.source = RpaWrittenContent::FindWriter(order.content.text);
     order.isChosen = snapshot->IsNamed();
     snapshot->SetNamed(false); // the next save of the record is another act
     return order;
 }
 
 // What was saved is what its app data is based on from now on.
-void VersionSaves::Rebase(const SaveOrder& order, const VersionRecord& record)
+void VersionSaves::Rebase(const SaveOrder& order, const VersionServiceVersion& saved)
 {
     if (!order.source)
         return;
     RpaContentOrigin origin = order.source->GetOrigin();
-    origin.versionId = record.snapshot->GetId();
-    origin.baseRevision = record.revision;
+    origin.versionId = saved.id;
+    origin.baseRevision = saved.revision;
     order.source->SetOrigin(origin);
 }
 
@@ -53,20 +53,19 @@ void VersionSaves::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& reques
 {
     SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
     order.ticket = context->TicketFor(order.appId, order.versionId);
-    const QString refusal = ServiceRoutes::IsValidId(order.appId)
-                                ? ContentRefusal(order)
-                                : QStringLiteral("应用信息不完整，无法保存");
+    const QString refusal = ServiceRoute::IsValidId(order.appId) ? ContentRefusal(order)
+                                                                 : QStringLiteral("应用信息不完整，无法保存");
     context->ledger.Begin(QString());
     context->SendOrRefuse(
-        refusal, ServiceRoutes::CreateVersion(order.appId, order.content, order.key),
+        refusal, CreateVersionRequest{order.appId, order.content}.ToHttp(),
         [this, request, order](const TriedAnswer& answer) { OnCreated(request, order, answer); });
 }
 
 void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request,
                              const SaveOrder& order, const TriedAnswer& answer)
 {
-    const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
-    const bool isUsable = record && record->snapshot->GetAppId() == order.appId;
+    const auto saved = answer.IsSuccess() ? CreateVersionRequest::Read(answer) : std::nullopt;
+    const bool isUsable = saved && saved->appId == order.appId;
     const QString failure = FailureOf(order, answer, isUsable);
     if (!failure.isEmpty() && MayBeOwn(order, answer)) {
         SendOverOwn(order, answer, [this, request](const SaveOrder& again, const TriedAnswer& end) {
@@ -75,11 +74,11 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
         return;
     }
     if (failure.isEmpty()) {
-        request->GetSnapshotInfoPtr()->SetId(record->snapshot->GetId());
-        context->TakeSaved(*record);
-        Rebase(order, *record);
+        request->GetSnapshotInfoPtr()->SetId(saved->id);
+        context->TakeSaved(*saved);
+        Rebase(order, *saved);
         context->inDoubt.Settle(order);
-        context->ledger.Confirm(order.appId, record->snapshot->GetId(), record->revision, record->sha256);
+        context->ledger.Confirm(order.appId, saved->id, saved->revision, saved->sha256);
     } else {
         Fail(order, NotifySaveAppSnapshotInfo, answer, failure);
     }
@@ -106,7 +105,7 @@ void VersionSaves::SendUpdate(const QSharedPointer<UpdateAppSnapshotInfoRequest>
     order.base = BaseOf(order);
     context->SendOrRefuse(
         refusal.isEmpty() ? UpdateRefusal(order) : refusal,
-        ServiceRoutes::OverwriteVersion(order.versionId, order.content, order.base, order.key),
+        OverwriteVersionRequest{order.versionId, order.content, order.base}.ToHttp(),
         [this, request, order](const TriedAnswer& answer) { OnUpdated(request, order, answer); });
 }
 
@@ -147,7 +146,7 @@ QString VersionSaves::ContentRefusal(const SaveOrder& order) const
 
 QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
 {
-    if (!ServiceRoutes::IsValidId(order.versionId))
+    if (!ServiceRoute::IsValidId(order.versionId))
         return QStringLiteral("版本信息不完整，无法保存");
     const auto confirmed = context->manager.GetConfirmed(order.versionId);
     const QString ownApi = RpaGlobalDataManager::Instance()->GetApiVersion();
@@ -160,9 +159,8 @@ QString VersionSaves::UpdateRefusal(const SaveOrder& order) const
 void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request,
                              const SaveOrder& order, const TriedAnswer& answer)
 {
-    const auto record = answer.IsSuccess() ? ReadSaved(answer) : std::nullopt;
-    const bool isUsable =
-        record && record->snapshot->GetId() == order.versionId && record->revision > order.base;
+    const auto saved = answer.IsSuccess() ? OverwriteVersionRequest::Read(answer) : std::nullopt;
+    const bool isUsable = saved && saved->id == order.versionId && saved->revision > order.base;
     const QString failure = FailureOf(order, answer, isUsable);
     if (!failure.isEmpty() && MayBeOwn(order, answer)) {
         SendOverOwn(order, answer, [this, request](const SaveOrder& again, const TriedAnswer& end) {
@@ -171,10 +169,10 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
         return;
     }
     if (failure.isEmpty()) {
-        context->TakeSaved(*record);
-        Rebase(order, *record);
+        context->TakeSaved(*saved);
+        Rebase(order, *saved);
         context->inDoubt.Settle(order);
-        context->ledger.Confirm(order.appId, order.versionId, record->revision, record->sha256);
+        context->ledger.Confirm(order.appId, order.versionId, saved->revision, saved->sha256);
     } else {
         context->manager.Revert(order.versionId);
         Fail(order, NotifyUpdateAppSnapshotInfo, answer, failure);
@@ -188,7 +186,7 @@ void VersionSaves::OnUpdated(const QSharedPointer<UpdateAppSnapshotInfoRequest>&
 void VersionSaves::Fail(const SaveOrder& order, int notifyId, const WbHttpAnswer& answer,
                         const QString& failure)
 {
-    if (RefusalCode(answer) == QLatin1String("not-develop"))
+    if (ServiceAnswers::RefusalCode(answer) == QLatin1String("not-develop"))
         context->ledger.Refuse(order.appId, order.versionId, failure);
     else
         context->ledger.Fail(order.appId, order.versionId, failure);
@@ -206,7 +204,7 @@ bool VersionSaves::MayBeOwn(const SaveOrder& order, const TriedAnswer& answer)
 void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusal, const Ended& ended)
 {
     const auto decide = [this, order, refusal, ended](const TriedAnswer& list) {
-        const auto records = list.IsSuccess() ? ReadVersions(list.body) : std::nullopt;
+        const auto records = list.IsSuccess() ? ListVersionsRequest::Read(list) : std::nullopt;
         if (!records) {
             // Whose change it is remains to be found out: nobody is blamed.
             TriedAnswer failed = list;
@@ -224,13 +222,11 @@ void VersionSaves::SendOverOwn(const SaveOrder& order, const TriedAnswer& refusa
         }
         SaveOrder again = order;
         again.base = own->revision;
-        again.key = ServiceRoutes::NewKey();
-        context->manager.SetBaseRevision(own->snapshot->GetId(), own->revision);
+        context->manager.SetBaseRevision(own->id, own->revision);
         if (!order.versionId.isEmpty())
             Rebase(order, *own);
-        context->transport.Send(
-            ServiceRoutes::OverwriteVersion(own->snapshot->GetId(), again.content, again.base, again.key),
-            [again, ended](const TriedAnswer& answer) { ended(again, answer); });
+        context->transport.Send(OverwriteVersionRequest{own->id, again.content, again.base}.ToHttp(),
+                                [again, ended](const TriedAnswer& answer) { ended(again, answer); });
     };
-    context->transport.Send(ServiceRoutes::ListVersions(order.appId), decide);
+    context->transport.Send(ListVersionsRequest{order.appId}.ToHttp(), decide);
 }

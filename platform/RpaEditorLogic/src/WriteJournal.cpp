@@ -16,9 +16,9 @@ void WriteJournal::ListAnswered()
         writes.clear();
 }
 
-void WriteJournal::Wrote(const ServiceAnswers::VersionRecord& record)
+void WriteJournal::Wrote(const VersionServiceVersion& record)
 {
-    Append(record.snapshot->GetId(), record);
+    Append(record.id, record);
 }
 
 void WriteJournal::Removed(const QString& versionId)
@@ -26,29 +26,28 @@ void WriteJournal::Removed(const QString& versionId)
     Append(versionId, {});
 }
 
-void WriteJournal::Append(const QString& versionId, const ServiceAnswers::VersionRecord& record)
+void WriteJournal::Append(const QString& versionId, const VersionServiceVersion& record)
 {
     ++time;
     if (listsInFlight > 0)
         writes.append({time, versionId, record});
 }
 
-QVector<ServiceAnswers::VersionRecord>
-WriteJournal::Merge(const QVector<ServiceAnswers::VersionRecord>& records, const QString& appId,
-                    quint64 ticket) const
+QVector<VersionServiceVersion> WriteJournal::Merge(const QVector<VersionServiceVersion>& records,
+                                                   const QString& appId, quint64 ticket) const
 {
     auto merged = records;
     for (const Write& write : writes) {
         if (write.time <= ticket)
             continue;
         const auto listed = std::find_if(merged.begin(), merged.end(), [&write](const auto& record) {
-            return record.snapshot->GetId() == write.versionId;
+            return record.id == write.versionId;
         });
-        if (!write.record.snapshot) {
+        if (write.record.id.isEmpty()) {
             if (listed != merged.end())
                 merged.erase(listed);
         } else if (listed == merged.end()) {
-            if (write.record.snapshot->GetAppId() == appId)
+            if (write.record.appId == appId)
                 merged.prepend(write.record);
         } else if (listed->revision < write.record.revision) {
             *listed = write.record;

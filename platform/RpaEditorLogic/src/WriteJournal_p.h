@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/versions/VersionServiceVersion.h>
 
 #include <QVector>
 
@@ -15,22 +15,22 @@ public:
     quint64 ListSent();
     void ListAnswered();
 
-    void Wrote(const ServiceAnswers::VersionRecord& record);
+    void Wrote(const VersionServiceVersion& record);
     void Removed(const QString& versionId);
 
     // The list as it is after the writes since the ticket.
-    QVector<ServiceAnswers::VersionRecord> Merge(const QVector<ServiceAnswers::VersionRecord>& records,
-                                                 const QString& appId, quint64 ticket) const;
+    QVector<VersionServiceVersion> Merge(const QVector<VersionServiceVersion>& records, const QString& appId,
+                                         quint64 ticket) const;
 
 private:
     struct Write
     {
         quint64 time;
         QString versionId;
-        ServiceAnswers::VersionRecord record; // without snapshot: removed
+        VersionServiceVersion record; // without id: removed
     };
 
-    void Append(const QString& versionId, const ServiceAnswers::VersionRecord& record);
+    void Append(const QString& versionId, const VersionServiceVersion& record);
 
     QVector<Write> writes;
     quint64 time = 0;

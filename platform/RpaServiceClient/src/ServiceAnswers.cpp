@@ -1,13 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <RpaServiceClient/ServiceAnswers.h>
-#include <RpaServiceClient/ServiceRoutes.h>
 
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <QSet>
 
-#include <algorithm>
 #include <cmath>
 
 namespace
@@ -30,14 +26,24 @@ constexpr StatusText statusTexts[] = {
     {500, "服务器内部错误，请稍后重试"},
     {503, "服务器繁忙，请稍后重试"},
 };
+} // namespace
 
-std::optional<QString> TextMember(const QJsonObject& json, const char* name)
+QJsonObject ServiceAnswers::ObjectOf(const WbHttpAnswer& answer)
 {
-    const QJsonValue value = json.value(QLatin1String(name));
-    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+    return QJsonDocument::fromJson(answer.body).object();
 }
 
-std::optional<int> IntMember(const QJsonObject& json, const char* name, int least, int most)
+QString ServiceAnswers::Text(const QJsonObject& json, const char* name)
+{
+    return json.value(QLatin1String(name)).toString();
+}
+
+QDateTime ServiceAnswers::Time(const QJsonObject& json, const char* name)
+{
+    return QDateTime::fromMSecsSinceEpoch(qint64(json.value(QLatin1String(name)).toDouble()), Qt::UTC);
+}
+
+std::optional<int> ServiceAnswers::IntMember(const QJsonObject& json, const char* name, int least, int most)
 {
     const QJsonValue value = json.value(QLatin1String(name));
     const double number = value.toDouble(-1);
@@ -46,96 +52,12 @@ std::optional<int> IntMember(const QJsonObject& json, const char* name, int leas
     return int(number);
 }
 
-bool IsSha256Hex(const QString& text)
-{
-    constexpr int hexDigits = 64;
-    return text.size() == hexDigits && std::all_of(text.cbegin(), text.cend(), [](QChar c) {
-               return (c >= QLatin1Char('0') && c <= QLatin1Char('9')) ||
-                      (c >= QLatin1Char('a') && c <= QLatin1Char('f'));
-           });
-}
-
-// The server's words are shown in a notice: one line of plain text, cut to what a notice can hold.
-QString Presentable(const QString& message)
+QString ServiceAnswers::Presentable(const QString& message)
 {
     constexpr int longest = 200;
     QString text = message.simplified().left(longest);
     text.remove(QChar::Null);
     return text;
-}
-} // namespace
-
-QJsonObject ServiceAnswers::ObjectOf(const QByteArray& body)
-{
-    return QJsonDocument::fromJson(body).object();
-}
-
-std::optional<ServiceAnswers::VersionRecord> ServiceAnswers::ReadVersion(const QJsonObject& json)
-{
-    const auto id = TextMember(json, "id");
-    const auto appId = TextMember(json, "appId");
-    const auto name = TextMember(json, "name");
-    const auto description = TextMember(json, "description");
-    const auto apiVersion = TextMember(json, "apiVersion");
-    const auto pin = TextMember(json, "pin");
-    const auto sha256 = TextMember(json, "sha256");
-    const auto state = IntMember(json, "state", AppSnapshotDevelop, AppSnapshotOnline);
-    const auto revision = IntMember(json, "revision", 1, std::numeric_limits<int>::max());
-    if (!id || !appId || !name || !description || !apiVersion || !pin || !sha256 || !state || !revision ||
-        !ServiceRoutes::IsValidId(*id) || !IsSha256Hex(*sha256))
-        return std::nullopt;
-
-    VersionRecord record;
-    record.snapshot = RpaAppSnapshotPtr::create();
-    record.snapshot->SetId(*id);
-    record.snapshot->SetAppId(*appId);
-    record.snapshot->SetName(*name);
-    record.snapshot->SetDesc(*description);
-    record.snapshot->SetApiVersion(*apiVersion);
-    record.snapshot->SetPin(*pin);
-    record.snapshot->SetState(static_cast<AppSnapshotState>(*state));
-    record.revision = *revision;
-    record.sha256 = sha256->toLatin1();
-    return record;
-}
-
-std::optional<QVector<ServiceAnswers::VersionRecord>> ServiceAnswers::ReadVersions(const QByteArray& body)
-{
-    const QJsonValue list = ObjectOf(body).value(QLatin1String("versions"));
-    if (!list.isArray())
-        return std::nullopt;
-    const QJsonArray array = list.toArray();
-    QVector<VersionRecord> records;
-    records.reserve(array.size());
-    QSet<QString> ids;
-    for (const QJsonValue& entry : array) {
-        const auto record = ReadVersion(entry.toObject());
-        if (!record || ids.contains(record->snapshot->GetId()))
-            return std::nullopt;
-        ids.insert(record->snapshot->GetId());
-        records.append(*record);
-    }
-    return records;
-}
-
-std::optional<ServiceAnswers::ReleaseRecord> ServiceAnswers::ReadRelease(const QByteArray& body)
-{
-    const QJsonObject json = ObjectOf(body);
-    const auto result = IntMember(json, "result", 0, 1);
-    const QJsonValue needTip = json.value(QLatin1String("needTip"));
-    const auto version = ReadVersion(json.value(QLatin1String("version")).toObject());
-    if (!result || !needTip.isBool() || !version)
-        return std::nullopt;
-    return ReleaseRecord{*result, needTip.toBool(),
-                         Presentable(json.value(QLatin1String("message")).toString()), *version};
-}
-
-std::optional<ServiceAnswers::VersionRecord> ServiceAnswers::ReadSaved(const WbHttpAnswer& answer)
-{
-    const auto record = ReadVersion(ObjectOf(answer.body));
-    if (!record || record->sha256 != answer.sentDigest.toHex() || record->revision != RevisionOf(answer))
-        return std::nullopt;
-    return record;
 }
 
 int ServiceAnswers::RevisionOf(const WbHttpAnswer& answer)
@@ -152,7 +74,7 @@ QString ServiceAnswers::RefusalCode(const WbHttpAnswer& answer)
 {
     if (answer.error != WbHttpError::None || answer.status < 400)
         return {};
-    return ObjectOf(answer.body).value(QLatin1String("code")).toString();
+    return Text(ObjectOf(answer), "code");
 }
 
 QString ServiceAnswers::FailureText(const WbHttpAnswer& answer)
@@ -163,18 +85,13 @@ QString ServiceAnswers::FailureText(const WbHttpAnswer& answer)
     if (answer.status == 412)
         return QStringLiteral(
             "该版本已被他人修改，您的内容仍在编辑器中，请另存为新版本，或重新打开该版本后再保存");
-    const QString message = Presentable(ObjectOf(answer.body).value(QLatin1String("message")).toString());
+    const QString message = Presentable(Text(ObjectOf(answer), "message"));
     if (!message.isEmpty())
         return message;
     for (const auto& entry : statusTexts)
         if (entry.status == answer.status)
             return QString::fromUtf8(entry.text);
     return QStringLiteral("服务器拒绝了请求（%1）").arg(answer.status);
-}
-
-QString ServiceAnswers::TooOldText()
-{
-    return QStringLiteral("当前版本过低，请更新为最新版本");
 }
 
 QString ServiceAnswers::UnusableText()

@@ -10,6 +10,8 @@
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
 
 #include <QtTest>
 
@@ -87,8 +89,8 @@ void SavedWorkLostTest::MakeApp()
 {
     VersionServiceClient client;
     VersionServiceResult<VersionServiceApp> made;
-    client.CreateApp(QStringLiteral("应用%1").arg(++apps), 0, this,
-                     [&made](const auto& result) { made = result; });
+    client.Send(CreateAppRequest{QStringLiteral("应用%1").arg(++apps), 0}, this,
+                [&made](const auto& result) { made = result; });
     QTRY_VERIFY(made.success);
     appId = made.value.id;
 }
@@ -127,7 +129,7 @@ QVector<VersionServiceVersion> SavedWorkLostTest::Stored()
 {
     VersionServiceClient client;
     VersionServiceResult<QVector<VersionServiceVersion>> listed;
-    client.ListVersions(appId, this, [&listed](const auto& result) { listed = result; });
+    client.Send(ListVersionsRequest{appId}, this, [&listed](const auto& result) { listed = result; });
     return QTest::qWaitFor([&listed] { return listed.success; }) ? listed.value
                                                                  : QVector<VersionServiceVersion>();
 }

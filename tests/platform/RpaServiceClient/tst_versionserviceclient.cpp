@@ -5,6 +5,14 @@
 #include "TestApp.h"
 #include "VersionReplies.h"
 
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
+#include <RpaServiceClient/apps/RenameAppRequest.h>
+#include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
+#include <RpaServiceClient/sessions/SignInRequest.h>
+#include <RpaServiceClient/sessions/SignOutRequest.h>
+#include <RpaServiceClient/versions/ListVersionsRequest.h>
+
 #include <QCryptographicHash>
 #include <QJsonDocument>
 
@@ -22,7 +30,6 @@ private slots:
     void listsAppsByName();
     void createsAnApp();
     void renamesAnApp();
-    void readsOneApp();
     void listsVersions();
 };
 
@@ -33,7 +40,8 @@ void VersionServiceClientTest::signsIn()
     VersionServiceClient client;
     Result<VersionServiceSession> result;
 
-    client.SignIn(QStringLiteral("me"), QStringLiteral("pässword"), true, nullptr, Into(&result));
+    client.Send(SignInRequest{QStringLiteral("me"), QStringLiteral("pässword"), true}, nullptr,
+                Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -55,7 +63,7 @@ void VersionServiceClientTest::tellsWhySigningInFailed()
     VersionServiceClient client;
     Result<VersionServiceSession> result;
 
-    client.SignIn(QStringLiteral("me"), QString(), false, nullptr, Into(&result));
+    client.Send(SignInRequest{QStringLiteral("me"), QString(), false}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -69,7 +77,7 @@ void VersionServiceClientTest::readsTheCurrentSession()
     VersionServiceClient client;
     Result<VersionServiceSession> result;
 
-    client.GetCurrentSession(nullptr, Into(&result));
+    client.Send(GetCurrentSessionRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
@@ -85,7 +93,7 @@ void VersionServiceClientTest::signsOut()
     VersionServiceClient client;
     Result<VersionServiceNothing> result;
 
-    client.SignOut(nullptr, Into(&result));
+    client.Send(SignOutRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
@@ -98,7 +106,7 @@ void VersionServiceClientTest::listsAppsByName()
     VersionServiceClient client;
     Result<QVector<VersionServiceApp>> result;
 
-    client.ListApps(QStringLiteral("a&b 应"), nullptr, Into(&result));
+    client.Send(ListAppsRequest{QStringLiteral("a&b 应")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -115,11 +123,12 @@ void VersionServiceClientTest::createsAnApp()
     VersionServiceClient client;
     Result<VersionServiceApp> result;
 
-    client.CreateApp(QStringLiteral("应用"), 1, nullptr, Into(&result));
+    client.Send(CreateAppRequest{QStringLiteral("应用"), 1}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
     QCOMPARE(result->value.id, QStringLiteral("a1"));
+    QCOMPARE(result->value.creatorPin, QStringLiteral("me"));
     QVERIFY(!server->GetRequests().last().headers.value("idempotency-key").isEmpty());
     QCOMPARE(server->GetRequests().last().body, QByteArray(R"({"kind":1,"name":"应用"})"));
 }
@@ -130,25 +139,12 @@ void VersionServiceClientTest::renamesAnApp()
     VersionServiceClient client;
     Result<VersionServiceApp> result;
 
-    client.RenameApp(QStringLiteral("a1"), QStringLiteral("应用"), nullptr, Into(&result));
+    client.Send(RenameAppRequest{QStringLiteral("a1"), QStringLiteral("应用")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
     QCOMPARE(server->GetRequests().last().method, QByteArray("PATCH"));
     QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/apps/a1"));
-}
-
-void VersionServiceClientTest::readsOneApp()
-{
-    server->Enqueue(FaultServer::Json(200, app));
-    VersionServiceClient client;
-    Result<VersionServiceApp> result;
-
-    client.GetApp(QStringLiteral("a1"), nullptr, Into(&result));
-
-    QTRY_VERIFY(result);
-    QVERIFY(result->success);
-    QCOMPARE(result->value.creatorPin, QStringLiteral("me"));
 }
 
 void VersionServiceClientTest::listsVersions()
@@ -161,7 +157,7 @@ void VersionServiceClientTest::listsVersions()
     VersionServiceClient client;
     Result<QVector<VersionServiceVersion>> result;
 
-    client.ListVersions(QStringLiteral("app1"), nullptr, Into(&result));
+    client.Send(ListVersionsRequest{QStringLiteral("app1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));

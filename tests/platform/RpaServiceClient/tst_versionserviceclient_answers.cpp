@@ -4,6 +4,9 @@
 #include "ServiceClientFixture.h"
 #include "TestApp.h"
 
+#include <RpaServiceClient/apps/CopyAppRequest.h>
+#include <RpaServiceClient/apps/ListAppsRequest.h>
+
 using namespace ServiceExamples;
 
 class VersionServiceAnswersTest : public ServiceClientFixture
@@ -37,7 +40,7 @@ void VersionServiceAnswersTest::doesNotBelieveABrokenAnswer()
     VersionServiceClient client;
     Result<QVector<VersionServiceApp>> result;
 
-    client.ListApps(QString(), nullptr, Into(&result));
+    client.Send(ListAppsRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -49,7 +52,7 @@ void VersionServiceAnswersTest::answersWhatIsOutstandingWhenItIsDestroyed()
     server->SetScript([](const auto&) { return FaultServer::Failing(FaultServer::Fault::Silence); });
     auto client = std::make_unique<VersionServiceClient>();
     Result<VersionServiceApp> result;
-    client->GetApp(QStringLiteral("a1"), nullptr, Into(&result));
+    client->Send(CopyAppRequest{QStringLiteral("a1")}, nullptr, Into(&result));
     QVERIFY(!result);
 
     client.reset();
@@ -65,8 +68,8 @@ void VersionServiceAnswersTest::callsNoContextWhenItIsDestroyed()
     auto client = std::make_unique<VersionServiceClient>();
     Result<VersionServiceApp> forSomebody;
     Result<VersionServiceApp> forNobodyInParticular;
-    client->GetApp(QStringLiteral("a1"), this, Into(&forSomebody));
-    client->GetApp(QStringLiteral("a2"), nullptr, Into(&forNobodyInParticular));
+    client->Send(CopyAppRequest{QStringLiteral("a1")}, this, Into(&forSomebody));
+    client->Send(CopyAppRequest{QStringLiteral("a2")}, nullptr, Into(&forNobodyInParticular));
 
     client.reset();
 
@@ -81,10 +84,10 @@ void VersionServiceAnswersTest::doesNotCallAContextThatIsGone()
     Result<VersionServiceApp> forNobody;
     Result<VersionServiceApp> forSomebody;
     auto context = std::make_unique<QObject>();
-    client.GetApp(QStringLiteral("a1"), context.get(), Into(&forNobody));
+    client.Send(CopyAppRequest{QStringLiteral("a1")}, context.get(), Into(&forNobody));
     context.reset();
 
-    client.GetApp(QStringLiteral("a1"), this, Into(&forSomebody));
+    client.Send(CopyAppRequest{QStringLiteral("a1")}, this, Into(&forSomebody));
 
     QTRY_VERIFY(forSomebody);
     QTRY_COMPARE(server->GetRequestCount(), 2);

@@ -5,6 +5,15 @@
 #include "TestApp.h"
 #include "VersionReplies.h"
 
+#include <RpaServiceClient/apps/CopyAppRequest.h>
+#include <RpaServiceClient/apps/CreateAppRequest.h>
+#include <RpaServiceClient/apps/DeleteAppRequest.h>
+#include <RpaServiceClient/apps/ListDeletedAppsRequest.h>
+#include <RpaServiceClient/apps/PurgeAppRequest.h>
+#include <RpaServiceClient/apps/RestoreAppRequest.h>
+#include <RpaServiceClient/apps/SetTagsRequest.h>
+#include <RpaServiceClient/versions/CreateVersionRequest.h>
+
 #include <QCryptographicHash>
 
 using namespace ServiceExamples;
@@ -40,16 +49,16 @@ private slots:
 
 private:
     void SendVersion(const QByteArray& sent, const QByteArray& confirmed,
-                     Result<VersionServiceNothing>* result)
+                     Result<VersionServiceVersion>* result)
     {
         VersionReplies::Version reply;
         reply.content = confirmed;
         server->Enqueue(VersionReplies::Saved(201, reply));
         client = std::make_unique<VersionServiceClient>();
-        client->CreateVersion(
-            QStringLiteral("a1"),
-            {QStringLiteral("版本 甲"), QStringLiteral("两行\n描述"), QStringLiteral("1.2"), sent}, nullptr,
-            Into(result));
+        client->Send(CreateVersionRequest{QStringLiteral("a1"),
+                                          {QStringLiteral("版本 甲"), QStringLiteral("两行\n描述"),
+                                           QStringLiteral("1.2"), sent}},
+                     nullptr, Into(result));
         QTRY_VERIFY(*result);
     }
 
@@ -62,8 +71,8 @@ void VersionServiceClientAppsTest::readsTagsStateAndWhoChangedAnApp()
     VersionServiceClient service;
     Result<VersionServiceApp> result;
 
-    service.SetTags(QStringLiteral("a1"), {QStringLiteral("财务"), QStringLiteral("月结")}, nullptr,
-                    Into(&result));
+    service.Send(SetTagsRequest{QStringLiteral("a1"), {QStringLiteral("财务"), QStringLiteral("月结")}},
+                 nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -82,7 +91,7 @@ void VersionServiceClientAppsTest::createsAnAppUnderAFreeName()
     VersionServiceClient service;
     Result<VersionServiceApp> result;
 
-    service.CreateAppUnderFreeName(QStringLiteral("应用"), 1, nullptr, Into(&result));
+    service.Send(CreateAppRequest{QStringLiteral("应用"), 1, true}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
@@ -95,7 +104,7 @@ void VersionServiceClientAppsTest::copiesAnApp()
     VersionServiceClient service;
     Result<VersionServiceApp> result;
 
-    service.CopyApp(QStringLiteral("a0"), nullptr, Into(&result));
+    service.Send(CopyAppRequest{QStringLiteral("a0")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
@@ -126,15 +135,15 @@ void VersionServiceClientAppsTest::asksForAnAct()
 
     if (act == QLatin1String("restore")) {
         server->Enqueue(FaultServer::Json(200, app));
-        service.RestoreApp(QStringLiteral("a1"), nullptr, Into(&restored));
+        service.Send(RestoreAppRequest{QStringLiteral("a1")}, nullptr, Into(&restored));
         QTRY_VERIFY(restored);
         QVERIFY(restored->success);
     } else {
         server->Enqueue(Empty());
         if (act == QLatin1String("delete"))
-            service.DeleteApp(QStringLiteral("a1"), nullptr, Into(&nothing));
+            service.Send(DeleteAppRequest{QStringLiteral("a1")}, nullptr, Into(&nothing));
         else
-            service.PurgeApp(QStringLiteral("a1"), nullptr, Into(&nothing));
+            service.Send(PurgeAppRequest{QStringLiteral("a1")}, nullptr, Into(&nothing));
         QTRY_VERIFY(nothing);
         QVERIFY(nothing->success);
     }
@@ -151,7 +160,7 @@ void VersionServiceClientAppsTest::listsTheBin()
     VersionServiceClient service;
     Result<QVector<VersionServiceDeletedApp>> result;
 
-    service.ListDeletedApps(nullptr, Into(&result));
+    service.Send(ListDeletedAppsRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(result->success);
@@ -166,7 +175,7 @@ void VersionServiceClientAppsTest::refusesABinThatIsNoList()
     VersionServiceClient service;
     Result<QVector<VersionServiceDeletedApp>> result;
 
-    service.ListDeletedApps(nullptr, Into(&result));
+    service.Send(ListDeletedAppsRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -176,7 +185,7 @@ void VersionServiceClientAppsTest::refusesABinThatIsNoList()
 void VersionServiceClientAppsTest::handsAVersionOverByteForByte()
 {
     const QByteArray data = R"({ "uiData":{"pages":[]}, "name":"甲" })";
-    Result<VersionServiceNothing> result;
+    Result<VersionServiceVersion> result;
 
     SendVersion(data, data, &result);
 
@@ -193,7 +202,7 @@ void VersionServiceClientAppsTest::handsAVersionOverByteForByte()
 
 void VersionServiceClientAppsTest::believesOnlyAVersionOfWhatWasSent()
 {
-    Result<VersionServiceNothing> result;
+    Result<VersionServiceVersion> result;
 
     SendVersion(R"({"uiData":{"pages":[]}})", "{}", &result);
 

@@ -4,6 +4,17 @@
 #include "ServiceClientFixture.h"
 #include "TestApp.h"
 
+#include <RpaServiceClient/audit/ListAuditRequest.h>
+#include <RpaServiceClient/invitations/CreateInvitationRequest.h>
+#include <RpaServiceClient/invitations/ListInvitationsRequest.h>
+#include <RpaServiceClient/invitations/RedeemInvitationRequest.h>
+#include <RpaServiceClient/invitations/RevokeInvitationRequest.h>
+#include <RpaServiceClient/releases/ListGrayAppsRequest.h>
+#include <RpaServiceClient/releases/ListOnlineAppsRequest.h>
+#include <RpaServiceClient/releases/ListReleasesRequest.h>
+#include <RpaServiceClient/releases/TakeBackRequest.h>
+#include <RpaServiceClient/versions/GetVersionDataRequest.h>
+
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -61,9 +72,9 @@ void VersionServiceReleasedTest::listsReleasedApps()
     Result<QVector<VersionServiceReleasedApp>> result;
 
     if (state == 3)
-        client.ListOnlineApps(nullptr, Into(&result));
+        client.Send(ListOnlineAppsRequest{}, nullptr, Into(&result));
     else
-        client.ListGrayApps(nullptr, Into(&result));
+        client.Send(ListGrayAppsRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -85,7 +96,7 @@ void VersionServiceReleasedTest::readsTheDataOfAReleasedVersion()
     VersionServiceClient client;
     Result<QByteArray> result;
 
-    client.GetVersionData(QStringLiteral("v1"), nullptr, Into(&result));
+    client.Send(GetVersionDataRequest{QStringLiteral("v1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -101,7 +112,7 @@ void VersionServiceReleasedTest::doesNotBelieveDataWithAnotherDigest()
     VersionServiceClient client;
     Result<QByteArray> result;
 
-    client.GetVersionData(QStringLiteral("v1"), nullptr, Into(&result));
+    client.Send(GetVersionDataRequest{QStringLiteral("v1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -125,7 +136,7 @@ void VersionServiceReleasedTest::doesNotBelieveABrokenReleasedApp()
     VersionServiceClient client;
     Result<QVector<VersionServiceReleasedApp>> result;
 
-    client.ListOnlineApps(nullptr, Into(&result));
+    client.Send(ListOnlineAppsRequest{}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -138,7 +149,7 @@ void VersionServiceReleasedTest::listsInvitations()
     VersionServiceClient client;
     Result<QVector<VersionServiceInvitation>> result;
 
-    client.ListInvitations(QStringLiteral("a1"), nullptr, Into(&result));
+    client.Send(ListInvitationsRequest{QStringLiteral("a1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -157,7 +168,7 @@ void VersionServiceReleasedTest::createsAnInvitation()
     VersionServiceClient client;
     Result<VersionServiceInvitation> result;
 
-    client.CreateInvitation(QStringLiteral("a1"), 7, 5, nullptr, Into(&result));
+    client.Send(CreateInvitationRequest{QStringLiteral("a1"), 7, 5}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -176,7 +187,7 @@ void VersionServiceReleasedTest::revokesAnInvitation()
     VersionServiceClient client;
     Result<VersionServiceInvitation> result;
 
-    client.RevokeInvitation(QStringLiteral("i1"), nullptr, Into(&result));
+    client.Send(RevokeInvitationRequest{QStringLiteral("i1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -191,7 +202,7 @@ void VersionServiceReleasedTest::redeemsAnInvitation()
     VersionServiceClient client;
     Result<VersionServiceReleasedApp> result;
 
-    client.RedeemInvitation(QStringLiteral("abcde fghjk"), nullptr, Into(&result));
+    client.Send(RedeemInvitationRequest{QStringLiteral("abcde fghjk")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -209,7 +220,7 @@ void VersionServiceReleasedTest::tellsWhyACodeWasRefused()
     VersionServiceClient client;
     Result<VersionServiceReleasedApp> result;
 
-    client.RedeemInvitation(QStringLiteral("ABCDE-FGHJK"), nullptr, Into(&result));
+    client.Send(RedeemInvitationRequest{QStringLiteral("ABCDE-FGHJK")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -225,7 +236,7 @@ void VersionServiceReleasedTest::listsReleases()
     VersionServiceClient client;
     Result<QVector<VersionServiceRelease>> result;
 
-    client.ListReleases(QStringLiteral("a1"), nullptr, Into(&result));
+    client.Send(ListReleasesRequest{QStringLiteral("a1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -257,7 +268,7 @@ void VersionServiceReleasedTest::doesNotBelieveBrokenReleases()
     VersionServiceClient client;
     Result<QVector<VersionServiceRelease>> result;
 
-    client.ListReleases(QStringLiteral("a1"), nullptr, Into(&result));
+    client.Send(ListReleasesRequest{QStringLiteral("a1")}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -270,9 +281,9 @@ void VersionServiceReleasedTest::takesBack()
     VersionServiceClient client;
     Result<QString> result;
 
-    client.TakeBack(
-        {QStringLiteral("a1"), 3, QStringLiteral("v2"), QStringLiteral("v1"), QStringLiteral("有严重问题")},
-        nullptr, Into(&result));
+    client.Send(TakeBackRequest{QStringLiteral("a1"), 3, QStringLiteral("v2"), QStringLiteral("v1"),
+                                QStringLiteral("有严重问题")},
+                nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));
@@ -294,8 +305,9 @@ void VersionServiceReleasedTest::tellsThatSomebodyElseWasFirst()
     VersionServiceClient client;
     Result<QString> result;
 
-    client.TakeBack({QStringLiteral("a1"), 2, QStringLiteral("v2"), QString(), QStringLiteral("x")}, nullptr,
-                    Into(&result));
+    client.Send(
+        TakeBackRequest{QStringLiteral("a1"), 2, QStringLiteral("v2"), QString(), QStringLiteral("x")},
+        nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY(!result->success);
@@ -311,7 +323,7 @@ void VersionServiceReleasedTest::readsTheAudit()
     VersionServiceClient client;
     Result<QVector<VersionServiceAuditEntry>> result;
 
-    client.ListAudit(QStringLiteral("e2"), 50, nullptr, Into(&result));
+    client.Send(ListAuditRequest{QStringLiteral("e2"), 50}, nullptr, Into(&result));
 
     QTRY_VERIFY(result);
     QVERIFY2(result->success, qPrintable(result->errorDesc));

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoute.h>
+#include <RpaServiceClient/apps/VersionServiceApp.h>
+
+// A new app with all versions of that one, in development, under the next free name.
+struct CopyAppRequest
+{
+    using Answer = VersionServiceApp;
+
+    QString appId;
+
+    WbHttpRequest ToHttp() const
+    {
+        return ServiceRoute::Change("POST", "/apps/" + ServiceRoute::Escaped(appId) + "/copies");
+    }
+    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
+};

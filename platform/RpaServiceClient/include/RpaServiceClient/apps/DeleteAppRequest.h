@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoute.h>
+
+// Into the bin, for its creator and administrators.
+struct DeleteAppRequest
+{
+    using Answer = VersionServiceNothing;
+
+    QString appId;
+
+    WbHttpRequest ToHttp() const
+    {
+        return ServiceRoute::Silent(ServiceRoute::Change("DELETE", "/apps/" + ServiceRoute::Escaped(appId)));
+    }
+    static constexpr auto Read = ServiceAnswers::ReadNothing;
+};

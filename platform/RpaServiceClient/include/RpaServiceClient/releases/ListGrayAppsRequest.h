@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoute.h>
+#include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
+
+// The apps whose gray versions were opened to the account, newest release first.
+struct ListGrayAppsRequest
+{
+    using Answer = QVector<VersionServiceReleasedApp>;
+
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/gray-apps"); }
+    static std::optional<Answer> Read(const WbHttpAnswer& answer)
+    {
+        return ServiceAnswers::ReadList<Answer>(answer, "apps");
+    }
+};

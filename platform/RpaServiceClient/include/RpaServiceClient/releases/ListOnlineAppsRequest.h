@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoute.h>
+#include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
+
+// The apps of the account's vendor that have an online version, newest release first.
+struct ListOnlineAppsRequest
+{
+    using Answer = QVector<VersionServiceReleasedApp>;
+
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/online-apps"); }
+    static std::optional<Answer> Read(const WbHttpAnswer& answer)
+    {
+        return ServiceAnswers::ReadList<Answer>(answer, "apps");
+    }
+};

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoute.h>
+#include <RpaServiceClient/sessions/VersionServiceSession.h>
+
+// Who the token of the settings stands for.
+struct GetCurrentSessionRequest
+{
+    using Answer = VersionServiceSession;
+
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/sessions/current"); }
+    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
+};

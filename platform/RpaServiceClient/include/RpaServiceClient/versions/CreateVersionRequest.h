@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaServiceClient/ServiceAnswers.h>
+#include <RpaServiceClient/ServiceRoute.h>
+#include <RpaServiceClient/versions/VersionServiceContent.h>
+#include <RpaServiceClient/versions/VersionServiceVersion.h>
+
+// Adds a develop version. Nobody's editor hears of it.
+struct CreateVersionRequest
+{
+    using Answer = VersionServiceVersion;
+
+    QString appId;
+    VersionServiceContent content;
+
+    WbHttpRequest ToHttp() const
+    {
+        WbHttpRequest request =
+            ServiceRoute::Change("POST", "/apps/" + ServiceRoute::Escaped(appId) + "/versions");
+        content.PutInto(&request);
+        return request;
+    }
+    static std::optional<Answer> Read(const WbHttpAnswer& answer) { return Answer::ReadSaved(answer); }
+};
