@@ -20,22 +20,22 @@ QVector<quint64> Editors()
 void AppAudience::Open(const QString& appId)
 {
     const QVector<quint64> editors = Editors();
-    QHash<quint64, QString> alive;
+    QHash<quint64, QStringList> alive;
     for (const quint64 editor : editors)
-        alive.insert(editor, AppOf(editor));
-    appByEditor = alive;
+        alive.insert(editor, appsByEditor.value(editor));
+    appsByEditor = alive;
     const QString before = std::exchange(lastOpened, appId);
-    if (editors.isEmpty() || alive.values().contains(appId))
-        return;
     const auto first = [&](const QString& app) {
         return std::find_if(editors.cbegin(), editors.cend(),
-                            [&](quint64 editor) { return alive.value(editor) == app; });
+                            [&](quint64 editor) { return AppOf(editor) == app; });
     };
+    if (editors.isEmpty() || first(appId) != editors.cend())
+        return;
     // One that asked for no list yet; else the one that asked last turns to another app.
     auto asking = first(QString());
     if (asking == editors.cend())
         asking = first(before);
-    appByEditor[asking == editors.cend() ? editors.last() : *asking] = appId;
+    appsByEditor[asking == editors.cend() ? editors.last() : *asking].prepend(appId);
 }
 
 AppAudience::Ticket AppAudience::Take(const QString& appId) const
@@ -51,26 +51,41 @@ AppAudience::Ticket AppAudience::Take(const QString& appId) const
     return ticket;
 }
 
-bool AppAudience::IsForEditor(const Ticket& ticket, bool isOwn, quint64 editor) const
+QVector<quint64> AppAudience::GetHolders(const QString& appId) const
+{
+    QVector<quint64> holders;
+    if (appId.isEmpty())
+        return holders;
+    const QVector<quint64> editors = Editors();
+    std::copy_if(editors.cbegin(), editors.cend(), std::back_inserter(holders), [&](quint64 editor) {
+        const QStringList apps = appsByEditor.value(editor);
+        return apps.isEmpty() || apps.contains(appId);
+    });
+    return holders;
+}
+
+bool AppAudience::IsForEditor(const Ticket& ticket, bool isSave, quint64 editor) const
 {
     if (!ticket.editors.contains(editor))
         return false;
-    if (isOwn || ticket.appId.isEmpty())
+    if (isSave)
+        return ticket.savers.isEmpty() || ticket.savers.contains(editor);
+    if (ticket.appId.isEmpty())
         return true;
     const QString app = AppOf(editor);
     return app.isEmpty() ? ticket.owner == 0 : app == ticket.appId;
 }
 
-void AppAudience::Notify(const Ticket& ticket, bool isOwn, int notifyId,
+void AppAudience::Notify(const Ticket& ticket, bool isSave, int notifyId,
                          const QSharedPointer<IHttpRequest>& request,
                          const QSharedPointer<IHttpResponse>& response) const
 {
     const auto isFor = [&](quint64 party) {
         const QVector<quint64> editors = Editors();
         if (editors.contains(party))
-            return IsForEditor(ticket, isOwn, party);
+            return IsForEditor(ticket, isSave, party);
         const bool hasEditor = std::any_of(editors.cbegin(), editors.cend(), [&](quint64 editor) {
-            return IsForEditor(ticket, isOwn, editor);
+            return IsForEditor(ticket, isSave, editor);
         });
         return party <= ticket.newest || hasEditor || ticket.editors.isEmpty();
     };

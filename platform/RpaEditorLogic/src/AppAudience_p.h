@@ -17,6 +17,8 @@
 // - of a request that names its app and whose answer an editor acts on unasked (list, deletion, release), or
 //   that brings content, only to the editor of that app;
 // - to a dialog that came later only while an editor that hears the answer is still there.
+// - of a save, whose sender waits for it whatever it shows now, to every editor that ever belonged to the app whose
+//   content is saved; when that is not known, to all.
 // An editor is whoever hears lists; it belongs to the app whose list it asked for. Who asked is told by the
 // order: the first list of an app belongs to the editor that was made first of those that asked for none yet.
 class AppAudience
@@ -29,23 +31,25 @@ public:
         QVector<quint64> editors; // that there were
         quint64 newest = 0;       // of all observers
         quint64 owner = 0;        // the editor of the app; 0: none
+        QVector<quint64> savers;  // of a save: those that may have sent it; empty: any
     };
 
     // The list of the app is asked for.
     void Open(const QString& appId);
     Ticket Take(const QString& appId) const;
+    // The editors that may hold content of the app; empty: not known.
+    QVector<quint64> GetHolders(const QString& appId) const;
 
-    // Hands the answer out to those whom it is for. isOwn: the sender knows its answer by the identity and
-    // must hear it whatever it shows now.
-    void Notify(const Ticket& ticket, bool isOwn, int notifyId, const QSharedPointer<IHttpRequest>& request,
+    // Hands the answer out to those whom it is for.
+    void Notify(const Ticket& ticket, bool isSave, int notifyId, const QSharedPointer<IHttpRequest>& request,
                 const QSharedPointer<IHttpResponse>& response) const;
     // The editor that asked is gone, or its dialog; so nobody tells the author how it went.
     static bool IsLeft(const Ticket& ticket, bool byDialog, int notifyId);
 
 private:
-    QString AppOf(quint64 editor) const { return appByEditor.value(editor); }
-    bool IsForEditor(const Ticket& ticket, bool isOwn, quint64 editor) const;
+    QString AppOf(quint64 editor) const { return appsByEditor.value(editor).value(0); }
+    bool IsForEditor(const Ticket& ticket, bool isSave, quint64 editor) const;
 
-    QHash<quint64, QString> appByEditor;
+    QHash<quint64, QStringList> appsByEditor; // the present one first
     QString lastOpened;
 };

@@ -48,9 +48,8 @@ void VersionContext::Notify(int notifyId, const AppAudience::Ticket& ticket,
                             const QSharedPointer<SnapshotResponse>& response, const QString& failure)
 {
     response->SetOutcome(failure.isEmpty(), failure);
-    // Whoever saves waits for that answer before it saves again.
-    const bool isOwn = notifyId == NotifySaveAppSnapshotInfo || notifyId == NotifyUpdateAppSnapshotInfo;
-    audience.Notify(ticket, isOwn, notifyId, request, response);
+    const bool isSave = notifyId == NotifySaveAppSnapshotInfo || notifyId == NotifyUpdateAppSnapshotInfo;
+    audience.Notify(ticket, isSave, notifyId, request, response);
 }
 
 AppAudience::Ticket VersionContext::TicketFor(const QString& appId, const QString& versionId) const

@@ -2,6 +2,7 @@
 
 #include "VersionSaves_p.h"
 
+#include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaContentExcess.h>
 #include <RpaAppData/RpaWrittenContent.h>
 #include <RpaCore/RpaGlobalDataManager.h>
@@ -49,10 +50,19 @@ void VersionSaves::Rebase(const SaveOrder& order, const VersionServiceVersion& s
     order.source->SetOrigin(origin);
 }
 
+AppAudience::Ticket VersionSaves::TicketOf(const SaveOrder& order) const
+{
+    AppAudience::Ticket ticket = context->TicketFor(order.appId, order.versionId);
+    // Not by the version: an editor may show, and save into, rows of another app, and must hear that it may not.
+    if (order.source)
+        ticket.savers = context->audience.GetHolders(order.source->GetAppExtendInfo()->GetAppId());
+    return ticket;
+}
+
 void VersionSaves::Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& request)
 {
     SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
-    order.ticket = context->TicketFor(order.appId, order.versionId);
+    order.ticket = TicketOf(order);
     const QString refusal = ServiceRoute::IsValidId(order.appId) ? ContentRefusal(order)
                                                                  : QStringLiteral("应用信息不完整，无法保存");
     context->ledger.Begin(QString());
@@ -90,7 +100,7 @@ void VersionSaves::OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& r
 void VersionSaves::Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request)
 {
     SaveOrder order = OrderOf(request->GetSnapshotInfoPtr());
-    order.ticket = context->TicketFor(order.appId, order.versionId);
+    order.ticket = TicketOf(order);
     context->ledger.Begin(order.versionId);
     context->backoff.Restart(QStringLiteral("data/") + order.versionId);
     // Asked now, not when its turn comes: behind a load it would be held for a save over what that brought.

@@ -20,6 +20,7 @@ private:
     using Ended = std::function<void(const SaveOrder& order, const TriedAnswer& answer)>;
 
     static SaveOrder OrderOf(const RpaAppSnapshotPtr& snapshot);
+    AppAudience::Ticket TicketOf(const SaveOrder& order) const;
     static void Rebase(const SaveOrder& order, const VersionServiceVersion& saved);
 
     void OnCreated(const QSharedPointer<SaveAppSnapshotInfoRequest>& request, const SaveOrder& order,

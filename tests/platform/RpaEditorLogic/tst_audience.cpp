@@ -72,6 +72,9 @@ private slots:
     void failsAListThatWasOvertakenByAnotherApp();
     void turnsAnEditorToAnotherApp();
     void answersASaveWhateverItsEditorShowsNow();
+    void answersASaveToTheEditorOfItsContentOnly_data();
+    void answersASaveToTheEditorOfItsContentOnly();
+    void answersASaveOfAnAppThatItsEditorHadBefore();
     void letsALaterDialogHearItsEditorsDeletion();
     void leavesALaterDialogOfAnotherEditorAlone();
     void refusesAListOfAnotherApp();
@@ -243,6 +246,56 @@ void AudienceTest::answersASaveWhateverItsEditorShowsNow()
 
     Wait(3);
     QVERIFY(editor.heard.contains(NotifyUpdateAppSnapshotInfo));
+}
+
+void AudienceTest::answersASaveToTheEditorOfItsContentOnly_data()
+{
+    QTest::addColumn<QString>("version");
+
+    QTest::newRow("into its own app") << v1;
+    QTest::newRow("into a row of the other app") << v2;
+    QTest::newRow("as a new version") << QString();
+}
+
+void AudienceTest::answersASaveToTheEditorOfItsContentOnly()
+{
+    QFETCH(const QString, version);
+    Party ofX;
+    fixture->List(x);
+    Wait(1);
+    Party ofY;
+    fixture->List(y);
+    Wait(2);
+    RpaAppData content;
+    content.GetAppExtendInfo()->SetAppId(x);
+    const RpaAppSnapshotPtr record = fixture->Record(version, QString::fromUtf8(content.ToJson()));
+    record->SetAppId(version == v2 ? y : x);
+
+    version.isEmpty() ? fixture->Save(record) : fixture->Update(record);
+
+    Wait(3);
+    const int asked = version.isEmpty() ? NotifySaveAppSnapshotInfo : NotifyUpdateAppSnapshotInfo;
+    QCOMPARE(ofX.heard.count(asked), 1);
+    QCOMPARE(ofY.heard.count(asked), 0);
+}
+
+void AudienceTest::answersASaveOfAnAppThatItsEditorHadBefore()
+{
+    Party first;
+    fixture->List(x);
+    Wait(1);
+    fixture->List(y);
+    Wait(2);
+    Party second;
+    fixture->List(x);
+    Wait(3);
+    RpaAppData content;
+    content.GetAppExtendInfo()->SetAppId(x);
+
+    fixture->Update(fixture->Record(v1, QString::fromUtf8(content.ToJson())));
+
+    Wait(4);
+    QCOMPARE(first.heard.count(NotifyUpdateAppSnapshotInfo), 1);
 }
 
 void AudienceTest::letsALaterDialogHearItsEditorsDeletion()

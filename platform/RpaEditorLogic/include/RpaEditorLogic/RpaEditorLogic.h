@@ -40,7 +40,8 @@ class SaveLedger;
 //   button starts. The version stays as it is. Apps in Python are not checked.
 // - An answer reaches only those whom it is for: never an editor that was made after the request; a list, a
 //   deletion, a release and loaded content only the editor of the app. An editor is an observer that is a
-//   QObject and hears lists; its app is the one whose list it asked for. What nobody is left to hear is
+//   QObject and hears lists; its app is the one whose list it asked for. A save is answered to the editors that ever
+//   had the app of its content, and to all when that app is not known. What nobody is left to hear is
 //   worked in all the same. A list that was overtaken by that of another app fails.
 // - When the application object goes, whatever is outstanding is answered as failed.
 //
