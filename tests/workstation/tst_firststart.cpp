@@ -25,14 +25,14 @@ class tst_FirstStart : public QObject
     Q_OBJECT
 
 private slots:
-    void leavesTheListAloneUntilTheSamplesAreThere();
+    void doesNotLockTheListWhileTheSamplesAreMade();
     void laysNoDialogOverTheInvitation_data();
     void laysNoDialogOverTheInvitation();
     void startsThoughALockFileWasLeft_data();
     void startsThoughALockFileWasLeft();
 };
 
-void tst_FirstStart::leavesTheListAloneUntilTheSamplesAreThere()
+void tst_FirstStart::doesNotLockTheListWhileTheSamplesAreMade()
 {
     const TestFolder home;
     Workstation workstation(WorkstationPaths::Below(home.path()));
@@ -45,12 +45,10 @@ void tst_FirstStart::leavesTheListAloneUntilTheSamplesAreThere()
 
     QTest::mouseClick(enter, Qt::LeftButton);
 
-    // An editor opened now would take the samples' saves for its own.
     QVERIFY(list->isVisible());
-    QVERIFY(!list->isEnabled());
-    QTRY_VERIFY_WITH_TIMEOUT(list->isEnabled(), 20000);
+    QVERIFY(list->isEnabled());
     auto* cards = list->findChild<QListView*>(QStringLiteral("listApps"));
-    QTRY_COMPARE(cards->model()->rowCount(), SampleInstaller::ReadSamples().size());
+    QTRY_COMPARE_WITH_TIMEOUT(cards->model()->rowCount(), SampleInstaller::ReadSamples().size(), 20000);
     QTRY_VERIFY(cards->hasFocus());
 
     QSignalSpy closed(&workstation, &Workstation::SigClosed);
@@ -78,9 +76,8 @@ void tst_FirstStart::laysNoDialogOverTheInvitation()
     auto* list = window->findChild<AppListPage*>();
     QTRY_VERIFY_WITH_TIMEOUT(enter->isVisible() && enter->isEnabled(), 20000);
     QTest::mouseClick(enter, Qt::LeftButton);
-    QTRY_VERIFY_WITH_TIMEOUT(list->isEnabled(), 20000);
     auto* cards = list->findChild<QListView*>(QStringLiteral("listApps"));
-    QTRY_VERIFY(cards->model()->rowCount() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(cards->model()->rowCount() > 0, 20000);
     QString app;
     VersionServiceClient client;
     client.Send(ListAppsRequest{}, this, [&](const VersionServiceResult<QVector<VersionServiceApp>>& result) {

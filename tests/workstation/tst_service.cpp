@@ -8,6 +8,8 @@
 #include "TestApp.h"
 #include "TestFolder.h"
 
+#include <OxHttp/HttpNotifyManager.h>
+#include <OxHttp/HttpObserverBase.h>
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaParamData.h>
@@ -18,6 +20,7 @@
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaCore/RpaGlobalLifeCycle.h>
+#include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcessCheck.h>
@@ -55,6 +58,22 @@ public:
     BeforeCloseResult answer;
     int asked = 0;
 };
+
+// Hears what editors hear of saves and releases.
+class Listener : public HttpObserverBase
+{
+public:
+    Listener()
+    {
+        HttpNotifyManager::Instance()->AddObserver(
+            this, {NotifySaveAppSnapshotInfo, NotifyUpdateAppSnapshotInfo, NotifyGrayOrRelease});
+    }
+    ~Listener() override { HttpNotifyManager::Instance()->RemoveAllMessage(this); }
+
+    void OnHttpNotify(int, QSharedPointer<IHttpRequest>, QSharedPointer<IHttpResponse>) override { ++heard; }
+
+    int heard = 0;
+};
 } // namespace
 
 class tst_Service : public QObject
@@ -72,6 +91,7 @@ private slots:
     void saysWhenARemoteServerCannotBeReached();
 
     void installsTheSampleAppsOnce();
+    void makesTheSamplesUnheardByEditors();
     void everySampleIsACompleteApp_data();
     void everySampleIsACompleteApp();
 
@@ -222,6 +242,23 @@ void tst_Service::installsTheSampleAppsOnce()
         for (const SampleVersion& version : app.versions)
             expected[app.name].prepend(version.name + QString::number(version.release + 1));
     QTRY_COMPARE(versions, expected);
+}
+
+void tst_Service::makesTheSamplesUnheardByEditors()
+{
+    Session session(QStringLiteral(SERVER_PROGRAM), folder.filePath(QStringLiteral("h")), KeptFile());
+    session.UseEmbedded();
+    QTRY_COMPARE_WITH_TIMEOUT(session.GetServerState(), ServerState::Connected, 20000);
+    session.EnterEmbedded(0);
+    const Listener editor;
+    SampleInstaller installer;
+    QSignalSpy finished(&installer, &SampleInstaller::SigFinished);
+
+    installer.Start();
+
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 20000);
+    QVERIFY(finished.at(0).first().toBool());
+    QCOMPARE(editor.heard, 0);
 }
 
 void tst_Service::everySampleIsACompleteApp_data()

@@ -266,7 +266,6 @@ void Workstation::ConnectServices()
     });
     connect(samples.get(), &SampleInstaller::SigFinished, this, [this](bool complete) {
         settings.SetSamplesInstalled(complete);
-        listPage->setEnabled(true);
         desk->Refresh();
     });
 }
@@ -383,8 +382,6 @@ void Workstation::ShowAccounts()
 void Workstation::InstallSamples()
 {
     if (session->IsEmbedded() && !settings.GetSamplesInstalled()) {
-        // An editor that is opened meanwhile would take the answers to the samples' saves for its own.
-        listPage->setEnabled(false);
         listPage->ShowLoading();
         samples->Start();
     } else {

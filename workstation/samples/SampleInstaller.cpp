@@ -2,21 +2,16 @@
 
 #include "SampleInstaller.h"
 
-#include <OxHttp/HttpNotifyManager.h>
 #include <RpaCore/RpaGlobalDataManager.h>
-#include <RpaEditorCore/RpaSnapshotManager.h>
-#include <RpaEditorLogic/RpaEditorLogic.h>
-#include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/CreateAppRequest.h>
 #include <RpaServiceClient/apps/ListAppsRequest.h>
-#include <WbCore/WbGlobalData.h>
+#include <RpaServiceClient/versions/CreateVersionRequest.h>
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QUuid>
 
 namespace
 {
@@ -43,13 +38,9 @@ SampleVersion ReadVersion(const QJsonObject& json)
 SampleInstaller::SampleInstaller(QObject* parent)
     : QObject(parent), client(std::make_unique<VersionServiceClient>())
 {
-    HttpNotifyManager::Instance()->AddObserver(this, {NotifySaveAppSnapshotInfo, NotifyGrayOrRelease});
 }
 
-SampleInstaller::~SampleInstaller()
-{
-    HttpNotifyManager::Instance()->RemoveAllMessage(this);
-}
+SampleInstaller::~SampleInstaller() = default;
 
 QVector<SampleApp> SampleInstaller::ReadSamples()
 {
@@ -67,21 +58,31 @@ QVector<SampleApp> SampleInstaller::ReadSamples()
     return samples;
 }
 
+template <typename Request, typename Next>
+void SampleInstaller::Send(const Request& request, const Next& next)
+{
+    client->Send(request, this, [this, next](const auto& result) {
+        if (result.success)
+            next(result.value);
+        else
+            Finish(false);
+    });
+}
+
 void SampleInstaller::Start()
 {
     if (running)
         return;
     running = true;
-    client->Send(ListAppsRequest{}, this,
-                 [this](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
-                     if (!result.success || !result.value.isEmpty()) {
-                         Finish(result.success);
-                         return;
-                     }
-                     apps.clear();
-                     apps.append(ReadSamples().toList());
-                     CreateNextApp();
-                 });
+    Send(ListAppsRequest{}, [this](const QVector<VersionServiceApp>& present) {
+        if (!present.isEmpty()) {
+            Finish(true);
+            return;
+        }
+        apps.clear();
+        apps.append(ReadSamples().toList());
+        CreateNextApp();
+    });
 }
 
 void SampleInstaller::CreateNextApp()
@@ -91,18 +92,13 @@ void SampleInstaller::CreateNextApp()
         return;
     }
     const SampleApp app = apps.dequeue();
-    client->Send(CreateAppRequest{app.name, app.kind}, this,
-                 [this, app](const VersionServiceResult<VersionServiceApp>& result) {
-                     if (!result.success) {
-                         Finish(false);
-                         return;
-                     }
-                     appId = result.value.id;
-                     versions.clear();
-                     releases.clear();
-                     versions.append(app.versions.toList());
-                     SaveNextVersion();
-                 });
+    Send(CreateAppRequest{app.name, app.kind}, [this, app](const VersionServiceApp& made) {
+        appId = made.id;
+        versions.clear();
+        releases.clear();
+        versions.append(app.versions.toList());
+        SaveNextVersion();
+    });
 }
 
 void SampleInstaller::SaveNextVersion()
@@ -111,63 +107,27 @@ void SampleInstaller::SaveNextVersion()
         ReleaseNext();
         return;
     }
-    const SampleVersion& version = versions.head();
-    const auto snapshot = RpaAppSnapshotPtr::create();
-    snapshot->SetAppId(appId);
-    snapshot->SetName(version.name);
-    snapshot->SetDesc(version.description);
-    snapshot->SetAppData(QString::fromUtf8(ReadFile(version.dataFile)));
-    snapshot->SetApiVersion(RpaGlobalDataManager::Instance()->GetApiVersion());
-    snapshot->SetPin(WbGlobalData::Instance()->GetPin());
-    const auto request = QSharedPointer<SaveAppSnapshotInfoRequest>::create();
-    identity = QUuid::createUuid().toString();
-    request->SetIdentity(identity);
-    request->SetSnapshotInfoPtr(snapshot);
-    RpaEditorLogic::Instance()->SaveAppSnapshotInfo(request);
+    const SampleVersion version = versions.dequeue();
+    const QString apiVersion = RpaGlobalDataManager::Instance()->GetApiVersion();
+    const VersionServiceContent content{version.name, version.description, apiVersion,
+                                        ReadFile(version.dataFile)};
+    Send(CreateVersionRequest{appId, content}, [this, version](const VersionServiceVersion& saved) {
+        if (version.release != 0)
+            releases.enqueue({saved.id, version.release, saved.revision});
+        SaveNextVersion();
+    });
 }
 
 void SampleInstaller::ReleaseNext()
 {
-    if (releases.isEmpty()) {
+    if (releases.isEmpty())
         CreateNextApp();
-        return;
-    }
-    const auto [versionId, type] = releases.dequeue();
-    const auto request = QSharedPointer<GrayOrReleaseRequest>::create();
-    identity = QUuid::createUuid().toString();
-    request->SetIdentity(identity);
-    request->SetAppId(appId);
-    request->SetSnapshotId(versionId);
-    request->SetPublishType(type);
-    RpaEditorLogic::Instance()->GrayOrRelease(request);
-}
-
-void SampleInstaller::OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest> request,
-                                   QSharedPointer<IHttpResponse> response)
-{
-    if (!running || request->GetIdentity() != identity)
-        return;
-    if (!response->IsSuccess()) {
-        Finish(false);
-        return;
-    }
-    if (notifyId == NotifyGrayOrRelease) {
-        ReleaseNext();
-        return;
-    }
-    const SampleVersion saved = versions.dequeue();
-    if (saved.release != 0) {
-        const auto* save = qobject_cast<SaveAppSnapshotInfoRequest*>(request.data());
-        releases.enqueue({save->GetSnapshotInfoPtr()->GetId(), saved.release});
-    }
-    SaveNextVersion();
+    else
+        Send(releases.dequeue(), [this](const VersionServiceReleaseOutcome&) { ReleaseNext(); });
 }
 
 void SampleInstaller::Finish(bool complete)
 {
     running = false;
-    identity.clear();
-    // The versions of the samples were never listed by anybody; the next editor starts from its own.
-    RpaEditorLogic::Instance()->GetDevSnapshotManager()->Clear();
     emit SigFinished(complete);
 }

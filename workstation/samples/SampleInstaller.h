@@ -2,10 +2,9 @@
 
 #pragma once
 
-#include <OxHttp/HttpObserverBase.h>
+#include <RpaServiceClient/releases/ReleaseVersionRequest.h>
 
 #include <QObject>
-#include <QPair>
 #include <QQueue>
 #include <QString>
 #include <QVector>
@@ -30,8 +29,9 @@ struct SampleApp
     QVector<SampleVersion> versions;
 };
 
-// Puts the sample apps onto a service that has no app yet, by the way an author takes: create, save, release.
-class SampleInstaller : public QObject, public HttpObserverBase
+// Puts the sample apps onto a service that has no app yet, by the way an author takes: create, save, release. No
+// editor hears of it.
+class SampleInstaller : public QObject
 {
     Q_OBJECT
 
@@ -45,9 +45,6 @@ public:
     // Does nothing while it is under way.
     void Start();
 
-    void OnHttpNotify(int notifyId, QSharedPointer<IHttpRequest> request,
-                      QSharedPointer<IHttpResponse> response) override;
-
 signals:
     // complete: the samples are there, or the service had apps already and needs none.
     void SigFinished(bool complete);
@@ -58,12 +55,15 @@ private:
     void ReleaseNext();
     void Finish(bool complete);
 
+    // Goes on with what came, and ends when nothing did.
+    template <typename Request, typename Next>
+    void Send(const Request& request, const Next& next);
+
     const std::unique_ptr<VersionServiceClient> client;
     QQueue<SampleApp> apps;
-    QQueue<SampleVersion> versions; // of the app under way, the first one being saved
-    // Those of the app to be released, once all are saved: of an only version a release leaves a copy.
-    QQueue<QPair<QString, int>> releases;
-    QString appId;
-    QString identity;
+    QString appId;                  // of the app under way
+    QQueue<SampleVersion> versions; // those of it that are not saved yet
+    // Those to be released, once all are saved: of an only version a release leaves a copy.
+    QQueue<ReleaseVersionRequest> releases;
     bool running = false;
 };
