@@ -6,6 +6,8 @@
 #include "AppRecord.h"
 #include "AppTransfer.h"
 
+#include <RpaServiceClient/versions/VersionServiceVersion.h>
+
 #include <QThreadPool>
 
 #include <memory>
