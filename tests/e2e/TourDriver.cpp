@@ -77,7 +77,10 @@ QWidget* KeyTarget()
 {
     if (QWidget* popup = QApplication::activePopupWidget())
         return popup->focusWidget() ? popup->focusWidget() : popup;
-    return QApplication::focusWidget();
+    QWidget* focus = QApplication::focusWidget();
+    QWidget* modal = QApplication::activeModalWidget();
+    // While a busy window manager has not given a new dialog the keyboard, keys would reach what lies behind it.
+    return focus && modal && focus->window() != modal->window() ? nullptr : focus;
 }
 } // namespace
 
@@ -288,9 +291,20 @@ bool TourDriver::MayDrop()
     return carried && carried->shape() != Qt::ForbiddenCursor;
 }
 
+// A person would click a window that a busy window manager left without the keyboard.
+bool TourDriver::HasKeyTarget() const
+{
+    if (KeyTarget())
+        return true;
+    QWidget* asked = InputRoot() ? InputRoot()->window() : window.data();
+    if (!asked->isActiveWindow())
+        asked->activateWindow();
+    return false;
+}
+
 void TourDriver::Type(const QString& text)
 {
-    Until(QStringLiteral("a place to type"), [] { return KeyTarget() != nullptr; });
+    Until(QStringLiteral("a place to type"), [this] { return HasKeyTarget(); });
     OnGui([&] { texts.NoteTyped(text); });
     const bool latin = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 128; });
     Post([text, latin] {
@@ -306,7 +320,7 @@ void TourDriver::Type(const QString& text)
 
 void TourDriver::Key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    Until(QStringLiteral("a place for a key"), [] { return KeyTarget() != nullptr; });
+    Until(QStringLiteral("a place for a key"), [this] { return HasKeyTarget(); });
     Post([key, modifiers] { QTest::keyClick(KeyTarget(), key, modifiers); });
 }
 

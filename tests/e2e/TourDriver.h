@@ -87,6 +87,7 @@ private:
     QImage Grab();
     QImage GrabOnce();
     static bool ShowsNoNotice();
+    bool HasKeyTarget() const;
     void CloseLeftovers();
 
     TourReport* const report;
