@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "TypeRow_p.h"
 #include "TypedValue_p.h"
 
 #include <RpaAppData/RpaParamData.h>
@@ -11,34 +12,57 @@
 
 namespace
 {
-struct TypeRow
+enum Trait
 {
-    RpaParamType type;
-    const char* name;
-    QString title;
+    InRange = 1, // may have a least and a most
+    OfPattern = 2,
+    NotDemanded = 4, // always shows something
 };
 
-const QVector<TypeRow>& TypeRows()
+bool FitNothing(QVariant&)
 {
-    static const QVector<TypeRow> rows{
-        {RpaParamType::Text, "text", QStringLiteral("文本")},
-        {RpaParamType::Lines, "lines", QStringLiteral("多行文本")},
-        {RpaParamType::Number, "number", QStringLiteral("数字")},
-        {RpaParamType::Slider, "slider", QStringLiteral("滑块")},
-        {RpaParamType::Date, "date", QStringLiteral("日期")},
-        {RpaParamType::DateTime, "datetime", QStringLiteral("日期时间")},
-        {RpaParamType::Choice, "choice", QStringLiteral("下拉选择")},
-        {RpaParamType::Choices, "choices", QStringLiteral("多项选择")},
-        {RpaParamType::Switch, "switch", QStringLiteral("开关")},
-        {RpaParamType::File, "file", QStringLiteral("文件")},
-        {RpaParamType::Files, "files", QStringLiteral("多个文件")},
-        {RpaParamType::Folder, "folder", QStringLiteral("文件夹")},
-        {RpaParamType::Password, "password", QStringLiteral("密码")},
-        {RpaParamType::Progress, "progress", QStringLiteral("进度条")},
-        {RpaParamType::Picture, "picture", QStringLiteral("图片")},
-        {RpaParamType::Group, "group", QStringLiteral("分组")},
+    return false;
+}
+
+bool FitPercent(QVariant& value)
+{
+    QVariant number = value;
+    if (!TypedValue::ToNumber(number) || number.toDouble() < 0 || number.toDouble() > 100)
+        return false;
+    value = number;
+    return true;
+}
+
+using Row = TypeRow<RpaParamType>;
+
+const QVector<Row>& Rows()
+{
+    using Type = RpaParamType;
+    using namespace TypedValue;
+    static const QVector<Row> rows{
+        {Type::Text, "text", QStringLiteral("文本"), ToText, QString(), OfPattern},
+        {Type::Lines, "lines", QStringLiteral("多行文本"), ToText},
+        {Type::Number, "number", QStringLiteral("数字"), ToNumber, 0.0, InRange},
+        {Type::Slider, "slider", QStringLiteral("滑块"), ToNumber, 0.0, InRange | NotDemanded},
+        {Type::Date, "date", QStringLiteral("日期"), ToDate, QDate(), InRange},
+        {Type::DateTime, "datetime", QStringLiteral("日期时间"), ToDateTime, QDateTime(), InRange},
+        {Type::Choice, "choice", QStringLiteral("下拉选择"), ToText},
+        {Type::Choices, "choices", QStringLiteral("多项选择"), ToTexts, QStringList()},
+        {Type::Switch, "switch", QStringLiteral("开关"), ToSwitch, false, NotDemanded},
+        {Type::File, "file", QStringLiteral("文件"), ToText},
+        {Type::Files, "files", QStringLiteral("多个文件"), ToTexts, QStringList()},
+        {Type::Folder, "folder", QStringLiteral("文件夹"), ToText},
+        {Type::Password, "password", QStringLiteral("密码"), ToText, QString(), OfPattern},
+        {Type::Progress, "progress", QStringLiteral("进度条"), FitPercent, 0.0, NotDemanded},
+        {Type::Picture, "picture", QStringLiteral("图片"), ToText, QString(), NotDemanded},
+        {Type::Group, "group", QStringLiteral("分组"), FitNothing, QString(), NotDemanded},
     };
     return rows;
+}
+
+const Row& RowOf(RpaParamType type)
+{
+    return TypeRows::Find(Rows(), type);
 }
 
 auto Tie(const RpaParamItem& item)
@@ -48,29 +72,17 @@ auto Tie(const RpaParamItem& item)
                     item.step, item.lines, item.columns, item.endings, item.pattern, item.hint, item.unknown);
 }
 
-bool FitChoices(const QStringList& choices, QVariant& candidate)
+// Those of the choices that are wanted, in their order; false when others are.
+bool PickChoices(const QStringList& choices, QVariant& candidate)
 {
-    QVariant texts = candidate;
-    if (!TypedValue::ToTexts(texts))
-        return false;
-    const QStringList wanted = texts.toStringList();
-    for (const QString& choice : wanted)
-        if (!choices.contains(choice))
-            return false;
+    QStringList wanted = candidate.toStringList();
     QStringList picked;
     for (const QString& choice : choices)
-        if (wanted.contains(choice))
+        if (wanted.removeAll(choice) > 0)
             picked << choice;
-    candidate = picked;
-    return true;
-}
-
-bool FitProgress(QVariant& candidate)
-{
-    QVariant number = candidate;
-    if (!TypedValue::ToNumber(number) || number.toDouble() < 0 || number.toDouble() > 100)
+    if (!wanted.isEmpty())
         return false;
-    candidate = number;
+    candidate = candidate.userType() == QMetaType::QString ? QVariant(picked.first()) : QVariant(picked);
     return true;
 }
 } // namespace
@@ -81,62 +93,35 @@ QVariant RpaParamItem::GetEffectiveValue() const
         return value;
     if (defaultValue.isValid())
         return defaultValue;
-    switch (type) {
-    case RpaParamType::Number:
-    case RpaParamType::Progress:
-        return 0.0;
-    case RpaParamType::Slider:
-        return least.isValid() ? least.toDouble() : 0.0;
-    case RpaParamType::Date:
-        return QDate();
-    case RpaParamType::DateTime:
-        return QDateTime();
-    case RpaParamType::Switch:
-        return false;
-    case RpaParamType::Files:
-    case RpaParamType::Choices:
-        return QStringList();
-    default:
-        return QString();
-    }
+    return type == RpaParamType::Slider && least.isValid() ? QVariant(least.toDouble()) : RowOf(type).empty;
 }
 
 bool RpaParamItem::Fit(QVariant& candidate) const
 {
     if (TypedValue::IsTooLong(candidate))
         return false;
-    // What a newer client's type may hold is unknown here.
-    const bool isForeign = type == RpaParamType::Text && !foreignType.isEmpty();
-    if (!candidate.isValid() || isForeign)
+    if (!candidate.isValid() || IsForeign())
         return true;
-    switch (type) {
-    case RpaParamType::Number:
-    case RpaParamType::Slider:
-        return TypedValue::ToNumber(candidate);
-    case RpaParamType::Progress:
-        return FitProgress(candidate);
-    case RpaParamType::Date:
-        return TypedValue::ToDate(candidate);
-    case RpaParamType::DateTime:
-        return TypedValue::ToDateTime(candidate);
-    case RpaParamType::Switch:
-        return TypedValue::ToSwitch(candidate);
-    case RpaParamType::Choice: {
-        QVariant text = candidate;
-        if (!TypedValue::ToText(text) || !choices.contains(text.toString()))
-            return false;
-        candidate = text;
-        return true;
-    }
-    case RpaParamType::Choices:
-        return FitChoices(choices, candidate);
-    case RpaParamType::Files:
-        return TypedValue::ToTexts(candidate);
-    case RpaParamType::Group:
+    QVariant fitting = candidate;
+    if (!RowOf(type).fit(fitting) || (TakesChoices() && !PickChoices(choices, fitting)))
         return false;
-    default:
-        return TypedValue::ToText(candidate);
-    }
+    candidate = fitting;
+    return true;
+}
+
+bool RpaParamItem::TakesRange() const
+{
+    return RowOf(type).traits & InRange;
+}
+
+bool RpaParamItem::TakesPattern() const
+{
+    return RowOf(type).traits & OfPattern;
+}
+
+bool RpaParamItem::CanBeMissing() const
+{
+    return !(RowOf(type).traits & NotDemanded);
 }
 
 QString RpaParamItem::GetText(const QVariant& value)
@@ -160,24 +145,15 @@ bool RpaParamItem::operator==(const RpaParamItem& other) const
 
 QString RpaParamItem::GetTypeName(RpaParamType type)
 {
-    for (const TypeRow& row : TypeRows())
-        if (row.type == type)
-            return QLatin1String(row.name);
-    return QString();
+    return QLatin1String(RowOf(type).name);
 }
 
 QString RpaParamItem::GetTypeTitle(RpaParamType type)
 {
-    for (const TypeRow& row : TypeRows())
-        if (row.type == type)
-            return row.title;
-    return QString();
+    return RowOf(type).title;
 }
 
 QVector<RpaParamType> RpaParamItem::GetTypes()
 {
-    QVector<RpaParamType> types;
-    for (const TypeRow& row : TypeRows())
-        types.append(row.type);
-    return types;
+    return TypeRows::Types(Rows());
 }

@@ -99,23 +99,6 @@ QString EndingProblem(const RpaParamItem& item)
 }
 } // namespace
 
-bool RpaParamItem::TakesRange() const
-{
-    return type == RpaParamType::Number || type == RpaParamType::Slider || type == RpaParamType::Date ||
-           type == RpaParamType::DateTime;
-}
-
-bool RpaParamItem::TakesPattern() const
-{
-    return type == RpaParamType::Text || type == RpaParamType::Password;
-}
-
-bool RpaParamItem::CanBeMissing() const
-{
-    return type != RpaParamType::Switch && type != RpaParamType::Slider && type != RpaParamType::Group &&
-           !IsOutput();
-}
-
 bool RpaParamItem::IsMissing() const
 {
     if (!required || !CanBeMissing())

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "TypeRow_p.h"
 #include "TypedValue_p.h"
 
 #include <RpaAppData/RpaTableData.h>
@@ -8,20 +9,14 @@
 
 namespace
 {
-struct TypeRow
+const QVector<TypeRow<RpaColumnType>>& Rows()
 {
-    RpaColumnType type;
-    const char* name;
-    QString title;
-};
-
-const QVector<TypeRow>& TypeRows()
-{
-    static const QVector<TypeRow> rows{
-        {RpaColumnType::Text, "text", QStringLiteral("文本")},
-        {RpaColumnType::Number, "number", QStringLiteral("数字")},
-        {RpaColumnType::Date, "date", QStringLiteral("日期")},
-        {RpaColumnType::Switch, "switch", QStringLiteral("是/否")},
+    using namespace TypedValue;
+    static const QVector<TypeRow<RpaColumnType>> rows{
+        {RpaColumnType::Text, "text", QStringLiteral("文本"), ToText},
+        {RpaColumnType::Number, "number", QStringLiteral("数字"), ToNumber},
+        {RpaColumnType::Date, "date", QStringLiteral("日期"), ToDate},
+        {RpaColumnType::Switch, "switch", QStringLiteral("是/否"), ToSwitch},
     };
     return rows;
 }
@@ -36,25 +31,13 @@ bool RpaTableColumn::Fit(QVariant& value) const
 {
     if (TypedValue::IsTooLong(value))
         return false;
-    // What a newer client's type may hold is unknown here.
-    const bool isForeign = type == RpaColumnType::Text && !foreignType.isEmpty();
-    if (!value.isValid() || isForeign)
+    if (!value.isValid() || IsForeign())
         return true;
     if (value.userType() == QMetaType::QString && value.toString().isEmpty()) {
         value = QVariant();
         return true;
     }
-    switch (type) {
-    case RpaColumnType::Number:
-        return TypedValue::ToNumber(value);
-    case RpaColumnType::Date:
-        return TypedValue::ToDate(value);
-    case RpaColumnType::Switch:
-        return TypedValue::ToSwitch(value);
-    case RpaColumnType::Text:
-        break;
-    }
-    return TypedValue::ToText(value);
+    return TypeRows::Find(Rows(), type).fit(value);
 }
 
 bool RpaTableColumn::operator==(const RpaTableColumn& other) const
@@ -64,24 +47,15 @@ bool RpaTableColumn::operator==(const RpaTableColumn& other) const
 
 QString RpaTableColumn::GetTypeName(RpaColumnType type)
 {
-    for (const TypeRow& row : TypeRows())
-        if (row.type == type)
-            return QLatin1String(row.name);
-    return QString();
+    return QLatin1String(TypeRows::Find(Rows(), type).name);
 }
 
 QString RpaTableColumn::GetTypeTitle(RpaColumnType type)
 {
-    for (const TypeRow& row : TypeRows())
-        if (row.type == type)
-            return row.title;
-    return QString();
+    return TypeRows::Find(Rows(), type).title;
 }
 
 QVector<RpaColumnType> RpaTableColumn::GetTypes()
 {
-    QVector<RpaColumnType> types;
-    for (const TypeRow& row : TypeRows())
-        types.append(row.type);
-    return types;
+    return TypeRows::Types(Rows());
 }

@@ -68,6 +68,9 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     // date, none of the choices, a text beyond ContentLimits.
     bool Fit(QVariant& value) const;
 
+    // Whether it is of a newer client's type: what that may hold is unknown here.
+    bool IsForeign() const { return type == RpaParamType::Text && !foreignType.isEmpty(); }
+
     // What the user reads: the label, else the name.
     QString GetTitle() const { return label.isEmpty() ? name : label; }
 

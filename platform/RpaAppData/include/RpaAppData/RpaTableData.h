@@ -38,6 +38,9 @@ struct RPAAPPDATA_EXPORT RpaTableColumn
     // ContentLimits.
     bool Fit(QVariant& value) const;
 
+    // Whether it is of a newer client's type: what that may hold is unknown here.
+    bool IsForeign() const { return type == RpaColumnType::Text && !foreignType.isEmpty(); }
+
     bool operator==(const RpaTableColumn& other) const;
     bool operator!=(const RpaTableColumn& other) const { return !(*this == other); }
 
