@@ -170,7 +170,7 @@ void tst_RunBrowser::oneFieldTakesTheRoomOfOneField()
     app.InitDefault();
     RpaParamItem rate;
     rate.name = QStringLiteral("时薪");
-    app.GetUIDataManager()->GetUIData(0)->GetParamData()->SetItems({rate});
+    app.GetUIDataManager()->GetUIData(0)->GetParamData()->SetContent({rate});
     RpaTableColumn column;
     column.name = QStringLiteral("姓名");
     app.GetUIDataManager()->GetUIData(0)->GetTableData()->InsertColumn(-1, column);

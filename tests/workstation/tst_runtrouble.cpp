@@ -148,7 +148,7 @@ void tst_RunTrouble::aPageWithoutToolsSaysSo()
     QVERIFY(!Child<QWidget>(*page, "labelNoTools")->isVisible());
 
     Show(QStringLiteral("print('up')"),
-         [](RpaAppData& app) { app.GetUIDataManager()->GetUIData(0)->GetToolData()->SetItems({}); });
+         [](RpaAppData& app) { app.GetUIDataManager()->GetUIData(0)->GetToolData()->SetContent({}); });
 
     QVERIFY(Child<QWidget>(*page, "labelNoTools")->isVisible());
 }

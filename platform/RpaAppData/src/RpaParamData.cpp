@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ListMove_p.h"
-#include "ParamJson_p.h"
+#include "RecordNames_p.h"
 
 #include <RpaAppData/RpaParamData.h>
-#include <WbFoundation/FreeNames.h>
-#include <WbFoundation/JsonReader.h>
-#include <WbFoundation/JsonWriter.h>
 
 #include <algorithm>
 #include <cmath>
@@ -32,18 +28,17 @@ void DropWhatDoesNotFit(RpaParamItem& item)
         item.value = QVariant();
     if (!item.Fit(item.initial))
         item.initial.clear();
-    const bool isForeign = item.type == RpaParamType::Text && !item.foreignType.isEmpty();
     for (QVariant* limit : {&item.least, &item.most})
-        if (!(item.TakesRange() || isForeign) || !item.Fit(*limit))
+        if (!(item.TakesRange() || item.IsForeign()) || !item.Fit(*limit))
             *limit = QVariant();
     if (!item.TakesPattern())
         item.pattern.clear();
-    if (!isForeign)
+    if (!item.IsForeign())
         DropOtherSettings(item);
 }
 } // namespace
 
-RpaParamData::RpaParamData(QObject* parent) : QObject(parent) {}
+RpaParamData::RpaParamData(QObject* parent) : RpaRecordList(parent) {}
 
 QStringList RpaParamData::GetNames() const
 {
@@ -56,85 +51,31 @@ QStringList RpaParamData::GetNames() const
 
 int RpaParamData::IndexOf(const QString& name) const
 {
-    for (int i = 0; i < items.size(); ++i)
-        if (items.at(i).name == name)
-            return i;
-    return -1;
+    return RecordNames::IndexOf(items, name);
 }
 
 QString RpaParamData::MakeFreeName(const QString& stem) const
 {
-    int number = 1;
-    QString name = stem + QString::number(number);
-    while (IndexOf(name) >= 0)
-        name = stem + QString::number(++number);
-    return name;
+    return RecordNames::MakeFree(items, stem);
 }
 
-int RpaParamData::InsertItem(int index, const RpaParamItem& item)
+bool RpaParamData::Settle(RpaParamItem& item, int index) const
 {
-    if (item.name.trimmed().isEmpty() || IndexOf(item.name) >= 0)
-        return -1;
-    const int place = ListMove::Place(index, items.size());
-    RpaParamItem settled = item;
-    DropWhatDoesNotFit(settled);
-    items.insert(place, settled);
-    emit SigInserted(place);
-    emit SigChanged();
-    return place;
+    DropWhatDoesNotFit(item);
+    return RecordNames::IsFree(items, item.name, index);
 }
 
-bool RpaParamData::SetItem(int index, const RpaParamItem& item)
+void RpaParamData::SettleAll(Content& all) const
 {
-    const int sameName = IndexOf(item.name);
-    if (index < 0 || index >= items.size() || item.name.trimmed().isEmpty() ||
-        (sameName >= 0 && sameName != index))
-        return false;
-    RpaParamItem settled = item;
-    DropWhatDoesNotFit(settled);
-    if (settled == items.at(index))
-        return false;
-    items[index] = settled;
-    emit SigItemChanged(index);
-    emit SigChanged();
-    return true;
+    RecordNames::MakeUnique(all, QStringLiteral("参数"));
+    for (RpaParamItem& item : all)
+        DropWhatDoesNotFit(item);
 }
 
-bool RpaParamData::RemoveItem(int index)
-{
-    if (index < 0 || index >= items.size())
-        return false;
-    const bool wasResult = items.at(index).isResult;
-    items.removeAt(index);
-    emit SigRemoved(index);
-    emit SigChanged();
-    if (wasResult)
-        emit SigResultsChanged();
-    return true;
-}
-
-bool RpaParamData::MoveItem(int from, int to)
-{
-    if (!ListMove::Move(items, from, to))
-        return false;
-    emit SigMoved(from, to);
-    emit SigChanged();
-    return true;
-}
-
-void RpaParamData::SetItems(const QVector<RpaParamItem>& newItems)
+void RpaParamData::Replace(const Content& after)
 {
     const int resultsBefore = GetResultCount();
-    items.clear();
-    FreeNames names;
-    for (RpaParamItem item : newItems) {
-        if (!names.Take(item.name))
-            item.name = names.TakeNumbered(QStringLiteral("参数"));
-        DropWhatDoesNotFit(item);
-        items.append(item);
-    }
-    emit SigReset();
-    emit SigChanged();
+    RpaRecordList::Replace(after);
     if (GetResultCount() != resultsBefore)
         emit SigResultsChanged();
 }
@@ -152,7 +93,7 @@ bool RpaParamData::SetResult(int index, const QVariant& value)
 bool RpaParamData::Write(int index, const QVariant& value, bool isResult)
 {
     QVariant fitting = value;
-    if (index < 0 || index >= items.size() || !items.at(index).Fit(fitting))
+    if (!Has(index) || !items.at(index).Fit(fitting))
         return false;
     RpaParamItem& item = items[index];
     if (item.IsOutput()) {
@@ -208,23 +149,4 @@ void RpaParamData::RestoreResults()
         emit SigValueChanged(index);
     }
     emit SigResultsChanged();
-}
-
-void RpaParamData::WriteJson(JsonWriter& writer) const
-{
-    writer.BeginArray();
-    for (const RpaParamItem& item : items)
-        ParamJson::Write(writer, item);
-    writer.EndArray();
-}
-
-std::function<void()> RpaParamData::ReadJson(JsonReader& reader)
-{
-    QVector<RpaParamItem> read;
-    if (!reader.EnterArray())
-        return {};
-    while (reader.NextElement())
-        if (reader.EnterObject())
-            read.append(ParamJson::Read(reader));
-    return [this, read] { SetItems(read); };
 }

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ListMove_p.h"
+#include "RecordNames_p.h"
 #include "TableJson_p.h"
 
 #include <RpaAppData/RpaTableData.h>
-#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -14,6 +13,19 @@
 
 namespace
 {
+template <class List>
+bool Has(const List& list, int index)
+{
+    return index >= 0 && index < list.size();
+}
+
+// Where an insertion happens: -1 and what lies beyond the end mean the end.
+template <class List>
+int PlaceIn(const List& list, int index)
+{
+    return index < 0 || index > list.size() ? list.size() : index;
+}
+
 // As many cells as columns, each of its column's type. False when a cell does not fit or there are too many.
 bool FitRow(const QVector<RpaTableColumn>& columns, QVector<QVariant>& row)
 {
@@ -48,26 +60,19 @@ QStringList RpaTableData::GetColumnNames() const
 
 int RpaTableData::IndexOfColumn(const QString& name) const
 {
-    for (int i = 0; i < columns.size(); ++i)
-        if (columns.at(i).name == name)
-            return i;
-    return -1;
+    return RecordNames::IndexOf(columns, name);
 }
 
 QString RpaTableData::MakeFreeColumnName(const QString& stem) const
 {
-    int number = 1;
-    QString name = stem + QString::number(number);
-    while (IndexOfColumn(name) >= 0)
-        name = stem + QString::number(++number);
-    return name;
+    return RecordNames::MakeFree(columns, stem);
 }
 
 int RpaTableData::InsertColumn(int index, const RpaTableColumn& column)
 {
-    if (column.name.trimmed().isEmpty() || IndexOfColumn(column.name) >= 0)
+    if (!RecordNames::IsFree(columns, column.name, -1))
         return -1;
-    const int place = ListMove::Place(index, columns.size());
+    const int place = PlaceIn(columns, index);
     emit SigAboutToInsertColumn(place);
     columns.insert(place, column);
     ForEachRow([place](QVector<QVariant>& row) { row.insert(place, QVariant()); });
@@ -78,9 +83,8 @@ int RpaTableData::InsertColumn(int index, const RpaTableColumn& column)
 
 bool RpaTableData::SetColumn(int index, const RpaTableColumn& column)
 {
-    const int sameName = IndexOfColumn(column.name);
-    if (index < 0 || index >= columns.size() || column.name.trimmed().isEmpty() ||
-        (sameName >= 0 && sameName != index) || column == columns.at(index))
+    if (!Has(columns, index) || !RecordNames::IsFree(columns, column.name, index) ||
+        column == columns.at(index))
         return false;
 
     const bool newType = column.type != columns.at(index).type;
@@ -100,7 +104,7 @@ bool RpaTableData::SetColumn(int index, const RpaTableColumn& column)
 
 bool RpaTableData::RemoveColumn(int index)
 {
-    if (index < 0 || index >= columns.size())
+    if (!Has(columns, index))
         return false;
     emit SigAboutToRemoveColumn(index);
     columns.removeAt(index);
@@ -112,7 +116,7 @@ bool RpaTableData::RemoveColumn(int index)
 
 bool RpaTableData::MoveColumn(int from, int to)
 {
-    if (from < 0 || to < 0 || from >= columns.size() || to >= columns.size() || from == to)
+    if (!Has(columns, from) || !Has(columns, to) || from == to)
         return false;
     emit SigAboutToReset();
     columns.move(from, to);
@@ -124,16 +128,13 @@ bool RpaTableData::MoveColumn(int from, int to)
 
 QVariant RpaTableData::GetCell(int row, int column) const
 {
-    if (row < 0 || row >= rows.size() || column < 0 || column >= columns.size())
-        return QVariant();
-    return rows.at(row).at(column);
+    return Has(rows, row) && Has(columns, column) ? rows.at(row).at(column) : QVariant();
 }
 
 bool RpaTableData::PutCell(const Cell& cell, bool& changed)
 {
     QVariant fitting = cell.value;
-    if (cell.row < 0 || cell.row >= rows.size() || cell.column < 0 || cell.column >= columns.size() ||
-        !columns.at(cell.column).Fit(fitting))
+    if (!Has(rows, cell.row) || !Has(columns, cell.column) || !columns.at(cell.column).Fit(fitting))
         return false;
     QVariant& present = rows[cell.row][cell.column];
     changed = present != fitting || present.isValid() != fitting.isValid();
@@ -176,7 +177,7 @@ int RpaTableData::InsertRows(int row, const QVector<QVariantList>& newRows)
     if (fitting.isEmpty())
         return -1;
 
-    const int first = ListMove::Place(row, rows.size());
+    const int first = PlaceIn(rows, row);
     emit SigAboutToInsertRows(first, first + fitting.size() - 1);
     // One shift of the rows behind, however many are inserted.
     rows.insert(first, fitting.size(), QVector<QVariant>());
@@ -199,7 +200,7 @@ bool RpaTableData::RemoveRows(int row, int count)
 
 bool RpaTableData::MoveRow(int from, int to)
 {
-    if (from < 0 || to < 0 || from >= rows.size() || to >= rows.size() || from == to)
+    if (!Has(rows, from) || !Has(rows, to) || from == to)
         return false;
     emit SigAboutToReset();
     rows.move(from, to);
@@ -230,20 +231,9 @@ std::function<void()> RpaTableData::ReadJson(JsonReader& reader)
     for (QVector<QVariant>& row : table.rows)
         ForceRow(table.columns, row);
 
+    RecordNames::MakeUnique(table.columns, QStringLiteral("列"));
     return [this, table, foreign] {
-        emit SigAboutToReset();
         unknown = foreign;
-        columns.clear();
-        rows = table.rows;
-        hasResults = false;
-        initialRows.clear();
-        FreeNames names;
-        for (RpaTableColumn column : table.columns) {
-            if (!names.Take(column.name))
-                column.name = names.TakeNumbered(QStringLiteral("列"));
-            columns.append(column);
-        }
-        emit SigReset();
-        emit SigChanged();
+        SetContent({table.columns, table.rows});
     };
 }

@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "RecordJson_p.h"
 #include "TableJson_p.h"
-#include "TypedValue_p.h"
-
-#include <WbFoundation/JsonReader.h>
-#include <WbFoundation/JsonWriter.h>
 
 namespace
 {
-void WriteColumn(JsonWriter& writer, const RpaTableColumn& column)
+const RecordJson::Fields<RpaTableColumn>& ColumnFields()
 {
-    const bool foreign = column.type == RpaColumnType::Text && !column.foreignType.isEmpty();
-    writer.BeginObject();
-    writer.Member("name", column.name);
-    writer.Member("type", foreign ? column.foreignType : RpaTableColumn::GetTypeName(column.type));
-    if (column.width > 0)
-        writer.Member("width", column.width);
-    writer.RawMembers(column.unknown);
-    writer.EndObject();
+    static const RecordJson::Fields<RpaTableColumn> fields{
+        RecordJson::Always("name", &RpaTableColumn::name),
+        RecordJson::TypeName<RpaTableColumn>("type"),
+        RecordJson::WhenSet("width", &RpaTableColumn::width),
+    };
+    return fields;
 }
 
 void WriteCell(JsonWriter& writer, const QVariant& cell)
@@ -32,46 +27,6 @@ void WriteCell(JsonWriter& writer, const QVariant& cell)
     default:
         writer.Variant(TypedValue::ToJsonValue(cell));
     }
-}
-
-void ReadType(JsonReader& reader, RpaTableColumn& column)
-{
-    QString name;
-    reader.ReadString(name);
-    const QVector<RpaColumnType> types = RpaTableColumn::GetTypes();
-    for (RpaColumnType type : types) {
-        if (RpaTableColumn::GetTypeName(type) == name) {
-            column.type = type;
-            return;
-        }
-    }
-    column.foreignType = name;
-}
-
-RpaTableColumn ReadColumn(JsonReader& reader)
-{
-    RpaTableColumn column;
-    while (reader.NextMember())
-        if (reader.IsKey("name"))
-            reader.ReadString(column.name);
-        else if (reader.IsKey("type"))
-            ReadType(reader, column);
-        else if (reader.IsKey("width"))
-            reader.ReadInt(column.width);
-        else
-            reader.KeepMember(column.unknown);
-    return column;
-}
-
-QVector<RpaTableColumn> ReadColumns(JsonReader& reader)
-{
-    QVector<RpaTableColumn> columns;
-    if (!reader.EnterArray())
-        return columns;
-    while (reader.NextElement())
-        if (reader.EnterObject())
-            columns.append(ReadColumn(reader));
-    return columns;
 }
 
 QVariant ReadCell(JsonReader& reader)
@@ -116,10 +71,7 @@ void TableJson::Write(JsonWriter& writer, const QVector<RpaTableColumn>& columns
                       const QVector<QVector<QVariant>>& rows)
 {
     writer.Key("columns");
-    writer.BeginArray();
-    for (const RpaTableColumn& column : columns)
-        WriteColumn(writer, column);
-    writer.EndArray();
+    RecordJson::WriteList(writer, columns, ColumnFields());
     writer.Key("rows");
     writer.BeginArray();
     for (const QVector<QVariant>& row : rows) {
@@ -136,7 +88,7 @@ TableJson::Table TableJson::Read(JsonReader& reader, QByteArray& unknown)
     Table table;
     while (reader.NextMember())
         if (reader.IsKey("columns"))
-            table.columns = ReadColumns(reader);
+            RecordJson::ReadList(reader, table.columns, ColumnFields());
         else if (reader.IsKey("rows"))
             table.rows = ReadRows(reader);
         else

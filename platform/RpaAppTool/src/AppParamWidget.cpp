@@ -84,11 +84,7 @@ void AppParamWidget::SetParamData(RpaParamData* pageData)
     paramData = pageData;
     if (paramData) {
         connect(paramData, &RpaParamData::SigValueChanged, this, &AppParamWidget::ShowValue);
-        for (const auto signal :
-             {&RpaParamData::SigInserted, &RpaParamData::SigItemChanged, &RpaParamData::SigRemoved})
-            connect(paramData, signal, this, &AppParamWidget::Rebuild);
-        connect(paramData, &RpaParamData::SigMoved, this, &AppParamWidget::Rebuild);
-        connect(paramData, &RpaParamData::SigReset, this, &AppParamWidget::Rebuild);
+        connect(paramData, &RpaParamData::SigItemsChanged, this, &AppParamWidget::Rebuild);
         connect(paramData, &QObject::destroyed, this, &AppParamWidget::Rebuild);
     }
     Rebuild();

@@ -23,13 +23,13 @@ public:
     void undo() override
     {
         if (data)
-            data->SetItems(before);
+            data->SetContent(before);
     }
     void redo() override
     {
         if (!data)
             return;
-        data->SetItems(after);
+        data->SetContent(after);
         after = data->GetItems(); // with the ids that new items were given
     }
 

@@ -172,7 +172,7 @@ void ParamProblem::limitsSurviveTheJson()
     date.name = QStringLiteral("date");
     RpaParamItem text = OfPattern(QStringLiteral("[0-9]+\\s\"x\""), QStringLiteral("1"));
     text.name = QStringLiteral("text");
-    params.SetItems({number, date, text});
+    params.SetContent({number, date, text});
     JsonWriter writer;
     params.WriteJson(writer);
     const QByteArray json = writer.Take();

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <RpaAppData/RpaAppDataExport.h>
+#include <RpaAppData/RpaRecordList.h>
 
 #include <QByteArray>
 #include <QMetaType>
-#include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -110,35 +110,21 @@ struct RPAAPPDATA_EXPORT RpaParamItem
 };
 Q_DECLARE_METATYPE(RpaParamItem)
 
-// The parameters of a UI page, in order. GUI thread only.
-class RPAAPPDATA_EXPORT RpaParamData : public QObject
+// The parameters of a UI page, in order. A name is never blank, nor that of two. Values that do not fit a
+// changed type are dropped. GUI thread only.
+class RPAAPPDATA_EXPORT RpaParamData : public RpaRecordList<RpaParamItem>
 {
     Q_OBJECT
 
 public:
     explicit RpaParamData(QObject* parent = nullptr);
 
-    int GetCount() const { return items.size(); }
-    const QVector<RpaParamItem>& GetItems() const { return items; }
-    // An empty item outside 0 … GetCount() - 1.
-    RpaParamItem GetItem(int index) const { return items.value(index); }
     // Of those with a value.
     QStringList GetNames() const;
     // -1 when there is none; names are compared exactly.
     int IndexOf(const QString& name) const;
     // A name of the form "参数2" that is free.
     QString MakeFreeName(const QString& stem) const;
-
-    // Inserts before the index (-1 or beyond the end: at the end). -1 when the name is blank or taken, else
-    // the index.
-    int InsertItem(int index, const RpaParamItem& item);
-    // False outside the list, when the name is blank or taken by another, or when nothing changed. Values
-    // that do not fit a changed type are dropped.
-    bool SetItem(int index, const RpaParamItem& item);
-    bool RemoveItem(int index);
-    // to is the index after the move.
-    bool MoveItem(int from, int to);
-    void SetItems(const QVector<RpaParamItem>& newItems);
 
     // What the user filled in. False outside the list or when the value does not fit. An invalid value takes
     // it back.
@@ -156,20 +142,16 @@ public:
     std::function<void()> ReadJson(JsonReader& reader);
 
 signals:
-    // There are other results of runs than before.
+    // There are other results of runs than before. Taking them back leaves the app as it was: no SigChanged.
     void SigResultsChanged();
-    void SigInserted(int index);
-    void SigItemChanged(int index);
     // Only the value of an item changed.
     void SigValueChanged(int index);
-    void SigRemoved(int index);
-    void SigMoved(int from, int to);
-    void SigReset();
-    // After each of the above; not when results are taken back, which leaves the app as it was.
-    void SigChanged();
+
+protected:
+    bool Settle(RpaParamItem& item, int index) const override;
+    void SettleAll(Content& all) const override;
+    void Replace(const Content& after) override;
 
 private:
     bool Write(int index, const QVariant& value, bool isResult);
-
-    QVector<RpaParamItem> items;
 };

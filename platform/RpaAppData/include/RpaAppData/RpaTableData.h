@@ -125,7 +125,7 @@ public:
         QVector<RpaTableColumn> columns;
         QVector<QVector<QVariant>> rows;
         bool hasResults = false;
-        QVector<QVector<QVariant>> initialRows;
+        QVector<QVector<QVariant>> initialRows = {};
     };
     Content GetContent() const { return {columns, rows, hasResults, initialRows}; }
     void SetContent(const Content& content);

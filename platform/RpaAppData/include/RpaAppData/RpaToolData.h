@@ -3,12 +3,11 @@
 #pragma once
 
 #include <RpaAppData/RpaAppDataExport.h>
+#include <RpaAppData/RpaRecordList.h>
 
 #include <QByteArray>
 #include <QMetaType>
-#include <QObject>
 #include <QString>
-#include <QVector>
 
 #include <functional>
 
@@ -29,43 +28,19 @@ struct RPAAPPDATA_EXPORT RpaToolItem
 };
 Q_DECLARE_METATYPE(RpaToolItem)
 
-// The tools of a UI page, in order. GUI thread only.
-class RPAAPPDATA_EXPORT RpaToolData : public QObject
+// The tools of a UI page, in order. Each has an id that no other has and that stays; an empty or taken one is
+// replaced. GUI thread only.
+class RPAAPPDATA_EXPORT RpaToolData : public RpaRecordList<RpaToolItem>
 {
     Q_OBJECT
 
 public:
     explicit RpaToolData(QObject* parent = nullptr);
 
-    int GetCount() const { return items.size(); }
-    const QVector<RpaToolItem>& GetItems() const { return items; }
-    // An empty item outside 0 … GetCount() - 1.
-    RpaToolItem GetItem(int index) const { return items.value(index); }
-    // -1 when there is none.
-    int IndexOf(const QString& id) const;
-
-    // Inserts before the index (-1 or beyond the end: at the end); an empty or taken id is replaced. Returns
-    // the index.
-    int InsertItem(int index, const RpaToolItem& item);
-    // Replaces all but the id. False outside the list or when nothing changed.
-    bool SetItem(int index, const RpaToolItem& item);
-    bool RemoveItem(int index);
-    // to is the index after the move.
-    bool MoveItem(int from, int to);
-    void SetItems(const QVector<RpaToolItem>& newItems);
-
     void WriteJson(JsonWriter& writer) const;
     std::function<void()> ReadJson(JsonReader& reader);
 
-signals:
-    void SigInserted(int index);
-    void SigItemChanged(int index);
-    void SigRemoved(int index);
-    void SigMoved(int from, int to);
-    void SigReset();
-    // After each of the above.
-    void SigChanged();
-
-private:
-    QVector<RpaToolItem> items;
+protected:
+    bool Settle(RpaToolItem& item, int index) const override;
+    void SettleAll(Content& all) const override;
 };
