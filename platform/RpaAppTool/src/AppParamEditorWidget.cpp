@@ -1,52 +1,36 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "PanelFrame_p.h"
-#include "ParamItemModel_p.h"
+#include "ParamFields_p.h"
 
 #include <RpaAppTool/AppParamEditorWidget.h>
 #include <RpaAppTool/IAppParamWidget.h>
 
-class AppParamEditorWidget::Private
+namespace
 {
-public:
-    explicit Private(AppParamEditorWidget* owner)
-        : frame(owner, QStringLiteral("参数"), QStringLiteral("参数"),
-                QStringLiteral("还没有参数。点击“+”添加一个，使用者在运行前填写，流程可以读取。")),
-          model(new ParamItemModel(frame.GetUndoStack(), owner))
-    {
-        frame.SetModel(model);
-    }
-
-    PanelFrame frame;
-    ParamItemModel* const model; // owned by the panel
-};
+RpaParamItem NewParam(const RpaParamData& params)
+{
+    RpaParamItem item;
+    item.name = params.MakeFreeName(QStringLiteral("参数"));
+    return item;
+}
+} // namespace
 
 AppParamEditorWidget::AppParamEditorWidget(QWidget* parent)
-    : QWidget(parent), d(std::make_unique<Private>(this))
+    : AppEditorPanel(QStringLiteral("参数"), QStringLiteral("参数"),
+                     QStringLiteral("还没有参数。点击“+”添加一个，使用者在运行前填写，流程可以读取。"),
+                     parent),
+      model(new RecordTable<RpaParamData>(QStringLiteral("参数"), ParamFields::GetAll(), NewParam,
+                                          GetUndoStack(), this))
 {
-    connect(&d->frame.GetPanel(), &RecordPanel::SigShrinkChanged, this,
-            &AppParamEditorWidget::SigShrinkChanged);
-}
-
-AppParamEditorWidget::~AppParamEditorWidget() = default;
-
-void AppParamEditorWidget::SetAppDataPtr(const RpaAppDataPtr& appData)
-{
-    d->frame.SetAppData(appData);
+    SetModel(model);
 }
 
 void AppParamEditorWidget::Init(RpaParamData* pageData)
 {
-    d->model->SetData(pageData);
-    d->frame.Follow(pageData);
+    model->SetData(pageData);
 }
 
 void AppParamEditorWidget::SetAppParamWidget(IAppParamWidget* widget)
 {
-    d->frame.SetShown(widget);
-}
-
-bool AppParamEditorWidget::IsShrink() const
-{
-    return d->frame.GetPanel().IsShrink();
+    SetShown(widget);
 }

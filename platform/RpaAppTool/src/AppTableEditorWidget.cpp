@@ -1,52 +1,71 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "ColumnModel_p.h"
-#include "PanelFrame_p.h"
+#include "NamedFields_p.h"
 
+#include <RpaAppData/RpaTableData.h>
 #include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
 
-class AppTableEditorWidget::Private
+template <>
+struct RecordsOf<RpaTableData>
 {
-public:
-    explicit Private(AppTableEditorWidget* owner)
-        : frame(owner, QStringLiteral("表格列"), QStringLiteral("列"),
-                QStringLiteral("还没有列。点击“+”添加一列，表格就会出现在界面上。")),
-          model(new ColumnModel(frame.GetUndoStack(), owner))
+    using Record = RpaTableColumn;
+    static const QVector<Record>& Get(const RpaTableData& data) { return data.GetColumns(); }
+    static bool Append(RpaTableData& data, const Record& column)
     {
-        frame.SetModel(model);
+        return data.InsertColumn(-1, column) >= 0;
     }
-
-    PanelFrame frame;
-    ColumnModel* const model; // owned by the panel
+    static bool Set(RpaTableData& data, int index, const Record& column)
+    {
+        return data.SetColumn(index, column);
+    }
+    static bool Remove(RpaTableData& data, int index) { return data.RemoveColumn(index); }
+    static bool Move(RpaTableData& data, int from, int to) { return data.MoveColumn(from, to); }
 };
 
-AppTableEditorWidget::AppTableEditorWidget(QWidget* parent)
-    : QWidget(parent), d(std::make_unique<Private>(this))
+namespace
 {
-    connect(&d->frame.GetPanel(), &RecordPanel::SigShrinkChanged, this,
-            &AppTableEditorWidget::SigShrinkChanged);
+QString TypeIcon(RpaColumnType type)
+{
+    switch (type) {
+    case RpaColumnType::Number:
+        return QStringLiteral("param-number");
+    case RpaColumnType::Date:
+        return QStringLiteral("param-date");
+    case RpaColumnType::Switch:
+        return QStringLiteral("param-bool");
+    case RpaColumnType::Text:
+        break;
+    }
+    return QStringLiteral("param-text");
 }
 
-AppTableEditorWidget::~AppTableEditorWidget() = default;
-
-void AppTableEditorWidget::SetAppDataPtr(const RpaAppDataPtr& appData)
+RpaTableColumn NewColumn(const RpaTableData& table)
 {
-    d->frame.SetAppData(appData);
+    RpaTableColumn column;
+    column.name = table.MakeFreeColumnName(QStringLiteral("列"));
+    return column;
+}
+} // namespace
+
+AppTableEditorWidget::AppTableEditorWidget(QWidget* parent)
+    : AppEditorPanel(QStringLiteral("表格列"), QStringLiteral("列"),
+                     QStringLiteral("还没有列。点击“+”添加一列，表格就会出现在界面上。"), parent),
+      model(new RecordTable<RpaTableData>(
+          QStringLiteral("列"),
+          {NamedFields::Name<RpaTableColumn>(QStringLiteral("列名"), QStringLiteral("列名")),
+           NamedFields::TypeOf<RpaTableColumn, RpaColumnType>(TypeIcon, [](RpaTableColumn&) {})},
+          NewColumn, GetUndoStack(), this))
+{
+    SetModel(model);
 }
 
 void AppTableEditorWidget::Init(RpaTableData* pageData)
 {
-    d->model->SetData(pageData);
-    d->frame.Follow(pageData);
+    model->SetData(pageData);
 }
 
 void AppTableEditorWidget::SetAppTableWidget(IAppTableWidget* widget)
 {
-    d->frame.SetShown(widget);
-}
-
-bool AppTableEditorWidget::IsShrink() const
-{
-    return d->frame.GetPanel().IsShrink();
+    SetShown(widget);
 }

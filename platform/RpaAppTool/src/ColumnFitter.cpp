@@ -28,16 +28,17 @@ void ColumnFitter::Fit()
     int spare = view->viewport()->width();
     int sharers = 0;
     for (int column = 0; column < model->columnCount(); ++column) {
-        spare -= DpiTool::ScaleDefault(model->GetLeastWidth(column));
-        sharers += model->IsNarrow(column) ? 0 : 1;
+        spare -= DpiTool::ScaleDefault(model->GetWidths(column).least);
+        sharers += model->GetWidths(column).isNarrow ? 0 : 1;
     }
     // What stands first tells the records apart, so the last columns give way first.
     for (int column = model->columnCount() - 1; column >= 0; --column) {
-        const int least = DpiTool::ScaleDefault(model->GetLeastWidth(column));
+        const RecordModel::Widths widths = model->GetWidths(column);
+        const int least = DpiTool::ScaleDefault(widths.least);
         int change = 0;
         if (spare < 0)
-            change = qMax(spare, DpiTool::ScaleDefault(model->GetTightWidth(column)) - least);
-        else if (!model->IsNarrow(column))
+            change = qMax(spare, DpiTool::ScaleDefault(widths.tight) - least);
+        else if (!widths.isNarrow)
             change = spare / sharers--;
         spare -= change;
         view->horizontalHeader()->resizeSection(column, least + change);

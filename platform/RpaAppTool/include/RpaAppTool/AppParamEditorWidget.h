@@ -2,29 +2,20 @@
 
 #pragma once
 
-#include <RpaAppData/RpaAppData.h>
-#include <RpaAppTool/RpaAppToolExport.h>
-
-#include <QWidget>
-
-#include <memory>
+#include <RpaAppTool/AppEditorPanel.h>
 
 class IAppParamWidget;
 class RpaParamData;
+template <class Data>
+class RecordTable;
 
-// Panel in which the author edits the parameters of a UI page: name, label, type, default, choices and
-// whether a value is required. Each act of the author can be undone and marks the app modified. GUI thread
-// only.
-class RPAAPPTOOL_EXPORT AppParamEditorWidget : public QWidget
+// Panel in which the author edits the parameters of a UI page: name, label, type, default, choices and whether a value is required.
+class RPAAPPTOOL_EXPORT AppParamEditorWidget : public AppEditorPanel
 {
     Q_OBJECT
 
 public:
     explicit AppParamEditorWidget(QWidget* parent = nullptr);
-    ~AppParamEditorWidget() override;
-
-    // The app that edits belong to.
-    void SetAppDataPtr(const RpaAppDataPtr& appData);
 
     // Shows the data of another page and forgets the undo steps of the former one. Not owned; may go away at
     // any time.
@@ -33,14 +24,6 @@ public:
     // The widget of the page view that shows the same data. May be null.
     void SetAppParamWidget(IAppParamWidget* widget);
 
-    // Whether the panel is folded to its title.
-    bool IsShrink() const;
-
-signals:
-    // The author folded or unfolded the panel.
-    void SigShrinkChanged();
-
 private:
-    class Private;
-    const std::unique_ptr<Private> d;
+    RecordTable<RpaParamData>* const model; // owned by the panel
 };
