@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "RecordNames_p.h"
+#include "TypedValue_p.h"
 
 #include <RpaAppData/RpaParamData.h>
 
@@ -102,8 +103,7 @@ bool RpaParamData::Write(int index, const QVariant& value, bool isResult)
         emit SigValueChanged(index);
         return true;
     }
-    const bool isSame = item.value == fitting && item.value.isValid() == fitting.isValid();
-    if (isSame && (isResult || !item.isResult))
+    if (TypedValue::IsSame(item.value, fitting) && (isResult || !item.isResult))
         return true;
     const bool wasResult = std::exchange(item.isResult, isResult);
     if (isResult && !wasResult)

@@ -67,9 +67,14 @@ const Row& RowOf(RpaParamType type)
 
 auto Tie(const RpaParamItem& item)
 {
-    return std::tie(item.name, item.label, item.type, item.foreignType, item.defaultValue, item.value,
-                    item.isResult, item.initial, item.choices, item.required, item.least, item.most,
-                    item.step, item.lines, item.columns, item.endings, item.pattern, item.hint, item.unknown);
+    return std::tie(item.name, item.label, item.type, item.foreignType, item.isResult, item.choices,
+                    item.required, item.step, item.lines, item.columns, item.endings, item.pattern, item.hint,
+                    item.unknown);
+}
+
+QVector<QVariant> Values(const RpaParamItem& item)
+{
+    return {item.defaultValue, item.value, item.initial, item.least, item.most};
 }
 
 // Those of the choices that are wanted, in their order; false when others are.
@@ -140,7 +145,7 @@ QString RpaParamItem::GetText(const QVariant& value)
 
 bool RpaParamItem::operator==(const RpaParamItem& other) const
 {
-    return Tie(*this) == Tie(other);
+    return Tie(*this) == Tie(other) && TypedValue::IsSame({Values(*this)}, {Values(other)});
 }
 
 QString RpaParamItem::GetTypeName(RpaParamType type)

@@ -2,6 +2,7 @@
 
 #include "RecordNames_p.h"
 #include "TableJson_p.h"
+#include "TypedValue_p.h"
 
 #include <RpaAppData/RpaTableData.h>
 #include <WbFoundation/JsonReader.h>
@@ -137,7 +138,7 @@ bool RpaTableData::PutCell(const Cell& cell, bool& changed)
     if (!Has(rows, cell.row) || !Has(columns, cell.column) || !columns.at(cell.column).Fit(fitting))
         return false;
     QVariant& present = rows[cell.row][cell.column];
-    changed = present != fitting || present.isValid() != fitting.isValid();
+    changed = !TypedValue::IsSame(present, fitting);
     if (changed)
         present = fitting;
     return true;

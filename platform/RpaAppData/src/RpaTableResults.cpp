@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // What runs write into a table, apart from what belongs to the app.
+#include "TypedValue_p.h"
+
 #include <RpaAppData/RpaTableData.h>
 
 #include <utility>
@@ -12,7 +14,7 @@ bool RpaTableData::WriteResult(const std::function<bool()>& operation)
     const Rows before = rows; // shared until the operation changes one of them
     if (!operation())
         return false;
-    if (rows == before)
+    if (TypedValue::IsSame(rows, before))
         return true;
     hasResults = true;
     initialRows = before;

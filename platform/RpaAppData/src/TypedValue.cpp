@@ -8,7 +8,9 @@
 #include <QDateTime>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace
 {
@@ -166,6 +168,26 @@ bool TypedValue::ToText(QVariant& value)
     else
         return false;
     return true;
+}
+
+bool TypedValue::IsSame(const QVariant& one, const QVariant& other)
+{
+    if (one.userType() != other.userType())
+        return false;
+    return one.userType() == QMetaType::Double ? std::equal_to<>()(one.toDouble(), other.toDouble())
+                                               : one == other;
+}
+
+bool TypedValue::IsSame(const QVector<QVector<QVariant>>& one, const QVector<QVector<QVariant>>& other)
+{
+    const auto isSame = [](const auto& left, const auto& right, const auto& compare) {
+        return left.constData() == right.constData() ||
+               std::equal(left.begin(), left.end(), right.begin(), right.end(), compare);
+    };
+    const auto isSameCell = [](const QVariant& left, const QVariant& right) { return IsSame(left, right); };
+    return isSame(one, other, [&](const QVector<QVariant>& left, const QVector<QVariant>& right) {
+        return isSame(left, right, isSameCell);
+    });
 }
 
 bool TypedValue::IsTooLong(const QVariant& value)

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <QVector>
 
 // Conversions of cell and parameter values, and their form in JSON: numbers and switches as such, dates as
 // "2024-02-29", moments as "2024-02-29T08:30:00" of local time, empty as null.
@@ -18,6 +19,12 @@ bool ToDateTime(QVariant& value);
 bool ToTexts(QVariant& value);
 bool ToSwitch(QVariant& value);
 bool ToText(QVariant& value);
+
+// Whether both are of one type and equal to the last digit: QVariant takes other types and numbers nearby for
+// the same.
+bool IsSame(const QVariant& one, const QVariant& other);
+// The same of rows, at once where they are shared.
+bool IsSame(const QVector<QVector<QVariant>>& one, const QVector<QVector<QVariant>>& other);
 
 // A text that could not be read back from JSON (ContentLimits.h).
 bool IsTooLong(const QVariant& value);

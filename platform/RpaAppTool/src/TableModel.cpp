@@ -173,7 +173,7 @@ bool TableModel::setData(const QModelIndex& index, const QVariant& value, int ro
         return false;
     }
     const QVariant before = tableData->GetCell(index.row(), index.column());
-    if (before == after)
+    if (before.userType() == after.userType() && TextOf(before) == TextOf(after))
         return true;
     undoStack.push(new CellsCommand(QStringLiteral("修改单元格"), tableData,
                                     {{index.row(), index.column(), before, after}}, 0));

@@ -60,6 +60,7 @@ private slots:
     void announcesAnyNumberOfCellsOnce();
     void insertsRowsAllOrNone();
     void keepsRowsAndColumnsTogether();
+    void tellsNumbersApartToTheLastDigit();
     void emptiesCellsThatDoNotFitANewType();
     void refusesWhatLiesOutsideTheTable();
     void announcesTableChangesBeforeAndAfter();
@@ -322,6 +323,30 @@ void RpaUIPartsTest::keepsRowsAndColumnsTogether()
     QCOMPARE(table.GetRow(0), QVariantList{QStringLiteral("1")});
     QCOMPARE(table.InsertColumn(-1, Column(QStringLiteral("a"))), -1);
     QCOMPARE(table.InsertColumn(-1, Column(QString())), -1);
+}
+
+// Such as those of an order or a phone.
+void RpaUIPartsTest::tellsNumbersApartToTheLastDigit()
+{
+    constexpr double one = 4001234567890;
+    constexpr double next = 4001234567891;
+    RpaTableData table;
+    table.InsertColumn(-1, Column(QStringLiteral("a"), RpaColumnType::Number));
+    table.AppendRow({one});
+    QVERIFY(table.WriteResult([&table] { return table.SetCell(0, 0, next); }));
+    QVERIFY(table.HasResults());
+    QVERIFY(table.GetCell(0, 0).toDouble() > one);
+
+    RpaParamData params;
+    RpaParamItem item = Param(QStringLiteral("p"), RpaParamType::Number);
+    item.defaultValue = one;
+    params.InsertItem(-1, item);
+    QVERIFY(params.SetValue(0, one));
+    QVERIFY(params.SetValue(0, next));
+    QVERIFY(params.GetItem(0).value.toDouble() > one);
+    item = params.GetItem(0);
+    item.defaultValue = next;
+    QVERIFY(params.SetItem(0, item));
 }
 
 void RpaUIPartsTest::emptiesCellsThatDoNotFitANewType()

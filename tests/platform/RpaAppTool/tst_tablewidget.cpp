@@ -51,6 +51,9 @@ void TableWidget::typedCellsFitTheirColumn()
     QVERIFY(Model()->setData(Model()->index(0, 1), QStringLiteral("12.5")));
 
     QCOMPARE(table->GetCell(0, 1), QVariant(12.5));
+    QVERIFY(Model()->setData(Model()->index(0, 1), QStringLiteral("4001234567890")));
+    QVERIFY(Model()->setData(Model()->index(0, 1), QStringLiteral("4001234567891")));
+    QVERIFY(table->GetCell(0, 1).toDouble() > 4001234567890);
 }
 
 void TableWidget::aRangeIsPastedWithNewRowsAndUndone()
