@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <RpaAppData/RpaAppData.h>
+#include <RpaAppData/RpaPageEdits.h>
 #include <RpaAppData/RpaParamData.h>
+#include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaToolData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
 #include <RpaAppTool/AppParamEditorWidget.h>
+#include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/AppToolEditorWidget.h>
 #include <WbBaseUI/WbEditHistory.h>
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 // What an author does in the panels of a page and takes back again.
@@ -24,6 +28,12 @@ private slots:
     void whatIsTakenBackIsNoEdit();
     void whatWasSavedMeanwhileIsEditedByTakingItBack();
     void aValueThatIsEnteredBackIsNoEdit();
+    void aCellThatIsEnteredBackIsNoEdit();
+    void rowsAndColumnsThatAreTakenBackAreNoEdit();
+    void aTableThatHoldsSomethingElseStaysAnEdit_data();
+    void aTableThatHoldsSomethingElseStaysAnEdit();
+    void aColumnOfAnotherNameStaysAnEdit();
+    void whatARunWroteIsNotComparedUntilItIsKept();
 
 private:
     RpaUIData* Page() { return app->GetUIDataManager()->GetUIData(0); }
@@ -40,6 +50,20 @@ private:
     {
         QTest::mouseClick(panel.findChild<QToolButton*>(QLatin1String(name)), Qt::LeftButton);
     }
+
+    // A column of numbers and two rows, in a panel that has seen no edit of them yet.
+    RpaTableData* FillTable(AppTableEditorWidget& panel)
+    {
+        RpaTableData* const table = Page()->GetTableData();
+        RpaTableColumn amount;
+        amount.name = QStringLiteral("金额");
+        amount.type = RpaColumnType::Number;
+        if (table->InsertColumn(-1, amount) != 0 || table->InsertRows(-1, {{80}, {4001234567890.0}}) != 0)
+            qFatal("no table");
+        Bind(panel, table);
+        return table;
+    }
+    bool IsCompared() { return !app->findChild<RpaPageEdits*>()->findChild<QTimer*>()->isActive(); }
 
     RpaAppDataPtr app;
 };
@@ -104,6 +128,89 @@ void PageEdits::aValueThatIsEnteredBackIsNoEdit()
     QVERIFY(Page()->GetParamData()->SetValue(0, QStringLiteral("80")));
 
     QTRY_VERIFY(!app->GetModified());
+}
+
+void PageEdits::aCellThatIsEnteredBackIsNoEdit()
+{
+    AppTableEditorWidget panel;
+    RpaTableData* const table = FillTable(panel);
+
+    QVERIFY(table->SetCell(0, 0, 90));
+    QVERIFY(app->GetModified());
+    QVERIFY(table->SetCell(0, 0, QStringLiteral("80")));
+
+    QTRY_VERIFY(!app->GetModified());
+}
+
+void PageEdits::rowsAndColumnsThatAreTakenBackAreNoEdit()
+{
+    AppTableEditorWidget panel;
+    RpaTableData* const table = FillTable(panel);
+    QVERIFY(table->RemoveRows(0, 1));
+    QCOMPARE(table->InsertRows(0, {{80}}), 0);
+    QVERIFY(app->GetModified());
+    QTRY_VERIFY(!app->GetModified());
+    Click(panel, "recordAdd");
+    QCOMPARE(table->GetColumnCount(), 2);
+    QTRY_VERIFY(IsCompared());
+    QVERIFY(app->GetModified());
+
+    WbEditHistory::Instance()->Undo();
+
+    QTRY_VERIFY(!app->GetModified());
+}
+
+void PageEdits::aTableThatHoldsSomethingElseStaysAnEdit_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("another number") << 0 << QVariant(81);
+    QTest::newRow("a cleared cell") << 0 << QVariant();
+    QTest::newRow("the last of many digits") << 1 << QVariant(4001234567891.0);
+}
+
+void PageEdits::aTableThatHoldsSomethingElseStaysAnEdit()
+{
+    QFETCH(int, row);
+    QFETCH(QVariant, value);
+    AppTableEditorWidget panel;
+    RpaTableData* const table = FillTable(panel);
+
+    QVERIFY(table->SetCell(row, 0, value));
+
+    QVERIFY(!IsCompared());
+    QTRY_VERIFY(IsCompared());
+    QVERIFY(app->GetModified());
+}
+
+void PageEdits::aColumnOfAnotherNameStaysAnEdit()
+{
+    AppTableEditorWidget panel;
+    RpaTableData* const table = FillTable(panel);
+    RpaTableColumn column = table->GetColumn(0);
+    column.name = QStringLiteral("税额");
+
+    QVERIFY(table->SetColumn(0, column));
+
+    QTRY_VERIFY(IsCompared());
+    QVERIFY(app->GetModified());
+}
+
+void PageEdits::whatARunWroteIsNotComparedUntilItIsKept()
+{
+    AppTableEditorWidget panel;
+    RpaTableData* const table = FillTable(panel);
+    AppToolEditorWidget tools;
+    Bind(tools, Page()->GetToolData());
+    QVERIFY(table->WriteResult([table] { return table->AppendRow({1}) >= 0; }));
+    Click(tools, "recordAdd");
+
+    WbEditHistory::Instance()->Undo();
+
+    QTRY_VERIFY(!app->GetModified());
+    table->KeepResults();
+    QTRY_VERIFY(IsCompared());
+    QVERIFY(app->GetModified());
 }
 
 QTEST_MAIN(PageEdits)

@@ -4,15 +4,17 @@
 
 #include <RpaAppData/RpaAppDataExport.h>
 
-#include <QByteArray>
 #include <QObject>
-#include <QTimer>
 
+#include <memory>
+
+class QTimer;
 class RpaAppData;
-class RpaSavedState;
 
 // The pages' contents as a place of RpaSavedState: a moment after the last edit it is looked whether they
-// hold again what was saved last, however the author came back to it. GUI thread only.
+// hold again what was saved last, however the author came back to it. The rows of tables are shared with what
+// was saved, so that neither remembering nor comparing them takes time while few of them change. GUI thread
+// only.
 class RPAAPPDATA_EXPORT RpaPageEdits : public QObject
 {
     Q_OBJECT
@@ -26,12 +28,11 @@ public:
 
 private:
     explicit RpaPageEdits(RpaAppData* appData);
-    QByteArray Digest() const;
+    ~RpaPageEdits() override;
     void Remember();
     void Compare();
 
-    RpaAppData* const app;
-    RpaSavedState* const savedState;
-    QByteArray saved; // of what was saved last; empty while that is not known
-    QTimer pause;
+    class Private;
+    const std::unique_ptr<Private> d;
+    QTimer* const pause;
 };
