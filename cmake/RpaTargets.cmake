@@ -11,9 +11,7 @@ target_compile_definitions(rpa_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_FOREACH QT_STRICT_ITERATORS
     QT_DEPRECATED_WARNINGS)
-set(rpa_warnings -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
-    -Wduplicated-cond -Wlogical-op -Werror)
-target_compile_options(rpa_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${rpa_warnings}>")
+include(RpaCompilers)
 if(RPA_SANITIZE)
     target_compile_options(rpa_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
         -Wno-error=maybe-uninitialized)
