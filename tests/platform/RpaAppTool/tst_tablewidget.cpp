@@ -243,22 +243,22 @@ void TableWidget::findGoesFromCellToCell()
 {
     table->AppendRow({QStringLiteral("Li 12"), 34});
     table->AppendRow({QStringLiteral("张"), 12});
+    table->AppendRow({QStringLiteral("赵12"), 56});
     PressFind();
     auto* edit = host->findChild<QLineEdit*>(QStringLiteral("lineEditFind"));
     QTRY_VERIFY(edit->isVisible());
     edit->clear();
     QTest::keyClicks(edit, QStringLiteral("12"));
     QTRY_COMPARE(host->findChild<QLabel*>(QStringLiteral("labelFindCount"))->text(),
-                 QStringLiteral("共 2 处"));
+                 QStringLiteral("共 3 处"));
 
-    QTest::keyClick(edit, Qt::Key_Return);
-    QCOMPARE(View()->currentIndex(), Model()->index(1, 0));
-    QTest::keyClick(edit, Qt::Key_Return);
-    QCOMPARE(View()->currentIndex(), Model()->index(2, 1));
-    QTest::keyClick(edit, Qt::Key_Return);
-    QCOMPARE(View()->currentIndex(), Model()->index(1, 0));
+    for (const QModelIndex& next :
+         {Model()->index(1, 0), Model()->index(2, 1), Model()->index(3, 0), Model()->index(1, 0)}) {
+        QTest::keyClick(edit, Qt::Key_Return);
+        QCOMPARE(View()->currentIndex(), next);
+    }
     QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
-    QCOMPARE(View()->currentIndex(), Model()->index(2, 1));
+    QCOMPARE(View()->currentIndex(), Model()->index(3, 0));
     QTest::keyClick(edit, Qt::Key_Escape);
     QVERIFY(!edit->isVisible());
 }
