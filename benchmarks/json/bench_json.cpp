@@ -4,10 +4,10 @@
 // the text in kilobytes.
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaAppData/RpaDraftJournal.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
+#include <RpaDrafts/RpaDraftJournal.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <WbFoundation/JsonGuard.h>

@@ -6,7 +6,7 @@
 #include "DateLanguage.h"
 #include "DraftPlan.h"
 
-#include <RpaAppData/RpaDraftJournal.h>
+#include <RpaDrafts/RpaDraftJournal.h>
 
 #include <QObject>
 

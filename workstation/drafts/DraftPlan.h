@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <RpaAppData/RpaDraft.h>
+#include <RpaDrafts/RpaDraft.h>
 #include <RpaServiceClient/versions/VersionServiceVersion.h>
 
 #include <QString>

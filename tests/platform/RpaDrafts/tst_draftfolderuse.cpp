@@ -5,7 +5,7 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaAppData/RpaDraftJournal.h>
+#include <RpaDrafts/RpaDraftJournal.h>
 
 #include <QtTest>
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include <RpaAppData/RpaAppDataExport.h>
-#include <RpaAppData/RpaDraft.h>
+#include <RpaDrafts/RpaDraft.h>
+#include <RpaDrafts/RpaDraftsExport.h>
 
 #include <QObject>
 #include <QStringList>
@@ -25,7 +25,7 @@
 // Hashing and the disk are on a thread of its own; the GUI thread only writes the app data as JSON (about
 // 2 ms per MB). A disk that refuses disturbs nobody: SigFailed once, the rest goes to the log, and the next
 // edits try again. Content that could not be read back is not written. GUI thread only.
-class RPAAPPDATA_EXPORT RpaDraftJournal : public QObject
+class RPADRAFTS_EXPORT RpaDraftJournal : public QObject
 {
     Q_OBJECT
 

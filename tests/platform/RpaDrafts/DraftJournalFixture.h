@@ -6,7 +6,7 @@
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <RpaAppData/RpaDraftJournal.h>
+#include <RpaDrafts/RpaDraftJournal.h>
 
 #include <memory>
 

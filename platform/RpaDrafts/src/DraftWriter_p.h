@@ -4,7 +4,7 @@
 
 #include "DraftFolder_p.h"
 
-#include <RpaAppData/RpaDraftJournal.h>
+#include <RpaDrafts/RpaDraftJournal.h>
 
 #include <QObject>
 #include <QThreadPool>
