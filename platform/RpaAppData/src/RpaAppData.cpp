@@ -17,6 +17,7 @@
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
+#include <QScopedValueRollback>
 #include <QVector>
 
 #include <algorithm>
@@ -60,6 +61,7 @@ public:
     RpaHtmlNodeManager htmlNodes;
     RpaUiaNodeManager uiaNodes;
     RpaContentOrigin origin;
+    RpaContentDelivery* delivery = nullptr; // of the content that is being parsed
     bool modified = false;
 
     // Members written by a newer client.
@@ -84,7 +86,7 @@ RpaAppData::~RpaAppData()
 void RpaAppData::InitDefault()
 {
     FillInDefault();
-    if (RpaContentSource::Current())
+    if (RpaContentDelivery::IsAnyUnderWay())
         return; // loaded content follows
     const auto start = RpaStartContent::Take();
     if (start && Parse(start->json)) {
@@ -263,6 +265,7 @@ void RpaAppData::WriteJson(JsonWriter& writer) const
 
 bool RpaAppData::Parse(const QByteArray& json)
 {
+    const QScopedValueRollback<RpaContentDelivery*> guard(d->delivery, RpaContentDelivery::Find(json));
     return IJsonParser::Parse(RpaContentReference::Resolve(json));
 }
 
@@ -302,8 +305,8 @@ IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
         for (const Commit& commit : commits)
             if (commit)
                 commit();
-        if (RpaContentSource* source = RpaContentSource::Current())
-            source->Fill(this);
+        if (d->delivery)
+            d->delivery->Fill(this);
         emit SigReplaced();
         emit RpaAppDataNotify::Instance()->SigReplaced(this);
     };

@@ -5,23 +5,27 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaContentOrigin.h>
 
-#include <QList>
 #include <QPointer>
+#include <QVector>
 
 #include <utility>
 
-class RpaContentSource::Private
+class RpaContentDelivery::Private
 {
 public:
+    QByteArray content;
     RpaContentOrigin origin;
     bool isUnsaved = false;
-    RpaContentSource* outer = nullptr;
-    QList<QPointer<RpaAppData>> filled;
+    QVector<QPointer<RpaAppData>> filled;
 };
 
 namespace
 {
-RpaContentSource* innermost = nullptr;
+QVector<RpaContentDelivery*>& UnderWay()
+{
+    static QVector<RpaContentDelivery*> deliveries;
+    return deliveries;
+}
 
 std::optional<RpaStartContent::Content>& Start()
 {
@@ -30,17 +34,19 @@ std::optional<RpaStartContent::Content>& Start()
 }
 } // namespace
 
-RpaContentSource::RpaContentSource(const RpaContentOrigin& origin, bool isUnsaved)
+RpaContentDelivery::RpaContentDelivery(const QByteArray& json, const RpaContentOrigin& origin, bool isUnsaved)
     : d(std::make_unique<Private>())
 {
+    // Content is known by where its bytes are, which no two deliveries may share.
+    d->content = Find(json) ? QByteArray(json.constData(), json.size()) : json;
     d->origin = origin;
     d->isUnsaved = isUnsaved;
-    d->outer = std::exchange(innermost, this);
+    UnderWay().append(this);
 }
 
-RpaContentSource::~RpaContentSource()
+RpaContentDelivery::~RpaContentDelivery()
 {
-    innermost = d->outer;
+    UnderWay().removeOne(this);
     if (!d->isUnsaved)
         return;
     for (const QPointer<RpaAppData>& app : qAsConst(d->filled))
@@ -48,12 +54,25 @@ RpaContentSource::~RpaContentSource()
             app->SetModified(true);
 }
 
-RpaContentSource* RpaContentSource::Current()
+QByteArray RpaContentDelivery::GetContent() const
 {
-    return innermost;
+    return d->content;
 }
 
-void RpaContentSource::Fill(RpaAppData* app)
+bool RpaContentDelivery::IsAnyUnderWay()
+{
+    return !UnderWay().isEmpty();
+}
+
+RpaContentDelivery* RpaContentDelivery::Find(const QByteArray& content)
+{
+    for (RpaContentDelivery* delivery : qAsConst(UnderWay()))
+        if (delivery->d->content.constData() == content.constData())
+            return delivery;
+    return nullptr;
+}
+
+void RpaContentDelivery::Fill(RpaAppData* app)
 {
     app->SetOrigin(d->origin);
     d->filled.append(app);

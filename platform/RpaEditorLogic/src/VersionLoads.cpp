@@ -138,6 +138,8 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
     if (--context->loads[id] == 0)
         context->loads.remove(id);
     const RpaContentOrigin loaded{id, revision, QString()};
-    const RpaContentSource source(restored ? restored->origin : loaded, restored.has_value());
+    const RpaContentDelivery delivery(response->GetAppData(), restored ? restored->origin : loaded,
+                                      restored.has_value());
+    response->SetAppData(delivery.GetContent());
     context->Notify(NotifyGetDevSnapshotData, ticket, request, response, failure);
 }

@@ -25,6 +25,9 @@ class ContentOriginTest : public QObject
 private slots:
     void takesTheOriginOfWhoeverDeliversIt();
     void hasNoOriginByItself();
+    void keepsTwoDeliveriesUnderWayApart_data();
+    void keepsTwoDeliveriesUnderWayApart();
+    void takesNoOriginWithOtherContent();
     void marksUnsavedContentOnceItIsDelivered();
     void startsWithRestoredWorkOnce();
     void readsWhatAReferenceRefersTo();
@@ -37,10 +40,10 @@ private slots:
 void ContentOriginTest::takesTheOriginOfWhoeverDeliversIt()
 {
     RpaAppData app;
-    {
-        const RpaContentSource source({QStringLiteral("version-1"), 3, QStringLiteral("a.draft")});
-        QVERIFY(app.Parse(Content(QStringLiteral("x"))));
-    }
+    const RpaContentDelivery delivery(Content(QStringLiteral("x")),
+                                      {QStringLiteral("version-1"), 3, QStringLiteral("a.draft")});
+
+    QVERIFY(app.Parse(delivery.GetContent()));
 
     QCOMPARE(app.GetOrigin().versionId, QStringLiteral("version-1"));
     QCOMPARE(app.GetOrigin().baseRevision, 3);
@@ -58,17 +61,67 @@ void ContentOriginTest::hasNoOriginByItself()
     QCOMPARE(app.GetOrigin().baseRevision, 0);
 }
 
+void ContentOriginTest::keepsTwoDeliveriesUnderWayApart_data()
+{
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("second");
+    const QByteArray same = Content(QStringLiteral("x"));
+    QTest::newRow("of different content") << same << Content(QStringLiteral("y"));
+    QTest::newRow("of the same bytes") << same << same;
+}
+
+void ContentOriginTest::keepsTwoDeliveriesUnderWayApart()
+{
+    // given a version that is delivered while restored work of another one is
+    QFETCH(const QByteArray, first);
+    QFETCH(const QByteArray, second);
+    RpaAppData restored;
+    RpaAppData loaded;
+    {
+        const RpaContentDelivery outer(first, {QStringLiteral("version-1"), 3, QStringLiteral("a.draft")},
+                                       true);
+        const RpaContentDelivery inner(second, {QStringLiteral("version-2"), 7, QString()});
+
+        // when observers read them in any order
+        QVERIFY(loaded.Parse(inner.GetContent()));
+        QVERIFY(restored.Parse(outer.GetContent()));
+    }
+
+    QCOMPARE(restored.GetOrigin().versionId, QStringLiteral("version-1"));
+    QCOMPARE(restored.GetOrigin().baseRevision, 3);
+    QCOMPARE(restored.GetOrigin().draftName, QStringLiteral("a.draft"));
+    QVERIFY(restored.GetModified());
+    QCOMPARE(loaded.GetOrigin().versionId, QStringLiteral("version-2"));
+    QCOMPARE(loaded.GetOrigin().baseRevision, 7);
+    QVERIFY(!loaded.GetModified());
+}
+
+// Such as a template that is tried while an observer of the delivery asks the author something.
+void ContentOriginTest::takesNoOriginWithOtherContent()
+{
+    RpaAppData app;
+    {
+        const RpaContentDelivery delivery(Content(QStringLiteral("x")),
+                                          {QStringLiteral("version-1"), 3, QString()}, true);
+        QVERIFY(app.Parse(Content(QStringLiteral("x"))));
+    }
+
+    QVERIFY(app.GetOrigin().versionId.isEmpty());
+    QVERIFY(!app.GetModified());
+}
+
 void ContentOriginTest::marksUnsavedContentOnceItIsDelivered()
 {
     // given an observer that clears the mark of what it parsed, as editors do, and one that is gone by then
     RpaAppData app;
     QSignalSpy edited(&app, &RpaAppData::SigEdited);
     {
-        const RpaContentSource source({QStringLiteral("version-1"), 3, QString()}, true);
-        QVERIFY(app.Parse(Content(QStringLiteral("x"))));
+        const RpaContentDelivery delivery(Content(QStringLiteral("x")),
+                                          {QStringLiteral("version-1"), 3, QString()}, true);
+        QVERIFY(app.Parse(delivery.GetContent()));
         app.SetModified(false);
         RpaAppData gone;
-        QVERIFY(gone.Parse(Content(QStringLiteral("y"))));
+        QVERIFY(gone.Parse(delivery.GetContent()));
     }
 
     QVERIFY(app.GetModified());
@@ -107,12 +160,13 @@ void ContentOriginTest::startsAnewWhenRestoredWorkCannotBeRead()
 
 void ContentOriginTest::leavesRestoredWorkAloneWhileContentIsLoaded()
 {
+    const QByteArray loaded = Content(QStringLiteral("loaded"));
     RpaStartContent::Set(Content(QStringLiteral("restored")), {});
     RpaAppData app;
     {
-        const RpaContentSource source({QStringLiteral("version-1"), 3, QString()});
+        const RpaContentDelivery delivery(loaded, {QStringLiteral("version-1"), 3, QString()});
         app.InitDefault();
-        QVERIFY(app.Parse(Content(QStringLiteral("loaded"))));
+        QVERIFY(app.Parse(delivery.GetContent()));
     }
 
     QCOMPARE(app.GetAppExtendInfo()->GetManual(), QStringLiteral("loaded"));

@@ -33,9 +33,9 @@ RpaAppDataPtr DraftJournalFixture::Loaded(const QString& version, int revision)
     RpaAppData content;
     content.InitDefault();
     content.GetAppExtendInfo()->SetAppId(appId);
-    const RpaContentSource source({version, revision, QString()});
+    const RpaContentDelivery delivery(content.ToJson(), {version, revision, QString()});
     auto app = RpaAppDataPtr::create();
-    app->Parse(content.ToJson());
+    app->Parse(delivery.GetContent());
     return app;
 }
 

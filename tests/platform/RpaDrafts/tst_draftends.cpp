@@ -206,9 +206,10 @@ void DraftEndTest::goesOnInTheDraftThatWasRestored()
 
     // when it is restored, edited and given up
     {
-        const RpaContentSource source({draft.versionId, draft.baseRevision, draft.name}, true);
+        const RpaContentDelivery delivery(draft.content, {draft.versionId, draft.baseRevision, draft.name},
+                                          true);
         app = RpaAppDataPtr::create();
-        QVERIFY(app->Parse(draft.content));
+        QVERIFY(app->Parse(delivery.GetContent()));
     }
     QVERIFY(app->GetModified());
     Edit(*app, QStringLiteral("b"));

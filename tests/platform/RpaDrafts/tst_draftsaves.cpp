@@ -100,8 +100,8 @@ void DraftSaveTest::forgetsUnansweredSavesWhenOtherContentIsLoaded()
     QTRY_VERIFY(!written.isEmpty());
 
     {
-        const RpaContentSource source({QStringLiteral("version-2"), 7, QString()});
-        QVERIFY(app->Parse(sent));
+        const RpaContentDelivery delivery(sent, {QStringLiteral("version-2"), 7, QString()});
+        QVERIFY(app->Parse(delivery.GetContent()));
     }
     Edit(*app, QStringLiteral("b"));
     journal->Close();

@@ -53,7 +53,7 @@ public:
     bool GetModified() const;
     void SetModified(bool modified);
 
-    // What the content is based on; Parse() takes it from the RpaContentSource that is alive, if any.
+    // What the content is based on; Parse() takes it from the RpaContentDelivery that the content is of, if any.
     RpaContentOrigin GetOrigin() const;
     void SetOrigin(const RpaContentOrigin& origin);
 

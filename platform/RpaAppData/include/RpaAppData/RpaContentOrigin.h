@@ -22,22 +22,27 @@ struct RpaContentOrigin
     QByteArrayList inDoubt = {};
 };
 
-// While it lives, app data that Parse() fills come from here: whoever delivers loaded content to observers
-// holds one meanwhile, because observers make their app data themselves. The innermost counts. GUI thread
-// only.
-class RPAAPPDATA_EXPORT RpaContentSource
+// Loaded content on its way to observers, which make their app data themselves: whoever delivers it holds one
+// until all have heard. An app data knows the content when it is given to its Parse(), among whatever else is
+// delivered or parsed meanwhile, as long as it is passed on and not copied byte by byte. GUI thread only.
+class RPAAPPDATA_EXPORT RpaContentDelivery
 {
 public:
     // isUnsaved: the content is work that no version holds; what was filled with it is marked as modified
     // when this object goes.
-    explicit RpaContentSource(const RpaContentOrigin& origin, bool isUnsaved = false);
-    ~RpaContentSource();
-    RpaContentSource(const RpaContentSource&) = delete;
-    RpaContentSource& operator=(const RpaContentSource&) = delete;
+    RpaContentDelivery(const QByteArray& json, const RpaContentOrigin& origin, bool isUnsaved = false);
+    ~RpaContentDelivery();
+    RpaContentDelivery(const RpaContentDelivery&) = delete;
+    RpaContentDelivery& operator=(const RpaContentDelivery&) = delete;
+
+    // What is to be handed out: the json.
+    QByteArray GetContent() const;
 
 private:
     friend class RpaAppData;
-    static RpaContentSource* Current();
+    static bool IsAnyUnderWay();
+    // Null: the content is of no delivery that is under way.
+    static RpaContentDelivery* Find(const QByteArray& content);
     void Fill(RpaAppData* app);
 
     class Private;
@@ -45,7 +50,7 @@ private:
 };
 
 // What the next InitDefault() fills in instead of the content of a new app, once: unsaved work of an app that
-// has no version which could be opened. Not while a RpaContentSource lives, as loaded content follows then.
+// has no version which could be opened. Not while a RpaContentDelivery lives, as loaded content follows then.
 // GUI thread only.
 namespace RpaStartContent
 {
