@@ -21,6 +21,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <utility>
 
 class RpaAppData::Private
 {
@@ -63,6 +64,7 @@ public:
     RpaContentOrigin origin;
     RpaContentDelivery* delivery = nullptr; // of the content that is being parsed
     bool modified = false;
+    bool isBeingSaved = false; // checked for it, and the mark is still to come off
 
     // Members written by a newer client.
     QByteArray unknown;
@@ -165,6 +167,7 @@ void RpaAppData::SetVersion(const QString& version)
 
 void RpaAppData::CheckPackageInfo()
 {
+    d->isBeingSaved = true;
     RpaPackageInfo needed;
     d->processData.GetPackageInfo(needed);
 
@@ -190,16 +193,33 @@ bool RpaAppData::GetModified() const
 
 void RpaAppData::SetModified(bool modified)
 {
-    const bool changed = modified != d->modified;
-    d->modified = modified;
-    if (changed)
-        emit SigModifiedChanged(modified);
+    RpaAppDataNotify* const notify = RpaAppDataNotify::Instance();
+    const bool wasModified = d->modified;
+    SetMark(modified);
     if (modified) {
         emit SigEdited();
-        emit RpaAppDataNotify::Instance()->SigEdited(this);
-    } else if (changed) {
-        emit RpaAppDataNotify::Instance()->SigMarkCleared(this);
+        emit notify->SigEdited(this);
+        return;
     }
+    const bool isSave = std::exchange(d->isBeingSaved, false);
+    if (wasModified && isSave)
+        emit notify->SigSaving(this);
+    else if (wasModified)
+        emit notify->SigGivenUp(this);
+}
+
+void RpaAppData::SetMark(bool modified)
+{
+    if (modified == d->modified)
+        return;
+    d->modified = modified;
+    emit SigModifiedChanged(modified);
+}
+
+void RpaAppData::TakeBack()
+{
+    emit RpaAppDataNotify::Instance()->SigTakenBack(this);
+    SetMark(false);
 }
 
 RpaContentOrigin RpaAppData::GetOrigin() const

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <RpaAppData/RpaAppData.h>
-#include <RpaAppData/RpaAppDataNotify.h>
 #include <RpaAppData/RpaSavedState.h>
 
 #include <QScopedValueRollback>
@@ -48,9 +47,8 @@ void RpaSavedState::TakenBack(QObject* place)
 {
     if (!edited.remove(place) || !edited.isEmpty() || hasOtherEdits || !app->GetModified())
         return;
-    emit RpaAppDataNotify::Instance()->SigTakenBack(app);
     const QScopedValueRollback<bool> guard(isOwn, true);
-    app->SetModified(false);
+    app->TakeBack();
 }
 
 // With the place go the steps that could have taken its edits back.

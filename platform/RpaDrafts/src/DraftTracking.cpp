@@ -24,7 +24,8 @@ RpaDraftJournal::Private::Private(RpaDraftJournal* journal) : q(journal)
     connect(&timer, &QTimer::timeout, this, &Private::WriteDue);
     const RpaAppDataNotify* notify = RpaAppDataNotify::Instance();
     connect(notify, &RpaAppDataNotify::SigEdited, this, &Private::Edited);
-    connect(notify, &RpaAppDataNotify::SigMarkCleared, this, &Private::MarkCleared);
+    connect(notify, &RpaAppDataNotify::SigSaving, this, &Private::Saving);
+    connect(notify, &RpaAppDataNotify::SigGivenUp, this, &Private::GiveUp);
     connect(notify, &RpaAppDataNotify::SigTakenBack, this, &Private::TakenBack);
     connect(notify, &RpaAppDataNotify::SigGoing, this, &Private::Going);
     // An app data that was never edited may be saved into another version.
@@ -71,7 +72,7 @@ void RpaDraftJournal::Private::Edited(RpaAppData* app)
     isWaitingForDisk = false;
 }
 
-void RpaDraftJournal::Private::MarkCleared(RpaAppData* app)
+void RpaDraftJournal::Private::Saving(RpaAppData* app)
 {
     if (!IsWatched(app) || !tracks.value(app).isUnsaved)
         return;
@@ -93,18 +94,22 @@ void RpaDraftJournal::Private::MarkCleared(RpaAppData* app)
 // server may not have it.
 void RpaDraftJournal::Private::TakenBack(RpaAppData* app)
 {
-    const auto track = tracks.find(app);
-    if (!IsWatched(app) || track == tracks.end() || track->isSending || !track->inDoubt.isEmpty())
-        return;
-    DropDraft(*track);
+    const DraftTrack track = tracks.value(app);
+    if (track.isSending || !track.inDoubt.isEmpty())
+        Saving(app);
+    else
+        GiveUp(app);
 }
 
-void RpaDraftJournal::Private::DropDraft(DraftTrack& track)
+void RpaDraftJournal::Private::GiveUp(RpaAppData* app)
 {
-    track.isDue = false;
-    track.isUnsaved = false;
-    writer->Drop(track.id);
-    Forget(std::exchange(track.draftName, QString()));
+    const auto track = tracks.find(app);
+    if (!IsWatched(app) || track == tracks.end())
+        return;
+    track->isDue = false;
+    track->isUnsaved = false;
+    writer->Drop(track->id);
+    Forget(std::exchange(track->draftName, QString()));
 }
 
 void RpaDraftJournal::Private::Going(RpaAppData* app)

@@ -97,11 +97,15 @@ void RpaDraftJournal::Close()
     d->appId.clear();
 }
 
+const RpaAppData* RpaDraftJournal::GetLastEdited() const
+{
+    return d->lastEdited;
+}
+
 void RpaDraftJournal::GiveUp()
 {
-    if (!d->lastEdited)
-        return;
-    d->DropDraft(d->TrackOf(d->lastEdited));
+    if (d->lastEdited)
+        d->GiveUp(d->lastEdited);
 }
 
 void RpaDraftJournal::Confirm(const QString& appId, const QString& versionId, int revision,

@@ -38,9 +38,9 @@ public:
     explicit Private(RpaDraftJournal* journal);
 
     void Edited(RpaAppData* app);
-    void MarkCleared(RpaAppData* app);
+    void Saving(RpaAppData* app);
     void TakenBack(RpaAppData* app);
-    void DropDraft(DraftTrack& track);
+    void GiveUp(RpaAppData* app);
     void Going(RpaAppData* app);
     void WriteDue();
     void Write(RpaAppData* app, bool isSent);

@@ -180,7 +180,8 @@ void ContentOriginTest::tellsOfEveryAppData()
     const RpaAppDataNotify* notify = RpaAppDataNotify::Instance();
     QSignalSpy replaced(notify, &RpaAppDataNotify::SigReplaced);
     QSignalSpy edited(notify, &RpaAppDataNotify::SigEdited);
-    QSignalSpy cleared(notify, &RpaAppDataNotify::SigMarkCleared);
+    QSignalSpy saving(notify, &RpaAppDataNotify::SigSaving);
+    QSignalSpy givenUp(notify, &RpaAppDataNotify::SigGivenUp);
     QSignalSpy going(notify, &RpaAppDataNotify::SigGoing);
     {
         RpaAppData app;
@@ -189,11 +190,17 @@ void ContentOriginTest::tellsOfEveryAppData()
         app.SetModified(true);
         app.SetModified(false);
         app.SetModified(false);
+        app.CheckPackageInfo();
+        app.SetModified(false); // a save of nothing new
+        app.SetModified(true);
+        app.CheckPackageInfo();
+        app.SetModified(false);
     }
 
     QCOMPARE(replaced.size(), 1);
-    QCOMPARE(edited.size(), 2);
-    QCOMPARE(cleared.size(), 1);
+    QCOMPARE(edited.size(), 3);
+    QCOMPARE(givenUp.size(), 1);
+    QCOMPARE(saving.size(), 1);
     QCOMPARE(going.size(), 1);
 }
 

@@ -45,6 +45,14 @@ void DraftJournalFixture::Edit(RpaAppData& app, const QString& text)
     app.SetModified(true);
 }
 
+QByteArray DraftJournalFixture::Send(RpaAppData& app)
+{
+    app.CheckPackageInfo();
+    app.SetModified(false);
+    app.SetVersion(QStringLiteral("1.0.0"));
+    return app.ToJson();
+}
+
 QByteArray DraftJournalFixture::Sha256(const QByteArray& bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();

@@ -23,6 +23,8 @@ protected:
     // As an editor makes it: loaded content of a version.
     static RpaAppDataPtr Loaded(const QString& version = versionId, int revision = 3);
     static void Edit(RpaAppData& app, const QString& text);
+    // As a save does: the packages are checked, the mark goes, then the content is marked and sent. What was sent.
+    static QByteArray Send(RpaAppData& app);
     static QByteArray Sha256(const QByteArray& bytes);
 
     QStringList Names() const;

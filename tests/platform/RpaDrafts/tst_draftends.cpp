@@ -7,17 +7,6 @@
 
 #include <QtTest>
 
-namespace
-{
-// As a save does: the mark goes first, then the content is marked and sent. What was sent.
-QByteArray Send(RpaAppData& app)
-{
-    app.SetModified(false);
-    app.SetVersion(QStringLiteral("1.0.0"));
-    return app.ToJson();
-}
-} // namespace
-
 class DraftEndTest : public DraftJournalFixture
 {
     Q_OBJECT
@@ -30,7 +19,10 @@ private slots:
     void movesToTheVersionThatASaveMade();
     void movesToTheVersionThatAnUneditedAppWasSavedInto();
     void removesTheDraftOfASaveConfirmedAfterTheEditorWent();
+    void forgetsWhatTheAuthorGaveUp_data();
     void forgetsWhatTheAuthorGaveUp();
+    void forgetsWhatIsGivenUpRightBeforeItGoes();
+    void keepsTheDraftOfASaveThatSentNothing();
     void keepsWhatIsTypedAfterGivingUp();
     void goesOnInTheDraftThatWasRestored();
     void forgetsWhatTheAuthorTookBack();
@@ -159,26 +151,67 @@ void DraftEndTest::removesTheDraftOfASaveConfirmedAfterTheEditorWent()
     QVERIFY(Names().isEmpty());
 }
 
+void DraftEndTest::forgetsWhatTheAuthorGaveUp_data()
+{
+    QTest::addColumn<bool>("isByMark");
+
+    QTest::newRow("by taking the mark off") << true;
+    QTest::newRow("by leaving it") << false;
+}
+
 void DraftEndTest::forgetsWhatTheAuthorGaveUp()
 {
     // given work that is on the disk, work under way, and work that waits
+    QFETCH(const bool, isByMark);
     const RpaAppDataPtr app = Loaded();
     Edit(*app, QStringLiteral("a"));
     QTRY_COMPARE(Names().size(), 1);
     Edit(*app, QStringLiteral("b"));
-    app->SetModified(false);
+    Send(*app);
     QCoreApplication::sendPostedEvents();
     Edit(*app, QStringLiteral("c"));
+    QCOMPARE(journal->GetLastEdited(), app.data());
 
     // when
-    journal->GiveUp();
-    app->SetModified(false);
+    if (isByMark)
+        app->SetModified(false);
+    else
+        journal->GiveUp();
     QCoreApplication::sendPostedEvents();
     journal->Close();
     journal->Finish();
 
     // then
     QVERIFY(Names().isEmpty());
+}
+
+void DraftEndTest::forgetsWhatIsGivenUpRightBeforeItGoes()
+{
+    RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+    QTRY_COMPARE(Names().size(), 1);
+    Edit(*app, QStringLiteral("b"));
+
+    app->SetModified(false);
+    app.reset();
+    journal->Finish();
+
+    QVERIFY(Names().isEmpty());
+    QVERIFY(!journal->GetLastEdited());
+}
+
+// Such as one into a version that nobody knows any more.
+void DraftEndTest::keepsTheDraftOfASaveThatSentNothing()
+{
+    const RpaAppDataPtr app = Loaded();
+    Edit(*app, QStringLiteral("a"));
+
+    app->CheckPackageInfo();
+    app->SetModified(false);
+    QCoreApplication::sendPostedEvents();
+    journal->Close();
+
+    QCOMPARE(Only().content, app->ToJson());
 }
 
 void DraftEndTest::keepsWhatIsTypedAfterGivingUp()

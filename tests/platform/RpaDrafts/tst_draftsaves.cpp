@@ -5,17 +5,6 @@
 
 #include <QtTest>
 
-namespace
-{
-// As a save does: the mark goes first, then the content is marked and sent. What was sent.
-QByteArray Send(RpaAppData& app)
-{
-    app.SetModified(false);
-    app.SetVersion(QStringLiteral("1.0.0"));
-    return app.ToJson();
-}
-} // namespace
-
 class DraftSaveTest : public DraftJournalFixture
 {
     Q_OBJECT

@@ -46,10 +46,11 @@ public:
     QString GetVersion() const;
     void SetVersion(const QString& version);
 
-    // Brings the package list in line with what the process uses, before the app is saved.
+    // Brings the package list in line with what the process uses, right before SetModified(false) for a save.
     void CheckPackageInfo();
 
-    // The mark of unsaved work. SetModified(true) counts as one edit even when the mark was set already.
+    // The mark of unsaved work. SetModified(true) counts as one edit even when the mark was set already;
+    // SetModified(false) for no save gives the work up.
     bool GetModified() const;
     void SetModified(bool modified);
 
@@ -78,7 +79,10 @@ signals:
     void SigReplaced();
 
 private:
+    friend class RpaSavedState;
     void FillInDefault();
+    void SetMark(bool modified);
+    void TakeBack();
 
     class Private;
     const std::unique_ptr<Private> d;

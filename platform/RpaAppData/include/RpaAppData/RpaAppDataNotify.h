@@ -20,8 +20,10 @@ public:
 signals:
     // SetModified(true): one edit.
     void SigEdited(RpaAppData* app);
-    // The mark of unsaved work was set before and is not any more: a save goes out, or the work was given up.
-    void SigMarkCleared(RpaAppData* app);
+    // A save goes out: the package list was checked, and the mark of unsaved work, which was set, came off.
+    void SigSaving(RpaAppData* app);
+    // The mark came off without any of that: the author does not want the work saved.
+    void SigGivenUp(RpaAppData* app);
     // The author took back all edits since the mark was off last; the mark comes off next.
     void SigTakenBack(RpaAppData* app);
     // Parse() or InitDefault() replaced the content.

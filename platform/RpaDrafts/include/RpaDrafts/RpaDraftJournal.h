@@ -13,13 +13,16 @@
 #include <functional>
 #include <memory>
 
+class RpaAppData;
+
 // Keeps unsaved work on the disk, so that it outlives a crash. While an app is open, every edit of its app
 // data reaches a draft file within a second; edits in between are written together. The draft goes when the
-// server has confirmed exactly its content, or when the author gave the work up, and never otherwise.
+// server has confirmed exactly its content, or when the author gave the work up (RpaAppDataNotify::SigGivenUp,
+// GiveUp()), and never otherwise.
 //
 //     journal.Start(folder, &problem);
 //     journal.Open(account, appId);    // before the editor loads the app
-//     …                                // Confirm() for each confirmed save, GiveUp() for "do not save"
+//     …                                // Confirm() for each confirmed save
 //     journal.Close();                 // after the editor went
 //
 // Hashing and the disk are on a thread of its own; the GUI thread only writes the app data as JSON (about
@@ -64,7 +67,9 @@ public:
     void Open(const QString& account, const QString& appId);
     // Work that is not written yet is written.
     void Close();
-    // The author gives up what was edited last; later edits are kept again.
+    // What was edited last; null when it is gone.
+    const RpaAppData* GetLastEdited() const;
+    // The author gives that up without the app data being told; later edits are kept again.
     void GiveUp();
     // The server has this content durably as this revision of the version.
     void Confirm(const QString& appId, const QString& versionId, int revision, const QByteArray& sha256);
