@@ -5,6 +5,8 @@
 #include <OxHttp/HttpNotifyManager.h>
 #include <RpaEditorLogic/RpaNotifyId.h>
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <utility>
 
@@ -78,7 +80,7 @@ bool AppAudience::IsForEditor(const Ticket& ticket, bool isSave, quint64 editor)
 
 void AppAudience::Notify(const Ticket& ticket, bool isSave, int notifyId,
                          const QSharedPointer<IHttpRequest>& request,
-                         const QSharedPointer<IHttpResponse>& response) const
+                         const QSharedPointer<IHttpResponse>& response)
 {
     const auto isFor = [&](quint64 party) {
         const QVector<quint64> editors = Editors();
@@ -89,6 +91,7 @@ void AppAudience::Notify(const Ticket& ticket, bool isSave, int notifyId,
         });
         return party <= ticket.newest || hasEditor || ticket.editors.isEmpty();
     };
+    const QScopedValueRollback<bool> guard(isNotifying, true);
     HttpNotifyManager::Instance()->Notify(notifyId, request, response, isFor);
 }
 

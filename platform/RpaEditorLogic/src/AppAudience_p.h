@@ -42,7 +42,9 @@ public:
 
     // Hands the answer out to those whom it is for.
     void Notify(const Ticket& ticket, bool isSave, int notifyId, const QSharedPointer<IHttpRequest>& request,
-                const QSharedPointer<IHttpResponse>& response) const;
+                const QSharedPointer<IHttpResponse>& response);
+    // An answer is being handed out: what is asked for now follows from it.
+    bool IsNotifying() const { return isNotifying; }
     // The editor that asked is gone, or its dialog; so nobody tells the author how it went.
     static bool IsLeft(const Ticket& ticket, bool byDialog, int notifyId);
 
@@ -52,4 +54,5 @@ private:
 
     QHash<quint64, QStringList> appsByEditor; // the present one first
     QString lastOpened;
+    bool isNotifying = false;
 };

@@ -3,6 +3,7 @@
 #include "VersionLoads_p.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
 #include <RpaServiceClient/versions/GetVersionDataRequest.h>
 #include <RpaServiceClient/versions/ListVersionsRequest.h>
@@ -81,6 +82,8 @@ QString VersionLoads::ListFailure(const Order& order, quint64 sent, const WbHttp
 void VersionLoads::Data(const QSharedPointer<GetDevSnapshotDataRequest>& request)
 {
     const QString id = request->GetSnapshotId();
+    if (!context->audience.IsNotifying() && context->loads.isEmpty())
+        emit RpaEditorNotify::Instance()->SigVersionPicked(id);
     SetSpacing();
     ++context->loads[id];
     const AppAudience::Ticket ticket = context->TicketFor(QString(), id);

@@ -18,6 +18,10 @@ public:
 signals:
     // A version was released: publishType 1 gray, 2 online; needTip as the server answered it.
     void SigPublishFinished(const QString& appId, int publishType, bool needTip);
+    // The author picked a version and it is about to be loaded; unsaved work on the one that is open was saved
+    // before, given up, or dropped because that one is released. Not for a load that an answer led to, nor while
+    // another one is under way.
+    void SigVersionPicked(const QString& versionId);
 
 private:
     RpaEditorNotify() = default;
