@@ -29,7 +29,6 @@ void Workstation::ConnectDrafts()
     connect(&settings, &WorkstationSettings::SigDateLanguageChanged, drafts.get(),
             &DraftController::SetDateLanguage);
     connect(drafts.get(), &DraftController::SigReady, this, &Workstation::PrepareEditor);
-    connect(editorPage, &EditorPage::SigGivenUp, drafts.get(), &DraftController::GiveUp);
     leftWork = std::make_unique<LeftWork>([this](const QString& appId) { return drafts->Keeps(appId); });
     connect(editorPage, &EditorPage::SigLeft, leftWork.get(), &LeftWork::Leave);
     connect(editorPage, &EditorPage::SigClosed, drafts.get(), &DraftController::Close);

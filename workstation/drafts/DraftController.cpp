@@ -7,6 +7,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/SaveLedger.h>
@@ -32,8 +33,8 @@ void TellTooLarge(const QString& what)
 }
 } // namespace
 
-DraftController::DraftController(SaveLedger* ledger, QWidget* mainWindow)
-    : client(std::make_unique<VersionServiceClient>()), window(mainWindow)
+DraftController::DraftController(SaveLedger* saves, QWidget* mainWindow)
+    : ledger(saves), client(std::make_unique<VersionServiceClient>()), window(mainWindow)
 {
     journal.SetBaseQuery([](const QString& versionId) {
         return RpaEditorLogic::Instance()->GetDevSnapshotManager()->GetBaseRevision(versionId);
@@ -41,6 +42,8 @@ DraftController::DraftController(SaveLedger* ledger, QWidget* mainWindow)
     connect(&journal, &RpaDraftJournal::SigFailed, this, &TellFailure);
     connect(&journal, &RpaDraftJournal::SigTooLarge, this, &TellTooLarge);
     connect(ledger, &SaveLedger::SigSaveConfirmed, &journal, &RpaDraftJournal::Confirm);
+    connect(RpaEditorNotify::Instance(), &RpaEditorNotify::SigVersionPicked, this,
+            &DraftController::LeaveVersion);
 }
 
 DraftController::~DraftController() = default;
@@ -150,6 +153,20 @@ bool DraftController::Keeps(const QString& appId)
 bool DraftController::RestoresStart()
 {
     return RpaStartContent::IsSet();
+}
+
+// The editor asks before it leaves unsaved work for another version, and leaves it marked when it is not to be
+// saved. It does not ask about work on a released version. And it leaves the mark, too, when the answer was to
+// save and a save is under way already.
+void DraftController::LeaveVersion()
+{
+    const RpaAppData* const app = journal.GetLastEdited();
+    if (!app || !app->GetModified() || ledger->HasSavesInFlight())
+        return;
+    const RpaAppSnapshotPtr version =
+        RpaEditorLogic::Instance()->GetDevSnapshotManager()->GetSnapshot(app->GetOrigin().versionId);
+    if (!version || version->GetState() == AppSnapshotDevelop)
+        journal.GiveUp();
 }
 
 void DraftController::Open(const AppRecord& app)

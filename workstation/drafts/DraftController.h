@@ -39,9 +39,6 @@ public:
     void Open(const AppRecord& app);
     void Close();
 
-    // The author answered that the changes in the editor are not to be saved.
-    void GiveUp() { journal.GiveUp(); }
-
     // Whether unsaved work of the app is on the disk; waits until what is due is there.
     bool Keeps(const QString& appId);
 
@@ -58,7 +55,9 @@ private:
     bool CanOpen(const RpaDraft& draft);
     static void Restore(const RpaDraft& draft, const DraftPlan& plan);
     void Ready(const AppRecord& app);
+    void LeaveVersion();
 
+    SaveLedger* const ledger;
     RpaDraftJournal journal;
     const std::unique_ptr<VersionServiceClient> client;
     QWidget* const window;

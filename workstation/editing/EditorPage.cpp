@@ -11,7 +11,6 @@
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RobotExecuteInfo.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
-#include <WbBaseUI/PackagedMsgBoxNotify.h>
 #include <WbBaseUI/WbIconButtonWidget.h>
 
 #include <QStackedWidget>
@@ -41,8 +40,6 @@ EditorPage::EditorPage(QWidget* parent)
     layout->setSpacing(0);
     layout->addWidget(results);
     new ReleaseReview(this);
-    connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, this,
-            &EditorPage::SlotAnswered);
 }
 
 EditorPage::~EditorPage() = default;
@@ -101,12 +98,4 @@ void EditorPage::Discard()
     const AppRecord left = std::exchange(app, AppRecord());
     emit SigLeft(left);
     emit SigClosed();
-}
-
-// Saving, not saving and staying are what an editor offers before it lets go of changes, and nowhere else.
-void EditorPage::SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer)
-{
-    const auto choices = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    if (editor && parent == editor && buttons == choices && answer == QMessageBox::No)
-        emit SigGivenUp();
 }

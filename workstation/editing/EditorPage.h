@@ -6,8 +6,6 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-#include <QMessageBox>
-
 class QVBoxLayout;
 class ResultsBar;
 class RpaAppEditorWidget;
@@ -38,15 +36,12 @@ public:
 signals:
     // A fresh editor stands here, before anything is loaded into it.
     void SigOpened(QWidget* editor);
-    // The author answered the editor that the changes are not to be saved.
-    void SigGivenUp();
     // The editor is gone. What it asked for may still be under way.
     void SigLeft(const AppRecord& app);
     void SigClosed();
 
 private:
     void SlotDemanded();
-    void SlotAnswered(QWidget* parent, QMessageBox::StandardButtons buttons, int answer);
 
     QVBoxLayout* layout;
     ResultsBar* const results;

@@ -4,7 +4,6 @@
 #include "TestApp.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
-#include <WbBaseUI/PackagedMsgBoxNotify.h>
 
 #include <QLabel>
 #include <QLineEdit>
@@ -47,8 +46,6 @@ private slots:
     void letsTheTextBeSelectedOnRequest();
     void staysOnTheScreenWithAnyText_data();
     void staysOnTheScreenWithAnyText();
-    void tellsWhoWasAskedAndWhatWasAnswered();
-    void namesNobodyWhoIsGone();
 };
 
 void TestMessageBox::returnsThePressedButton_data()
@@ -307,49 +304,6 @@ void TestMessageBox::staysOnTheScreenWithAnyText()
     QVERIFY(!place.isEmpty());
     QVERIFY(QGuiApplication::primaryScreen()->availableGeometry().contains(place));
     QVERIFY2(place.width() < 640, qPrintable(QString::number(place.width())));
-}
-
-void TestMessageBox::tellsWhoWasAskedAndWhatWasAnswered()
-{
-    QWidget parent;
-    QWidget* asked = nullptr;
-    QMessageBox::StandardButtons offered;
-    int answered = 0;
-    connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, &parent,
-            [&](QWidget* who, QMessageBox::StandardButtons buttons, int answer) {
-                asked = who;
-                offered = buttons;
-                answered = answer;
-            });
-    ModalDriver modals;
-    modals.Then([](QWidget* box) { QVERIFY(ModalDriver::Press(box, QStringLiteral("否"))); });
-    const auto buttons = QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-
-    PackagedMsgBox::question(QStringLiteral("保存吗？"), &parent, buttons);
-
-    QCOMPARE(asked, &parent);
-    QCOMPARE(offered, buttons);
-    QCOMPARE(answered, int(QMessageBox::No));
-}
-
-void TestMessageBox::namesNobodyWhoIsGone()
-{
-    auto parent = std::make_unique<QWidget>();
-    int answered = 0;
-    QWidget* asked = parent.get();
-    const QObject context;
-    connect(PackagedMsgBoxNotify::Instance(), &PackagedMsgBoxNotify::SigAnswered, &context,
-            [&](QWidget* who, QMessageBox::StandardButtons, int answer) {
-                asked = who;
-                answered = answer;
-            });
-    ModalDriver modals;
-    modals.Then([&parent](QWidget*) { parent.reset(); });
-
-    PackagedMsgBox::question(QStringLiteral("保存吗？"), parent.get(), QMessageBox::Yes | QMessageBox::No);
-
-    QVERIFY(!asked);
-    QCOMPARE(answered, int(QMessageBox::Cancel));
 }
 
 RPA_TEST_MAIN(TestMessageBox)

@@ -3,7 +3,6 @@
 #include "MessageDialog_p.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
-#include <WbBaseUI/PackagedMsgBoxNotify.h>
 
 #include <QPointer>
 
@@ -42,7 +41,6 @@ private:
 int Ask(MessageDialog::Kind kind, const Request& request)
 {
     // The parent owns the dialog too, and may take it along while the box is open.
-    const QPointer<QWidget> parent = request.parent;
     QPointer<MessageDialog> box = new MessageDialog(kind, request.text, request.parent, request.modal);
     int answer = QMessageBox::Cancel;
     {
@@ -56,7 +54,6 @@ int Ask(MessageDialog::Kind kind, const Request& request)
             answer = box->GetAnswer();
     }
     delete box.data();
-    emit PackagedMsgBoxNotify::Instance()->SigAnswered(parent, request.buttons, answer);
     return answer;
 }
 } // namespace
