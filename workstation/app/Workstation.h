@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include "AppRecord.h"
 #include "WorkstationPaths.h"
 #include "WorkstationSettings.h"
 
@@ -12,34 +11,21 @@
 
 #include <memory>
 
-class AppBin;
-class AppListController;
-class AppListModel;
-class AppListPage;
+class Appearance;
+class AppsFlow;
 class CloseGuard;
-class DraftController;
-class EditorPage;
-class GuideWindow;
+class EditFlow;
+class HelpFlow;
 class Keyboard;
-class LeftWork;
 class MainWindow;
-class PackagePreparation;
-class ReleaseController;
-class ReleasedAppModel;
-class ReleasedListController;
-class ReleasedListPage;
-class RunPage;
-class SampleInstaller;
-class SavedTemplates;
+class PackageFlow;
+class ReleasedFlow;
 class Session;
-class SettingsPage;
-class SignInPage;
-class TemplateKeeper;
-class TipController;
-class TransferController;
-class VersionController;
+class SettingsFlow;
+class SignInFlow;
+class VersionFlow;
 
-// Puts the workstation together: the one place that knows how its parts are joined. Everybody else is given
+// Puts the workstation together: the one place that knows how its flows are joined. Everybody else is given
 // what they need and announces what happened.
 class Workstation : public QObject
 {
@@ -65,78 +51,26 @@ signals:
     void SigClosed();
 
 private:
-    void TellPlatform();
-    void ConnectTemplates();
-    void LookForTemplates();
-    void OfferTemplates();
-    void CreateParts();
-    void ConnectSession();
-    void ConnectPages();
-    void ConnectApps();
-    void ConnectServices();
-    void ConnectPackages();
-
-    void GoToServer();
-    void AskSignIn();
-    void ShowSettings();
-    void ShowPackages();
-    void TellWheelFolders();
-    void ConnectHelp();
-    void ShowGuide();
-    void ConnectVersions();
-    void ShowVersions();
-    void ConnectDrafts();
-    void PrepareEditor(const AppRecord& app);
-    void OpenEditor(const AppRecord& app);
-    void LeaveEditor();
-    void SwitchAccount(int embeddedAccount);
-    void UseServer(bool embedded, const QUrl& address);
-    void SignOut();
-    void ConnectReleased();
-    void ShowTab(int tab);
-    void CreateReleased();
-    void LeaveRun();
-    void ForgetReleased();
-    void ShowInvitations(const AppRecord& app);
-    void SlotPublished(const QString& appId, int publishType, bool tookEffect);
-    void ApplyTheme();
-    void ApplySuperAdmin();
-    void ShowAccounts();
-    void InstallSamples();
+    static void PreparePlatform();
+    void CreateFlows();
+    void JoinFlows();
+    void ConnectClosing();
+    void End();
 
     const WorkstationPaths paths;
     FileLock lock;
     WorkstationSettings settings;
-    const bool systemIsDark;
+    std::unique_ptr<Appearance> appearance;
     std::unique_ptr<Session> session;
-    std::unique_ptr<AppListModel> apps;
-    std::unique_ptr<ReleasedAppModel> onlineApps;
-    std::unique_ptr<ReleasedAppModel> grayApps;
-    std::unique_ptr<MainWindow> window; // owns the pages
-    SignInPage* signInPage = nullptr;
-    AppListPage* listPage = nullptr;
-    ReleasedListPage* onlinePage = nullptr;
-    ReleasedListPage* grayPage = nullptr;
-    RunPage* runPage = nullptr;
-    QWidget* pageBeforeRun = nullptr;
-    EditorPage* editorPage = nullptr;
-    SettingsPage* settingsPage = nullptr;
-    QWidget* pageBeforeSettings = nullptr;
-    std::unique_ptr<AppListController> desk;
-    std::unique_ptr<AppBin> bin;
-    std::unique_ptr<TransferController> transfers;
-    std::unique_ptr<ReleasedListController> onlineController;
-    std::unique_ptr<ReleasedListController> grayController;
-    std::unique_ptr<ReleaseController> releases;
-    std::unique_ptr<VersionController> versions;
-    std::unique_ptr<SampleInstaller> samples;
-    std::unique_ptr<TemplateKeeper> templates;
-    std::unique_ptr<SavedTemplates> savedTemplates;
-    std::unique_ptr<CloseGuard> closeGuard;
-    std::unique_ptr<DraftController> drafts;
-    std::unique_ptr<LeftWork> leftWork;
-    std::unique_ptr<PackagePreparation> preparation;
+    std::unique_ptr<MainWindow> window; // owns the pages that the flows make
+    std::unique_ptr<SignInFlow> signIn;
+    std::unique_ptr<AppsFlow> apps;
+    std::unique_ptr<EditFlow> editing;
+    std::unique_ptr<ReleasedFlow> released;
+    std::unique_ptr<SettingsFlow> settingsFlow;
+    std::unique_ptr<PackageFlow> packages;
+    std::unique_ptr<VersionFlow> versions;
+    std::unique_ptr<HelpFlow> help;
     std::unique_ptr<Keyboard> keyboard;
-    std::unique_ptr<TipController> tips;
-    GuideWindow* guide = nullptr; // the window's
+    std::unique_ptr<CloseGuard> closeGuard;
 };

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
-// The guide, and what each page says first.
+#include "HelpFlow.h"
+
 #include "GuideWindow.h"
-#include "Keyboard.h"
 #include "MainWindow.h"
-#include "SettingsPage.h"
-#include "TipController.h"
-#include "Workstation.h"
 
 namespace
 {
@@ -36,17 +33,15 @@ Chapter ChapterOf(const QWidget& page)
 }
 } // namespace
 
-void Workstation::ConnectHelp()
+HelpFlow::HelpFlow(WorkstationSettings* settings, EditorPage* editor, MainWindow* mainWindow)
+    : window(mainWindow), tips(settings, mainWindow, editor)
 {
-    tips = std::make_unique<TipController>(&settings, window.get(), editorPage);
-    connect(keyboard.get(), &Keyboard::SigGuide, this, &Workstation::ShowGuide);
-    connect(settingsPage, &SettingsPage::SigGuide, this, &Workstation::ShowGuide);
 }
 
-void Workstation::ShowGuide()
+void HelpFlow::ShowGuide()
 {
     if (!guide)
-        guide = new GuideWindow(window.get());
+        guide = new GuideWindow(window);
     const Chapter chapter = ChapterOf(*window->CurrentPage());
     guide->Open(chapter.page, chapter.heading);
 }
