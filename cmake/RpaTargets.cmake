@@ -112,12 +112,14 @@ endfunction()
 
 # The parts of a program, compiled once and linked into the program and into its tests.
 #   rpa_add_program_parts(workstation_parts SOURCES ... LINK ...)
+# Forms are found in forms/.
 function(rpa_add_program_parts name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} OBJECT ${arg_SOURCES})
     _rpa_common(${name})
     _rpa_include_own_folders(${name} PUBLIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC ${arg_LINK})
+    set_target_properties(${name} PROPERTIES AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
 endfunction()
 
 # A program; WINDOWED when it opens windows and needs no console beside them. ICON is what Windows shows for it.
@@ -128,9 +130,7 @@ function(rpa_add_program name)
     _rpa_finish_for_windows(${name} ${arg_ICON})
     set_target_properties(${name} PROPERTIES WIN32_EXECUTABLE ${arg_WINDOWED})
     target_link_libraries(${name} PRIVATE ${arg_LINK})
-    set_target_properties(${name} PROPERTIES
-        INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}"
-        AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
+    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS ${name} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT program)
 endfunction()
 

@@ -6,14 +6,13 @@
 
 #include <QStringList>
 
-class QCheckBox;
-class QRadioButton;
-class QVBoxLayout;
-class WbComboBox;
-class WbLabel;
-class WbLineEdit;
-class WbPushButton;
+#include <memory>
+
 class WorkstationSettings;
+namespace Ui
+{
+class SettingsPage;
+}
 
 // Where the user chooses server, look, dates and, with the embedded server, the account; from another server
 // the user signs out here. A choice takes effect at once; only a server is confirmed first, because it ends
@@ -41,12 +40,6 @@ signals:
     void SigUseServer(bool embedded, const QUrl& address);
 
 private:
-    QWidget* CreateServerSection();
-    QWidget* CreateLookSection();
-    QWidget* CreateAccountSection();
-    QWidget* CreateAccountChoice();
-    QWidget* CreateSignedIn();
-    QWidget* CreateAboutSection();
     void Connect();
     void ShowServer();
     void SlotConfirmServer();
@@ -54,22 +47,5 @@ private:
     void ShowLook();
 
     WorkstationSettings* const settings;
-    QRadioButton* radioEmbedded = nullptr;
-    QRadioButton* radioRemote = nullptr;
-    WbLineEdit* editAddress = nullptr;
-    WbLabel* labelAddressProblem = nullptr;
-    WbPushButton* buttonUseServer = nullptr;
-    WbComboBox* comboTheme = nullptr;
-    WbComboBox* comboDates = nullptr;
-    WbLabel* labelDateSample = nullptr;
-    QWidget* accountSection = nullptr;
-    QWidget* accountChoice = nullptr; // of the embedded server
-    QWidget* signedIn = nullptr;      // to another one
-    WbLabel* labelSignedIn = nullptr;
-    WbComboBox* comboAccount = nullptr;
-    QCheckBox* checkSuperAdmin = nullptr;
-    WbPushButton* buttonSignOut = nullptr;
-    QCheckBox* checkTips = nullptr;
-    WbPushButton* buttonGuide = nullptr;
-    WbPushButton* buttonAbout = nullptr;
+    const std::unique_ptr<Ui::SettingsPage> ui;
 };

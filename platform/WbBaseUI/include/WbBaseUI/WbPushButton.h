@@ -12,7 +12,7 @@
 class WBBASEUI_EXPORT WbPushButton : public QPushButton
 {
     Q_OBJECT
-    Q_PROPERTY(int buttonType READ GetButtonType)
+    Q_PROPERTY(int buttonType READ GetButtonType WRITE SetButtonType)
     Q_PROPERTY(int business READ GetBusinessValue)
 
 public:
