@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <OxBase/IDpiAdapter.h>
 
@@ -39,6 +40,7 @@ private slots:
     void tellsAdaptersOnlyOfChanges();
     void forgetsAdaptersThatAreGone();
     void copesWithAnAdapterThatRemovesAnother();
+    void followsTheScaleAsLongAsTheOwnerLives();
 };
 
 void DpiToolTest::scalesLengths_data()
@@ -108,6 +110,21 @@ void DpiToolTest::copesWithAnAdapterThatRemovesAnother()
 
     QCOMPARE(first.calls, 1);
     QVERIFY(!second);
+}
+
+void DpiToolTest::followsTheScaleAsLongAsTheOwnerLives()
+{
+    int height = 0;
+    auto owner = std::make_unique<QObject>();
+    DpiFollower::Follow(owner.get(), [&height] { height = DpiTool::ScaleDefault(48); });
+    QCOMPARE(height, 48);
+
+    DpiTool::SetScale(1.5);
+    QCOMPARE(height, 72);
+    owner.reset();
+    DpiTool::SetScale(2.0);
+
+    QCOMPARE(height, 72);
 }
 
 QTEST_GUILESS_MAIN(DpiToolTest)
