@@ -17,7 +17,6 @@ WbHttpRequest ServiceRoute::Fetch(const QByteArray& path)
     WbHttpRequest request;
     request.url = QUrl::fromEncoded(base + "/api/v1" + path, QUrl::StrictMode);
     request.bearerToken = settings->GetToken();
-    request.allowPlainSecrets = settings->GetAllowPlainSecrets();
     request.caFile = settings->GetCaFile();
     request.limits = settings->GetLimits();
     request.expectation.json = true;

@@ -110,16 +110,6 @@ QByteArray VersionServiceSettings::GetToken() const
     return token;
 }
 
-void VersionServiceSettings::SetAllowPlainSecrets(bool allow)
-{
-    allowPlainSecrets = allow;
-}
-
-bool VersionServiceSettings::GetAllowPlainSecrets() const
-{
-    return allowPlainSecrets;
-}
-
 void VersionServiceSettings::SetCaFile(const QString& path)
 {
     caFile = path;

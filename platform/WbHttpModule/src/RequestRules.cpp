@@ -38,7 +38,7 @@ bool MaySend(const WbHttpRequest& request)
         return false;
     const bool hasSecret = request.hasSecretBody || !request.bearerToken.isEmpty();
     const bool isPrivate = request.url.scheme() == QLatin1String("https") || IsLoopback(request.url.host());
-    return (!hasSecret || isPrivate || request.allowPlainSecrets) &&
+    return (!hasSecret || isPrivate) &&
            std::all_of(request.headers.cbegin(), request.headers.cend(), [](const auto& header) {
                return !header.first.isEmpty() && IsOneLine(header.first) && IsOneLine(header.second) &&
                       !header.first.contains(':');

@@ -64,11 +64,6 @@ public:
     void SetToken(const QByteArray& token);
     QByteArray GetToken() const;
 
-    // Lets token and password travel over plain http to another machine. False at first: such a request fails
-    // instead.
-    void SetAllowPlainSecrets(bool allow);
-    bool GetAllowPlainSecrets() const;
-
     // Further certificate authorities (PEM file) beside those of the system; empty: none.
     void SetCaFile(const QString& path);
     QString GetCaFile() const;
@@ -96,7 +91,6 @@ private:
     quint64 identity = 0;
     quint64 place = 0;
     QByteArray token;
-    bool allowPlainSecrets = false;
     QString caFile;
     WbHttpLimits limits;
     RepeatSpacing repeatSpacing;

@@ -54,12 +54,11 @@ struct WBHTTPMODULE_EXPORT WbHttpRequest
     QUrl url;
     // Name and value; a line break in either makes the request fail.
     QVector<QPair<QByteArray, QByteArray>> headers;
-    // Secret sent as "Authorization: Bearer …" to the host of url and to nobody else; never logged.
+    // Secret sent as "Authorization: Bearer …" to the host of url and to nobody else; never logged. Over plain
+    // http it goes to this machine (loopback) only.
     QByteArray bearerToken;
-    // The body holds a secret (a password).
+    // The body holds a secret (a password), which goes no other ways.
     bool hasSecretBody = false;
-    // Secrets travel over plain http to this machine (loopback) only, unless this is set.
-    bool allowPlainSecrets = false;
     // The body: either bytes, or a text that is turned into UTF-8 away from the GUI thread (used when not
     // null).
     QByteArray body;
