@@ -19,6 +19,8 @@ SettingsFlow::SettingsFlow(const QString& program, Session* ofUser, WorkstationS
     window->AddPage(page, QStringLiteral("返回"));
     ConnectPage();
     ConnectSession();
+    session->SetCaFile(settings->GetCaFile());
+    connect(settings, &WorkstationSettings::SigCaFileChanged, session, &Session::SetCaFile);
     connect(settings, &WorkstationSettings::SigSuperAdminChanged, this, &SettingsFlow::ApplySuperAdmin);
     connect(window, &MainWindow::SigSettings, this, &SettingsFlow::Show);
     connect(window, &MainWindow::SigBack, this, [this](const QWidget* from) {

@@ -78,6 +78,13 @@ void Session::Resume()
         Service()->SetToken(token);
 }
 
+void Session::SetCaFile(const QString& path)
+{
+    Service()->SetCaFile(path);
+    if (!embedded)
+        CheckRemote();
+}
+
 void Session::Retry()
 {
     if (embedded)

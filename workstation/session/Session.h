@@ -33,6 +33,9 @@ public:
     void UseEmbedded();
     void UseRemote(const QUrl& address);
 
+    // Certificates (PEM file) that another server's may be signed by; empty: those the system trusts alone.
+    void SetCaFile(const QString& path);
+
     // Tries again to reach a server that could not be reached.
     void Retry();
 

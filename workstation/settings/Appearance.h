@@ -17,6 +17,7 @@ public:
 
 private:
     void ApplyTheme();
+    void ApplyScale();
 
     const WorkstationSettings* const settings;
     const bool systemIsDark;

@@ -14,7 +14,7 @@ namespace Ui
 class SettingsPage;
 }
 
-// Where the user chooses server, look, dates and, with the embedded server, the account; from another server
+// Where the user chooses server, look, size, dates and, with the embedded server, the account; from another server
 // the user signs out here. A choice takes effect at once; only a server is confirmed first, because it ends
 // the session.
 class SettingsPage : public WbBaseWidget
@@ -41,9 +41,14 @@ signals:
 
 private:
     void Connect();
+    void ConnectServer();
+    void ConnectLook();
     void ShowServer();
     void SlotConfirmServer();
     void UpdateServerForm();
+    void SlotChooseCaFile();
+    void ShowCaFile();
+    void TellCaProblem(const QString& problem);
     void ShowLook();
 
     WorkstationSettings* const settings;

@@ -2,22 +2,29 @@
 
 #include "WorkstationSettings.h"
 
+#include <QDir>
+#include <QFile>
 #include <QHostAddress>
+#include <QSslCertificate>
+#include <QSslSocket>
 
 namespace
 {
 constexpr char embeddedKey[] = "server/embedded";
 constexpr char addressKey[] = "server/address";
+constexpr char caFileKey[] = "server/caFile";
 constexpr char accountKey[] = "server/account";
 constexpr char stayKey[] = "server/staySignedIn";
 constexpr char samplesKey[] = "server/samplesInstalled";
 constexpr char themeKey[] = "look/theme";
+constexpr char scaleKey[] = "look/scale";
 constexpr char dateKey[] = "look/dateLanguage";
 constexpr char superAdminKey[] = "embedded/superAdmin";
 constexpr char wheelFolderKey[] = "packages/wheelFolder";
 constexpr char tipsKey[] = "help/tips";
 constexpr char seenTipsKey[] = "help/seenTips";
 
+constexpr qint64 largestCaFile = 4 * 1024 * 1024;
 constexpr const char* themeNames[] = {"system", "light", "dark"};
 
 bool IsLoopback(const QString& host)
@@ -82,6 +89,31 @@ QString WorkstationSettings::AddressProblem(const QString& text)
     return {};
 }
 
+QString WorkstationSettings::GetCaFile() const
+{
+    return store.value(QLatin1String(caFileKey)).toString();
+}
+
+void WorkstationSettings::SetCaFile(const QString& path)
+{
+    if (path != GetCaFile() && Write(caFileKey, path))
+        emit SigCaFileChanged(path);
+}
+
+QString WorkstationSettings::CaFileProblem(const QString& path)
+{
+    const QString shown = QDir::toNativeSeparators(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("无法读取证书文件：%1").arg(shown);
+    const QByteArray content = file.read(largestCaFile);
+    // Where Qt comes without TLS, the mark of such files has to do.
+    const bool hasCertificate = QSslSocket::supportsSsl()
+                                    ? !QSslCertificate::fromData(content, QSsl::Pem).isEmpty()
+                                    : content.contains("-----BEGIN CERTIFICATE-----");
+    return hasCertificate ? QString() : QStringLiteral("文件中没有 PEM 格式的证书：%1").arg(shown);
+}
+
 ThemeChoice WorkstationSettings::GetTheme() const
 {
     const QString name = store.value(QLatin1String(themeKey)).toString();
@@ -95,6 +127,24 @@ void WorkstationSettings::SetTheme(ThemeChoice theme)
 {
     if (Write(themeKey, QString::fromLatin1(themeNames[static_cast<int>(theme)])))
         emit SigThemeChanged(theme);
+}
+
+const QVector<int>& WorkstationSettings::AllScales()
+{
+    static const QVector<int> scales{100, 125, 150, 175, 200};
+    return scales;
+}
+
+int WorkstationSettings::GetScale() const
+{
+    const int percent = store.value(QLatin1String(scaleKey)).toInt();
+    return AllScales().contains(percent) ? percent : AllScales().first();
+}
+
+void WorkstationSettings::SetScale(int percent)
+{
+    if (percent != GetScale() && AllScales().contains(percent) && Write(scaleKey, percent))
+        emit SigScaleChanged(percent);
 }
 
 DateLanguage WorkstationSettings::GetDateLanguage() const

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSettings>
 #include <QUrl>
+#include <QVector>
 
 // Colours of the workstation.
 enum class ThemeChoice
@@ -34,8 +35,21 @@ public:
     // Why a text cannot be the address of a version server, in the user's words; empty when it can.
     static QString AddressProblem(const QString& text);
 
+    // Certificates (PEM file, absolute) that the server's may be signed by, beside those the system trusts;
+    // empty for none.
+    QString GetCaFile() const;
+    void SetCaFile(const QString& path);
+
+    // Why a file cannot be used for that, in the user's words; empty when it can.
+    static QString CaFileProblem(const QString& path);
+
     ThemeChoice GetTheme() const;
     void SetTheme(ThemeChoice theme);
+
+    // Size of everything in percent of its design: one of AllScales(), 100 at first.
+    static const QVector<int>& AllScales();
+    int GetScale() const;
+    void SetScale(int percent);
 
     DateLanguage GetDateLanguage() const;
     void SetDateLanguage(DateLanguage language);
@@ -69,6 +83,8 @@ public:
 signals:
     void SigServerChanged();
     void SigThemeChanged(ThemeChoice theme);
+    void SigCaFileChanged(const QString& path);
+    void SigScaleChanged(int percent);
     void SigDateLanguageChanged(DateLanguage language);
     void SigSuperAdminChanged(bool superAdmin);
     void SigWheelFolderChanged(const QString& folder);

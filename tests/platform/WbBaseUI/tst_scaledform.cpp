@@ -55,6 +55,7 @@ void ScaledFormTest::init()
     label = new QLabel(form.get());
     label->setMinimumWidth(96);
     label->setMaximumHeight(40);
+    form->setMinimumSize(440, 300);
     grid->addWidget(label, 0, 0);
 }
 
@@ -84,6 +85,7 @@ void ScaledFormTest::scalesLeastAndLargestSizes()
 
     QCOMPARE(label->minimumSize(), QSize(192, 0));
     QCOMPARE(label->maximumSize(), QSize(QWIDGETSIZE_MAX, 80));
+    QCOMPARE(form->minimumSize(), QSize(880, 600));
 }
 
 void ScaledFormTest::comesBackToTheDesign()

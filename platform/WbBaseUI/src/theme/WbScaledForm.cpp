@@ -76,7 +76,11 @@ struct WidgetDesign
 class Design
 {
 public:
-    explicit Design(QWidget* form) { AddChildren(*form); }
+    explicit Design(QWidget* form)
+    {
+        AddSize(form);
+        AddChildren(*form);
+    }
 
     void Apply() const
     {
@@ -111,11 +115,16 @@ private:
     {
         if (dynamic_cast<IDpiAdapter*>(widget) || widget->isWindow())
             return;
+        AddSize(widget);
+        if (IsContainer(*widget))
+            AddChildren(*widget);
+    }
+
+    void AddSize(QWidget* widget)
+    {
         const QSize most(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
         if (!widget->minimumSize().isNull() || widget->maximumSize() != most)
             widgets.emplace_back(widget);
-        if (IsContainer(*widget))
-            AddChildren(*widget);
     }
 
     // Made by the form to hold parts of it; other classes look after what they hold.
