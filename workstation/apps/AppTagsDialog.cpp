@@ -2,31 +2,18 @@
 
 #include "AppTagsDialog.h"
 
-#include <OxBase/DpiTool.h>
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
+#include "ui_FieldDialog.h"
 
-#include <QBoxLayout>
 #include <QRegularExpression>
 
 #include <algorithm>
 
 namespace
 {
+constexpr int leastHeight = 250;
 constexpr int mostTags = 10;
 constexpr int longestTag = 20;
 constexpr int mostShown = 30;
-
-WbLabel* Text(const char* name, const QString& text, QWidget* parent)
-{
-    auto* label = new WbLabel(text, parent);
-    label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText); // it holds foreign names
-    label->setWordWrap(true);
-    return label;
-}
 
 QString KnownText(const QStringList& known)
 {
@@ -37,61 +24,14 @@ QString KnownText(const QStringList& known)
 } // namespace
 
 AppTagsDialog::AppTagsDialog(const AppRecord& app, const QStringList& known, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), editTags(new WbLineEdit(this)),
-      labelProblem(Text("labelProblem", QString(), this)), buttonOk(new WbPushButton(this, Wb::PrimaryButton))
+    : FieldDialog(QStringLiteral("标签"), leastHeight, parent)
 {
     setObjectName(QStringLiteral("AppTagsDialog"));
-    SetTitle(QStringLiteral("标签"));
-
-    auto* caption = Text("labelCaption", QStringLiteral("标签之间用空格或逗号分开"), this);
-    caption->setBuddy(editTags);
-    editTags->setObjectName(QStringLiteral("editTags"));
-    editTags->setAccessibleName(QStringLiteral("标签"));
-    editTags->setPlaceholderText(QStringLiteral("例如：财务，月结"));
-    editTags->setText(app.tags.join(QStringLiteral("，")));
-    buttonOk->setObjectName(QStringLiteral("buttonOk"));
-    buttonOk->setText(QStringLiteral("确定"));
-    buttonOk->setDefault(true);
-    auto* buttonCancel = new WbPushButton(this, Wb::SecondaryButton);
-    buttonCancel->setObjectName(QStringLiteral("buttonCancel"));
-    buttonCancel->setText(QStringLiteral("取消"));
-    buttonCancel->setAutoDefault(false);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(12);
-    buttons->addStretch();
-    buttons->addWidget(buttonOk);
-    buttons->addWidget(buttonCancel);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 20, 24, 24);
-    layout->setSpacing(12);
-    layout->addWidget(caption);
-    layout->addWidget(editTags);
-    layout->addWidget(Text("labelKnown", KnownText(known), this));
-    layout->addWidget(labelProblem);
-    layout->addStretch();
-    layout->addLayout(buttons);
-    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(460), DpiTool::ScaleDefault(250));
-
-    connect(editTags, &QLineEdit::textChanged, labelProblem, &QLabel::clear);
-    connect(editTags, &QLineEdit::returnPressed, this, &AppTagsDialog::SlotConfirm);
-    connect(buttonOk, &QPushButton::clicked, this, &AppTagsDialog::SlotConfirm);
-    connect(buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
-    editTags->setFocus();
-}
-
-AppTagsDialog::~AppTagsDialog() = default;
-
-QStringList AppTagsDialog::GetTags() const
-{
-    return Read(editTags->text());
-}
-
-void AppTagsDialog::ShowProblem(const QString& problem)
-{
-    SetBusy(false);
-    labelProblem->setText(problem);
-    editTags->setFocus();
+    SetField("editTags", QStringLiteral("标签之间用空格或逗号分开"), QStringLiteral("标签"),
+             QStringLiteral("例如：财务，月结"));
+    SetHint("labelKnown", KnownText(known));
+    AllowEmpty();
+    ui->edit->setText(app.tags.join(QStringLiteral("，")));
 }
 
 QStringList AppTagsDialog::Read(const QString& line)
@@ -115,22 +55,4 @@ QString AppTagsDialog::ProblemOf(const QStringList& tags)
     const auto found = std::find_if(tags.begin(), tags.end(), isLong);
     return found == tags.end() ? QString()
                                : QStringLiteral("标签“%1”超过了 %2 个字符").arg(*found).arg(longestTag);
-}
-
-void AppTagsDialog::SlotConfirm()
-{
-    const QString problem = ProblemOf(GetTags());
-    if (!problem.isEmpty()) {
-        ShowProblem(problem);
-    } else if (buttonOk->isEnabled()) {
-        SetBusy(true);
-        emit SigConfirmed();
-    }
-}
-
-void AppTagsDialog::SetBusy(bool busy)
-{
-    // Disabled it would hand the focus on to the button that cancels, and with it the key being pressed.
-    editTags->setReadOnly(busy);
-    buttonOk->setEnabled(!busy);
 }
