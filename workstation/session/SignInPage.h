@@ -6,12 +6,13 @@
 
 #include <QStringList>
 
+#include <memory>
+
 class QButtonGroup;
-class QCheckBox;
-class QVBoxLayout;
-class WbLabel;
-class WbLineEdit;
-class WbPushButton;
+namespace Ui
+{
+class SignInPage;
+}
 
 // Where the workstation starts: pick an account of the embedded server, or sign in to a configured one.
 class SignInPage : public WbBaseWidget
@@ -44,9 +45,6 @@ signals:
     void SigRetry();
 
 private:
-    QWidget* CreateCard();
-    QWidget* CreateEmbeddedForm(QWidget* card);
-    QWidget* CreateRemoteForm(QWidget* card);
     void ShowForm(const QWidget* shown);
     void ShowState(const QString& text, bool problem);
     void ForgetRefusal();
@@ -54,16 +52,7 @@ private:
     void UpdateButton();
     bool AsksEmbedded() const;
 
-    QWidget* embeddedForm = nullptr;
-    QWidget* remoteForm = nullptr;
-    QButtonGroup* accounts = nullptr;
-    QVBoxLayout* accountLayout = nullptr;
-    WbLabel* labelAddress = nullptr;
-    WbLineEdit* editAccount = nullptr;
-    WbLineEdit* editPassword = nullptr;
-    QCheckBox* checkStay = nullptr;
-    WbLabel* labelState = nullptr;
-    WbPushButton* buttonEnter = nullptr;
-    WbPushButton* buttonRetry = nullptr;
+    const std::unique_ptr<Ui::SignInPage> ui;
+    QButtonGroup* const accounts;
     bool ready = false;
 };
