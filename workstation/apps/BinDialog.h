@@ -8,9 +8,12 @@
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QListWidget;
-class WbLabel;
-class WbPushButton;
+#include <memory>
+
+namespace Ui
+{
+class BinDialog;
+}
 
 // The deleted apps that can be restored. Shows and announces; what happens is the owner's business.
 class BinDialog : public WbBaseDialog
@@ -30,17 +33,12 @@ signals:
     void SigPurge(const QVector<VersionServiceApp>& apps);
 
 private:
-    WbPushButton* CreateButton(const char* name, const QString& text);
-    void ConnectButtons(WbPushButton* close);
+    void Connect();
     void Say(const QString& text);
     QVector<VersionServiceApp> Chosen() const;
     void SlotChoiceChanged();
 
+    const std::unique_ptr<Ui::BinDialog> ui;
     const DateLanguage dateLanguage;
     QVector<VersionServiceDeletedApp> shown;
-    QListWidget* list;
-    WbLabel* labelState;
-    WbPushButton* buttonRestore;
-    WbPushButton* buttonPurge;
-    WbPushButton* buttonEmpty;
 };

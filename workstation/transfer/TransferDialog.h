@@ -4,8 +4,12 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QProgressBar;
-class WbLabel;
+#include <memory>
+
+namespace Ui
+{
+class TransferDialog;
+}
 
 // How far an export or import is; rejecting it cancels.
 class TransferDialog : public WbBaseDialog
@@ -19,6 +23,5 @@ public:
     void ShowProgress(int done, int total);
 
 private:
-    WbLabel* labelCount;
-    QProgressBar* bar;
+    const std::unique_ptr<Ui::TransferDialog> ui;
 };
