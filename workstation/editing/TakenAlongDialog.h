@@ -6,7 +6,12 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QTableWidget;
+#include <memory>
+
+namespace Ui
+{
+class TakenAlongDialog;
+}
 
 // What goes along with an app, a row each with what becomes of it: it goes along, or is taken out before.
 // Passwords are taken out unless the author says otherwise.
@@ -17,6 +22,7 @@ class TakenAlongDialog : public WbBaseDialog
 public:
     // act: what the author is about to do, "导出".
     TakenAlongDialog(const QVector<TakenAlong>& entries, const QString& act, QWidget* parent);
+    ~TakenAlongDialog() override;
 
     // Those that are to be taken out.
     QVector<TakenAlong> GetTakenOut() const;
@@ -24,8 +30,9 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void PrepareTable();
     void AddRow(const TakenAlong& entry);
 
+    const std::unique_ptr<Ui::TakenAlongDialog> ui;
     const QVector<TakenAlong> entries;
-    QTableWidget* table;
 };

@@ -7,13 +7,15 @@
 #include <RpaServiceClient/versions/ListSavesRequest.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QLineEdit;
-class QListWidget;
-class QPushButton;
+#include <memory>
+
 class VersionController;
 class VersionDetails;
-class WbLabel;
 struct VersionFacts;
+namespace Ui
+{
+class VersionDialog;
+}
 
 // All versions of the app, what is known of each, and the note that whoever saved last may give to the save.
 class VersionDialog : public WbBaseDialog
@@ -27,8 +29,7 @@ public:
     ~VersionDialog() override;
 
 private:
-    QWidget* CreateDetails();
-    QWidget* CreateNote();
+    void Connect();
     void FillList(const QString& shownName);
     void Update();
     void ShowNote(const VersionFacts& version);
@@ -36,14 +37,10 @@ private:
     void SlotNoted();
     void SlotNotNoted(const QString& problem);
 
+    const std::unique_ptr<Ui::VersionDialog> ui;
     VersionController* const desk;
     const QString account;
     const DateLanguage dateLanguage;
-    WbLabel* labelUsers;
-    QListWidget* list;
-    VersionDetails* details = nullptr;
-    WbLabel* labelNote = nullptr;
-    QLineEdit* editNote = nullptr;
-    QPushButton* buttonNote = nullptr;
+    VersionDetails* const details;
     VersionServiceSave noted; // the save that the note field belongs to
 };
