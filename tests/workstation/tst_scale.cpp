@@ -7,6 +7,7 @@
 #include "ModalDriver.h"
 #include "TestApp.h"
 #include "TextFit.h"
+#include "WorkstationSettings.h"
 
 #include <WbBaseUI/WbTheme.h>
 
@@ -20,10 +21,13 @@ class tst_Scale : public QObject
 
 private slots:
     void initTestCase();
+    void cleanup();
     void cleanupTestCase();
 
     void showsEveryTextOfEveryPage_data();
     void showsEveryTextOfEveryPage();
+    void followsTheSizeOfTheSettingsAtOnce_data();
+    void followsTheSizeOfTheSettingsAtOnce();
     void foldsTheBrowserFirstThenTheCommands();
     void keepsTheCommandsAsTheAuthorWantsThem();
 
@@ -33,6 +37,8 @@ private:
         LivingWorkstation::Key(key, modifiers);
     }
     void GoTo(const QString& page);
+    // Nothing on the page is cut at this size of the window.
+    void CheckPage(const QString& page, const QSize& size);
     void Narrow(int width) { living->Window()->resize(width, 600); }
     // The button in the process editor that opens and closes the list of commands, by the keyboard.
     void ToggleCommands();
@@ -46,6 +52,11 @@ void tst_Scale::initTestCase()
     QVERIFY(living->Start());
     QVERIFY(living->CreateApp(QStringLiteral("缩放应用")));
     QVERIFY(living->AddStatement(QStringLiteral("点击元素")));
+}
+
+void tst_Scale::cleanup()
+{
+    living->Station()->GetSettings()->SetScale(100);
 }
 
 void tst_Scale::cleanupTestCase()
@@ -94,6 +105,34 @@ void tst_Scale::showsEveryTextOfEveryPage()
     QFETCH(QSize, size);
     QFETCH(int, scheme);
     WbTheme::Instance()->Apply(static_cast<WbTheme::Scheme>(scheme));
+
+    CheckPage(page, size);
+}
+
+void tst_Scale::followsTheSizeOfTheSettingsAtOnce_data()
+{
+    QTest::addColumn<int>("percent");
+    QTest::addColumn<QString>("page");
+
+    for (const int percent : {125, 150, 200})
+        for (const char* page : {"settings", "process", "ui", "usage", "palette", "keys", "packages"})
+            QTest::addRow("%d %%, %s", percent, page) << percent << QString::fromLatin1(page);
+}
+
+void tst_Scale::followsTheSizeOfTheSettingsAtOnce()
+{
+    QFETCH(int, percent);
+    QFETCH(QString, page);
+    const int before = living->Window()->fontMetrics().height();
+
+    living->Station()->GetSettings()->SetScale(percent); // over the editor that is open
+
+    QVERIFY(qAbs(living->Window()->fontMetrics().height() - before * percent / 100) <= 2); // rounded
+    CheckPage(page, QSize(1280, 720) * percent / 100);
+}
+
+void tst_Scale::CheckPage(const QString& page, const QSize& size)
+{
     living->Window()->resize(size);
     GoTo(page);
     QCoreApplication::processEvents();

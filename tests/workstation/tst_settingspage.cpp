@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "ModalDriver.h"
 #include "PageFixture.h"
 #include "SettingsPage.h"
 #include "TestApp.h"
+#include "TestCertificate.h"
 #include "TestFolder.h"
 #include "WorkstationSettings.h"
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -25,6 +29,8 @@ private slots:
     void settingsAcceptOnlyAnAddressOfAServer();
     void settingsHideAccountsOfARemoteServer();
     void settingsSignOutFromARemoteServer();
+    void settingsTakeACertificateFileAndNothingElse();
+    void settingsTellOfACertificateFileThatIsGone();
 };
 
 void tst_SettingsPage::settingsWriteWhatIsChosen()
@@ -35,8 +41,10 @@ void tst_SettingsPage::settingsWriteWhatIsChosen()
     page.show();
 
     QTest::keyClick(Child<QComboBox>(page, "comboTheme"), Qt::Key_End);
+    QTest::keyClick(Child<QComboBox>(page, "comboScale"), Qt::Key_End);
     QTest::keyClick(Child<QComboBox>(page, "comboDates"), Qt::Key_Down);
 
+    QCOMPARE(settings.GetScale(), 200);
     QCOMPARE(settings.GetTheme(), ThemeChoice::Dark);
     QCOMPARE(settings.GetDateLanguage(), DateLanguage::Chinese);
 }
@@ -49,7 +57,9 @@ void tst_SettingsPage::settingsFollowChangesMadeElsewhere()
 
     settings.SetTheme(ThemeChoice::Light);
     settings.SetDateLanguage(DateLanguage::Japanese);
+    settings.SetScale(125);
 
+    QCOMPARE(Child<QComboBox>(page, "comboScale")->currentText(), QStringLiteral("125 %"));
     QCOMPARE(Child<QComboBox>(page, "comboTheme")->currentText(), QStringLiteral("浅色"));
     QCOMPARE(Child<QComboBox>(page, "comboDates")->currentText(), QStringLiteral("日本語"));
 }
@@ -113,6 +123,59 @@ void tst_SettingsPage::settingsSignOutFromARemoteServer()
 
     page.ShowSignedIn(QString());
     QVERIFY(!Child<QWidget>(page, "sectionAccount")->isVisible());
+}
+
+void tst_SettingsPage::settingsTakeACertificateFileAndNothingElse()
+{
+    const TestFolder folder;
+    const auto write = [&folder](const QString& name, const QByteArray& content) {
+        QFile file(folder.filePath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    };
+    const QString good = folder.filePath(QStringLiteral("ca.pem"));
+    const QString bad = folder.filePath(QStringLiteral("letter.pem"));
+    QVERIFY(write(QStringLiteral("ca.pem"), certificate) && write(QStringLiteral("letter.pem"), "Dear sir,"));
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    settings.SetEmbeddedServer(false);
+    SettingsPage page(&settings);
+    page.show();
+    auto* problem = Child<QLabel>(page, "labelCaProblem");
+    auto* none = Child<QPushButton>(page, "buttonNoCaFile");
+    QVERIFY(!none->isEnabled());
+    ModalDriver modals;
+    const auto choose = [&modals, &page](const QString& path) {
+        modals.ThenIn<QFileDialog>([path](QFileDialog* files) {
+            files->selectFile(path);
+            static_cast<QDialog*>(files)->accept();
+        });
+        Press(page, "buttonCaFile");
+    };
+
+    choose(good);
+    QCOMPARE(settings.GetCaFile(), good);
+    QVERIFY(!problem->isVisible());
+    choose(bad);
+    QCOMPARE(settings.GetCaFile(), good);
+    QVERIFY(problem->isVisible() && problem->text().contains(QStringLiteral("letter.pem")));
+    QVERIFY(none->isEnabled());
+    none->click();
+
+    QCOMPARE(settings.GetCaFile(), QString());
+    QCOMPARE(Child<QLineEdit>(page, "editCaFile")->text(), QString());
+    QVERIFY(!problem->isVisible());
+}
+
+void tst_SettingsPage::settingsTellOfACertificateFileThatIsGone()
+{
+    const TestFolder folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    settings.SetEmbeddedServer(false);
+    settings.SetCaFile(folder.filePath(QStringLiteral("gone.pem")));
+    SettingsPage page(&settings);
+    page.show();
+
+    QVERIFY(Child<QLabel>(page, "labelCaProblem")->isVisible());
+    QVERIFY(Child<QLabel>(page, "labelCaProblem")->text().contains(QStringLiteral("gone.pem")));
 }
 
 RPA_TEST_MAIN(tst_SettingsPage)

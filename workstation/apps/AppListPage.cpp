@@ -7,10 +7,12 @@
 #include "AppListModel.h"
 #include "AppPageHead.h"
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QAction>
@@ -67,6 +69,7 @@ AppListPage::AppListPage(AppListModel* apps, QWidget* parent)
     connect(head, &AppPageHead::SigTab, this, &AppListPage::SigTab);
     connect(head, &AppPageHead::SigRefresh, this, &AppListPage::SigRefresh);
     connect(head, &AppPageHead::SigSearched, this, [this] { cards->Search(head->GetSearched()); });
+    WbScaledForm::Follow(this);
 }
 
 AppListPage::~AppListPage() = default;
@@ -161,7 +164,7 @@ void AppListPage::AddMore()
     auto* more = new WbPushButton(head, Wb::SecondaryButton);
     more->setObjectName(QStringLiteral("buttonMore"));
     more->setIcon(WbIcons::Get(QStringLiteral("more")));
-    more->setFixedWidth(DpiTool::ScaleDefault(40));
+    DpiFollower::Follow(more, [more] { more->setFixedWidth(DpiTool::ScaleDefault(40)); });
     more->setAccessibleName(QStringLiteral("更多"));
     more->setToolTip(QStringLiteral("更多：按标签查看、导入应用、回收站"));
     auto* menu = new QMenu(more);

@@ -6,6 +6,7 @@
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QShortcut>
@@ -51,6 +52,7 @@ AppPageHead::AppPageHead(AppTabs::Tab shown, QWidget* parent)
     connect(editSearch, &QLineEdit::textChanged, this, &AppPageHead::SigSearched);
     BindKey(this, QKeySequence::Find, [this] { FocusSearch(); });
     BindKey(this, QKeySequence::Refresh, [this] { emit SigRefresh(); });
+    WbScaledForm::Follow(this);
 }
 
 void AppPageHead::AddButton(QWidget* button)

@@ -2,6 +2,8 @@
 
 #include "AppTabs.h"
 
+#include <WbBaseUI/WbScaledForm.h>
+
 #include <QBoxLayout>
 #include <QToolButton>
 #include <QVariant>
@@ -33,4 +35,5 @@ AppTabs::AppTabs(Tab shown, QWidget* parent) : QWidget(parent)
         });
         ++tab;
     }
+    WbScaledForm::Follow(this);
 }

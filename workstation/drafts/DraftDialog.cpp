@@ -2,11 +2,11 @@
 
 #include "DraftDialog.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -93,7 +93,8 @@ DraftDialog::DraftDialog(const QString& appName, const RpaDraft& draft, const Dr
     layout->addWidget(later);
     layout->addStretch();
     layout->addLayout(CreateButtons());
-    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(520), DpiTool::ScaleDefault(300));
+    GetContentWidget()->setMinimumSize(520, 300);
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 DraftDialog::~DraftDialog() = default;

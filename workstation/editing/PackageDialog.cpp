@@ -7,6 +7,7 @@
 #include <RpaPackage/RpaPackagePanel.h>
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QPointer>
 #include <QVBoxLayout>
@@ -33,6 +34,7 @@ PackageDialog::PackageDialog(PackageService* service, const QString& wheelFolder
     GetContentWidget()->setMinimumSize(620, 440);
 
     connect(wheels, &WheelFolderRow::SigChosen, this, &PackageDialog::SigWheelFolderChosen);
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 PackageDialog::~PackageDialog() = default;

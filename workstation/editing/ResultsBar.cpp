@@ -11,6 +11,7 @@
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QHBoxLayout>
 
@@ -58,6 +59,7 @@ ResultsBar::ResultsBar(QWidget* parent)
     connect(RpaAppDataNotify::Instance(), &RpaAppDataNotify::SigResultsChanged, this,
             &ResultsBar::SlotResultsChanged);
     RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+    WbScaledForm::Follow(this);
 }
 
 ResultsBar::~ResultsBar()

@@ -7,6 +7,7 @@
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QBoxLayout>
@@ -46,6 +47,7 @@ WheelFolderRow::WheelFolderRow(const QString& folder, QWidget* parent)
     connect(edit, &QLineEdit::editingFinished, this, &WheelFolderRow::SlotEntered);
     connect(edit, &QLineEdit::textEdited, labelProblem, &QWidget::hide);
     connect(browse, &QPushButton::clicked, this, &WheelFolderRow::SlotBrowse);
+    WbScaledForm::Follow(this);
 }
 
 QString WheelFolderRow::Problem(const QString& text)

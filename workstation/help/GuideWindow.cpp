@@ -5,11 +5,11 @@
 #include "GuidePages.h"
 #include "GuideView.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QHeaderView>
@@ -37,7 +37,7 @@ GuideWindow::GuideWindow(QWidget* window)
     contents->setObjectName(QStringLiteral("listContents"));
     contents->setAccessibleName(QStringLiteral("目录"));
     contents->setHeaderHidden(true);
-    contents->setFixedWidth(DpiTool::ScaleDefault(contentsWidth));
+    contents->setFixedWidth(contentsWidth);
     view->setObjectName(QStringLiteral("guideView"));
     view->setAccessibleName(QStringLiteral("使用指南的正文"));
     auto* columns = new QHBoxLayout;
@@ -50,6 +50,7 @@ GuideWindow::GuideWindow(QWidget* window)
     layout->addWidget(CreateSearch());
     layout->addLayout(columns, 1);
     resize(usual.boundedTo(window->screen()->availableSize()));
+    WbScaledForm::Follow(this);
     FillContents();
 
     connect(contents, &QTreeWidget::currentItemChanged, this, &GuideWindow::ShowChosen);
@@ -67,7 +68,7 @@ QWidget* GuideWindow::CreateSearch()
     editSearch->setAccessibleName(QStringLiteral("搜索使用指南"));
     editSearch->setPlaceholderText(QStringLiteral("搜索使用指南，回车查找下一处"));
     editSearch->setClearButtonEnabled(true);
-    editSearch->setMaximumWidth(DpiTool::ScaleDefault(320));
+    editSearch->setMaximumWidth(320);
     auto* next = new WbPushButton(nullptr, Wb::SecondaryButton);
     next->setObjectName(QStringLiteral("buttonGuideNext"));
     next->setText(QStringLiteral("查找下一处"));

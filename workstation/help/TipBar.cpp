@@ -5,6 +5,7 @@
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QHBoxLayout>
 
@@ -29,6 +30,7 @@ TipBar::TipBar(QWidget* parent) : QFrame(parent), text(new WbLabel)
     hide();
     connect(done, &QPushButton::clicked, this, &TipBar::SigDone);
     connect(noMore, &QPushButton::clicked, this, &TipBar::SigNoMore);
+    WbScaledForm::Follow(this);
 }
 
 TipBar::~TipBar() = default;

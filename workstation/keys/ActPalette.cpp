@@ -4,9 +4,9 @@
 
 #include "ActWords.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbTheme.h>
 #include <WbFoundation/SearchText.h>
 
@@ -66,13 +66,14 @@ ActPalette::ActPalette(const QVector<ActEntry>& acts, QWidget* parent)
     layout->addWidget(search);
     layout->addWidget(list, 1);
     layout->addWidget(labelReason);
-    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(620), DpiTool::ScaleDefault(420));
+    GetContentWidget()->setMinimumSize(620, 420);
 
     connect(search, &QLineEdit::textChanged, this, &ActPalette::Search);
     connect(list, &QTreeWidget::currentItemChanged, this, &ActPalette::ShowReason);
     connect(list, &QTreeWidget::itemClicked, this, &ActPalette::Choose);
     Fill();
     search->setFocus();
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 ActPalette::~ActPalette() = default;

@@ -2,8 +2,8 @@
 
 #include "KeysDialog.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QHeaderView>
@@ -67,8 +67,9 @@ KeysDialog::KeysDialog(const QVector<ActEntry>& acts, QWidget* parent)
     layout->setSpacing(12);
     layout->addWidget(list, 1);
     layout->addWidget(hint);
-    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(520), DpiTool::ScaleDefault(420));
+    GetContentWidget()->setMinimumSize(520, 420);
     list->setFocus();
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 KeysDialog::~KeysDialog() = default;

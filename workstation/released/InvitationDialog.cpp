@@ -10,6 +10,7 @@
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QBoxLayout>
@@ -45,6 +46,7 @@ InvitationDialog::InvitationDialog(const AppRecord& record, DateLanguage languag
     GetContentWidget()->setMinimumSize(660, 340);
     connect(buttonCreate, &QPushButton::clicked, this, &InvitationDialog::SlotCreate);
     Load();
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 InvitationDialog::~InvitationDialog() = default;
@@ -106,6 +108,7 @@ QWidget* InvitationDialog::CreateRow(const VersionServiceInvitation& invitation)
         WbToast::Show(QStringLiteral("邀请码已复制"), ToastSuccess);
     });
     connect(revoke, &QPushButton::clicked, this, [this, id = invitation.id] { SlotRevoke(id); });
+    WbScaledForm::Follow(row);
     return row;
 }
 

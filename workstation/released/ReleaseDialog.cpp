@@ -6,6 +6,7 @@
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 
@@ -37,6 +38,7 @@ ReleaseDialog::ReleaseDialog(const AppRecord& record, DateLanguage language, QWi
     setObjectName(QStringLiteral("ReleaseDialog"));
     GetContentWidget()->setMinimumSize(660, 480);
     Say(QStringLiteral("正在读取发布过的版本…"), false);
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 ReleaseDialog::~ReleaseDialog() = default;
@@ -106,5 +108,6 @@ QWidget* ReleaseDialog::CreateRow(const VersionServiceRelease& release, const Ve
     connect(act, &QPushButton::clicked, this, [this, release, present] {
         emit SigTakeBack(release.state, present, release.present ? VersionServiceRelease() : release);
     });
+    WbScaledForm::Follow(row);
     return row;
 }

@@ -11,6 +11,7 @@
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QListView>
@@ -51,6 +52,7 @@ ReleasedListPage::ReleasedListPage(AppTabs::Tab tab, ReleasedAppModel* apps, QWi
     connect(head, &AppPageHead::SigTab, this, &ReleasedListPage::SigTab);
     connect(head, &AppPageHead::SigRefresh, this, &ReleasedListPage::SigRefresh);
     connect(head, &AppPageHead::SigSearched, this, [this] { cards->Search(head->GetSearched()); });
+    WbScaledForm::Follow(this);
 }
 
 QWidget* ReleasedListPage::CreateRedeemRow()

@@ -7,6 +7,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbTabBar.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
@@ -63,6 +64,7 @@ RunAside::RunAside(QWidget* parent)
     layout->addWidget(tabs);
     layout->addWidget(stack, 1);
     connect(tabs, &QTabBar::currentChanged, stack, &QStackedWidget::setCurrentIndex);
+    WbScaledForm::Follow(this);
 }
 
 void RunAside::ShowApp(const RpaAppData& app)

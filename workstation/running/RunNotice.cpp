@@ -5,6 +5,7 @@
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QHBoxLayout>
@@ -51,6 +52,7 @@ RunNotice::RunNotice(QWidget* parent) : QFrame(parent), text(new WbLabel), detai
     connect(again, &QPushButton::clicked, this, &RunNotice::SigAgain);
     connect(more, &QPushButton::toggled, details, &QWidget::setVisible);
     connect(report, &QPushButton::clicked, this, &RunNotice::SigReport);
+    WbScaledForm::Follow(this);
 }
 
 void RunNotice::Tell(const QString& problem, const QString& againText, const QString& technical)

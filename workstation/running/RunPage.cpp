@@ -25,6 +25,7 @@
 #include <RpaServiceClient/versions/GetVersionDataRequest.h>
 #include <WbBaseUI/RequestStatusBaseWidget.h>
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbTabBar.h>
 #include <WbBaseUI/WbToast.h>
 
@@ -90,6 +91,7 @@ RunPage::RunPage(QWidget* parent)
     connect(notice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
     connect(notice, &RunNotice::SigReport, this, &RunPage::Report);
     connect(report, &QToolButton::clicked, this, &RunPage::Report);
+    WbScaledForm::Follow(this);
 }
 
 RunPage::~RunPage()

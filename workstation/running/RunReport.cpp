@@ -7,6 +7,7 @@
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbTheme.h>
 #include <WbBaseUI/WbToast.h>
@@ -96,6 +97,7 @@ RunReportDialog::RunReportDialog(const QString& report, QWidget* parent)
     GetContentWidget()->setMinimumSize(680, 420);
     connect(copy, &QPushButton::clicked, this, &RunReportDialog::Copy);
     connect(save, &QPushButton::clicked, this, &RunReportDialog::Save);
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 void RunReportDialog::Copy()

@@ -2,10 +2,10 @@
 
 #include "AboutDialog.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -27,6 +27,7 @@ AboutDialog::AboutDialog(const QString& serverProgram, QWidget* parent)
     close->setFocus(); // not before it has its place
     ShowFacts();
     connect(&facts, &BuildInfo::SigChanged, this, &AboutDialog::ShowFacts);
+    WbScaledForm::Follow(GetContentWidget());
 }
 
 QFormLayout* AboutDialog::CreateFacts()
@@ -39,8 +40,7 @@ QFormLayout* AboutDialog::CreateFacts()
         value->setTextFormat(Qt::PlainText);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         value->setWordWrap(true);
-        value->setMinimumWidth(
-            DpiTool::ScaleDefault(380)); // what is still asked for finds room when it comes
+        value->setMinimumWidth(380); // what is still asked for finds room when it comes
         form->addRow(new WbLabel(fact.name, this), value);
         values.append(value);
     }

@@ -3,6 +3,7 @@
 #include "VersionDetails.h"
 
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QVBoxLayout>
 
@@ -32,6 +33,7 @@ VersionDetails::VersionDetails(int mostSaves, QWidget* parent)
     layout->addWidget(labelName);
     layout->addWidget(labelState);
     layout->addWidget(labelDescription);
+    WbScaledForm::Follow(this);
 }
 
 VersionDetails::~VersionDetails() = default;

@@ -12,6 +12,7 @@
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QCloseEvent>
@@ -61,7 +62,6 @@ QWidget* MainWindow::CreateHead()
 {
     auto* head = new WbBaseWidget(this);
     head->setObjectName(QStringLiteral("mainHead"));
-    head->setFixedHeight(DpiTool::ScaleDefault(48));
     buttonBack = new WbPushButton(head, Wb::SecondaryButton);
     buttonBack->setObjectName(QStringLiteral("buttonBack"));
     buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
@@ -97,6 +97,8 @@ QWidget* MainWindow::CreateHead()
     layout->addWidget(serverMark);
     layout->addWidget(labelAccount);
     layout->addWidget(buttonSettings);
+    head->setFixedHeight(48);
+    WbScaledForm::Follow(head);
     return head;
 }
 

@@ -7,6 +7,7 @@
 #include "TableFind_p.h"
 #include "TransferBar_p.h"
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFindBar.h>
@@ -142,12 +143,14 @@ void AppTableWidget::BuildView()
     view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                           QAbstractItemView::AnyKeyPressed);
-    view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(28));
+    DpiFollower::Follow(view, [view = view] {
+        view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(28));
+        view->horizontalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(UsualWidth));
+        view->setMinimumHeight(DpiTool::ScaleDefault(120));
+    });
     // Sizes measured row by row would make a long table slow.
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view->horizontalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(UsualWidth));
     view->horizontalHeader()->setStretchLastSection(true);
-    view->setMinimumHeight(DpiTool::ScaleDefault(120));
     view->installEventFilter(this);
 }
 

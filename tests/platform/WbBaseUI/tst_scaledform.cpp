@@ -5,6 +5,7 @@
 #include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
+#include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollArea>
@@ -124,10 +125,15 @@ void ScaledFormTest::leavesWhatFollowsByItself()
     follower->setMinimumWidth(50);
     auto* inner = new QVBoxLayout(follower);
     inner->setContentsMargins(5, 5, 5, 5);
+    auto* part = new QFrame(form.get());
+    part->setMinimumWidth(280);
+    DpiTool::SetScale(1.5);
+    WbScaledForm::Follow(part);
     WbScaledForm::Follow(form.get());
 
     DpiTool::SetScale(2.0);
 
+    QCOMPARE(part->minimumWidth(), 560);
     QCOMPARE(follower->minimumWidth(), 50);
     QCOMPARE(inner->contentsMargins(), QMargins(5, 5, 5, 5));
 }

@@ -11,6 +11,7 @@
 #include "StatementView_p.h"
 #include "VisualEditorParts_p.h"
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <OxBase/OxBlocker.h>
 #include <RpaEngineTool/IRpaInspector.h>
@@ -79,9 +80,11 @@ void VisualEditorParts::BuildLayout()
     splitter->setStretchFactor(1, 1);
     splitter->setStretchFactor(2, 0);
     splitter->setSizes({DpiTool::ScaleDefault(180), DpiTool::ScaleDefault(700), DpiTool::ScaleDefault(250)});
-    palette->setMinimumWidth(DpiTool::ScaleDefault(150));
-    properties->setMinimumWidth(DpiTool::ScaleDefault(220));
-    middle->setMinimumWidth(DpiTool::ScaleDefault(320));
+    DpiFollower::Follow(splitter, [this, middle] {
+        palette->setMinimumWidth(DpiTool::ScaleDefault(150));
+        properties->setMinimumWidth(DpiTool::ScaleDefault(220));
+        middle->setMinimumWidth(DpiTool::ScaleDefault(320));
+    });
     // The findings take the whole width: their texts are long.
     auto* vertical = new QSplitter(Qt::Vertical);
     vertical->addWidget(splitter);

@@ -113,7 +113,8 @@ private:
 
     void AddWidget(QWidget* widget)
     {
-        if (dynamic_cast<IDpiAdapter*>(widget) || widget->isWindow())
+        if (widget->isWindow() || dynamic_cast<IDpiAdapter*>(widget) ||
+            widget->findChild<DpiFollower*>(QString(), Qt::FindDirectChildrenOnly))
             return;
         AddSize(widget);
         if (IsContainer(*widget))

@@ -120,8 +120,10 @@ void WbTheme::Apply(Scheme scheme)
     const QPalette palette = MakePalette(scheme);
     QApplication::setPalette(palette);
     QToolTip::setPalette(palette);
+    // Before: what the style sheet says of a widget's font is kept together with the rest of the font. After:
+    // with the first style sheet Qt takes the system's own fonts for item views, menus and tips again.
+    QApplication::setFont(UiFont());
     qApp->setStyleSheet(StyleSheet(scheme));
-    // Last: with the first style sheet Qt takes the system's own fonts for item views, menus and tips again.
     QApplication::setFont(UiFont());
     emit SigChanged();
 }

@@ -10,6 +10,7 @@
 #include "BrowserWorlds_p.h"
 #include "BuiltInBrowser_p.h"
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbBrowserLite/IBrowserBorderWindow.h>
@@ -48,7 +49,7 @@ BrowserPane::BrowserPane(QWidget* parent)
       stack(new QStackedWidget), notice(new BrowserNotice)
 {
     setObjectName(QStringLiteral("browserPane"));
-    setMinimumWidth(DpiTool::ScaleDefault(LeastWidth));
+    DpiFollower::Follow(this, [this] { FitWidth(); });
     stack->addWidget(notice);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -120,13 +121,22 @@ void BrowserPane::Reset()
 bool BrowserPane::event(QEvent* event)
 {
     if (event->type() == QEvent::ParentChange) {
-        const bool poppedOut = qobject_cast<IBrowserBorderWindow*>(window());
-        // In its own window it is never wider than it was in the pane, the window's border included.
-        setMinimumWidth(DpiTool::ScaleDefault(poppedOut ? LeastWidthInWindow : LeastWidth));
+        FitWidth();
         if (toolBar)
-            toolBar->SetPoppedOut(poppedOut);
+            toolBar->SetPoppedOut(IsPoppedOut());
     }
     return IBrowserWidget::event(event);
+}
+
+bool BrowserPane::IsPoppedOut() const
+{
+    return qobject_cast<IBrowserBorderWindow*>(window());
+}
+
+// In its own window it is never wider than it was in the pane, the window's border included.
+void BrowserPane::FitWidth()
+{
+    setMinimumWidth(DpiTool::ScaleDefault(IsPoppedOut() ? LeastWidthInWindow : LeastWidth));
 }
 
 void BrowserPane::actionEvent(QActionEvent* event)

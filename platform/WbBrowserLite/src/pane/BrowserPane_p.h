@@ -61,6 +61,8 @@ private:
     void ShowFailure(const QString& reason);
     void ShowPageOrFailure();
     void UpdateHistory();
+    bool IsPoppedOut() const;
+    void FitWidth();
 
     BrowserDriver* const driver;
     BrowserPointer* const pointer;
