@@ -3,12 +3,13 @@
 #include "Housekeeper.h"
 
 #include "../base/Clock.h"
+#include "../rules/UsageRules.h"
 
 namespace server
 {
 namespace
 {
-constexpr qint64 answersKeptMs = 7LL * 24 * 60 * 60 * 1000;
+constexpr qint64 answersKeptMs = 7 * dayMs;
 }
 
 Housekeeper::Housekeeper(IStore& theStore, Log& theLog, std::chrono::seconds theEvery)
@@ -44,7 +45,7 @@ void Housekeeper::TidyUp()
         // Saves come in between.
         while (!isTidy)
             store.SubmitAndWait([&](ITransaction& transaction) {
-                isTidy = transaction.RemoveOutdated(now, now - answersKeptMs);
+                isTidy = transaction.RemoveOutdated(now, now - answersKeptMs, now / dayMs - usageKeptDays);
             });
     } catch (const StoreError& error) {
         log.Write(LogLevel::Warning, "not-tidied",

@@ -9,7 +9,7 @@
 
 namespace server
 {
-// Removes sessions and answers that are outdated from the store, now and then, for as long as it lives.
+// Removes sessions, answers and usage events that are outdated from the store, now and then, for as long as it lives.
 class Housekeeper
 {
 public:

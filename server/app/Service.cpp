@@ -55,6 +55,7 @@ void AddRoutes(Router& router, Services& services, std::function<QByteArray()> f
     AddSaveRoutes(router, services);
     AddBinRoutes(router, services);
     AddReaderRoutes(router, services);
+    AddUsageRoutes(router, services);
 }
 
 const char* NameOf(Access access)

@@ -10,6 +10,8 @@ namespace server
 {
 using Millis = std::chrono::milliseconds;
 
+constexpr qint64 dayMs = 24LL * 60 * 60 * 1000;
+
 // UTC milliseconds since 1970, the only form of time that the store and the protocol know.
 inline qint64 NowMs()
 {

@@ -33,4 +33,5 @@ void AddReleaseRoutes(Router& router, Services& services);
 void AddInvitationRoutes(Router& router, Services& services);
 void AddSaveRoutes(Router& router, Services& services);
 void AddReaderRoutes(Router& router, Services& services);
+void AddUsageRoutes(Router& router, Services& services);
 } // namespace server

@@ -2,6 +2,7 @@
 
 #include "InvitationRules.h"
 
+#include "../base/Clock.h"
 #include "../base/Ids.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@ namespace server::rules
 {
 namespace
 {
-constexpr qint64 dayMs = 24LL * 60 * 60 * 1000;
 constexpr int mostOpenOfAnApp = 20;
 
 Invitation Insert(ITransaction& store, const Version& gray, const Account& account,

@@ -96,6 +96,11 @@ public:
     virtual void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
                               qint64 now) = 0;
 
+    // How many events of that day the store has of the account.
+    virtual qint64 UsageOn(const QString& pin, qint64 day) = 0;
+    // False when it has one of that id already.
+    virtual bool InsertUsage(const QString& pin, const UsageEvent& event) = 0;
+
     virtual void UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now) = 0;
     virtual void SetRoles(const QString& pin, const QStringList& roles) = 0;
     virtual void SetClosed(const QString& pin, qint64 closedAt) = 0; // 0: open again
@@ -104,7 +109,8 @@ public:
     virtual void RemoveSession(const QByteArray& tokenHash) = 0;
     virtual void RemoveSessionsOf(const QString& pin) = 0;
     // A bounded number of them, so that nobody waits for long; false when there may be more.
-    virtual bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) = 0;
+    virtual bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan,
+                                qint64 usageBeforeDay) = 0;
 };
 
 // One change that waits for the writer.
@@ -173,6 +179,9 @@ public:
     // At most `most` entries of the vendor's apps older than the entry `before` (empty: the newest), newest
     // first.
     virtual std::vector<AuditEntry> Audit(const QString& venderId, const QString& before, int most) = 0;
+
+    // Of the vendor's accounts from that day on, the newest day first, then by event; at most `most`.
+    virtual std::vector<UsageCount> UsageOf(const QString& venderId, qint64 fromDay, int most) = 0;
 
     // The body of a revision, byte for byte as received and verified against its SHA-256 (else
     // StoreFault::Corrupt).

@@ -111,6 +111,22 @@ struct AuditEntry
     QString reason = {}; // of a taking back, in the author's words
 };
 
+// That an account did something on a day. Holds nothing of what it was done with.
+struct UsageEvent
+{
+    QString id; // unique within the account's
+    QString event;
+    qint64 day = 0; // since 1970, UTC
+};
+
+// How often the accounts of a vendor did something on a day.
+struct UsageCount
+{
+    QString event;
+    qint64 day = 0;
+    qint64 count = 0;
+};
+
 struct StoredSession
 {
     QByteArray tokenHash;

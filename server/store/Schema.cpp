@@ -161,9 +161,21 @@ void AddBin(SqlConnection& connection, const IDialect&)
         connection.Execute(QString::fromLatin1(statement));
 }
 
+// A row per event and not a number per day: an event that comes twice counts once.
+void AddUsage(SqlConnection& connection, const IDialect&)
+{
+    for (const char* statement :
+         {"CREATE TABLE usage_event (pin TEXT NOT NULL REFERENCES account(pin), id TEXT NOT NULL, "
+          "event TEXT NOT NULL, day BIGINT NOT NULL, PRIMARY KEY (pin, id))",
+          "CREATE INDEX usage_of_account ON usage_event(pin, day)",
+          "CREATE INDEX usage_of_day ON usage_event(day)"})
+        connection.Execute(QString::fromLatin1(statement));
+}
+
 // Step n leads from schema n to schema n + 1. Steps that have been published are never changed.
 const Step steps[] = {CreateFirstSchema, AddInvitationsAndAudit, AddPositions,       AddClosedAccounts,
-                      AddTakingBack,     AddSaveNotes,           AddTagsAndChangers, AddBin};
+                      AddTakingBack,     AddSaveNotes,           AddTagsAndChangers, AddBin,
+                      AddUsage};
 constexpr int stepCount = sizeof steps / sizeof steps[0];
 
 int StoredSchema(SqlConnection& connection)

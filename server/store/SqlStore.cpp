@@ -269,6 +269,22 @@ std::vector<AuditEntry> SqlStore::Audit(const QString& venderId, const QString& 
     });
 }
 
+std::vector<UsageCount> SqlStore::UsageOf(const QString& venderId, qint64 fromDay, int most)
+{
+    static const QString sql =
+        QStringLiteral("SELECT usage_event.event, usage_event.day, COUNT(*) FROM usage_event "
+                       "JOIN account ON account.pin = usage_event.pin "
+                       "WHERE account.vender_id = ? AND usage_event.day >= ? "
+                       "GROUP BY usage_event.day, usage_event.event "
+                       "ORDER BY usage_event.day DESC, usage_event.event LIMIT ?");
+    const auto read = [](const SqlRows& rows) {
+        return UsageCount{rows.Text(0), rows.Number(1), rows.Number(2)};
+    };
+    return Reading([&](SqlConnection& c) {
+        return ReadAll(c.Select(sql, {venderId, fromDay, most}), +read);
+    });
+}
+
 QByteArray SqlStore::ReadBody(const QString& versionId, qint64 revision)
 {
     static const QString sql =

@@ -35,6 +35,7 @@ public:
     std::vector<SavedRevision> SavesOf(const QString& appId) override;
     std::vector<Invitation> InvitationsOf(const QString& appId) override;
     std::vector<AuditEntry> Audit(const QString& venderId, const QString& before, int most) override;
+    std::vector<UsageCount> UsageOf(const QString& venderId, qint64 fromDay, int most) override;
     QByteArray ReadBody(const QString& versionId, qint64 revision) override;
     bool Submit(Write write) override;
     void SubmitAndWait(std::function<void(ITransaction&)> act) override;

@@ -248,7 +248,22 @@ void SqlTransaction::RemoveSessionsOf(const QString& pin)
     connection.Change(QStringLiteral("DELETE FROM session WHERE pin = ?"), {pin});
 }
 
-bool SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan)
+qint64 SqlTransaction::UsageOn(const QString& pin, qint64 day)
+{
+    auto rows = connection.Select(
+        QStringLiteral("SELECT COUNT(*) FROM usage_event WHERE pin = ? AND day = ?"), {pin, day});
+    return rows.Next() ? rows.Number(0) : 0;
+}
+
+bool SqlTransaction::InsertUsage(const QString& pin, const UsageEvent& event)
+{
+    return connection.Change(QStringLiteral("INSERT INTO usage_event (pin, id, event, day) "
+                                            "VALUES (?, ?, ?, ?) ON CONFLICT (pin, id) DO NOTHING"),
+                             {pin, event.id, event.event, event.day}) > 0;
+}
+
+bool SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan,
+                                    qint64 usageBeforeDay)
 {
     constexpr int most = 1000;
     const int sessions =
@@ -259,6 +274,10 @@ bool SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answers
         QStringLiteral("DELETE FROM answer WHERE (pin, idempotency_key) IN "
                        "(SELECT pin, idempotency_key FROM answer WHERE answered_at < ? LIMIT 1000)"),
         {answersOlderThan});
-    return sessions < most && answers < most;
+    const int events =
+        connection.Change(QStringLiteral("DELETE FROM usage_event WHERE (pin, id) IN "
+                                         "(SELECT pin, id FROM usage_event WHERE day < ? LIMIT 1000)"),
+                          {usageBeforeDay});
+    return sessions < most && answers < most && events < most;
 }
 } // namespace server

@@ -48,6 +48,9 @@ public:
     void InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
                       qint64 now) override;
 
+    qint64 UsageOn(const QString& pin, qint64 day) override;
+    bool InsertUsage(const QString& pin, const UsageEvent& event) override;
+
     void UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now) override;
     void SetRoles(const QString& pin, const QStringList& roles) override;
     void SetClosed(const QString& pin, qint64 closedAt) override;
@@ -55,7 +58,8 @@ public:
     void TouchSession(const QByteArray& tokenHash, qint64 now) override;
     void RemoveSession(const QByteArray& tokenHash) override;
     void RemoveSessionsOf(const QString& pin) override;
-    bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan) override;
+    bool RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan,
+                        qint64 usageBeforeDay) override;
 
 private:
     void InsertHead(const Version& version);

@@ -43,6 +43,7 @@ const std::vector<Table>& Tables()
                   "id code app_id version_id pin created_at expires_at most_uses uses revoked_at position"),
         MakeTable("gray_access", 2, "app_id pin invitation_id granted_at"),
         MakeTable("audit_entry", 1, "id at pin act app_id version_id detail position reason"),
+        MakeTable("usage_event", 2, "pin id event day"),
         MakeTable("answer", 2, "pin idempotency_key fingerprint status etag body answered_at"),
     };
     return tables;

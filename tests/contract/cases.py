@@ -5,9 +5,10 @@ from authoring_cases import AuthoringCases
 from bin_cases import BinCases
 from release_cases import ReleaseCases
 from session_cases import SessionCases
+from usage_cases import UsageCases
 
 
-class Cases(SessionCases, AuthoringCases, BinCases, ReleaseCases):
+class Cases(SessionCases, AuthoringCases, BinCases, ReleaseCases, UsageCases):
     def __init__(self, server):
         self.server = server
         self.rows = {}

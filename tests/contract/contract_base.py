@@ -50,5 +50,5 @@ class ContractBase(unittest.TestCase):
             body = BODY
         elif method in ("POST", "PATCH"):
             body = {"name": str(uuid.uuid4()), "kind": 0, "type": 1, "code": made["code"], "state": 3,
-                    "reason": "坏了"}
+                    "reason": "坏了", "events": []}
         return self.server.ask(method, target, token, body, headers)

@@ -36,6 +36,8 @@ RIGHTS = {
     ("GET", "/api/v1/online-apps"): {name: 200 for name in ACCOUNTS},
     ("GET", "/api/v1/gray-apps"): {name: 200 for name in ACCOUNTS},
     ("GET", "/api/v1/audit"): {"administrator": 200, "foreign-administrator": 200, "*": 403},
+    ("POST", "/api/v1/usage-events"): {name: 204 for name in ACCOUNTS},
+    ("GET", "/api/v1/usage"): {"administrator": 200, "foreign-administrator": 200, "*": 403},
     ("GET", "/api/v1/sessions/current"): {name: 200 for name in ACCOUNTS},
     ("DELETE", "/api/v1/sessions/current"): {},  # tried with sessions of its own in Cases
     ("GET", "/api/v1/health"): {},  # nobody needs a token

@@ -13,11 +13,12 @@ from release_tests import ReleaseTests
 from rights_tests import RightsTests
 from route_tests import RouteTests
 from saving_tests import SavingTests
+from usage_tests import UsageTests
 
 ContractBase.document, *ContractBase.program = sys.argv[1:]
 
 
-class ContractTest(RouteTests, RightsTests, ReleaseTests, SavingTests, AppTests):
+class ContractTest(RouteTests, RightsTests, ReleaseTests, SavingTests, AppTests, UsageTests):
     """All subjects, one server."""
 
 

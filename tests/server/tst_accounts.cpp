@@ -150,6 +150,15 @@ void AccountsTest::clearsOutdatedAnswersAndSessionsWhileItRuns()
     QCOMPARE(Ask(QStringLiteral("SELECT COUNT(*) FROM answer")), qint64{6});
     QCOMPARE(Ask(QStringLiteral("SELECT COUNT(*) FROM session")), qint64{2});
 
+    // Of 91 and of 89 days ago.
+    for (const char* row : {"'a', 'e', day - 91", "'b', 'e', day - 89"})
+        QCOMPARE(
+            Ask(QStringLiteral("INSERT INTO usage_event (pin, id, event, day) SELECT pin, %1 FROM (SELECT "
+                               "pin, created_at / 86400000 AS day FROM session ORDER BY created_at "
+                               "DESC LIMIT 1) AS last")
+                    .arg(QString::fromLatin1(row))),
+            qint64{1});
+
     // Eight days old, all but one.
     QCOMPARE(Ask(QStringLiteral("UPDATE answer SET answered_at = answered_at - 691200000 "
                                 "WHERE answered_at < (SELECT MAX(answered_at) FROM answer)")),
@@ -160,6 +169,7 @@ void AccountsTest::clearsOutdatedAnswersAndSessionsWhileItRuns()
 
     QTRY_COMPARE_WITH_TIMEOUT(Ask(QStringLiteral("SELECT COUNT(*) FROM answer")), qint64{1}, 20000);
     QTRY_COMPARE_WITH_TIMEOUT(Ask(QStringLiteral("SELECT COUNT(*) FROM session")), qint64{1}, 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(Ask(QStringLiteral("SELECT COUNT(*) FROM usage_event")), qint64{1}, 20000);
     QCOMPARE(client->Get("/api/v1/apps").status, 200);
 }
 

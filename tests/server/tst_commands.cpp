@@ -173,7 +173,7 @@ void CommandsTest::restoresABackupOfAnOlderServer()
     QVERIFY2(Command({QStringLiteral("backup"), BackupFile()}) == 0, said.constData());
     EndServer();
     ChangeFile(BackupFile(),
-               {QStringLiteral("DROP TABLE save_note"),
+               {QStringLiteral("DROP TABLE usage_event"), QStringLiteral("DROP TABLE save_note"),
                 QStringLiteral("ALTER TABLE account DROP COLUMN closed_at"),
                 QStringLiteral("ALTER TABLE version DROP COLUMN withdrawn_at"),
                 QStringLiteral("ALTER TABLE audit_entry DROP COLUMN reason"),

@@ -257,7 +257,7 @@ void StoreTest::keepsAnAnswerUnderItsKey()
 
     const auto own = InWrite([](ITransaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
     const auto others = InWrite([](ITransaction& t) { return t.FindAnswer(colleague.pin, "key-00001"); });
-    store->SubmitAndWait([](ITransaction& t) { t.RemoveOutdated(0, 1001); });
+    store->SubmitAndWait([](ITransaction& t) { t.RemoveOutdated(0, 1001, 0); });
     const auto outdated = InWrite([](ITransaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
 
     QVERIFY(own);

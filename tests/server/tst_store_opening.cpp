@@ -38,7 +38,8 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
     store.reset();
     {
         SqlConnection connection(Dialect());
-        for (const char* statement : {"DROP TABLE save_note",
+        for (const char* statement : {"DROP TABLE usage_event",
+                                      "DROP TABLE save_note",
                                       "DROP TABLE gray_access",
                                       "DROP TABLE invitation",
                                       "DROP TABLE audit_entry",
