@@ -10,19 +10,17 @@
 
 #include <atomic>
 
-// Gives events to the usage monitor's queue.
+// Gives events to the usage monitor's queue. Parameters name accounts, apps and processes: they go no further.
 class BuiltInMonitor : public IMonitorSystem
 {
 public:
-    void ReportEvent(const QString& eventId, const QString& pageId, const QList<QString>& params) override
+    void ReportEvent(const QString& eventId, const QString& pageId, const QList<QString>&) override
     {
         JsonWriter writer;
         writer.BeginObject();
         writer.Member("id", QUuid::createUuid().toString(QUuid::WithoutBraces));
         writer.Member("event", eventId);
         writer.Member("page", pageId);
-        writer.Key("params");
-        writer.StringList(params);
         writer.Key("time");
         writer.Int64(QDateTime::currentMSecsSinceEpoch());
         writer.EndObject();

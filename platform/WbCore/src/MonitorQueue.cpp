@@ -48,11 +48,11 @@ void MonitorQueue::Load()
     // A file of that size is not one that this class wrote.
     if (file.size() > largestFileBytes)
         file.remove();
-    if (!file.open(QIODevice::ReadOnly))
-        return;
+    const bool isThere = file.open(QIODevice::ReadOnly);
 
     std::deque<QByteArray> earlier;
-    const QList<QByteArray> lines = file.readAll().split('\n');
+    const QList<QByteArray> lines = isThere ? file.readAll().split('\n') : QList<QByteArray>();
+    file.close();
     for (const QByteArray& line : lines) {
         // A process that was killed while it wrote leaves half a line.
         if (IsEvent(line))
@@ -61,6 +61,8 @@ void MonitorQueue::Load()
     earlier.insert(earlier.end(), events.begin(), events.end());
     events.swap(earlier);
     Bound();
+    // The next event must not be written behind half a line.
+    Rewrite();
 }
 
 void MonitorQueue::Append(const UsageMonitor::Batch& newEvents)

@@ -8,7 +8,6 @@
 #include <WbCore/WbGlobalData.h>
 #include <WbFoundation/FileLock.h>
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMutex>
@@ -82,6 +81,7 @@ private slots:
     void keepsEventsUntilTheyArrive();
     void takesOverWhatAnEarlierRunLeft();
     void passesOverHalfALine();
+    void keepsTheNextEventWholeAfterHalfALine();
     void dropsTheOldestWhenItIsFull();
     void keepsQuietWhenTheUserSaysNo();
     void takesEventsFromAnyThread();
@@ -143,8 +143,7 @@ void UsageMonitorTest::sendsEventsInTheirOrderFromItsOwnThread()
     QVERIFY(receiver->sinkThread != QThread::currentThreadId());
     const QJsonObject event = receiver->events.first();
     QCOMPARE(event.value(QStringLiteral("page")).toString(), QStringLiteral("page"));
-    QCOMPARE(event.value(QStringLiteral("params")).toArray().at(0).toString(),
-             QStringLiteral("{\"a\":\"值\"}"));
+    QVERIFY(!event.contains(QStringLiteral("params")));
     QVERIFY(event.value(QStringLiteral("time")).toDouble() > 0);
     QVERIFY(event.value(QStringLiteral("id")) != receiver->events.last().value(QStringLiteral("id")));
     QTRY_VERIFY(!QFile::exists(GetFileName()));
@@ -201,6 +200,22 @@ void UsageMonitorTest::passesOverHalfALine()
     UsageMonitor::Instance()->Start(MakeSettings(), receiver->GetSink());
 
     QTRY_COMPARE(receiver->GetNames(), QStringList{QStringLiteral("whole")});
+}
+
+void UsageMonitorTest::keepsTheNextEventWholeAfterHalfALine()
+{
+    QVERIFY(QDir().mkpath(MakeSettings().folder));
+    QFile file(GetFileName());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("{\"event\":\"ha");
+    file.close();
+    UsageMonitor::Instance()->Start(MakeSettings(), nullptr);
+    Report(QStringLiteral("next"));
+    UsageMonitor::Instance()->Stop();
+
+    UsageMonitor::Instance()->Start(MakeSettings(), receiver->GetSink());
+
+    QTRY_COMPARE(receiver->GetNames(), QStringList{QStringLiteral("next")});
 }
 
 void UsageMonitorTest::dropsTheOldestWhenItIsFull()

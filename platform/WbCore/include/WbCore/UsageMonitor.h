@@ -17,8 +17,8 @@
 class WBCORE_EXPORT UsageMonitor
 {
 public:
-    // One event as a JSON object: {"id","event","page","params":[…],"time":UTC milliseconds}. The id is
-    // unique for ever, so that a receiver can drop what it got twice.
+    // One event as a JSON object: {"id","event","page","time":UTC milliseconds}; without the parameters it was
+    // reported with. The id is unique for ever, so that a receiver can drop what it got twice.
     using Batch = QVector<QByteArray>;
 
     // Delivers a batch; true when it arrived for good, false to try again later. Called on the monitor's own
