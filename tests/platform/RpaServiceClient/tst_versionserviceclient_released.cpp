@@ -13,6 +13,8 @@
 #include <RpaServiceClient/releases/ListOnlineAppsRequest.h>
 #include <RpaServiceClient/releases/ListReleasesRequest.h>
 #include <RpaServiceClient/releases/TakeBackRequest.h>
+#include <RpaServiceClient/usage/ListUsageRequest.h>
+#include <RpaServiceClient/usage/SendUsageEventsRequest.h>
 #include <RpaServiceClient/versions/GetVersionDataRequest.h>
 
 #include <QJsonDocument>
@@ -52,6 +54,10 @@ private slots:
     void takesBack();
     void tellsThatSomebodyElseWasFirst();
     void readsTheAudit();
+    void sendsUsageEvents();
+    void readsTheUsage();
+    void doesNotBelieveABrokenUsage_data();
+    void doesNotBelieveABrokenUsage();
 };
 
 void VersionServiceReleasedTest::listsReleasedApps_data()
@@ -332,6 +338,64 @@ void VersionServiceReleasedTest::readsTheAudit()
     QCOMPARE(result->value.first().detail, QStringLiteral("版本1"));
     QCOMPARE(result->value.first().reason, QStringLiteral("坏了"));
     QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/audit?limit=50&before=e2"));
+}
+
+void VersionServiceReleasedTest::sendsUsageEvents()
+{
+    server->Enqueue(FaultServer::Reply{204, {}, {}});
+    VersionServiceClient client;
+    Result<VersionServiceNothing> result;
+
+    client.Send(SendUsageEventsRequest{{QJsonObject{{QStringLiteral("id"), QStringLiteral("1")}}}}, nullptr,
+                Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    const FaultServer::Request request = server->GetRequests().last();
+    QCOMPARE(request.method + ' ' + request.path, QByteArray("POST /api/v1/usage-events"));
+    QCOMPARE(request.body, QByteArray(R"({"events":[{"id":"1"}]})"));
+}
+
+void VersionServiceReleasedTest::readsTheUsage()
+{
+    server->Enqueue(FaultServer::Json(200, R"({"counts":[{"day":"2026-03-01","event":"Save","count":7},)"
+                                           R"({"day":"2026-02-28","event":"Run","count":1}]})"));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceUsageCount>> result;
+
+    client.Send(ListUsageRequest{30}, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY2(result->success, qPrintable(result->errorDesc));
+    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/usage?days=30"));
+    QCOMPARE(result->value.size(), 2);
+    QCOMPARE(result->value.first().day, QDate(2026, 3, 1));
+    QCOMPARE(result->value.first().event, QStringLiteral("Save"));
+    QCOMPARE(result->value.first().count, 7);
+    QCOMPARE(result->value.last().event, QStringLiteral("Run"));
+}
+
+void VersionServiceReleasedTest::doesNotBelieveABrokenUsage_data()
+{
+    QTest::addColumn<QByteArray>("body");
+
+    QTest::newRow("no list") << QByteArray(R"({"counts":{}})");
+    QTest::newRow("no day") << QByteArray(R"({"counts":[{"day":"soon","event":"Save","count":7}]})");
+    QTest::newRow("no event") << QByteArray(R"({"counts":[{"day":"2026-03-01","event":"","count":7}]})");
+    QTest::newRow("no count") << QByteArray(R"({"counts":[{"day":"2026-03-01","event":"Save"}]})");
+}
+
+void VersionServiceReleasedTest::doesNotBelieveABrokenUsage()
+{
+    QFETCH(QByteArray, body);
+    server->Enqueue(FaultServer::Json(200, body));
+    VersionServiceClient client;
+    Result<QVector<VersionServiceUsageCount>> result;
+
+    client.Send(ListUsageRequest{30}, nullptr, Into(&result));
+
+    QTRY_VERIFY(result);
+    QVERIFY(!result->success);
 }
 
 RPA_TEST_MAIN(VersionServiceReleasedTest)
