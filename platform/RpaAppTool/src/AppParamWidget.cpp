@@ -20,7 +20,6 @@ namespace
 constexpr int LabelWidth = 160; // a longer label is elided, so that the fields keep their room
 constexpr int LabelHeight = 30; // of a field's first line
 constexpr int WideWidth = 560;  // from here on there is room for two columns
-constexpr int LeastWidth = 240;
 constexpr int GridColumns = 4; // label and field, twice
 
 WbLabel* LabelOf(const RpaParamItem& item)
@@ -157,13 +156,6 @@ void AppParamWidget::resizeEvent(QResizeEvent* event)
     IAppParamWidget::resizeEvent(event);
     if (isWide != (width() >= DpiTool::ScaleDefault(WideWidth)))
         Place();
-}
-
-// Two columns must not keep the widget too wide for one.
-QSize AppParamWidget::minimumSizeHint() const
-{
-    const QSize hint = IAppParamWidget::minimumSizeHint();
-    return {qMin(hint.width(), DpiTool::ScaleDefault(LeastWidth)), hint.height()};
 }
 
 void AppParamWidget::ShowValue(int index)

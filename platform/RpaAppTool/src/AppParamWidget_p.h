@@ -30,7 +30,6 @@ public:
     QVariant GetParam(const QString& name) const override;
     bool SetParam(const QString& name, const QVariant& value) override;
     QString DemandValues() override;
-    QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
