@@ -59,11 +59,6 @@ QStringList RpaTableData::GetColumnNames() const
     return names;
 }
 
-int RpaTableData::IndexOfColumn(const QString& name) const
-{
-    return RecordNames::IndexOf(columns, name);
-}
-
 QString RpaTableData::MakeFreeColumnName(const QString& stem) const
 {
     return RecordNames::MakeFree(columns, stem);
@@ -195,17 +190,6 @@ bool RpaTableData::RemoveRows(int row, int count)
     emit SigAboutToRemoveRows(row, row + count - 1);
     rows.remove(row, count);
     emit SigRowsRemoved(row, row + count - 1);
-    emit SigChanged();
-    return true;
-}
-
-bool RpaTableData::MoveRow(int from, int to)
-{
-    if (!Has(rows, from) || !Has(rows, to) || from == to)
-        return false;
-    emit SigAboutToReset();
-    rows.move(from, to);
-    emit SigReset();
     emit SigChanged();
     return true;
 }

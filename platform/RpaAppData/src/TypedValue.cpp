@@ -137,22 +137,16 @@ bool TypedValue::ToSwitch(QVariant& value)
         value = value.toDouble() < 0 || value.toDouble() > 0;
         return true;
     }
+    static const QStringList on{QStringLiteral("true"), QStringLiteral("1"), QStringLiteral("是"),
+                                QStringLiteral("yes")};
+    static const QStringList off{QStringLiteral("false"), QStringLiteral("0"), QStringLiteral("否"),
+                                 QStringLiteral("no")};
     const QString text = value.toString().trimmed().toLower();
-    for (const QString& yes :
-         {QStringLiteral("true"), QStringLiteral("1"), QStringLiteral("是"), QStringLiteral("yes")}) {
-        if (text == yes) {
-            value = true;
-            return true;
-        }
-    }
-    for (const QString& no :
-         {QStringLiteral("false"), QStringLiteral("0"), QStringLiteral("否"), QStringLiteral("no")}) {
-        if (text == no) {
-            value = false;
-            return true;
-        }
-    }
-    return false;
+    const bool isOn = on.contains(text);
+    if (!isOn && !off.contains(text))
+        return false;
+    value = isOn;
+    return true;
 }
 
 bool TypedValue::ToText(QVariant& value)

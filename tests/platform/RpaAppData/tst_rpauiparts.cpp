@@ -375,7 +375,6 @@ void RpaUIPartsTest::refusesWhatLiesOutsideTheTable()
     QVERIFY(!table.RemoveRows(1, std::numeric_limits<int>::max()));
     QVERIFY(!table.RemoveRows(0, 0));
     QVERIFY(!table.RemoveColumn(1));
-    QVERIFY(!table.MoveRow(0, 1));
     QVERIFY(!table.SetColumn(0, table.GetColumn(0)));
     table.ClearRows();
     QCOMPARE(table.GetRowCount(), 0);

@@ -66,8 +66,6 @@ public:
     // An empty column outside the table.
     RpaTableColumn GetColumn(int column) const { return columns.value(column); }
     QStringList GetColumnNames() const;
-    // -1 when there is none; names are compared exactly.
-    int IndexOfColumn(const QString& name) const;
     // A name of the form "列2" that is free.
     QString MakeFreeColumnName(const QString& stem) const;
 
@@ -105,8 +103,6 @@ public:
     int InsertRows(int row, const QVector<QVariantList>& newRows);
     int AppendRow(const QVariantList& values) { return InsertRows(-1, {values}); }
     bool RemoveRows(int row, int count);
-    // to is the index after the move.
-    bool MoveRow(int from, int to);
     void ClearRows();
 
     // What a run does to cells and rows: as the operation does it, but no part of the JSON, which holds the
@@ -144,7 +140,7 @@ signals:
     void SigColumnInserted(int column);
     void SigAboutToRemoveColumn(int column);
     void SigColumnRemoved(int column);
-    // Moves of rows and columns, and everything at once.
+    // Moves of columns, and everything at once.
     void SigAboutToReset();
     void SigReset();
     // After each change; not when results are taken back, which leaves the app as it was.

@@ -33,7 +33,9 @@ protected:
     AppEditorPanel(const QString& title, const QString& recordName, const QString& emptyHint,
                    QWidget* parent);
 
+    // Null before there is one.
     RpaAppDataPtr GetAppData() const;
+    // What the author did in this panel.
     QUndoStack& GetUndoStack() const;
     // Not owned; once.
     void SetModel(RecordModel* model);
