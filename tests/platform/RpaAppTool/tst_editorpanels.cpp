@@ -1,26 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <RpaAppData/RpaAppData.h>
+#include "PanelForm.h"
+
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaToolData.h>
-#include <RpaAppData/RpaUIData.h>
-#include <RpaAppData/RpaUIDataManager.h>
 #include <RpaAppTool/AppParamEditorWidget.h>
 #include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/AppToolEditorWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
 #include <WbBaseUI/WbTheme.h>
 
-#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTableView>
-#include <QTest>
-#include <QToolButton>
 
 namespace
 {
@@ -29,12 +24,12 @@ constexpr int typeColumn = 2;    // of the parameters
 constexpr int limitsColumn = 5;
 } // namespace
 
-class EditorPanels : public QObject
+class EditorPanels : public QObject, private PanelForm
 {
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { Start(); }
 
     void foldingHidesTheListAndTellsOnce();
     void aToolIsAddedWithTheFirstProcess();
@@ -56,41 +51,7 @@ private slots:
     void dataThatGoesAwayEmptiesThePanel();
     void columnsStayReadableInANarrowPanel();
     void allParameterColumnsAreSeenBesideTheBrowser();
-
-private:
-    RpaUIData* Page() { return app->GetUIDataManager()->GetUIData(0); }
-    template <typename Panel, typename Data>
-    void Bind(Panel& panel, Data* data)
-    {
-        panel.SetAppDataPtr(app);
-        panel.Init(data);
-        panel.resize(400, 300);
-        panel.show();
-        app->SetModified(false);
-        model = panel.template findChild<QTableView*>(QStringLiteral("recordView"))->model();
-        tester = std::make_unique<QAbstractItemModelTester>(
-            model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    }
-    static void Click(QWidget& panel, const char* name)
-    {
-        QTest::mouseClick(panel.findChild<QToolButton*>(QLatin1String(name)), Qt::LeftButton);
-    }
-    static QTableView* View(QWidget& panel)
-    {
-        return panel.findChild<QTableView*>(QStringLiteral("recordView"));
-    }
-
-    RpaAppDataPtr app;
-    QAbstractItemModel* model = nullptr;
-    std::unique_ptr<QAbstractItemModelTester> tester;
 };
-
-void EditorPanels::init()
-{
-    tester.reset();
-    app = RpaAppDataPtr::create();
-    app->InitDefault();
-}
 
 void EditorPanels::foldingHidesTheListAndTellsOnce()
 {

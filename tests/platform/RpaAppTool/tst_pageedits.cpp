@@ -1,29 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <RpaAppData/RpaAppData.h>
+#include "PanelForm.h"
+
 #include <RpaAppData/RpaPageEdits.h>
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaToolData.h>
-#include <RpaAppData/RpaUIData.h>
-#include <RpaAppData/RpaUIDataManager.h>
 #include <RpaAppTool/AppParamEditorWidget.h>
 #include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/AppToolEditorWidget.h>
 #include <WbBaseUI/WbEditHistory.h>
 
 #include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
-#include <QToolButton>
 
 // What an author does in the panels of a page and takes back again.
-class PageEdits : public QObject
+class PageEdits : public QObject, private PanelForm
 {
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { Start(); }
 
     void whatIsTakenBackIsNoEdit();
     void whatWasSavedMeanwhileIsEditedByTakingItBack();
@@ -36,21 +33,6 @@ private slots:
     void whatARunWroteIsNotComparedUntilItIsKept();
 
 private:
-    RpaUIData* Page() { return app->GetUIDataManager()->GetUIData(0); }
-    template <typename Panel, typename Data>
-    void Bind(Panel& panel, Data* data)
-    {
-        panel.SetAppDataPtr(app);
-        panel.Init(data);
-        panel.resize(400, 300);
-        panel.show();
-        app->SetModified(false);
-    }
-    static void Click(QWidget& panel, const char* name)
-    {
-        QTest::mouseClick(panel.findChild<QToolButton*>(QLatin1String(name)), Qt::LeftButton);
-    }
-
     // A column of numbers and two rows, in a panel that has seen no edit of them yet.
     RpaTableData* FillTable(AppTableEditorWidget& panel)
     {
@@ -64,15 +46,7 @@ private:
         return table;
     }
     bool IsCompared() { return !app->findChild<RpaPageEdits*>()->findChild<QTimer*>()->isActive(); }
-
-    RpaAppDataPtr app;
 };
-
-void PageEdits::init()
-{
-    app = RpaAppDataPtr::create();
-    app->InitDefault();
-}
 
 void PageEdits::whatIsTakenBackIsNoEdit()
 {
