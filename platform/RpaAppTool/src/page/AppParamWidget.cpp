@@ -20,7 +20,7 @@ namespace
 constexpr int LabelWidth = 160; // a longer label is elided, so that the fields keep their room
 constexpr int LabelHeight = 30; // of a field's first line
 constexpr int WideWidth = 560;  // from here on there is room for two columns
-constexpr int GridColumns = 4; // label and field, twice
+constexpr int GridColumns = 4;  // label and field, twice
 
 WbLabel* LabelOf(const RpaParamItem& item)
 {
