@@ -44,6 +44,7 @@ public:
     static void SetOutstandingQuery(OutstandingQuery query);
 
 public slots:
+    // Ends Block(), or the next one while none is under way; a value is what GetResult() gives afterwards.
     void Continue();
     void ContinueWith(const QVariant& value);
 

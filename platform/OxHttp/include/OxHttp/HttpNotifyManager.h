@@ -25,6 +25,7 @@ class IHttpResponse;
 class OXHTTP_EXPORT HttpNotifyManager
 {
 public:
+    // The one of the process.
     static HttpNotifyManager* Instance();
 
     // Registers for the given ids, in addition to those the observer has already; an id it has is kept as it

@@ -34,6 +34,7 @@ public:
     // RpaStartContent holds, marked as modified then.
     void InitDefault();
 
+    // The parts of the app; never null, and the same ones as long as it lives.
     RpaAppExtendInfo* GetAppExtendInfo() const;
     RpaAppRunTimeInfo* GetRunTimeInfo() const;
     RpaUIDataManager* GetUIDataManager() const;

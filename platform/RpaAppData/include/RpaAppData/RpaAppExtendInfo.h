@@ -10,9 +10,11 @@
 class RPAAPPDATA_EXPORT RpaAppExtendInfo
 {
 public:
+    // Id of the app with the version service.
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
+    // Key of the app with the open service.
     QString GetOxsAppKey() const { return oxsAppKey; }
     void SetOxsAppKey(const QString& value) { oxsAppKey = value; }
 
@@ -20,6 +22,7 @@ public:
     int GetAppKind() const { return appKind; }
     void SetAppKind(int value) { appKind = value; }
 
+    // The usage instructions, as HTML.
     QString GetManual() const { return manual; }
 
     QString manual; // usage instructions as the rich editor gives them; written directly by its page

@@ -10,9 +10,11 @@
 class RPAAPPDATA_EXPORT RpaAppRunTimeInfo
 {
 public:
+    // Id of the app with the version service.
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
+    // Key of the app with the open service.
     QString GetOxsAppKey() const { return oxsAppKey; }
     void SetOxsAppKey(const QString& value) { oxsAppKey = value; }
 

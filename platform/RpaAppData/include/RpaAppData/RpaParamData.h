@@ -17,6 +17,7 @@
 class JsonReader;
 class JsonWriter;
 
+// What a parameter holds: it decides its field, its value and which limits it may have.
 enum class RpaParamType
 {
     Text,     // QString
@@ -100,6 +101,7 @@ struct RPAAPPDATA_EXPORT RpaParamItem
     // A value as the user reads it.
     static QString GetText(const QVariant& value);
 
+    // Of everything, the value and the foreign members included.
     bool operator==(const RpaParamItem& other) const;
     bool operator!=(const RpaParamItem& other) const { return !(*this == other); }
 
@@ -138,6 +140,7 @@ public:
     void KeepResults();
     void RestoreResults();
 
+    // The value in an app; see RpaAppData.
     void WriteJson(JsonWriter& writer) const;
     std::function<void()> ReadJson(JsonReader& reader);
 

@@ -17,6 +17,7 @@
 class JsonReader;
 class JsonWriter;
 
+// What the cells of a column hold.
 enum class RpaColumnType
 {
     Text,   // QString
@@ -25,6 +26,7 @@ enum class RpaColumnType
     Switch, // bool
 };
 
+// One column of a table.
 struct RPAAPPDATA_EXPORT RpaTableColumn
 {
     QString name; // unique in the table
@@ -41,6 +43,7 @@ struct RPAAPPDATA_EXPORT RpaTableColumn
     // Whether it is of a newer client's type: what that may hold is unknown here.
     bool IsForeign() const { return type == RpaColumnType::Text && !foreignType.isEmpty(); }
 
+    // Of everything, the foreign members included.
     bool operator==(const RpaTableColumn& other) const;
     bool operator!=(const RpaTableColumn& other) const { return !(*this == other); }
 
@@ -61,10 +64,12 @@ class RPAAPPDATA_EXPORT RpaTableData : public QObject
 public:
     explicit RpaTableData(QObject* parent = nullptr);
 
+    // The columns, in order.
     int GetColumnCount() const { return columns.size(); }
     const QVector<RpaTableColumn>& GetColumns() const { return columns; }
     // An empty column outside the table.
     RpaTableColumn GetColumn(int column) const { return columns.value(column); }
+    // In the order of the columns.
     QStringList GetColumnNames() const;
     // A name of the form "列2" that is free.
     QString MakeFreeColumnName(const QString& stem) const;
@@ -79,6 +84,7 @@ public:
     // to is the index after the move.
     bool MoveColumn(int from, int to);
 
+    // Of those that are shown: results of runs count, what they took the place of does not.
     int GetRowCount() const { return rows.size(); }
     // Empty outside the table.
     QVariantList GetRow(int row) const { return rows.value(row).toList(); }
@@ -87,6 +93,7 @@ public:
     // False outside the table or when the value does not fit the column.
     bool SetCell(int row, int column, const QVariant& value);
 
+    // A place in the table and what goes there.
     struct Cell
     {
         int row;
@@ -123,13 +130,16 @@ public:
         bool hasResults = false;
         QVector<QVector<QVariant>> initialRows = {};
     };
+    // Costs nothing but a reference; the rows are shared until one side changes.
     Content GetContent() const { return {columns, rows, hasResults, initialRows}; }
     void SetContent(const Content& content);
 
+    // The value in an app; see RpaAppData.
     void WriteJson(JsonWriter& writer) const;
     std::function<void()> ReadJson(JsonReader& reader);
 
 signals:
+    // What an item model tells of the same change; indexes are those after it, of a removal those before.
     void SigCellsChanged(int firstRow, int firstColumn, int lastRow, int lastColumn);
     void SigColumnChanged(int column);
     void SigAboutToInsertRows(int first, int last);

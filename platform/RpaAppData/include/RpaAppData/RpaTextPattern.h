@@ -15,6 +15,7 @@ struct RPAAPPDATA_EXPORT RpaTextPattern
     QString expression; // for the whole text
     QString example;
 
+    // Those with a name, in the order in which they are offered.
     static const QVector<RpaTextPattern>& GetKnown();
     // The known one of this expression; nothing in it but the expression when there is none.
     static RpaTextPattern Find(const QString& expression);

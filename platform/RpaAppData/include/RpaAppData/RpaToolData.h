@@ -37,6 +37,7 @@ class RPAAPPDATA_EXPORT RpaToolData : public RpaRecordList<RpaToolItem>
 public:
     explicit RpaToolData(QObject* parent = nullptr);
 
+    // The value in an app; see RpaAppData.
     void WriteJson(JsonWriter& writer) const;
     std::function<void()> ReadJson(JsonReader& reader);
 

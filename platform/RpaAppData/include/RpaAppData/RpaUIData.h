@@ -24,6 +24,7 @@ class RPAAPPDATA_EXPORT RpaUIData : public QObject
 public:
     ~RpaUIData() override;
 
+    // Unique in the app.
     QString GetName() const;
 
     // Never null.

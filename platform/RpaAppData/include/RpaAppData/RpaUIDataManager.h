@@ -22,6 +22,7 @@ public:
     explicit RpaUIDataManager(QObject* parent = nullptr);
     ~RpaUIDataManager() override;
 
+    // How many pages there are.
     int GetCount() const;
     // Replaces the list's content by the names of all pages.
     void GetAllUIName(QStringList& names) const;
@@ -29,6 +30,7 @@ public:
     QString GetUIName(int index) const;
     RpaUIData* GetUIData(int index) const;
 
+    // Whether a page has the name.
     bool IsExist(const QString& name) const;
     // Whether a page other than the one at index has the name.
     bool IsExistExceptIndex(const QString& name, int index) const;
@@ -57,12 +59,14 @@ public:
     Commit ReadJson(JsonReader& reader) override;
 
 signals:
+    // Of the list of pages, after the change but where the name says otherwise; the data is changed already.
     void SigUIAdded(int index);
     void SigUIAboutToBeDeleted(int index);
     void SigUIDeleted(int index);
     void SigUIRenamed(int index);
     void SigUISwapped(int a, int b);
     void SigIndexActiveChanged(int index);
+    // All pages are replaced at once.
     void SigAboutToReset();
     void SigReset();
     // After each change of the list and of any page; not for the active index.

@@ -10,9 +10,11 @@
 class RPACORE_EXPORT RobotExecuteInfo
 {
 public:
+    // Id of the app with the version service.
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
+    // What the user calls the app.
     QString GetAppName() const { return appName; }
     void SetAppName(const QString& value) { appName = value; }
 

@@ -20,9 +20,11 @@ enum AppSnapshotState : int
 class RPACORE_EXPORT RpaAppSnapshot
 {
 public:
+    // Id with the version service; empty while it was never saved.
     QString GetId() const { return id; }
     void SetId(const QString& value) { id = value; }
 
+    // What the author calls the version; unique in its app.
     QString GetName() const { return name; }
     void SetName(const QString& value)
     {
@@ -35,12 +37,15 @@ public:
     bool IsNamed() const { return isNamed; }
     void SetNamed(bool value) { isNamed = value; }
 
+    // What the author wrote about it.
     QString GetDesc() const { return desc; }
     void SetDesc(const QString& value) { desc = value; }
 
+    // Id of the app it is a version of.
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
+    // For whom it is: the author, some users or all.
     AppSnapshotState GetState() const { return state; }
     void SetState(AppSnapshotState value) { state = value; }
 

@@ -10,6 +10,7 @@
 class RPACORE_EXPORT RpaGlobalDataManager
 {
 public:
+    // The one of the process.
     static RpaGlobalDataManager* Instance();
 
     // Whether the signed-in user is a super administrator; false at first.

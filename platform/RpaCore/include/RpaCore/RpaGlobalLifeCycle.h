@@ -12,6 +12,7 @@ class IRpaLifeCycle;
 class RPACORE_EXPORT RpaGlobalLifeCycle
 {
 public:
+    // The one of the process.
     static RpaGlobalLifeCycle* Instance();
 
     // A logic is asked once per close however often it was added.

@@ -10,6 +10,7 @@
 class RPACORE_EXPORT RpaSuperDir
 {
 public:
+    // The one of the process.
     static RpaSuperDir* Instance();
 
     // Folder whose files are offered as templates of a visual app / a program app.

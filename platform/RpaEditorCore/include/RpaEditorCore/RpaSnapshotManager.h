@@ -16,6 +16,7 @@
 class RPAEDITORCORE_EXPORT RpaSnapshotManager
 {
 public:
+    // How many versions are listed.
     int GetCount() const;
 
     // Number of versions in develop state.

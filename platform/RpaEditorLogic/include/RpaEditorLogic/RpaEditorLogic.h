@@ -54,9 +54,11 @@ class SaveLedger;
 class RPAEDITORLOGIC_EXPORT RpaEditorLogic
 {
 public:
+    // The one of the process.
     static RpaEditorLogic* Instance();
     ~RpaEditorLogic();
 
+    // Each takes a request and is answered as said above; what a request is for stands with its class.
     void SaveAppSnapshotInfo(const QSharedPointer<SaveAppSnapshotInfoRequest>& request);
     void UpdateAppSnapshotInfo(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request);
     void DeleteAppSnapshotInfo(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request);

@@ -27,6 +27,7 @@ private:
     RpaAppSnapshotPtr snapshot;
 };
 
+// Overwrites a version with content, name and description of the record.
 class RPAEDITORLOGIC_EXPORT UpdateAppSnapshotInfoRequest : public IHttpRequest
 {
     Q_OBJECT
@@ -41,6 +42,7 @@ private:
     RpaAppSnapshotPtr snapshot;
 };
 
+// Deletes a version.
 class RPAEDITORLOGIC_EXPORT DeleteAppSnapshotInfoRequest : public IHttpRequest
 {
     Q_OBJECT
@@ -52,6 +54,7 @@ public:
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
+    // Id of the version with the version service.
     QString GetSnapshotId() const { return snapshotId; }
     void SetSnapshotId(const QString& value) { snapshotId = value; }
 
@@ -60,6 +63,7 @@ private:
     QString snapshotId;
 };
 
+// Asks for the versions of an app; the snapshot manager holds them when it is answered.
 class RPAEDITORLOGIC_EXPORT GetSnapshotListRequest : public IHttpRequest
 {
     Q_OBJECT
@@ -74,6 +78,7 @@ private:
     QString appId;
 };
 
+// Asks for the content of a version.
 class RPAEDITORLOGIC_EXPORT GetDevSnapshotDataRequest : public IHttpRequest
 {
     Q_OBJECT
@@ -88,6 +93,7 @@ private:
     QString snapshotId;
 };
 
+// Releases a version to some users or to all.
 class RPAEDITORLOGIC_EXPORT GrayOrReleaseRequest : public IHttpRequest
 {
     Q_OBJECT
@@ -121,6 +127,7 @@ public:
 
     bool IsSuccess() const override { return success; }
     QString GetErrorDesc() const override { return errorDesc; }
+    // Used by the request library: whether it worked, else why not, in the user's words.
     void SetOutcome(bool ok, const QString& error);
 
 private:
@@ -128,6 +135,7 @@ private:
     QString errorDesc;
 };
 
+// The content that was asked for.
 class RPAEDITORLOGIC_EXPORT GetDevSnapshotDataResponse : public SnapshotResponse
 {
     Q_OBJECT
@@ -143,6 +151,7 @@ private:
     QByteArray appData;
 };
 
+// How a release went.
 class RPAEDITORLOGIC_EXPORT GrayOrReleaseResponse : public SnapshotResponse
 {
     Q_OBJECT
@@ -154,6 +163,7 @@ public:
     int GetResult() const { return result; }
     void SetResult(int value) { result = value; }
 
+    // As the server answered: whether the host is to tell of the release. Only passed on here.
     bool GetNeedTip() const { return needTip; }
     void SetNeedTip(bool value) { needTip = value; }
 

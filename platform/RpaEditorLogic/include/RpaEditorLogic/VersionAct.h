@@ -7,6 +7,7 @@
 // A deletion or release that was asked for and is not answered yet.
 struct VersionAct
 {
+    // What is done to the version.
     enum class Kind
     {
         Deletion,

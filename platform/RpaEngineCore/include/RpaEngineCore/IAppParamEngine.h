@@ -14,6 +14,7 @@ class RPAENGINECORE_EXPORT IAppParamEngine
 public:
     virtual ~IAppParamEngine();
 
+    // In the order of the page; groups, which have no value, are left out.
     virtual QStringList GetParamNames() const = 0;
 
     // Those whose values are passwords; a run types these into password fields only. None where it is not

@@ -14,6 +14,7 @@ class RPAENGINECORE_EXPORT IAppTableEngine
 public:
     virtual ~IAppTableEngine();
 
+    // In their order; each name once.
     virtual QStringList GetColumnNames() const = 0;
     virtual int GetRowCount() const = 0;
 
@@ -26,5 +27,6 @@ public:
     // Index of the new row, or -1 when a value does not fit.
     virtual int AppendRow(const QVariantList& values) = 0;
 
+    // Columns stay.
     virtual void ClearRows() = 0;
 };

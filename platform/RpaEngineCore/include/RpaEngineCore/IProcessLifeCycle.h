@@ -12,6 +12,7 @@ class RPAENGINECORE_EXPORT IProcessLifeCycle
 public:
     virtual ~IProcessLifeCycle();
 
+    // The engine is there, or goes; an app was opened.
     virtual void EngineReady();
     virtual void EngineRelease();
     virtual void AppLoaded(const QString& appId);

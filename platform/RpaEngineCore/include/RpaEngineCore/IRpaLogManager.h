@@ -10,6 +10,7 @@
 #include <QString>
 #include <QVector>
 
+// How serious a line is.
 enum class RpaLogLevel
 {
     Debug,
@@ -18,6 +19,7 @@ enum class RpaLogLevel
     Error,
 };
 
+// One line of the log.
 struct RPAENGINECORE_EXPORT RpaLogLine
 {
     qint64 number = 0; // counts from 1 since Initialize()
@@ -42,14 +44,17 @@ public:
     // Empties the source and starts anew; line numbers begin at 1 again.
     virtual void Initialize() = 0;
 
+    // Those that were not dropped, the oldest first.
     virtual QVector<RpaLogLine> GetLines() const = 0;
 
 signals:
+    // The source was emptied.
     void SigInitialized();
     // Several lines at once, at most one signal per turn of the event loop.
     void SigLinesAdded(const QVector<RpaLogLine>& lines);
 };
 
+// Writes the log of runs and gives it to whoever shows it. GUI thread only.
 class RPAENGINECORE_EXPORT IRpaLogManager
 {
 public:

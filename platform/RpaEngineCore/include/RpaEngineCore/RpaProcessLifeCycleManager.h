@@ -15,8 +15,10 @@ class IProcessLifeCycle;
 class RPAENGINECORE_EXPORT RpaProcessLifeCycleManager
 {
 public:
+    // The one of the process.
     static RpaProcessLifeCycleManager* Instance();
 
+    // Not owned: a listener is removed before it goes. Adding it twice has it told once.
     void AddLifeCycle(IProcessLifeCycle* listener);
     void RemoveLifeCycle(IProcessLifeCycle* listener);
 

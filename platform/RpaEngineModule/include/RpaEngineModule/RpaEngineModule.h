@@ -25,9 +25,11 @@ class RpaUiaNodeManager;
 class RPAENGINEMODULE_EXPORT RpaEngineModule
 {
 public:
+    // The one of the process.
     static RpaEngineModule* Instance();
     ~RpaEngineModule();
 
+    // What runs that start from now on work with: the browser, the active page, the app.
     void SetBrowserEngine(IBrowserEngine* engine);
     void SetAppParamEngine(IAppParamEngine* engine);
     void SetAppTableEngine(IAppTableEngine* engine);
@@ -45,6 +47,7 @@ public:
     // disabled, and Terminate() gives the run up: should it be executed after all, nothing is started.
     void SetWaiting(bool waits);
 
+    // Never null; they live as long as the engine.
     IRpaTranslator* GetTranslator() const;
     IRpaDebugger* GetEngineDebugger() const;
     IRpaLogManager* GetLogManager() const;

@@ -14,6 +14,7 @@
 class RPAENGINEMODULE_EXPORT RpaProcessRelatedUIControler
 {
 public:
+    // The one of the process.
     static RpaProcessRelatedUIControler* Instance();
 
     // A widget that is added during a run is disabled at once.

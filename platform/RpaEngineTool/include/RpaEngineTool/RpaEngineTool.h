@@ -12,6 +12,7 @@ class IRpaInspector;
 class RPAENGINETOOL_EXPORT RpaEngineTool
 {
 public:
+    // The one of the process.
     static RpaEngineTool* Instance();
     ~RpaEngineTool();
 

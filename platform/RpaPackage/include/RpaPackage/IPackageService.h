@@ -24,6 +24,7 @@ public:
     virtual void Reset(const QString& json) = 0;
 
 signals:
+    // An Install() is over; what became of it is seen in the list.
     void SigInstallFinished();
     // The user changed and saved the list.
     void SigSaveConfig(const QString& json);

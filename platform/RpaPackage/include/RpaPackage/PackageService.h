@@ -24,6 +24,7 @@ struct RPAPACKAGE_EXPORT PackageSettings
 // One package that the app wants, and how it stands.
 struct RPAPACKAGE_EXPORT PackageState
 {
+    // How it stands in the environment of the app.
     enum Status
     {
         Unknown, // not looked at yet
@@ -52,6 +53,7 @@ public:
     // Ends like Shutdown(), but announces nothing.
     ~PackageService() override;
 
+    // Count for installations that start from now on.
     void SetSettings(const PackageSettings& settings);
     PackageSettings GetSettings() const;
 

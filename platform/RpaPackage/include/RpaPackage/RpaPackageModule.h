@@ -9,9 +9,11 @@
 class IPackageService;
 class PackageService;
 
+// Where the engine and the editor find the package service. GUI thread only.
 class RPAPACKAGE_EXPORT RpaPackageModule
 {
 public:
+    // The one of the process.
     static RpaPackageModule* Instance();
     ~RpaPackageModule();
 

@@ -29,9 +29,11 @@ public:
     // Whether there are edits that were not saved.
     bool IsChanged() const;
 
+    // Does nothing while there are no edits, or the list cannot be edited.
     void Save();
 
 signals:
+    // IsChanged() is another.
     void SigChangedStateChanged(bool changed);
 
 private:

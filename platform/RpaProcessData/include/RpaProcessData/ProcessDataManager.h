@@ -22,6 +22,7 @@ public:
     explicit ProcessDataManager(QObject* parent = nullptr);
     ~ProcessDataManager() override;
 
+    // How many there are, and their names in order; the first is the main one.
     int GetCount() const;
     QStringList GetProcessNames() const;
     // Name of the first process, the app's main one; empty when there is none.
@@ -52,10 +53,14 @@ public:
     Commit ReadJson(JsonReader& reader) override;
 
 signals:
+    // A process came to index. It has its content already.
     void SigProcessAdded(int index);
+    // Its pointer is valid until SigProcessRemoved, after which index is that of the next one.
     void SigProcessAboutToBeRemoved(int index);
     void SigProcessRemoved(int index);
+    // Statements that run it by its old name are changed already.
     void SigProcessRenamed(int index, const QString& oldName);
+    // to is the index after the move.
     void SigProcessMoved(int from, int to);
     // Everything is replaced (Parse, Clear).
     void SigAboutToReset();

@@ -39,12 +39,14 @@ enum class RpaArgumentForm
     Dictionary, // as a grid of keys and values
 };
 
+// One of the values that a Choice may have: as the argument holds it, and as the author reads it.
 struct RPAPROCESSDATA_EXPORT RpaChoice
 {
     QString value;
     QString title;
 };
 
+// One argument of a command as its data file describes it.
 struct RPAPROCESSDATA_EXPORT RpaArgumentInfo
 {
     QString name;
@@ -59,6 +61,7 @@ struct RPAPROCESSDATA_EXPORT RpaArgumentInfo
     RpaArgumentForm form = RpaArgumentForm::Code; // of an Expression
 };
 
+// What a command gives, for a variable of the author.
 struct RPAPROCESSDATA_EXPORT RpaOutputInfo
 {
     QString title; // 中文, empty when the command has no output
@@ -67,6 +70,7 @@ struct RPAPROCESSDATA_EXPORT RpaOutputInfo
     bool required = false;
 };
 
+// Whether other statements stand inside a command, and what that means for them.
 enum class RpaBlockKind
 {
     None,   // has no children
@@ -95,6 +99,7 @@ struct RPAPROCESSDATA_EXPORT RpaCommandInfo
     QStringList imports;    // lines that the program needs once, at its top
     QVector<PackageItem> packages;
 
+    // Whether other statements may stand inside.
     bool HasChildren() const { return blockKind != RpaBlockKind::None; }
     // Null when there is no such argument.
     const RpaArgumentInfo* FindArgument(const QString& argumentName) const;
@@ -105,6 +110,7 @@ struct RPAPROCESSDATA_EXPORT RpaCommandInfo
 class RPAPROCESSDATA_EXPORT RpaCommandCatalogue
 {
 public:
+    // The one of the process, made and read at the first call.
     static RpaCommandCatalogue* Instance();
 
     // In the order of the data files.

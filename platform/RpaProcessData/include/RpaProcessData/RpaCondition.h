@@ -4,6 +4,7 @@
 
 #include <RpaProcessData/RpaValue.h>
 
+// How a row compares its left value, with its right one where there is one.
 enum class RpaComparison
 {
     Equal,
@@ -26,6 +27,7 @@ enum class RpaComparison
     HoldsNot,
 };
 
+// One comparison, and how it is joined to the one before it.
 struct RPAPROCESSDATA_EXPORT RpaConditionRow
 {
     bool isOr = false; // how it is joined to the row before it; "and" binds tighter, as in Python
@@ -33,7 +35,9 @@ struct RPAPROCESSDATA_EXPORT RpaConditionRow
     RpaComparison comparison = RpaComparison::Equal;
     RpaValue right; // unused where the comparison needs none
 
+    // Whether all is filled in that the comparison needs.
     bool IsComplete() const;
+    // Of all four members.
     bool operator==(const RpaConditionRow& other) const;
 };
 
@@ -49,13 +53,16 @@ public:
     // Nothing, and the reason in Chinese, for a condition that rows would show wrongly.
     static std::optional<RpaCondition> Read(const QString& python, QString* reason = nullptr);
 
+    // In their order; at most mostRows.
     const QVector<RpaConditionRow>& GetRows() const { return rows; }
     void SetRows(const QVector<RpaConditionRow>& changed);
 
+    // The condition as one line of Python.
     QString ToPython() const;
     // The first incomplete row, -1 when there is none.
     int FindIncomplete() const;
 
+    // Whether the comparison has a value on its right.
     static bool HasRight(RpaComparison comparison);
 
 private:

@@ -24,6 +24,7 @@ public:
     static std::optional<RpaGrid> Read(RpaArgumentForm form, const QString& python,
                                        QString* reason = nullptr);
 
+    // Rows in their order; a row has as many cells as the form says.
     const QVector<Row>& GetRows() const { return rows; }
     void SetRows(const QVector<Row>& changed) { rows = changed; }
 

@@ -29,6 +29,7 @@ struct RPAPROCESSDATA_EXPORT RpaNode
     QMap<QString, QString> attributes;
     QByteArray unknown; // members written by a newer client, kept as they came
 
+    // Of everything, the foreign members included.
     bool operator==(const RpaNode& other) const;
     bool operator!=(const RpaNode& other) const { return !(*this == other); }
 };

@@ -17,6 +17,7 @@ class RPAPROCESSDATA_EXPORT RpaNodeManager : public IJsonParser
 public:
     ~RpaNodeManager() override;
 
+    // How many there are, and all of them in order.
     int GetCount() const;
     QVector<RpaNode> GetNodes() const;
     // A node with an empty id outside 0 … GetCount() - 1 / when there is none.
@@ -38,6 +39,7 @@ public:
     Commit ReadJson(JsonReader& reader) override;
 
 signals:
+    // After the change; a removed one is gone by its index already. SigReset: everything was replaced.
     void SigNodeAdded(int index);
     void SigNodeChanged(int index);
     void SigNodeRemoved(int index, const QString& id);

@@ -24,6 +24,7 @@ class RPAPROCESSDATA_EXPORT RpaPackageInfo : public IJsonParser
 public:
     explicit RpaPackageInfo(QObject* parent = nullptr);
 
+    // Whether it names no package.
     bool IsEmpty() const;
 
     // Same names and versions, in whatever order.

@@ -27,6 +27,7 @@ public:
 
     ~RpaProcess() override;
 
+    // Unique in the app.
     QString GetName() const;
 
     // The invisible root whose children are the top-level statements. Never null.

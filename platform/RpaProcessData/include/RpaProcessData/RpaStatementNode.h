@@ -19,6 +19,7 @@ public:
 
     // Its own values; children of the returned record are empty. The root has an empty record.
     const RpaStatement& GetValues() const { return values; }
+    // Shorter ways to values that are asked for often; empty for the root.
     QString GetId() const { return values.id; }
     QString GetCommand() const { return values.command; }
     // Empty when the argument was never set.
@@ -26,6 +27,7 @@ public:
 
     // Null for the root only; top-level statements have the root as parent.
     const RpaStatementNode* GetParent() const { return parent; }
+    // Whether it is the process itself, which holds the top-level statements.
     bool IsRoot() const { return !parent; }
     // Enabled itself and every block around it.
     bool IsEffectivelyEnabled() const;

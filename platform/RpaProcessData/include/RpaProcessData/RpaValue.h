@@ -12,6 +12,7 @@
 // A piece of a value as an author without Python sees it.
 struct RPAPROCESSDATA_EXPORT RpaValuePart
 {
+    // What a piece is; a part of another kind never shares a value with a Number.
     enum class Kind
     {
         Text,   // what it says
@@ -22,6 +23,7 @@ struct RPAPROCESSDATA_EXPORT RpaValuePart
     Kind kind = Kind::Text;
     QString text;
 
+    // Of kind and text.
     bool operator==(const RpaValuePart& other) const { return kind == other.kind && text == other.text; }
 };
 
@@ -34,6 +36,7 @@ struct RPAPROCESSDATA_EXPORT RpaValue
     QVector<RpaValuePart> parts;
     bool isText = false; // a single Code is turned into a text
 
+    // A value of one part.
     static RpaValue Text(const QString& text) { return {{{RpaValuePart::Kind::Text, text}}, false}; }
     static RpaValue Number(const QString& number) { return {{{RpaValuePart::Kind::Number, number}}, false}; }
     static RpaValue Code(const QString& python) { return {{{RpaValuePart::Kind::Code, python}}, false}; }
@@ -46,6 +49,7 @@ struct RPAPROCESSDATA_EXPORT RpaValue
     // Python that gives this value; empty when there are no parts.
     QString ToPython() const;
 
+    // Nothing was filled in; and whether it is one part of that kind and nothing else.
     bool IsEmpty() const { return parts.isEmpty(); }
     bool Is(RpaValuePart::Kind kind) const { return parts.size() == 1 && parts.first().kind == kind; }
     // All parts are texts.
@@ -55,6 +59,7 @@ struct RPAPROCESSDATA_EXPORT RpaValue
     // Whether a text reads as a number: no leading zeros, no exponent.
     static bool IsNumber(const QString& text);
 
+    // Of the parts and of how a single Code is meant.
     bool operator==(const RpaValue& other) const { return parts == other.parts && isText == other.isText; }
     bool operator!=(const RpaValue& other) const { return !(*this == other); }
 };

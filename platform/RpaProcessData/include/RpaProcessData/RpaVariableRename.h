@@ -16,6 +16,7 @@ class ProcessDataManager;
 class RPAPROCESSDATA_EXPORT RpaVariableRename
 {
 public:
+    // One statement as it is and as it would be.
     struct Change
     {
         QString processName;
@@ -23,6 +24,7 @@ public:
         RpaStatement after;
     };
 
+    // Looks through all processes at once and changes nothing. The manager is not needed afterwards.
     RpaVariableRename(const ProcessDataManager& manager, const QString& from, const QString& to);
 
     // A statement that holds the variable several times is one change.

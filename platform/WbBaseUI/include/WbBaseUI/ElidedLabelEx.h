@@ -17,6 +17,7 @@ public:
     explicit ElidedLabelEx(QWidget* parent = nullptr);
     ~ElidedLabelEx() override;
 
+    // Plain text; both texts as they were set, not as they are elided.
     void SetText(const QString& text, const QString& second = QString());
     QString GetText() const;
     QString GetSecondText() const;

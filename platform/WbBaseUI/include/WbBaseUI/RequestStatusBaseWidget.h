@@ -8,6 +8,7 @@
 
 #include <memory>
 
+// How the request stands whose answer the other widget shows.
 enum class RequestStatus
 {
     Loading = 0,
@@ -29,6 +30,7 @@ public:
     // shown but the widget itself, which is hidden.
     void AddSucceedWidget(QWidget* widget);
 
+    // Succeeded before the first SetStatus(), which shows what belongs to the state.
     RequestStatus GetStatus() const;
     void SetStatus(RequestStatus status);
 

@@ -31,6 +31,7 @@ public:
     // be removed. The removal itself is silent, so GetCurrentIndex() may be smaller by one afterwards.
     void RemoveTab(int index);
 
+    // An index outside the bar does nothing; nothing is emitted.
     void SetTabText(int index, const QString& name);
 
     // Exchanges two tabs; the current tab stays the same tab (its index may change), nothing is emitted.
@@ -40,10 +41,13 @@ public:
     int GetCurrentIndex() const;
 
 signals:
+    // Another tab is current.
     void SigTabChanged(int index);
+    // The user asked for a new tab, for the deletion (and confirmed it) or for another name of one.
     void SigAddTab();
     void SigDeleteTab(int index);
     void SigRenameTab(int index);
+    // The user dragged a tab: the bar has it at its new place already.
     void SigTabMoved(int from, int to);
 
 private:

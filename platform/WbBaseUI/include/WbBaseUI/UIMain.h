@@ -11,6 +11,7 @@
 class WBBASEUI_EXPORT UIMain
 {
 public:
+    // The one of the process, GUI thread only.
     static UIMain* Instance();
 
     // The main window; with a widget, the window that widget stands in. Null before the workstation has set

@@ -21,6 +21,7 @@ class WBBASEUI_EXPORT WbEditHistory : public QObject
     Q_OBJECT
 
 public:
+    // The one of the process.
     static WbEditHistory* Instance();
 
     // Follows the steps of a stack or of a text. place: where the user sees what they change.

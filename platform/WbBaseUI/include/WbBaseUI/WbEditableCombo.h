@@ -16,5 +16,6 @@ public:
     // Longest text that can be typed, in UTF-16 units.
     void SetMaxLength(int length);
 
+    // What stands in the empty field; plain text.
     void SetPlaceholderText(const QString& text);
 };

@@ -22,6 +22,7 @@ public:
     explicit WbFindBar(const QString& prompt, QWidget* parent = nullptr);
     ~WbFindBar() override;
 
+    // What is looked for, as it was typed.
     QString GetText() const;
 
     // Shows the bar with its text ready to be typed over. A text that is not empty and of one line takes the
@@ -29,6 +30,7 @@ public:
     void Open(const QString& text = QString());
     void Close();
 
+    // As the buttons do.
     void FindNext() { emit SigFind(false); }
     void FindPrevious() { emit SigFind(true); }
 
@@ -41,6 +43,7 @@ public:
     void AddRow(QWidget* row);
 
 signals:
+    // Another text is looked for; the next or the previous place is asked for; the bar was closed.
     void SigTextChanged();
     void SigFind(bool backward);
     void SigClosed();

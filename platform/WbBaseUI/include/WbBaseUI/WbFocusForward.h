@@ -19,6 +19,7 @@ public:
     // The compound widget owns it.
     WbFocusForward(QWidget* compound, QWidget* part);
 
+    // Another part from now on; null for none.
     void SetPart(QWidget* part) { target = part; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -28,6 +28,7 @@ public:
     bool bSelected = false;
 
 signals:
+    // Pressed and released inside, or by a key.
     void SigClicked();
 
 protected:

@@ -16,15 +16,18 @@ class WBBASEUI_EXPORT WbPushButton : public QPushButton
     Q_PROPERTY(int business READ GetBusinessValue)
 
 public:
+    // The type is one of Wb::ButtonType.
     explicit WbPushButton(QWidget* parent = nullptr, int buttonType = 0,
                           Wb::BaseUIBusiness business = Wb::BaseUIBusiness::General);
     ~WbPushButton() override;
 
+    // What was set last.
     int GetButtonType() const;
 
     // Sets the type and applies the look of type and business family.
     void SetButtonType(int type);
 
+    // The business family, and the same as a number for the style sheet.
     Wb::BaseUIBusiness GetBusiness() const;
     int GetBusinessValue() const;
 

@@ -26,8 +26,10 @@ public:
     // to Check() after each change.
     WbTextLimit(QTextEdit* edit, const QString& what);
 
+    // Another limit than ContentLimits::textBytes, in bytes of UTF-8; counts from the next edit.
     void SetMostBytes(int bytes) { mostBytes = bytes; }
 
+    // The text as it is loaded: it may be too long already.
     void Load(const QString& kept) { size = BytesOf(kept); }
     // False when the last edit was undone; the change that this makes may be passed over.
     bool Check(const QString& kept);

@@ -10,6 +10,7 @@
 // Searching a text document, alike for plain and rich text.
 namespace WbTextSearch
 {
+// The places of a text as a text edit marks them.
 struct Marks
 {
     QList<QTextEdit::ExtraSelection> places;

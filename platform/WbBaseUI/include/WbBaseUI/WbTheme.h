@@ -65,6 +65,7 @@ class WBBASEUI_EXPORT WbTheme : public QObject
     Q_OBJECT
 
 public:
+    // Which of its two values each colour has.
     enum class Scheme
     {
         Light,
@@ -72,6 +73,7 @@ public:
     };
     Q_ENUM(Scheme)
 
+    // The one of the process.
     static WbTheme* Instance();
     ~WbTheme() override;
 
@@ -81,6 +83,7 @@ public:
     // Light before the first Apply().
     Scheme GetScheme() const;
 
+    // The colour in the scheme that is applied, or in any.
     QColor Color(WbColor color) const;
     static QColor Color(WbColor color, Scheme scheme);
 

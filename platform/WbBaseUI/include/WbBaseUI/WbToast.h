@@ -6,6 +6,7 @@
 
 #include <QString>
 
+// What a notice is about: it decides its sign and its colour.
 enum ENUM_TOAST_TYPE
 {
     ToastSuccess = 0,
@@ -20,5 +21,6 @@ enum ENUM_TOAST_TYPE
 class WBBASEUI_EXPORT WbToast
 {
 public:
+    // Plain text; nothing is shown while there is no window.
     static void Show(const QString& text, ENUM_TOAST_TYPE type = ToastInformation);
 };

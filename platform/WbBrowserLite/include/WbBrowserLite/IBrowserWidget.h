@@ -36,6 +36,7 @@ public:
     virtual IBrowserPointer* GetPointer();
 
 signals:
+    // The user asked for the pane to be folded away, or to be popped out (true) and put back.
     void SigFold();
     void SigPopup(bool popup);
 };

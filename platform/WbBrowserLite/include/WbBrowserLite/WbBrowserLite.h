@@ -47,6 +47,7 @@ public:
     IBrowserBorderWindow* CreateBrowserEmbed(QWidget* parent);
 
 signals:
+    // A browser was made, and is the newest from now on.
     void SigBrowserCreated(IBrowserWidget* browser);
 
 private:

@@ -25,6 +25,7 @@ public:
     // thread, never twice at once; may take its time.
     using Sink = std::function<bool(const Batch&)>;
 
+    // Where events wait and how they are sent on.
     struct Settings
     {
         QString folder;        // of the queue; made when missing, readable by the user only
@@ -34,6 +35,7 @@ public:
         std::chrono::milliseconds maxInterval{300000}; // the pause doubles up to this while the sink fails
     };
 
+    // The one of the process.
     static UsageMonitor* Instance();
 
     // Starts the worker, which takes over what an earlier run left in the folder. A null sink only queues.

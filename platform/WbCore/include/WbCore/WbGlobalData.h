@@ -10,6 +10,7 @@
 class WBCORE_EXPORT WbGlobalData
 {
 public:
+    // The one of the process.
     static WbGlobalData* Instance();
 
     // Account id of the signed-in user; empty before sign-in.

@@ -22,6 +22,7 @@
 // and of whatever a newer client adds.
 struct WBFOUNDATION_EXPORT AppOutline
 {
+    // What the text turned out to be.
     enum class Kind
     {
         App,
@@ -33,6 +34,7 @@ struct WBFOUNDATION_EXPORT AppOutline
     // Checks by the rules of JsonGuard on the way. One pass, without recursion; any thread.
     static AppOutline Read(const QByteArray& json, const JsonLimits& limits = JsonLimits());
 
+    // Whether it has what an app must have.
     bool IsApp() const { return kind == Kind::App; }
 
     Kind kind = Kind::App;

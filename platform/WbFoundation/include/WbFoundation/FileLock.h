@@ -19,6 +19,7 @@
 class WBFOUNDATION_EXPORT FileLock
 {
 public:
+    // How TryLock() went.
     enum class Result
     {
         Locked,

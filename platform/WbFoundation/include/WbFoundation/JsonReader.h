@@ -23,6 +23,7 @@
 class WBFOUNDATION_EXPORT JsonReader
 {
 public:
+    // What comes next.
     enum class Type
     {
         None, // at the end, or after an error

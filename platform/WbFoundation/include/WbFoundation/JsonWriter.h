@@ -21,6 +21,7 @@ public:
     JsonWriter(const JsonWriter&) = delete;
     JsonWriter& operator=(const JsonWriter&) = delete;
 
+    // Objects and arrays are closed in the order in which they were opened; commas come by themselves.
     void BeginObject();
     void EndObject();
     void BeginArray();
@@ -30,6 +31,7 @@ public:
     void Key(const char* name);
     void Key(const QString& name);
 
+    // One value, at the place that the calls before it left open.
     void Null();
     void Bool(bool value);
     void Int(int value);
