@@ -69,47 +69,32 @@ void InvitationDialog::Show(const QVector<VersionServiceInvitation>& invitations
     const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const VersionServiceInvitation& invitation : invitations)
         if (invitation.IsOpen(now))
-            Rows()->addWidget(CreateRow(invitation));
+            AddRowOf(invitation);
     Say(Rows()->count() == 0 ? QStringLiteral("没有有效的邀请码。灰度之后可在此新建。") : QString(), false);
     Rows()->addStretch();
 }
 
-QWidget* InvitationDialog::CreateRow(const VersionServiceInvitation& invitation)
+void InvitationDialog::AddRowOf(const VersionServiceInvitation& invitation)
 {
-    auto* row = new QFrame(this);
-    row->setProperty("card", true);
-    auto* code = new WbLabel(invitation.code, row);
-    code->setObjectName(QStringLiteral("labelCode"));
+    auto* code = MakeLabel("labelCode", invitation.code, this);
     code->setFont(CodeFont());
     code->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* until = new WbLabel(QStringLiteral("有效期至 %1 · 已使用 %2/%3 次")
-                                  .arg(DateText(invitation.expiresAt, dateLanguage))
-                                  .arg(invitation.uses)
-                                  .arg(invitation.mostUses),
-                              row);
-    until->setObjectName(QStringLiteral("labelValid"));
-    until->setProperty("hint", true);
-    auto* copy = MakeButton("buttonCopy", QStringLiteral("复制"), Wb::SecondaryButton, row);
+    auto* until = MakeLabel("labelValid",
+                            QStringLiteral("有效期至 %1 · 已使用 %2/%3 次")
+                                .arg(DateText(invitation.expiresAt, dateLanguage))
+                                .arg(invitation.uses)
+                                .arg(invitation.mostUses),
+                            this);
+    auto* copy = MakeButton("buttonCopy", QStringLiteral("复制"), Wb::SecondaryButton, this);
     copy->setIcon(WbIcons::Get(QStringLiteral("copy")));
-    auto* revoke = MakeButton("buttonRevoke", QStringLiteral("停用"), Wb::DefaultButton, row);
+    auto* revoke = MakeButton("buttonRevoke", QStringLiteral("停用"), Wb::DefaultButton, this);
     revoke->setToolTip(QStringLiteral("停用后不能再使用；已经使用过的人不受影响"));
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(4);
-    texts->addWidget(code);
-    texts->addWidget(until);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(16, 12, 16, 12);
-    layout->setSpacing(12);
-    layout->addLayout(texts, 1);
-    layout->addWidget(copy);
-    layout->addWidget(revoke);
+    AddRow(code, until, {copy, revoke});
     connect(copy, &QPushButton::clicked, this, [text = invitation.code] {
         QGuiApplication::clipboard()->setText(text);
         WbToast::Show(QStringLiteral("邀请码已复制"), ToastSuccess);
     });
     connect(revoke, &QPushButton::clicked, this, [this, id = invitation.id] { SlotRevoke(id); });
-    WbScaledForm::Follow(row);
-    return row;
 }
 
 void InvitationDialog::SlotCreate()

@@ -25,7 +25,7 @@ public:
 private:
     void Load();
     void Show(const QVector<VersionServiceInvitation>& invitations);
-    QWidget* CreateRow(const VersionServiceInvitation& invitation);
+    void AddRowOf(const VersionServiceInvitation& invitation);
     void SlotCreate();
     void SlotRevoke(const QString& invitationId);
 

@@ -72,42 +72,29 @@ void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& 
         MakeLabel(isOnline ? "labelOnline" : "labelGray", kind + QStringLiteral("：") + now, this));
     for (const VersionServiceRelease& release : releases)
         if (isOfState(release))
-            Rows()->addWidget(CreateRow(release, present));
+            AddRowOf(release, present);
 }
 
-QWidget* ReleaseDialog::CreateRow(const VersionServiceRelease& release, const VersionServiceRelease& present)
+void ReleaseDialog::AddRowOf(const VersionServiceRelease& release, const VersionServiceRelease& present)
 {
     const bool isOnline = release.state == onlineState;
-    auto* row = new QFrame(this);
-    row->setProperty("card", true);
-    auto* name = MakeLabel("labelVersion", release.versionName, row);
+    auto* name = MakeLabel("labelVersion", release.versionName, this);
     QFont bold = name->font();
     bold.setBold(release.present);
     name->setFont(bold);
     const QString released = (isOnline ? QStringLiteral("上线于 %1") : QStringLiteral("灰度于 %1"))
                                  .arg(DateText(release.releasedAt, dateLanguage));
     auto* when =
-        MakeLabel("labelReleased", release.present ? QStringLiteral("使用中 · ") + released : released, row);
-    when->setProperty("hint", true);
+        MakeLabel("labelReleased", release.present ? QStringLiteral("使用中 · ") + released : released, this);
     const QString stop = isOnline ? QStringLiteral("下线…") : QStringLiteral("停止灰度…");
     auto* act = release.present
-                    ? MakeButton("buttonStop", stop, Wb::DefaultButton, row)
-                    : MakeButton("buttonReturn", QStringLiteral("恢复…"), Wb::SecondaryButton, row);
+                    ? MakeButton("buttonStop", stop, Wb::DefaultButton, this)
+                    : MakeButton("buttonReturn", QStringLiteral("恢复…"), Wb::SecondaryButton, this);
     act->setAccessibleName(act->text() + release.versionName);
+    QFrame* const row = AddRow(name, when, {act});
     if (!release.description.isEmpty())
         row->setToolTip(UIUtils::PlainToolTip(release.description));
-    auto* texts = new QVBoxLayout;
-    texts->setSpacing(4);
-    texts->addWidget(name);
-    texts->addWidget(when);
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(16, 12, 16, 12);
-    layout->setSpacing(12);
-    layout->addLayout(texts, 1);
-    layout->addWidget(act);
     connect(act, &QPushButton::clicked, this, [this, release, present] {
         emit SigTakeBack(release.state, present, release.present ? VersionServiceRelease() : release);
     });
-    WbScaledForm::Follow(row);
-    return row;
 }

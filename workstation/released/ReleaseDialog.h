@@ -29,7 +29,7 @@ signals:
 
 private:
     void AddSection(int state, const QVector<VersionServiceRelease>& releases);
-    QWidget* CreateRow(const VersionServiceRelease& release, const VersionServiceRelease& present);
+    void AddRowOf(const VersionServiceRelease& release, const VersionServiceRelease& present);
 
     const AppRecord app;
     const DateLanguage dateLanguage;

@@ -5,9 +5,11 @@
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QScrollArea>
+#include <QVariant>
 
 RowsDialog::RowsDialog(const QString& title, const QString& caption, QWidget* parent)
     : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
@@ -64,6 +66,26 @@ WbPushButton* RowsDialog::MakeButton(const char* objectName, const QString& text
     button->setText(text);
     button->setAutoDefault(false);
     return button;
+}
+
+QFrame* RowsDialog::AddRow(WbLabel* text, WbLabel* hint, const QVector<WbPushButton*>& acts)
+{
+    auto* row = new QFrame(this);
+    row->setProperty("card", true);
+    hint->setProperty("hint", true);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(4);
+    texts->addWidget(text);
+    texts->addWidget(hint);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(16, 12, 16, 12);
+    layout->setSpacing(12);
+    layout->addLayout(texts, 1);
+    for (WbPushButton* act : acts)
+        layout->addWidget(act);
+    WbScaledForm::Follow(row);
+    rows->addWidget(row);
+    return row;
 }
 
 void RowsDialog::ClearRows()

@@ -4,6 +4,7 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
+class QFrame;
 class QHBoxLayout;
 class QVBoxLayout;
 class WbLabel;
@@ -22,6 +23,9 @@ protected:
 
     static WbLabel* MakeLabel(const char* objectName, const QString& text, QWidget* parent);
     static WbPushButton* MakeButton(const char* objectName, const QString& text, int type, QWidget* parent);
+
+    // A card: a text, a hint below it, and buttons beside them.
+    QFrame* AddRow(WbLabel* text, WbLabel* hint, const QVector<WbPushButton*>& acts);
 
     QVBoxLayout* Rows() const { return rows; }
     void ClearRows();
