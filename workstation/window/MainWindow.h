@@ -4,10 +4,13 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-class QStackedWidget;
+#include <memory>
+
 class ServerStatusIndicator;
-class WbLabel;
-class WbPushButton;
+namespace Ui
+{
+class MainWindow;
+}
 
 // The workstation's window: a head with the way back, the account and the server's state, and one page below
 // it.
@@ -36,7 +39,7 @@ public:
     // The page with the editor: packages and versions are offered with it.
     void OfferEditing(QWidget* page) { editingPage = page; }
 
-    ServerStatusIndicator* GetServerStatusIndicator() const { return serverMark; }
+    ServerStatusIndicator* GetServerStatusIndicator() const;
 
     // Lets the window go without asking again.
     void CloseForGood();
@@ -54,18 +57,11 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    QWidget* CreateHead();
+    void Connect();
     void UpdateHead();
     void UpdateTitle();
 
-    QStackedWidget* pages = nullptr;
-    WbPushButton* buttonBack = nullptr;
-    WbPushButton* buttonVersions = nullptr;
-    WbPushButton* buttonPackages = nullptr;
-    WbPushButton* buttonSettings = nullptr;
-    WbLabel* labelTitle = nullptr;
-    WbLabel* labelAccount = nullptr;
-    ServerStatusIndicator* serverMark = nullptr;
+    const std::unique_ptr<Ui::MainWindow> ui;
     QWidget* editingPage = nullptr;
     bool signedIn = false;
     bool mayClose = false;
