@@ -2,9 +2,8 @@
 
 #include "RunPage.h"
 
-#include "RunAside.h"
-#include "RunNotice.h"
 #include "RunReport.h"
+#include "ui_RunPage.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
@@ -23,15 +22,8 @@
 #include <RpaPackage/RpaPackageModule.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/versions/GetVersionDataRequest.h>
-#include <WbBaseUI/RequestStatusBaseWidget.h>
-#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbScaledForm.h>
-#include <WbBaseUI/WbTabBar.h>
 #include <WbBaseUI/WbToast.h>
-
-#include <QBoxLayout>
-#include <QSplitter>
-#include <QToolButton>
 
 namespace
 {
@@ -42,44 +34,45 @@ QString VersionText(const VersionServiceReleasedApp& app)
 } // namespace
 
 RunPage::RunPage(QWidget* parent)
-    : WbBaseWidget(parent), client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
+    : WbBaseWidget(parent), ui(std::make_unique<Ui::RunPage>()),
+      client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
 {
-    setObjectName(QStringLiteral("RunPage"));
-    labelTitle = new WbLabel(this);
-    labelTitle->setObjectName(QStringLiteral("labelPageTitle"));
-    labelTitle->setTextFormat(Qt::PlainText);
-    labelVersion = new WbLabel(this);
-    labelVersion->setObjectName(QStringLiteral("labelVersion"));
-    labelVersion->setTextFormat(Qt::PlainText);
-    labelVersion->setProperty("hint", true);
-    labelRun = new WbLabel(this);
-    labelRun->setObjectName(QStringLiteral("labelRun"));
-    labelRun->setProperty("hint", true);
-    auto* head = new QHBoxLayout;
-    head->setSpacing(12);
-    head->addWidget(labelTitle);
-    head->addWidget(labelVersion);
-    head->addStretch();
-    head->addWidget(labelRun);
-    auto* report = new QToolButton(this);
-    report->setObjectName(QStringLiteral("buttonReport"));
-    report->setText(QStringLiteral("发送给作者"));
-    report->setToolTip(QStringLiteral("收集运行日志和版本，发给应用的作者"));
-    head->addWidget(report);
-    notice = new RunNotice(this);
-    status = new RequestStatusBaseWidget(this);
-    status->setObjectName(QStringLiteral("statusRun"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(28, 20, 28, 20);
-    layout->setSpacing(16);
-    layout->addLayout(head);
-    layout->addWidget(notice);
-    layout->addWidget(status, 1);
-    layout->addWidget(CreateContent(), 1);
-    status->AddSucceedWidget(content);
+    ui->setupUi(this);
+    WbScaledForm::Follow(this);
+    ui->statusRun->AddSucceedWidget(ui->splitterRun);
+    AddParts();
+    Connect();
+}
 
-    connect(status, &RequestStatusBaseWidget::SigRefresh, this, &RunPage::Load);
-    connect(tabs, &QTabBar::currentChanged, this, &RunPage::ShowUIPage);
+RunPage::~RunPage()
+{
+    runner->Leave();
+}
+
+void RunPage::AddParts()
+{
+    tools = IAppToolWidget::CreateToolEditor(ui->pageApp);
+    params = IAppParamWidget::CreateParamWidget(ui->pageApp);
+    table = IAppTableWidget::CreateTableWidget(ui->pageApp);
+    table->SetUserEditable(true);
+    ui->layoutApp->insertWidget(ui->layoutApp->indexOf(ui->labelNoTools), tools);
+    ui->layoutApp->insertWidget(ui->layoutApp->count() - 1, params);
+    ui->layoutApp->insertWidget(ui->layoutApp->count() - 1, table, 1); // the stretch counts without it
+    auto* log = IAppLogWidget::CreateDevelopLog(ui->splitterApp);
+    if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
+        log->SetLogDataSource(manager->GetLogDataSource());
+    ui->splitterApp->addWidget(log);
+    for (QSplitter* splitter : {ui->splitterApp, ui->splitterRun}) {
+        splitter->setStretchFactor(0, 3);
+        splitter->setStretchFactor(1, 1);
+    }
+    ui->splitterApp->setSizes({420, 160});
+}
+
+void RunPage::Connect()
+{
+    connect(ui->statusRun, &RequestStatusBaseWidget::SigRefresh, this, &RunPage::Load);
+    connect(ui->tabsUI, &QTabBar::currentChanged, this, &RunPage::ShowUIPage);
     connect(tools, &IAppToolWidget::SigRunProcess, runner, &AppRunner::Run);
     connect(tools, &IAppToolWidget::SigStopProcess, runner, &AppRunner::Stop);
     connect(runner, &AppRunner::SigStarted, this, &RunPage::SlotStarted);
@@ -88,79 +81,24 @@ RunPage::RunPage(QWidget* parent)
             [](const QString& reason) { WbToast::Show(reason, ToastError); });
     connect(runner, &AppRunner::SigFailed, this, &RunPage::SlotFailed);
     connect(runner, &AppRunner::SigPackagesFailed, this, &RunPage::SlotPackagesFailed);
-    connect(notice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
-    connect(notice, &RunNotice::SigReport, this, &RunPage::Report);
-    connect(report, &QToolButton::clicked, this, &RunPage::Report);
-    WbScaledForm::Follow(this);
-}
-
-RunPage::~RunPage()
-{
-    runner->Leave();
-}
-
-QWidget* RunPage::CreateContent()
-{
-    auto* splitter = new QSplitter(Qt::Horizontal, this);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(CreateAppSide(splitter));
-    aside = new RunAside(splitter);
-    splitter->addWidget(aside);
-    splitter->setStretchFactor(0, 3);
-    splitter->setStretchFactor(1, 1);
-    content = splitter;
-    return content;
-}
-
-QWidget* RunPage::CreateAppSide(QWidget* parent)
-{
-    auto* side = new QSplitter(Qt::Vertical, parent);
-    side->setChildrenCollapsible(false);
-    auto* page = new QWidget(side);
-    tabs = new WbTabBar(page);
-    tabs->setObjectName(QStringLiteral("tabsUI"));
-    tools = IAppToolWidget::CreateToolEditor(page);
-    labelNoTools =
-        new WbLabel(QStringLiteral("这个界面没有可以运行的按钮。请换一个界面，或告诉应用的创建者。"), page);
-    labelNoTools->setObjectName(QStringLiteral("labelNoTools"));
-    labelNoTools->setProperty("hint", true);
-    labelNoTools->setWordWrap(true);
-    params = IAppParamWidget::CreateParamWidget(page);
-    table = IAppTableWidget::CreateTableWidget(page);
-    table->SetUserEditable(true);
-    auto* layout = new QVBoxLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(8);
-    layout->addWidget(tabs);
-    layout->addWidget(tools);
-    layout->addWidget(labelNoTools);
-    layout->addWidget(params);
-    layout->addWidget(table, 1);
-    layout->addStretch(); // counts while there is no table
-    log = IAppLogWidget::CreateDevelopLog(side);
-    if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
-        log->SetLogDataSource(manager->GetLogDataSource());
-    side->addWidget(page);
-    side->addWidget(log);
-    side->setStretchFactor(0, 3);
-    side->setStretchFactor(1, 1);
-    side->setSizes({420, 160});
-    return side;
+    connect(ui->runNotice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
+    connect(ui->runNotice, &RunNotice::SigReport, this, &RunPage::Report);
+    connect(ui->buttonReport, &QToolButton::clicked, this, &RunPage::Report);
 }
 
 void RunPage::Open(const VersionServiceReleasedApp& wanted)
 {
     Close();
     released = wanted;
-    labelTitle->setText(released.app.name);
+    ui->labelPageTitle->setText(released.app.name);
     setWindowTitle(released.app.name);
-    labelVersion->setText(VersionText(released));
+    ui->labelVersion->setText(VersionText(released));
     Load();
 }
 
 void RunPage::Load()
 {
-    status->SetStatus(RequestStatus::Loading);
+    ui->statusRun->SetStatus(RequestStatus::Loading);
     const quint64 number = ++opened;
     client->Send(GetVersionDataRequest{released.versionId}, this,
                  [this, number](const VersionServiceResult<QByteArray>& result) {
@@ -168,12 +106,12 @@ void RunPage::Load()
                          return;
                      if (!result.success) {
                          problem = result.errorDesc;
-                         status->SetErrorMsg(problem);
-                         status->SetStatus(RequestStatus::Failed);
+                         ui->statusRun->SetErrorMsg(problem);
+                         ui->statusRun->SetStatus(RequestStatus::Failed);
                      } else if (!ShowApp(released, result.value)) {
                          problem = QStringLiteral("应用的内容无法读取，请点击“发送给作者”告诉应用的创建者。");
-                         status->SetErrorMsg(problem);
-                         status->SetStatus(RequestStatus::Failed);
+                         ui->statusRun->SetErrorMsg(problem);
+                         ui->statusRun->SetStatus(RequestStatus::Failed);
                      }
                  });
 }
@@ -192,23 +130,23 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
                                                                : QStringLiteral("online"));
     app = read;
     runner->Leave(); // it may still hold the browser of the app before
-    aside->ShowApp(*app);
-    runner->SetApp(app, params, table, aside->GetBrowserEngine());
-    content->setSizes(aside->GetBrowserEngine() ? QList<int>{560, 640} : QList<int>{840, 360});
+    ui->aside->ShowApp(*app);
+    runner->SetApp(app, params, table, ui->aside->GetBrowserEngine());
+    ui->splitterRun->setSizes(ui->aside->GetBrowserEngine() ? QList<int>{560, 640} : QList<int>{840, 360});
     QStringList names;
     app->GetUIDataManager()->GetAllUIName(names);
     {
-        const QSignalBlocker quiet(tabs);
-        while (tabs->count() > 0)
-            tabs->removeTab(0);
+        const QSignalBlocker quiet(ui->tabsUI);
+        while (ui->tabsUI->count() > 0)
+            ui->tabsUI->removeTab(0);
         for (const QString& name : names)
-            tabs->addTab(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+            ui->tabsUI->addTab(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
     }
-    tabs->setVisible(names.size() > 1);
+    ui->tabsUI->setVisible(names.size() > 1);
     ShowUIPage(0);
     if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
         manager->GetLogDataSource()->Initialize(); // what the app before wrote is not this one's
-    status->SetStatus(RequestStatus::Succeeded);
+    ui->statusRun->SetStatus(RequestStatus::Succeeded);
     return true;
 }
 
@@ -218,7 +156,7 @@ void RunPage::ShowUIPage(int index)
     if (page)
         app->GetUIDataManager()->SetIndexActive(index);
     tools->SetToolData(page ? page->GetToolData() : nullptr);
-    labelNoTools->setVisible(page && page->GetToolData()->GetCount() == 0);
+    ui->labelNoTools->setVisible(page && page->GetToolData()->GetCount() == 0);
     params->SetParamData(page ? page->GetParamData() : nullptr);
     table->SetTableData(page ? page->GetTableData() : nullptr);
     table->setVisible(page && !page->GetTableData()->GetColumns().isEmpty());
@@ -230,29 +168,29 @@ void RunPage::Close()
     runner->Leave();
     app.reset();
     ShowUIPage(-1);
-    aside->Clear();
-    labelRun->clear();
-    notice->hide();
+    ui->aside->Clear();
+    ui->labelRun->clear();
+    ui->runNotice->hide();
     problem.clear();
     details.clear();
-    tabs->setEnabled(true);
+    ui->tabsUI->setEnabled(true);
 }
 
 // A running process works with the page it was started from.
 void RunPage::SlotStarted()
 {
-    labelRun->setText(QStringLiteral("正在运行…"));
-    notice->hide();
+    ui->labelRun->setText(QStringLiteral("正在运行…"));
+    ui->runNotice->hide();
     problem.clear();
     details.clear();
-    tabs->setEnabled(false);
-    aside->ShowBrowser();
+    ui->tabsUI->setEnabled(false);
+    ui->aside->ShowBrowser();
 }
 
 void RunPage::SlotEnded()
 {
-    labelRun->setText(QStringLiteral("运行结束"));
-    tabs->setEnabled(true);
+    ui->labelRun->setText(QStringLiteral("运行结束"));
+    ui->tabsUI->setEnabled(true);
     // To its user the app is what it holds now; only authors have something of before.
     app->GetUIDataManager()->KeepResults();
 }
@@ -262,7 +200,7 @@ void RunPage::SlotFailed(const QString& processName, const QString& error, const
     failedProcess = processName;
     problem = QStringLiteral("运行失败：%1").arg(error);
     details = trace;
-    notice->Tell(problem, QStringLiteral("再次运行"), details);
+    ui->runNotice->Tell(problem, QStringLiteral("再次运行"), details);
 }
 
 void RunPage::SlotPackagesFailed(const QString& processName, const QString& reason)
@@ -275,12 +213,12 @@ void RunPage::SlotPackagesFailed(const QString& processName, const QString& reas
         if (state.status != PackageState::Installed)
             packages << QStringLiteral("%1 %2：%3").arg(state.name, state.version, state.problem);
     details = packages.join(QLatin1Char('\n'));
-    notice->Tell(problem, QStringLiteral("重新安装并运行"), details);
+    ui->runNotice->Tell(problem, QStringLiteral("重新安装并运行"), details);
 }
 
 void RunPage::RunAgain()
 {
-    notice->hide();
+    ui->runNotice->hide();
     runner->Run(failedProcess);
 }
 

@@ -9,19 +9,15 @@
 
 #include <memory>
 
-class IAppLogWidget;
 class IAppParamWidget;
 class IAppTableWidget;
 class IAppToolWidget;
-class QSplitter;
-class RequestStatusBaseWidget;
 class RpaUIData;
-class QToolButton;
-class RunAside;
-class RunNotice;
+namespace Ui
+{
+class RunPage;
+}
 class VersionServiceClient;
-class WbLabel;
-class WbTabBar;
 
 // A released app as its users meet it: its UI pages, whose tools run its processes, the log of the run and
 // beside them the usage instructions and the browser.
@@ -43,8 +39,8 @@ public:
     void Close();
 
 private:
-    QWidget* CreateContent();
-    QWidget* CreateAppSide(QWidget* parent);
+    void AddParts();
+    void Connect();
     void Load();
     void ShowUIPage(int index);
     void SlotStarted();
@@ -54,25 +50,16 @@ private:
     void Report();
     void SlotEnded();
 
+    const std::unique_ptr<Ui::RunPage> ui;
     const std::unique_ptr<VersionServiceClient> client;
     VersionServiceReleasedApp released;
     RpaAppDataPtr app;
-    WbLabel* labelTitle = nullptr;
-    WbLabel* labelVersion = nullptr;
-    WbLabel* labelRun = nullptr;
-    WbLabel* labelNoTools = nullptr;
-    QSplitter* content = nullptr;
-    WbTabBar* tabs = nullptr;
     IAppToolWidget* tools = nullptr;
     IAppParamWidget* params = nullptr;
     IAppTableWidget* table = nullptr;
-    IAppLogWidget* log = nullptr;
-    RunAside* aside = nullptr;
-    RunNotice* notice = nullptr;
     QString failedProcess;
     QString problem; // what the notice says, and its details
     QString details;
-    RequestStatusBaseWidget* status = nullptr;
     AppRunner* const runner;
     quint64 opened = 0;
 };

@@ -2,11 +2,10 @@
 
 #include "RunReport.h"
 
+#include "ui_RunReportDialog.h"
+
 #include <RpaEngineCore/RpaLogLevelTitle.h>
 #include <RpaEngineModule/RpaEngineModule.h>
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 #include <WbBaseUI/WbTheme.h>
@@ -16,8 +15,6 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QGuiApplication>
-#include <QHBoxLayout>
-#include <QPlainTextEdit>
 #include <QPointer>
 #include <QSaveFile>
 #include <QSysInfo>
@@ -41,15 +38,6 @@ QStringList LogLines()
                      .arg(line.time.toString(timeFormat), RpaLogLevelTitle(line.level), line.text);
     return texts;
 }
-
-QPushButton* MakeButton(QHBoxLayout& row, const char* name, const QString& text, int type)
-{
-    auto* button = new WbPushButton(nullptr, type);
-    button->setObjectName(QLatin1String(name));
-    button->setText(text);
-    row.addWidget(button);
-    return button;
-}
 } // namespace
 
 QString RunReportDialog::Write(const QString& app, const QString& problem, const QString& details)
@@ -69,40 +57,23 @@ QString RunReportDialog::Write(const QString& app, const QString& problem, const
 }
 
 RunReportDialog::RunReportDialog(const QString& report, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), text(new QPlainTextEdit(report))
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::RunReportDialog>())
 {
+    ui->setupUi(GetContentWidget());
+    WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("RunReportDialog"));
     SetTitle(QStringLiteral("发送给作者"));
-    auto* hint = new WbLabel(QStringLiteral(
-        "下面的内容可以帮助作者找到原因。请先删去不想让别人看到的部分，再复制或保存后发给作者。"));
-    hint->setProperty("hint", true);
-    hint->setWordWrap(true);
-    text->setObjectName(QStringLiteral("textReport"));
-    text->setAccessibleName(QStringLiteral("发给作者的内容"));
-    text->setFont(WbTheme::CodeFont());
-    text->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(12);
-    buttons->addStretch();
-    QPushButton* const copy =
-        MakeButton(*buttons, "buttonCopyReport", QStringLiteral("复制"), Wb::PrimaryButton);
-    QPushButton* const save =
-        MakeButton(*buttons, "buttonSaveReport", QStringLiteral("保存为文件"), Wb::SecondaryButton);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 16, 24, 24);
-    layout->setSpacing(16);
-    layout->addWidget(hint);
-    layout->addWidget(text, 1);
-    layout->addLayout(buttons);
-    GetContentWidget()->setMinimumSize(680, 420);
-    connect(copy, &QPushButton::clicked, this, &RunReportDialog::Copy);
-    connect(save, &QPushButton::clicked, this, &RunReportDialog::Save);
-    WbScaledForm::Follow(GetContentWidget());
+    ui->textReport->setFont(WbTheme::CodeFont());
+    ui->textReport->setPlainText(report);
+    connect(ui->buttonCopyReport, &QPushButton::clicked, this, &RunReportDialog::Copy);
+    connect(ui->buttonSaveReport, &QPushButton::clicked, this, &RunReportDialog::Save);
 }
+
+RunReportDialog::~RunReportDialog() = default;
 
 void RunReportDialog::Copy()
 {
-    QGuiApplication::clipboard()->setText(text->toPlainText());
+    QGuiApplication::clipboard()->setText(ui->textReport->toPlainText());
     WbToast::Show(QStringLiteral("已复制，可以粘贴到邮件或聊天中发给作者"), ToastSuccess);
     accept();
 }
@@ -116,7 +87,8 @@ void RunReportDialog::Save()
     if (path.isEmpty() || !self)
         return;
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text->toPlainText().toUtf8()) < 0 || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(ui->textReport->toPlainText().toUtf8()) < 0 ||
+        !file.commit()) {
         WbToast::Show(QStringLiteral("无法写入文件：%1").arg(file.errorString()), ToastError);
         return;
     }

@@ -4,7 +4,12 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QPlainTextEdit;
+#include <memory>
+
+namespace Ui
+{
+class RunReportDialog;
+}
 
 // What the author of an app has to know about a run that went wrong: versions, what happened, the log. The
 // user sees all of it, may take out what is private, and copies or saves it to send it on whichever way they
@@ -15,6 +20,7 @@ class RunReportDialog : public WbBaseDialog
 
 public:
     RunReportDialog(const QString& report, QWidget* parent);
+    ~RunReportDialog() override;
 
     // The report: app: name and version; problem and details: may be empty. The log is that of the engine.
     static QString Write(const QString& app, const QString& problem, const QString& details);
@@ -23,5 +29,5 @@ private:
     void Copy();
     void Save();
 
-    QPlainTextEdit* text;
+    const std::unique_ptr<Ui::RunReportDialog> ui;
 };
