@@ -2,53 +2,29 @@
 
 #include "WheelFolderRow.h"
 
-#include <WbBaseUI/BaseUIBusiness.h>
+#include "ui_WheelFolderRow.h"
+
 #include <WbBaseUI/WbIcons.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
-#include <QBoxLayout>
 #include <QDir>
 #include <QFileInfo>
-#include <QVariant>
 
 WheelFolderRow::WheelFolderRow(const QString& folder, QWidget* parent)
-    : WbBaseWidget(parent), chosen(folder), edit(new WbLineEdit(this)), labelProblem(new WbLabel(this))
+    : WbBaseWidget(parent), ui(std::make_unique<Ui::WheelFolderRow>()), chosen(folder)
 {
-    auto* caption = new WbLabel(QStringLiteral("本地安装包"), this);
-    edit->setObjectName(QStringLiteral("editWheelFolder"));
-    edit->setAccessibleName(QStringLiteral("本地安装包所在的文件夹"));
-    edit->setPlaceholderText(QStringLiteral("存放 .whl 文件的文件夹，没有网络时从这里安装"));
-    edit->setText(QDir::toNativeSeparators(folder));
-    caption->setBuddy(edit);
-    auto* browse = new WbPushButton(this, Wb::SecondaryButton);
-    browse->setObjectName(QStringLiteral("buttonWheelFolder"));
-    browse->setText(QStringLiteral("选择…"));
-    browse->setIcon(WbIcons::Get(QStringLiteral("open")));
-    browse->setAutoDefault(false);
-    labelProblem->setObjectName(QStringLiteral("labelProblem"));
-    labelProblem->setWordWrap(true);
-    labelProblem->hide();
-
-    auto* row = new QHBoxLayout;
-    row->setSpacing(8);
-    row->addWidget(caption);
-    row->addWidget(edit, 1);
-    row->addWidget(browse);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
-    layout->addLayout(row);
-    layout->addWidget(labelProblem);
-
-    connect(edit, &QLineEdit::editingFinished, this, &WheelFolderRow::SlotEntered);
-    connect(edit, &QLineEdit::textEdited, labelProblem, &QWidget::hide);
-    connect(browse, &QPushButton::clicked, this, &WheelFolderRow::SlotBrowse);
+    ui->setupUi(this);
     WbScaledForm::Follow(this);
+    ui->editWheelFolder->setText(QDir::toNativeSeparators(folder));
+    ui->buttonWheelFolder->setIcon(WbIcons::Get(QStringLiteral("open")));
+    ui->labelProblem->hide();
+    connect(ui->editWheelFolder, &QLineEdit::editingFinished, this, &WheelFolderRow::SlotEntered);
+    connect(ui->editWheelFolder, &QLineEdit::textEdited, ui->labelProblem, &QWidget::hide);
+    connect(ui->buttonWheelFolder, &QPushButton::clicked, this, &WheelFolderRow::SlotBrowse);
 }
+
+WheelFolderRow::~WheelFolderRow() = default;
 
 QString WheelFolderRow::Problem(const QString& text)
 {
@@ -68,17 +44,17 @@ void WheelFolderRow::SlotBrowse()
     const QString folder =
         WbSystemDialogs::OpenFolder(this, QStringLiteral("选择本地安装包所在的文件夹"), chosen);
     if (!folder.isEmpty()) {
-        edit->setText(QDir::toNativeSeparators(folder));
+        ui->editWheelFolder->setText(QDir::toNativeSeparators(folder));
         SlotEntered();
     }
 }
 
 void WheelFolderRow::SlotEntered()
 {
-    const QString folder = QDir::fromNativeSeparators(edit->text().trimmed());
+    const QString folder = QDir::fromNativeSeparators(ui->editWheelFolder->text().trimmed());
     const QString problem = Problem(folder);
-    labelProblem->setText(problem);
-    labelProblem->setVisible(!problem.isEmpty());
+    ui->labelProblem->setText(problem);
+    ui->labelProblem->setVisible(!problem.isEmpty());
     if (problem.isEmpty() && folder != chosen) {
         chosen = folder;
         emit SigChosen(folder);

@@ -4,8 +4,12 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-class WbLabel;
-class WbLineEdit;
+#include <memory>
+
+namespace Ui
+{
+class WheelFolderRow;
+}
 
 // Where the user names a folder of wheels, by typing or by choosing: packages come from there without a
 // network. What is no folder is refused in words beside the field and told to nobody.
@@ -16,6 +20,7 @@ class WheelFolderRow : public WbBaseWidget
 public:
     // folder: the one chosen before; empty for none.
     WheelFolderRow(const QString& folder, QWidget* parent);
+    ~WheelFolderRow() override;
 
     // Why a text cannot be such a folder, in the user's words; empty when it can. Nothing means no folder.
     static QString Problem(const QString& text);
@@ -28,7 +33,6 @@ private:
     void SlotBrowse();
     void SlotEntered();
 
+    const std::unique_ptr<Ui::WheelFolderRow> ui;
     QString chosen;
-    WbLineEdit* edit;
-    WbLabel* labelProblem;
 };
