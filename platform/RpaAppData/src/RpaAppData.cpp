@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "RpaContentReference_p.h"
-#include "RpaStartContent_p.h"
-#include "RpaWrittenContent_p.h"
+#include "content/RpaContentReference_p.h"
+#include "content/RpaStartContent_p.h"
+#include "content/RpaWrittenContent_p.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppDataNotify.h>
