@@ -115,6 +115,20 @@ QString VersionLoads::ContentFailure(const QString& id, const AppOutline& outlin
         .arg(outline.problem);
 }
 
+// Gives the restored work that takes the place of what was loaded.
+std::optional<RestoredContent> VersionLoads::TakeLoaded(const QString& id, int revision,
+                                                        const QByteArray& sha256)
+{
+    const auto restored = context->restored.Take(id, revision, sha256);
+    const bool hasBase = restored && restored->baseRevision > 0;
+    context->manager.SetBaseRevision(id, hasBase ? restored->baseRevision : revision);
+    context->inDoubt.SettleVersion(id);
+    if (hasBase)
+        context->inDoubt.NoteEarlier(id, restored->baseRevision, restored->origin.inDoubt);
+    context->ledger.Reset(id, sha256);
+    return restored;
+}
+
 void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request,
                           const AppAudience::Ticket& ticket, const WbHttpAnswer& answer)
 {
@@ -127,14 +141,8 @@ void VersionLoads::OnData(const QSharedPointer<GetDevSnapshotDataRequest>& reque
     auto response = QSharedPointer<GetDevSnapshotDataResponse>::create();
     std::optional<RestoredContent> restored;
     if (failure.isEmpty()) {
-        restored = context->restored.Take(id, revision, answer.bodyDigest.toHex());
-        const bool hasBase = restored && restored->baseRevision > 0;
+        restored = TakeLoaded(id, revision, answer.bodyDigest.toHex());
         response->SetAppData(restored ? restored->json : answer.body);
-        context->manager.SetBaseRevision(id, hasBase ? restored->baseRevision : revision);
-        context->inDoubt.SettleVersion(id);
-        if (hasBase)
-            context->inDoubt.NoteEarlier(id, restored->baseRevision, restored->origin.inDoubt);
-        context->ledger.Reset(id, answer.bodyDigest.toHex());
     }
     context->backoff.Answered(QStringLiteral("data/") + id, failure.isEmpty());
     context->queue.Finish(id);

@@ -27,6 +27,7 @@ private:
     void OnList(const Order& order, quint64 sent, const WbHttpAnswer& answer);
     QString ListFailure(const Order& order, quint64 sent, const WbHttpAnswer& answer);
     QString ContentFailure(const QString& id, const AppOutline& outline) const;
+    std::optional<RestoredContent> TakeLoaded(const QString& id, int revision, const QByteArray& sha256);
     void OnData(const QSharedPointer<GetDevSnapshotDataRequest>& request, const AppAudience::Ticket& ticket,
                 const WbHttpAnswer& answer);
 
