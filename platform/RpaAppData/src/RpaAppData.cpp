@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "AppExtendInfoJson_p.h"
 #include "content/RpaContentReference_p.h"
 #include "content/RpaStartContent_p.h"
 #include "content/RpaWrittenContent_p.h"
@@ -49,9 +50,6 @@ public:
                 return part.part;
         return nullptr;
     }
-
-    void WriteExtendInfo(JsonWriter& writer) const;
-    RpaAppExtendInfo ReadExtendInfo(JsonReader& reader, QByteArray& unknownMembers) const;
 
     QString version;
     RpaAppExtendInfo extendInfo;
@@ -232,49 +230,12 @@ void RpaAppData::SetOrigin(const RpaContentOrigin& origin)
     d->origin = origin;
 }
 
-void RpaAppData::Private::WriteExtendInfo(JsonWriter& writer) const
-{
-    writer.BeginObject();
-    writer.Member("appId", extendInfo.GetAppId());
-    writer.Member("oxsAppKey", extendInfo.GetOxsAppKey());
-    writer.Member("appKind", extendInfo.GetAppKind());
-    writer.Member("manual", extendInfo.manual);
-    writer.RawMembers(unknownExtendInfo);
-    writer.EndObject();
-}
-
-RpaAppExtendInfo RpaAppData::Private::ReadExtendInfo(JsonReader& reader, QByteArray& unknownMembers) const
-{
-    RpaAppExtendInfo info = extendInfo;
-    if (!reader.EnterObject())
-        return info;
-    while (reader.NextMember()) {
-        QString text;
-        int kind = 0;
-        if (reader.IsKey("appId")) {
-            if (reader.ReadString(text))
-                info.SetAppId(text);
-        } else if (reader.IsKey("oxsAppKey")) {
-            if (reader.ReadString(text))
-                info.SetOxsAppKey(text);
-        } else if (reader.IsKey("appKind")) {
-            if (reader.ReadInt(kind))
-                info.SetAppKind(kind);
-        } else if (reader.IsKey("manual")) {
-            reader.ReadString(info.manual);
-        } else {
-            reader.KeepMember(unknownMembers);
-        }
-    }
-    return info;
-}
-
 void RpaAppData::WriteJson(JsonWriter& writer) const
 {
     writer.BeginObject();
     writer.Member("version", d->version);
     writer.Key("extendInfo");
-    d->WriteExtendInfo(writer);
+    AppExtendInfoJson::Write(writer, d->extendInfo, d->unknownExtendInfo);
     for (const Private::Part& part : d->GetParts()) {
         writer.Key(part.name);
         part.part->WriteJson(writer);
@@ -314,7 +275,7 @@ IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
         else if (reader.IsKey("version"))
             reader.ReadString(version);
         else if (reader.IsKey("extendInfo"))
-            extendInfo = d->ReadExtendInfo(reader, unknownExtendInfo);
+            extendInfo = AppExtendInfoJson::Read(reader, d->extendInfo, unknownExtendInfo);
         else
             reader.KeepMember(unknown);
     return [this, version, extendInfo, unknown, unknownExtendInfo, commits] {
