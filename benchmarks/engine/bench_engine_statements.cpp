@@ -9,7 +9,7 @@
 
 #include "EngineBench.h"
 
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QProcess>
 

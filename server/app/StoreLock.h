@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 #include <QString>
 

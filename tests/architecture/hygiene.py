@@ -9,7 +9,7 @@ LONGEST_FILE = 450  # of the product; a test may tell a longer story
 LONGEST_TEST = 600
 # Files that wait a fixed time on purpose, and why.
 WAITS = {
-    "platform/WbFoundation/src/FileLock.cpp": "looks again: the system tells nobody that a lock was let go",
+    "platform/WbSystem/src/FileLock.cpp": "looks again: the system tells nobody that a lock was let go",
     "tests/e2e/TourDriver.cpp": "looks from a second thread again and again until a state holds",
     "tests/server/tst_crash.cpp": "draws the random moment of a kill",
 }

@@ -2,7 +2,7 @@
 
 #include "WheelMaker.h"
 
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QProcess>
 

@@ -5,8 +5,8 @@
 
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
-#include <WbFoundation/PythonInterpreter.h>
 #include <WbHttpModule/WbHttpClient.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QClipboard>
 #include <QLabel>

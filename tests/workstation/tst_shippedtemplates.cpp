@@ -23,7 +23,7 @@
 #include <RpaProcessData/RpaPackageInfo.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessData/RpaProcessCheck.h>
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QDir>
 #include <QFile>

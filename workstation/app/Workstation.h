@@ -5,7 +5,7 @@
 #include "WorkstationPaths.h"
 #include "WorkstationSettings.h"
 
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 #include <QObject>
 

@@ -4,8 +4,8 @@
 
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
-#include <WbFoundation/PythonInterpreter.h>
 #include <WbHttpModule/WbHttpClient.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QCoreApplication>
 #include <QDir>

@@ -5,7 +5,7 @@
 #include "TemplateFile.h"
 
 #include <RpaAppData/RpaContentReference.h>
-#include <WbFoundation/RegularFile.h>
+#include <WbSystem/RegularFile.h>
 
 #include <QCryptographicHash>
 #include <QDir>

@@ -5,7 +5,7 @@
 #include <WbFoundation/AppOutline.h>
 #include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/JsonGuard.h>
-#include <WbFoundation/RegularFile.h>
+#include <WbSystem/RegularFile.h>
 
 #include <QCryptographicHash>
 #include <QJsonArray>

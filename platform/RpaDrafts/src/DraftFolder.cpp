@@ -3,9 +3,9 @@
 #include "DraftFile_p.h"
 #include "DraftFolder_p.h"
 
-#include <WbFoundation/DurableFile.h>
 #include <WbFoundation/JsonGuard.h>
-#include <WbFoundation/RegularFile.h>
+#include <WbSystem/DurableFile.h>
+#include <WbSystem/RegularFile.h>
 
 #include <QCryptographicHash>
 #include <QDir>

@@ -2,7 +2,7 @@
 
 #include "RpaDraftJournal_p.h"
 
-#include <WbFoundation/DurableFile.h>
+#include <WbSystem/DurableFile.h>
 
 #include <QPointer>
 

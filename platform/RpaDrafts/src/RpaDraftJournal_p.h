@@ -7,7 +7,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaDrafts/RpaDraftJournal.h>
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 #include <QHash>
 #include <QTimer>

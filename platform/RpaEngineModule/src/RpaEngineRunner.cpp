@@ -10,7 +10,7 @@
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QTimer>
 

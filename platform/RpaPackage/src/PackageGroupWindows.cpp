@@ -2,7 +2,7 @@
 
 #include "PackageGroup_p.h"
 
-#include <WbFoundation/JobProcess.h>
+#include <WbSystem/JobProcess.h>
 
 std::unique_ptr<QProcess> PackageGroup::Make()
 {

@@ -3,7 +3,7 @@
 #include "PackageJob_p.h"
 #include "PackageRules_p.h"
 
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QDir>
 #include <QFile>

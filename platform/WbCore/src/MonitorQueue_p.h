@@ -3,7 +3,7 @@
 #pragma once
 
 #include <WbCore/UsageMonitor.h>
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 #include <deque>
 #include <memory>

@@ -5,7 +5,7 @@
 #include "TestFolder.h"
 
 #include <WbFoundation/JsonWriter.h>
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QDir>
 #include <QLocalSocket>

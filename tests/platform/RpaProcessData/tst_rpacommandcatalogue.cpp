@@ -4,7 +4,7 @@
 
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaExpression.h>
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QProcess>
 #include <QtTest>

@@ -6,7 +6,7 @@
 #include <WbCore/IMonitorSystem.h>
 #include <WbCore/UsageMonitor.h>
 #include <WbCore/WbGlobalData.h>
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>

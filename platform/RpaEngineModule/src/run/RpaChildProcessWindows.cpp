@@ -2,7 +2,7 @@
 
 #include "RpaChildProcess_p.h"
 
-#include <WbFoundation/JobProcess.h>
+#include <WbSystem/JobProcess.h>
 
 #include <QTimer>
 

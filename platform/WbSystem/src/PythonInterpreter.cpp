@@ -2,7 +2,7 @@
 
 #include "SystemPython_p.h"
 
-#include <WbFoundation/PythonInterpreter.h>
+#include <WbSystem/PythonInterpreter.h>
 
 #include <QCoreApplication>
 

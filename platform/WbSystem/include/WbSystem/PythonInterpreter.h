@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/WbFoundationExport.h>
+#include <WbSystem/WbSystemExport.h>
 
 #include <QString>
 
@@ -13,5 +13,5 @@ namespace PythonInterpreter
 // on Linux the system's own Python; on Windows "python\python.exe" beside the program, then the launcher
 // ("py.exe"), then "python.exe" of the search path. Empty when Windows has none of them. Any thread; looks
 // anew each time.
-WBFOUNDATION_EXPORT QString Find();
+WBSYSTEM_EXPORT QString Find();
 } // namespace PythonInterpreter

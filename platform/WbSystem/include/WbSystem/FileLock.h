@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/WbFoundationExport.h>
+#include <WbSystem/WbSystemExport.h>
 
 #include <QString>
 
@@ -16,7 +16,7 @@
 //   FileLock lock(folder + QStringLiteral("/lock"));
 //   if (lock.TryLock() != FileLock::Result::Locked)
 //       ...
-class WBFOUNDATION_EXPORT FileLock
+class WBSYSTEM_EXPORT FileLock
 {
 public:
     // How TryLock() went.

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/WbFoundationExport.h>
+#include <WbSystem/WbSystemExport.h>
 
 #include <QString>
 
@@ -14,5 +14,5 @@ namespace RegularFile
 {
 // Opens the file for reading, without ever waiting. False with a problem in the user's words when it is no
 // regular file or cannot be read. Any thread.
-WBFOUNDATION_EXPORT bool Open(QFile* file, const QString& path, QString* problem);
+WBSYSTEM_EXPORT bool Open(QFile* file, const QString& path, QString* problem);
 } // namespace RegularFile

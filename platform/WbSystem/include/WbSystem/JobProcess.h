@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/WbFoundationExport.h>
+#include <WbSystem/WbSystemExport.h>
 
 #include <QProcess>
 
@@ -13,7 +13,7 @@
 // however it ends. The child inherits its three standard handles and nothing else.
 //
 // Used like QProcess; start() fails when the child cannot be put into the job.
-class WBFOUNDATION_EXPORT JobProcess : public QProcess
+class WBSYSTEM_EXPORT JobProcess : public QProcess
 {
     Q_OBJECT
 

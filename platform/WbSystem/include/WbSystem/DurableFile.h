@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/WbFoundationExport.h>
+#include <WbSystem/WbSystemExport.h>
 
 #include <QByteArray>
 #include <QString>
@@ -17,15 +17,15 @@
 namespace DurableFile
 {
 // Makes the folder, its parents included, if it is not there.
-WBFOUNDATION_EXPORT bool CreateFolder(const QString& folder, QString* problem);
+WBSYSTEM_EXPORT bool CreateFolder(const QString& folder, QString* problem);
 
 // Puts the bytes in the place of the file, if there is one: afterwards it holds either what it held or all of
 // the bytes, never a part. A file "path.tmp" stands beside it meanwhile. The folder must exist.
-WBFOUNDATION_EXPORT bool Write(const QString& path, const QByteArray& bytes, QString* problem);
+WBSYSTEM_EXPORT bool Write(const QString& path, const QByteArray& bytes, QString* problem);
 
 // Gives the file another name in the same folder. A file of that name is replaced.
-WBFOUNDATION_EXPORT bool Rename(const QString& path, const QString& newPath, QString* problem);
+WBSYSTEM_EXPORT bool Rename(const QString& path, const QString& newPath, QString* problem);
 
 // A file that is not there counts as removed.
-WBFOUNDATION_EXPORT bool Remove(const QString& path, QString* problem);
+WBSYSTEM_EXPORT bool Remove(const QString& path, QString* problem);
 } // namespace DurableFile

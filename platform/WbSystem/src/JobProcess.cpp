@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <WbFoundation/JobProcess.h>
+#include <WbSystem/JobProcess.h>
 
 #include <QByteArray>
 

@@ -2,7 +2,7 @@
 
 #include "TestFolder.h"
 
-#include <WbFoundation/DurableFile.h>
+#include <WbSystem/DurableFile.h>
 
 #include <QFile>
 #include <QTest>

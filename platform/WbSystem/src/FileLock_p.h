@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 // The open and locked file, one source file per system.
 namespace LockedFile

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <WbFoundation/DurableFile.h>
+#include <WbSystem/DurableFile.h>
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 
 #include "TestFolder.h"
 
-#include <WbFoundation/RegularFile.h>
+#include <WbSystem/RegularFile.h>
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <WbFoundation/RegularFile.h>
+#include <WbSystem/RegularFile.h>
 
 #include <QFile>
 #include <QFileInfo>

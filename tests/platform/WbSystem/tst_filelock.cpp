@@ -3,7 +3,7 @@
 #include "LockRemains.h"
 #include "TestFolder.h"
 
-#include <WbFoundation/FileLock.h>
+#include <WbSystem/FileLock.h>
 
 #include <QDir>
 #include <QElapsedTimer>
