@@ -38,5 +38,4 @@ void PackageGroup::Kill(QProcess& process)
 void PackageGroup::SetVariables(QProcessEnvironment& environment)
 {
     environment.insert(QStringLiteral("PIP_CONFIG_FILE"), QStringLiteral("/dev/null"));
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
 }

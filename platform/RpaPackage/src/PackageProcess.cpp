@@ -3,22 +3,17 @@
 #include "PackageGroup_p.h"
 #include "PackageProcess_p.h"
 
+#include <WbSystem/CleanEnvironment.h>
+
 namespace
 {
 
 constexpr int OutputBytesAtMost = 256 * 1024;
 constexpr int LongestLine = 1000;
 
-// Neither this user's Python and pip set-up nor that of the machine may decide what is installed from where.
-QProcessEnvironment CleanEnvironment()
+QProcessEnvironment PipEnvironment()
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    const QStringList names = environment.keys();
-    for (const QString& name : names) {
-        for (const char* prefix : {"PYTHON", "PY_PYTHON", "PIP_", "LD_", "VIRTUAL_ENV"})
-            if (name.startsWith(QLatin1String(prefix), Qt::CaseInsensitive))
-                environment.remove(name);
-    }
+    QProcessEnvironment environment = CleanEnvironment();
     // The engine does not see this user's packages, so they must not count as installed.
     environment.insert(QStringLiteral("PYTHONNOUSERSITE"), QStringLiteral("1"));
     PackageGroup::SetVariables(environment);
@@ -38,7 +33,7 @@ public:
 PackageProcess::PackageProcess(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
 {
     d->process->setProcessChannelMode(QProcess::MergedChannels);
-    d->process->setProcessEnvironment(CleanEnvironment());
+    d->process->setProcessEnvironment(PipEnvironment());
     connect(d->process.get(), &QProcess::readyRead, this, &PackageProcess::TakeOutput);
     connect(
         d->process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,

@@ -3,6 +3,8 @@
 #include "RpaChildProcess_p.h"
 #include "RpaProcessGroupLinux_p.h"
 
+#include <WbSystem/CleanEnvironment.h>
+
 #include <QProcess>
 #include <QTimer>
 #include <QUuid>
@@ -42,18 +44,6 @@ protected:
         setrlimit(RLIMIT_CORE, &noCore);
     }
 };
-
-// Nothing of this user's Python set-up, nor of the editor's own environment, may change what a run does.
-QProcessEnvironment CleanEnvironment()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    const QStringList names = environment.keys();
-    for (const QString& name : names)
-        if (name.startsWith(QLatin1String("PYTHON")) || name.startsWith(QLatin1String("PIP_")) ||
-            name.startsWith(QLatin1String("LD_")) || name.startsWith(QLatin1String("QTWEBENGINE_")))
-            environment.remove(name);
-    return environment;
-}
 
 } // namespace
 
@@ -147,7 +137,6 @@ bool RpaChildProcess::Start(const QString& interpreter, const QStringList& argum
     d->mark = "RPA_RUN_ID=" + id.toLatin1();
     QProcessEnvironment environment = CleanEnvironment();
     environment.insert(QStringLiteral("RPA_RUN_ID"), id);
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     d->process.setProcessEnvironment(environment);
     d->process.setWorkingDirectory(workingFolder);
     d->process.memoryBytes = d->limits.memoryBytes;

@@ -2,6 +2,7 @@
 
 #include "RpaChildProcess_p.h"
 
+#include <WbSystem/CleanEnvironment.h>
 #include <WbSystem/JobProcess.h>
 
 #include <QTimer>
@@ -15,19 +16,6 @@ constexpr int EarlyOutputBytes = 8 * 1024;
 // text, what would pass them in one leap fails in the program.
 constexpr qint64 MemorySlackBytes = qint64(128) * 1024 * 1024;
 constexpr int ProcessSlack = 32;
-
-// Nothing of this user's Python set-up, nor of the editor's own environment, may change what a run does.
-QProcessEnvironment CleanEnvironment()
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    const QStringList names = environment.keys();
-    for (const QString& name : names) {
-        for (const char* prefix : {"PYTHON", "PIP_", "PY_PYTHON", "QTWEBENGINE_"})
-            if (name.startsWith(QLatin1String(prefix), Qt::CaseInsensitive))
-                environment.remove(name);
-    }
-    return environment;
-}
 
 } // namespace
 
