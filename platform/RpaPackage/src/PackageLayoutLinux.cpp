@@ -21,3 +21,8 @@ QStringList PackageLayout::GetPackageFolders(const QString& environment)
     }
     return folders;
 }
+
+QString PackageLayout::NullDevice()
+{
+    return QStringLiteral("/dev/null");
+}

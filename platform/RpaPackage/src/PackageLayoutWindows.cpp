@@ -14,3 +14,8 @@ QStringList PackageLayout::GetPackageFolders(const QString& environment)
     const QString path = environment + QStringLiteral("/Lib/site-packages");
     return QDir(path).exists() ? QStringList{path} : QStringList();
 }
+
+QString PackageLayout::NullDevice()
+{
+    return QStringLiteral("nul");
+}

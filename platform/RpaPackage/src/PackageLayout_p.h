@@ -14,4 +14,7 @@ QString GetPython(const QString& environment);
 // Folders of installed packages that exist.
 QStringList GetPackageFolders(const QString& environment);
 
+// Python's os.devnull as pip spells it: as its settings file it means that there is none.
+QString NullDevice();
+
 } // namespace PackageLayout

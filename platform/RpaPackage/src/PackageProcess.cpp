@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "PackageGroup_p.h"
+#include "PackageLayout_p.h"
 #include "PackageProcess_p.h"
 
+#include <WbSystem/ChildProcess.h>
 #include <WbSystem/CleanEnvironment.h>
 
 namespace
@@ -16,7 +17,8 @@ QProcessEnvironment PipEnvironment()
     QProcessEnvironment environment = CleanEnvironment();
     // The engine does not see this user's packages, so they must not count as installed.
     environment.insert(QStringLiteral("PYTHONNOUSERSITE"), QStringLiteral("1"));
-    PackageGroup::SetVariables(environment);
+    environment.insert(QStringLiteral("PYTHONUTF8"), QStringLiteral("1"));
+    environment.insert(QStringLiteral("PIP_CONFIG_FILE"), PackageLayout::NullDevice());
     return environment;
 }
 
@@ -25,21 +27,21 @@ QProcessEnvironment PipEnvironment()
 class PackageProcess::Private
 {
 public:
-    const std::unique_ptr<QProcess> process = PackageGroup::Make();
+    ChildProcess process;
     QByteArray output;
     QByteArray line;
 };
 
 PackageProcess::PackageProcess(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
 {
-    d->process->setProcessChannelMode(QProcess::MergedChannels);
-    d->process->setProcessEnvironment(PipEnvironment());
-    connect(d->process.get(), &QProcess::readyRead, this, &PackageProcess::TakeOutput);
+    d->process.setProcessChannelMode(QProcess::MergedChannels);
+    d->process.setProcessEnvironment(PipEnvironment());
+    connect(&d->process, &QProcess::readyRead, this, &PackageProcess::TakeOutput);
     connect(
-        d->process.get(), qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+        &d->process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
         [this](int code, QProcess::ExitStatus status) { End(status == QProcess::NormalExit && code == 0); });
     connect(
-        d->process.get(), &QProcess::errorOccurred, this,
+        &d->process, &QProcess::errorOccurred, this,
         [this](QProcess::ProcessError error) {
             if (error == QProcess::FailedToStart)
                 End(false);
@@ -55,33 +57,32 @@ PackageProcess::~PackageProcess()
 void PackageProcess::Start(const QString& program, const QStringList& arguments, const QString& workingFolder,
                            const QByteArray& input)
 {
-    d->process->setWorkingDirectory(workingFolder);
-    d->process->start(program, arguments);
+    d->process.setWorkingDirectory(workingFolder);
+    d->process.Start(program, arguments);
     if (!IsRunning())
         return;
-    d->process->write(input);
-    d->process->closeWriteChannel();
+    d->process.write(input);
+    d->process.closeWriteChannel();
 }
 
 bool PackageProcess::IsRunning() const
 {
-    return d->process->state() != QProcess::NotRunning;
+    return d->process.state() != QProcess::NotRunning;
 }
 
 void PackageProcess::Kill()
 {
-    d->process->disconnect(this);
+    d->process.disconnect(this);
     if (!IsRunning())
         return;
-    d->process->waitForStarted(1000);
-    PackageGroup::Kill(*d->process);
+    d->process.KillAll();
     // Reaped here, or QProcess would complain; a killed process needs milliseconds.
-    d->process->waitForFinished(1000);
+    d->process.waitForFinished(1000);
 }
 
 void PackageProcess::TakeOutput()
 {
-    const QByteArray bytes = d->process->readAll();
+    const QByteArray bytes = d->process.readAll();
     d->output += bytes.left(OutputBytesAtMost - d->output.size());
     d->line += bytes;
     int end = 0;

@@ -1,30 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "EngineRunFixture.h"
+#include "LinuxProcesses.h"
 #include "TestApp.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTest>
-
-namespace
-{
-
-// Processes of this machine whose command line holds the mark.
-int CountProcesses(const QByteArray& mark)
-{
-    int count = 0;
-    const QStringList names = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
-    for (const QString& name : names) {
-        QFile file(QStringLiteral("/proc/%1/cmdline").arg(name));
-        if (file.open(QIODevice::ReadOnly) && file.readAll().contains(mark))
-            ++count;
-    }
-    return count;
-}
-
-} // namespace
 
 // Runs that use what only Linux has to outlive their end: signals, forks, sessions of their own.
 class EngineStopLinux : public QObject

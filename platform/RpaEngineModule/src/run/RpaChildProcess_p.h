@@ -14,7 +14,7 @@ struct RpaChildLimits
 };
 
 // The Python child of one run together with everything it starts: a group that is watched and killed as a
-// whole. One source file per system.
+// whole.
 class RpaChildProcess : public QObject
 {
     Q_OBJECT

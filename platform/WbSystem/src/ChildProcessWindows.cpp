@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <WbSystem/JobProcess.h>
+#include <WbSystem/ChildProcess.h>
+#include <WbSystem/CleanEnvironment.h>
 
 #include <QByteArray>
 
@@ -12,7 +13,11 @@ namespace
 {
 
 // What QProcess takes for "killed".
-constexpr UINT KilledExitCode = 0xf291;
+constexpr UINT killedExitCode = 0xf291;
+// What passes a bound in small steps is ended by who measures, with words; what would pass it in one leap fails in
+// the child.
+constexpr qint64 memorySlackBytes = qint64(128) * 1024 * 1024;
+constexpr int processSlack = 32;
 
 JOBOBJECT_EXTENDED_LIMIT_INFORMATION LimitsOf(HANDLE job)
 {
@@ -84,7 +89,7 @@ private:
 
 } // namespace
 
-class JobProcess::Private
+class ChildProcess::Private
 {
 public:
     Private() : job(CreateJobObjectW(nullptr, nullptr))
@@ -109,42 +114,47 @@ public:
     BirthAttributes birth;
 };
 
-JobProcess::JobProcess(QObject* parent) : QProcess(parent), d(std::make_unique<Private>())
+ChildProcess::ChildProcess(QObject* parent) : QProcess(parent), d(std::make_unique<Private>())
 {
+    setProcessEnvironment(CleanEnvironment());
     setCreateProcessArgumentsModifier(
         [this](QProcess::CreateProcessArguments* arguments) { d->Prepare(arguments); });
+    connect(this, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this, &ChildProcess::KillAll);
 }
 
-JobProcess::~JobProcess()
+ChildProcess::~ChildProcess()
 {
-    KillJob();
+    KillAll();
     // Reaped here, or QProcess would complain; a killed process needs milliseconds.
     if (state() != QProcess::NotRunning)
         waitForFinished(1000);
 }
 
-void JobProcess::SetLimits(qint64 memoryBytes, int processes)
+void ChildProcess::SetLimits(qint64 memoryBytes, int processes)
 {
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = LimitsOf(d->job);
     limits.BasicLimitInformation.LimitFlags |= JOB_OBJECT_LIMIT_JOB_MEMORY | JOB_OBJECT_LIMIT_ACTIVE_PROCESS;
-    limits.JobMemoryLimit = static_cast<SIZE_T>(memoryBytes);
-    limits.BasicLimitInformation.ActiveProcessLimit = static_cast<DWORD>(processes);
+    limits.JobMemoryLimit = static_cast<SIZE_T>(memoryBytes + memorySlackBytes);
+    limits.BasicLimitInformation.ActiveProcessLimit = static_cast<DWORD>(processes + processSlack);
     SetLimitsOf(d->job, limits);
 }
 
-int JobProcess::CountProcesses() const
+void ChildProcess::Start(const QString& program, const QStringList& arguments)
+{
+    start(program, arguments);
+}
+
+ChildProcess::Usage ChildProcess::Measure() const
 {
     JOBOBJECT_BASIC_ACCOUNTING_INFORMATION counts{};
     QueryInformationJobObject(d->job, JobObjectBasicAccountingInformation, &counts, sizeof counts, nullptr);
-    return static_cast<int>(counts.ActiveProcesses);
+    return {static_cast<int>(counts.ActiveProcesses),
+            static_cast<qint64>(LimitsOf(d->job).PeakJobMemoryUsed)};
 }
 
-qint64 JobProcess::GetPeakMemory() const
+void ChildProcess::KillAll()
 {
-    return static_cast<qint64>(LimitsOf(d->job).PeakJobMemoryUsed);
+    TerminateJobObject(d->job, killedExitCode);
 }
 
-void JobProcess::KillJob()
-{
-    TerminateJobObject(d->job, KilledExitCode);
-}
+void ChildProcess::setupChildProcess() {}

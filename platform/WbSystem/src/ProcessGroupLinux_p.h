@@ -2,19 +2,15 @@
 
 #pragma once
 
+#include <WbSystem/ChildProcess.h>
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
-// What /proc tells about the processes of one run.
-namespace RpaProcessGroup
+// What /proc tells about a child and what it started.
+namespace ProcessGroup
 {
-
-struct Usage
-{
-    int processes = 0;
-    qint64 memoryBytes = 0; // resident
-};
 
 // Words to put before a command so that it runs in a PID namespace of its own, which dies as a whole with its
 // first process; empty where this system does not allow it. Found out once per process.
@@ -26,7 +22,7 @@ QVector<qint64> FindMarked(const QByteArray& mark);
 // Processes below the given one, itself included.
 QVector<qint64> FindDescendants(qint64 pid);
 
-Usage Measure(const QVector<qint64>& pids);
+ChildProcess::Usage Measure(const QVector<qint64>& pids);
 
 // Something to wait for the end of a process with, though it is not our child; -1 when it has ended or the
 // system knows no such thing.
@@ -37,4 +33,4 @@ void WaitForEnd(int watch, int patienceMs);
 // SIGKILL to each; vanished ones are no error.
 void KillAll(const QVector<qint64>& pids);
 
-} // namespace RpaProcessGroup
+} // namespace ProcessGroup

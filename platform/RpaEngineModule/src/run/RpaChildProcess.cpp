@@ -2,8 +2,7 @@
 
 #include "RpaChildProcess_p.h"
 
-#include <WbSystem/CleanEnvironment.h>
-#include <WbSystem/JobProcess.h>
+#include <WbSystem/ChildProcess.h>
 
 #include <QTimer>
 
@@ -12,10 +11,6 @@ namespace
 
 constexpr int WatchIntervalMs = 200;
 constexpr int EarlyOutputBytes = 8 * 1024;
-// The system itself keeps limits this much wider: what passes the real ones in small steps is ended with a
-// text, what would pass them in one leap fails in the program.
-constexpr qint64 MemorySlackBytes = qint64(128) * 1024 * 1024;
-constexpr int ProcessSlack = 32;
 
 } // namespace
 
@@ -24,14 +19,15 @@ class RpaChildProcess::Private
 public:
     QString PassedLimit() const
     {
-        if (process.GetPeakMemory() > limits.memoryBytes)
+        const ChildProcess::Usage usage = process.Measure();
+        if (usage.memoryBytes > limits.memoryBytes)
             return QStringLiteral("流程使用的内存超过 %1 MB，已被停止").arg(limits.memoryBytes >> 20);
-        if (process.CountProcesses() > limits.processes)
+        if (usage.processes > limits.processes)
             return QStringLiteral("流程启动的程序超过 %1 个，已被停止").arg(limits.processes);
         return {};
     }
 
-    JobProcess process;
+    ChildProcess process;
     RpaChildLimits limits;
     QTimer watch;
     QByteArray earlyOutput;
@@ -45,8 +41,6 @@ RpaChildProcess::RpaChildProcess(QObject* parent) : QObject(parent), d(std::make
     connect(&d->process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             [this](int, QProcess::ExitStatus status) {
                 d->watch.stop();
-                // What the program started may outlive it.
-                d->process.KillJob();
                 emit SigExited(status == QProcess::CrashExit, QString::fromUtf8(d->earlyOutput).trimmed());
             });
     connect(&d->watch, &QTimer::timeout, this, [this] {
@@ -54,7 +48,7 @@ RpaChildProcess::RpaChildProcess(QObject* parent) : QObject(parent), d(std::make
         if (reason.isEmpty())
             return;
         d->watch.stop();
-        d->process.KillJob();
+        d->process.KillAll();
         emit SigLimitPassed(reason);
     });
 }
@@ -72,10 +66,9 @@ void RpaChildProcess::SetLimits(const RpaChildLimits& limits)
 bool RpaChildProcess::Start(const QString& interpreter, const QStringList& arguments,
                             const QString& workingFolder, QString* reason)
 {
-    d->process.SetLimits(d->limits.memoryBytes + MemorySlackBytes, d->limits.processes + ProcessSlack);
-    d->process.setProcessEnvironment(CleanEnvironment());
+    d->process.SetLimits(d->limits.memoryBytes, d->limits.processes);
     d->process.setWorkingDirectory(workingFolder);
-    d->process.start(interpreter, arguments);
+    d->process.Start(interpreter, arguments);
     if (!d->process.waitForStarted(5000)) {
         if (reason)
             *reason = QStringLiteral("无法启动 %1：%2").arg(interpreter, d->process.errorString());
@@ -93,5 +86,5 @@ bool RpaChildProcess::IsRunning() const
 
 void RpaChildProcess::Kill()
 {
-    d->process.KillJob();
+    d->process.KillAll();
 }

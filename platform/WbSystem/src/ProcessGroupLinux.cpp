@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "RpaProcessGroupLinux_p.h"
+#include "ProcessGroupLinux_p.h"
 
 #include <QDir>
 #include <QFile>
@@ -102,13 +102,13 @@ QStringList FindNamespaceCommand()
 
 } // namespace
 
-const QStringList& RpaProcessGroup::NamespaceCommand()
+const QStringList& ProcessGroup::NamespaceCommand()
 {
     static const QStringList command = FindNamespaceCommand();
     return command;
 }
 
-QVector<qint64> RpaProcessGroup::FindMarked(const QByteArray& mark)
+QVector<qint64> ProcessGroup::FindMarked(const QByteArray& mark)
 {
     QVector<qint64> found;
     const QVector<qint64> pids = AllPids();
@@ -118,7 +118,7 @@ QVector<qint64> RpaProcessGroup::FindMarked(const QByteArray& mark)
     return found;
 }
 
-QVector<qint64> RpaProcessGroup::FindDescendants(qint64 pid)
+QVector<qint64> ProcessGroup::FindDescendants(qint64 pid)
 {
     const auto childrenOf = TellsChildren() ? TaskChildren() : ScannedChildren();
     QVector<qint64> found{pid};
@@ -127,10 +127,10 @@ QVector<qint64> RpaProcessGroup::FindDescendants(qint64 pid)
     return found;
 }
 
-RpaProcessGroup::Usage RpaProcessGroup::Measure(const QVector<qint64>& pids)
+ChildProcess::Usage ProcessGroup::Measure(const QVector<qint64>& pids)
 {
     static const qint64 pageBytes = sysconf(_SC_PAGESIZE);
-    Usage usage;
+    ChildProcess::Usage usage;
     for (const qint64 pid : pids) {
         const QByteArray statm = ReadProc(pid, "statm");
         if (statm.isEmpty())
@@ -141,12 +141,12 @@ RpaProcessGroup::Usage RpaProcessGroup::Measure(const QVector<qint64>& pids)
     return usage;
 }
 
-int RpaProcessGroup::Watch(qint64 pid)
+int ProcessGroup::Watch(qint64 pid)
 {
     return pid > 0 ? static_cast<int>(syscall(SYS_pidfd_open, static_cast<pid_t>(pid), 0)) : -1;
 }
 
-void RpaProcessGroup::WaitForEnd(int watch, int patienceMs)
+void ProcessGroup::WaitForEnd(int watch, int patienceMs)
 {
     if (watch < 0)
         return;
@@ -155,7 +155,7 @@ void RpaProcessGroup::WaitForEnd(int watch, int patienceMs)
     close(watch);
 }
 
-void RpaProcessGroup::KillAll(const QVector<qint64>& pids)
+void ProcessGroup::KillAll(const QVector<qint64>& pids)
 {
     for (const qint64 pid : pids)
         kill(static_cast<pid_t>(pid), SIGKILL);

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include <WbSystem/JobProcess.h>
+#include <WbSystem/ChildProcess.h>
 
-#include <QSignalSpy>
 #include <QtTest>
 
 #include <windows.h>
@@ -44,16 +43,16 @@ private:
 
 } // namespace
 
-class JobProcessTest : public QObject
+class ChildProcessTest : public QObject
 {
     Q_OBJECT
 
 private slots:
     void worksLikeAnyProcess()
     {
-        JobProcess process;
+        ChildProcess process;
 
-        process.start(shell, {QStringLiteral("/c"), QStringLiteral("echo hello & exit 7")});
+        process.Start(shell, {QStringLiteral("/c"), QStringLiteral("echo hello & exit 7")});
 
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.readAllStandardOutput().trimmed(), QByteArray("hello"));
@@ -63,8 +62,8 @@ private slots:
 
     void readsWhatItIsGiven()
     {
-        JobProcess process;
-        process.start(shell, {QStringLiteral("/c"), QStringLiteral("more")});
+        ChildProcess process;
+        process.Start(shell, {QStringLiteral("/c"), QStringLiteral("more")});
 
         process.write("one\r\ntwo\r\n");
         process.closeWriteChannel();
@@ -75,36 +74,34 @@ private slots:
 
     void killsEveryGeneration()
     {
-        JobProcess process;
-        process.start(shell, TwoGenerations());
-        QTRY_VERIFY(process.CountProcesses() >= 3);
+        ChildProcess process;
+        process.Start(shell, TwoGenerations());
+        QTRY_VERIFY(process.Measure().processes >= 3);
 
-        process.KillJob();
+        process.KillAll();
 
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitStatus(), QProcess::CrashExit);
-        QTRY_COMPARE(process.CountProcesses(), 0);
+        QTRY_COMPARE(process.Measure().processes, 0);
     }
 
-    void whatAProcessLeftBehindIsStillKilled()
+    void whatAProcessLeftBehindDiesWithIt()
     {
-        JobProcess process;
-        process.start(shell, {QStringLiteral("/c"), QStringLiteral("start /b ping -n 60 127.0.0.1")});
+        ChildProcess process;
+        process.Start(shell, {QStringLiteral("/c"), QStringLiteral("start /b ping -n 60 127.0.0.1")});
+
         QVERIFY(process.waitForFinished());
-        QVERIFY(process.CountProcesses() > 0);
 
-        process.KillJob();
-
-        QTRY_COMPARE(process.CountProcesses(), 0);
+        QTRY_COMPARE(process.Measure().processes, 0);
     }
 
     void nothingOutlivesTheObject()
     {
         HANDLE child = nullptr;
         {
-            JobProcess process;
-            process.start(shell, TwoGenerations());
-            QTRY_VERIFY(process.CountProcesses() >= 3);
+            ChildProcess process;
+            process.Start(shell, TwoGenerations());
+            QTRY_VERIFY(process.Measure().processes >= 3);
             child = OpenProcess(SYNCHRONIZE, FALSE, static_cast<DWORD>(process.processId()));
             QVERIFY(child);
         }
@@ -116,8 +113,8 @@ private slots:
     void inheritsItsStandardHandlesOnly()
     {
         OpenPipe pipe;
-        JobProcess process;
-        process.start(shell, TwoGenerations());
+        ChildProcess process;
+        process.Start(shell, TwoGenerations());
         QVERIFY(process.waitForStarted());
 
         QVERIFY(pipe.IsAlone());
@@ -125,17 +122,15 @@ private slots:
 
     void aMissingProgramIsAFailedStart()
     {
-        JobProcess process;
-        QSignalSpy problems(&process, &QProcess::errorOccurred);
+        ChildProcess process;
 
-        process.start(QStringLiteral("no such program.exe"), QStringList());
+        process.Start(QStringLiteral("no such program.exe"), QStringList());
 
         QVERIFY(!process.waitForStarted());
-        QTRY_COMPARE(problems.size(), 1);
-        QCOMPARE(problems.first().first().value<QProcess::ProcessError>(), QProcess::FailedToStart);
-        QCOMPARE(process.CountProcesses(), 0);
+        QCOMPARE(process.error(), QProcess::FailedToStart);
+        QCOMPARE(process.Measure().processes, 0);
     }
 };
 
-QTEST_GUILESS_MAIN(JobProcessTest)
-#include "tst_jobprocess_windows.moc"
+QTEST_GUILESS_MAIN(ChildProcessTest)
+#include "tst_childprocess_windows.moc"
