@@ -135,7 +135,7 @@ function(rpa_add_program name)
 endfunction()
 
 # A QtTest program, run by ctest offscreen with a private home, so that it neither reads nor leaves
-# anything in the developer's own folders.
+# anything in the developer's own folders, and no bus, so that it does not ask the developer's own services.
 #   rpa_add_test(tst_dpitool SOURCES tst_dpitool.cpp LINK RpaPlatform::OxBase [TIMEOUT 60] [LABELS ...])
 # NOT_ON_WINDOWS builds it there, but leaves it out of ctest; docs/windows.md says why for each.
 function(rpa_add_test name)
@@ -163,7 +163,7 @@ function(rpa_add_test name)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${arg_TIMEOUT}
         LABELS "${arg_LABELS}"
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home}/run;XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;LC_ALL=C.UTF-8;${RPA_SANITIZER_ENVIRONMENT};${arg_ENVIRONMENT}")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${home};XDG_RUNTIME_DIR=${home}/run;XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;DBUS_SESSION_BUS_ADDRESS=disabled:;LC_ALL=C.UTF-8;${RPA_SANITIZER_ENVIRONMENT};${arg_ENVIRONMENT}")
 endfunction()
 
 # The set-up that several tests of a folder share, compiled once and linked into each of them.

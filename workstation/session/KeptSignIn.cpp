@@ -16,22 +16,30 @@ bool IsToken(const QString& text)
 }
 } // namespace
 
-bool KeptSignIn::Keep(const QUrl& server, const QByteArray& token)
+QByteArray KeptSignIn::Written(const QUrl& server, const QByteArray& token)
 {
     const QString text = QString::fromLatin1(token);
-    if (!IsToken(text)) {
-        Forget();
-        return false;
-    }
+    if (!IsToken(text))
+        return {};
     const QJsonObject kept{{QStringLiteral("server"), server.toString()}, {QStringLiteral("token"), text}};
-    return store.Write(QJsonDocument(kept).toJson(QJsonDocument::Compact));
+    return QJsonDocument(kept).toJson(QJsonDocument::Compact);
 }
 
-QByteArray KeptSignIn::GetToken(const QUrl& server) const
+QByteArray KeptSignIn::TokenIn(const QByteArray& written, const QUrl& server)
 {
-    const QJsonObject kept = QJsonDocument::fromJson(store.Read()).object();
+    const QJsonObject kept = QJsonDocument::fromJson(written).object();
     const QString token = kept.value(QStringLiteral("token")).toString();
     const bool usable = !server.isEmpty() && IsToken(token) &&
                         kept.value(QStringLiteral("server")).toString() == server.toString();
     return usable ? token.toLatin1() : QByteArray();
+}
+
+bool KeptSignIn::Keep(const QUrl& server, const QByteArray& token)
+{
+    return store.Write(Written(server, token)); // nothing is kept of an empty text
+}
+
+QByteArray KeptSignIn::GetToken(const QUrl& server) const
+{
+    return TokenIn(store.Read(), server);
 }

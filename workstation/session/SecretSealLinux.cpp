@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-// The mode of the file is what keeps others away; docs/adr/0005-kept-sign-in.md says why there is no more.
+// The mode of the file is what keeps others away; docs/adr/0005-kept-sign-in.md says when there is no more.
 #include "SecretSeal.h"
 
 #include <QFile>

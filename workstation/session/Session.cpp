@@ -64,18 +64,26 @@ void Session::UseRemote(const QUrl& address)
     embedded = false;
     remoteAddress = address;
     Service()->SetBaseUrl(address);
-    Resume();
     SetServer(ServerState::Connecting, address.toString());
-    CheckRemote();
+    Resume();
+    // The user need not wait for a secret service that is slow.
+    if (!resuming)
+        CheckRemote();
     checkTimer.start();
 }
 
 void Session::Resume()
 {
-    const QByteArray token = IsSignedIn() ? QByteArray() : kept.GetToken(remoteAddress);
-    resuming = !token.isEmpty();
-    if (resuming)
+    resuming = false;
+    if (IsSignedIn())
+        return;
+    kept.GetToken(remoteAddress, [this, asked = remoteAddress](const QByteArray& token) {
+        if (token.isEmpty() || embedded || asked != remoteAddress || IsSignedIn())
+            return;
+        resuming = true;
         Service()->SetToken(token);
+        CheckRemote();
+    });
 }
 
 void Session::SetCaFile(const QString& path)
@@ -180,15 +188,22 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
             return;
         }
         resuming = false;
-        staying = stay && kept.Keep(remoteAddress, result.value.token);
-        if (!staying)
-            kept.Forget(); // somebody else's, or from before
         const VersionServiceAccount& who = result.value.account;
         SetIdentity(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
-        if (stay && !staying)
-            emit SigNotKept();
+        staying = stay;
+        if (stay)
+            kept.Keep(remoteAddress, result.value.token, [this](bool isKept) { SlotKept(isKept); });
+        else
+            kept.Forget(); // somebody else's, or from before
     };
     client->Send(SignInRequest{account, password, stay}, this, enter);
+}
+
+void Session::SlotKept(bool isKept)
+{
+    staying = isKept;
+    if (!isKept)
+        emit SigNotKept();
 }
 
 void Session::SignOut()

@@ -4,8 +4,8 @@
 
 #include "EmbeddedAccounts.h"
 #include "EmbeddedServer.h"
-#include "KeptSignIn.h"
 #include "ServerState.h"
+#include "SignInKeeper.h"
 
 #include <QObject>
 #include <QStringList>
@@ -23,7 +23,7 @@ class Session : public QObject
     Q_OBJECT
 
 public:
-    // keptFile: where a sign-in that stays is kept.
+    // keptFile: where a sign-in that stays is kept when no secret service takes it.
     Session(const QString& serverProgram, const QString& serverDataDir, const QString& keptFile,
             QObject* parent = nullptr);
     ~Session() override;
@@ -79,13 +79,14 @@ private:
     void SlotEmbeddedState(EmbeddedServer::State state);
     void CheckRemote();
     void Resume();
+    void SlotKept(bool isKept);
     void SlotTokenRejected();
     void EndOnServer();
     void ForgetUser();
     void SetServer(ServerState state, const QString& detail);
     void SetIdentity(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
 
-    KeptSignIn kept;
+    SignInKeeper kept;
     QVector<EmbeddedAccount> accounts; // with the tokens of the server that runs
     EmbeddedServer server;
     const std::unique_ptr<VersionServiceClient> client;
