@@ -4,13 +4,10 @@
 
 #include <QList>
 
-#include <sodium.h>
-
 namespace server
 {
 namespace
 {
-constexpr int rawSize = crypto_hash_sha256_BYTES;
 const char digestStart[] = "sha-256=:";
 } // namespace
 
@@ -28,7 +25,7 @@ QByteArray ParseContentDigest(const QByteArray& header)
         const int start = static_cast<int>(sizeof digestStart) - 1;
         const auto decoded = QByteArray::fromBase64Encoding(item.mid(start, item.size() - start - 1),
                                                             QByteArray::AbortOnBase64DecodingErrors);
-        if (decoded && decoded.decoded.size() == rawSize)
+        if (decoded && decoded.decoded.size() == sha256Bytes)
             return decoded.decoded;
     }
     return {};

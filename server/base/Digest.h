@@ -6,7 +6,9 @@
 
 namespace server
 {
-// SHA-256 as 32 raw bytes.
+constexpr int sha256Bytes = 32;
+
+// SHA-256 as raw bytes. Any thread. One source file per system.
 QByteArray Sha256(const QByteArray& data);
 
 // The value of a Content-Digest header for a raw SHA-256: `sha-256=:<base64>:`.
