@@ -215,6 +215,6 @@ QByteArray Service::RouteTable() const
             .Member("access", QString::fromLatin1(NameOf(route.access)))
             .Member("bodyLimit", route.bodyLimit)
             .EndObject();
-    return text.EndArray().Text();
+    return text.EndArray().Take();
 }
 } // namespace server

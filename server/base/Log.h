@@ -41,7 +41,7 @@ public:
             return;
         JsonText line = Start(level, event);
         details(line);
-        Enqueue(line.EndObject().Text() + '\n');
+        Enqueue(line.EndObject().Take() + '\n');
     }
     void Write(LogLevel level, const char* event)
     {

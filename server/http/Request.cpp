@@ -55,7 +55,7 @@ Response Response::Refuse(int status, const char* code, const QString& message)
                             .Member("code", QString::fromLatin1(code))
                             .Member("message", message)
                             .EndObject()
-                            .Text());
+                            .Take());
 }
 
 Response& Response::With(const char* name, QByteArray value)

@@ -40,7 +40,7 @@ void ListApps(Services& services, const Request& request, const Reply& reply)
     for (const App& app : services.store.AppsEditableBy(*request.account))
         if (query.isEmpty() || app.name.contains(query, Qt::CaseInsensitive))
             wire::Append(text, app);
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 
 void CreateApp(Services& services, const Request& request, const Reply& reply)

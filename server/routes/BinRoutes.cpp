@@ -31,7 +31,7 @@ void ListBin(Services& services, const Request& request, const Reply& reply)
     text.BeginObject().Key("apps").BeginArray();
     for (const App& app : services.store.DeletedApps(*request.account, NowMs() - binMs))
         wire::Append(text.BeginObject().Key("app"), app).Member("deletedAt", app.deletedAt).EndObject();
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 } // namespace
 

@@ -17,7 +17,7 @@ JsonText& Append(JsonText& text, const Services& services, const char* status)
 Response Healthy(const Services& services)
 {
     JsonText text;
-    return Response::Json(200, Append(text.BeginObject(), services, "ok").EndObject().Text());
+    return Response::Json(200, Append(text.BeginObject(), services, "ok").EndObject().Take());
 }
 
 Response StoreSilent(const Services& services)
@@ -26,7 +26,7 @@ Response StoreSilent(const Services& services)
     text.BeginObject()
         .Member("code", QStringLiteral("store-unavailable"))
         .Member("message", QStringLiteral("服务在运行，但数据库没有应答，请联系管理员。"));
-    return Response::Json(503, Append(text, services, "store").EndObject().Text()).With("Retry-After", "5");
+    return Response::Json(503, Append(text, services, "store").EndObject().Take()).With("Retry-After", "5");
 }
 } // namespace
 

@@ -20,7 +20,7 @@ Response AnswerOf(int status, const Outcome<Record>& outcome)
     if (const auto* refusal = std::get_if<Refusal>(&outcome))
         return wire::Refused(*refusal);
     JsonText text;
-    return Response::Json(status, wire::Append(text, std::get<Record>(outcome)).Text());
+    return Response::Json(status, wire::Append(text, std::get<Record>(outcome)).Take());
 }
 
 Outcome<InvitationOrder> ReadOrder(const Request& request)
@@ -51,7 +51,7 @@ void ListInvitations(Services& services, const Request& request, const Reply& re
     text.BeginObject().Key("invitations").BeginArray();
     for (const Invitation& invitation : services.store.InvitationsOf(app->id))
         wire::Append(text, invitation);
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 
 void CreateInvitation(Services& services, const Request& request, const Reply& reply)

@@ -19,7 +19,7 @@ Response ListOf(const std::vector<ReleasedApp>& apps, const QString& query)
     for (const ReleasedApp& released : apps)
         if (query.isEmpty() || released.app.name.contains(query, Qt::CaseInsensitive))
             wire::Append(text, released);
-    return Response::Json(200, text.EndArray().EndObject().Text());
+    return Response::Json(200, text.EndArray().EndObject().Take());
 }
 
 void ShowAudit(Services& services, const Request& request, const Reply& reply)
@@ -34,7 +34,7 @@ void ShowAudit(Services& services, const Request& request, const Reply& reply)
     for (const AuditEntry& entry : services.store.Audit(
              request.account->venderId, request.QueryValue("before"), std::min(limit, longestAuditPage)))
         wire::Append(text, entry);
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 } // namespace
 

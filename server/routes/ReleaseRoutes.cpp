@@ -28,7 +28,7 @@ Response AnswerOf(const Outcome<ReleaseResult>& outcome)
         .Member("needTip", result.needTip)
         .Member("message", result.message);
     wire::Append(text.Key("version"), result.version);
-    return Response::Json(200, text.EndObject().Text()).With("ETag", wire::ETag(result.version.revision));
+    return Response::Json(200, text.EndObject().Take()).With("ETag", wire::ETag(result.version.revision));
 }
 
 void ReleaseOne(Services& services, const Request& request, const Reply& reply)
@@ -64,7 +64,7 @@ void ListReleases(Services& services, const Request& request, const Reply& reply
         wire::Append(text.BeginObject().Key("version"), version);
         text.Member("releasedAt", release.releasedAt).Member("present", isPresent).EndObject();
     }
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 
 Outcome<TakeBackOrder> ReadTakeBack(const Request& request)
@@ -98,7 +98,7 @@ void TakeBack(Services& services, const Request& request, const Reply& reply)
             return wire::Refused(*refusal);
         JsonText text;
         text.BeginObject().Member("versionId", std::get<QString>(outcome));
-        return Response::Json(200, text.EndObject().Text());
+        return Response::Json(200, text.EndObject().Take());
     };
     WriteOnce(services.store, request, act, reply);
 }

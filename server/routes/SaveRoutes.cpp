@@ -27,7 +27,7 @@ void ListSaves(Services& services, const Request& request, const Reply& reply)
     text.BeginObject().Key("saves").BeginArray();
     for (const SavedRevision& save : services.store.SavesOf(app->id))
         wire::Append(text, save);
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 
 Outcome<NoteOrder> ReadNote(const Request& request)

@@ -19,7 +19,7 @@ QByteArray SessionText(const SignedIn& session, const QByteArray& token)
     if (!token.isEmpty())
         text.Member("token", QString::fromLatin1(token));
     wire::Append(text.Key("account"), session.account);
-    return text.Member("expiresAt", session.expiresAt).EndObject().Text();
+    return text.Member("expiresAt", session.expiresAt).EndObject().Take();
 }
 
 Response BadCredentials()

@@ -90,7 +90,7 @@ void ShowCounts(Services& services, const Request& request, const Reply& reply)
             .Member("event", count.event)
             .Member("count", count.count)
             .EndObject();
-    reply(Response::Json(200, text.EndArray().EndObject().Text()));
+    reply(Response::Json(200, text.EndArray().EndObject().Take()));
 }
 } // namespace
 

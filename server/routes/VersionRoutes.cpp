@@ -104,7 +104,7 @@ private:
         text.BeginObject().Key("versions").BeginArray();
         for (const Version& version : versions)
             wire::Append(text, version);
-        return text.EndArray().EndObject().Text();
+        return text.EndArray().EndObject().Take();
     }
 
     std::mutex mutex;

@@ -116,13 +116,13 @@ JsonText& Append(JsonText& text, const AuditEntry& entry)
 Response AppAnswer(int status, const App& app)
 {
     JsonText text;
-    return Response::Json(status, Append(text, app).Text());
+    return Response::Json(status, Append(text, app).Take());
 }
 
 Response VersionAnswer(int status, const Version& version)
 {
     JsonText text;
-    return Response::Json(status, Append(text, version).Text()).With("ETag", ETag(version.revision));
+    return Response::Json(status, Append(text, version).Take()).With("ETag", ETag(version.revision));
 }
 
 Response Refused(const Refusal& refusal)
