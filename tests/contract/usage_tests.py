@@ -57,9 +57,9 @@ class UsageTests(ContractBase):
     def test_what_is_no_event_is_left_out_and_the_rest_is_kept(self):
         name = self.name()
         wrong = [None, 1, "x", [], {}, event(name, id=""), event(name, id="x" * 65), event(name, id="a b"),
-                 event(name, id=7), event("x" * 65), event("<b>"), event("名"), event("a\u0000"), event(""),
+                 event(name, id=7), event("x" * 65), event("<b>"), event("名"), event("a\n"), event(""),
                  event(name, time=now() - 92 * DAY), event(name, time=-1), event(name, time=None), event(name, time="1")]
-        self.report(wrong + [event(name), event(name, time=1e300)])
+        self.report(wrong + [event(name), event(name, time=2**53)])
         self.assertEqual(sum(self.counts(name).values()), 2)
 
     def test_a_day_of_an_account_holds_so_many_events(self):

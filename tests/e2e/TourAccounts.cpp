@@ -105,6 +105,18 @@ void Tour::SeeColleaguesButtons()
         d->Key(Qt::Key_Home);
         d->Until(QStringLiteral("the author"), [] { return ShowsAccount(QStringLiteral("本机作者")); });
     });
+    d->Step(QStringLiteral("usage-counts"), [this] {
+        d->Click(QStringLiteral("the counts"), Named("buttonUsageCounts"));
+        d->Until(QStringLiteral("a save and a run"), [] {
+            QString days;
+            if (const QWidget* dialog = Visible("UsageDialog"))
+                for (const auto* day : dialog->findChildren<QLabel*>(QStringLiteral("labelDay")))
+                    days += day->text();
+            return days.contains(QStringLiteral("保存 ")) && days.contains(QStringLiteral("运行 "));
+        });
+        d->TakePicture();
+        d->Click(QStringLiteral("done"), Named("buttonClose"));
+    });
 }
 
 void Tour::SignIn(const QString& account, const QString& password)

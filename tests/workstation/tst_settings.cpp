@@ -55,6 +55,7 @@ void tst_Settings::startsWithTheEmbeddedServerAndTheSystemsLook()
     QVERIFY(settings.GetSeenTips().isEmpty());
     QCOMPARE(settings.GetScale(), 100);
     QVERIFY(settings.GetCaFile().isEmpty());
+    QVERIFY(settings.GetUsageReports());
 }
 
 void tst_Settings::tellsTheTipsAnewWhenTheyAreSwitchedOnAgain()

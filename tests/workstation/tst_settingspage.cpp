@@ -6,6 +6,7 @@
 #include "TestApp.h"
 #include "TestCertificate.h"
 #include "TestFolder.h"
+#include "UsageSection.h"
 #include "WorkstationSettings.h"
 
 #include <QCheckBox>
@@ -31,6 +32,8 @@ private slots:
     void settingsSignOutFromARemoteServer();
     void settingsTakeACertificateFileAndNothingElse();
     void settingsTellOfACertificateFileThatIsGone();
+    void settingsStopTheUsageReports();
+    void settingsOfferTheUsageCountsToAdministrators();
 };
 
 void tst_SettingsPage::settingsWriteWhatIsChosen()
@@ -176,6 +179,36 @@ void tst_SettingsPage::settingsTellOfACertificateFileThatIsGone()
 
     QVERIFY(Child<QLabel>(page, "labelCaProblem")->isVisible());
     QVERIFY(Child<QLabel>(page, "labelCaProblem")->text().contains(QStringLiteral("gone.pem")));
+}
+
+void tst_SettingsPage::settingsStopTheUsageReports()
+{
+    const TestFolder folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+    QSignalSpy changed(&settings, &WorkstationSettings::SigUsageReportsChanged);
+
+    Child<QCheckBox>(page, "checkUsageReports")->click();
+
+    QCOMPARE(changed.size(), 1);
+    QVERIFY(!settings.GetUsageReports());
+    QVERIFY(!WorkstationSettings(folder.filePath(QStringLiteral("a.ini"))).GetUsageReports());
+}
+
+void tst_SettingsPage::settingsOfferTheUsageCountsToAdministrators()
+{
+    const TestFolder folder;
+    WorkstationSettings settings(folder.filePath(QStringLiteral("a.ini")));
+    SettingsPage page(&settings);
+    page.show();
+    QSignalSpy asked(page.GetUsageSection(), &UsageSection::SigShowCounts);
+    QVERIFY(!Child<QPushButton>(page, "buttonUsageCounts")->isVisible());
+
+    page.GetUsageSection()->ShowAdministrator(true);
+    Press(page, "buttonUsageCounts");
+
+    QCOMPARE(asked.size(), 1);
 }
 
 RPA_TEST_MAIN(tst_SettingsPage)

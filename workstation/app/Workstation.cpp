@@ -17,7 +17,9 @@
 #include "RunPage.h"
 #include "Session.h"
 #include "SettingsFlow.h"
+#include "SettingsPage.h"
 #include "SignInFlow.h"
+#include "UsageFlow.h"
 #include "VersionFlow.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
@@ -111,6 +113,8 @@ void Workstation::CreateFlows()
     packages = std::make_unique<PackageFlow>(paths, &settings, editor, shell);
     versions = std::make_unique<VersionFlow>(user, &settings, editor, shell);
     help = std::make_unique<HelpFlow>(&settings, editor, shell);
+    usage = std::make_unique<UsageFlow>(paths.usageDir, user, &settings,
+                                        settingsFlow->GetPage()->GetUsageSection(), shell);
     keyboard = std::make_unique<Keyboard>(shell, editor, released->GetRunPage());
 }
 
@@ -144,6 +148,7 @@ void Workstation::End()
     editing->End();
     released->GetRunPage()->Close();
     RpaEditorLogic::Instance()->Shutdown();
+    usage->End();
     session->End();
     emit SigClosed();
 }

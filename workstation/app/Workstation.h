@@ -23,6 +23,7 @@ class ReleasedFlow;
 class Session;
 class SettingsFlow;
 class SignInFlow;
+class UsageFlow;
 class VersionFlow;
 
 // Puts the workstation together: the one place that knows how its flows are joined. Everybody else is given
@@ -71,6 +72,7 @@ private:
     std::unique_ptr<PackageFlow> packages;
     std::unique_ptr<VersionFlow> versions;
     std::unique_ptr<HelpFlow> help;
+    std::unique_ptr<UsageFlow> usage;
     std::unique_ptr<Keyboard> keyboard;
     std::unique_ptr<CloseGuard> closeGuard;
 };

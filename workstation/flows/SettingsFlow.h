@@ -23,6 +23,7 @@ public:
     SettingsFlow(const QString& serverProgram, Session* session, WorkstationSettings* settings,
                  EditorPage* editor, QWidget* home, MainWindow* window);
 
+    SettingsPage* GetPage() const { return page; }
     void Show();
 
 signals:

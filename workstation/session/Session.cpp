@@ -131,7 +131,8 @@ void Session::EnterEmbedded(int index)
     if (!embedded || serverState != ServerState::Connected || index < 0 || index >= accounts.size())
         return;
     const EmbeddedAccount& account = accounts.at(index);
-    SetIdentity(account.pin, account.name, account.venderId, account.token.toLatin1());
+    SetIdentity({account.pin, account.name, QString::number(account.venderId), account.roles},
+                account.token.toLatin1());
 }
 
 void Session::SlotEmbeddedState(EmbeddedServer::State state)
@@ -166,14 +167,14 @@ void Session::SetServer(ServerState state, const QString& detail)
     emit SigServerChanged(state, detail);
 }
 
-void Session::SetIdentity(const QString& newPin, const QString& newName, qint64 venderId,
-                          const QByteArray& token)
+void Session::SetIdentity(const VersionServiceAccount& who, const QByteArray& token)
 {
-    pin = newPin;
-    name = newName;
+    pin = who.pin;
+    name = who.name;
+    roles = who.roles;
     Service()->SetToken(token);
     WbGlobalData::Instance()->SetPin(pin);
-    WbGlobalData::Instance()->SetVenderId(venderId);
+    WbGlobalData::Instance()->SetVenderId(who.venderId.toLongLong());
     emit SigSignedIn(name);
 }
 
@@ -188,8 +189,7 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
             return;
         }
         resuming = false;
-        const VersionServiceAccount& who = result.value.account;
-        SetIdentity(who.pin, who.name, who.venderId.toLongLong(), result.value.token);
+        SetIdentity(result.value.account, result.value.token);
         staying = stay;
         if (stay)
             kept.Keep(remoteAddress, result.value.token, [this](bool isKept) { SlotKept(isKept); });
@@ -240,6 +240,7 @@ void Session::ForgetUser()
     staying = false;
     pin.clear();
     name.clear();
+    roles.clear();
     Service()->SetToken(QByteArray());
     WbGlobalData::Instance()->SetPin(QString());
     WbGlobalData::Instance()->SetVenderId(0);
@@ -261,8 +262,7 @@ void Session::CheckRemote()
                      if (resuming && result.success) {
                          resuming = false;
                          staying = true;
-                         const VersionServiceAccount& who = result.value.account;
-                         SetIdentity(who.pin, who.name, who.venderId.toLongLong(), Service()->GetToken());
+                         SetIdentity(result.value.account, Service()->GetToken());
                      }
                  });
 }

@@ -15,6 +15,7 @@
 #include <memory>
 
 class VersionServiceClient;
+struct VersionServiceAccount;
 
 // Which server the workstation speaks to, and as whom. Tells the platform both: address and token for the
 // requests, account and vendor for everybody who asks who is signed in.
@@ -57,6 +58,7 @@ public:
     bool IsSignedIn() const { return !pin.isEmpty(); }
     QString GetPin() const { return pin; }
     QString GetName() const { return name; }
+    bool IsAdministrator() const { return roles.contains(QStringLiteral("administrator")); }
 
     ServerState GetServerState() const { return serverState; }
     QString GetServerDetail() const { return serverDetail; }
@@ -84,7 +86,7 @@ private:
     void EndOnServer();
     void ForgetUser();
     void SetServer(ServerState state, const QString& detail);
-    void SetIdentity(const QString& newPin, const QString& newName, qint64 venderId, const QByteArray& token);
+    void SetIdentity(const VersionServiceAccount& who, const QByteArray& token);
 
     SignInKeeper kept;
     QVector<EmbeddedAccount> accounts; // with the tokens of the server that runs
@@ -97,6 +99,7 @@ private:
     bool staying = false;  // who is signed in stays so
     QString pin;
     QString name; // of the account, as others see it
+    QStringList roles;
     ServerState serverState = ServerState::Connecting;
     QString serverDetail;
 };

@@ -2,6 +2,7 @@
 
 #include "SettingsPage.h"
 
+#include "UsageSection.h"
 #include "WorkstationSettings.h"
 #include "ui_SettingsPage.h"
 
@@ -17,13 +18,15 @@ constexpr auto chosen = QOverload<int>::of(&QComboBox::activated);
 }
 
 SettingsPage::SettingsPage(WorkstationSettings* store, QWidget* parent)
-    : WbBaseWidget(parent), settings(store), ui(std::make_unique<Ui::SettingsPage>())
+    : WbBaseWidget(parent), settings(store), ui(std::make_unique<Ui::SettingsPage>()),
+      usage(new UsageSection(store, this))
 {
     ui->setupUi(this);
     for (int percent : WorkstationSettings::AllScales())
         ui->comboScale->addItem(QStringLiteral("%1 %").arg(percent), percent);
     for (DateLanguage language : AllDateLanguages())
         ui->comboDates->addItem(DateLanguageName(language), int(language));
+    ui->layoutColumn->insertWidget(ui->layoutColumn->indexOf(ui->sectionLook) + 1, usage);
     WbScaledForm::Follow(this);
     ui->checkSuperAdmin->setChecked(settings->GetSuperAdmin());
     ui->checkTips->setChecked(settings->GetTips());

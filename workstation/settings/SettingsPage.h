@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class UsageSection;
 class WorkstationSettings;
 namespace Ui
 {
@@ -31,6 +32,8 @@ public:
     // Who is signed in to a server that is not the embedded one (empty: nobody), and may sign out.
     void ShowSignedIn(const QString& name);
 
+    UsageSection* GetUsageSection() const { return usage; }
+
 signals:
     void SigSwitchAccount(int embeddedAccount);
     void SigSignOut();
@@ -53,4 +56,5 @@ private:
 
     WorkstationSettings* const settings;
     const std::unique_ptr<Ui::SettingsPage> ui;
+    UsageSection* const usage;
 };

@@ -23,6 +23,7 @@ WorkstationPaths Tree(const QString& dataDir, const QString& settingsFile)
     paths.wheelDir = dataDir + QStringLiteral("/wheels");
     paths.openedAppsFile = dataDir + QStringLiteral("/opened-apps.json");
     paths.draftDir = dataDir + QStringLiteral("/drafts");
+    paths.usageDir = dataDir + QStringLiteral("/usage");
 #ifdef Q_OS_WIN
     const QString program = QStringLiteral("/rpa-version-server.exe");
 #else

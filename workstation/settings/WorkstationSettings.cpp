@@ -22,6 +22,7 @@ constexpr char dateKey[] = "look/dateLanguage";
 constexpr char superAdminKey[] = "embedded/superAdmin";
 constexpr char wheelFolderKey[] = "packages/wheelFolder";
 constexpr char tipsKey[] = "help/tips";
+constexpr char usageReportsKey[] = "usage/reports";
 constexpr char seenTipsKey[] = "help/seenTips";
 
 constexpr qint64 largestCaFile = 4 * 1024 * 1024;
@@ -235,4 +236,15 @@ void WorkstationSettings::AddSeenTip(const QString& place)
     QStringList seen = GetSeenTips();
     if (!seen.contains(place))
         Write(seenTipsKey, seen << place);
+}
+
+bool WorkstationSettings::GetUsageReports() const
+{
+    return store.value(QLatin1String(usageReportsKey), true).toBool();
+}
+
+void WorkstationSettings::SetUsageReports(bool reports)
+{
+    if (reports != GetUsageReports() && Write(usageReportsKey, reports))
+        emit SigUsageReportsChanged(reports);
 }

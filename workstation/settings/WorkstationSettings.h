@@ -80,6 +80,10 @@ public:
     QStringList GetSeenTips() const;
     void AddSeenTip(const QString& place);
 
+    // Whether what the user does is told to the version service, for its statistics.
+    bool GetUsageReports() const;
+    void SetUsageReports(bool reports);
+
 signals:
     void SigServerChanged();
     void SigThemeChanged(ThemeChoice theme);
@@ -89,6 +93,7 @@ signals:
     void SigSuperAdminChanged(bool superAdmin);
     void SigWheelFolderChanged(const QString& folder);
     void SigTipsChanged(bool tips);
+    void SigUsageReportsChanged(bool reports);
 
 private:
     // True when the value was another one.
