@@ -8,6 +8,7 @@
 #include "RichTextView_p.h"
 
 #include <WbBaseUI/WbComboBox.h>
+#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QComboBox>
@@ -99,10 +100,10 @@ RichFormatBar::RichFormatBar(RichTextView* edited, QWidget* shortcutScope)
     Refresh();
 }
 
-QAction* RichFormatBar::Add(RichGlyph glyph, const QString& name, const QString& text,
+QAction* RichFormatBar::Add(const char* icon, const QString& name, const QString& text,
                             const QKeySequence& keys, const Act& act)
 {
-    QAction* action = addAction(RichIcon(glyph), text);
+    QAction* action = addAction(WbIcons::Get(QLatin1String(icon)), text);
     action->setObjectName(name);
     action->setToolTip(WithKeys(text, keys));
     action->setShortcut(keys);
@@ -122,10 +123,10 @@ QAction* RichFormatBar::Add(RichGlyph glyph, const QString& name, const QString&
     return action;
 }
 
-QAction* RichFormatBar::AddToggle(RichGlyph glyph, const QString& name, const QString& text,
+QAction* RichFormatBar::AddToggle(const char* icon, const QString& name, const QString& text,
                                   const QKeySequence& keys, const Act& act)
 {
-    QAction* action = Add(glyph, name, text, keys, act);
+    QAction* action = Add(icon, name, text, keys, act);
     action->setCheckable(true);
     return action;
 }
@@ -156,66 +157,65 @@ void RichFormatBar::AddHeadings()
 
 void RichFormatBar::AddInlineFormats()
 {
-    bold = AddToggle(RichGlyph::Bold, QStringLiteral("toolBold"), QStringLiteral("加粗"), QKeySequence::Bold,
-                     [this] {
-                         QTextCharFormat format;
-                         format.setFontWeight(bold->isChecked() ? QFont::Bold : QFont::Normal);
-                         MergeInline(format);
-                     });
-    italic = AddToggle(RichGlyph::Italic, QStringLiteral("toolItalic"), QStringLiteral("斜体"),
-                       QKeySequence::Italic, [this] {
+    bold = AddToggle("bold", QStringLiteral("toolBold"), QStringLiteral("加粗"), QKeySequence::Bold, [this] {
+        QTextCharFormat format;
+        format.setFontWeight(bold->isChecked() ? QFont::Bold : QFont::Normal);
+        MergeInline(format);
+    });
+    italic = AddToggle("italic", QStringLiteral("toolItalic"), QStringLiteral("斜体"), QKeySequence::Italic,
+                       [this] {
                            QTextCharFormat format;
                            format.setFontItalic(italic->isChecked());
                            MergeInline(format);
                        });
-    underline = AddToggle(RichGlyph::Underline, QStringLiteral("toolUnderline"), QStringLiteral("下划线"),
+    underline = AddToggle("underline", QStringLiteral("toolUnderline"), QStringLiteral("下划线"),
                           QKeySequence::Underline, [this] {
                               QTextCharFormat format;
                               format.setFontUnderline(underline->isChecked());
                               MergeInline(format);
                           });
-    strike = AddToggle(RichGlyph::Strike, QStringLiteral("toolStrike"), QStringLiteral("删除线"),
+    strike = AddToggle("strike", QStringLiteral("toolStrike"), QStringLiteral("删除线"),
                        QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_X), [this] {
                            QTextCharFormat format;
                            format.setFontStrikeOut(strike->isChecked());
                            MergeInline(format);
                        });
-    AddColourMenu(RichGlyph::TextColour, QStringLiteral("toolTextColour"), QStringLiteral("文字颜色"), false);
-    AddColourMenu(RichGlyph::BackColour, QStringLiteral("toolBackColour"), QStringLiteral("背景颜色"), true);
-    Add(RichGlyph::ClearFormat, QStringLiteral("toolClearFormat"), QStringLiteral("清除格式"),
+    AddColourMenu("color", QStringLiteral("toolTextColour"), QStringLiteral("文字颜色"), false);
+    AddColourMenu("highlight", QStringLiteral("toolBackColour"), QStringLiteral("背景颜色"), true);
+    Add("clear-format", QStringLiteral("toolClearFormat"), QStringLiteral("清除格式"),
         QKeySequence(Qt::CTRL + Qt::Key_Backslash), [this] { RichFormats::ClearInline(view->textCursor()); });
 }
 
 void RichFormatBar::AddParagraphFormats()
 {
-    bullets = AddToggle(RichGlyph::BulletList, QStringLiteral("toolBullets"), QStringLiteral("项目符号"),
+    bullets = AddToggle("list-bullet", QStringLiteral("toolBullets"), QStringLiteral("项目符号"),
                         QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_8),
                         [this] { RichFormats::ToggleList(view->textCursor(), QTextListFormat::ListDisc); });
-    numbers = AddToggle(RichGlyph::NumberList, QStringLiteral("toolNumbers"), QStringLiteral("编号"),
+    numbers = AddToggle("list-number", QStringLiteral("toolNumbers"), QStringLiteral("编号"),
                         QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_7), [this] {
                             RichFormats::ToggleList(view->textCursor(), QTextListFormat::ListDecimal);
                         });
-    Add(RichGlyph::Outdent, QStringLiteral("toolOutdent"), QStringLiteral("减少缩进"),
+    Add("outdent", QStringLiteral("toolOutdent"), QStringLiteral("减少缩进"),
         QKeySequence(Qt::CTRL + Qt::Key_BracketLeft),
         [this] { RichFormats::ChangeIndent(view->textCursor(), -1); });
-    Add(RichGlyph::Indent, QStringLiteral("toolIndent"), QStringLiteral("增加缩进"),
+    Add("indent", QStringLiteral("toolIndent"), QStringLiteral("增加缩进"),
         QKeySequence(Qt::CTRL + Qt::Key_BracketRight),
         [this] { RichFormats::ChangeIndent(view->textCursor(), 1); });
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("menuAlign"));
-    left = AddAlignment(*menu, RichGlyph::AlignLeft, QStringLiteral("toolAlignLeft"),
-                        QStringLiteral("左对齐"), Qt::Key_L, Qt::AlignLeft);
-    centre = AddAlignment(*menu, RichGlyph::AlignCentre, QStringLiteral("toolAlignCentre"),
-                          QStringLiteral("居中"), Qt::Key_E, Qt::AlignHCenter);
-    right = AddAlignment(*menu, RichGlyph::AlignRight, QStringLiteral("toolAlignRight"),
-                         QStringLiteral("右对齐"), Qt::Key_R, Qt::AlignRight);
-    alignButton = AddMenu(RichGlyph::AlignLeft, QStringLiteral("toolAlign"), QStringLiteral("对齐"), menu);
+    left = AddAlignment(*menu, "align-left", QStringLiteral("toolAlignLeft"), QStringLiteral("左对齐"),
+                        Qt::Key_L, Qt::AlignLeft);
+    centre = AddAlignment(*menu, "align-center", QStringLiteral("toolAlignCentre"), QStringLiteral("居中"),
+                          Qt::Key_E, Qt::AlignHCenter);
+    right = AddAlignment(*menu, "align-right", QStringLiteral("toolAlignRight"), QStringLiteral("右对齐"),
+                         Qt::Key_R, Qt::AlignRight);
+    alignButton = AddMenu("align-left", QStringLiteral("toolAlign"), QStringLiteral("对齐"), menu);
 }
 
-QAction* RichFormatBar::AddAlignment(QMenu& menu, RichGlyph glyph, const QString& name, const QString& text,
+QAction* RichFormatBar::AddAlignment(QMenu& menu, const char* icon, const QString& name, const QString& text,
                                      Qt::Key key, Qt::Alignment alignment)
 {
-    QAction* action = menu.addAction(RichIcon(glyph), text);
+    QAction* action = menu.addAction(WbIcons::Get(QLatin1String(icon)), text);
     action->setObjectName(name);
     action->setCheckable(true);
     action->setShortcut(QKeySequence(Qt::CTRL + key));
@@ -231,31 +231,31 @@ QAction* RichFormatBar::AddAlignment(QMenu& menu, RichGlyph glyph, const QString
 
 void RichFormatBar::AddInsertions()
 {
-    Add(RichGlyph::Link, QStringLiteral("toolLink"), QStringLiteral("链接"),
-        QKeySequence(Qt::CTRL + Qt::Key_K), [this] { EditLink(); });
-    Add(RichGlyph::Picture, QStringLiteral("toolPicture"), QStringLiteral("插入图片"),
+    Add("link", QStringLiteral("toolLink"), QStringLiteral("链接"), QKeySequence(Qt::CTRL + Qt::Key_K),
+        [this] { EditLink(); });
+    Add("image", QStringLiteral("toolPicture"), QStringLiteral("插入图片"),
         QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_I), [this] { InsertPictureFromFile(); });
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("menuTable"));
     FillTableMenu(*menu, *view);
-    AddMenu(RichGlyph::Table, QStringLiteral("toolTable"), QStringLiteral("表格"), menu);
+    AddMenu("table", QStringLiteral("toolTable"), QStringLiteral("表格"), menu);
 }
 
 void RichFormatBar::AddEditing()
 {
-    undo = Add(RichGlyph::Undo, QStringLiteral("toolUndo"), QStringLiteral("撤销"), QKeySequence::Undo,
+    undo = Add("undo", QStringLiteral("toolUndo"), QStringLiteral("撤销"), QKeySequence::Undo,
                [this] { view->undo(); });
-    redo = Add(RichGlyph::Redo, QStringLiteral("toolRedo"), QStringLiteral("重做"),
-               QKeySequence(Qt::CTRL + Qt::Key_Y), [this] { view->redo(); });
-    Add(RichGlyph::Find, QStringLiteral("toolFind"), QStringLiteral("查找"), QKeySequence::Find,
+    redo = Add("redo", QStringLiteral("toolRedo"), QStringLiteral("重做"), QKeySequence(Qt::CTRL + Qt::Key_Y),
+               [this] { view->redo(); });
+    Add("search", QStringLiteral("toolFind"), QStringLiteral("查找"), QKeySequence::Find,
         [this] { emit SigFindAsked(); });
 }
 
-QToolButton* RichFormatBar::AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu)
+QToolButton* RichFormatBar::AddMenu(const char* icon, const QString& name, const QString& text, QMenu* menu)
 {
     auto* button = new QToolButton;
     button->setObjectName(name);
-    button->setIcon(RichIcon(glyph));
+    button->setIcon(WbIcons::Get(QLatin1String(icon)));
     button->setToolTip(text);
     button->setAccessibleName(text);
     button->setPopupMode(QToolButton::InstantPopup);
@@ -264,7 +264,7 @@ QToolButton* RichFormatBar::AddMenu(RichGlyph glyph, const QString& name, const 
     return button;
 }
 
-void RichFormatBar::AddColourMenu(RichGlyph glyph, const QString& name, const QString& text, bool background)
+void RichFormatBar::AddColourMenu(const char* icon, const QString& name, const QString& text, bool background)
 {
     auto* menu = new QMenu(this);
     menu->addAction(background ? QStringLiteral("无背景") : QStringLiteral("自动"), this,
@@ -280,7 +280,7 @@ void RichFormatBar::AddColourMenu(RichGlyph glyph, const QString& name, const QS
         if (chosen.isValid())
             ApplyColour(chosen, background);
     });
-    AddMenu(glyph, name, text, menu);
+    AddMenu(icon, name, text, menu);
 }
 
 void RichFormatBar::ConnectView()

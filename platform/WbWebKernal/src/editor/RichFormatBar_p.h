@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include "RichIcons_p.h"
-
 #include <QTextListFormat>
 #include <QToolBar>
 
@@ -34,19 +32,19 @@ signals:
 private:
     using Act = std::function<void()>;
 
-    QAction* Add(RichGlyph glyph, const QString& name, const QString& text, const QKeySequence& keys,
+    QAction* Add(const char* icon, const QString& name, const QString& text, const QKeySequence& keys,
                  const Act& act);
-    QAction* AddToggle(RichGlyph glyph, const QString& name, const QString& text, const QKeySequence& keys,
+    QAction* AddToggle(const char* icon, const QString& name, const QString& text, const QKeySequence& keys,
                        const Act& act);
     void AddHeadings();
     void AddInlineFormats();
     void AddParagraphFormats();
     void AddInsertions();
     void AddEditing();
-    void AddColourMenu(RichGlyph glyph, const QString& name, const QString& text, bool background);
-    QAction* AddAlignment(QMenu& menu, RichGlyph glyph, const QString& name, const QString& text, Qt::Key key,
-                          Qt::Alignment alignment);
-    QToolButton* AddMenu(RichGlyph glyph, const QString& name, const QString& text, QMenu* menu);
+    void AddColourMenu(const char* icon, const QString& name, const QString& text, bool background);
+    QAction* AddAlignment(QMenu& menu, const char* icon, const QString& name, const QString& text,
+                          Qt::Key key, Qt::Alignment alignment);
+    QToolButton* AddMenu(const char* icon, const QString& name, const QString& text, QMenu* menu);
     void ConnectView();
 
     void MergeInline(const QTextCharFormat& format);

@@ -184,7 +184,7 @@ QWidget* Views()
     auto* tree = new QTreeWidget(page);
     tree->setHeaderLabels({QStringLiteral("流程"), QStringLiteral("状态")});
     auto* root = new QTreeWidgetItem(tree, {QStringLiteral("主流程"), QStringLiteral("运行中")});
-    root->setIcon(0, WbIcons::Get(QStringLiteral("process")));
+    root->setIcon(0, WbIcons::Get(QStringLiteral("subprocess")));
     new QTreeWidgetItem(root, {QStringLiteral("打开网页"), QStringLiteral("完成")});
     auto* current = new QTreeWidgetItem(root, {QStringLiteral("循环读取表格"), QString()});
     new QTreeWidgetItem(current, {QStringLiteral("写入单元格"), QString()});
