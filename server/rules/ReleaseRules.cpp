@@ -5,7 +5,7 @@
 #include "../base/Ids.h"
 #include "InvitationRules.h"
 
-#include <QSet>
+#include <WbFoundation/FreeNames.h>
 
 #include <algorithm>
 
@@ -32,14 +32,10 @@ QString Obstacle(VersionState state, ReleaseType type)
 
 QString FreeName(const std::vector<Version>& versions)
 {
-    QSet<QString> taken;
+    FreeNames names;
     for (const Version& version : versions)
-        taken.insert(version.name);
-    const auto nameOf = [](int number) { return QStringLiteral("版本%1").arg(number); };
-    int number = 1;
-    while (taken.contains(nameOf(number)))
-        ++number;
-    return nameOf(number);
+        names.Take(version.name);
+    return names.TakeNumbered(QStringLiteral("版本"));
 }
 
 // An app whose only develop version was released would have nothing left to work on.

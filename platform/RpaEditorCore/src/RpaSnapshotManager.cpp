@@ -4,6 +4,7 @@
 #include <RpaCore/RpaGlobalDataManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <WbCore/WbGlobalData.h>
+#include <WbFoundation/FreeNames.h>
 
 #include <QSet>
 
@@ -57,14 +58,10 @@ RpaAppSnapshotPtr RpaSnapshotManager::CreateDefault(const RpaAppDataPtr& appData
 
 QString RpaSnapshotManager::FreeName() const
 {
-    QSet<QString> taken;
+    FreeNames names;
     for (const auto& snapshot : snapshots)
-        taken.insert(snapshot->GetName());
-    const auto nameOf = [](int number) { return QStringLiteral("版本%1").arg(number); };
-    int number = 1;
-    while (taken.contains(nameOf(number)))
-        ++number;
-    return nameOf(number);
+        names.Take(snapshot->GetName());
+    return names.TakeNumbered(QStringLiteral("版本"));
 }
 
 void RpaSnapshotManager::SetSnapshots(const QVector<RpaAppSnapshotPtr>& list)

@@ -5,6 +5,7 @@
 #include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <RpaProcessData/RpaNodeManager.h>
 #include <RpaProcessData/RpaUiaNodeManager.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
@@ -123,9 +124,10 @@ public:
             settled.id = QUuid::createUuid().toString(QUuid::Id128);
         const QString given = settled.name.trimmed();
         const QString stem = given.isEmpty() ? QStringLiteral("元素") : given;
-        settled.name = stem;
-        for (int number = 2; IndexOfName(settled.name) >= 0; ++number)
-            settled.name = QStringLiteral("%1 %2").arg(stem).arg(number);
+        FreeNames names;
+        for (const RpaNode& other : nodes)
+            names.Take(other.name);
+        settled.name = names.Take(stem) ? stem : names.TakeNumbered(stem + QLatin1Char(' '), 2);
         return settled;
     }
 

@@ -94,11 +94,10 @@ RpaProcess* ProcessDataManager::AddProcess(const QString& name, int index)
 
 QString ProcessDataManager::MakeFreeName(const QString& stem) const
 {
-    int number = 1;
-    QString name = stem + QString::number(number);
-    while (IndexOf(name) >= 0)
-        name = stem + QString::number(++number);
-    return name;
+    FreeNames names;
+    for (int i = 0; i < GetCount(); ++i)
+        names.Take(GetProcess(i)->GetName());
+    return names.TakeNumbered(stem);
 }
 
 bool ProcessDataManager::RenameProcess(const QString& name, const QString& newName)

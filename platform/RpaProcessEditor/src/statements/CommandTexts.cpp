@@ -6,6 +6,7 @@
 #include <RpaProcessData/RpaProcess.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTheme.h>
+#include <WbFoundation/FreeNames.h>
 #include <WbFoundation/SearchText.h>
 
 #include <QPainter>
@@ -77,10 +78,10 @@ QString FreeName(const QString& stem, const QSet<QString>& taken)
 {
     if (stem.isEmpty() || !taken.contains(stem))
         return stem;
-    int number = 2;
-    while (taken.contains(stem + QString::number(number)))
-        ++number;
-    return stem + QString::number(number);
+    FreeNames names;
+    for (const QString& name : taken)
+        names.Take(name);
+    return names.TakeNumbered(stem, 2);
 }
 
 void DrawTile(QPainter& painter, const QRect& rect, const RpaCommandInfo* info, const QString& letter,
