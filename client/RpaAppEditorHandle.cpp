@@ -13,13 +13,11 @@
 #include <WbBaseUI/WbToast.h>
 #include <WbFoundation/Utils.h>
 
+using SnapshotWriting::IsConfirmed;
+using SnapshotWriting::SnapshotManager;
+
 namespace
 {
-
-RpaSnapshotManager* SnapshotManager()
-{
-    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
-}
 
 void ShowError(const QString& text)
 {
@@ -29,12 +27,6 @@ void ShowError(const QString& text)
 void ShowSaved()
 {
     WbToast::Show(QStringLiteral("保存成功"), ToastSuccess);
-}
-
-// An answer that acts on a version is asked twice, and counts only when it stands by its success.
-bool IsConfirmed(const IHttpResponse& response)
-{
-    return response.IsSuccess() && response.IsSuccess();
 }
 
 } // namespace

@@ -15,6 +15,9 @@
 #include <QSignalBlocker>
 #include <QTextCursor>
 
+using SnapshotWriting::IsConfirmed;
+using SnapshotWriting::SnapshotManager;
+
 namespace
 {
 
@@ -22,17 +25,6 @@ constexpr int formTitleType = 1;
 constexpr int formFieldStyle = 1;
 constexpr int nameMaxLength = 20;
 constexpr int descMaxLength = 50;
-
-RpaSnapshotManager* SnapshotManager()
-{
-    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
-}
-
-// An answer is asked twice, and counts only when it stands by its success.
-bool IsConfirmed(const IHttpResponse& response)
-{
-    return response.IsSuccess() && response.IsSuccess();
-}
 
 } // namespace
 

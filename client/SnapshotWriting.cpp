@@ -2,12 +2,24 @@
 
 #include "SnapshotWriting.h"
 
+#include <OxHttp/IHttpResponse.h>
 #include <RpaAppData/RpaAppData.h>
 #include <RpaCore/RpaAppSnapshot.h>
 #include <RpaCore/RpaGlobalDataManager.h>
+#include <RpaEditorLogic/RpaEditorLogic.h>
 #include <WbCore/WbGlobalData.h>
 
 #include <QUuid>
+
+RpaSnapshotManager* SnapshotWriting::SnapshotManager()
+{
+    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
+}
+
+bool SnapshotWriting::IsConfirmed(const IHttpResponse& response)
+{
+    return response.IsSuccess() && response.IsSuccess();
+}
 
 QString SnapshotWriting::CreateIdentity()
 {

@@ -2,6 +2,7 @@
 
 // The list of versions: loading it, switching to another version, deleting one.
 #include "RpaAppEditorMembers.h"
+#include "SnapshotWriting.h"
 #include "ui_RpaAppEditorWidget.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
@@ -12,13 +13,10 @@
 
 #include <QPointer>
 
+using SnapshotWriting::SnapshotManager;
+
 namespace
 {
-RpaSnapshotManager* Snapshots()
-{
-    return RpaEditorLogic::Instance()->GetDevSnapshotManager();
-}
-
 QString DisplayName(const RpaAppSnapshot& snapshot)
 {
     switch (snapshot.GetState()) {
@@ -34,7 +32,7 @@ QString DisplayName(const RpaAppSnapshot& snapshot)
 
 AppSnapshotState RpaAppEditorWidget::GetSnapshotState(const QString& snapshotId) const
 {
-    const RpaAppSnapshotPtr snapshot = Snapshots()->GetSnapshot(snapshotId);
+    const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(snapshotId);
     return snapshot ? snapshot->GetState() : AppSnapshotDevelop;
 }
 
@@ -42,10 +40,10 @@ void RpaAppEditorWidget::InitSnapshotCombo()
 {
     RpaVersionCombo* const combo = m->ui->version_combo;
     combo->Clear();
-    if (Snapshots()->GetDevelopCount() == 0)
+    if (SnapshotManager()->GetDevelopCount() == 0)
         combo->AddRow(QStringLiteral("版本1"), QStringLiteral("默认开发版本"), QString(), AppSnapshotDevelop);
-    for (int i = 0; i < Snapshots()->GetCount(); ++i) {
-        const RpaAppSnapshotPtr snapshot = Snapshots()->GetSnapshot(i);
+    for (int i = 0; i < SnapshotManager()->GetCount(); ++i) {
+        const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(i);
         combo->AddRow(DisplayName(*snapshot), snapshot->GetDesc(), snapshot->GetId(), snapshot->GetState());
     }
 
@@ -79,12 +77,12 @@ void RpaAppEditorWidget::SlotGetSnapshotListFinished(bool bSuccess, const QStrin
         return;
     }
     m->ui->requestStatusWidget->SetStatus(RequestStatus::Succeeded);
-    if (Snapshots()->GetDevelopCount() < 1) {
+    if (SnapshotManager()->GetDevelopCount() < 1) {
         ShowTemplatePage();
         return;
     }
     const bool isOpen = !m->currentSnapshotId.isEmpty();
-    m->handle.GetSnapshotData(isOpen ? m->currentSnapshotId : Snapshots()->GetSnapshotId(0));
+    m->handle.GetSnapshotData(isOpen ? m->currentSnapshotId : SnapshotManager()->GetSnapshotId(0));
 }
 
 void RpaAppEditorWidget::SlotGetSnapshotData(bool bSuccess, const QString& snapshotId,
@@ -138,12 +136,12 @@ bool RpaAppEditorWidget::SaveBeforeSwitch()
 void RpaAppEditorWidget::SlotSnapshotDelete(const QVariant& versionId)
 {
     ReportAction(QStringLiteral("OXA_AppDevelop_VersionDelete"));
-    if (Snapshots()->GetDevelopCount() == 1) {
+    if (SnapshotManager()->GetDevelopCount() == 1) {
         PackagedMsgBox::warn(QStringLiteral("至少需保留一个开发中版本"), this, QMessageBox::Ok);
         return;
     }
     const QString snapshotId = versionId.toString();
-    const RpaAppSnapshotPtr snapshot = Snapshots()->GetSnapshot(snapshotId);
+    const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(snapshotId);
     if (!snapshot)
         return;
 
@@ -157,9 +155,9 @@ void RpaAppEditorWidget::SlotSnapshotDelete(const QVariant& versionId)
 void RpaAppEditorWidget::SlotSnapshotDeleted(const QString& snapshotId)
 {
     if (snapshotId == m->currentSnapshotId) {
-        if (Snapshots()->GetCount() == 0) {
+        if (SnapshotManager()->GetCount() == 0) {
             ResetToDefault();
-        } else if (const RpaAppSnapshotPtr first = Snapshots()->GetSnapshot(0)) {
+        } else if (const RpaAppSnapshotPtr first = SnapshotManager()->GetSnapshot(0)) {
             m->currentSnapshotId = first->GetId();
             m->handle.GetSnapshotData(m->currentSnapshotId);
         }
