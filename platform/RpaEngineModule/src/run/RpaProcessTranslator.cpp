@@ -5,6 +5,7 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaExpression.h>
+#include <RpaProcessData/RpaPlaces.h>
 #include <RpaProcessData/RpaProcess.h>
 
 namespace
@@ -148,26 +149,15 @@ void RpaProcessTranslator::TranslateStatement(const RpaStatementNode& statement,
 QString RpaProcessTranslator::Fill(const QString& line, const RpaCommandInfo& command,
                                    const RpaStatementNode& statement) const
 {
-    QString filled;
-    int from = 0;
-    // One pass from left to right, so that a value that itself contains "${…}" stays as it is.
-    for (int start = line.indexOf(QLatin1String("${")); start >= 0;
-         start = line.indexOf(QLatin1String("${"), from)) {
-        const int end = line.indexOf(QLatin1Char('}'), start);
-        if (end < 0)
-            break;
-        filled += line.mid(from, start - from);
-        const QString place = line.mid(start + 2, end - start - 2);
-        if (place == QLatin1String("output")) {
-            const QString output = statement.GetValues().output;
-            filled += output.isEmpty() ? QStringLiteral("_") : output;
-        } else if (const RpaArgumentInfo* argument = command.FindArgument(place)) {
-            const QString text = statement.GetValues().arguments.value(place, argument->defaultValue);
-            filled += RpaExpression::ToPython(argument->type, text);
-        }
-        from = end + 1;
-    }
-    return filled + line.mid(from);
+    const RpaStatement& values = statement.GetValues();
+    return RpaPlaces::Fill(line, [&](const QString& place) {
+        if (place == QLatin1String("output"))
+            return values.output.isEmpty() ? QStringLiteral("_") : values.output;
+        const RpaArgumentInfo* argument = command.FindArgument(place);
+        return argument ? RpaExpression::ToPython(argument->type,
+                                                  values.arguments.value(place, argument->defaultValue))
+                        : QString();
+    });
 }
 
 void RpaProcessTranslator::AddLine(const QString& text, int depth, const QString& statementId)

@@ -2,9 +2,8 @@
 
 #include "CommandFile_p.h"
 
+#include <RpaProcessData/RpaPlaces.h>
 #include <WbFoundation/JsonReader.h>
-
-#include <QRegularExpression>
 
 namespace
 {
@@ -193,11 +192,11 @@ void ReadCommand(JsonReader& reader, RpaCommandInfo& command)
 // Names of the ${…} places in a template.
 QStringList PlacesIn(const QString& text)
 {
-    static const QRegularExpression place(QStringLiteral("\\$\\{([^}]*)\\}"));
     QStringList names;
-    auto match = place.globalMatch(text);
-    while (match.hasNext())
-        names.append(match.next().captured(1));
+    RpaPlaces::Fill(text, [&names](const QString& name) {
+        names.append(name);
+        return QString();
+    });
     return names;
 }
 } // namespace

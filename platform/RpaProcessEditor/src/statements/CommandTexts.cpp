@@ -3,6 +3,7 @@
 #include "CommandTexts_p.h"
 
 #include <RpaProcessData/RpaExpression.h>
+#include <RpaProcessData/RpaPlaces.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTheme.h>
@@ -127,22 +128,11 @@ QString CommandTexts::Summary(const RpaStatement& values, const ElementNames& el
     const RpaCommandInfo* info = Find(values.command);
     if (!info)
         return QStringLiteral("此版本不认识的指令，内容会原样保留");
-    const QString& pattern = info->summary;
-    QString text;
-    int at = 0;
-    for (int open = pattern.indexOf(QLatin1String("${")); open >= 0;
-         open = pattern.indexOf(QLatin1String("${"), at)) {
-        const int close = pattern.indexOf(QLatin1Char('}'), open);
-        if (close < 0)
-            break;
-        text += pattern.midRef(at, open - at);
-        QString value =
-            ArgumentText(*info, values, pattern.mid(open + 2, close - open - 2), elements).left(120);
+    return RpaPlaces::Fill(info->summary, [&](const QString& place) {
+        QString value = ArgumentText(*info, values, place, elements).left(120);
         value.replace(QLatin1Char('\n'), QLatin1Char(' '));
-        text += value.isEmpty() ? QStringLiteral("…") : value;
-        at = close + 1;
-    }
-    return text + pattern.midRef(at);
+        return value.isEmpty() ? QStringLiteral("…") : value;
+    });
 }
 
 bool CommandTexts::Matches(const RpaCommandInfo& info, const QString& search)
