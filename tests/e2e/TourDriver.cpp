@@ -15,6 +15,7 @@
 #include <QtTest/qtest_widgets.h>
 #include <QtTest>
 
+#include <future>
 #include <memory>
 
 namespace
@@ -332,20 +333,17 @@ void TourDriver::PressOnDisplay(const QString& key)
 void TourDriver::Post(const std::function<void()>& act)
 {
     // Not waited for to its end: an act that opens a dialog returns when the dialog is closed.
-    auto begun = std::make_shared<std::atomic_bool>(false);
+    auto begun = std::make_shared<std::promise<void>>();
+    const std::future<void> beginning = begun->get_future();
     QMetaObject::invokeMethod(
         qApp,
         [act, begun] {
-            *begun = true;
+            begun->set_value();
             act();
         },
         Qt::QueuedConnection);
-    const auto deadline = Clock::now() + std::chrono::seconds(20);
-    while (!*begun) {
-        if (Clock::now() > deadline)
-            throw TourFailure(QStringLiteral("the window does not react"));
-        QThread::msleep(1);
-    }
+    if (beginning.wait_for(std::chrono::seconds(20)) != std::future_status::ready)
+        throw TourFailure(QStringLiteral("the window does not react"));
     // The act itself has run, or waits in a dialog of its own, once the event loop comes round again.
     OnGui([] {});
 }
@@ -362,6 +360,6 @@ void TourDriver::CloseLeftovers()
         });
         if (!open)
             return;
-        QThread::msleep(lookEvery.count());
+        OnGui([] {}); // what waited for its end goes on
     }
 }
