@@ -47,7 +47,6 @@ const KeyChoice keys[] = {
     {Qt::Key_F2, {}},
     {Qt::Key_F3, {}},
     {Qt::Key_F5, {}},
-    {Qt::Key_F9, {}},
     {Qt::Key_Menu, {}},
     {Qt::Key_Insert, {}},
     {Qt::Key_Up, Qt::AltModifier},

@@ -228,7 +228,7 @@ void tst_KeysOnly::listsEveryKey()
         QVERIFY2(row.keys.isEmpty() || !found.isEmpty(), qPrintable(row.text));
         QCOMPARE(row.keys.isEmpty() || found.first()->text(1) == KeyTable::KeyText(row.keys.first()), true);
     }
-    QCOMPARE(list->findItems(QStringLiteral("设置 / 取消断点"), Qt::MatchExactly | Qt::MatchRecursive).size(),
+    QCOMPARE(list->findItems(QStringLiteral("注释 / 取消注释"), Qt::MatchExactly | Qt::MatchRecursive).size(),
              1);
     Key(Qt::Key_Escape);
     QTRY_VERIFY(!QApplication::activeModalWidget());

@@ -62,7 +62,7 @@ private:
     }
     static bool IsMarked(const Editor& editor, const QString& id)
     {
-        constexpr int findingRole = Qt::UserRole + 8;
+        constexpr int findingRole = Qt::UserRole + 7;
         return !editor.IndexOf(id).data(findingRole).toString().isEmpty();
     }
     static void Check(Editor& editor)

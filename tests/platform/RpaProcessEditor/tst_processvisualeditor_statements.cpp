@@ -4,6 +4,7 @@
 #include "ToastWatcher.h"
 #include "VisualEditorFixture.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
@@ -47,7 +48,7 @@ private slots:
     void duplicatesTheSelection();
     void commentsOutAndBack();
     void movesWithAltArrows();
-    void setsBreakpointsByKeyAndInTheGutter();
+    void keepsStoredBreakpointsAndOffersNone();
     void findsStatementsInBothDirections();
 };
 
@@ -240,16 +241,26 @@ void tst_ProcessVisualEditorStatements::movesWithAltArrows()
     QCOMPARE(editor.Shown(), QStringLiteral("a b(c) d e"));
 }
 
-void tst_ProcessVisualEditorStatements::setsBreakpointsByKeyAndInTheGutter()
+void tst_ProcessVisualEditorStatements::keepsStoredBreakpointsAndOffersNone()
 {
-    Editor editor;
-    editor.Click(QStringLiteral("c"));
+    RpaStatement stored = Log(QStringLiteral("stored"));
+    stored.breakpoint = true;
+    Editor editor({stored, Log(QStringLiteral("other"))});
+    const auto isStored = [&editor](const char* id) {
+        return editor.Node(QLatin1String(id))->GetValues().breakpoint;
+    };
 
-    editor.Key(Qt::Key_F9);
-    QVERIFY(editor.Node(QStringLiteral("c"))->GetValues().breakpoint);
+    for (const char* id : {"stored", "other"}) {
+        editor.Click(QLatin1String(id), {}, 0);
+        editor.Key(Qt::Key_F9);
+        editor.Key(Qt::Key_Slash, Qt::ControlModifier);
+    }
 
-    editor.Click(QStringLiteral("c"), {}, 0);
-    QVERIFY(!editor.Node(QStringLiteral("c"))->GetValues().breakpoint);
+    QVERIFY(isStored("stored"));
+    QVERIFY(!isStored("other"));
+    QVERIFY(!editor.Node(QStringLiteral("stored"))->GetValues().enabled);
+    for (const QAction* action : editor.view->actions())
+        QVERIFY2(!action->text().contains(QStringLiteral("断点")), qPrintable(action->text()));
 }
 
 void tst_ProcessVisualEditorStatements::findsStatementsInBothDirections()

@@ -98,10 +98,6 @@ void tst_StatementModel::tellsSummaryNoteAndState()
 
     parts.edits.SetEnabled(parts.Process(), {QStringLiteral("b")}, false);
     QVERIFY(!parts.model.IndexOf(QStringLiteral("c")).data(StatementModel::EnabledRole).toBool());
-
-    parts.edits.SetBreakpoint(parts.Process(), {QStringLiteral("a")}, true);
-    QVERIFY(a.data(StatementModel::BreakpointRole).toBool());
-    QVERIFY(a.data(Qt::AccessibleTextRole).toString().contains(QStringLiteral("有断点")));
 }
 
 void tst_StatementModel::keepsFindingsByStatement()
@@ -355,10 +351,10 @@ void tst_StatementModel::marksTheAppWithEveryStepBackAndForth()
     int edited = 0;
     QObject::connect(parts.app.data(), &RpaAppData::SigEdited, &parts.model, [&edited] { ++edited; });
 
-    parts.edits.SetBreakpoint(parts.Process(), {QStringLiteral("a")}, true);
+    parts.edits.SetEnabled(parts.Process(), {QStringLiteral("a")}, false);
     parts.edits.Stack()->undo();
     parts.edits.Stack()->redo();
-    parts.edits.SetBreakpoint(parts.Process(), {QStringLiteral("a")}, true); // changes nothing
+    parts.edits.SetEnabled(parts.Process(), {QStringLiteral("a")}, false); // changes nothing
 
     QCOMPARE(edited, 3);
     QVERIFY(parts.app->GetModified());

@@ -186,16 +186,6 @@ void ProcessEdits::SetEnabled(RpaProcess& process, const QStringList& ids, bool 
                });
 }
 
-void ProcessEdits::SetBreakpoint(RpaProcess& process, const QStringList& ids, bool breakpoint)
-{
-    ChangeEach(process, ids, breakpoint ? QStringLiteral("设置断点") : QStringLiteral("取消断点"),
-               [breakpoint](RpaStatement& statement) {
-                   const bool changed = statement.breakpoint != breakpoint;
-                   statement.breakpoint = breakpoint;
-                   return changed;
-               });
-}
-
 void ProcessEdits::AddProcess(const QString& name)
 {
     EndTyping();

@@ -54,7 +54,6 @@ public:
     int RenameVariable(const QString& from, const QString& to);
 
     void SetEnabled(RpaProcess& process, const QStringList& ids, bool enabled);
-    void SetBreakpoint(RpaProcess& process, const QStringList& ids, bool breakpoint);
 
     void AddProcess(const QString& name);
     void RemoveProcess(const QString& name);

@@ -86,21 +86,9 @@ void StatementDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
 void StatementDelegate::PaintGutter(QPainter& painter, const QStyleOptionViewItem& option,
                                     const QModelIndex& index) const
 {
-    const QRect rect = option.rect;
-    const int radius = Scaled(5);
-    const QPoint dot(rect.left() + Scaled(13), rect.center().y());
-    if (index.data(StatementModel::BreakpointRole).toBool()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Colour(WbColor::Breakpoint));
-        painter.drawEllipse(dot, radius, radius);
-    } else if (option.state.testFlag(QStyle::State_MouseOver)) {
-        painter.setPen(QPen(Colour(WbColor::BorderStrong), 1.2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawEllipse(dot, radius, radius);
-    }
     painter.setFont(gutterFont);
     painter.setPen(Colour(WbColor::TextDisabled));
-    painter.drawText(rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
+    painter.drawText(option.rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
                      index.data(StatementModel::LineRole).toString());
 }
 

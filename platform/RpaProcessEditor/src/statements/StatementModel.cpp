@@ -227,8 +227,6 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
         return LineOf(&node);
     case EnabledRole:
         return node.IsEffectivelyEnabled();
-    case BreakpointRole:
-        return node.GetValues().breakpoint;
     case FindingRole:
         return findingTexts.value(node.GetId());
     case RunningRole:
@@ -246,9 +244,6 @@ QString StatementModel::Summary(const RpaStatement& values) const
 
 QVariant StatementModel::GutterData(const RpaStatementNode& node, int role) const
 {
-    if (role == Qt::ToolTipRole)
-        return node.GetValues().breakpoint ? QStringLiteral("取消断点（F9）")
-                                           : QStringLiteral("设置断点（F9）");
     if (role == Qt::AccessibleTextRole)
         return QStringLiteral("第 %1 行").arg(LineOf(&node));
     return QVariant();
@@ -266,8 +261,6 @@ QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) c
     QString text = CommandTexts::Title(values.command) + QLatin1Char(' ') + Summary(values);
     if (!node.IsEffectivelyEnabled())
         text += QStringLiteral("，已注释");
-    if (values.breakpoint)
-        text += QStringLiteral("，有断点");
     if (!runningId.isEmpty() && runningId == node.GetId())
         text += QStringLiteral("，正在运行");
     if (findingTexts.contains(node.GetId()))

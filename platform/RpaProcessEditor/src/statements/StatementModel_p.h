@@ -10,7 +10,7 @@
 #include <QHash>
 #include <QPointer>
 
-// The statements of one process as a tree. Column 0 is the gutter (line number, breakpoint), column 1 the
+// The statements of one process as a tree. Column 0 is the gutter (line number), column 1 the
 // statement.
 class StatementModel : public QAbstractItemModel
 {
@@ -33,7 +33,6 @@ public:
         NoteRole,
         LineRole,    // from 1, in the order shown
         EnabledRole, // itself and every block around it
-        BreakpointRole,
         FindingRole, // text of its findings, empty for none
         RunningRole, // whether the engine is at it
     };

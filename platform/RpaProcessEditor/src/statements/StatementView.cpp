@@ -219,19 +219,6 @@ void StatementView::ToggleEnabled()
     edits->SetEnabled(*process, ids, !anyEnabled);
 }
 
-void StatementView::ToggleBreakpoint()
-{
-    ToggleBreakpointAt(currentIndex());
-}
-
-void StatementView::ToggleBreakpointAt(const QModelIndex& index)
-{
-    if (!index.isValid())
-        return;
-    const RpaStatement& values = statements->NodeOf(index)->GetValues();
-    edits->SetBreakpoint(*statements->Process(), {values.id}, !values.breakpoint);
-}
-
 void StatementView::MoveUp()
 {
     Step(-1);
@@ -271,17 +258,6 @@ void StatementView::keyPressEvent(QKeyEvent* event)
     default:
         QTreeView::keyPressEvent(event);
     }
-}
-
-void StatementView::mousePressEvent(QMouseEvent* event)
-{
-    const QModelIndex index = indexAt(event->pos());
-    if (event->button() == Qt::LeftButton && index.isValid() &&
-        index.column() == StatementModel::GutterColumn) {
-        ToggleBreakpointAt(index);
-        return;
-    }
-    QTreeView::mousePressEvent(event);
 }
 
 void StatementView::mouseDoubleClickEvent(QMouseEvent* event)

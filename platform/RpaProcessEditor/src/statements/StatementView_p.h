@@ -31,7 +31,6 @@ public:
     void Delete();
     void Duplicate();
     void ToggleEnabled();
-    void ToggleBreakpoint();
     void MoveUp();
     void MoveDown();
 
@@ -42,7 +41,6 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
@@ -63,7 +61,6 @@ private:
     QString NextAfter(const QStringList& removed) const;
     void RemoveSelected(const QString& step);
     const RpaStatementNode* CurrentNode() const;
-    void ToggleBreakpointAt(const QModelIndex& index);
     void Step(int direction);
     void FitGutter();
 

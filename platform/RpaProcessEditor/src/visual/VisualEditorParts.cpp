@@ -120,8 +120,7 @@ QAction* VisualEditorParts::Add(const QString& name, const QString& text, const 
     menu->addAction(action);
     if (icon.isEmpty())
         return action;
-    const bool red = icon == QLatin1String("breakpoint");
-    action->setIcon(WbIcons::Get(icon, red ? WbColor::Breakpoint : WbColor::TextSecondary));
+    action->setIcon(WbIcons::Get(icon));
     action->setToolTip(WithKeys(text, keys));
     head->AddTool(action);
     return action;
@@ -163,7 +162,6 @@ void VisualEditorParts::BuildActions()
     Separate();
     add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment",
         &StatementView::ToggleEnabled);
-    add("actionBreakpoint", "设置 / 取消断点", Qt::Key_F9, "breakpoint", &StatementView::ToggleBreakpoint);
     add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
     add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
     Separate();
