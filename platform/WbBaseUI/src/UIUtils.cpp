@@ -21,3 +21,9 @@ QString UIUtils::PlainToolTip(const QString& text)
 {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
 }
+
+QString UIUtils::WithKeys(const QString& text, const QKeySequence& keys)
+{
+    return keys.isEmpty() ? text
+                          : QStringLiteral("%1（%2）").arg(text, keys.toString(QKeySequence::NativeText));
+}

@@ -17,6 +17,7 @@
 #include <RpaEngineTool/IRpaInspector.h>
 #include <RpaEngineTool/RpaEngineTool.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbIcons.h>
@@ -27,16 +28,6 @@
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QVBoxLayout>
-
-namespace
-{
-QString WithKeys(const QString& text, const QList<QKeySequence>& keys)
-{
-    return keys.isEmpty()
-               ? text
-               : QStringLiteral("%1（%2）").arg(text, keys.first().toString(QKeySequence::NativeText));
-}
-} // namespace
 
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
@@ -121,7 +112,7 @@ QAction* VisualEditorParts::Add(const QString& name, const QString& text, const 
     if (icon.isEmpty())
         return action;
     action->setIcon(WbIcons::Get(icon));
-    action->setToolTip(WithKeys(text, keys));
+    action->setToolTip(UIUtils::WithKeys(text, keys.value(0)));
     head->AddTool(action);
     return action;
 }

@@ -4,6 +4,7 @@
 
 #include <WbBaseUI/WbBaseUIExport.h>
 
+#include <QKeySequence>
 #include <QWidget>
 
 class WBBASEUI_EXPORT UIUtils
@@ -15,4 +16,7 @@ public:
     // A text of whatever origin as a tool tip that shows it letter by letter: never taken for markup, and
     // without the signs of an escaped text where a tool tip shows plain text.
     static QString PlainToolTip(const QString& text);
+
+    // What a button says and, behind it, the keys that do the same; none are left out.
+    static QString WithKeys(const QString& text, const QKeySequence& keys);
 };

@@ -7,6 +7,7 @@
 #include "RichTableActions_p.h"
 #include "RichTextView_p.h"
 
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbSystemDialogs.h>
@@ -41,12 +42,6 @@ QIcon Swatch(QRgb colour)
     QPixmap pixmap(16, 16);
     pixmap.fill(QColor(colour));
     return QIcon(pixmap);
-}
-
-QString WithKeys(const QString& text, const QKeySequence& keys)
-{
-    return keys.isEmpty() ? text
-                          : QStringLiteral("%1（%2）").arg(text, keys.toString(QKeySequence::NativeText));
 }
 
 // The whole link around the cursor, or the selection.
@@ -105,7 +100,7 @@ QAction* RichFormatBar::Add(const char* icon, const QString& name, const QString
 {
     QAction* action = addAction(WbIcons::Get(QLatin1String(icon)), text);
     action->setObjectName(name);
-    action->setToolTip(WithKeys(text, keys));
+    action->setToolTip(UIUtils::WithKeys(text, keys));
     action->setShortcut(keys);
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     scope->addAction(action);
