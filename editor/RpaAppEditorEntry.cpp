@@ -20,12 +20,6 @@
 
 #include <QHBoxLayout>
 
-namespace
-{
-constexpr int VisualKind = 0;
-constexpr int ProgramKind = 1;
-} // namespace
-
 void RpaAppEditorWidget::SetExecuteInfo(const RobotExecuteInfo& info)
 {
     m->executeInfo = info;

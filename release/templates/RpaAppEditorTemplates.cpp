@@ -55,8 +55,8 @@ void RpaAppEditorWidget::SaveAppData(const QString& name, const QString& directi
 QString RpaAppEditorWidget::GetTemplateDir() const
 {
     const RpaSuperDir* const folders = RpaSuperDir::Instance();
-    return m->executeInfo.GetAppKind() == 0 ? folders->GetVisualTemplateDir()
-                                            : folders->GetProgramTemplateDir();
+    return m->executeInfo.GetAppKind() == VisualKind ? folders->GetVisualTemplateDir()
+                                                     : folders->GetProgramTemplateDir();
 }
 
 void RpaAppEditorWidget::ShowTemplatePage()

@@ -4,6 +4,7 @@
 
 #include "BinDialog.h"
 
+#include <RpaCore/RpaAppSnapshot.h>
 #include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/DeleteAppRequest.h>
 #include <RpaServiceClient/apps/ListDeletedAppsRequest.h>
@@ -19,9 +20,9 @@ namespace
 QString QuestionBeforeDeleting(const AppRecord& app)
 {
     QString text = QStringLiteral("删除应用“%1”？\n30 天内可以从回收站恢复。").arg(app.name);
-    if (app.state == 3)
+    if (app.state == AppSnapshotOnline)
         text += QStringLiteral("\n该应用已上线，使用者将立即不能再看到和运行它。");
-    else if (app.state == 2)
+    else if (app.state == AppSnapshotGray)
         text += QStringLiteral("\n该应用正在灰度，受邀的使用者将立即不能再看到和运行它。");
     return text;
 }

@@ -5,6 +5,7 @@
 #include "AppListModel.h"
 
 #include <OxBase/DpiTool.h>
+#include <RpaCore/RpaAppSnapshot.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTheme.h>
 
@@ -74,9 +75,9 @@ void PaintLine(QPainter* painter, const QRect& line, const QFont& font, const QC
 
 QColor StateColor(int state)
 {
-    return Color(state == 3   ? WbColor::SuccessText
-                 : state == 2 ? WbColor::WarningText
-                              : WbColor::TextSecondary);
+    return Color(state == AppSnapshotOnline ? WbColor::SuccessText
+                 : state == AppSnapshotGray ? WbColor::WarningText
+                                            : WbColor::TextSecondary);
 }
 
 // Kind, and what users have of the app.

@@ -2,6 +2,8 @@
 
 #include "AppListModel.h"
 
+#include <RpaCore/RpaAppSnapshot.h>
+
 #include <algorithm>
 
 namespace
@@ -9,11 +11,11 @@ namespace
 QString StateName(int state)
 {
     switch (state) {
-    case 1:
+    case AppSnapshotDevelop:
         return QStringLiteral("开发中");
-    case 2:
+    case AppSnapshotGray:
         return QStringLiteral("灰度中");
-    case 3:
+    case AppSnapshotOnline:
         return QStringLiteral("已上线");
     default:
         return {};

@@ -2,18 +2,13 @@
 
 #pragma once
 
+#include <RpaCore/RpaAppKind.h>
+
 #include <QDateTime>
 #include <QMetaType>
 #include <QString>
 #include <QStringList>
 #include <QVector>
-
-// Kind of an app's process.
-enum AppKind : int
-{
-    AppKindVisual = 0,
-    AppKindProgram = 1,
-};
 
 // An app as the list shows it.
 struct AppRecord
@@ -26,7 +21,7 @@ struct AppRecord
     QString oxsAppKey;
     QDateTime changedAt;
     QString changedByName = {};
-    int state = 0; // what users have: 3 an online version, 2 a gray one, 1 none; 0: not told
+    int state = 0; // what users have, as an AppSnapshotState; develop: nothing; 0: not told
     QStringList tags = {};
 };
 

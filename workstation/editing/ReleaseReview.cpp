@@ -5,6 +5,7 @@
 #include "TakenAlongDialog.h"
 
 #include <RpaAppData/RpaAppDataNotify.h>
+#include <RpaCore/RpaAppKind.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 
 #include <QApplication>
@@ -25,7 +26,7 @@ void TakeOut(RpaAppData& app, const QVector<TakenAlong>& entries)
 
 QString ActOf(const GrayOrReleaseRequest& request)
 {
-    return request.GetPublishType() == 1 ? QStringLiteral("灰度") : QStringLiteral("上线");
+    return request.GetPublishType() == AppReleaseGray ? QStringLiteral("灰度") : QStringLiteral("上线");
 }
 } // namespace
 

@@ -19,12 +19,6 @@
 #include <RpaPackage/RpaPackageModule.h>
 #include <WbBaseUI/WbToast.h>
 
-namespace
-{
-constexpr int grayRelease = 1;
-constexpr int onlineRelease = 2;
-} // namespace
-
 ReleasedFlow::ReleasedFlow(const Session* ofUser, WorkstationSettings* store, const AppListModel* ownApps,
                            AppListPage* listPage, MainWindow* mainWindow)
     : session(ofUser), settings(store), own(ownApps), list(listPage), window(mainWindow),
@@ -139,8 +133,8 @@ void ReleasedFlow::SlotPublished(const QString& appId, int publishType, bool too
     const AppRecord app = own->AppAt(own->RowOf(appId));
     if (!tookEffect || app.id.isEmpty())
         return;
-    if (publishType == onlineRelease)
+    if (publishType == AppReleaseOnline)
         WbToast::Show(QStringLiteral("“%1”已上线").arg(app.name), ToastSuccess);
-    else if (publishType == grayRelease && app.creator == session->GetPin())
+    else if (publishType == AppReleaseGray && app.creator == session->GetPin())
         ShowInvitations(app);
 }

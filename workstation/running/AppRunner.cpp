@@ -3,6 +3,7 @@
 #include "AppRunner.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
+#include <RpaCore/RpaAppKind.h>
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IRpaTranslator.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
@@ -45,7 +46,7 @@ void AppRunner::Run(const QString& processName)
         return;
     waiting = processName;
     SetUpEngine(false);
-    const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
+    const bool visual = app->GetAppExtendInfo()->GetAppKind() == AppKindVisual;
     RpaEngineModule::Instance()->GetTranslator()->SetTranslateStatements(visual);
     RpaEngineModule::Instance()->GetTranslator()->SetReportStatements(false);
     InstallPackages();
@@ -78,7 +79,7 @@ void AppRunner::SlotPackagesReady()
         emit SigPackagesFailed(processName, problem);
         return;
     }
-    const bool visual = app->GetAppExtendInfo()->GetAppKind() == 0;
+    const bool visual = app->GetAppExtendInfo()->GetAppKind() == AppKindVisual;
     if (visual && !RpaEngineModule::Instance()->Check(processName))
         emit SigRefused(QStringLiteral("应用的流程有问题，无法运行，详细信息见运行日志"));
     else if (!RpaEngineModule::Instance()->Execute(processName))

@@ -16,6 +16,7 @@
 #include <RpaAppTool/IAppParamWidget.h>
 #include <RpaAppTool/IAppTableWidget.h>
 #include <RpaAppTool/IAppToolWidget.h>
+#include <RpaCore/RpaAppSnapshot.h>
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaPackage/PackageService.h>
@@ -29,7 +30,8 @@ namespace
 {
 QString VersionText(const VersionServiceReleasedApp& app)
 {
-    return (app.state == 2 ? QStringLiteral("灰度 · ") : QStringLiteral("线上 · ")) + app.versionName;
+    return (app.state == AppSnapshotGray ? QStringLiteral("灰度 · ") : QStringLiteral("线上 · ")) +
+           app.versionName;
 }
 } // namespace
 
@@ -126,8 +128,8 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
     read->GetAppExtendInfo()->SetAppKind(released.app.kind);
     read->GetRunTimeInfo()->SetAppId(released.app.id);
     read->GetRunTimeInfo()->SetOxsAppKey(released.app.oxsAppKey);
-    read->GetRunTimeInfo()->SetEnvironment(released.state == 2 ? QStringLiteral("gray")
-                                                               : QStringLiteral("online"));
+    read->GetRunTimeInfo()->SetEnvironment(released.state == AppSnapshotGray ? QStringLiteral("gray")
+                                                                             : QStringLiteral("online"));
     app = read;
     runner->Leave(); // it may still hold the browser of the app before
     ui->aside->ShowApp(*app);

@@ -2,6 +2,7 @@
 
 #include "AppFile.h"
 
+#include <RpaCore/RpaAppKind.h>
 #include <WbFoundation/AppOutline.h>
 #include <WbFoundation/ContentLimits.h>
 #include <WbFoundation/JsonGuard.h>
@@ -77,8 +78,9 @@ bool ReadHead(const QJsonObject& json, AppFile::Head* head)
             return false;
         head->tags << tag.toString().trimmed();
     }
-    return IsName(head->name, longestAppName) && (head->kind == 0 || head->kind == 1) &&
-           head->tags.size() <= mostTags && head->versions >= 0 && head->versions <= AppFile::mostVersions;
+    return IsName(head->name, longestAppName) &&
+           (head->kind == AppKindVisual || head->kind == AppKindProgram) && head->tags.size() <= mostTags &&
+           head->versions >= 0 && head->versions <= AppFile::mostVersions;
 }
 
 bool ReadTexts(const QJsonObject& json, VersionServiceContent* version)

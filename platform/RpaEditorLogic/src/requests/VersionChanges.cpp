@@ -3,6 +3,7 @@
 #include "ReleaseCheck_p.h"
 #include "VersionChanges_p.h"
 
+#include <RpaCore/RpaAppKind.h>
 #include <RpaServiceClient/releases/ReleaseVersionRequest.h>
 #include <RpaServiceClient/versions/DeleteVersionRequest.h>
 #include <RpaServiceClient/versions/GetVersionDataRequest.h>
@@ -122,8 +123,8 @@ void VersionChanges::Release(const QSharedPointer<GrayOrReleaseRequest>& request
     // Asked now, not when its turn comes: behind a save that is under way it would release what nobody has
     // seen.
     const QString refusal = reviewed.isEmpty() ? ReleaseRefusal(*request) : reviewed;
-    const auto kind =
-        request->GetPublishType() == 1 ? VersionAct::Kind::GrayRelease : VersionAct::Kind::Publication;
+    const auto kind = request->GetPublishType() == AppReleaseGray ? VersionAct::Kind::GrayRelease
+                                                                  : VersionAct::Kind::Publication;
     const Order order = Begin(kind, request->GetAppId(), id);
     context->queue.Enqueue(id, [this, request, order, id, refusal] {
         // What the server has is released, whatever is open here.
@@ -145,8 +146,9 @@ void VersionChanges::OnChecked(const QSharedPointer<GrayOrReleaseRequest>& reque
     // Of content that the author has not seen, the server itself refuses the release.
     if (failure.isEmpty() && revision == base) {
         const QString problem = ContentProblem(answer);
-        const QString text = request->GetPublishType() == 1 ? QStringLiteral("该版本无法运行，没有灰度：%1")
-                                                            : QStringLiteral("该版本无法运行，没有上线：%1");
+        const QString text = request->GetPublishType() == AppReleaseGray
+                                 ? QStringLiteral("该版本无法运行，没有灰度：%1")
+                                 : QStringLiteral("该版本无法运行，没有上线：%1");
         failure = problem.isEmpty() ? QString() : text.arg(problem);
     }
     if (!failure.isEmpty()) {
