@@ -14,6 +14,7 @@
 #include "Session.h"
 #include "WorkstationSettings.h"
 
+#include <RpaCore/RpaAppKind.h>
 #include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>

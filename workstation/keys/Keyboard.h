@@ -21,8 +21,6 @@ public:
     Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runPage);
     ~Keyboard() override;
 
-    const KeyActs& GetActs() const { return acts; }
-
 signals:
     void SigGuide();
 

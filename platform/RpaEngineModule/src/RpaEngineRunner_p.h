@@ -38,8 +38,6 @@ public:
     // False when the named process neither runs nor waits.
     bool Terminate(const QString& processName);
 
-    QString GetRunningProcess() const { return runningProcess; }
-
     // Ends the run and the child that is kept ready, without telling anybody; for the end of the program.
     void Shutdown();
 

@@ -12,7 +12,6 @@ public:
     void SetReportStatements(bool visual) override { reportStatements = visual; }
 
     bool GetTranslateStatements() const { return translateStatements; }
-    bool GetReportStatements() const { return reportStatements; }
 
 private:
     bool translateStatements = true;

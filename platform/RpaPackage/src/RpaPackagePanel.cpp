@@ -280,12 +280,8 @@ void RpaPackagePanel::Private::UpdateState()
     buttonRemove->setEnabled(!installing && view->selectionModel()->hasSelection());
     buttonInstall->setEnabled(!installing && !isEmpty);
     progress->setVisible(installing);
-    const bool now = table.GetList() != savedList;
-    buttonSave->setEnabled(!installing && now);
-    if (now == changed)
-        return;
-    changed = now;
-    emit q.SigChangedStateChanged(now);
+    changed = table.GetList() != savedList;
+    buttonSave->setEnabled(!installing && changed);
 }
 
 // What nobody would keep is not offered.

@@ -278,15 +278,14 @@ void RpaProcessTest::changesValuesButNeitherIdNorChildren()
     QVERIFY(!process->SetValues(id, values));
     QVERIFY(process->SetArgument(id, QStringLiteral("k"), QStringLiteral("v")));
     QVERIFY(process->SetEnabled(id, false));
-    QVERIFY(process->SetBreakpoint(id, true));
     QVERIFY(!process->SetEnabled(QStringLiteral("unknown"), false));
 
-    QCOMPARE(changed.count(), 4);
+    QCOMPARE(changed.count(), 3);
     const RpaStatementNode* node = process->Find(id);
     QCOMPARE(node->GetCommand(), QStringLiteral("new"));
     QCOMPARE(node->GetArgument(QStringLiteral("k")), QStringLiteral("v"));
     QCOMPARE(node->GetChildCount(), 1);
-    QVERIFY(node->GetValues().breakpoint && !node->GetValues().enabled);
+    QVERIFY(!node->GetValues().enabled);
 }
 
 void RpaProcessTest::tellsRowsAfterEveryKindOfChange()

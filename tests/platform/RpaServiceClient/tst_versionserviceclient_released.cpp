@@ -4,7 +4,6 @@
 #include "ServiceClientFixture.h"
 #include "TestApp.h"
 
-#include <RpaServiceClient/audit/ListAuditRequest.h>
 #include <RpaServiceClient/invitations/CreateInvitationRequest.h>
 #include <RpaServiceClient/invitations/ListInvitationsRequest.h>
 #include <RpaServiceClient/invitations/RedeemInvitationRequest.h>
@@ -53,7 +52,6 @@ private slots:
     void doesNotBelieveBrokenReleases();
     void takesBack();
     void tellsThatSomebodyElseWasFirst();
-    void readsTheAudit();
     void sendsUsageEvents();
     void readsTheUsage();
     void doesNotBelieveABrokenUsage_data();
@@ -319,25 +317,6 @@ void VersionServiceReleasedTest::tellsThatSomebodyElseWasFirst()
     QVERIFY(!result->success);
     QCOMPARE(result->errorCode, QStringLiteral("release-changed"));
     QCOMPARE(result->errorDesc, QStringLiteral("已经变化"));
-}
-
-void VersionServiceReleasedTest::readsTheAudit()
-{
-    server->Enqueue(FaultServer::Json(
-        200, R"({"entries":[{"id":"e1","at":4000,"pin":"me","act":"release.gray","appId":"a1",)"
-             R"("versionId":"v1","detail":"版本1","reason":"坏了"}]})"));
-    VersionServiceClient client;
-    Result<QVector<VersionServiceAuditEntry>> result;
-
-    client.Send(ListAuditRequest{QStringLiteral("e2"), 50}, nullptr, Into(&result));
-
-    QTRY_VERIFY(result);
-    QVERIFY2(result->success, qPrintable(result->errorDesc));
-    QCOMPARE(result->value.first().act, QStringLiteral("release.gray"));
-    QCOMPARE(result->value.first().at.toMSecsSinceEpoch(), 4000);
-    QCOMPARE(result->value.first().detail, QStringLiteral("版本1"));
-    QCOMPARE(result->value.first().reason, QStringLiteral("坏了"));
-    QCOMPARE(server->GetRequests().last().path, QByteArray("/api/v1/audit?limit=50&before=e2"));
 }
 
 void VersionServiceReleasedTest::sendsUsageEvents()

@@ -32,10 +32,6 @@ public:
     // Does nothing while there are no edits, or the list cannot be edited.
     void Save();
 
-signals:
-    // IsChanged() is another.
-    void SigChangedStateChanged(bool changed);
-
 private:
     class Private;
     const std::unique_ptr<Private> d;

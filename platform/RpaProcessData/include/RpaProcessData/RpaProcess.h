@@ -61,7 +61,6 @@ public:
     bool SetValues(const QString& statementId, const RpaStatement& values);
     bool SetArgument(const QString& statementId, const QString& name, const QString& text);
     bool SetEnabled(const QString& statementId, bool enabled);
-    bool SetBreakpoint(const QString& statementId, bool breakpoint);
 
     // Replaces the whole tree at once; for a few changes use the operations above.
     void SetStatements(const QVector<RpaStatement>& statements);
@@ -84,9 +83,7 @@ signals:
     void SigStatementChanged(const RpaStatementNode* statement);
     void SigAboutToReset();
     void SigReset();
-    void SigProgramTextChanged();
-    void SigNameChanged(const QString& name);
-    // After each of the above.
+    // After each of the above, and when the name or the program text is another one.
     void SigChanged();
 
 private:

@@ -159,11 +159,6 @@ RpaNode RpaNodeManager::FindNode(const QString& id) const
     return d->nodes.value(d->IndexOfId(id));
 }
 
-RpaNode RpaNodeManager::FindNodeByName(const QString& name) const
-{
-    return d->nodes.value(d->IndexOfName(name));
-}
-
 int RpaNodeManager::IndexOf(const QString& id) const
 {
     return d->IndexOfId(id);
@@ -172,32 +167,8 @@ int RpaNodeManager::IndexOf(const QString& id) const
 QString RpaNodeManager::AddNode(const RpaNode& node)
 {
     d->nodes.append(d->Settled(node));
-    emit SigNodeAdded(d->nodes.size() - 1);
     emit SigChanged();
     return d->nodes.last().id;
-}
-
-bool RpaNodeManager::UpdateNode(const RpaNode& node)
-{
-    const int index = d->IndexOfId(node.id);
-    const int sameName = d->IndexOfName(node.name);
-    if (index < 0 || node.name.trimmed().isEmpty() || (sameName >= 0 && sameName != index))
-        return false;
-    d->nodes[index] = Bounded(node);
-    emit SigNodeChanged(index);
-    emit SigChanged();
-    return true;
-}
-
-bool RpaNodeManager::RemoveNode(const QString& id)
-{
-    const int index = d->IndexOfId(id);
-    if (index < 0)
-        return false;
-    d->nodes.removeAt(index);
-    emit SigNodeRemoved(index, id);
-    emit SigChanged();
-    return true;
 }
 
 void RpaNodeManager::Clear()

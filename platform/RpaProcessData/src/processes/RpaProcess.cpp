@@ -40,7 +40,6 @@ QString RpaProcess::GetName() const
 void RpaProcess::SetName(const QString& name)
 {
     d->name = name;
-    emit SigNameChanged(name);
     emit SigChanged();
 }
 
@@ -168,16 +167,6 @@ bool RpaProcess::SetEnabled(const QString& statementId, bool enabled)
     return SetValues(statementId, values);
 }
 
-bool RpaProcess::SetBreakpoint(const QString& statementId, bool breakpoint)
-{
-    const RpaStatementNode* node = Find(statementId);
-    if (!node)
-        return false;
-    RpaStatement values = node->GetValues();
-    values.breakpoint = breakpoint;
-    return SetValues(statementId, values);
-}
-
 void RpaProcess::SetStatements(const QVector<RpaStatement>& statements)
 {
     emit SigAboutToReset();
@@ -202,7 +191,6 @@ void RpaProcess::SetProgramText(const QString& text)
     if (text == d->programText)
         return;
     d->programText = text;
-    emit SigProgramTextChanged();
     emit SigChanged();
 }
 
