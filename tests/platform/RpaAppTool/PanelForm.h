@@ -51,6 +51,7 @@ protected:
     {
         Click(panel, "recordAdd");
         QTest::keyClick(View(panel)->findChild<QLineEdit*>(), Qt::Key_Escape);
+        QTRY_VERIFY(!View(panel)->findChild<QLineEdit*>());
     }
     QVariant Shown(int row, int column, int role = Qt::DisplayRole)
     {

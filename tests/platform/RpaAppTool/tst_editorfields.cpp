@@ -9,15 +9,12 @@
 #include <RpaAppTool/AppParamEditorWidget.h>
 #include <RpaAppTool/AppTableEditorWidget.h>
 #include <RpaAppTool/AppToolEditorWidget.h>
-#include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <WbBaseUI/WbEditHistory.h>
 
 #include <QComboBox>
-#include <QLabel>
-#include <QSignalSpy>
 
-// What the fields of tools, parameters and columns show and take, and what becomes of it.
+// What the fields of tools, parameters and columns show and take.
 class EditorFields : public QObject, private PanelForm
 {
     Q_OBJECT
@@ -25,18 +22,12 @@ class EditorFields : public QObject, private PanelForm
 private slots:
     void init() { Start(); }
 
-    void anActIsDoneAgainAsItWas();
-    void severalRecordsGoInOneStep();
-    void recordsMoveNoFurtherThanTheEnds();
-    void theHintStandsWhereThereIsNoRecord();
-    void addingUnfoldsThePanel();
-    void whatChangesElsewhereIsShown();
-    void aRunMarksNoEdit();
     void aRefusalIsTold_data();
     void aRefusalIsTold();
     void aToolTakesAProcessOfTheApp();
     void aToolWithoutAnIconShowsTheUsualOne();
     void aSwitchIsOnOrOffByDefault();
+    void oneChoiceIsPickedAndSeveralAreTyped();
     void defaultsAreOfTheirType_data();
     void defaultsAreOfTheirType();
     void whatHasNoDefaultTakesNone_data();
@@ -53,14 +44,6 @@ private:
             titles << combo.itemText(i);
         return titles;
     }
-    static bool IsEnabled(QWidget& panel, const char* tip)
-    {
-        const QList<QToolButton*> buttons = panel.findChildren<QToolButton*>();
-        for (const QToolButton* button : buttons)
-            if (button->toolTip().startsWith(QString::fromUtf8(tip)))
-                return button->isEnabled();
-        return false;
-    }
     // The columns of the parameters.
     static constexpr int typeColumn = 2;
     static constexpr int defaultColumn = 3;
@@ -74,130 +57,6 @@ private:
             QVERIFY(Write(0, typeColumn, static_cast<int>(type)));
     }
 };
-
-void EditorFields::anActIsDoneAgainAsItWas()
-{
-    AppToolEditorWidget panel;
-    Bind(panel, Page()->GetToolData());
-    const QVector<RpaToolItem> before = Page()->GetToolData()->GetItems();
-    Add(panel);
-    const QVector<RpaToolItem> after = Page()->GetToolData()->GetItems();
-
-    WbEditHistory::Instance()->Undo();
-    QCOMPARE(Page()->GetToolData()->GetItems(), before);
-    WbEditHistory::Instance()->Redo();
-
-    QCOMPARE(Page()->GetToolData()->GetItems(), after);
-    QVERIFY(!after.last().id.isEmpty());
-}
-
-void EditorFields::severalRecordsGoInOneStep()
-{
-    AppParamEditorWidget panel;
-    Bind(panel, Page()->GetParamData());
-    for (int i = 0; i < 4; ++i)
-        Add(panel);
-    View(panel)->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    View(panel)->selectRow(1);
-    View(panel)->selectionModel()->select(model->index(3, 0),
-                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
-
-    QTest::keyClick(View(panel), Qt::Key_Delete);
-    QCOMPARE(Page()->GetParamData()->GetNames(),
-             (QStringList{QStringLiteral("参数1"), QStringLiteral("参数3")}));
-    QTest::keyClick(View(panel), Qt::Key_Z, Qt::ControlModifier);
-
-    QCOMPARE(Page()->GetParamData()->GetCount(), 4);
-    QCOMPARE(Page()->GetParamData()->GetItem(3).name, QStringLiteral("参数4"));
-}
-
-void EditorFields::recordsMoveNoFurtherThanTheEnds()
-{
-    AppParamEditorWidget panel;
-    Bind(panel, Page()->GetParamData());
-    Add(panel);
-    Add(panel);
-    View(panel)->selectRow(0);
-    QVERIFY(!IsEnabled(panel, "上移"));
-    QVERIFY(IsEnabled(panel, "下移"));
-    QTest::keyClick(View(panel), Qt::Key_Up, Qt::AltModifier);
-    QCOMPARE(Shown(0, 0), QVariant(QStringLiteral("参数1")));
-
-    QTest::keyClick(View(panel), Qt::Key_Down, Qt::AltModifier);
-
-    QCOMPARE(Shown(1, 0), QVariant(QStringLiteral("参数1")));
-    QCOMPARE(View(panel)->currentIndex().row(), 1);
-    QVERIFY(IsEnabled(panel, "上移"));
-    QVERIFY(!IsEnabled(panel, "下移"));
-    QTest::keyClick(View(panel), Qt::Key_Down, Qt::AltModifier);
-    QCOMPARE(Shown(1, 0), QVariant(QStringLiteral("参数1")));
-}
-
-void EditorFields::theHintStandsWhereThereIsNoRecord()
-{
-    AppParamEditorWidget panel;
-    Bind(panel, Page()->GetParamData());
-    const auto* hint = panel.findChild<QLabel*>(QStringLiteral("emptyHint"));
-    const auto* title = panel.findChild<QToolButton*>(QStringLiteral("panelTitle"));
-    QVERIFY(hint->isVisible());
-    QVERIFY(!IsEnabled(panel, "删除"));
-    QCOMPARE(title->text(), QStringLiteral("参数"));
-
-    Add(panel);
-
-    QVERIFY(!hint->isVisible());
-    QVERIFY(IsEnabled(panel, "删除"));
-    QCOMPARE(title->text(), QStringLiteral("参数（1）"));
-}
-
-void EditorFields::addingUnfoldsThePanel()
-{
-    AppParamEditorWidget panel;
-    Bind(panel, Page()->GetParamData());
-    Click(panel, "panelTitle");
-    QVERIFY(panel.IsShrink());
-
-    Click(panel, "recordAdd");
-
-    QVERIFY(!panel.IsShrink());
-    QVERIFY(View(panel)->isVisible());
-}
-
-void EditorFields::whatChangesElsewhereIsShown()
-{
-    AppParamEditorWidget panel;
-    Bind(panel, Page()->GetParamData());
-    Add(panel);
-    Add(panel);
-    View(panel)->selectRow(1);
-    QSignalSpy resets(model, &QAbstractItemModel::modelReset);
-    RpaParamItem item = Page()->GetParamData()->GetItem(1);
-    item.label = QStringLiteral("城市");
-
-    QVERIFY(Page()->GetParamData()->SetItem(1, item));
-
-    QCOMPARE(Shown(1, 1), QVariant(QStringLiteral("城市")));
-    QCOMPARE(resets.size(), 0);
-    QCOMPARE(View(panel)->currentIndex().row(), 1);
-    Page()->GetParamData()->SetContent({});
-    QCOMPARE(model->rowCount(), 0);
-}
-
-void EditorFields::aRunMarksNoEdit()
-{
-    AppParamEditorWidget panel;
-    Bind(panel, Page()->GetParamData());
-    Add(panel);
-    app->SetModified(false);
-    RpaProcessRelatedUIControler::Instance()->SetRunning(true);
-    const bool isWritten = Page()->GetParamData()->SetResult(0, QStringLiteral("a"));
-    RpaProcessRelatedUIControler::Instance()->SetRunning(false);
-
-    QVERIFY(isWritten);
-    QVERIFY(!app->GetModified());
-    QVERIFY(Page()->GetParamData()->SetValue(0, QStringLiteral("b")));
-    QVERIFY(app->GetModified());
-}
 
 void EditorFields::aRefusalIsTold_data()
 {
@@ -275,12 +134,31 @@ void EditorFields::aSwitchIsOnOrOffByDefault()
     auto* combo = View(panel)->findChild<QComboBox*>();
     QVERIFY(combo);
     QCOMPARE(Titles(*combo), (QStringList{QStringLiteral("关"), QStringLiteral("开")}));
+    QCOMPARE(combo->currentText(), QStringLiteral("关"));
 
     combo->setCurrentIndex(1);
     emit combo->activated(1);
 
     QTRY_COMPARE(Shown(0, defaultColumn), QVariant(QStringLiteral("开")));
     QCOMPARE(Page()->GetParamData()->GetItem(0).defaultValue, QVariant(true));
+}
+
+void EditorFields::oneChoiceIsPickedAndSeveralAreTyped()
+{
+    AppParamEditorWidget panel;
+    AddParam(panel, RpaParamType::Choices);
+    QVERIFY(Write(0, limitsColumn, QStringLiteral("甲，乙")));
+    View(panel)->edit(model->index(0, defaultColumn));
+    QVERIFY(!View(panel)->findChild<QComboBox*>());
+    QTest::keyClick(View(panel)->findChild<QLineEdit*>(), Qt::Key_Escape);
+    QTRY_VERIFY(!View(panel)->findChild<QLineEdit*>());
+
+    QVERIFY(Write(0, typeColumn, int(RpaParamType::Choice)));
+    View(panel)->edit(model->index(0, defaultColumn));
+
+    auto* combo = View(panel)->findChild<QComboBox*>();
+    QVERIFY(combo);
+    QCOMPARE(Titles(*combo), (QStringList{QStringLiteral("甲"), QStringLiteral("乙")}));
 }
 
 void EditorFields::defaultsAreOfTheirType_data()
