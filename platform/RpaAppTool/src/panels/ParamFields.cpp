@@ -36,14 +36,12 @@ QString TypeIcon(RpaParamType type)
     return icons.value(type, QStringLiteral("param-text"));
 }
 
-// The limits are those of the former type; a value that does not fit is dropped by the data.
+// The limits are those of the former type. What the new one has no use for is dropped by the data.
 void DropLimits(RpaParamItem& item)
 {
     item.least = item.most = QVariant();
     item.pattern.clear();
     item.endings.clear();
-    item.step = 0;
-    item.lines = item.columns = 0;
 }
 
 Field LabelField()
