@@ -92,6 +92,7 @@ void SettingsPage::UpdateServerForm()
     const bool remote = ui->radioRemote->isChecked();
     const QString address = ui->editAddress->text().trimmed();
     ui->editAddress->setEnabled(remote);
+    ui->editCaFile->setEnabled(remote);
     ui->buttonCaFile->setEnabled(remote);
     ui->buttonNoCaFile->setEnabled(remote && !settings->GetCaFile().isEmpty());
     const QString problem =
