@@ -4,6 +4,7 @@
 #include "LogModel_p.h"
 #include "LogView_p.h"
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <RpaEngineCore/RpaLogLevelTitle.h>
 #include <WbBaseUI/WbLabel.h>
@@ -39,17 +40,14 @@ LogView::LogView(LogModel* model, QWidget* parent) : QTableView(parent), lines(m
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setTabKeyNavigation(false);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel); // a row may be higher than the view
-    setFont(WbTheme::CodeFont());
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(RowHeight());
     horizontalHeader()->hide();
     horizontalHeader()->setStretchLastSection(true);
-    setMinimumHeight(3 * RowHeight() + DpiTool::ScaleDefault(4));
-    FitColumns();
     BuildHint();
     fitting.setSingleShot(true);
     fitting.setInterval(0);
+    DpiFollower::Follow(this, [this] { FitScale(); });
     connect(&fitting, &QTimer::timeout, this, &LogView::FitVisibleRows);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
         atEnd = value == verticalScrollBar()->maximum();
@@ -65,6 +63,15 @@ LogView::LogView(LogModel* model, QWidget* parent) : QTableView(parent), lines(m
 }
 
 LogView::~LogView() = default;
+
+void LogView::FitScale()
+{
+    setFont(WbTheme::CodeFont());
+    verticalHeader()->setDefaultSectionSize(RowHeight());
+    setMinimumHeight(3 * RowHeight() + DpiTool::ScaleDefault(4));
+    FitColumns();
+    fitting.start();
+}
 
 void LogView::BuildHint()
 {

@@ -34,6 +34,7 @@ protected:
 
 private:
     void BuildHint();
+    void FitScale();
     void FitColumns();
     void FitLineColumn(int first, int last);
     void FitVisibleRows();

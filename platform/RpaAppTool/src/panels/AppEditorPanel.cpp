@@ -5,6 +5,7 @@
 #include "RecordModel_p.h"
 #include "ShrinkPanel_p.h"
 
+#include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaPageEdits.h>
 #include <RpaAppTool/AppEditorPanel.h>
@@ -104,11 +105,13 @@ void AppEditorPanel::Private::BuildView()
     view->setTabKeyNavigation(false);
     view->setWordWrap(false);
     view->verticalHeader()->hide();
-    view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(32));
     view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     view->horizontalHeader()->setHighlightSections(false);
     view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    view->setMinimumHeight(DpiTool::ScaleDefault(58));
+    DpiFollower::Follow(view, [view = view] {
+        view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(32));
+        view->setMinimumHeight(DpiTool::ScaleDefault(58));
+    });
     view->installEventFilter(this);
 }
 

@@ -7,6 +7,8 @@
 #include "RichTableActions_p.h"
 #include "RichTextView_p.h"
 
+#include <OxBase/DpiFollower.h>
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
@@ -80,7 +82,7 @@ RichFormatBar::RichFormatBar(RichTextView* edited, QWidget* shortcutScope)
     : view(edited), scope(shortcutScope)
 {
     setObjectName(QStringLiteral("richFormatBar"));
-    setIconSize(QSize(18, 18));
+    DpiFollower::Follow(this, [this] { setIconSize(QSize(1, 1) * DpiTool::ScaleDefault(18)); });
     setMovable(false);
     AddHeadings();
     addSeparator();
