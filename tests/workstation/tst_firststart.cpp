@@ -11,6 +11,7 @@
 
 #include <RpaEditorCore/RpaEditorNotify.h>
 #include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 #include <RpaServiceClient/apps/ListAppsRequest.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
@@ -25,12 +26,31 @@ class tst_FirstStart : public QObject
     Q_OBJECT
 
 private slots:
+    void trustsTheCertificatesOfTheSettings();
     void doesNotLockTheListWhileTheSamplesAreMade();
     void laysNoDialogOverTheInvitation_data();
     void laysNoDialogOverTheInvitation();
     void startsThoughALockFileWasLeft_data();
     void startsThoughALockFileWasLeft();
 };
+
+void tst_FirstStart::trustsTheCertificatesOfTheSettings()
+{
+    const TestFolder home;
+    const WorkstationPaths paths = WorkstationPaths::Below(home.path());
+    const QString kept = home.filePath(QStringLiteral("kept.pem"));
+    const QString chosen = home.filePath(QStringLiteral("chosen.pem"));
+    WorkstationSettings(paths.settingsFile).SetCaFile(kept);
+    const auto* const service = VersionServiceSettings::Instance();
+
+    Workstation workstation(paths);
+    QCOMPARE(service->GetCaFile(), kept);
+    workstation.GetSettings()->SetCaFile(chosen);
+    QCOMPARE(service->GetCaFile(), chosen);
+    workstation.GetSettings()->SetCaFile(QString());
+
+    QCOMPARE(service->GetCaFile(), QString());
+}
 
 void tst_FirstStart::doesNotLockTheListWhileTheSamplesAreMade()
 {
