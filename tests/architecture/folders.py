@@ -66,6 +66,18 @@ def check_libraries(root):
             yield f"platform/{library.name}/src: {', '.join(sorted(map(str, arrows)))} use each other in a circle"
 
 
+def check_readmes(root):
+    """Whoever opens a program or a library reads what each of its inner folders holds."""
+    tops = [(root / name, root / name) for name in ("server", "workstation")]
+    tops += [(path / "src", path) for path in (root / "platform").iterdir() if path.is_dir()]
+    for top, home in sorted(tops):
+        readme = home / "README.md"
+        text = readme.read_text(encoding="utf-8") if readme.exists() else ""
+        for folder in sorted({inner_folder(path, top) for path in sources(top)} - {None}):
+            if f"{folder}/`" not in text:
+                yield f"{home.relative_to(root)}/README.md: does not say what {folder}/ holds"
+
+
 def check_halves(root):
     """The halves of the widget share values; whatever one does for the other, the widget's header declares."""
     members = root / MEMBERS
@@ -78,4 +90,4 @@ def check_halves(root):
 
 def findings(root):
     arrows = read_arrows((root / "docs" / "architecture.md").read_text(encoding="utf-8"))
-    return [*check_neighbours(root, arrows), *check_libraries(root), *check_halves(root)]
+    return [*check_neighbours(root, arrows), *check_libraries(root), *check_readmes(root), *check_halves(root)]

@@ -17,6 +17,8 @@ class TheRules(TreeTestCase):
         super().setUp()
         for folder in ("base", "http", "app"):
             self.write(f"server/{folder}/{folder}.h", "")
+        self.write("server/README.md", "`base/` `http/` `app/` `new/`")
+        self.write("platform/Low/README.md", "`a/` `b/` `src/c/`")
 
     def assert_finding(self, part):
         self.assert_found(findings(self.root), part)
@@ -51,6 +53,10 @@ class TheRules(TreeTestCase):
         self.assertEqual(findings(self.root), [])
         self.write("platform/Low/src/c/c.cpp", '#include "a.h"\n')
         self.assert_finding("a, b, c use each other in a circle")
+
+    def test_a_folder_that_no_readme_explains_is_found(self):
+        self.write("platform/Low/src/odd/odd.h", "")
+        self.assert_finding("platform/Low/README.md: does not say what odd/ holds")
 
     def test_a_half_of_the_widget_that_calls_past_its_header_is_found(self):
         self.write("editor/RpaAppEditorMembers.h", "struct Members\n{\n    void ShowLine(int line);\n    int line = 0;\n};\n")
