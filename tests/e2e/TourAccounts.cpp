@@ -106,7 +106,9 @@ void Tour::SeeColleaguesButtons()
         d->Until(QStringLiteral("the author"), [] { return ShowsAccount(QStringLiteral("本机作者")); });
     });
     d->Step(QStringLiteral("usage-counts"), [this] {
-        d->Click(QStringLiteral("the counts"), Named("buttonUsageCounts"));
+        // The button may stand below the edge of the page.
+        d->OnGui([] { Anywhere<QWidget>("buttonUsageCounts")->setFocus(); });
+        d->Key(Qt::Key_Space);
         d->Until(QStringLiteral("a save and a run"), [] {
             QString days;
             if (const QWidget* dialog = Visible("UsageDialog"))
