@@ -7,6 +7,7 @@
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbPushButton.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QCheckBox>
@@ -37,6 +38,7 @@ UsageSection::UsageSection(WorkstationSettings* settings, QWidget* parent)
     layout->addWidget(checkReports, 0, Qt::AlignLeft);
     layout->addWidget(hint);
     layout->addWidget(buttonCounts, 0, Qt::AlignLeft);
+    WbScaledForm::Follow(this);
     ShowAdministrator(false);
 
     connect(checkReports, &QCheckBox::toggled, settings, &WorkstationSettings::SetUsageReports);

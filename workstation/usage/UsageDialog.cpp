@@ -2,8 +2,8 @@
 
 #include "UsageDialog.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbLabel.h>
+#include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
 #include <QHash>
@@ -32,7 +32,8 @@ UsageDialog::UsageDialog(QWidget* parent)
                  parent)
 {
     setObjectName(QStringLiteral("UsageDialog"));
-    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(560), DpiTool::ScaleDefault(400));
+    GetContentWidget()->setMinimumSize(560, 400);
+    WbScaledForm::Follow(GetContentWidget());
     Say(QStringLiteral("正在读取使用统计…"), false);
     client.Send(ListUsageRequest{shownDays}, this, [this](const auto& result) { SlotListed(result); });
 }
