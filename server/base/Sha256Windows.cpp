@@ -3,8 +3,8 @@
 // The system's own library, as OpenSSL is not built for Windows.
 #include "Digest.h"
 
-#include <bcrypt.h>
 #include <windows.h>
+#include <bcrypt.h>
 
 namespace server
 {

@@ -2,8 +2,8 @@
 
 #include "NativeProcess.h"
 
-#include <memory>
 #include <windows.h>
+#include <memory>
 
 namespace NativeProcess
 {

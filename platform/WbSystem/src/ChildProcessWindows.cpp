@@ -5,9 +5,9 @@
 
 #include <QByteArray>
 
+#include <windows.h>
 #include <algorithm>
 #include <vector>
-#include <windows.h>
 
 namespace
 {

@@ -5,8 +5,8 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <windows.h>
+#include <algorithm>
 
 namespace
 {
