@@ -126,9 +126,12 @@ void AppToolEditorWidget::SetAppToolWidget(IAppToolWidget*)
     Note("tool panel: widget");
 }
 
-void AppToolEditorWidget::SetAppDataPtr(const RpaAppDataPtr&)
+void AppEditorPanel::SetAppDataPtr(const RpaAppDataPtr&)
 {
-    Note("tool panel: app");
+    if (qobject_cast<AppToolEditorWidget*>(this))
+        Note("tool panel: app");
+    else
+        Note(qobject_cast<AppParamEditorWidget*>(this) ? "param panel: app" : "table panel: app");
 }
 
 void AppToolEditorWidget::Init(RpaToolData* pageData)
@@ -141,11 +144,6 @@ void AppParamEditorWidget::SetAppParamWidget(IAppParamWidget*)
     Note("param panel: widget");
 }
 
-void AppParamEditorWidget::SetAppDataPtr(const RpaAppDataPtr&)
-{
-    Note("param panel: app");
-}
-
 void AppParamEditorWidget::Init(RpaParamData* pageData)
 {
     Note("param panel: ", NameOf(pageData));
@@ -154,11 +152,6 @@ void AppParamEditorWidget::Init(RpaParamData* pageData)
 void AppTableEditorWidget::SetAppTableWidget(IAppTableWidget*)
 {
     Note("table panel: widget");
-}
-
-void AppTableEditorWidget::SetAppDataPtr(const RpaAppDataPtr&)
-{
-    Note("table panel: app");
 }
 
 void AppTableEditorWidget::Init(RpaTableData* pageData)

@@ -7,6 +7,7 @@
 #include "TestFolder.h"
 #include "UsageDialog.h"
 #include "UsageReports.h"
+#include "VersionReplies.h"
 
 #include <RpaServiceClient/VersionServiceSettings.h>
 #include <WbCore/IMonitorSystem.h>
@@ -148,7 +149,7 @@ void tst_UsageReports::tellsTheServerWhatWasDone()
 void tst_UsageReports::tellsNothingOfWhatItWasDoneWith()
 {
     FaultServer receiver;
-    receiver.SetScript([](const auto&) { return FaultServer::Reply{204, {}, {}}; });
+    receiver.SetScript([](const auto&) { return VersionReplies::Deleted(); });
     GoTo(receiver.GetUrl());
     Begin();
 

@@ -3,6 +3,7 @@
 // Released apps, how readers come to them, and what was done.
 #include "ServiceClientFixture.h"
 #include "TestApp.h"
+#include "VersionReplies.h"
 
 #include <RpaServiceClient/invitations/CreateInvitationRequest.h>
 #include <RpaServiceClient/invitations/ListInvitationsRequest.h>
@@ -321,7 +322,7 @@ void VersionServiceReleasedTest::tellsThatSomebodyElseWasFirst()
 
 void VersionServiceReleasedTest::sendsUsageEvents()
 {
-    server->Enqueue(FaultServer::Reply{204, {}, {}});
+    server->Enqueue(VersionReplies::Deleted());
     VersionServiceClient client;
     Result<VersionServiceNothing> result;
 
