@@ -57,6 +57,8 @@ private slots:
     void coversNothingThatIsInUse();
     void standsBesideTheButtonsOfASmallDialog();
     void keepsClearOfControlsThatAreDisabledForAMoment();
+    void keepsADistanceFromControlsOnEverySide();
+    void standsOnOneAxisWhereItMakesRoom();
     void leavesWhatComesBackWhenTheWaitIsOver();
     void showsTheLatestWhereThereIsNoRoomForAll();
     void letsTheMouseThroughWhereItMustCoverSomething();
@@ -64,6 +66,8 @@ private slots:
     void standsOneBelowTheOther();
     void replacesTheSameNotice();
     void keepsAtMostFour();
+    void keepsOneInADialog();
+    void letsAllGoAtOnce();
     void leavesTheFocusWhereItIs();
     void isQuietWithoutAWindow();
     void showsOverTheModalDialog();
@@ -197,7 +201,6 @@ void TestToast::coversNothingThatIsInUse()
         QVERIFY(window->rect().contains(toast->geometry()));
         QVERIFY(!toast->testAttribute(Qt::WA_TransparentForMouseEvents));
     }
-    QVERIFY(shown.first()->geometry().bottom() < field->geometry().top());
 }
 
 void TestToast::standsBesideTheButtonsOfASmallDialog()
@@ -229,6 +232,44 @@ void TestToast::keepsClearOfControlsThatAreDisabledForAMoment()
     WbToast::Show(QStringLiteral("“应用”已上线"), ToastSuccess);
 
     QVERIFY(!ToastsIn(*window).constFirst()->geometry().intersects(field->geometry()));
+}
+
+void TestToast::keepsADistanceFromControlsOnEverySide()
+{
+    QVector<QPushButton*> buttons;
+    for (const QRect& place : {QRect(20, 4, 250, 40), QRect(530, 4, 250, 40), QRect(20, 50, 760, 30)}) {
+        buttons.append(new QPushButton(window.get()));
+        buttons.last()->setGeometry(place);
+        buttons.last()->show();
+    }
+
+    WbToast::Show(QStringLiteral("版本服务意外停止，正在重新启动，请稍候"), ToastWarning);
+
+    const QRect place = ToastsIn(*window).constFirst()->geometry();
+    for (const QPushButton* button : qAsConst(buttons))
+        QVERIFY2(!place.adjusted(-5, -5, 5, 5).intersects(button->geometry()), "touches a button");
+}
+
+void TestToast::standsOnOneAxisWhereItMakesRoom()
+{
+    auto* field = new QLineEdit(window.get());
+    field->setGeometry(300, 50, 220, 32);
+    field->show();
+
+    const QStringList texts{QStringLiteral("一"), QStringLiteral("邀请码已复制到剪贴板"),
+                            QStringLiteral("“键盘应用”的使用者现在使用“候选版”")};
+    for (const QString& text : texts)
+        WbToast::Show(text, ToastSuccess);
+
+    const QList<QWidget*> shown = ToastsIn(*window);
+    QCOMPARE(shown.size(), 3);
+    for (const QWidget* toast : shown) {
+        const QRect place = toast->geometry();
+        QVERIFY(!place.intersects(field->geometry()));
+        QVERIFY(qAbs(place.center().x() - shown.constFirst()->geometry().center().x()) <= 1);
+    }
+    for (int i = 1; i < shown.size(); ++i)
+        QCOMPARE(shown.at(i)->y() - shown.at(i - 1)->geometry().bottom() - 1, 8);
 }
 
 void TestToast::leavesWhatComesBackWhenTheWaitIsOver()
@@ -263,20 +304,16 @@ void TestToast::leavesWhatComesBackWhenTheWaitIsOver()
 
 void TestToast::showsTheLatestWhereThereIsNoRoomForAll()
 {
-    QDialog dialog(window.get());
-    dialog.setModal(true);
-    dialog.resize(400, 170);
-    auto* field = new QLineEdit(&dialog);
-    field->setGeometry(10, 50, 380, 110);
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    auto* field = new QLineEdit(window.get());
+    field->setGeometry(window->rect().adjusted(0, 60, 0, 0));
+    field->show();
 
     const QStringList texts{QStringLiteral("模板名称不能为空"), QStringLiteral("模板描述不能为空"),
                             QStringLiteral("存储路径不能为空")};
     for (const QString& text : texts)
         WbToast::Show(text, ToastError);
 
-    const QList<QWidget*> shown = ToastsIn(dialog);
+    const QList<QWidget*> shown = ToastsIn(*window);
     QCOMPARE(shown.size(), 1);
     QCOMPARE(TextOf(shown.constFirst()), texts.constLast());
     QVERIFY(!shown.constFirst()->geometry().intersects(field->geometry()));
@@ -342,6 +379,39 @@ void TestToast::keepsAtMostFour()
     QCOMPARE(shown.size(), 4);
     QCOMPARE(TextOf(shown.constFirst()), QStringLiteral("提示 16"));
     QCOMPARE(TextOf(shown.constLast()), QStringLiteral("提示 19"));
+}
+
+void TestToast::keepsOneInADialog()
+{
+    QDialog dialog(window.get());
+    dialog.setModal(true);
+    dialog.resize(400, 400);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+
+    WbToast::Show(QStringLiteral("模板描述不能为空"), ToastError);
+    WbToast::Show(QStringLiteral("存储路径不能为空"), ToastError);
+
+    QCOMPARE(ToastsIn(dialog).size(), 1);
+    QCOMPARE(TextOf(ToastsIn(dialog).constFirst()), QStringLiteral("存储路径不能为空"));
+}
+
+void TestToast::letsAllGoAtOnce()
+{
+    WbToast::Show(QStringLiteral("保存成功"));
+    WbToast::Show(QStringLiteral("已上线"));
+    QDialog dialog(window.get());
+    dialog.setModal(true);
+    dialog.resize(400, 400);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    WbToast::Show(QStringLiteral("邀请码已复制"));
+    QCOMPARE(ToastsIn(*window).size(), 3); // those of its dialogs with them
+    QCOMPARE(ToastsIn(dialog).size(), 1);
+
+    WbToast::Clear();
+
+    QCOMPARE(ToastsIn(*window).size(), 0);
 }
 
 void TestToast::leavesTheFocusWhereItIs()

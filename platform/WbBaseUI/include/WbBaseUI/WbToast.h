@@ -23,4 +23,7 @@ class WBBASEUI_EXPORT WbToast
 public:
     // Plain text; nothing is shown while there is no window.
     static void Show(const QString& text, ENUM_TOAST_TYPE type = ToastInformation);
+
+    // Takes away the notices of all windows at once, for when whom they were meant for has left.
+    static void Clear();
 };

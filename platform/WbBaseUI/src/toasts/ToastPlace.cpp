@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 namespace
 {
@@ -26,11 +27,11 @@ constexpr int kText = 1;  // may be covered, but rather not
 constexpr int kView = 2;  // from here on it is something in use
 constexpr int kField = 8; // small, and lost when it is covered
 constexpr int kFocus = 16;
-constexpr int kToast = 100; // two notices in one place would tell nothing
 
 constexpr int kTopMargin = 2;
 constexpr int kSideMargin = 16;
-constexpr int kClearance = 4;
+constexpr int kGap = 8;
+constexpr int kClearance = 6;
 constexpr int kStepDown = 4;
 constexpr int kStepAside = 16;
 
@@ -72,6 +73,31 @@ QRect FilledPartOf(const QWidget* widget)
     return last.isValid() ? QRect(0, 0, view->width(), qMin(view->height(), last.bottom() + last.height()))
                           : widget->rect();
 }
+
+// One below the other, their middles at x = 0, the first at y = 0.
+QVector<QRect> ColumnOf(const QVector<QSize>& sizes)
+{
+    QVector<QRect> column;
+    int y = 0;
+    for (const QSize& size : sizes) {
+        column.append({QPoint(-size.width() / 2, y), size});
+        y += size.height() + DpiTool::ScaleDefault(kGap);
+    }
+    return column;
+}
+
+QRect BoundsOf(const QVector<QRect>& column)
+{
+    return std::accumulate(column.begin(), column.end(), QRect(),
+                           [](const QRect& all, const QRect& one) { return all.united(one); });
+}
+
+QVector<QRect> Moved(QVector<QRect> column, const QPoint& way)
+{
+    for (QRect& rect : column)
+        rect.translate(way);
+    return column;
+}
 } // namespace
 
 ToastPlace::ToastPlace(const QWidget* window) : room(window->size())
@@ -100,37 +126,39 @@ void ToastPlace::Collect(const QWidget* widget, const QRect& clip)
     }
 }
 
-qint64 ToastPlace::CostOf(const QRect& rect, qint64 enough) const
+qint64 ToastPlace::CostOf(const QVector<QRect>& column, qint64 enough) const
 {
     const int gap = DpiTool::ScaleDefault(kClearance);
-    const QRect roomy = rect.adjusted(-gap, 0, gap, gap);
     qint64 cost = 0;
-    for (const Part& part : parts) {
-        const QRect common = part.rect.intersected(roomy);
-        if (!common.isEmpty()) {
-            cost += qint64(common.width()) * common.height() * part.weight;
-            if (cost >= enough)
-                break;
+    for (const QRect& rect : column) {
+        const QRect roomy = rect.adjusted(-gap, -gap, gap, gap);
+        for (const Part& part : parts) {
+            const QRect common = part.rect.intersected(roomy);
+            if (!common.isEmpty()) {
+                cost += qint64(common.width()) * common.height() * part.weight;
+                if (cost >= enough)
+                    return cost;
+            }
         }
     }
     return cost;
 }
 
-QPoint ToastPlace::Find(const QSize& size, int top) const
+QVector<QRect> ToastPlace::Find(const QVector<QSize>& sizes) const
 {
     const int side = DpiTool::ScaleDefault(kSideMargin);
-    const int middle = (room.width() - size.width()) / 2;
-    const int farthest = qMax(0, middle - side);
+    const QVector<QRect> column = ColumnOf(sizes);
+    const QSize size = BoundsOf(column).size();
+    const int farthest = qMax(0, (room.width() - size.width()) / 2 - side);
     const int lowest = room.height() - size.height() - side;
-    const int highest = DpiTool::ScaleDefault(kTopMargin);
-    const int first = top > lowest ? highest : qMax(top, highest);
-    QPoint best(middle, qMax(0, qMin(first, lowest)));
+    const int first = DpiTool::ScaleDefault(kTopMargin);
+    QPoint best(room.width() / 2, qMax(0, qMin(first, lowest)));
     qint64 least = std::numeric_limits<qint64>::max();
     for (int y = first; y <= lowest && 2 * (y - first) < least; y += DpiTool::ScaleDefault(kStepDown)) {
         for (int aside = 0; aside <= farthest; aside += DpiTool::ScaleDefault(kStepAside)) {
-            for (const int x : {middle + aside, middle - aside}) {
+            for (const int x : {room.width() / 2 + aside, room.width() / 2 - aside}) {
                 const qint64 way = 2 * (y - first) + aside;
-                const qint64 cost = way + CostOf(QRect(QPoint(x, y), size), least - way);
+                const qint64 cost = way + CostOf(Moved(column, {x, y}), least - way);
                 if (cost < least) {
                     least = cost;
                     best = {x, y};
@@ -138,12 +166,7 @@ QPoint ToastPlace::Find(const QSize& size, int top) const
             }
         }
     }
-    return best;
-}
-
-void ToastPlace::Take(const QRect& rect)
-{
-    parts.append({rect, kToast});
+    return Moved(column, best);
 }
 
 bool ToastPlace::CoversSomethingInUse(const QRect& rect) const

@@ -13,12 +13,9 @@ class ToastPlace
 public:
     explicit ToastPlace(const QWidget* window);
 
-    // Where a notice of that size stands best, not above top: where it covers least, then near the top, then
-    // near the middle.
-    QPoint Find(const QSize& size, int top) const;
-
-    // Keeps other notices away from there.
-    void Take(const QRect& rect);
+    // Where notices of these sizes stand best, one below the other on one axis: where they cover least, then near
+    // the top, then near the middle.
+    QVector<QRect> Find(const QVector<QSize>& sizes) const;
 
     // Whether a button, a field, a list or the like lies there.
     bool CoversSomethingInUse(const QRect& rect) const;
@@ -31,7 +28,7 @@ private:
     };
 
     void Collect(const QWidget* widget, const QRect& clip);
-    qint64 CostOf(const QRect& rect, qint64 enough) const;
+    qint64 CostOf(const QVector<QRect>& column, qint64 enough) const;
 
     QSize room;
     QVector<Part> parts;

@@ -15,8 +15,8 @@
 namespace
 {
 constexpr int kMostToasts = 4;
+constexpr int kMostInDialog = 1; // its last answer counts: an older one would be about fields mended since
 constexpr int kSideMargin = 16;
-constexpr int kGap = 8;
 
 bool CanHost(const QWidget* widget)
 {
@@ -74,7 +74,7 @@ void ToastStack::Adopt(ToastWidget* toast)
         toast->setParent(window);
     connect(toast, &ToastWidget::SigGone, this, [this, toast] { Remove(toast); });
     toasts.append(toast);
-    while (toasts.size() > kMostToasts)
+    while (toasts.size() > (window->windowType() == Qt::Dialog ? kMostInDialog : kMostToasts))
         Remove(toasts.constFirst());
     toast->show();
     Arrange();
@@ -118,26 +118,36 @@ void ToastStack::MoveToNextWindow()
     }
 }
 
+void ToastStack::Clear()
+{
+    while (!toasts.isEmpty())
+        Remove(toasts.constLast());
+}
+
 void ToastStack::Arrange()
 {
     if (toasts.isEmpty())
         return;
-    ToastPlace place(window);
-    const int widest = window->width() - 2 * DpiTool::ScaleDefault(kSideMargin);
-    int top = 0;
+    const ToastPlace place(window);
+    QVector<QSize> sizes;
     for (ToastWidget* toast : qAsConst(toasts)) {
-        toast->FitInto(widest);
-        toast->move(place.Find(toast->size(), top));
-        if (toast != toasts.constFirst() && place.CoversSomethingInUse(toast->geometry())) {
-            // Where there is no room for all, the latest counts.
-            Remove(toasts.constFirst());
-            return;
-        }
-        place.Take(toast->geometry());
-        toast->raise();
-        top = toast->geometry().bottom() + 1 + DpiTool::ScaleDefault(kGap);
+        toast->FitInto(window->width() - 2 * DpiTool::ScaleDefault(kSideMargin));
+        sizes.append(toast->size());
     }
-    LetMouseThrough(ToastPlace(window));
+    const QVector<QRect> column = place.Find(sizes);
+    const bool inTheWay = std::any_of(column.begin(), column.end(), [&place](const QRect& rect) {
+        return place.CoversSomethingInUse(rect);
+    });
+    if (toasts.size() > 1 && inTheWay) {
+        // Where there is no room for all, the latest counts.
+        Remove(toasts.constFirst());
+        return;
+    }
+    for (int i = 0; i < toasts.size(); ++i) {
+        toasts.at(i)->move(column.at(i).topLeft());
+        toasts.at(i)->raise();
+    }
+    LetMouseThrough(place);
 }
 
 // What was hidden may have come back below a notice. It moves only where it is in the way: it is being read.

@@ -23,6 +23,7 @@ public:
     static ToastStack* Of(QWidget* window);
 
     void Show(const QString& text, ENUM_TOAST_TYPE type);
+    void Clear();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
