@@ -5,6 +5,7 @@
 #include "LockRemains.h"
 #include "MainWindow.h"
 #include "SampleInstaller.h"
+#include "Session.h"
 #include "TestApp.h"
 #include "TestFolder.h"
 #include "Workstation.h"
@@ -14,8 +15,11 @@
 #include <RpaServiceClient/VersionServiceSettings.h>
 #include <RpaServiceClient/apps/ListAppsRequest.h>
 #include <WbBaseUI/WbBaseDialog.h>
+#include <WbBaseUI/WbToast.h>
 
+#include <QComboBox>
 #include <QListView>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
@@ -28,6 +32,7 @@ class tst_FirstStart : public QObject
 private slots:
     void trustsTheCertificatesOfTheSettings();
     void doesNotLockTheListWhileTheSamplesAreMade();
+    void takesNoticesAwayWhenAnotherAuthorEnters();
     void laysNoDialogOverTheInvitation_data();
     void laysNoDialogOverTheInvitation();
     void startsThoughALockFileWasLeft_data();
@@ -74,6 +79,35 @@ void tst_FirstStart::doesNotLockTheListWhileTheSamplesAreMade()
     QSignalSpy closed(&workstation, &Workstation::SigClosed);
     window->close();
     QTRY_COMPARE(closed.size(), 1);
+}
+
+void tst_FirstStart::takesNoticesAwayWhenAnotherAuthorEnters()
+{
+    const TestFolder home;
+    Workstation workstation(WorkstationPaths::Below(home.path()));
+    QString problem;
+    QVERIFY2(workstation.Start(&problem), qPrintable(problem));
+    auto* window = workstation.GetWindow();
+    auto* enter = window->findChild<QPushButton*>(QStringLiteral("buttonEnter"));
+    QTRY_VERIFY_WITH_TIMEOUT(enter->isVisible() && enter->isEnabled(), 20000);
+    QTest::mouseClick(enter, Qt::LeftButton);
+    QTRY_VERIFY(window->findChild<AppListPage*>()->isVisible());
+    auto* session = workstation.GetSession();
+    QSignalSpy signedIn(session, &Session::SigSignedIn);
+    WbToast::Show(QStringLiteral("邀请码已复制"), ToastError);
+    const QPointer<QWidget> toast = window->findChild<QWidget*>(QStringLiteral("WbToast"));
+
+    session->EnterEmbedded(session->GetEmbeddedIndex());
+    QTRY_COMPARE(signedIn.size(), 1);
+    QVERIFY(toast && toast->isVisible());
+
+    window->findChild<QPushButton*>(QStringLiteral("buttonSettings"))->click();
+    auto* accounts = window->findChild<QComboBox*>(QStringLiteral("comboAccount"));
+    QTRY_VERIFY(accounts->isVisible());
+    accounts->setFocus();
+    QTest::keyClick(accounts, Qt::Key_Down);
+    QTRY_COMPARE(signedIn.size(), 2);
+    QVERIFY(!toast || !toast->isVisible());
 }
 
 void tst_FirstStart::laysNoDialogOverTheInvitation_data()

@@ -41,4 +41,5 @@ private:
     WorkstationSettings* const settings;
     MainWindow* const window;
     SignInPage* const page;
+    QString entered; // whose notices may be shown
 };
