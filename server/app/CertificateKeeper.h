@@ -3,7 +3,7 @@
 #pragma once
 
 #include "../base/Log.h"
-#include "../http/Tls.h"
+#include "../transport/Tls.h"
 
 #include <QDateTime>
 

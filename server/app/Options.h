@@ -5,7 +5,7 @@
 #include "../accounts/LoginLimit.h"
 #include "../base/Log.h"
 #include "../http/HttpServer.h"
-#include "../http/Tls.h"
+#include "../transport/Tls.h"
 
 #include <QString>
 #include <QStringList>

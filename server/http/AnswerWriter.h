@@ -2,9 +2,9 @@
 
 #pragma once
 
+#include "../transport/Transport.h"
 #include "Pace.h"
 #include "Request.h"
-#include "Transport.h"
 
 #include <string>
 

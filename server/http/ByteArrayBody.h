@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "BeastTypes.h"
+#include "../transport/BeastTypes.h"
 
 #include <QByteArray>
 

@@ -2,14 +2,14 @@
 
 #pragma once
 
+#include "../transport/PeerAddress.h"
+#include "../transport/Transport.h"
 #include "AnswerWriter.h"
 #include "BodyBudget.h"
 #include "ByteArrayBody.h"
 #include "ConnectionPool.h"
 #include "Pace.h"
-#include "PeerAddress.h"
 #include "Request.h"
-#include "Transport.h"
 
 #include <memory>
 

@@ -3,8 +3,8 @@
 #include "HttpServer.h"
 
 #include "../base/Thread.h"
+#include "../transport/Tls.h"
 #include "Connection.h"
-#include "Tls.h"
 
 #include <stdexcept>
 #include <vector>

@@ -2,7 +2,7 @@
 
 #include "ResponseHead.h"
 
-#include "BeastTypes.h"
+#include "../transport/BeastTypes.h"
 
 namespace server
 {

@@ -3,7 +3,7 @@
 #include "accounts/LoginLimit.h"
 #include "base/TaskPool.h"
 #include "http/BodyBudget.h"
-#include "http/PeerAddress.h"
+#include "transport/PeerAddress.h"
 
 #include <QSemaphore>
 #include <QTest>
