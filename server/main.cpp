@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "app/AccountCommand.h"
-#include "app/Options.h"
 #include "app/Service.h"
 #include "app/StoreCommand.h"
+#include "options/Options.h"
 #include "store/Dialect.h"
 
 #include <QCoreApplication>

@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "../options/Options.h"
 #include "../store/IStore.h"
-#include "Options.h"
 
 namespace server
 {

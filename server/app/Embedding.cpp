@@ -4,7 +4,7 @@
 
 #include "../base/Clock.h"
 #include "../base/Ids.h"
-#include "StandardInput.h"
+#include "../options/StandardInput.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "Options.h"
+#include "../options/Options.h"
 
 namespace server
 {
