@@ -2,12 +2,14 @@
 
 #pragma once
 
-#include "IStore.h"
 #include "StallGuard.h"
+#include "StoreError.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QStringList>
+
+#include <memory>
 
 namespace server
 {

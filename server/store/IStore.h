@@ -4,37 +4,15 @@
 
 #include "HeadCache.h"
 #include "Records.h"
+#include "StoreError.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <vector>
 
 namespace server
 {
-enum class StoreFault
-{
-    Unavailable, // no connection, locked too long: nothing was changed by this call
-    Full,        // the disk is full: nothing was changed
-    Conflict,    // another server process was first
-    Corrupt,     // stored bytes do not have the SHA-256 they were stored with
-    Internal,
-};
-
-class StoreError : public std::runtime_error
-{
-public:
-    StoreError(StoreFault theFault, const QString& text)
-        : std::runtime_error(text.toStdString()), fault(theFault)
-    {
-    }
-    StoreFault Fault() const { return fault; }
-
-private:
-    StoreFault fault;
-};
-
 // What a write may read and change. All of it is one transaction with the writes that waited at the same
 // time, but a write that throws leaves nothing behind. Throws StoreError.
 class ITransaction

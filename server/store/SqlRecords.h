@@ -2,7 +2,10 @@
 
 #pragma once
 
+#include "Records.h"
 #include "SqlConnection.h"
+
+#include <optional>
 
 namespace server
 {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "IStore.h"
 #include "SqlConnection.h"
 
 namespace server

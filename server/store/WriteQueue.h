@@ -3,6 +3,7 @@
 #pragma once
 
 #include "../base/Thread.h"
+#include "IStore.h"
 #include "SqlConnection.h"
 
 #include <chrono>
