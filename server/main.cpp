@@ -4,7 +4,7 @@
 #include "app/Service.h"
 #include "app/StoreCommand.h"
 #include "options/Options.h"
-#include "store/Dialect.h"
+#include "sql/Dialect.h"
 
 #include <QCoreApplication>
 

@@ -2,8 +2,8 @@
 
 #include "StoreCommand.h"
 
-#include "../store/Schema.h"
-#include "../store/SqlConnection.h"
+#include "../sql/Schema.h"
+#include "../sql/SqlConnection.h"
 #include "../store/StoreCheck.h"
 #include "../store/StoreCopy.h"
 #include "StoreLock.h"

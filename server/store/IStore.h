@@ -2,9 +2,9 @@
 
 #pragma once
 
+#include "../sql/StoreError.h"
 #include "HeadCache.h"
 #include "Records.h"
-#include "StoreError.h"
 
 #include <functional>
 #include <memory>

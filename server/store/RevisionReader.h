@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "SqlConnection.h"
-#include "Tables.h"
+#include "../sql/SqlConnection.h"
+#include "../sql/Tables.h"
 
 namespace server
 {

@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "../sql/SqlConnection.h"
 #include "Records.h"
-#include "SqlConnection.h"
 
 #include <optional>
 

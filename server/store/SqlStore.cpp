@@ -3,7 +3,7 @@
 #include "SqlStore.h"
 
 #include "../base/Digest.h"
-#include "Schema.h"
+#include "../sql/Schema.h"
 #include "SqlRecords.h"
 
 #include <QSet>

@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "../sql/SqlConnection.h"
 #include "BodyCache.h"
-#include "SqlConnection.h"
 #include "StoreWatch.h"
 #include "WriteQueue.h"
 

@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "../sql/SqlConnection.h"
 #include "IStore.h"
-#include "SqlConnection.h"
 
 namespace server
 {

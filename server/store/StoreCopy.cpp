@@ -2,10 +2,10 @@
 
 #include "StoreCopy.h"
 
+#include "../sql/Schema.h"
+#include "../sql/SqlConnection.h"
+#include "../sql/Tables.h"
 #include "RevisionReader.h"
-#include "Schema.h"
-#include "SqlConnection.h"
-#include "Tables.h"
 
 #include <chrono>
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "Dialect.h"
+#include "../sql/Dialect.h"
 
 namespace server
 {

@@ -3,7 +3,7 @@
 #include "StoreWatch.h"
 
 #include "../base/Clock.h"
-#include "SqlConnection.h"
+#include "../sql/SqlConnection.h"
 
 namespace server
 {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "../base/Thread.h"
-#include "Dialect.h"
+#include "../sql/Dialect.h"
 
 #include <atomic>
 #include <condition_variable>

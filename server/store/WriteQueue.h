@@ -3,8 +3,8 @@
 #pragma once
 
 #include "../base/Thread.h"
+#include "../sql/SqlConnection.h"
 #include "IStore.h"
-#include "SqlConnection.h"
 
 #include <chrono>
 #include <condition_variable>

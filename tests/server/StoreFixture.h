@@ -5,7 +5,7 @@
 #include "PostgresProcess.h"
 #include "TestFolder.h"
 #include "rules/ReleaseRules.h"
-#include "store/Dialect.h"
+#include "sql/Dialect.h"
 
 #include <QObject>
 

@@ -6,7 +6,7 @@
 #include "base/Digest.h"
 #include "base/Ids.h"
 #include "base/Thread.h"
-#include "store/SqlConnection.h"
+#include "sql/SqlConnection.h"
 
 #include <QSemaphore>
 #include <QTest>

@@ -2,8 +2,8 @@
 
 #include "StoreFixture.h"
 #include "base/Clock.h"
-#include "store/Schema.h"
-#include "store/SqlConnection.h"
+#include "sql/Schema.h"
+#include "sql/SqlConnection.h"
 
 #include <QTest>
 

@@ -3,7 +3,7 @@
 #include "StoreFixture.h"
 #include "base/Clock.h"
 #include "rules/InvitationRules.h"
-#include "store/SqlConnection.h"
+#include "sql/SqlConnection.h"
 
 #include <QTest>
 
