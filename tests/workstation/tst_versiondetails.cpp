@@ -142,6 +142,14 @@ void tst_VersionDetails::tellsBesideTheOpenList()
     QTRY_COMPARE(CutLabel(*hint), QString());
     QVERIFY2(!hint->frameGeometry().intersects(box->view()->window()->frameGeometry()),
              "it lies over the list");
+    for (const char* name : {"pushButtonSave", "pushButtonSaveAs", "pushButtonBeta"}) {
+        const QWidget* const button = LivingWorkstation::Shown(name);
+        QVERIFY(button);
+        const QRect place(button->mapToGlobal(QPoint()), button->size());
+        QVERIFY2(hint->frameGeometry().top() > place.bottom(), name);
+    }
+    for (const auto* save : hint->findChildren<QLabel*>(QStringLiteral("labelVersionSave")))
+        QVERIFY2(save->height() < 2 * save->fontMetrics().height(), "it breaks the line with the name");
 
     LivingWorkstation::Key(Qt::Key_Escape);
 

@@ -18,6 +18,7 @@
 namespace
 {
 constexpr int hintWidth = 300;
+constexpr int mostWidth = 420; // for a name that would be broken
 constexpr int gap = 6;
 constexpr int shownSaves = 3;
 } // namespace
@@ -44,7 +45,6 @@ VersionHint::VersionHint(QComboBox* combo, VersionController* versionController,
     layout->addWidget(details);
     layout->addWidget(labelUsers);
     layout->addWidget(labelMore);
-    setFixedWidth(DpiTool::ScaleDefault(hintWidth));
     qApp->installEventFilter(this);
     connect(combo->view()->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &VersionHint::ShowRow);
@@ -147,17 +147,30 @@ void VersionHint::Update()
     const bool isKnown = !desk->IsLoading() && desk->GetProblem().isEmpty();
     labelUsers->setText(VersionWords::UsersHave(desk->GetReleases()));
     labelUsers->setVisible(isKnown || !desk->GetReleases().isEmpty());
-    // Fonts come with the style, and with them the height.
+    // Fonts come with the style, and with them the size.
     for (QWidget* part : findChildren<QWidget*>()) {
         part->ensurePolished();
         part->updateGeometry();
     }
-    layout()->invalidate();
-    const int frame = height() - contentsRect().height();
-    setFixedHeight(layout()->heightForWidth(contentsRect().width()) + frame);
+    FitSize();
 }
 
-// Beside the list, where there is more room; below the closed box.
+// Wide enough for who saved it and when in one line.
+void VersionHint::FitSize()
+{
+    const QSize frame = size() - contentsRect().size();
+    const QMargins margins = layout()->contentsMargins();
+    int wanted = DpiTool::ScaleDefault(hintWidth);
+    for (const auto* save : details->findChildren<QLabel*>(QStringLiteral("labelVersionSave")))
+        wanted = qMax(wanted, save->fontMetrics().horizontalAdvance(save->text()) + margins.left() +
+                                  margins.right() + frame.width() + 1);
+    setFixedWidth(qMin(wanted, DpiTool::ScaleDefault(mostWidth)));
+    layout()->invalidate();
+    setFixedHeight(layout()->heightForWidth(width() - frame.width()) + frame.height());
+}
+
+// Beside the list, where there is more room, and clear of the buttons in the row of the box; below the closed
+// box.
 void VersionHint::Place(const QRect& beside, bool below)
 {
     const QScreen* const screen = box->screen();
@@ -167,7 +180,9 @@ void VersionHint::Place(const QRect& beside, bool below)
         const int right = beside.right() + 1 + gap;
         const int left = beside.left() - gap - width();
         const bool fitsRight = right + width() <= room.right() + 1;
-        place = {fitsRight ? right : left, beside.top()};
+        const int under = box->mapToGlobal(QPoint(0, box->height())).y() + gap;
+        place = {fitsRight ? right : left,
+                 beside.bottom() < under ? beside.top() : qMax(beside.top(), under)};
     }
     place.setX(qBound(room.left(), place.x(), qMax(room.left(), room.right() + 1 - width())));
     place.setY(qBound(room.top(), place.y(), qMax(room.top(), room.bottom() + 1 - height())));

@@ -40,6 +40,7 @@ private:
     bool ShowCurrent();
     void FollowList(const QWidget& widget, QEvent::Type what);
     void Update();
+    void FitSize();
     void Place(const QRect& beside, bool below);
 
     // While they are destroyed they are widgets and no more, and still send events.
