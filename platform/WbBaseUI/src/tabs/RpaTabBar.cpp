@@ -17,6 +17,7 @@
 
 namespace
 {
+constexpr int kGap = 8; // to what stands above, as in the style sheet
 constexpr int kHeight = 36;
 constexpr int kIconSize = 16;
 constexpr int kAddButton = 28;
@@ -44,7 +45,8 @@ public:
 
     void AdjustForDpi() override
     {
-        layout->setContentsMargins(DpiTool::ScaleDefault(4), 0, DpiTool::ScaleDefault(4), 0);
+        layout->setContentsMargins(DpiTool::ScaleDefault(4), DpiTool::ScaleDefault(kGap),
+                                   DpiTool::ScaleDefault(4), 0);
         layout->setSpacing(DpiTool::ScaleDefault(4));
         strip->setFixedHeight(DpiTool::ScaleDefault(kHeight));
         const int icon = DpiTool::ScaleDefault(kIconSize);
