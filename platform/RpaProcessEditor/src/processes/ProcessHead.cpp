@@ -11,7 +11,7 @@
 #include <QToolButton>
 
 ProcessHead::ProcessHead(ProcessTabs* processTabs, QWidget* parent)
-    : QWidget(parent), tabs(processTabs), rows(new QBoxLayout(QBoxLayout::TopToBottom, this)),
+    : QWidget(parent), tabs(processTabs), rows(new QBoxLayout(QBoxLayout::LeftToRight, this)),
       tools(new QHBoxLayout)
 {
     auto* bar = new QWidget(this);
@@ -46,8 +46,13 @@ void ProcessHead::Arrange()
 {
     const bool fit = width() >= tabs->sizeHint().width() + tools->sizeHint().width();
     const QBoxLayout::Direction direction = fit ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom;
-    if (rows->direction() != direction)
-        rows->setDirection(direction);
+    if (rows->direction() == direction)
+        return;
+    rows->setDirection(direction);
+    // A row of its own stands clear of the tabs and of the statements.
+    const int gap = fit ? 0 : DpiTool::ScaleDefault(4);
+    rows->setSpacing(gap);
+    rows->setContentsMargins(0, 0, 0, gap);
 }
 
 void ProcessHead::resizeEvent(QResizeEvent* event)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "ArgumentField_p.h"
+#include "FieldTop_p.h"
 #include "FormEditor_p.h"
 #include "ProblemLabel_p.h"
 #include "ValueEdit_p.h"
@@ -12,7 +13,6 @@
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineLimit.h>
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -55,25 +55,21 @@ QWidget* ArgumentField::BuildTop()
                    (info.required ? QStringLiteral(" <span style=\"color:#e5484d\">*</span>") : QString()));
     label->setTextFormat(Qt::RichText);
     label->setToolTip(info.description);
-    auto* top = new QWidget;
-    auto* layout = new QHBoxLayout(top);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(label);
-    layout->addStretch();
+    auto* top = new FieldTop(label);
     const bool isCode = info.type == RpaArgumentType::Number || info.type == RpaArgumentType::Expression;
     if (ArgumentText::MayHavePieces(info.type) || isCode) {
         picker = new ValuePicker(offers, info.title, this);
         pickButton = picker->MakeButton();
-        layout->addWidget(pickButton);
+        top->AddButton(pickButton);
         connect(picker, &ValuePicker::SigPicked, this, &ArgumentField::Pick);
         pickKey = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_Space), this);
         pickKey->setContext(Qt::WidgetWithChildrenShortcut);
         connect(pickKey, &QShortcut::activated, picker, &ValuePicker::Open);
     }
     if (ArgumentText::MayBePython(info.type) || info.form != RpaArgumentForm::Code)
-        layout->addWidget(BuildPythonButton());
+        top->AddButton(BuildPythonButton());
     if (info.type == RpaArgumentType::Element)
-        layout->addWidget(BuildCaptureButton());
+        top->AddButton(BuildCaptureButton());
     return top;
 }
 

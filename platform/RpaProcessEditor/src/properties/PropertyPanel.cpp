@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "CommandTexts_p.h"
+#include "FieldTop_p.h"
 #include "ProblemLabel_p.h"
 #include "PropertyPanel_p.h"
 
@@ -133,7 +134,7 @@ void PropertyPanel::Build()
     content->setObjectName(QStringLiteral("propertyContent"));
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(4); // below each field there is room for a message
+    layout->setSpacing(12); // a message stands nearer to its field than to the next one
     layout->addWidget(BuildHeader(node->GetCommand()));
     layout->addSpacing(8);
     if (const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(node->GetCommand())) {
@@ -248,7 +249,7 @@ QWidget* PropertyPanel::BuildOutput(const RpaCommandInfo& info)
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(label);
+    layout->addWidget(new FieldTop(label));
     layout->addWidget(edit);
     layout->addWidget(problem);
     outputEdit = edit;
@@ -285,8 +286,8 @@ QWidget* PropertyPanel::BuildNote()
     edit->setPlainText(Node()->GetValues().note);
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
-    layout->addWidget(label);
+    layout->setSpacing(2);
+    layout->addWidget(new FieldTop(label));
     layout->addWidget(edit);
     noteEdit = edit;
     connect(edit, &QPlainTextEdit::textChanged, this, [this, edit] {

@@ -87,7 +87,7 @@ void StatementDelegate::PaintGutter(QPainter& painter, const QStyleOptionViewIte
                                     const QModelIndex& index) const
 {
     painter.setFont(gutterFont);
-    painter.setPen(Colour(WbColor::TextDisabled));
+    painter.setPen(Colour(WbColor::TextSecondary));
     painter.drawText(option.rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
                      index.data(StatementModel::LineRole).toString());
 }
@@ -159,7 +159,7 @@ void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const Q
         upper = rect;
 
     painter.setFont(TitleFont(option.font, enabled));
-    painter.setPen(Colour(enabled ? WbColor::Text : WbColor::TextDisabled));
+    painter.setPen(Colour(enabled ? WbColor::Text : WbColor::TextSecondary));
     painter.drawText(upper, Qt::AlignLeft | Qt::AlignVCenter, title);
     const int used = painter.fontMetrics().horizontalAdvance(title) + Scaled(10);
 
@@ -169,11 +169,11 @@ void StatementDelegate::PaintTexts(QPainter& painter, const QRect& rect, const Q
         beside = note.isEmpty() ? QStringLiteral("已注释") : QStringLiteral("已注释 · ") + note;
     const QRect noteRect = upper.adjusted(used, 0, 0, 0);
     if (!beside.isEmpty() && noteRect.width() > Scaled(30)) {
-        painter.setPen(Colour(enabled ? WbColor::SuccessText : WbColor::TextDisabled));
+        painter.setPen(Colour(enabled ? WbColor::SuccessText : WbColor::TextSecondary));
         painter.drawText(noteRect, Qt::AlignLeft | Qt::AlignVCenter,
                          painter.fontMetrics().elidedText(beside, Qt::ElideRight, noteRect.width()));
     }
-    painter.setPen(Colour(enabled ? WbColor::TextSecondary : WbColor::TextDisabled));
+    painter.setPen(Colour(WbColor::TextSecondary));
     painter.drawText(lower, Qt::AlignLeft | Qt::AlignVCenter,
                      painter.fontMetrics().elidedText(summary, Qt::ElideRight, lower.width()));
 }
