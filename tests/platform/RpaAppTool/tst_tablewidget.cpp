@@ -10,6 +10,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QToolTip>
 
 // What a user and a run do in the table of a page.
@@ -32,6 +33,9 @@ private slots:
     void aTableThatGoesAwayLeavesAnEmptyView();
     void aCutCellTellsItsWholeText();
     void columnsHaveTheWidthsOfTheirAuthor();
+    void columnsShareWhatIsMissingByALittle();
+    void columnsKeepTheirWidthsWhereMuchIsMissing();
+    void anEmptyTableSaysWhatToDo();
     void whatLiesBehindTheLastColumnIsTold();
     void aPasteBeginsAtTheCursorAndIsOneStep();
     void findGoesFromCellToCell();
@@ -208,6 +212,52 @@ void TableWidget::columnsHaveTheWidthsOfTheirAuthor()
 
     QCOMPARE(View()->columnWidth(0), 140);
     QCOMPARE(View()->columnWidth(2), 260);
+}
+
+void TableWidget::columnsShareWhatIsMissingByALittle()
+{
+    RpaTableColumn last;
+    last.name = QStringLiteral("备注");
+    last.width = 200;
+    table->InsertColumn(-1, last);
+    widget->resize(widget->width() + 470 - View()->viewport()->width(), widget->height());
+
+    QTRY_COMPARE(View()->viewport()->width(), 470); // 480 are wanted
+    QTRY_VERIFY(!View()->horizontalScrollBar()->isVisible());
+    for (int column = 0; column < 3; ++column)
+        QVERIFY(View()->columnWidth(column) >= 130);
+    widget->resize(widget->width() + 200, widget->height());
+    QTRY_COMPARE(View()->columnWidth(0), 140);
+}
+
+void TableWidget::columnsKeepTheirWidthsWhereMuchIsMissing()
+{
+    RpaTableColumn last;
+    last.name = QStringLiteral("备注");
+    last.width = 300;
+    table->InsertColumn(-1, last);
+
+    QTRY_VERIFY(View()->horizontalScrollBar()->isVisible());
+    QCOMPARE(View()->columnWidth(0), 140);
+    QCOMPARE(View()->columnWidth(2), 300);
+}
+
+void TableWidget::anEmptyTableSaysWhatToDo()
+{
+    const auto* hint = View()->findChild<QLabel*>(QStringLiteral("emptyHint"));
+    QVERIFY(hint && !hint->isVisible());
+
+    table->ClearRows();
+
+    QTRY_VERIFY(hint->isVisible());
+    QVERIFY(hint->text().contains(QStringLiteral("添加行")));
+    PressTool("tableAddRow");
+    QTRY_VERIFY(!hint->isVisible());
+    table->ClearRows();
+    QTRY_VERIFY(hint->isVisible());
+    table->RemoveColumn(1);
+    table->RemoveColumn(0);
+    QTRY_VERIFY(!hint->isVisible());
 }
 
 void TableWidget::whatLiesBehindTheLastColumnIsTold()

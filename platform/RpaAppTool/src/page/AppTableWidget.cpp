@@ -5,6 +5,7 @@
 #include "CutTextDelegate_p.h"
 #include "TableExchange_p.h"
 #include "TableFind_p.h"
+#include "TableWidths_p.h"
 #include "TransferBar_p.h"
 
 #include <OxBase/DpiFollower.h>
@@ -12,6 +13,7 @@
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFindBar.h>
 #include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QClipboard>
@@ -25,10 +27,6 @@
 
 namespace
 {
-
-constexpr int LeastWidth = 40;
-constexpr int UsualWidth = 140;
-constexpr int MostWidth = 1200;
 
 QVector<int> RowsOf(const QModelIndexList& cells)
 {
@@ -60,6 +58,7 @@ AppTableWidget::AppTableWidget(QWidget* parent)
     layout->setSpacing(DpiTool::ScaleDefault(4));
     layout->addWidget(BuildToolBar());
     BuildView();
+    BuildHint();
     auto* findBar = new WbFindBar(QStringLiteral("在表格中查找"));
     auto* transferBar = new TransferBar;
     layout->addWidget(findBar);
@@ -84,9 +83,6 @@ AppTableWidget::AppTableWidget(QWidget* parent)
         });
     connect(&stateTimer, &QTimer::timeout, this, &AppTableWidget::UpdateState);
     connect(model, &QAbstractItemModel::modelReset, this, &AppTableWidget::UpdateState);
-    connect(model, &QAbstractItemModel::modelReset, this, [this] { SetWidths(0, model->columnCount() - 1); });
-    connect(model, &QAbstractItemModel::columnsInserted, this,
-            [this](const QModelIndex&, int first, int last) { SetWidths(first, last); });
     FollowSelection();
 }
 
@@ -145,13 +141,25 @@ void AppTableWidget::BuildView()
                           QAbstractItemView::AnyKeyPressed);
     DpiFollower::Follow(view, [view = view] {
         view->verticalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(28));
-        view->horizontalHeader()->setDefaultSectionSize(DpiTool::ScaleDefault(UsualWidth));
         view->setMinimumHeight(DpiTool::ScaleDefault(120));
     });
     // Sizes measured row by row would make a long table slow.
     view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    view->horizontalHeader()->setStretchLastSection(true);
+    view->horizontalHeader()->setHighlightSections(false);
+    view->verticalHeader()->setHighlightSections(false);
+    new TableWidths(view, model);
     view->installEventFilter(this);
+}
+
+void AppTableWidget::BuildHint()
+{
+    hint = new WbLabel;
+    hint->setObjectName(QStringLiteral("emptyHint"));
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setWordWrap(true);
+    hint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* layout = new QVBoxLayout(view->viewport());
+    layout->addWidget(hint);
 }
 
 void AppTableWidget::SetTableData(RpaTableData* pageData)
@@ -198,16 +206,10 @@ void AppTableWidget::UpdateState()
     exportButton->setEnabled(hasColumns && !exchange->IsBusy());
     if (!view->selectionModel()->hasSelection())
         editButtons.at(1)->setEnabled(false);
-}
-
-// The author's widths where there are any.
-void AppTableWidget::SetWidths(int first, int last)
-{
-    for (int column = first; column <= last; ++column) {
-        const int given = model->GetData()->GetColumn(column).width;
-        const int width = given > 0 ? qBound(LeastWidth, given, MostWidth) : UsualWidth;
-        view->setColumnWidth(column, DpiTool::ScaleDefault(width));
-    }
+    hint->setVisible(hasColumns && model->rowCount() == 0);
+    hint->setText(IsEditable()
+                      ? QStringLiteral("还没有数据。可以用上方的按钮添加行、从文件导入，或由流程写入。")
+                      : QStringLiteral("还没有数据"));
 }
 
 void AppTableWidget::AddRow()

@@ -14,6 +14,7 @@ class QToolButton;
 class TableExchange;
 class TableFind;
 class TableModel;
+class WbLabel;
 
 // The table with its tool bar.
 class AppTableWidget : public IAppTableWidget
@@ -40,12 +41,12 @@ protected:
 private:
     QWidget* BuildToolBar();
     void BuildView();
+    void BuildHint();
     void UpdateState();
     void FollowSelection();
     QList<QModelIndex> SelectedCells() const;
     bool IsEditable() const;
     bool HasResults() const;
-    void SetWidths(int first, int last);
     void AddRow();
     void RemoveRows();
     void Copy();
@@ -57,6 +58,7 @@ private:
     TableModel* model;
     QTableView* view;
     QLabel* countLabel = nullptr;
+    WbLabel* hint = nullptr;
     QList<QToolButton*> editButtons;
     QToolButton* exportButton = nullptr;
     TableFind* find = nullptr;
