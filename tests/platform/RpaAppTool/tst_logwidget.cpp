@@ -7,10 +7,12 @@
 #include <RpaAppTool/IAppLogWidget.h>
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineModule/RpaEngineModule.h>
+#include <WbBaseUI/WbTheme.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
@@ -18,6 +20,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
@@ -41,6 +44,7 @@ private slots:
     void aDoubleClickShowsTheStatement();
     void aDoubleClickShowsTheLineOfAProgram();
     void theNumberOfTheLineStandsFirst();
+    void theFocusFramesTheWholeRow();
     void aLineOfNoPlaceShowsNothing();
     void textsAreShownWholeWhenWanted();
     void theNewestLineStaysInSightWhenTextsAreWhole();
@@ -200,6 +204,27 @@ void LogWidget::aDoubleClickShowsTheLineOfAProgram()
 
     QCOMPARE(lines.size(), 1);
     QCOMPARE(lines.first().first().toInt(), 17);
+}
+
+void LogWidget::theFocusFramesTheWholeRow()
+{
+    WbTheme::Instance()->Apply(WbTheme::Scheme::Light);
+    const auto back = qScopeGuard([] { qApp->setStyleSheet(QString()); });
+    Log()->Append(RpaLogLevel::Info, QStringLiteral("a"));
+    QTRY_COMPARE(View()->model()->rowCount(), 1);
+    host->activateWindow();
+    View()->setFocus();
+    QTRY_VERIFY(View()->hasFocus());
+    View()->selectionModel()->setCurrentIndex(View()->model()->index(0, 0), QItemSelectionModel::NoUpdate);
+
+    const QImage picture = View()->viewport()->grab().toImage();
+
+    const int y = View()->rowViewportPosition(0) + View()->rowHeight(0) / 2;
+    const QColor ring = WbTheme::Instance()->Color(WbColor::FocusRing);
+    QCOMPARE(picture.pixelColor(0, y), ring);
+    QCOMPARE(picture.pixelColor(picture.width() - 1, y), ring);
+    const int endOfFirst = View()->columnWidth(0) - 1;
+    QVERIFY(picture.pixelColor(endOfFirst, y) != ring);
 }
 
 void LogWidget::aLineOfNoPlaceShowsNothing()

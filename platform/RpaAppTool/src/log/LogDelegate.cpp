@@ -53,8 +53,10 @@ bool LogDelegate::Wraps(const QModelIndex& index) const
     return view->wordWrap() && index.column() == LogModel::TextColumn;
 }
 
-void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+void LogDelegate::paint(QPainter* painter, const QStyleOptionViewItem& given, const QModelIndex& index) const
 {
+    QStyleOptionViewItem option = given;
+    option.state &= ~QStyle::State_HasFocus; // a row is chosen as a whole: the view frames it
     if (!Wraps(index)) {
         QStyleOptionViewItem upper = option;
         if (view->wordWrap()) { // beside the first line of its text

@@ -49,9 +49,10 @@ void Replace(QWidget* host, QWidget* leaving, QWidget* coming)
     }
 }
 
+// A window has a margin of its own, a page has one around it.
 void Fill(QWidget* holder, QWidget* content)
 {
-    const int margin = DpiTool::ScaleDefault(12);
+    const int margin = holder->isWindow() ? DpiTool::ScaleDefault(12) : 0;
     auto* layout = new QVBoxLayout(holder);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(content);

@@ -12,6 +12,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -173,6 +174,18 @@ void LogView::keyPressEvent(QKeyEvent* event)
         emit SigChosen(currentIndex().row());
     else
         QTableView::keyPressEvent(event);
+}
+
+void LogView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    const QModelIndex current = currentIndex();
+    if (!hasFocus() || !current.isValid())
+        return;
+    const QRect row(0, rowViewportPosition(current.row()), viewport()->width(), rowHeight(current.row()));
+    QPainter painter(viewport());
+    painter.setPen(WbTheme::Instance()->Color(WbColor::FocusRing));
+    painter.drawRect(row.adjusted(0, 0, -1, -1));
 }
 
 void LogView::resizeEvent(QResizeEvent* event)
