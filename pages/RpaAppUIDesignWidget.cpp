@@ -3,6 +3,7 @@
 #include "RpaAppUIDesignWidget.h"
 
 #include "AddUIWidget.h"
+#include "RpaPageHint.h"
 #include "ui_RpaAppUIDesignWidget.h"
 
 #include <OxBase/DpiTool.h>
@@ -90,6 +91,8 @@ void RpaAppUIDesignWidget::InitPageView()
     tableWidget = IAppTableWidget::CreateTableWidget(ui->widgetTable);
     Fill(ui->widgetTable, tableWidget);
     ui->widgetTableEditor->SetAppTableWidget(tableWidget);
+    new RpaPageHint(QStringLiteral("使用者填写的内容会显示在这里。在左侧添加参数或表格列。"), ui->widgetTable,
+                    {paramWidget, tableWidget});
 
     logWidget = IAppLogWidget::CreateDevelopLog(ui->widgetLog);
     Fill(ui->widgetLog, logWidget);

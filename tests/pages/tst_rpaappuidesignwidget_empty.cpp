@@ -5,10 +5,12 @@
 #include "TestApp.h"
 #include "UIDesignFixture.h"
 
+#include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
 #include <RpaAppTool/IAppToolWidget.h>
 
+#include <QLabel>
 #include <QPushButton>
 #include <QToolButton>
 #include <QtTest>
@@ -19,6 +21,7 @@ class TestRpaAppUIDesignWidgetEmpty : public UIDesignFixture
 
 private slots:
     void leavesTheTabsAloneForAnAppWithoutPages();
+    void saysWhatAPageWithoutContentsWaitsFor();
     void asksForNothingBeforeAnAppIsThere();
     void letsTheTabsOfAnotherAppBePressedForAnAppWithoutPages();
     void showsTheFirstPageThatIsAdded();
@@ -37,6 +40,26 @@ void TestRpaAppUIDesignWidgetEmpty::leavesTheTabsAloneForAnAppWithoutPages()
     // then
     QCOMPARE(Tabs(), before);
     QCOMPARE(empty->GetUIDataManager()->GetIndexActive(), -1);
+}
+
+void TestRpaAppUIDesignWidgetEmpty::saysWhatAPageWithoutContentsWaitsFor()
+{
+    // given
+    const auto* place = page->findChild<QWidget*>(QStringLiteral("widgetTable"));
+    const auto* hint = place->findChild<QLabel*>(QStringLiteral("emptyHint"), Qt::FindDirectChildrenOnly);
+
+    // then
+    QVERIFY(hint && hint->isVisible());
+    QVERIFY(hint->text().contains(Text("添加参数")));
+    QTRY_COMPARE(hint->geometry(), place->rect());
+
+    // when
+    RpaTableColumn column;
+    column.name = Text("列");
+    Pages()->GetUIData(0)->GetTableData()->InsertColumn(-1, column);
+
+    // then
+    QTRY_VERIFY(!hint->isVisible());
 }
 
 void TestRpaAppUIDesignWidgetEmpty::asksForNothingBeforeAnAppIsThere()
