@@ -26,6 +26,7 @@ RpaVersionCombo::RpaVersionCombo(QWidget* parent)
 {
     nameEdit->setContextMenuPolicy(Qt::NoContextMenu);
     nameEdit->setReadOnly(true);
+    nameEdit->setPlaceholderText(QStringLiteral("还没有版本"));
     nameEdit->setCursor(Qt::PointingHandCursor); // a read-only edit takes the arrow by itself
 
     list = new RpaVersionList(this);

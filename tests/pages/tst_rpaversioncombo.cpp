@@ -118,6 +118,7 @@ void TestRpaVersionCombo::clearsFiveRows()
     QCOMPARE(combo->GetCurrentName(), QString());
     QVERIFY(!combo->GetCurrentData().isValid());
     QCOMPARE(combo->lineEdit()->text(), QString());
+    QCOMPARE(combo->lineEdit()->placeholderText(), Text("还没有版本"));
 }
 
 void TestRpaVersionCombo::selectsOnPressNotOnRelease()
