@@ -285,6 +285,8 @@ void tst_Service::everySampleIsACompleteApp()
 
     QCOMPARE(app.GetAppExtendInfo()->GetAppKind(), kind);
     QVERIFY(!app.GetAppExtendInfo()->GetManual().isEmpty());
+    // No grey of a fixed kind is read on white as well as in the dark scheme.
+    QVERIFY(!app.GetAppExtendInfo()->GetManual().contains(QStringLiteral("color:")));
     QVERIFY(app.GetUIDataManager()->GetCount() > 0);
     const RpaUIData* page = app.GetUIDataManager()->GetUIData(0);
     QVERIFY(page->GetToolData()->GetCount() > 0);
