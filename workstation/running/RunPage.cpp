@@ -85,7 +85,7 @@ void RunPage::Connect()
     connect(runner, &AppRunner::SigPackagesFailed, this, &RunPage::SlotPackagesFailed);
     connect(ui->runNotice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
     connect(ui->runNotice, &RunNotice::SigReport, this, &RunPage::Report);
-    connect(ui->buttonReport, &QToolButton::clicked, this, &RunPage::Report);
+    connect(ui->buttonReport, &QPushButton::clicked, this, &RunPage::Report);
 }
 
 void RunPage::Open(const VersionServiceReleasedApp& wanted)
