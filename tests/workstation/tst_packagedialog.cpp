@@ -142,7 +142,7 @@ void tst_PackageDialog::offersNothingThatNoAppWouldKeep()
         return label->isVisible() && label->text().contains(QStringLiteral("已保存"));
     }));
     QVERIFY(std::any_of(labels.cbegin(), labels.cend(), [](const QLabel* label) {
-        return label->isVisible() && label->text().contains(QStringLiteral("由流程中的命令决定"));
+        return label->isVisible() && label->text().contains(QStringLiteral("由流程中的指令决定"));
     }));
     dialog.reject();
     QVERIFY(!dialog.isVisible()); // nothing to ask

@@ -20,7 +20,7 @@ PackageDialog::PackageDialog(PackageService* service, const QString& wheelFolder
     SetTitle(QStringLiteral("扩展包"));
     QString about = QStringLiteral("安装在这个应用自己的环境中，不影响其他应用。");
     if (!panel->IsEditable())
-        about += QStringLiteral("可视化应用的扩展包由流程中的命令决定，运行时自动更新，这里可以查看和安装。");
+        about += QStringLiteral("可视化应用的扩展包由流程中的指令决定，运行时自动更新，这里可以查看和安装。");
     auto* hint = new WbLabel(about, this);
     hint->setProperty("hint", true);
     hint->setWordWrap(true);

@@ -291,7 +291,7 @@ void RpaPackagePanel::Private::ShowOnly()
          std::initializer_list<QWidget*>{editName, editVersion, buttonAdd, buttonRemove, buttonSave})
         widget->hide();
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    labelHint->setText(QStringLiteral("流程中还没有需要扩展包的命令。"));
+    labelHint->setText(QStringLiteral("流程中还没有需要扩展包的指令。"));
 }
 
 RpaPackagePanel::RpaPackagePanel(PackageService* service, QWidget* parent)

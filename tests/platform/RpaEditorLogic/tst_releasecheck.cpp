@@ -116,7 +116,7 @@ void ReleaseCheckTest::refusesWhatCannotRun_data()
     call.arguments.insert(QStringLiteral("process"), QStringLiteral("备用"));
 
     QTest::newRow("missing argument") << Bad() << QStringLiteral("【主流程】“输出日志”的“内容”没有填写");
-    QTest::newRow("unknown command") << AppOf({unknown}) << QStringLiteral("未知的命令“no.such.command”");
+    QTest::newRow("unknown command") << AppOf({unknown}) << QStringLiteral("未知的指令“no.such.command”");
     QTest::newRow("undefined variable") << AppOf({Log(QStringLiteral("=缺少"))}) << QStringLiteral("缺少");
     QTest::newRow("in a process that is called")
         << AppOf({call}, {Log(QString())}) << QStringLiteral("【备用】");

@@ -83,7 +83,7 @@ void StatementCheck::CheckStatement(const RpaStatementNode& node, const RpaState
 {
     const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(node.GetCommand());
     if (!command) {
-        Report(node, "unknown-command", QStringLiteral("未知的命令“%1”").arg(node.GetCommand()),
+        Report(node, "unknown-command", QStringLiteral("未知的指令“%1”").arg(node.GetCommand()),
                QStringLiteral("请删除此步骤，或更新到支持它的版本"));
         CheckChildren(node, inLoop);
         return;
