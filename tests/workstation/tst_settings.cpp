@@ -215,18 +215,24 @@ void tst_Settings::givesNoAddressWhenTheFileHoldsABadOne()
 void tst_Settings::writesDatesInTheChosenLanguage_data()
 {
     QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("day");
     QTest::addColumn<QString>("text");
-    QTest::newRow("Chinese") << QStringLiteral("zh") << QStringLiteral("2026年3月5日 14:07");
-    QTest::newRow("English") << QStringLiteral("en") << QStringLiteral("Mar 5, 2026 2:07 PM");
-    QTest::newRow("Japanese") << QStringLiteral("ja") << QStringLiteral("2026年3月5日 14:07");
+    QTest::newRow("Chinese") << QStringLiteral("zh") << QStringLiteral("2026年3月5日")
+                             << QStringLiteral("2026年3月5日 14:07");
+    QTest::newRow("English") << QStringLiteral("en") << QStringLiteral("Mar 5, 2026")
+                             << QStringLiteral("Mar 5, 2026 2:07 PM");
+    QTest::newRow("Japanese") << QStringLiteral("ja") << QStringLiteral("2026年3月5日")
+                              << QStringLiteral("2026年3月5日 14:07");
 }
 
 void tst_Settings::writesDatesInTheChosenLanguage()
 {
     QFETCH(QString, key);
+    QFETCH(QString, day);
     QFETCH(QString, text);
 
     QCOMPARE(DateText(QDateTime(QDate(2026, 3, 5), QTime(14, 7)), DateLanguageFromKey(key)), text);
+    QCOMPARE(DayText(QDate(2026, 3, 5), DateLanguageFromKey(key)), day);
 }
 
 void tst_Settings::writesDatesAsTheTextsWhereTheSystemNamesNoLanguage()
@@ -238,11 +244,15 @@ void tst_Settings::writesDatesAsTheTextsWhereTheSystemNamesNoLanguage()
     const QLocale chinese(QLocale::Chinese, QLocale::China);
     QCOMPARE(DateText(time, DateLanguage::System, chinese), QStringLiteral("2026年3月5日 14:07"));
     QCOMPARE(DateText(time, DateLanguage::System, german), german.toString(time, QLocale::ShortFormat));
+    QCOMPARE(DayText(time.date(), DateLanguage::System, QLocale::c()), QStringLiteral("2026年3月5日"));
+    QCOMPARE(DayText(time.date(), DateLanguage::System, german),
+             german.toString(time.date(), QLocale::ShortFormat));
 }
 
 void tst_Settings::writesNothingForAnInvalidTime()
 {
     QCOMPARE(DateText(QDateTime(), DateLanguage::Chinese), QString());
+    QCOMPARE(DayText(QDate(), DateLanguage::Chinese), QString());
 }
 
 void tst_Settings::keepsEveryDateLanguageByItsKey()

@@ -71,6 +71,7 @@ private slots:
     void beginsAgainWhenTheUserAgreesAgain();
     void showsAdministratorsTheCounts();
     void saysThatThereIsNothing();
+    void isAsHighAsItsDays();
     void saysWhyThereAreNoCounts();
 
 private:
@@ -363,13 +364,18 @@ void tst_UsageReports::showsAdministratorsTheCounts()
     QTRY_COMPARE(CountOf(save) + CountOf(run), 3);
 
     SignIn("admin-1");
-    UsageDialog dialog(nullptr);
+    UsageDialog dialog(DateLanguage::Chinese, nullptr);
     dialog.show();
 
     QTRY_VERIFY(dialog.findChild<QLabel*>(QStringLiteral("labelDay")));
     const QString text = dialog.findChild<QLabel*>(QStringLiteral("labelDay"))->text();
     QVERIFY2(text.contains(QStringLiteral("保存 2 次，")), qPrintable(text));
     QVERIFY2(text.contains(QStringLiteral("运行 1 次")), qPrintable(text));
+    const QDate today = QDateTime::currentDateTimeUtc().date();
+    QVERIFY2(
+        text.startsWith(DayText(today, DateLanguage::Chinese)) ||
+            text.startsWith(DayText(today.addDays(-1), DateLanguage::Chinese)), // midnight has just passed
+        qPrintable(text));
 }
 
 void tst_UsageReports::saysThatThereIsNothing()
@@ -378,17 +384,49 @@ void tst_UsageReports::saysThatThereIsNothing()
     quiet.SetScript([](const auto&) { return FaultServer::Json(200, R"({"counts":[]})"); });
     GoTo(quiet.GetUrl());
 
-    UsageDialog dialog(nullptr);
+    UsageDialog dialog(DateLanguage::Chinese, nullptr);
 
     QTRY_COMPARE(dialog.findChild<QLabel*>(QStringLiteral("labelState"))->text(),
                  QStringLiteral("最近没有使用记录。"));
+}
+
+void tst_UsageReports::isAsHighAsItsDays()
+{
+    QByteArray counts;
+    FaultServer answering;
+    answering.SetScript([&counts](const auto&) { return FaultServer::Json(200, counts); });
+    GoTo(answering.GetUrl());
+    const auto heightWith = [&counts](int days) {
+        QByteArrayList all;
+        for (int day = 1; day <= days; ++day)
+            all << QStringLiteral(R"({"day":"2026-11-%1","event":"OXA_AppDevelop_Save","count":3})")
+                       .arg(day, 2, 10, QLatin1Char('0'))
+                       .toUtf8();
+        counts = R"({"counts":[)" + all.join(',') + "]}";
+        UsageDialog dialog(DateLanguage::Chinese, nullptr);
+        dialog.show();
+        const auto count = [&dialog] {
+            return dialog.findChildren<QLabel*>(QStringLiteral("labelDay")).size();
+        };
+        return QTest::qWaitFor([&] { return count() == days; }) ? dialog.height() : -1;
+    };
+
+    const int one = heightWith(1);
+    const int four = heightWith(4);
+    const int twentyFive = heightWith(25);
+
+    QVERIFY(one > 0);
+    QVERIFY(one < 260);
+    QVERIFY(four > one);
+    QVERIFY(twentyFive > four);
+    QVERIFY(twentyFive < 560);
 }
 
 void tst_UsageReports::saysWhyThereAreNoCounts()
 {
     SignIn("author-1");
 
-    UsageDialog dialog(nullptr);
+    UsageDialog dialog(DateLanguage::Chinese, nullptr);
 
     QTRY_VERIFY(dialog.findChild<QLabel*>(QStringLiteral("labelProblem")));
     QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("labelProblem"))->text(),

@@ -35,7 +35,7 @@ void UsageFlow::End()
 
 void UsageFlow::ShowCounts()
 {
-    auto* dialog = new UsageDialog(window);
+    auto* dialog = new UsageDialog(settings->GetDateLanguage(), window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }

@@ -2,53 +2,28 @@
 
 #include "RowsDialog.h"
 
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbPushButton.h>
+#include "ui_RowsDialog.h"
+
+#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbScaledForm.h>
 
 #include <QBoxLayout>
-#include <QScrollArea>
 #include <QVariant>
 
 RowsDialog::RowsDialog(const QString& title, const QString& caption, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::RowsDialog>())
 {
+    ui->setupUi(GetContentWidget());
     SetTitle(title);
-    labelState = MakeLabel("labelState", QString(), this);
-    labelState->setWordWrap(true);
-    auto* list = new QWidget(this);
-    rows = new QVBoxLayout(list);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(8);
-    auto* close = MakeButton("buttonClose", QStringLiteral("完成"), Wb::PrimaryButton, this);
-    buttons = new QHBoxLayout;
-    buttons->setSpacing(12);
-    buttons->addStretch();
-    buttons->addWidget(close);
-    Layout(caption, list);
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    ui->labelCaption->setText(caption);
+    connect(ui->buttonClose, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 RowsDialog::~RowsDialog() = default;
 
-void RowsDialog::Layout(const QString& captionText, QWidget* list)
+QVBoxLayout* RowsDialog::Rows() const
 {
-    auto* caption = MakeLabel("labelCaption", captionText, this);
-    caption->setWordWrap(true);
-    auto* scroll = new QScrollArea(this);
-    scroll->setObjectName(QStringLiteral("scrollRows"));
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setWidget(list);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 20, 24, 24);
-    layout->setSpacing(12);
-    layout->addWidget(caption);
-    layout->addWidget(scroll, 1);
-    layout->addWidget(labelState);
-    layout->addLayout(buttons);
+    return ui->layoutRows;
 }
 
 WbLabel* RowsDialog::MakeLabel(const char* objectName, const QString& text, QWidget* parent)
@@ -84,13 +59,13 @@ QFrame* RowsDialog::AddRow(WbLabel* text, WbLabel* hint, const QVector<WbPushBut
     for (WbPushButton* act : acts)
         layout->addWidget(act);
     WbScaledForm::Follow(row);
-    rows->addWidget(row);
+    Rows()->addWidget(row);
     return row;
 }
 
 void RowsDialog::ClearRows()
 {
-    while (QLayoutItem* item = rows->takeAt(0)) {
+    while (QLayoutItem* item = Rows()->takeAt(0)) {
         // Later: the answer may have come from within a button of the row.
         if (item->widget()) {
             item->widget()->hide();
@@ -102,14 +77,28 @@ void RowsDialog::ClearRows()
 
 void RowsDialog::AddButton(WbPushButton* button)
 {
-    buttons->insertWidget(0, button);
-    setTabOrder(button, GetContentWidget()->findChild<WbPushButton*>(QStringLiteral("buttonClose")));
+    ui->rowButtons->insertWidget(0, button);
+    setTabOrder(button, ui->buttonClose);
 }
 
 void RowsDialog::Say(const QString& text, bool isProblem)
 {
-    labelState->setObjectName(isProblem ? QStringLiteral("labelProblem") : QStringLiteral("labelState"));
-    labelState->setStyleSheet(labelState->styleSheet()); // the rule of the new name
-    labelState->setText(text);
-    labelState->setVisible(!text.isEmpty());
+    ui->labelState->setObjectName(isProblem ? QStringLiteral("labelProblem") : QStringLiteral("labelState"));
+    ui->labelState->setStyleSheet(ui->labelState->styleSheet()); // the rule of the new name
+    ui->labelState->setText(text);
+    ui->labelState->setVisible(!text.isEmpty());
+}
+
+void RowsDialog::FitRows(int most)
+{
+    const int across = GetContentWidget()->minimumWidth() - 2 * ui->layoutDialog->contentsMargins().left();
+    const int wanted =
+        Rows()->hasHeightForWidth() ? Rows()->heightForWidth(across) : Rows()->sizeHint().height();
+    ui->scrollRows->setFixedHeight(qMin(wanted, DpiTool::ScaleDefault(most)));
+    ui->scrollRows->setVisible(wanted > 0);
+    if (!isVisible())
+        return;
+    const QPoint middle = geometry().center();
+    adjustSize();
+    move(pos() + middle - geometry().center());
 }

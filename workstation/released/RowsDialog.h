@@ -4,11 +4,17 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
+#include <memory>
+
 class QFrame;
-class QHBoxLayout;
 class QVBoxLayout;
 class WbLabel;
 class WbPushButton;
+
+namespace Ui
+{
+class RowsDialog;
+}
 
 // A dialog with a caption, rows that scroll, a line that says how things stand, and a button that closes it.
 class RowsDialog : public WbBaseDialog
@@ -27,17 +33,15 @@ protected:
     // A card: a text, a hint below it, and buttons beside them.
     QFrame* AddRow(WbLabel* text, WbLabel* hint, const QVector<WbPushButton*>& acts);
 
-    QVBoxLayout* Rows() const { return rows; }
+    QVBoxLayout* Rows() const;
     void ClearRows();
     // Stands before the button that closes.
     void AddButton(WbPushButton* button);
     // Nothing to say: no line.
     void Say(const QString& text, bool isProblem);
+    // As high as the rows want, up to this height (at 100 %); more of them scroll.
+    void FitRows(int most);
 
 private:
-    void Layout(const QString& caption, QWidget* list);
-
-    WbLabel* labelState = nullptr;
-    QVBoxLayout* rows = nullptr;
-    QHBoxLayout* buttons = nullptr;
+    const std::unique_ptr<Ui::RowsDialog> ui;
 };

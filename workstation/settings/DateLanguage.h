@@ -27,3 +27,6 @@ DateLanguage DateLanguageFromKey(const QString& key);
 
 // Date and time of day in local time; empty for an invalid time.
 QString DateText(const QDateTime& time, DateLanguage language, const QLocale& system = QLocale::system());
+
+// A day as it is, whatever the time zone; empty for an invalid one.
+QString DayText(const QDate& day, DateLanguage language, const QLocale& system = QLocale::system());

@@ -4,9 +4,14 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-class QCheckBox;
-class WbPushButton;
+#include <memory>
+
 class WorkstationSettings;
+
+namespace Ui
+{
+class UsageSection;
+}
 
 // The part of the settings that is about usage events: whether they are sent, and, for administrators, the way
 // to their counts.
@@ -16,6 +21,7 @@ class UsageSection : public WbBaseWidget
 
 public:
     explicit UsageSection(WorkstationSettings* settings, QWidget* parent = nullptr);
+    ~UsageSection() override;
 
     // Whether the counts are offered.
     void ShowAdministrator(bool isAdministrator);
@@ -24,6 +30,5 @@ signals:
     void SigShowCounts();
 
 private:
-    QCheckBox* checkReports;
-    WbPushButton* buttonCounts;
+    const std::unique_ptr<Ui::UsageSection> ui;
 };

@@ -11,6 +11,8 @@
 namespace
 {
 constexpr int shownDays = 30;
+constexpr int leastWidth = 560;
+constexpr int mostHeight = 320; // of the days
 
 QString NameOf(const QString& event)
 {
@@ -26,15 +28,17 @@ QString NameOf(const QString& event)
 }
 } // namespace
 
-UsageDialog::UsageDialog(QWidget* parent)
+UsageDialog::UsageDialog(DateLanguage language, QWidget* parent)
     : RowsDialog(QStringLiteral("使用统计"),
                  QStringLiteral("本单位所有账号最近 %1 天的操作次数（按世界协调时间分日）。").arg(shownDays),
-                 parent)
+                 parent),
+      dateLanguage(language)
 {
     setObjectName(QStringLiteral("UsageDialog"));
-    GetContentWidget()->setMinimumSize(560, 400);
+    GetContentWidget()->setMinimumWidth(leastWidth);
     WbScaledForm::Follow(GetContentWidget());
     Say(QStringLiteral("正在读取使用统计…"), false);
+    FitRows(mostHeight);
     client.Send(ListUsageRequest{shownDays}, this, [this](const auto& result) { SlotListed(result); });
 }
 
@@ -42,21 +46,26 @@ UsageDialog::~UsageDialog() = default;
 
 void UsageDialog::SlotListed(const VersionServiceResult<QVector<VersionServiceUsageCount>>& result)
 {
-    if (!result.success)
-        return Say(result.errorDesc, true);
-    Say(result.value.isEmpty() ? QStringLiteral("最近没有使用记录。") : QString(), false);
+    if (result.success)
+        AddDays(result.value);
+    const QString nothing = result.value.isEmpty() ? QStringLiteral("最近没有使用记录。") : QString();
+    Say(result.success ? nothing : result.errorDesc, !result.success);
+    FitRows(mostHeight);
+}
+
+void UsageDialog::AddDays(const QVector<VersionServiceUsageCount>& counts)
+{
     QDate day;
     WbLabel* row = nullptr;
-    for (const VersionServiceUsageCount& count : result.value) {
+    for (const VersionServiceUsageCount& count : counts) {
         const QString text = QStringLiteral("%1 %2 次").arg(NameOf(count.event)).arg(count.count);
         if (row && count.day == day) {
             row->setText(row->text() + QStringLiteral("，") + text);
             continue;
         }
         day = count.day;
-        row = MakeLabel("labelDay", day.toString(Qt::ISODate) + QStringLiteral("　") + text, this);
+        row = MakeLabel("labelDay", DayText(day, dateLanguage) + QStringLiteral("　") + text, this);
         row->setWordWrap(true);
         Rows()->addWidget(row);
     }
-    Rows()->addStretch();
 }

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "DateLanguage.h"
 #include "RowsDialog.h"
 
 #include <RpaServiceClient/VersionServiceClient.h>
@@ -13,11 +14,13 @@ class UsageDialog : public RowsDialog
     Q_OBJECT
 
 public:
-    explicit UsageDialog(QWidget* parent);
+    UsageDialog(DateLanguage language, QWidget* parent);
     ~UsageDialog() override;
 
 private:
     void SlotListed(const VersionServiceResult<QVector<VersionServiceUsageCount>>& result);
+    void AddDays(const QVector<VersionServiceUsageCount>& counts);
 
+    const DateLanguage dateLanguage;
     VersionServiceClient client;
 };
