@@ -45,8 +45,7 @@ bool HoldsUsersText(const QWidget& widget)
 bool HoldsNames(const QWidget& widget)
 {
     const auto* view = qobject_cast<const QAbstractItemView*>(&widget);
-    return widget.window()->objectName() == QLatin1String("AboutDialog") ||
-           widget.objectName() == QLatin1String("labelCode") ||
+    return widget.objectName() == QLatin1String("labelCode") ||
            qobject_cast<const QPlainTextEdit*>(&widget) ||
            (view && qobject_cast<const QFileSystemModel*>(view->model()));
 }

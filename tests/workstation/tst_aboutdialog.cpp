@@ -47,6 +47,7 @@ private slots:
     void saysWhatCannotBeAsked();
     void goesAwayWhileTheServerIsBeingAsked();
     void copiesAllFactsByKeyboard();
+    void foldsWhatIsTechnical();
     void closesByEscape();
     void namesEveryFactToAScreenReader();
 };
@@ -130,6 +131,33 @@ void tst_AboutDialog::copiesAllFactsByKeyboard()
     QVERIFY(text.contains(QStringLiteral("网络\t") + WbHttpClient::GetLibraryName() + QLatin1Char('\n')));
     QCOMPARE(text.count(QLatin1Char('\n')), facts.GetFacts().size());
     QTRY_VERIFY_WITH_TIMEOUT(HaveAnswered(facts), 20000);
+}
+
+void tst_AboutDialog::foldsWhatIsTechnical()
+{
+    AboutDialog dialog{QString(), nullptr};
+    dialog.show();
+    const auto texts = [&dialog] {
+        QStringList shown;
+        for (const QLabel* label : dialog.findChildren<QLabel*>())
+            if (label->isVisible())
+                shown << label->text();
+        return shown;
+    };
+    QVERIFY(texts().contains(QStringLiteral("版本")));
+    QVERIFY(!texts().contains(QStringLiteral("编译器")));
+    const QPoint middle = dialog.geometry().center();
+    const int folded = dialog.height();
+
+    QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("buttonAboutDetails")), Qt::LeftButton);
+
+    QVERIFY(texts().contains(QStringLiteral("编译器")));
+    QVERIFY(texts().contains(WbHttpClient::GetLibraryName()));
+    QVERIFY(dialog.height() > folded);
+    QVERIFY((dialog.geometry().center() - middle).manhattanLength() <= 2);
+    QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("buttonAboutDetails")), Qt::LeftButton);
+    QVERIFY(!texts().contains(QStringLiteral("编译器")));
+    QCOMPARE(dialog.height(), folded);
 }
 
 void tst_AboutDialog::closesByEscape()

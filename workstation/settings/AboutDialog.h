@@ -20,11 +20,15 @@ public:
     AboutDialog(const QString& serverProgram, QWidget* parent);
 
 private:
-    QFormLayout* CreateFacts();
+    void CreateFacts();
+    void AddFact(QFormLayout* form, const BuildFact& fact);
     QLayout* CreateButtons();
     void ShowFacts();
+    void ShowDetails(bool shown);
 
     BuildInfo facts;
+    QFormLayout* version;     // the first fact; the others are for whoever looks for a fault
+    QWidget* details;         // folded until they are asked for
     QVector<WbLabel*> values; // one per fact
     WbPushButton* close = nullptr;
 };
