@@ -45,6 +45,7 @@ void Tour::Run()
     WalkThroughPages();
     Save();
     UseDropDown();
+    SeeVersionDetails();
     SwitchVersions();
     DeleteVersions();
     FoldBrowser();
@@ -273,6 +274,7 @@ void Tour::LookAround()
         d->Click(QStringLiteral("no"), TourDriver::DialogButton(QStringLiteral("否")));
         d->Until(QStringLiteral("the list of apps"), [] { return Visible("listApps") != nullptr; });
     });
+    MoveApps();
     d->Step(QStringLiteral("program-app"), [this] {
         OpenApp(AppKindProgram);
         UntilLoaded();
@@ -292,6 +294,7 @@ void Tour::LookAround()
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
         d->Until(QStringLiteral("the settings"), [] { return Visible("comboTheme") != nullptr; });
     });
+    ScrollSettings();
     d->Step(QStringLiteral("about"), [this] {
         // The button may stand below the edge of the page.
         d->OnGui([] { Anywhere<QWidget>("buttonAbout")->setFocus(); });

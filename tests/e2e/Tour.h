@@ -34,6 +34,7 @@ private:
     void WalkThroughPages();
     void Save();
     void UseDropDown();
+    void SeeVersionDetails();
     void SwitchVersions();
     void DeleteVersions();
     void FoldBrowser();
@@ -51,6 +52,9 @@ private:
     void ExportTemplate();
     void VisitServer();
     void LookAround();
+    void MoveApps();
+    void ThrowAway(const QString& app);
+    void ScrollSettings();
     void SeeColleaguesButtons();
     void LookInTheDark();
     void WorkByKeyboard();
@@ -110,6 +114,9 @@ private:
     void SignIn(const QString& account, const QString& password);
     void CreateApp(const char* button, const QString& name);
     void PressCard(const char* list, const QString& name);
+    void ChooseFromMenu(const QString& entry);
+    void ChooseFromCard(const QString& app, const QString& entry);
+    void NameFile(const QString& path);
     void ShowReleases(const QString& app);
     void AskToTakeBack(const QString& button);
     void SaveAs(const QString& name);

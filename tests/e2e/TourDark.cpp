@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "AppCardDelegate.h"
 #include "AppListModel.h"
 #include "Tour.h"
 #include "TourLook.h"
@@ -8,7 +7,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QLabel>
-#include <QMenu>
 
 // The rooms of the workstation in the dark scheme.
 
@@ -23,16 +21,6 @@ QPoint FirstCard(QWidget* widget)
     auto* list = qobject_cast<QAbstractItemView*>(widget);
     const QModelIndex first = list->model()->index(0, 0);
     return first.isValid() ? list->viewport()->mapTo(list, list->visualRect(first).center()) : QPoint(-1, -1);
-}
-
-QPoint EntryOf(QWidget* widget, const QString& text)
-{
-    const auto* menu = qobject_cast<QMenu*>(widget);
-    const QList<QAction*> entries = menu ? menu->actions() : QList<QAction*>();
-    for (QAction* entry : entries)
-        if (entry->text() == text)
-            return menu->actionGeometry(entry).center();
-    return {-1, -1};
 }
 } // namespace
 
@@ -90,14 +78,8 @@ void Tour::LookAtAppsInTheDark()
         d->Until(QStringLiteral("my apps"), [] { return Visible("listApps") != nullptr; });
     });
     d->Step(QStringLiteral("invitation-dialog-dark"), [this] {
-        d->ClickAt(QStringLiteral("the card's menu"), Named("listApps"), [](QWidget* widget) {
-            auto* list = qobject_cast<QAbstractItemView*>(widget);
-            const QRect card = list->visualRect(SampleCard(AppKindVisual));
-            return list->viewport()->mapTo(list, AppCardDelegate::MenuRect(card).center());
-        });
-        d->ClickAt(
-            QStringLiteral("invitations"), [] { return QApplication::activePopupWidget(); },
-            [](QWidget* menu) { return EntryOf(menu, QStringLiteral("灰度邀请码…")); });
+        const QString app = d->OnGui([] { return SampleCard(AppKindVisual).data().toString(); });
+        ChooseFromCard(app, QStringLiteral("灰度邀请码…"));
         d->Click(QStringLiteral("new invitation"), Named("buttonCreate"));
         d->Until(QStringLiteral("the code"), [] { return Visible("labelCode") != nullptr; });
         d->TakePicture();

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "AppCardDelegate.h"
 #include "Tour.h"
 #include "TourLook.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QLabel>
-#include <QMenu>
 #include <QPushButton>
 
 // What users have is taken back, and given to them again.
@@ -36,22 +33,7 @@ TourDriver::Finder RowButton(const QString& name)
 
 void Tour::ShowReleases(const QString& app)
 {
-    d->ClickAt(QStringLiteral("the card's menu"), Named("listApps"), [app](QWidget* widget) {
-        auto* list = qobject_cast<QAbstractItemView*>(widget);
-        const QRect card = list->visualRect(CardNamed("listApps", app));
-        return list->viewport()->mapTo(list, AppCardDelegate::MenuRect(card).center());
-    });
-    d->ClickAt(
-        QStringLiteral("releases"), [] { return QApplication::activePopupWidget(); },
-        [](QWidget* widget) {
-            const auto* menu = qobject_cast<QMenu*>(widget);
-            for (QAction* entry : menu->actions()) {
-                if (entry->text() == QStringLiteral("发布管理…")) {
-                    return menu->actionGeometry(entry).center();
-                }
-            }
-            return QPoint(-1, -1);
-        });
+    ChooseFromCard(app, QStringLiteral("发布管理…"));
 }
 
 void Tour::AskToTakeBack(const QString& button)

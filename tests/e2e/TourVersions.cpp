@@ -66,6 +66,21 @@ void Tour::UseDropDown()
     });
 }
 
+void Tour::SeeVersionDetails()
+{
+    d->Step(QStringLiteral("version-details"), [this] {
+        d->Click(QStringLiteral("details"), Named("buttonVersions"));
+        d->Until(QStringLiteral("who saved the version"), [] {
+            const auto* list = VisibleAs<QListWidget>("listVersions");
+            const auto* save = VisibleAs<QLabel>("labelVersionSave");
+            return list && list->count() >= 5 && save && save->text().contains(QStringLiteral("本机作者"));
+        });
+        d->TakePicture();
+        d->Key(Qt::Key_Escape);
+        d->Until(QStringLiteral("the dialog's end"), [] { return !QApplication::activeModalWidget(); });
+    });
+}
+
 void Tour::SwitchVersions()
 {
     const QString question = QStringLiteral("版本数据已修改，是否先保存当前版本？");
