@@ -49,6 +49,8 @@ void IProcessLifeCycle::AppLoaded(const QString&) {}
 
 void IProcessLifeCycle::RunWaits(bool) {}
 
+void IProcessLifeCycle::RunStarted(const RpaRunStart&) {}
+
 void IProcessLifeCycle::ProcessStart(const QString&) {}
 
 void IProcessLifeCycle::ProcessFinish(const QString&) {}

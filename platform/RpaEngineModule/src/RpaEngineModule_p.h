@@ -43,6 +43,7 @@ public:
                 tableEngine,
                 htmlNodes,
                 runTimeInfo ? runTimeInfo->GetAppId() : QString(),
+                runTimeInfo ? runTimeInfo->GetEnvironment() : QString(),
                 packageFolders};
     }
 };

@@ -22,6 +22,25 @@ void TellListeners(const std::function<void(IProcessLifeCycle*)>& call)
     RpaProcessLifeCycleManager::Instance()->ForEach(call);
 }
 
+QString TextOf(const QVariant& value)
+{
+    if (value.type() == QVariant::Bool)
+        return value.toBool() ? QStringLiteral("是") : QStringLiteral("否");
+    if (value.type() == QVariant::StringList || value.type() == QVariant::List)
+        return value.toStringList().join(QStringLiteral("、"));
+    return value.toString();
+}
+
+RpaRunStart StartOf(const RpaRunParts& parts, const QString& processName)
+{
+    RpaRunStart start{parts.appId, parts.environment, processName, {}};
+    const IAppParamEngine* const params = parts.params.Get();
+    const QStringList secrets = params ? params->GetSecretParamNames() : QStringList();
+    for (const QString& name : params ? params->GetParamNames() : QStringList())
+        start.parameters.append({name, TextOf(params->GetParam(name)), secrets.contains(name)});
+    return start;
+}
+
 } // namespace
 
 RpaEngineRunner::RpaEngineRunner(IRpaLogManager& logManager, IRpaDebugger& engineDebugger)
@@ -110,6 +129,8 @@ void RpaEngineRunner::Wire()
 void RpaEngineRunner::TellStart(const RpaRunParts& parts)
 {
     debugger.SigCheckNode({});
+    const RpaRunStart start = StartOf(parts, runningProcess);
+    TellListeners([&start](IProcessLifeCycle* listener) { listener->RunStarted(start); });
     log.Append(RpaLogLevel::Info, QStringLiteral("开始运行流程“%1”").arg(runningProcess));
     RpaProcessRelatedUIControler::Instance()->SetRunning(true);
     TellListeners([](IProcessLifeCycle* listener) { listener->EngineReady(); });

@@ -2,6 +2,7 @@
 
 #include "EngineRunFixture.h"
 
+#include <RpaAppData/RpaAppRunTimeInfo.h>
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IAppTableEngine.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
@@ -62,6 +63,7 @@ private slots:
     void writesNothingIntoTheFolderOfItsProgram();
     void whatAProgramPrintsReachesTheLog();
     void aRunIsToldInOrder();
+    void listenersHearWhatARunBeginsWith();
     void aFailureIsReadable_data();
     void aFailureIsReadable();
     void aSecondRunWaitsForTheFirst();
@@ -122,6 +124,61 @@ void EngineRun::aRunIsToldInOrder()
                                QStringLiteral("release")};
     QCOMPARE(engine.life.events, expected);
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("流程“主流程”运行完成")));
+}
+
+void EngineRun::listenersHearWhatARunBeginsWith()
+{
+    class Params : public IAppParamEngine
+    {
+    public:
+        QStringList GetParamNames() const override
+        {
+            return {QStringLiteral("部门"), QStringLiteral("口令"), QStringLiteral("只看"),
+                    QStringLiteral("月份")};
+        }
+        QStringList GetSecretParamNames() const override { return {QStringLiteral("口令")}; }
+        QVariant GetParam(const QString& name) const override { return values.value(name); }
+        bool SetParam(const QString&, const QVariant&) override { return false; }
+
+        QVariantMap values{
+            {QStringLiteral("部门"), QStringLiteral("财务")},
+            {QStringLiteral("口令"), QStringLiteral("geheim")},
+            {QStringLiteral("只看"), true},
+            {QStringLiteral("月份"), QStringList{QStringLiteral("一月"), QStringLiteral("三月")}}};
+    };
+    class Listener : public RecordingLifeCycle
+    {
+    public:
+        void RunStarted(const RpaRunStart& begun) override
+        {
+            start = begun;
+            before = events;
+        }
+        RpaRunStart start;
+        QStringList before;
+    };
+    EngineRunFixture engine;
+    Params params;
+    Listener listener;
+    RpaAppRunTimeInfo info;
+    info.SetAppId(QStringLiteral("a7"));
+    info.SetEnvironment(QStringLiteral("gray"));
+    engine.Engine()->SetAppParamEngine(&params);
+    engine.Engine()->SetAppRunTimeInfo(&info);
+    QVERIFY(engine.RunText(QStringLiteral("pass\n")));
+    engine.Engine()->SetAppRunTimeInfo(nullptr);
+    QVERIFY(engine.life.WaitUntilOver());
+
+    QCOMPARE(listener.start.appId, QStringLiteral("a7"));
+    QCOMPARE(listener.start.environment, QStringLiteral("gray"));
+    QCOMPARE(listener.start.processName, QStringLiteral("主流程"));
+    QVERIFY(listener.before.isEmpty());
+    QStringList shown;
+    for (const RpaRunParameter& parameter : qAsConst(listener.start.parameters))
+        shown.append(parameter.name + QLatin1Char('=') + parameter.text +
+                     QLatin1String(parameter.isSecret ? "!" : ""));
+    QCOMPARE(shown, (QStringList{QStringLiteral("部门=财务"), QStringLiteral("口令=geheim!"),
+                                 QStringLiteral("只看=是"), QStringLiteral("月份=一月、三月")}));
 }
 
 void EngineRun::aFailureIsReadable_data()

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <RpaEngineCore/RpaEngineCoreExport.h>
+#include <RpaEngineCore/RpaRunStart.h>
 
 #include <QString>
 
@@ -19,6 +20,8 @@ public:
     // A run that was asked for waits for what it needs (its packages), or no longer: then it starts, or was
     // given up.
     virtual void RunWaits(bool waits);
+    // A process is about to start, with this.
+    virtual void RunStarted(const RpaRunStart& start);
     virtual void ProcessStart(const QString& processName);
     virtual void ProcessFinish(const QString& processName);
     virtual void ProcessTerminate(const QString& processName);

@@ -28,6 +28,7 @@ struct RpaRunParts
     Handed<IAppTableEngine> table;
     Handed<RpaHtmlNodeManager> htmlNodes;
     QString appId;
+    QString environment;
     QStringList packageFolders; // searched for modules before Python's own
 };
 
