@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaRunHistory/RpaRunHistoryExport.h>
+#include <RpaRunHistory/RpaRunRecord.h>
+
+#include <QObject>
+#include <QVector>
+
+#include <functional>
+#include <memory>
+
+class IRpaDebugger;
+
+// Keeps the runs of apps with their logs: the last 200 of each app, at most 10,000 lines of each and 256 MB of
+// all; the oldest go first. Values of passwords are written nowhere, and are struck out wherever a run wrote
+// them into its log.
+//
+//     history.Start(folder, &problem);
+//     history.Follow(engine->GetLogManager()->GetLogDataSource(), engine->GetEngineDebugger());
+//
+// The database is on a thread of its own; every operation returns at once and answers from the event loop. A
+// disk that refuses disturbs no run: SigFailed once. GUI thread only.
+class RPARUNHISTORY_EXPORT RpaRunHistory : public QObject
+{
+    Q_OBJECT
+
+public:
+    // What a run belongs to, beyond what the engine knows: of the record account, names, version, revision and
+    // packages are taken.
+    using Context = std::function<RpaRunRecord(const QString& appId)>;
+    using Runs = std::function<void(const QVector<RpaRunRecord>& runs)>;
+    // record.id is 0 when there is no such run any more.
+    using Run = std::function<void(const RpaRunRecord& record, const QVector<RpaLogLine>& log)>;
+    // problem is empty when it went well.
+    using Done = std::function<void(const QString& problem)>;
+
+    explicit RpaRunHistory(QObject* parent = nullptr);
+    // Writes what is due first.
+    ~RpaRunHistory() override;
+
+    // Opens the history in that folder, or makes it; a file that is damaged is set aside. Runs that were under
+    // way when the workstation ended are "lost" then. Problems come by SigFailed.
+    void Start(const QString& folder);
+
+    // Keeps every run of the engine from now on. Neither is owned; both live longer than this object.
+    void Follow(IRpaLogDataSource* log, IRpaDebugger* debugger);
+    void SetContext(const Context& context);
+
+    // Off: runs that begin from now on are not kept; what is there stays.
+    void SetKeeping(bool keeps);
+
+    // Newest first, without traces. Not answered when the context is gone.
+    void List(const RpaRunFilter& filter, QObject* context, const Runs& answer);
+    void Read(qint64 id, QObject* context, const Run& answer);
+    void Remove(qint64 id);
+    // Every run of the app.
+    void RemoveAll(const QString& appId);
+
+    // Waits until everything is on the disk.
+    void Finish();
+
+signals:
+    // A run of the app began, ended or was removed.
+    void SigChanged(const QString& appId);
+    // The disk refuses: the first time, and again only after it took something in between.
+    void SigFailed(const QString& problem);
+
+private:
+    class Private;
+    const std::unique_ptr<Private> d;
+};

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaRunHistory/RpaRunRecord.h>
+
+#include <QSqlDatabase>
+#include <QString>
+#include <QVector>
+
+class QSqlQuery;
+
+// What is kept at most.
+struct RunLimits
+{
+    int runsOfAnApp = 200;
+    int linesOfARun = 10000;
+    qint64 bytes = 256 * 1024 * 1024;
+};
+
+// The runs on the disk. Belongs to the thread that opens it. What fails says why in the user's words.
+class RunDatabase
+{
+public:
+    explicit RunDatabase(const RunLimits& runLimits = RunLimits()) : limits(runLimits) {}
+    ~RunDatabase();
+
+    // What follows fails without a word when this failed.
+    bool Open(const QString& folder, QString* problem);
+
+    // Gives the record its id.
+    bool Begin(RpaRunRecord* record, QString* problem);
+    bool AddLines(qint64 id, const QVector<RpaLogLine>& lines, QString* problem);
+    // Writes how it ended, then lets the oldest go that are too many.
+    bool End(const RpaRunRecord& record, QString* problem);
+
+    QVector<RpaRunRecord> List(const RpaRunFilter& filter, QString* problem);
+    RpaRunRecord Read(qint64 id, QString* problem);
+    QVector<RpaLogLine> ReadLog(qint64 id, QString* problem);
+    bool Remove(qint64 id, QString* problem);
+    bool RemoveAll(const QString& appId, QString* problem);
+
+private:
+    bool OpenFile(const QString& path, QString* problem);
+    bool Prepare(QString* problem);
+    bool TrimLog(qint64 id, QString* problem);
+    bool Prune(const QString& appId, QString* problem);
+    qint64 BytesUsed();
+    // Not active when it failed.
+    QSqlQuery Query(const QString& statement, const QVariantList& values, QString* problem);
+    bool Run(const QString& statement, const QVariantList& values, QString* problem);
+
+    const RunLimits limits;
+    QSqlDatabase db;
+    QString connection;
+    bool isDamaged = false; // the file is no database any more
+};

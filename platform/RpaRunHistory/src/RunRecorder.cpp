@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "RunRecorder_p.h"
+
+#include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int kLongestValue = 1000;
+constexpr int kLongestTrace = 64 * 1024;
+
+QVector<RpaRunValue> ValuesOf(const RpaRunStart& start)
+{
+    QVector<RpaRunValue> values;
+    for (const RpaRunParameter& parameter : start.parameters)
+        values.append(
+            {parameter.name, parameter.isSecret ? SecretStrike::Mask() : parameter.text.left(kLongestValue)});
+    return values;
+}
+} // namespace
+
+RunRecorder::RunRecorder(QObject* parent) : QObject(parent)
+{
+    RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+}
+
+RunRecorder::~RunRecorder()
+{
+    RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
+}
+
+void RunRecorder::Follow(IRpaLogDataSource* source, IRpaDebugger* debugger)
+{
+    log = source;
+    if (log) {
+        connect(log, &IRpaLogDataSource::SigLinesAdded, this, &RunRecorder::TakeLines);
+        // Its numbers begin anew.
+        connect(log, &IRpaLogDataSource::SigInitialized, this, [this] { taken = 0; });
+    }
+    if (debugger)
+        connect(debugger, &IRpaDebugger::SigCheckNode, this, &RunRecorder::TakeFindings);
+}
+
+void RunRecorder::RunStarted(const RpaRunStart& start)
+{
+    isRunning = keeps;
+    if (!isRunning)
+        return;
+    record = context ? context(start.appId) : RpaRunRecord();
+    record.appId = start.appId;
+    record.processName = start.processName;
+    record.origin = start.environment == QLatin1String("develop") ? RpaRunOrigin::Editor : RpaRunOrigin::Page;
+    record.parameters = ValuesOf(start);
+    record.started = QDateTime::currentDateTimeUtc();
+    strike = SecretStrike(start.parameters);
+    taken = LastNumber();
+    clock.start();
+    emit SigBegan(record);
+}
+
+qint64 RunRecorder::LastNumber() const
+{
+    const QVector<RpaLogLine> lines = log ? log->GetLines() : QVector<RpaLogLine>();
+    return lines.isEmpty() ? 0 : lines.constLast().number;
+}
+
+// Lines come several at once; those of before the run, or taken already, are passed over.
+void RunRecorder::TakeLines(const QVector<RpaLogLine>& lines)
+{
+    if (!isRunning || lines.isEmpty() || lines.constLast().number <= taken)
+        return;
+    QVector<RpaLogLine> news;
+    for (const RpaLogLine& line : lines) {
+        if (line.number <= taken)
+            continue;
+        record.missingLines += line.number - taken - 1;
+        taken = line.number;
+        news.append(line);
+        news.last().text = strike.Apply(line.text);
+    }
+    emit SigLines(news);
+}
+
+void RunRecorder::TakeFindings(const QList<RpaCheckInfo>& findings)
+{
+    if (!isRunning || findings.isEmpty() || findings.first().rule != QLatin1String("run-failed"))
+        return;
+    record.failedProcess = findings.first().processName;
+    record.failedStatement = findings.first().statementId;
+    record.failedLine = findings.first().line;
+}
+
+void RunRecorder::ProcessFailed(const QString&, const QString& error, const QString& trace)
+{
+    record.result = RpaRunResult::Failed;
+    record.reason = strike.Apply(error);
+    record.trace = strike.Apply(trace).left(kLongestTrace);
+}
+
+void RunRecorder::ProcessTerminate(const QString&)
+{
+    record.result = RpaRunResult::Stopped;
+}
+
+void RunRecorder::ProcessFinish(const QString&)
+{
+    if (!isRunning)
+        return;
+    if (log)
+        TakeLines(log->GetLines()); // the last of them are announced only later
+    isRunning = false;
+    record.duration = clock.elapsed();
+    if (record.result == RpaRunResult::Running)
+        record.result = RpaRunResult::Succeeded;
+    emit SigEnded(record);
+}
