@@ -91,7 +91,7 @@ void SignInFlow::Enter(const QString& name)
 {
     if (!session->IsEmbedded())
         settings->SetLastAccount(session->GetPin());
-    if (entered != session->GetPin())
+    if (!entered.isEmpty() && entered != session->GetPin())
         WbToast::Clear(); // what is still shown was meant for someone else
     entered = session->GetPin();
     window->ShowAccount(name);
