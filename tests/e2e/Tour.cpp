@@ -54,6 +54,7 @@ void Tour::Run()
     BuildProcess();
     MeetRefusals();
     RunProcesses();
+    SeeRunHistory();
     MoveBrowser();
     CaptureElements();
     RunWithPackages();

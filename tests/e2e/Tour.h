@@ -43,6 +43,7 @@ private:
     void BuildProcess();
     void MeetRefusals();
     void RunProcesses();
+    void SeeRunHistory();
     void MoveBrowser();
     void CaptureElements();
     void RunWithPackages();

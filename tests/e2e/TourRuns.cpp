@@ -5,6 +5,8 @@
 #include "TourLook.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTreeView>
 
@@ -110,5 +112,37 @@ void Tour::RunProcesses()
         d->OnGui([this] { toasts->Clear(); });
         d->Click(QStringLiteral("save"), Named("pushButtonSave"));
         UntilToast(QStringLiteral("保存成功"));
+    });
+}
+
+void Tour::SeeRunHistory()
+{
+    const auto results = [] {
+        const auto* runs = VisibleAs<QTreeView>("viewRuns");
+        QStringList texts;
+        for (int row = 0; runs && row < runs->model()->rowCount(); ++row)
+            texts.append(runs->model()->index(row, 2).data().toString());
+        return texts;
+    };
+    d->Step(QStringLiteral("run-history"), [this, results] {
+        d->Click(QStringLiteral("the runs"), Named("buttonRuns"));
+        d->Until(QStringLiteral("the three runs"), [results] {
+            return results().mid(0, 3) ==
+                   QStringList{QStringLiteral("失败"), QStringLiteral("已停止"), QStringLiteral("成功")};
+        });
+        d->Until(QStringLiteral("why the last one failed"), [] {
+            const auto* result = VisibleAs<QLabel>("labelResult");
+            return result && result->text().contains(QStringLiteral("失败："));
+        });
+        d->TakePicture();
+    });
+    d->Step(QStringLiteral("run-history-filtered"), [this, results] {
+        d->Click(QStringLiteral("the text that runs are found by"), Named("editText"));
+        d->Type(QStringLiteral("登记 王芳"));
+        d->Until(QStringLiteral("the run that wrote it"),
+                 [results] { return results() == QStringList{QStringLiteral("成功")}; });
+        d->TakePicture();
+        d->Key(Qt::Key_Escape);
+        d->Until(QStringLiteral("the dialog's end"), [] { return !QApplication::activeModalWidget(); });
     });
 }

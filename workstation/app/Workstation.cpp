@@ -14,6 +14,7 @@
 #include "PackageFlow.h"
 #include "QtTexts.h"
 #include "ReleasedFlow.h"
+#include "RunHistoryFlow.h"
 #include "RunPage.h"
 #include "Session.h"
 #include "SettingsFlow.h"
@@ -95,6 +96,8 @@ bool Workstation::Start(QString* problem)
     }
     window->show();
     editing->Start();
+    runs->Start();
+    runs->Start();
     signIn->GoToServer();
     return true;
 }
@@ -112,6 +115,8 @@ void Workstation::CreateFlows()
         std::make_unique<SettingsFlow>(paths.serverProgram, user, &settings, editor, apps->GetPage(), shell);
     packages = std::make_unique<PackageFlow>(paths, &settings, editor, shell);
     versions = std::make_unique<VersionFlow>(user, &settings, editor, shell);
+    runs = std::make_unique<RunHistoryFlow>(paths.runDir, user, &settings, editor, released->GetRunPage(),
+                                            shell);
     help = std::make_unique<HelpFlow>(&settings, editor, shell);
     usage = std::make_unique<UsageFlow>(paths.usageDir, user, &settings,
                                         settingsFlow->GetPage()->GetUsageSection(), shell);

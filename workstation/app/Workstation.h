@@ -20,6 +20,7 @@ class Keyboard;
 class MainWindow;
 class PackageFlow;
 class ReleasedFlow;
+class RunHistoryFlow;
 class Session;
 class SettingsFlow;
 class SignInFlow;
@@ -71,6 +72,7 @@ private:
     std::unique_ptr<SettingsFlow> settingsFlow;
     std::unique_ptr<PackageFlow> packages;
     std::unique_ptr<VersionFlow> versions;
+    std::unique_ptr<RunHistoryFlow> runs;
     std::unique_ptr<HelpFlow> help;
     std::unique_ptr<UsageFlow> usage;
     std::unique_ptr<Keyboard> keyboard;

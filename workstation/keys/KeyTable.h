@@ -40,6 +40,7 @@ enum class KeyAct
     ExportTemplate,
     ChooseVersion,
     ShowVersions,
+    ShowRuns,
     FoldBrowser,
     PopOutBrowser,
     Packages,

@@ -32,6 +32,7 @@ void PageKeys::BindTo(KeyActs* acts) const
     BindButton(acts, KeyAct::Settings, "buttonSettings");
     BindButton(acts, KeyAct::Packages, "buttonPackages");
     BindButton(acts, KeyAct::ShowVersions, "buttonVersions");
+    BindButton(acts, KeyAct::ShowRuns, "buttonRuns");
 }
 
 void PageKeys::BindRuns(KeyActs* acts) const

@@ -35,6 +35,8 @@ public:
     // Shows this app data. False when it is not app data.
     bool ShowApp(const VersionServiceReleasedApp& app, const QByteArray& json);
 
+    const VersionServiceReleasedApp& GetReleased() const { return released; }
+
     // Stops what runs and lets the app go.
     void Close();
 

@@ -24,6 +24,7 @@ WorkstationPaths Tree(const QString& dataDir, const QString& settingsFile)
     paths.openedAppsFile = dataDir + QStringLiteral("/opened-apps.json");
     paths.draftDir = dataDir + QStringLiteral("/drafts");
     paths.usageDir = dataDir + QStringLiteral("/usage");
+    paths.runDir = dataDir + QStringLiteral("/runs");
 #ifdef Q_OS_WIN
     const QString program = QStringLiteral("/rpa-version-server.exe");
 #else

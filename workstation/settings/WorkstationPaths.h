@@ -18,6 +18,7 @@ struct WorkstationPaths
     QString openedAppsFile;     // which apps were opened when
     QString draftDir;           // unsaved work; made by the journal
     QString usageDir;           // usage events that wait to be sent; made by the monitor
+    QString runDir;             // runs that are kept; made by the history
     QString serverProgram;      // rpa-version-server
 
     // The folders of the signed-in user of this machine, and the server that stands beside the program.

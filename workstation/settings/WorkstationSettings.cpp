@@ -23,6 +23,7 @@ constexpr char superAdminKey[] = "embedded/superAdmin";
 constexpr char wheelFolderKey[] = "packages/wheelFolder";
 constexpr char tipsKey[] = "help/tips";
 constexpr char usageReportsKey[] = "usage/reports";
+constexpr char keepsRunsKey[] = "runs/keep";
 constexpr char seenTipsKey[] = "help/seenTips";
 
 constexpr qint64 largestCaFile = 4 * 1024 * 1024;
@@ -247,4 +248,15 @@ void WorkstationSettings::SetUsageReports(bool reports)
 {
     if (reports != GetUsageReports() && Write(usageReportsKey, reports))
         emit SigUsageReportsChanged(reports);
+}
+
+bool WorkstationSettings::GetKeepsRuns() const
+{
+    return store.value(QLatin1String(keepsRunsKey), true).toBool();
+}
+
+void WorkstationSettings::SetKeepsRuns(bool keeps)
+{
+    if (keeps != GetKeepsRuns() && Write(keepsRunsKey, keeps))
+        emit SigKeepsRunsChanged(keeps);
 }

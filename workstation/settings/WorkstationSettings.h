@@ -84,6 +84,10 @@ public:
     bool GetUsageReports() const;
     void SetUsageReports(bool reports);
 
+    // Whether runs are kept on this machine, with their logs.
+    bool GetKeepsRuns() const;
+    void SetKeepsRuns(bool keeps);
+
 signals:
     void SigServerChanged();
     void SigThemeChanged(ThemeChoice theme);
@@ -94,6 +98,7 @@ signals:
     void SigWheelFolderChanged(const QString& folder);
     void SigTipsChanged(bool tips);
     void SigUsageReportsChanged(bool reports);
+    void SigKeepsRunsChanged(bool keeps);
 
 private:
     // True when the value was another one.

@@ -33,6 +33,7 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent), ui(std::make_uni
     ui->labelTitle->setText(ProgramName());
     ui->buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
     ui->buttonVersions->setIcon(WbIcons::Get(QStringLiteral("version")));
+    ui->buttonRuns->setIcon(WbIcons::Get(QStringLiteral("log")));
     ui->buttonPackages->setIcon(WbIcons::Get(QStringLiteral("package")));
     ui->buttonSettings->setIcon(WbIcons::Get(QStringLiteral("settings")));
     UpdateHead();
@@ -48,6 +49,7 @@ void MainWindow::Connect()
 {
     connect(ui->buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
     connect(ui->buttonVersions, &QPushButton::clicked, this, &MainWindow::SigVersions);
+    connect(ui->buttonRuns, &QPushButton::clicked, this, &MainWindow::SigRuns);
     connect(ui->buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
     connect(ui->buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
     connect(ui->stackPages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
@@ -103,6 +105,7 @@ void MainWindow::UpdateHead()
     ui->labelAccount->setVisible(signedIn);
     const bool isEditing = editingPage && CurrentPage() == editingPage;
     ui->buttonVersions->setVisible(isEditing);
+    ui->buttonRuns->setVisible(isEditing);
     ui->buttonPackages->setVisible(isEditing);
     ui->buttonSettings->setVisible(signedIn);
 }

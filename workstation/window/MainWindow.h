@@ -50,6 +50,7 @@ signals:
     void SigSettings();
     void SigPackages();
     void SigVersions();
+    void SigRuns();
     // The user wants to close the window; it stays until CloseForGood().
     void SigCloseRequested();
 

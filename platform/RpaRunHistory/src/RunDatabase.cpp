@@ -24,9 +24,9 @@ QString WhereOf(const RpaRunFilter& filter, QVariantList* values)
 {
     QString where = QStringLiteral("app=?");
     values->append(filter.appId);
-    if (!filter.versionId.isEmpty()) {
-        where += QStringLiteral(" AND version=?");
-        values->append(filter.versionId);
+    if (!filter.versionName.isEmpty()) {
+        where += QStringLiteral(" AND version_name=?");
+        values->append(filter.versionName);
     }
     QStringList results;
     for (const RpaRunResult result : filter.results)

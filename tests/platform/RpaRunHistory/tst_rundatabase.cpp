@@ -133,7 +133,7 @@ void tst_RunDatabase::readsWhatWasWritten()
 
 void tst_RunDatabase::findsByFilter_data()
 {
-    QTest::addColumn<QString>("versionId");
+    QTest::addColumn<QString>("versionName");
     QTest::addColumn<QVector<int>>("results");
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("most");
@@ -144,12 +144,12 @@ void tst_RunDatabase::findsByFilter_data()
     QTest::newRow("all of the app") << any << all << any << 200 << "丙乙甲";
     QTest::newRow("the newest") << any << all << any << 1 << "丙";
     QTest::newRow("none wanted") << any << all << any << 0 << "";
-    QTest::newRow("version") << "v2" << all << any << 200 << "丙乙";
+    QTest::newRow("version") << "试用" << all << any << 200 << "丙乙";
     QTest::newRow("failed") << any << QVector<int>{2} << any << 200 << "乙";
     QTest::newRow("failed or stopped") << any << QVector<int>{2, 3} << any << 200 << "丙乙";
-    QTest::newRow("version and result") << "v1" << QVector<int>{2} << any << 200 << "";
+    QTest::newRow("version and result") << "正式" << QVector<int>{2} << any << 200 << "";
     QTest::newRow("process") << any << all << "甲" << 200 << "甲";
-    QTest::newRow("name of the version") << any << all << "候选" << 200 << "丙";
+    QTest::newRow("part of the version") << any << all << "正" << 200 << "甲";
     QTest::newRow("account") << any << all << "wang" << 200 << "甲";
     QTest::newRow("reason") << any << all << "超时" << 200 << "乙";
     QTest::newRow("log") << any << all << "第 2 行" << 200 << "乙";
@@ -161,7 +161,7 @@ void tst_RunDatabase::findsByFilter_data()
 
 void tst_RunDatabase::findsByFilter()
 {
-    QFETCH(const QString, versionId);
+    QFETCH(const QString, versionName);
     QFETCH(const QVector<int>, results);
     QFETCH(const QString, text);
     QFETCH(const int, most);
@@ -183,7 +183,7 @@ void tst_RunDatabase::findsByFilter()
         {"a1", "甲", "v1", "正式", "wang", "", RpaRunResult::Succeeded, "axb a_b"},
         {"a1", "乙", "v2", "试用", "zhang", "连接超时", RpaRunResult::Failed, "第 2 行"},
         {"a2", "甲", "v1", "候选", "wang", "连接超时", RpaRunResult::Failed, "第 2 行"},
-        {"a1", "丙", "v2", "候选", "zhang", "", RpaRunResult::Stopped, "完成 50%"}};
+        {"a1", "丙", "v2", "试用", "zhang候选", "", RpaRunResult::Stopped, "完成 50%"}};
     for (const Planned& planned : plan) {
         RpaRunRecord run = RunOf(QString::fromUtf8(planned.app), QString::fromUtf8(planned.process));
         run.versionId = QString::fromUtf8(planned.version);
@@ -196,7 +196,7 @@ void tst_RunDatabase::findsByFilter()
         End(&database, run, planned.result);
     }
 
-    RpaRunFilter filter{QStringLiteral("a1"), versionId, {}, text, most};
+    RpaRunFilter filter{QStringLiteral("a1"), versionName, {}, text, most};
     for (const int result : results)
         filter.results.append(RpaRunResult(result));
     QString names;

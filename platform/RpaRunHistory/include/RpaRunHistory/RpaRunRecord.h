@@ -61,7 +61,7 @@ struct RpaRunRecord
 struct RpaRunFilter
 {
     QString appId;
-    QString versionId;             // empty: of every version
+    QString versionName;           // as the run saw it; empty: of every version
     QVector<RpaRunResult> results; // none: of every result
     QString text;                  // part of the process, version, account, reason or log; empty: any
     int most = 200;

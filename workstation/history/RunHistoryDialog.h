@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "DateLanguage.h"
+
+#include <RpaRunHistory/RpaRunHistory.h>
+#include <WbBaseUI/WbBaseDialog.h>
+
+#include <QTimer>
+
+#include <memory>
+
+class RunListModel;
+class WorkstationSettings;
+namespace Ui
+{
+class RunHistoryDialog;
+}
+
+// The kept runs of one app: a list that is filtered, and of the selected one how it ended and its log. Follows
+// the history while it is open.
+class RunHistoryDialog : public WbBaseDialog
+{
+    Q_OBJECT
+
+public:
+    // None is owned; both live longer.
+    RunHistoryDialog(RpaRunHistory* history, const QString& appId, WorkstationSettings* settings,
+                     QWidget* parent);
+    ~RunHistoryDialog() override;
+
+private:
+    void Connect();
+    void FillFilters();
+    void AddVersions(const QVector<RpaRunRecord>& runs);
+    bool IsFiltered() const;
+    void Load();
+    void ShowRuns(const QVector<RpaRunRecord>& runs);
+    void ShowSelected();
+    void ShowRun(const RpaRunRecord& run, const QVector<RpaLogLine>& log);
+    void Remove();
+    void RemoveAll();
+
+    const std::unique_ptr<Ui::RunHistoryDialog> ui;
+    RpaRunHistory* const history;
+    const QString appId;
+    const DateLanguage dateLanguage;
+    RunListModel* const model;
+    QTimer typing;     // the list follows a pause in typing
+    qint64 shown = 0;  // the run whose log is shown
+    quint64 asked = 0; // answers to earlier questions are passed over
+};
