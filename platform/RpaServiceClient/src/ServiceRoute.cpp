@@ -8,14 +8,15 @@
 
 #include <algorithm>
 
-WbHttpRequest ServiceRoute::Fetch(const QByteArray& path)
+WbHttpRequest ServiceRoute::Fetch(const QByteArray& path, const QString& part)
 {
     const auto* settings = VersionServiceSettings::Instance();
     QByteArray base = settings->GetBaseUrl().toEncoded();
     while (base.endsWith('/'))
         base.chop(1);
     WbHttpRequest request;
-    request.url = QUrl::fromEncoded(base + "/api/v1" + path, QUrl::StrictMode);
+    request.url = QUrl::fromEncoded(
+        base + "/api/v1" + QByteArray(path).replace("%1", QUrl::toPercentEncoding(part)), QUrl::StrictMode);
     request.bearerToken = settings->GetToken();
     request.caFile = settings->GetCaFile();
     request.limits = settings->GetLimits();
@@ -23,42 +24,32 @@ WbHttpRequest ServiceRoute::Fetch(const QByteArray& path)
     return request;
 }
 
-WbHttpRequest ServiceRoute::Change(const QByteArray& method, const QByteArray& path)
+WbHttpRequest ServiceRoute::Change(const QByteArray& method, const QByteArray& path, const QString& part,
+                                   const QJsonObject& body)
 {
-    WbHttpRequest request = Fetch(path);
+    WbHttpRequest request = Fetch(path, part);
     request.method = method;
-    AddHeader(&request, "Idempotency-Key", QUuid::createUuid().toByteArray(QUuid::WithoutBraces));
+    request.headers.push_back({"Idempotency-Key", QUuid::createUuid().toByteArray(QUuid::WithoutBraces)});
+    if (!body.isEmpty()) {
+        request.headers.push_back({"Content-Type", "application/json"});
+        request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
+    }
     return request;
 }
 
-WbHttpRequest ServiceRoute::Change(const QByteArray& method, const QByteArray& path, const QJsonObject& body)
+WbHttpRequest ServiceRoute::ChangeOnly(const QByteArray& method, const QByteArray& path, const QString& part,
+                                       const QJsonObject& body)
 {
-    WbHttpRequest request = Change(method, path);
-    AddHeader(&request, "Content-Type", "application/json");
-    request.body = QJsonDocument(body).toJson(QJsonDocument::Compact);
-    return request;
-}
-
-WbHttpRequest ServiceRoute::Silent(WbHttpRequest request)
-{
+    WbHttpRequest request = Change(method, path, part, body);
     request.expectation.json = false;
     return request;
 }
 
-void ServiceRoute::AddHeader(WbHttpRequest* request, const QByteArray& name, const QByteArray& value)
-{
-    request->headers.append(qMakePair(name, value));
-}
-
-void ServiceRoute::AddRevision(WbHttpRequest* request, int revision)
+WbHttpRequest ServiceRoute::AtRevision(WbHttpRequest request, int revision)
 {
     if (revision > 0)
-        AddHeader(request, "If-Match", '"' + QByteArray::number(revision) + '"');
-}
-
-QByteArray ServiceRoute::Escaped(const QString& text)
-{
-    return QUrl::toPercentEncoding(text);
+        request.headers.push_back({"If-Match", '"' + QByteArray::number(revision) + '"'});
+    return request;
 }
 
 bool ServiceRoute::IsValidId(const QString& id)

@@ -76,26 +76,6 @@ void VersionServiceSettings::AwaitAnother()
     emit SigChanged();
 }
 
-VersionServiceSettings::Whereabouts VersionServiceSettings::GetWhereabouts() const
-{
-    return whereabouts;
-}
-
-quint64 VersionServiceSettings::GetIdentityNumber() const
-{
-    return identity;
-}
-
-quint64 VersionServiceSettings::GetPlaceNumber() const
-{
-    return place;
-}
-
-QUrl VersionServiceSettings::GetBaseUrl() const
-{
-    return baseUrl;
-}
-
 void VersionServiceSettings::SetToken(const QByteArray& value)
 {
     if (value == token)
@@ -103,39 +83,4 @@ void VersionServiceSettings::SetToken(const QByteArray& value)
     token = value;
     ++identity;
     emit SigChanged();
-}
-
-QByteArray VersionServiceSettings::GetToken() const
-{
-    return token;
-}
-
-void VersionServiceSettings::SetCaFile(const QString& path)
-{
-    caFile = path;
-}
-
-QString VersionServiceSettings::GetCaFile() const
-{
-    return caFile;
-}
-
-void VersionServiceSettings::SetLimits(const WbHttpLimits& value)
-{
-    limits = value;
-}
-
-WbHttpLimits VersionServiceSettings::GetLimits() const
-{
-    return limits;
-}
-
-void VersionServiceSettings::SetRepeatSpacing(const RepeatSpacing& spacing)
-{
-    repeatSpacing = spacing;
-}
-
-VersionServiceSettings::RepeatSpacing VersionServiceSettings::GetRepeatSpacing() const
-{
-    return repeatSpacing;
 }

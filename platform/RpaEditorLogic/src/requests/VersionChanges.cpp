@@ -182,7 +182,8 @@ void VersionChanges::OnReleased(const QSharedPointer<GrayOrReleaseRequest>& requ
                                 const WbHttpAnswer& answer)
 {
     const QString id = request->GetSnapshotId();
-    const auto outcome = answer.IsSuccess() ? ReleaseVersionRequest::Read(answer) : std::nullopt;
+    const auto outcome =
+        answer.IsSuccess() ? ServiceAnswers::ReadAs<VersionServiceReleaseOutcome>(answer) : std::nullopt;
     const QString failure = ReasonOf(answer, outcome && outcome->version.id == id);
     auto response = QSharedPointer<GrayOrReleaseResponse>::create();
     if (failure.isEmpty()) {

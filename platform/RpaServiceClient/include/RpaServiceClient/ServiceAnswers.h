@@ -9,12 +9,14 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QString>
+#include <QVector>
 
 #include <optional>
 
 // Of a request that brings nothing but its outcome.
 struct VersionServiceNothing
 {
+    static std::optional<VersionServiceNothing> Read(const QJsonObject&) { return VersionServiceNothing(); }
 };
 
 // What the answers of the version service are read with. Nothing in them is believed: a record that misses a field
@@ -42,32 +44,47 @@ RPASERVICECLIENT_EXPORT QString FailureText(const WbHttpAnswer& answer);
 // For an answer that came through but cannot be used.
 RPASERVICECLIENT_EXPORT QString UnusableText();
 
-inline std::optional<VersionServiceNothing> ReadNothing(const WbHttpAnswer&)
-{
-    return VersionServiceNothing();
-}
-
 // The one record that the answer is.
 template <typename Record>
-std::optional<Record> ReadRecord(const WbHttpAnswer& answer)
+void Read(const WbHttpAnswer& answer, std::optional<Record>& read)
 {
-    return Record::Read(ObjectOf(answer));
+    read = Record::Read(ObjectOf(answer));
 }
 
-// The list that the answer has under the name; none when it holds a record that is none.
-template <typename Records>
-std::optional<Records> ReadList(const WbHttpAnswer& answer, const char* name)
+// The list that the answer has under the records' name; none when it holds a record that is none.
+template <typename Record>
+void Read(const WbHttpAnswer& answer, std::optional<QVector<Record>>& read)
 {
-    const QJsonValue list = ObjectOf(answer).value(QLatin1String(name));
+    const QJsonValue list = ObjectOf(answer).value(QLatin1String(Record::listName));
     if (!list.isArray())
-        return std::nullopt;
-    Records records;
+        return;
+    QVector<Record> records;
     for (const QJsonValue& entry : list.toArray()) {
-        const auto record = Records::value_type::Read(entry.toObject());
+        const auto record = Record::Read(entry.toObject());
         if (!record)
-            return std::nullopt;
+            return;
         records.append(*record);
     }
-    return records;
+    read = records;
+}
+
+template <typename Answer>
+std::optional<Answer> ReadAs(const WbHttpAnswer& answer)
+{
+    std::optional<Answer> read;
+    Read(answer, read);
+    return read;
+}
+
+// How the answer of a request is read: by its own Read() where it has one, else by what it is.
+template <typename Request>
+constexpr auto ReaderOf(int) -> decltype(&Request::Read)
+{
+    return &Request::Read;
+}
+template <typename Request>
+constexpr auto ReaderOf(long)
+{
+    return &ReadAs<typename Request::Answer>;
 }
 } // namespace ServiceAnswers

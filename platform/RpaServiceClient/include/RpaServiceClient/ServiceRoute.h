@@ -12,22 +12,18 @@
 // the settings as these are now. GUI thread only.
 namespace ServiceRoute
 {
-// Asks for JSON. path: below the API's root, with escaped parts.
-RPASERVICECLIENT_EXPORT WbHttpRequest Fetch(const QByteArray& path);
+// Asks for JSON. path: below the API's root; "%1" in it is the part, escaped.
+RPASERVICECLIENT_EXPORT WbHttpRequest Fetch(const QByteArray& path, const QString& part = {});
 // Changes something, once however often it is sent: it has a key of its own. Is answered with JSON.
-RPASERVICECLIENT_EXPORT WbHttpRequest Change(const QByteArray& method, const QByteArray& path);
 RPASERVICECLIENT_EXPORT WbHttpRequest Change(const QByteArray& method, const QByteArray& path,
-                                             const QJsonObject& body);
-// The same request when its success is all that it brings.
-RPASERVICECLIENT_EXPORT WbHttpRequest Silent(WbHttpRequest request);
+                                             const QString& part = {}, const QJsonObject& body = {});
+// The same when its success is all that it brings.
+RPASERVICECLIENT_EXPORT WbHttpRequest ChangeOnly(const QByteArray& method, const QByteArray& path,
+                                                 const QString& part = {}, const QJsonObject& body = {});
 
-RPASERVICECLIENT_EXPORT void AddHeader(WbHttpRequest* request, const QByteArray& name,
-                                       const QByteArray& value);
-// Only for a version at that revision. 0: at any.
-RPASERVICECLIENT_EXPORT void AddRevision(WbHttpRequest* request, int revision);
+// The request, but only for a version at that revision. 0: at any.
+RPASERVICECLIENT_EXPORT WbHttpRequest AtRevision(WbHttpRequest request, int revision);
 
-// As a part of a path.
-RPASERVICECLIENT_EXPORT QByteArray Escaped(const QString& text);
 // Ids go into addresses, so they may hold nothing that an address gives a meaning to.
 RPASERVICECLIENT_EXPORT bool IsValidId(const QString& id);
 } // namespace ServiceRoute

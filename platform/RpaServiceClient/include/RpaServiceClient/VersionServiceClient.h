@@ -12,7 +12,7 @@ class QObject;
 struct WbHttpRequest;
 
 // Speaks to the server of VersionServiceSettings. What can be asked stands in one file each, with its arguments, the
-// way it is sent and the way its answer is read:
+// way it is sent and its answer, and how that is read where its type alone does not say it:
 //
 //     client->Send(RenameAppRequest{appId, name}, this,
 //                  [](const VersionServiceResult<VersionServiceApp>& result) { … });
@@ -37,7 +37,8 @@ public:
     void Send(const Request& request, QObject* context, const Callback<typename Request::Answer>& callback)
     {
         SendHttp(request.ToHttp(), context, [callback](const WbHttpAnswer& answer) {
-            callback(VersionServiceResult<typename Request::Answer>::Of(answer, Request::Read));
+            callback(VersionServiceResult<typename Request::Answer>::Of(
+                answer, ServiceAnswers::ReaderOf<Request>(0)));
         });
     }
 

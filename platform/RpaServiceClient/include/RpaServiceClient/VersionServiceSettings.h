@@ -40,7 +40,7 @@ public:
     // False, with nothing changed, unless it is a plain http(s) address. Another origin drops the token, so
     // that no server ever gets the token of another.
     bool SetBaseUrl(const QUrl& url);
-    QUrl GetBaseUrl() const;
+    QUrl GetBaseUrl() const { return baseUrl; }
 
     // The service is gone from its address, where anybody may listen now: from here on nothing is sent there,
     // least of all the token. awaited: requests wait until it is back, at most as long as their limits allow;
@@ -53,26 +53,26 @@ public:
     // Another service takes the place of this one; ReturnAt() or SetBaseUrl() tell where it is. What was
     // meant for this one does not follow. Drops the token.
     void AwaitAnother();
-    Whereabouts GetWhereabouts() const;
+    Whereabouts GetWhereabouts() const { return whereabouts; }
 
     // Requests of one number are for the same service and the same account.
-    quint64 GetIdentityNumber() const;
+    quint64 GetIdentityNumber() const { return identity; }
     // Another number each time that the service leaves an address or comes to one after that.
-    quint64 GetPlaceNumber() const;
+    quint64 GetPlaceNumber() const { return place; }
 
     // The session's secret; empty when nobody is signed in. Never logged.
     void SetToken(const QByteArray& token);
-    QByteArray GetToken() const;
+    QByteArray GetToken() const { return token; }
 
     // Further certificate authorities (PEM file) beside those of the system; empty: none.
-    void SetCaFile(const QString& path);
-    QString GetCaFile() const;
+    void SetCaFile(const QString& path) { caFile = path; }
+    QString GetCaFile() const { return caFile; }
 
     // Deadlines, caps and waits; the defaults are meant for users.
-    void SetLimits(const WbHttpLimits& limits);
-    WbHttpLimits GetLimits() const;
-    void SetRepeatSpacing(const RepeatSpacing& spacing);
-    RepeatSpacing GetRepeatSpacing() const;
+    void SetLimits(const WbHttpLimits& value) { limits = value; }
+    WbHttpLimits GetLimits() const { return limits; }
+    void SetRepeatSpacing(const RepeatSpacing& value) { repeatSpacing = value; }
+    RepeatSpacing GetRepeatSpacing() const { return repeatSpacing; }
 
 signals:
     // Address, whereabouts or token changed.

@@ -3,14 +3,12 @@
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/versions/VersionServiceContent.h>
 
-using namespace ServiceRoute;
-
 void VersionServiceContent::PutInto(WbHttpRequest* request) const
 {
-    AddHeader(request, "Content-Type", "application/json");
-    AddHeader(request, "Version-Name", Escaped(name));
-    AddHeader(request, "Version-Description", Escaped(description));
-    AddHeader(request, "Version-Api", Escaped(apiVersion));
+    request->headers.push_back({"Content-Type", "application/json"});
+    request->headers.push_back({"Version-Name", QUrl::toPercentEncoding(name)});
+    request->headers.push_back({"Version-Description", QUrl::toPercentEncoding(description)});
+    request->headers.push_back({"Version-Api", QUrl::toPercentEncoding(apiVersion)});
     request->body = data;
     request->bodyText = text;
     request->digestBody = true;

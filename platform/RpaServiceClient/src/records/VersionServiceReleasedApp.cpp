@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include <RpaCore/RpaAppSnapshot.h>
 #include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
@@ -10,15 +11,11 @@ std::optional<VersionServiceReleasedApp> VersionServiceReleasedApp::Read(const Q
 {
     const auto app = VersionServiceApp::Read(json.value(QLatin1String("app")).toObject());
     const QJsonObject version = json.value(QLatin1String("version")).toObject();
-    if (!app)
+    const auto state = IntMember(version, "state", AppSnapshotGray, AppSnapshotOnline);
+    if (!app || !state)
         return std::nullopt;
-    const VersionServiceReleasedApp released{*app,
-                                             Text(version, "id"),
-                                             Text(version, "name"),
-                                             Text(version, "description"),
-                                             version.value(QLatin1String("state")).toInt(),
-                                             Time(json, "releasedAt")};
-    if (!ServiceRoute::IsValidId(released.versionId) || (released.state != 2 && released.state != 3))
-        return std::nullopt;
-    return released;
+    const VersionServiceReleasedApp released{
+        *app,   Text(version, "id"),     Text(version, "name"), Text(version, "description"),
+        *state, Time(json, "releasedAt")};
+    return ServiceRoute::IsValidId(released.versionId) ? std::optional(released) : std::nullopt;
 }

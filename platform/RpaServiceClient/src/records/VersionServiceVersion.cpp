@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include <RpaCore/RpaAppSnapshot.h>
 #include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/versions/VersionServiceVersion.h>
@@ -34,7 +35,7 @@ std::optional<VersionServiceVersion> VersionServiceVersion::Read(const QJsonObje
     const auto apiVersion = TextMember(json, "apiVersion");
     const auto pin = TextMember(json, "pin");
     const auto sha256 = TextMember(json, "sha256");
-    const auto state = ServiceAnswers::IntMember(json, "state", 1, 3);
+    const auto state = ServiceAnswers::IntMember(json, "state", AppSnapshotDevelop, AppSnapshotOnline);
     const auto revision = ServiceAnswers::IntMember(json, "revision", 1, std::numeric_limits<int>::max());
     if (!id || !appId || !name || !description || !apiVersion || !pin || !sha256 || !state || !revision ||
         !ServiceRoute::IsValidId(*id) || !IsSha256Hex(*sha256))
@@ -45,7 +46,7 @@ std::optional<VersionServiceVersion> VersionServiceVersion::Read(const QJsonObje
 
 std::optional<VersionServiceVersion> VersionServiceVersion::ReadSaved(const WbHttpAnswer& answer)
 {
-    const auto version = ServiceAnswers::ReadRecord<VersionServiceVersion>(answer);
+    const auto version = ServiceAnswers::ReadAs<VersionServiceVersion>(answer);
     if (!version || version->sha256 != answer.sentDigest.toHex() ||
         version->revision != ServiceAnswers::RevisionOf(answer))
         return std::nullopt;

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
@@ -13,9 +12,5 @@ struct CopyAppRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Change("POST", "/apps/" + ServiceRoute::Escaped(appId) + "/copies");
-    }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
+    WbHttpRequest ToHttp() const { return ServiceRoute::Change("POST", "/apps/%1/copies", appId); }
 };

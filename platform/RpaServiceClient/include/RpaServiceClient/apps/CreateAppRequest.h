@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
@@ -20,7 +19,6 @@ struct CreateAppRequest
         QJsonObject body{{QStringLiteral("name"), name}, {QStringLiteral("kind"), kind}};
         if (anyName)
             body.insert(QStringLiteral("anyName"), true);
-        return ServiceRoute::Change("POST", "/apps", body);
+        return ServiceRoute::Change("POST", "/apps", {}, body);
     }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

@@ -12,9 +12,5 @@ struct DeleteAppRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Silent(ServiceRoute::Change("DELETE", "/apps/" + ServiceRoute::Escaped(appId)));
-    }
-    static constexpr auto Read = ServiceAnswers::ReadNothing;
+    WbHttpRequest ToHttp() const { return ServiceRoute::ChangeOnly("DELETE", "/apps/%1", appId); }
 };

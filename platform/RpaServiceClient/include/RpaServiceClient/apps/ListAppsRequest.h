@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
@@ -13,12 +12,5 @@ struct ListAppsRequest
 
     QString nameFilter = {}; // empty: all
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Fetch("/apps?query=" + ServiceRoute::Escaped(nameFilter));
-    }
-    static std::optional<Answer> Read(const WbHttpAnswer& answer)
-    {
-        return ServiceAnswers::ReadList<Answer>(answer, "apps");
-    }
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/apps?query=%1", nameFilter); }
 };

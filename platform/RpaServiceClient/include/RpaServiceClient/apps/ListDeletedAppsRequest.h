@@ -9,6 +9,7 @@
 // An app in the bin.
 struct VersionServiceDeletedApp
 {
+    static constexpr const char* listName = "apps";
     VersionServiceApp app;
     QDateTime deletedAt; // UTC
 
@@ -27,8 +28,4 @@ struct ListDeletedAppsRequest
     using Answer = QVector<VersionServiceDeletedApp>;
 
     WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/deleted-apps"); }
-    static std::optional<Answer> Read(const WbHttpAnswer& answer)
-    {
-        return ServiceAnswers::ReadList<Answer>(answer, "apps");
-    }
 };

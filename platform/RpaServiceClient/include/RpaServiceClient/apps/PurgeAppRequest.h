@@ -12,10 +12,5 @@ struct PurgeAppRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Silent(
-            ServiceRoute::Change("DELETE", "/deleted-apps/" + ServiceRoute::Escaped(appId)));
-    }
-    static constexpr auto Read = ServiceAnswers::ReadNothing;
+    WbHttpRequest ToHttp() const { return ServiceRoute::ChangeOnly("DELETE", "/deleted-apps/%1", appId); }
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
@@ -16,8 +15,6 @@ struct RenameAppRequest
 
     WbHttpRequest ToHttp() const
     {
-        return ServiceRoute::Change("PATCH", "/apps/" + ServiceRoute::Escaped(appId),
-                                    {{QStringLiteral("name"), name}});
+        return ServiceRoute::Change("PATCH", "/apps/%1", appId, {{QStringLiteral("name"), name}});
     }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
@@ -13,9 +12,5 @@ struct RestoreAppRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Change("POST", "/deleted-apps/" + ServiceRoute::Escaped(appId) + "/restore");
-    }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
+    WbHttpRequest ToHttp() const { return ServiceRoute::Change("POST", "/deleted-apps/%1/restore", appId); }
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
@@ -18,8 +17,7 @@ struct SetTagsRequest
 
     WbHttpRequest ToHttp() const
     {
-        return ServiceRoute::Change("PATCH", "/apps/" + ServiceRoute::Escaped(appId),
+        return ServiceRoute::Change("PATCH", "/apps/%1", appId,
                                     {{QStringLiteral("tags"), QJsonArray::fromStringList(tags)}});
     }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

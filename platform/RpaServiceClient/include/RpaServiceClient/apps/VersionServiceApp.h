@@ -15,6 +15,7 @@ class QJsonObject;
 
 struct RPASERVICECLIENT_EXPORT VersionServiceApp
 {
+    static constexpr const char* listName = "apps";
     QString id;
     QString name;
     int kind = 0; // 0 visual process, 1 program process

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/invitations/VersionServiceInvitation.h>
 
@@ -18,8 +17,7 @@ struct CreateInvitationRequest
     WbHttpRequest ToHttp() const
     {
         return ServiceRoute::Change(
-            "POST", "/apps/" + ServiceRoute::Escaped(appId) + "/invitations",
+            "POST", "/apps/%1/invitations", appId,
             {{QStringLiteral("validDays"), validDays}, {QStringLiteral("mostUses"), mostUses}});
     }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

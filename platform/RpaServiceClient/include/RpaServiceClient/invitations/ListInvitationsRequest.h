@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/invitations/VersionServiceInvitation.h>
 
@@ -13,12 +12,5 @@ struct ListInvitationsRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Fetch("/apps/" + ServiceRoute::Escaped(appId) + "/invitations");
-    }
-    static std::optional<Answer> Read(const WbHttpAnswer& answer)
-    {
-        return ServiceAnswers::ReadList<Answer>(answer, "invitations");
-    }
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/apps/%1/invitations", appId); }
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 
@@ -15,7 +14,6 @@ struct RedeemInvitationRequest
 
     WbHttpRequest ToHttp() const
     {
-        return ServiceRoute::Change("POST", "/invitations/redeem", {{QStringLiteral("code"), code}});
+        return ServiceRoute::Change("POST", "/invitations/redeem", {}, {{QStringLiteral("code"), code}});
     }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/invitations/VersionServiceInvitation.h>
 
@@ -13,9 +12,5 @@ struct RevokeInvitationRequest
 
     QString invitationId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Change("DELETE", "/invitations/" + ServiceRoute::Escaped(invitationId));
-    }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
+    WbHttpRequest ToHttp() const { return ServiceRoute::Change("DELETE", "/invitations/%1", invitationId); }
 };

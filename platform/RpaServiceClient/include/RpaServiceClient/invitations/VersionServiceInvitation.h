@@ -15,6 +15,7 @@ class QJsonObject;
 // A code that opens the gray versions of an app to whoever redeems it.
 struct RPASERVICECLIENT_EXPORT VersionServiceInvitation
 {
+    static constexpr const char* listName = "invitations";
     QString id;
     QString code; // "XXXXX-XXXXX"
     QString appId;

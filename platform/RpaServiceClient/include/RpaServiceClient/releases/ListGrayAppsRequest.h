@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 
@@ -12,8 +11,4 @@ struct ListGrayAppsRequest
     using Answer = QVector<VersionServiceReleasedApp>;
 
     WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/gray-apps"); }
-    static std::optional<Answer> Read(const WbHttpAnswer& answer)
-    {
-        return ServiceAnswers::ReadList<Answer>(answer, "apps");
-    }
 };

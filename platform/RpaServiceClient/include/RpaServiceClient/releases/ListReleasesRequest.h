@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <RpaCore/RpaAppSnapshot.h>
 #include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 
@@ -12,6 +13,7 @@
 // A gray or online version as the authors of its app see it.
 struct VersionServiceRelease
 {
+    static constexpr const char* listName = "releases";
     QString versionId;
     QString versionName;
     QString description;
@@ -24,16 +26,15 @@ struct VersionServiceRelease
     {
         using namespace ServiceAnswers;
         const QJsonObject version = json.value(QLatin1String("version")).toObject();
+        const auto state = IntMember(version, "state", AppSnapshotGray, AppSnapshotOnline);
         const VersionServiceRelease release{Text(version, "id"),
                                             Text(version, "name"),
                                             Text(version, "description"),
-                                            version.value(QLatin1String("state")).toInt(),
+                                            state.value_or(0),
                                             Time(json, "releasedAt"),
                                             json.value(QLatin1String("present")).toBool(),
                                             version.value(QLatin1String("withdrawnAt")).toDouble() != 0};
-        const bool isReleased = release.state == 2 || release.state == 3;
-        return ServiceRoute::IsValidId(release.versionId) && isReleased ? std::optional(release)
-                                                                        : std::nullopt;
+        return ServiceRoute::IsValidId(release.versionId) && state ? std::optional(release) : std::nullopt;
     }
 };
 
@@ -44,19 +45,17 @@ struct ListReleasesRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Fetch("/apps/" + ServiceRoute::Escaped(appId) + "/releases");
-    }
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/apps/%1/releases", appId); }
     static std::optional<Answer> Read(const WbHttpAnswer& answer)
     {
-        const auto releases = ServiceAnswers::ReadList<Answer>(answer, "releases");
+        const auto releases = ServiceAnswers::ReadAs<Answer>(answer);
         // Users have one version of a state; whoever is told of two would take back the wrong one.
         const auto count = [&releases](int state) {
             return std::count_if(releases->cbegin(), releases->cend(), [state](const auto& release) {
                 return release.present && release.state == state;
             });
         };
-        return releases && count(2) < 2 && count(3) < 2 ? releases : std::nullopt;
+        return releases && count(AppSnapshotGray) < 2 && count(AppSnapshotOnline) < 2 ? releases
+                                                                                      : std::nullopt;
     }
 };

@@ -38,11 +38,8 @@ struct ReleaseVersionRequest
 
     WbHttpRequest ToHttp() const
     {
-        WbHttpRequest request =
-            ServiceRoute::Change("POST", "/versions/" + ServiceRoute::Escaped(versionId) + "/release",
-                                 {{QStringLiteral("type"), publishType}});
-        ServiceRoute::AddRevision(&request, revision);
-        return request;
+        return ServiceRoute::AtRevision(ServiceRoute::Change("POST", "/versions/%1/release", versionId,
+                                                             {{QStringLiteral("type"), publishType}}),
+                                        revision);
     }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

@@ -19,7 +19,7 @@ struct TakeBackRequest
 
     WbHttpRequest ToHttp() const
     {
-        return ServiceRoute::Change("POST", "/apps/" + ServiceRoute::Escaped(appId) + "/take-back",
+        return ServiceRoute::Change("POST", "/apps/%1/take-back", appId,
                                     {{QStringLiteral("state"), state},
                                      {QStringLiteral("from"), from},
                                      {QStringLiteral("to"), to},

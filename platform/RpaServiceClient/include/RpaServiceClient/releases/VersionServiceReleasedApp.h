@@ -9,6 +9,7 @@
 // What a user may run: the newest online or gray version of an app.
 struct RPASERVICECLIENT_EXPORT VersionServiceReleasedApp
 {
+    static constexpr const char* listName = "apps";
     VersionServiceApp app;
     QString versionId;
     QString versionName;

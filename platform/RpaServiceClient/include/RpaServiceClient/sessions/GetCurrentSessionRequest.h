@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/sessions/VersionServiceSession.h>
 
@@ -12,5 +11,4 @@ struct GetCurrentSessionRequest
     using Answer = VersionServiceSession;
 
     WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/sessions/current"); }
-    static constexpr auto Read = ServiceAnswers::ReadRecord<Answer>;
 };

@@ -17,7 +17,7 @@ struct SignInRequest
 
     WbHttpRequest ToHttp() const
     {
-        WbHttpRequest request = ServiceRoute::Change("POST", "/sessions",
+        WbHttpRequest request = ServiceRoute::Change("POST", "/sessions", {},
                                                      {{QStringLiteral("account"), account},
                                                       {QStringLiteral("password"), password},
                                                       {QStringLiteral("stay"), stay}});
@@ -28,7 +28,7 @@ struct SignInRequest
     }
     static std::optional<Answer> Read(const WbHttpAnswer& answer)
     {
-        const auto session = ServiceAnswers::ReadRecord<Answer>(answer);
+        const auto session = ServiceAnswers::ReadAs<Answer>(answer);
         return session && !session->token.isEmpty() ? session : std::nullopt;
     }
 };

@@ -10,9 +10,5 @@ struct SignOutRequest
 {
     using Answer = VersionServiceNothing;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Silent(ServiceRoute::Change("DELETE", "/sessions/current"));
-    }
-    static constexpr auto Read = ServiceAnswers::ReadNothing;
+    WbHttpRequest ToHttp() const { return ServiceRoute::ChangeOnly("DELETE", "/sessions/current"); }
 };

@@ -13,6 +13,7 @@
 // How often the accounts of the vendor did something on a day.
 struct VersionServiceUsageCount
 {
+    static constexpr const char* listName = "counts";
     QDate day; // UTC
     QString event;
     int count = 0;
@@ -34,9 +35,5 @@ struct ListUsageRequest
 
     int days = 0; // 1–90, today included
 
-    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/usage?days=" + QByteArray::number(days)); }
-    static std::optional<Answer> Read(const WbHttpAnswer& answer)
-    {
-        return ServiceAnswers::ReadList<Answer>(answer, "counts");
-    }
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/usage?days=%1", QString::number(days)); }
 };

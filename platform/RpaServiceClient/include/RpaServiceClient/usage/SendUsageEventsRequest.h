@@ -14,8 +14,6 @@ struct SendUsageEventsRequest
 
     WbHttpRequest ToHttp() const
     {
-        return ServiceRoute::Silent(
-            ServiceRoute::Change("POST", "/usage-events", {{QStringLiteral("events"), events}}));
+        return ServiceRoute::ChangeOnly("POST", "/usage-events", {}, {{QStringLiteral("events"), events}});
     }
-    static constexpr auto Read = ServiceAnswers::ReadNothing;
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/versions/VersionServiceContent.h>
 #include <RpaServiceClient/versions/VersionServiceVersion.h>
@@ -17,8 +16,7 @@ struct CreateVersionRequest
 
     WbHttpRequest ToHttp() const
     {
-        WbHttpRequest request =
-            ServiceRoute::Change("POST", "/apps/" + ServiceRoute::Escaped(appId) + "/versions");
+        WbHttpRequest request = ServiceRoute::Change("POST", "/apps/%1/versions", appId);
         content.PutInto(&request);
         return request;
     }

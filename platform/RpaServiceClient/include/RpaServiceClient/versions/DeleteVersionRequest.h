@@ -15,10 +15,7 @@ struct DeleteVersionRequest
 
     WbHttpRequest ToHttp() const
     {
-        WbHttpRequest request = ServiceRoute::Silent(
-            ServiceRoute::Change("DELETE", "/versions/" + ServiceRoute::Escaped(versionId)));
-        ServiceRoute::AddRevision(&request, revision);
-        return request;
+        return ServiceRoute::AtRevision(ServiceRoute::ChangeOnly("DELETE", "/versions/%1", versionId),
+                                        revision);
     }
-    static constexpr auto Read = ServiceAnswers::ReadNothing;
 };

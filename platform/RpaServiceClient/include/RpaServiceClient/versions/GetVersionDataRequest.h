@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 
 // The app data of a version that the account may edit or run, verified against its digest. What it holds is for
@@ -15,8 +14,7 @@ struct GetVersionDataRequest
 
     WbHttpRequest ToHttp() const
     {
-        WbHttpRequest request =
-            ServiceRoute::Fetch("/versions/" + ServiceRoute::Escaped(versionId) + "/data");
+        WbHttpRequest request = ServiceRoute::Fetch("/versions/%1/data", versionId);
         request.expectation.contentDigest = true;
         request.expectation.outline = true;
         return request;

@@ -10,6 +10,7 @@
 // One save of a version.
 struct VersionServiceSave
 {
+    static constexpr const char* listName = "saves";
     QString versionId;
     int revision = 0;
     QString pin;       // who saved it
@@ -35,12 +36,5 @@ struct ListSavesRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Fetch("/apps/" + ServiceRoute::Escaped(appId) + "/saves");
-    }
-    static std::optional<Answer> Read(const WbHttpAnswer& answer)
-    {
-        return ServiceAnswers::ReadList<Answer>(answer, "saves");
-    }
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/apps/%1/saves", appId); }
 };

@@ -15,13 +15,10 @@ struct ListVersionsRequest
 
     QString appId;
 
-    WbHttpRequest ToHttp() const
-    {
-        return ServiceRoute::Fetch("/apps/" + ServiceRoute::Escaped(appId) + "/versions");
-    }
+    WbHttpRequest ToHttp() const { return ServiceRoute::Fetch("/apps/%1/versions", appId); }
     static std::optional<Answer> Read(const WbHttpAnswer& answer)
     {
-        const auto versions = ServiceAnswers::ReadList<Answer>(answer, "versions");
+        const auto versions = ServiceAnswers::ReadAs<Answer>(answer);
         QSet<QString> ids;
         const Answer list = versions.value_or(Answer());
         for (const VersionServiceVersion& version : list)

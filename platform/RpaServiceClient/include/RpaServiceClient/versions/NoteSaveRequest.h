@@ -16,9 +16,8 @@ struct NoteSaveRequest
 
     WbHttpRequest ToHttp() const
     {
-        return ServiceRoute::Silent(
-            ServiceRoute::Change("PUT", "/versions/" + ServiceRoute::Escaped(versionId) + "/note",
-                                 {{QStringLiteral("revision"), revision}, {QStringLiteral("note"), note}}));
+        return ServiceRoute::ChangeOnly(
+            "PUT", "/versions/%1/note", versionId,
+            {{QStringLiteral("revision"), revision}, {QStringLiteral("note"), note}});
     }
-    static constexpr auto Read = ServiceAnswers::ReadNothing;
 };

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <RpaServiceClient/ServiceAnswers.h>
 #include <RpaServiceClient/ServiceRoute.h>
 #include <RpaServiceClient/versions/VersionServiceContent.h>
 #include <RpaServiceClient/versions/VersionServiceVersion.h>
@@ -18,8 +17,8 @@ struct OverwriteVersionRequest
 
     WbHttpRequest ToHttp() const
     {
-        WbHttpRequest request = ServiceRoute::Change("PUT", "/versions/" + ServiceRoute::Escaped(versionId));
-        ServiceRoute::AddRevision(&request, revision);
+        WbHttpRequest request =
+            ServiceRoute::AtRevision(ServiceRoute::Change("PUT", "/versions/%1", versionId), revision);
         content.PutInto(&request);
         return request;
     }

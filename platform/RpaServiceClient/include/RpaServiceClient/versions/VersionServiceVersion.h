@@ -16,6 +16,7 @@ struct WbHttpAnswer;
 // A version as its app's list shows it.
 struct RPASERVICECLIENT_EXPORT VersionServiceVersion
 {
+    static constexpr const char* listName = "versions";
     QString id;
     QString name;
     int state = 1; // 1 develop, 2 gray, 3 online
