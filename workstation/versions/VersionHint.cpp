@@ -113,7 +113,6 @@ void VersionHint::ShowRow(const QModelIndex& index)
         return;
     row = index.row();
     Update();
-    Place(View()->window()->frameGeometry(), false);
     setVisible(!details->isHidden());
 }
 
@@ -124,7 +123,6 @@ bool VersionHint::ShowCurrent()
     desk->Load();
     row = -1;
     Update();
-    Place({box->mapToGlobal(QPoint()), box->size()}, true);
     setVisible(!details->isHidden());
     return isVisible();
 }
@@ -153,36 +151,46 @@ void VersionHint::Update()
         part->updateGeometry();
     }
     FitSize();
+    Place();
 }
 
-// Wide enough for who saved it and when in one line.
+QRect VersionHint::Beside() const
+{
+    return row < 0 ? QRect(box->mapToGlobal(QPoint()), box->size()) : View()->window()->frameGeometry();
+}
+
+// Wide enough for who saved it and when in one line, where there is room beside the list.
 void VersionHint::FitSize()
 {
     const QSize frame = size() - contentsRect().size();
     const QMargins margins = layout()->contentsMargins();
-    int wanted = DpiTool::ScaleDefault(hintWidth);
+    int wanted = 0;
     for (const auto* save : details->findChildren<QLabel*>(QStringLiteral("labelVersionSave")))
         wanted = qMax(wanted, save->fontMetrics().horizontalAdvance(save->text()) + margins.left() +
                                   margins.right() + frame.width() + 1);
-    setFixedWidth(qMin(wanted, DpiTool::ScaleDefault(mostWidth)));
+    const QRect room = box->screen()->availableGeometry();
+    const QRect beside = Beside();
+    const int spare = qMax(room.right() - beside.right(), beside.left() - room.left()) - gap;
+    wanted = qMin(wanted, qMin(DpiTool::ScaleDefault(mostWidth), row < 0 ? room.width() : spare));
+    setFixedWidth(qMax(wanted, DpiTool::ScaleDefault(hintWidth)));
     layout()->invalidate();
     setFixedHeight(layout()->heightForWidth(width() - frame.width()) + frame.height());
 }
 
 // Beside the list, where there is more room, and clear of the buttons in the row of the box; below the closed
 // box.
-void VersionHint::Place(const QRect& beside, bool below)
+void VersionHint::Place()
 {
-    const QScreen* const screen = box->screen();
-    const QRect room = screen->availableGeometry();
+    const QRect beside = Beside();
+    const QRect room = box->screen()->availableGeometry();
     QPoint place(beside.left(), beside.bottom() + 1 + gap);
-    if (!below) {
+    if (row >= 0) {
         const int right = beside.right() + 1 + gap;
         const int left = beside.left() - gap - width();
         const bool fitsRight = right + width() <= room.right() + 1;
         const int under = box->mapToGlobal(QPoint(0, box->height())).y() + gap;
-        place = {fitsRight ? right : left,
-                 beside.bottom() < under ? beside.top() : qMax(beside.top(), under)};
+        const bool isAbove = beside.bottom() < under;
+        place = {fitsRight ? right : left, isAbove ? beside.top() : qMax(beside.top(), under)};
     }
     place.setX(qBound(room.left(), place.x(), qMax(room.left(), room.right() + 1 - width())));
     place.setY(qBound(room.top(), place.y(), qMax(room.top(), room.bottom() + 1 - height())));

@@ -41,7 +41,9 @@ private:
     void FollowList(const QWidget& widget, QEvent::Type what);
     void Update();
     void FitSize();
-    void Place(const QRect& beside, bool below);
+    void Place();
+    // What it stands beside: the open list, or the closed box.
+    QRect Beside() const;
 
     // While they are destroyed they are widgets and no more, and still send events.
     const QPointer<QWidget> box;
