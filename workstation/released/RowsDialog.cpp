@@ -99,6 +99,7 @@ void RowsDialog::FitRows(int most)
     if (!isVisible())
         return;
     const QPoint middle = geometry().center();
+    ui->layoutDialog->activate(); // or the size would be that of before
     adjustSize();
     move(pos() + middle - geometry().center());
 }

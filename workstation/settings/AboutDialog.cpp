@@ -98,6 +98,7 @@ void AboutDialog::ShowDetails(bool shown)
 {
     const QPoint middle = geometry().center();
     details->setVisible(shown);
+    GetContentWidget()->layout()->activate(); // or the size would be that of before
     adjustSize();
     move(pos() + middle - geometry().center());
 }
