@@ -134,7 +134,7 @@ void PropertyPanel::Build()
     content->setObjectName(QStringLiteral("propertyContent"));
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(12); // a message stands nearer to its field than to the next one
+    layout->setSpacing(8); // a message stands nearer to its field than to the next one
     layout->addWidget(BuildHeader(node->GetCommand()));
     layout->addSpacing(8);
     if (const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(node->GetCommand())) {
