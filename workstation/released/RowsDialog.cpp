@@ -16,6 +16,7 @@ RowsDialog::RowsDialog(const QString& title, const QString& caption, QWidget* pa
     ui->setupUi(GetContentWidget());
     SetTitle(title);
     ui->labelCaption->setText(caption);
+    ui->buttonClose->setFocus();
     connect(ui->buttonClose, &QPushButton::clicked, this, &QDialog::accept);
 }
 
