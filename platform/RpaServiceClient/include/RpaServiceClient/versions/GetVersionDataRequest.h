@@ -3,6 +3,13 @@
 #pragma once
 
 #include <RpaServiceClient/ServiceRoute.h>
+#include <WbHttpModule/WbHttpAnswer.h>
+
+#include <optional>
+
+#include <optional>
+
+#include <optional>
 
 // The app data of a version that the account may edit or run, verified against its digest. What it holds is for
 // whoever asks to judge; the outline in the answer tells.
