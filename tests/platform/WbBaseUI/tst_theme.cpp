@@ -105,6 +105,10 @@ void TestTheme::keepsTextReadable_data()
     for (const WbColor ground : grounds)
         AddPair(WbColor::TextDisabled, ground, kDisabledContrast);
     AddPair(WbColor::DangerText, WbColor::Selection, kTextContrast);
+    // The texts of a statement that is selected or runs, commented out or not.
+    AddPair(WbColor::TextSecondary, WbColor::ExecutionLine, kTextContrast);
+    AddPair(WbColor::SuccessText, WbColor::ExecutionLine, kTextContrast);
+    AddPair(WbColor::SuccessText, WbColor::Selection, kTextContrast);
     for (const WbColor ground : {WbColor::Window, WbColor::Surface, WbColor::SurfaceRaised, WbColor::Field}) {
         for (const WbColor front :
              {WbColor::AccentText, WbColor::DangerText, WbColor::WarningText, WbColor::SuccessText})
