@@ -259,16 +259,13 @@ QByteArray RpaAppData::ToJson() const
 
 IJsonParser::Commit RpaAppData::ReadJson(JsonReader& reader)
 {
-    if (reader.GetType() != JsonReader::Type::Object) {
-        reader.Fail(QStringLiteral("应用数据应为对象"));
+    if (!reader.RequireObject(QStringLiteral("应用数据应为对象")))
         return {};
-    }
     QString version = d->version;
     RpaAppExtendInfo extendInfo = d->extendInfo;
     QByteArray unknown;
     QByteArray unknownExtendInfo;
     QVector<Commit> commits;
-    reader.EnterObject();
     while (reader.NextMember())
         if (IJsonParser* part = d->FindPart(reader))
             commits.append(part->ReadJson(reader));

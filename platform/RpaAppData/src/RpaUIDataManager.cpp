@@ -257,14 +257,11 @@ void RpaUIDataManager::WriteJson(JsonWriter& writer) const
 
 IJsonParser::Commit RpaUIDataManager::ReadJson(JsonReader& reader)
 {
-    if (reader.GetType() != JsonReader::Type::Object) {
-        reader.Fail(QStringLiteral("界面数据应为对象"));
+    if (!reader.RequireObject(QStringLiteral("界面数据应为对象")))
         return {};
-    }
     // A commit must be copyable, pages are not.
     const auto pages = std::make_shared<std::vector<Private::Page>>();
     QByteArray unknown;
-    reader.EnterObject();
     while (reader.NextMember())
         if (reader.IsKey("pages"))
             *pages = Private::ReadPages(reader);

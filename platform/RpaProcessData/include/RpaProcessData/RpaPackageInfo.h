@@ -34,7 +34,7 @@ public:
     void SetPackageInfo(const RpaPackageInfo& other);
 
     // The items themselves, shared.
-    QList<QSharedPointer<PackageItem>> GetListPackageItemPtr() const;
+    QList<QSharedPointer<PackageItem>> GetListPackageItemPtr() const { return items; }
     void SetListPackageItemPtr(const QList<QSharedPointer<PackageItem>>& newItems);
 
     void WriteJson(JsonWriter& writer) const override;

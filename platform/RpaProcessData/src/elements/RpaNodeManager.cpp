@@ -100,14 +100,6 @@ RpaNode Bounded(const RpaNode& node)
 class RpaNodeManager::Private
 {
 public:
-    int IndexOfName(const QString& name) const
-    {
-        for (int i = 0; i < nodes.size(); ++i)
-            if (nodes.at(i).name == name)
-                return i;
-        return -1;
-    }
-
     int IndexOfId(const QString& id) const
     {
         for (int i = 0; i < nodes.size(); ++i)
@@ -193,13 +185,10 @@ void RpaNodeManager::WriteJson(JsonWriter& writer) const
 
 IJsonParser::Commit RpaNodeManager::ReadJson(JsonReader& reader)
 {
-    if (reader.GetType() != JsonReader::Type::Object) {
-        reader.Fail(QStringLiteral("元素库应为对象"));
+    if (!reader.RequireObject(QStringLiteral("元素库应为对象")))
         return {};
-    }
     QVector<RpaNode> nodes;
     QByteArray unknown;
-    reader.EnterObject();
     while (reader.NextMember())
         if (reader.IsKey("nodes"))
             nodes = ReadNodes(reader);

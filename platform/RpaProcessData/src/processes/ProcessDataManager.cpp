@@ -226,14 +226,11 @@ void ProcessDataManager::WriteJson(JsonWriter& writer) const
 
 IJsonParser::Commit ProcessDataManager::ReadJson(JsonReader& reader)
 {
-    if (reader.GetType() != JsonReader::Type::Object) {
-        reader.Fail(QStringLiteral("流程数据应为对象"));
+    if (!reader.RequireObject(QStringLiteral("流程数据应为对象")))
         return {};
-    }
     // A commit must be copyable, processes are not.
     const auto read = std::make_shared<Private::Processes>();
     QByteArray unknown;
-    reader.EnterObject();
     while (reader.NextMember())
         if (reader.IsKey("processes"))
             *read = Private::ReadProcesses(reader);

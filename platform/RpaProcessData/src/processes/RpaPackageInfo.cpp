@@ -63,11 +63,6 @@ void RpaPackageInfo::SetPackageInfo(const RpaPackageInfo& other)
     items = copies;
 }
 
-QList<QSharedPointer<PackageItem>> RpaPackageInfo::GetListPackageItemPtr() const
-{
-    return items;
-}
-
 void RpaPackageInfo::SetListPackageItemPtr(const QList<QSharedPointer<PackageItem>>& newItems)
 {
     items = newItems;
@@ -91,12 +86,9 @@ void RpaPackageInfo::WriteJson(JsonWriter& writer) const
 
 IJsonParser::Commit RpaPackageInfo::ReadJson(JsonReader& reader)
 {
-    if (reader.GetType() != JsonReader::Type::Object) {
-        reader.Fail(QStringLiteral("包信息应为对象"));
+    if (!reader.RequireObject(QStringLiteral("包信息应为对象")))
         return {};
-    }
     QList<QSharedPointer<PackageItem>> read = items;
-    reader.EnterObject();
     while (reader.NextMember())
         if (reader.IsKey("packages"))
             read = ReadItems(reader);

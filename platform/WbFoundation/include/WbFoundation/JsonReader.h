@@ -47,6 +47,8 @@ public:
     // False, going past the value, when it is of another type.
     bool EnterObject();
     bool EnterArray();
+    // False, with the reader in error for that reason, when the value is no object.
+    bool RequireObject(const QString& refusal);
     // Goes to the next member / element of the innermost object / array entered; false at its end, which is
     // left then.
     bool NextMember();
@@ -65,8 +67,6 @@ public:
     bool ReadDouble(double& value); // also from a string
     // Objects become QVariantMap, arrays QVariantList, whole numbers qlonglong, others double.
     bool ReadVariant(QVariant& value);
-    // The text of the value as it stands.
-    bool ReadRaw(QByteArray& value);
     void Skip();
     // Appends the current member, `"key":value`, to a list of members that JsonWriter::RawMembers writes
     // back: what a newer client wrote survives in this way.

@@ -50,6 +50,13 @@ bool JsonReader::EnterArray()
     return d->Expect(Type::Array) && d->cursor.Enter();
 }
 
+bool JsonReader::RequireObject(const QString& refusal)
+{
+    if (GetType() != Type::Object)
+        Fail(refusal);
+    return EnterObject();
+}
+
 bool JsonReader::NextMember()
 {
     return d->cursor.Next();
@@ -192,16 +199,6 @@ bool JsonReader::ReadVariant(QVariant& value)
         break;
     }
     return !HasError();
-}
-
-bool JsonReader::ReadRaw(QByteArray& value)
-{
-    const char* begin = d->cursor.GetPosition();
-    d->cursor.Skip();
-    if (HasError())
-        return false;
-    value = QByteArray(begin, static_cast<int>(d->cursor.GetPosition() - begin));
-    return true;
 }
 
 void JsonReader::Skip()

@@ -6,14 +6,12 @@
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
 
-#include <QHash>
 #include <QMetaProperty>
-#include <QMutex>
 #include <QStringList>
 #include <QVector>
 
 #include <limits>
-#include <memory>
+#include <utility>
 
 namespace
 {
@@ -28,12 +26,6 @@ QVector<QMetaProperty> PropertiesOf(const QObject& record)
             properties.append(property);
     }
     return properties;
-}
-
-IJsonParser* OwnedRecord(const QObject& record, const QMetaProperty& property)
-{
-    const bool isPointer = QMetaType(property.userType()).flags().testFlag(QMetaType::PointerToQObject);
-    return isPointer ? qobject_cast<IJsonParser*>(property.read(&record).value<QObject*>()) : nullptr;
 }
 
 template <class T>
@@ -117,27 +109,11 @@ QVariant ReadSimple(int metaType, JsonReader& reader)
     }
 }
 
-struct RecordLists
+QVariant ReadProperty(const QMetaProperty& property, JsonReader& reader)
 {
-    QMutex mutex;
-    QHash<int, std::shared_ptr<const void>> types;
-};
-Q_GLOBAL_STATIC(RecordLists, recordLists)
+    return ReadSimple(property.isEnumType() ? int(QMetaType::Int) : property.userType(), reader);
+}
 } // namespace
-
-void IJsonParser::RegisterRecordListType(int metaType, const RecordListType& type)
-{
-    const QMutexLocker locked(&recordLists->mutex);
-    // A type stays for ever once registered, so that pointers to it may be used without the lock.
-    if (!recordLists->types.contains(metaType))
-        recordLists->types.insert(metaType, std::make_shared<const RecordListType>(type));
-}
-
-const IJsonParser::RecordListType* JsonReflection::FindRecordList(int metaType)
-{
-    const QMutexLocker locked(&recordLists->mutex);
-    return static_cast<const RecordListType*>(recordLists->types.value(metaType).get());
-}
 
 void JsonReflection::Write(const IJsonParser& record, JsonWriter& writer)
 {
@@ -145,96 +121,36 @@ void JsonReflection::Write(const IJsonParser& record, JsonWriter& writer)
     const QVector<QMetaProperty> properties = PropertiesOf(record);
     for (const QMetaProperty& property : properties) {
         writer.Key(property.name());
-        if (const IJsonParser* owned = OwnedRecord(record, property))
-            owned->WriteJson(writer);
-        else if (property.isEnumType())
-            writer.Int(property.read(&record).toInt());
+        const QVariant value = property.read(&record);
+        if (property.isEnumType())
+            writer.Int(value.toInt());
+        else if (value.userType() == QMetaType::QByteArray)
+            writer.Utf8(JsonBytes::Encode(value.toByteArray()));
         else
-            WriteValue(property.read(&record), writer);
+            writer.Variant(value);
     }
     writer.EndObject();
 }
 
-void JsonReflection::WriteValue(const QVariant& value, JsonWriter& writer)
-{
-    if (value.userType() == QMetaType::QByteArray) {
-        writer.Utf8(JsonBytes::Encode(value.toByteArray()));
-        return;
-    }
-    const RecordListType* list = FindRecordList(value.userType());
-    if (!list) {
-        writer.Variant(value);
-        return;
-    }
-    writer.BeginArray();
-    const RecordList records = list->toRecords(value);
-    for (const QSharedPointer<IJsonParser>& record : records)
-        if (record)
-            record->WriteJson(writer);
-    writer.EndArray();
-}
-
 IJsonParser::Commit JsonReflection::Read(IJsonParser& record, JsonReader& reader)
 {
-    if (reader.GetType() != JsonReader::Type::Object) {
-        reader.Fail(QStringLiteral("此处应为对象"));
+    if (!reader.RequireObject(QStringLiteral("此处应为对象")))
         return {};
-    }
-    QVector<IJsonParser::Commit> commits;
+    QVector<std::pair<QMetaProperty, QVariant>> values;
     const QVector<QMetaProperty> properties = PropertiesOf(record);
-    reader.EnterObject();
     while (reader.NextMember()) {
         for (const QMetaProperty& property : properties) {
             if (reader.IsKey(property.name())) {
-                commits.append(ReadProperty(record, property, reader));
+                values.push_back({property, ReadProperty(property, reader)});
                 break;
             }
         }
     }
-    return [commits] {
-        for (const IJsonParser::Commit& commit : commits)
-            if (commit)
-                commit();
+    return [&record, values] {
+        for (const auto& [property, value] : values)
+            if (value.isValid() && property.isWritable())
+                property.write(&record, value);
     };
-}
-
-IJsonParser::Commit JsonReflection::ReadProperty(IJsonParser& record, const QMetaProperty& property,
-                                                 JsonReader& reader)
-{
-    if (IJsonParser* owned = OwnedRecord(record, property)) {
-        if (reader.GetType() == JsonReader::Type::Object)
-            return owned->ReadJson(reader);
-        reader.Skip();
-        return {};
-    }
-
-    QVariant value;
-    if (property.isEnumType())
-        value = ReadSimple(QMetaType::Int, reader);
-    else if (const RecordListType* list = FindRecordList(property.userType()))
-        value = ReadRecordList(*list, reader);
-    else
-        value = ReadSimple(property.userType(), reader);
-    if (!value.isValid() || !property.isWritable())
-        return {};
-    return [&record, property, value] { property.write(&record, value); };
-}
-
-QVariant JsonReflection::ReadRecordList(const RecordListType& type, JsonReader& reader)
-{
-    RecordList records;
-    if (!reader.EnterArray())
-        return QVariant();
-    while (reader.NextElement()) {
-        if (reader.GetType() != JsonReader::Type::Object)
-            continue;
-        const QSharedPointer<IJsonParser> record = type.create();
-        // Nobody sees the new record before the whole text has proved good.
-        if (const IJsonParser::Commit commit = record->ReadJson(reader))
-            commit();
-        records.append(record);
-    }
-    return type.toList(records);
 }
 
 void JsonReflection::Copy(IJsonParser& target, const IJsonParser& source)
@@ -242,27 +158,8 @@ void JsonReflection::Copy(IJsonParser& target, const IJsonParser& source)
     const QVector<QMetaProperty> properties = PropertiesOf(source);
     for (const QMetaProperty& property : properties) {
         const int index = target.metaObject()->indexOfProperty(property.name());
-        if (index < 0)
-            continue;
         const QMetaProperty own = target.metaObject()->property(index);
-        const IJsonParser* owned = OwnedRecord(source, property);
-        if (IJsonParser* ownOwned = owned ? OwnedRecord(target, own) : nullptr)
-            *ownOwned = *owned;
-        else if (const RecordListType* list = FindRecordList(property.userType()))
-            own.write(&target, CopyRecordList(*list, property.read(&source)));
-        else if (own.isWritable())
+        if (index >= 0 && own.isWritable())
             own.write(&target, property.read(&source));
     }
-}
-
-QVariant JsonReflection::CopyRecordList(const RecordListType& type, const QVariant& list)
-{
-    RecordList copies;
-    const RecordList records = type.toRecords(list);
-    for (const QSharedPointer<IJsonParser>& record : records) {
-        copies.append(type.create());
-        if (record)
-            *copies.last() = *record;
-    }
-    return type.toList(copies);
 }
