@@ -3,12 +3,10 @@
 #include "PackageLayout_p.h"
 #include "PackageProcess_p.h"
 
-#include <WbSystem/ChildProcess.h>
 #include <WbSystem/CleanEnvironment.h>
 
 namespace
 {
-
 constexpr int OutputBytesAtMost = 256 * 1024;
 constexpr int LongestLine = 1000;
 
@@ -21,27 +19,18 @@ QProcessEnvironment PipEnvironment()
     environment.insert(QStringLiteral("PIP_CONFIG_FILE"), PackageLayout::NullDevice());
     return environment;
 }
-
 } // namespace
 
-class PackageProcess::Private
+PackageProcess::PackageProcess(QObject* parent) : QObject(parent)
 {
-public:
-    ChildProcess process;
-    QByteArray output;
-    QByteArray line;
-};
-
-PackageProcess::PackageProcess(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
-{
-    d->process.setProcessChannelMode(QProcess::MergedChannels);
-    d->process.setProcessEnvironment(PipEnvironment());
-    connect(&d->process, &QProcess::readyRead, this, &PackageProcess::TakeOutput);
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setProcessEnvironment(PipEnvironment());
+    connect(&process, &QProcess::readyRead, this, &PackageProcess::TakeOutput);
     connect(
-        &d->process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
+        &process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
         [this](int code, QProcess::ExitStatus status) { End(status == QProcess::NormalExit && code == 0); });
     connect(
-        &d->process, &QProcess::errorOccurred, this,
+        &process, &QProcess::errorOccurred, this,
         [this](QProcess::ProcessError error) {
             if (error == QProcess::FailedToStart)
                 End(false);
@@ -57,47 +46,47 @@ PackageProcess::~PackageProcess()
 void PackageProcess::Start(const QString& program, const QStringList& arguments, const QString& workingFolder,
                            const QByteArray& input)
 {
-    d->process.setWorkingDirectory(workingFolder);
-    d->process.Start(program, arguments);
+    process.setWorkingDirectory(workingFolder);
+    process.Start(program, arguments);
     if (!IsRunning())
         return;
-    d->process.write(input);
-    d->process.closeWriteChannel();
+    process.write(input);
+    process.closeWriteChannel();
 }
 
 bool PackageProcess::IsRunning() const
 {
-    return d->process.state() != QProcess::NotRunning;
+    return process.state() != QProcess::NotRunning;
 }
 
 void PackageProcess::Kill()
 {
-    d->process.disconnect(this);
+    process.disconnect(this);
     if (!IsRunning())
         return;
-    d->process.KillAll();
+    process.KillAll();
     // Reaped here, or QProcess would complain; a killed process needs milliseconds.
-    d->process.waitForFinished(1000);
+    process.waitForFinished(1000);
 }
 
 void PackageProcess::TakeOutput()
 {
-    const QByteArray bytes = d->process.readAll();
-    d->output += bytes.left(OutputBytesAtMost - d->output.size());
-    d->line += bytes;
+    const QByteArray bytes = process.readAll();
+    output += bytes.left(OutputBytesAtMost - output.size());
+    line += bytes;
     int end = 0;
     int start = 0;
-    while ((end = d->line.indexOf('\n', start)) >= 0) {
-        emit SigLine(QString::fromUtf8(d->line.mid(start, end - start)).trimmed().left(LongestLine));
+    while ((end = line.indexOf('\n', start)) >= 0) {
+        emit SigLine(QString::fromUtf8(line.mid(start, end - start)).trimmed().left(LongestLine));
         start = end + 1;
     }
-    d->line.remove(0, start);
+    line.remove(0, start);
     // A line without an end is shown as far as it may be shown.
-    d->line.truncate(4 * LongestLine);
+    line.truncate(4 * LongestLine);
 }
 
 void PackageProcess::End(bool ok)
 {
     TakeOutput();
-    emit SigEnded(ok, d->output);
+    emit SigEnded(ok, output);
 }

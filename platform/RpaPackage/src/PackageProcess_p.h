@@ -2,10 +2,10 @@
 
 #pragma once
 
+#include <WbSystem/ChildProcess.h>
+
 #include <QObject>
 #include <QStringList>
-
-#include <memory>
 
 // One child process of the service, with whatever it starts: killed as a whole, its output bounded.
 class PackageProcess : public QObject
@@ -35,6 +35,7 @@ private:
     void TakeOutput();
     void End(bool ok);
 
-    class Private;
-    const std::unique_ptr<Private> d;
+    ChildProcess process;
+    QByteArray output;
+    QByteArray line;
 };
