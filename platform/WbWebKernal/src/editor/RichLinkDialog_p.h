@@ -4,9 +4,12 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QLabel;
-class QLineEdit;
-class WbPushButton;
+#include <memory>
+
+namespace Ui
+{
+class RichLinkDialog;
+}
 
 // Asks for the text and the address of a link, or that the link be removed.
 class RichLinkDialog : public WbBaseDialog
@@ -16,6 +19,7 @@ class RichLinkDialog : public WbBaseDialog
 public:
     // existing: the link is there already and may be removed.
     RichLinkDialog(const QString& text, const QString& address, bool existing, QWidget* parent);
+    ~RichLinkDialog() override;
 
     QString Text() const;
 
@@ -28,9 +32,6 @@ private:
     void SlotAddressEdited();
     void SlotRemove();
 
-    QLineEdit* textEdit;
-    QLineEdit* addressEdit;
-    QLabel* hint;
-    WbPushButton* okButton;
+    const std::unique_ptr<Ui::RichLinkDialog> ui;
     bool removeAsked = false;
 };
