@@ -1,59 +1,33 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "ProcessNameDialog_p.h"
+#include "ui_ProcessNameDialog.h"
 
 #include <OxBase/DpiTool.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
-
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QVBoxLayout>
 
 ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, const QStringList& taken,
                                      QWidget* parent)
-    : WbBaseDialog(parent), takenNames(taken), edit(new WbLineEdit), problem(new QLabel),
-      okButton(new WbPushButton(nullptr, Wb::PrimaryButton))
+    : WbBaseDialog(parent), takenNames(taken), ui(std::make_unique<Ui::ProcessNameDialog>())
 {
     setObjectName(QStringLiteral("ProcessNameDialog"));
     SetTitle(title);
-    edit->setObjectName(QStringLiteral("lineEditProcessName"));
-    edit->setMaxLength(maximumLength);
-    edit->setText(name);
-    edit->selectAll();
-    edit->setPlaceholderText(QStringLiteral("流程名称"));
-    edit->setAccessibleName(QStringLiteral("流程名称"));
-    problem->setObjectName(QStringLiteral("labelNameProblem"));
-    problem->setProperty("wbRole", QStringLiteral("error"));
-    okButton->setObjectName(QStringLiteral("pushButtonNameOk"));
-    okButton->setText(QStringLiteral("确定"));
-    okButton->setDefault(true);
-    auto* cancel = new WbPushButton;
-    cancel->setText(QStringLiteral("取消"));
-    cancel->setAutoDefault(false);
-
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(okButton);
-    buttons->addWidget(cancel);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(16, 8, 16, 16);
-    layout->addWidget(edit);
-    layout->addWidget(problem);
-    layout->addStretch();
-    layout->addLayout(buttons);
+    ui->setupUi(GetContentWidget());
+    ui->lineEditProcessName->setMaxLength(maximumLength);
+    ui->lineEditProcessName->setText(name);
+    ui->lineEditProcessName->selectAll();
     GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(360), DpiTool::ScaleDefault(140));
-
-    connect(edit, &QLineEdit::textChanged, this, &ProcessNameDialog::SlotEdited);
-    connect(edit, &QLineEdit::returnPressed, okButton, &QPushButton::click);
-    connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui->lineEditProcessName, &QLineEdit::textChanged, this, &ProcessNameDialog::SlotEdited);
+    connect(ui->lineEditProcessName, &QLineEdit::returnPressed, ui->pushButtonNameOk, &QPushButton::click);
+    connect(ui->pushButtonNameOk, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
     SlotEdited();
 }
 
+ProcessNameDialog::~ProcessNameDialog() = default;
+
 QString ProcessNameDialog::Name() const
 {
-    return edit->text().trimmed();
+    return ui->lineEditProcessName->text().trimmed();
 }
 
 QString ProcessNameDialog::Problem(const QString& name, const QStringList& taken)
@@ -67,7 +41,7 @@ QString ProcessNameDialog::Problem(const QString& name, const QStringList& taken
 
 void ProcessNameDialog::SlotEdited()
 {
-    const QString text = Problem(edit->text(), takenNames);
-    problem->setText(text);
-    okButton->setEnabled(text.isEmpty());
+    const QString text = Problem(ui->lineEditProcessName->text(), takenNames);
+    ui->labelNameProblem->setText(text);
+    ui->pushButtonNameOk->setEnabled(text.isEmpty());
 }

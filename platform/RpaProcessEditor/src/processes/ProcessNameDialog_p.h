@@ -6,9 +6,12 @@
 
 #include <QStringList>
 
-class QLabel;
-class QLineEdit;
-class WbPushButton;
+#include <memory>
+
+namespace Ui
+{
+class ProcessNameDialog;
+}
 
 // Asks for the name of a process and says at once what is wrong with it.
 class ProcessNameDialog : public WbBaseDialog
@@ -20,6 +23,7 @@ public:
 
     // taken: names of the other processes.
     ProcessNameDialog(const QString& title, const QString& name, const QStringList& taken, QWidget* parent);
+    ~ProcessNameDialog() override;
 
     QString Name() const;
 
@@ -30,7 +34,5 @@ private:
     void SlotEdited();
 
     const QStringList takenNames;
-    QLineEdit* edit;
-    QLabel* problem;
-    WbPushButton* okButton;
+    const std::unique_ptr<Ui::ProcessNameDialog> ui;
 };

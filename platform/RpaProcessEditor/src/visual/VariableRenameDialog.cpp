@@ -1,25 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "VariableRenameDialog_p.h"
+#include "ui_VariableRenameDialog.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaStatementNode.h>
 #include <RpaProcessData/RpaVariableRename.h>
-#include <WbBaseUI/WbComboBox.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
 
-#include <QFormLayout>
-#include <QLabel>
 #include <QSet>
 #include <QStyle>
 
 namespace
 {
-constexpr int mostLetters = 100;
-
 // The first variable that the statement sets or changes.
 QString VariableOf(const RpaStatementNode* node)
 {
@@ -47,68 +41,38 @@ QString CountText(const RpaVariableRename& rename)
 
 VariableRenameDialog::VariableRenameDialog(const ProcessDataManager& manager, const RpaStatementNode* current,
                                            QWidget* parent)
-    : WbBaseDialog(parent), processes(&manager), variable(new WbComboBox), edit(new WbLineEdit),
-      message(new QLabel), okButton(new WbPushButton(nullptr, Wb::PrimaryButton))
+    : WbBaseDialog(parent), processes(&manager), ui(std::make_unique<Ui::VariableRenameDialog>())
 {
     setObjectName(QStringLiteral("VariableRenameDialog"));
     SetTitle(QStringLiteral("重命名变量"));
-    variable->setObjectName(QStringLiteral("comboBoxVariable"));
-    variable->setAccessibleName(QStringLiteral("变量"));
-    variable->addItems(RpaVariableRename::NamesIn(manager));
-    const int proposed = variable->findText(VariableOf(current));
-    variable->setCurrentIndex(qMax(0, proposed));
-    edit->setObjectName(QStringLiteral("lineEditVariableName"));
-    edit->setAccessibleName(QStringLiteral("新名称"));
-    edit->setMaxLength(mostLetters);
-    edit->setText(variable->currentText());
-    edit->selectAll();
-    message->setObjectName(QStringLiteral("labelRename"));
-    message->setTextFormat(Qt::PlainText);
-    message->setWordWrap(true);
-    BuildLayout();
-
-    connect(variable, &QComboBox::currentTextChanged, edit, &QLineEdit::setText);
-    connect(variable, &QComboBox::currentTextChanged, this, &VariableRenameDialog::SlotChanged);
-    connect(edit, &QLineEdit::textChanged, this, &VariableRenameDialog::SlotChanged);
-    SlotChanged();
-    edit->setFocus();
-}
-
-void VariableRenameDialog::BuildLayout()
-{
-    okButton->setObjectName(QStringLiteral("pushButtonRename"));
-    okButton->setText(QStringLiteral("重命名"));
-    okButton->setDefault(true);
-    auto* cancel = new WbPushButton;
-    cancel->setText(QStringLiteral("取消"));
-    cancel->setAutoDefault(false);
-    auto* form = new QFormLayout;
-    form->setSpacing(DpiTool::ScaleDefault(10));
-    form->addRow(QStringLiteral("变量"), variable);
-    form->addRow(QStringLiteral("新名称"), edit);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(okButton);
-    buttons->addWidget(cancel);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(16, 8, 16, 16);
-    layout->addLayout(form);
-    layout->addWidget(message);
-    layout->addStretch();
-    layout->addLayout(buttons);
+    ui->setupUi(GetContentWidget());
+    ui->layoutForm->setSpacing(DpiTool::ScaleDefault(10));
     GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(380), DpiTool::ScaleDefault(190));
-    connect(okButton, &QPushButton::clicked, this, &QDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    QComboBox* const variable = ui->comboBoxVariable;
+    variable->addItems(RpaVariableRename::NamesIn(manager));
+    variable->setCurrentIndex(qMax(0, variable->findText(VariableOf(current))));
+    ui->lineEditVariableName->setText(variable->currentText());
+    ui->lineEditVariableName->selectAll();
+
+    connect(variable, &QComboBox::currentTextChanged, ui->lineEditVariableName, &QLineEdit::setText);
+    connect(variable, &QComboBox::currentTextChanged, this, &VariableRenameDialog::SlotChanged);
+    connect(ui->lineEditVariableName, &QLineEdit::textChanged, this, &VariableRenameDialog::SlotChanged);
+    connect(ui->pushButtonRename, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
+    SlotChanged();
+    ui->lineEditVariableName->setFocus();
 }
+
+VariableRenameDialog::~VariableRenameDialog() = default;
 
 QString VariableRenameDialog::From() const
 {
-    return variable->currentText();
+    return ui->comboBoxVariable->currentText();
 }
 
 QString VariableRenameDialog::To() const
 {
-    return edit->text().trimmed();
+    return ui->lineEditVariableName->text().trimmed();
 }
 
 void VariableRenameDialog::SlotChanged()
@@ -119,9 +83,11 @@ void VariableRenameDialog::SlotChanged()
     const QString problem = From().isEmpty() ? QStringLiteral("应用中还没有变量")
                             : isSame         ? QString()
                                              : RpaVariableRename::Problem(*processes, To());
-    message->setText(problem.isEmpty() ? CountText(RpaVariableRename(*processes, From(), To())) : problem);
-    message->setProperty("wbRole", problem.isEmpty() ? QStringLiteral("secondary") : QStringLiteral("error"));
-    message->style()->unpolish(message);
-    message->style()->polish(message);
-    okButton->setEnabled(problem.isEmpty() && !isSame);
+    ui->labelRename->setText(problem.isEmpty() ? CountText(RpaVariableRename(*processes, From(), To()))
+                                               : problem);
+    ui->labelRename->setProperty("wbRole",
+                                 problem.isEmpty() ? QStringLiteral("secondary") : QStringLiteral("error"));
+    ui->labelRename->style()->unpolish(ui->labelRename);
+    ui->labelRename->style()->polish(ui->labelRename);
+    ui->pushButtonRename->setEnabled(problem.isEmpty() && !isSame);
 }

@@ -6,12 +6,15 @@
 
 #include <QPointer>
 
+#include <memory>
+
 class ProcessDataManager;
-class QComboBox;
-class QLabel;
-class QLineEdit;
 class RpaStatementNode;
-class WbPushButton;
+
+namespace Ui
+{
+class VariableRenameDialog;
+}
 
 // Asks which variable of the app gets which name, and tells in how many places it stands.
 class VariableRenameDialog : public WbBaseDialog
@@ -21,17 +24,14 @@ class VariableRenameDialog : public WbBaseDialog
 public:
     // current: the statement whose variable is proposed; may be null. Nothing is kept of it.
     VariableRenameDialog(const ProcessDataManager& manager, const RpaStatementNode* current, QWidget* parent);
+    ~VariableRenameDialog() override;
 
     QString From() const;
     QString To() const;
 
 private:
-    void BuildLayout();
     void SlotChanged();
 
     const QPointer<const ProcessDataManager> processes;
-    QComboBox* variable;
-    QLineEdit* edit;
-    QLabel* message;
-    WbPushButton* okButton;
+    const std::unique_ptr<Ui::VariableRenameDialog> ui;
 };
