@@ -14,24 +14,6 @@
 
 namespace
 {
-// A change of the list of processes: what to do, what undoes it, what to show afterwards.
-class ListStep : public QUndoCommand
-{
-public:
-    using Act = std::function<void()>;
-
-    ListStep(const QString& title, Act doing, Act undoing)
-        : QUndoCommand(title), forwards(std::move(doing)), backwards(std::move(undoing))
-    {
-    }
-    void redo() override { forwards(); }
-    void undo() override { backwards(); }
-
-private:
-    const Act forwards;
-    const Act backwards;
-};
-
 bool LiesInside(const RpaProcess& process, const QString& id, const QStringList& ids)
 {
     for (const RpaStatementNode* node = process.Find(id); node && !node->IsRoot(); node = node->GetParent())
@@ -189,7 +171,7 @@ void ProcessEdits::SetEnabled(RpaProcess& process, const QStringList& ids, bool 
 void ProcessEdits::AddProcess(const QString& name)
 {
     EndTyping();
-    stack.push(new ListStep(
+    stack.push(new ActStep(
         QStringLiteral("新建流程"),
         [this, name] {
             Manager()->AddProcess(name);
@@ -210,7 +192,7 @@ void ProcessEdits::RemoveProcess(const QString& name)
     const int index = Manager()->IndexOf(name);
     const QVector<RpaStatement> statements = process->GetStatements();
     const QString program = process->GetProgramText();
-    stack.push(new ListStep(
+    stack.push(new ActStep(
         QStringLiteral("删除流程"),
         [this, name] {
             Manager()->RemoveProcess(name);
@@ -236,7 +218,7 @@ void ProcessEdits::RenameProcess(const QString& name, const QString& newName)
             Report(to, {});
         };
     };
-    stack.push(new ListStep(QStringLiteral("重命名流程"), rename(name, newName), rename(newName, name)));
+    stack.push(new ActStep(QStringLiteral("重命名流程"), rename(name, newName), rename(newName, name)));
 }
 
 void ProcessEdits::MoveProcess(int from, int to)
@@ -248,7 +230,7 @@ void ProcessEdits::MoveProcess(int from, int to)
             Report(QString(), {});
         };
     };
-    stack.push(new ListStep(QStringLiteral("移动流程"), move(from, to), move(to, from)));
+    stack.push(new ActStep(QStringLiteral("移动流程"), move(from, to), move(to, from)));
 }
 
 void ProcessEdits::Report(const QString& processName, const QStringList& ids)

@@ -37,8 +37,14 @@ QStringList IdsOf(const QVector<PlacedStatement>& taken)
 } // namespace
 
 ProcessStep::ProcessStep(ProcessEdits& owner, const QString& process, const QString& title)
-    : QUndoCommand(title), edits(owner), processName(process)
+    : QUndoCommand(title), processName(process), edits(owner)
 {
+}
+
+void ProcessStep::Run(QStringList (ProcessStep::*act)(RpaProcess&))
+{
+    if (RpaProcess* process = edits.Manager()->FindProcess(processName))
+        edits.Report(processName, (this->*act)(*process));
 }
 
 InsertStep::InsertStep(ProcessEdits& owner, const RpaProcess& process, const QString& parent, int at,
@@ -47,30 +53,24 @@ InsertStep::InsertStep(ProcessEdits& owner, const RpaProcess& process, const QSt
 {
 }
 
-void InsertStep::redo()
+QStringList InsertStep::Do(RpaProcess& process)
 {
-    RpaProcess* process = Process();
-    if (!process)
-        return;
-    const QStringList ids = process->Insert(parentId, row, statements);
+    const QStringList ids = process.Insert(parentId, row, statements);
     statements.clear();
     for (const QString& id : ids)
-        statements.append(process->Find(id)->ToStatement());
-    Report(ids);
+        statements.append(process.Find(id)->ToStatement());
+    return ids;
 }
 
-void InsertStep::undo()
+QStringList InsertStep::TakeBack(RpaProcess& process)
 {
-    RpaProcess* process = Process();
-    if (!process)
-        return;
     QStringList ids;
     for (const RpaStatement& statement : qAsConst(statements))
         ids.append(statement.id);
-    const QVector<PlacedStatement> taken = TakeAll(*process, ids);
+    const QVector<PlacedStatement> taken = TakeAll(process, ids);
     if (!taken.isEmpty())
         row = taken.first().row;
-    Report({});
+    return {};
 }
 
 RemoveStep::RemoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& removed,
@@ -79,20 +79,16 @@ RemoveStep::RemoveStep(ProcessEdits& owner, const RpaProcess& process, const QSt
 {
 }
 
-void RemoveStep::redo()
+QStringList RemoveStep::Do(RpaProcess& process)
 {
-    if (RpaProcess* process = Process()) {
-        taken = TakeAll(*process, ids);
-        Report({});
-    }
+    taken = TakeAll(process, ids);
+    return {};
 }
 
-void RemoveStep::undo()
+QStringList RemoveStep::TakeBack(RpaProcess& process)
 {
-    if (RpaProcess* process = Process()) {
-        PutBack(*process, taken);
-        Report(IdsOf(taken));
-    }
+    PutBack(process, taken);
+    return IdsOf(taken);
 }
 
 MoveStep::MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved,
@@ -101,12 +97,9 @@ MoveStep::MoveStep(ProcessEdits& owner, const RpaProcess& process, const QString
 {
 }
 
-void MoveStep::redo()
+QStringList MoveStep::Do(RpaProcess& process)
 {
-    RpaProcess* process = Process();
-    if (!process)
-        return;
-    taken = TakeAll(*process, ids);
+    taken = TakeAll(process, ids);
     int target = row;
     QVector<RpaStatement> statements;
     for (const PlacedStatement& placed : qAsConst(taken)) {
@@ -114,17 +107,14 @@ void MoveStep::redo()
         if (row >= 0 && placed.parentId == parentId && placed.row < row)
             --target;
     }
-    Report(process->Insert(parentId, target, statements));
+    return process.Insert(parentId, target, statements);
 }
 
-void MoveStep::undo()
+QStringList MoveStep::TakeBack(RpaProcess& process)
 {
-    RpaProcess* process = Process();
-    if (!process)
-        return;
-    TakeAll(*process, IdsOf(taken));
-    PutBack(*process, taken);
-    Report(IdsOf(taken));
+    TakeAll(process, IdsOf(taken));
+    PutBack(process, taken);
+    return IdsOf(taken);
 }
 
 ValuesStep::ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVector<Change>& changed,
@@ -134,30 +124,14 @@ ValuesStep::ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVe
 {
 }
 
-void ValuesStep::redo()
+QStringList ValuesStep::Put(RpaProcess& process, RpaStatement Change::*values) const
 {
-    RpaProcess* process = Process();
-    if (!process)
-        return;
     QStringList ids;
-    for (const Change& change : qAsConst(changes)) {
-        process->SetValues(change.after.id, change.after);
-        ids.append(change.after.id);
+    for (const Change& change : changes) {
+        process.SetValues((change.*values).id, change.*values);
+        ids.append((change.*values).id);
     }
-    Report(ids);
-}
-
-void ValuesStep::undo()
-{
-    RpaProcess* process = Process();
-    if (!process)
-        return;
-    QStringList ids;
-    for (const Change& change : qAsConst(changes)) {
-        process->SetValues(change.before.id, change.before);
-        ids.append(change.before.id);
-    }
-    Report(ids);
+    return ids;
 }
 
 bool ValuesStep::mergeWith(const QUndoCommand* other)

@@ -6,6 +6,9 @@
 
 #include <QUndoCommand>
 
+#include <functional>
+#include <utility>
+
 // The undo steps of ProcessEdits. They name processes and statements instead of pointing at them: a process
 // that was removed and restored is another object. Steps run in strict order, so a name means the same
 // whenever a step runs.
@@ -18,17 +21,45 @@ struct PlacedStatement
     RpaStatement statement;
 };
 
+// What to do and what undoes it, for steps that concern more than one process.
+class ActStep : public QUndoCommand
+{
+public:
+    using Act = std::function<void()>;
+
+    ActStep(const QString& title, Act doing, Act undoing)
+        : QUndoCommand(title), forwards(std::move(doing)), backwards(std::move(undoing))
+    {
+    }
+
+    void redo() override { forwards(); }
+    void undo() override { backwards(); }
+
+private:
+    const Act forwards;
+    const Act backwards;
+};
+
+// A step inside one process; nothing happens once that is gone.
 class ProcessStep : public QUndoCommand
 {
 public:
     ProcessStep(ProcessEdits& owner, const QString& process, const QString& title);
 
+    void redo() override { Run(&ProcessStep::Do); }
+    void undo() override { Run(&ProcessStep::TakeBack); }
+
 protected:
-    RpaProcess* Process() const { return edits.Manager()->FindProcess(processName); }
-    void Report(const QStringList& ids) { edits.Report(processName, ids); }
+    // Both give the statements to be shown.
+    virtual QStringList Do(RpaProcess& process) = 0;
+    virtual QStringList TakeBack(RpaProcess& process) = 0;
+
+    const QString processName;
+
+private:
+    void Run(QStringList (ProcessStep::*act)(RpaProcess&));
 
     ProcessEdits& edits;
-    const QString processName;
 };
 
 class InsertStep : public ProcessStep
@@ -36,8 +67,10 @@ class InsertStep : public ProcessStep
 public:
     InsertStep(ProcessEdits& owner, const RpaProcess& process, const QString& parent, int at,
                const QVector<RpaStatement>& inserted, const QString& title);
-    void redo() override;
-    void undo() override;
+
+protected:
+    QStringList Do(RpaProcess& process) override;
+    QStringList TakeBack(RpaProcess& process) override;
 
 private:
     QString parentId;
@@ -50,8 +83,10 @@ class RemoveStep : public ProcessStep
 public:
     RemoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& removed,
                const QString& title);
-    void redo() override;
-    void undo() override;
+
+protected:
+    QStringList Do(RpaProcess& process) override;
+    QStringList TakeBack(RpaProcess& process) override;
 
 private:
     QStringList ids;
@@ -63,8 +98,10 @@ class MoveStep : public ProcessStep
 public:
     MoveStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& moved, const QString& parent,
              int at);
-    void redo() override;
-    void undo() override;
+
+protected:
+    QStringList Do(RpaProcess& process) override;
+    QStringList TakeBack(RpaProcess& process) override;
 
 private:
     QStringList ids;
@@ -84,8 +121,6 @@ public:
 
     ValuesStep(ProcessEdits& owner, const RpaProcess& process, const QVector<Change>& changed,
                const QString& key, const QString& title);
-    void redo() override;
-    void undo() override;
     int id() const override { return key.isEmpty() ? -1 : 1; }
     bool mergeWith(const QUndoCommand* other) override;
 
@@ -96,7 +131,13 @@ public:
     }
     const RpaStatement& Before() const { return changes.first().before; }
 
+protected:
+    QStringList Do(RpaProcess& process) override { return Put(process, &Change::after); }
+    QStringList TakeBack(RpaProcess& process) override { return Put(process, &Change::before); }
+
 private:
+    QStringList Put(RpaProcess& process, RpaStatement Change::*values) const;
+
     QVector<Change> changes;
     const QString key;
     const int session;

@@ -11,37 +11,6 @@
 
 namespace
 {
-class RenameStep : public QUndoCommand
-{
-public:
-    RenameStep(ProcessEdits& owner, const QVector<RpaVariableRename::Change>& renamed)
-        : QUndoCommand(QStringLiteral("重命名变量")), edits(owner), changes(renamed)
-    {
-    }
-    void redo() override
-    {
-        for (const RpaVariableRename::Change& change : changes)
-            Put(change.processName, change.after);
-        edits.Report(QString(), {});
-    }
-    void undo() override
-    {
-        for (const RpaVariableRename::Change& change : changes)
-            Put(change.processName, change.before);
-        edits.Report(QString(), {});
-    }
-
-private:
-    void Put(const QString& processName, const RpaStatement& values)
-    {
-        if (RpaProcess* process = edits.Manager()->FindProcess(processName))
-            process->SetValues(values.id, values);
-    }
-
-    ProcessEdits& edits;
-    const QVector<RpaVariableRename::Change> changes;
-};
-
 QString NameIn(const RpaStatement& values, const QString& argument)
 {
     return argument.isEmpty() ? values.output : values.arguments.value(argument);
@@ -51,9 +20,18 @@ QString NameIn(const RpaStatement& values, const QString& argument)
 int ProcessEdits::RenameVariable(const QString& from, const QString& to)
 {
     EndTyping();
+    using Change = RpaVariableRename::Change;
     const RpaVariableRename rename(*Manager(), from, to);
+    const auto put = [this, changes = rename.GetChanges()](RpaStatement Change::*values) {
+        return [this, changes, values] {
+            for (const Change& change : changes)
+                if (RpaProcess* process = Manager()->FindProcess(change.processName))
+                    process->SetValues((change.*values).id, change.*values);
+            Report(QString(), {});
+        };
+    };
     if (rename.CountPlaces() > 0 && from != to)
-        stack.push(new RenameStep(*this, rename.GetChanges()));
+        stack.push(new ActStep(QStringLiteral("重命名变量"), put(&Change::after), put(&Change::before)));
     return rename.CountPlaces();
 }
 
