@@ -105,34 +105,30 @@ bool ReadHeader(const QByteArray& json, Header* header)
            header->draft.writtenAt.isValid() && header->length >= 0;
 }
 
-// Where the content begins; 0 with a problem when there is no whole header.
-int CheckFrame(const QByteArray& file, QString* problem)
+// Why there is no whole header; empty when there is one.
+QString FrameProblem(const QByteArray& file)
 {
-    if (!file.startsWith(magic)) {
-        *problem = QStringLiteral("不是草稿文件");
-        return 0;
-    }
-    if (file.size() < headerAt) {
-        *problem = QStringLiteral("草稿文件不完整");
-        return 0;
-    }
-    if (NumberAt(file, magicSize) != formatVersion) {
-        *problem = QStringLiteral("草稿由其他版本的工作站写入，无法读取");
-        return 0;
-    }
+    const QString incomplete = QStringLiteral("草稿文件不完整");
+    if (!file.startsWith(magic))
+        return QStringLiteral("不是草稿文件");
+    if (file.size() < headerAt)
+        return incomplete;
+    if (NumberAt(file, magicSize) != formatVersion)
+        return QStringLiteral("草稿由其他版本的工作站写入，无法读取");
     const quint32 length = NumberAt(file, magicSize + 4);
-    if (length > quint32(DraftFile::largestHeader) || file.size() < headerAt + int(length) + digestSize) {
-        *problem = QStringLiteral("草稿文件不完整");
-        return 0;
-    }
+    if (length > quint32(DraftFile::largestHeader) || file.size() < headerAt + int(length) + digestSize)
+        return incomplete;
     const int digestAt = headerAt + int(length);
-    if (Digest(file.left(digestAt)) != file.mid(digestAt, digestSize)) {
-        *problem = QStringLiteral("草稿文件已损坏");
-        return 0;
-    }
-    return digestAt + digestSize;
+    return Digest(file.left(digestAt)) == file.mid(digestAt, digestSize) ? QString()
+                                                                         : QStringLiteral("草稿文件已损坏");
 }
 } // namespace
+
+bool DraftFile::Refuse(QString* problem, const QString& reason)
+{
+    *problem = reason;
+    return false;
+}
 
 QByteArray DraftFile::Sha256Of(const QByteArray& bytes)
 {
@@ -158,27 +154,20 @@ QByteArray DraftFile::Encode(RpaDraft* draft)
 
 bool DraftFile::Decode(const QByteArray& file, RpaDraft* draft, QString* problem)
 {
-    if (file.size() > largestFile) {
-        *problem = QStringLiteral("草稿文件过大");
-        return false;
-    }
-    const int contentAt = CheckFrame(file, problem);
-    if (contentAt == 0)
-        return false;
+    if (file.size() > largestFile)
+        return Refuse(problem, QStringLiteral("草稿文件过大"));
+    const QString frameProblem = FrameProblem(file);
+    if (!frameProblem.isEmpty())
+        return Refuse(problem, frameProblem);
+    const int contentAt = headerAt + int(NumberAt(file, magicSize + 4)) + digestSize;
     Header header;
-    if (!ReadHeader(file.mid(headerAt, contentAt - digestSize - headerAt), &header)) {
-        *problem = QStringLiteral("草稿文件的说明无法读取");
-        return false;
-    }
+    if (!ReadHeader(file.mid(headerAt, contentAt - digestSize - headerAt), &header))
+        return Refuse(problem, QStringLiteral("草稿文件的说明无法读取"));
     header.draft.content = file.mid(contentAt);
-    if (header.draft.content.size() != header.length) {
-        *problem = QStringLiteral("草稿文件不完整");
-        return false;
-    }
-    if (Sha256Of(header.draft.content) != header.draft.sha256) {
-        *problem = QStringLiteral("草稿的内容已损坏");
-        return false;
-    }
+    if (header.draft.content.size() != header.length)
+        return Refuse(problem, QStringLiteral("草稿文件不完整"));
+    if (Sha256Of(header.draft.content) != header.draft.sha256)
+        return Refuse(problem, QStringLiteral("草稿的内容已损坏"));
     header.draft.name = draft->name;
     *draft = header.draft;
     return true;

@@ -37,4 +37,7 @@ bool Decode(const QByteArray& file, RpaDraft* draft, QString* problem);
 void NoteUnsettled(RpaDraft* draft, const QByteArray& sha256);
 
 QByteArray Sha256Of(const QByteArray& bytes); // lower-case hex
+
+// Tells the reason; false.
+bool Refuse(QString* problem, const QString& reason);
 } // namespace DraftFile

@@ -73,10 +73,8 @@ QString DraftFolder::FreeName(const QString& start, QString* problem) const
 
 bool DraftFolder::Write(RpaDraft* draft, QString* problem) const
 {
-    if (draft->content.size() > DraftFile::largestContent) {
-        *problem = QStringLiteral("应用超过 64 MB，无法保留草稿");
-        return false;
-    }
+    if (draft->content.size() > DraftFile::largestContent)
+        return DraftFile::Refuse(problem, QStringLiteral("应用超过 64 MB，无法保留草稿"));
     if (!QFileInfo(path).isDir() && !DurableFile::CreateFolder(path, problem))
         return false;
     const QString start = VersionStart(*draft);
@@ -105,26 +103,18 @@ bool DraftFolder::ReadWhole(const QString& name, RpaDraft* draft, QString* probl
 {
     QFile file;
     QString obstacle;
-    if (!RegularFile::Open(&file, PathOf(name), &obstacle)) {
-        *problem = QStringLiteral("草稿") + obstacle;
-        return false;
-    }
-    if (file.size() > DraftFile::largestFile) {
-        *problem = QStringLiteral("草稿文件过大");
-        return false;
-    }
+    if (!RegularFile::Open(&file, PathOf(name), &obstacle))
+        return DraftFile::Refuse(problem, QStringLiteral("草稿") + obstacle);
+    if (file.size() > DraftFile::largestFile)
+        return DraftFile::Refuse(problem, QStringLiteral("草稿文件过大"));
     draft->name = name;
     if (!DraftFile::Decode(file.read(DraftFile::largestFile + 1), draft, problem))
         return false;
-    if (!name.startsWith(VersionStart(*draft))) {
-        *problem = QStringLiteral("草稿属于其他账号、应用或版本");
-        return false;
-    }
+    if (!name.startsWith(VersionStart(*draft)))
+        return DraftFile::Refuse(problem, QStringLiteral("草稿属于其他账号、应用或版本"));
     QString reason;
-    if (!JsonGuard::Check(draft->content, &reason)) {
-        *problem = QStringLiteral("草稿的内容无法读取：") + reason;
-        return false;
-    }
+    if (!JsonGuard::Check(draft->content, &reason))
+        return DraftFile::Refuse(problem, QStringLiteral("草稿的内容无法读取：") + reason);
     return true;
 }
 

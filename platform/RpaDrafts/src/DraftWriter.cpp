@@ -12,17 +12,6 @@
 
 namespace
 {
-// Runs a function on the pool's thread.
-class Task : public QRunnable
-{
-public:
-    explicit Task(const std::function<void()>& function) : act(function) {}
-    void run() override { act(); }
-
-private:
-    const std::function<void()> act;
-};
-
 struct Findings
 {
     QVector<RpaDraft> drafts;
@@ -86,7 +75,7 @@ void DraftWriter::Start(DraftJob job)
     isWriting = true;
     isDropped = false;
     writing = job.trackId;
-    thread.start(new Task([this, job]() mutable {
+    thread.start([this, job]() mutable {
         for (const QByteArray& content : qAsConst(job.passed))
             DraftFile::NoteUnsettled(&job.draft, DraftFile::Sha256Of(content));
         // What could not be read back must not take the place of what can.
@@ -100,7 +89,7 @@ void DraftWriter::Start(DraftJob job)
         job.draft.content.clear();
         job.passed.clear();
         RunOnGui([this, job, problem] { Done(job, problem); });
-    }));
+    });
 }
 
 void DraftWriter::Done(const DraftJob& job, const QString& problem)
@@ -136,7 +125,7 @@ void DraftWriter::Remove(const QString& name)
 {
     if (name.isEmpty())
         return;
-    thread.start(new Task([this, name] {
+    thread.start([this, name] {
         QString problem;
         const bool removed = folder.Remove(name, &problem);
         RunOnGui([this, name, removed, problem] {
@@ -145,29 +134,29 @@ void DraftWriter::Remove(const QString& name)
             else
                 emit SigFailed(problem);
         });
-    }));
+    });
 }
 
 void DraftWriter::SetAside(const QString& name)
 {
-    thread.start(new Task([this, name] {
+    thread.start([this, name] {
         QString problem;
         if (folder.SetAside(name, &problem).isEmpty())
             RunOnGui([this, problem] { emit SigFailed(problem); });
-    }));
+    });
 }
 
 void DraftWriter::Read(const QString& account, const QString& appId, QObject* context,
                        const RpaDraftJournal::Found& found)
 {
     const QPointer<QObject> guard(context);
-    thread.start(new Task([this, account, appId, guard, found] {
+    thread.start([this, account, appId, guard, found] {
         const Findings findings = ReadAll(folder, account, appId);
         RunOnGui([guard, found, findings] {
             if (guard)
                 found(findings.drafts, findings.refusals);
         });
-    }));
+    });
 }
 
 void DraftWriter::Finish()
