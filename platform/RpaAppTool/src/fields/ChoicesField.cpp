@@ -5,7 +5,6 @@
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/UIUtils.h>
 
-#include <QHBoxLayout>
 #include <QListWidget>
 #include <QSignalBlocker>
 
@@ -28,15 +27,8 @@ ChoicesField::ChoicesField(const RpaParamItem& item) : list(new QListWidget)
     list->setFixedHeight(rows * DpiTool::ScaleDefault(rowHeight) + 2 * list->frameWidth() + 2);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setTextElideMode(Qt::ElideRight);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(list, 1);
+    AddInput(list);
     connect(list, &QListWidget::itemChanged, this, &ChoicesField::TakeTicks);
-}
-
-QWidget* ChoicesField::GetInput()
-{
-    return list;
 }
 
 void ChoicesField::ShowValue(const QVariant& value)

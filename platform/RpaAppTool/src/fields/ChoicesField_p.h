@@ -17,7 +17,6 @@ public:
     explicit ChoicesField(const RpaParamItem& item);
 
     void ShowValue(const QVariant& value) override;
-    QWidget* GetInput() override;
 
 private:
     void TakeTicks();

@@ -29,10 +29,7 @@ LinesField::LinesField(const RpaParamItem& item)
     edit->setFixedHeight(lines * edit->fontMetrics().lineSpacing() + DpiTool::ScaleDefault(frame));
     edit->setPlaceholderText(isFiles && item.hint.isEmpty() ? QStringLiteral("每行一个文件") : item.hint);
     new WbTextLimit(edit, item.GetTitle());
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(DpiTool::ScaleDefault(4));
-    layout->addWidget(edit, 1);
+    AddInput(edit, 4);
     if (isFiles)
         AddButton();
     connect(edit, &QTextEdit::textChanged, this, &LinesField::TakeText);
@@ -47,11 +44,6 @@ void LinesField::AddButton()
     connect(button, &QToolButton::clicked, this, &LinesField::ChooseFiles);
     layout()->addWidget(button);
     layout()->setAlignment(button, Qt::AlignTop);
-}
-
-QWidget* LinesField::GetInput()
-{
-    return edit;
 }
 
 QVariant LinesField::ValueOf(const QString& text) const

@@ -5,7 +5,6 @@
 #include <OxBase/DpiTool.h>
 
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QImageReader>
 #include <QLabel>
 #include <QPixmap>
@@ -58,9 +57,7 @@ PictureField::PictureField(const QString& title) : label(new QLabel)
     label->setWordWrap(true);
     label->setTextFormat(Qt::PlainText);
     label->setAccessibleName(title);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(label, 1);
+    AddInput(label);
     Show(0, QImage(), QStringLiteral("运行后显示图片"));
 }
 
@@ -68,11 +65,6 @@ PictureField::~PictureField()
 {
     reading.clear();
     reading.waitForDone();
-}
-
-QWidget* PictureField::GetInput()
-{
-    return label;
 }
 
 void PictureField::ShowValue(const QVariant& value)

@@ -20,7 +20,6 @@ public:
     ~PictureField() override;
 
     void ShowValue(const QVariant& value) override;
-    QWidget* GetInput() override;
 
 private:
     void Load(const QString& path);

@@ -2,8 +2,6 @@
 
 #include "ProgressField_p.h"
 
-#include <OxBase/DpiTool.h>
-
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
@@ -17,16 +15,7 @@ ProgressField::ProgressField() : bar(new QProgressBar), percent(new QLabel)
     percent->setObjectName(QStringLiteral("progressPercent"));
     percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     percent->setMinimumWidth(percent->fontMetrics().horizontalAdvance(QStringLiteral("100%")));
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(DpiTool::ScaleDefault(8));
-    layout->addWidget(bar, 1);
-    layout->addWidget(percent);
-}
-
-QWidget* ProgressField::GetInput()
-{
-    return bar;
+    AddInput(bar, 8)->addWidget(percent);
 }
 
 void ProgressField::ShowValue(const QVariant& value)

@@ -16,7 +16,6 @@ public:
     ProgressField();
 
     void ShowValue(const QVariant& value) override;
-    QWidget* GetInput() override;
 
 private:
     QProgressBar* bar;

@@ -2,8 +2,6 @@
 
 #include "SliderField_p.h"
 
-#include <OxBase/DpiTool.h>
-
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -38,20 +36,11 @@ SliderField::SliderField(const RpaParamItem& item)
     const QFontMetrics font = number->fontMetrics();
     number->setMinimumWidth(qMax(font.horizontalAdvance(TextOf(ValueAt(steps))),
                                  font.horizontalAdvance(TextOf(ValueAt(steps - 1)))));
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(DpiTool::ScaleDefault(8));
-    layout->addWidget(slider, 1);
-    layout->addWidget(number);
+    AddInput(slider, 8)->addWidget(number);
     connect(slider, &QSlider::valueChanged, this, [this](int place) {
         ShowNumber(ValueAt(place));
         emit SigEntered(ValueAt(place));
     });
-}
-
-QWidget* SliderField::GetInput()
-{
-    return slider;
 }
 
 double SliderField::ValueAt(int place) const

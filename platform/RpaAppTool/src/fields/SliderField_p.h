@@ -18,7 +18,6 @@ public:
     explicit SliderField(const RpaParamItem& item);
 
     void ShowValue(const QVariant& value) override;
-    QWidget* GetInput() override;
 
 private:
     double ValueAt(int place) const;

@@ -7,6 +7,20 @@
 #include "SliderField_p.h"
 #include "ValueField_p.h"
 
+#include <OxBase/DpiTool.h>
+
+#include <QHBoxLayout>
+
+QHBoxLayout* ValueField::AddInput(QWidget* widget, int spacing)
+{
+    input = widget;
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(DpiTool::ScaleDefault(spacing));
+    row->addWidget(input, 1);
+    return row;
+}
+
 ValueField* ValueField::Create(const RpaParamItem& item)
 {
     switch (item.type) {

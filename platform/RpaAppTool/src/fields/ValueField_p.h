@@ -5,6 +5,7 @@
 #include <QVariant>
 #include <QWidget>
 
+class QHBoxLayout;
 struct RpaParamItem;
 
 // The part of a field in which a value is entered or seen, for the types that need more than one widget of
@@ -20,9 +21,17 @@ public:
     // Without emitting anything.
     virtual void ShowValue(const QVariant& value) = 0;
     // Where the cursor goes.
-    virtual QWidget* GetInput() = 0;
+    QWidget* GetInput() const { return input; }
 
 signals:
     // The user entered something; invalid for an emptied field.
     void SigEntered(const QVariant& value);
+
+protected:
+    // The widget that the value is entered in or seen in takes the room; what stands beside it goes into the
+    // row. spacing in pixels at 100 %.
+    QHBoxLayout* AddInput(QWidget* widget, int spacing = 0);
+
+private:
+    QWidget* input = nullptr;
 };
