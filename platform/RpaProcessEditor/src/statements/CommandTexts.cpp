@@ -75,16 +75,6 @@ QColor GroupColour(const QString& group)
     return QColor(dark ? shades.dark : shades.light);
 }
 
-QString FreeName(const QString& stem, const QSet<QString>& taken)
-{
-    if (stem.isEmpty() || !taken.contains(stem))
-        return stem;
-    FreeNames names;
-    for (const QString& name : taken)
-        names.Take(name);
-    return names.TakeNumbered(stem, 2);
-}
-
 void DrawTile(QPainter& painter, const QRect& rect, const RpaCommandInfo* info, const QString& letter,
               const QColor& colour)
 {
@@ -189,10 +179,13 @@ RpaStatement CommandTexts::NewStatement(const RpaCommandInfo& info, const RpaPro
     for (const RpaArgumentInfo& argument : info.arguments)
         if (!argument.defaultValue.isEmpty())
             statement.arguments.insert(argument.name, argument.defaultValue);
-    if (!info.output.defaultName.isEmpty()) {
-        const QStringList used = Variables(process);
-        statement.output = FreeName(info.output.defaultName, QSet<QString>(used.begin(), used.end()));
-    }
+    const QString& name = info.output.defaultName;
+    FreeNames names;
+    const QStringList used = Variables(process);
+    for (const QString& taken : used)
+        names.Take(taken);
+    if (!name.isEmpty())
+        statement.output = names.Take(name) ? name : names.TakeNumbered(name, 2);
     return statement;
 }
 

@@ -5,7 +5,6 @@
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaStatement.h>
 
-#include <QColor>
 #include <QString>
 
 #include <functional>
@@ -13,7 +12,6 @@
 class QPainter;
 class QRect;
 class RpaProcess;
-class RpaStatementNode;
 
 // What authors read about commands and statements.
 namespace CommandTexts
