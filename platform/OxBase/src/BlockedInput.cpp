@@ -61,8 +61,6 @@ BlockedInput::BlockedInput()
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-BlockedInput::~BlockedInput() = default;
-
 bool BlockedInput::eventFilter(QObject* receiver, QEvent* event)
 {
     if (!IsInput(*event) || !ReachesAWindow(*receiver, *event) || LetsPass())

@@ -15,7 +15,6 @@ class BlockedInput : public QObject
 
 public:
     BlockedInput();
-    ~BlockedInput() override;
 
 protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;

@@ -5,13 +5,3 @@
 IHttpRequest::IHttpRequest(QObject* parent) : QObject(parent) {}
 
 IHttpRequest::~IHttpRequest() = default;
-
-QString IHttpRequest::GetIdentity() const
-{
-    return identity;
-}
-
-void IHttpRequest::SetIdentity(const QString& value)
-{
-    identity = value;
-}

@@ -8,16 +8,6 @@ RpaSuperDir* RpaSuperDir::Instance()
     return &instance;
 }
 
-QString RpaSuperDir::GetVisualTemplateDir() const
-{
-    return visualTemplateDir;
-}
-
-QString RpaSuperDir::GetProgramTemplateDir() const
-{
-    return programTemplateDir;
-}
-
 void RpaSuperDir::SetTemplateDirs(const QString& visualDir, const QString& programDir)
 {
     visualTemplateDir = visualDir;

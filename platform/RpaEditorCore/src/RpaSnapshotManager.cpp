@@ -15,11 +15,6 @@ int RpaSnapshotManager::GetCount() const
     return snapshots.size();
 }
 
-int RpaSnapshotManager::GetDevelopCount() const
-{
-    return developCount;
-}
-
 RpaAppSnapshotPtr RpaSnapshotManager::GetSnapshot(int index) const
 {
     return snapshots.value(index);

@@ -12,8 +12,3 @@ QWidget* UIMain::GetMainWidget(QWidget* of) const
 {
     return of ? of->window() : mainWidget.data();
 }
-
-void UIMain::SetMainWidget(QWidget* widget)
-{
-    mainWidget = widget;
-}

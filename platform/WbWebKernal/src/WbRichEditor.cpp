@@ -2,7 +2,6 @@
 
 #include "RichFindBar_p.h"
 #include "RichFormatBar_p.h"
-#include "RichHtmlSanitizer_p.h"
 #include "RichHtmlWriter_p.h"
 #include "RichNotice_p.h"
 #include "RichTextView_p.h"

@@ -17,8 +17,8 @@ public:
     ~IHttpRequest() override;
 
     // A text the requester chose to recognise its answer by; empty when it set none. Kept unchanged.
-    QString GetIdentity() const;
-    void SetIdentity(const QString& value);
+    QString GetIdentity() const { return identity; }
+    void SetIdentity(const QString& value) { identity = value; }
 
 private:
     QString identity;

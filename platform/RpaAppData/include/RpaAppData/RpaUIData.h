@@ -7,11 +7,8 @@
 #include <QObject>
 #include <QString>
 
-#include <functional>
 #include <memory>
 
-class JsonReader;
-class JsonWriter;
 class RpaParamData;
 class RpaTableData;
 class RpaToolData;

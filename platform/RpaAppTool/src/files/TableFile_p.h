@@ -4,7 +4,6 @@
 
 #include <RpaAppData/RpaTableData.h>
 
-#include <QStringList>
 #include <QVariant>
 #include <QVector>
 

@@ -5,7 +5,6 @@
 #include "ZipReader_p.h"
 
 #include <QDate>
-#include <QDateTime>
 #include <QXmlStreamReader>
 
 #include <cmath>

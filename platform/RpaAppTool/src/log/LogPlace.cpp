@@ -65,8 +65,6 @@ LogPlace::LogPlace(QWidget* shownLog) : QObject(shownLog), log(shownLog)
     connect(qApp, &QApplication::focusChanged, this, &LogPlace::SlotFocusChanged);
 }
 
-LogPlace::~LogPlace() = default;
-
 void LogPlace::Enlarge()
 {
     Return();

@@ -15,7 +15,6 @@ class LogPlace : public QObject
 
 public:
     explicit LogPlace(QWidget* log);
-    ~LogPlace() override;
 
     bool IsEnlarged() const { return cover; }
     bool IsDetached() const { return window; }

@@ -63,8 +63,6 @@ LogView::LogView(LogModel* model, QWidget* parent) : QTableView(parent), lines(m
             [this](const QModelIndex& index) { emit SigChosen(index.row()); });
 }
 
-LogView::~LogView() = default;
-
 void LogView::FitScale()
 {
     setFont(WbTheme::CodeFont());

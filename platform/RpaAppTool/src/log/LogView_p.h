@@ -16,7 +16,6 @@ class LogView : public QTableView
 
 public:
     explicit LogView(LogModel* model, QWidget* parent = nullptr);
-    ~LogView() override;
 
     // Shows the newest line, and those to come.
     void Follow();

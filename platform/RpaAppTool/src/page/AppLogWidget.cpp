@@ -60,8 +60,6 @@ AppLogWidget::AppLogWidget(QWidget* parent)
     UpdateHint();
 }
 
-AppLogWidget::~AppLogWidget() = default;
-
 void AppLogWidget::BuildFilter()
 {
     auto* title = new WbLabel(QStringLiteral("运行日志"));

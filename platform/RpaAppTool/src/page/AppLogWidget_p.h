@@ -23,7 +23,6 @@ class AppLogWidget : public IAppLogWidget
 
 public:
     explicit AppLogWidget(QWidget* parent);
-    ~AppLogWidget() override;
 
     void SetLogDataSource(IRpaLogDataSource* source) override;
 

@@ -74,8 +74,6 @@ AppParamWidget::AppParamWidget(QWidget* parent) : IAppParamWidget(parent), area(
     grid->setColumnStretch(1, 1);
 }
 
-AppParamWidget::~AppParamWidget() = default;
-
 void AppParamWidget::SetParamData(RpaParamData* pageData)
 {
     if (paramData)

@@ -21,7 +21,6 @@ class AppParamWidget : public IAppParamWidget
 
 public:
     explicit AppParamWidget(QWidget* parent);
-    ~AppParamWidget() override;
 
     void SetParamData(RpaParamData* data) override;
 

@@ -86,8 +86,6 @@ AppTableWidget::AppTableWidget(QWidget* parent)
     FollowSelection();
 }
 
-AppTableWidget::~AppTableWidget() = default;
-
 void AppTableWidget::FollowSelection()
 {
     connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, this,

@@ -23,7 +23,6 @@ class AppTableWidget : public IAppTableWidget
 
 public:
     explicit AppTableWidget(QWidget* parent);
-    ~AppTableWidget() override;
 
     void SetTableData(RpaTableData* data) override;
     void SetUserEditable(bool editable) override;

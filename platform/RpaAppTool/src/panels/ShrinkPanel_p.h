@@ -5,7 +5,6 @@
 #include <QWidget>
 
 class QHBoxLayout;
-class QLabel;
 class QToolButton;
 class QVBoxLayout;
 

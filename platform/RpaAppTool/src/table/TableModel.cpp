@@ -87,11 +87,6 @@ void TableModel::Follow()
     });
 }
 
-void TableModel::SetUserEditable(bool editable)
-{
-    userEditable = editable;
-}
-
 int TableModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() || !tableData ? 0 : tableData->GetRowCount();

@@ -32,7 +32,7 @@ public:
 
     void SetData(RpaTableData* tableData);
     RpaTableData* GetData() const { return tableData; }
-    void SetUserEditable(bool editable);
+    void SetUserEditable(bool editable) { userEditable = editable; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

@@ -14,12 +14,12 @@ public:
     static RpaGlobalDataManager* Instance();
 
     // Whether the signed-in user is a super administrator; false at first.
-    bool GetSuperAdmin() const;
-    void SetSuperAdmin(bool value);
+    bool GetSuperAdmin() const { return superAdmin; }
+    void SetSuperAdmin(bool value) { superAdmin = value; }
 
     // Version of the app-data format that this client writes, dotted ("1.0.0").
-    QString GetApiVersion() const;
-    void SetApiVersion(const QString& version);
+    QString GetApiVersion() const { return apiVersion; }
+    void SetApiVersion(const QString& version) { apiVersion = version; }
 
 private:
     RpaGlobalDataManager();

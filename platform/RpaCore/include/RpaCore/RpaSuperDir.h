@@ -14,8 +14,8 @@ public:
     static RpaSuperDir* Instance();
 
     // Folder whose files are offered as templates of a visual app / a program app.
-    QString GetVisualTemplateDir() const;
-    QString GetProgramTemplateDir() const;
+    QString GetVisualTemplateDir() const { return visualTemplateDir; }
+    QString GetProgramTemplateDir() const { return programTemplateDir; }
     void SetTemplateDirs(const QString& visualDir, const QString& programDir);
 
 private:

@@ -20,7 +20,7 @@ public:
     int GetCount() const;
 
     // Number of versions in develop state.
-    int GetDevelopCount() const;
+    int GetDevelopCount() const { return developCount; }
 
     // Null when there is none. By id, a version that vanished from the list is still found: by somebody
     // else's hand, so that a save into it is sent and refused with a reason instead of being dropped, or

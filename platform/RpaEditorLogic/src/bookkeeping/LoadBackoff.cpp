@@ -12,8 +12,6 @@ namespace
 constexpr int hurriedForFree = 3;
 } // namespace
 
-LoadBackoff::~LoadBackoff() = default;
-
 void LoadBackoff::SetSpacing(std::chrono::milliseconds shortest, std::chrono::milliseconds most)
 {
     first = shortest;

@@ -19,8 +19,6 @@ class LoadBackoff
 public:
     using Start = std::function<void()>;
 
-    ~LoadBackoff();
-
     void SetSpacing(std::chrono::milliseconds first, std::chrono::milliseconds longest);
 
     // Tells one life of those who ask from the next by a number.

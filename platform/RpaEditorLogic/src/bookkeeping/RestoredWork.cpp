@@ -4,11 +4,6 @@
 
 #include <utility>
 
-void RestoredWork::Set(const RestoredContent& content)
-{
-    waiting = content;
-}
-
 void RestoredWork::Withdraw()
 {
     waiting.reset();

@@ -16,7 +16,7 @@
 class RestoredWork
 {
 public:
-    void Set(const RestoredContent& content);
+    void Set(const RestoredContent& content) { waiting = content; }
     // What is on its way does not come any more; what was shown stays known.
     void Withdraw();
     void Forget();

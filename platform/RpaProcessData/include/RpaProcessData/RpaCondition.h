@@ -55,7 +55,7 @@ public:
 
     // In their order; at most mostRows.
     const QVector<RpaConditionRow>& GetRows() const { return rows; }
-    void SetRows(const QVector<RpaConditionRow>& changed);
+    void SetRows(const QVector<RpaConditionRow>& changed) { rows = changed; }
 
     // The condition as one line of Python.
     QString ToPython() const;

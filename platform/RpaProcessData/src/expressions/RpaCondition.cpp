@@ -77,11 +77,6 @@ std::optional<RpaCondition> RpaCondition::Read(const QString& python, QString* r
     return condition;
 }
 
-void RpaCondition::SetRows(const QVector<RpaConditionRow>& changed)
-{
-    rows = changed;
-}
-
 QString RpaCondition::ToPython() const
 {
     if (rows == readRows)

@@ -6,7 +6,6 @@
 #include <RpaProcessData/RpaExpression.h>
 
 #include <QRegularExpression>
-#include <QSet>
 
 namespace
 {

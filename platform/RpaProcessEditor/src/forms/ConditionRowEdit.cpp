@@ -4,7 +4,6 @@
 #include "ValueEdit_p.h"
 #include "ValueField_p.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbIcons.h>
 

@@ -7,7 +7,6 @@
 
 #include <RpaProcessData/RpaCheckInfo.h>
 
-#include <QPointer>
 #include <QWidget>
 
 #include <functional>

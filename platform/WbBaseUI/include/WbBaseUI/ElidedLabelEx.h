@@ -15,12 +15,11 @@ class WBBASEUI_EXPORT ElidedLabelEx : public QLabel
 
 public:
     explicit ElidedLabelEx(QWidget* parent = nullptr);
-    ~ElidedLabelEx() override;
 
     // Plain text; both texts as they were set, not as they are elided.
     void SetText(const QString& text, const QString& second = QString());
-    QString GetText() const;
-    QString GetSecondText() const;
+    QString GetText() const { return firstText; }
+    QString GetSecondText() const { return secondText; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

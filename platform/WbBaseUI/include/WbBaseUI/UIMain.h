@@ -17,7 +17,7 @@ public:
     // The main window; with a widget, the window that widget stands in. Null before the workstation has set
     // it.
     QWidget* GetMainWidget(QWidget* of) const;
-    void SetMainWidget(QWidget* widget);
+    void SetMainWidget(QWidget* widget) { mainWidget = widget; }
 
 private:
     UIMain() = default;

@@ -13,7 +13,6 @@ class WBBASEUI_EXPORT WbBaseWidget : public QWidget
 
 public:
     explicit WbBaseWidget(QWidget* parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
-    ~WbBaseWidget() override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

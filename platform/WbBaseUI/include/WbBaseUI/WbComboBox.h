@@ -15,10 +15,9 @@ class WBBASEUI_EXPORT WbComboBox : public QComboBox
 
 public:
     explicit WbComboBox(QWidget* parent = nullptr);
-    ~WbComboBox() override;
 
     // 0 general, 1 form field.
-    int GetBusinessStyle() const;
+    int GetBusinessStyle() const { return businessStyle; }
     void SetBusinessStyle(int style);
 
     // May be called while a mouse button is down on the box or on its line edit: the release leaves the popup

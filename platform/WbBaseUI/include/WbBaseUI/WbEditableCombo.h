@@ -11,7 +11,6 @@ class WBBASEUI_EXPORT WbEditableCombo : public WbComboBox
 
 public:
     explicit WbEditableCombo(QWidget* parent = nullptr);
-    ~WbEditableCombo() override;
 
     // Longest text that can be typed, in UTF-16 units.
     void SetMaxLength(int length);

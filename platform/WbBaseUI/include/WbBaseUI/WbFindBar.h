@@ -20,7 +20,6 @@ class WBBASEUI_EXPORT WbFindBar : public QWidget
 public:
     // prompt: what stands in the empty field.
     explicit WbFindBar(const QString& prompt, QWidget* parent = nullptr);
-    ~WbFindBar() override;
 
     // What is looked for, as it was typed.
     QString GetText() const;

@@ -17,10 +17,9 @@ class WBBASEUI_EXPORT WbIconButtonWidget : public QWidget
 
 public:
     explicit WbIconButtonWidget(QWidget* parent = nullptr);
-    ~WbIconButtonWidget() override;
 
     // The label with the button's text.
-    QLabel* GetLabelText() const;
+    QLabel* GetLabelText() const { return labelText; }
 
     // Applies the look of the selected flag.
     void UpdateStyle();

@@ -14,5 +14,4 @@ class WBBASEUI_EXPORT WbLabel : public QLabel
 public:
     explicit WbLabel(QWidget* parent = nullptr);
     explicit WbLabel(const QString& text, QWidget* parent = nullptr);
-    ~WbLabel() override;
 };

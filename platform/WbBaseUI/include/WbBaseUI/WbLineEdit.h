@@ -13,5 +13,4 @@ class WBBASEUI_EXPORT WbLineEdit : public QLineEdit
 
 public:
     explicit WbLineEdit(QWidget* parent = nullptr);
-    ~WbLineEdit() override;
 };

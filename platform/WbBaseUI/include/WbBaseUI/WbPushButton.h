@@ -19,20 +19,18 @@ public:
     // The type is one of Wb::ButtonType.
     explicit WbPushButton(QWidget* parent = nullptr, int buttonType = 0,
                           Wb::BaseUIBusiness business = Wb::BaseUIBusiness::General);
-    ~WbPushButton() override;
 
     // What was set last.
-    int GetButtonType() const;
+    int GetButtonType() const { return buttonType; }
 
     // Sets the type and applies the look of type and business family.
     void SetButtonType(int type);
 
-    // The business family, and the same as a number for the style sheet.
-    Wb::BaseUIBusiness GetBusiness() const;
+    // The business family as a number, for the style sheet.
     int GetBusinessValue() const;
 
     // Takes effect with the next SetButtonType().
-    void SetBusiness(Wb::BaseUIBusiness business);
+    void SetBusiness(Wb::BaseUIBusiness family) { business = family; }
 
 private:
     int buttonType;

@@ -13,7 +13,6 @@ class WBBASEUI_EXPORT WbTextEdit : public QTextEdit
 
 public:
     explicit WbTextEdit(QWidget* parent = nullptr);
-    ~WbTextEdit() override;
 
     // Replaces the text. Unlike QTextEdit it never guesses that the text is HTML, so text from a server stays
     // text.

@@ -9,7 +9,6 @@
 
 class QLabel;
 class QVBoxLayout;
-class WbPushButton;
 
 // The dialog behind PackagedMsgBox.
 class MessageDialog : public WbBaseDialog

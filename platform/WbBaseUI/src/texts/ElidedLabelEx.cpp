@@ -27,8 +27,6 @@ ElidedLabelEx::ElidedLabelEx(QWidget* parent) : QLabel(parent)
     setTextFormat(Qt::PlainText);
 }
 
-ElidedLabelEx::~ElidedLabelEx() = default;
-
 void ElidedLabelEx::SetText(const QString& text, const QString& second)
 {
     firstText = text;
@@ -39,16 +37,6 @@ void ElidedLabelEx::SetText(const QString& text, const QString& second)
     updateGeometry();
     UpdateToolTip();
     update();
-}
-
-QString ElidedLabelEx::GetText() const
-{
-    return firstText;
-}
-
-QString ElidedLabelEx::GetSecondText() const
-{
-    return secondText;
 }
 
 QSize ElidedLabelEx::sizeHint() const

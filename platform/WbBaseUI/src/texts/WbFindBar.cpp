@@ -67,8 +67,6 @@ WbFindBar::WbFindBar(const QString& prompt, QWidget* parent)
     hide();
 }
 
-WbFindBar::~WbFindBar() = default;
-
 QString WbFindBar::GetText() const
 {
     return edit->text();

@@ -9,5 +9,3 @@ WbLabel::WbLabel(const QString& text, QWidget* parent) : QLabel(parent)
     setTextFormat(Qt::PlainText);
     setText(text);
 }
-
-WbLabel::~WbLabel() = default;

@@ -8,5 +8,3 @@ WbLineEdit::WbLineEdit(QWidget* parent) : QLineEdit(parent)
 {
     WholeCharacters::Keep(this);
 }
-
-WbLineEdit::~WbLineEdit() = default;

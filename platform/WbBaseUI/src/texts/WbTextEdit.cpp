@@ -8,8 +8,6 @@ WbTextEdit::WbTextEdit(QWidget* parent) : QTextEdit(parent)
     setTabChangesFocus(true);
 }
 
-WbTextEdit::~WbTextEdit() = default;
-
 void WbTextEdit::setText(const QString& text)
 {
     setPlainText(text);

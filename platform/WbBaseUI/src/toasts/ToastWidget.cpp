@@ -95,11 +95,6 @@ ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* par
     connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &ToastWidget::PaintIcon);
 }
 
-QString ToastWidget::GetText() const
-{
-    return text;
-}
-
 void ToastWidget::FadeIn()
 {
     leaving = false;

@@ -22,7 +22,7 @@ public:
 
     int GetType() const { return type; }
     // The whole text, also where a shortened one is shown.
-    QString GetText() const;
+    QString GetText() const { return text; }
 
     void FadeIn();
     void FadeOut();

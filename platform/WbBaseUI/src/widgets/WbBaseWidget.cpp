@@ -8,8 +8,6 @@
 
 WbBaseWidget::WbBaseWidget(QWidget* parent, Qt::WindowFlags flags) : QWidget(parent, flags) {}
 
-WbBaseWidget::~WbBaseWidget() = default;
-
 void WbBaseWidget::paintEvent(QPaintEvent*)
 {
     QStyleOption option;

@@ -67,13 +67,6 @@ WbComboBox::WbComboBox(QWidget* parent) : QComboBox(parent)
     setMaxVisibleItems(kVisibleRows);
 }
 
-WbComboBox::~WbComboBox() = default;
-
-int WbComboBox::GetBusinessStyle() const
-{
-    return businessStyle;
-}
-
 void WbComboBox::SetBusinessStyle(int style)
 {
     businessStyle = style;

@@ -16,8 +16,6 @@ WbEditableCombo::WbEditableCombo(QWidget* parent) : WbComboBox(parent)
     WholeCharacters::Keep(lineEdit());
 }
 
-WbEditableCombo::~WbEditableCombo() = default;
-
 void WbEditableCombo::SetMaxLength(int length)
 {
     lineEdit()->setMaxLength(length);

@@ -29,13 +29,6 @@ WbIconButtonWidget::WbIconButtonWidget(QWidget* parent) : QWidget(parent), label
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
 }
 
-WbIconButtonWidget::~WbIconButtonWidget() = default;
-
-QLabel* WbIconButtonWidget::GetLabelText() const
-{
-    return labelText;
-}
-
 void WbIconButtonWidget::UpdateStyle()
 {
     RefreshStyle(this);

@@ -7,10 +7,6 @@
 
 #include <WbBrowserLite/IBrowserWidget.h>
 
-#include <QPointer>
-
-#include <memory>
-
 class BrowserNotice;
 class BrowserPage;
 class BrowserToolBar;

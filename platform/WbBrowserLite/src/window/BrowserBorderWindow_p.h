@@ -6,8 +6,6 @@
 
 #include <QPointer>
 
-class QLabel;
-class QToolButton;
 class QVBoxLayout;
 
 // A window without the system's frame around the popped-out browser: a thin border that resizes it, a title

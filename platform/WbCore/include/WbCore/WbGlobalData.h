@@ -14,12 +14,12 @@ public:
     static WbGlobalData* Instance();
 
     // Account id of the signed-in user; empty before sign-in.
-    QString GetPin() const;
-    void SetPin(const QString& value);
+    QString GetPin() const { return pin; }
+    void SetPin(const QString& value) { pin = value; }
 
     // The user's vendor id; 0 before sign-in.
-    qint64 GetVenderId() const;
-    void SetVenderId(qint64 value);
+    qint64 GetVenderId() const { return venderId; }
+    void SetVenderId(qint64 value) { venderId = value; }
 
 private:
     WbGlobalData() = default;

@@ -2,7 +2,6 @@
 
 #include "RichFormatBar_p.h"
 #include "RichFormats_p.h"
-#include "RichHtmlSanitizer_p.h"
 #include "RichLinkDialog_p.h"
 #include "RichTableActions_p.h"
 #include "RichTextView_p.h"

@@ -10,7 +10,6 @@
 #include <QPainter>
 #include <QPointer>
 #include <QTextTable>
-#include <QVBoxLayout>
 #include <QWidgetAction>
 
 namespace
