@@ -33,7 +33,7 @@ bool HasEnded(const StoredSession& session, qint64 lastUsedAt, qint64 now)
 }
 } // namespace
 
-Sessions::Sessions(IStore& theStore) : store(theStore) {}
+Sessions::Sessions(Store& theStore) : store(theStore) {}
 
 void Sessions::AddForThisProcess(const QByteArray& token, const Account& account)
 {
@@ -52,7 +52,7 @@ SignedIn Sessions::Open(const Account& account, SessionLife life, QByteArray& ne
     const qint64 now = SteadyNowMs();
     const StoredSession stored{Sha256(newToken), account.pin, now, now,
                                now + (life == SessionLife::Staying ? stayingLifeMs : lifeMs)};
-    store.SubmitAndWait([&stored](ITransaction& transaction) { transaction.InsertSession(stored); });
+    store.SubmitAndWait([&stored](Transaction& transaction) { transaction.InsertSession(stored); });
     return {account, stored.expiresAt};
 }
 
@@ -118,7 +118,7 @@ void Sessions::ForgetStored()
 
 void Sessions::WriteUse(const QByteArray& hash, qint64 now)
 {
-    const auto touch = [hash, now](ITransaction& transaction) { transaction.TouchSession(hash, now); };
+    const auto touch = [hash, now](Transaction& transaction) { transaction.TouchSession(hash, now); };
     // Losing this note ends a session early at worst, so nobody waits for it.
     store.Submit({touch, [](const std::exception_ptr&) {}, 0});
 }
@@ -134,7 +134,7 @@ std::optional<Account> Sessions::AccountWithoutStore(const QByteArray& token)
 void Sessions::Close(const QByteArray& token)
 {
     const QByteArray hash = Sha256(token);
-    store.SubmitAndWait([&hash](ITransaction& transaction) { transaction.RemoveSession(hash); });
+    store.SubmitAndWait([&hash](Transaction& transaction) { transaction.RemoveSession(hash); });
     const std::lock_guard lock(mutex);
     ++closings;
     entries.remove(hash);

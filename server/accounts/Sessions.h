@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "../store/IStore.h"
+#include "../store/Store.h"
 
 #include <QHash>
 
@@ -27,7 +27,7 @@ struct SignedIn
 class Sessions
 {
 public:
-    explicit Sessions(IStore& store);
+    explicit Sessions(Store& store);
 
     // A token that lives as long as this process and never sees the disk.
     void AddForThisProcess(const QByteArray& token, const Account& account);
@@ -54,7 +54,7 @@ private:
     void ForgetStored();
     void WriteUse(const QByteArray& hash, qint64 now);
 
-    IStore& store;
+    Store& store;
     std::mutex mutex;
     QHash<QByteArray, Entry> entries; // by hash of the token
     quint64 closings = 0;             // sessions that were closed here so far

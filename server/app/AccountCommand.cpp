@@ -45,21 +45,21 @@ bool AreRoles(const QStringList& roles)
            std::all_of(roles.begin(), roles.end(), [](const QString& role) { return known.contains(role); });
 }
 
-int Save(IStore& store, const Account& account, const Options& options)
+int Save(Store& store, const Account& account, const Options& options)
 {
     const QByteArray password = ReadPassword(options);
     const QString problem = ProblemOfPassword(password);
     if (!problem.isEmpty())
         return Fail(problem);
     const QByteArray hash = HashPassword(password);
-    store.SubmitAndWait([&](ITransaction& transaction) {
+    store.SubmitAndWait([&](Transaction& transaction) {
         transaction.UpsertAccount(account, hash, NowMs());
         transaction.RemoveSessionsOf(account.pin); // who had the old password is signed out
     });
     return 0;
 }
 
-int Add(IStore& store, const Options& options)
+int Add(Store& store, const Options& options)
 {
     const QString pin = options.accountCommand.value(1);
     const Account account{pin, options.accountName.isEmpty() ? pin : options.accountName,
@@ -74,38 +74,38 @@ int Add(IStore& store, const Options& options)
     return Save(store, account, options);
 }
 
-int ChangePassword(IStore& store, const Account& account, const Options& options)
+int ChangePassword(Store& store, const Account& account, const Options& options)
 {
     return account.closedAt == 0 ? Save(store, account, options)
                                  : Fail(QStringLiteral("this account is closed; account reopen PIN"));
 }
 
 // A server that runs notices within seconds.
-int ChangeRoles(IStore& store, const Account& account, const Options& options)
+int ChangeRoles(Store& store, const Account& account, const Options& options)
 {
     const QStringList roles = options.accountCommand.value(2).split(QLatin1Char(','), Qt::SkipEmptyParts);
     if (!AreRoles(roles))
         return Fail(QStringLiteral("account roles PIN LIST takes author, user, administrator"));
-    store.SubmitAndWait([&](ITransaction& transaction) { transaction.SetRoles(account.pin, roles); });
+    store.SubmitAndWait([&](Transaction& transaction) { transaction.SetRoles(account.pin, roles); });
     return 0;
 }
 
-int Close(IStore& store, const Account& account, const Options&)
+int Close(Store& store, const Account& account, const Options&)
 {
-    store.SubmitAndWait([&](ITransaction& transaction) {
+    store.SubmitAndWait([&](Transaction& transaction) {
         transaction.SetClosed(account.pin, NowMs());
         transaction.RemoveSessionsOf(account.pin);
     });
     return 0;
 }
 
-int Reopen(IStore& store, const Account& account, const Options&)
+int Reopen(Store& store, const Account& account, const Options&)
 {
-    store.SubmitAndWait([&](ITransaction& transaction) { transaction.SetClosed(account.pin, 0); });
+    store.SubmitAndWait([&](Transaction& transaction) { transaction.SetClosed(account.pin, 0); });
     return 0;
 }
 
-int List(IStore& store)
+int List(Store& store)
 {
     QTextStream output(stdout);
     output.setCodec("UTF-8");
@@ -116,14 +116,14 @@ int List(IStore& store)
 }
 } // namespace
 
-int RunAccountCommand(IStore& store, const Options& options)
+int RunAccountCommand(Store& store, const Options& options)
 {
     const QString command = options.accountCommand.first();
     if (command == QLatin1String("add"))
         return Add(store, options);
     if (command == QLatin1String("list"))
         return List(store);
-    static const std::map<QString, int (*)(IStore&, const Account&, const Options&)> changes{
+    static const std::map<QString, int (*)(Store&, const Account&, const Options&)> changes{
         {QStringLiteral("password"), ChangePassword}, {QStringLiteral("passwd"), ChangePassword},
         {QStringLiteral("roles"), ChangeRoles},       {QStringLiteral("close"), Close},
         {QStringLiteral("reopen"), Reopen},

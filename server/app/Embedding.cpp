@@ -61,12 +61,12 @@ std::string ReadInputLine()
     return {};
 }
 
-bool AdmitWorkstation(const std::string& line, IStore& store, Sessions& sessions)
+bool AdmitWorkstation(const std::string& line, Store& store, Sessions& sessions)
 {
     std::vector<Entry> entries;
     if (!ReadEntries(line, entries))
         return false;
-    store.SubmitAndWait([&entries](ITransaction& transaction) {
+    store.SubmitAndWait([&entries](Transaction& transaction) {
         for (const Entry& entry : entries)
             transaction.UpsertAccount(entry.account, {}, NowMs());
     });

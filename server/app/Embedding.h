@@ -14,7 +14,7 @@ std::string ReadInputLine();
 
 // Takes over the accounts and tokens that the workstation hands to its own server. False when the line is not
 // as agreed.
-bool AdmitWorkstation(const std::string& line, IStore& store, Sessions& sessions);
+bool AdmitWorkstation(const std::string& line, Store& store, Sessions& sessions);
 
 // Calls `act` once, on a thread of its own, when standard input ends: the workstation is gone.
 void OnInputEnd(std::function<void()> act);

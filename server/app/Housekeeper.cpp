@@ -12,7 +12,7 @@ namespace
 constexpr qint64 answersKeptMs = 7 * dayMs;
 }
 
-Housekeeper::Housekeeper(IStore& theStore, Log& theLog, std::chrono::seconds theEvery)
+Housekeeper::Housekeeper(Store& theStore, Log& theLog, std::chrono::seconds theEvery)
     : store(theStore), log(theLog), every(theEvery), worker([this] { Work(); })
 {
 }
@@ -44,7 +44,7 @@ void Housekeeper::TidyUp()
     try {
         // Saves come in between.
         while (!isTidy)
-            store.SubmitAndWait([&](ITransaction& transaction) {
+            store.SubmitAndWait([&](Transaction& transaction) {
                 isTidy = transaction.RemoveOutdated(now, now - answersKeptMs, now / dayMs - usageKeptDays);
             });
     } catch (const StoreError& error) {

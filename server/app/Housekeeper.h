@@ -3,7 +3,7 @@
 #pragma once
 
 #include "../base/Log.h"
-#include "../store/IStore.h"
+#include "../store/Store.h"
 
 #include <chrono>
 
@@ -13,14 +13,14 @@ namespace server
 class Housekeeper
 {
 public:
-    Housekeeper(IStore& store, Log& log, std::chrono::seconds every);
+    Housekeeper(Store& store, Log& log, std::chrono::seconds every);
     ~Housekeeper();
 
 private:
     void Work();
     void TidyUp();
 
-    IStore& store;
+    Store& store;
     Log& log;
     const std::chrono::seconds every;
     std::mutex mutex;

@@ -5,7 +5,7 @@
 #include "../base/Loopback.h"
 #include "../routes/Dispatcher.h"
 #include "../routes/Services.h"
-#include "../store/IStore.h"
+#include "../store/Store.h"
 #include "CertificateKeeper.h"
 #include "Descriptors.h"
 #include "Embedding.h"
@@ -124,7 +124,7 @@ struct Service::Parts
     Router router;
     LoginLimit loginLimit;
     LoginLimit redeemLimit; // by account alone
-    std::unique_ptr<IStore> store;
+    std::unique_ptr<Store> store;
     Sessions sessions;
     TaskPool passwordPool;
     Services services;

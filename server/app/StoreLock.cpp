@@ -2,7 +2,7 @@
 
 #include "StoreLock.h"
 
-#include "../store/IStore.h"
+#include "../store/Store.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -56,7 +56,7 @@ void CreateApp(Services& services, const Request& request, const Reply& reply)
     if (kind != 0 && kind != 1)
         return reply(wire::BadRequest("bad-kind", QStringLiteral("应用类型不正确。")));
     const bool anyName = object.value(QLatin1String("anyName")).toBool();
-    const auto act = [account = *request.account, name, kind, anyName](ITransaction& store) {
+    const auto act = [account = *request.account, name, kind, anyName](Transaction& store) {
         return AnswerOf(201, rules::CreateApp(store, account, name, kind, NowMs(), anyName));
     };
     WriteOnce(services.store, request, act, reply);
@@ -64,7 +64,7 @@ void CreateApp(Services& services, const Request& request, const Reply& reply)
 
 void CopyApp(Services& services, const Request& request, const Reply& reply)
 {
-    const auto act = [account = *request.account, id = request.PathValue()](ITransaction& store) {
+    const auto act = [account = *request.account, id = request.PathValue()](Transaction& store) {
         return AnswerOf(201, rules::CopyApp(store, account, id, NowMs()));
     };
     WriteOnce(services.store, request, act, reply, Reach::Anything);
@@ -121,7 +121,7 @@ void ChangeApp(Services& services, const Request& request, const Reply& reply)
         return reply(wire::Refused(*refusal));
     const auto answer = std::make_shared<Response>();
     const auto act = [answer, account = *request.account, id = request.PathValue(),
-                      change = std::get<AppChange>(change)](ITransaction& store) {
+                      change = std::get<AppChange>(change)](Transaction& store) {
         *answer = AnswerOf(200, rules::ChangeApp(store, account, id, change, NowMs()));
     };
     const auto done = [answer, reply](const std::exception_ptr& failure) {

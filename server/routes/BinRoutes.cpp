@@ -10,13 +10,13 @@ namespace server
 {
 namespace
 {
-using Rule = Outcome<App> (*)(ITransaction& store, const Account& account, const QString& appId, qint64 now);
+using Rule = Outcome<App> (*)(Transaction& store, const Account& account, const QString& appId, qint64 now);
 
 // Names of other apps are touched when one comes back under a free one.
 void Do(Rule rule, int status, Services& services, const Request& request, const Reply& reply)
 {
     const auto act = [rule, status, account = *request.account,
-                      id = request.PathValue()](ITransaction& store) {
+                      id = request.PathValue()](Transaction& store) {
         const auto outcome = rule(store, account, id, NowMs());
         if (const auto* refusal = std::get_if<Refusal>(&outcome))
             return wire::Refused(*refusal);

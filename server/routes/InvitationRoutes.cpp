@@ -60,7 +60,7 @@ void CreateInvitation(Services& services, const Request& request, const Reply& r
     if (const auto* refusal = std::get_if<Refusal>(&order))
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, appId = request.PathValue(),
-                      order = std::get<InvitationOrder>(order)](ITransaction& store) {
+                      order = std::get<InvitationOrder>(order)](Transaction& store) {
         return AnswerOf(201, rules::CreateInvitation(store, account, appId, order, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
@@ -68,7 +68,7 @@ void CreateInvitation(Services& services, const Request& request, const Reply& r
 
 void RevokeInvitation(Services& services, const Request& request, const Reply& reply)
 {
-    const auto act = [account = *request.account, id = request.PathValue()](ITransaction& store) {
+    const auto act = [account = *request.account, id = request.PathValue()](Transaction& store) {
         return AnswerOf(200, rules::RevokeInvitation(store, account, id, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
@@ -87,7 +87,7 @@ void RedeemInvitation(Services& services, const Request& request, const Reply& r
         return reply(Response::Refuse(429, "too-many-tries",
                                       QStringLiteral("邀请码尝试过于频繁，请 %1 秒后再试。").arg(seconds))
                          .With("Retry-After", QByteArray::number(seconds)));
-    const auto act = [account = *request.account, code](ITransaction& store) {
+    const auto act = [account = *request.account, code](Transaction& store) {
         return AnswerOf(200, rules::RedeemInvitation(store, account, code, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);

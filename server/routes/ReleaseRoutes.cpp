@@ -44,7 +44,7 @@ void ReleaseOne(Services& services, const Request& request, const Reply& reply)
         return reply(wire::BadRequest("bad-type", QStringLiteral("发布类型不正确。")));
     const auto act = [account = *request.account, id = request.PathValue(),
                       revision = std::get<qint64>(revision),
-                      type = static_cast<ReleaseType>(type)](ITransaction& store) {
+                      type = static_cast<ReleaseType>(type)](Transaction& store) {
         return AnswerOf(rules::ReleaseVersion(store, account, id, revision, type, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
@@ -92,7 +92,7 @@ void TakeBack(Services& services, const Request& request, const Reply& reply)
     if (const auto* refusal = std::get_if<Refusal>(&order))
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, appId = request.PathValue(),
-                      order = std::get<TakeBackOrder>(order)](ITransaction& store) {
+                      order = std::get<TakeBackOrder>(order)](Transaction& store) {
         const auto outcome = rules::TakeBack(store, account, appId, order, NowMs());
         if (const auto* refusal = std::get_if<Refusal>(&outcome))
             return wire::Refused(*refusal);

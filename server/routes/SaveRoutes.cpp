@@ -51,7 +51,7 @@ void NoteSave(Services& services, const Request& request, const Reply& reply)
     if (const auto* refusal = std::get_if<Refusal>(&order))
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, id = request.PathValue(),
-                      order = std::get<NoteOrder>(order)](ITransaction& store) {
+                      order = std::get<NoteOrder>(order)](Transaction& store) {
         const auto outcome = rules::NoteSave(store, account, id, order.revision, order.note, NowMs());
         const auto* refusal = std::get_if<Refusal>(&outcome);
         return refusal ? wire::Refused(*refusal) : Response::Empty();

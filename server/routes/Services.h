@@ -13,7 +13,7 @@ namespace server
 // What the routes work with.
 struct Services
 {
-    IStore& store;
+    Store& store;
     Sessions& sessions;
     LoginLimit& loginLimit;
     LoginLimit& redeemLimit;

@@ -66,7 +66,7 @@ void KeepEvents(Services& services, const Request& request, const Reply& reply)
     if (const auto* refusal = std::get_if<Refusal>(&events))
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, kept = std::get<std::vector<UsageEvent>>(events)](
-                         ITransaction& store) { rules::KeepUsage(store, account, kept); };
+                         Transaction& store) { rules::KeepUsage(store, account, kept); };
     const auto done = [reply](const std::exception_ptr& failure) {
         reply(failure ? ResponseForFailure(failure) : Response::Empty());
     };

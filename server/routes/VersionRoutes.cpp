@@ -125,7 +125,7 @@ void CreateVersion(Services& services, const Request& request, const Reply& repl
     if (const auto* refusal = std::get_if<Refusal>(&draft))
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, appId = request.PathValue(),
-                      draft = std::get<VersionDraft>(draft)](ITransaction& store) {
+                      draft = std::get<VersionDraft>(draft)](Transaction& store) {
         return AnswerOf(201, rules::CreateVersion(store, account, appId, draft, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
@@ -141,7 +141,7 @@ void OverwriteVersion(Services& services, const Request& request, const Reply& r
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, id = request.PathValue(),
                       revision = std::get<qint64>(revision),
-                      draft = std::get<VersionDraft>(draft)](ITransaction& store) {
+                      draft = std::get<VersionDraft>(draft)](Transaction& store) {
         return AnswerOf(200, rules::OverwriteVersion(store, account, id, revision, draft, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
@@ -149,7 +149,7 @@ void OverwriteVersion(Services& services, const Request& request, const Reply& r
 
 // Besides the editors: whom an online version was published to and whom a gray one was opened to, until it is
 // taken back.
-bool MayRun(IStore& store, const Account& account, const App& app, const Version& version)
+bool MayRun(Store& store, const Account& account, const App& app, const Version& version)
 {
     if (MayEdit(account, app))
         return true;
@@ -178,7 +178,7 @@ void DeleteVersion(Services& services, const Request& request, const Reply& repl
     if (const auto* refusal = std::get_if<Refusal>(&revision))
         return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, id = request.PathValue(),
-                      revision = std::get<qint64>(revision)](ITransaction& store) {
+                      revision = std::get<qint64>(revision)](Transaction& store) {
         const auto outcome = rules::DeleteVersion(store, account, id, revision, NowMs());
         const auto* refusal = std::get_if<Refusal>(&outcome);
         return refusal ? wire::Refused(*refusal) : Response::Empty();
@@ -188,7 +188,7 @@ void DeleteVersion(Services& services, const Request& request, const Reply& repl
 
 void RestoreVersion(Services& services, const Request& request, const Reply& reply)
 {
-    const auto act = [account = *request.account, id = request.PathValue()](ITransaction& store) {
+    const auto act = [account = *request.account, id = request.PathValue()](Transaction& store) {
         return AnswerOf(200, rules::RestoreVersion(store, account, id, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);

@@ -59,7 +59,7 @@ Response KeyReused()
 }
 } // namespace
 
-void WriteOnce(IStore& store, const Request& request, std::function<Response(ITransaction&)> act,
+void WriteOnce(Store& store, const Request& request, std::function<Response(Transaction&)> act,
                const Reply& reply, Reach reach)
 {
     const QByteArray key = request.Header("idempotency-key");
@@ -68,7 +68,7 @@ void WriteOnce(IStore& store, const Request& request, std::function<Response(ITr
 
     const auto answer = std::make_shared<Response>();
     const auto once = [answer, act = std::move(act), key, pin = request.account->pin,
-                       fingerprint = FingerprintOf(request)](ITransaction& transaction) {
+                       fingerprint = FingerprintOf(request)](Transaction& transaction) {
         if (const auto known = transaction.FindAnswer(pin, key)) {
             *answer = known->fingerprint == fingerprint ? ResponseOf(*known) : KeyReused();
             return;

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "../http/Request.h"
-#include "../store/IStore.h"
+#include "../store/Store.h"
 
 namespace server
 {
@@ -18,6 +18,6 @@ enum class Reach
 // Runs `act` as a write of the store and answers after its commit. The answer is kept under the request's
 // idempotency key in the same transaction: the same request by the same account is answered again from there
 // and not done a second time. Refuses a request without a key, and a key that stood for another request.
-void WriteOnce(IStore& store, const Request& request, std::function<Response(ITransaction&)> act,
+void WriteOnce(Store& store, const Request& request, std::function<Response(Transaction&)> act,
                const Reply& reply, Reach reach = Reach::OneApp);
 } // namespace server

@@ -23,19 +23,19 @@ namespace
 {
 constexpr int longestName = 50;
 
-QString FreeAppName(ITransaction& store, const QString& venderId, const QString& name)
+QString FreeAppName(Transaction& store, const QString& venderId, const QString& name)
 {
     return FreeName(name, longestName,
                     [&](const QString& tried) { return store.AppNameTaken(venderId, tried); });
 }
 
-void NoteApp(ITransaction& store, const Account& account, const QString& act, const App& app, qint64 now)
+void NoteApp(Transaction& store, const Account& account, const QString& act, const App& app, qint64 now)
 {
     store.Note({{}, now, account.pin, act, app.id, {}, app.name});
 }
 } // namespace
 
-Outcome<App> CreateApp(ITransaction& store, const Account& account, const QString& wanted, int kind,
+Outcome<App> CreateApp(Transaction& store, const Account& account, const QString& wanted, int kind,
                        qint64 now, bool anyName)
 {
     if (!account.IsAuthor())
@@ -49,7 +49,7 @@ Outcome<App> CreateApp(ITransaction& store, const Account& account, const QStrin
     return app;
 }
 
-Outcome<App> ChangeApp(ITransaction& store, const Account& account, const QString& appId,
+Outcome<App> ChangeApp(Transaction& store, const Account& account, const QString& appId,
                        const AppChange& change, qint64 now)
 {
     auto app = store.FindApp(appId);
@@ -69,7 +69,7 @@ Outcome<App> ChangeApp(ITransaction& store, const Account& account, const QStrin
     return *app;
 }
 
-Outcome<App> DeleteApp(ITransaction& store, const Account& account, const QString& appId, qint64 now)
+Outcome<App> DeleteApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
 {
     const auto app = store.FindApp(appId);
     if (!app || !(MayEdit(account, *app) || MayDelete(account, *app)))
@@ -81,7 +81,7 @@ Outcome<App> DeleteApp(ITransaction& store, const Account& account, const QStrin
     return *app;
 }
 
-Outcome<App> RestoreApp(ITransaction& store, const Account& account, const QString& appId, qint64 now)
+Outcome<App> RestoreApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
 {
     auto app = store.FindDeletedApp(appId);
     if (!app || !MayDelete(account, *app) || app->deletedAt + binMs < now)
@@ -94,7 +94,7 @@ Outcome<App> RestoreApp(ITransaction& store, const Account& account, const QStri
     return *app;
 }
 
-Outcome<App> PurgeApp(ITransaction& store, const Account& account, const QString& appId, qint64 now)
+Outcome<App> PurgeApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
 {
     const auto app = store.FindDeletedApp(appId);
     if (!app || !MayDelete(account, *app))

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "../store/IStore.h"
+#include "../store/Store.h"
 #include "Outcome.h"
 
 namespace server
@@ -28,19 +28,19 @@ struct AppChange
 namespace rules
 {
 // anyName: under the next free name when that one is taken.
-Outcome<App> CreateApp(ITransaction& store, const Account& account, const QString& name, int kind, qint64 now,
+Outcome<App> CreateApp(Transaction& store, const Account& account, const QString& name, int kind, qint64 now,
                        bool anyName = false);
 // Tags say what an app belongs to and are no change of the app itself.
-Outcome<App> ChangeApp(ITransaction& store, const Account& account, const QString& appId,
+Outcome<App> ChangeApp(Transaction& store, const Account& account, const QString& appId,
                        const AppChange& change, qint64 now);
 // Its versions go along, and come back with it; users have none of them meanwhile.
-Outcome<App> DeleteApp(ITransaction& store, const Account& account, const QString& appId, qint64 now);
+Outcome<App> DeleteApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
 // Under the next free name when its own was taken meanwhile.
-Outcome<App> RestoreApp(ITransaction& store, const Account& account, const QString& appId, qint64 now);
+Outcome<App> RestoreApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
 // Takes a deleted app out of the bin for good.
-Outcome<App> PurgeApp(ITransaction& store, const Account& account, const QString& appId, qint64 now);
+Outcome<App> PurgeApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
 // A new app of this account with all versions, each in development; nothing of what was released.
-Outcome<App> CopyApp(ITransaction& store, const Account& account, const QString& appId, qint64 now,
+Outcome<App> CopyApp(Transaction& store, const Account& account, const QString& appId, qint64 now,
                      qint64 mostBytes = mostCopiedBytes);
 } // namespace rules
 } // namespace server

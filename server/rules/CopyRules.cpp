@@ -13,7 +13,7 @@ namespace
 constexpr int longestVersionName = 20;
 
 // Versions that were released under one name are all in development in the copy, where names are unique.
-void CopyVersions(ITransaction& store, const std::vector<Version>& versions, const App& copy)
+void CopyVersions(Transaction& store, const std::vector<Version>& versions, const App& copy)
 {
     QSet<QString> taken;
     for (const Version& original : versions) {
@@ -33,7 +33,7 @@ void CopyVersions(ITransaction& store, const std::vector<Version>& versions, con
 }
 } // namespace
 
-Outcome<App> CopyApp(ITransaction& store, const Account& account, const QString& appId, qint64 now,
+Outcome<App> CopyApp(Transaction& store, const Account& account, const QString& appId, qint64 now,
                      qint64 mostBytes)
 {
     const auto app = store.FindApp(appId);

@@ -13,7 +13,7 @@ namespace
 {
 constexpr int mostOpenOfAnApp = 20;
 
-Invitation Insert(ITransaction& store, const Version& gray, const Account& account,
+Invitation Insert(Transaction& store, const Version& gray, const Account& account,
                   const InvitationOrder& order, qint64 now)
 {
     const Invitation invitation{NewId(), NewInvitationCode(),           gray.appId,     gray.id, account.pin,
@@ -24,7 +24,7 @@ Invitation Insert(ITransaction& store, const Version& gray, const Account& accou
     return invitation;
 }
 
-auto CountOpen(ITransaction& store, const QString& appId, qint64 now)
+auto CountOpen(Transaction& store, const QString& appId, qint64 now)
 {
     const auto all = store.InvitationsOf(appId);
     return std::count_if(all.begin(), all.end(), [now](const Invitation& one) { return one.IsOpen(now); });
@@ -61,7 +61,7 @@ std::optional<Refusal> RefusalUnlessCreator(const Account& account, const std::o
     return std::nullopt;
 }
 
-Outcome<Invitation> CreateInvitation(ITransaction& store, const Account& account, const QString& appId,
+Outcome<Invitation> CreateInvitation(Transaction& store, const Account& account, const QString& appId,
                                      const InvitationOrder& order, qint64 now)
 {
     if (const auto refusal = RefusalUnlessCreator(account, store.FindApp(appId)))
@@ -74,7 +74,7 @@ Outcome<Invitation> CreateInvitation(ITransaction& store, const Account& account
     return Insert(store, *gray, account, order, now);
 }
 
-Outcome<Invitation> RevokeInvitation(ITransaction& store, const Account& account, const QString& invitationId,
+Outcome<Invitation> RevokeInvitation(Transaction& store, const Account& account, const QString& invitationId,
                                      qint64 now)
 {
     auto invitation = store.FindInvitation(invitationId);
@@ -96,7 +96,7 @@ Outcome<Invitation> RevokeInvitation(ITransaction& store, const Account& account
     return *invitation;
 }
 
-Outcome<ReleasedApp> RedeemInvitation(ITransaction& store, const Account& account, const QString& code,
+Outcome<ReleasedApp> RedeemInvitation(Transaction& store, const Account& account, const QString& code,
                                       qint64 now)
 {
     const auto invitation = store.FindInvitationByCode(Normalised(code));
@@ -117,7 +117,7 @@ Outcome<ReleasedApp> RedeemInvitation(ITransaction& store, const Account& accoun
     return released;
 }
 
-void KeepAnInvitation(ITransaction& store, const Version& gray, const Account& account, qint64 now)
+void KeepAnInvitation(Transaction& store, const Version& gray, const Account& account, qint64 now)
 {
     if (CountOpen(store, gray.appId, now) == 0)
         Insert(store, gray, account, {}, now);

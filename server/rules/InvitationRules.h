@@ -19,17 +19,17 @@ struct InvitationOrder
 namespace rules
 {
 // Only the creator of an app gives invitations away.
-Outcome<Invitation> CreateInvitation(ITransaction& store, const Account& account, const QString& appId,
+Outcome<Invitation> CreateInvitation(Transaction& store, const Account& account, const QString& appId,
                                      const InvitationOrder& order, qint64 now);
-Outcome<Invitation> RevokeInvitation(ITransaction& store, const Account& account, const QString& invitationId,
+Outcome<Invitation> RevokeInvitation(Transaction& store, const Account& account, const QString& invitationId,
                                      qint64 now);
 
 // `code` as the user typed it. A second time changes nothing.
-Outcome<ReleasedApp> RedeemInvitation(ITransaction& store, const Account& account, const QString& code,
+Outcome<ReleasedApp> RedeemInvitation(Transaction& store, const Account& account, const QString& code,
                                       qint64 now);
 
 // Makes an invitation when the app of the gray version has no open one.
-void KeepAnInvitation(ITransaction& store, const Version& gray, const Account& account, qint64 now);
+void KeepAnInvitation(Transaction& store, const Version& gray, const Account& account, qint64 now);
 
 // The refusal for whoever is not the creator: editors may not, for others the app does not exist.
 std::optional<Refusal> RefusalUnlessCreator(const Account& account, const std::optional<App>& app);

@@ -4,7 +4,7 @@
 
 namespace server::rules
 {
-Outcome<QString> NoteSave(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<QString> NoteSave(Transaction& store, const Account& account, const QString& versionId,
                           qint64 revision, const QString& note, qint64 now)
 {
     const auto version = EditableVersion(store, account, versionId);

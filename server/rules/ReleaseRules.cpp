@@ -39,7 +39,7 @@ QString FreeName(const std::vector<Version>& versions)
 }
 
 // An app whose only develop version was released would have nothing left to work on.
-void KeepADevelopVersion(ITransaction& store, const Version& released, const Account& account, qint64 now)
+void KeepADevelopVersion(Transaction& store, const Version& released, const Account& account, qint64 now)
 {
     const std::vector<Version> versions = store.VersionsOf(released.appId);
     const auto isDevelop = [](const Version& version) { return version.state == VersionState::Develop; };
@@ -57,7 +57,7 @@ void KeepADevelopVersion(ITransaction& store, const Version& released, const Acc
 }
 } // namespace
 
-Outcome<ReleaseResult> ReleaseVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<ReleaseResult> ReleaseVersion(Transaction& store, const Account& account, const QString& versionId,
                                       qint64 basedOnRevision, ReleaseType type, qint64 now)
 {
     const auto found = EditableVersion(store, account, versionId);

@@ -15,7 +15,7 @@ QString ActOf(const TakeBackOrder& order)
 }
 
 // The version that users shall have; nothing when they shall have none.
-Outcome<std::optional<Version>> Wanted(ITransaction& store, const QString& appId, const TakeBackOrder& order)
+Outcome<std::optional<Version>> Wanted(Transaction& store, const QString& appId, const TakeBackOrder& order)
 {
     if (order.to.isEmpty())
         return std::optional<Version>();
@@ -28,7 +28,7 @@ Outcome<std::optional<Version>> Wanted(ITransaction& store, const QString& appId
 }
 } // namespace
 
-Outcome<QString> TakeBack(ITransaction& store, const Account& account, const QString& appId,
+Outcome<QString> TakeBack(Transaction& store, const Account& account, const QString& appId,
                           const TakeBackOrder& order, qint64 now)
 {
     const auto app = store.FindApp(appId);

@@ -11,7 +11,7 @@ namespace
 constexpr qint64 mostOfADay = 2000;
 }
 
-void KeepUsage(ITransaction& store, const Account& account, const std::vector<UsageEvent>& events)
+void KeepUsage(Transaction& store, const Account& account, const std::vector<UsageEvent>& events)
 {
     QHash<qint64, qint64> kept; // by day
     for (const UsageEvent& event : events) {

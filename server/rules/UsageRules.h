@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "../store/IStore.h"
+#include "../store/Store.h"
 
 namespace server
 {
@@ -13,6 +13,6 @@ namespace rules
 {
 // Keeps what the account did, each event once however often it comes. A day of an account holds a bounded
 // number of them; what goes beyond is left out.
-void KeepUsage(ITransaction& store, const Account& account, const std::vector<UsageEvent>& events);
+void KeepUsage(Transaction& store, const Account& account, const std::vector<UsageEvent>& events);
 } // namespace rules
 } // namespace server

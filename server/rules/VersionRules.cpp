@@ -26,7 +26,7 @@ void TakeOver(Version& version, const VersionDraft& draft, const Account& accoun
 
 namespace rules
 {
-Outcome<Version> EditableVersion(ITransaction& store, const Account& account, const QString& versionId)
+Outcome<Version> EditableVersion(Transaction& store, const Account& account, const QString& versionId)
 {
     const auto version = store.FindVersion(versionId);
     if (!version || version->deletedAt != 0)
@@ -37,13 +37,13 @@ Outcome<Version> EditableVersion(ITransaction& store, const Account& account, co
     return *version;
 }
 
-Refusal ChangedBySomebodyElse(ITransaction& store, const Version& version)
+Refusal ChangedBySomebodyElse(Transaction& store, const Version& version)
 {
     const auto account = store.FindAccount(version.pin);
     return refusals::RevisionChanged(account ? account->name : version.pin);
 }
 
-Outcome<Version> CreateVersion(ITransaction& store, const Account& account, const QString& appId,
+Outcome<Version> CreateVersion(Transaction& store, const Account& account, const QString& appId,
                                const VersionDraft& draft, qint64 now)
 {
     const auto app = store.FindApp(appId);
@@ -60,7 +60,7 @@ Outcome<Version> CreateVersion(ITransaction& store, const Account& account, cons
     return version;
 }
 
-Outcome<Version> OverwriteVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<Version> OverwriteVersion(Transaction& store, const Account& account, const QString& versionId,
                                   qint64 basedOnRevision, const VersionDraft& draft, qint64 now)
 {
     const auto found = EditableVersion(store, account, versionId);
@@ -79,7 +79,7 @@ Outcome<Version> OverwriteVersion(ITransaction& store, const Account& account, c
     return version;
 }
 
-Outcome<Version> DeleteVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<Version> DeleteVersion(Transaction& store, const Account& account, const QString& versionId,
                                qint64 basedOnRevision, qint64 now)
 {
     const auto found = EditableVersion(store, account, versionId);
@@ -95,7 +95,7 @@ Outcome<Version> DeleteVersion(ITransaction& store, const Account& account, cons
     return version;
 }
 
-Outcome<Version> RestoreVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<Version> RestoreVersion(Transaction& store, const Account& account, const QString& versionId,
                                 qint64 now)
 {
     const auto found = store.FindVersion(versionId);

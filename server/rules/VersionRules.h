@@ -19,21 +19,21 @@ struct VersionDraft
 // The rules of versions; each runs inside a write of the store.
 namespace rules
 {
-Outcome<Version> CreateVersion(ITransaction& store, const Account& account, const QString& appId,
+Outcome<Version> CreateVersion(Transaction& store, const Account& account, const QString& appId,
                                const VersionDraft& draft, qint64 now);
-Outcome<Version> OverwriteVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<Version> OverwriteVersion(Transaction& store, const Account& account, const QString& versionId,
                                   qint64 basedOnRevision, const VersionDraft& draft, qint64 now);
 
 // Soft: an administrator of the vendor can bring it back for 30 days.
-Outcome<Version> DeleteVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<Version> DeleteVersion(Transaction& store, const Account& account, const QString& versionId,
                                qint64 basedOnRevision, qint64 now);
-Outcome<Version> RestoreVersion(ITransaction& store, const Account& account, const QString& versionId,
+Outcome<Version> RestoreVersion(Transaction& store, const Account& account, const QString& versionId,
                                 qint64 now);
 
 // The version that `account` may edit, not a deleted one.
-Outcome<Version> EditableVersion(ITransaction& store, const Account& account, const QString& versionId);
+Outcome<Version> EditableVersion(Transaction& store, const Account& account, const QString& versionId);
 
 // The refusal of a change that is based on an older revision; names who was first.
-Refusal ChangedBySomebodyElse(ITransaction& store, const Version& version);
+Refusal ChangedBySomebodyElse(Transaction& store, const Version& version);
 } // namespace rules
 } // namespace server

@@ -12,8 +12,9 @@ const QString appColumns = QStringLiteral(
     "shown.state = 3 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 3 "
     "WHEN EXISTS (SELECT 1 FROM version AS shown WHERE shown.app_id = app.id AND "
     "shown.state = 2 AND shown.deleted_at = 0 AND shown.withdrawn_at = 0) THEN 2 ELSE 1 END, app.deleted_at");
-const QString appTables = QStringLiteral("app JOIN account ON account.pin = app.creator "
-                                         "LEFT JOIN account AS changer ON changer.pin = app.changed_by");
+static const QString appTables =
+    QStringLiteral("app JOIN account ON account.pin = app.creator "
+                   "LEFT JOIN account AS changer ON changer.pin = app.changed_by");
 const QString versionColumns =
     QStringLiteral("id, app_id, name, description, state, api_version, pin, revision, "
                    "sha256, size, created_at, changed_at, deleted_at, withdrawn_at");
@@ -56,6 +57,17 @@ QString QualifiedVersionColumns()
     return columns.join(QStringLiteral(", "));
 }
 } // namespace
+
+QString SelectFrom(const QString& columns, const char* rest)
+{
+    return QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + QString::fromLatin1(rest);
+}
+
+QString SelectApps(const char* condition)
+{
+    return QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
+           QStringLiteral(" WHERE ") + QString::fromLatin1(condition);
+}
 
 Account ReadAccount(const SqlRows& rows)
 {

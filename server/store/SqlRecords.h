@@ -11,11 +11,15 @@ namespace server
 {
 // The columns of each record, in the order in which the functions below read them.
 extern const QString accountColumns;
-extern const QString appColumns; // of "app" joined with the creator's "account"
-extern const QString appTables;
+extern const QString appColumns; // of "app" joined with the accounts of its creator and of who changed it
 extern const QString versionColumns;
 extern const QString invitationColumns;
 extern const QString auditColumns;
+
+// A SELECT of these columns FROM what `rest` begins with.
+QString SelectFrom(const QString& columns, const char* rest);
+// The same of apps, for which `condition` holds; more may follow it.
+QString SelectApps(const char* condition);
 
 Account ReadAccount(const SqlRows& rows);
 App ReadApp(const SqlRows& rows);

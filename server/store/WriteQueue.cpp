@@ -2,7 +2,7 @@
 
 #include "WriteQueue.h"
 
-#include "SqlTransaction.h"
+#include "Transaction.h"
 
 #include <algorithm>
 
@@ -182,7 +182,7 @@ void WriteQueue::TakeLocks(const Group& group)
 
 void WriteQueue::Apply(Group& group, Failures& failures, std::vector<QString>& changedIds)
 {
-    SqlTransaction transaction(*connection, *dialect, changedIds);
+    Transaction transaction(*connection, *dialect, changedIds);
     for (std::size_t i = 0; i < group.size(); ++i) {
         connection->Execute(savepoint);
         try {

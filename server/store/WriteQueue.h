@@ -4,7 +4,7 @@
 
 #include "../base/Thread.h"
 #include "../sql/SqlConnection.h"
-#include "IStore.h"
+#include "Store.h"
 
 #include <chrono>
 #include <condition_variable>

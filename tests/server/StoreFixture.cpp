@@ -56,12 +56,12 @@ void StoreFixture::init()
         address = QStringLiteral("sqlite:") + folder->filePath(QStringLiteral("versions.db"));
     }
     OpenFresh();
-    store->SubmitAndWait([](ITransaction& transaction) {
+    store->SubmitAndWait([](Transaction& transaction) {
         for (const Account& account : {author, colleague, foreigner, administrator})
             transaction.UpsertAccount(account, {}, NowMs());
     });
     const auto created =
-        InWrite([](ITransaction& t) { return rules::CreateApp(t, author, QStringLiteral("应用"), 0, 1); });
+        InWrite([](Transaction& t) { return rules::CreateApp(t, author, QStringLiteral("应用"), 0, 1); });
     app = std::get<App>(created);
 }
 
@@ -84,7 +84,7 @@ std::shared_ptr<const IDialect> StoreFixture::Dialect() const
 
 Version StoreFixture::Save(const QString& name, const QByteArray& body)
 {
-    const auto saved = InWrite([&](ITransaction& t) {
+    const auto saved = InWrite([&](Transaction& t) {
         return rules::CreateVersion(t, author, app.id, DraftOf(name, body), NowMs());
     });
     return std::get<Version>(saved);
@@ -94,6 +94,6 @@ Version StoreFixture::Released(const QString& name, ReleaseType type, qint64 now
 {
     const Version version = Save(name, "{}");
     const auto released =
-        InWrite([&](ITransaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, now); });
+        InWrite([&](Transaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, now); });
     return std::get<ReleaseResult>(released).version;
 }

@@ -45,14 +45,14 @@ protected:
     template <typename Rule>
     auto InWrite(const Rule& rule)
     {
-        std::optional<decltype(rule(std::declval<server::ITransaction&>()))> outcome;
-        store->SubmitAndWait([&](server::ITransaction& transaction) { outcome = rule(transaction); });
+        std::optional<decltype(rule(std::declval<server::Transaction&>()))> outcome;
+        store->SubmitAndWait([&](server::Transaction& transaction) { outcome = rule(transaction); });
         return *outcome;
     }
 
     std::unique_ptr<PostgresProcess> postgres;
     std::unique_ptr<TestFolder> folder;
     QString address;
-    std::unique_ptr<server::IStore> store;
+    std::unique_ptr<server::Store> store;
     server::App app;
 };

@@ -72,7 +72,7 @@ void StoreTest::movesTheHeadAndKeepsTheHistory()
     const Version first = Save(QStringLiteral("版本1"), "{\"n\":1}");
     QCOMPARE(store->VersionsOf(app.id)->front().revision, qint64{1});
 
-    const auto outcome = InWrite([&](ITransaction& t) {
+    const auto outcome = InWrite([&](Transaction& t) {
         return rules::OverwriteVersion(t, colleague, first.id, 1, DraftOf({}, "{\"n\":2}"), NowMs());
     });
 
@@ -142,14 +142,14 @@ void StoreTest::undoesAFailedWriteAndKeepsItsNeighbours()
         };
     };
     const auto insert = [&](const QString& name, bool fail) {
-        return [=](ITransaction& transaction) {
+        return [=](Transaction& transaction) {
             transaction.InsertApp(
                 {NewId(), name, 0, author.pin, author.name, author.venderId, NewId(), 1, 1});
             if (fail)
                 throw StoreError(StoreFault::Internal, QStringLiteral("on purpose"));
         };
     };
-    store->Submit({[&](ITransaction&) { go.acquire(); }, [](const std::exception_ptr&) {}, 0});
+    store->Submit({[&](Transaction&) { go.acquire(); }, [](const std::exception_ptr&) {}, 0});
     store->Submit({insert(QStringLiteral("前"), false), end(0), 0});
     store->Submit({insert(QStringLiteral("中"), true), end(1), 0});
     store->Submit({insert(QStringLiteral("后"), false), end(2), 0});
@@ -173,7 +173,7 @@ void StoreTest::commitsWaitingWritesTogether()
     QSemaphore started;
     QSemaphore go;
     QSemaphore ended;
-    const auto hold = [&](ITransaction&) {
+    const auto hold = [&](Transaction&) {
         started.release();
         go.acquire();
     };
@@ -181,7 +181,7 @@ void StoreTest::commitsWaitingWritesTogether()
     QVERIFY(started.tryAcquire(1, 20000));
     const qint64 before = store->Figures().commits;
     for (int i = 0; i < 20; ++i)
-        store->Submit({[](ITransaction&) {}, [&](const std::exception_ptr&) { ended.release(); }, 0});
+        store->Submit({[](Transaction&) {}, [&](const std::exception_ptr&) { ended.release(); }, 0});
 
     go.release();
     QVERIFY(ended.tryAcquire(20, 20000));
@@ -196,7 +196,7 @@ void StoreTest::tellsAConflictFromOtherFailures()
     StoreFault fault = StoreFault::Internal;
 
     try {
-        store->SubmitAndWait([&](ITransaction& transaction) { transaction.InsertApp(twin); });
+        store->SubmitAndWait([&](Transaction& transaction) { transaction.InsertApp(twin); });
         QFAIL("two apps of one name");
     } catch (const StoreError& error) {
         fault = error.Fault();
@@ -224,11 +224,11 @@ void StoreTest::restoresADeletedVersionFor30Days()
     const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
     QVERIFY(store->FindVersion(version.id));
     const qint64 deletedAt = NowMs();
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, version.id, 1, deletedAt); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, version.id, 1, deletedAt); });
     QVERIFY(!store->FindVersion(version.id));
     QVERIFY(store->VersionsOf(app.id)->empty());
 
-    const auto outcome = InWrite([&](ITransaction& t) {
+    const auto outcome = InWrite([&](Transaction& t) {
         return rules::RestoreVersion(t, administrator, version.id, deletedAt + later);
     });
 
@@ -241,7 +241,7 @@ void StoreTest::letsOnlyEditorsOverwrite()
 {
     const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
 
-    const auto outcome = InWrite([&](ITransaction& t) {
+    const auto outcome = InWrite([&](Transaction& t) {
         return rules::OverwriteVersion(t, foreigner, version.id, 1, DraftOf({}, "{\"n\":2}"), NowMs());
     });
 
@@ -253,12 +253,12 @@ void StoreTest::keepsAnAnswerUnderItsKey()
 {
     const StoredAnswer answer{Sha256("request"), 201, "\"1\"",
                               QStringLiteral("{\"name\":\"版本\"}").toUtf8()};
-    store->SubmitAndWait([&](ITransaction& t) { t.InsertAnswer(author.pin, "key-00001", answer, 1000); });
+    store->SubmitAndWait([&](Transaction& t) { t.InsertAnswer(author.pin, "key-00001", answer, 1000); });
 
-    const auto own = InWrite([](ITransaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
-    const auto others = InWrite([](ITransaction& t) { return t.FindAnswer(colleague.pin, "key-00001"); });
-    store->SubmitAndWait([](ITransaction& t) { t.RemoveOutdated(0, 1001, 0); });
-    const auto outdated = InWrite([](ITransaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
+    const auto own = InWrite([](Transaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
+    const auto others = InWrite([](Transaction& t) { return t.FindAnswer(colleague.pin, "key-00001"); });
+    store->SubmitAndWait([](Transaction& t) { t.RemoveOutdated(0, 1001, 0); });
+    const auto outdated = InWrite([](Transaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
 
     QVERIFY(own);
     QCOMPARE(own->fingerprint, answer.fingerprint);
@@ -274,7 +274,7 @@ void StoreTest::endsSessionsByIdleTimeAndAge()
     const qint64 now = NowMs();
     constexpr qint64 hourMs = dayMs / 24;
     const auto insert = [&](const QByteArray& token, qint64 lastUsedAt, qint64 expiresAt) {
-        store->SubmitAndWait([&](ITransaction& t) {
+        store->SubmitAndWait([&](Transaction& t) {
             t.InsertSession({Sha256(token), author.pin, now - dayMs, lastUsedAt, expiresAt});
         });
     };
@@ -300,7 +300,7 @@ void StoreTest::endsSessionsThatStayByAgeOnly()
 {
     const qint64 now = NowMs();
     const auto insert = [&](const QByteArray& token, qint64 createdAt) {
-        store->SubmitAndWait([&](ITransaction& t) {
+        store->SubmitAndWait([&](Transaction& t) {
             t.InsertSession({Sha256(token), author.pin, createdAt, createdAt, createdAt + 30 * dayMs});
         });
     };
@@ -340,7 +340,7 @@ void StoreTest::readsInManyThreadsWhileWriting()
         readers.emplace_back(read);
 
     for (qint64 revision = 1; revision <= 20; ++revision)
-        InWrite([&](ITransaction& t) {
+        InWrite([&](Transaction& t) {
             return rules::OverwriteVersion(t, author, version.id, revision,
                                            DraftOf({}, bodies[(revision + 1) % 2]), NowMs());
         });

@@ -25,7 +25,7 @@ private slots:
 private:
     Outcome<App> Change(const Account& account, const AppChange& change, qint64 now = 5000)
     {
-        return InWrite([&](ITransaction& t) { return rules::ChangeApp(t, account, app.id, change, now); });
+        return InWrite([&](Transaction& t) { return rules::ChangeApp(t, account, app.id, change, now); });
     }
     // As the list has it, which is what a single look at the app must say too.
     App Shown() const
@@ -44,7 +44,7 @@ void StoreAppsTest::tellsWhoChangedAnAppLast()
     QCOMPARE(Shown().changedBy, author.pin);
     QCOMPARE(Shown().changedByName, author.name);
 
-    InWrite([&](ITransaction& t) {
+    InWrite([&](Transaction& t) {
         return rules::CreateVersion(t, colleague, app.id, DraftOf(QStringLiteral("甲"), "{}"), 3000);
     });
     QCOMPARE(Shown().changedBy, colleague.pin);
@@ -90,7 +90,7 @@ void StoreAppsTest::refusesAChangeByWhoMayNotEdit()
 void StoreAppsTest::tellsWhatUsersHaveOfAnApp()
 {
     const auto takeBack = [this](VersionState state, const QString& from) {
-        InWrite([&](ITransaction& t) {
+        InWrite([&](Transaction& t) {
             return rules::TakeBack(t, author, app.id, {state, from, {}, QStringLiteral("停")}, 6000);
         });
     };
@@ -104,7 +104,7 @@ void StoreAppsTest::tellsWhatUsersHaveOfAnApp()
 
     takeBack(VersionState::Online, online.id);
     QCOMPARE(Shown().state, 2);
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, gray.id, 1, 7000); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, gray.id, 1, 7000); });
     QCOMPARE(Shown().state, 1);
 }
 

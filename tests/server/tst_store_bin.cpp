@@ -37,15 +37,15 @@ private slots:
     void findsFreeNames();
 
 private:
-    using Rule = Outcome<App> (*)(ITransaction&, const Account&, const QString&, qint64);
+    using Rule = Outcome<App> (*)(Transaction&, const Account&, const QString&, qint64);
 
     Outcome<App> Do(Rule rule, const Account& account, qint64 now)
     {
-        return InWrite([&](ITransaction& t) { return rule(t, account, app.id, now); });
+        return InWrite([&](Transaction& t) { return rule(t, account, app.id, now); });
     }
     Outcome<App> Copy(const Account& account, qint64 mostBytes = mostCopiedBytes)
     {
-        return InWrite([&](ITransaction& t) { return rules::CopyApp(t, account, app.id, 8000, mostBytes); });
+        return InWrite([&](Transaction& t) { return rules::CopyApp(t, account, app.id, 8000, mostBytes); });
     }
     static bool Is404(const Outcome<App>& outcome)
     {
@@ -61,7 +61,7 @@ void StoreBinTest::takesADeletedAppFromEverybody()
     Released(QStringLiteral("乙"), ReleaseType::Gray, 2000);
     const QString code = store->InvitationsOf(app.id).front().code;
     const auto redeem = [&] {
-        return InWrite([&](ITransaction& t) { return rules::RedeemInvitation(t, foreigner, code, 3000); });
+        return InWrite([&](Transaction& t) { return rules::RedeemInvitation(t, foreigner, code, 3000); });
     };
     QVERIFY(std::holds_alternative<ReleasedApp>(redeem()));
     QVERIFY(store->FindApp(app.id)); // what is remembered of it must not outlive the act
@@ -74,7 +74,7 @@ void StoreBinTest::takesADeletedAppFromEverybody()
     QVERIFY(store->OnlineApps(author.venderId).empty());
     QVERIFY(store->GrayApps(foreigner.pin).empty());
     QCOMPARE(std::get<Refusal>(redeem()).code, "bad-invitation");
-    const auto saved = InWrite([&](ITransaction& t) {
+    const auto saved = InWrite([&](Transaction& t) {
         return rules::OverwriteVersion(t, author, online.id, 1, DraftOf({}, "{}"), 5000);
     });
     QCOMPARE(std::get<Refusal>(saved).status, 404);
@@ -111,7 +111,7 @@ void StoreBinTest::restoresUnderAFreeName()
 {
     Do(rules::DeleteApp, author, 4000);
     const auto other = InWrite(
-        [](ITransaction& t) { return rules::CreateApp(t, colleague, QStringLiteral("应用"), 1, 4500); });
+        [](Transaction& t) { return rules::CreateApp(t, colleague, QStringLiteral("应用"), 1, 4500); });
     QVERIFY(std::holds_alternative<App>(other));
 
     QCOMPARE(std::get<App>(Do(rules::RestoreApp, author, 5000)).name, QStringLiteral("应用 2"));
@@ -161,7 +161,7 @@ void StoreBinTest::showsTheBinToWhoMayRestore()
 {
     const App mine = app;
     app = std::get<App>(InWrite(
-        [](ITransaction& t) { return rules::CreateApp(t, colleague, QStringLiteral("同事的"), 0, 1); }));
+        [](Transaction& t) { return rules::CreateApp(t, colleague, QStringLiteral("同事的"), 0, 1); }));
     Do(rules::DeleteApp, colleague, 4000);
     app = mine;
     Do(rules::DeleteApp, author, 5000);
@@ -176,10 +176,10 @@ void StoreBinTest::showsTheBinToWhoMayRestore()
 
 void StoreBinTest::copiesAllVersionsIntoDevelopment()
 {
-    InWrite([&](ITransaction& t) {
+    InWrite([&](Transaction& t) {
         return rules::ChangeApp(t, author, app.id, {{}, QStringList{QStringLiteral("财务")}}, 1);
     });
-    InWrite([&](ITransaction& t) {
+    InWrite([&](Transaction& t) {
         const auto first =
             rules::CreateVersion(t, author, app.id, DraftOf(QStringLiteral("甲"), "{\"n\":1}"), 2);
         return rules::ReleaseVersion(t, author, std::get<Version>(first).id, 1, ReleaseType::Online, 3);

@@ -26,14 +26,14 @@ private:
     Version Overwrite(const Version& version, const Account& account, qint64 now)
     {
         const VersionDraft draft = DraftOf(version.name, "{}");
-        const auto outcome = InWrite([&](ITransaction& t) {
+        const auto outcome = InWrite([&](Transaction& t) {
             return rules::OverwriteVersion(t, account, version.id, version.revision, draft, now);
         });
         return std::get<Version>(outcome);
     }
     Outcome<QString> Note(const Account& account, const Version& version, const QString& note)
     {
-        return InWrite([&](ITransaction& t) {
+        return InWrite([&](Transaction& t) {
             return rules::NoteSave(t, account, version.id, version.revision, note, 9000);
         });
     }

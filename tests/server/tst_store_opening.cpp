@@ -29,12 +29,12 @@ void StoreOpeningTest::bringsAnOlderStoreUpToDate()
 {
     const Version former = Released(QStringLiteral("甲"), ReleaseType::Online, 500);
     const Version online = Released(QStringLiteral("乙"), ReleaseType::Online, 1000);
-    InWrite([&](ITransaction& t) {
+    InWrite([&](Transaction& t) {
         return rules::CreateVersion(t, colleague, app.id, DraftOf(QStringLiteral("丁"), "{}"),
                                     NowMs() + dayMs);
     });
     const auto unsaved = std::get<App>(
-        InWrite([](ITransaction& t) { return rules::CreateApp(t, author, QStringLiteral("另一个"), 0, 1); }));
+        InWrite([](Transaction& t) { return rules::CreateApp(t, author, QStringLiteral("另一个"), 0, 1); }));
     store.reset();
     {
         SqlConnection connection(Dialect());

@@ -38,7 +38,7 @@ private:
 
 Outcome<ReleasedApp> StoreReleasesTest::Redeem(const Account& account, const QString& code, qint64 now)
 {
-    return InWrite([&](ITransaction& t) { return rules::RedeemInvitation(t, account, code, now); });
+    return InWrite([&](Transaction& t) { return rules::RedeemInvitation(t, account, code, now); });
 }
 
 void StoreReleasesTest::releasesOnlyForward()
@@ -46,7 +46,7 @@ void StoreReleasesTest::releasesOnlyForward()
     const Version version = Save(QStringLiteral("版本1"), "{\"n\":1}");
     const auto release = [&](ReleaseType type) {
         return std::get<ReleaseResult>(InWrite(
-            [&](ITransaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, NowMs()); }));
+            [&](Transaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, NowMs()); }));
     };
 
     QVERIFY(release(ReleaseType::Gray).tookEffect);
@@ -82,7 +82,7 @@ void StoreReleasesTest::showsTheOnlineVersionThatWasReleasedLast()
     QVERIFY(store->OnlineApps(QStringLiteral("w")).empty());
 
     // The former one comes back when the newer one is deleted.
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, second.id, 1, 3000); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, second.id, 1, 3000); });
     shown = store->OnlineApps(QStringLiteral("v"));
     QCOMPARE(shown.size(), std::size_t{1});
     QCOMPARE(shown.front().version.id, first.id);
@@ -105,15 +105,15 @@ void StoreReleasesTest::leavesADevelopCopyOfTheLastOne()
     const Version first = Save(QStringLiteral("版本1"), "{\"n\":1}");
     const Version second = Save(QStringLiteral("版本2"), "{\"n\":2}");
     const Version third = Save(QStringLiteral("版本3"), "{\"n\":3}");
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, third.id, 1, 500); });
-    InWrite([&](ITransaction& t) {
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, third.id, 1, 500); });
+    InWrite([&](Transaction& t) {
         return rules::ReleaseVersion(t, author, second.id, 1, ReleaseType::Online, 600);
     });
-    InWrite([&](ITransaction& t) {
+    InWrite([&](Transaction& t) {
         return rules::OverwriteVersion(t, author, first.id, 1, DraftOf({}, "{\"n\":7}"), 700);
     });
 
-    const auto outcome = InWrite([&](ITransaction& t) {
+    const auto outcome = InWrite([&](Transaction& t) {
         return rules::ReleaseVersion(t, colleague, first.id, 2, static_cast<ReleaseType>(type), 1000);
     });
 
@@ -130,7 +130,7 @@ void StoreReleasesTest::leavesADevelopCopyOfTheLastOne()
     QCOMPARE(copy.apiVersion, first.apiVersion);
     QCOMPARE(store->ReadBody(copy.id, 1), QByteArray("{\"n\":7}"));
     // It can be worked on, and the released one stays as it is.
-    const auto saved = InWrite([&](ITransaction& t) {
+    const auto saved = InWrite([&](Transaction& t) {
         return rules::OverwriteVersion(t, author, copy.id, 1, DraftOf({}, "{\"n\":8}"), 1100);
     });
     QVERIFY(std::holds_alternative<Version>(saved));
@@ -143,7 +143,7 @@ void StoreReleasesTest::leavesNoCopyWhenThereIsMoreToWorkOn()
     const Version second = Save(QStringLiteral("二"), "{}");
     const auto release = [&](const Version& version, ReleaseType type) {
         return std::get<ReleaseResult>(InWrite(
-            [&](ITransaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, 1000); }));
+            [&](Transaction& t) { return rules::ReleaseVersion(t, author, version.id, 1, type, 1000); }));
     };
 
     QVERIFY(release(first, ReleaseType::Gray).tookEffect);
@@ -152,7 +152,7 @@ void StoreReleasesTest::leavesNoCopyWhenThereIsMoreToWorkOn()
     QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{3});
     // Nothing to work on is lost by putting a gray version online, nor by a release that is none.
     const Version copy = store->VersionsOf(app.id)->front();
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, copy.id, 1, 2000); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, copy.id, 1, 2000); });
     QVERIFY(release(first, ReleaseType::Online).tookEffect);
     QVERIFY(!release(second, ReleaseType::Gray).tookEffect);
     QCOMPARE(store->VersionsOf(app.id)->size(), std::size_t{2});
@@ -196,19 +196,19 @@ void StoreReleasesTest::refusesAClosedInvitation()
     QFETCH(QString, how);
     constexpr qint64 made = 1000;
     const Version gray = Released(QStringLiteral("发布1"), ReleaseType::Gray, made);
-    const auto invitation = std::get<Invitation>(InWrite([&](ITransaction& t) {
+    const auto invitation = std::get<Invitation>(InWrite([&](Transaction& t) {
         return rules::CreateInvitation(t, author, app.id, {1, 1}, made);
     }));
     QString code = invitation.code;
     qint64 now = made + 1;
     if (how == QLatin1String("revoked"))
-        InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, author, invitation.id, now); });
+        InWrite([&](Transaction& t) { return rules::RevokeInvitation(t, author, invitation.id, now); });
     else if (how == QLatin1String("expired"))
         now = made + dayMs;
     else if (how == QLatin1String("used up"))
         QVERIFY(std::holds_alternative<ReleasedApp>(Redeem(colleague, code, now)));
     else if (how == QLatin1String("without a gray version"))
-        InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, gray.id, 1, now); });
+        InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, gray.id, 1, now); });
     else
         code = QStringLiteral("2222222222");
 
@@ -227,9 +227,9 @@ void StoreReleasesTest::keepsOneOpenInvitationAcrossGrayReleases()
 
     const QString id = store->InvitationsOf(app.id).front().id;
     const auto byColleague =
-        InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, colleague, id, 2500); });
+        InWrite([&](Transaction& t) { return rules::RevokeInvitation(t, colleague, id, 2500); });
     QCOMPARE(std::get<Refusal>(byColleague).status, 403);
-    InWrite([&](ITransaction& t) { return rules::RevokeInvitation(t, author, id, 2500); });
+    InWrite([&](Transaction& t) { return rules::RevokeInvitation(t, author, id, 2500); });
     Released(QStringLiteral("发布3"), ReleaseType::Gray, 3000);
 
     const auto all = store->InvitationsOf(app.id);
@@ -242,7 +242,7 @@ void StoreReleasesTest::notesWhoDidWhat()
 {
     const Version version = Released(QStringLiteral("发布1"), ReleaseType::Gray, 1000);
     Redeem(foreigner, store->InvitationsOf(app.id).front().code, 2000);
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, colleague, version.id, 1, 3000); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, colleague, version.id, 1, 3000); });
 
     const auto entries = store->Audit(QStringLiteral("v"), {}, 100);
     const auto older = store->Audit(QStringLiteral("v"), entries.front().id, 1);

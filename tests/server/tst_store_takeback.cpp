@@ -40,7 +40,7 @@ private slots:
 private:
     Outcome<QString> TakeBack(const Account& account, const TakeBackOrder& order, qint64 now = 5000)
     {
-        return InWrite([&](ITransaction& t) { return rules::TakeBack(t, account, app.id, order, now); });
+        return InWrite([&](Transaction& t) { return rules::TakeBack(t, account, app.id, order, now); });
     }
     static TakeBackOrder Online(const QString& from, const QString& to)
     {
@@ -115,7 +115,7 @@ void StoreTakeBackTest::bringsAnEarlierOnlineVersionBack()
     QCOMPARE(releases.at(1).version.withdrawnAt, qint64{5000});
     QCOMPARE(releases.at(2).version.id, oldest.id);
     // What was taken back does not come to users by a deletion.
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, former.id, 1, 6000); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, former.id, 1, 6000); });
     QCOMPARE(OnlineNow(), QString());
     // And back again.
     QCOMPARE(std::get<QString>(TakeBack(author, Online({}, present.id), 7000)), present.id);
@@ -129,7 +129,7 @@ void StoreTakeBackTest::stopsTheGrayVersionForThoseInvited()
     const Version online = Released(QStringLiteral("丙"), ReleaseType::Online, 3000);
     const QString code = store->InvitationsOf(app.id).front().code;
     const auto redeem = [&](const Account& account) {
-        return InWrite([&](ITransaction& t) { return rules::RedeemInvitation(t, account, code, 4000); });
+        return InWrite([&](Transaction& t) { return rules::RedeemInvitation(t, account, code, 4000); });
     };
     QVERIFY(std::holds_alternative<ReleasedApp>(redeem(foreigner)));
 
@@ -150,10 +150,10 @@ void StoreTakeBackTest::keepsTakenBackWhatIsDeletedAndRestored()
 {
     const Version former = Released(QStringLiteral("甲"), ReleaseType::Online, 1000);
     const Version deleted = Released(QStringLiteral("乙"), ReleaseType::Online, 2000);
-    InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, deleted.id, 1, 3000); });
+    InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, deleted.id, 1, 3000); });
     TakeBack(author, Online(former.id, {}));
 
-    InWrite([&](ITransaction& t) { return rules::RestoreVersion(t, administrator, deleted.id, 6000); });
+    InWrite([&](Transaction& t) { return rules::RestoreVersion(t, administrator, deleted.id, 6000); });
 
     QVERIFY(store->FindVersion(deleted.id));
     QCOMPARE(OnlineNow(), QString());
@@ -164,7 +164,7 @@ void StoreTakeBackTest::releasesAStoppedGrayVersionOnline()
     const Version gray = Released(QStringLiteral("甲"), ReleaseType::Gray, 1000);
     TakeBack(author, Gray(gray.id, {}));
 
-    const auto released = InWrite([&](ITransaction& t) {
+    const auto released = InWrite([&](Transaction& t) {
         return rules::ReleaseVersion(t, author, gray.id, 1, ReleaseType::Online, 6000);
     });
 
@@ -211,12 +211,12 @@ void StoreTakeBackTest::letsOneOfTwoAtOnceDecide()
     const Version present = Released(QStringLiteral("乙"), ReleaseType::Online, 2000);
     QSemaphore go;
     QSemaphore ended;
-    store->Submit({[&](ITransaction&) { go.acquire(); }, [](const std::exception_ptr&) {}, 0});
+    store->Submit({[&](Transaction&) { go.acquire(); }, [](const std::exception_ptr&) {}, 0});
     std::optional<Outcome<QString>> outcomes[2];
     const TakeBackOrder orders[2] = {Online(present.id, {}), Online(present.id, former.id)};
     const Account who[2] = {author, colleague};
     for (int i = 0; i < 2; ++i) {
-        const auto act = [&, i](ITransaction& t) {
+        const auto act = [&, i](Transaction& t) {
             outcomes[i] = rules::TakeBack(t, who[i], app.id, orders[i], 5000);
         };
         store->Submit({act, [&](const std::exception_ptr&) { ended.release(); }, 0});
@@ -253,12 +253,12 @@ void StoreTakeBackTest::refusesAStrangeVersion()
     if (what == QLatin1String("foreign")) {
         const App mine = app;
         app = std::get<App>(InWrite(
-            [](ITransaction& t) { return rules::CreateApp(t, author, QStringLiteral("另一个"), 0, 1); }));
+            [](Transaction& t) { return rules::CreateApp(t, author, QStringLiteral("另一个"), 0, 1); }));
         to = Released(QStringLiteral("甲"), ReleaseType::Online, 1000).id;
         app = mine;
     } else if (what == QLatin1String("deleted")) {
         to = Released(QStringLiteral("甲"), ReleaseType::Online, 1000).id;
-        InWrite([&](ITransaction& t) { return rules::DeleteVersion(t, author, to, 1, 1500); });
+        InWrite([&](Transaction& t) { return rules::DeleteVersion(t, author, to, 1, 1500); });
     } else if (what == QLatin1String("gray")) {
         to = Released(QStringLiteral("甲"), ReleaseType::Gray, 1000).id;
     } else if (what == QLatin1String("develop")) {

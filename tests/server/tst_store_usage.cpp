@@ -25,7 +25,7 @@ private slots:
 private:
     void Keep(const Account& account, const std::vector<UsageEvent>& events)
     {
-        store->SubmitAndWait([&](ITransaction& t) { rules::KeepUsage(t, account, events); });
+        store->SubmitAndWait([&](Transaction& t) { rules::KeepUsage(t, account, events); });
     }
     QStringList Counts(const QString& vender, qint64 fromDay = 0, int most = 100)
     {
@@ -84,7 +84,7 @@ void StoreUsageTest::forgetsWhatIsOutdated()
     Keep(author, {Event("fresh", "Save", 7)});
 
     int turns = 1;
-    while (!InWrite([](ITransaction& t) { return t.RemoveOutdated(0, 0, 7); }))
+    while (!InWrite([](Transaction& t) { return t.RemoveOutdated(0, 0, 7); }))
         ++turns;
 
     QCOMPARE(turns, 2);

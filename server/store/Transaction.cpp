@@ -1,41 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "SqlTransaction.h"
+#include "Transaction.h"
 
 #include "../base/Ids.h"
 #include "SqlRecords.h"
 
 namespace server
 {
-SqlTransaction::SqlTransaction(SqlConnection& theConnection, const IDialect& theDialect,
-                               std::vector<QString>& theChangedIds)
+Transaction::Transaction(SqlConnection& theConnection, const IDialect& theDialect,
+                         std::vector<QString>& theChangedIds)
     : connection(theConnection), dialect(theDialect), changedIds(theChangedIds)
 {
 }
 
-std::optional<Account> SqlTransaction::FindAccount(const QString& pin)
+std::optional<Account> Transaction::FindAccount(const QString& pin)
 {
-    static const QString sql =
-        QStringLiteral("SELECT ") + accountColumns + QStringLiteral(" FROM account WHERE pin = ?");
+    static const QString sql = SelectFrom(accountColumns, "account WHERE pin = ?");
     return ReadOne(connection.Select(sql, {pin}), ReadAccount);
 }
 
-std::optional<App> SqlTransaction::FindApp(const QString& id)
+std::optional<App> Transaction::FindApp(const QString& id)
 {
-    static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-                               QStringLiteral(" WHERE app.id = ? AND app.deleted_at = 0");
+    static const QString sql = SelectApps("app.id = ? AND app.deleted_at = 0");
     return ReadOne(connection.Select(sql, {id}), ReadApp);
 }
 
-std::optional<App> SqlTransaction::FindDeletedApp(const QString& id)
+std::optional<App> Transaction::FindDeletedApp(const QString& id)
 {
-    static const QString sql =
-        QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-        QStringLiteral(" WHERE app.id = ? AND app.deleted_at <> 0 AND app.purged_at = 0");
+    static const QString sql = SelectApps("app.id = ? AND app.deleted_at <> 0 AND app.purged_at = 0");
     return ReadOne(connection.Select(sql, {id}), ReadApp);
 }
 
-bool SqlTransaction::AppNameTaken(const QString& venderId, const QString& name)
+bool Transaction::AppNameTaken(const QString& venderId, const QString& name)
 {
     return connection
         .Select(QStringLiteral("SELECT 1 FROM app WHERE vender_id = ? AND name = ? AND deleted_at = 0"),
@@ -43,7 +39,7 @@ bool SqlTransaction::AppNameTaken(const QString& venderId, const QString& name)
         .Next();
 }
 
-void SqlTransaction::InsertApp(const App& app)
+void Transaction::InsertApp(const App& app)
 {
     connection.Change(
         QStringLiteral("INSERT INTO app (id, name, kind, creator, vender_id, oxs_app_key, created_at, "
@@ -52,7 +48,7 @@ void SqlTransaction::InsertApp(const App& app)
          app.changedBy, app.tags.join(QLatin1Char('\n'))});
 }
 
-void SqlTransaction::ChangeApp(const App& app)
+void Transaction::ChangeApp(const App& app)
 {
     changedIds.push_back(app.id);
     connection.Change(
@@ -60,27 +56,25 @@ void SqlTransaction::ChangeApp(const App& app)
         {app.name, app.tags.join(QLatin1Char('\n')), app.changedAt, app.changedBy, app.id});
 }
 
-void SqlTransaction::SetAppDeleted(const QString& id, qint64 deletedAt, const QString& pin)
+void Transaction::SetAppDeleted(const QString& id, qint64 deletedAt, const QString& pin)
 {
     changedIds.push_back(id);
     connection.Change(QStringLiteral("UPDATE app SET deleted_at = ?, deleted_by = ? WHERE id = ?"),
                       {deletedAt, pin, id});
 }
 
-void SqlTransaction::PurgeApp(const QString& id, qint64 now)
+void Transaction::PurgeApp(const QString& id, qint64 now)
 {
     connection.Change(QStringLiteral("UPDATE app SET purged_at = ? WHERE id = ?"), {now, id});
 }
 
-std::optional<Version> SqlTransaction::FindVersion(const QString& id)
+std::optional<Version> Transaction::FindVersion(const QString& id)
 {
-    const QString sql = QStringLiteral("SELECT ") + versionColumns +
-                        QStringLiteral(" FROM version WHERE id = ?") + dialect.ForUpdate();
+    const QString sql = SelectFrom(versionColumns, "version WHERE id = ?") + dialect.ForUpdate();
     return ReadOne(connection.Select(sql, {id}), ReadVersion);
 }
 
-bool SqlTransaction::DevelopNameTaken(const QString& appId, const QString& name,
-                                      const QString& exceptVersionId)
+bool Transaction::DevelopNameTaken(const QString& appId, const QString& name, const QString& exceptVersionId)
 {
     return connection
         .Select(QStringLiteral(
@@ -90,23 +84,22 @@ bool SqlTransaction::DevelopNameTaken(const QString& appId, const QString& name,
         .Next();
 }
 
-std::vector<Version> SqlTransaction::VersionsOf(const QString& appId)
+std::vector<Version> Transaction::VersionsOf(const QString& appId)
 {
     return ReadAll(
         connection.Select(
-            QStringLiteral("SELECT ") + versionColumns +
-                QStringLiteral(" FROM version WHERE app_id = ? AND deleted_at = 0 ORDER BY position"),
+            SelectFrom(versionColumns, "version WHERE app_id = ? AND deleted_at = 0 ORDER BY position"),
             {appId}),
         ReadVersion);
 }
 
-void SqlTransaction::InsertVersion(const Version& version, const QByteArray& body)
+void Transaction::InsertVersion(const Version& version, const QByteArray& body)
 {
     InsertHead(version);
     InsertRevision(version, body);
 }
 
-void SqlTransaction::InsertCopy(const Version& copy, const Version& original)
+void Transaction::InsertCopy(const Version& copy, const Version& original)
 {
     InsertHead(copy);
     connection.Change(
@@ -117,7 +110,7 @@ void SqlTransaction::InsertCopy(const Version& copy, const Version& original)
          original.revision});
 }
 
-void SqlTransaction::InsertHead(const Version& version)
+void Transaction::InsertHead(const Version& version)
 {
     connection.Change(
         QStringLiteral("INSERT INTO version (id, app_id, name, description, state, api_version, pin, "
@@ -130,7 +123,7 @@ void SqlTransaction::InsertHead(const Version& version)
     TouchApp(version);
 }
 
-void SqlTransaction::AddRevision(const Version& version, const QByteArray& body)
+void Transaction::AddRevision(const Version& version, const QByteArray& body)
 {
     changedIds.push_back(version.id);
     InsertRevision(version, body);
@@ -142,7 +135,7 @@ void SqlTransaction::AddRevision(const Version& version, const QByteArray& body)
     TouchApp(version);
 }
 
-void SqlTransaction::InsertRevision(const Version& version, const QByteArray& body)
+void Transaction::InsertRevision(const Version& version, const QByteArray& body)
 {
     connection.Change(
         QStringLiteral("INSERT INTO revision (version_id, revision, name, description, api_version, pin, "
@@ -151,14 +144,14 @@ void SqlTransaction::InsertRevision(const Version& version, const QByteArray& bo
          version.sha256, version.size, version.changedAt, body});
 }
 
-void SqlTransaction::TouchApp(const Version& changed)
+void Transaction::TouchApp(const Version& changed)
 {
     changedIds.push_back(changed.appId);
     connection.Change(QStringLiteral("UPDATE app SET changed_at = ?, changed_by = ? WHERE id = ?"),
                       {changed.changedAt, changed.pin, changed.appId});
 }
 
-std::optional<QString> SqlTransaction::WhoSaved(const QString& versionId, qint64 revision)
+std::optional<QString> Transaction::WhoSaved(const QString& versionId, qint64 revision)
 {
     auto rows =
         connection.Select(QStringLiteral("SELECT pin FROM revision WHERE version_id = ? AND revision = ?"),
@@ -166,7 +159,7 @@ std::optional<QString> SqlTransaction::WhoSaved(const QString& versionId, qint64
     return rows.Next() ? std::optional(rows.Text(0)) : std::nullopt;
 }
 
-void SqlTransaction::SetNote(const QString& versionId, qint64 revision, const QString& note, qint64 now)
+void Transaction::SetNote(const QString& versionId, qint64 revision, const QString& note, qint64 now)
 {
     connection.Change(QStringLiteral("INSERT INTO save_note (version_id, revision, note, noted_at) "
                                      "VALUES (?, ?, ?, ?) ON CONFLICT (version_id, revision) DO UPDATE SET "
@@ -174,14 +167,14 @@ void SqlTransaction::SetNote(const QString& versionId, qint64 revision, const QS
                       {versionId, revision, note, now});
 }
 
-void SqlTransaction::SetDeleted(const Version& version, qint64 deletedAt, const QString& pin)
+void Transaction::SetDeleted(const Version& version, qint64 deletedAt, const QString& pin)
 {
     changedIds.insert(changedIds.end(), {version.id, version.appId});
     connection.Change(QStringLiteral("UPDATE version SET deleted_at = ?, deleted_by = ? WHERE id = ?"),
                       {deletedAt, pin, version.id});
 }
 
-std::optional<StoredAnswer> SqlTransaction::FindAnswer(const QString& pin, const QByteArray& key)
+std::optional<StoredAnswer> Transaction::FindAnswer(const QString& pin, const QByteArray& key)
 {
     auto rows = connection.Select(QStringLiteral("SELECT fingerprint, status, etag, body FROM answer "
                                                  "WHERE pin = ? AND idempotency_key = ?"),
@@ -192,8 +185,8 @@ std::optional<StoredAnswer> SqlTransaction::FindAnswer(const QString& pin, const
                         rows.Text(3).toUtf8()};
 }
 
-void SqlTransaction::InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
-                                  qint64 now)
+void Transaction::InsertAnswer(const QString& pin, const QByteArray& key, const StoredAnswer& answer,
+                               qint64 now)
 {
     connection.Change(
         QStringLiteral("INSERT INTO answer (pin, idempotency_key, fingerprint, status, etag, body, "
@@ -202,7 +195,7 @@ void SqlTransaction::InsertAnswer(const QString& pin, const QByteArray& key, con
          QString::fromUtf8(answer.body), now});
 }
 
-void SqlTransaction::UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now)
+void Transaction::UpsertAccount(const Account& account, const QByteArray& passwordHash, qint64 now)
 {
     connection.Change(
         QStringLiteral("INSERT INTO account (pin, name, vender_id, roles, password_hash, created_at) "
@@ -213,18 +206,18 @@ void SqlTransaction::UpsertAccount(const Account& account, const QByteArray& pas
          now});
 }
 
-void SqlTransaction::SetRoles(const QString& pin, const QStringList& roles)
+void Transaction::SetRoles(const QString& pin, const QStringList& roles)
 {
     connection.Change(QStringLiteral("UPDATE account SET roles = ? WHERE pin = ?"),
                       {roles.join(QLatin1Char(',')), pin});
 }
 
-void SqlTransaction::SetClosed(const QString& pin, qint64 closedAt)
+void Transaction::SetClosed(const QString& pin, qint64 closedAt)
 {
     connection.Change(QStringLiteral("UPDATE account SET closed_at = ? WHERE pin = ?"), {closedAt, pin});
 }
 
-void SqlTransaction::InsertSession(const StoredSession& session)
+void Transaction::InsertSession(const StoredSession& session)
 {
     connection.Change(
         QStringLiteral("INSERT INTO session (token_hash, pin, created_at, last_used_at, expires_at) "
@@ -232,38 +225,37 @@ void SqlTransaction::InsertSession(const StoredSession& session)
         {session.tokenHash, session.pin, session.createdAt, session.lastUsedAt, session.expiresAt});
 }
 
-void SqlTransaction::TouchSession(const QByteArray& tokenHash, qint64 now)
+void Transaction::TouchSession(const QByteArray& tokenHash, qint64 now)
 {
     connection.Change(QStringLiteral("UPDATE session SET last_used_at = ? WHERE token_hash = ?"),
                       {now, tokenHash});
 }
 
-void SqlTransaction::RemoveSession(const QByteArray& tokenHash)
+void Transaction::RemoveSession(const QByteArray& tokenHash)
 {
     connection.Change(QStringLiteral("DELETE FROM session WHERE token_hash = ?"), {tokenHash});
 }
 
-void SqlTransaction::RemoveSessionsOf(const QString& pin)
+void Transaction::RemoveSessionsOf(const QString& pin)
 {
     connection.Change(QStringLiteral("DELETE FROM session WHERE pin = ?"), {pin});
 }
 
-qint64 SqlTransaction::UsageOn(const QString& pin, qint64 day)
+qint64 Transaction::UsageOn(const QString& pin, qint64 day)
 {
     auto rows = connection.Select(
         QStringLiteral("SELECT COUNT(*) FROM usage_event WHERE pin = ? AND day = ?"), {pin, day});
     return rows.Next() ? rows.Number(0) : 0;
 }
 
-bool SqlTransaction::InsertUsage(const QString& pin, const UsageEvent& event)
+bool Transaction::InsertUsage(const QString& pin, const UsageEvent& event)
 {
     return connection.Change(QStringLiteral("INSERT INTO usage_event (pin, id, event, day) "
                                             "VALUES (?, ?, ?, ?) ON CONFLICT (pin, id) DO NOTHING"),
                              {pin, event.id, event.event, event.day}) > 0;
 }
 
-bool SqlTransaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan,
-                                    qint64 usageBeforeDay)
+bool Transaction::RemoveOutdated(qint64 sessionsExpiredBefore, qint64 answersOlderThan, qint64 usageBeforeDay)
 {
     constexpr int most = 1000;
     const int sessions =

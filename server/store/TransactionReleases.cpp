@@ -3,11 +3,11 @@
 // Releases, invitations and the notes of who did what.
 #include "../base/Ids.h"
 #include "SqlRecords.h"
-#include "SqlTransaction.h"
+#include "Transaction.h"
 
 namespace server
 {
-void SqlTransaction::Release(const Version& version, VersionState to, const QString& pin, qint64 now)
+void Transaction::Release(const Version& version, VersionState to, const QString& pin, qint64 now)
 {
     changedIds.insert(changedIds.end(), {version.id, version.appId});
     connection.Change(
@@ -21,17 +21,16 @@ void SqlTransaction::Release(const Version& version, VersionState to, const QStr
          now});
 }
 
-std::optional<Version> SqlTransaction::NewestReleased(const QString& appId, VersionState state)
+std::optional<Version> Transaction::NewestReleased(const QString& appId, VersionState state)
 {
-    const QString sql =
-        QStringLiteral("SELECT ") + versionColumns +
-        QStringLiteral(" FROM version WHERE app_id = ? AND state = ? AND deleted_at = 0 AND "
-                       "withdrawn_at = 0 ORDER BY (SELECT MAX(release_entry.position) FROM release_entry "
-                       "WHERE release_entry.version_id = version.id) DESC LIMIT 1");
+    const QString sql = SelectFrom(
+        versionColumns, "version WHERE app_id = ? AND state = ? AND deleted_at = 0 AND "
+                        "withdrawn_at = 0 ORDER BY (SELECT MAX(release_entry.position) FROM release_entry "
+                        "WHERE release_entry.version_id = version.id) DESC LIMIT 1");
     return ReadOne(connection.Select(sql, {appId, static_cast<int>(state)}), ReadVersion);
 }
 
-void SqlTransaction::WithdrawAll(const QString& appId, VersionState state, qint64 now)
+void Transaction::WithdrawAll(const QString& appId, VersionState state, qint64 now)
 {
     const std::vector<QVariant> those{appId, static_cast<int>(state)};
     auto rows = connection.Select(QStringLiteral("SELECT id FROM version WHERE app_id = ? AND state = ? "
@@ -45,7 +44,7 @@ void SqlTransaction::WithdrawAll(const QString& appId, VersionState state, qint6
                       {now, appId, static_cast<int>(state)});
 }
 
-void SqlTransaction::InsertInvitation(const Invitation& invitation)
+void Transaction::InsertInvitation(const Invitation& invitation)
 {
     connection.Change(QStringLiteral("INSERT INTO invitation (") + invitationColumns +
                           QStringLiteral(", position) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, %1)")
@@ -55,41 +54,37 @@ void SqlTransaction::InsertInvitation(const Invitation& invitation)
                        invitation.revokedAt});
 }
 
-std::optional<Invitation> SqlTransaction::FindInvitation(const QString& id)
+std::optional<Invitation> Transaction::FindInvitation(const QString& id)
 {
-    const QString sql = QStringLiteral("SELECT ") + invitationColumns +
-                        QStringLiteral(" FROM invitation WHERE id = ?") + dialect.ForUpdate();
+    const QString sql = SelectFrom(invitationColumns, "invitation WHERE id = ?") + dialect.ForUpdate();
     return ReadOne(connection.Select(sql, {id}), ReadInvitation);
 }
 
-std::optional<Invitation> SqlTransaction::FindInvitationByCode(const QString& code)
+std::optional<Invitation> Transaction::FindInvitationByCode(const QString& code)
 {
-    const QString sql = QStringLiteral("SELECT ") + invitationColumns +
-                        QStringLiteral(" FROM invitation WHERE code = ?") + dialect.ForUpdate();
+    const QString sql = SelectFrom(invitationColumns, "invitation WHERE code = ?") + dialect.ForUpdate();
     return ReadOne(connection.Select(sql, {code}), ReadInvitation);
 }
 
-std::vector<Invitation> SqlTransaction::InvitationsOf(const QString& appId)
+std::vector<Invitation> Transaction::InvitationsOf(const QString& appId)
 {
-    return ReadAll(connection.Select(QStringLiteral("SELECT ") + invitationColumns +
-                                         QStringLiteral(" FROM invitation WHERE app_id = ?"),
-                                     {appId}),
+    return ReadAll(connection.Select(SelectFrom(invitationColumns, "invitation WHERE app_id = ?"), {appId}),
                    ReadInvitation);
 }
 
-void SqlTransaction::RevokeInvitation(const QString& id, qint64 now)
+void Transaction::RevokeInvitation(const QString& id, qint64 now)
 {
     connection.Change(QStringLiteral("UPDATE invitation SET revoked_at = ? WHERE id = ?"), {now, id});
 }
 
-bool SqlTransaction::HasGrayAccess(const QString& appId, const QString& pin)
+bool Transaction::HasGrayAccess(const QString& appId, const QString& pin)
 {
     return connection
         .Select(QStringLiteral("SELECT 1 FROM gray_access WHERE app_id = ? AND pin = ?"), {appId, pin})
         .Next();
 }
 
-void SqlTransaction::GrantGrayAccess(const Invitation& invitation, const QString& pin, qint64 now)
+void Transaction::GrantGrayAccess(const Invitation& invitation, const QString& pin, qint64 now)
 {
     connection.Change(QStringLiteral("INSERT INTO gray_access (app_id, pin, invitation_id, granted_at) "
                                      "VALUES (?, ?, ?, ?)"),
@@ -97,7 +92,7 @@ void SqlTransaction::GrantGrayAccess(const Invitation& invitation, const QString
     connection.Change(QStringLiteral("UPDATE invitation SET uses = uses + 1 WHERE id = ?"), {invitation.id});
 }
 
-void SqlTransaction::Note(const AuditEntry& entry)
+void Transaction::Note(const AuditEntry& entry)
 {
     connection.Change(
         QStringLiteral("INSERT INTO audit_entry (id, at, pin, act, app_id, version_id, detail, "

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "SqlStore.h"
+#include "Store.h"
 
 #include "../base/Digest.h"
 #include "../sql/Schema.h"
 #include "SqlRecords.h"
+#include "StoreWatch.h"
+#include "WriteQueue.h"
 
 #include <QSet>
 #include <QThreadStorage>
@@ -55,13 +57,9 @@ QString AppIdOf(const ReleasedApp& released)
     return released.app.id;
 }
 
-QString SelectFrom(const QString& columns, const char* rest)
-{
-    return QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + QString::fromLatin1(rest);
-}
 } // namespace
 
-SqlStore::SqlStore(std::shared_ptr<const IDialect> theDialect)
+Store::Store(std::shared_ptr<const IDialect> theDialect)
     : dialect(std::move(theDialect)), number(NextNumber())
 {
     SqlConnection connection(dialect);
@@ -71,12 +69,12 @@ SqlStore::SqlStore(std::shared_ptr<const IDialect> theDialect)
 }
 
 // Other threads' connections end with their threads.
-SqlStore::~SqlStore()
+Store::~Store()
 {
     ConnectionsOfThisThread().erase(number);
 }
 
-SqlConnection& SqlStore::Mine()
+SqlConnection& Store::Mine()
 {
     if (!Answers())
         throw StoreError(StoreFault::Unavailable, QStringLiteral("the database does not answer"));
@@ -89,7 +87,7 @@ SqlConnection& SqlStore::Mine()
 }
 
 template <typename Read>
-auto SqlStore::Reading(const Read& read) -> decltype(read(Mine()))
+auto Store::Reading(const Read& read) -> decltype(read(Mine()))
 {
     SqlConnection& connection = Mine();
     try {
@@ -101,29 +99,48 @@ auto SqlStore::Reading(const Read& read) -> decltype(read(Mine()))
     return read(Mine());
 }
 
-QString SqlStore::Kind() const
+template <typename Record>
+std::vector<Record> Store::All(const QString& sql, const std::vector<QVariant>& values,
+                               Record (*read)(const SqlRows&))
+{
+    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, values), read); });
+}
+
+template <typename Record>
+std::optional<Record> Store::One(const QString& sql, const std::vector<QVariant>& values,
+                                 Record (*read)(const SqlRows&))
+{
+    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, values), read); });
+}
+
+QString Store::Kind() const
 {
     return dialect->Kind();
 }
 
-void SqlStore::Watch()
+void Store::Watch()
 {
     watch = std::make_unique<StoreWatch>(dialect);
 }
 
-std::optional<Account> SqlStore::FindAccount(const QString& pin)
+bool Store::Answers() const
+{
+    return !watch || watch->Answers();
+}
+
+std::optional<Account> Store::FindAccount(const QString& pin)
 {
     static const QString sql = SelectFrom(accountColumns, "account WHERE pin = ?");
-    return Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {pin}), ReadAccount); });
+    return One(sql, {pin}, ReadAccount);
 }
 
-std::vector<Account> SqlStore::Accounts()
+std::vector<Account> Store::Accounts()
 {
     static const QString sql = SelectFrom(accountColumns, "account ORDER BY pin");
-    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {}), ReadAccount); });
+    return All(sql, {}, ReadAccount);
 }
 
-QByteArray SqlStore::PasswordHashOf(const QString& pin)
+QByteArray Store::PasswordHashOf(const QString& pin)
 {
     return Reading([&](SqlConnection& c) {
         auto rows = c.Select(
@@ -132,144 +149,128 @@ QByteArray SqlStore::PasswordHashOf(const QString& pin)
     });
 }
 
-std::optional<StoredSession> SqlStore::FindSession(const QByteArray& tokenHash)
+std::optional<StoredSession> Store::FindSession(const QByteArray& tokenHash)
 {
     static const QString sql = QStringLiteral("SELECT token_hash, pin, created_at, last_used_at, expires_at "
                                               "FROM session WHERE token_hash = ?");
     const auto read = [](const SqlRows& rows) {
         return StoredSession{rows.Bytes(0), rows.Text(1), rows.Number(2), rows.Number(3), rows.Number(4)};
     };
-    return Reading(
-        [&](SqlConnection& c) { return ReadOne<StoredSession>(c.Select(sql, {tokenHash}), read); });
+    return One(sql, {tokenHash}, +read);
 }
 
-std::vector<App> SqlStore::AppsEditableBy(const Account& account)
+std::vector<App> Store::AppsEditableBy(const Account& account)
 {
     static const QString order = QStringLiteral(") ORDER BY app.changed_at DESC, app.id DESC");
-    static const QString own = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-                               QStringLiteral(" WHERE app.deleted_at = 0 AND (app.creator = ?");
+    static const QString own = SelectApps("app.deleted_at = 0 AND (app.creator = ?");
     static const QString vender = own + QStringLiteral(" OR app.vender_id = ?");
-    return Reading([&](SqlConnection& c) {
-        return account.IsAuthor()
-                   ? ReadAll(c.Select(vender + order, {account.pin, account.venderId}), ReadApp)
-                   : ReadAll(c.Select(own + order, {account.pin}), ReadApp);
-    });
+    return account.IsAuthor() ? All(vender + order, {account.pin, account.venderId}, ReadApp)
+                              : All(own + order, {account.pin}, ReadApp);
 }
 
 template <typename Keep>
-void SqlStore::Remember(const Keep& keep)
+void Store::Remember(const Keep& keep)
 {
     if (dialect->IsForOneServer())
         keep();
 }
 
-std::optional<App> SqlStore::FindApp(const QString& id)
+std::optional<App> Store::FindApp(const QString& id)
 {
-    static const QString sql = QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-                               QStringLiteral(" WHERE app.id = ? AND app.deleted_at = 0");
+    static const QString sql = SelectApps("app.id = ? AND app.deleted_at = 0");
     if (auto known = heads.FindApp(id))
         return known;
     const quint64 generation = heads.Generation();
-    auto app = Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadApp); });
+    auto app = One(sql, {id}, ReadApp);
     if (app)
         Remember([&] { heads.Keep(*app, generation); });
     return app;
 }
 
-std::vector<App> SqlStore::DeletedApps(const Account& account, qint64 since)
+std::vector<App> Store::DeletedApps(const Account& account, qint64 since)
 {
     static const QString sql =
-        QStringLiteral("SELECT ") + appColumns + QStringLiteral(" FROM ") + appTables +
-        QStringLiteral(" WHERE app.deleted_at <> 0 AND app.deleted_at >= ? AND app.purged_at = 0 "
-                       "AND (app.creator = ? OR app.vender_id = ?) ORDER BY app.deleted_at DESC, app.id");
+        SelectApps("app.deleted_at <> 0 AND app.deleted_at >= ? AND app.purged_at = 0 "
+                   "AND (app.creator = ? OR app.vender_id = ?) ORDER BY app.deleted_at DESC, app.id");
     const QString vender = account.IsAdministrator() ? account.venderId : QString();
-    return Reading([&](SqlConnection& c) {
-        return ReadAll(c.Select(sql, {since, account.pin, vender}), ReadApp);
-    });
+    return All(sql, {since, account.pin, vender}, ReadApp);
 }
 
-VersionList SqlStore::VersionsOf(const QString& appId)
+VersionList Store::VersionsOf(const QString& appId)
 {
     static const QString sql =
         SelectFrom(versionColumns, "version WHERE app_id = ? AND deleted_at = 0 ORDER BY position DESC");
     if (auto known = heads.FindList(appId))
         return known;
     const quint64 generation = heads.Generation();
-    const VersionList list = std::make_shared<const std::vector<Version>>(
-        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadVersion); }));
+    const VersionList list = std::make_shared<const std::vector<Version>>(All(sql, {appId}, ReadVersion));
     Remember([&] { heads.Keep(appId, list, generation); });
     return list;
 }
 
-std::optional<Version> SqlStore::FindVersion(const QString& id)
+std::optional<Version> Store::FindVersion(const QString& id)
 {
     static const QString sql = SelectFrom(versionColumns, "version WHERE id = ? AND deleted_at = 0");
     if (auto known = heads.FindVersion(id))
         return known;
     const quint64 generation = heads.Generation();
-    auto version = Reading([&](SqlConnection& c) { return ReadOne(c.Select(sql, {id}), ReadVersion); });
+    auto version = One(sql, {id}, ReadVersion);
     if (version)
         Remember([&] { heads.Keep(*version, generation); });
     return version;
 }
 
-std::vector<ReleasedApp> SqlStore::OnlineApps(const QString& venderId)
+std::vector<ReleasedApp> Store::OnlineApps(const QString& venderId)
 {
     static const QString sql = ReleasedAppsIn(VersionState::Online, QStringLiteral("app.vender_id = ?"));
-    return NewestOfEach(
-        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {venderId}), ReadReleasedApp); }),
-        AppIdOf);
+    return NewestOfEach(All(sql, {venderId}, ReadReleasedApp), AppIdOf);
 }
 
-std::vector<ReleasedApp> SqlStore::GrayApps(const QString& pin)
+std::vector<ReleasedApp> Store::GrayApps(const QString& pin)
 {
     static const QString sql = ReleasedAppsIn(
         VersionState::Gray,
         QStringLiteral("app.id IN (SELECT app_id FROM gray_access WHERE gray_access.pin = ?)"));
-    return NewestOfEach(
-        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {pin}), ReadReleasedApp); }), AppIdOf);
+    return NewestOfEach(All(sql, {pin}, ReadReleasedApp), AppIdOf);
 }
 
-std::vector<Release> SqlStore::ReleasesOf(const QString& appId)
+std::vector<Release> Store::ReleasesOf(const QString& appId)
 {
     static const QString sql = ReleasesOfApp();
-    return NewestOfEach(
-        Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadRelease); }),
-        [](const Release& release) { return release.version.id; });
+    return NewestOfEach(All(sql, {appId}, ReadRelease),
+                        [](const Release& release) { return release.version.id; });
 }
 
-bool SqlStore::HasGrayAccess(const QString& appId, const QString& pin)
+bool Store::HasGrayAccess(const QString& appId, const QString& pin)
 {
     static const QString sql = SelectFrom(QStringLiteral("1"), "gray_access WHERE app_id = ? AND pin = ?");
     return Reading([&](SqlConnection& c) { return c.Select(sql, {appId, pin}).Next(); });
 }
 
-std::vector<SavedRevision> SqlStore::SavesOf(const QString& appId)
+std::vector<SavedRevision> Store::SavesOf(const QString& appId)
 {
     static const QString sql = SavesOfApp();
-    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadSavedRevision); });
+    return All(sql, {appId}, ReadSavedRevision);
 }
 
-std::vector<Invitation> SqlStore::InvitationsOf(const QString& appId)
+std::vector<Invitation> Store::InvitationsOf(const QString& appId)
 {
     static const QString sql =
         SelectFrom(invitationColumns, "invitation WHERE app_id = ? ORDER BY position DESC");
-    return Reading([&](SqlConnection& c) { return ReadAll(c.Select(sql, {appId}), ReadInvitation); });
+    return All(sql, {appId}, ReadInvitation);
 }
 
-std::vector<AuditEntry> SqlStore::Audit(const QString& venderId, const QString& before, int most)
+std::vector<AuditEntry> Store::Audit(const QString& venderId, const QString& before, int most)
 {
     static const QString sql = SelectFrom(auditColumns, "audit_entry JOIN app ON app.id = audit_entry.app_id "
                                                         "WHERE app.vender_id = ? AND (? = '' OR "
                                                         "audit_entry.position < (SELECT position FROM "
                                                         "audit_entry WHERE id = ?)) "
                                                         "ORDER BY audit_entry.position DESC LIMIT ?");
-    return Reading([&](SqlConnection& c) {
-        return ReadAll(c.Select(sql, {venderId, before, before, most}), ReadAuditEntry);
-    });
+    return All(sql, {venderId, before, before, most}, ReadAuditEntry);
 }
 
-std::vector<UsageCount> SqlStore::UsageOf(const QString& venderId, qint64 fromDay, int most)
+std::vector<UsageCount> Store::UsageOf(const QString& venderId, qint64 fromDay, int most)
 {
     static const QString sql =
         QStringLiteral("SELECT usage_event.event, usage_event.day, COUNT(*) FROM usage_event "
@@ -280,12 +281,10 @@ std::vector<UsageCount> SqlStore::UsageOf(const QString& venderId, qint64 fromDa
     const auto read = [](const SqlRows& rows) {
         return UsageCount{rows.Text(0), rows.Number(1), rows.Number(2)};
     };
-    return Reading([&](SqlConnection& c) {
-        return ReadAll(c.Select(sql, {venderId, fromDay, most}), +read);
-    });
+    return All(sql, {venderId, fromDay, most}, +read);
 }
 
-QByteArray SqlStore::ReadBody(const QString& versionId, qint64 revision)
+QByteArray Store::ReadBody(const QString& versionId, qint64 revision)
 {
     static const QString sql =
         QStringLiteral("SELECT sha256, size, body FROM revision WHERE version_id = ? AND revision = ?");
@@ -307,12 +306,12 @@ QByteArray SqlStore::ReadBody(const QString& versionId, qint64 revision)
     return body;
 }
 
-bool SqlStore::Submit(Write write)
+bool Store::Submit(Write write)
 {
     return writes->Submit(std::move(write));
 }
 
-void SqlStore::SubmitAndWait(std::function<void(ITransaction&)> act)
+void Store::SubmitAndWait(std::function<void(Transaction&)> act)
 {
     std::promise<void> ended;
     const auto done = [&ended](const std::exception_ptr& failure) {
@@ -326,7 +325,7 @@ void SqlStore::SubmitAndWait(std::function<void(ITransaction&)> act)
     ended.get_future().get();
 }
 
-WriterFigures SqlStore::Figures() const
+WriterFigures Store::Figures() const
 {
     return writes->Figures();
 }
@@ -341,8 +340,8 @@ std::unique_ptr<IDialect> MakeDialect(const QString& address)
     throw StoreError(StoreFault::Unavailable, QStringLiteral("a store is sqlite:FILE or postgresql://..."));
 }
 
-std::unique_ptr<IStore> OpenStore(const QString& address)
+std::unique_ptr<Store> OpenStore(const QString& address)
 {
-    return std::make_unique<SqlStore>(MakeDialect(address));
+    return std::make_unique<Store>(MakeDialect(address));
 }
 } // namespace server
