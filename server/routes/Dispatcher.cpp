@@ -3,6 +3,7 @@
 #include "Dispatcher.h"
 
 #include "../base/Digest.h"
+#include "Wire.h"
 
 #include <algorithm>
 
@@ -260,6 +261,8 @@ Response ResponseForFailure(const std::exception_ptr& failure)
 {
     try {
         std::rethrow_exception(failure);
+    } catch (const Refusal& refusal) {
+        return wire::Refused(refusal);
     } catch (const StoreError& error) {
         return With(ResponseForFault(error.Fault()), error);
     } catch (const std::exception& error) {

@@ -50,6 +50,6 @@ private:
     TaskPool pool; // last: its threads use everything above
 };
 
-// The answer for a failure of the store.
+// The answer for a refusal and for a failure of the store.
 Response ResponseForFailure(const std::exception_ptr& failure);
 } // namespace server

@@ -14,21 +14,9 @@ namespace
 {
 constexpr int longestTypedCode = 64;
 
-template <typename Record>
-Response AnswerOf(int status, const Outcome<Record>& outcome)
+InvitationOrder ReadOrder(const Request& request)
 {
-    if (const auto* refusal = std::get_if<Refusal>(&outcome))
-        return wire::Refused(*refusal);
-    JsonText text;
-    return Response::Json(status, wire::Append(text, std::get<Record>(outcome)).Take());
-}
-
-Outcome<InvitationOrder> ReadOrder(const Request& request)
-{
-    const auto parsed = wire::SmallObject(request);
-    if (const auto* refusal = std::get_if<Refusal>(&parsed))
-        return *refusal;
-    const auto& object = std::get<QJsonObject>(parsed);
+    const QJsonObject object = wire::SmallObject(request);
     InvitationOrder order;
     // A value that is no number reads as 0.
     order.validDays = object.value(QLatin1String("validDays"))
@@ -36,32 +24,24 @@ Outcome<InvitationOrder> ReadOrder(const Request& request)
     order.mostUses = object.value(QLatin1String("mostUses"))
                          .toInt(object.contains(QLatin1String("mostUses")) ? 0 : order.mostUses);
     if (order.validDays < 1 || order.validDays > 365)
-        return Refusal{400, "bad-valid-days", QStringLiteral("邀请码的有效期应为 1 到 365 天。")};
+        throw Refusal{400, "bad-valid-days", QStringLiteral("邀请码的有效期应为 1 到 365 天。")};
     if (order.mostUses < 1 || order.mostUses > 10000)
-        return Refusal{400, "bad-most-uses", QStringLiteral("邀请码的使用次数应为 1 到 10000 次。")};
+        throw Refusal{400, "bad-most-uses", QStringLiteral("邀请码的使用次数应为 1 到 10000 次。")};
     return order;
 }
 
 void ListInvitations(Services& services, const Request& request, const Reply& reply)
 {
-    const auto app = services.store.FindApp(request.PathValue());
-    if (const auto refusal = rules::RefusalUnlessCreator(*request.account, app))
-        return reply(wire::Refused(*refusal));
-    JsonText text;
-    text.BeginObject().Key("invitations").BeginArray();
-    for (const Invitation& invitation : services.store.InvitationsOf(app->id))
-        wire::Append(text, invitation);
-    reply(Response::Json(200, text.EndArray().EndObject().Take()));
+    const App app = EditableApp(services.store, *request.account, request.PathValue());
+    rules::RequireCreator(*request.account, app);
+    reply(wire::ListAnswer("invitations", services.store.InvitationsOf(app.id)));
 }
 
 void CreateInvitation(Services& services, const Request& request, const Reply& reply)
 {
-    const auto order = ReadOrder(request);
-    if (const auto* refusal = std::get_if<Refusal>(&order))
-        return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, appId = request.PathValue(),
-                      order = std::get<InvitationOrder>(order)](Transaction& store) {
-        return AnswerOf(201, rules::CreateInvitation(store, account, appId, order, NowMs()));
+                      order = ReadOrder(request)](Transaction& store) {
+        return wire::Answer(201, rules::CreateInvitation(store, account, appId, order, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
 }
@@ -69,26 +49,23 @@ void CreateInvitation(Services& services, const Request& request, const Reply& r
 void RevokeInvitation(Services& services, const Request& request, const Reply& reply)
 {
     const auto act = [account = *request.account, id = request.PathValue()](Transaction& store) {
-        return AnswerOf(200, rules::RevokeInvitation(store, account, id, NowMs()));
+        return wire::Answer(200, rules::RevokeInvitation(store, account, id, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
 }
 
 void RedeemInvitation(Services& services, const Request& request, const Reply& reply)
 {
-    const auto parsed = wire::SmallObject(request);
-    if (const auto* refusal = std::get_if<Refusal>(&parsed))
-        return reply(wire::Refused(*refusal));
-    const QString code = std::get<QJsonObject>(parsed).value(QLatin1String("code")).toString();
+    const QString code = wire::SmallObject(request).value(QLatin1String("code")).toString();
     if (code.trimmed().isEmpty() || code.size() > longestTypedCode)
-        return reply(wire::BadRequest("bad-code", QStringLiteral("请输入邀请码。")));
+        throw Refusal{400, "bad-code", QStringLiteral("请输入邀请码。")};
     if (const int seconds =
             services.redeemLimit.SecondsToWait(request.account->pin, {}, std::chrono::steady_clock::now()))
         return reply(Response::Refuse(429, "too-many-tries",
                                       QStringLiteral("邀请码尝试过于频繁，请 %1 秒后再试。").arg(seconds))
                          .With("Retry-After", QByteArray::number(seconds)));
     const auto act = [account = *request.account, code](Transaction& store) {
-        return AnswerOf(200, rules::RedeemInvitation(store, account, code, NowMs()));
+        return wire::Answer(200, rules::RedeemInvitation(store, account, code, NowMs()));
     };
     WriteOnce(services.store, request, act, reply);
 }
@@ -96,15 +73,13 @@ void RedeemInvitation(Services& services, const Request& request, const Reply& r
 
 void AddInvitationRoutes(Router& router, Services& services)
 {
-    const auto add = [&](const char* method, const char* pattern, qint64 bodyLimit, auto function) {
-        router.Add({method, pattern, Access::SignedIn, bodyLimit,
-                    [&services, function](const Request& request, const Reply& reply) {
-                        function(services, request, reply);
-                    }});
-    };
-    add("GET", "/api/v1/apps/{appId}/invitations", 0, ListInvitations);
-    add("POST", "/api/v1/apps/{appId}/invitations", wire::smallBody, CreateInvitation);
-    add("DELETE", "/api/v1/invitations/{invitationId}", 0, RevokeInvitation);
-    add("POST", "/api/v1/invitations/redeem", wire::smallBody, RedeemInvitation);
+    router.Add(
+        {"GET", "/api/v1/apps/{appId}/invitations", Access::SignedIn, 0, Bind(services, ListInvitations)});
+    router.Add({"POST", "/api/v1/apps/{appId}/invitations", Access::SignedIn, wire::smallBody,
+                Bind(services, CreateInvitation)});
+    router.Add({"DELETE", "/api/v1/invitations/{invitationId}", Access::SignedIn, 0,
+                Bind(services, RevokeInvitation)});
+    router.Add({"POST", "/api/v1/invitations/redeem", Access::SignedIn, wire::smallBody,
+                Bind(services, RedeemInvitation)});
 }
 } // namespace server

@@ -14,12 +14,10 @@ constexpr int longestAuditPage = 1000;
 
 Response ListOf(const std::vector<ReleasedApp>& apps, const QString& query)
 {
-    JsonText text;
-    text.BeginObject().Key("apps").BeginArray();
-    for (const ReleasedApp& released : apps)
+    return wire::ListAnswer("apps", apps, [&query](JsonText& text, const ReleasedApp& released) {
         if (query.isEmpty() || released.app.name.contains(query, Qt::CaseInsensitive))
             wire::Append(text, released);
-    return Response::Json(200, text.EndArray().EndObject().Take());
+    });
 }
 
 void ShowAudit(Services& services, const Request& request, const Reply& reply)
@@ -28,13 +26,10 @@ void ShowAudit(Services& services, const Request& request, const Reply& reply)
     bool isNumber = true;
     const int limit = asked.isNull() ? auditPage : asked.toInt(&isNumber);
     if (!isNumber || limit < 1)
-        return reply(wire::BadRequest("bad-limit", QStringLiteral("条数不正确。")));
-    JsonText text;
-    text.BeginObject().Key("entries").BeginArray();
-    for (const AuditEntry& entry : services.store.Audit(
-             request.account->venderId, request.QueryValue("before"), std::min(limit, longestAuditPage)))
-        wire::Append(text, entry);
-    reply(Response::Json(200, text.EndArray().EndObject().Take()));
+        throw Refusal{400, "bad-limit", QStringLiteral("条数不正确。")};
+    reply(wire::ListAnswer("entries",
+                           services.store.Audit(request.account->venderId, request.QueryValue("before"),
+                                                std::min(limit, longestAuditPage))));
 }
 } // namespace
 
@@ -49,8 +44,6 @@ void AddReaderRoutes(Router& router, Services& services)
                 [&services](const Request& request, const Reply& reply) {
                     reply(ListOf(services.store.GrayApps(request.account->pin), request.QueryValue("query")));
                 }});
-    router.Add(
-        {"GET", "/api/v1/audit", Access::Administrator, 0,
-         [&services](const Request& request, const Reply& reply) { ShowAudit(services, request, reply); }});
+    router.Add({"GET", "/api/v1/audit", Access::Administrator, 0, Bind(services, ShowAudit)});
 }
 } // namespace server

@@ -20,41 +20,28 @@ struct NoteOrder
 
 void ListSaves(Services& services, const Request& request, const Reply& reply)
 {
-    const auto app = services.store.FindApp(request.PathValue());
-    if (!app || !MayEdit(*request.account, *app))
-        return reply(wire::Refused(refusals::NotFound()));
-    JsonText text;
-    text.BeginObject().Key("saves").BeginArray();
-    for (const SavedRevision& save : services.store.SavesOf(app->id))
-        wire::Append(text, save);
-    reply(Response::Json(200, text.EndArray().EndObject().Take()));
+    const App app = EditableApp(services.store, *request.account, request.PathValue());
+    reply(wire::ListAnswer("saves", services.store.SavesOf(app.id)));
 }
 
-Outcome<NoteOrder> ReadNote(const Request& request)
+NoteOrder ReadNote(const Request& request)
 {
-    const auto parsed = wire::SmallObject(request);
-    if (const auto* refusal = std::get_if<Refusal>(&parsed))
-        return *refusal;
-    const auto& object = std::get<QJsonObject>(parsed);
+    const QJsonObject object = wire::SmallObject(request);
     const QJsonValue note = object.value(QLatin1String("note"));
     const NoteOrder order{object.value(QLatin1String("revision")).toInt(), note.toString().trimmed()};
     if (order.revision < 1)
-        return Refusal{400, "bad-revision", QStringLiteral("版本修订号不正确。")};
+        throw Refusal{400, "bad-revision", QStringLiteral("版本修订号不正确。")};
     if (!note.isString() || (!order.note.isEmpty() && !wire::IsName(order.note, longestNote)))
-        return Refusal{400, "bad-note", QStringLiteral("保存说明不超过 200 个字符，且不能包含控制字符。")};
+        throw Refusal{400, "bad-note", QStringLiteral("保存说明不超过 200 个字符，且不能包含控制字符。")};
     return order;
 }
 
 void NoteSave(Services& services, const Request& request, const Reply& reply)
 {
-    const auto order = ReadNote(request);
-    if (const auto* refusal = std::get_if<Refusal>(&order))
-        return reply(wire::Refused(*refusal));
     const auto act = [account = *request.account, id = request.PathValue(),
-                      order = std::get<NoteOrder>(order)](Transaction& store) {
-        const auto outcome = rules::NoteSave(store, account, id, order.revision, order.note, NowMs());
-        const auto* refusal = std::get_if<Refusal>(&outcome);
-        return refusal ? wire::Refused(*refusal) : Response::Empty();
+                      order = ReadNote(request)](Transaction& store) {
+        rules::NoteSave(store, account, id, order.revision, order.note, NowMs());
+        return Response::Empty();
     };
     WriteOnce(services.store, request, act, reply);
 }
@@ -62,11 +49,8 @@ void NoteSave(Services& services, const Request& request, const Reply& reply)
 
 void AddSaveRoutes(Router& router, Services& services)
 {
-    router.Add(
-        {"GET", "/api/v1/apps/{appId}/saves", Access::SignedIn, 0,
-         [&services](const Request& request, const Reply& reply) { ListSaves(services, request, reply); }});
-    router.Add(
-        {"PUT", "/api/v1/versions/{versionId}/note", Access::SignedIn, wire::smallBody,
-         [&services](const Request& request, const Reply& reply) { NoteSave(services, request, reply); }});
+    router.Add({"GET", "/api/v1/apps/{appId}/saves", Access::SignedIn, 0, Bind(services, ListSaves)});
+    router.Add({"PUT", "/api/v1/versions/{versionId}/note", Access::SignedIn, wire::smallBody,
+                Bind(services, NoteSave)});
 }
 } // namespace server

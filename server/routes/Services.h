@@ -22,6 +22,15 @@ struct Services
     QString programVersion;
 };
 
+// A handler whose function is given the services.
+template <typename Function>
+auto Bind(Services& services, Function function)
+{
+    return [&services, function](const Request& request, const Reply& reply) {
+        function(services, request, reply);
+    };
+}
+
 // One function per concern; together they make the route table.
 void AddHealthRoutes(Router& router, Services& services);
 void AddMetricsRoutes(Router& router, std::function<QByteArray()> figures);

@@ -62,10 +62,7 @@ Response SignIn(Services& services, const Credentials& given)
 
 void OpenSession(Services& services, const Request& request, const Reply& reply)
 {
-    const auto parsed = wire::SmallObject(request);
-    if (const auto* refusal = std::get_if<Refusal>(&parsed))
-        return reply(wire::Refused(*refusal));
-    const auto& object = std::get<QJsonObject>(parsed);
+    const QJsonObject object = wire::SmallObject(request);
     const QString pin = object.value(QLatin1String("account")).toString();
     const QByteArray password = object.value(QLatin1String("password")).toString().toUtf8();
     const SessionLife life =
@@ -89,9 +86,7 @@ void OpenSession(Services& services, const Request& request, const Reply& reply)
 
 void AddSessionRoutes(Router& router, Services& services)
 {
-    router.Add(
-        {"POST", "/api/v1/sessions", Access::Public, 4096,
-         [&services](const Request& request, const Reply& reply) { OpenSession(services, request, reply); }});
+    router.Add({"POST", "/api/v1/sessions", Access::Public, 4096, Bind(services, OpenSession)});
 
     router.Add(
         {"GET", "/api/v1/sessions/current", Access::SignedIn, 0,

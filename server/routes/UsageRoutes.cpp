@@ -2,9 +2,9 @@
 
 #include "../base/Clock.h"
 #include "../rules/UsageRules.h"
-#include "Dispatcher.h"
 #include "Services.h"
 #include "Wire.h"
+#include "WriteOnce.h"
 
 #include <QDate>
 #include <QJsonArray>
@@ -43,15 +43,12 @@ std::optional<UsageEvent> ReadEvent(const QJsonObject& object, qint64 now)
 }
 
 // Events that are none are left out: whoever sends them would send them again for ever.
-Outcome<std::vector<UsageEvent>> ReadEvents(const Request& request, qint64 now)
+std::vector<UsageEvent> ReadEvents(const Request& request, qint64 now)
 {
-    const auto parsed = wire::SmallObject(request);
-    if (const auto* refusal = std::get_if<Refusal>(&parsed))
-        return *refusal;
-    const QJsonValue given = std::get<QJsonObject>(parsed).value(QLatin1String("events"));
+    const QJsonValue given = wire::SmallObject(request).value(QLatin1String("events"));
     const QJsonArray list = given.toArray();
     if (!given.isArray() || list.size() > mostEvents)
-        return Refusal{400, "bad-events", QStringLiteral("使用情况应为列表，每次不超过 100 条。")};
+        throw Refusal{400, "bad-events", QStringLiteral("使用情况应为列表，每次不超过 100 条。")};
     std::vector<UsageEvent> events;
     for (const QJsonValue& value : list)
         if (const auto event = ReadEvent(value.toObject(), now))
@@ -62,16 +59,11 @@ Outcome<std::vector<UsageEvent>> ReadEvents(const Request& request, qint64 now)
 // The ids of the events make a repetition harmless, so this write needs no idempotency key.
 void KeepEvents(Services& services, const Request& request, const Reply& reply)
 {
-    const auto events = ReadEvents(request, NowMs());
-    if (const auto* refusal = std::get_if<Refusal>(&events))
-        return reply(wire::Refused(*refusal));
-    const auto act = [account = *request.account, kept = std::get<std::vector<UsageEvent>>(events)](
-                         Transaction& store) { rules::KeepUsage(store, account, kept); };
-    const auto done = [reply](const std::exception_ptr& failure) {
-        reply(failure ? ResponseForFailure(failure) : Response::Empty());
+    const auto act = [account = *request.account, events = ReadEvents(request, NowMs())](Transaction& store) {
+        rules::KeepUsage(store, account, events);
+        return Response::Empty();
     };
-    if (!services.store.Submit({act, done, 0, {QStringLiteral("usage ") + request.account->pin}}))
-        throw StoreError(StoreFault::Unavailable, QStringLiteral("too many writes wait"));
+    WriteAgain(services.store, act, reply, {QStringLiteral("usage ") + request.account->pin});
 }
 
 void ShowCounts(Services& services, const Request& request, const Reply& reply)
@@ -80,27 +72,24 @@ void ShowCounts(Services& services, const Request& request, const Reply& reply)
     bool isNumber = true;
     const int days = asked.isNull() ? usualDays : asked.toInt(&isNumber);
     if (!isNumber || days < 1 || days > usageKeptDays)
-        return reply(wire::BadRequest("bad-days", QStringLiteral("天数应为 1 到 90。")));
-    JsonText text;
-    text.BeginObject().Key("counts").BeginArray();
-    for (const UsageCount& count :
-         services.store.UsageOf(request.account->venderId, NowMs() / dayMs - days + 1, mostCounts))
+        throw Refusal{400, "bad-days", QStringLiteral("天数应为 1 到 90。")};
+    const auto write = [](JsonText& text, const UsageCount& count) {
         text.BeginObject()
             .Member("day", QDate(1970, 1, 1).addDays(count.day).toString(Qt::ISODate))
             .Member("event", count.event)
             .Member("count", count.count)
             .EndObject();
-    reply(Response::Json(200, text.EndArray().EndObject().Take()));
+    };
+    const qint64 fromDay = NowMs() / dayMs - days + 1;
+    reply(wire::ListAnswer("counts", services.store.UsageOf(request.account->venderId, fromDay, mostCounts),
+                           write));
 }
 } // namespace
 
 void AddUsageRoutes(Router& router, Services& services)
 {
     router.Add(
-        {"POST", "/api/v1/usage-events", Access::SignedIn, wire::smallBody,
-         [&services](const Request& request, const Reply& reply) { KeepEvents(services, request, reply); }});
-    router.Add(
-        {"GET", "/api/v1/usage", Access::Administrator, 0,
-         [&services](const Request& request, const Reply& reply) { ShowCounts(services, request, reply); }});
+        {"POST", "/api/v1/usage-events", Access::SignedIn, wire::smallBody, Bind(services, KeepEvents)});
+    router.Add({"GET", "/api/v1/usage", Access::Administrator, 0, Bind(services, ShowCounts)});
 }
 } // namespace server

@@ -113,16 +113,9 @@ JsonText& Append(JsonText& text, const AuditEntry& entry)
         .EndObject();
 }
 
-Response AppAnswer(int status, const App& app)
-{
-    JsonText text;
-    return Response::Json(status, Append(text, app).Take());
-}
-
 Response VersionAnswer(int status, const Version& version)
 {
-    JsonText text;
-    return Response::Json(status, Append(text, version).Take()).With("ETag", ETag(version.revision));
+    return Answer(status, version).With("ETag", ETag(version.revision));
 }
 
 Response Refused(const Refusal& refusal)
@@ -130,48 +123,43 @@ Response Refused(const Refusal& refusal)
     return Response::Refuse(refusal.status, refusal.code, refusal.message);
 }
 
-Response BadRequest(const char* code, const QString& message)
-{
-    return Response::Refuse(400, code, message);
-}
-
 QByteArray ETag(qint64 revision)
 {
     return '"' + QByteArray::number(revision) + '"';
 }
 
-Outcome<QJsonObject> SmallObject(const Request& request)
+QJsonObject SmallObject(const Request& request)
 {
     // The pre-check also keeps the parser away from what it does not stand.
     const QJsonDocument document =
         JsonGuard::Check(request.body) ? QJsonDocument::fromJson(request.body) : QJsonDocument();
     if (!document.isObject())
-        return Refusal{400, "bad-json", QStringLiteral("请求内容不是有效的 JSON 对象。")};
+        throw Refusal{400, "bad-json", QStringLiteral("请求内容不是有效的 JSON 对象。")};
     return document.object();
 }
 
-Outcome<qint64> BasedOnRevision(const Request& request)
+qint64 BasedOnRevision(const Request& request)
 {
     const QByteArray header = request.Header("if-match");
     if (header.isEmpty())
-        return Refusal{428, "revision-required",
-                       QStringLiteral("请求缺少版本修订号（If-Match），请刷新后重试。")};
+        throw Refusal{428, "revision-required",
+                      QStringLiteral("请求缺少版本修订号（If-Match），请刷新后重试。")};
     bool isNumber = false;
     const bool quoted = header.size() > 2 && header.startsWith('"') && header.endsWith('"');
     const qint64 revision = header.mid(1, header.size() - 2).toLongLong(&isNumber);
     if (!quoted || !isNumber || revision < 1)
-        return Refusal{400, "bad-revision", QStringLiteral("版本修订号（If-Match）格式不正确。")};
+        throw Refusal{400, "bad-revision", QStringLiteral("版本修订号（If-Match）格式不正确。")};
     return revision;
 }
 
-Outcome<QString> HeaderText(const Request& request, const char* name)
+QString HeaderText(const Request& request, const char* name)
 {
     const QByteArray raw = request.Header(name);
     if (raw.isNull())
         return QString();
     if (auto text = DecodePercent(raw))
         return *text;
-    return Refusal{400, "bad-encoding", QStringLiteral("请求头 %1 的编码不正确。").arg(QLatin1String(name))};
+    throw Refusal{400, "bad-encoding", QStringLiteral("请求头 %1 的编码不正确。").arg(QLatin1String(name))};
 }
 
 bool IsName(const QString& text, int most)

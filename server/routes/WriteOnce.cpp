@@ -53,6 +53,23 @@ QStringList TouchedBy(const Request& request, const QByteArray& key)
     return touched;
 }
 
+Response AnswerOf(const std::function<Response(Transaction&)>& act, Transaction& transaction)
+{
+    try {
+        return act(transaction);
+    } catch (const Refusal& refusal) {
+        return wire::Refused(refusal);
+    }
+}
+
+std::function<void(const std::exception_ptr&)> Answering(const Reply& reply,
+                                                         const std::shared_ptr<Response>& answer)
+{
+    return [reply, answer](const std::exception_ptr& failure) {
+        reply(failure ? ResponseForFailure(failure) : std::move(*answer));
+    };
+}
+
 Response KeyReused()
 {
     return Response::Refuse(409, "key-reused", QStringLiteral("该请求标识已用于其他请求，请重试。"));
@@ -64,7 +81,7 @@ void WriteOnce(Store& store, const Request& request, std::function<Response(Tran
 {
     const QByteArray key = request.Header("idempotency-key");
     if (!IsKey(key))
-        return reply(wire::BadRequest("key-required", QStringLiteral("请求缺少标识（Idempotency-Key）。")));
+        throw Refusal{400, "key-required", QStringLiteral("请求缺少标识（Idempotency-Key）。")};
 
     const auto answer = std::make_shared<Response>();
     const auto once = [answer, act = std::move(act), key, pin = request.account->pin,
@@ -73,16 +90,24 @@ void WriteOnce(Store& store, const Request& request, std::function<Response(Tran
             *answer = known->fingerprint == fingerprint ? ResponseOf(*known) : KeyReused();
             return;
         }
-        *answer = act(transaction);
+        *answer = AnswerOf(act, transaction);
         transaction.InsertAnswer(
             pin, key, {fingerprint, answer->status, answer->Header("ETag"), answer->body}, SteadyNowMs());
     };
-    const auto done = [answer, reply](const std::exception_ptr& failure) {
-        reply(failure ? ResponseForFailure(failure) : std::move(*answer));
-    };
     const QStringList touched = reach == Reach::OneApp ? TouchedBy(request, key) : QStringList();
-    if (!store.Submit({once, done, request.body.size(), touched}))
+    if (!store.Submit({once, Answering(reply, answer), request.body.size(), touched}))
         reply(
             Response::Refuse(503, "busy", QStringLiteral("服务繁忙，请稍后重试。")).With("Retry-After", "2"));
+}
+
+void WriteAgain(Store& store, std::function<Response(Transaction&)> act, const Reply& reply,
+                const QStringList& touched)
+{
+    const auto answer = std::make_shared<Response>();
+    const auto write = [answer, act = std::move(act)](Transaction& transaction) {
+        *answer = AnswerOf(act, transaction);
+    };
+    if (!store.Submit({write, Answering(reply, answer), 0, touched}))
+        throw StoreError(StoreFault::Unavailable, QStringLiteral("too many writes wait"));
 }
 } // namespace server

@@ -35,57 +35,55 @@ void NoteApp(Transaction& store, const Account& account, const QString& act, con
 }
 } // namespace
 
-Outcome<App> CreateApp(Transaction& store, const Account& account, const QString& wanted, int kind,
-                       qint64 now, bool anyName)
+App CreateApp(Transaction& store, const Account& account, const QString& wanted, int kind, qint64 now,
+              bool anyName)
 {
     if (!account.IsAuthor())
-        return refusals::Forbidden();
+        throw refusals::Forbidden();
     const QString name = anyName ? FreeAppName(store, account.venderId, wanted) : wanted;
     if (!anyName && store.AppNameTaken(account.venderId, name))
-        return refusals::AppNameTaken();
+        throw refusals::AppNameTaken();
     const App app{NewId(), name, kind, account.pin, account.name, account.venderId,
                   NewId(), now,  now,  account.pin, account.name};
     store.InsertApp(app);
     return app;
 }
 
-Outcome<App> ChangeApp(Transaction& store, const Account& account, const QString& appId,
-                       const AppChange& change, qint64 now)
+App ChangeApp(Transaction& store, const Account& account, const QString& appId, const AppChange& change,
+              qint64 now)
 {
-    auto app = store.FindApp(appId);
-    if (!app || !MayEdit(account, *app))
-        return refusals::NotFound();
-    const bool isRenamed = change.name && *change.name != app->name;
-    if (isRenamed && store.AppNameTaken(app->venderId, *change.name))
-        return refusals::AppNameTaken();
+    App app = EditableApp(store, account, appId);
+    const bool isRenamed = change.name && *change.name != app.name;
+    if (isRenamed && store.AppNameTaken(app.venderId, *change.name))
+        throw refusals::AppNameTaken();
     if (isRenamed) {
-        app->name = *change.name;
-        app->changedAt = now;
-        app->changedBy = account.pin;
-        app->changedByName = account.name;
+        app.name = *change.name;
+        app.changedAt = now;
+        app.changedBy = account.pin;
+        app.changedByName = account.name;
     }
-    app->tags = change.tags.value_or(app->tags);
-    store.ChangeApp(*app);
-    return *app;
+    app.tags = change.tags.value_or(app.tags);
+    store.ChangeApp(app);
+    return app;
 }
 
-Outcome<App> DeleteApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
+App DeleteApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
 {
     const auto app = store.FindApp(appId);
     if (!app || !(MayEdit(account, *app) || MayDelete(account, *app)))
-        return refusals::NotFound();
+        throw refusals::NotFound();
     if (!MayDelete(account, *app))
-        return refusals::NotTheDeleter();
+        throw refusals::NotTheDeleter();
     store.SetAppDeleted(appId, now, account.pin);
     NoteApp(store, account, QStringLiteral("app.delete"), *app, now);
     return *app;
 }
 
-Outcome<App> RestoreApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
+App RestoreApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
 {
     auto app = store.FindDeletedApp(appId);
     if (!app || !MayDelete(account, *app) || app->deletedAt + binMs < now)
-        return refusals::NotFound();
+        throw refusals::NotFound();
     app->name = FreeAppName(store, app->venderId, app->name);
     app->deletedAt = 0;
     store.ChangeApp(*app);
@@ -94,11 +92,11 @@ Outcome<App> RestoreApp(Transaction& store, const Account& account, const QStrin
     return *app;
 }
 
-Outcome<App> PurgeApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
+App PurgeApp(Transaction& store, const Account& account, const QString& appId, qint64 now)
 {
     const auto app = store.FindDeletedApp(appId);
     if (!app || !MayDelete(account, *app))
-        return refusals::NotFound();
+        throw refusals::NotFound();
     store.PurgeApp(appId, now);
     NoteApp(store, account, QStringLiteral("app.purge"), *app, now);
     return *app;

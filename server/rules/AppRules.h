@@ -3,12 +3,22 @@
 #pragma once
 
 #include "../store/Store.h"
-#include "Outcome.h"
+#include "Refusal.h"
 
 namespace server
 {
 // Editors of an app: its creator and every author of the same vendor. To others it does not exist.
 bool MayEdit(const Account& account, const App& app);
+
+// The app of a store or transaction that the account may edit; not a deleted one.
+template <typename Source>
+App EditableApp(Source& source, const Account& account, const QString& appId)
+{
+    const auto app = source.FindApp(appId);
+    if (!app || !MayEdit(account, *app))
+        throw refusals::NotFound();
+    return *app;
+}
 
 // Its creator and administrators of its vendor, of those to whom it exists.
 bool MayDelete(const Account& account, const App& app);
@@ -28,19 +38,19 @@ struct AppChange
 namespace rules
 {
 // anyName: under the next free name when that one is taken.
-Outcome<App> CreateApp(Transaction& store, const Account& account, const QString& name, int kind, qint64 now,
-                       bool anyName = false);
+App CreateApp(Transaction& store, const Account& account, const QString& name, int kind, qint64 now,
+              bool anyName = false);
 // Tags say what an app belongs to and are no change of the app itself.
-Outcome<App> ChangeApp(Transaction& store, const Account& account, const QString& appId,
-                       const AppChange& change, qint64 now);
+App ChangeApp(Transaction& store, const Account& account, const QString& appId, const AppChange& change,
+              qint64 now);
 // Its versions go along, and come back with it; users have none of them meanwhile.
-Outcome<App> DeleteApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
+App DeleteApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
 // Under the next free name when its own was taken meanwhile.
-Outcome<App> RestoreApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
+App RestoreApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
 // Takes a deleted app out of the bin for good.
-Outcome<App> PurgeApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
+App PurgeApp(Transaction& store, const Account& account, const QString& appId, qint64 now);
 // A new app of this account with all versions, each in development; nothing of what was released.
-Outcome<App> CopyApp(Transaction& store, const Account& account, const QString& appId, qint64 now,
-                     qint64 mostBytes = mostCopiedBytes);
+App CopyApp(Transaction& store, const Account& account, const QString& appId, qint64 now,
+            qint64 mostBytes = mostCopiedBytes);
 } // namespace rules
 } // namespace server

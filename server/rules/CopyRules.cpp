@@ -33,23 +33,19 @@ void CopyVersions(Transaction& store, const std::vector<Version>& versions, cons
 }
 } // namespace
 
-Outcome<App> CopyApp(Transaction& store, const Account& account, const QString& appId, qint64 now,
-                     qint64 mostBytes)
+App CopyApp(Transaction& store, const Account& account, const QString& appId, qint64 now, qint64 mostBytes)
 {
     const auto app = store.FindApp(appId);
     if (!app || !account.IsAuthor() || !MayEdit(account, *app))
-        return refusals::NotFound();
+        throw refusals::NotFound();
     const std::vector<Version> versions = store.VersionsOf(appId);
     qint64 bytes = 0;
     for (const Version& version : versions)
         bytes += version.size;
     if (bytes > mostBytes)
-        return refusals::TooLargeToCopy();
+        throw refusals::TooLargeToCopy();
     const QString name = WithEnding(app->name, QStringLiteral(" 副本"), 50);
-    const auto created = CreateApp(store, account, name, app->kind, now, true);
-    if (std::holds_alternative<Refusal>(created))
-        return created;
-    App copy = std::get<App>(created);
+    App copy = CreateApp(store, account, name, app->kind, now, true);
     copy.tags = app->tags;
     store.ChangeApp(copy);
     CopyVersions(store, versions, copy);

@@ -39,49 +39,43 @@ QString Normalised(const QString& typed)
     return code;
 }
 
-std::optional<Refusal> WhyClosed(const Invitation& invitation, qint64 now)
+void RequireOpen(const Invitation& invitation, qint64 now)
 {
     if (invitation.revokedAt != 0)
-        return refusals::InvitationClosed(QStringLiteral("邀请码已停用，请向应用创建者索取新的邀请码。"));
+        throw refusals::InvitationClosed(QStringLiteral("邀请码已停用，请向应用创建者索取新的邀请码。"));
     if (now >= invitation.expiresAt)
-        return refusals::InvitationClosed(QStringLiteral("邀请码已过期，请向应用创建者索取新的邀请码。"));
+        throw refusals::InvitationClosed(QStringLiteral("邀请码已过期，请向应用创建者索取新的邀请码。"));
     if (invitation.uses >= invitation.mostUses)
-        return refusals::InvitationClosed(
+        throw refusals::InvitationClosed(
             QStringLiteral("邀请码的使用次数已用完，请向应用创建者索取新的邀请码。"));
-    return std::nullopt;
 }
 } // namespace
 
-std::optional<Refusal> RefusalUnlessCreator(const Account& account, const std::optional<App>& app)
+void RequireCreator(const Account& account, const App& app)
 {
-    if (!app || !MayEdit(account, *app))
-        return refusals::NotFound();
-    if (app->creator != account.pin)
-        return refusals::Forbidden();
-    return std::nullopt;
+    if (app.creator != account.pin)
+        throw refusals::Forbidden();
 }
 
-Outcome<Invitation> CreateInvitation(Transaction& store, const Account& account, const QString& appId,
-                                     const InvitationOrder& order, qint64 now)
+Invitation CreateInvitation(Transaction& store, const Account& account, const QString& appId,
+                            const InvitationOrder& order, qint64 now)
 {
-    if (const auto refusal = RefusalUnlessCreator(account, store.FindApp(appId)))
-        return *refusal;
+    RequireCreator(account, EditableApp(store, account, appId));
     const auto gray = store.NewestReleased(appId, VersionState::Gray);
     if (!gray)
-        return refusals::NoGrayVersion();
+        throw refusals::NoGrayVersion();
     if (CountOpen(store, appId, now) >= mostOpenOfAnApp)
-        return refusals::TooManyInvitations();
+        throw refusals::TooManyInvitations();
     return Insert(store, *gray, account, order, now);
 }
 
-Outcome<Invitation> RevokeInvitation(Transaction& store, const Account& account, const QString& invitationId,
-                                     qint64 now)
+Invitation RevokeInvitation(Transaction& store, const Account& account, const QString& invitationId,
+                            qint64 now)
 {
     auto invitation = store.FindInvitation(invitationId);
     if (!invitation)
-        return refusals::NotFound();
-    if (const auto refusal = RefusalUnlessCreator(account, store.FindApp(invitation->appId)))
-        return *refusal;
+        throw refusals::NotFound();
+    RequireCreator(account, EditableApp(store, account, invitation->appId));
     if (invitation->revokedAt != 0)
         return *invitation;
     store.RevokeInvitation(invitationId, now);
@@ -96,21 +90,19 @@ Outcome<Invitation> RevokeInvitation(Transaction& store, const Account& account,
     return *invitation;
 }
 
-Outcome<ReleasedApp> RedeemInvitation(Transaction& store, const Account& account, const QString& code,
-                                      qint64 now)
+ReleasedApp RedeemInvitation(Transaction& store, const Account& account, const QString& code, qint64 now)
 {
     const auto invitation = store.FindInvitationByCode(Normalised(code));
     const auto app = invitation ? store.FindApp(invitation->appId) : std::nullopt;
     if (!app)
-        return refusals::BadInvitation();
+        throw refusals::BadInvitation();
     const auto gray = store.NewestReleased(app->id, VersionState::Gray);
     if (!gray)
-        return refusals::NoGrayVersion();
+        throw refusals::NoGrayVersion();
     const ReleasedApp released{*app, *gray, gray->changedAt};
     if (store.HasGrayAccess(app->id, account.pin))
         return released;
-    if (const auto refusal = WhyClosed(*invitation, now))
-        return *refusal;
+    RequireOpen(*invitation, now);
     store.GrantGrayAccess(*invitation, account.pin, now);
     store.Note(
         {{}, now, account.pin, QStringLiteral("invitation.redeem"), app->id, gray->id, invitation->id});

@@ -19,19 +19,18 @@ struct InvitationOrder
 namespace rules
 {
 // Only the creator of an app gives invitations away.
-Outcome<Invitation> CreateInvitation(Transaction& store, const Account& account, const QString& appId,
-                                     const InvitationOrder& order, qint64 now);
-Outcome<Invitation> RevokeInvitation(Transaction& store, const Account& account, const QString& invitationId,
-                                     qint64 now);
+Invitation CreateInvitation(Transaction& store, const Account& account, const QString& appId,
+                            const InvitationOrder& order, qint64 now);
+Invitation RevokeInvitation(Transaction& store, const Account& account, const QString& invitationId,
+                            qint64 now);
 
 // `code` as the user typed it. A second time changes nothing.
-Outcome<ReleasedApp> RedeemInvitation(Transaction& store, const Account& account, const QString& code,
-                                      qint64 now);
+ReleasedApp RedeemInvitation(Transaction& store, const Account& account, const QString& code, qint64 now);
 
 // Makes an invitation when the app of the gray version has no open one.
 void KeepAnInvitation(Transaction& store, const Version& gray, const Account& account, qint64 now);
 
-// The refusal for whoever is not the creator: editors may not, for others the app does not exist.
-std::optional<Refusal> RefusalUnlessCreator(const Account& account, const std::optional<App>& app);
+// Of an app that the account may edit.
+void RequireCreator(const Account& account, const App& app);
 } // namespace rules
 } // namespace server

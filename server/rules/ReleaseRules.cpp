@@ -57,18 +57,15 @@ void KeepADevelopVersion(Transaction& store, const Version& released, const Acco
 }
 } // namespace
 
-Outcome<ReleaseResult> ReleaseVersion(Transaction& store, const Account& account, const QString& versionId,
-                                      qint64 basedOnRevision, ReleaseType type, qint64 now)
+ReleaseResult ReleaseVersion(Transaction& store, const Account& account, const QString& versionId,
+                             qint64 basedOnRevision, ReleaseType type, qint64 now)
 {
-    const auto found = EditableVersion(store, account, versionId);
-    if (const auto* refusal = std::get_if<Refusal>(&found))
-        return *refusal;
-    Version version = std::get<Version>(found);
+    Version version = EditableVersion(store, account, versionId);
     const QString obstacle = Obstacle(version.state, type);
     if (!obstacle.isEmpty())
         return ReleaseResult{version, false, false, obstacle};
     if (version.revision != basedOnRevision)
-        return ChangedBySomebodyElse(store, version);
+        throw ChangedBySomebodyElse(store, version);
     store.Release(version, StateAfter(type), account.pin, now);
     store.Note({{},
                 now,

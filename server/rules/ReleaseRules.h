@@ -27,7 +27,7 @@ namespace rules
 // state that was released last. Deleting that one brings the former back to them. A gray release sees to it
 // that the app has an open invitation. The last develop version leaves a copy of itself, "版本N" with the
 // first N that is free.
-Outcome<ReleaseResult> ReleaseVersion(Transaction& store, const Account& account, const QString& versionId,
-                                      qint64 basedOnRevision, ReleaseType type, qint64 now);
+ReleaseResult ReleaseVersion(Transaction& store, const Account& account, const QString& versionId,
+                             qint64 basedOnRevision, ReleaseType type, qint64 now);
 } // namespace rules
 } // namespace server

@@ -15,35 +15,30 @@ QString ActOf(const TakeBackOrder& order)
 }
 
 // The version that users shall have; nothing when they shall have none.
-Outcome<std::optional<Version>> Wanted(Transaction& store, const QString& appId, const TakeBackOrder& order)
+std::optional<Version> Wanted(Transaction& store, const QString& appId, const TakeBackOrder& order)
 {
     if (order.to.isEmpty())
-        return std::optional<Version>();
+        return std::nullopt;
     const auto version = store.FindVersion(order.to);
     if (!version || version->deletedAt != 0 || version->appId != appId)
-        return refusals::NotFound();
+        throw refusals::NotFound();
     if (version->state != order.state)
-        return refusals::NotReleased();
+        throw refusals::NotReleased();
     return version;
 }
 } // namespace
 
-Outcome<QString> TakeBack(Transaction& store, const Account& account, const QString& appId,
-                          const TakeBackOrder& order, qint64 now)
+QString TakeBack(Transaction& store, const Account& account, const QString& appId, const TakeBackOrder& order,
+                 qint64 now)
 {
-    const auto app = store.FindApp(appId);
-    if (!app || !MayEdit(account, *app))
-        return refusals::NotFound();
-    const auto outcome = Wanted(store, appId, order);
-    if (const auto* refusal = std::get_if<Refusal>(&outcome))
-        return *refusal;
-    const auto& wanted = std::get<std::optional<Version>>(outcome);
+    EditableApp(store, account, appId);
+    const auto wanted = Wanted(store, appId, order);
     const auto present = store.NewestReleased(appId, order.state);
     const QString presentId = present ? present->id : QString();
     if (presentId == order.to)
         return presentId;
     if (presentId != order.from)
-        return refusals::ReleaseChanged();
+        throw refusals::ReleaseChanged();
     store.WithdrawAll(appId, order.state, now);
     if (wanted)
         store.Release(*wanted, wanted->state, account.pin, now);

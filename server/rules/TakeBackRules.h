@@ -21,7 +21,7 @@ namespace rules
 // taken back, so that no deletion or restoration brings one of them to users again. Nothing is lost, and a
 // version that was taken back may be given to users once more in the same way. Done already changes nothing;
 // refused when users have another version by now than the author saw. Ends with the id of what users have.
-Outcome<QString> TakeBack(Transaction& store, const Account& account, const QString& appId,
-                          const TakeBackOrder& order, qint64 now);
+QString TakeBack(Transaction& store, const Account& account, const QString& appId, const TakeBackOrder& order,
+                 qint64 now);
 } // namespace rules
 } // namespace server

@@ -26,14 +26,12 @@ void TakeOver(Version& version, const VersionDraft& draft, const Account& accoun
 
 namespace rules
 {
-Outcome<Version> EditableVersion(Transaction& store, const Account& account, const QString& versionId)
+Version EditableVersion(Transaction& store, const Account& account, const QString& versionId)
 {
     const auto version = store.FindVersion(versionId);
     if (!version || version->deletedAt != 0)
-        return refusals::NotFound();
-    const auto app = store.FindApp(version->appId);
-    if (!app || !MayEdit(account, *app))
-        return refusals::NotFound();
+        throw refusals::NotFound();
+    EditableApp(store, account, version->appId);
     return *version;
 }
 
@@ -43,14 +41,12 @@ Refusal ChangedBySomebodyElse(Transaction& store, const Version& version)
     return refusals::RevisionChanged(account ? account->name : version.pin);
 }
 
-Outcome<Version> CreateVersion(Transaction& store, const Account& account, const QString& appId,
-                               const VersionDraft& draft, qint64 now)
+Version CreateVersion(Transaction& store, const Account& account, const QString& appId,
+                      const VersionDraft& draft, qint64 now)
 {
-    const auto app = store.FindApp(appId);
-    if (!app || !MayEdit(account, *app))
-        return refusals::NotFound();
+    EditableApp(store, account, appId);
     if (store.DevelopNameTaken(appId, draft.name, {}))
-        return refusals::VersionNameTaken();
+        throw refusals::VersionNameTaken();
     Version version;
     version.id = NewId();
     version.appId = appId;
@@ -60,34 +56,28 @@ Outcome<Version> CreateVersion(Transaction& store, const Account& account, const
     return version;
 }
 
-Outcome<Version> OverwriteVersion(Transaction& store, const Account& account, const QString& versionId,
-                                  qint64 basedOnRevision, const VersionDraft& draft, qint64 now)
+Version OverwriteVersion(Transaction& store, const Account& account, const QString& versionId,
+                         qint64 basedOnRevision, const VersionDraft& draft, qint64 now)
 {
-    const auto found = EditableVersion(store, account, versionId);
-    if (const auto* refusal = std::get_if<Refusal>(&found))
-        return *refusal;
-    Version version = std::get<Version>(found);
+    Version version = EditableVersion(store, account, versionId);
     if (version.state != VersionState::Develop)
-        return refusals::NotDevelop();
+        throw refusals::NotDevelop();
     if (version.revision != basedOnRevision)
-        return ChangedBySomebodyElse(store, version);
+        throw ChangedBySomebodyElse(store, version);
     TakeOver(version, draft, account, now);
     if (store.DevelopNameTaken(version.appId, version.name, version.id))
-        return refusals::VersionNameTaken();
+        throw refusals::VersionNameTaken();
     ++version.revision;
     store.AddRevision(version, draft.body);
     return version;
 }
 
-Outcome<Version> DeleteVersion(Transaction& store, const Account& account, const QString& versionId,
-                               qint64 basedOnRevision, qint64 now)
+Version DeleteVersion(Transaction& store, const Account& account, const QString& versionId,
+                      qint64 basedOnRevision, qint64 now)
 {
-    const auto found = EditableVersion(store, account, versionId);
-    if (const auto* refusal = std::get_if<Refusal>(&found))
-        return *refusal;
-    Version version = std::get<Version>(found);
+    Version version = EditableVersion(store, account, versionId);
     if (version.revision != basedOnRevision)
-        return ChangedBySomebodyElse(store, version);
+        throw ChangedBySomebodyElse(store, version);
     version.deletedAt = now;
     store.SetDeleted(version, now, account.pin);
     store.Note(
@@ -95,23 +85,22 @@ Outcome<Version> DeleteVersion(Transaction& store, const Account& account, const
     return version;
 }
 
-Outcome<Version> RestoreVersion(Transaction& store, const Account& account, const QString& versionId,
-                                qint64 now)
+Version RestoreVersion(Transaction& store, const Account& account, const QString& versionId, qint64 now)
 {
     const auto found = store.FindVersion(versionId);
     if (!found || (found->deletedAt != 0 && found->deletedAt + restorableMs < now))
-        return refusals::NotFound();
+        throw refusals::NotFound();
     Version version = *found;
     const auto app = store.FindApp(version.appId);
     if (!account.IsAdministrator())
-        return refusals::Forbidden();
+        throw refusals::Forbidden();
     if (!app || app->venderId != account.venderId)
-        return refusals::NotFound();
+        throw refusals::NotFound();
     if (version.deletedAt == 0)
         return version;
     if (version.state == VersionState::Develop &&
         store.DevelopNameTaken(version.appId, version.name, version.id))
-        return refusals::VersionNameTaken();
+        throw refusals::VersionNameTaken();
     version.deletedAt = 0;
     store.SetDeleted(version, 0, account.pin);
     store.Note(

@@ -19,19 +19,18 @@ struct VersionDraft
 // The rules of versions; each runs inside a write of the store.
 namespace rules
 {
-Outcome<Version> CreateVersion(Transaction& store, const Account& account, const QString& appId,
-                               const VersionDraft& draft, qint64 now);
-Outcome<Version> OverwriteVersion(Transaction& store, const Account& account, const QString& versionId,
-                                  qint64 basedOnRevision, const VersionDraft& draft, qint64 now);
+Version CreateVersion(Transaction& store, const Account& account, const QString& appId,
+                      const VersionDraft& draft, qint64 now);
+Version OverwriteVersion(Transaction& store, const Account& account, const QString& versionId,
+                         qint64 basedOnRevision, const VersionDraft& draft, qint64 now);
 
 // Soft: an administrator of the vendor can bring it back for 30 days.
-Outcome<Version> DeleteVersion(Transaction& store, const Account& account, const QString& versionId,
-                               qint64 basedOnRevision, qint64 now);
-Outcome<Version> RestoreVersion(Transaction& store, const Account& account, const QString& versionId,
-                                qint64 now);
+Version DeleteVersion(Transaction& store, const Account& account, const QString& versionId,
+                      qint64 basedOnRevision, qint64 now);
+Version RestoreVersion(Transaction& store, const Account& account, const QString& versionId, qint64 now);
 
 // The version that `account` may edit, not a deleted one.
-Outcome<Version> EditableVersion(Transaction& store, const Account& account, const QString& versionId);
+Version EditableVersion(Transaction& store, const Account& account, const QString& versionId);
 
 // The refusal of a change that is based on an older revision; names who was first.
 Refusal ChangedBySomebodyElse(Transaction& store, const Version& version);

@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <variant>
 
 // The same tests on both databases; each on a database of its own, with four accounts and an app of "author".
 class StoreFixture : public QObject
@@ -41,12 +42,26 @@ protected:
     server::Version Save(const QString& name, const QByteArray& body);
     server::Version Released(const QString& name, server::ReleaseType type, qint64 now);
 
+    // What a rule ends with: a record or a refusal.
+    template <typename Record>
+    using Outcome = std::variant<Record, server::Refusal>;
+
+    template <typename Rule>
+    static auto OutcomeOf(const Rule& rule) -> Outcome<decltype(rule())>
+    {
+        try {
+            return rule();
+        } catch (const server::Refusal& refusal) {
+            return refusal;
+        }
+    }
+
     // Runs a rule in a write and gives its outcome.
     template <typename Rule>
     auto InWrite(const Rule& rule)
     {
-        std::optional<decltype(rule(std::declval<server::Transaction&>()))> outcome;
-        store->SubmitAndWait([&](server::Transaction& transaction) { outcome = rule(transaction); });
+        std::optional<Outcome<decltype(rule(std::declval<server::Transaction&>()))>> outcome;
+        store->SubmitAndWait([&](server::Transaction& t) { outcome = OutcomeOf([&] { return rule(t); }); });
         return *outcome;
     }
 

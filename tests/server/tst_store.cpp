@@ -255,10 +255,13 @@ void StoreTest::keepsAnAnswerUnderItsKey()
                               QStringLiteral("{\"name\":\"版本\"}").toUtf8()};
     store->SubmitAndWait([&](Transaction& t) { t.InsertAnswer(author.pin, "key-00001", answer, 1000); });
 
-    const auto own = InWrite([](Transaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
-    const auto others = InWrite([](Transaction& t) { return t.FindAnswer(colleague.pin, "key-00001"); });
+    const auto own =
+        std::get<0>(InWrite([](Transaction& t) { return t.FindAnswer(author.pin, "key-00001"); }));
+    const auto others =
+        std::get<0>(InWrite([](Transaction& t) { return t.FindAnswer(colleague.pin, "key-00001"); }));
     store->SubmitAndWait([](Transaction& t) { t.RemoveOutdated(0, 1001, 0); });
-    const auto outdated = InWrite([](Transaction& t) { return t.FindAnswer(author.pin, "key-00001"); });
+    const auto outdated =
+        std::get<0>(InWrite([](Transaction& t) { return t.FindAnswer(author.pin, "key-00001"); }));
 
     QVERIFY(own);
     QCOMPARE(own->fingerprint, answer.fingerprint);

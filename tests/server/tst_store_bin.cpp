@@ -37,7 +37,7 @@ private slots:
     void findsFreeNames();
 
 private:
-    using Rule = Outcome<App> (*)(Transaction&, const Account&, const QString&, qint64);
+    using Rule = App (*)(Transaction&, const Account&, const QString&, qint64);
 
     Outcome<App> Do(Rule rule, const Account& account, qint64 now)
     {

@@ -217,7 +217,7 @@ void StoreTakeBackTest::letsOneOfTwoAtOnceDecide()
     const Account who[2] = {author, colleague};
     for (int i = 0; i < 2; ++i) {
         const auto act = [&, i](Transaction& t) {
-            outcomes[i] = rules::TakeBack(t, who[i], app.id, orders[i], 5000);
+            outcomes[i] = OutcomeOf([&] { return rules::TakeBack(t, who[i], app.id, orders[i], 5000); });
         };
         store->Submit({act, [&](const std::exception_ptr&) { ended.release(); }, 0});
     }

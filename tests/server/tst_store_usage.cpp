@@ -84,7 +84,7 @@ void StoreUsageTest::forgetsWhatIsOutdated()
     Keep(author, {Event("fresh", "Save", 7)});
 
     int turns = 1;
-    while (!InWrite([](Transaction& t) { return t.RemoveOutdated(0, 0, 7); }))
+    while (!std::get<bool>(InWrite([](Transaction& t) { return t.RemoveOutdated(0, 0, 7); })))
         ++turns;
 
     QCOMPARE(turns, 2);

@@ -4,21 +4,16 @@
 
 #include <QString>
 
-#include <variant>
-
 namespace server
 {
-// Why a request is not done: an HTTP status, a stable name for programs, a text for the author.
+// Why a request is not done: an HTTP status, a stable name for programs, a text for the author. Rules and
+// routes throw it, rules before they change anything.
 struct Refusal
 {
     int status = 400;
     const char* code = "";
     QString message;
 };
-
-// What a rule ends with: the changed record or a refusal.
-template <typename Record>
-using Outcome = std::variant<Record, Refusal>;
 
 namespace refusals
 {
