@@ -16,70 +16,58 @@ namespace server
 {
 namespace
 {
+// With a value where it has a name for one.
+QCommandLineOption Option(const char* name, const char* meaning, const char* value = nullptr,
+                          const char* usual = nullptr)
+{
+    return {QLatin1String(name), QLatin1String(meaning), QLatin1String(value), QLatin1String(usual)};
+}
+
 struct Parser
 {
     QCommandLineParser line;
     QCommandLineOption version{
         {QStringLiteral("v"), QStringLiteral("version")},
         QStringLiteral("Print the version and the databases that can be used, and end.")};
-    QCommandLineOption store{QStringLiteral("store"),
-                             QStringLiteral("Where everything is kept: sqlite:FILE or "
-                                            "postgresql://USER@HOST:PORT/DATABASE. Its password comes "
-                                            "from --store-password-file, or from PGPASSFILE."),
-                             QStringLiteral("address")};
-    QCommandLineOption storePassword{
-        QStringLiteral("store-password-file"),
-        QStringLiteral("Read the password of the PostgreSQL store from the first line there; - is standard "
-                       "input."),
-        QStringLiteral("file")};
-    QCommandLineOption targetPassword{QStringLiteral("target-password-file"),
-                                      QStringLiteral("move: the same for the store that is moved to."),
-                                      QStringLiteral("file")};
-    QCommandLineOption listen{QStringLiteral("listen"),
-                              QStringLiteral("Address and port; port 0 takes a free one."),
-                              QStringLiteral("host:port"), QStringLiteral("127.0.0.1:8640")};
-    QCommandLineOption data{QStringLiteral("data"),
-                            QStringLiteral("Folder of the SQLite store when --store is not given."),
-                            QStringLiteral("folder")};
-    QCommandLineOption embedded{
-        QStringLiteral("embedded"),
-        QStringLiteral(
-            "Serve one workstation: loopback and a free port, accounts from standard input, end with it.")};
-    QCommandLineOption log{QStringLiteral("log"),
-                           QStringLiteral("Least level of log lines: debug, info, warning or error."),
-                           QStringLiteral("level"), QStringLiteral("info")};
-    QCommandLineOption tlsCertificate{
-        QStringLiteral("tls-certificate"),
-        QStringLiteral(
-            "Speak HTTPS with this certificate (PEM, followed by those that lead to its authority). It "
-            "and the key are read again when they change, and on SIGHUP."),
-        QStringLiteral("file")};
-    QCommandLineOption tlsKey{QStringLiteral("tls-key"),
-                              QStringLiteral("The certificate's key (PEM, without a password)."),
-                              QStringLiteral("file")};
-    QCommandLineOption metricsToken{
-        QStringLiteral("metrics-token-file"),
-        QStringLiteral(
-            "File with a token (at least 32 characters) that lets others than this machine read /metrics."),
-        QStringLiteral("file")};
-    QCommandLineOption routes{QStringLiteral("print-routes"),
-                              QStringLiteral("Print the route table as JSON and end.")};
-    QCommandLineOption name{QStringLiteral("name"), QStringLiteral("account add: the name that others see."),
-                            QStringLiteral("text")};
-    QCommandLineOption vender{QStringLiteral("vender"), QStringLiteral("account add: id of the vendor."),
-                              QStringLiteral("id")};
-    QCommandLineOption roles{QStringLiteral("roles"),
-                             QStringLiteral("account add: author, user, administrator, joined by commas."),
-                             QStringLiteral("list"), QStringLiteral("author")};
-
-    QCommandLineOption passwordFile{
-        QStringLiteral("password-file"),
-        QStringLiteral("account add, account password: read the password from there."),
-        QStringLiteral("file")};
-    QCommandLineOption tidyEvery{
-        QStringLiteral("tidy-every"),
-        QStringLiteral("How often sessions and answers that are outdated are removed, in seconds."),
-        QStringLiteral("seconds"), QStringLiteral("600")};
+    QCommandLineOption store =
+        Option("store",
+               "Where everything is kept: sqlite:FILE or postgresql://USER@HOST:PORT/DATABASE. Its password "
+               "comes from --store-password-file, or from PGPASSFILE.",
+               "address");
+    QCommandLineOption storePassword = Option(
+        "store-password-file",
+        "Read the password of the PostgreSQL store from the first line there; - is standard input.", "file");
+    QCommandLineOption targetPassword =
+        Option("target-password-file", "move: the same for the store that is moved to.", "file");
+    QCommandLineOption listen =
+        Option("listen", "Address and port; port 0 takes a free one.", "host:port", "127.0.0.1:8640");
+    QCommandLineOption data =
+        Option("data", "Folder of the SQLite store when --store is not given.", "folder");
+    QCommandLineOption embedded =
+        Option("embedded",
+               "Serve one workstation: loopback and a free port, accounts from standard input, end with it.");
+    QCommandLineOption log =
+        Option("log", "Least level of log lines: debug, info, warning or error.", "level", "info");
+    QCommandLineOption tlsCertificate =
+        Option("tls-certificate",
+               "Speak HTTPS with this certificate (PEM, followed by those that lead to its authority). It "
+               "and the key are read again when they change, and on SIGHUP.",
+               "file");
+    QCommandLineOption tlsKey = Option("tls-key", "The certificate's key (PEM, without a password).", "file");
+    QCommandLineOption metricsToken =
+        Option("metrics-token-file",
+               "File with a token (at least 32 characters) that lets others than this machine read /metrics.",
+               "file");
+    QCommandLineOption routes = Option("print-routes", "Print the route table as JSON and end.");
+    QCommandLineOption name = Option("name", "account add: the name that others see.", "text");
+    QCommandLineOption vender = Option("vender", "account add: id of the vendor.", "id");
+    QCommandLineOption roles =
+        Option("roles", "account add: author, user, administrator, joined by commas.", "list", "author");
+    QCommandLineOption passwordFile =
+        Option("password-file", "account add, account password: read the password from there.", "file");
+    QCommandLineOption tidyEvery =
+        Option("tidy-every", "How often sessions and answers that are outdated are removed, in seconds.",
+               "seconds", "600");
 
     Parser()
     {
