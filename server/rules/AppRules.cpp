@@ -3,7 +3,8 @@
 #include "AppRules.h"
 
 #include "../base/Ids.h"
-#include "FreeName.h"
+
+#include <WbFoundation/FreeNames.h>
 
 namespace server
 {
@@ -25,8 +26,8 @@ constexpr int longestName = 50;
 
 QString FreeAppName(Transaction& store, const QString& venderId, const QString& name)
 {
-    return FreeName(name, longestName,
-                    [&](const QString& tried) { return store.AppNameTaken(venderId, tried); });
+    return FreeNames::FirstFree(name, longestName,
+                                [&](const QString& tried) { return store.AppNameTaken(venderId, tried); });
 }
 
 void NoteApp(Transaction& store, const Account& account, const QString& act, const App& app, qint64 now)

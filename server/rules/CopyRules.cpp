@@ -2,7 +2,8 @@
 
 #include "../base/Ids.h"
 #include "AppRules.h"
-#include "FreeName.h"
+
+#include <WbFoundation/FreeNames.h>
 
 #include <QSet>
 
@@ -20,8 +21,8 @@ void CopyVersions(Transaction& store, const std::vector<Version>& versions, cons
         Version version = original;
         version.id = NewId();
         version.appId = copy.id;
-        version.name = FreeName(original.name, longestVersionName,
-                                [&taken](const QString& tried) { return taken.contains(tried); });
+        version.name = FreeNames::FirstFree(original.name, longestVersionName,
+                                            [&taken](const QString& tried) { return taken.contains(tried); });
         taken.insert(version.name);
         version.state = VersionState::Develop;
         version.pin = copy.creator;
@@ -44,7 +45,7 @@ App CopyApp(Transaction& store, const Account& account, const QString& appId, qi
         bytes += version.size;
     if (bytes > mostBytes)
         throw refusals::TooLargeToCopy();
-    const QString name = WithEnding(app->name, QStringLiteral(" 副本"), 50);
+    const QString name = FreeNames::WithEnding(app->name, QStringLiteral(" 副本"), 50);
     App copy = CreateApp(store, account, name, app->kind, now, true);
     copy.tags = app->tags;
     store.ChangeApp(copy);

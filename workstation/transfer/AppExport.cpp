@@ -2,9 +2,9 @@
 
 #include "AppExport.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/versions/GetVersionDataRequest.h>
 #include <RpaServiceClient/versions/ListVersionsRequest.h>
+#include <WbFoundation/FreeNames.h>
 
 #include <QSet>
 
@@ -19,22 +19,15 @@ void MakeNamesDifferent(QVector<VersionServiceVersion>* versions)
 {
     QSet<QString> taken;
     for (VersionServiceVersion& version : *versions) {
-        const QString name = version.name;
-        for (int number = 2; taken.contains(version.name); ++number) {
-            const QString ending = QStringLiteral(" %1").arg(number);
-            version.name = name.left(longestName - ending.size());
-            if (version.name.endsWith(QChar(0xFFFD)) ||
-                version.name.at(version.name.size() - 1).isHighSurrogate())
-                version.name.chop(1); // half a character
-            version.name += ending;
-        }
+        version.name = FreeNames::FirstFree(version.name, longestName,
+                                            [&taken](const QString& tried) { return taken.contains(tried); });
         taken.insert(version.name);
     }
 }
 } // namespace
 
 AppExport::AppExport(const AppRecord& record, const QString& file, QObject* parent)
-    : AppTransfer(parent), app(record), path(file), client(std::make_unique<VersionServiceClient>())
+    : AppTransfer(parent), app(record), path(file)
 {
     worker.setMaxThreadCount(1);
 }
@@ -46,15 +39,15 @@ AppExport::~AppExport()
 
 void AppExport::Start()
 {
-    client->Send(ListVersionsRequest{app.id}, this,
-                 [this](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
-                     if (hasEnded)
-                         return;
-                     if (result.success)
-                         Begin(result.value);
-                     else
-                         End(result.errorDesc);
-                 });
+    client.Send(ListVersionsRequest{app.id}, this,
+                [this](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
+                    if (hasEnded)
+                        return;
+                    if (result.success)
+                        Begin(result.value);
+                    else
+                        End(result.errorDesc);
+                });
 }
 
 void AppExport::Cancel()
@@ -86,22 +79,22 @@ void AppExport::FetchNext()
         return;
     }
     const VersionServiceVersion version = versions.at(done);
-    client->Send(GetVersionDataRequest{version.id}, this,
-                 [this, version](const VersionServiceResult<QByteArray>& result) {
-                     if (hasEnded)
-                         return;
-                     if (!result.success) {
-                         End(QStringLiteral("版本“%1”：%2").arg(version.name, result.errorDesc));
-                         return;
-                     }
-                     const VersionServiceContent content{version.name, version.description,
-                                                         version.apiVersion, result.value};
-                     Write([this, content](QString* problem) { return writer.Add(content, problem); },
-                           [this] {
-                               ++done;
-                               FetchNext();
-                           });
-                 });
+    client.Send(GetVersionDataRequest{version.id}, this,
+                [this, version](const VersionServiceResult<QByteArray>& result) {
+                    if (hasEnded)
+                        return;
+                    if (!result.success) {
+                        End(QStringLiteral("版本“%1”：%2").arg(version.name, result.errorDesc));
+                        return;
+                    }
+                    const VersionServiceContent content{version.name, version.description, version.apiVersion,
+                                                        result.value};
+                    Write([this, content](QString* problem) { return writer.Add(content, problem); },
+                          [this] {
+                              ++done;
+                              FetchNext();
+                          });
+                });
 }
 
 void AppExport::Write(const std::function<bool(QString* problem)>& work, const std::function<void()>& then)

@@ -14,6 +14,7 @@ private slots:
     void numbersFromTheGivenNumberOn();
     void passesOverNumbersThatAreTaken();
     void numbersManyWithoutTryingThemAllAgain();
+    void findsTheFirstFreeNumberWithinTheLength();
 };
 
 void FreeNamesTest::takesANameOnce()
@@ -56,6 +57,21 @@ void FreeNamesTest::numbersManyWithoutTryingThemAllAgain()
     for (int i = 0; i < many; ++i)
         last = names.TakeNumbered(QStringLiteral("a"));
     QCOMPARE(last, QStringLiteral("a300000"));
+}
+
+void FreeNamesTest::findsTheFirstFreeNumberWithinTheLength()
+{
+    const auto free = [](const QString& name, const QStringList& taken) {
+        return FreeNames::FirstFree(name, 5,
+                                    [&taken](const QString& tried) { return taken.contains(tried); });
+    };
+    const QString wide = QStringLiteral("ab") + QString::fromUcs4(U"\U0001F600") + QStringLiteral("c");
+
+    QCOMPARE(free(QStringLiteral("abcde"), {}), QStringLiteral("abcde"));
+    QCOMPARE(free(QStringLiteral("ab"), {QStringLiteral("ab"), QStringLiteral("ab 2")}),
+             QStringLiteral("ab 3"));
+    QCOMPARE(free(QStringLiteral("abcde"), {QStringLiteral("abcde")}), QStringLiteral("abc 2"));
+    QCOMPARE(free(wide, {wide}), QStringLiteral("ab 2")); // no half characters
 }
 
 QTEST_APPLESS_MAIN(FreeNamesTest)
