@@ -4,9 +4,12 @@
 
 #include <QFrame>
 
-class QPlainTextEdit;
-class QPushButton;
-class WbLabel;
+#include <memory>
+
+namespace Ui
+{
+class RunNotice;
+}
 
 // Why a run failed or could not begin, in words, with what can be done about it; what only programmers read
 // is behind a button.
@@ -16,6 +19,7 @@ class RunNotice : public QFrame
 
 public:
     explicit RunNotice(QWidget* parent = nullptr);
+    ~RunNotice() override;
 
     // again: what the button says that tries once more. details: may be empty.
     void Tell(const QString& text, const QString& again, const QString& details);
@@ -25,8 +29,5 @@ signals:
     void SigReport();
 
 private:
-    WbLabel* text;
-    QPushButton* again;
-    QPushButton* more;
-    QPlainTextEdit* details;
+    const std::unique_ptr<Ui::RunNotice> ui;
 };
