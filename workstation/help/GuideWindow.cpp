@@ -3,91 +3,39 @@
 #include "GuideWindow.h"
 
 #include "GuidePages.h"
-#include "GuideView.h"
+#include "ui_GuideWindow.h"
 
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
 
-#include <QBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QSignalBlocker>
-#include <QTreeWidget>
 
 #include <algorithm>
 
 namespace
 {
 constexpr QSize usual(960, 640);
-constexpr int contentsWidth = 220;
 constexpr int pageRole = Qt::UserRole;
 constexpr int headingRole = Qt::UserRole + 1;
 } // namespace
 
-GuideWindow::GuideWindow(QWidget* window)
-    : WbBaseWidget(window), contents(new QTreeWidget), view(new GuideView)
+GuideWindow::GuideWindow(QWidget* window) : WbBaseWidget(window), ui(std::make_unique<Ui::GuideWindow>())
 {
     setWindowFlag(Qt::Window);
-    setObjectName(QStringLiteral("GuideWindow"));
-    setWindowTitle(QStringLiteral("使用指南"));
-    contents->setObjectName(QStringLiteral("listContents"));
-    contents->setAccessibleName(QStringLiteral("目录"));
-    contents->setHeaderHidden(true);
-    contents->setFixedWidth(contentsWidth);
-    view->setObjectName(QStringLiteral("guideView"));
-    view->setAccessibleName(QStringLiteral("使用指南的正文"));
-    auto* columns = new QHBoxLayout;
-    columns->setSpacing(0);
-    columns->addWidget(contents);
-    columns->addWidget(view, 1);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(CreateSearch());
-    layout->addLayout(columns, 1);
-    resize(usual.boundedTo(window->screen()->availableSize()));
+    ui->setupUi(this);
     WbScaledForm::Follow(this);
+    resize(usual.boundedTo(window->screen()->availableSize()));
     FillContents();
-
-    connect(contents, &QTreeWidget::currentItemChanged, this, &GuideWindow::ShowChosen);
-    connect(contents, &QTreeWidget::itemClicked, this, &GuideWindow::ShowChosen);
-    connect(view, &QTextBrowser::sourceChanged, this, &GuideWindow::MarkPage);
+    connect(ui->editGuideSearch, &QLineEdit::returnPressed, this, &GuideWindow::FindNext);
+    connect(ui->editGuideSearch, &QLineEdit::textChanged, ui->labelGuideFound, &QLabel::clear);
+    connect(ui->buttonGuideNext, &QPushButton::clicked, this, &GuideWindow::FindNext);
+    connect(ui->listContents, &QTreeWidget::currentItemChanged, this, &GuideWindow::ShowChosen);
+    connect(ui->listContents, &QTreeWidget::itemClicked, this, &GuideWindow::ShowChosen);
+    connect(ui->guideView, &QTextBrowser::sourceChanged, this, &GuideWindow::MarkPage);
 }
 
 GuideWindow::~GuideWindow() = default;
-
-QWidget* GuideWindow::CreateSearch()
-{
-    auto* bar = new QWidget;
-    editSearch = new WbLineEdit;
-    editSearch->setObjectName(QStringLiteral("editGuideSearch"));
-    editSearch->setAccessibleName(QStringLiteral("搜索使用指南"));
-    editSearch->setPlaceholderText(QStringLiteral("搜索使用指南，回车查找下一处"));
-    editSearch->setClearButtonEnabled(true);
-    editSearch->setMaximumWidth(320);
-    auto* next = new WbPushButton(nullptr, Wb::SecondaryButton);
-    next->setObjectName(QStringLiteral("buttonGuideNext"));
-    next->setText(QStringLiteral("查找下一处"));
-    labelFound = new WbLabel;
-    labelFound->setObjectName(QStringLiteral("labelGuideFound"));
-    labelFound->setTextFormat(Qt::PlainText);
-    labelFound->setProperty("hint", true);
-    auto* layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(16, 12, 16, 12);
-    layout->setSpacing(12);
-    layout->addWidget(editSearch, 1);
-    layout->addWidget(next);
-    layout->addWidget(labelFound);
-    layout->addStretch();
-    connect(editSearch, &QLineEdit::returnPressed, this, &GuideWindow::FindNext);
-    connect(editSearch, &QLineEdit::textChanged, labelFound, &QLabel::clear);
-    connect(next, &QPushButton::clicked, this, &GuideWindow::FindNext);
-    return bar;
-}
 
 void GuideWindow::FillContents()
 {
@@ -98,12 +46,12 @@ void GuideWindow::FillContents()
         item->setData(0, headingRole, heading);
     };
     for (const GuidePage& page : GuidePages::All()) {
-        auto* item = new QTreeWidgetItem(contents, {page.title});
+        auto* item = new QTreeWidgetItem(ui->listContents, {page.title});
         add(item, page.file, QString());
         for (const QString& heading : page.headings)
             add(new QTreeWidgetItem(item), page.file, heading);
     }
-    contents->expandAll();
+    ui->listContents->expandAll();
 }
 
 void GuideWindow::Open(const QString& page, const QString& heading)
@@ -111,55 +59,55 @@ void GuideWindow::Open(const QString& page, const QString& heading)
     show();
     raise();
     activateWindow();
-    view->ShowPage(page, heading);
-    contents->setFocus(Qt::OtherFocusReason);
+    ui->guideView->ShowPage(page, heading);
+    ui->listContents->setFocus(Qt::OtherFocusReason);
 }
 
 void GuideWindow::ShowChosen()
 {
-    const QTreeWidgetItem* const item = contents->currentItem();
-    view->ShowPage(item->data(0, pageRole).toString(), item->data(0, headingRole).toString());
+    const QTreeWidgetItem* const item = ui->listContents->currentItem();
+    ui->guideView->ShowPage(item->data(0, pageRole).toString(), item->data(0, headingRole).toString());
 }
 
 // A link leads to another page than the one that the contents show.
 void GuideWindow::MarkPage()
 {
-    const QTreeWidgetItem* const current = contents->currentItem();
-    if (current && current->data(0, pageRole).toString() == view->GetPage())
+    const QTreeWidgetItem* const current = ui->listContents->currentItem();
+    if (current && current->data(0, pageRole).toString() == ui->guideView->GetPage())
         return;
-    const QSignalBlocker quiet(contents);
-    for (int i = 0; i < contents->topLevelItemCount(); ++i)
-        if (contents->topLevelItem(i)->data(0, pageRole).toString() == view->GetPage())
-            contents->setCurrentItem(contents->topLevelItem(i));
+    const QSignalBlocker quiet(ui->listContents);
+    for (int i = 0; i < ui->listContents->topLevelItemCount(); ++i)
+        if (ui->listContents->topLevelItem(i)->data(0, pageRole).toString() == ui->guideView->GetPage())
+            ui->listContents->setCurrentItem(ui->listContents->topLevelItem(i));
 }
 
 bool GuideWindow::FindOn(int page, bool fromTop)
 {
     const QString file = GuidePages::All().at(page).file;
-    if (file != view->GetPage())
-        view->setSource(QUrl(GuidePages::FolderAddress() + file));
+    if (file != ui->guideView->GetPage())
+        ui->guideView->setSource(QUrl(GuidePages::FolderAddress() + file));
     if (fromTop)
-        view->moveCursor(QTextCursor::Start);
-    return view->find(editSearch->text().trimmed());
+        ui->guideView->moveCursor(QTextCursor::Start);
+    return ui->guideView->find(ui->editGuideSearch->text().trimmed());
 }
 
 // From where the reader is through all pages, and back to the beginning.
 void GuideWindow::FindNext()
 {
-    if (editSearch->text().trimmed().isEmpty())
+    if (ui->editGuideSearch->text().trimmed().isEmpty())
         return;
     const auto& pages = GuidePages::All();
-    const QString before = view->GetPage();
+    const QString before = ui->guideView->GetPage();
     const auto found = std::find_if(pages.begin(), pages.end(),
                                     [&before](const GuidePage& page) { return page.file == before; });
     const int first = found == pages.end() ? 0 : int(found - pages.begin());
     for (int step = 0; step <= pages.size(); ++step) {
         if (FindOn((first + step) % pages.size(), step > 0)) {
-            labelFound->clear();
+            ui->labelGuideFound->clear();
             return;
         }
     }
-    labelFound->setText(QStringLiteral("没有找到，请换一个词"));
+    ui->labelGuideFound->setText(QStringLiteral("没有找到，请换一个词"));
 }
 
 void GuideWindow::keyPressEvent(QKeyEvent* event)
@@ -167,8 +115,8 @@ void GuideWindow::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->matches(QKeySequence::Find)) {
-        editSearch->setFocus(Qt::ShortcutFocusReason);
-        editSearch->selectAll();
+        ui->editGuideSearch->setFocus(Qt::ShortcutFocusReason);
+        ui->editGuideSearch->selectAll();
     } else {
         WbBaseWidget::keyPressEvent(event);
     }

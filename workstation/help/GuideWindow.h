@@ -4,10 +4,12 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-class GuideView;
-class QLineEdit;
-class QTreeWidget;
-class WbLabel;
+#include <memory>
+
+namespace Ui
+{
+class GuideWindow;
+}
 
 // The guide in a window of its own beside the work: contents, pictures, search.
 class GuideWindow : public WbBaseWidget
@@ -26,15 +28,11 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QWidget* CreateSearch();
     void FillContents();
     void ShowChosen();
     void MarkPage();
     void FindNext();
     bool FindOn(int page, bool fromTop);
 
-    QTreeWidget* contents;
-    GuideView* view;
-    QLineEdit* editSearch = nullptr;
-    WbLabel* labelFound = nullptr;
+    const std::unique_ptr<Ui::GuideWindow> ui;
 };
