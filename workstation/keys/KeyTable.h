@@ -61,10 +61,10 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(KeyPlaces)
 struct KeyRow
 {
     KeyAct act;
-    KeyPlaces places;
-    QString group;
     QString text;
     QVector<QKeySequence> keys; // the first one is shown
+    KeyPlaces places = {};
+    QString group = {};
 };
 
 // The one table of the workstation's keys.
