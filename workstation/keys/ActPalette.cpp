@@ -3,17 +3,14 @@
 #include "ActPalette.h"
 
 #include "ActWords.h"
+#include "ui_ActPalette.h"
 
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbTheme.h>
 #include <WbFoundation/SearchText.h>
 
-#include <QBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QTreeWidget>
 
 #include <algorithm>
 
@@ -47,57 +44,29 @@ int RankOf(const ActEntry& entry, const QString& wanted)
 } // namespace
 
 ActPalette::ActPalette(const QVector<ActEntry>& acts, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), entries(acts), search(new WbLineEdit(this)),
-      list(new QTreeWidget(this)), labelReason(new WbLabel(this))
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), entries(acts),
+      ui(std::make_unique<Ui::ActPalette>())
 {
+    ui->setupUi(GetContentWidget());
+    WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("ActPalette"));
     SetTitle(QStringLiteral("命令面板"));
-    search->setObjectName(QStringLiteral("editAct"));
-    search->setPlaceholderText(QStringLiteral("搜索命令或快捷键，回车执行"));
-    search->setAccessibleName(QStringLiteral("搜索命令"));
-    search->installEventFilter(this);
-    labelReason->setObjectName(QStringLiteral("labelReason"));
-    labelReason->setProperty("hint", true);
-    labelReason->setWordWrap(true);
-    BuildList();
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 16, 24, 20);
-    layout->setSpacing(12);
-    layout->addWidget(search);
-    layout->addWidget(list, 1);
-    layout->addWidget(labelReason);
-    GetContentWidget()->setMinimumSize(620, 420);
-
-    connect(search, &QLineEdit::textChanged, this, &ActPalette::Search);
-    connect(list, &QTreeWidget::currentItemChanged, this, &ActPalette::ShowReason);
-    connect(list, &QTreeWidget::itemClicked, this, &ActPalette::Choose);
+    ui->editAct->installEventFilter(this);
+    ui->listActs->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    connect(ui->editAct, &QLineEdit::textChanged, this, &ActPalette::Search);
+    connect(ui->listActs, &QTreeWidget::currentItemChanged, this, &ActPalette::ShowReason);
+    connect(ui->listActs, &QTreeWidget::itemClicked, this, &ActPalette::Choose);
     Fill();
-    search->setFocus();
-    WbScaledForm::Follow(GetContentWidget());
+    ui->editAct->setFocus(); // it keeps the keyboard and moves the choice
 }
 
 ActPalette::~ActPalette() = default;
-
-void ActPalette::BuildList()
-{
-    list->setObjectName(QStringLiteral("listActs"));
-    list->setAccessibleName(QStringLiteral("命令"));
-    list->setRootIsDecorated(false);
-    list->setColumnCount(ColumnCount);
-    list->setHeaderLabels(
-        {QStringLiteral("命令"), QStringLiteral("快捷键"), QStringLiteral("现在不能使用的原因")});
-    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    list->header()->setStretchLastSection(true);
-    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    list->setSelectionMode(QAbstractItemView::SingleSelection);
-    list->setFocusPolicy(Qt::NoFocus); // the field keeps the keyboard and moves the choice
-}
 
 void ActPalette::Fill()
 {
     const QBrush faint(WbTheme::Instance()->Color(WbColor::TextSecondary));
     for (const ActEntry& entry : entries) {
-        auto* item = new QTreeWidgetItem(list, {entry.text, entry.key, entry.reason});
+        auto* item = new QTreeWidgetItem(ui->listActs, {entry.text, entry.key, entry.reason});
         item->setToolTip(ReasonColumn, entry.reason);
         for (int column = 0; column < ColumnCount && !entry.reason.isEmpty(); ++column)
             item->setForeground(column, faint);
@@ -109,8 +78,8 @@ void ActPalette::Search(const QString& text)
 {
     QTreeWidgetItem* best = nullptr;
     int bestRank = 0;
-    for (int row = 0; row < list->topLevelItemCount(); ++row) {
-        QTreeWidgetItem* const item = list->topLevelItem(row);
+    for (int row = 0; row < ui->listActs->topLevelItemCount(); ++row) {
+        QTreeWidgetItem* const item = ui->listActs->topLevelItem(row);
         const bool fits = Fits(entries.at(row), text);
         const int rank = RankOf(entries.at(row), text);
         item->setHidden(!fits);
@@ -119,29 +88,30 @@ void ActPalette::Search(const QString& text)
             bestRank = rank;
         }
     }
-    list->setCurrentItem(best);
+    ui->listActs->setCurrentItem(best);
     ShowReason();
 }
 
 void ActPalette::ShowReason()
 {
-    QTreeWidgetItem* const item = list->currentItem();
+    QTreeWidgetItem* const item = ui->listActs->currentItem();
     if (!item) {
-        labelReason->setText(QStringLiteral("没有找到“%1”。可以换个说法，也可以输入拼音或首字母")
-                                 .arg(search->text().trimmed()));
+        ui->labelReason->setText(QStringLiteral("没有找到“%1”。可以换个说法，也可以输入拼音或首字母")
+                                     .arg(ui->editAct->text().trimmed()));
         return;
     }
-    const ActEntry& entry = entries.at(list->indexOfTopLevelItem(item));
-    labelReason->setText(entry.reason.isEmpty() ? QStringLiteral("回车执行“%1”").arg(entry.text)
-                                                : QStringLiteral("“%1”：%2").arg(entry.text, entry.reason));
+    const ActEntry& entry = entries.at(ui->listActs->indexOfTopLevelItem(item));
+    ui->labelReason->setText(entry.reason.isEmpty()
+                                 ? QStringLiteral("回车执行“%1”").arg(entry.text)
+                                 : QStringLiteral("“%1”：%2").arg(entry.text, entry.reason));
 }
 
 void ActPalette::Choose()
 {
-    QTreeWidgetItem* const item = list->currentItem();
+    QTreeWidgetItem* const item = ui->listActs->currentItem();
     if (!item)
         return;
-    const int index = list->indexOfTopLevelItem(item);
+    const int index = ui->listActs->indexOfTopLevelItem(item);
     if (entries.at(index).reason.isEmpty()) {
         accept();
         emit SigChosen(index);
@@ -150,20 +120,21 @@ void ActPalette::Choose()
 
 void ActPalette::MoveBy(int rows)
 {
-    QTreeWidgetItem* item = list->currentItem();
+    QTreeWidgetItem* item = ui->listActs->currentItem();
     while (item && rows != 0) {
-        QTreeWidgetItem* const next = rows > 0 ? list->itemBelow(item) : list->itemAbove(item);
+        QTreeWidgetItem* const next =
+            rows > 0 ? ui->listActs->itemBelow(item) : ui->listActs->itemAbove(item);
         if (!next)
             break;
         item = next;
         rows += rows > 0 ? -1 : 1;
     }
-    list->setCurrentItem(item);
+    ui->listActs->setCurrentItem(item);
 }
 
 bool ActPalette::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != search || event->type() != QEvent::KeyPress)
+    if (watched != ui->editAct || event->type() != QEvent::KeyPress)
         return WbBaseDialog::eventFilter(watched, event);
     constexpr int pageRows = 8;
     switch (static_cast<QKeyEvent*>(event)->key()) {

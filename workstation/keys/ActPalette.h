@@ -6,10 +6,12 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QLineEdit;
-class QTreeWidget;
-class QTreeWidgetItem;
-class WbLabel;
+#include <memory>
+
+namespace Ui
+{
+class ActPalette;
+}
 
 // Everything that can be done now and here, found by a few letters of its name or its key. What cannot be
 // done says why.
@@ -29,7 +31,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void BuildList();
     void Fill();
     void Search(const QString& text);
     void ShowReason();
@@ -37,7 +38,5 @@ private:
     void MoveBy(int rows);
 
     const QVector<ActEntry> entries;
-    QLineEdit* search;
-    QTreeWidget* list;
-    WbLabel* labelReason;
+    const std::unique_ptr<Ui::ActPalette> ui;
 };

@@ -2,12 +2,11 @@
 
 #include "KeysDialog.h"
 
-#include <WbBaseUI/WbLabel.h>
+#include "ui_KeysDialog.h"
+
 #include <WbBaseUI/WbScaledForm.h>
 
-#include <QBoxLayout>
 #include <QHeaderView>
-#include <QTreeWidget>
 
 namespace
 {
@@ -46,30 +45,18 @@ QTreeWidgetItem* GroupOf(QTreeWidget* list, const QString& name)
 KeysDialog::KeysDialog(const QVector<ActEntry>& acts, QWidget* parent)
     : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
 {
+    Ui::KeysDialog ui;
+    ui.setupUi(GetContentWidget());
+    WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("KeysDialog"));
     SetTitle(QStringLiteral("快捷键一览"));
-    auto* hint = new WbLabel(QStringLiteral("没有快捷键的命令在命令面板（Ctrl+Shift+P）中。"), this);
-    hint->setProperty("hint", true);
-    hint->setWordWrap(true);
-    auto* list = new QTreeWidget(this);
-    list->setObjectName(QStringLiteral("listKeys"));
-    list->setAccessibleName(QStringLiteral("快捷键"));
-    list->setHeaderLabels({QStringLiteral("命令"), QStringLiteral("快捷键")});
-    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    list->setRootIsDecorated(false);
+    ui.listKeys->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     for (const ActEntry& entry : acts + CommonKeys())
         if (!entry.key.isEmpty())
-            new QTreeWidgetItem(GroupOf(list, entry.group), {entry.text, entry.key});
-    list->expandAll();
-    list->setCurrentItem(list->topLevelItem(0));
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 16, 24, 20);
-    layout->setSpacing(12);
-    layout->addWidget(list, 1);
-    layout->addWidget(hint);
-    GetContentWidget()->setMinimumSize(520, 420);
-    list->setFocus();
-    WbScaledForm::Follow(GetContentWidget());
+            new QTreeWidgetItem(GroupOf(ui.listKeys, entry.group), {entry.text, entry.key});
+    ui.listKeys->expandAll();
+    ui.listKeys->setCurrentItem(ui.listKeys->topLevelItem(0));
+    ui.listKeys->setFocus();
 }
 
 KeysDialog::~KeysDialog() = default;
