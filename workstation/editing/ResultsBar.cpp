@@ -2,18 +2,15 @@
 
 #include "ResultsBar.h"
 
+#include "ui_ResultsBar.h"
+
 #include <RpaAppData/RpaAppDataNotify.h>
 #include <RpaAppData/RpaParamData.h>
 #include <RpaAppData/RpaTableData.h>
 #include <RpaAppData/RpaUIData.h>
 #include <RpaAppData/RpaUIDataManager.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
-
-#include <QHBoxLayout>
 
 namespace
 {
@@ -36,30 +33,18 @@ QString WhatRunsWrote(const RpaUIDataManager& pages)
 }
 } // namespace
 
-ResultsBar::ResultsBar(QWidget* parent)
-    : QFrame(parent), text(new WbLabel), keep(new WbPushButton(nullptr, Wb::SecondaryButton)),
-      restore(new WbPushButton(nullptr, Wb::SecondaryButton))
+ResultsBar::ResultsBar(QWidget* parent) : QFrame(parent)
 {
-    setObjectName(QStringLiteral("resultsBar"));
-    text->setObjectName(QStringLiteral("labelResults"));
-    text->setWordWrap(true);
-    keep->setObjectName(QStringLiteral("buttonKeepResults"));
-    keep->setText(QStringLiteral("保留为初始数据"));
-    restore->setObjectName(QStringLiteral("buttonRestoreResults"));
-    restore->setText(QStringLiteral("还原"));
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(28, 6, 28, 6);
-    layout->setSpacing(12);
-    layout->addWidget(text, 1);
-    layout->addWidget(keep);
-    layout->addWidget(restore);
+    Ui::ResultsBar ui;
+    ui.setupUi(this);
+    WbScaledForm::Follow(this);
+    text = ui.labelResults;
     hide();
-    connect(keep, &QPushButton::clicked, this, &ResultsBar::Keep);
-    connect(restore, &QPushButton::clicked, this, &ResultsBar::Restore);
+    connect(ui.buttonKeepResults, &QPushButton::clicked, this, &ResultsBar::Keep);
+    connect(ui.buttonRestoreResults, &QPushButton::clicked, this, &ResultsBar::Restore);
     connect(RpaAppDataNotify::Instance(), &RpaAppDataNotify::SigResultsChanged, this,
             &ResultsBar::SlotResultsChanged);
     RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
-    WbScaledForm::Follow(this);
 }
 
 ResultsBar::~ResultsBar()

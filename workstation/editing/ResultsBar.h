@@ -8,7 +8,6 @@
 #include <QFrame>
 #include <QPointer>
 
-class QPushButton;
 class WbLabel;
 
 // Says after a run in the editor what the run wrote into the pages of the app, and lets the author keep it as
@@ -35,8 +34,6 @@ private:
     void Update();
 
     QPointer<RpaAppData> app;
-    WbLabel* text;
-    QPushButton* keep;
-    QPushButton* restore;
+    WbLabel* text = nullptr;
     bool isRunning = false;
 };

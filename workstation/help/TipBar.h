@@ -13,7 +13,6 @@ class TipBar : public QFrame
 
 public:
     explicit TipBar(QWidget* parent = nullptr);
-    ~TipBar() override;
 
     void Tell(const QString& tip);
 
@@ -24,5 +23,5 @@ signals:
     void SigNoMore();
 
 private:
-    WbLabel* text;
+    WbLabel* text = nullptr;
 };

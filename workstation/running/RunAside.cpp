@@ -3,19 +3,16 @@
 #include "RunAside.h"
 
 #include "BrowserNeed.h"
+#include "ui_RunAside.h"
 
 #include <RpaAppData/RpaAppData.h>
 #include <RpaAppData/RpaAppExtendInfo.h>
-#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbScaledForm.h>
-#include <WbBaseUI/WbTabBar.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
 #include <WbWebKernal/WbRichReader.h>
 
-#include <QBoxLayout>
 #include <QRegularExpression>
-#include <QStackedWidget>
 
 #include <utility>
 
@@ -44,27 +41,19 @@ bool SaysSomething(const QString& instructions)
 }
 } // namespace
 
-RunAside::RunAside(QWidget* parent)
-    : QFrame(parent), caption(new WbLabel(QStringLiteral("使用说明"))), tabs(new WbTabBar),
-      stack(new QStackedWidget), manual(new WbRichReader)
+RunAside::RunAside(QWidget* parent) : QFrame(parent), manual(new WbRichReader)
 {
-    setProperty("card", true);
-    setMinimumWidth(280);
-    caption->setProperty("sectionTitle", true);
-    tabs->setObjectName(QStringLiteral("tabsAside"));
-    tabs->setAccessibleName(QStringLiteral("使用说明与浏览器"));
+    Ui::RunAside ui;
+    ui.setupUi(this);
+    WbScaledForm::Follow(this);
+    caption = ui.labelAside;
+    tabs = ui.tabsAside;
+    stack = ui.stackAside;
     tabs->addTab(QStringLiteral("使用说明"));
     tabs->addTab(QStringLiteral("浏览器"));
     tabs->hide();
     stack->addWidget(manual);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(16, 12, 8, 12);
-    layout->setSpacing(8);
-    layout->addWidget(caption);
-    layout->addWidget(tabs);
-    layout->addWidget(stack, 1);
     connect(tabs, &QTabBar::currentChanged, stack, &QStackedWidget::setCurrentIndex);
-    WbScaledForm::Follow(this);
 }
 
 void RunAside::ShowApp(const RpaAppData& app)

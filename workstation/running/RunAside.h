@@ -33,9 +33,9 @@ public:
 private:
     void MakeBrowser();
 
-    WbLabel* caption;
-    WbTabBar* tabs;
-    QStackedWidget* stack;
+    WbLabel* caption = nullptr;
+    WbTabBar* tabs = nullptr;
+    QStackedWidget* stack = nullptr;
     WbRichReader* manual;
     IBrowserWidget* browser = nullptr;
 };

@@ -4,16 +4,15 @@
 
 #include "VersionController.h"
 #include "VersionDetails.h"
+#include "ui_VersionHint.h"
 
 #include <OxBase/DpiTool.h>
-#include <WbBaseUI/WbLabel.h>
 
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QScreen>
-#include <QVBoxLayout>
 
 namespace
 {
@@ -26,32 +25,20 @@ constexpr int shownSaves = 3;
 VersionHint::VersionHint(QComboBox* combo, VersionController* versionController, DateLanguage language)
     : QFrame(combo->parentWidget(), Qt::ToolTip | Qt::FramelessWindowHint), box(combo), list(combo->view()),
       field(combo->lineEdit()), desk(versionController), dateLanguage(language),
-      details(new VersionDetails(shownSaves)), labelUsers(new WbLabel),
-      labelMore(new WbLabel(QStringLiteral("全部保存记录、写说明：Ctrl+Shift+I")))
+      details(new VersionDetails(shownSaves))
 {
-    setObjectName(QStringLiteral("versionHint"));
+    Ui::VersionHint ui;
+    ui.setupUi(this);
+    ui.layoutHint->insertWidget(0, details);
+    labelUsers = ui.labelUsersHave;
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_StyledBackground);
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    labelUsers->setObjectName(QStringLiteral("labelUsersHave"));
-    labelUsers->setTextFormat(Qt::PlainText);
-    for (WbLabel* label : {labelUsers, labelMore}) {
-        label->setProperty("hint", true);
-        label->setWordWrap(true);
-    }
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(14, 12, 14, 12);
-    layout->setSpacing(8);
-    layout->addWidget(details);
-    layout->addWidget(labelUsers);
-    layout->addWidget(labelMore);
     qApp->installEventFilter(this);
     connect(combo->view()->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &VersionHint::ShowRow);
     connect(desk, &VersionController::SigChanged, this, &VersionHint::Update);
 }
-
-VersionHint::~VersionHint() = default;
 
 QComboBox* VersionHint::Versions() const
 {

@@ -25,7 +25,6 @@ class VersionHint : public QFrame
 public:
     // combo: the editor's list of versions; the hint goes with it.
     VersionHint(QComboBox* combo, VersionController* versionController, DateLanguage language);
-    ~VersionHint() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -52,7 +51,6 @@ private:
     VersionController* const desk;
     const DateLanguage dateLanguage;
     VersionDetails* details;
-    WbLabel* labelUsers;
-    WbLabel* labelMore;
+    WbLabel* labelUsers = nullptr;
     int row = -1; // of the list; -1: the current version
 };
