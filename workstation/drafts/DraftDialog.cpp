@@ -2,38 +2,15 @@
 
 #include "DraftDialog.h"
 
-#include <WbBaseUI/BaseUIBusiness.h>
+#include "ui_DraftDialog.h"
+
 #include <WbBaseUI/PackagedMsgBox.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
 
-#include <QFormLayout>
-#include <QHBoxLayout>
 #include <QPointer>
-#include <QVBoxLayout>
-#include <QVariant>
 
 namespace
 {
-WbLabel* Text(const char* objectName, const QString& text, QWidget* parent)
-{
-    auto* label = new WbLabel(text, parent);
-    label->setObjectName(QLatin1String(objectName));
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
-
-WbPushButton* Button(const char* objectName, const QString& text, int type, QWidget* parent)
-{
-    auto* button = new WbPushButton(parent, type);
-    button->setObjectName(QLatin1String(objectName));
-    button->setText(text);
-    button->setAutoDefault(false);
-    return button;
-}
-
 QString BaseText(const RpaDraft& draft, const DraftPlan& plan)
 {
     if (plan.base == DraftPlan::Base::None)
@@ -74,63 +51,20 @@ DraftDialog::DraftDialog(const QString& appName, const RpaDraft& draft, const Dr
                          DateLanguage language, QWidget* parent)
     : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
 {
+    Ui::DraftDialog ui;
+    ui.setupUi(GetContentWidget());
+    WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("DraftDialog"));
     SetTitle(QStringLiteral("恢复未保存的修改"));
-
-    auto* caption =
-        Text("labelCaption",
-             QStringLiteral("上次编辑“%1”时有修改没有保存，工作站为您保留了草稿。").arg(appName), this);
-    auto* later =
-        Text("labelLater", QStringLiteral("选择“以后再说”会保留草稿，下次打开该应用时再次询问。"), this);
-    later->setProperty("hint", true);
-
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 20, 24, 24);
-    layout->setSpacing(12);
-    layout->addWidget(caption);
-    layout->addWidget(CreateFacts(draft, plan, language));
-    layout->addWidget(Text("labelOutlook", OutlookText(draft, plan), this));
-    layout->addWidget(later);
-    layout->addStretch();
-    layout->addLayout(CreateButtons());
-    GetContentWidget()->setMinimumSize(520, 300);
-    WbScaledForm::Follow(GetContentWidget());
-}
-
-DraftDialog::~DraftDialog() = default;
-
-QWidget* DraftDialog::CreateFacts(const RpaDraft& draft, const DraftPlan& plan, DateLanguage language)
-{
-    auto* facts = new QWidget(this);
-    auto* form = new QFormLayout(facts);
-    form->setContentsMargins(0, 0, 0, 0);
-    form->setHorizontalSpacing(12);
-    form->setVerticalSpacing(8);
-    form->addRow(new WbLabel(QStringLiteral("草稿时间："), facts),
-                 Text("labelTime", DateText(draft.writtenAt, language), facts));
-    form->addRow(new WbLabel(QStringLiteral("基于版本："), facts),
-                 Text("labelVersion", BaseText(draft, plan), facts));
-    return facts;
-}
-
-QLayout* DraftDialog::CreateButtons()
-{
-    auto* discard = Button("buttonDiscard", QStringLiteral("丢弃草稿"), Wb::SecondaryButton, this);
-    auto* later = Button("buttonLater", QStringLiteral("以后再说"), Wb::SecondaryButton, this);
-    auto* restore = Button("buttonRestore", QStringLiteral("恢复草稿"), Wb::PrimaryButton, this);
-    restore->setDefault(true);
-    restore->setFocus();
-
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(12);
-    buttons->addWidget(discard);
-    buttons->addStretch();
-    buttons->addWidget(restore);
-    buttons->addWidget(later);
-    connect(restore, &QPushButton::clicked, this, [this] { Choose(Choice::Restore); });
-    connect(later, &QPushButton::clicked, this, &QDialog::reject);
-    connect(discard, &QPushButton::clicked, this, &DraftDialog::SlotDiscard);
-    return buttons;
+    ui.labelCaption->setText(
+        QStringLiteral("上次编辑“%1”时有修改没有保存，工作站为您保留了草稿。").arg(appName));
+    ui.labelTime->setText(DateText(draft.writtenAt, language));
+    ui.labelVersion->setText(BaseText(draft, plan));
+    ui.labelOutlook->setText(OutlookText(draft, plan));
+    ui.buttonRestore->setFocus();
+    connect(ui.buttonRestore, &QPushButton::clicked, this, [this] { Choose(Choice::Restore); });
+    connect(ui.buttonLater, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui.buttonDiscard, &QPushButton::clicked, this, &DraftDialog::SlotDiscard);
 }
 
 void DraftDialog::SlotDiscard()

@@ -7,8 +7,6 @@
 
 #include <WbBaseUI/WbBaseDialog.h>
 
-class QGridLayout;
-
 // Offers the author work that was not saved when the workstation ended. Closing the dialog decides nothing.
 class DraftDialog : public WbBaseDialog
 {
@@ -24,13 +22,10 @@ public:
 
     DraftDialog(const QString& appName, const RpaDraft& draft, const DraftPlan& plan, DateLanguage language,
                 QWidget* parent);
-    ~DraftDialog() override;
 
     Choice GetChoice() const { return choice; }
 
 private:
-    QWidget* CreateFacts(const RpaDraft& draft, const DraftPlan& plan, DateLanguage language);
-    QLayout* CreateButtons();
     void SlotDiscard();
     void Choose(Choice chosen);
 

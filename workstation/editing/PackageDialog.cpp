@@ -3,41 +3,31 @@
 #include "PackageDialog.h"
 
 #include "WheelFolderRow.h"
+#include "ui_PackageDialog.h"
 
 #include <RpaPackage/RpaPackagePanel.h>
 #include <WbBaseUI/PackagedMsgBox.h>
-#include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbScaledForm.h>
 
 #include <QPointer>
-#include <QVBoxLayout>
-#include <QVariant>
 
 PackageDialog::PackageDialog(PackageService* service, const QString& wheelFolder, QWidget* parent)
     : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), panel(new RpaPackagePanel(service, this))
 {
+    Ui::PackageDialog ui;
+    ui.setupUi(GetContentWidget());
     setObjectName(QStringLiteral("PackageDialog"));
     SetTitle(QStringLiteral("扩展包"));
     QString about = QStringLiteral("安装在这个应用自己的环境中，不影响其他应用。");
     if (!panel->IsEditable())
         about += QStringLiteral("可视化应用的扩展包由流程中的指令决定，运行时自动更新，这里可以查看和安装。");
-    auto* hint = new WbLabel(about, this);
-    hint->setProperty("hint", true);
-    hint->setWordWrap(true);
+    ui.labelAbout->setText(about);
     auto* wheels = new WheelFolderRow(wheelFolder, this);
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 16, 24, 24);
-    layout->setSpacing(16);
-    layout->addWidget(hint);
-    layout->addWidget(wheels);
-    layout->addWidget(panel, 1);
-    GetContentWidget()->setMinimumSize(620, 440);
-
+    ui.layoutDialog->addWidget(wheels);
+    ui.layoutDialog->addWidget(panel, 1);
     connect(wheels, &WheelFolderRow::SigChosen, this, &PackageDialog::SigWheelFolderChosen);
     WbScaledForm::Follow(GetContentWidget());
 }
-
-PackageDialog::~PackageDialog() = default;
 
 void PackageDialog::reject()
 {

@@ -15,7 +15,6 @@ class PackageDialog : public WbBaseDialog
 public:
     // wheelFolder: the user's own folder of wheels; empty for none.
     PackageDialog(PackageService* service, const QString& wheelFolder, QWidget* parent);
-    ~PackageDialog() override;
 
     void reject() override;
 
