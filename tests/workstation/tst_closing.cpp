@@ -3,7 +3,7 @@
 #include "AppListController.h"
 #include "AppListModel.h"
 #include "AppListPage.h"
-#include "AppTabs.h"
+#include "AppPageHead.h"
 #include "FaultServer.h"
 #include "MainWindow.h"
 #include "ReleasedAppModel.h"
@@ -82,8 +82,8 @@ void tst_Closing::aDeskThatGoesTellsItsPageNothing()
 void tst_Closing::aDeskOfReleasedAppsThatGoesTellsItsPageNothing()
 {
     ReleasedAppModel model;
-    ReleasedListPage page(AppTabs::Gray, &model);
-    auto desk = std::make_unique<ReleasedListController>(AppTabs::Gray, &model, &page);
+    ReleasedListPage page(AppPageHead::Gray, &model);
+    auto desk = std::make_unique<ReleasedListController>(AppPageHead::Gray, &model, &page);
     connect(&page, &ReleasedListPage::SigRedeem, desk.get(), &ReleasedListController::Redeem);
     page.show();
     desk->Refresh();

@@ -175,8 +175,8 @@ void tst_MainWindow::pagesFitIntoTheSmallestWindow()
     auto* signIn = new SignInPage;
     auto* list = new AppListPage(&model);
     auto* settingsPage = new SettingsPage(&settings);
-    auto* online = new ReleasedListPage(AppTabs::Online, &released);
-    auto* gray = new ReleasedListPage(AppTabs::Gray, &released);
+    auto* online = new ReleasedListPage(AppPageHead::Online, &released);
+    auto* gray = new ReleasedListPage(AppPageHead::Gray, &released);
     auto* run = new RunPage;
     for (QWidget* page : QList<QWidget*>{signIn, list, settingsPage, online, gray, run})
         window.AddPage(page, QStringLiteral("返回应用列表"));

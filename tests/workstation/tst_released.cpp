@@ -76,7 +76,7 @@ void tst_Released::runsTheAppThatIsClicked()
     const QAbstractItemModelTester tester(&model);
     model.SetReleasedApps(
         {App(QStringLiteral("a"), QStringLiteral("甲")), App(QStringLiteral("b"), QStringLiteral("乙"))});
-    ReleasedListPage page(AppTabs::Online, &model);
+    ReleasedListPage page(AppPageHead::Online, &model);
     page.resize(1280, 672);
     page.show();
     page.ShowApps();
@@ -95,7 +95,7 @@ void tst_Released::findsAppsByAPartOfTheirName()
     ReleasedAppModel model;
     model.SetReleasedApps({App(QStringLiteral("a"), QStringLiteral("发票汇总")),
                            App(QStringLiteral("b"), QStringLiteral("库存"))});
-    ReleasedListPage page(AppTabs::Online, &model);
+    ReleasedListPage page(AppPageHead::Online, &model);
 
     Child<QLineEdit>(page, "editSearch")->setText(QStringLiteral("汇总"));
 
@@ -107,7 +107,7 @@ void tst_Released::findsAppsByAPartOfTheirName()
 void tst_Released::goesToAnotherList()
 {
     ReleasedAppModel model;
-    ReleasedListPage page(AppTabs::Online, &model);
+    ReleasedListPage page(AppPageHead::Online, &model);
     page.show();
     QSignalSpy chosen(&page, &ReleasedListPage::SigTab);
 
@@ -115,7 +115,7 @@ void tst_Released::goesToAnotherList()
     QTest::mouseClick(Child<QToolButton>(page, "tabGray"), Qt::LeftButton);
 
     QCOMPARE(chosen.size(), 1);
-    QCOMPARE(chosen.first().first().toInt(), int(AppTabs::Gray));
+    QCOMPARE(chosen.first().first().toInt(), int(AppPageHead::Gray));
     QVERIFY(Child<QToolButton>(page, "tabOnline")->isChecked());
     QVERIFY(!Child<QToolButton>(page, "tabGray")->isChecked());
 }
@@ -124,8 +124,8 @@ void tst_Released::showsTheOnlineAppsOfTheVendor()
 {
     const QString app = Release(QStringLiteral("线上应用一"), 2);
     ReleasedAppModel model;
-    ReleasedListPage page(AppTabs::Online, &model);
-    ReleasedListController desk(AppTabs::Online, &model, &page);
+    ReleasedListPage page(AppPageHead::Online, &model);
+    ReleasedListController desk(AppPageHead::Online, &model, &page);
 
     SignIn("user-1");
     desk.Refresh();
@@ -148,8 +148,8 @@ void tst_Released::redeemsAnInvitationCode()
                              .toString();
     SignIn("user-1");
     ReleasedAppModel model;
-    ReleasedListPage page(AppTabs::Gray, &model);
-    ReleasedListController desk(AppTabs::Gray, &model, &page);
+    ReleasedListPage page(AppPageHead::Gray, &model);
+    ReleasedListController desk(AppPageHead::Gray, &model, &page);
     connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedListController::Redeem);
     desk.Refresh();
     page.show();
@@ -165,8 +165,8 @@ void tst_Released::redeemsAnInvitationCode()
 void tst_Released::saysWhyACodeIsRefused()
 {
     ReleasedAppModel model;
-    ReleasedListPage page(AppTabs::Gray, &model);
-    ReleasedListController desk(AppTabs::Gray, &model, &page);
+    ReleasedListPage page(AppPageHead::Gray, &model);
+    ReleasedListController desk(AppPageHead::Gray, &model, &page);
     connect(&page, &ReleasedListPage::SigRedeem, &desk, &ReleasedListController::Redeem);
     page.show();
 
@@ -182,8 +182,8 @@ void tst_Released::forgetsTheAppsOfTheFormerAccount()
 {
     const QString app = Release(QStringLiteral("线上应用二"), 2);
     ReleasedAppModel model;
-    ReleasedListPage page(AppTabs::Online, &model);
-    ReleasedListController desk(AppTabs::Online, &model, &page);
+    ReleasedListPage page(AppPageHead::Online, &model);
+    ReleasedListController desk(AppPageHead::Online, &model, &page);
     desk.Refresh();
     QTRY_VERIFY(model.RowOf(app) >= 0);
 

@@ -50,7 +50,7 @@ const QVector<CardAct>& CardActs()
 } // namespace
 
 AppListPage::AppListPage(AppListModel* apps, QWidget* parent)
-    : WbBaseWidget(parent), model(apps), head(new AppPageHead(AppTabs::Mine, this)),
+    : WbBaseWidget(parent), model(apps), head(new AppPageHead(AppPageHead::Mine, this)),
       cards(new AppCards(QStringLiteral("listApps"), apps, this))
 {
     setObjectName(QStringLiteral("AppListPage"));
@@ -71,8 +71,6 @@ AppListPage::AppListPage(AppListModel* apps, QWidget* parent)
     connect(head, &AppPageHead::SigSearched, this, [this] { cards->Search(head->GetSearched()); });
     WbScaledForm::Follow(this);
 }
-
-AppListPage::~AppListPage() = default;
 
 WbPushButton* AppListPage::CreateButton(const char* name, int kind, QWidget* parent)
 {

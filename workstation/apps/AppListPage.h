@@ -21,7 +21,6 @@ class AppListPage : public WbBaseWidget
 
 public:
     explicit AppListPage(AppListModel* model, QWidget* parent = nullptr);
-    ~AppListPage() override;
 
     void ShowLoading();
     void ShowFailed(const QString& reason);
@@ -35,7 +34,7 @@ signals:
     void SigCreate(int kind);
     void SigRename(const AppRecord& app);
     void SigRefresh();
-    // Another list of apps (AppTabs::Tab).
+    // Another list of apps (AppPageHead::Tab).
     void SigTab(int tab);
     void SigInvitations(const AppRecord& app);
     void SigReleases(const AppRecord& app);

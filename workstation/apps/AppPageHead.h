@@ -2,21 +2,35 @@
 
 #pragma once
 
-#include "AppTabs.h"
-
 #include <QWidget>
 
-class QHBoxLayout;
-class WbLineEdit;
+#include <memory>
 
-// The head of a list of apps: the tabs of the three lists, the search, the refresh button and what the list's
+class QToolButton;
+
+namespace Ui
+{
+class AppPageHead;
+}
+
+// The head of a list of apps: the tabs of the three lists, where others have a title, the search, the refresh button and what the list's
 // page adds.
 class AppPageHead : public QWidget
 {
     Q_OBJECT
 
 public:
-    explicit AppPageHead(AppTabs::Tab shown, QWidget* parent = nullptr);
+    // The three lists of apps.
+    enum Tab
+    {
+        Mine,
+        Online,
+        Gray,
+    };
+
+    // `shown` is the list of the page that it stands on.
+    explicit AppPageHead(Tab shown, QWidget* parent = nullptr);
+    ~AppPageHead() override;
 
     // At the right end.
     void AddButton(QWidget* button);
@@ -32,11 +46,11 @@ public:
 signals:
     void SigSearched();
     void SigRefresh();
-    // Another list of apps (AppTabs::Tab).
+    // The user wants to see another list of apps (Tab).
     void SigTab(int tab);
 
 private:
-    AppTabs* const tabs; // first to get the focus
-    WbLineEdit* const editSearch;
-    QHBoxLayout* const row;
+    void ConnectTab(QToolButton* button, Tab tab, Tab shown);
+
+    const std::unique_ptr<Ui::AppPageHead> ui;
 };

@@ -23,7 +23,7 @@
 ReleasedFlow::ReleasedFlow(const Session* ofUser, WorkstationSettings* store, const AppListModel* ownApps,
                            AppListPage* listPage, MainWindow* mainWindow)
     : session(ofUser), settings(store), own(ownApps), list(listPage), window(mainWindow),
-      online(MakeShelf(AppTabs::Online)), gray(MakeShelf(AppTabs::Gray)), runPage(new RunPage),
+      online(MakeShelf(AppPageHead::Online)), gray(MakeShelf(AppPageHead::Gray)), runPage(new RunPage),
       releases(std::make_unique<ReleaseController>())
 {
     window->AddPage(runPage, QStringLiteral("返回应用列表"));
@@ -44,7 +44,7 @@ ReleasedFlow::ReleasedFlow(const Session* ofUser, WorkstationSettings* store, co
 
 ReleasedFlow::~ReleasedFlow() = default;
 
-ReleasedFlow::Shelf ReleasedFlow::MakeShelf(AppTabs::Tab tab)
+ReleasedFlow::Shelf ReleasedFlow::MakeShelf(AppPageHead::Tab tab)
 {
     Shelf shelf;
     shelf.model = std::make_unique<ReleasedAppModel>();
@@ -79,12 +79,12 @@ void ReleasedFlow::ConnectList()
 
 void ReleasedFlow::ShowTab(int tab)
 {
-    if (tab == AppTabs::Mine) {
+    if (tab == AppPageHead::Mine) {
         window->ShowPage(list);
         emit SigOwn();
         return;
     }
-    const Shelf& shelf = tab == AppTabs::Online ? online : gray;
+    const Shelf& shelf = tab == AppPageHead::Online ? online : gray;
     window->ShowPage(shelf.page);
     shelf.controller->Refresh();
 }

@@ -2,8 +2,8 @@
 
 #pragma once
 
+#include "AppPageHead.h"
 #include "AppRecord.h"
-#include "AppTabs.h"
 
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 
@@ -49,7 +49,7 @@ private:
         std::unique_ptr<ReleasedListController> controller;
     };
 
-    Shelf MakeShelf(AppTabs::Tab tab);
+    Shelf MakeShelf(AppPageHead::Tab tab);
     void ConnectShelf(const Shelf& shelf);
     void ConnectList();
     void ShowTab(int tab);

@@ -5,20 +5,16 @@
 #include "ReleasedAppModel.h"
 #include "ReleasedListPage.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/invitations/RedeemInvitationRequest.h>
 #include <RpaServiceClient/releases/ListGrayAppsRequest.h>
 #include <RpaServiceClient/releases/ListOnlineAppsRequest.h>
 #include <WbBaseUI/WbToast.h>
 
-ReleasedListController::ReleasedListController(AppTabs::Tab shown, ReleasedAppModel* apps,
-                                               ReleasedListPage* listPage, QObject* parent)
-    : QObject(parent), tab(shown), model(apps), page(listPage),
-      client(std::make_unique<VersionServiceClient>())
+ReleasedListController::ReleasedListController(AppPageHead::Tab shown, ReleasedAppModel* apps,
+                                               ReleasedListPage* listPage)
+    : tab(shown), model(apps), page(listPage)
 {
 }
-
-ReleasedListController::~ReleasedListController() = default;
 
 void ReleasedListController::Refresh()
 {
@@ -38,24 +34,24 @@ void ReleasedListController::Refresh()
         page->ShowApps();
         page->SelectApp(std::exchange(selectNext, QString()));
     };
-    if (tab == AppTabs::Online)
-        client->Send(ListOnlineAppsRequest{}, this, show);
+    if (tab == AppPageHead::Online)
+        client.Send(ListOnlineAppsRequest{}, this, show);
     else
-        client->Send(ListGrayAppsRequest{}, this, show);
+        client.Send(ListGrayAppsRequest{}, this, show);
 }
 
 void ReleasedListController::Redeem(const QString& code)
 {
-    client->Send(RedeemInvitationRequest{code}, this,
-                 [this](const VersionServiceResult<VersionServiceReleasedApp>& result) {
-                     page->ShowRedeemed(result.success ? QString() : result.errorDesc);
-                     if (result.success) {
-                         WbToast::Show(QStringLiteral("已可以试用“%1”").arg(result.value.app.name),
-                                       ToastSuccess);
-                         selectNext = result.value.app.id;
-                         Refresh();
-                     }
-                 });
+    client.Send(RedeemInvitationRequest{code}, this,
+                [this](const VersionServiceResult<VersionServiceReleasedApp>& result) {
+                    page->ShowRedeemed(result.success ? QString() : result.errorDesc);
+                    if (result.success) {
+                        WbToast::Show(QStringLiteral("已可以试用“%1”").arg(result.value.app.name),
+                                      ToastSuccess);
+                        selectNext = result.value.app.id;
+                        Refresh();
+                    }
+                });
 }
 
 void ReleasedListController::Forget()

@@ -2,15 +2,14 @@
 
 #pragma once
 
-#include "AppTabs.h"
+#include "AppPageHead.h"
+
+#include <RpaServiceClient/VersionServiceClient.h>
 
 #include <QObject>
 
-#include <memory>
-
 class ReleasedAppModel;
 class ReleasedListPage;
-class VersionServiceClient;
 
 // Works one list of released apps: reads it from the service and redeems invitation codes.
 class ReleasedListController : public QObject
@@ -19,9 +18,7 @@ class ReleasedListController : public QObject
 
 public:
     // Neither is owned.
-    ReleasedListController(AppTabs::Tab tab, ReleasedAppModel* model, ReleasedListPage* page,
-                           QObject* parent = nullptr);
-    ~ReleasedListController() override;
+    ReleasedListController(AppPageHead::Tab tab, ReleasedAppModel* model, ReleasedListPage* page);
 
     void Refresh();
     void Redeem(const QString& code);
@@ -30,10 +27,10 @@ public:
     void Forget();
 
 private:
-    const AppTabs::Tab tab;
+    const AppPageHead::Tab tab;
     ReleasedAppModel* const model;
     ReleasedListPage* const page;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     QString selectNext;
     quint64 lastRefresh = 0;
 };

@@ -6,34 +6,24 @@
 #include "AppCards.h"
 #include "AppPageHead.h"
 #include "ReleasedAppModel.h"
+#include "ui_ReleasedListPage.h"
 
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
 
-#include <QBoxLayout>
 #include <QListView>
 
-namespace
-{
-constexpr int longestCode = 20;
-}
-
-ReleasedListPage::ReleasedListPage(AppTabs::Tab tab, ReleasedAppModel* apps, QWidget* parent)
+ReleasedListPage::ReleasedListPage(AppPageHead::Tab tab, ReleasedAppModel* apps, QWidget* parent)
     : WbBaseWidget(parent), model(apps), head(new AppPageHead(tab, this)),
-      cards(new AppCards(QStringLiteral("listReleased"), apps, this))
+      cards(new AppCards(QStringLiteral("listReleased"), apps, this)),
+      ui(std::make_unique<Ui::ReleasedListPage>())
 {
-    const bool online = tab == AppTabs::Online;
+    const bool online = tab == AppPageHead::Online;
     setObjectName(online ? QStringLiteral("OnlineAppsPage") : QStringLiteral("GrayAppsPage"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(28, 20, 28, 20);
-    layout->setSpacing(16);
-    layout->addWidget(head);
-    if (!online)
-        layout->addWidget(CreateRedeemRow());
-    layout->addWidget(cards, 1);
+    ui->setupUi(this);
+    ui->layoutPage->insertWidget(0, head);
+    ui->layoutPage->addWidget(cards, 1);
+    ui->rowRedeem->setVisible(!online);
+    WbScaledForm::Follow(this);
     cards->GetDelegate()->SetReadOnly(online ? QStringLiteral("上线于 ") : QStringLiteral("灰度于 "));
     if (online) {
         cards->SetEmptyState(QStringLiteral("还没有线上应用"),
@@ -52,39 +42,15 @@ ReleasedListPage::ReleasedListPage(AppTabs::Tab tab, ReleasedAppModel* apps, QWi
     connect(head, &AppPageHead::SigTab, this, &ReleasedListPage::SigTab);
     connect(head, &AppPageHead::SigRefresh, this, &ReleasedListPage::SigRefresh);
     connect(head, &AppPageHead::SigSearched, this, [this] { cards->Search(head->GetSearched()); });
-    WbScaledForm::Follow(this);
+    connect(ui->editCode, &QLineEdit::textChanged, this, [this](const QString& text) {
+        ui->labelProblem->clear();
+        ui->buttonRedeem->setEnabled(!text.trimmed().isEmpty());
+    });
+    connect(ui->editCode, &QLineEdit::returnPressed, this, &ReleasedListPage::SlotRedeem);
+    connect(ui->buttonRedeem, &QPushButton::clicked, this, &ReleasedListPage::SlotRedeem);
 }
 
-QWidget* ReleasedListPage::CreateRedeemRow()
-{
-    auto* row = new QWidget(this);
-    editCode = new WbLineEdit(row);
-    editCode->setObjectName(QStringLiteral("editCode"));
-    editCode->setAccessibleName(QStringLiteral("邀请码"));
-    editCode->setPlaceholderText(QStringLiteral("输入邀请码，例如 7KQ2M-XW9HT"));
-    editCode->setMaxLength(longestCode);
-    editCode->setFixedWidth(260);
-    buttonRedeem = new WbPushButton(row, Wb::PrimaryButton);
-    buttonRedeem->setObjectName(QStringLiteral("buttonRedeem"));
-    buttonRedeem->setText(QStringLiteral("使用邀请码"));
-    buttonRedeem->setEnabled(false);
-    labelProblem = new WbLabel(row);
-    labelProblem->setObjectName(QStringLiteral("labelProblem"));
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(12);
-    layout->addWidget(editCode);
-    layout->addWidget(buttonRedeem);
-    labelProblem->setWordWrap(true);
-    layout->addWidget(labelProblem, 1);
-    connect(editCode, &QLineEdit::textChanged, this, [this](const QString& text) {
-        labelProblem->clear();
-        buttonRedeem->setEnabled(!text.trimmed().isEmpty());
-    });
-    connect(editCode, &QLineEdit::returnPressed, this, &ReleasedListPage::SlotRedeem);
-    connect(buttonRedeem, &QPushButton::clicked, this, &ReleasedListPage::SlotRedeem);
-    return row;
-}
+ReleasedListPage::~ReleasedListPage() = default;
 
 void ReleasedListPage::ShowLoading()
 {
@@ -103,15 +69,15 @@ void ReleasedListPage::ShowApps()
 
 void ReleasedListPage::ShowRedeemed(const QString& problem)
 {
-    editCode->setEnabled(true);
+    ui->editCode->setEnabled(true);
     if (problem.isEmpty()) {
-        editCode->clear();
+        ui->editCode->clear();
         return;
     }
-    labelProblem->setText(problem);
-    buttonRedeem->setEnabled(true);
-    editCode->setFocus();
-    editCode->selectAll();
+    ui->labelProblem->setText(problem);
+    ui->buttonRedeem->setEnabled(true);
+    ui->editCode->setFocus();
+    ui->editCode->selectAll();
 }
 
 void ReleasedListPage::SelectApp(const QString& appId)
@@ -121,11 +87,11 @@ void ReleasedListPage::SelectApp(const QString& appId)
 
 void ReleasedListPage::SlotRedeem()
 {
-    const QString code = editCode->text().trimmed();
-    if (!code.isEmpty() && buttonRedeem->isEnabled()) {
-        labelProblem->clear();
-        editCode->setEnabled(false);
-        buttonRedeem->setEnabled(false);
+    const QString code = ui->editCode->text().trimmed();
+    if (!code.isEmpty() && ui->buttonRedeem->isEnabled()) {
+        ui->labelProblem->clear();
+        ui->editCode->setEnabled(false);
+        ui->buttonRedeem->setEnabled(false);
         emit SigRedeem(code);
     }
 }

@@ -2,17 +2,18 @@
 
 #pragma once
 
-#include "AppTabs.h"
+#include "AppPageHead.h"
 
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 class AppCards;
-class AppPageHead;
 class ReleasedAppModel;
-class WbLabel;
-class WbLineEdit;
-class WbPushButton;
+
+namespace Ui
+{
+class ReleasedListPage;
+}
 
 // The online or the gray apps as cards, to be run; on the gray page an invitation code is redeemed. The page
 // shows and announces; what happens is the owner's business.
@@ -21,8 +22,9 @@ class ReleasedListPage : public WbBaseWidget
     Q_OBJECT
 
 public:
-    // tab: AppTabs::Online or AppTabs::Gray. The model is not owned.
-    ReleasedListPage(AppTabs::Tab tab, ReleasedAppModel* model, QWidget* parent = nullptr);
+    // tab: AppPageHead::Online or AppPageHead::Gray. The model is not owned.
+    ReleasedListPage(AppPageHead::Tab tab, ReleasedAppModel* model, QWidget* parent = nullptr);
+    ~ReleasedListPage() override;
 
     void ShowLoading();
     void ShowFailed(const QString& reason);
@@ -41,13 +43,10 @@ signals:
     void SigRedeem(const QString& code);
 
 private:
-    QWidget* CreateRedeemRow();
     void SlotRedeem();
 
     ReleasedAppModel* const model;
     AppPageHead* const head;
     AppCards* const cards;
-    WbLineEdit* editCode = nullptr; // on the gray page only
-    WbPushButton* buttonRedeem = nullptr;
-    WbLabel* labelProblem = nullptr;
+    const std::unique_ptr<Ui::ReleasedListPage> ui;
 };
