@@ -20,7 +20,7 @@ AppRecord App(const QString& id, const QString& name)
     AppRecord app;
     app.id = id;
     app.name = name;
-    app.creator = QStringLiteral("author");
+    app.creatorPin = QStringLiteral("author");
     return app;
 }
 

@@ -16,7 +16,7 @@ AppRecord App(const QString& id, const QString& name, int kind, const QString& c
     app.id = id;
     app.name = name;
     app.kind = kind;
-    app.creator = creator;
+    app.creatorPin = creator;
     app.creatorName = creator == QLatin1String("me") ? QStringLiteral("我") : QString();
     app.changedAt = QDateTime(QDate(2026, 3, 5), QTime(14, 7));
     return app;

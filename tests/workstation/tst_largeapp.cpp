@@ -118,7 +118,7 @@ void LargeAppTest::tellsWhoPastesTooMuch()
     AppRecord app;
     app.id = QStringLiteral("x");
     app.name = QStringLiteral("应用一");
-    app.creator = QStringLiteral("author");
+    app.creatorPin = QStringLiteral("author");
     drafts->Open(app);
     page->Open(app);
     QTRY_VERIFY_WITH_TIMEOUT(Instructions() && Instructions()->toPlainText() == QStringLiteral("text"),

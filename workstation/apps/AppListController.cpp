@@ -7,7 +7,6 @@
 #include "AppNameDialog.h"
 #include "AppTagsDialog.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/CopyAppRequest.h>
 #include <RpaServiceClient/apps/CreateAppRequest.h>
 #include <RpaServiceClient/apps/ListAppsRequest.h>
@@ -19,33 +18,10 @@
 
 #include <utility>
 
-namespace
-{
-AppRecord RecordOf(const VersionServiceApp& app)
-{
-    AppRecord record;
-    record.id = app.id;
-    record.name = app.name;
-    record.kind = app.kind;
-    record.creator = app.creatorPin;
-    record.creatorName = app.creatorName;
-    record.oxsAppKey = app.oxsAppKey;
-    record.changedAt = app.changedAt;
-    record.changedByName = app.changedByName.isEmpty() ? app.changedByPin : app.changedByName;
-    record.state = app.state;
-    record.tags = app.tags;
-    return record;
-}
-} // namespace
-
-AppListController::AppListController(AppListModel* apps, AppListPage* listPage, const QString& openedFile,
-                                     QObject* parent)
-    : QObject(parent), model(apps), page(listPage), client(std::make_unique<VersionServiceClient>()),
-      opened(openedFile)
+AppListController::AppListController(AppListModel* apps, AppListPage* listPage, const QString& openedFile)
+    : model(apps), page(listPage), opened(openedFile)
 {
 }
-
-AppListController::~AppListController() = default;
 
 void AppListController::Refresh()
 {
@@ -53,21 +29,18 @@ void AppListController::Refresh()
     if (model->rowCount() == 0)
         page->ShowLoading();
     const quint64 refresh = ++lastRefresh;
-    client->Send(ListAppsRequest{}, this,
-                 [this, refresh](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
-                     if (refresh != lastRefresh)
-                         return;
-                     if (!result.success) {
-                         page->ShowFailed(result.errorDesc);
-                         return;
-                     }
-                     QVector<AppRecord> records;
-                     for (const VersionServiceApp& app : result.value)
-                         records << RecordOf(app);
-                     model->SetApps(opened.Sorted(account, records));
-                     page->ShowApps();
-                     page->SelectApp(std::exchange(selectNext, QString()));
-                 });
+    client.Send(ListAppsRequest{}, this,
+                [this, refresh](const VersionServiceResult<QVector<VersionServiceApp>>& result) {
+                    if (refresh != lastRefresh)
+                        return;
+                    if (!result.success) {
+                        page->ShowFailed(result.errorDesc);
+                        return;
+                    }
+                    model->SetApps(opened.Sorted(account, result.value));
+                    page->ShowApps();
+                    page->SelectApp(std::exchange(selectNext, QString()));
+                });
 }
 
 void AppListController::RefreshAndSelect(const QString& appId)
@@ -95,12 +68,12 @@ void AppListController::Create(int kind)
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Create, page);
     dialog->SetKind(kind);
     connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog] {
-        client->Send(CreateAppRequest{dialog->GetName(), dialog->GetKind()}, dialog,
-                     [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                         ShowOutcome(dialog, result.success, result.errorDesc, result.value);
-                         if (result.success)
-                             created = RecordOf(result.value);
-                     });
+        client.Send(CreateAppRequest{dialog->GetName(), dialog->GetKind()}, dialog,
+                    [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                        ShowOutcome(dialog, result.success, result.errorDesc, result.value);
+                        if (result.success)
+                            created = result.value;
+                    });
     });
     Ask(dialog);
     // Not within the answer: an editor opens, and this dialog is modal until it has gone.
@@ -113,10 +86,10 @@ void AppListController::Rename(const AppRecord& app)
     auto* dialog = new AppNameDialog(AppNameDialog::Purpose::Rename, page);
     dialog->SetName(app.name);
     connect(dialog, &AppNameDialog::SigConfirmed, this, [this, dialog, app] {
-        client->Send(RenameAppRequest{app.id, dialog->GetName()}, dialog,
-                     [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                         ShowOutcome(dialog, result.success, result.errorDesc, result.value);
-                     });
+        client.Send(RenameAppRequest{app.id, dialog->GetName()}, dialog,
+                    [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                        ShowOutcome(dialog, result.success, result.errorDesc, result.value);
+                    });
     });
     Ask(dialog);
 }
@@ -125,22 +98,22 @@ void AppListController::EditTags(const AppRecord& app)
 {
     auto* dialog = new AppTagsDialog(app, model->GetTags(), page);
     connect(dialog, &AppTagsDialog::SigConfirmed, this, [this, dialog, app] {
-        client->Send(SetTagsRequest{app.id, dialog->GetTags()}, dialog,
-                     [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
-                         if (!result.success) {
-                             dialog->ShowProblem(result.errorDesc);
-                             return;
-                         }
-                         dialog->accept();
-                         RefreshAndSelect(result.value.id);
-                     });
+        client.Send(SetTagsRequest{app.id, dialog->GetTags()}, dialog,
+                    [this, dialog](const VersionServiceResult<VersionServiceApp>& result) {
+                        if (!result.success) {
+                            dialog->ShowProblem(result.errorDesc);
+                            return;
+                        }
+                        dialog->accept();
+                        RefreshAndSelect(result.value.id);
+                    });
     });
     Ask(dialog);
 }
 
 void AppListController::Copy(const AppRecord& app)
 {
-    client->Send(
+    client.Send(
         CopyAppRequest{app.id}, this, [this, app](const VersionServiceResult<VersionServiceApp>& result) {
             if (!result.success) {
                 WbToast::Show(QStringLiteral("“%1”没有复制：%2").arg(app.name, result.errorDesc), ToastError);

@@ -5,16 +5,14 @@
 #include "AppRecord.h"
 #include "OpenedApps.h"
 
-#include <QObject>
+#include <RpaServiceClient/VersionServiceClient.h>
 
-#include <memory>
+#include <QObject>
 
 class AppListModel;
 class AppListPage;
 class AppNameDialog;
 class QDialog;
-class VersionServiceClient;
-struct VersionServiceApp;
 
 // Works the list of apps: reads it from the service, makes and renames apps.
 class AppListController : public QObject
@@ -23,9 +21,7 @@ class AppListController : public QObject
 
 public:
     // Neither model nor page is owned. openedFile: where is kept when each account opened which app.
-    AppListController(AppListModel* model, AppListPage* page, const QString& openedFile = QString(),
-                      QObject* parent = nullptr);
-    ~AppListController() override;
+    AppListController(AppListModel* model, AppListPage* page, const QString& openedFile = QString());
 
     void Refresh();
 
@@ -57,7 +53,7 @@ private:
 
     AppListModel* const model;
     AppListPage* const page;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     OpenedApps opened;
     QString account;
     AppRecord created; // by the dialog that is asking; without id: none

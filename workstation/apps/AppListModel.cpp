@@ -23,8 +23,6 @@ QString StateName(int state)
 }
 } // namespace
 
-AppListModel::AppListModel(QObject* parent) : QAbstractListModel(parent) {}
-
 void AppListModel::SetApps(const QVector<AppRecord>& apps)
 {
     beginResetModel();
@@ -91,13 +89,13 @@ QVariant AppListModel::data(const QModelIndex& index, int role) const
     case KindNameRole:
         return app.kind == AppKindVisual ? QStringLiteral("可视化流程") : QStringLiteral("编程流程");
     case CreatorNameRole:
-        return app.creatorName.isEmpty() ? app.creator : app.creatorName;
+        return app.creatorName.isEmpty() ? app.creatorPin : app.creatorName;
     case OwnRole:
-        return app.creator == account;
+        return app.creatorPin == account;
     case ChangedRole:
         return DateText(app.changedAt, dateLanguage);
     case ChangedByRole:
-        return app.changedByName;
+        return app.changedByName.isEmpty() ? app.changedByPin : app.changedByName;
     case StateRole:
         return app.state;
     case StateNameRole:

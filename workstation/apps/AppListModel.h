@@ -27,8 +27,6 @@ public:
         TagsRole,
     };
 
-    explicit AppListModel(QObject* parent = nullptr);
-
     // Replaces the list.
     void SetApps(const QVector<AppRecord>& apps);
 

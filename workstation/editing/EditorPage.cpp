@@ -25,7 +25,7 @@ RobotExecuteInfo LaunchInfo(const AppRecord& app)
     RobotExecuteInfo info;
     info.SetAppId(app.id);
     info.SetAppName(app.name);
-    info.SetCreator(app.creator);
+    info.SetCreator(app.creatorPin);
     info.SetOxsAppKey(app.oxsAppKey);
     info.SetAppKind(app.kind);
     return info;
@@ -41,8 +41,6 @@ EditorPage::EditorPage(QWidget* parent)
     layout->addWidget(results);
     new ReleaseReview(this);
 }
-
-EditorPage::~EditorPage() = default;
 
 void EditorPage::Open(const AppRecord& record)
 {

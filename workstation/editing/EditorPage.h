@@ -18,7 +18,6 @@ class EditorPage : public WbBaseWidget
 
 public:
     explicit EditorPage(QWidget* parent = nullptr);
-    ~EditorPage() override;
 
     // Opens an app in a fresh editor. The page must be empty.
     void Open(const AppRecord& app);

@@ -136,6 +136,6 @@ void ReleasedFlow::SlotPublished(const QString& appId, int publishType, bool too
         return;
     if (publishType == AppReleaseOnline)
         WbToast::Show(QStringLiteral("“%1”已上线").arg(app.name), ToastSuccess);
-    else if (publishType == AppReleaseGray && app.creator == session->GetPin())
+    else if (publishType == AppReleaseGray && app.creatorPin == session->GetPin())
         ShowInvitations(app);
 }

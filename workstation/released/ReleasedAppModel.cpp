@@ -6,16 +6,15 @@
 
 namespace
 {
+// Who runs it need not know how its author tells it from others, nor who changed it last.
 AppRecord RecordOf(const VersionServiceReleasedApp& released)
 {
-    AppRecord record;
-    record.id = released.app.id;
-    record.name = released.app.name;
-    record.kind = released.app.kind;
-    record.creator = released.app.creatorPin;
-    record.creatorName = released.app.creatorName;
-    record.oxsAppKey = released.app.oxsAppKey;
+    AppRecord record = released.app;
     record.changedAt = released.releasedAt;
+    record.changedByPin.clear();
+    record.changedByName.clear();
+    record.state = 0;
+    record.tags.clear();
     return record;
 }
 } // namespace
