@@ -5,7 +5,6 @@
 #include "BinDialog.h"
 
 #include <RpaCore/RpaAppSnapshot.h>
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/DeleteAppRequest.h>
 #include <RpaServiceClient/apps/ListDeletedAppsRequest.h>
 #include <RpaServiceClient/apps/PurgeAppRequest.h>
@@ -36,24 +35,20 @@ bool IsAgreed(const QString& question, const QString& act, QWidget* window)
 }
 } // namespace
 
-AppBin::AppBin(QObject* parent) : QObject(parent), client(std::make_unique<VersionServiceClient>()) {}
-
-AppBin::~AppBin() = default;
-
 void AppBin::Delete(const AppRecord& app, QWidget* window)
 {
     const QPointer<AppBin> guard(this);
     if (!IsAgreed(QuestionBeforeDeleting(app), QStringLiteral("删除"), window) || !guard)
         return;
-    client->Send(DeleteAppRequest{app.id}, this,
-                 [this, app](const VersionServiceResult<VersionServiceNothing>& result) {
-                     if (result.success)
-                         WbToast::Show(QStringLiteral("“%1”已放入回收站").arg(app.name), ToastSuccess);
-                     else
-                         WbToast::Show(QStringLiteral("“%1”没有删除：%2").arg(app.name, result.errorDesc),
-                                       ToastError);
-                     emit SigChanged(QString());
-                 });
+    client.Send(DeleteAppRequest{app.id}, this,
+                [this, app](const VersionServiceResult<VersionServiceNothing>& result) {
+                    if (result.success)
+                        WbToast::Show(QStringLiteral("“%1”已放入回收站").arg(app.name), ToastSuccess);
+                    else
+                        WbToast::Show(QStringLiteral("“%1”没有删除：%2").arg(app.name, result.errorDesc),
+                                      ToastError);
+                    emit SigChanged(QString());
+                });
 }
 
 void AppBin::Show(DateLanguage language, QWidget* window)
@@ -70,13 +65,13 @@ void AppBin::Show(DateLanguage language, QWidget* window)
 
 void AppBin::Load(BinDialog* dialog)
 {
-    client->Send(ListDeletedAppsRequest{}, dialog,
-                 [dialog](const VersionServiceResult<QVector<VersionServiceDeletedApp>>& result) {
-                     if (result.success)
-                         dialog->ShowApps(result.value);
-                     else
-                         dialog->ShowProblem(result.errorDesc);
-                 });
+    client.Send(ListDeletedAppsRequest{}, dialog,
+                [dialog](const VersionServiceResult<QVector<VersionServiceDeletedApp>>& result) {
+                    if (result.success)
+                        dialog->ShowApps(result.value);
+                    else
+                        dialog->ShowProblem(result.errorDesc);
+                });
 }
 
 void AppBin::Restore(BinDialog* dialog, const VersionServiceApp& app)
@@ -95,7 +90,7 @@ void AppBin::Restore(BinDialog* dialog, const VersionServiceApp& app)
         if (list)
             Load(list);
     };
-    client->Send(RestoreAppRequest{app.id}, this, ended);
+    client.Send(RestoreAppRequest{app.id}, this, ended);
 }
 
 void AppBin::Purge(BinDialog* dialog, const QVector<VersionServiceApp>& apps)
@@ -109,13 +104,13 @@ void AppBin::Purge(BinDialog* dialog, const QVector<VersionServiceApp>& apps)
         return;
     const auto left = std::make_shared<int>(apps.size());
     for (const VersionServiceApp& app : apps) {
-        client->Send(PurgeAppRequest{app.id}, this,
-                     [this, app, left, list](const VersionServiceResult<VersionServiceNothing>& result) {
-                         if (!result.success)
-                             WbToast::Show(QStringLiteral("“%1”没有删除：%2").arg(app.name, result.errorDesc),
-                                           ToastError);
-                         if (--*left == 0 && list)
-                             Load(list);
-                     });
+        client.Send(PurgeAppRequest{app.id}, this,
+                    [this, app, left, list](const VersionServiceResult<VersionServiceNothing>& result) {
+                        if (!result.success)
+                            WbToast::Show(QStringLiteral("“%1”没有删除：%2").arg(app.name, result.errorDesc),
+                                          ToastError);
+                        if (--*left == 0 && list)
+                            Load(list);
+                    });
     }
 }

@@ -5,14 +5,12 @@
 #include "AppRecord.h"
 #include "DateLanguage.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 
 #include <QObject>
 
-#include <memory>
-
 class BinDialog;
-class VersionServiceClient;
 class QWidget;
 
 // Puts apps into the bin, and works the bin: restores apps and takes them out for good.
@@ -21,9 +19,6 @@ class AppBin : public QObject
     Q_OBJECT
 
 public:
-    explicit AppBin(QObject* parent = nullptr);
-    ~AppBin() override;
-
     // Asks the user first; the question stands over the window.
     void Delete(const AppRecord& app, QWidget* window);
     void Show(DateLanguage language, QWidget* window);
@@ -37,5 +32,5 @@ private:
     void Restore(BinDialog* dialog, const VersionServiceApp& app);
     void Purge(BinDialog* dialog, const QVector<VersionServiceApp>& apps);
 
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
 };

@@ -11,7 +11,6 @@
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
 #include <RpaEditorLogic/SaveLedger.h>
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/versions/ListVersionsRequest.h>
 #include <WbBaseUI/WbToast.h>
 #include <WbCore/WbGlobalData.h>
@@ -33,8 +32,7 @@ void TellTooLarge(const QString& what)
 }
 } // namespace
 
-DraftController::DraftController(SaveLedger* saves, QWidget* mainWindow)
-    : ledger(saves), client(std::make_unique<VersionServiceClient>()), window(mainWindow)
+DraftController::DraftController(SaveLedger* saves, QWidget* mainWindow) : ledger(saves), window(mainWindow)
 {
     journal.SetBaseQuery([](const QString& versionId) {
         return RpaEditorLogic::Instance()->GetDevSnapshotManager()->GetBaseRevision(versionId);
@@ -45,8 +43,6 @@ DraftController::DraftController(SaveLedger* saves, QWidget* mainWindow)
     connect(RpaEditorNotify::Instance(), &RpaEditorNotify::SigVersionPicked, this,
             &DraftController::LeaveVersion);
 }
-
-DraftController::~DraftController() = default;
 
 void DraftController::Start(const QString& folder)
 {
@@ -73,7 +69,7 @@ void DraftController::Offer(const AppRecord& app)
                 Ready(app);
                 return;
             }
-            client->Send(
+            client.Send(
                 ListVersionsRequest{app.id}, this,
                 [this, app, drafts](const VersionServiceResult<QVector<VersionServiceVersion>>& result) {
                     if (result.success)

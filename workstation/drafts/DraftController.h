@@ -7,13 +7,11 @@
 #include "DraftPlan.h"
 
 #include <RpaDrafts/RpaDraftJournal.h>
+#include <RpaServiceClient/VersionServiceClient.h>
 
 #include <QObject>
 
-#include <memory>
-
 class SaveLedger;
-class VersionServiceClient;
 class QWidget;
 
 // Keeps the unsaved work of the app that is open, and offers what a crash left when the app is opened again.
@@ -24,7 +22,6 @@ class DraftController : public QObject
 public:
     // window: dialogs are centred over it.
     DraftController(SaveLedger* ledger, QWidget* window);
-    ~DraftController() override;
 
     // Takes the folder of drafts over. A folder that cannot be used costs a notice, nothing else.
     void Start(const QString& folder);
@@ -59,7 +56,7 @@ private:
 
     SaveLedger* const ledger;
     RpaDraftJournal journal;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     QWidget* const window;
     DateLanguage dateLanguage = DateLanguage::System;
     bool isBusy = false;

@@ -21,8 +21,6 @@ PopOutRoom::PopOutRoom(QWidget* editorPages, int keptFree)
     qApp->installEventFilter(this); // the browser's window is made when it is first needed
 }
 
-PopOutRoom::~PopOutRoom() = default;
-
 bool PopOutRoom::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {

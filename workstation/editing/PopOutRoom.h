@@ -16,7 +16,6 @@ class PopOutRoom : public QObject
 public:
     // The pages own it. keptFree: what they leave free at their right edge by themselves.
     PopOutRoom(QWidget* editorPages, int keptFree);
-    ~PopOutRoom() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

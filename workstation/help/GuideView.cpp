@@ -25,8 +25,6 @@ GuideView::GuideView(QWidget* parent) : QTextBrowser(parent)
     connect(this, &QTextBrowser::sourceChanged, this, [this](const QUrl& url) { page = url.fileName(); });
 }
 
-GuideView::~GuideView() = default;
-
 void GuideView::ShowPage(const QString& file, const QString& heading)
 {
     setSource(QUrl(GuidePages::FolderAddress() + file));

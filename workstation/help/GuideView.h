@@ -11,7 +11,6 @@ class GuideView : public QTextBrowser
 
 public:
     explicit GuideView(QWidget* parent = nullptr);
-    ~GuideView() override;
 
     // The name of the page that is shown.
     const QString& GetPage() const { return page; }

@@ -53,8 +53,6 @@ TipController::TipController(WorkstationSettings* store, MainWindow* mainWindow,
     connect(bar, &TipBar::SigNoMore, this, [this] { settings->SetTips(false); });
 }
 
-TipController::~TipController() = default;
-
 bool TipController::eventFilter(QObject*, QEvent* event)
 {
     if (event->type() == QEvent::Resize || event->type() == QEvent::Show) {

@@ -17,7 +17,6 @@ class TipController : public QObject
 
 public:
     TipController(WorkstationSettings* store, MainWindow* mainWindow, EditorPage* editorPage);
-    ~TipController() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -60,8 +60,6 @@ KeyFilter::KeyFilter(QWidget* owner, const KeyActs* keyActs) : QObject(owner), w
     qApp->installEventFilter(this);
 }
 
-KeyFilter::~KeyFilter() = default;
-
 bool KeyFilter::eventFilter(QObject* watched, QEvent* event)
 {
     const bool asked = event->type() == QEvent::ShortcutOverride;

@@ -20,7 +20,6 @@ class KeyFilter : public QObject
 public:
     // Works in `window` and in the windows that belong to it.
     KeyFilter(QWidget* window, const KeyActs* keyActs);
-    ~KeyFilter() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -23,8 +23,6 @@ Keyboard::Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runP
     new KeyFilter(window, &acts); // the window owns it
 }
 
-Keyboard::~Keyboard() = default;
-
 KeyPlace Keyboard::FindPlace() const
 {
     const QWidget* const page = window->CurrentPage();

@@ -19,7 +19,6 @@ class Keyboard : public QObject
 public:
     // editor, run: pages of the window.
     Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runPage);
-    ~Keyboard() override;
 
 signals:
     void SigGuide();

@@ -2,7 +2,6 @@
 
 #include "InvitationDialog.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/invitations/CreateInvitationRequest.h>
 #include <RpaServiceClient/invitations/ListInvitationsRequest.h>
 #include <RpaServiceClient/invitations/RevokeInvitationRequest.h>
@@ -37,7 +36,7 @@ InvitationDialog::InvitationDialog(const AppRecord& record, DateLanguage languag
                  QStringLiteral("把邀请码发给使用者，他们在“灰度应用”中输入后即可试用“%1”的灰度版本。")
                      .arg(record.name),
                  parent),
-      app(record), dateLanguage(language), client(std::make_unique<VersionServiceClient>())
+      app(record), dateLanguage(language)
 {
     setObjectName(QStringLiteral("InvitationDialog"));
     buttonCreate = MakeButton("buttonCreate", QStringLiteral("新建邀请码"), Wb::SecondaryButton, this);
@@ -49,18 +48,16 @@ InvitationDialog::InvitationDialog(const AppRecord& record, DateLanguage languag
     WbScaledForm::Follow(GetContentWidget());
 }
 
-InvitationDialog::~InvitationDialog() = default;
-
 void InvitationDialog::Load()
 {
     Say(QStringLiteral("正在读取邀请码…"), false);
-    client->Send(ListInvitationsRequest{app.id}, this,
-                 [this](const VersionServiceResult<QVector<VersionServiceInvitation>>& result) {
-                     if (result.success)
-                         Show(result.value);
-                     else
-                         Say(result.errorDesc, true);
-                 });
+    client.Send(ListInvitationsRequest{app.id}, this,
+                [this](const VersionServiceResult<QVector<VersionServiceInvitation>>& result) {
+                    if (result.success)
+                        Show(result.value);
+                    else
+                        Say(result.errorDesc, true);
+                });
 }
 
 void InvitationDialog::Show(const QVector<VersionServiceInvitation>& invitations)
@@ -100,23 +97,24 @@ void InvitationDialog::AddRowOf(const VersionServiceInvitation& invitation)
 void InvitationDialog::SlotCreate()
 {
     buttonCreate->setEnabled(false);
-    client->Send(CreateInvitationRequest{app.id, validDays, mostUses}, this,
-                 [this](const VersionServiceResult<VersionServiceInvitation>& result) {
-                     buttonCreate->setEnabled(true);
-                     if (result.success)
-                         Load();
-                     else
-                         Say(result.errorDesc, true);
-                 });
+    client.Send(CreateInvitationRequest{app.id, validDays, mostUses}, this,
+                [this](const VersionServiceResult<VersionServiceInvitation>& result) {
+                    buttonCreate->setEnabled(true);
+                    ShowOutcome(result);
+                });
 }
 
 void InvitationDialog::SlotRevoke(const QString& invitationId)
 {
-    client->Send(RevokeInvitationRequest{invitationId}, this,
-                 [this](const VersionServiceResult<VersionServiceInvitation>& result) {
-                     if (result.success)
-                         Load();
-                     else
-                         Say(result.errorDesc, true);
-                 });
+    client.Send(
+        RevokeInvitationRequest{invitationId}, this,
+        [this](const VersionServiceResult<VersionServiceInvitation>& result) { ShowOutcome(result); });
+}
+
+void InvitationDialog::ShowOutcome(const VersionServiceResult<VersionServiceInvitation>& result)
+{
+    if (result.success)
+        Load();
+    else
+        Say(result.errorDesc, true);
 }

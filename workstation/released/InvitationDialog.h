@@ -6,11 +6,9 @@
 #include "DateLanguage.h"
 #include "RowsDialog.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/invitations/VersionServiceInvitation.h>
 
-#include <memory>
-
-class VersionServiceClient;
 class WbPushButton;
 
 // The open invitation codes of an app, for its creator: to be copied, revoked and made anew.
@@ -20,7 +18,6 @@ class InvitationDialog : public RowsDialog
 
 public:
     InvitationDialog(const AppRecord& app, DateLanguage language, QWidget* parent);
-    ~InvitationDialog() override;
 
 private:
     void Load();
@@ -28,9 +25,10 @@ private:
     void AddRowOf(const VersionServiceInvitation& invitation);
     void SlotCreate();
     void SlotRevoke(const QString& invitationId);
+    void ShowOutcome(const VersionServiceResult<VersionServiceInvitation>& result);
 
     const AppRecord app;
     const DateLanguage dateLanguage;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     WbPushButton* buttonCreate = nullptr;
 };

@@ -5,7 +5,7 @@
 #include "ReleaseDialog.h"
 #include "TakeBackDialog.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
+#include <RpaCore/RpaAppSnapshot.h>
 #include <RpaServiceClient/releases/ListReleasesRequest.h>
 #include <RpaServiceClient/releases/TakeBackRequest.h>
 #include <WbBaseUI/WbToast.h>
@@ -14,8 +14,6 @@
 
 namespace
 {
-constexpr int grayState = 2;
-
 struct Words
 {
     QString title;
@@ -27,7 +25,7 @@ struct Words
 Words WordsFor(const QString& app, int state, const VersionServiceRelease& present,
                const VersionServiceRelease& to)
 {
-    const QString kind = state == grayState ? QStringLiteral("灰度") : QStringLiteral("线上");
+    const QString kind = state == AppSnapshotGray ? QStringLiteral("灰度") : QStringLiteral("线上");
     if (!to.versionId.isEmpty()) {
         QString text = QStringLiteral("使用者将改用%1版本“%2”。").arg(kind, to.versionName);
         if (!present.versionId.isEmpty())
@@ -35,7 +33,7 @@ Words WordsFor(const QString& app, int state, const VersionServiceRelease& prese
         return {QStringLiteral("恢复%1版本").arg(kind), QStringLiteral("恢复"), text,
                 QStringLiteral("“%1”的使用者现在使用“%2”").arg(app, to.versionName)};
     }
-    if (state == grayState) {
+    if (state == AppSnapshotGray) {
         return {QStringLiteral("停止灰度"), QStringLiteral("停止灰度"),
                 QStringLiteral("受邀的使用者将立即不能再看到和运行灰度版本“%1”。邀请码保留，之后可以恢复，"
                                "也可以灰度新的版本。")
@@ -48,13 +46,6 @@ Words WordsFor(const QString& app, int state, const VersionServiceRelease& prese
             QStringLiteral("“%1”已下线").arg(app)};
 }
 } // namespace
-
-ReleaseController::ReleaseController(QObject* parent)
-    : QObject(parent), client(std::make_unique<VersionServiceClient>())
-{
-}
-
-ReleaseController::~ReleaseController() = default;
 
 void ReleaseController::Show(const AppRecord& app, DateLanguage language, QWidget* window)
 {
@@ -70,13 +61,13 @@ void ReleaseController::Show(const AppRecord& app, DateLanguage language, QWidge
 
 void ReleaseController::Load(ReleaseDialog* dialog)
 {
-    client->Send(ListReleasesRequest{dialog->GetApp().id}, dialog,
-                 [dialog](const VersionServiceResult<QVector<VersionServiceRelease>>& result) {
-                     if (result.success)
-                         dialog->ShowReleases(result.value);
-                     else
-                         dialog->ShowProblem(result.errorDesc);
-                 });
+    client.Send(ListReleasesRequest{dialog->GetApp().id}, dialog,
+                [dialog](const VersionServiceResult<QVector<VersionServiceRelease>>& result) {
+                    if (result.success)
+                        dialog->ShowReleases(result.value);
+                    else
+                        dialog->ShowProblem(result.errorDesc);
+                });
 }
 
 void ReleaseController::Ask(ReleaseDialog* dialog, int state, const VersionServiceRelease& present,
@@ -104,8 +95,8 @@ void ReleaseController::Ask(ReleaseDialog* dialog, int state, const VersionServi
             emit SigChanged();
     };
     connect(question, &TakeBackDialog::SigConfirmed, this, [this, app, state, present, to, question, ended] {
-        client->Send(TakeBackRequest{app.id, state, present.versionId, to.versionId, question->GetReason()},
-                     this, ended);
+        client.Send(TakeBackRequest{app.id, state, present.versionId, to.versionId, question->GetReason()},
+                    this, ended);
     });
     question->open();
 }

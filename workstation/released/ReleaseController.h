@@ -5,14 +5,12 @@
 #include "AppRecord.h"
 #include "DateLanguage.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/releases/ListReleasesRequest.h>
 
 #include <QObject>
 
-#include <memory>
-
 class ReleaseDialog;
-class VersionServiceClient;
 
 // Works the releases of an app: what users have, and taking it back. Outlives its dialogs, so that whoever
 // closed them hears all the same how it went.
@@ -21,9 +19,6 @@ class ReleaseController : public QObject
     Q_OBJECT
 
 public:
-    explicit ReleaseController(QObject* parent = nullptr);
-    ~ReleaseController() override;
-
     // Shows the releases of the app over the window.
     void Show(const AppRecord& app, DateLanguage language, QWidget* window);
 
@@ -37,5 +32,5 @@ private:
     void Ask(ReleaseDialog* dialog, int state, const VersionServiceRelease& present,
              const VersionServiceRelease& to);
 
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
 };

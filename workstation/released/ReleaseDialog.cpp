@@ -2,6 +2,7 @@
 
 #include "ReleaseDialog.h"
 
+#include <RpaCore/RpaAppSnapshot.h>
 #include <WbBaseUI/BaseUIBusiness.h>
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbLabel.h>
@@ -14,9 +15,6 @@
 
 namespace
 {
-constexpr int grayState = 2;
-constexpr int onlineState = 3;
-
 // Users have one version of a state or none.
 VersionServiceRelease PresentOf(const QVector<VersionServiceRelease>& releases, int state)
 {
@@ -41,13 +39,11 @@ ReleaseDialog::ReleaseDialog(const AppRecord& record, DateLanguage language, QWi
     WbScaledForm::Follow(GetContentWidget());
 }
 
-ReleaseDialog::~ReleaseDialog() = default;
-
 void ReleaseDialog::ShowReleases(const QVector<VersionServiceRelease>& releases)
 {
     ClearRows();
-    AddSection(onlineState, releases);
-    AddSection(grayState, releases);
+    AddSection(AppSnapshotOnline, releases);
+    AddSection(AppSnapshotGray, releases);
     Rows()->addStretch();
     Say(releases.isEmpty() ? QStringLiteral("还没有灰度或上线过的版本。") : QString(), false);
 }
@@ -59,7 +55,7 @@ void ReleaseDialog::ShowProblem(const QString& problem)
 
 void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& releases)
 {
-    const bool isOnline = state == onlineState;
+    const bool isOnline = state == AppSnapshotOnline;
     const VersionServiceRelease present = PresentOf(releases, state);
     const QString kind = isOnline ? QStringLiteral("线上") : QStringLiteral("灰度");
     const auto isOfState = [state](const VersionServiceRelease& release) { return release.state == state; };
@@ -77,7 +73,7 @@ void ReleaseDialog::AddSection(int state, const QVector<VersionServiceRelease>& 
 
 void ReleaseDialog::AddRowOf(const VersionServiceRelease& release, const VersionServiceRelease& present)
 {
-    const bool isOnline = release.state == onlineState;
+    const bool isOnline = release.state == AppSnapshotOnline;
     auto* name = MakeLabel("labelVersion", release.versionName, this);
     QFont bold = name->font();
     bold.setBold(release.present);

@@ -16,7 +16,6 @@ class ReleaseDialog : public RowsDialog
 
 public:
     ReleaseDialog(const AppRecord& app, DateLanguage language, QWidget* parent);
-    ~ReleaseDialog() override;
 
     const AppRecord& GetApp() const { return app; }
 

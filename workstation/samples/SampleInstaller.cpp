@@ -3,7 +3,6 @@
 #include "SampleInstaller.h"
 
 #include <RpaCore/RpaGlobalDataManager.h>
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/CreateAppRequest.h>
 #include <RpaServiceClient/apps/ListAppsRequest.h>
 #include <RpaServiceClient/versions/CreateVersionRequest.h>
@@ -35,12 +34,7 @@ SampleVersion ReadVersion(const QJsonObject& json)
 }
 } // namespace
 
-SampleInstaller::SampleInstaller(QObject* parent)
-    : QObject(parent), client(std::make_unique<VersionServiceClient>())
-{
-}
-
-SampleInstaller::~SampleInstaller() = default;
+SampleInstaller::SampleInstaller(QObject* parent) : QObject(parent) {}
 
 QVector<SampleApp> SampleInstaller::ReadSamples()
 {
@@ -61,7 +55,7 @@ QVector<SampleApp> SampleInstaller::ReadSamples()
 template <typename Request, typename Next>
 void SampleInstaller::Send(const Request& request, const Next& next)
 {
-    client->Send(request, this, [this, next](const auto& result) {
+    client.Send(request, this, [this, next](const auto& result) {
         if (result.success)
             next(result.value);
         else

@@ -2,16 +2,13 @@
 
 #pragma once
 
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/releases/ReleaseVersionRequest.h>
 
 #include <QObject>
 #include <QQueue>
 #include <QString>
 #include <QVector>
-
-#include <memory>
-
-class VersionServiceClient;
 
 // One version of a sample app; what release it is given after it was saved (0: none, 1: gray, 2: online).
 struct SampleVersion
@@ -37,7 +34,6 @@ class SampleInstaller : public QObject
 
 public:
     explicit SampleInstaller(QObject* parent = nullptr);
-    ~SampleInstaller() override;
 
     // The samples that come with the workstation.
     static QVector<SampleApp> ReadSamples();
@@ -59,7 +55,7 @@ private:
     template <typename Request, typename Next>
     void Send(const Request& request, const Next& next);
 
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     QQueue<SampleApp> apps;
     QString appId;                  // of the app under way
     QQueue<SampleVersion> versions; // those of it that are not saved yet

@@ -2,7 +2,6 @@
 
 #include "Session.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/VersionServiceSettings.h>
 #include <RpaServiceClient/sessions/GetCurrentSessionRequest.h>
 #include <RpaServiceClient/sessions/SignInRequest.h>
@@ -24,8 +23,7 @@ VersionServiceSettings* Service()
 Session::Session(const QString& serverProgram, const QString& serverDataDir, const QString& keptFile,
                  QObject* parent)
     : QObject(parent), kept(keptFile), accounts(MakeEmbeddedAccounts()),
-      server(serverProgram, serverDataDir, [this] { return HandshakeOfNewServer(); }),
-      client(std::make_unique<VersionServiceClient>())
+      server(serverProgram, serverDataDir, [this] { return HandshakeOfNewServer(); })
 {
     checkTimer.setInterval(checkEvery);
     connect(&server, &EmbeddedServer::SigStateChanged, this, &Session::SlotEmbeddedState);
@@ -196,7 +194,7 @@ void Session::SignIn(const QString& account, const QString& password, bool stay)
         else
             kept.Forget(); // somebody else's, or from before
     };
-    client->Send(SignInRequest{account, password, stay}, this, enter);
+    client.Send(SignInRequest{account, password, stay}, this, enter);
 }
 
 void Session::SlotKept(bool isKept)
@@ -220,7 +218,7 @@ void Session::SignOut()
 void Session::EndOnServer()
 {
     if (IsSignedIn() && !embedded)
-        client->Send(SignOutRequest{}, nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
+        client.Send(SignOutRequest{}, nullptr, [](const VersionServiceResult<VersionServiceNothing>&) {});
 }
 
 void Session::SlotTokenRejected()
@@ -249,20 +247,20 @@ void Session::ForgetUser()
 void Session::CheckRemote()
 {
     const QUrl asked = remoteAddress;
-    client->Send(GetCurrentSessionRequest{}, this,
-                 [this, asked](const VersionServiceResult<VersionServiceSession>& result) {
-                     if (embedded || asked != remoteAddress)
-                         return;
-                     // A refusal is an answer of the service too: it is there, it only does not know us yet.
-                     const bool reached = result.success || !result.errorCode.isEmpty();
-                     const ServerState state = reached ? ServerState::Connected : ServerState::Broken;
-                     const QString detail = reached ? remoteAddress.toString() : result.errorDesc;
-                     if (state != serverState || detail != serverDetail)
-                         SetServer(state, detail);
-                     if (resuming && result.success) {
-                         resuming = false;
-                         staying = true;
-                         SetIdentity(result.value.account, Service()->GetToken());
-                     }
-                 });
+    client.Send(GetCurrentSessionRequest{}, this,
+                [this, asked](const VersionServiceResult<VersionServiceSession>& result) {
+                    if (embedded || asked != remoteAddress)
+                        return;
+                    // A refusal is an answer of the service too: it is there, it only does not know us yet.
+                    const bool reached = result.success || !result.errorCode.isEmpty();
+                    const ServerState state = reached ? ServerState::Connected : ServerState::Broken;
+                    const QString detail = reached ? remoteAddress.toString() : result.errorDesc;
+                    if (state != serverState || detail != serverDetail)
+                        SetServer(state, detail);
+                    if (resuming && result.success) {
+                        resuming = false;
+                        staying = true;
+                        SetIdentity(result.value.account, Service()->GetToken());
+                    }
+                });
 }

@@ -7,14 +7,13 @@
 #include "ServerState.h"
 #include "SignInKeeper.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
+
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
 #include <QUrl>
 
-#include <memory>
-
-class VersionServiceClient;
 struct VersionServiceAccount;
 
 // Which server the workstation speaks to, and as whom. Tells the platform both: address and token for the
@@ -91,7 +90,7 @@ private:
     SignInKeeper kept;
     QVector<EmbeddedAccount> accounts; // with the tokens of the server that runs
     EmbeddedServer server;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     QTimer checkTimer;
     bool embedded = true;
     QUrl remoteAddress;

@@ -30,8 +30,6 @@ SavedTemplates::SavedTemplates(const QString& place, std::function<int()> kind, 
     qApp->installEventFilter(this);
 }
 
-SavedTemplates::~SavedTemplates() = default;
-
 bool SavedTemplates::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show && watched->inherits("RpaTemplateExportDlg")) {

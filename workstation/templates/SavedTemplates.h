@@ -21,7 +21,6 @@ public:
 
     // file: where it is remembered. kindOfApp: of the app that is open now.
     SavedTemplates(const QString& file, std::function<int()> kindOfApp, QObject* parent = nullptr);
-    ~SavedTemplates() override;
 
     // The template files of a kind of app, in the order of their first writing. They may be gone.
     QStringList GetFiles(int kind) const { return files.value(kind); }

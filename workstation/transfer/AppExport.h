@@ -6,13 +6,10 @@
 #include "AppRecord.h"
 #include "AppTransfer.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/versions/VersionServiceVersion.h>
 
 #include <QThreadPool>
-
-#include <memory>
-
-class VersionServiceClient;
 
 // Writes an app with all its versions, oldest first, into a file.
 class AppExport : public AppTransfer
@@ -34,7 +31,7 @@ private:
 
     const AppRecord app;
     const QString path;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     AppFile::Writer writer; // of the worker's
     QVector<VersionServiceVersion> versions;
     int done = 0;

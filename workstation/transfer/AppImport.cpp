@@ -2,15 +2,13 @@
 
 #include "AppImport.h"
 
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/apps/CreateAppRequest.h>
 #include <RpaServiceClient/apps/DeleteAppRequest.h>
 #include <RpaServiceClient/apps/PurgeAppRequest.h>
 #include <RpaServiceClient/apps/SetTagsRequest.h>
 #include <RpaServiceClient/versions/CreateVersionRequest.h>
 
-AppImport::AppImport(const QString& file, QObject* parent)
-    : AppTransfer(parent), path(file), client(std::make_unique<VersionServiceClient>())
+AppImport::AppImport(const QString& file, QObject* parent) : AppTransfer(parent), path(file)
 {
     worker.setMaxThreadCount(1);
 }
@@ -33,15 +31,15 @@ void AppImport::Cancel()
 void AppImport::Create()
 {
     emit SigProgress(0, head.versions);
-    client->Send(CreateAppRequest{head.name, head.kind, true}, this,
-                 [this](const VersionServiceResult<VersionServiceApp>& result) {
-                     if (!result.success) {
-                         End(result.errorDesc);
-                         return;
-                     }
-                     appId = result.value.id;
-                     SetTags();
-                 });
+    client.Send(CreateAppRequest{head.name, head.kind, true}, this,
+                [this](const VersionServiceResult<VersionServiceApp>& result) {
+                    if (!result.success) {
+                        End(result.errorDesc);
+                        return;
+                    }
+                    appId = result.value.id;
+                    SetTags();
+                });
 }
 
 void AppImport::SetTags()
@@ -53,10 +51,10 @@ void AppImport::SetTags()
         begin();
         return;
     }
-    client->Send(SetTagsRequest{appId, head.tags}, this,
-                 [this, begin](const VersionServiceResult<VersionServiceApp>& result) {
-                     result.success ? begin() : GiveUp(result.errorDesc);
-                 });
+    client.Send(SetTagsRequest{appId, head.tags}, this,
+                [this, begin](const VersionServiceResult<VersionServiceApp>& result) {
+                    result.success ? begin() : GiveUp(result.errorDesc);
+                });
 }
 
 void AppImport::ReadNext()
@@ -71,15 +69,15 @@ void AppImport::ReadNext()
 
 void AppImport::Send(const VersionServiceContent& version)
 {
-    client->Send(CreateVersionRequest{appId, version}, this,
-                 [this, name = version.name](const VersionServiceResult<VersionServiceVersion>& result) {
-                     if (!result.success) {
-                         GiveUp(QStringLiteral("版本“%1”：%2").arg(name, result.errorDesc));
-                         return;
-                     }
-                     ++done;
-                     ReadNext();
-                 });
+    client.Send(CreateVersionRequest{appId, version}, this,
+                [this, name = version.name](const VersionServiceResult<VersionServiceVersion>& result) {
+                    if (!result.success) {
+                        GiveUp(QStringLiteral("版本“%1”：%2").arg(name, result.errorDesc));
+                        return;
+                    }
+                    ++done;
+                    ReadNext();
+                });
 }
 
 void AppImport::Read(const std::function<bool(QString* problem)>& work, const std::function<void()>& then)
@@ -103,17 +101,17 @@ void AppImport::GiveUp(const QString& problem)
         End(problem);
         return;
     }
-    client->Send(DeleteAppRequest{appId}, this,
-                 [this, problem](const VersionServiceResult<VersionServiceNothing>& result) {
-                     if (!result.success) {
-                         End(problem + QStringLiteral("。已导入的部分没有能够删除，请在列表中删除该应用"));
-                         return;
-                     }
-                     client->Send(PurgeAppRequest{appId}, this,
-                                  [this, problem](const VersionServiceResult<VersionServiceNothing>&) {
-                                      End(problem);
-                                  });
-                 });
+    client.Send(DeleteAppRequest{appId}, this,
+                [this, problem](const VersionServiceResult<VersionServiceNothing>& result) {
+                    if (!result.success) {
+                        End(problem + QStringLiteral("。已导入的部分没有能够删除，请在列表中删除该应用"));
+                        return;
+                    }
+                    client.Send(PurgeAppRequest{appId}, this,
+                                [this, problem](const VersionServiceResult<VersionServiceNothing>&) {
+                                    End(problem);
+                                });
+                });
 }
 
 void AppImport::End(const QString& problem)

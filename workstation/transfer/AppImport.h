@@ -5,11 +5,9 @@
 #include "AppFile.h"
 #include "AppTransfer.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
+
 #include <QThreadPool>
-
-#include <memory>
-
-class VersionServiceClient;
 
 // Makes a new app of a file, which is checked as a whole before anything is made. What cannot be finished is
 // taken away again.
@@ -34,7 +32,7 @@ private:
     void End(const QString& problem);
 
     const QString path;
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     AppFile::Reader reader; // of the worker's, as are the next two while it works
     AppFile::Head head;
     VersionServiceContent next;

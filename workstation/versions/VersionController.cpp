@@ -4,19 +4,11 @@
 
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/RpaEditorLogic.h>
-#include <RpaServiceClient/VersionServiceClient.h>
 #include <RpaServiceClient/releases/ListReleasesRequest.h>
 #include <RpaServiceClient/versions/ListSavesRequest.h>
 #include <RpaServiceClient/versions/NoteSaveRequest.h>
 
 #include <algorithm>
-
-VersionController::VersionController(QObject* parent)
-    : QObject(parent), client(std::make_unique<VersionServiceClient>())
-{
-}
-
-VersionController::~VersionController() = default;
 
 void VersionController::SetApp(const QString& appId)
 {
@@ -36,14 +28,14 @@ void VersionController::Load()
     waiting = 2;
     problem.clear();
     const quint64 number = ++round;
-    client->Send(ListSavesRequest{app}, this, [this, number](const auto& result) {
+    client.Send(ListSavesRequest{app}, this, [this, number](const auto& result) {
         if (number != round)
             return;
         if (result.success)
             saves = result.value;
         Take(result.errorDesc);
     });
-    client->Send(ListReleasesRequest{app}, this, [this, number](const auto& result) {
+    client.Send(ListReleasesRequest{app}, this, [this, number](const auto& result) {
         if (number != round) {
             return;
         }
@@ -98,15 +90,15 @@ VersionFacts VersionController::FindShown(const QString& shownName) const
 
 void VersionController::Note(const VersionServiceSave& save, const QString& note)
 {
-    client->Send(NoteSaveRequest{save.versionId, save.revision, note}, this,
-                 [this, save, note](const auto& result) {
-                     if (result.success) {
-                         TakeNote(save, note);
-                         emit SigNoted();
-                     } else {
-                         emit SigNotNoted(result.errorDesc);
-                     }
-                 });
+    client.Send(NoteSaveRequest{save.versionId, save.revision, note}, this,
+                [this, save, note](const auto& result) {
+                    if (result.success) {
+                        TakeNote(save, note);
+                        emit SigNoted();
+                    } else {
+                        emit SigNotNoted(result.errorDesc);
+                    }
+                });
 }
 
 void VersionController::TakeNote(const VersionServiceSave& save, const QString& note)

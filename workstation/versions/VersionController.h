@@ -4,11 +4,9 @@
 
 #include "VersionFacts.h"
 
+#include <RpaServiceClient/VersionServiceClient.h>
+
 #include <QObject>
-
-#include <memory>
-
-class VersionServiceClient;
 
 // Knows who saved the versions of the app that is being edited, with which note, and which of them users
 // have. Outlives the dialogs that show it.
@@ -17,9 +15,6 @@ class VersionController : public QObject
     Q_OBJECT
 
 public:
-    explicit VersionController(QObject* parent = nullptr);
-    ~VersionController() override;
-
     // The versions of another app; empty: of none.
     void SetApp(const QString& appId);
 
@@ -48,7 +43,7 @@ private:
     void Take(const QString& failure);
     void TakeNote(const VersionServiceSave& save, const QString& note);
 
-    const std::unique_ptr<VersionServiceClient> client;
+    VersionServiceClient client;
     QString app;
     QVector<VersionServiceSave> saves;
     QVector<VersionServiceRelease> releases;

@@ -36,8 +36,6 @@ VersionDetails::VersionDetails(int mostSaves, QWidget* parent)
     WbScaledForm::Follow(this);
 }
 
-VersionDetails::~VersionDetails() = default;
-
 void VersionDetails::Show(const VersionFacts& version, const QString& progress, DateLanguage language)
 {
     labelName->setText(VersionWords::Name(version));

@@ -17,7 +17,6 @@ class VersionDetails : public QWidget
 public:
     // mostSaves: how many saves are listed.
     explicit VersionDetails(int mostSaves, QWidget* parent = nullptr);
-    ~VersionDetails() override;
 
     // progress: shown in place of saves that are not known.
     void Show(const VersionFacts& version, const QString& progress, DateLanguage language);

@@ -12,8 +12,6 @@ ClickGuard::ClickGuard(QObject* parent) : QObject(parent)
     qApp->installEventFilter(this);
 }
 
-ClickGuard::~ClickGuard() = default;
-
 bool ClickGuard::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {

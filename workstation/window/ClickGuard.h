@@ -19,7 +19,6 @@ class ClickGuard : public QObject
 
 public:
     explicit ClickGuard(QObject* parent = nullptr);
-    ~ClickGuard() override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
