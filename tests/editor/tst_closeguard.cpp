@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "EditorDriver.h"
-#include "EditorWorld.h"
+#include "EditorFixture.h"
 #include "FaultServer.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
@@ -27,19 +26,11 @@ ModalDriver::Step Answer(const QString& button)
 }
 } // namespace
 
-class CloseGuardTest : public QObject
+class CloseGuardTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void closesWithoutAModel()
     {
         EditorDriver author;
@@ -175,16 +166,6 @@ private slots:
 
         QCOMPARE(toasts.GetTexts(), QStringList(QStringLiteral("磁盘已满")));
     }
-
-private:
-    void Open(EditorDriver& author, const QString& version)
-    {
-        author.GetEditor()->SetExecuteInfo(app);
-        QTRY_COMPARE(author.GetSelectedVersion(), version);
-    }
-
-    EditorWorld world;
-    RobotExecuteInfo app;
 };
 
 RPA_TEST_MAIN(CloseGuardTest)

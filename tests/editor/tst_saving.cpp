@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "EditorDriver.h"
-#include "EditorWorld.h"
+#include "EditorFixture.h"
 #include "FaultServer.h"
 #include "ModalDriver.h"
 #include "RecordingMonitor.h"
@@ -17,19 +16,11 @@
 #include <QLineEdit>
 #include <QtTest>
 
-class SavingTest : public QObject
+class SavingTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void makesANewVersionOfAnAppThatWasNeverSaved()
     {
         EditorDriver author;
@@ -197,16 +188,6 @@ private slots:
 
         author.Press("pushButtonSaveAs");
     }
-
-private:
-    void Open(EditorDriver& author, const QString& version)
-    {
-        author.GetEditor()->SetExecuteInfo(app);
-        QTRY_COMPARE(author.GetSelectedVersion(), version);
-    }
-
-    EditorWorld world;
-    RobotExecuteInfo app;
 };
 
 RPA_TEST_MAIN(SavingTest)

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // The host may take the editor away at any moment.
-#include "EditorDriver.h"
-#include "EditorWorld.h"
+#include "EditorFixture.h"
 #include "FaultServer.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
@@ -37,19 +36,11 @@ public:
 };
 } // namespace
 
-class TearDownTest : public QObject
+class TearDownTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void isTakenAwayWhileTheListIsUnderWay()
     {
         world.AddVersion(app, QStringLiteral("版本1"));
@@ -318,8 +309,6 @@ private:
         author.TypeInstructions(QStringLiteral("edited"));
     }
 
-    EditorWorld world;
-    RobotExecuteInfo app;
     QString id;
 };
 

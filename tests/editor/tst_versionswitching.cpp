@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "EditorDriver.h"
-#include "EditorWorld.h"
+#include "EditorFixture.h"
 #include "FaultServer.h"
 #include "ModalDriver.h"
 #include "TestApp.h"
@@ -33,19 +32,11 @@ ModalDriver::Step Answer(const QString& text, const QString& button)
 }
 } // namespace
 
-class VersionSwitchingTest : public QObject
+class VersionSwitchingTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void startsAnAppWithoutVersionsFromTheDefault()
     {
         EditorDriver author;
@@ -412,12 +403,6 @@ private slots:
     }
 
 private:
-    void Open(EditorDriver& author, const QString& version)
-    {
-        author.GetEditor()->SetExecuteInfo(app);
-        QTRY_COMPARE(author.GetSelectedVersion(), version);
-    }
-
     void OpenTwo(EditorDriver& author)
     {
         oldId = world.AddVersion(app, QStringLiteral("旧版"), QString(), QStringLiteral("old"));
@@ -433,8 +418,6 @@ private:
                                           Q_ARG(QVariant, QVariant(id))));
     }
 
-    EditorWorld world;
-    RobotExecuteInfo app;
     QString oldId;
     QString newId;
 };

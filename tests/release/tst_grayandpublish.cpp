@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "EditorDriver.h"
-#include "EditorWorld.h"
+#include "EditorFixture.h"
 #include "FaultServer.h"
 #include "ModalDriver.h"
 #include "RecordingMonitor.h"
@@ -53,19 +52,11 @@ QStringList TextsOf(QWidget* box)
 }
 } // namespace
 
-class GrayAndPublishTest : public QObject
+class GrayAndPublishTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void refusesOrAsks_data()
     {
         QTest::addColumn<int>("selected");
@@ -373,8 +364,6 @@ private:
             QTRY_VERIFY(author.GetInstructions().contains(QStringLiteral("stored")));
     }
 
-    EditorWorld world;
-    RobotExecuteInfo app;
     QString id;
 };
 

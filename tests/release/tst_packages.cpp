@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "EditorFixture.h"
 #include "ModalDriver.h"
 #include "RunFixture.h"
 #include "TestApp.h"
@@ -30,19 +31,11 @@ void KeepPackageList(RpaAppData& content)
 }
 } // namespace
 
-class PackagesTest : public QObject
+class PackagesTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void installsOnceAndOnlyWhenThereAreAnyPackages()
     {
         PatientPackageService packages;
@@ -171,8 +164,6 @@ private:
         QTRY_COMPARE(author.GetSelectedVersion(), version);
     }
 
-    EditorWorld world;
-    RobotExecuteInfo app;
     QString mainProcess;
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "EditorFixture.h"
 #include "ModalDriver.h"
 #include "RecordingMonitor.h"
 #include "RunFixture.h"
@@ -13,19 +14,11 @@
 #include <QJsonObject>
 #include <QtTest>
 
-class UsageEventsTest : public QObject
+class UsageEventsTest : public EditorFixture
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { world.Start(); }
-
-    void init()
-    {
-        world.SignIn();
-        app = world.CreateApp();
-    }
-
     void countsARefusedGrayRelease()
     {
         world.AddVersion(app, QStringLiteral("开发版"));
@@ -127,10 +120,6 @@ private slots:
         QCOMPARE(payload.value(QStringLiteral("clickId")).toString(QStringLiteral("?")), QString());
         QCOMPARE(payload.keys().size(), 5);
     }
-
-private:
-    EditorWorld world;
-    RobotExecuteInfo app;
 };
 
 RPA_TEST_MAIN(UsageEventsTest)
