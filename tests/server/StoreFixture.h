@@ -13,6 +13,10 @@
 #include <optional>
 #include <variant>
 
+// What a rule ends with: a record or a refusal.
+template <typename Record>
+using Outcome = std::variant<Record, server::Refusal>;
+
 // The same tests on both databases; each on a database of its own, with four accounts and an app of "author".
 class StoreFixture : public QObject
 {
@@ -41,10 +45,6 @@ protected:
     std::shared_ptr<const server::IDialect> Dialect() const;
     server::Version Save(const QString& name, const QByteArray& body);
     server::Version Released(const QString& name, server::ReleaseType type, qint64 now);
-
-    // What a rule ends with: a record or a refusal.
-    template <typename Record>
-    using Outcome = std::variant<Record, server::Refusal>;
 
     template <typename Rule>
     static auto OutcomeOf(const Rule& rule) -> Outcome<decltype(rule())>

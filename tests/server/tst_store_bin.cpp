@@ -2,7 +2,6 @@
 
 #include "StoreFixture.h"
 #include "base/Clock.h"
-#include "rules/FreeName.h"
 #include "rules/InvitationRules.h"
 
 #include <QTest>
@@ -33,8 +32,6 @@ private slots:
     void copiesAllVersionsIntoDevelopment();
     void copiesForAuthorsOfTheVendorOnly_data() { Databases(); }
     void copiesForAuthorsOfTheVendorOnly();
-    void findsFreeNames_data();
-    void findsFreeNames();
 
 private:
     using Rule = App (*)(Transaction&, const Account&, const QString&, qint64);
@@ -180,9 +177,9 @@ void StoreBinTest::copiesAllVersionsIntoDevelopment()
         return rules::ChangeApp(t, author, app.id, {{}, QStringList{QStringLiteral("财务")}}, 1);
     });
     InWrite([&](Transaction& t) {
-        const auto first =
+        const Version first =
             rules::CreateVersion(t, author, app.id, DraftOf(QStringLiteral("甲"), "{\"n\":1}"), 2);
-        return rules::ReleaseVersion(t, author, std::get<Version>(first).id, 1, ReleaseType::Online, 3);
+        return rules::ReleaseVersion(t, author, first.id, 1, ReleaseType::Online, 3);
     });
     Save(QStringLiteral("甲"), "{\"n\":2}");
 
@@ -214,33 +211,6 @@ void StoreBinTest::copiesForAuthorsOfTheVendorOnly()
     QCOMPARE(std::get<Refusal>(Copy(author, 6)).code, "too-large");
     QCOMPARE(store->AppsEditableBy(author).size(), std::size_t{1});
     QVERIFY(std::holds_alternative<App>(Copy(author, 7)));
-}
-
-void StoreBinTest::findsFreeNames_data()
-{
-    QTest::addColumn<QString>("database");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QStringList>("taken");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char* tag, const QString& name, int takenToo, const QString& expected) {
-        const QStringList taken{name, name + QStringLiteral(" 2")};
-        QTest::newRow(tag) << QStringLiteral("sqlite") << name << QStringList(taken.mid(0, takenToo))
-                           << expected;
-    };
-    const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
-    row("free", QStringLiteral("abcdef"), 0, QStringLiteral("abcdef"));
-    row("taken twice", QStringLiteral("ab"), 2, QStringLiteral("ab 3"));
-    row("no room for the number", QStringLiteral("abcdef"), 1, QStringLiteral("abcd 2"));
-    row("no half character", QStringLiteral("abc%1d").arg(face), 1, QStringLiteral("abc 2"));
-}
-
-void StoreBinTest::findsFreeNames()
-{
-    QFETCH(QString, name);
-    QFETCH(QStringList, taken);
-    QFETCH(QString, expected);
-
-    QCOMPARE(rules::FreeName(name, 6, [&](const QString& tried) { return taken.contains(tried); }), expected);
 }
 
 QTEST_GUILESS_MAIN(StoreBinTest)

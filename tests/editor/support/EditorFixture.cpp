@@ -2,6 +2,8 @@
 
 #include "EditorFixture.h"
 
+#include <RpaEditorManager/RpaAppEditorWidget.h>
+
 #include <QTest>
 
 void EditorFixture::initTestCase()

@@ -14,6 +14,7 @@ private slots:
     void numbersFromTheGivenNumberOn();
     void passesOverNumbersThatAreTaken();
     void numbersManyWithoutTryingThemAllAgain();
+    void findsTheFirstFreeNumberWithinTheLength_data();
     void findsTheFirstFreeNumberWithinTheLength();
 };
 
@@ -59,19 +60,30 @@ void FreeNamesTest::numbersManyWithoutTryingThemAllAgain()
     QCOMPARE(last, QStringLiteral("a300000"));
 }
 
+void FreeNamesTest::findsTheFirstFreeNumberWithinTheLength_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("taken");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char* tag, const QString& name, int takenToo, const QString& expected) {
+        const QStringList taken{name, name + QStringLiteral(" 2")};
+        QTest::newRow(tag) << name << QStringList(taken.mid(0, takenToo)) << expected;
+    };
+    const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
+    row("free", QStringLiteral("abcdef"), 0, QStringLiteral("abcdef"));
+    row("taken twice", QStringLiteral("ab"), 2, QStringLiteral("ab 3"));
+    row("no room for the number", QStringLiteral("abcdef"), 1, QStringLiteral("abcd 2"));
+    row("no half character", QStringLiteral("abc%1d").arg(face), 1, QStringLiteral("abc 2"));
+}
+
 void FreeNamesTest::findsTheFirstFreeNumberWithinTheLength()
 {
-    const auto free = [](const QString& name, const QStringList& taken) {
-        return FreeNames::FirstFree(name, 5,
-                                    [&taken](const QString& tried) { return taken.contains(tried); });
-    };
-    const QString wide = QStringLiteral("ab") + QString::fromUcs4(U"\U0001F600") + QStringLiteral("c");
+    QFETCH(QString, name);
+    QFETCH(QStringList, taken);
+    QFETCH(QString, expected);
 
-    QCOMPARE(free(QStringLiteral("abcde"), {}), QStringLiteral("abcde"));
-    QCOMPARE(free(QStringLiteral("ab"), {QStringLiteral("ab"), QStringLiteral("ab 2")}),
-             QStringLiteral("ab 3"));
-    QCOMPARE(free(QStringLiteral("abcde"), {QStringLiteral("abcde")}), QStringLiteral("abc 2"));
-    QCOMPARE(free(wide, {wide}), QStringLiteral("ab 2")); // no half characters
+    QCOMPARE(FreeNames::FirstFree(name, 6, [&](const QString& tried) { return taken.contains(tried); }),
+             expected);
 }
 
 QTEST_APPLESS_MAIN(FreeNamesTest)

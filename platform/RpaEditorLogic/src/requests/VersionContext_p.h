@@ -10,6 +10,7 @@
 #include "WriteJournal_p.h"
 
 #include <RpaEditorCore/RpaSnapshotManager.h>
+#include <RpaEditorLogic/RpaNotifyId.h>
 #include <RpaEditorLogic/SaveLedger.h>
 #include <RpaEditorLogic/SnapshotRequests.h>
 #include <RpaEditorLogic/VersionAct.h>

@@ -20,18 +20,18 @@ QString NameIn(const RpaStatement& values, const QString& argument)
 int ProcessEdits::RenameVariable(const QString& from, const QString& to)
 {
     EndTyping();
-    using Change = RpaVariableRename::Change;
+    using Followed = RpaVariableRename::Change;
     const RpaVariableRename rename(*Manager(), from, to);
-    const auto put = [this, changes = rename.GetChanges()](RpaStatement Change::*values) {
+    const auto put = [this, changes = rename.GetChanges()](RpaStatement Followed::*values) {
         return [this, changes, values] {
-            for (const Change& change : changes)
+            for (const Followed& change : changes)
                 if (RpaProcess* process = Manager()->FindProcess(change.processName))
                     process->SetValues((change.*values).id, change.*values);
             Report(QString(), {});
         };
     };
     if (rename.CountPlaces() > 0 && from != to)
-        stack.push(new ActStep(QStringLiteral("重命名变量"), put(&Change::after), put(&Change::before)));
+        stack.push(new ActStep(QStringLiteral("重命名变量"), put(&Followed::after), put(&Followed::before)));
     return rename.CountPlaces();
 }
 

@@ -16,6 +16,7 @@
 #include <OxBase/OxBlocker.h>
 #include <RpaEngineTool/IRpaInspector.h>
 #include <RpaEngineTool/RpaEngineTool.h>
+#include <RpaProcessData/RpaHtmlNodeManager.h>
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFocusForward.h>

@@ -7,10 +7,6 @@
 
 #include <optional>
 
-#include <optional>
-
-#include <optional>
-
 // The app data of a version that the account may edit or run, verified against its digest. What it holds is for
 // whoever asks to judge; the outline in the answer tells.
 struct GetVersionDataRequest
