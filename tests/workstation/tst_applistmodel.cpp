@@ -89,7 +89,7 @@ void tst_AppListModel::readsAloudWhatTheCardShows()
 
     const QString text = model.index(1).data(Qt::AccessibleTextRole).toString();
 
-    QCOMPARE(text, QStringLiteral("对账，编程流程，创建者other，修改于2026年3月5日 14:07"));
+    QCOMPARE(text, QStringLiteral("对账，编程流程，开发中，创建者other，修改于2026年3月5日 14:07"));
 }
 
 void tst_AppListModel::tellsStateTagsAndWhoChangedAnApp()
