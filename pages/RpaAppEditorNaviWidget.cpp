@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr int sideMargin = 28;
+constexpr int naviSideMargin = 28;
 constexpr int buttonSpacing = 28;
 
 enum PageIndex
@@ -64,7 +64,7 @@ void RpaAppEditorNaviWidget::InitButtons()
 
 void RpaAppEditorNaviWidget::AdjustForDpi()
 {
-    const int side = DpiTool::ScaleDefault(sideMargin);
+    const int side = DpiTool::ScaleDefault(naviSideMargin);
     ui->horizontalLayout->setContentsMargins(side, 0, side, 0);
     ui->horizontalLayout->setSpacing(DpiTool::ScaleDefault(buttonSpacing));
 }

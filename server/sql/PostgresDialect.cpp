@@ -22,7 +22,7 @@ bool IsOnThisMachine(const QString& host)
 
 // What a server that is asked for something must have done by when. A lock is waited for in less time than
 // the statement, the statement in less than the client: whoever knows best what is wrong says so.
-const char* const settings[] = {
+const char* const postgresSettings[] = {
     "SET synchronous_commit=on",
     "SET client_min_messages=warning",
     "SET lock_timeout=4000",
@@ -64,7 +64,7 @@ public:
         if (!database.open())
             throw StoreError(StoreFault::Unavailable, database.lastError().text());
         QSqlQuery query(database);
-        for (const char* setting : settings)
+        for (const char* setting : postgresSettings)
             if (!query.exec(QString::fromLatin1(setting)))
                 throw StoreError(StoreFault::Unavailable, query.lastError().text());
         return database;

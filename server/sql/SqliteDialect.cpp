@@ -14,7 +14,7 @@ namespace
 {
 // DELETE with EXTRA also syncs the folder after the journal is removed: the only rollback mode in which an
 // answered save survived every replayed power cut.
-const char* const settings[] = {
+const char* const sqliteSettings[] = {
     "PRAGMA page_size=16384",   "PRAGMA journal_mode=DELETE", "PRAGMA synchronous=EXTRA",
     "PRAGMA foreign_keys=ON",   "PRAGMA trusted_schema=OFF",  "PRAGMA cache_size=-16384",
     "PRAGMA temp_store=MEMORY",
@@ -36,7 +36,7 @@ public:
         if (!database.open())
             throw StoreError(StoreFault::Unavailable, database.lastError().text());
         QSqlQuery query(database);
-        for (const char* setting : settings)
+        for (const char* setting : sqliteSettings)
             if (!query.exec(QString::fromLatin1(setting)))
                 throw StoreError(StoreFault::Unavailable, query.lastError().text());
         return database;

@@ -37,7 +37,7 @@ qint64 Count(SqlConnection& connection, const QString& table)
     return rows.Next() ? rows.Number(0) : 0;
 }
 
-int StoredSchema(SqlConnection& connection)
+int WrittenSchema(SqlConnection& connection)
 {
     try {
         auto rows = connection.Select(QStringLiteral("SELECT version FROM schema_info"), {});
@@ -81,7 +81,7 @@ public:
 private:
     void RequireFit()
     {
-        const int schema = StoredSchema(from);
+        const int schema = WrittenSchema(from);
         if (schema != CurrentSchema())
             throw StoreError(StoreFault::Internal,
                              QStringLiteral("the source has schema %1, this program needs %2")
@@ -184,6 +184,6 @@ CopyResult CopyStore(const std::shared_ptr<const IDialect>& from, const std::sha
 int SchemaOf(const std::shared_ptr<const IDialect>& store)
 {
     SqlConnection connection(store);
-    return StoredSchema(connection);
+    return WrittenSchema(connection);
 }
 } // namespace server

@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr int leastHeight = 250;
+constexpr int leastHeightWithTags = 250;
 constexpr int mostTags = 10;
 constexpr int longestTag = 20;
 constexpr int mostShown = 30;
@@ -24,7 +24,7 @@ QString KnownText(const QStringList& known)
 } // namespace
 
 AppTagsDialog::AppTagsDialog(const AppRecord& app, const QStringList& known, QWidget* parent)
-    : FieldDialog(QStringLiteral("标签"), leastHeight, parent)
+    : FieldDialog(QStringLiteral("标签"), leastHeightWithTags, parent)
 {
     setObjectName(QStringLiteral("AppTagsDialog"));
     SetField("editTags", QStringLiteral("标签之间用空格或逗号分开"), QStringLiteral("标签"),

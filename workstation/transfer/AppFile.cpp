@@ -56,7 +56,7 @@ QJsonObject ReadLine(QFile* file)
                                                          : QJsonObject();
 }
 
-QString Text(const QJsonObject& json, const char* name)
+QString TextMember(const QJsonObject& json, const char* name)
 {
     return json.value(QLatin1String(name)).toString();
 }
@@ -70,7 +70,7 @@ bool IsName(const QString& text, int most)
 
 bool ReadHead(const QJsonObject& json, AppFile::Head* head)
 {
-    head->name = Text(json, "name");
+    head->name = TextMember(json, "name");
     head->kind = json.value(QLatin1String("kind")).toInt(-1);
     head->versions = json.value(QLatin1String("versions")).toInt(-1);
     for (const QJsonValue& tag : json.value(QLatin1String("tags")).toArray()) {
@@ -85,9 +85,9 @@ bool ReadHead(const QJsonObject& json, AppFile::Head* head)
 
 bool ReadTexts(const QJsonObject& json, VersionServiceContent* version)
 {
-    version->name = Text(json, "name");
-    version->description = Text(json, "description");
-    version->apiVersion = Text(json, "apiVersion");
+    version->name = TextMember(json, "name");
+    version->description = TextMember(json, "description");
+    version->apiVersion = TextMember(json, "apiVersion");
     return IsName(version->name, longestVersionName) && version->description.size() <= longestDescription &&
            version->apiVersion.size() <= longestApiVersion;
 }
@@ -138,7 +138,7 @@ bool AppFile::Reader::Open(const QString& path, Head* head, QString* problem)
     if (!RegularFile::Open(file.get(), path, problem))
         return false;
     const QJsonObject json = ReadLine(file.get());
-    if (Text(json, "format") != FormatName())
+    if (TextMember(json, "format") != FormatName())
         return Refuse(problem, QStringLiteral("这不是导出的应用文件"));
     if (json.value(QLatin1String("formatVersion")).toInt() > formatVersion)
         return Refuse(problem, QStringLiteral("文件由更新的版本导出，请先更新本程序"));
@@ -160,7 +160,7 @@ bool AppFile::Reader::Next(VersionServiceContent* version, QString* problem)
     version->data = file->read(qint64(size));
     char end = 0;
     if (version->data.size() != qint64(size) || !file->getChar(&end) || end != '\n' ||
-        QString::fromLatin1(DigestOf(version->data)) != Text(json, "sha256"))
+        QString::fromLatin1(DigestOf(version->data)) != TextMember(json, "sha256"))
         return IsDamaged(problem, which + QStringLiteral("的内容不完整"));
     const AppOutline outline = AppOutline::Read(version->data);
     return outline.IsApp() || IsDamaged(problem, which + QStringLiteral("不是应用。") + outline.problem);

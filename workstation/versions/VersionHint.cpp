@@ -19,13 +19,13 @@ namespace
 constexpr int hintWidth = 300;
 constexpr int mostWidth = 420; // for a name that would be broken
 constexpr int gap = 6;
-constexpr int shownSaves = 3;
+constexpr int hintedSaves = 3;
 } // namespace
 
 VersionHint::VersionHint(QComboBox* combo, VersionController* versionController, DateLanguage language)
     : QFrame(combo->parentWidget(), Qt::ToolTip | Qt::FramelessWindowHint), box(combo), list(combo->view()),
       field(combo->lineEdit()), desk(versionController), dateLanguage(language),
-      details(new VersionDetails(shownSaves))
+      details(new VersionDetails(hintedSaves))
 {
     Ui::VersionHint ui;
     ui.setupUi(this);

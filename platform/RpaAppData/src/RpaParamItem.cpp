@@ -35,7 +35,7 @@ bool FitPercent(QVariant& value)
 
 using Row = TypeRow<RpaParamType>;
 
-const QVector<Row>& Rows()
+const QVector<Row>& ParamTypeRows()
 {
     using Type = RpaParamType;
     using namespace TypedValue;
@@ -62,7 +62,7 @@ const QVector<Row>& Rows()
 
 const Row& RowOf(RpaParamType type)
 {
-    return TypeRows::Find(Rows(), type);
+    return TypeRows::Find(ParamTypeRows(), type);
 }
 
 auto Tie(const RpaParamItem& item)
@@ -160,5 +160,5 @@ QString RpaParamItem::GetTypeTitle(RpaParamType type)
 
 QVector<RpaParamType> RpaParamItem::GetTypes()
 {
-    return TypeRows::Types(Rows());
+    return TypeRows::Types(ParamTypeRows());
 }

@@ -10,7 +10,7 @@
 
 namespace
 {
-const RecordJson::Fields<RpaParamItem>& Fields()
+const RecordJson::Fields<RpaParamItem>& ParamJsonFields()
 {
     using Item = RpaParamItem;
     using RecordJson::Always;
@@ -43,13 +43,13 @@ QVector<RpaParamItem> Stored(QVector<RpaParamItem> items)
 
 void RpaParamData::WriteJson(JsonWriter& writer) const
 {
-    RecordJson::WriteList(writer, Stored(items), Fields());
+    RecordJson::WriteList(writer, Stored(items), ParamJsonFields());
 }
 
 std::function<void()> RpaParamData::ReadJson(JsonReader& reader)
 {
     QVector<RpaParamItem> read;
-    if (!RecordJson::ReadList(reader, read, Fields()))
+    if (!RecordJson::ReadList(reader, read, ParamJsonFields()))
         return {};
     return [this, read] { SetContent(Stored(read)); };
 }

@@ -9,7 +9,7 @@
 
 namespace
 {
-const QVector<TypeRow<RpaColumnType>>& Rows()
+const QVector<TypeRow<RpaColumnType>>& ColumnTypeRows()
 {
     using namespace TypedValue;
     static const QVector<TypeRow<RpaColumnType>> rows{
@@ -37,7 +37,7 @@ bool RpaTableColumn::Fit(QVariant& value) const
         value = QVariant();
         return true;
     }
-    return TypeRows::Find(Rows(), type).fit(value);
+    return TypeRows::Find(ColumnTypeRows(), type).fit(value);
 }
 
 bool RpaTableColumn::operator==(const RpaTableColumn& other) const
@@ -47,15 +47,15 @@ bool RpaTableColumn::operator==(const RpaTableColumn& other) const
 
 QString RpaTableColumn::GetTypeName(RpaColumnType type)
 {
-    return QLatin1String(TypeRows::Find(Rows(), type).name);
+    return QLatin1String(TypeRows::Find(ColumnTypeRows(), type).name);
 }
 
 QString RpaTableColumn::GetTypeTitle(RpaColumnType type)
 {
-    return TypeRows::Find(Rows(), type).title;
+    return TypeRows::Find(ColumnTypeRows(), type).title;
 }
 
 QVector<RpaColumnType> RpaTableColumn::GetTypes()
 {
-    return TypeRows::Types(Rows());
+    return TypeRows::Types(ColumnTypeRows());
 }

@@ -21,7 +21,7 @@ QString MakeId()
     return QUuid::createUuid().toString(QUuid::Id128);
 }
 
-const RecordJson::Fields<RpaToolItem>& Fields()
+const RecordJson::Fields<RpaToolItem>& ToolJsonFields()
 {
     using RecordJson::Always;
     static const RecordJson::Fields<RpaToolItem> fields{
@@ -64,13 +64,13 @@ void RpaToolData::SettleAll(Content& all) const
 
 void RpaToolData::WriteJson(JsonWriter& writer) const
 {
-    RecordJson::WriteList(writer, items, Fields());
+    RecordJson::WriteList(writer, items, ToolJsonFields());
 }
 
 std::function<void()> RpaToolData::ReadJson(JsonReader& reader)
 {
     Content read;
-    if (!RecordJson::ReadList(reader, read, Fields()))
+    if (!RecordJson::ReadList(reader, read, ToolJsonFields()))
         return {};
     return [this, read] { SetContent(read); };
 }

@@ -6,10 +6,10 @@
 
 namespace
 {
-const QByteArray& Start()
+const QByteArray& ReferenceStart()
 {
     static const QByteArray start =
-        "{\"contentReference\":\"" + QUuid::createUuid().toByteArray(QUuid::Id128) + '-';
+        R"({"contentReference":")" + QUuid::createUuid().toByteArray(QUuid::Id128) + '-';
     return start;
 }
 
@@ -25,7 +25,7 @@ RpaContentReference::Fetch& Current()
 
 QByteArray RpaContentReference::Make(const QByteArray& key)
 {
-    return Start() + key + end;
+    return ReferenceStart() + key + end;
 }
 
 void RpaContentReference::SetFetch(const Fetch& fetch)
@@ -35,9 +35,9 @@ void RpaContentReference::SetFetch(const Fetch& fetch)
 
 QByteArray RpaContentReference::Resolve(const QByteArray& json)
 {
-    if (!json.startsWith(Start()) || !json.endsWith(end))
+    if (!json.startsWith(ReferenceStart()) || !json.endsWith(end))
         return json;
     const Fetch fetch = Current();
-    const int keySize = json.size() - Start().size() - endSize;
-    return fetch ? fetch(json.mid(Start().size(), keySize)) : QByteArray();
+    const int keySize = json.size() - ReferenceStart().size() - endSize;
+    return fetch ? fetch(json.mid(ReferenceStart().size(), keySize)) : QByteArray();
 }

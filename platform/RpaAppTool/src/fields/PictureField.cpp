@@ -14,7 +14,7 @@
 
 namespace
 {
-constexpr qint64 bytesAtMost = 16 * 1024 * 1024;
+constexpr qint64 pictureBytesAtMost = 16 * 1024 * 1024;
 constexpr qint64 pixelsAtMost = 40 * 1000 * 1000;
 constexpr int emptyHeight = 30; // as a field of one line
 const QSize seenAtMost(480, 320);
@@ -30,7 +30,7 @@ QString Read(const QString& path, const QSize& room, QImage& image)
     const QFileInfo info(path);
     if (!info.isFile())
         return QStringLiteral("找不到图片文件");
-    if (info.size() > bytesAtMost)
+    if (info.size() > pictureBytesAtMost)
         return QStringLiteral("图片超过 16 MB，无法显示");
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);

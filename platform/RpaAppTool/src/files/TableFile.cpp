@@ -11,7 +11,7 @@
 
 namespace
 {
-constexpr qint64 bytesAtMost = 64 * 1024 * 1024;
+constexpr qint64 tableBytesAtMost = 64 * 1024 * 1024;
 constexpr int rowsPerReport = 1000;
 
 bool IsWorkbook(const QString& path)
@@ -68,7 +68,7 @@ TableFile::Content TableFile::Read(const QString& path, const Progress& progress
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         refused.problem = QStringLiteral("无法读取文件：%1").arg(file.errorString());
-    else if (file.size() > bytesAtMost)
+    else if (file.size() > tableBytesAtMost)
         refused.problem = QStringLiteral("文件超过 64 MB，无法导入");
     if (!refused.problem.isEmpty())
         return refused;

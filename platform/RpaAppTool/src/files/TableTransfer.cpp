@@ -12,7 +12,7 @@
 namespace
 {
 constexpr int reportMilliseconds = 50;
-constexpr int rowsPerReport = 1000;
+constexpr int writtenRowsPerReport = 1000;
 constexpr int permilleWhenRead = 900;
 
 // A first line that repeats the column names is their header, not a row.
@@ -54,7 +54,7 @@ void FitRows(const TableFile::Content& content, const QVector<RpaTableColumn>& c
     for (int row = first; row < content.rows.size(); ++row) {
         result.rows << Fitted(content.rows.at(row), columns, result.misfits);
         const qint64 done = qint64(row) * (1000 - permilleWhenRead) / content.rows.size();
-        if (row % rowsPerReport == 0 && !progress(permilleWhenRead + int(done)))
+        if (row % writtenRowsPerReport == 0 && !progress(permilleWhenRead + int(done)))
             return;
     }
 }

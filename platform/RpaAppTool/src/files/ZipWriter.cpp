@@ -10,9 +10,9 @@
 
 namespace
 {
-constexpr int localBytes = 30;
+constexpr int localHeaderBytes = 30;
 constexpr quint16 version = 20; // of the format, the first one with deflate
-constexpr quint16 deflated = 8;
+constexpr quint16 deflateMethod = 8;
 constexpr quint16 namesAreUtf8 = 0x800;
 constexpr quint16 firstDay = 0x21; // 1980-01-01: the same content gives the same file
 
@@ -79,7 +79,7 @@ ZipWriter::~ZipWriter() = default;
 QByteArray ZipWriter::HeadOf(const Entry& entry)
 {
     Fields fields;
-    fields.Short(version).Short(namesAreUtf8).Short(deflated).Short(0).Short(firstDay);
+    fields.Short(version).Short(namesAreUtf8).Short(deflateMethod).Short(0).Short(firstDay);
     fields.Long(entry.crc).Long(entry.packedBytes).Long(entry.bytes);
     fields.Short(quint16(entry.name.size())).Short(0);
     return fields.bytes;

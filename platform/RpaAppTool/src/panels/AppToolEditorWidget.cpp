@@ -9,10 +9,10 @@
 
 namespace
 {
-using Field = RecordField<RpaToolItem>;
+using ToolField = RecordField<RpaToolItem>;
 using Choices = QVector<RecordModel::Choice>;
 
-Field TextField()
+ToolField TextField()
 {
     const auto write = [](RpaToolItem& item, const QVariant& value, const QVector<RpaToolItem>&) {
         constexpr int longest = 20;
@@ -46,7 +46,7 @@ Choices Icons(const RpaToolItem&)
             icon(QStringLiteral("时间"), QStringLiteral("clock"))};
 }
 
-Field IconField()
+ToolField IconField()
 {
     const auto show = [](const RpaToolItem& item, int role) -> QVariant {
         const QString name = item.icon.isEmpty() ? QStringLiteral("run") : item.icon;
@@ -61,7 +61,7 @@ Field IconField()
     return {QStringLiteral("图标"), show, write, Icons, {64, 64, true}};
 }
 
-Field ProcessField(const std::function<RpaAppDataPtr()>& appData)
+ToolField ProcessField(const std::function<RpaAppDataPtr()>& appData)
 {
     const auto show = [](const RpaToolItem& item, int role) -> QVariant {
         if (role == Qt::DisplayRole && item.processName.isEmpty())

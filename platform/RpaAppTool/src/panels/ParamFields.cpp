@@ -10,7 +10,7 @@
 
 namespace
 {
-using Field = RecordField<RpaParamItem>;
+using ParamItemField = RecordField<RpaParamItem>;
 using Choice = RecordModel::Choice;
 using Others = QVector<RpaParamItem>;
 
@@ -44,7 +44,7 @@ void DropLimits(RpaParamItem& item)
     item.endings.clear();
 }
 
-Field LabelField()
+ParamItemField LabelField()
 {
     const auto write = [](RpaParamItem& item, const QVariant& value, const Others&) {
         constexpr int longest = 40;
@@ -78,7 +78,7 @@ QString WriteDefault(RpaParamItem& item, const QVariant& value, const Others&)
     return {};
 }
 
-Field DefaultField()
+ParamItemField DefaultField()
 {
     const auto choices = [](const RpaParamItem& item) -> QVector<Choice> {
         if (item.type == RpaParamType::Switch)
@@ -97,7 +97,7 @@ Field DefaultField()
     return {QStringLiteral("默认值"), ShowDefault, WriteDefault, choices, {100, 62}, use};
 }
 
-Field RequiredField()
+ParamItemField RequiredField()
 {
     const auto use = [](const RpaParamItem& item) {
         return item.CanBeMissing() || item.required ? RecordUse::Checked : RecordUse::None;
@@ -127,7 +127,7 @@ QVector<Choice> LimitChoices(const RpaParamItem& item)
     return all;
 }
 
-Field LimitsField()
+ParamItemField LimitsField()
 {
     const auto show = [](const RpaParamItem& item, int role) {
         return NamedFields::ShowText(ParamLimits::TextOf(item), role);
@@ -138,7 +138,7 @@ Field LimitsField()
     const auto use = [](const RpaParamItem& item) {
         return ParamLimits::Has(item) ? RecordUse::Edited : RecordUse::None;
     };
-    Field field{QStringLiteral("限制"), show, write, LimitChoices, {100, 46}, use, true};
+    ParamItemField field{QStringLiteral("限制"), show, write, LimitChoices, {100, 46}, use, true};
     field.tip = QStringLiteral(
         "下拉选择和多项选择：选项，如 甲，乙\n数字和日期：范围，如 1~100\n滑块：范围和步长，如 0~1，步长 "
         "0.1\n"
@@ -148,13 +148,13 @@ Field LimitsField()
 }
 } // namespace
 
-QVector<Field> ParamFields::GetAll()
+QVector<ParamItemField> ParamFields::GetAll()
 {
-    Field name = NamedFields::Name<RpaParamItem>(QStringLiteral("名称"), QStringLiteral("参数名称"));
+    ParamItemField name = NamedFields::Name<RpaParamItem>(QStringLiteral("名称"), QStringLiteral("参数名称"));
     name.widths.tight = 76;
-    Field label = LabelField();
+    ParamItemField label = LabelField();
     label.widths.tight = 76;
-    Field type = NamedFields::TypeOf<RpaParamItem, RpaParamType>(TypeIcon, DropLimits);
+    ParamItemField type = NamedFields::TypeOf<RpaParamItem, RpaParamType>(TypeIcon, DropLimits);
     type.widths = {106, 46, true};
     return {name, label, type, DefaultField(), RequiredField(), LimitsField()};
 }

@@ -17,7 +17,7 @@ namespace
 constexpr int smallestZoom = -6;
 constexpr int largestZoom = 20;
 
-QColor Colour(WbColor colour)
+QColor ThemeColour(WbColor colour)
 {
     return WbTheme::Instance()->Color(colour);
 }
@@ -25,7 +25,7 @@ QColor Colour(WbColor colour)
 QTextEdit::ExtraSelection LineMark(const QTextCursor& cursor, WbColor colour)
 {
     QTextEdit::ExtraSelection mark;
-    mark.format.setBackground(Colour(colour));
+    mark.format.setBackground(ThemeColour(colour));
     mark.format.setProperty(QTextFormat::FullWidthSelection, true);
     mark.cursor = cursor;
     mark.cursor.clearSelection();
@@ -159,7 +159,7 @@ void CodeEdit::changeEvent(QEvent* event)
 void CodeEdit::PaintGutter(QPaintEvent* event)
 {
     QPainter painter(gutter);
-    painter.fillRect(event->rect(), Colour(WbColor::Surface));
+    painter.fillRect(event->rect(), ThemeColour(WbColor::Surface));
     painter.setFont(document()->defaultFont());
     const int current = textCursor().blockNumber();
     QTextBlock block = firstVisibleBlock();
@@ -168,7 +168,9 @@ void CodeEdit::PaintGutter(QPaintEvent* event)
         const qreal height = blockBoundingRect(block).height();
         const bool here = block.blockNumber() == current;
         const bool failed = block.blockNumber() == failedLine - 1;
-        painter.setPen(Colour(failed ? WbColor::DangerText : here ? WbColor::Text : WbColor::TextDisabled));
+        painter.setPen(ThemeColour(failed ? WbColor::DangerText
+                                   : here ? WbColor::Text
+                                          : WbColor::TextDisabled));
         // Chinese text comes from a taller font: the number stands on the line's own base line.
         const QTextLayout* text = block.layout();
         const qreal lower =
@@ -212,8 +214,8 @@ void CodeEdit::MarkBrackets(QList<QTextEdit::ExtraSelection>& marks) const
             continue;
         for (const int each : {position, partner}) {
             QTextEdit::ExtraSelection mark;
-            mark.format.setBackground(Colour(WbColor::AccentSoft));
-            mark.format.setForeground(Colour(WbColor::AccentText));
+            mark.format.setBackground(ThemeColour(WbColor::AccentSoft));
+            mark.format.setForeground(ThemeColour(WbColor::AccentText));
             mark.cursor = QTextCursor(document());
             mark.cursor.setPosition(each);
             mark.cursor.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);

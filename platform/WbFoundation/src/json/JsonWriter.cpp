@@ -16,13 +16,13 @@ namespace
 constexpr int firstCapacity = 1024;
 constexpr int longestNumber = 40;
 
-bool IsPlain(ushort c)
+bool IsWrittenPlain(ushort c)
 {
     return c >= 0x20 && c < 0x80 && c != '"' && c != '\\';
 }
 
 // Two characters for the short escapes, else null.
-const char* ShortEscape(uchar c)
+const char* WrittenEscape(uchar c)
 {
     switch (c) {
     case '"':
@@ -103,13 +103,13 @@ void JsonWriter::Private::AppendEscaped(const char* utf8, int length)
     const char* const end = utf8 + length;
     for (const char* at = utf8; at < end;) {
         const char* plain = at;
-        while (at < end && (IsPlain(static_cast<uchar>(*at)) || static_cast<uchar>(*at) >= 0x80))
+        while (at < end && (IsWrittenPlain(static_cast<uchar>(*at)) || static_cast<uchar>(*at) >= 0x80))
             ++at;
         Append(plain, static_cast<int>(at - plain));
         if (at == end)
             break;
         const auto c = static_cast<uchar>(*at++);
-        if (const char* escape = ShortEscape(c)) {
+        if (const char* escape = WrittenEscape(c)) {
             Append(escape, 2);
         } else {
             static const char digits[] = "0123456789abcdef";
@@ -127,7 +127,7 @@ void JsonWriter::Private::AppendString(const QString& text)
     const QChar* const source = text.constData();
     char* target = Reserve(length);
     int plain = 0;
-    while (plain < length && IsPlain(source[plain].unicode())) {
+    while (plain < length && IsWrittenPlain(source[plain].unicode())) {
         target[plain] = static_cast<char>(source[plain].unicode());
         ++plain;
     }
