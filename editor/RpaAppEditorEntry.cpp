@@ -91,12 +91,12 @@ void RpaAppEditorWidget::InitProcessEditor()
     layout->setContentsMargins(0, 0, 0, 0);
 
     const int kind = m->appData->GetAppExtendInfo()->GetAppKind();
-    if (kind == VisualKind) {
+    if (kind == visualKind) {
         m->visualEditor = new ProcessVisualEditorWidget; // adopted by the layout
         connect(m->visualEditor, &ProcessVisualEditorWidget::SigSaveCode, this,
                 &RpaAppEditorWidget::SlotSave);
         layout->addWidget(m->visualEditor);
-    } else if (kind == ProgramKind) {
+    } else if (kind == programKind) {
         m->programEditor = new ProcessProgramEditorWidget; // adopted by the layout
         connect(m->programEditor, &ProcessProgramEditorWidget::SigSaveCode, this,
                 &RpaAppEditorWidget::SlotSave);

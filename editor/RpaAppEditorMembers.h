@@ -24,8 +24,8 @@ class RpaAppEditorWidget;
 }
 
 // Kinds of an app, as its first model says.
-constexpr int VisualKind = 0;
-constexpr int ProgramKind = 1;
+constexpr int visualKind = 0;
+constexpr int programKind = 1;
 
 // What the editor holds, kept out of its public header. They are destroyed in reverse order, after the editor
 // has left the registries of the workstation.

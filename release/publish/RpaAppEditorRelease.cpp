@@ -12,8 +12,8 @@
 
 namespace
 {
-constexpr int GrayRelease = 1;
-constexpr int PublishOnline = 2;
+constexpr int grayRelease = 1;
+constexpr int publishOnline = 2;
 } // namespace
 
 void RpaAppEditorWidget::SlotBeta()
@@ -31,7 +31,7 @@ void RpaAppEditorWidget::SlotBeta()
         break;
     }
     if (!RefuseUnsaved())
-        AskAndRelease(QStringLiteral("确定开始灰度吗？"), GrayRelease);
+        AskAndRelease(QStringLiteral("确定开始灰度吗？"), grayRelease);
 }
 
 void RpaAppEditorWidget::SlotPublish()
@@ -51,7 +51,7 @@ void RpaAppEditorWidget::SlotPublish()
         changesAreIgnored
             ? QStringLiteral("仅支持上线原灰度版本内容，针对当前灰度版本修改将忽略，确定发布上线吗？")
             : QStringLiteral("确定发布上线吗"),
-        PublishOnline);
+        publishOnline);
 }
 
 // True when there is nothing on the server yet that the author would recognise as what he sees.

@@ -100,5 +100,5 @@ bool RpaAppEditorWidget::CheckComment(QList<RpaCheckInfo>& list)
 
 bool RpaAppEditorWidget::IsVisual() const
 {
-    return m->appData && m->appData->GetAppExtendInfo()->GetAppKind() == VisualKind;
+    return m->appData && m->appData->GetAppExtendInfo()->GetAppKind() == visualKind;
 }

@@ -55,7 +55,7 @@ void RpaAppEditorWidget::SaveAppData(const QString& name, const QString& directi
 QString RpaAppEditorWidget::GetTemplateDir() const
 {
     const RpaSuperDir* const folders = RpaSuperDir::Instance();
-    return m->executeInfo.GetAppKind() == VisualKind ? folders->GetVisualTemplateDir()
+    return m->executeInfo.GetAppKind() == visualKind ? folders->GetVisualTemplateDir()
                                                      : folders->GetProgramTemplateDir();
 }
 

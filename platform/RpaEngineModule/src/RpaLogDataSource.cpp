@@ -34,15 +34,15 @@ void RpaLogDataSource::Append(RpaLogLevel level, const QString& text, const QStr
     line.number = nextNumber++;
     line.time = QDateTime::currentDateTime();
     line.level = level;
-    line.text = text.size() > MaxLineLength ? text.left(MaxLineLength) + QStringLiteral("…") : text;
+    line.text = text.size() > maxLineLength ? text.left(maxLineLength) + QStringLiteral("…") : text;
     line.statementId = statementId;
     line.line = lineNumber;
 
-    if (ring.size() < CapacityInLines) {
+    if (ring.size() < capacityInLines) {
         ring.append(line);
     } else {
         ring[oldest] = line;
-        oldest = (oldest + 1) % CapacityInLines;
+        oldest = (oldest + 1) % capacityInLines;
     }
 
     // Of the lines of this turn only those that are still there are news.

@@ -13,9 +13,9 @@ class RpaLogDataSource : public IRpaLogDataSource
     Q_OBJECT
 
 public:
-    static constexpr int CapacityInLines = 10000;
+    static constexpr int capacityInLines = 10000;
     // A single line of a run must not fill the memory either.
-    static constexpr int MaxLineLength = 16 * 1024;
+    static constexpr int maxLineLength = 16 * 1024;
 
     explicit RpaLogDataSource(QObject* parent = nullptr);
 

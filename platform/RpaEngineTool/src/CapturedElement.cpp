@@ -6,10 +6,10 @@
 
 namespace
 {
-constexpr int LongestName = 40;
-constexpr int LongestSelector = 8192;
-constexpr int MostAttributes = 32;
-constexpr int LongestAttribute = 1000;
+constexpr int longestName = 40;
+constexpr int longestSelector = 8192;
+constexpr int mostAttributes = 32;
+constexpr int longestAttribute = 1000;
 
 QString Text(const QVariantMap& description, const char* key, int longest)
 {
@@ -29,7 +29,7 @@ QString CapturedElement::Refusal(const QVariantMap& description)
         return QStringLiteral("这里是网页中嵌入的另一个网页，不能捕获其中的元素");
     const QString css = description.value(QStringLiteral("css")).toString();
     const QString xpath = description.value(QStringLiteral("xpath")).toString();
-    if ((css.isEmpty() && xpath.isEmpty()) || css.size() > LongestSelector || xpath.size() > LongestSelector)
+    if ((css.isEmpty() && xpath.isEmpty()) || css.size() > longestSelector || xpath.size() > longestSelector)
         return QStringLiteral("无法为这个元素生成可靠的定位，请选择它附近的元素");
     return QString();
 }
@@ -37,14 +37,14 @@ QString CapturedElement::Refusal(const QVariantMap& description)
 RpaNode CapturedElement::ToNode(const QVariantMap& description, const QUrl& page)
 {
     RpaNode node;
-    node.name = Text(description, "name", LongestName).simplified();
+    node.name = Text(description, "name", longestName).simplified();
     node.pageUrl = PageWithoutQuery(page);
-    node.css = Text(description, "css", LongestSelector);
-    node.xpath = Text(description, "xpath", LongestSelector);
+    node.css = Text(description, "css", longestSelector);
+    node.xpath = Text(description, "xpath", longestSelector);
     const QVariantMap attributes = description.value(QStringLiteral("attributes")).toMap();
-    for (auto it = attributes.begin(); it != attributes.end() && node.attributes.size() < MostAttributes;
+    for (auto it = attributes.begin(); it != attributes.end() && node.attributes.size() < mostAttributes;
          ++it)
-        node.attributes.insert(it.key().left(100), it.value().toString().left(LongestAttribute));
+        node.attributes.insert(it.key().left(100), it.value().toString().left(longestAttribute));
     return node;
 }
 

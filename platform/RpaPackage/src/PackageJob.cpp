@@ -13,9 +13,9 @@
 namespace
 {
 
-constexpr int ShownLinesAtMost = 500;
+constexpr int shownLinesAtMost = 500;
 // Finding out what is there, making the environment, installing, looking again.
-constexpr int PlainSteps = 4;
+constexpr int plainSteps = 4;
 
 QString ProbeText()
 {
@@ -65,7 +65,7 @@ PackageJob::~PackageJob() = default;
 void PackageJob::Start()
 {
     deadline.start(settings.timeout);
-    steps = kind == Install ? PlainSteps : 1;
+    steps = kind == Install ? plainSteps : 1;
     Tell(QStringLiteral("正在检查扩展包…"));
     Probe([this] {
         if (kind == Look || Wanted().isEmpty())
@@ -247,7 +247,7 @@ void PackageJob::TakeLine(const QString& line)
 {
     if (line.startsWith(QLatin1String("ERROR: ")))
         lastError = line.mid(7);
-    if (!line.isEmpty() && shownLines++ < ShownLinesAtMost)
+    if (!line.isEmpty() && shownLines++ < shownLinesAtMost)
         emit SigOutput(line);
 }
 

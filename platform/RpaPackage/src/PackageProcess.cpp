@@ -7,8 +7,8 @@
 
 namespace
 {
-constexpr int OutputBytesAtMost = 256 * 1024;
-constexpr int LongestLine = 1000;
+constexpr int outputBytesAtMost = 256 * 1024;
+constexpr int longestLine = 1000;
 
 QProcessEnvironment PipEnvironment()
 {
@@ -72,17 +72,17 @@ void PackageProcess::Kill()
 void PackageProcess::TakeOutput()
 {
     const QByteArray bytes = process.readAll();
-    output += bytes.left(OutputBytesAtMost - output.size());
+    output += bytes.left(outputBytesAtMost - output.size());
     line += bytes;
     int end = 0;
     int start = 0;
     while ((end = line.indexOf('\n', start)) >= 0) {
-        emit SigLine(QString::fromUtf8(line.mid(start, end - start)).trimmed().left(LongestLine));
+        emit SigLine(QString::fromUtf8(line.mid(start, end - start)).trimmed().left(longestLine));
         start = end + 1;
     }
     line.remove(0, start);
     // A line without an end is shown as far as it may be shown.
-    line.truncate(4 * LongestLine);
+    line.truncate(4 * longestLine);
 }
 
 void PackageProcess::End(bool ok)

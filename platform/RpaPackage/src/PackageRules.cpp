@@ -10,8 +10,8 @@
 namespace
 {
 
-constexpr int LongestName = 100;
-constexpr int LongestVersion = 64;
+constexpr int longestName = 100;
+constexpr int longestVersion = 64;
 
 bool IsAllOf(const QString& text, const QString& pattern)
 {
@@ -37,8 +37,8 @@ QString PackageService::NameProblem(const QString& name)
 {
     if (name.isEmpty())
         return QStringLiteral("请输入扩展包名称");
-    if (name.size() > LongestName)
-        return QStringLiteral("扩展包名称不能超过 %1 个字符").arg(LongestName);
+    if (name.size() > longestName)
+        return QStringLiteral("扩展包名称不能超过 %1 个字符").arg(longestName);
     if (!IsAllOf(name, QStringLiteral("[A-Za-z0-9]([A-Za-z0-9._-]*[A-Za-z0-9])?")))
         return QStringLiteral("扩展包名称只能包含字母、数字和“.”“_”“-”，并以字母或数字开头和结尾");
     if (LooksLikeArchive(name))
@@ -52,7 +52,7 @@ QString PackageService::VersionProblem(const QString& version)
     const QString form =
         QStringLiteral("([0-9]+!)?[0-9]+(\\.[0-9]+)*((a|b|rc)[0-9]+)?(\\.post[0-9]+)?(\\.dev[0-9]+)?"
                        "(\\+[a-z0-9]+([._-][a-z0-9]+)*)?");
-    if (version.isEmpty() || (version.size() <= LongestVersion && IsAllOf(version, form)))
+    if (version.isEmpty() || (version.size() <= longestVersion && IsAllOf(version, form)))
         return {};
     return QStringLiteral("版本应形如 3.1.2，留空表示任意版本");
 }
@@ -77,8 +77,8 @@ bool PackageRules::ReadList(const QString& json, QVector<PackageState>* states, 
         return false;
     }
     const QList<QSharedPointer<PackageItem>> items = info.GetListPackageItemPtr();
-    if (items.size() > MaxPackages) {
-        *problem = QStringLiteral("扩展包不能超过 %1 个").arg(MaxPackages);
+    if (items.size() > maxPackages) {
+        *problem = QStringLiteral("扩展包不能超过 %1 个").arg(maxPackages);
         return false;
     }
     QSet<QString> known;

@@ -8,7 +8,7 @@
 namespace PackageRules
 {
 
-constexpr int MaxPackages = 200;
+constexpr int maxPackages = 200;
 
 // The form in which two spellings of one name are equal.
 QString Normalised(const QString& name);

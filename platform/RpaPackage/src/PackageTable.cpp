@@ -78,8 +78,8 @@ int PackageTable::Add(const QString& name, const QString& version, QString* prob
     if (problem->isEmpty())
         *problem = PackageService::VersionProblem(version);
     int row = FindRow(name);
-    if (problem->isEmpty() && row < 0 && rows.size() >= PackageRules::MaxPackages)
-        *problem = QStringLiteral("扩展包不能超过 %1 个").arg(PackageRules::MaxPackages);
+    if (problem->isEmpty() && row < 0 && rows.size() >= PackageRules::maxPackages)
+        *problem = QStringLiteral("扩展包不能超过 %1 个").arg(PackageRules::maxPackages);
     if (!problem->isEmpty())
         return -1;
     if (row >= 0) {

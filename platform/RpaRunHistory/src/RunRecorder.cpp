@@ -8,15 +8,15 @@
 
 namespace
 {
-constexpr int kLongestValue = 1000;
-constexpr int kLongestTrace = 64 * 1024;
+constexpr int longestValue = 1000;
+constexpr int longestTrace = 64 * 1024;
 
 QVector<RpaRunValue> ValuesOf(const RpaRunStart& start)
 {
     QVector<RpaRunValue> values;
     for (const RpaRunParameter& parameter : start.parameters)
         values.append(
-            {parameter.name, parameter.isSecret ? SecretStrike::Mask() : parameter.text.left(kLongestValue)});
+            {parameter.name, parameter.isSecret ? SecretStrike::Mask() : parameter.text.left(longestValue)});
     return values;
 }
 } // namespace
@@ -96,7 +96,7 @@ void RunRecorder::ProcessFailed(const QString&, const QString& error, const QStr
 {
     record.result = RpaRunResult::Failed;
     record.reason = strike.Apply(error);
-    record.trace = strike.Apply(trace).left(kLongestTrace);
+    record.trace = strike.Apply(trace).left(longestTrace);
 }
 
 void RunRecorder::ProcessTerminate(const QString&)

@@ -7,7 +7,7 @@
 namespace
 {
 // More is not held in memory for a disk that lags behind a flood of lines.
-constexpr int kMostUnderWay = 20000;
+constexpr int mostUnderWay = 20000;
 } // namespace
 
 RpaRunHistory::Private::Private(RpaRunHistory* owner)
@@ -68,7 +68,7 @@ void RpaRunHistory::Private::Begin(const RpaRunRecord& record)
 
 void RpaRunHistory::Private::AddLines(const QVector<RpaLogLine>& lines)
 {
-    if (underWay + lines.size() > kMostUnderWay) {
+    if (underWay + lines.size() > mostUnderWay) {
         dropped += lines.size();
         return;
     }

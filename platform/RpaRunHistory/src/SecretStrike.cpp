@@ -6,13 +6,13 @@
 
 namespace
 {
-constexpr int kShortest = 4;
+constexpr int shortestSecret = 4;
 }
 
 SecretStrike::SecretStrike(const QVector<RpaRunParameter>& parameters)
 {
     for (const RpaRunParameter& parameter : parameters)
-        if (parameter.isSecret && parameter.text.size() >= kShortest)
+        if (parameter.isSecret && parameter.text.size() >= shortestSecret)
             secrets.append(parameter.text);
     std::sort(secrets.begin(), secrets.end(),
               [](const QString& a, const QString& b) { return a.size() > b.size(); });

@@ -201,7 +201,7 @@ void RunChannel::whoSaysNothingIsTurnedAwayInTime()
     slow.Say(editor.channel.GetToken().left(63));
 
     QTRY_VERIFY_WITH_TIMEOUT(silent.IsTurnedAway() && slow.IsTurnedAway(),
-                             RpaRunHandshake::PatienceMs + 2000);
+                             RpaRunHandshake::patienceMs + 2000);
 
     QCOMPARE(editor.connected.size(), 0);
 }
@@ -210,7 +210,7 @@ void RunChannel::manySilentStrangersDoNotKeepTheChildOut()
 {
     Listening editor;
     std::vector<std::unique_ptr<Knocker>> strangers;
-    for (int i = 0; i < 3 * RpaRunHandshake::PlacesAtMost; ++i)
+    for (int i = 0; i < 3 * RpaRunHandshake::placesAtMost; ++i)
         strangers.push_back(std::make_unique<Knocker>(editor.channel));
     QTRY_VERIFY(strangers.front()->IsTurnedAway());
     Knocker child(editor.channel);

@@ -41,7 +41,7 @@ public:
     QStringList list;
 };
 
-const QStringList kThree = {QStringLiteral("开始"), QStringLiteral("登录信息"), QStringLiteral("结果")};
+const QStringList threeTabs = {QStringLiteral("开始"), QStringLiteral("登录信息"), QStringLiteral("结果")};
 
 void MoveMouse(QWidget* widget, const QPoint& position)
 {
@@ -109,16 +109,16 @@ void TestTabBar::startsWithTheFirstTab()
     QSignalSpy changed(bar.get(), &RpaTabBar::SigTabChanged);
     QCOMPARE(bar->GetCurrentIndex(), -1);
 
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
 
     QCOMPARE(bar->GetCurrentIndex(), 0);
-    QCOMPARE(Texts(), kThree);
+    QCOMPARE(Texts(), threeTabs);
     QCOMPARE(changed.count(), 0);
 }
 
 void TestTabBar::announcesTheClickedTab()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QSignalSpy changed(bar.get(), &RpaTabBar::SigTabChanged);
 
     QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(2).center());
@@ -143,7 +143,7 @@ void TestTabBar::makesAnAddedTabCurrent()
 
 void TestTabBar::asksForANewTab()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QSignalSpy add(bar.get(), &RpaTabBar::SigAddTab);
 
     auto* button = bar->findChild<QToolButton*>(QStringLiteral("buttonAddTab"));
@@ -156,7 +156,7 @@ void TestTabBar::asksForANewTab()
 
 void TestTabBar::walksWithTheArrowKeys()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     bar->setFocus();
     QTRY_VERIFY(strip->hasFocus());
 
@@ -181,7 +181,7 @@ void TestTabBar::asksForARename_data()
 void TestTabBar::asksForARename()
 {
     QFETCH(bool, byKey);
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(1).center());
     QSignalSpy rename(bar.get(), &RpaTabBar::SigRenameTab);
 
@@ -209,7 +209,7 @@ void TestTabBar::asksBeforeDeleting()
 {
     QFETCH(QString, button);
     QFETCH(int, announced);
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QSignalSpy deleted(bar.get(), &RpaTabBar::SigDeleteTab);
     ModalDriver modals;
     modals.Then([&](QWidget* box) { QVERIFY(ModalDriver::Press(box, button)); });
@@ -242,9 +242,9 @@ void TestTabBar::announcesTheNeighbourBeforeTheCurrentTabGoes_data()
     QTest::addColumn<int>("after");
     QTest::addColumn<QString>("text");
 
-    QTest::newRow("first") << 0 << 1 << 0 << kThree.at(1);
-    QTest::newRow("middle") << 1 << 2 << 1 << kThree.at(2);
-    QTest::newRow("last") << 2 << 1 << 1 << kThree.at(1);
+    QTest::newRow("first") << 0 << 1 << 0 << threeTabs.at(1);
+    QTest::newRow("middle") << 1 << 2 << 1 << threeTabs.at(2);
+    QTest::newRow("last") << 2 << 1 << 1 << threeTabs.at(1);
 }
 
 void TestTabBar::announcesTheNeighbourBeforeTheCurrentTabGoes()
@@ -253,7 +253,7 @@ void TestTabBar::announcesTheNeighbourBeforeTheCurrentTabGoes()
     QFETCH(int, announced);
     QFETCH(int, after);
     QFETCH(QString, text);
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(current).center());
     QSignalSpy changed(bar.get(), &RpaTabBar::SigTabChanged);
 
@@ -267,7 +267,7 @@ void TestTabBar::announcesTheNeighbourBeforeTheCurrentTabGoes()
 
 void TestTabBar::removesAnotherTabSilently()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QTest::mouseClick(strip, Qt::LeftButton, Qt::NoModifier, strip->tabRect(2).center());
     QSignalSpy changed(bar.get(), &RpaTabBar::SigTabChanged);
 
@@ -275,39 +275,39 @@ void TestTabBar::removesAnotherTabSilently()
 
     QCOMPARE(changed.count(), 0);
     QCOMPARE(bar->GetCurrentIndex(), 1);
-    QCOMPARE(TextAt(1), kThree.at(2));
+    QCOMPARE(TextAt(1), threeTabs.at(2));
 }
 
 void TestTabBar::keepsTheCurrentTabWhenTabsAreSwapped()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QSignalSpy changed(bar.get(), &RpaTabBar::SigTabChanged);
 
     bar->SwapTab(0, 2);
 
-    QCOMPARE(Texts(), (QStringList{kThree.at(2), kThree.at(1), kThree.at(0)}));
+    QCOMPARE(Texts(), (QStringList{threeTabs.at(2), threeTabs.at(1), threeTabs.at(0)}));
     QCOMPARE(bar->GetCurrentIndex(), 2);
     QCOMPARE(changed.count(), 0);
 }
 
 void TestTabBar::movesWithTheKeyboard()
 {
-    const Owner owner(bar.get(), kThree);
+    const Owner owner(bar.get(), threeTabs);
     QSignalSpy moved(bar.get(), &RpaTabBar::SigTabMoved);
 
     QTest::keyClick(strip, Qt::Key_PageUp, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(moved.count(), 0);
     QTest::keyClick(strip, Qt::Key_PageDown, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(moved.count(), 1);
-    QCOMPARE(Texts(), (QStringList{kThree.at(1), kThree.at(0), kThree.at(2)}));
+    QCOMPARE(Texts(), (QStringList{threeTabs.at(1), threeTabs.at(0), threeTabs.at(2)}));
     QCOMPARE(bar->GetCurrentIndex(), 1);
     QTest::keyClick(strip, Qt::Key_PageUp, Qt::ControlModifier | Qt::ShiftModifier);
-    QCOMPARE(Texts(), kThree);
+    QCOMPARE(Texts(), threeTabs);
 }
 
 void TestTabBar::movesByDragging()
 {
-    const Owner owner(bar.get(), kThree);
+    const Owner owner(bar.get(), threeTabs);
     const QPoint start = strip->tabRect(0).center();
     const QPoint end(strip->tabRect(2).right() - 2, start.y());
 
@@ -317,7 +317,7 @@ void TestTabBar::movesByDragging()
     MoveMouse(strip, end);
     QTest::mouseRelease(strip, Qt::LeftButton, Qt::NoModifier, end);
 
-    const QStringList expected = {kThree.at(1), kThree.at(2), kThree.at(0)};
+    const QStringList expected = {threeTabs.at(1), threeTabs.at(2), threeTabs.at(0)};
     QCOMPARE(Texts(), expected);
     QCOMPARE(owner.list, expected);
     QCOMPARE(bar->GetCurrentIndex(), 2);
@@ -325,7 +325,7 @@ void TestTabBar::movesByDragging()
 
 void TestTabBar::staysWhenTheOwnerRefusesAMove()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     const QPoint start = strip->tabRect(0).center();
     const QPoint end = strip->tabRect(2).center();
 
@@ -333,12 +333,12 @@ void TestTabBar::staysWhenTheOwnerRefusesAMove()
     MoveMouse(strip, end);
     QTest::mouseRelease(strip, Qt::LeftButton, Qt::NoModifier, end);
 
-    QCOMPARE(Texts(), kThree);
+    QCOMPARE(Texts(), threeTabs);
 }
 
 void TestTabBar::doesNotMoveOnAClick()
 {
-    const Owner owner(bar.get(), kThree);
+    const Owner owner(bar.get(), threeTabs);
     QSignalSpy moved(bar.get(), &RpaTabBar::SigTabMoved);
     const QPoint edge(strip->tabRect(0).right() - 1, strip->tabRect(0).center().y());
 
@@ -351,7 +351,7 @@ void TestTabBar::doesNotMoveOnAClick()
 
 void TestTabBar::offersItsGesturesInAMenu()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QSignalSpy rename(bar.get(), &RpaTabBar::SigRenameTab);
     QTimer::singleShot(0, this, [this] {
         auto* menu = bar->findChild<QMenu*>(QStringLiteral("tabMenu"));
@@ -373,7 +373,7 @@ void TestTabBar::offersItsGesturesInAMenu()
 
 void TestTabBar::isTakenAwayWhileItsMenuIsOpen()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
     QTimer::singleShot(0, this, [this] { bar.reset(); });
 
     const QPoint onFirst = strip->tabRect(0).center();
@@ -402,14 +402,14 @@ void TestTabBar::scrollsInsteadOfGrowing()
 
 void TestTabBar::ignoresIndexesOutOfRange()
 {
-    bar->Initialize(kThree);
+    bar->Initialize(threeTabs);
 
     bar->RemoveTab(-1);
     bar->RemoveTab(3);
     bar->SwapTab(0, 3);
     bar->SetTabText(7, QStringLiteral("x"));
 
-    QCOMPARE(Texts(), kThree);
+    QCOMPARE(Texts(), threeTabs);
 }
 
 RPA_TEST_MAIN(TestTabBar)

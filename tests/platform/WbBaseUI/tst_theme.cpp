@@ -21,10 +21,10 @@
 
 namespace
 {
-constexpr qreal kTextContrast = 4.5;
-constexpr qreal kMarkContrast = 3.0;
-constexpr qreal kDisabledContrast = 2.5;
-constexpr int kVisibleAlpha = 64;
+constexpr qreal textContrast = 4.5;
+constexpr qreal markContrast = 3.0;
+constexpr qreal disabledContrast = 2.5;
+constexpr int visibleAlpha = 64;
 
 void AddPair(WbColor front, WbColor back, qreal least)
 {
@@ -41,7 +41,7 @@ bool HasInk(const QImage& image)
 {
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x)
-            if (qAlpha(image.pixel(x, y)) > kVisibleAlpha)
+            if (qAlpha(image.pixel(x, y)) > visibleAlpha)
                 return true;
     }
     return false;
@@ -98,45 +98,45 @@ void TestTheme::keepsTextReadable_data()
                                       WbColor::Field,     WbColor::Stripe,  WbColor::Hover,
                                       WbColor::Selection, WbColor::Pressed};
     for (const WbColor ground : grounds) {
-        AddPair(WbColor::Text, ground, kTextContrast);
-        AddPair(WbColor::TextSecondary, ground, kTextContrast);
+        AddPair(WbColor::Text, ground, textContrast);
+        AddPair(WbColor::TextSecondary, ground, textContrast);
     }
     // What cannot be used now is still read, but stands back.
     for (const WbColor ground : grounds)
-        AddPair(WbColor::TextDisabled, ground, kDisabledContrast);
-    AddPair(WbColor::DangerText, WbColor::Selection, kTextContrast);
+        AddPair(WbColor::TextDisabled, ground, disabledContrast);
+    AddPair(WbColor::DangerText, WbColor::Selection, textContrast);
     // The texts of a statement that is selected or runs, commented out or not.
-    AddPair(WbColor::TextSecondary, WbColor::ExecutionLine, kTextContrast);
-    AddPair(WbColor::SuccessText, WbColor::ExecutionLine, kTextContrast);
-    AddPair(WbColor::SuccessText, WbColor::Selection, kTextContrast);
+    AddPair(WbColor::TextSecondary, WbColor::ExecutionLine, textContrast);
+    AddPair(WbColor::SuccessText, WbColor::ExecutionLine, textContrast);
+    AddPair(WbColor::SuccessText, WbColor::Selection, textContrast);
     for (const WbColor ground : {WbColor::Window, WbColor::Surface, WbColor::SurfaceRaised, WbColor::Field}) {
         for (const WbColor front :
              {WbColor::AccentText, WbColor::DangerText, WbColor::WarningText, WbColor::SuccessText})
-            AddPair(front, ground, kTextContrast);
-        AddPair(WbColor::BorderStrong, ground, kMarkContrast);
-        AddPair(WbColor::FocusRing, ground, kMarkContrast);
-        AddPair(WbColor::Accent, ground, kMarkContrast);
+            AddPair(front, ground, textContrast);
+        AddPair(WbColor::BorderStrong, ground, markContrast);
+        AddPair(WbColor::FocusRing, ground, markContrast);
+        AddPair(WbColor::Accent, ground, markContrast);
     }
     for (const WbColor fill : {WbColor::Accent, WbColor::AccentHover, WbColor::AccentPressed, WbColor::Danger,
                                WbColor::DangerHover, WbColor::DangerPressed}) {
-        AddPair(WbColor::TextOnAccent, fill, kTextContrast);
-        AddPair(WbColor::FocusOnFill, fill, kMarkContrast);
+        AddPair(WbColor::TextOnAccent, fill, textContrast);
+        AddPair(WbColor::FocusOnFill, fill, markContrast);
     }
-    AddPair(WbColor::AccentText, WbColor::AccentSoft, kTextContrast);
-    AddPair(WbColor::DangerText, WbColor::DangerSoft, kTextContrast);
-    AddPair(WbColor::WarningText, WbColor::WarningSoft, kTextContrast);
-    AddPair(WbColor::SuccessText, WbColor::SuccessSoft, kTextContrast);
-    AddPair(WbColor::ToolTipText, WbColor::ToolTip, kTextContrast);
+    AddPair(WbColor::AccentText, WbColor::AccentSoft, textContrast);
+    AddPair(WbColor::DangerText, WbColor::DangerSoft, textContrast);
+    AddPair(WbColor::WarningText, WbColor::WarningSoft, textContrast);
+    AddPair(WbColor::SuccessText, WbColor::SuccessSoft, textContrast);
+    AddPair(WbColor::ToolTipText, WbColor::ToolTip, textContrast);
     for (const WbColor soft :
          {WbColor::AccentSoft, WbColor::DangerSoft, WbColor::WarningSoft, WbColor::SuccessSoft})
-        AddPair(WbColor::Text, soft, kTextContrast);
+        AddPair(WbColor::Text, soft, textContrast);
     for (const WbColor code : {WbColor::CodeKeyword, WbColor::CodeString, WbColor::CodeNumber,
                                WbColor::CodeComment, WbColor::CodeFunction, WbColor::Text}) {
-        AddPair(code, WbColor::Field, kTextContrast);
-        AddPair(code, WbColor::CodeCurrentLine, kTextContrast);
-        AddPair(code, WbColor::ExecutionLine, kTextContrast);
+        AddPair(code, WbColor::Field, textContrast);
+        AddPair(code, WbColor::CodeCurrentLine, textContrast);
+        AddPair(code, WbColor::ExecutionLine, textContrast);
     }
-    AddPair(WbColor::Breakpoint, WbColor::Field, kMarkContrast);
+    AddPair(WbColor::Breakpoint, WbColor::Field, markContrast);
 }
 
 void TestTheme::keepsTextReadable()

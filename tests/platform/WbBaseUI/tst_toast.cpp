@@ -23,7 +23,7 @@
 
 namespace
 {
-constexpr int kPatience = 8000;
+constexpr int patienceMs = 8000;
 
 QList<QWidget*> ToastsIn(QWidget& window)
 {
@@ -146,7 +146,7 @@ void TestToast::goesAwayByItself()
 
     WbToast::Show(QStringLiteral("提示"), static_cast<ENUM_TOAST_TYPE>(type));
     const QPointer<QWidget> toast = ToastsIn(*window).constFirst();
-    QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(toast.isNull(), patienceMs);
 
     const auto lived = int(clock.elapsed());
     QVERIFY2(lived >= atLeast && lived <= atMost, qPrintable(QString::number(lived)));
@@ -161,11 +161,11 @@ void TestToast::staysWhileTheMouseMovesOverIt()
     WbToast::Show(QStringLiteral("没有鼠标"));
     const QPointer<QWidget> other = ToastsIn(*window).constLast();
 
-    QTRY_VERIFY_WITH_TIMEOUT(other.isNull(), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(other.isNull(), patienceMs);
     QVERIFY(hovered && hovered->isVisible());
 
     MoveMouseTo(window->rect().bottomRight() - QPoint(4, 4));
-    QTRY_VERIFY_WITH_TIMEOUT(hovered.isNull(), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(hovered.isNull(), patienceMs);
 }
 
 void TestToast::goesThoughTheMouseLiesWhereItAppears()
@@ -298,7 +298,7 @@ void TestToast::leavesWhatComesBackWhenTheWaitIsOver()
     QTRY_VERIFY(versions->isVisible());
     const QRect reach(versions->mapTo(window.get(), QPoint()), versions->size());
     QVERIFY(reach.intersects(before));
-    QTRY_VERIFY_WITH_TIMEOUT(!toast || !toast->geometry().intersects(reach), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!toast || !toast->geometry().intersects(reach), patienceMs);
     QVERIFY(toast);
 }
 

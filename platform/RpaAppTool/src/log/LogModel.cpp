@@ -56,11 +56,11 @@ void LogModel::Add(const QVector<RpaLogLine>& added)
         if (line.number > newest && Passes(line))
             passing << line;
     newest = added.isEmpty() ? newest : qMax(newest, added.last().number);
-    if (passing.size() > LinesAtMost)
-        passing = passing.mid(passing.size() - LinesAtMost);
-    const int excess = lines.size() + passing.size() - LinesAtMost;
+    if (passing.size() > linesAtMost)
+        passing = passing.mid(passing.size() - linesAtMost);
+    const int excess = lines.size() + passing.size() - linesAtMost;
     if (excess > 0) {
-        const int dropped = qMin(lines.size(), qMax(excess, LinesPerDrop));
+        const int dropped = qMin(lines.size(), qMax(excess, linesPerDrop));
         beginRemoveRows({}, 0, dropped - 1);
         lines.remove(0, dropped);
         endRemoveRows();

@@ -23,8 +23,8 @@ public:
         TextColumn,
         ColumnCount,
     };
-    static constexpr int LinesAtMost = 10000;
-    static constexpr int LinesPerDrop = 2000;
+    static constexpr int linesAtMost = 10000;
+    static constexpr int linesPerDrop = 2000;
 
     using QAbstractTableModel::QAbstractTableModel;
 

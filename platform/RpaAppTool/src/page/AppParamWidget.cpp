@@ -17,10 +17,10 @@
 namespace
 {
 
-constexpr int LabelWidth = 160; // a longer label is elided, so that the fields keep their room
-constexpr int LabelHeight = 30; // of a field's first line
-constexpr int WideWidth = 560;  // from here on there is room for two columns
-constexpr int GridColumns = 4;  // label and field, twice
+constexpr int labelWidth = 160; // a longer label is elided, so that the fields keep their room
+constexpr int labelHeight = 30; // of a field's first line
+constexpr int wideWidth = 560;  // from here on there is room for two columns
+constexpr int gridColumns = 4;  // label and field, twice
 
 WbLabel* LabelOf(const RpaParamItem& item)
 {
@@ -29,7 +29,7 @@ WbLabel* LabelOf(const RpaParamItem& item)
         text += QStringLiteral(" *");
     auto* label = new WbLabel;
     const bool isTitle = item.type == RpaParamType::Group;
-    const int width = DpiTool::ScaleDefault(isTitle ? WideWidth : LabelWidth);
+    const int width = DpiTool::ScaleDefault(isTitle ? wideWidth : labelWidth);
     label->setTextFormat(Qt::PlainText);
     label->setText(label->fontMetrics().elidedText(text, Qt::ElideRight, width));
     label->setToolTip(label->text() == text ? QString() : UIUtils::PlainToolTip(text));
@@ -39,7 +39,7 @@ WbLabel* LabelOf(const RpaParamItem& item)
         font.setBold(true);
         label->setFont(font);
     } else {
-        label->setMinimumHeight(DpiTool::ScaleDefault(LabelHeight));
+        label->setMinimumHeight(DpiTool::ScaleDefault(labelHeight));
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
     return label;
@@ -123,7 +123,7 @@ ParamField* AppParamWidget::CreateField(int index, const RpaParamItem& item)
 // Two columns only where the width has room for them.
 void AppParamWidget::Place()
 {
-    isWide = width() >= DpiTool::ScaleDefault(WideWidth);
+    isWide = width() >= DpiTool::ScaleDefault(wideWidth);
     grid->setRowStretch(usedLines, 0);
     int line = 0;
     int side = 0;
@@ -135,24 +135,24 @@ void AppParamWidget::Place()
             ++line;
         }
         if (!row.field) {
-            grid->addWidget(row.label, line++, 0, 1, GridColumns);
+            grid->addWidget(row.label, line++, 0, 1, gridColumns);
             continue;
         }
         hasTwo = hasTwo || isHalf;
         grid->addWidget(row.label, line, 2 * side, Qt::AlignTop);
-        grid->addWidget(row.field, line, 2 * side + 1, 1, isHalf ? 1 : GridColumns - 1);
+        grid->addWidget(row.field, line, 2 * side + 1, 1, isHalf ? 1 : gridColumns - 1);
         side = isHalf ? 1 - side : 0;
         line += side == 0 ? 1 : 0;
     }
     usedLines = line + 1;
     grid->setRowStretch(usedLines, 1);
-    grid->setColumnStretch(GridColumns - 1, hasTwo ? 1 : 0);
+    grid->setColumnStretch(gridColumns - 1, hasTwo ? 1 : 0);
 }
 
 void AppParamWidget::resizeEvent(QResizeEvent* event)
 {
     IAppParamWidget::resizeEvent(event);
-    if (isWide != (width() >= DpiTool::ScaleDefault(WideWidth)))
+    if (isWide != (width() >= DpiTool::ScaleDefault(wideWidth)))
         Place();
 }
 

@@ -9,8 +9,8 @@
 namespace
 {
 
-constexpr int WatchIntervalMs = 200;
-constexpr int EarlyOutputBytes = 8 * 1024;
+constexpr int watchIntervalMs = 200;
+constexpr int earlyOutputBytes = 8 * 1024;
 
 } // namespace
 
@@ -37,7 +37,7 @@ RpaChildProcess::RpaChildProcess(QObject* parent) : QObject(parent), d(std::make
 {
     d->process.setProcessChannelMode(QProcess::MergedChannels);
     connect(&d->process, &QProcess::readyRead, this,
-            [this] { d->earlyOutput = (d->earlyOutput + d->process.readAll()).left(EarlyOutputBytes); });
+            [this] { d->earlyOutput = (d->earlyOutput + d->process.readAll()).left(earlyOutputBytes); });
     connect(&d->process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), this,
             [this](int, QProcess::ExitStatus status) {
                 d->watch.stop();
@@ -75,7 +75,7 @@ bool RpaChildProcess::Start(const QString& interpreter, const QStringList& argum
         return false;
     }
     d->process.closeWriteChannel();
-    d->watch.start(WatchIntervalMs);
+    d->watch.start(watchIntervalMs);
     return true;
 }
 

@@ -11,8 +11,8 @@
 namespace
 {
 
-constexpr int StopGraceMs = 500;
-const char* const RuntimeFiles[] = {"rpa_child.py",  "rpa_api.py",      "error_words.py", "row_commands.py",
+constexpr int stopGraceMs = 500;
+const char* const runtimeFiles[] = {"rpa_child.py",  "rpa_api.py",      "error_words.py", "row_commands.py",
                                     "row_values.py", "find_element.js", "pinyin.txt"};
 
 RpaLogLevel LevelOf(const QString& name)
@@ -55,7 +55,7 @@ public:
 RpaRun::RpaRun(QObject* parent) : QObject(parent), d(std::make_unique<Private>())
 {
     d->grace.setSingleShot(true);
-    d->grace.setInterval(StopGraceMs);
+    d->grace.setInterval(stopGraceMs);
     connect(&d->grace, &QTimer::timeout, this, [this] { d->child.Kill(); });
     connect(&d->channel, &RpaRunChannel::SigConnected, this, [this] {
         d->connected = true;
@@ -88,7 +88,7 @@ bool RpaRun::Warm(const QString& interpreter, QString* reason)
         *reason = QStringLiteral("找不到 Python，请先安装 Python 3");
         return false;
     }
-    for (const char* name : RuntimeFiles) {
+    for (const char* name : runtimeFiles) {
         const QString target = d->folder.filePath(QLatin1String(name));
         if (!QFile::copy(QStringLiteral(":/rpa/runtime/") + QLatin1String(name), target)) {
             *reason = QStringLiteral("无法写入临时文件夹：%1").arg(d->folder.path());

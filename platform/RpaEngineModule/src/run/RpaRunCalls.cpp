@@ -8,7 +8,7 @@ namespace
 {
 
 // A page of rows small enough not to hold up the user.
-constexpr int RowsPerCall = 1000;
+constexpr int rowsPerCall = 1000;
 
 QVariantMap ToVariant(const QMap<QString, QString>& texts)
 {
@@ -121,7 +121,7 @@ void RpaRunCalls::AddTableCalls()
     });
     add(QStringLiteral("table.rows"), [this](const QVariantList& arguments) -> Result {
         const int first = qMax(0, arguments.value(0).toInt());
-        const int last = qMin(parts.table.Get()->GetRowCount(), first + RowsPerCall);
+        const int last = qMin(parts.table.Get()->GetRowCount(), first + rowsPerCall);
         const int columns = parts.table.Get()->GetColumnNames().size();
         QVariantList rows;
         for (int row = first; row < last; ++row) {

@@ -11,21 +11,21 @@
 namespace
 {
 
-constexpr int HeaderBytes = 4;
+constexpr int headerBytes = 4;
 // Longer than this at a time, and the user would feel a run that floods the log.
-constexpr qint64 SliceMs = 4;
+constexpr qint64 sliceMs = 4;
 // Between two such times: on Windows a timer comes only when nothing else is waiting, and the one that ends a
 // stopped run must come.
-constexpr int PauseMs = 1;
+constexpr int pauseMs = 1;
 // What the system may hold for us while we are busy; the child then waits in its write.
-constexpr qint64 SocketBufferBytes = 1024 * 1024;
+constexpr qint64 socketBufferBytes = 1024 * 1024;
 
 } // namespace
 
 RpaRunChannel::RpaRunChannel(QObject* parent) : QObject(parent)
 {
     more.setSingleShot(true);
-    more.setInterval(PauseMs);
+    more.setInterval(pauseMs);
     connect(&handshake, &RpaRunHandshake::SigAdmitted, this, &RpaRunChannel::Take);
     connect(&more, &QTimer::timeout, this, &RpaRunChannel::ReadSome);
 }
@@ -45,7 +45,7 @@ void RpaRunChannel::Take(RpaRunSocket* admitted)
 {
     socket = admitted;
     socket->setParent(this);
-    socket->setReadBufferSize(SocketBufferBytes);
+    socket->setReadBufferSize(socketBufferBytes);
     RpaRunSockets::Prepare(*socket);
     connect(admitted, &RpaRunSocket::readyRead, this, [this] {
         if (!more.isActive())
@@ -71,12 +71,12 @@ void RpaRunChannel::ReadSome()
         taken = 0;
         // Asked for as much as is there: asking for more would make room for all of it each time, and asking
         // a socket that a failed write has closed draws a warning.
-        if (const qint64 there = qMin(socket->bytesAvailable(), SocketBufferBytes))
+        if (const qint64 there = qMin(socket->bytesAvailable(), socketBufferBytes))
             received += socket->read(there);
         bool took = false;
         while (socket && TakeFrame()) {
             took = true;
-            if (clock.elapsed() >= SliceMs) {
+            if (clock.elapsed() >= sliceMs) {
                 more.start();
                 return;
             }
@@ -91,18 +91,18 @@ void RpaRunChannel::ReadSome()
 bool RpaRunChannel::TakeFrame()
 {
     const int available = received.size() - taken;
-    if (available < HeaderBytes)
+    if (available < headerBytes)
         return false;
     const auto length = qFromBigEndian<quint32>(received.constData() + taken);
-    if (length > MaxFrameBytes) {
+    if (length > maxFrameBytes) {
         Close(QStringLiteral("流程发来的数据超过 16 MB"));
         return false;
     }
-    const int total = HeaderBytes + static_cast<int>(length);
+    const int total = headerBytes + static_cast<int>(length);
     if (available < total)
         return false;
 
-    const QByteArray body = received.mid(taken + HeaderBytes, static_cast<int>(length));
+    const QByteArray body = received.mid(taken + headerBytes, static_cast<int>(length));
     taken += total;
     JsonReader reader(body);
     QVariant value;
@@ -121,7 +121,7 @@ void RpaRunChannel::Send(const QVariantMap& frame)
     JsonWriter writer;
     writer.Variant(frame);
     const QByteArray body = writer.Take();
-    QByteArray bytes(HeaderBytes, Qt::Uninitialized);
+    QByteArray bytes(headerBytes, Qt::Uninitialized);
     qToBigEndian(static_cast<quint32>(body.size()), bytes.data());
     bytes += body;
     RpaRunSockets::SendAtOnce(*socket, bytes);

@@ -19,7 +19,7 @@ class RpaRunChannel : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int MaxFrameBytes = 16 * 1024 * 1024;
+    static constexpr int maxFrameBytes = 16 * 1024 * 1024;
 
     explicit RpaRunChannel(QObject* parent = nullptr);
     ~RpaRunChannel() override;

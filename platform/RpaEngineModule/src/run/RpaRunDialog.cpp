@@ -15,7 +15,7 @@ namespace
 {
 
 // A text of a program may be of any length; a dialog may not.
-constexpr int TextLength = 2000;
+constexpr int textLength = 2000;
 
 } // namespace
 
@@ -29,7 +29,7 @@ RpaRunDialog::RpaRunDialog(Kind shownKind, const QString& text, const QString& v
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(DpiTool::ScaleDefault(16));
 
-    auto* label = new WbLabel(text.left(TextLength));
+    auto* label = new WbLabel(text.left(textLength));
     label->setObjectName(QStringLiteral("labelRunText"));
     label->setWordWrap(true);
     label->setMinimumWidth(DpiTool::ScaleDefault(320));

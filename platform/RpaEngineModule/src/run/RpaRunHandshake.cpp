@@ -51,13 +51,13 @@ QString RpaRunHandshake::GetAddress() const
 void RpaRunHandshake::Accept()
 {
     while (RpaRunSocket* guest = server.nextPendingConnection()) {
-        if (guests.size() == PlacesAtMost)
+        if (guests.size() == placesAtMost)
             TurnAway(guests.first());
         guests << guest;
         guest->setReadBufferSize(token.size());
         connect(guest, &RpaRunSocket::readyRead, this, [this, guest] { Look(guest); });
         connect(guest, &RpaRunSocket::disconnected, this, [this, guest] { TurnAway(guest); });
-        QTimer::singleShot(PatienceMs, guest, [this, guest] {
+        QTimer::singleShot(patienceMs, guest, [this, guest] {
             if (guests.contains(guest))
                 TurnAway(guest);
         });

@@ -16,8 +16,8 @@ class RpaRunHandshake : public QObject
     Q_OBJECT
 
 public:
-    static constexpr int PatienceMs = 5000;
-    static constexpr int PlacesAtMost = 8;
+    static constexpr int patienceMs = 5000;
+    static constexpr int placesAtMost = 8;
 
     explicit RpaRunHandshake(QObject* parent = nullptr);
     ~RpaRunHandshake() override;

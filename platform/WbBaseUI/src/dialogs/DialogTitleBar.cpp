@@ -15,13 +15,13 @@
 
 namespace
 {
-constexpr int kFormTitleHeight = 48;
-constexpr int kSmallTitleHeight = 40;
-constexpr int kFormTitleLeft = 24;
-constexpr int kSmallTitleLeft = 16;
-constexpr int kTitleRight = 8;
-constexpr int kCloseButton = 32;
-constexpr int kCloseIcon = 16;
+constexpr int formTitleHeight = 48;
+constexpr int smallTitleHeight = 40;
+constexpr int formTitleLeft = 24;
+constexpr int smallTitleLeft = 16;
+constexpr int titleRight = 8;
+constexpr int closeButtonSide = 32;
+constexpr int closeIconSide = 16;
 } // namespace
 
 DialogTitleBar::DialogTitleBar(bool form, bool closable, QWidget* parent)
@@ -56,11 +56,11 @@ void DialogTitleBar::SetTitle(const QString& title)
 
 void DialogTitleBar::AdjustForDpi()
 {
-    setFixedHeight(DpiTool::ScaleDefault(formTitle ? kFormTitleHeight : kSmallTitleHeight));
-    layout()->setContentsMargins(DpiTool::ScaleDefault(formTitle ? kFormTitleLeft : kSmallTitleLeft), 0,
-                                 DpiTool::ScaleDefault(kTitleRight), 0);
-    const int button = DpiTool::ScaleDefault(kCloseButton);
-    const int icon = DpiTool::ScaleDefault(kCloseIcon);
+    setFixedHeight(DpiTool::ScaleDefault(formTitle ? formTitleHeight : smallTitleHeight));
+    layout()->setContentsMargins(DpiTool::ScaleDefault(formTitle ? formTitleLeft : smallTitleLeft), 0,
+                                 DpiTool::ScaleDefault(titleRight), 0);
+    const int button = DpiTool::ScaleDefault(closeButtonSide);
+    const int icon = DpiTool::ScaleDefault(closeIconSide);
     buttonClose->setFixedSize(button, button);
     buttonClose->setIconSize({icon, icon});
 }

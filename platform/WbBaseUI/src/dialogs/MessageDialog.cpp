@@ -13,10 +13,10 @@
 
 namespace
 {
-constexpr int kIconSize = 24;
-constexpr int kTextWidth = 320;
-constexpr int kLongestText = 600;
-constexpr int kMostLines = 16;
+constexpr int messageIconSize = 24;
+constexpr int messageWidth = 320;
+constexpr int longestMessage = 600;
+constexpr int mostMessageLines = 16;
 
 struct ButtonRow
 {
@@ -26,7 +26,7 @@ struct ButtonRow
 };
 
 // In the order in which they stand from left to right.
-constexpr ButtonRow kButtons[] = {
+constexpr ButtonRow buttonRows[] = {
     {QMessageBox::Help, "msgBoxHelp", u"帮助"},
     {QMessageBox::Reset, "msgBoxReset", u"重置"},
     {QMessageBox::RestoreDefaults, "msgBoxRestoreDefaults", u"恢复默认"},
@@ -48,17 +48,17 @@ constexpr ButtonRow kButtons[] = {
 };
 
 // A warning must not be agreed to by a Return key pressed too early.
-constexpr QMessageBox::StandardButton kSafeAnswers[] = {QMessageBox::Cancel, QMessageBox::No,
-                                                        QMessageBox::Close, QMessageBox::Abort};
+constexpr QMessageBox::StandardButton safeAnswers[] = {QMessageBox::Cancel, QMessageBox::No,
+                                                       QMessageBox::Close, QMessageBox::Abort};
 
 QMessageBox::StandardButton DefaultAnswer(MessageDialog::Kind kind, QMessageBox::StandardButtons buttons)
 {
     if (kind == MessageDialog::Kind::Warning) {
-        for (const auto safe : kSafeAnswers)
+        for (const auto safe : safeAnswers)
             if (buttons.testFlag(safe))
                 return safe;
     }
-    for (const ButtonRow& row : kButtons) {
+    for (const ButtonRow& row : buttonRows) {
         const bool agrees = row.button != QMessageBox::Help && row.button != QMessageBox::Reset &&
                             row.button != QMessageBox::RestoreDefaults;
         if (agrees && buttons.testFlag(row.button))
@@ -98,7 +98,7 @@ MessageDialog::MessageDialog(Kind k, const QString& text, QWidget* parent, bool 
     QWidget* content = GetContentWidget();
     labelIcon = new QLabel(content);
     labelIcon->setObjectName(QStringLiteral("msgBoxIcon"));
-    labelText = new QLabel(ShowableMessage(text, kLongestText, kMostLines), content);
+    labelText = new QLabel(ShowableMessage(text, longestMessage, mostMessageLines), content);
     labelText->setObjectName(QStringLiteral("msgBoxText"));
     labelText->setTextFormat(Qt::PlainText);
     labelText->setWordWrap(true);
@@ -122,7 +122,7 @@ void MessageDialog::AddButtons(QMessageBox::StandardButtons buttons, const Butto
     const auto wanted =
         buttons == QMessageBox::NoButton ? QMessageBox::StandardButtons(QMessageBox::Ok) : buttons;
     const QMessageBox::StandardButton preferred = DefaultAnswer(kind, wanted);
-    for (const ButtonRow& row : kButtons) {
+    for (const ButtonRow& row : buttonRows) {
         if (wanted.testFlag(row.button)) {
             AddButton(row.button, texts.value(row.button, QString::fromUtf16(row.text)),
                       row.button == preferred);
@@ -163,10 +163,10 @@ void MessageDialog::SetTextSelectable(bool selectable)
 void MessageDialog::AdjustForDpi()
 {
     WbBaseDialog::AdjustForDpi();
-    const int side = DpiTool::ScaleDefault(kIconSize);
+    const int side = DpiTool::ScaleDefault(messageIconSize);
     const Look look = LookOf(kind);
     labelIcon->setPixmap(WbIcons::Pixmap(QLatin1String(look.icon), side, look.color, devicePixelRatioF()));
-    labelText->setMinimumWidth(DpiTool::ScaleDefault(kTextWidth));
+    labelText->setMinimumWidth(DpiTool::ScaleDefault(messageWidth));
     auto* root = GetContentWidget()->layout();
     root->setContentsMargins(DpiTool::ScaleDefault(16), DpiTool::ScaleDefault(8), DpiTool::ScaleDefault(16),
                              DpiTool::ScaleDefault(16));

@@ -20,7 +20,7 @@
 
 namespace
 {
-constexpr int kFrameWidth = 1;
+constexpr int dialogFrameWidth = 1;
 
 QRect AreaToCentreIn(const QDialog& dialog)
 {
@@ -41,7 +41,7 @@ public:
     {
         // No object name: the derived class's form gives the content its own.
         content->setProperty("dialogContent", true);
-        layout->setContentsMargins(kFrameWidth, kFrameWidth, kFrameWidth, kFrameWidth);
+        layout->setContentsMargins(dialogFrameWidth, dialogFrameWidth, dialogFrameWidth, dialogFrameWidth);
         layout->setSpacing(0);
         layout->addWidget(titleBar);
         layout->addWidget(content, 1);
@@ -57,7 +57,7 @@ public:
         const QSize designed(DpiTool::ScaleDefault(content->width()),
                              DpiTool::ScaleDefault(content->height()));
         const QSize wanted = designed.expandedTo(content->minimumSizeHint());
-        q->resize(wanted + QSize(2 * kFrameWidth, titleBar->height() + 2 * kFrameWidth));
+        q->resize(wanted + QSize(2 * dialogFrameWidth, titleBar->height() + 2 * dialogFrameWidth));
     }
 
     void MoveOverParent()

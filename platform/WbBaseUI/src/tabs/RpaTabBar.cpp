@@ -17,10 +17,10 @@
 
 namespace
 {
-constexpr int kGap = 8; // to what stands above, as in the style sheet
-constexpr int kHeight = 36;
-constexpr int kIconSize = 16;
-constexpr int kAddButton = 28;
+constexpr int tabBarGap = 8; // to what stands above, as in the style sheet
+constexpr int tabBarHeight = 36;
+constexpr int tabIconSize = 16;
+constexpr int addButtonSide = 28;
 } // namespace
 
 class RpaTabBar::Private : public IDpiAdapter
@@ -45,12 +45,12 @@ public:
 
     void AdjustForDpi() override
     {
-        layout->setContentsMargins(DpiTool::ScaleDefault(4), DpiTool::ScaleDefault(kGap),
+        layout->setContentsMargins(DpiTool::ScaleDefault(4), DpiTool::ScaleDefault(tabBarGap),
                                    DpiTool::ScaleDefault(4), 0);
         layout->setSpacing(DpiTool::ScaleDefault(4));
-        strip->setFixedHeight(DpiTool::ScaleDefault(kHeight));
-        const int icon = DpiTool::ScaleDefault(kIconSize);
-        const int button = DpiTool::ScaleDefault(kAddButton);
+        strip->setFixedHeight(DpiTool::ScaleDefault(tabBarHeight));
+        const int icon = DpiTool::ScaleDefault(tabIconSize);
+        const int button = DpiTool::ScaleDefault(addButtonSide);
         buttonAdd->setIconSize({icon, icon});
         buttonAdd->setFixedSize(button, button);
     }

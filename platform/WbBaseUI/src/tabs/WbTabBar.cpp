@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr int kWidestTab = 240;
+constexpr int widestTab = 240;
 }
 
 WbTabBar::WbTabBar(QWidget* parent) : QTabBar(parent)
@@ -23,7 +23,7 @@ QSize WbTabBar::minimumSizeHint() const
 
 QSize WbTabBar::tabSizeHint(int index) const
 {
-    return QTabBar::tabSizeHint(index).boundedTo({DpiTool::ScaleDefault(kWidestTab), QWIDGETSIZE_MAX});
+    return QTabBar::tabSizeHint(index).boundedTo({DpiTool::ScaleDefault(widestTab), QWIDGETSIZE_MAX});
 }
 
 // The base class would rather cut every name to its first letter than let the tabs scroll.

@@ -11,14 +11,14 @@
 
 namespace
 {
-constexpr int kGapBetweenTexts = 8;
+constexpr int gapBetweenTexts = 8;
 // Wide enough for the ellipsis and what tells one text from another before it.
-constexpr int kMinimumCharacters = 4;
-constexpr QChar kWideCharacter(0x56fd);
+constexpr int leastCharacters = 4;
+constexpr QChar wideCharacter(0x56fd);
 
 int SecondTextWidth(const QFontMetrics& metrics, const QString& second)
 {
-    return second.isEmpty() ? 0 : metrics.horizontalAdvance(second) + kGapBetweenTexts;
+    return second.isEmpty() ? 0 : metrics.horizontalAdvance(second) + gapBetweenTexts;
 }
 } // namespace
 
@@ -51,7 +51,7 @@ QSize ElidedLabelEx::sizeHint() const
 QSize ElidedLabelEx::minimumSizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
-    const int narrow = kMinimumCharacters * metrics.horizontalAdvance(kWideCharacter) +
+    const int narrow = leastCharacters * metrics.horizontalAdvance(wideCharacter) +
                        metrics.horizontalAdvance(QChar(0x2026)) + SecondTextWidth(metrics, secondText);
     const QSize wanted = sizeHint();
     return {qMin(wanted.width(), narrow), wanted.height()};

@@ -4,9 +4,9 @@
 
 namespace
 {
-constexpr int kLongestWord = 40;
-constexpr QChar kEllipsis(0x2026);
-constexpr QChar kBreakHere(0x200b);
+constexpr int longestWord = 40;
+constexpr QChar ellipsisSign(0x2026);
+constexpr QChar breakHere(0x200b);
 
 // Chinese text may be broken anywhere; only letters, digits and signs of Latin text hang together.
 bool HangsTogether(QChar c)
@@ -29,8 +29,8 @@ QString BreakLongWords(const QString& text)
     int run = 0;
     for (const QChar c : text) {
         run = HangsTogether(c) ? run + 1 : 0;
-        if (run > kLongestWord) {
-            result += kBreakHere;
+        if (run > longestWord) {
+            result += breakHere;
             run = 1;
         }
         result += c;
@@ -46,5 +46,5 @@ QString ShowableMessage(const QString& text, int longest, int mostLines)
         return BreakLongWords(text);
     if (end > 0 && text.at(end - 1).isHighSurrogate())
         --end;
-    return BreakLongWords(text.left(end)) + kEllipsis;
+    return BreakLongWords(text.left(end)) + ellipsisSign;
 }

@@ -12,10 +12,10 @@
 
 namespace
 {
-constexpr int kEditWidth = 280;
-constexpr int kSideMargin = 8;
-constexpr int kRowMargin = 4;
-constexpr int kOptionGap = 12;
+constexpr int editWidth = 280;
+constexpr int findSideMargin = 8;
+constexpr int rowMargin = 4;
+constexpr int optionGap = 12;
 
 QToolButton* AddButton(QHBoxLayout* row, const QString& icon, const QString& name, const QString& tip)
 {
@@ -37,9 +37,9 @@ WbFindBar::WbFindBar(const QString& prompt, QWidget* parent)
     edit->setPlaceholderText(prompt);
     edit->setAccessibleName(prompt);
     edit->setClearButtonEnabled(true);
-    edit->setMaximumWidth(DpiTool::ScaleDefault(kEditWidth));
+    edit->setMaximumWidth(DpiTool::ScaleDefault(editWidth));
     count->setObjectName(QStringLiteral("labelFindCount"));
-    options->setSpacing(DpiTool::ScaleDefault(kOptionGap));
+    options->setSpacing(DpiTool::ScaleDefault(optionGap));
 
     auto* row = new QHBoxLayout;
     row->addWidget(edit);
@@ -48,14 +48,14 @@ WbFindBar::WbFindBar(const QString& prompt, QWidget* parent)
     auto* next = AddButton(row, QStringLiteral("chevron-down"), QStringLiteral("findNextButton"),
                            QStringLiteral("下一个（F3）"));
     row->addLayout(options);
-    row->addSpacing(DpiTool::ScaleDefault(kOptionGap - kSideMargin));
+    row->addSpacing(DpiTool::ScaleDefault(optionGap - findSideMargin));
     row->addWidget(count);
     row->addStretch();
     auto* close = AddButton(row, QStringLiteral("close"), QStringLiteral("findCloseButton"),
                             QStringLiteral("关闭（Esc）"));
     auto* layout = new QVBoxLayout(this);
-    const int side = DpiTool::ScaleDefault(kSideMargin);
-    const int above = DpiTool::ScaleDefault(kRowMargin);
+    const int side = DpiTool::ScaleDefault(findSideMargin);
+    const int above = DpiTool::ScaleDefault(rowMargin);
     layout->setContentsMargins(side, above, side, above);
     layout->setSpacing(above);
     layout->addLayout(row);

@@ -6,9 +6,9 @@
 
 namespace
 {
-constexpr int kMarksAtMost = 1000;
+constexpr int marksAtMost = 1000;
 // Legible behind text in the light and in the dark scheme.
-const QColor kMarkColor(255, 193, 7, 100);
+const QColor markColor(255, 193, 7, 100);
 } // namespace
 
 QTextCursor WbTextSearch::Find(const QTextCursor& from, const QString& text, QTextDocument::FindFlags flags)
@@ -33,13 +33,13 @@ WbTextSearch::Marks WbTextSearch::MarksOf(QTextDocument* document, const QString
         found = document->find(text, found, flags);
         if (found.isNull())
             break;
-        if (marks.places.size() == kMarksAtMost) {
+        if (marks.places.size() == marksAtMost) {
             marks.isMore = true;
             break;
         }
         QTextEdit::ExtraSelection mark;
         mark.cursor = found;
-        mark.format.setBackground(kMarkColor);
+        mark.format.setBackground(markColor);
         marks.places.append(mark);
     }
     return marks;

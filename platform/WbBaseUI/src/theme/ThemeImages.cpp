@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr int kHighResolution = 2;
+constexpr int highResolution = 2;
 
 bool WritePicture(const IconDrawing& drawing, const QString& path, int pixels, const QColor& color)
 {
@@ -45,8 +45,7 @@ QString ThemeImages::PathFor(const QString& icon, const QString& colorName, int 
             .arg(folder.path(), icon, color.name(QColor::HexRgb).mid(1), QString::number(size));
     const QString path = base + QLatin1String(".png");
     // Qt itself takes the second file on a screen of ratio 2.
-    const bool written =
-        WritePicture(drawing, path, size, color) &&
-        WritePicture(drawing, base + QLatin1String("@2x.png"), size * kHighResolution, color);
+    const bool written = WritePicture(drawing, path, size, color) &&
+                         WritePicture(drawing, base + QLatin1String("@2x.png"), size * highResolution, color);
     return written ? path : QString();
 }

@@ -13,7 +13,7 @@ struct MetricRow
     int length;
 };
 
-constexpr MetricRow kMetrics[] = {
+constexpr MetricRow metricRows[] = {
     {QStyle::PM_SmallIconSize, 16},
     {QStyle::PM_ButtonIconSize, 16},
     {QStyle::PM_ToolBarIconSize, 20},
@@ -39,7 +39,7 @@ ThemeStyle::ThemeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 int ThemeStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
-    for (const MetricRow& row : kMetrics)
+    for (const MetricRow& row : metricRows)
         if (row.metric == metric)
             return DpiTool::ScaleDefault(row.length);
     return QProxyStyle::pixelMetric(metric, option, widget);

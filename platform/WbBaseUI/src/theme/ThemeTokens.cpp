@@ -5,9 +5,9 @@
 // Both schemes stand side by side so that neither can have a colour the other lacks. Text on its background
 // keeps a contrast of at least 4.5, marks that carry meaning at least 3, disabled text 2.5; the tests compute
 // all of them.
-const std::array<ColorToken, kColorCount>& ColorTokens()
+const std::array<ColorToken, colorCount>& ColorTokens()
 {
-    static const std::array<ColorToken, kColorCount> tokens = {{
+    static const std::array<ColorToken, colorCount> tokens = {{
         {WbColor::Window, "window", 0xfff3f5f9, 0xff14171d},
         {WbColor::Surface, "surface", 0xffffffff, 0xff1c2028},
         {WbColor::SurfaceRaised, "surface-raised", 0xffffffff, 0xff232831},

@@ -16,5 +16,5 @@ struct ColorToken
 };
 
 // In the order of WbColor.
-constexpr std::size_t kColorCount = static_cast<std::size_t>(WbColor::ExecutionLine) + 1;
-const std::array<ColorToken, kColorCount>& ColorTokens();
+constexpr std::size_t colorCount = static_cast<std::size_t>(WbColor::ExecutionLine) + 1;
+const std::array<ColorToken, colorCount>& ColorTokens();

@@ -17,16 +17,16 @@
 
 namespace
 {
-constexpr int kUiFontPixels = 14;
-constexpr int kCodeFontPixels = 13;
-constexpr qreal kPointsPerInch = 72.0;
+constexpr int uiFontPixels = 14;
+constexpr int codeFontPixels = 13;
+constexpr qreal pointsPerInch = 72.0;
 
 // Sizes are designed in pixels at 100 %; as points they also hold on a screen whose own resolution differs.
 qreal PointSize(int pixels)
 {
     const QScreen* screen = QGuiApplication::primaryScreen();
     const qreal dpi = screen ? screen->logicalDotsPerInchY() : 96.0;
-    return pixels * DpiTool::GetScale() * kPointsPerInch / dpi;
+    return pixels * DpiTool::GetScale() * pointsPerInch / dpi;
 }
 
 QFont MakeFont(const QStringList& families, int pixels)
@@ -153,7 +153,7 @@ QFont WbTheme::UiFont()
 {
     return MakeFont({QStringLiteral("Microsoft YaHei UI"), QStringLiteral("Noto Sans CJK SC"),
                      QStringLiteral("WenQuanYi Micro Hei")},
-                    kUiFontPixels);
+                    uiFontPixels);
 }
 
 QFont WbTheme::CodeFont()
@@ -161,7 +161,7 @@ QFont WbTheme::CodeFont()
     // First the one that has Chinese letters, too: lines that mix two fonts are of different heights.
     QFont font = MakeFont({QStringLiteral("Noto Sans Mono CJK SC"), QStringLiteral("Consolas"),
                            QStringLiteral("DejaVu Sans Mono")},
-                          kCodeFontPixels);
+                          codeFontPixels);
     font.setStyleHint(QFont::Monospace);
     font.setFixedPitch(true);
     return font;

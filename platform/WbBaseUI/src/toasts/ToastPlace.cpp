@@ -23,17 +23,17 @@
 
 namespace
 {
-constexpr int kText = 1;  // may be covered, but rather not
-constexpr int kView = 2;  // from here on it is something in use
-constexpr int kField = 8; // small, and lost when it is covered
-constexpr int kFocus = 16;
+constexpr int textCost = 1;  // may be covered, but rather not
+constexpr int viewCost = 2;  // from here on it is something in use
+constexpr int fieldCost = 8; // small, and lost when it is covered
+constexpr int focusCost = 16;
 
-constexpr int kTopMargin = 2;
-constexpr int kSideMargin = 16;
-constexpr int kGap = 8;
-constexpr int kClearance = 6;
-constexpr int kStepDown = 4;
-constexpr int kStepAside = 16;
+constexpr int topMargin = 2;
+constexpr int placeSideMargin = 16;
+constexpr int toastGap = 8;
+constexpr int clearance = 6;
+constexpr int stepDown = 4;
+constexpr int stepAside = 16;
 
 template <typename... Kinds>
 bool IsAnyOf(const QWidget* widget)
@@ -47,14 +47,14 @@ int WeightOf(const QWidget* widget)
     // Also while it is disabled: a notice often comes while the window waits for an answer.
     if (IsAnyOf<QAbstractButton, QLineEdit, QComboBox, QAbstractSpinBox, QTabBar, QAbstractSlider,
                 WbIconButtonWidget>(widget))
-        return widget->hasFocus() ? kFocus : kField;
+        return widget->hasFocus() ? focusCost : fieldCost;
     if (qobject_cast<const QLabel*>(widget))
-        return kText;
+        return textCost;
     if (qobject_cast<const QScrollArea*>(widget))
         return 0;
     const bool takesKeys = widget->focusPolicy() & Qt::TabFocus && !widget->layout();
     const bool isView = qobject_cast<const QAbstractScrollArea*>(widget) || takesKeys;
-    return isView && widget->isEnabled() ? (widget->hasFocus() ? kField : kView) : 0;
+    return isView && widget->isEnabled() ? (widget->hasFocus() ? fieldCost : viewCost) : 0;
 }
 
 // The part of the widget in which there is something: labels and lists are often larger than what they show.
@@ -81,7 +81,7 @@ QVector<QRect> ColumnOf(const QVector<QSize>& sizes)
     int y = 0;
     for (const QSize& size : sizes) {
         column.append({QPoint(-size.width() / 2, y), size});
-        y += size.height() + DpiTool::ScaleDefault(kGap);
+        y += size.height() + DpiTool::ScaleDefault(toastGap);
     }
     return column;
 }
@@ -128,7 +128,7 @@ void ToastPlace::Collect(const QWidget* widget, const QRect& clip)
 
 qint64 ToastPlace::CostOf(const QVector<QRect>& column, qint64 enough) const
 {
-    const int gap = DpiTool::ScaleDefault(kClearance);
+    const int gap = DpiTool::ScaleDefault(clearance);
     qint64 cost = 0;
     for (const QRect& rect : column) {
         const QRect roomy = rect.adjusted(-gap, -gap, gap, gap);
@@ -146,16 +146,16 @@ qint64 ToastPlace::CostOf(const QVector<QRect>& column, qint64 enough) const
 
 QVector<QRect> ToastPlace::Find(const QVector<QSize>& sizes) const
 {
-    const int side = DpiTool::ScaleDefault(kSideMargin);
+    const int side = DpiTool::ScaleDefault(placeSideMargin);
     const QVector<QRect> column = ColumnOf(sizes);
     const QSize size = BoundsOf(column).size();
     const int farthest = qMax(0, (room.width() - size.width()) / 2 - side);
     const int lowest = room.height() - size.height() - side;
-    const int first = DpiTool::ScaleDefault(kTopMargin);
+    const int first = DpiTool::ScaleDefault(topMargin);
     QPoint best(room.width() / 2, qMax(0, qMin(first, lowest)));
     qint64 least = std::numeric_limits<qint64>::max();
-    for (int y = first; y <= lowest && 2 * (y - first) < least; y += DpiTool::ScaleDefault(kStepDown)) {
-        for (int aside = 0; aside <= farthest; aside += DpiTool::ScaleDefault(kStepAside)) {
+    for (int y = first; y <= lowest && 2 * (y - first) < least; y += DpiTool::ScaleDefault(stepDown)) {
+        for (int aside = 0; aside <= farthest; aside += DpiTool::ScaleDefault(stepAside)) {
             for (const int x : {room.width() / 2 + aside, room.width() / 2 - aside}) {
                 const qint64 way = 2 * (y - first) + aside;
                 const qint64 cost = way + CostOf(Moved(column, {x, y}), least - way);
@@ -172,6 +172,6 @@ QVector<QRect> ToastPlace::Find(const QVector<QSize>& sizes) const
 bool ToastPlace::CoversSomethingInUse(const QRect& rect) const
 {
     return std::any_of(parts.begin(), parts.end(), [&rect](const Part& part) {
-        return part.weight >= kView && part.rect.intersects(rect);
+        return part.weight >= viewCost && part.rect.intersects(rect);
     });
 }

@@ -14,9 +14,9 @@
 
 namespace
 {
-constexpr int kMostToasts = 4;
-constexpr int kMostInDialog = 1; // its last answer counts: an older one would be about fields mended since
-constexpr int kSideMargin = 16;
+constexpr int mostToasts = 4;
+constexpr int mostInDialog = 1; // its last answer counts: an older one would be about fields mended since
+constexpr int stackSideMargin = 16;
 
 bool CanHost(const QWidget* widget)
 {
@@ -74,7 +74,7 @@ void ToastStack::Adopt(ToastWidget* toast)
         toast->setParent(window);
     connect(toast, &ToastWidget::SigGone, this, [this, toast] { Remove(toast); });
     toasts.append(toast);
-    while (toasts.size() > (window->windowType() == Qt::Dialog ? kMostInDialog : kMostToasts))
+    while (toasts.size() > (window->windowType() == Qt::Dialog ? mostInDialog : mostToasts))
         Remove(toasts.constFirst());
     toast->show();
     Arrange();
@@ -131,7 +131,7 @@ void ToastStack::Arrange()
     const ToastPlace place(window);
     QVector<QSize> sizes;
     for (ToastWidget* toast : qAsConst(toasts)) {
-        toast->FitInto(window->width() - 2 * DpiTool::ScaleDefault(kSideMargin));
+        toast->FitInto(window->width() - 2 * DpiTool::ScaleDefault(stackSideMargin));
         sizes.append(toast->size());
     }
     const QVector<QRect> column = place.Find(sizes);

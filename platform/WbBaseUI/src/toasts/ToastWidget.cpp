@@ -19,15 +19,15 @@ namespace
 {
 using namespace std::chrono_literals;
 
-constexpr std::chrono::milliseconds kShown = 3s;
-constexpr std::chrono::milliseconds kErrorShown = 5s;
-constexpr std::chrono::milliseconds kFade = 160ms;
-constexpr int kIconSize = 20;
-constexpr int kPadding = 12;
-constexpr int kPaddingAbove = 9; // one line of text fits into the head of the workstation
-constexpr int kWidest = 480;
-constexpr int kLongestText = 300;
-constexpr int kMostLines = 6;
+constexpr std::chrono::milliseconds shownFor = 3s;
+constexpr std::chrono::milliseconds errorShownFor = 5s;
+constexpr std::chrono::milliseconds fadeTime = 160ms;
+constexpr int toastIconSize = 20;
+constexpr int toastPadding = 12;
+constexpr int toastPaddingAbove = 9; // one line of text fits into the head of the workstation
+constexpr int widestToast = 480;
+constexpr int longestToast = 300;
+constexpr int mostToastLines = 6;
 
 struct Look
 {
@@ -54,7 +54,7 @@ Look LookOf(ENUM_TOAST_TYPE type)
 
 ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* parent)
     : QFrame(parent), text(message), type(t), labelIcon(new QLabel(this)),
-      labelText(new QLabel(ShowableMessage(message, kLongestText, kMostLines), this)),
+      labelText(new QLabel(ShowableMessage(message, longestToast, mostToastLines), this)),
       opacity(new QGraphicsOpacityEffect(this)), fade(new QPropertyAnimation(opacity, "opacity", this))
 {
     setObjectName(QStringLiteral("WbToast"));
@@ -71,8 +71,8 @@ ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* par
     PaintIcon();
 
     auto* layout = new QHBoxLayout(this);
-    const int padding = DpiTool::ScaleDefault(kPadding);
-    const int above = DpiTool::ScaleDefault(kPaddingAbove);
+    const int padding = DpiTool::ScaleDefault(toastPadding);
+    const int above = DpiTool::ScaleDefault(toastPaddingAbove);
     layout->setContentsMargins(padding, above, padding + padding / 2, above);
     layout->setSpacing(padding * 2 / 3);
     layout->addWidget(labelIcon, 0, Qt::AlignTop);
@@ -80,9 +80,9 @@ ToastWidget::ToastWidget(const QString& message, ENUM_TOAST_TYPE t, QWidget* par
 
     setGraphicsEffect(opacity);
     opacity->setOpacity(0);
-    fade->setDuration(int(kFade.count()));
+    fade->setDuration(int(fadeTime.count()));
     timer.setSingleShot(true);
-    timer.setInterval(type == ToastError ? kErrorShown : kShown);
+    timer.setInterval(type == ToastError ? errorShownFor : shownFor);
     connect(&timer, &QTimer::timeout, this, &ToastWidget::FadeOut);
     connect(fade, &QPropertyAnimation::finished, this, [this] {
         if (leaving) {
@@ -127,7 +127,7 @@ void ToastWidget::FitInto(int width)
     const int chrome = margins.left() + margins.right() + layout()->spacing() +
                        labelIcon->sizeHint().width() + 2 * frameWidth();
     const QSize oneLine = labelText->fontMetrics().size(0, labelText->text());
-    const int widest = qMin(width, DpiTool::ScaleDefault(kWidest));
+    const int widest = qMin(width, DpiTool::ScaleDefault(widestToast));
     const int textWidth = qMax(1, qMin(oneLine.width() + 2, widest - chrome));
     const int textHeight = labelText->heightForWidth(textWidth);
     const int height = qMax(textHeight, labelIcon->sizeHint().height()) + margins.top() + margins.bottom();
@@ -175,6 +175,6 @@ void ToastWidget::Announce()
 void ToastWidget::PaintIcon()
 {
     const Look look = LookOf(type);
-    labelIcon->setPixmap(WbIcons::Pixmap(QLatin1String(look.icon), DpiTool::ScaleDefault(kIconSize),
+    labelIcon->setPixmap(WbIcons::Pixmap(QLatin1String(look.icon), DpiTool::ScaleDefault(toastIconSize),
                                          look.color, devicePixelRatioF()));
 }

@@ -10,12 +10,12 @@
 
 namespace
 {
-constexpr int kSize = 36;
-constexpr int kLineWidth = 3;
-constexpr int kFrameMilliseconds = 16;
-constexpr int kTurnMilliseconds = 900;
-constexpr int kFullTurn = 360 * 16;
-constexpr int kArcLength = 100 * 16;
+constexpr int spinnerSize = 36;
+constexpr int spinnerLineWidth = 3;
+constexpr int frameMilliseconds = 16;
+constexpr int turnMilliseconds = 900;
+constexpr int fullTurn = 360 * 16;
+constexpr int arcLength = 100 * 16;
 } // namespace
 
 BusySpinner::BusySpinner(QWidget* parent) : QWidget(parent)
@@ -25,30 +25,30 @@ BusySpinner::BusySpinner(QWidget* parent) : QWidget(parent)
 
 QSize BusySpinner::sizeHint() const
 {
-    const int side = DpiTool::ScaleDefault(kSize);
+    const int side = DpiTool::ScaleDefault(spinnerSize);
     return {side, side};
 }
 
 void BusySpinner::paintEvent(QPaintEvent*)
 {
     const WbTheme* theme = WbTheme::Instance();
-    const qreal width = DpiTool::ScaleDefault(kLineWidth);
+    const qreal width = DpiTool::ScaleDefault(spinnerLineWidth);
     const QRectF circle = QRectF(rect()).adjusted(width, width, -width, -width);
-    const qint64 time = clock.isValid() ? clock.elapsed() % kTurnMilliseconds : 0;
-    const int angle = int(-time * kFullTurn / kTurnMilliseconds);
+    const qint64 time = clock.isValid() ? clock.elapsed() % turnMilliseconds : 0;
+    const int angle = int(-time * fullTurn / turnMilliseconds);
 
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(theme->Color(WbColor::Border), width));
     painter.drawEllipse(circle);
     painter.setPen(QPen(theme->Color(WbColor::Accent), width, Qt::SolidLine, Qt::RoundCap));
-    painter.drawArc(circle, angle + 90 * 16, -kArcLength);
+    painter.drawArc(circle, angle + 90 * 16, -arcLength);
 }
 
 void BusySpinner::showEvent(QShowEvent*)
 {
     clock.start();
-    timer.start(kFrameMilliseconds, this);
+    timer.start(frameMilliseconds, this);
 }
 
 void BusySpinner::hideEvent(QHideEvent*)

@@ -18,11 +18,11 @@
 
 namespace
 {
-constexpr int kErrorIcon = 48;
-constexpr int kSpacing = 16;
-constexpr int kSideMargin = 32;
-constexpr int kLongestReason = 600;
-constexpr int kMostLines = 10;
+constexpr int errorIconSize = 48;
+constexpr int statusSpacing = 16;
+constexpr int statusSideMargin = 32;
+constexpr int longestReason = 600;
+constexpr int mostReasonLines = 10;
 
 QLabel* MakeLabel(const QString& name, QWidget* parent)
 {
@@ -64,15 +64,15 @@ public:
 
     void AdjustForDpi() override
     {
-        column->setSpacing(DpiTool::ScaleDefault(kSpacing));
-        const int margin = DpiTool::ScaleDefault(kSideMargin);
+        column->setSpacing(DpiTool::ScaleDefault(statusSpacing));
+        const int margin = DpiTool::ScaleDefault(statusSideMargin);
         column->setContentsMargins(margin, 0, margin, 0);
         PaintIcon();
     }
 
     void PaintIcon()
     {
-        labelIcon->setPixmap(WbIcons::Pixmap(QStringLiteral("error"), DpiTool::ScaleDefault(kErrorIcon),
+        labelIcon->setPixmap(WbIcons::Pixmap(QStringLiteral("error"), DpiTool::ScaleDefault(errorIconSize),
                                              WbColor::DangerText, q->devicePixelRatioF()));
     }
 
@@ -184,7 +184,7 @@ void RequestStatusBaseWidget::SetStatus(RequestStatus status)
 
 void RequestStatusBaseWidget::SetErrorMsg(const QString& message)
 {
-    d->reason = ShowableMessage(message, kLongestReason, kMostLines);
+    d->reason = ShowableMessage(message, longestReason, mostReasonLines);
     if (d->status == RequestStatus::Failed)
         d->ShowParts();
 }

@@ -12,16 +12,16 @@
 
 namespace
 {
-constexpr int kVisibleRows = 10;
+constexpr int visibleRows = 10;
 // Rows whose width is looked at when the popup opens; more would make opening depend on the number of rows.
-constexpr int kMeasuredRows = 64;
-constexpr int kWidestPopup = 480;
-constexpr int kMinimumCharacters = 4;
+constexpr int measuredRows = 64;
+constexpr int widestPopup = 480;
+constexpr int minimumCharacters = 4;
 
 int WidestOfFirstRows(const QAbstractItemView& view)
 {
     const QAbstractItemModel* model = view.model();
-    const int rows = qMin(kMeasuredRows, model->rowCount(view.rootIndex()));
+    const int rows = qMin(measuredRows, model->rowCount(view.rootIndex()));
     int widest = 0;
     for (int row = 0; row < rows; ++row) {
         const QModelIndex index = model->index(row, 0, view.rootIndex());
@@ -63,8 +63,8 @@ WbComboBox::WbComboBox(QWidget* parent) : QComboBox(parent)
 {
     // With the default policy every row is measured for the size hint.
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    setMinimumContentsLength(kMinimumCharacters);
-    setMaxVisibleItems(kVisibleRows);
+    setMinimumContentsLength(minimumCharacters);
+    setMaxVisibleItems(visibleRows);
 }
 
 void WbComboBox::SetBusinessStyle(int style)
@@ -87,7 +87,7 @@ void WbComboBox::showPopup()
     }
     const int bar = count() > maxVisibleItems() ? list->verticalScrollBar()->sizeHint().width() : 0;
     const int wanted =
-        qMin(WidestOfFirstRows(*list) + bar + 2 * list->frameWidth(), DpiTool::ScaleDefault(kWidestPopup));
+        qMin(WidestOfFirstRows(*list) + bar + 2 * list->frameWidth(), DpiTool::ScaleDefault(widestPopup));
     list->setMinimumWidth(qMax(wanted, width()));
     QComboBox::showPopup();
     if (list->isVisible())

@@ -108,7 +108,7 @@ void BrowserPointer::Ask(const QPointF& position, bool picked)
     if (!picked)
         asking = true;
     view->page()->runJavaScript(
-        call, BrowserWorlds::Pointer,
+        call, BrowserWorlds::pointer,
         [guard = QPointer<BrowserPointer>(this), asked = session, picked](const QVariant& description) {
             if (!guard || !guard->glass || guard->session != asked)
                 return;

@@ -12,8 +12,8 @@
 
 namespace
 {
-constexpr int Padding = 6;
-constexpr int Round = 4;
+constexpr int overlayPadding = 6;
+constexpr int cornerRadius = 4;
 
 QColor Tinted(WbColor color, int alpha)
 {
@@ -26,9 +26,9 @@ void PaintBubble(QPainter& painter, const QRect& rect, const QString& text, WbCo
 {
     painter.setPen(Qt::NoPen);
     painter.setBrush(WbTheme::Instance()->Color(fill));
-    painter.drawRoundedRect(rect, Round, Round);
+    painter.drawRoundedRect(rect, cornerRadius, cornerRadius);
     painter.setPen(WbTheme::Instance()->Color(ink));
-    const QRect inner = rect.adjusted(Padding, 0, -Padding, 0);
+    const QRect inner = rect.adjusted(overlayPadding, 0, -overlayPadding, 0);
     painter.drawText(inner, Qt::AlignCenter,
                      painter.fontMetrics().elidedText(text, Qt::ElideRight, inner.width()));
 }
@@ -74,7 +74,7 @@ void PointerOverlay::paintEvent(QPaintEvent*)
     if (!marked.isEmpty())
         PaintLabel(painter);
     const QFontMetrics metrics = painter.fontMetrics();
-    const QSize size(qMin(metrics.horizontalAdvance(hint) + 4 * Padding, width() - 16),
+    const QSize size(qMin(metrics.horizontalAdvance(hint) + 4 * overlayPadding, width() - 16),
                      metrics.height() + 10);
     // Out of the way of what it would cover.
     const bool below = marked.top() < size.height() + 16 && !marked.isEmpty();
@@ -87,7 +87,8 @@ void PointerOverlay::PaintLabel(QPainter& painter) const
 {
     const QFontMetrics metrics = painter.fontMetrics();
     const int widest = qMin(width() - 4, DpiTool::ScaleDefault(360));
-    const QSize size(qMin(metrics.horizontalAdvance(label) + 2 * Padding + 2, widest), metrics.height() + 6);
+    const QSize size(qMin(metrics.horizontalAdvance(label) + 2 * overlayPadding + 2, widest),
+                     metrics.height() + 6);
     int top = int(marked.bottom()) + 4;
     if (top + size.height() > height())
         top = qMax(2, int(marked.top()) - size.height() - 4);

@@ -7,17 +7,17 @@
 
 namespace
 {
-constexpr auto FlagsVariable = "QTWEBENGINE_CHROMIUM_FLAGS";
+constexpr auto flagsVariable = "QTWEBENGINE_CHROMIUM_FLAGS";
 }
 
 void BrowserEnvironment::RefuseDebuggers()
 {
     qunsetenv("QTWEBENGINE_REMOTE_DEBUGGING");
     QByteArrayList kept;
-    const QByteArrayList flags = qgetenv(FlagsVariable).split(' ');
+    const QByteArrayList flags = qgetenv(flagsVariable).split(' ');
     for (const QByteArray& flag : flags)
         if (!flag.startsWith("--remote-debugging"))
             kept.append(flag);
     if (kept.size() != flags.size())
-        qputenv(FlagsVariable, kept.join(' '));
+        qputenv(flagsVariable, kept.join(' '));
 }

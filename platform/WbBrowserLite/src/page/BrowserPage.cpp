@@ -13,8 +13,8 @@
 
 namespace
 {
-constexpr int QuestionsUntilMuted = 3;
-constexpr int LongestQuestion = 500;
+constexpr int questionsUntilMuted = 3;
+constexpr int longestQuestion = 500;
 
 // Stands for the window that a page opens, until it is known where that window goes.
 class NewWindow : public QWebEnginePage
@@ -48,7 +48,7 @@ bool MayFill(const QUrl& url)
 
 QString Told(const QUrl& origin, const QString& text)
 {
-    return QStringLiteral("网页 %1：\n%2").arg(origin.host(), text.left(LongestQuestion));
+    return QStringLiteral("网页 %1：\n%2").arg(origin.host(), text.left(longestQuestion));
 }
 } // namespace
 
@@ -137,11 +137,11 @@ bool BrowserPage::javaScriptConfirm(const QUrl& origin, const QString& text)
 // Loads that the page starts itself change nothing: it would ask, load itself and ask again.
 bool BrowserPage::MayAsk(const QUrl& origin)
 {
-    if (questions < QuestionsUntilMuted) {
+    if (questions < questionsUntilMuted) {
         ++questions;
         return true;
     }
-    if (questions == QuestionsUntilMuted) {
+    if (questions == questionsUntilMuted) {
         ++questions; // said once
         WbToast::Show(
             QStringLiteral("网页 %1 反复提问，不再显示它的问题，直到您重新打开网页").arg(origin.host()),

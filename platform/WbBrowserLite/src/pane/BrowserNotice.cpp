@@ -13,9 +13,9 @@
 
 namespace
 {
-constexpr int IconSize = 48;
-constexpr int WidestText = 420;
-constexpr int Margin = 16;
+constexpr int noticeIconSize = 48;
+constexpr int widestNotice = 420;
+constexpr int noticeMargin = 16;
 
 QLabel* AddLabel(QVBoxLayout* layout, const QString& name, const QString& role)
 {
@@ -34,7 +34,7 @@ BrowserNotice::BrowserNotice(QWidget* parent) : QWidget(parent), icon(new QLabel
 {
     setObjectName(QStringLiteral("browserNotice"));
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(Margin, Margin, Margin, Margin);
+    layout->setContentsMargins(noticeMargin, noticeMargin, noticeMargin, noticeMargin);
     layout->setSpacing(10);
     layout->addStretch(2);
     layout->addWidget(icon, 0, Qt::AlignHCenter);
@@ -84,14 +84,15 @@ void BrowserNotice::Show(const QString& iconShown, const QString& caption, const
 
 void BrowserNotice::ShowIcon()
 {
-    icon->setPixmap(WbIcons::Pixmap(iconName, DpiTool::ScaleDefault(IconSize), WbColor::TextSecondary,
+    icon->setPixmap(WbIcons::Pixmap(iconName, DpiTool::ScaleDefault(noticeIconSize), WbColor::TextSecondary,
                                     devicePixelRatioF()));
 }
 
 void BrowserNotice::resizeEvent(QResizeEvent* event)
 {
     // Labels that fill the column are asked for the height of just the width they get.
-    const int side = (event->size().width() - DpiTool::ScaleDefault(WidestText)) / 2;
-    layout()->setContentsMargins(qMax(Margin, side), Margin, qMax(Margin, side), Margin);
+    const int side = (event->size().width() - DpiTool::ScaleDefault(widestNotice)) / 2;
+    layout()->setContentsMargins(qMax(noticeMargin, side), noticeMargin, qMax(noticeMargin, side),
+                                 noticeMargin);
     QWidget::resizeEvent(event);
 }

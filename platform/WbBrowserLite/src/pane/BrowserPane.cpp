@@ -29,9 +29,9 @@
 
 namespace
 {
-constexpr QSize UsualSize(420, 480);
-constexpr int LeastWidth = 300;
-constexpr int LeastWidthInWindow = 240;
+constexpr QSize usualPaneSize(420, 480);
+constexpr int leastPaneWidth = 300;
+constexpr int leastPaneWidthInWindow = 240;
 } // namespace
 
 IBrowserWidget* CreateBuiltInBrowser(QWidget* parent)
@@ -66,7 +66,7 @@ BrowserPane::~BrowserPane()
 
 QSize BrowserPane::sizeHint() const
 {
-    return {DpiTool::ScaleDefault(UsualSize.width()), DpiTool::ScaleDefault(UsualSize.height())};
+    return {DpiTool::ScaleDefault(usualPaneSize.width()), DpiTool::ScaleDefault(usualPaneSize.height())};
 }
 
 void BrowserPane::InitToolBar()
@@ -136,7 +136,7 @@ bool BrowserPane::IsPoppedOut() const
 // In its own window it is never wider than it was in the pane, the window's border included.
 void BrowserPane::FitWidth()
 {
-    setMinimumWidth(DpiTool::ScaleDefault(IsPoppedOut() ? LeastWidthInWindow : LeastWidth));
+    setMinimumWidth(DpiTool::ScaleDefault(IsPoppedOut() ? leastPaneWidthInWindow : leastPaneWidth));
 }
 
 void BrowserPane::actionEvent(QActionEvent* event)
@@ -309,7 +309,7 @@ void BrowserPane::ShowPageOrFailure()
         return;
     }
     page->runJavaScript(QStringLiteral("!!document.body && document.body.childNodes.length > 0"),
-                        BrowserWorlds::Pointer,
+                        BrowserWorlds::pointer,
                         [guard = QPointer<BrowserPane>(this)](const QVariant& hasWords) {
                             if (guard && guard->page && !hasWords.toBool())
                                 guard->ShowFailure(guard->page->GetObstacle());

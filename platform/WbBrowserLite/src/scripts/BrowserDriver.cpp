@@ -15,9 +15,9 @@ namespace
 {
 using namespace std::chrono_literals;
 
-constexpr auto OpenDeadline = 60s;
-constexpr auto ScriptDeadline = 60s;
-constexpr auto LoadPatience = 10s;
+constexpr auto openPatience = 60s;
+constexpr auto scriptDeadline = 60s;
+constexpr auto loadPatience = 10s;
 
 // Tells what a script gave from what it threw; a script that does not even parse throws here too.
 QString Guarded(const QString& script)
@@ -32,9 +32,9 @@ QString Guarded(const QString& script)
 BrowserDriver::BrowserDriver(QObject* parent) : QObject(parent)
 {
     openDeadline.setSingleShot(true);
-    openDeadline.setInterval(OpenDeadline);
+    openDeadline.setInterval(openPatience);
     patience.setSingleShot(true);
-    patience.setInterval(LoadPatience);
+    patience.setInterval(loadPatience);
     connect(&openDeadline, &QTimer::timeout, this,
             [this] { AnswerOpen(false, QStringLiteral("网页 60 秒内没有打开")); });
     connect(&patience, &QTimer::timeout, this, &BrowserDriver::SendWaiting);
@@ -131,10 +131,10 @@ void BrowserDriver::Send(int id)
 {
     Script& script = scripts[id];
     script.sent = true;
-    QTimer::singleShot(ScriptDeadline, this, [this, id] {
+    QTimer::singleShot(scriptDeadline, this, [this, id] {
         AnswerScript(id, false, QStringLiteral("网页 60 秒内没有完成这个操作"));
     });
-    page->runJavaScript(Guarded(script.text), BrowserWorlds::Process,
+    page->runJavaScript(Guarded(script.text), BrowserWorlds::process,
                         [guard = QPointer<BrowserDriver>(this), id](const QVariant& result) {
                             if (guard)
                                 guard->TakeResult(id, result);

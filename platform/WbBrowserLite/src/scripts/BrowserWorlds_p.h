@@ -8,6 +8,6 @@
 // other.
 namespace BrowserWorlds
 {
-constexpr quint32 Process = QWebEngineScript::ApplicationWorld;
-constexpr quint32 Pointer = QWebEngineScript::UserWorld;
+constexpr quint32 process = QWebEngineScript::ApplicationWorld;
+constexpr quint32 pointer = QWebEngineScript::UserWorld;
 } // namespace BrowserWorlds

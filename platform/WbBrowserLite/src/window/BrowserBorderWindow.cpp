@@ -18,8 +18,8 @@
 
 namespace
 {
-constexpr int BorderWidth = 4;
-constexpr QSize LeastSize(260, 160); // the least pane of a small screen pops out as large as it is
+constexpr int borderWidth = 4;
+constexpr QSize leastSize(260, 160); // the least pane of a small screen pops out as large as it is
 } // namespace
 
 BrowserBorderWindow::BrowserBorderWindow(QWidget* parent)
@@ -29,8 +29,8 @@ BrowserBorderWindow::BrowserBorderWindow(QWidget* parent)
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     setWindowTitle(QStringLiteral("浏览器窗口"));
     setMouseTracking(true);
-    setMinimumSize(DpiTool::ScaleDefault(LeastSize.width()), DpiTool::ScaleDefault(LeastSize.height()));
-    const int border = DpiTool::ScaleDefault(BorderWidth);
+    setMinimumSize(DpiTool::ScaleDefault(leastSize.width()), DpiTool::ScaleDefault(leastSize.height()));
+    const int border = DpiTool::ScaleDefault(borderWidth);
     layout->setContentsMargins(border, border, border, border);
     layout->setSpacing(0);
     title = BuildTitle();
