@@ -21,8 +21,7 @@ constexpr int hideGraceMs = 100;
 
 } // namespace
 
-RpaVersionCombo::RpaVersionCombo(QWidget* parent)
-    : WbComboBox(parent), list(nullptr), nameEdit(new QLineEdit(this)), hideTimer(nullptr)
+RpaVersionCombo::RpaVersionCombo(QWidget* parent) : WbComboBox(parent), nameEdit(new QLineEdit(this))
 {
     nameEdit->setContextMenuPolicy(Qt::NoContextMenu);
     nameEdit->setReadOnly(true);

@@ -83,8 +83,8 @@ private:
     QString currentName;
     QVariant currentData;
     QPersistentModelIndex currentRow; // follows its row when others are removed
-    QListWidget* list;
+    QListWidget* list = nullptr;
     QLineEdit* nameEdit;
     bool popupOpen = false;
-    QTimer* hideTimer;
+    QTimer* hideTimer = nullptr;
 };

@@ -29,7 +29,7 @@ int ConnectionsThatFit(int wanted, int workers)
     if (::getrlimit(RLIMIT_NOFILE, &limit) != 0)
         return wanted;
     const int taken = OpenDescriptors() + 2 * workers;
-    const auto needed = static_cast<rlim_t>(wanted + taken + mostReserve);
+    const auto needed = static_cast<rlim_t>(wanted) + static_cast<rlim_t>(taken) + mostReserve;
     if (limit.rlim_cur < needed && limit.rlim_cur < limit.rlim_max) {
         limit.rlim_cur = std::min(needed, limit.rlim_max);
         ::setrlimit(RLIMIT_NOFILE, &limit);

@@ -76,7 +76,7 @@ void Log::Drain()
         std::deque<QByteArray> batch;
         batch.swap(lines);
         if (dropped > 0)
-            batch.push_back("{\"level\":\"warning\",\"event\":\"log-lines-dropped\",\"count\":" +
+            batch.push_back(R"({"level":"warning","event":"log-lines-dropped","count":)" +
                             QByteArray::number(std::exchange(dropped, 0)) + "}\n");
         lock.unlock();
         const auto hasGivenUp = [this] { return ending && SteadyNowMs() >= endsAt; };

@@ -38,7 +38,7 @@ std::function<void()> TaskPool::TakeNext()
 {
     Tasks& next = tasks.at(tasks.at(turn).empty() ? 1 - turn : turn);
     turn = 1 - turn;
-    const auto task = std::move(next.front());
+    auto task = std::move(next.front());
     next.pop_front();
     return task;
 }

@@ -10,6 +10,7 @@ namespace server
 {
 // A body that is received into, and sent from, a shared QByteArray: a stored version is never copied on its
 // way out.
+// NOLINTBEGIN(readability-identifier-naming): the names that Boost.Beast looks for in a body
 struct ByteArrayBody
 {
     using value_type = QByteArray;
@@ -71,4 +72,5 @@ struct ByteArrayBody
         const value_type& body;
     };
 };
+// NOLINTEND(readability-identifier-naming)
 } // namespace server

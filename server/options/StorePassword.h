@@ -4,11 +4,9 @@
 
 #include <QString>
 
-namespace server
-{
 // Everybody on a machine can list the command lines of its processes, so the password of a PostgreSQL store
 // has another way in.
-namespace storepassword
+namespace server::storepassword
 {
 // Whether the address, as it was given, holds a password.
 bool IsIn(const QString& address);
@@ -16,5 +14,4 @@ bool IsIn(const QString& address);
 // The address with the password that is the first line of `source`, a file or "-" for standard input; what
 // follows there stays unread. Sets `problem` when there is none or the address is of no PostgreSQL store.
 QString Add(const QString& address, const QString& source, QString& problem);
-} // namespace storepassword
-} // namespace server
+} // namespace server::storepassword

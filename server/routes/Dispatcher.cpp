@@ -125,10 +125,11 @@ void Dispatcher::Admit(const RequestHead& head, std::function<void(Admission)> d
     const QByteArray token = TokenOf(head);
     if (const auto account = sessions.AccountWithoutStore(token))
         return decide(AdmissionOf(*account, *match.route));
-    AskStore(token, *match.route, std::move(decide));
+    AskStore(token, *match.route, decide);
 }
 
-void Dispatcher::AskStore(const QByteArray& token, const Route& route, std::function<void(Admission)> decide)
+void Dispatcher::AskStore(const QByteArray& token, const Route& route,
+                          const std::function<void(Admission)>& decide)
 {
     const auto ask = [this, token, &route, decide] {
         try {

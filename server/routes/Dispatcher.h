@@ -35,7 +35,7 @@ private:
     struct Job;
 
     std::optional<Response> RefusalOfHead(const RequestHead& head, const Router::Match& match) const;
-    void AskStore(const QByteArray& token, const Route& route, std::function<void(Admission)> decide);
+    void AskStore(const QByteArray& token, const Route& route, const std::function<void(Admission)>& decide);
     bool MayWatch(const RequestHead& head) const;
     std::optional<Response> Authenticate(Request& request, const Route& route);
     void Run(const std::shared_ptr<Job>& job);

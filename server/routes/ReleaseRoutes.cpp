@@ -59,9 +59,8 @@ TakeBackOrder ReadTakeBack(const Request& request)
     const QJsonObject object = wire::SmallObject(request);
     const int state = object.value(QLatin1String("state")).toInt();
     const QString reason = object.value(QLatin1String("reason")).toString().trimmed();
-    const TakeBackOrder order{static_cast<VersionState>(state),
-                              object.value(QLatin1String("from")).toString(),
-                              object.value(QLatin1String("to")).toString(), reason};
+    TakeBackOrder order{static_cast<VersionState>(state), object.value(QLatin1String("from")).toString(),
+                        object.value(QLatin1String("to")).toString(), reason};
     if (order.state != VersionState::Gray && order.state != VersionState::Online)
         throw Refusal{400, "bad-state", QStringLiteral("版本状态不正确。")};
     if (!wire::IsName(reason, longestReason))

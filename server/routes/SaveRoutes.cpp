@@ -28,7 +28,7 @@ NoteOrder ReadNote(const Request& request)
 {
     const QJsonObject object = wire::SmallObject(request);
     const QJsonValue note = object.value(QLatin1String("note"));
-    const NoteOrder order{object.value(QLatin1String("revision")).toInt(), note.toString().trimmed()};
+    NoteOrder order{object.value(QLatin1String("revision")).toInt(), note.toString().trimmed()};
     if (order.revision < 1)
         throw Refusal{400, "bad-revision", QStringLiteral("版本修订号不正确。")};
     if (!note.isString() || (!order.note.isEmpty() && !wire::IsName(order.note, longestNote)))

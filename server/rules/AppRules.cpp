@@ -44,8 +44,8 @@ App CreateApp(Transaction& store, const Account& account, const QString& wanted,
     const QString name = anyName ? FreeAppName(store, account.venderId, wanted) : wanted;
     if (!anyName && store.AppNameTaken(account.venderId, name))
         throw refusals::AppNameTaken();
-    const App app{NewId(), name, kind, account.pin, account.name, account.venderId,
-                  NewId(), now,  now,  account.pin, account.name};
+    App app{NewId(), name, kind, account.pin, account.name, account.venderId,
+            NewId(), now,  now,  account.pin, account.name};
     store.InsertApp(app);
     return app;
 }

@@ -16,8 +16,8 @@ constexpr int mostOpenOfAnApp = 20;
 Invitation Insert(Transaction& store, const Version& gray, const Account& account,
                   const InvitationOrder& order, qint64 now)
 {
-    const Invitation invitation{NewId(), NewInvitationCode(),           gray.appId,     gray.id, account.pin,
-                                now,     now + order.validDays * dayMs, order.mostUses, 0,       0};
+    Invitation invitation{NewId(), NewInvitationCode(),           gray.appId,     gray.id, account.pin,
+                          now,     now + order.validDays * dayMs, order.mostUses, 0,       0};
     store.InsertInvitation(invitation);
     store.Note(
         {{}, now, account.pin, QStringLiteral("invitation.create"), gray.appId, gray.id, invitation.id});
@@ -99,7 +99,7 @@ ReleasedApp RedeemInvitation(Transaction& store, const Account& account, const Q
     const auto gray = store.NewestReleased(app->id, VersionState::Gray);
     if (!gray)
         throw refusals::NoGrayVersion();
-    const ReleasedApp released{*app, *gray, gray->changedAt};
+    ReleasedApp released{*app, *gray, gray->changedAt};
     if (store.HasGrayAccess(app->id, account.pin))
         return released;
     RequireOpen(*invitation, now);

@@ -19,7 +19,7 @@ std::optional<Version> Wanted(Transaction& store, const QString& appId, const Ta
 {
     if (order.to.isEmpty())
         return std::nullopt;
-    const auto version = store.FindVersion(order.to);
+    auto version = store.FindVersion(order.to);
     if (!version || version->deletedAt != 0 || version->appId != appId)
         throw refusals::NotFound();
     if (version->state != order.state)
@@ -34,7 +34,7 @@ QString TakeBack(Transaction& store, const Account& account, const QString& appI
     EditableApp(store, account, appId);
     const auto wanted = Wanted(store, appId, order);
     const auto present = store.NewestReleased(appId, order.state);
-    const QString presentId = present ? present->id : QString();
+    QString presentId = present ? present->id : QString();
     if (presentId == order.to)
         return presentId;
     if (presentId != order.from)

@@ -203,7 +203,7 @@ VersionList Store::VersionsOf(const QString& appId)
     if (auto known = heads.FindList(appId))
         return known;
     const quint64 generation = heads.Generation();
-    const VersionList list = std::make_shared<const std::vector<Version>>(All(sql, {appId}, ReadVersion));
+    VersionList list = std::make_shared<const std::vector<Version>>(All(sql, {appId}, ReadVersion));
     Remember([&] { heads.Keep(appId, list, generation); });
     return list;
 }
@@ -288,15 +288,15 @@ QByteArray Store::ReadBody(const QString& versionId, qint64 revision)
 {
     static const QString sql =
         QStringLiteral("SELECT sha256, size, body FROM revision WHERE version_id = ? AND revision = ?");
-    const QByteArray known = bodies.Find(versionId, revision);
+    QByteArray known = bodies.Find(versionId, revision);
     if (!known.isNull())
         return known;
-    const QByteArray body = Reading([&](SqlConnection& c) {
+    QByteArray body = Reading([&](SqlConnection& c) {
         auto rows = c.Select(sql, {versionId, revision});
         if (!rows.Next())
             throw StoreError(StoreFault::Corrupt,
                              QStringLiteral("revision %1/%2 is missing").arg(versionId).arg(revision));
-        const QByteArray stored = rows.Bytes(2);
+        QByteArray stored = rows.Bytes(2);
         if (stored.size() != rows.Number(1) || Sha256(stored) != rows.Bytes(0))
             throw StoreError(StoreFault::Corrupt,
                              QStringLiteral("revision %1/%2 is damaged").arg(versionId).arg(revision));

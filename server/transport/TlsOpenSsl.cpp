@@ -65,7 +65,7 @@ QByteArray Read(const QString& fileName)
 {
     constexpr qint64 longest = 1024 * 1024;
     QFile file(fileName);
-    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.read(longest) : QByteArray();
+    QByteArray text = file.open(QIODevice::ReadOnly) ? file.read(longest) : QByteArray();
     if (text.isEmpty())
         throw std::runtime_error("cannot read " + fileName.toStdString());
     return text;

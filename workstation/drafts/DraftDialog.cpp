@@ -23,9 +23,9 @@ QString BaseText(const RpaDraft& draft, const DraftPlan& plan)
 // What becomes of the work when it is restored.
 QString OutlookText(const RpaDraft& draft, const DraftPlan& plan)
 {
-    const QString asNew = plan.NeedsNewVersion()
-                              ? QStringLiteral("恢复后请用“另存为”保存为新版本，已有的版本不会被覆盖。")
-                              : QStringLiteral("恢复后保存时会创建一个新版本。");
+    QString asNew = plan.NeedsNewVersion()
+                        ? QStringLiteral("恢复后请用“另存为”保存为新版本，已有的版本不会被覆盖。")
+                        : QStringLiteral("恢复后保存时会创建一个新版本。");
     switch (plan.base) {
     case DraftPlan::Base::Current:
         return QStringLiteral("恢复后，草稿作为未保存的修改显示在编辑器中，保存后才写入该版本。");

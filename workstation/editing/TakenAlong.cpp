@@ -138,7 +138,7 @@ void AddPasswordParam(RpaUIDataManager& pages, const QString& process, const QSt
 QString FreeName(const RpaUIDataManager& pages)
 {
     for (int number = 1;; ++number) {
-        const QString name = QStringLiteral("密码%1").arg(number);
+        QString name = QStringLiteral("密码%1").arg(number);
         bool isFree = true;
         for (int index = 0; index < pages.GetCount(); ++index)
             isFree = isFree && pages.GetUIData(index)->GetParamData()->IndexOf(name) < 0;

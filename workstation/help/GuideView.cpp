@@ -46,7 +46,7 @@ void GuideView::setSource(const QUrl& name)
 
 QVariant GuideView::loadResource(int type, const QUrl& name)
 {
-    const QVariant loaded = QTextBrowser::loadResource(type, name);
+    QVariant loaded = QTextBrowser::loadResource(type, name);
     if (type == QTextDocument::HtmlResource)
         return GuideHtml::Of(QString::fromUtf8(loaded.toByteArray()));
     if (type != QTextDocument::ImageResource)

@@ -148,7 +148,7 @@ QString EditorKeys::WhyNotOpen() const
 
 QString EditorKeys::WhyNotPress(const char* name, const QString& whyHidden) const
 {
-    const QString closed = WhyNotOpen();
+    QString closed = WhyNotOpen();
     if (!closed.isEmpty())
         return closed;
     const auto* button = editor->findChild<QAbstractButton*>(QLatin1String(name));

@@ -45,7 +45,7 @@ QVector<SampleApp> SampleInstaller::ReadSamples()
         SampleApp app;
         app.name = json.value(QStringLiteral("name")).toString();
         app.kind = json.value(QStringLiteral("kind")).toInt();
-        for (const QJsonValue& version : json.value(QStringLiteral("versions")).toArray())
+        for (const QJsonValue version : json.value(QStringLiteral("versions")).toArray())
             app.versions << ReadVersion(version.toObject());
         samples << app;
     }

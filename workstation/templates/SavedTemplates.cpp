@@ -62,7 +62,7 @@ void SavedTemplates::Read()
     const QJsonObject kinds = QJsonDocument::fromJson(source.read(mostBytes)).object();
     for (auto it = kinds.begin(); it != kinds.end(); ++it) {
         QStringList& known = files[it.key().toInt()];
-        for (const QJsonValue& path : it.value().toArray())
+        for (const QJsonValue path : it.value().toArray())
             if (QDir::isAbsolutePath(path.toString()) && known.size() < mostFiles)
                 known << path.toString();
     }

@@ -42,7 +42,7 @@ QByteArray RecordText(const QByteArray& file)
 {
     if (file.size() <= headSize)
         return {};
-    const quint32 bytes = qFromBigEndian<quint32>(file.constData());
+    const auto bytes = qFromBigEndian<quint32>(file.constData());
     const bool isWhole = bytes <= quint32(file.size() - headSize) && bytes % bytesPerUnit == 0;
     return isWhole ? Utf8Of(file.constData() + headSize, int(bytes / bytesPerUnit)) : QByteArray();
 }

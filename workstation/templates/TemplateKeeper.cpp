@@ -79,7 +79,7 @@ void TemplateKeeper::CallWaiting()
 // The editor does not ask whether a template could be read, and would show an app without pages.
 QByteArray TemplateKeeper::Fetch(const QByteArray& key)
 {
-    const QByteArray content = shelf.ReadContent(key);
+    QByteArray content = shelf.ReadContent(key);
     if (!content.isEmpty())
         return content;
     emit SigContentLost();

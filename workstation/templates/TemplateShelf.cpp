@@ -87,7 +87,7 @@ QString TemplateShelf::Prepare(const QString& folder, const QStringList& others,
     Prepared& place = prepared[folder];
     if (!place.path.isEmpty() && place.files == files)
         return place.path;
-    const QString path = MakeFolder(QFileInfo(folder).fileName(), files);
+    QString path = MakeFolder(QFileInfo(folder).fileName(), files);
     if (path.isEmpty()) {
         *problems << QStringLiteral("模板暂时无法提供，磁盘可能已满");
         return {};

@@ -73,7 +73,7 @@ bool ReadHead(const QJsonObject& json, AppFile::Head* head)
     head->name = TextMember(json, "name");
     head->kind = json.value(QLatin1String("kind")).toInt(-1);
     head->versions = json.value(QLatin1String("versions")).toInt(-1);
-    for (const QJsonValue& tag : json.value(QLatin1String("tags")).toArray()) {
+    for (const QJsonValue tag : json.value(QLatin1String("tags")).toArray()) {
         if (!IsName(tag.toString(), longestTag) || head->tags.contains(tag.toString(), Qt::CaseInsensitive))
             return false;
         head->tags << tag.toString().trimmed();

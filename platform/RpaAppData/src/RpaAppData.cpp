@@ -252,7 +252,7 @@ bool RpaAppData::Parse(const QByteArray& json)
 
 QByteArray RpaAppData::ToJson() const
 {
-    const QByteArray json = IJsonParser::ToJson();
+    QByteArray json = IJsonParser::ToJson();
     RpaWrittenContent::Note(this, json);
     return json;
 }

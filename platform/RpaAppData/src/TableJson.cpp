@@ -35,7 +35,7 @@ QVariant ReadCell(JsonReader& reader)
     if (reader.GetType() == JsonReader::Type::String) {
         QString text;
         reader.ReadString(text);
-        return QVariant(std::move(text));
+        return text;
     }
     if (reader.GetType() == JsonReader::Type::Number) {
         double number = 0;

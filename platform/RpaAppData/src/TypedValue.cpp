@@ -48,7 +48,7 @@ QDateTime ReadDateTime(const QString& text)
     for (const QString& format :
          {QStringLiteral("yyyy-M-d H:m:s"), QStringLiteral("yyyy-M-d H:m"), QStringLiteral("yyyy/M/d H:m:s"),
           QStringLiteral("yyyy/M/d H:m"), QStringLiteral("yyyy年M月d日 H:m")}) {
-        const QDateTime moment = QDateTime::fromString(text, format);
+        QDateTime moment = QDateTime::fromString(text, format);
         if (moment.isValid())
             return moment;
     }

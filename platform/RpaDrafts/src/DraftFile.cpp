@@ -108,7 +108,7 @@ bool ReadHeader(const QByteArray& json, Header* header)
 // Why there is no whole header; empty when there is one.
 QString FrameProblem(const QByteArray& file)
 {
-    const QString incomplete = QStringLiteral("草稿文件不完整");
+    QString incomplete = QStringLiteral("草稿文件不完整");
     if (!file.startsWith(magic))
         return QStringLiteral("不是草稿文件");
     if (file.size() < headerAt)

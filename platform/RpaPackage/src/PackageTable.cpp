@@ -30,7 +30,7 @@ const StatusLook& LookOf(PackageState::Status status)
 
 QString StatusText(const PackageState& state)
 {
-    const QString text = QString::fromUtf8(LookOf(state.status).text);
+    QString text = QString::fromUtf8(LookOf(state.status).text);
     if (state.installedVersion.isEmpty())
         return text;
     return state.status == PackageState::Installed

@@ -17,7 +17,7 @@ QDateTime TimeOf(const QVariant& milliseconds)
 QVector<RpaRunValue> ValuesOf(const QByteArray& json)
 {
     QVector<RpaRunValue> values;
-    for (const QJsonValue& pair : QJsonDocument::fromJson(json).array())
+    for (const QJsonValue pair : QJsonDocument::fromJson(json).array())
         values.append({pair[0].toString(), pair[1].toString()});
     return values;
 }

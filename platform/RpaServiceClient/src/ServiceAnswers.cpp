@@ -85,7 +85,7 @@ QString ServiceAnswers::FailureText(const WbHttpAnswer& answer)
     if (answer.status == 412)
         return QStringLiteral(
             "该版本已被他人修改，您的内容仍在编辑器中，请另存为新版本，或重新打开该版本后再保存");
-    const QString message = Presentable(Text(ObjectOf(answer), "message"));
+    QString message = Presentable(Text(ObjectOf(answer), "message"));
     if (!message.isEmpty())
         return message;
     for (const auto& entry : statusTexts)

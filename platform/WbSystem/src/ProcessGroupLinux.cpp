@@ -91,8 +91,8 @@ QStringList FindNamespaceCommand()
     const QString tool = QStringLiteral("/usr/bin/unshare");
     if (!QFile::exists(tool))
         return {};
-    const QStringList plain{tool, QStringLiteral("--pid"), QStringLiteral("--fork"),
-                            QStringLiteral("--kill-child")};
+    QStringList plain{tool, QStringLiteral("--pid"), QStringLiteral("--fork"),
+                      QStringLiteral("--kill-child")};
     if (geteuid() == 0 && Works(plain))
         return plain;
     const QStringList asUser =

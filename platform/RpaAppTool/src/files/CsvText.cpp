@@ -12,8 +12,7 @@ QString Decode(QByteArray bytes)
     if (bytes.startsWith(CsvText::bom))
         bytes.remove(0, CsvText::bom.size());
     QTextCodec::ConverterState state;
-    const QString text =
-        QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     if (state.invalidChars == 0)
         return text;
     QTextCodec* national = QTextCodec::codecForName("GB18030");

@@ -151,7 +151,7 @@ bool WriteRows(ZipWriter& zip, const QVector<QVector<QVariant>>& rows, const Tab
 QString XlsxWriter::Write(QIODevice& file, const RpaTableData::Content& table,
                           const TableFile::Progress& progress)
 {
-    const QString problem = ProblemOf(table);
+    QString problem = ProblemOf(table);
     if (!problem.isEmpty())
         return problem;
     ZipWriter zip(file);

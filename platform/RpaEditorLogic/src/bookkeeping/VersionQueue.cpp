@@ -2,11 +2,11 @@
 
 #include "VersionQueue_p.h"
 
-void VersionQueue::Enqueue(const QString& versionId, Start start)
+void VersionQueue::Enqueue(const QString& versionId, const Start& start)
 {
     const auto position = waitingById.find(versionId);
     if (position != waitingById.end()) {
-        position->enqueue(std::move(start));
+        position->enqueue(start);
         return;
     }
     waitingById.insert(versionId, {});

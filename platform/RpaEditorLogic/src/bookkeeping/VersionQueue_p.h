@@ -16,7 +16,7 @@ public:
     using Start = std::function<void()>;
 
     // Starts at once when nothing of the version is under way.
-    void Enqueue(const QString& versionId, Start start);
+    void Enqueue(const QString& versionId, const Start& start);
     // The one under way was answered: starts the next. Belongs to each start.
     void Finish(const QString& versionId);
 

@@ -26,7 +26,7 @@ VersionChanges::Order VersionChanges::Begin(VersionAct::Kind kind, const QString
                                             const QString& versionId)
 {
     const auto snapshot = context->manager.GetConfirmed(versionId);
-    const Order order{context->TicketFor(appId, versionId), ++lastSerial};
+    Order order{context->TicketFor(appId, versionId), ++lastSerial};
     context->acts.emplace(order.serial, VersionAct{kind, order.ticket.appId, versionId,
                                                    snapshot ? snapshot->GetName() : QString()});
     return order;

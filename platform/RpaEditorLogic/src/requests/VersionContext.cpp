@@ -18,7 +18,7 @@ QString TooOldText()
 
 RpaAppSnapshotPtr SnapshotOf(const VersionServiceVersion& version)
 {
-    const auto snapshot = RpaAppSnapshotPtr::create();
+    auto snapshot = RpaAppSnapshotPtr::create();
     snapshot->SetId(version.id);
     snapshot->SetAppId(version.appId);
     snapshot->SetName(version.name);

@@ -57,7 +57,7 @@ QString VersionLoads::ListFailure(const Order& order, quint64 sent, const WbHttp
 {
     const QString appId = order.request->GetAppId();
     const auto records = answer.IsSuccess() ? ListVersionsRequest::Read(answer) : std::nullopt;
-    const QString failure = ReasonOf(answer, records.has_value());
+    QString failure = ReasonOf(answer, records.has_value());
     if (!failure.isEmpty())
         return failure;
     const bool isForeign = std::any_of(records->cbegin(), records->cend(),
@@ -119,7 +119,7 @@ QString VersionLoads::ContentFailure(const QString& id, const AppOutline& outlin
 std::optional<RestoredContent> VersionLoads::TakeLoaded(const QString& id, int revision,
                                                         const QByteArray& sha256)
 {
-    const auto restored = context->restored.Take(id, revision, sha256);
+    auto restored = context->restored.Take(id, revision, sha256);
     const bool hasBase = restored && restored->baseRevision > 0;
     context->manager.SetBaseRevision(id, hasBase ? restored->baseRevision : revision);
     context->inDoubt.SettleVersion(id);

@@ -145,7 +145,7 @@ QString VersionSaves::ContentRefusal(const SaveOrder& order) const
         return QStringLiteral("版本“%1”正在打开，没有保存，以免覆盖其中的内容。请等它打开后再保存；"
                               "没有放弃的修改保留在草稿中")
             .arg(order.content.name);
-    const QString strange = context->restored.Refusal(order.versionId);
+    QString strange = context->restored.Refusal(order.versionId);
     const QString versionId = order.source ? order.source->GetOrigin().versionId : QString();
     if (order.isChosen || versionId.isEmpty() || versionId == order.versionId || !strange.isEmpty())
         return strange;

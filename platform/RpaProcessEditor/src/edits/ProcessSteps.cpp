@@ -55,7 +55,7 @@ InsertStep::InsertStep(ProcessEdits& owner, const RpaProcess& process, const QSt
 
 QStringList InsertStep::Do(RpaProcess& process)
 {
-    const QStringList ids = process.Insert(parentId, row, statements);
+    QStringList ids = process.Insert(parentId, row, statements);
     statements.clear();
     for (const QString& id : ids)
         statements.append(process.Find(id)->ToStatement());

@@ -16,7 +16,7 @@ GridCell::GridCell(const QStringList& knownVariables, QObject* parent)
 
 void GridCell::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const RpaValue value = index.data(valueRole).value<RpaValue>();
+    const auto value = index.data(valueRole).value<RpaValue>();
     if (!value.Is(RpaValuePart::Kind::Code)) {
         QStyledItemDelegate::paint(painter, option, index);
         return;
@@ -59,7 +59,7 @@ void GridCell::setEditorData(QWidget* editor, const QModelIndex& index) const
 
 void GridCell::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
-    const RpaValue before = index.data(valueRole).value<RpaValue>();
+    const auto before = index.data(valueRole).value<RpaValue>();
     const QVector<RpaValuePart> parts = static_cast<ValueEdit*>(editor)->Parts();
     if (parts == ValueText::Shown(before, variables))
         return;

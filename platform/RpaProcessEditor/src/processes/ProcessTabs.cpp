@@ -135,7 +135,7 @@ QString ProcessTabs::AskName(const QString& title, const QString& proposal, cons
     const QPointer<ProcessEdits> asked = edits;
     const QPointer<ProcessNameDialog> dialog = new ProcessNameDialog(title, proposal, taken, this);
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    const QString name = accepted && dialog && self && asked && edits == asked ? dialog->Name() : QString();
+    QString name = accepted && dialog && self && asked && edits == asked ? dialog->Name() : QString();
     delete dialog;
     return name;
 }

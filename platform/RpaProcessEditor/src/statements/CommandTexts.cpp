@@ -33,12 +33,12 @@ QString ValueText(RpaArgumentType type, const QString& text)
     return plain || body.isEmpty() ? body : QStringLiteral("ƒ ") + body;
 }
 
-QString ArgumentText(const RpaCommandInfo& info, const RpaStatement& values, const QString& name,
-                     const CommandTexts::ElementNames& elements)
+QString ShownArgument(const RpaCommandInfo& info, const RpaStatement& values, const QString& name,
+                      const CommandTexts::ElementNames& elements)
 {
     if (name == QLatin1String("output"))
         return values.output;
-    const QString text = values.arguments.value(name);
+    QString text = values.arguments.value(name);
     const RpaArgumentInfo* argument = info.FindArgument(name);
     if (!argument)
         return text;
@@ -119,7 +119,7 @@ QString CommandTexts::Summary(const RpaStatement& values, const ElementNames& el
     if (!info)
         return QStringLiteral("此版本不认识的指令，内容会原样保留");
     return RpaPlaces::Fill(info->summary, [&](const QString& place) {
-        QString value = ArgumentText(*info, values, place, elements).left(120);
+        QString value = ShownArgument(*info, values, place, elements).left(120);
         value.replace(QLatin1Char('\n'), QLatin1Char(' '));
         return value.isEmpty() ? QStringLiteral("…") : value;
     });

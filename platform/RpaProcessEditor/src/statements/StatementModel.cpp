@@ -292,16 +292,16 @@ QMimeData* StatementModel::mimeData(const QModelIndexList& indexes) const
     if (ids.isEmpty())
         return nullptr;
     QVector<RpaStatement> statements;
-    QStringList lines_;
+    QStringList texts;
     for (const QString& id : ids) {
         statements.append(process->Find(id)->ToStatement());
-        lines_.append(CommandTexts::Title(statements.last().command) + QLatin1Char(' ') +
-                      Summary(statements.last()));
+        texts.append(CommandTexts::Title(statements.last().command) + QLatin1Char(' ') +
+                     Summary(statements.last()));
     }
     auto* mime = new QMimeData; // the caller owns it
     mime->setData(StatementsMime(), RpaStatement::ToJson(statements));
     mime->setData(SourceMime(), SourceKey(process));
-    mime->setText(lines_.join(QLatin1Char('\n')));
+    mime->setText(texts.join(QLatin1Char('\n')));
     return mime;
 }
 

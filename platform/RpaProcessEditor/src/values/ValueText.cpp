@@ -33,7 +33,7 @@ QVector<RpaValuePart> ValueText::Shown(const RpaValue& value, const QStringList&
 
 RpaValue ValueText::Meant(const QVector<RpaValuePart>& typed, const QStringList& variables)
 {
-    const RpaValue value{typed, false};
+    RpaValue value{typed, false};
     if (!value.Is(Kind::Text))
         return value;
     const QString text = typed.first().text.trimmed();

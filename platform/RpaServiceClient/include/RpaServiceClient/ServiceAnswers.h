@@ -59,7 +59,7 @@ void Read(const WbHttpAnswer& answer, std::optional<QVector<Record>>& read)
     if (!list.isArray())
         return;
     QVector<Record> records;
-    for (const QJsonValue& entry : list.toArray()) {
+    for (const QJsonValue entry : list.toArray()) {
         const auto record = Record::Read(entry.toObject());
         if (!record)
             return;

@@ -19,7 +19,7 @@ std::optional<VersionServiceApp> VersionServiceApp::Read(const QJsonObject& json
     app.changedAt = Time(json, "changedAt");
     app.changedByPin = Text(json, "changedBy");
     app.changedByName = Text(json, "changedByName");
-    for (const QJsonValue& tag : json.value(QLatin1String("tags")).toArray())
+    for (const QJsonValue tag : json.value(QLatin1String("tags")).toArray())
         app.tags.append(tag.toString());
     app.state = json.value(QLatin1String("state")).toInt(1);
     if (!ServiceRoute::IsValidId(app.id) || app.name.isEmpty() || app.kind < 0)

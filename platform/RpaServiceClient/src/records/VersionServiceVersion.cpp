@@ -46,7 +46,7 @@ std::optional<VersionServiceVersion> VersionServiceVersion::Read(const QJsonObje
 
 std::optional<VersionServiceVersion> VersionServiceVersion::ReadSaved(const WbHttpAnswer& answer)
 {
-    const auto version = ServiceAnswers::ReadAs<VersionServiceVersion>(answer);
+    auto version = ServiceAnswers::ReadAs<VersionServiceVersion>(answer);
     if (!version || version->sha256 != answer.sentDigest.toHex() ||
         version->revision != ServiceAnswers::RevisionOf(answer))
         return std::nullopt;

@@ -16,7 +16,7 @@ constexpr int mostSteps = 1000;
 
 WbEditHistory* WbEditHistory::Instance()
 {
-    static WbEditHistory* const history = new WbEditHistory; // as long as the process
+    static auto* const history = new WbEditHistory; // as long as the process
     return history;
 }
 

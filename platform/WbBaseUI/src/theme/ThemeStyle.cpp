@@ -49,11 +49,9 @@ int ThemeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
                           QStyleHintReturn* returnData) const
 {
     switch (hint) {
-    // As a list below the box rather than a menu over it: a menu measures every row.
+    // A combo box as a list below it rather than a menu over it: a menu measures every row.
     case SH_ComboBox_Popup:
-        return 0;
     case SH_DialogButtonBox_ButtonsHaveIcons:
-        return 0;
     case SH_EtchDisabledText:
         return 0;
     default:

@@ -94,7 +94,7 @@ void RichDocument::RecolourLinks(const QColor& link)
 QString RichDocument::LoadHtml(const QString& html)
 {
     const SanitizedHtml sanitized = SanitizeHtml(html, *images);
-    const QString problem = sanitized.tally.GetProblem();
+    QString problem = sanitized.tally.GetProblem();
     setUndoRedoEnabled(false);
     setHtml(problem.isEmpty() ? sanitized.html : QString());
     TidyFrame(*this, *rootFrame());

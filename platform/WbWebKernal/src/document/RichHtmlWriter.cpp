@@ -203,7 +203,8 @@ private:
 
     // The layout needs a block before and behind every table; those that the author left empty are not
     // content.
-    static bool IsFiller(QTextFrame::iterator it, const QTextFrame::iterator& begin, const QTextBlock& block)
+    static bool IsFiller(const QTextFrame::iterator& it, const QTextFrame::iterator& begin,
+                         const QTextBlock& block)
     {
         if (block.length() > 1 || block.textList())
             return false;

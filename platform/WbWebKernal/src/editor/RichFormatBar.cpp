@@ -144,7 +144,7 @@ void RichFormatBar::AddHeadings()
     connect(heading, qOverload<int>(&QComboBox::activated), this, apply);
     for (int level = 0; level <= 3; ++level) {
         auto* action = new QAction(heading->itemText(level), scope);
-        action->setShortcut(QKeySequence(Qt::CTRL + Qt::ALT + Qt::Key_0 + level));
+        action->setShortcut(QKeySequence(static_cast<int>(Qt::CTRL + Qt::ALT + Qt::Key_0 + level)));
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         scope->addAction(action);
         connect(action, &QAction::triggered, this, [apply, level] { apply(level); });
@@ -214,7 +214,7 @@ QAction* RichFormatBar::AddAlignment(QMenu& menu, const char* icon, const QStrin
     QAction* action = menu.addAction(WbIcons::Get(QLatin1String(icon)), text);
     action->setObjectName(name);
     action->setCheckable(true);
-    action->setShortcut(QKeySequence(Qt::CTRL + key));
+    action->setShortcut(QKeySequence(static_cast<int>(Qt::CTRL + key)));
     action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     scope->addAction(action);
     connect(action, &QAction::triggered, this, [this, alignment] {

@@ -34,7 +34,7 @@ QString RichLinkDialog::Text() const
 
 QString RichLinkDialog::Address() const
 {
-    const QString typed = ui->lineEditLinkAddress->text().trimmed();
+    QString typed = ui->lineEditLinkAddress->text().trimmed();
     if (IsAllowedLink(typed))
         return typed;
     if (typed.contains(QLatin1Char('@')) && IsAllowedLink(QLatin1String("mailto:") + typed) &&

@@ -33,7 +33,7 @@ QSharedPointer<RichImages> NewImages()
 // theme.
 bool IsThemeColour(const QBrush& brush)
 {
-    const QColor colour = brush.color();
+    const QColor& colour = brush.color();
     return colour.hslSaturation() < 30 && (colour.lightness() < 70 || colour.lightness() > 240);
 }
 

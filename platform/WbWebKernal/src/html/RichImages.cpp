@@ -124,7 +124,7 @@ QString RichImages::DataUri(const QString& name) const
 QString RichImages::Keep(const QByteArray& bytes, const QByteArray& format, const QSize& size)
 {
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
-    const QString name = QLatin1String("picture:") + QString::fromLatin1(hash);
+    QString name = QLatin1String("picture:") + QString::fromLatin1(hash);
     if (pictures.contains(name))
         return name;
     const qint64 pixels = qint64(size.width()) * size.height();

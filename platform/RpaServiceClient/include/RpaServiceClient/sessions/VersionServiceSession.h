@@ -29,7 +29,7 @@ struct VersionServiceSession
             Text(json, "token").toLatin1(),
             {Text(account, "pin"), Text(account, "name"), Text(account, "venderId"), {}},
             Time(json, "expiresAt")};
-        for (const QJsonValue& role : account.value(QLatin1String("roles")).toArray())
+        for (const QJsonValue role : account.value(QLatin1String("roles")).toArray())
             session.account.roles.append(role.toString());
         return session.account.pin.isEmpty() ? std::nullopt : std::optional(session);
     }
