@@ -131,7 +131,7 @@ void MonkeyRun::ChangeWeather()
     if (choice == 19) {
         HitServer();
     } else {
-        const auto bad = StormProxy::Weather(1 + random() % (StormProxy::WeatherCount - 1));
+        const auto bad = StormProxy::Weather(1 + random() % (StormProxy::weatherCount - 1));
         proxy.SetWeather(choice < 10 ? StormProxy::Weather::Calm : bad);
     }
     weather.start(300 + int(random() % 2000));

@@ -25,7 +25,7 @@ public:
         Cutting, // connections end within an answer
         Silent,  // no answer at all
     };
-    static constexpr int WeatherCount = 6;
+    static constexpr int weatherCount = 6;
 
     explicit StormProxy(quint32 seed, QObject* parent = nullptr);
 

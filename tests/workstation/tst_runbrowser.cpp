@@ -30,7 +30,7 @@
 
 namespace
 {
-constexpr auto Form = R"html(<html><head><meta charset="utf-8"></head><body>
+constexpr auto formHtml = R"html(<html><head><meta charset="utf-8"></head><body>
 <form action="/done"><input name="name"><input name="phone"><button type="submit">提交</button></form>
 </body></html>)html";
 
@@ -95,7 +95,7 @@ void tst_RunBrowser::init()
 void tst_RunBrowser::fillsAWebFormInTheBrowserOfItsPage()
 {
     PageServer server;
-    server.Put(QStringLiteral("/form"), Form);
+    server.Put(QStringLiteral("/form"), formHtml);
     QVERIFY(page->ShowApp(Released(0), Template(QStringLiteral("visual/网页表单填写"))));
     QVERIFY(Browser());
     QVERIFY(!Browser()->isVisible()); // the instructions come first

@@ -34,7 +34,7 @@ void EditorWorld::SignIn()
     WbGlobalData::Instance()->SetPin(author);
     WbGlobalData::Instance()->SetVenderId(9007199254740993);
     RpaGlobalDataManager::Instance()->SetSuperAdmin(false);
-    RpaGlobalDataManager::Instance()->SetApiVersion(QLatin1String(ApiVersion));
+    RpaGlobalDataManager::Instance()->SetApiVersion(QLatin1String(ownApiVersion));
     RpaSuperDir::Instance()->SetTemplateDirs(QString(), QString());
 }
 
@@ -83,7 +83,7 @@ QString EditorWorld::AddVersion(const RobotExecuteInfo& app, const QString& name
 {
     RpaAppData content;
     content.InitDefault();
-    content.SetVersion(QLatin1String(ApiVersion));
+    content.SetVersion(QLatin1String(ownApiVersion));
     fill(content);
     return Upload(app, name, QString(), content);
 }

@@ -24,7 +24,7 @@ class RpaAppData;
 class EditorWorld
 {
 public:
-    static constexpr auto ApiVersion = "1.0.0";
+    static constexpr auto ownApiVersion = "1.0.0";
 
     // Starts the server; a test cannot do without it.
     void Start();
@@ -42,7 +42,7 @@ public:
     // A version with the content of a new app, or with its instructions changed; returns the id.
     QString AddVersion(const RobotExecuteInfo& app, const QString& name, const QString& description = {},
                        const QString& instructions = {},
-                       const QString& apiVersion = QLatin1String(ApiVersion));
+                       const QString& apiVersion = QLatin1String(ownApiVersion));
     // The same with whatever content the test needs.
     using Fill = std::function<void(RpaAppData& content)>;
     QString AddVersion(const RobotExecuteInfo& app, const QString& name, const Fill& fill);

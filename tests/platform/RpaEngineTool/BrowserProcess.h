@@ -19,7 +19,7 @@ public:
     explicit BrowserProcess(CaptureFixture& author)
     {
         RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
-        processes.AddProcess(MainName);
+        processes.AddProcess(mainName);
         Engine()->SetProcessDataManager(&processes);
         Engine()->SetHtmlNodeManager(&author.nodes);
         Engine()->SetBrowserEngine(author.browser->GetBrowserEngine());
@@ -27,7 +27,7 @@ public:
     }
     ~BrowserProcess() override
     {
-        Engine()->Terminate(MainName);
+        Engine()->Terminate(mainName);
         Engine()->SetProcessDataManager(nullptr);
         Engine()->SetHtmlNodeManager(nullptr);
         Engine()->SetBrowserEngine(nullptr);
@@ -36,10 +36,10 @@ public:
 
     QStringList RunText(const QString& program)
     {
-        processes.FindProcess(MainName)->SetProgramText(program);
+        processes.FindProcess(mainName)->SetProgramText(program);
         Engine()->GetTranslator()->SetTranslateStatements(false);
         over = false;
-        if (!Engine()->Execute(MainName) || !QTest::qWaitFor([this] { return over; }, 30000))
+        if (!Engine()->Execute(mainName) || !QTest::qWaitFor([this] { return over; }, 30000))
             return {QStringLiteral("did not run to its end")};
         QStringList texts;
         const QVector<RpaLogLine> lines = Engine()->GetLogManager()->GetLogDataSource()->GetLines();
@@ -59,7 +59,7 @@ public:
 private:
     static RpaEngineModule* Engine() { return RpaEngineModule::Instance(); }
 
-    const QString MainName = QStringLiteral("主流程");
+    const QString mainName = QStringLiteral("主流程");
     ProcessDataManager processes;
     bool over = false;
 };

@@ -5,7 +5,7 @@
 
 namespace
 {
-constexpr auto Page = R"html(<html><body>
+constexpr auto page = R"html(<html><body>
 <input id="who"><button id="go" onclick="greet()">问好</button><p id="out"></p>
 <table id="t"><tr><th>名</th><th>数</th></tr><tr><td>甲</td><td>1</td></tr></table>
 <script>function greet() { setTimeout(() => out.innerText = "你好，" + who.value, 300); }</script>
@@ -20,7 +20,7 @@ private slots:
     void aProcessOpensFillsClicksAndReads()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/page"), Page);
+        author.server.Put(QStringLiteral("/page"), page);
         QVERIFY(author.Open(QStringLiteral("/page")));
         const QString who = author.Capture(QStringLiteral("#who")).id;
         const QString go = author.Capture(QStringLiteral("#go")).id;
@@ -63,7 +63,7 @@ private slots:
     void aProcessIsToldThatAnElementIsNotThere()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/page"), Page);
+        author.server.Put(QStringLiteral("/page"), page);
         RpaNode node;
         node.name = QStringLiteral("不在的按钮");
         node.css = QStringLiteral("#nowhere");

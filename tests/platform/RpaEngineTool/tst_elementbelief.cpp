@@ -30,7 +30,7 @@ QByteArray Body(const char* html)
 }
 
 // What every field of the page holds now, in order.
-const QString Values =
+const QString fieldValues =
     QStringLiteral("Array.from(document.querySelectorAll('input,textarea'))"
                    ".map(e => e.type === 'radio' ? String(e.checked) : e.value).join('|')");
 } // namespace
@@ -106,7 +106,7 @@ private slots:
 
         QVERIFY2(said.isEmpty() ? !log.contains(QStringLiteral("元素“")) : log.contains(said + node.name),
                  qPrintable(log));
-        QCOMPARE(author.Run(Values).toString(), values);
+        QCOMPARE(author.Run(fieldValues).toString(), values);
     }
 
     void readsACellWhoseTextIsNew()
@@ -146,7 +146,7 @@ private slots:
 
         QVERIFY2(log.contains(QStringLiteral("密码只能填写到密码框中，“%1”不是密码框").arg(user.name)),
                  qPrintable(log));
-        QCOMPARE(author.Run(Values).toString(), QStringLiteral("zhang|s3cret"));
+        QCOMPARE(author.Run(fieldValues).toString(), QStringLiteral("zhang|s3cret"));
     }
 };
 

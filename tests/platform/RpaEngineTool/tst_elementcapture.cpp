@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr auto Form = R"(<html><head><title>Form</title></head><body style="margin:0">
+constexpr auto form = R"(<html><head><title>Form</title></head><body style="margin:0">
 <script>
 window.seen = 0;
 for (const kind of ["click", "mousedown", "mouseup", "mousemove", "pointerdown", "pointermove", "mouseover"])
@@ -37,7 +37,7 @@ private slots:
     void capturesTheElementThatWasPressed()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         QSignalSpy captured(CaptureFixture::Inspector(), &IRpaInspector::SigCaptured);
 
@@ -68,7 +68,7 @@ private slots:
     {
         QFETCH(QString, css);
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
 
         const RpaNode node = author.Capture(css);
@@ -94,7 +94,7 @@ private slots:
     void thePageDoesNotNoticeIt()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         author.server.Put(QStringLiteral("/next"), "<title>Next</title>");
         QVERIFY(author.Open(QStringLiteral("/form")));
         const QString before = author.Run(QStringLiteral("document.documentElement.outerHTML")).toString();
@@ -109,7 +109,7 @@ private slots:
     void keepsNothingThatWasTypedIntoAField()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
 
         const RpaNode node = author.Capture(QStringLiteral("#a84620193bc7"));
@@ -157,7 +157,7 @@ private slots:
     void storesAnElementOnce()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         const QString first = author.Capture(QStringLiteral("a")).id;
         QSignalSpy captured(CaptureFixture::Inspector(), &IRpaInspector::SigCaptured);
@@ -174,7 +174,7 @@ private slots:
     {
         CaptureFixture author;
         const ToastWatcher toasts;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         QVERIFY(CaptureFixture::Inspector()->StartCapture());
 
@@ -189,7 +189,7 @@ private slots:
     void escapeEndsIt()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         QVERIFY(CaptureFixture::Inspector()->StartCapture());
         QVERIFY(author.Glass()->isVisible());
@@ -207,7 +207,7 @@ private slots:
     void theKeyboardGoesBackToWhereItWas()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         author.window->layout()->addWidget(new QLineEdit);
         auto* field = new QLineEdit;
@@ -228,7 +228,7 @@ private slots:
     void goesOnWhenThePageChanges()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         author.server.Put(QStringLiteral("/next"), "<button id=go style='margin:80px'>去</button>");
         QVERIFY(author.Open(QStringLiteral("/form")));
         QVERIFY(CaptureFixture::Inspector()->StartCapture());
@@ -254,7 +254,7 @@ private slots:
     {
         QFETCH(int, how);
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         QVERIFY(CaptureFixture::Inspector()->StartCapture());
 
@@ -284,7 +284,7 @@ private slots:
     {
         CaptureFixture author;
         const ToastWatcher toasts;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         author.browser->hide();
 
@@ -296,7 +296,7 @@ private slots:
     void theButtonGoesWithTheStoreOfTheApp()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         auto store = std::make_unique<RpaHtmlNodeManager>();
         CaptureFixture::Inspector()->SetNodeManager(store.get());
@@ -313,7 +313,7 @@ private slots:
     void isStartedAndStoppedInTheToolBar()
     {
         CaptureFixture author;
-        author.server.Put(QStringLiteral("/form"), Form);
+        author.server.Put(QStringLiteral("/form"), form);
         QVERIFY(author.Open(QStringLiteral("/form")));
         auto* button = author.window->findChild<QToolButton*>(QStringLiteral("browserCapture"));
         QVERIFY(button->isVisible());

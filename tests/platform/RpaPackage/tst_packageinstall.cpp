@@ -10,7 +10,7 @@
 
 namespace
 {
-constexpr int LongWaitMs = 60000;
+constexpr int longWaitMs = 60000;
 
 bool LogHas(const QString& part)
 {
@@ -47,7 +47,7 @@ void PackageInstallTest::installsAWheelThatARunThenImports()
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
 
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
 
     QCOMPARE(f.StateOf(QStringLiteral("tinywheel")).installedVersion, QStringLiteral("1.2.0"));
     QCOMPARE(f.service.GetPackageFolders().size(), 1);
@@ -60,7 +60,7 @@ void PackageInstallTest::installsAWheelThatARunThenImports()
     engine->SetPackageFolders(f.service.GetPackageFolders());
     engine->GetTranslator()->SetTranslateStatements(false);
     QVERIFY(engine->Execute(QStringLiteral("主流程")));
-    QTRY_VERIFY_WITH_TIMEOUT(LogHas(QStringLiteral("found 4711")), LongWaitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(LogHas(QStringLiteral("found 4711")), longWaitMs);
     QTRY_VERIFY(LogHas(QStringLiteral("运行完成")));
     engine->SetProcessDataManager(nullptr);
 }
@@ -79,7 +79,7 @@ void PackageInstallTest::announcesFoldersAndEndBeforeTheRunGoesOn()
     QSignalSpy progress(&f.service, &PackageService::SigProgress);
 
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_VERIFY_WITH_TIMEOUT(order.contains(QStringLiteral("finished")), LongWaitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(order.contains(QStringLiteral("finished")), longWaitMs);
 
     QCOMPARE(order, QStringList(
                         {QStringLiteral("folders 1"), QStringLiteral("ended "), QStringLiteral("finished")}));
@@ -95,7 +95,7 @@ void PackageInstallTest::finishesWhenThePackageDoesNotExist()
     QSignalSpy output(&f.service, &PackageService::SigOutput);
 
     f.service.Install(PackageFixture::ListOf(QStringLiteral("no-such-package-here")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
 
     QCOMPARE(ended.size(), 1);
     QCOMPARE(ended.first().first().toString(),
@@ -112,7 +112,7 @@ void PackageInstallTest::installsTheOthersBesideOneThatDoesNotExist()
 
     f.service.Install(PackageFixture::ListOf({PackageItem{QStringLiteral("no-such-package-here"), {}},
                                               PackageItem{QStringLiteral("tinywheel"), {}}}));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
 
     QCOMPARE(f.StateOf(QStringLiteral("tinywheel")).status, PackageState::Installed);
     QCOMPARE(f.StateOf(QStringLiteral("no-such-package-here")).status, PackageState::Failed);
@@ -124,12 +124,12 @@ void PackageInstallTest::doesNotInstallAgainWhatIsThere()
     QVERIFY(f.MakeWheel(QStringLiteral("tinywheel"), QStringLiteral("1.2.0"), 1));
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
     QSignalSpy output(&f.service, &PackageService::SigOutput);
 
     // The same version, spelled another way, and by another spelling of the name.
     f.service.Install(PackageFixture::ListOf(QStringLiteral("TinyWheel"), QStringLiteral("1.2")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, longWaitMs);
 
     QCOMPARE(output.size(), 0);
     QCOMPARE(f.StateOf(QStringLiteral("TinyWheel")).status, PackageState::Installed);
@@ -142,11 +142,11 @@ void PackageInstallTest::replacesAnInstalledVersionByTheWantedOne()
     QVERIFY(f.MakeWheel(QStringLiteral("tinywheel"), QStringLiteral("2.0"), 2));
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
     QCOMPARE(f.StateOf(QStringLiteral("tinywheel")).installedVersion, QStringLiteral("2.0"));
 
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel"), QStringLiteral("1.0")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, longWaitMs);
 
     QCOMPARE(f.StateOf(QStringLiteral("tinywheel")).installedVersion, QStringLiteral("1.0"));
 }
@@ -162,7 +162,7 @@ void PackageInstallTest::answersTwoInstallationsOnceEach()
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
     f.service.InstallCurrent();
     QCOMPARE(finished.size(), 0);
-    QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 3, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 3, longWaitMs);
 
     QCOMPARE(finished.size(), 2);
     QCOMPARE(f.service.GetPendingCount(), 0);
@@ -175,7 +175,7 @@ void PackageInstallTest::keepsTheAppsApart()
     QVERIFY(f.MakeWheel(QStringLiteral("tinywheel"), QStringLiteral("1.0"), 1));
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
     const QStringList first = f.service.GetPackageFolders();
     QCOMPARE(first.size(), 1);
 
@@ -195,7 +195,7 @@ void PackageInstallTest::startsOverAfterAnInterruptedEnvironment()
     QVERIFY(f.MakeWheel(QStringLiteral("tinywheel"), QStringLiteral("1.0"), 1));
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
     const QString data = f.service.GetSettings().dataFolder;
     const QString environment =
         data + QLatin1Char('/') + QDir(data).entryList({QStringLiteral("app-1*")}).value(0);
@@ -204,7 +204,7 @@ void PackageInstallTest::startsOverAfterAnInterruptedEnvironment()
     QVERIFY(f.service.GetPackageFolders().isEmpty());
 
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 2, longWaitMs);
 
     QCOMPARE(f.StateOf(QStringLiteral("tinywheel")).status, PackageState::Installed);
 }
@@ -228,7 +228,7 @@ void PackageInstallTest::staysBelowTheDataFolderWhateverTheAppIsCalled()
     QSignalSpy finished(&f.service, &IPackageService::SigInstallFinished);
 
     f.service.Install(PackageFixture::ListOf(QStringLiteral("tinywheel")));
-    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, LongWaitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, longWaitMs);
 
     QCOMPARE(f.service.GetPackageFolders().size(), 1);
     const QString data = f.service.GetSettings().dataFolder;

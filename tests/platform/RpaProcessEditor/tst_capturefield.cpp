@@ -15,7 +15,7 @@ using namespace EditorFixture;
 
 namespace
 {
-constexpr auto Page = "<button id='go' style='margin:40px'>去</button><button id='back'>回</button>";
+constexpr auto page = "<button id='go' style='margin:40px'>去</button><button id='back'>回</button>";
 
 RpaStatement Read(const QString& id)
 {
@@ -28,7 +28,7 @@ class Author
 public:
     Author() : app(App({Read(QStringLiteral("a")), Read(QStringLiteral("b"))}))
     {
-        browser.server.Put(QStringLiteral("/page"), Page);
+        browser.server.Put(QStringLiteral("/page"), page);
         editor.resize(1200, 600);
         editor.SetRpaAppData(app);
         editor.show();
