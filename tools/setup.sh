@@ -4,6 +4,7 @@
 # run and stops. Quick when nothing is missing.
 #   tools/setup.sh run     what building and starting the workstation needs
 #   tools/setup.sh test    the same and what the tests need
+#   tools/setup.sh ci      the same and the second compiler with its checker (see tools/check-tidy.sh)
 #   tools/setup.sh windows what building for Windows and running its tests need (see tools/windows/setup.sh)
 set -euo pipefail
 
@@ -20,6 +21,9 @@ run_packages=(
 test_packages=(
     clang-format-14 openssl postgresql-15 libbenchmark-dev python3-yaml dbus binutils procps
 )
+ci_packages=(
+    clang-14 clang-tidy-14
+)
 
 windows_packages=(
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64 nsis
@@ -30,9 +34,10 @@ windows_packages=(
 case "${1:-run}" in
 run) wanted=("${run_packages[@]}") ;;
 test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
+ci) wanted=("${run_packages[@]}" "${test_packages[@]}" "${ci_packages[@]}") ;;
 windows) wanted=("${windows_packages[@]}") ;;
 *)
-    sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
