@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "EmptyBrowser.h"
+
 #include <WbBrowserLite/IBrowserBorderWindow.h>
-#include <WbBrowserLite/IBrowserWidget.h>
 #include <WbBrowserLite/WbBrowserLite.h>
 
 #include <QSignalSpy>
@@ -11,33 +12,11 @@
 
 #include <memory>
 
-namespace
-{
-// A browser that shows nothing; only its place matters here.
-class EmptyBrowser : public IBrowserWidget
-{
-public:
-    using IBrowserWidget::IBrowserWidget;
-
-    void InitToolBar() override {}
-    void SetEmbedded(bool) override {}
-    void Reset() override {}
-    IBrowserEngine* GetBrowserEngine() override { return nullptr; }
-};
-} // namespace
-
 class BrowserBorderWindowTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void namesAnEngineWhereItMakesBrowsers()
-    {
-        const std::unique_ptr<QWidget> browser(WbBrowserLite::Instance()->CreateBrowserWidget(nullptr));
-
-        QCOMPARE(!WbBrowserLite::GetEngineName().isEmpty(), browser != nullptr);
-    }
-
     void isATopLevelWindowWithoutAFrame()
     {
         std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
@@ -128,8 +107,19 @@ private slots:
         QTest::newRow("right") << QPoint(498, 200) << QPoint(448, 200) << QRect(200, 200, 450, 400);
         QTest::newRow("bottom") << QPoint(250, 398) << QPoint(250, 348) << QRect(200, 200, 500, 350);
         QTest::newRow("corner") << QPoint(498, 398) << QPoint(488, 388) << QRect(200, 200, 490, 390);
+        QTest::newRow("left") << QPoint(1, 200) << QPoint(31, 200) << QRect(230, 200, 470, 400);
+        QTest::newRow("top") << QPoint(250, 1) << QPoint(250, 51) << QRect(200, 250, 500, 350);
+        QTest::newRow("first corner") << QPoint(1, 1) << QPoint(21, 11) << QRect(220, 210, 480, 390);
         QTest::newRow("not below the least width")
             << QPoint(498, 200) << QPoint(10, 200) << QRect(200, 200, 260, 400);
+        QTest::newRow("the right edge stays at the least width")
+            << QPoint(1, 200) << QPoint(490, 200) << QRect(440, 200, 260, 400);
+        QTest::newRow("not below the least height")
+            << QPoint(250, 398) << QPoint(250, 5) << QRect(200, 200, 500, 160);
+        QTest::newRow("the bottom stays at the least height")
+            << QPoint(250, 1) << QPoint(250, 390) << QRect(200, 440, 500, 160);
+        QTest::newRow("the browser itself moves nothing")
+            << QPoint(250, 200) << QPoint(280, 230) << QRect(200, 200, 500, 400);
     }
     void resizesWithItsBorder()
     {
@@ -143,6 +133,91 @@ private slots:
         QCOMPARE(window->geometry(), geometry);
     }
 
+    void onlyTheLeftButtonDrags()
+    {
+        const auto window = Shown();
+        QWindow* handle = window->windowHandle();
+
+        QTest::mousePress(handle, Qt::RightButton, {}, QPoint(498, 200));
+        QTest::mouseMove(handle, QPoint(448, 200));
+        QTest::mouseRelease(handle, Qt::RightButton, {}, QPoint(448, 200));
+
+        QCOMPARE(window->geometry(), QRect(200, 200, 500, 400));
+    }
+
+    void stopsWhenTheButtonIsReleased()
+    {
+        const auto window = Shown();
+        Drag(window->windowHandle(), QPoint(498, 200), QPoint(448, 200));
+
+        QTest::mouseMove(window->windowHandle(), QPoint(448, 300));
+
+        QCOMPARE(window->geometry(), QRect(200, 200, 450, 400));
+    }
+
+    void theCursorTellsWhichWayTheBorderGoes_data()
+    {
+        QTest::addColumn<QPoint>("place");
+        QTest::addColumn<Qt::CursorShape>("shape");
+        QTest::newRow("left") << QPoint(1, 200) << Qt::SizeHorCursor;
+        QTest::newRow("right") << QPoint(498, 200) << Qt::SizeHorCursor;
+        QTest::newRow("top") << QPoint(250, 1) << Qt::SizeVerCursor;
+        QTest::newRow("bottom") << QPoint(250, 398) << Qt::SizeVerCursor;
+        QTest::newRow("top left") << QPoint(1, 1) << Qt::SizeFDiagCursor;
+        QTest::newRow("bottom right") << QPoint(498, 398) << Qt::SizeFDiagCursor;
+        QTest::newRow("top right") << QPoint(498, 1) << Qt::SizeBDiagCursor;
+        QTest::newRow("bottom left") << QPoint(1, 398) << Qt::SizeBDiagCursor;
+    }
+    void theCursorTellsWhichWayTheBorderGoes()
+    {
+        QFETCH(QPoint, place);
+        QFETCH(Qt::CursorShape, shape);
+        const auto window = Shown();
+
+        QTest::mouseMove(window->windowHandle(), place);
+
+        QTRY_COMPARE(window->cursor().shape(), shape);
+    }
+
+    void theCursorOfTheBorderStaysThere()
+    {
+        const auto window = Shown();
+        QTest::mouseMove(window->windowHandle(), QPoint(1, 200));
+        QTRY_COMPARE(window->cursor().shape(), Qt::SizeHorCursor);
+
+        for (const QPoint& place : {QPoint(250, 15), QPoint(250, 200)}) {
+            QTest::mouseMove(window->windowHandle(), place);
+            QCOMPARE(window->childAt(place)->cursor().shape(), Qt::ArrowCursor);
+        }
+    }
+
+    void aDoubleClickOnTheTitleFillsTheScreenAndBack()
+    {
+        const auto window = Shown();
+
+        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(250, 200));
+        QVERIFY(!window->isMaximized());
+        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(250, 15));
+        QVERIFY(window->isMaximized());
+        QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(250, 15));
+        QVERIFY(!window->isMaximized());
+    }
+
+    void coversThePartThatItIsGiven()
+    {
+        const auto window = Shown();
+        QWidget target;
+        target.setGeometry(40, 60, 700, 500);
+        target.show();
+
+        window->SetTarget(&target, QRect(15, 25, 310, 220));
+        QCOMPARE(window->geometry(), QRect(target.mapToGlobal(QPoint(15, 25)), QSize(310, 220)));
+
+        const QRect covered = window->geometry();
+        window->SetTarget(&target, QRect());
+        QCOMPARE(window->geometry(), covered);
+    }
+
     void closesWhenTheBrowserIsGone()
     {
         std::unique_ptr<IBrowserBorderWindow> window(WbBrowserLite::Instance()->CreateBrowserEmbed(nullptr));
@@ -154,18 +229,6 @@ private slots:
         window->close();
 
         QVERIFY(!window->isVisible());
-    }
-
-    void makesTheBrowserThatAWorkstationBrings()
-    {
-        QWidget parent;
-        WbBrowserLite::Instance()->SetBrowserFactory([](QWidget* pane) { return new EmptyBrowser(pane); });
-
-        const IBrowserWidget* browser = WbBrowserLite::Instance()->CreateBrowserWidget(&parent);
-        WbBrowserLite::Instance()->SetBrowserFactory(nullptr);
-
-        QVERIFY(browser);
-        QCOMPARE(browser->parentWidget(), &parent);
     }
 
 private:
