@@ -150,7 +150,7 @@ private slots:
         const auto window = Shown();
         Drag(window->windowHandle(), QPoint(498, 200), QPoint(448, 200));
 
-        QTest::mouseMove(window->windowHandle(), QPoint(448, 300));
+        QTest::mouseMove(window->windowHandle(), QPoint(380, 300));
 
         QCOMPARE(window->geometry(), QRect(200, 200, 450, 400));
     }
