@@ -14,7 +14,15 @@ private slots:
     void givesThePublishedValues();
     void agreesWithQtForEveryLengthOfTheLastBlock();
     void aHeaderGivesTheDigestThatWasPutIn();
+    void aHeaderIsReadAsItStands_data();
+    void aHeaderIsReadAsItStands();
 };
+
+namespace
+{
+// The digest of "abc", as a header has it.
+const QByteArray abc = "ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=";
+} // namespace
 
 // Examples of FIPS 180-2.
 void DigestTest::givesThePublishedValues_data()
@@ -55,6 +63,34 @@ void DigestTest::aHeaderGivesTheDigestThatWasPutIn()
 
     QCOMPARE(server::ParseContentDigest(server::ContentDigest(sha256)), sha256);
     QVERIFY(server::ParseContentDigest("sha-256=:" + sha256.left(31).toBase64() + ':').isEmpty());
+}
+
+void DigestTest::aHeaderIsReadAsItStands_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<bool>("isRead");
+
+    QTest::newRow("as it is written") << server::ContentDigest(server::Sha256("abc")) << true;
+    QTest::newRow("alone") << "sha-256=:" + abc + ':' << true;
+    QTest::newRow("behind another one") << "sha-512=:AAAA:, sha-256=:" + abc + ':' << true;
+    QTest::newRow("before another one") << "sha-256=:" + abc + ": ,md5=:AAAA:" << true;
+    QTest::newRow("blanks around") << "  sha-256=:" + abc + ":\t" << true;
+    QTest::newRow("nothing") << QByteArray() << false;
+    QTest::newRow("of another kind") << "sha-512=:" + abc + ':' << false;
+    QTest::newRow("not closed") << "sha-256=:" + abc << false;
+    QTest::newRow("not opened") << "sha-256=" + abc + ':' << false;
+    QTest::newRow("too short") << QByteArray("sha-256=:AAAA:") << false;
+    QTest::newRow("too long") << "sha-256=:" + QByteArray(33, 'x').toBase64() + ':' << false;
+    QTest::newRow("a sign that is none of its letters")
+        << "sha-256=:" + QByteArray(abc).insert(7, '*') + ':' << false;
+}
+
+void DigestTest::aHeaderIsReadAsItStands()
+{
+    QFETCH(QByteArray, header);
+    QFETCH(bool, isRead);
+
+    QCOMPARE(server::ParseContentDigest(header), isRead ? server::Sha256("abc") : QByteArray());
 }
 
 QTEST_GUILESS_MAIN(DigestTest)
