@@ -75,6 +75,7 @@ private slots:
     void answersASaveToTheEditorOfItsContentOnly_data();
     void answersASaveToTheEditorOfItsContentOnly();
     void answersASaveOfAnAppThatItsEditorHadBefore();
+    void tellsASaveToAnEditorThatMayShowTheApp();
     void letsALaterDialogHearItsEditorsDeletion();
     void leavesALaterDialogOfAnotherEditorAlone();
     void refusesAListOfAnotherApp();
@@ -296,6 +297,23 @@ void AudienceTest::answersASaveOfAnAppThatItsEditorHadBefore()
 
     Wait(4);
     QCOMPARE(first.heard.count(NotifyUpdateAppSnapshotInfo), 1);
+}
+
+// What it shows is not known before it asked for a list.
+void AudienceTest::tellsASaveToAnEditorThatMayShowTheApp()
+{
+    Party first;
+    fixture->List(x);
+    Wait(1);
+    Party unknown;
+    RpaAppData content;
+    content.GetAppExtendInfo()->SetAppId(x);
+
+    fixture->Update(fixture->Record(v1, QString::fromUtf8(content.ToJson())));
+
+    Wait(2);
+    QCOMPARE(first.heard.count(NotifyUpdateAppSnapshotInfo), 1);
+    QCOMPARE(unknown.heard.count(NotifyUpdateAppSnapshotInfo), 1);
 }
 
 void AudienceTest::letsALaterDialogHearItsEditorsDeletion()
