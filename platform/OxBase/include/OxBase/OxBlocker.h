@@ -24,6 +24,7 @@ public:
     // Tells whether anything that could end a wait is still outstanding.
     using OutstandingQuery = std::function<bool()>;
 
+    // Waits for nothing yet.
     explicit OxBlocker(QObject* parent = nullptr);
     ~OxBlocker() override;
 

@@ -32,6 +32,7 @@ public:
     // Everything as a value, to be put back in one go.
     using Content = QVector<Record>;
 
+    // All records, in their order; valid until the next change.
     int GetCount() const { return items.size(); }
     const QVector<Record>& GetItems() const { return items; }
     // An empty record outside 0 … GetCount() - 1.
@@ -53,6 +54,7 @@ public:
         return Has(index) && Settle(item, index) && item != items.at(index) &&
                Change([&](Content& all) { all[index] = item; });
     }
+    // False outside the list.
     bool RemoveItem(int index)
     {
         return Has(index) && Change([&](Content& all) { all.removeAt(index); });
@@ -63,6 +65,7 @@ public:
         return Has(from) && Has(to) && from != to && Change([&](Content& all) { all.move(from, to); });
     }
 
+    // As GetItems().
     const Content& GetContent() const { return items; }
     // What does not fit, such as what comes from a file, is made to.
     void SetContent(Content all)

@@ -23,6 +23,7 @@ struct RPAAPPDATA_EXPORT RpaToolItem
     QString processName;
     QByteArray unknown; // members written by a newer client, kept as they came
 
+    // Of everything, the foreign members included.
     bool operator==(const RpaToolItem& other) const;
     bool operator!=(const RpaToolItem& other) const { return !(*this == other); }
 };

@@ -37,6 +37,7 @@ public:
     // files were renamed and stay in the folder.
     using Found = std::function<void(const QVector<RpaDraft>& drafts, const QStringList& refusals)>;
 
+    // Keeps nothing until Start().
     explicit RpaDraftJournal(QObject* parent = nullptr);
     // Writes what is due first.
     ~RpaDraftJournal() override;

@@ -12,6 +12,7 @@
 // The requests of the version service and their answers. Each request is sent by the operation of
 // RpaEditorLogic of the same name, and is answered exactly once on the GUI thread.
 
+// Saves the record as a new version.
 class RPAEDITORLOGIC_EXPORT SaveAppSnapshotInfoRequest : public IHttpRequest
 {
     Q_OBJECT
@@ -35,6 +36,7 @@ class RPAEDITORLOGIC_EXPORT UpdateAppSnapshotInfoRequest : public IHttpRequest
 public:
     using IHttpRequest::IHttpRequest;
 
+    // The record, with its id and content.
     RpaAppSnapshotPtr GetSnapshotInfoPtr() const { return snapshot; }
     void SetSnapshotInfoPtr(const RpaAppSnapshotPtr& value) { snapshot = value; }
 
@@ -71,6 +73,7 @@ class RPAEDITORLOGIC_EXPORT GetSnapshotListRequest : public IHttpRequest
 public:
     using IHttpRequest::IHttpRequest;
 
+    // Id of the app with the version service.
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
@@ -86,6 +89,7 @@ class RPAEDITORLOGIC_EXPORT GetDevSnapshotDataRequest : public IHttpRequest
 public:
     using IHttpRequest::IHttpRequest;
 
+    // Id of the version with the version service.
     QString GetSnapshotId() const { return snapshotId; }
     void SetSnapshotId(const QString& value) { snapshotId = value; }
 
@@ -101,9 +105,11 @@ class RPAEDITORLOGIC_EXPORT GrayOrReleaseRequest : public IHttpRequest
 public:
     using IHttpRequest::IHttpRequest;
 
+    // Id of the app with the version service.
     QString GetAppId() const { return appId; }
     void SetAppId(const QString& value) { appId = value; }
 
+    // Id of the version with the version service.
     QString GetSnapshotId() const { return snapshotId; }
     void SetSnapshotId(const QString& value) { snapshotId = value; }
 

@@ -37,6 +37,7 @@ public:
     // problem is empty when it went well.
     using Done = std::function<void(const QString& problem)>;
 
+    // Keeps nothing until it is started.
     explicit RpaRunHistory(QObject* parent = nullptr);
     // Writes what is due first.
     ~RpaRunHistory() override;

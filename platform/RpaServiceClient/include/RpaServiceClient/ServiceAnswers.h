@@ -23,6 +23,7 @@ struct VersionServiceNothing
 // or has one out of range makes the whole answer unusable. Any thread.
 namespace ServiceAnswers
 {
+// Empty when the answer is no JSON object.
 RPASERVICECLIENT_EXPORT QJsonObject ObjectOf(const WbHttpAnswer& answer);
 // Empty when there is no such text.
 RPASERVICECLIENT_EXPORT QString Text(const QJsonObject& json, const char* name);
@@ -68,6 +69,7 @@ void Read(const WbHttpAnswer& answer, std::optional<QVector<Record>>& read)
     read = records;
 }
 
+// The answer read as what it is; nothing when it cannot be used.
 template <typename Answer>
 std::optional<Answer> ReadAs(const WbHttpAnswer& answer)
 {

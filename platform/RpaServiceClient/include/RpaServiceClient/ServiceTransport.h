@@ -22,9 +22,11 @@ class RPASERVICECLIENT_EXPORT ServiceTransport
 public:
     using Done = std::function<void(const TriedAnswer& answer)>;
 
+    // For the service of VersionServiceSettings. The destructor is a Shutdown().
     ServiceTransport();
     ~ServiceTransport();
 
+    // done is called on the GUI thread.
     void Send(const WbHttpRequest& request, Done done);
     // Answers without sending, from the event loop like any other.
     void AnswerLocally(const WbHttpAnswer& answer, Done done);

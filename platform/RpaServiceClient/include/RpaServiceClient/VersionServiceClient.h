@@ -12,7 +12,7 @@ class QObject;
 struct WbHttpRequest;
 
 // Speaks to the server of VersionServiceSettings. What can be asked stands in one file each, with its arguments, the
-// way it is sent and its answer, and how that is read where its type alone does not say it:
+// way it is sent (ToHttp()) and its answer, and how that is read where its type alone does not say it (Read()):
 //
 //     client->Send(RenameAppRequest{appId, name}, this,
 //                  [](const VersionServiceResult<VersionServiceApp>& result) { … });
@@ -27,12 +27,14 @@ public:
     template <typename Value>
     using Callback = std::function<void(const VersionServiceResult<Value>& result)>;
 
+    // For the service of VersionServiceSettings.
     VersionServiceClient();
     ~VersionServiceClient();
 
     VersionServiceClient(const VersionServiceClient&) = delete;
     VersionServiceClient& operator=(const VersionServiceClient&) = delete;
 
+    // Request: one of the files beside this one.
     template <typename Request>
     void Send(const Request& request, QObject* context, const Callback<typename Request::Answer>& callback)
     {

@@ -15,6 +15,7 @@ struct VersionServiceResult
     QString errorDesc;
     QString errorCode;
 
+    // Of an answer that the reader turns into the value, where it can be used.
     static VersionServiceResult Of(const WbHttpAnswer& answer,
                                    std::optional<Value> (*read)(const WbHttpAnswer& answer))
     {

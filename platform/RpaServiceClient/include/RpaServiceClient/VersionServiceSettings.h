@@ -34,6 +34,7 @@ public:
         Lost,    // the service left it, and does not come back by itself
     };
 
+    // The one of the process.
     static VersionServiceSettings* Instance();
 
     // Origin of the service, with a path prefix if it has one: "http://127.0.0.1:8080", "https://host/rpa".

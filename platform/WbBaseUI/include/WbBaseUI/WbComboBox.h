@@ -14,6 +14,7 @@ class WBBASEUI_EXPORT WbComboBox : public QComboBox
     Q_PROPERTY(int businessStyle READ GetBusinessStyle)
 
 public:
+    // Empty, of the general style.
     explicit WbComboBox(QWidget* parent = nullptr);
 
     // 0 general, 1 form field.

@@ -16,6 +16,7 @@ class WBBASEUI_EXPORT WbIconButtonWidget : public QWidget
     Q_PROPERTY(bool selected MEMBER bSelected)
 
 public:
+    // Without text, not selected.
     explicit WbIconButtonWidget(QWidget* parent = nullptr);
 
     // The label with the button's text.

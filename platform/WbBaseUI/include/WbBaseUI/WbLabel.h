@@ -12,6 +12,7 @@ class WBBASEUI_EXPORT WbLabel : public QLabel
     Q_OBJECT
 
 public:
+    // Empty, or with the text.
     explicit WbLabel(QWidget* parent = nullptr);
     explicit WbLabel(const QString& text, QWidget* parent = nullptr);
 };

@@ -29,6 +29,7 @@ public:
     // Applies what was read.
     using Commit = std::function<void()>;
 
+    // A record with the values that its class gives the properties.
     explicit IJsonParser(QObject* parent = nullptr);
     ~IJsonParser() override;
 

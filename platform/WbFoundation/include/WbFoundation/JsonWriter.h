@@ -16,6 +16,7 @@
 class WBFOUNDATION_EXPORT JsonWriter
 {
 public:
+    // Nothing is written yet.
     JsonWriter();
     ~JsonWriter();
     JsonWriter(const JsonWriter&) = delete;

@@ -20,6 +20,7 @@ public:
     using Id = quint64;
     using Callback = std::function<void(const WbHttpAnswer& answer)>;
 
+    // Starts the threads, which end with it.
     WbHttpClient();
 
     // Answers whatever is outstanding as Cancelled, in the order it was sent, before it returns; so are

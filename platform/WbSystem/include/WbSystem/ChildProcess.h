@@ -28,6 +28,7 @@ public:
         qint64 memoryBytes = 0; // on Linux resident now, on Windows the most that was ever committed
     };
 
+    // Does not start anything yet.
     explicit ChildProcess(QObject* parent = nullptr);
     // Kills all, and waits for their end for a moment.
     ~ChildProcess() override;
@@ -41,6 +42,7 @@ public:
     // start.
     void Start(const QString& program, const QStringList& arguments);
 
+    // What the child and all that it started use.
     Usage Measure() const;
 
     // Ends the child and everything it started; finished() tells it as a crash.

@@ -13,6 +13,7 @@ struct VersionServiceDeletedApp
     VersionServiceApp app;
     QDateTime deletedAt; // UTC
 
+    // Nothing when a field is missing or wrong.
     static std::optional<VersionServiceDeletedApp> Read(const QJsonObject& json)
     {
         const auto app = VersionServiceApp::Read(json.value(QLatin1String("app")).toObject());

@@ -13,6 +13,7 @@
 
 class QJsonObject;
 
+// An app as the lists show it.
 struct RPASERVICECLIENT_EXPORT VersionServiceApp
 {
     static constexpr const char* listName = "apps";

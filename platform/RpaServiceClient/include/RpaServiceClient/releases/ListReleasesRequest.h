@@ -22,6 +22,7 @@ struct VersionServiceRelease
     bool present = false;   // the one of its state that users have
     bool withdrawn = false; // taken back from users
 
+    // Nothing when a field is missing or wrong.
     static std::optional<VersionServiceRelease> Read(const QJsonObject& json)
     {
         using namespace ServiceAnswers;

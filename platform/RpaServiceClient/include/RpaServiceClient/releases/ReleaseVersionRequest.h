@@ -14,6 +14,7 @@ struct VersionServiceReleaseOutcome
     QString message;      // why it is not done
     VersionServiceVersion version;
 
+    // Nothing when a field is missing or wrong.
     static std::optional<VersionServiceReleaseOutcome> Read(const QJsonObject& json)
     {
         const auto isDone = ServiceAnswers::IntMember(json, "result", 0, 1);

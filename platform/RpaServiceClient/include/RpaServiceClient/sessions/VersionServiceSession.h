@@ -15,12 +15,14 @@ struct VersionServiceAccount
     QStringList roles; // "author", "user", "administrator"
 };
 
+// A session as its account is told of it.
 struct VersionServiceSession
 {
     QByteArray token; // secret; empty in an answer about the current session
     VersionServiceAccount account;
     QDateTime expiresAt; // UTC
 
+    // Nothing when a field is missing or wrong.
     static std::optional<VersionServiceSession> Read(const QJsonObject& json)
     {
         using namespace ServiceAnswers;

@@ -18,6 +18,7 @@ struct VersionServiceUsageCount
     QString event;
     int count = 0;
 
+    // Nothing when a field is missing or wrong.
     static std::optional<VersionServiceUsageCount> Read(const QJsonObject& json)
     {
         using namespace ServiceAnswers;

@@ -18,6 +18,7 @@ struct VersionServiceSave
     QDateTime savedAt; // UTC
     QString note;      // what its author says of it; may be empty
 
+    // Nothing when a field is missing or wrong.
     static std::optional<VersionServiceSave> Read(const QJsonObject& json)
     {
         using namespace ServiceAnswers;
