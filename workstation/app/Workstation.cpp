@@ -97,7 +97,6 @@ bool Workstation::Start(QString* problem)
     window->show();
     editing->Start();
     runs->Start();
-    runs->Start();
     signIn->GoToServer();
     return true;
 }
