@@ -10,22 +10,6 @@
 
 namespace
 {
-constexpr char embeddedKey[] = "server/embedded";
-constexpr char addressKey[] = "server/address";
-constexpr char caFileKey[] = "server/caFile";
-constexpr char accountKey[] = "server/account";
-constexpr char stayKey[] = "server/staySignedIn";
-constexpr char samplesKey[] = "server/samplesInstalled";
-constexpr char themeKey[] = "look/theme";
-constexpr char scaleKey[] = "look/scale";
-constexpr char dateKey[] = "look/dateLanguage";
-constexpr char superAdminKey[] = "embedded/superAdmin";
-constexpr char wheelFolderKey[] = "packages/wheelFolder";
-constexpr char tipsKey[] = "help/tips";
-constexpr char usageReportsKey[] = "usage/reports";
-constexpr char keepsRunsKey[] = "runs/keep";
-constexpr char seenTipsKey[] = "help/seenTips";
-
 constexpr qint64 largestCaFile = 4 * 1024 * 1024;
 constexpr const char* themeNames[] = {"system", "light", "dark"};
 
@@ -51,11 +35,6 @@ bool WorkstationSettings::Write(const char* key, const QVariant& value)
     return true;
 }
 
-bool WorkstationSettings::GetEmbeddedServer() const
-{
-    return store.value(QLatin1String(embeddedKey), true).toBool();
-}
-
 void WorkstationSettings::SetEmbeddedServer(bool embedded)
 {
     if (embedded != GetEmbeddedServer() && Write(embeddedKey, embedded))
@@ -64,7 +43,7 @@ void WorkstationSettings::SetEmbeddedServer(bool embedded)
 
 QUrl WorkstationSettings::GetServerAddress() const
 {
-    const QString text = store.value(QLatin1String(addressKey)).toString();
+    const QString text = Read(addressKey).toString();
     return AddressProblem(text).isEmpty() ? QUrl(text) : QUrl();
 }
 
@@ -91,17 +70,6 @@ QString WorkstationSettings::AddressProblem(const QString& text)
     return {};
 }
 
-QString WorkstationSettings::GetCaFile() const
-{
-    return store.value(QLatin1String(caFileKey)).toString();
-}
-
-void WorkstationSettings::SetCaFile(const QString& path)
-{
-    if (path != GetCaFile() && Write(caFileKey, path))
-        emit SigCaFileChanged(path);
-}
-
 QString WorkstationSettings::CaFileProblem(const QString& path)
 {
     const QString shown = QDir::toNativeSeparators(path);
@@ -118,7 +86,7 @@ QString WorkstationSettings::CaFileProblem(const QString& path)
 
 ThemeChoice WorkstationSettings::GetTheme() const
 {
-    const QString name = store.value(QLatin1String(themeKey)).toString();
+    const QString name = Read(themeKey).toString();
     for (int i = 0; i < 3; ++i)
         if (name == QLatin1String(themeNames[i]))
             return static_cast<ThemeChoice>(i);
@@ -139,7 +107,7 @@ const QVector<int>& WorkstationSettings::AllScales()
 
 int WorkstationSettings::GetScale() const
 {
-    const int percent = store.value(QLatin1String(scaleKey)).toInt();
+    const int percent = Read(scaleKey).toInt();
     return AllScales().contains(percent) ? percent : AllScales().first();
 }
 
@@ -151,70 +119,13 @@ void WorkstationSettings::SetScale(int percent)
 
 DateLanguage WorkstationSettings::GetDateLanguage() const
 {
-    return DateLanguageFromKey(store.value(QLatin1String(dateKey)).toString());
+    return DateLanguageFromKey(Read(dateKey).toString());
 }
 
 void WorkstationSettings::SetDateLanguage(DateLanguage language)
 {
     if (Write(dateKey, DateLanguageKey(language)))
         emit SigDateLanguageChanged(language);
-}
-
-QString WorkstationSettings::GetLastAccount() const
-{
-    return store.value(QLatin1String(accountKey)).toString();
-}
-
-void WorkstationSettings::SetLastAccount(const QString& account)
-{
-    Write(accountKey, account);
-}
-
-bool WorkstationSettings::GetStaySignedIn() const
-{
-    return store.value(QLatin1String(stayKey), false).toBool();
-}
-
-void WorkstationSettings::SetStaySignedIn(bool stay)
-{
-    Write(stayKey, stay);
-}
-
-bool WorkstationSettings::GetSuperAdmin() const
-{
-    return store.value(QLatin1String(superAdminKey), false).toBool();
-}
-
-void WorkstationSettings::SetSuperAdmin(bool superAdmin)
-{
-    if (superAdmin != GetSuperAdmin() && Write(superAdminKey, superAdmin))
-        emit SigSuperAdminChanged(superAdmin);
-}
-
-bool WorkstationSettings::GetSamplesInstalled() const
-{
-    return store.value(QLatin1String(samplesKey), false).toBool();
-}
-
-void WorkstationSettings::SetSamplesInstalled(bool installed)
-{
-    Write(samplesKey, installed);
-}
-
-QString WorkstationSettings::GetWheelFolder() const
-{
-    return store.value(QLatin1String(wheelFolderKey)).toString();
-}
-
-void WorkstationSettings::SetWheelFolder(const QString& folder)
-{
-    if (folder != GetWheelFolder() && Write(wheelFolderKey, folder))
-        emit SigWheelFolderChanged(folder);
-}
-
-bool WorkstationSettings::GetTips() const
-{
-    return store.value(QLatin1String(tipsKey), true).toBool();
 }
 
 void WorkstationSettings::SetTips(bool tips)
@@ -227,36 +138,9 @@ void WorkstationSettings::SetTips(bool tips)
     emit SigTipsChanged(tips);
 }
 
-QStringList WorkstationSettings::GetSeenTips() const
-{
-    return store.value(QLatin1String(seenTipsKey)).toStringList();
-}
-
 void WorkstationSettings::AddSeenTip(const QString& place)
 {
     QStringList seen = GetSeenTips();
     if (!seen.contains(place))
         Write(seenTipsKey, seen << place);
-}
-
-bool WorkstationSettings::GetUsageReports() const
-{
-    return store.value(QLatin1String(usageReportsKey), true).toBool();
-}
-
-void WorkstationSettings::SetUsageReports(bool reports)
-{
-    if (reports != GetUsageReports() && Write(usageReportsKey, reports))
-        emit SigUsageReportsChanged(reports);
-}
-
-bool WorkstationSettings::GetKeepsRuns() const
-{
-    return store.value(QLatin1String(keepsRunsKey), true).toBool();
-}
-
-void WorkstationSettings::SetKeepsRuns(bool keeps)
-{
-    if (keeps != GetKeepsRuns() && Write(keepsRunsKey, keeps))
-        emit SigKeepsRunsChanged(keeps);
 }
