@@ -3,68 +3,40 @@
 #include "CommandList_p.h"
 #include "CommandPalette_p.h"
 
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
 #include <WbBaseUI/WbTheme.h>
 
 #include <QKeyEvent>
-#include <QListView>
-#include <QVBoxLayout>
 
-CommandPalette::CommandPalette(QWidget* parent)
-    : QWidget(parent), search(new WbLineEdit), view(new QListView), labelNothing(new WbLabel),
-      commands(new CommandList(this))
+CommandPalette::CommandPalette(QWidget* parent) : QWidget(parent), commands(new CommandList(this))
 {
-    setObjectName(QStringLiteral("commandPalette"));
-    search->setObjectName(QStringLiteral("lineEditCommandSearch"));
-    search->setPlaceholderText(QStringLiteral("搜索指令"));
-    search->setAccessibleName(QStringLiteral("搜索指令"));
-    search->setClearButtonEnabled(true);
-    search->installEventFilter(this);
-    view->setObjectName(QStringLiteral("commandListView"));
-    view->setAccessibleName(QStringLiteral("指令"));
-    view->setModel(commands);
-    view->setItemDelegate(new CommandListDelegate(view));
-    view->setUniformItemSizes(true);
-    view->setDragDropMode(QAbstractItemView::DragOnly);
-    view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view->setFrameShape(QFrame::NoFrame);
-    view->setMouseTracking(true);
-    view->installEventFilter(this);
-    labelNothing->setObjectName(QStringLiteral("labelNoCommand"));
-    labelNothing->setProperty("hint", true);
-    labelNothing->setWordWrap(true);
-    labelNothing->setTextFormat(Qt::PlainText);
-    labelNothing->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    labelNothing->setContentsMargins(6, 6, 6, 0);
-    labelNothing->hide();
+    ui.setupUi(this);
+    ui.lineEditCommandSearch->installEventFilter(this);
+    ui.commandListView->setModel(commands);
+    ui.commandListView->setItemDelegate(new CommandListDelegate(ui.commandListView));
+    ui.commandListView->installEventFilter(this);
+    ui.labelNoCommand->setContentsMargins(6, 6, 6, 0);
+    ui.labelNoCommand->hide();
 
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 8, 4, 0);
-    layout->setSpacing(6);
-    layout->addWidget(search);
-    layout->addWidget(view);
-    layout->addWidget(labelNothing, 1);
-
-    connect(search, &QLineEdit::textChanged, this, &CommandPalette::SlotSearch);
-    connect(view, &QListView::doubleClicked, this, &CommandPalette::Activate);
-    connect(view, &QListView::clicked, this, [this](const QModelIndex& index) {
-        if (index.data(CommandList::NameRole).toString().isEmpty() && search->text().isEmpty())
+    connect(ui.lineEditCommandSearch, &QLineEdit::textChanged, this, &CommandPalette::SlotSearch);
+    connect(ui.commandListView, &QListView::doubleClicked, this, &CommandPalette::Activate);
+    connect(ui.commandListView, &QListView::clicked, this, [this](const QModelIndex& index) {
+        if (index.data(CommandList::NameRole).toString().isEmpty() &&
+            ui.lineEditCommandSearch->text().isEmpty())
             commands->ToggleGroup(index.data(CommandList::GroupRole).toString());
     });
-    connect(WbTheme::Instance(), &WbTheme::SigChanged, view, [this] { view->viewport()->update(); });
+    connect(WbTheme::Instance(), &WbTheme::SigChanged, ui.commandListView,
+            [this] { ui.commandListView->viewport()->update(); });
 }
 
 void CommandPalette::SlotSearch(const QString& text)
 {
     commands->Show(text, true);
-    labelNothing->setText(commands->NothingFound());
-    labelNothing->setVisible(!labelNothing->text().isEmpty());
-    view->setVisible(labelNothing->text().isEmpty());
+    ui.labelNoCommand->setText(commands->NothingFound());
+    ui.labelNoCommand->setVisible(!ui.labelNoCommand->text().isEmpty());
+    ui.commandListView->setVisible(ui.labelNoCommand->text().isEmpty());
     const int first = commands->FirstCommandRow();
     if (!text.isEmpty() && first >= 0)
-        view->setCurrentIndex(commands->index(first));
+        ui.commandListView->setCurrentIndex(commands->index(first));
 }
 
 void CommandPalette::Activate(const QModelIndex& index)
@@ -80,15 +52,16 @@ bool CommandPalette::eventFilter(QObject* watched, QEvent* event)
         return QWidget::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-        Activate(view->currentIndex());
+        Activate(ui.commandListView->currentIndex());
         return true;
     }
-    if (watched == search && key == Qt::Key_Down && !view->isHidden()) {
-        view->setFocus();
+    if (watched == ui.lineEditCommandSearch && key == Qt::Key_Down && !ui.commandListView->isHidden()) {
+        ui.commandListView->setFocus();
         return true;
     }
-    if (watched == search && key == Qt::Key_Escape && !search->text().isEmpty()) {
-        search->clear();
+    if (watched == ui.lineEditCommandSearch && key == Qt::Key_Escape &&
+        !ui.lineEditCommandSearch->text().isEmpty()) {
+        ui.lineEditCommandSearch->clear();
         return true;
     }
     return QWidget::eventFilter(watched, event);

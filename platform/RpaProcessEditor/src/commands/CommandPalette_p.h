@@ -2,13 +2,12 @@
 
 #pragma once
 
+#include "ui_CommandPalette.h"
+
 #include <QWidget>
 
 class CommandList;
-class QLineEdit;
-class QListView;
 class QModelIndex;
-class WbLabel;
 
 // The commands that can be added: search, groups, drag or double click.
 class CommandPalette : public QWidget
@@ -28,8 +27,6 @@ private:
     void SlotSearch(const QString& text);
     void Activate(const QModelIndex& index);
 
-    QLineEdit* search;
-    QListView* view;
-    WbLabel* labelNothing; // in the place of the list when nothing fits
+    Ui::CommandPalette ui; // the label stands in the place of the list when nothing fits
     CommandList* commands;
 };

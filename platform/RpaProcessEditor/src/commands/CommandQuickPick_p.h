@@ -2,12 +2,11 @@
 
 #pragma once
 
+#include "ui_CommandQuickPick.h"
+
 #include <QFrame>
 
 class CommandList;
-class QLineEdit;
-class QListView;
-class WbLabel;
 
 // A popup that finds a command by a few typed letters: arrows choose, Enter takes, Escape closes.
 class CommandQuickPick : public QFrame
@@ -31,8 +30,6 @@ private:
     void Take();
     void Step(int rows);
 
-    QLineEdit* edit;
-    QListView* view;
-    WbLabel* labelNothing; // in the place of the list when nothing fits
+    Ui::CommandQuickPick ui; // the label stands in the place of the list when nothing fits
     CommandList* commands;
 };

@@ -2,14 +2,12 @@
 
 #pragma once
 
+#include "ui_CheckPane.h"
+
 #include <RpaProcessData/RpaCheckInfo.h>
 
 #include <QTimer>
 #include <QWidget>
-
-class QLabel;
-class QTreeWidget;
-class QTreeWidgetItem;
 
 // The findings of a check; a double click or Enter goes to the statement. Hidden while there is none.
 class CheckPane : public QWidget
@@ -30,7 +28,6 @@ private:
     void Fill(const QList<RpaCheckInfo>& findings);
     void SlotActivated(const QTreeWidgetItem* item);
 
-    QLabel* title;
-    QTreeWidget* list;
+    Ui::CheckPane ui;
     QTimer measuring; // the heights of the rows depend on the widths of the columns
 };
