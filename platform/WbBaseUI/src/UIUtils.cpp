@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <WbBaseUI/UIUtils.h>
+#include <WbBaseUI/WbIcons.h>
 
 #include <QTextDocument>
+#include <QToolButton>
 
 void UIUtils::SetForeground(QWidget* window, bool activate)
 {
@@ -26,4 +28,15 @@ QString UIUtils::WithKeys(const QString& text, const QKeySequence& keys)
 {
     return keys.isEmpty() ? text
                           : QStringLiteral("%1（%2）").arg(text, keys.toString(QKeySequence::NativeText));
+}
+
+QToolButton* UIUtils::IconButton(const QString& name, const QString& icon, const QString& tip)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setIcon(WbIcons::Get(icon));
+    button->setAutoRaise(true);
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    return button;
 }

@@ -10,9 +10,9 @@
 
 #include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFindBar.h>
-#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
 
@@ -100,12 +100,7 @@ QWidget* AppTableWidget::BuildToolBar()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(DpiTool::ScaleDefault(4));
     const auto add = [&](const QString& name, const QString& icon, const QString& tip, auto slot) {
-        auto* button = new QToolButton;
-        button->setObjectName(name);
-        button->setAutoRaise(true);
-        button->setIcon(WbIcons::Get(icon));
-        button->setToolTip(tip);
-        button->setAccessibleName(tip);
+        auto* button = UIUtils::IconButton(name, icon, tip);
         connect(button, &QToolButton::clicked, this, slot);
         layout->addWidget(button);
         return button;

@@ -3,6 +3,7 @@
 #include "ShrinkPanel_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbIcons.h>
 
 #include <QHBoxLayout>
@@ -38,11 +39,7 @@ void ShrinkPanel::SetContent(QWidget* widget)
 
 QToolButton* ShrinkPanel::AddAction(const QString& icon, const QString& tip)
 {
-    auto* button = new QToolButton;
-    button->setAutoRaise(true);
-    button->setIcon(WbIcons::Get(icon));
-    button->setToolTip(tip);
-    button->setAccessibleName(tip);
+    auto* button = UIUtils::IconButton(QString(), icon, tip);
     titleRow->addWidget(button);
     return button;
 }

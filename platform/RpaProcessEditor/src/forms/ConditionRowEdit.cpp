@@ -4,8 +4,8 @@
 #include "ValueEdit_p.h"
 #include "ValueField_p.h"
 
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbComboBox.h>
-#include <WbBaseUI/WbIcons.h>
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -76,26 +76,18 @@ QWidget* ConditionRowEdit::BuildTop()
     layout->addWidget(first);
     layout->addWidget(join);
     layout->addStretch();
-    up = BuildButton("rowUp", QStringLiteral("move-up"), QStringLiteral("上移（Alt+↑）"));
-    down = BuildButton("rowDown", QStringLiteral("move-down"), QStringLiteral("下移（Alt+↓）"));
-    remove = BuildButton("rowRemove", QStringLiteral("delete"), QStringLiteral("删除这一行（Ctrl+Delete）"));
+    up = UIUtils::IconButton(QStringLiteral("rowUp"), QStringLiteral("move-up"),
+                             QStringLiteral("上移（Alt+↑）"));
+    down = UIUtils::IconButton(QStringLiteral("rowDown"), QStringLiteral("move-down"),
+                               QStringLiteral("下移（Alt+↓）"));
+    remove = UIUtils::IconButton(QStringLiteral("rowRemove"), QStringLiteral("delete"),
+                                 QStringLiteral("删除这一行（Ctrl+Delete）"));
     for (QToolButton* button : {up, down, remove})
         layout->addWidget(button);
     connect(up, &QToolButton::clicked, this, [this] { emit SigMoveAsked(-1); });
     connect(down, &QToolButton::clicked, this, [this] { emit SigMoveAsked(1); });
     connect(remove, &QToolButton::clicked, this, &ConditionRowEdit::SigRemoveAsked);
     return top;
-}
-
-QToolButton* ConditionRowEdit::BuildButton(const char* name, const QString& icon, const QString& tip)
-{
-    auto* button = new QToolButton;
-    button->setObjectName(QLatin1String(name));
-    button->setIcon(WbIcons::Get(icon));
-    button->setAutoRaise(true);
-    button->setToolTip(tip);
-    button->setAccessibleName(tip);
-    return button;
 }
 
 void ConditionRowEdit::AddKeys()

@@ -39,7 +39,6 @@ signals:
 
 private:
     QWidget* BuildTop();
-    QToolButton* BuildButton(const char* name, const QString& icon, const QString& tip);
     void AddKeys();
     void ShowRight();
 

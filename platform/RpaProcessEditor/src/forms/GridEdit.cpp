@@ -7,8 +7,8 @@
 #include "ValueText_p.h"
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbFocusForward.h>
-#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QClipboard>
@@ -85,18 +85,12 @@ QWidget* GridEdit::BuildButtons()
     return bar;
 }
 
-QToolButton* GridEdit::AddButton(QWidget* bar, const char* name, const QString& icon, const QString& tip,
-                                 void (GridEdit::*act)())
+void GridEdit::AddButton(QWidget* bar, const char* name, const QString& icon, const QString& tip,
+                         void (GridEdit::*act)())
 {
-    auto* button = new QToolButton;
-    button->setObjectName(QLatin1String(name));
-    button->setIcon(WbIcons::Get(icon));
-    button->setAutoRaise(true);
-    button->setToolTip(tip);
-    button->setAccessibleName(tip);
+    auto* button = UIUtils::IconButton(QLatin1String(name), icon, tip);
     bar->layout()->addWidget(button);
     connect(button, &QToolButton::clicked, this, act);
-    return button;
 }
 
 void GridEdit::Show(const QString& python)

@@ -8,7 +8,6 @@
 #include <RpaProcessData/RpaGrid.h>
 
 class QTableWidget;
-class QToolButton;
 class ValuePicker;
 
 // A list, a dictionary or rows of a table as a small grid. Keys: Ctrl+Enter adds a row, Ctrl+Delete removes
@@ -29,8 +28,8 @@ protected:
 private:
     void BuildTable();
     QWidget* BuildButtons();
-    QToolButton* AddButton(QWidget* bar, const char* name, const QString& icon, const QString& tip,
-                           void (GridEdit::*act)());
+    void AddButton(QWidget* bar, const char* name, const QString& icon, const QString& tip,
+                   void (GridEdit::*act)());
     void Fill();
     void FillCell(int row, int column, const RpaValue& value);
     RpaValue CellValue(int row, int column) const;

@@ -4,6 +4,7 @@
 #include "ProcessTabs_p.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbTabBar.h>
 
@@ -12,7 +13,10 @@
 #include <QMenu>
 #include <QToolButton>
 
-ProcessTabs::ProcessTabs(QWidget* parent) : QWidget(parent), bar(new WbTabBar), addButton(new QToolButton)
+ProcessTabs::ProcessTabs(QWidget* parent)
+    : QWidget(parent), bar(new WbTabBar),
+      addButton(UIUtils::IconButton(QStringLiteral("processAddButton"), QStringLiteral("add"),
+                                    QStringLiteral("新建流程")))
 {
     setObjectName(QStringLiteral("processTabs"));
     bar->setObjectName(QStringLiteral("processTabBar"));
@@ -20,11 +24,6 @@ ProcessTabs::ProcessTabs(QWidget* parent) : QWidget(parent), bar(new WbTabBar), 
     bar->setMovable(true);
     bar->setContextMenuPolicy(Qt::CustomContextMenu);
     bar->installEventFilter(this);
-    addButton->setObjectName(QStringLiteral("processAddButton"));
-    addButton->setIcon(WbIcons::Get(QStringLiteral("add")));
-    addButton->setAutoRaise(true);
-    addButton->setToolTip(QStringLiteral("新建流程"));
-    addButton->setAccessibleName(QStringLiteral("新建流程"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 0, 4, 0);
     layout->setSpacing(2);
@@ -98,11 +97,6 @@ QString ProcessTabs::NameAt(int index) const
 QString ProcessTabs::Current() const
 {
     return NameAt(bar->currentIndex());
-}
-
-void ProcessTabs::SetCurrent(const QString& name)
-{
-    Refill(name);
 }
 
 void ProcessTabs::AskAdd()

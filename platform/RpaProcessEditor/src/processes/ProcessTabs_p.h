@@ -23,7 +23,7 @@ public:
 
     // Empty without processes.
     QString Current() const;
-    void SetCurrent(const QString& name);
+    void SetCurrent(const QString& name) { Refill(name); }
 
     void AskAdd();
     void AskRename(int index);

@@ -8,9 +8,9 @@
 #include "ValuePicker_p.h"
 
 #include <RpaProcessData/RpaExpression.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbComboBox.h>
 #include <WbBaseUI/WbFocusForward.h>
-#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineLimit.h>
 
 #include <QLabel>
@@ -88,13 +88,10 @@ QToolButton* ArgumentField::BuildPythonButton()
 
 QWidget* ArgumentField::BuildCaptureButton()
 {
-    auto* capture = new QToolButton;
-    capture->setObjectName(QStringLiteral("captureButton"));
+    auto* capture = UIUtils::IconButton(QStringLiteral("captureButton"), QStringLiteral("capture"),
+                                        QStringLiteral("在浏览器窗口中指出元素"));
     capture->setText(QStringLiteral("捕获"));
-    capture->setIcon(WbIcons::Get(QStringLiteral("capture")));
     capture->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    capture->setAutoRaise(true);
-    capture->setToolTip(QStringLiteral("在浏览器窗口中指出元素"));
     capture->setAccessibleName(info.title + QStringLiteral("：捕获"));
     connect(capture, &QToolButton::clicked, this, &ArgumentField::SigCaptureAsked);
     return capture;

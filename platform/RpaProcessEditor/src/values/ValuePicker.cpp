@@ -3,7 +3,7 @@
 #include "ValuePicker_p.h"
 
 #include <RpaProcessData/RpaExpression.h>
-#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QCalendarWidget>
@@ -41,11 +41,8 @@ ValuePicker::ValuePicker(const FieldOffers& fieldOffers, const QString& title, Q
 
 QToolButton* ValuePicker::MakeButton()
 {
-    button = new QToolButton;
-    button->setObjectName(QStringLiteral("pickButton"));
-    button->setIcon(WbIcons::Get(QStringLiteral("variable")));
-    button->setAutoRaise(true);
-    button->setToolTip(QStringLiteral("插入变量、参数、列、日期或文件（Ctrl+空格）"));
+    button = UIUtils::IconButton(QStringLiteral("pickButton"), QStringLiteral("variable"),
+                                 QStringLiteral("插入变量、参数、列、日期或文件（Ctrl+空格）"));
     button->setAccessibleName(what + QStringLiteral("：插入变量等"));
     connect(button, &QToolButton::clicked, this, &ValuePicker::Open);
     return button;

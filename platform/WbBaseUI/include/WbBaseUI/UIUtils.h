@@ -7,6 +7,8 @@
 #include <QKeySequence>
 #include <QWidget>
 
+class QToolButton;
+
 class WBBASEUI_EXPORT UIUtils
 {
 public:
@@ -19,4 +21,7 @@ public:
 
     // What a button says and, behind it, the keys that do the same; none are left out.
     static QString WithKeys(const QString& text, const QKeySequence& keys);
+
+    // A flat button with an icon of WbIcons, whose tip is also what a screen reader says. The caller owns it.
+    static QToolButton* IconButton(const QString& name, const QString& icon, const QString& tip);
 };

@@ -3,7 +3,7 @@
 #include "DialogTitleBar_p.h"
 
 #include <OxBase/DpiTool.h>
-#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/UIUtils.h>
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -25,25 +25,22 @@ constexpr int closeIconSide = 16;
 } // namespace
 
 DialogTitleBar::DialogTitleBar(bool form, bool closable, QWidget* parent)
-    : QWidget(parent), formTitle(form), labelTitle(new QLabel(this)), buttonClose(new QToolButton(this))
+    : QWidget(parent), formTitle(form), labelTitle(new QLabel(this)),
+      buttonClose(
+          UIUtils::IconButton(QStringLiteral("dialogClose"), QStringLiteral("close"), QStringLiteral("关闭")))
 {
     setObjectName(QStringLiteral("dialogTitleBar"));
     setProperty("formTitle", form);
     labelTitle->setObjectName(QStringLiteral("dialogTitle"));
     labelTitle->setTextFormat(Qt::PlainText);
-    buttonClose->setObjectName(QStringLiteral("dialogClose"));
-    buttonClose->setIcon(WbIcons::Get(QStringLiteral("close")));
-    buttonClose->setAutoRaise(true);
-    buttonClose->setAccessibleName(QStringLiteral("关闭"));
-    buttonClose->setToolTip(QStringLiteral("关闭"));
     // Escape does the same; the Tab key goes through the form only.
     buttonClose->setFocusPolicy(Qt::NoFocus);
-    buttonClose->setVisible(closable);
 
     auto* layout = new QHBoxLayout(this);
     layout->setSpacing(0);
     layout->addWidget(labelTitle, 1);
     layout->addWidget(buttonClose);
+    buttonClose->setVisible(closable);
     AdjustForDpi();
 
     connect(buttonClose, &QToolButton::clicked, this, &DialogTitleBar::SigClose);
@@ -83,9 +80,4 @@ void DialogTitleBar::mouseMoveEvent(QMouseEvent* event)
 {
     if (dragging)
         window()->move(event->globalPos() - grabbedAt);
-}
-
-void DialogTitleBar::mouseReleaseEvent(QMouseEvent*)
-{
-    dragging = false;
 }

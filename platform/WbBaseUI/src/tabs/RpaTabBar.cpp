@@ -6,6 +6,7 @@
 #include <OxBase/IDpiAdapter.h>
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/RpaTabBar.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbToast.h>
 
@@ -27,12 +28,11 @@ class RpaTabBar::Private : public IDpiAdapter
 {
 public:
     explicit Private(RpaTabBar* bar)
-        : q(bar), strip(new TabStrip(bar)), buttonAdd(new QToolButton(bar)), layout(new QHBoxLayout(bar))
+        : q(bar), strip(new TabStrip(bar)),
+          buttonAdd(UIUtils::IconButton(QStringLiteral("buttonAddTab"), QStringLiteral("add"),
+                                        QStringLiteral("新建"))),
+          layout(new QHBoxLayout(bar))
     {
-        buttonAdd->setObjectName(QStringLiteral("buttonAddTab"));
-        buttonAdd->setIcon(WbIcons::Get(QStringLiteral("add")));
-        buttonAdd->setAutoRaise(true);
-        buttonAdd->setToolTip(QStringLiteral("新建"));
         buttonAdd->setAccessibleName(QStringLiteral("新建标签页"));
         layout->addWidget(strip);
         layout->addWidget(buttonAdd);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include <OxBase/DpiTool.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbFindBar.h>
-#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLineEdit.h>
 
 #include <QHBoxLayout>
@@ -19,12 +19,7 @@ constexpr int optionGap = 12;
 
 QToolButton* AddButton(QHBoxLayout* row, const QString& icon, const QString& name, const QString& tip)
 {
-    auto* button = new QToolButton;
-    button->setObjectName(name);
-    button->setIcon(WbIcons::Get(icon));
-    button->setAutoRaise(true);
-    button->setToolTip(tip);
-    button->setAccessibleName(tip);
+    auto* button = UIUtils::IconButton(name, icon, tip);
     row->addWidget(button);
     return button;
 }

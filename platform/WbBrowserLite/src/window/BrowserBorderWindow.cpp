@@ -3,7 +3,7 @@
 #include "BrowserBorderWindow_p.h"
 
 #include <OxBase/DpiTool.h>
-#include <WbBaseUI/WbIcons.h>
+#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbTheme.h>
 #include <WbBrowserLite/IBrowserWidget.h>
 
@@ -44,13 +44,9 @@ QWidget* BrowserBorderWindow::BuildTitle()
     auto* caption = new QLabel(windowTitle());
     caption->setObjectName(QStringLiteral("browserWindowTitle"));
     caption->setProperty("wbRole", QStringLiteral("secondary"));
-    auto* back = new QToolButton;
-    back->setObjectName(QStringLiteral("browserDockBack"));
-    back->setAutoRaise(true);
+    auto* back = UIUtils::IconButton(QStringLiteral("browserDockBack"), QStringLiteral("close"),
+                                     QStringLiteral("放回编辑器"));
     back->setFocusPolicy(Qt::TabFocus);
-    back->setIcon(WbIcons::Get(QStringLiteral("close")));
-    back->setToolTip(QStringLiteral("放回编辑器"));
-    back->setAccessibleName(back->toolTip());
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(8, 2, 4, 2);
     row->addWidget(caption, 1);
@@ -147,11 +143,6 @@ void BrowserBorderWindow::mouseMoveEvent(QMouseEvent* event)
         Drag(event->globalPos());
     else
         ShowCursor(EdgesAt(event->pos()));
-}
-
-void BrowserBorderWindow::mouseReleaseEvent(QMouseEvent*)
-{
-    dragging = false;
 }
 
 void BrowserBorderWindow::mouseDoubleClickEvent(QMouseEvent* event)

@@ -25,7 +25,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent*) override { dragging = false; }
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
