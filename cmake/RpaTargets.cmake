@@ -112,7 +112,7 @@ endfunction()
 
 # The parts of a program, compiled once and linked into the program and into its tests.
 #   rpa_add_program_parts(workstation_parts SOURCES ... LINK ...)
-# Forms are found in forms/.
+# Forms are found in forms/; the headers of the dialogs and pages include what is made of them.
 function(rpa_add_program_parts name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} OBJECT ${arg_SOURCES})
@@ -120,6 +120,7 @@ function(rpa_add_program_parts name)
     _rpa_include_own_folders(${name} PUBLIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC ${arg_LINK})
     set_target_properties(${name} PROPERTIES AUTOUIC_SEARCH_PATHS "${CMAKE_CURRENT_SOURCE_DIR}/forms")
+    target_include_directories(${name} INTERFACE "${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/include")
 endfunction()
 
 # A program; WINDOWED when it opens windows and needs no console beside them. ICON is what Windows shows for it.

@@ -2,8 +2,6 @@
 
 #include "AppNameDialog.h"
 
-#include "ui_FieldDialog.h"
-
 #include <WbBaseUI/WbScaledForm.h>
 
 #include <QButtonGroup>
@@ -24,9 +22,9 @@ AppNameDialog::AppNameDialog(Purpose purpose, QWidget* parent)
     setObjectName(QStringLiteral("AppNameDialog"));
     SetField("editAppName", QStringLiteral("应用名称"), QStringLiteral("应用名称"),
              QStringLiteral("输入应用名称，不超过50字符"));
-    ui->edit->setMaxLength(longestName);
+    ui.edit->setMaxLength(longestName);
     if (purpose == Purpose::Create) {
-        ui->buttonOk->setText(QStringLiteral("创建"));
+        ui.buttonOk->setText(QStringLiteral("创建"));
         AddKinds();
     }
 }
@@ -47,17 +45,17 @@ void AppNameDialog::AddKinds()
     layout->addWidget(visual);
     layout->addWidget(program);
     WbScaledForm::Follow(row);
-    ui->layoutDialog->insertWidget(ui->layoutDialog->indexOf(ui->labelHint), row);
-    setTabOrder(ui->edit, visual);
+    ui.layoutDialog->insertWidget(ui.layoutDialog->indexOf(ui.labelHint), row);
+    setTabOrder(ui.edit, visual);
     setTabOrder(visual, program);
-    setTabOrder(program, ui->buttonOk);
-    setTabOrder(ui->buttonOk, ui->buttonCancel);
+    setTabOrder(program, ui.buttonOk);
+    setTabOrder(ui.buttonOk, ui.buttonCancel);
 }
 
 void AppNameDialog::SetName(const QString& name)
 {
-    ui->edit->setText(name);
-    ui->edit->selectAll();
+    ui.edit->setText(name);
+    ui.edit->selectAll();
 }
 
 int AppNameDialog::GetKind() const

@@ -2,8 +2,6 @@
 
 #include "AppPageHead.h"
 
-#include "ui_AppPageHead.h"
-
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbScaledForm.h>
 
@@ -20,25 +18,22 @@ void BindKey(QWidget* head, const QKeySequence& keys, const std::function<void()
 }
 } // namespace
 
-AppPageHead::AppPageHead(Tab shown, QWidget* parent)
-    : QWidget(parent), ui(std::make_unique<Ui::AppPageHead>())
+AppPageHead::AppPageHead(Tab shown, QWidget* parent) : QWidget(parent)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     WbScaledForm::Follow(this);
-    ui->editSearch->setPlaceholderText(shown == Mine ? QStringLiteral("搜索名称或标签")
-                                                     : QStringLiteral("搜索应用名称"));
-    ui->editSearch->addAction(WbIcons::Get(QStringLiteral("search")), QLineEdit::LeadingPosition);
-    ui->buttonRefresh->setIcon(WbIcons::Get(QStringLiteral("refresh")));
-    ConnectTab(ui->tabMine, Mine, shown);
-    ConnectTab(ui->tabOnline, Online, shown);
-    ConnectTab(ui->tabGray, Gray, shown);
-    connect(ui->buttonRefresh, &QPushButton::clicked, this, &AppPageHead::SigRefresh);
-    connect(ui->editSearch, &QLineEdit::textChanged, this, &AppPageHead::SigSearched);
+    ui.editSearch->setPlaceholderText(shown == Mine ? QStringLiteral("搜索名称或标签")
+                                                    : QStringLiteral("搜索应用名称"));
+    ui.editSearch->addAction(WbIcons::Get(QStringLiteral("search")), QLineEdit::LeadingPosition);
+    ui.buttonRefresh->setIcon(WbIcons::Get(QStringLiteral("refresh")));
+    ConnectTab(ui.tabMine, Mine, shown);
+    ConnectTab(ui.tabOnline, Online, shown);
+    ConnectTab(ui.tabGray, Gray, shown);
+    connect(ui.buttonRefresh, &QPushButton::clicked, this, &AppPageHead::SigRefresh);
+    connect(ui.editSearch, &QLineEdit::textChanged, this, &AppPageHead::SigSearched);
     BindKey(this, QKeySequence::Find, [this] { FocusSearch(); });
     BindKey(this, QKeySequence::Refresh, [this] { emit SigRefresh(); });
 }
-
-AppPageHead::~AppPageHead() = default;
 
 void AppPageHead::ConnectTab(QToolButton* button, Tab tab, Tab shown)
 {
@@ -52,28 +47,28 @@ void AppPageHead::ConnectTab(QToolButton* button, Tab tab, Tab shown)
 
 void AppPageHead::AddButton(QWidget* button)
 {
-    ui->rowHead->addWidget(button);
+    ui.rowHead->addWidget(button);
 }
 
 QString AppPageHead::GetSearched() const
 {
-    return ui->editSearch->text().trimmed();
+    return ui.editSearch->text().trimmed();
 }
 
 void AppPageHead::SetSearched(const QString& text)
 {
-    ui->editSearch->setText(text);
+    ui.editSearch->setText(text);
 }
 
 bool AppPageHead::HasIdleFocus() const
 {
     const QWidget* focus = focusWidget();
     return focus && focus->hasFocus() &&
-           (ui->tabs->isAncestorOf(focus) || (focus == ui->editSearch && GetSearched().isEmpty()));
+           (ui.tabs->isAncestorOf(focus) || (focus == ui.editSearch && GetSearched().isEmpty()));
 }
 
 void AppPageHead::FocusSearch()
 {
-    ui->editSearch->setFocus(Qt::ShortcutFocusReason);
-    ui->editSearch->selectAll();
+    ui.editSearch->setFocus(Qt::ShortcutFocusReason);
+    ui.editSearch->selectAll();
 }

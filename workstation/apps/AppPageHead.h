@@ -2,16 +2,11 @@
 
 #pragma once
 
+#include "ui_AppPageHead.h"
+
 #include <QWidget>
 
-#include <memory>
-
 class QToolButton;
-
-namespace Ui
-{
-class AppPageHead;
-}
 
 // The head of a list of apps: the tabs of the three lists, where others have a title, the search, the refresh button and what the list's
 // page adds.
@@ -30,7 +25,6 @@ public:
 
     // `shown` is the list of the page that it stands on.
     explicit AppPageHead(Tab shown, QWidget* parent = nullptr);
-    ~AppPageHead() override;
 
     // At the right end.
     void AddButton(QWidget* button);
@@ -52,5 +46,5 @@ signals:
 private:
     void ConnectTab(QToolButton* button, Tab tab, Tab shown);
 
-    const std::unique_ptr<Ui::AppPageHead> ui;
+    Ui::AppPageHead ui;
 };

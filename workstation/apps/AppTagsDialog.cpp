@@ -2,8 +2,6 @@
 
 #include "AppTagsDialog.h"
 
-#include "ui_FieldDialog.h"
-
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -31,7 +29,7 @@ AppTagsDialog::AppTagsDialog(const AppRecord& app, const QStringList& known, QWi
              QStringLiteral("例如：财务，月结"));
     SetHint("labelKnown", KnownText(known));
     AllowEmpty();
-    ui->edit->setText(app.tags.join(QStringLiteral("，")));
+    ui.edit->setText(app.tags.join(QStringLiteral("，")));
 }
 
 QStringList AppTagsDialog::Read(const QString& line)

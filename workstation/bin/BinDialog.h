@@ -3,17 +3,11 @@
 #pragma once
 
 #include "DateLanguage.h"
+#include "ui_BinDialog.h"
 
 #include <RpaServiceClient/apps/ListDeletedAppsRequest.h>
 #include <RpaServiceClient/apps/VersionServiceApp.h>
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class BinDialog;
-}
 
 // The deleted apps that can be restored. Shows and announces; what happens is the owner's business.
 class BinDialog : public WbBaseDialog
@@ -22,10 +16,9 @@ class BinDialog : public WbBaseDialog
 
 public:
     BinDialog(DateLanguage language, QWidget* parent);
-    ~BinDialog() override;
 
     void ShowApps(const QVector<VersionServiceDeletedApp>& apps);
-    void ShowProblem(const QString& problem);
+    void ShowProblem(const QString& problem) { Say(problem); }
 
 signals:
     void SigRestore(const VersionServiceApp& app);
@@ -38,7 +31,7 @@ private:
     QVector<VersionServiceApp> Chosen() const;
     void SlotChoiceChanged();
 
-    const std::unique_ptr<Ui::BinDialog> ui;
+    Ui::BinDialog ui;
     const DateLanguage dateLanguage;
     QVector<VersionServiceDeletedApp> shown;
 };

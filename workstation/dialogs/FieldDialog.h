@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_FieldDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class FieldDialog;
-}
 
 // Asks for one line of text. It stays open while the owner sees to it, and shows why when it cannot be taken.
 class FieldDialog : public WbBaseDialog
@@ -17,8 +12,6 @@ class FieldDialog : public WbBaseDialog
     Q_OBJECT
 
 public:
-    ~FieldDialog() override;
-
     QString GetText() const; // without blanks at its ends
 
     // Shows why the text was refused and lets the user go on.
@@ -44,7 +37,7 @@ protected:
     // Why the text cannot be confirmed, in the user's words; empty when it can.
     virtual QString FindProblem() const { return {}; }
 
-    const std::unique_ptr<Ui::FieldDialog> ui;
+    Ui::FieldDialog ui;
 
 private:
     void SetBusy(bool isBusy);

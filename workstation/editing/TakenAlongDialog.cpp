@@ -2,8 +2,6 @@
 
 #include "TakenAlongDialog.h"
 
-#include "ui_TakenAlongDialog.h"
-
 #include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/UIUtils.h>
@@ -27,27 +25,24 @@ constexpr int actWidth = 124;
 } // namespace
 
 TakenAlongDialog::TakenAlongDialog(const QVector<TakenAlong>& shown, const QString& act, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::TakenAlongDialog>()),
-      entries(shown)
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), entries(shown)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("TakenAlongDialog"));
     SetTitle(QStringLiteral("随应用%1的数据").arg(act));
-    ui->tableTakenAlong->setAccessibleName(QStringLiteral("随应用%1的数据").arg(act));
-    ui->buttonGoOn->setText(QStringLiteral("继续%1").arg(act));
+    ui.tableTakenAlong->setAccessibleName(QStringLiteral("随应用%1的数据").arg(act));
+    ui.buttonGoOn->setText(QStringLiteral("继续%1").arg(act));
     PrepareTable();
     for (const TakenAlong& entry : entries)
         AddRow(entry);
-    connect(ui->buttonGoOn, &QPushButton::clicked, this, &QDialog::accept);
-    connect(ui->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui.buttonGoOn, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui.buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
-
-TakenAlongDialog::~TakenAlongDialog() = default;
 
 void TakenAlongDialog::PrepareTable()
 {
-    QTableWidget* const table = ui->tableTakenAlong;
+    QTableWidget* const table = ui.tableTakenAlong;
     table->setHorizontalHeaderLabels(
         {QStringLiteral("位置"), QStringLiteral("内容"), QStringLiteral("处理")});
     table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -63,15 +58,15 @@ void TakenAlongDialog::PrepareTable()
 void TakenAlongDialog::AddRow(const TakenAlong& entry)
 {
     const bool isPassword = entry.kind == TakenAlong::Kind::Password;
-    const int row = ui->tableTakenAlong->rowCount();
-    ui->tableTakenAlong->insertRow(row);
+    const int row = ui.tableTakenAlong->rowCount();
+    ui.tableTakenAlong->insertRow(row);
     for (const auto& [column, text] :
          {std::pair(WhereColumn, entry.where), std::pair(WhatColumn, entry.what)}) {
         auto* item = new QTableWidgetItem(text);
         item->setToolTip(UIUtils::PlainToolTip(text));
         if (isPassword)
             item->setForeground(WbTheme::Instance()->Color(WbColor::DangerText));
-        ui->tableTakenAlong->setItem(row, column, item);
+        ui.tableTakenAlong->setItem(row, column, item);
     }
     auto* choice = new WbComboBox;
     choice->setObjectName(QStringLiteral("choiceTakenAlong%1").arg(row));
@@ -84,7 +79,7 @@ void TakenAlongDialog::AddRow(const TakenAlong& entry)
     auto* layout = new QHBoxLayout(place);
     layout->setContentsMargins(6, 4, 6, 4);
     layout->addWidget(choice);
-    ui->tableTakenAlong->setCellWidget(row, ActColumn, place);
+    ui.tableTakenAlong->setCellWidget(row, ActColumn, place);
 }
 
 // Whoever scrolls through the list decides nothing on the way.
@@ -100,7 +95,7 @@ QVector<TakenAlong> TakenAlongDialog::GetTakenOut() const
 {
     QVector<TakenAlong> out;
     for (int row = 0; row < entries.size(); ++row) {
-        const auto* choice = ui->tableTakenAlong->cellWidget(row, ActColumn)->findChild<const QComboBox*>();
+        const auto* choice = ui.tableTakenAlong->cellWidget(row, ActColumn)->findChild<const QComboBox*>();
         if (choice && choice->currentIndex() == 1)
             out << entries.at(row);
     }

@@ -3,15 +3,9 @@
 #pragma once
 
 #include "TakenAlong.h"
+#include "ui_TakenAlongDialog.h"
 
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class TakenAlongDialog;
-}
 
 // What goes along with an app, a row each with what becomes of it: it goes along, or is taken out before.
 // Passwords are taken out unless the author says otherwise.
@@ -22,7 +16,6 @@ class TakenAlongDialog : public WbBaseDialog
 public:
     // act: what the author is about to do, "导出".
     TakenAlongDialog(const QVector<TakenAlong>& entries, const QString& act, QWidget* parent);
-    ~TakenAlongDialog() override;
 
     // Those that are to be taken out.
     QVector<TakenAlong> GetTakenOut() const;
@@ -33,6 +26,6 @@ private:
     void PrepareTable();
     void AddRow(const TakenAlong& entry);
 
-    const std::unique_ptr<Ui::TakenAlongDialog> ui;
+    Ui::TakenAlongDialog ui;
     const QVector<TakenAlong> entries;
 };

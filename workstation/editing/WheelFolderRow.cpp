@@ -2,8 +2,6 @@
 
 #include "WheelFolderRow.h"
 
-#include "ui_WheelFolderRow.h"
-
 #include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbSystemDialogs.h>
@@ -11,20 +9,17 @@
 #include <QDir>
 #include <QFileInfo>
 
-WheelFolderRow::WheelFolderRow(const QString& folder, QWidget* parent)
-    : WbBaseWidget(parent), ui(std::make_unique<Ui::WheelFolderRow>()), chosen(folder)
+WheelFolderRow::WheelFolderRow(const QString& folder, QWidget* parent) : WbBaseWidget(parent), chosen(folder)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     WbScaledForm::Follow(this);
-    ui->editWheelFolder->setText(QDir::toNativeSeparators(folder));
-    ui->buttonWheelFolder->setIcon(WbIcons::Get(QStringLiteral("open")));
-    ui->labelProblem->hide();
-    connect(ui->editWheelFolder, &QLineEdit::editingFinished, this, &WheelFolderRow::SlotEntered);
-    connect(ui->editWheelFolder, &QLineEdit::textEdited, ui->labelProblem, &QWidget::hide);
-    connect(ui->buttonWheelFolder, &QPushButton::clicked, this, &WheelFolderRow::SlotBrowse);
+    ui.editWheelFolder->setText(QDir::toNativeSeparators(folder));
+    ui.buttonWheelFolder->setIcon(WbIcons::Get(QStringLiteral("open")));
+    ui.labelProblem->hide();
+    connect(ui.editWheelFolder, &QLineEdit::editingFinished, this, &WheelFolderRow::SlotEntered);
+    connect(ui.editWheelFolder, &QLineEdit::textEdited, ui.labelProblem, &QWidget::hide);
+    connect(ui.buttonWheelFolder, &QPushButton::clicked, this, &WheelFolderRow::SlotBrowse);
 }
-
-WheelFolderRow::~WheelFolderRow() = default;
 
 QString WheelFolderRow::Problem(const QString& text)
 {
@@ -44,17 +39,17 @@ void WheelFolderRow::SlotBrowse()
     const QString folder =
         WbSystemDialogs::OpenFolder(this, QStringLiteral("选择本地安装包所在的文件夹"), chosen);
     if (!folder.isEmpty()) {
-        ui->editWheelFolder->setText(QDir::toNativeSeparators(folder));
+        ui.editWheelFolder->setText(QDir::toNativeSeparators(folder));
         SlotEntered();
     }
 }
 
 void WheelFolderRow::SlotEntered()
 {
-    const QString folder = QDir::fromNativeSeparators(ui->editWheelFolder->text().trimmed());
+    const QString folder = QDir::fromNativeSeparators(ui.editWheelFolder->text().trimmed());
     const QString problem = Problem(folder);
-    ui->labelProblem->setText(problem);
-    ui->labelProblem->setVisible(!problem.isEmpty());
+    ui.labelProblem->setText(problem);
+    ui.labelProblem->setVisible(!problem.isEmpty());
     if (problem.isEmpty() && folder != chosen) {
         chosen = folder;
         emit SigChosen(folder);

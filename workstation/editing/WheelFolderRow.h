@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_WheelFolderRow.h"
+
 #include <WbBaseUI/WbBaseWidget.h>
-
-#include <memory>
-
-namespace Ui
-{
-class WheelFolderRow;
-}
 
 // Where the user names a folder of wheels, by typing or by choosing: packages come from there without a
 // network. What is no folder is refused in words beside the field and told to nobody.
@@ -20,7 +15,6 @@ class WheelFolderRow : public WbBaseWidget
 public:
     // folder: the one chosen before; empty for none.
     WheelFolderRow(const QString& folder, QWidget* parent);
-    ~WheelFolderRow() override;
 
     // Why a text cannot be such a folder, in the user's words; empty when it can. Nothing means no folder.
     static QString Problem(const QString& text);
@@ -33,6 +27,6 @@ private:
     void SlotBrowse();
     void SlotEntered();
 
-    const std::unique_ptr<Ui::WheelFolderRow> ui;
+    Ui::WheelFolderRow ui;
     QString chosen;
 };

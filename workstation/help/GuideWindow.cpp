@@ -3,7 +3,6 @@
 #include "GuideWindow.h"
 
 #include "GuidePages.h"
-#include "ui_GuideWindow.h"
 
 #include <WbBaseUI/WbScaledForm.h>
 
@@ -20,22 +19,20 @@ constexpr int pageRole = Qt::UserRole;
 constexpr int headingRole = Qt::UserRole + 1;
 } // namespace
 
-GuideWindow::GuideWindow(QWidget* window) : WbBaseWidget(window), ui(std::make_unique<Ui::GuideWindow>())
+GuideWindow::GuideWindow(QWidget* window) : WbBaseWidget(window)
 {
     setWindowFlag(Qt::Window);
-    ui->setupUi(this);
+    ui.setupUi(this);
     WbScaledForm::Follow(this);
     resize(usual.boundedTo(window->screen()->availableSize()));
     FillContents();
-    connect(ui->editGuideSearch, &QLineEdit::returnPressed, this, &GuideWindow::FindNext);
-    connect(ui->editGuideSearch, &QLineEdit::textChanged, ui->labelGuideFound, &QLabel::clear);
-    connect(ui->buttonGuideNext, &QPushButton::clicked, this, &GuideWindow::FindNext);
-    connect(ui->listContents, &QTreeWidget::currentItemChanged, this, &GuideWindow::ShowChosen);
-    connect(ui->listContents, &QTreeWidget::itemClicked, this, &GuideWindow::ShowChosen);
-    connect(ui->guideView, &QTextBrowser::sourceChanged, this, &GuideWindow::MarkPage);
+    connect(ui.editGuideSearch, &QLineEdit::returnPressed, this, &GuideWindow::FindNext);
+    connect(ui.editGuideSearch, &QLineEdit::textChanged, ui.labelGuideFound, &QLabel::clear);
+    connect(ui.buttonGuideNext, &QPushButton::clicked, this, &GuideWindow::FindNext);
+    connect(ui.listContents, &QTreeWidget::currentItemChanged, this, &GuideWindow::ShowChosen);
+    connect(ui.listContents, &QTreeWidget::itemClicked, this, &GuideWindow::ShowChosen);
+    connect(ui.guideView, &QTextBrowser::sourceChanged, this, &GuideWindow::MarkPage);
 }
-
-GuideWindow::~GuideWindow() = default;
 
 void GuideWindow::FillContents()
 {
@@ -46,12 +43,12 @@ void GuideWindow::FillContents()
         item->setData(0, headingRole, heading);
     };
     for (const GuidePage& page : GuidePages::All()) {
-        auto* item = new QTreeWidgetItem(ui->listContents, {page.title});
+        auto* item = new QTreeWidgetItem(ui.listContents, {page.title});
         add(item, page.file, QString());
         for (const QString& heading : page.headings)
             add(new QTreeWidgetItem(item), page.file, heading);
     }
-    ui->listContents->expandAll();
+    ui.listContents->expandAll();
 }
 
 void GuideWindow::Open(const QString& page, const QString& heading)
@@ -59,55 +56,55 @@ void GuideWindow::Open(const QString& page, const QString& heading)
     show();
     raise();
     activateWindow();
-    ui->guideView->ShowPage(page, heading);
-    ui->listContents->setFocus(Qt::OtherFocusReason);
+    ui.guideView->ShowPage(page, heading);
+    ui.listContents->setFocus(Qt::OtherFocusReason);
 }
 
 void GuideWindow::ShowChosen()
 {
-    const QTreeWidgetItem* const item = ui->listContents->currentItem();
-    ui->guideView->ShowPage(item->data(0, pageRole).toString(), item->data(0, headingRole).toString());
+    const QTreeWidgetItem* const item = ui.listContents->currentItem();
+    ui.guideView->ShowPage(item->data(0, pageRole).toString(), item->data(0, headingRole).toString());
 }
 
 // A link leads to another page than the one that the contents show.
 void GuideWindow::MarkPage()
 {
-    const QTreeWidgetItem* const current = ui->listContents->currentItem();
-    if (current && current->data(0, pageRole).toString() == ui->guideView->GetPage())
+    const QTreeWidgetItem* const current = ui.listContents->currentItem();
+    if (current && current->data(0, pageRole).toString() == ui.guideView->GetPage())
         return;
-    const QSignalBlocker quiet(ui->listContents);
-    for (int i = 0; i < ui->listContents->topLevelItemCount(); ++i)
-        if (ui->listContents->topLevelItem(i)->data(0, pageRole).toString() == ui->guideView->GetPage())
-            ui->listContents->setCurrentItem(ui->listContents->topLevelItem(i));
+    const QSignalBlocker quiet(ui.listContents);
+    for (int i = 0; i < ui.listContents->topLevelItemCount(); ++i)
+        if (ui.listContents->topLevelItem(i)->data(0, pageRole).toString() == ui.guideView->GetPage())
+            ui.listContents->setCurrentItem(ui.listContents->topLevelItem(i));
 }
 
 bool GuideWindow::FindOn(int page, bool fromTop)
 {
     const QString file = GuidePages::All().at(page).file;
-    if (file != ui->guideView->GetPage())
-        ui->guideView->setSource(QUrl(GuidePages::FolderAddress() + file));
+    if (file != ui.guideView->GetPage())
+        ui.guideView->setSource(QUrl(GuidePages::FolderAddress() + file));
     if (fromTop)
-        ui->guideView->moveCursor(QTextCursor::Start);
-    return ui->guideView->find(ui->editGuideSearch->text().trimmed());
+        ui.guideView->moveCursor(QTextCursor::Start);
+    return ui.guideView->find(ui.editGuideSearch->text().trimmed());
 }
 
 // From where the reader is through all pages, and back to the beginning.
 void GuideWindow::FindNext()
 {
-    if (ui->editGuideSearch->text().trimmed().isEmpty())
+    if (ui.editGuideSearch->text().trimmed().isEmpty())
         return;
     const auto& pages = GuidePages::All();
-    const QString before = ui->guideView->GetPage();
+    const QString before = ui.guideView->GetPage();
     const auto found = std::find_if(pages.begin(), pages.end(),
                                     [&before](const GuidePage& page) { return page.file == before; });
     const int first = found == pages.end() ? 0 : int(found - pages.begin());
     for (int step = 0; step <= pages.size(); ++step) {
         if (FindOn((first + step) % pages.size(), step > 0)) {
-            ui->labelGuideFound->clear();
+            ui.labelGuideFound->clear();
             return;
         }
     }
-    ui->labelGuideFound->setText(QStringLiteral("没有找到，请换一个词"));
+    ui.labelGuideFound->setText(QStringLiteral("没有找到，请换一个词"));
 }
 
 void GuideWindow::keyPressEvent(QKeyEvent* event)
@@ -115,8 +112,8 @@ void GuideWindow::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->matches(QKeySequence::Find)) {
-        ui->editGuideSearch->setFocus(Qt::ShortcutFocusReason);
-        ui->editGuideSearch->selectAll();
+        ui.editGuideSearch->setFocus(Qt::ShortcutFocusReason);
+        ui.editGuideSearch->selectAll();
     } else {
         WbBaseWidget::keyPressEvent(event);
     }

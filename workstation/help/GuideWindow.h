@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_GuideWindow.h"
+
 #include <WbBaseUI/WbBaseWidget.h>
-
-#include <memory>
-
-namespace Ui
-{
-class GuideWindow;
-}
 
 // The guide in a window of its own beside the work: contents, pictures, search.
 class GuideWindow : public WbBaseWidget
@@ -19,7 +14,6 @@ class GuideWindow : public WbBaseWidget
 public:
     // Belongs to `window`, and goes with it.
     explicit GuideWindow(QWidget* window);
-    ~GuideWindow() override;
 
     // page: file of the guide. heading: of that page; empty for its beginning.
     void Open(const QString& page, const QString& heading);
@@ -34,5 +28,5 @@ private:
     void FindNext();
     bool FindOn(int page, bool fromTop);
 
-    const std::unique_ptr<Ui::GuideWindow> ui;
+    Ui::GuideWindow ui;
 };

@@ -5,7 +5,6 @@
 #include "RunListModel.h"
 #include "RunWords.h"
 #include "WorkstationSettings.h"
-#include "ui_RunHistoryDialog.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbScaledForm.h>
@@ -32,34 +31,31 @@ QVector<RpaRunResult> ResultsOf(const QVariant& choice)
 
 RunHistoryDialog::RunHistoryDialog(RpaRunHistory* runHistory, const QString& app,
                                    WorkstationSettings* settings, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::RunHistoryDialog>()),
-      history(runHistory), appId(app), dateLanguage(settings->GetDateLanguage()),
-      model(new RunListModel(dateLanguage, this))
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), history(runHistory), appId(app),
+      dateLanguage(settings->GetDateLanguage()), model(new RunListModel(dateLanguage, this))
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("RunHistoryDialog"));
     SetTitle(QStringLiteral("运行记录"));
-    ui->viewRuns->setModel(model);
-    ui->textLog->setFont(WbTheme::CodeFont());
-    ui->checkKeep->setChecked(settings->GetKeepsRuns());
-    connect(ui->checkKeep, &QCheckBox::toggled, settings, &WorkstationSettings::SetKeepsRuns);
+    ui.viewRuns->setModel(model);
+    ui.textLog->setFont(WbTheme::CodeFont());
+    ui.checkKeep->setChecked(settings->GetKeepsRuns());
+    connect(ui.checkKeep, &QCheckBox::toggled, settings, &WorkstationSettings::SetKeepsRuns);
     FillFilters();
     Connect();
     ShowSelected();
     Load();
-    ui->viewRuns->setFocus();
+    ui.viewRuns->setFocus();
 }
-
-RunHistoryDialog::~RunHistoryDialog() = default;
 
 void RunHistoryDialog::FillFilters()
 {
-    ui->comboResult->addItem(QStringLiteral("全部结果"));
+    ui.comboResult->addItem(QStringLiteral("全部结果"));
     for (const RpaRunResult result :
          {RpaRunResult::Succeeded, RpaRunResult::Failed, RpaRunResult::Stopped, RpaRunResult::Lost})
-        ui->comboResult->addItem(RunWords::Result(result), int(result));
-    ui->comboVersion->addItem(QStringLiteral("全部版本"));
+        ui.comboResult->addItem(RunWords::Result(result), int(result));
+    ui.comboVersion->addItem(QStringLiteral("全部版本"));
 }
 
 void RunHistoryDialog::Connect()
@@ -68,14 +64,14 @@ void RunHistoryDialog::Connect()
     typing.setInterval(typingPause);
     const auto chosen = QOverload<int>::of(&QComboBox::currentIndexChanged);
     connect(&typing, &QTimer::timeout, this, &RunHistoryDialog::Load);
-    connect(ui->editText, &QLineEdit::textChanged, &typing, QOverload<>::of(&QTimer::start));
-    connect(ui->comboResult, chosen, this, &RunHistoryDialog::Load);
-    connect(ui->comboVersion, chosen, this, &RunHistoryDialog::Load);
-    connect(ui->viewRuns->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+    connect(ui.editText, &QLineEdit::textChanged, &typing, QOverload<>::of(&QTimer::start));
+    connect(ui.comboResult, chosen, this, &RunHistoryDialog::Load);
+    connect(ui.comboVersion, chosen, this, &RunHistoryDialog::Load);
+    connect(ui.viewRuns->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &RunHistoryDialog::ShowSelected);
-    connect(ui->buttonRemove, &QPushButton::clicked, this, &RunHistoryDialog::Remove);
-    connect(ui->buttonRemoveAll, &QPushButton::clicked, this, &RunHistoryDialog::RemoveAll);
-    connect(ui->buttonClose, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui.buttonRemove, &QPushButton::clicked, this, &RunHistoryDialog::Remove);
+    connect(ui.buttonRemoveAll, &QPushButton::clicked, this, &RunHistoryDialog::RemoveAll);
+    connect(ui.buttonClose, &QPushButton::clicked, this, &QDialog::accept);
     connect(history, &RpaRunHistory::SigChanged, this, [this](const QString& changed) {
         if (changed == appId)
             Load();
@@ -84,8 +80,8 @@ void RunHistoryDialog::Connect()
 
 bool RunHistoryDialog::IsFiltered() const
 {
-    return ui->comboResult->currentIndex() > 0 || ui->comboVersion->currentIndex() > 0 ||
-           !ui->editText->text().trimmed().isEmpty();
+    return ui.comboResult->currentIndex() > 0 || ui.comboVersion->currentIndex() > 0 ||
+           !ui.editText->text().trimmed().isEmpty();
 }
 
 void RunHistoryDialog::Load()
@@ -93,9 +89,9 @@ void RunHistoryDialog::Load()
     typing.stop();
     RpaRunFilter filter;
     filter.appId = appId;
-    filter.results = ResultsOf(ui->comboResult->currentData());
-    filter.versionName = ui->comboVersion->currentIndex() > 0 ? ui->comboVersion->currentText() : QString();
-    filter.text = ui->editText->text().trimmed();
+    filter.results = ResultsOf(ui.comboResult->currentData());
+    filter.versionName = ui.comboVersion->currentIndex() > 0 ? ui.comboVersion->currentText() : QString();
+    filter.text = ui.editText->text().trimmed();
     const quint64 question = ++asked;
     history->List(filter, this, [this, question](const QVector<RpaRunRecord>& runs) {
         if (question == asked)
@@ -105,60 +101,60 @@ void RunHistoryDialog::Load()
 
 void RunHistoryDialog::ShowRuns(const QVector<RpaRunRecord>& runs)
 {
-    const qint64 selected = model->GetRun(ui->viewRuns->currentIndex().row()).id;
+    const qint64 selected = model->GetRun(ui.viewRuns->currentIndex().row()).id;
     AddVersions(runs);
     model->SetRuns(runs);
     const int row = qMax(0, model->RowOf(selected));
-    ui->viewRuns->setCurrentIndex(model->index(row, 0));
+    ui.viewRuns->setCurrentIndex(model->index(row, 0));
     for (int column = 0; column < RunListModel::ColumnCount; ++column)
-        ui->viewRuns->resizeColumnToContents(column);
-    ui->labelCount->setText(QStringLiteral("共 %1 次").arg(runs.size()));
-    ui->buttonRemoveAll->setEnabled(!runs.isEmpty() || IsFiltered());
+        ui.viewRuns->resizeColumnToContents(column);
+    ui.labelCount->setText(QStringLiteral("共 %1 次").arg(runs.size()));
+    ui.buttonRemoveAll->setEnabled(!runs.isEmpty() || IsFiltered());
     ShowSelected();
 }
 
 // A version that is filtered for stays, though no run is left of it.
 void RunHistoryDialog::AddVersions(const QVector<RpaRunRecord>& runs)
 {
-    const QSignalBlocker quiet(ui->comboVersion);
+    const QSignalBlocker quiet(ui.comboVersion);
     for (const RpaRunRecord& run : runs)
-        if (!run.versionName.isEmpty() && ui->comboVersion->findText(run.versionName) < 0)
-            ui->comboVersion->addItem(run.versionName);
+        if (!run.versionName.isEmpty() && ui.comboVersion->findText(run.versionName) < 0)
+            ui.comboVersion->addItem(run.versionName);
 }
 
 void RunHistoryDialog::ShowSelected()
 {
-    const RpaRunRecord run = model->GetRun(ui->viewRuns->currentIndex().row());
-    ui->buttonRemove->setEnabled(run.id != 0 && run.result != RpaRunResult::Running);
+    const RpaRunRecord run = model->GetRun(ui.viewRuns->currentIndex().row());
+    ui.buttonRemove->setEnabled(run.id != 0 && run.result != RpaRunResult::Running);
     if (run.id == 0) {
         shown = 0;
-        ui->labelResult->setText(
-            IsFiltered() ? QStringLiteral("没有符合条件的运行记录。")
-                         : QStringLiteral("还没有运行记录。运行一次流程，结果和日志会留在这里。"));
-        ui->labelFacts->clear();
-        ui->textLog->clear();
+        ui.labelResult->setText(IsFiltered()
+                                    ? QStringLiteral("没有符合条件的运行记录。")
+                                    : QStringLiteral("还没有运行记录。运行一次流程，结果和日志会留在这里。"));
+        ui.labelFacts->clear();
+        ui.textLog->clear();
         return;
     }
     history->Read(run.id, this, [this](const RpaRunRecord& record, const QVector<RpaLogLine>& log) {
-        if (record.id != 0 && record.id == model->GetRun(ui->viewRuns->currentIndex().row()).id)
+        if (record.id != 0 && record.id == model->GetRun(ui.viewRuns->currentIndex().row()).id)
             ShowRun(record, log);
     });
 }
 
 void RunHistoryDialog::ShowRun(const RpaRunRecord& run, const QVector<RpaLogLine>& log)
 {
-    ui->labelResult->setText(RunWords::Outcome(run));
-    ui->labelFacts->setText(RunWords::Facts(run, dateLanguage));
+    ui.labelResult->setText(RunWords::Outcome(run));
+    ui.labelFacts->setText(RunWords::Facts(run, dateLanguage));
     const QString text = RunWords::Log(run, log);
-    if (shown == run.id && text == ui->textLog->toPlainText())
+    if (shown == run.id && text == ui.textLog->toPlainText())
         return; // where the reader is stays
     shown = run.id;
-    ui->textLog->setPlainText(text.isEmpty() ? QStringLiteral("这次运行没有写日志。") : text);
+    ui.textLog->setPlainText(text.isEmpty() ? QStringLiteral("这次运行没有写日志。") : text);
 }
 
 void RunHistoryDialog::Remove()
 {
-    history->Remove(model->GetRun(ui->viewRuns->currentIndex().row()).id);
+    history->Remove(model->GetRun(ui.viewRuns->currentIndex().row()).id);
 }
 
 void RunHistoryDialog::RemoveAll()

@@ -3,20 +3,15 @@
 #pragma once
 
 #include "DateLanguage.h"
+#include "ui_RunHistoryDialog.h"
 
 #include <RpaRunHistory/RpaRunHistory.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QTimer>
 
-#include <memory>
-
 class RunListModel;
 class WorkstationSettings;
-namespace Ui
-{
-class RunHistoryDialog;
-}
 
 // The kept runs of one app: a list that is filtered, and of the selected one how it ended and its log. Follows
 // the history while it is open.
@@ -28,7 +23,6 @@ public:
     // None is owned; both live longer.
     RunHistoryDialog(RpaRunHistory* history, const QString& appId, WorkstationSettings* settings,
                      QWidget* parent);
-    ~RunHistoryDialog() override;
 
 private:
     void Connect();
@@ -42,7 +36,7 @@ private:
     void Remove();
     void RemoveAll();
 
-    const std::unique_ptr<Ui::RunHistoryDialog> ui;
+    Ui::RunHistoryDialog ui;
     RpaRunHistory* const history;
     const QString appId;
     const DateLanguage dateLanguage;

@@ -3,7 +3,6 @@
 #include "ActPalette.h"
 
 #include "ActWords.h"
-#include "ui_ActPalette.h"
 
 #include <WbBaseUI/WbScaledForm.h>
 #include <WbBaseUI/WbTheme.h>
@@ -44,29 +43,26 @@ int RankOf(const ActEntry& entry, const QString& wanted)
 } // namespace
 
 ActPalette::ActPalette(const QVector<ActEntry>& acts, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), entries(acts),
-      ui(std::make_unique<Ui::ActPalette>())
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), entries(acts)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("ActPalette"));
     SetTitle(QStringLiteral("命令面板"));
-    ui->editAct->installEventFilter(this);
-    ui->listActs->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    connect(ui->editAct, &QLineEdit::textChanged, this, &ActPalette::Search);
-    connect(ui->listActs, &QTreeWidget::currentItemChanged, this, &ActPalette::ShowReason);
-    connect(ui->listActs, &QTreeWidget::itemClicked, this, &ActPalette::Choose);
+    ui.editAct->installEventFilter(this);
+    ui.listActs->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    connect(ui.editAct, &QLineEdit::textChanged, this, &ActPalette::Search);
+    connect(ui.listActs, &QTreeWidget::currentItemChanged, this, &ActPalette::ShowReason);
+    connect(ui.listActs, &QTreeWidget::itemClicked, this, &ActPalette::Choose);
     Fill();
-    ui->editAct->setFocus(); // it keeps the keyboard and moves the choice
+    ui.editAct->setFocus(); // it keeps the keyboard and moves the choice
 }
-
-ActPalette::~ActPalette() = default;
 
 void ActPalette::Fill()
 {
     const QBrush faint(WbTheme::Instance()->Color(WbColor::TextSecondary));
     for (const ActEntry& entry : entries) {
-        auto* item = new QTreeWidgetItem(ui->listActs, {entry.text, entry.key, entry.reason});
+        auto* item = new QTreeWidgetItem(ui.listActs, {entry.text, entry.key, entry.reason});
         item->setToolTip(ReasonColumn, entry.reason);
         for (int column = 0; column < ColumnCount && !entry.reason.isEmpty(); ++column)
             item->setForeground(column, faint);
@@ -78,8 +74,8 @@ void ActPalette::Search(const QString& text)
 {
     QTreeWidgetItem* best = nullptr;
     int bestRank = 0;
-    for (int row = 0; row < ui->listActs->topLevelItemCount(); ++row) {
-        QTreeWidgetItem* const item = ui->listActs->topLevelItem(row);
+    for (int row = 0; row < ui.listActs->topLevelItemCount(); ++row) {
+        QTreeWidgetItem* const item = ui.listActs->topLevelItem(row);
         const bool fits = Fits(entries.at(row), text);
         const int rank = RankOf(entries.at(row), text);
         item->setHidden(!fits);
@@ -88,30 +84,30 @@ void ActPalette::Search(const QString& text)
             bestRank = rank;
         }
     }
-    ui->listActs->setCurrentItem(best);
+    ui.listActs->setCurrentItem(best);
     ShowReason();
 }
 
 void ActPalette::ShowReason()
 {
-    QTreeWidgetItem* const item = ui->listActs->currentItem();
+    QTreeWidgetItem* const item = ui.listActs->currentItem();
     if (!item) {
-        ui->labelReason->setText(QStringLiteral("没有找到“%1”。可以换个说法，也可以输入拼音或首字母")
-                                     .arg(ui->editAct->text().trimmed()));
+        ui.labelReason->setText(QStringLiteral("没有找到“%1”。可以换个说法，也可以输入拼音或首字母")
+                                    .arg(ui.editAct->text().trimmed()));
         return;
     }
-    const ActEntry& entry = entries.at(ui->listActs->indexOfTopLevelItem(item));
-    ui->labelReason->setText(entry.reason.isEmpty()
-                                 ? QStringLiteral("回车执行“%1”").arg(entry.text)
-                                 : QStringLiteral("“%1”：%2").arg(entry.text, entry.reason));
+    const ActEntry& entry = entries.at(ui.listActs->indexOfTopLevelItem(item));
+    ui.labelReason->setText(entry.reason.isEmpty()
+                                ? QStringLiteral("回车执行“%1”").arg(entry.text)
+                                : QStringLiteral("“%1”：%2").arg(entry.text, entry.reason));
 }
 
 void ActPalette::Choose()
 {
-    QTreeWidgetItem* const item = ui->listActs->currentItem();
+    QTreeWidgetItem* const item = ui.listActs->currentItem();
     if (!item)
         return;
-    const int index = ui->listActs->indexOfTopLevelItem(item);
+    const int index = ui.listActs->indexOfTopLevelItem(item);
     if (entries.at(index).reason.isEmpty()) {
         accept();
         emit SigChosen(index);
@@ -120,21 +116,20 @@ void ActPalette::Choose()
 
 void ActPalette::MoveBy(int rows)
 {
-    QTreeWidgetItem* item = ui->listActs->currentItem();
+    QTreeWidgetItem* item = ui.listActs->currentItem();
     while (item && rows != 0) {
-        QTreeWidgetItem* const next =
-            rows > 0 ? ui->listActs->itemBelow(item) : ui->listActs->itemAbove(item);
+        QTreeWidgetItem* const next = rows > 0 ? ui.listActs->itemBelow(item) : ui.listActs->itemAbove(item);
         if (!next)
             break;
         item = next;
         rows += rows > 0 ? -1 : 1;
     }
-    ui->listActs->setCurrentItem(item);
+    ui.listActs->setCurrentItem(item);
 }
 
 bool ActPalette::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != ui->editAct || event->type() != QEvent::KeyPress)
+    if (watched != ui.editAct || event->type() != QEvent::KeyPress)
         return WbBaseDialog::eventFilter(watched, event);
     constexpr int pageRows = 8;
     switch (static_cast<QKeyEvent*>(event)->key()) {

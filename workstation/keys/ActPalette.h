@@ -3,15 +3,9 @@
 #pragma once
 
 #include "ActEntries.h"
+#include "ui_ActPalette.h"
 
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class ActPalette;
-}
 
 // Everything that can be done now and here, found by a few letters of its name or its key. What cannot be
 // done says why.
@@ -21,7 +15,6 @@ class ActPalette : public WbBaseDialog
 
 public:
     explicit ActPalette(const QVector<ActEntry>& acts, QWidget* parent = nullptr);
-    ~ActPalette() override;
 
 signals:
     // Announced once the dialog is on its way out: what the deed works with is found as it was before.
@@ -38,5 +31,5 @@ private:
     void MoveBy(int rows);
 
     const QVector<ActEntry> entries;
-    const std::unique_ptr<Ui::ActPalette> ui;
+    Ui::ActPalette ui;
 };

@@ -6,7 +6,6 @@
 #include "AppCards.h"
 #include "AppPageHead.h"
 #include "ReleasedAppModel.h"
-#include "ui_ReleasedListPage.h"
 
 #include <WbBaseUI/WbScaledForm.h>
 
@@ -14,15 +13,14 @@
 
 ReleasedListPage::ReleasedListPage(AppPageHead::Tab tab, ReleasedAppModel* apps, QWidget* parent)
     : WbBaseWidget(parent), model(apps), head(new AppPageHead(tab, this)),
-      cards(new AppCards(QStringLiteral("listReleased"), apps, this)),
-      ui(std::make_unique<Ui::ReleasedListPage>())
+      cards(new AppCards(QStringLiteral("listReleased"), apps, this))
 {
     const bool online = tab == AppPageHead::Online;
     setObjectName(online ? QStringLiteral("OnlineAppsPage") : QStringLiteral("GrayAppsPage"));
-    ui->setupUi(this);
-    ui->layoutPage->insertWidget(0, head);
-    ui->layoutPage->addWidget(cards, 1);
-    ui->rowRedeem->setVisible(!online);
+    ui.setupUi(this);
+    ui.layoutPage->insertWidget(0, head);
+    ui.layoutPage->addWidget(cards, 1);
+    ui.rowRedeem->setVisible(!online);
     WbScaledForm::Follow(this);
     cards->GetDelegate()->SetReadOnly(online ? QStringLiteral("上线于 ") : QStringLiteral("灰度于 "));
     if (online) {
@@ -42,15 +40,13 @@ ReleasedListPage::ReleasedListPage(AppPageHead::Tab tab, ReleasedAppModel* apps,
     connect(head, &AppPageHead::SigTab, this, &ReleasedListPage::SigTab);
     connect(head, &AppPageHead::SigRefresh, this, &ReleasedListPage::SigRefresh);
     connect(head, &AppPageHead::SigSearched, this, [this] { cards->Search(head->GetSearched()); });
-    connect(ui->editCode, &QLineEdit::textChanged, this, [this](const QString& text) {
-        ui->labelProblem->clear();
-        ui->buttonRedeem->setEnabled(!text.trimmed().isEmpty());
+    connect(ui.editCode, &QLineEdit::textChanged, this, [this](const QString& text) {
+        ui.labelProblem->clear();
+        ui.buttonRedeem->setEnabled(!text.trimmed().isEmpty());
     });
-    connect(ui->editCode, &QLineEdit::returnPressed, this, &ReleasedListPage::SlotRedeem);
-    connect(ui->buttonRedeem, &QPushButton::clicked, this, &ReleasedListPage::SlotRedeem);
+    connect(ui.editCode, &QLineEdit::returnPressed, this, &ReleasedListPage::SlotRedeem);
+    connect(ui.buttonRedeem, &QPushButton::clicked, this, &ReleasedListPage::SlotRedeem);
 }
-
-ReleasedListPage::~ReleasedListPage() = default;
 
 void ReleasedListPage::ShowLoading()
 {
@@ -69,15 +65,15 @@ void ReleasedListPage::ShowApps()
 
 void ReleasedListPage::ShowRedeemed(const QString& problem)
 {
-    ui->editCode->setEnabled(true);
+    ui.editCode->setEnabled(true);
     if (problem.isEmpty()) {
-        ui->editCode->clear();
+        ui.editCode->clear();
         return;
     }
-    ui->labelProblem->setText(problem);
-    ui->buttonRedeem->setEnabled(true);
-    ui->editCode->setFocus();
-    ui->editCode->selectAll();
+    ui.labelProblem->setText(problem);
+    ui.buttonRedeem->setEnabled(true);
+    ui.editCode->setFocus();
+    ui.editCode->selectAll();
 }
 
 void ReleasedListPage::SelectApp(const QString& appId)
@@ -87,11 +83,11 @@ void ReleasedListPage::SelectApp(const QString& appId)
 
 void ReleasedListPage::SlotRedeem()
 {
-    const QString code = ui->editCode->text().trimmed();
-    if (!code.isEmpty() && ui->buttonRedeem->isEnabled()) {
-        ui->labelProblem->clear();
-        ui->editCode->setEnabled(false);
-        ui->buttonRedeem->setEnabled(false);
+    const QString code = ui.editCode->text().trimmed();
+    if (!code.isEmpty() && ui.buttonRedeem->isEnabled()) {
+        ui.labelProblem->clear();
+        ui.editCode->setEnabled(false);
+        ui.buttonRedeem->setEnabled(false);
         emit SigRedeem(code);
     }
 }

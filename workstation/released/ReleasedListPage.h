@@ -3,17 +3,13 @@
 #pragma once
 
 #include "AppPageHead.h"
+#include "ui_ReleasedListPage.h"
 
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 class AppCards;
 class ReleasedAppModel;
-
-namespace Ui
-{
-class ReleasedListPage;
-}
 
 // The online or the gray apps as cards, to be run; on the gray page an invitation code is redeemed. The page
 // shows and announces; what happens is the owner's business.
@@ -24,7 +20,6 @@ class ReleasedListPage : public WbBaseWidget
 public:
     // tab: AppPageHead::Online or AppPageHead::Gray. The model is not owned.
     ReleasedListPage(AppPageHead::Tab tab, ReleasedAppModel* model, QWidget* parent = nullptr);
-    ~ReleasedListPage() override;
 
     void ShowLoading();
     void ShowFailed(const QString& reason);
@@ -48,5 +43,5 @@ private:
     ReleasedAppModel* const model;
     AppPageHead* const head;
     AppCards* const cards;
-    const std::unique_ptr<Ui::ReleasedListPage> ui;
+    Ui::ReleasedListPage ui;
 };

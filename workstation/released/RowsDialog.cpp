@@ -2,8 +2,6 @@
 
 #include "RowsDialog.h"
 
-#include "ui_RowsDialog.h"
-
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbScaledForm.h>
 
@@ -11,20 +9,18 @@
 #include <QVariant>
 
 RowsDialog::RowsDialog(const QString& title, const QString& caption, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::RowsDialog>())
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     SetTitle(title);
-    ui->labelCaption->setText(caption);
-    ui->buttonClose->setFocus();
-    connect(ui->buttonClose, &QPushButton::clicked, this, &QDialog::accept);
+    ui.labelCaption->setText(caption);
+    ui.buttonClose->setFocus();
+    connect(ui.buttonClose, &QPushButton::clicked, this, &QDialog::accept);
 }
-
-RowsDialog::~RowsDialog() = default;
 
 QVBoxLayout* RowsDialog::Rows() const
 {
-    return ui->layoutRows;
+    return ui.layoutRows;
 }
 
 WbLabel* RowsDialog::MakeLabel(const char* objectName, const QString& text, QWidget* parent)
@@ -78,29 +74,29 @@ void RowsDialog::ClearRows()
 
 void RowsDialog::AddButton(WbPushButton* button)
 {
-    ui->rowButtons->insertWidget(0, button);
-    setTabOrder(button, ui->buttonClose);
+    ui.rowButtons->insertWidget(0, button);
+    setTabOrder(button, ui.buttonClose);
 }
 
 void RowsDialog::Say(const QString& text, bool isProblem)
 {
-    ui->labelState->setObjectName(isProblem ? QStringLiteral("labelProblem") : QStringLiteral("labelState"));
-    ui->labelState->setStyleSheet(ui->labelState->styleSheet()); // the rule of the new name
-    ui->labelState->setText(text);
-    ui->labelState->setVisible(!text.isEmpty());
+    ui.labelState->setObjectName(isProblem ? QStringLiteral("labelProblem") : QStringLiteral("labelState"));
+    ui.labelState->setStyleSheet(ui.labelState->styleSheet()); // the rule of the new name
+    ui.labelState->setText(text);
+    ui.labelState->setVisible(!text.isEmpty());
 }
 
 void RowsDialog::FitRows(int most)
 {
-    const int across = GetContentWidget()->minimumWidth() - 2 * ui->layoutDialog->contentsMargins().left();
+    const int across = GetContentWidget()->minimumWidth() - 2 * ui.layoutDialog->contentsMargins().left();
     const int wanted =
         Rows()->hasHeightForWidth() ? Rows()->heightForWidth(across) : Rows()->sizeHint().height();
-    ui->scrollRows->setFixedHeight(qMin(wanted, DpiTool::ScaleDefault(most)));
-    ui->scrollRows->setVisible(wanted > 0);
+    ui.scrollRows->setFixedHeight(qMin(wanted, DpiTool::ScaleDefault(most)));
+    ui.scrollRows->setVisible(wanted > 0);
     if (!isVisible())
         return;
     const QPoint middle = geometry().center();
-    ui->layoutDialog->activate(); // or the size would be that of before
+    ui.layoutDialog->activate(); // or the size would be that of before
     adjustSize();
     move(pos() + middle - geometry().center());
 }

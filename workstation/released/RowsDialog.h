@@ -2,19 +2,14 @@
 
 #pragma once
 
-#include <WbBaseUI/WbBaseDialog.h>
+#include "ui_RowsDialog.h"
 
-#include <memory>
+#include <WbBaseUI/WbBaseDialog.h>
 
 class QFrame;
 class QVBoxLayout;
 class WbLabel;
 class WbPushButton;
-
-namespace Ui
-{
-class RowsDialog;
-}
 
 // A dialog with a caption, rows that scroll, a line that says how things stand, and a button that closes it.
 class RowsDialog : public WbBaseDialog
@@ -22,8 +17,6 @@ class RowsDialog : public WbBaseDialog
     Q_OBJECT
 
 public:
-    ~RowsDialog() override;
-
 protected:
     RowsDialog(const QString& title, const QString& caption, QWidget* parent);
 
@@ -43,5 +36,5 @@ protected:
     void FitRows(int most);
 
 private:
-    const std::unique_ptr<Ui::RowsDialog> ui;
+    Ui::RowsDialog ui;
 };

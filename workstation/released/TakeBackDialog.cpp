@@ -2,8 +2,6 @@
 
 #include "TakeBackDialog.h"
 
-#include "ui_FieldDialog.h"
-
 namespace
 {
 constexpr int leastHeight = 250;
@@ -18,6 +16,6 @@ TakeBackDialog::TakeBackDialog(const QString& title, const QString& act, const Q
     SetField("editReason", QStringLiteral("原因（必填，会记入操作记录）"), QStringLiteral("原因"),
              QStringLiteral("例如：金额计算有误，修正后再上线"));
     SetIntro("labelConsequence", consequence);
-    ui->edit->setMaxLength(longestReason);
-    ui->buttonOk->setText(act);
+    ui.edit->setMaxLength(longestReason);
+    ui.buttonOk->setText(act);
 }

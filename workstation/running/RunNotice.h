@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_RunNotice.h"
+
 #include <QFrame>
-
-#include <memory>
-
-namespace Ui
-{
-class RunNotice;
-}
 
 // Why a run failed or could not begin, in words, with what can be done about it; what only programmers read
 // is behind a button.
@@ -19,7 +14,6 @@ class RunNotice : public QFrame
 
 public:
     explicit RunNotice(QWidget* parent = nullptr);
-    ~RunNotice() override;
 
     // again: what the button says that tries once more. details: may be empty.
     void Tell(const QString& text, const QString& again, const QString& details);
@@ -29,5 +23,5 @@ signals:
     void SigReport();
 
 private:
-    const std::unique_ptr<Ui::RunNotice> ui;
+    Ui::RunNotice ui;
 };

@@ -3,7 +3,6 @@
 #include "RunPage.h"
 
 #include "RunReport.h"
-#include "ui_RunPage.h"
 
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaAppData/RpaAppRunTimeInfo.h>
@@ -36,12 +35,11 @@ QString VersionText(const VersionServiceReleasedApp& app)
 } // namespace
 
 RunPage::RunPage(QWidget* parent)
-    : WbBaseWidget(parent), ui(std::make_unique<Ui::RunPage>()),
-      client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
+    : WbBaseWidget(parent), client(std::make_unique<VersionServiceClient>()), runner(new AppRunner(this))
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     WbScaledForm::Follow(this);
-    ui->statusRun->AddSucceedWidget(ui->splitterRun);
+    ui.statusRun->AddSucceedWidget(ui.splitterRun);
     AddParts();
     Connect();
 }
@@ -53,28 +51,28 @@ RunPage::~RunPage()
 
 void RunPage::AddParts()
 {
-    tools = IAppToolWidget::CreateToolEditor(ui->pageApp);
-    params = IAppParamWidget::CreateParamWidget(ui->pageApp);
-    table = IAppTableWidget::CreateTableWidget(ui->pageApp);
+    tools = IAppToolWidget::CreateToolEditor(ui.pageApp);
+    params = IAppParamWidget::CreateParamWidget(ui.pageApp);
+    table = IAppTableWidget::CreateTableWidget(ui.pageApp);
     table->SetUserEditable(true);
-    ui->layoutApp->insertWidget(ui->layoutApp->indexOf(ui->labelNoTools), tools);
-    ui->layoutApp->insertWidget(ui->layoutApp->count() - 1, params);
-    ui->layoutApp->insertWidget(ui->layoutApp->count() - 1, table, 1); // the stretch counts without it
-    auto* log = IAppLogWidget::CreateDevelopLog(ui->splitterApp);
+    ui.layoutApp->insertWidget(ui.layoutApp->indexOf(ui.labelNoTools), tools);
+    ui.layoutApp->insertWidget(ui.layoutApp->count() - 1, params);
+    ui.layoutApp->insertWidget(ui.layoutApp->count() - 1, table, 1); // the stretch counts without it
+    auto* log = IAppLogWidget::CreateDevelopLog(ui.splitterApp);
     if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
         log->SetLogDataSource(manager->GetLogDataSource());
-    ui->splitterApp->addWidget(log);
-    for (QSplitter* splitter : {ui->splitterApp, ui->splitterRun}) {
+    ui.splitterApp->addWidget(log);
+    for (QSplitter* splitter : {ui.splitterApp, ui.splitterRun}) {
         splitter->setStretchFactor(0, 3);
         splitter->setStretchFactor(1, 1);
     }
-    ui->splitterApp->setSizes({420, 160});
+    ui.splitterApp->setSizes({420, 160});
 }
 
 void RunPage::Connect()
 {
-    connect(ui->statusRun, &RequestStatusBaseWidget::SigRefresh, this, &RunPage::Load);
-    connect(ui->tabsUI, &QTabBar::currentChanged, this, &RunPage::ShowUIPage);
+    connect(ui.statusRun, &RequestStatusBaseWidget::SigRefresh, this, &RunPage::Load);
+    connect(ui.tabsUI, &QTabBar::currentChanged, this, &RunPage::ShowUIPage);
     connect(tools, &IAppToolWidget::SigRunProcess, runner, &AppRunner::Run);
     connect(tools, &IAppToolWidget::SigStopProcess, runner, &AppRunner::Stop);
     connect(runner, &AppRunner::SigStarted, this, &RunPage::SlotStarted);
@@ -83,24 +81,24 @@ void RunPage::Connect()
             [](const QString& reason) { WbToast::Show(reason, ToastError); });
     connect(runner, &AppRunner::SigFailed, this, &RunPage::SlotFailed);
     connect(runner, &AppRunner::SigPackagesFailed, this, &RunPage::SlotPackagesFailed);
-    connect(ui->runNotice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
-    connect(ui->runNotice, &RunNotice::SigReport, this, &RunPage::Report);
-    connect(ui->buttonReport, &QPushButton::clicked, this, &RunPage::Report);
+    connect(ui.runNotice, &RunNotice::SigAgain, this, &RunPage::RunAgain);
+    connect(ui.runNotice, &RunNotice::SigReport, this, &RunPage::Report);
+    connect(ui.buttonReport, &QPushButton::clicked, this, &RunPage::Report);
 }
 
 void RunPage::Open(const VersionServiceReleasedApp& wanted)
 {
     Close();
     released = wanted;
-    ui->labelPageTitle->setText(released.app.name);
+    ui.labelPageTitle->setText(released.app.name);
     setWindowTitle(released.app.name);
-    ui->labelVersion->setText(VersionText(released));
+    ui.labelVersion->setText(VersionText(released));
     Load();
 }
 
 void RunPage::Load()
 {
-    ui->statusRun->SetStatus(RequestStatus::Loading);
+    ui.statusRun->SetStatus(RequestStatus::Loading);
     const quint64 number = ++opened;
     client->Send(GetVersionDataRequest{released.versionId}, this,
                  [this, number](const VersionServiceResult<QByteArray>& result) {
@@ -108,12 +106,12 @@ void RunPage::Load()
                          return;
                      if (!result.success) {
                          problem = result.errorDesc;
-                         ui->statusRun->SetErrorMsg(problem);
-                         ui->statusRun->SetStatus(RequestStatus::Failed);
+                         ui.statusRun->SetErrorMsg(problem);
+                         ui.statusRun->SetStatus(RequestStatus::Failed);
                      } else if (!ShowApp(released, result.value)) {
                          problem = QStringLiteral("应用的内容无法读取，请点击“发送给作者”告诉应用的创建者。");
-                         ui->statusRun->SetErrorMsg(problem);
-                         ui->statusRun->SetStatus(RequestStatus::Failed);
+                         ui.statusRun->SetErrorMsg(problem);
+                         ui.statusRun->SetStatus(RequestStatus::Failed);
                      }
                  });
 }
@@ -132,23 +130,23 @@ bool RunPage::ShowApp(const VersionServiceReleasedApp& shown, const QByteArray& 
                                                                              : QStringLiteral("online"));
     app = read;
     runner->Leave(); // it may still hold the browser of the app before
-    ui->aside->ShowApp(*app);
-    runner->SetApp(app, params, table, ui->aside->GetBrowserEngine());
-    ui->splitterRun->setSizes(ui->aside->GetBrowserEngine() ? QList<int>{560, 640} : QList<int>{840, 360});
+    ui.aside->ShowApp(*app);
+    runner->SetApp(app, params, table, ui.aside->GetBrowserEngine());
+    ui.splitterRun->setSizes(ui.aside->GetBrowserEngine() ? QList<int>{560, 640} : QList<int>{840, 360});
     QStringList names;
     app->GetUIDataManager()->GetAllUIName(names);
     {
-        const QSignalBlocker quiet(ui->tabsUI);
-        while (ui->tabsUI->count() > 0)
-            ui->tabsUI->removeTab(0);
+        const QSignalBlocker quiet(ui.tabsUI);
+        while (ui.tabsUI->count() > 0)
+            ui.tabsUI->removeTab(0);
         for (const QString& name : names)
-            ui->tabsUI->addTab(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+            ui.tabsUI->addTab(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
     }
-    ui->tabsUI->setVisible(names.size() > 1);
+    ui.tabsUI->setVisible(names.size() > 1);
     ShowUIPage(0);
     if (auto* manager = RpaEngineModule::Instance()->GetLogManager())
         manager->GetLogDataSource()->Initialize(); // what the app before wrote is not this one's
-    ui->statusRun->SetStatus(RequestStatus::Succeeded);
+    ui.statusRun->SetStatus(RequestStatus::Succeeded);
     return true;
 }
 
@@ -158,7 +156,7 @@ void RunPage::ShowUIPage(int index)
     if (page)
         app->GetUIDataManager()->SetIndexActive(index);
     tools->SetToolData(page ? page->GetToolData() : nullptr);
-    ui->labelNoTools->setVisible(page && page->GetToolData()->GetCount() == 0);
+    ui.labelNoTools->setVisible(page && page->GetToolData()->GetCount() == 0);
     params->SetParamData(page ? page->GetParamData() : nullptr);
     table->SetTableData(page ? page->GetTableData() : nullptr);
     table->setVisible(page && !page->GetTableData()->GetColumns().isEmpty());
@@ -170,29 +168,29 @@ void RunPage::Close()
     runner->Leave();
     app.reset();
     ShowUIPage(-1);
-    ui->aside->Clear();
-    ui->labelRun->clear();
-    ui->runNotice->hide();
+    ui.aside->Clear();
+    ui.labelRun->clear();
+    ui.runNotice->hide();
     problem.clear();
     details.clear();
-    ui->tabsUI->setEnabled(true);
+    ui.tabsUI->setEnabled(true);
 }
 
 // A running process works with the page it was started from.
 void RunPage::SlotStarted()
 {
-    ui->labelRun->setText(QStringLiteral("正在运行…"));
-    ui->runNotice->hide();
+    ui.labelRun->setText(QStringLiteral("正在运行…"));
+    ui.runNotice->hide();
     problem.clear();
     details.clear();
-    ui->tabsUI->setEnabled(false);
-    ui->aside->ShowBrowser();
+    ui.tabsUI->setEnabled(false);
+    ui.aside->ShowBrowser();
 }
 
 void RunPage::SlotEnded()
 {
-    ui->labelRun->setText(QStringLiteral("运行结束"));
-    ui->tabsUI->setEnabled(true);
+    ui.labelRun->setText(QStringLiteral("运行结束"));
+    ui.tabsUI->setEnabled(true);
     // To its user the app is what it holds now; only authors have something of before.
     app->GetUIDataManager()->KeepResults();
 }
@@ -202,7 +200,7 @@ void RunPage::SlotFailed(const QString& processName, const QString& error, const
     failedProcess = processName;
     problem = QStringLiteral("运行失败：%1").arg(error);
     details = trace;
-    ui->runNotice->Tell(problem, QStringLiteral("再次运行"), details);
+    ui.runNotice->Tell(problem, QStringLiteral("再次运行"), details);
 }
 
 void RunPage::SlotPackagesFailed(const QString& processName, const QString& reason)
@@ -215,12 +213,12 @@ void RunPage::SlotPackagesFailed(const QString& processName, const QString& reas
         if (state.status != PackageState::Installed)
             packages << QStringLiteral("%1 %2：%3").arg(state.name, state.version, state.problem);
     details = packages.join(QLatin1Char('\n'));
-    ui->runNotice->Tell(problem, QStringLiteral("重新安装并运行"), details);
+    ui.runNotice->Tell(problem, QStringLiteral("重新安装并运行"), details);
 }
 
 void RunPage::RunAgain()
 {
-    ui->runNotice->hide();
+    ui.runNotice->hide();
     runner->Run(failedProcess);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "AppRunner.h"
+#include "ui_RunPage.h"
 
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 #include <WbBaseUI/WbBaseWidget.h>
@@ -13,10 +14,6 @@ class IAppParamWidget;
 class IAppTableWidget;
 class IAppToolWidget;
 class RpaUIData;
-namespace Ui
-{
-class RunPage;
-}
 class VersionServiceClient;
 
 // A released app as its users meet it: its UI pages, whose tools run its processes, the log of the run and
@@ -52,7 +49,7 @@ private:
     void Report();
     void SlotEnded();
 
-    const std::unique_ptr<Ui::RunPage> ui;
+    Ui::RunPage ui;
     const std::unique_ptr<VersionServiceClient> client;
     VersionServiceReleasedApp released;
     RpaAppDataPtr app;

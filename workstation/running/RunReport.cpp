@@ -2,8 +2,6 @@
 
 #include "RunReport.h"
 
-#include "ui_RunReportDialog.h"
-
 #include <RpaEngineCore/RpaLogLevelTitle.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <WbBaseUI/WbScaledForm.h>
@@ -57,23 +55,21 @@ QString RunReportDialog::Write(const QString& app, const QString& problem, const
 }
 
 RunReportDialog::RunReportDialog(const QString& report, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::RunReportDialog>())
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("RunReportDialog"));
     SetTitle(QStringLiteral("发送给作者"));
-    ui->textReport->setFont(WbTheme::CodeFont());
-    ui->textReport->setPlainText(report);
-    connect(ui->buttonCopyReport, &QPushButton::clicked, this, &RunReportDialog::Copy);
-    connect(ui->buttonSaveReport, &QPushButton::clicked, this, &RunReportDialog::Save);
+    ui.textReport->setFont(WbTheme::CodeFont());
+    ui.textReport->setPlainText(report);
+    connect(ui.buttonCopyReport, &QPushButton::clicked, this, &RunReportDialog::Copy);
+    connect(ui.buttonSaveReport, &QPushButton::clicked, this, &RunReportDialog::Save);
 }
-
-RunReportDialog::~RunReportDialog() = default;
 
 void RunReportDialog::Copy()
 {
-    QGuiApplication::clipboard()->setText(ui->textReport->toPlainText());
+    QGuiApplication::clipboard()->setText(ui.textReport->toPlainText());
     WbToast::Show(QStringLiteral("已复制，可以粘贴到邮件或聊天中发给作者"), ToastSuccess);
     accept();
 }
@@ -87,7 +83,7 @@ void RunReportDialog::Save()
     if (path.isEmpty() || !self)
         return;
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(ui->textReport->toPlainText().toUtf8()) < 0 ||
+    if (!file.open(QIODevice::WriteOnly) || file.write(ui.textReport->toPlainText().toUtf8()) < 0 ||
         !file.commit()) {
         WbToast::Show(QStringLiteral("无法写入文件：%1").arg(file.errorString()), ToastError);
         return;

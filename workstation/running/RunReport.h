@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_RunReportDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class RunReportDialog;
-}
 
 // What the author of an app has to know about a run that went wrong: versions, what happened, the log. The
 // user sees all of it, may take out what is private, and copies or saves it to send it on whichever way they
@@ -20,7 +15,6 @@ class RunReportDialog : public WbBaseDialog
 
 public:
     RunReportDialog(const QString& report, QWidget* parent);
-    ~RunReportDialog() override;
 
     // The report: app: name and version; problem and details: may be empty. The log is that of the engine.
     static QString Write(const QString& app, const QString& problem, const QString& details);
@@ -29,5 +23,5 @@ private:
     void Copy();
     void Save();
 
-    const std::unique_ptr<Ui::RunReportDialog> ui;
+    Ui::RunReportDialog ui;
 };

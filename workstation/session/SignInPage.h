@@ -2,17 +2,13 @@
 
 #pragma once
 
+#include "ui_SignInPage.h"
+
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <QStringList>
 
-#include <memory>
-
 class QButtonGroup;
-namespace Ui
-{
-class SignInPage;
-}
 
 // Where the workstation starts: pick an account of the embedded server, or sign in to a configured one.
 class SignInPage : public WbBaseWidget
@@ -21,7 +17,6 @@ class SignInPage : public WbBaseWidget
 
 public:
     explicit SignInPage(QWidget* parent = nullptr);
-    ~SignInPage() override;
 
     // Asks for one of the embedded server's accounts.
     void AskEmbedded(const QStringList& names, int current);
@@ -52,7 +47,7 @@ private:
     void UpdateButton();
     bool AsksEmbedded() const;
 
-    const std::unique_ptr<Ui::SignInPage> ui;
+    Ui::SignInPage ui;
     QButtonGroup* const accounts;
     bool ready = false;
 };

@@ -4,7 +4,6 @@
 
 #include "UsageSection.h"
 #include "WorkstationSettings.h"
-#include "ui_SettingsPage.h"
 
 #include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbScaledForm.h>
@@ -18,18 +17,17 @@ constexpr auto chosen = QOverload<int>::of(&QComboBox::activated);
 }
 
 SettingsPage::SettingsPage(WorkstationSettings* store, QWidget* parent)
-    : WbBaseWidget(parent), settings(store), ui(std::make_unique<Ui::SettingsPage>()),
-      usage(new UsageSection(store, this))
+    : WbBaseWidget(parent), settings(store), usage(new UsageSection(store, this))
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     for (int percent : WorkstationSettings::AllScales())
-        ui->comboScale->addItem(QStringLiteral("%1 %").arg(percent), percent);
+        ui.comboScale->addItem(QStringLiteral("%1 %").arg(percent), percent);
     for (DateLanguage language : AllDateLanguages())
-        ui->comboDates->addItem(DateLanguageName(language), int(language));
-    ui->layoutColumn->insertWidget(ui->layoutColumn->indexOf(ui->sectionLook) + 1, usage);
+        ui.comboDates->addItem(DateLanguageName(language), int(language));
+    ui.layoutColumn->insertWidget(ui.layoutColumn->indexOf(ui.sectionLook) + 1, usage);
     WbScaledForm::Follow(this);
-    ui->checkSuperAdmin->setChecked(settings->GetSuperAdmin());
-    ui->checkTips->setChecked(settings->GetTips());
+    ui.checkSuperAdmin->setChecked(settings->GetSuperAdmin());
+    ui.checkTips->setChecked(settings->GetTips());
     ShowServer();
     ShowLook();
     ShowAccounts({}, -1);
@@ -37,41 +35,39 @@ SettingsPage::SettingsPage(WorkstationSettings* store, QWidget* parent)
     Connect();
 }
 
-SettingsPage::~SettingsPage() = default;
-
 void SettingsPage::Connect()
 {
     ConnectServer();
     ConnectLook();
-    connect(ui->comboAccount, chosen, this, &SettingsPage::SigSwitchAccount);
-    connect(ui->checkSuperAdmin, &QCheckBox::toggled, settings, &WorkstationSettings::SetSuperAdmin);
-    connect(ui->buttonSignOut, &QPushButton::clicked, this, &SettingsPage::SigSignOut);
-    connect(ui->checkTips, &QCheckBox::toggled, settings, &WorkstationSettings::SetTips);
-    connect(settings, &WorkstationSettings::SigTipsChanged, ui->checkTips, &QCheckBox::setChecked);
-    connect(ui->buttonGuide, &QPushButton::clicked, this, &SettingsPage::SigGuide);
-    connect(ui->buttonAbout, &QPushButton::clicked, this, &SettingsPage::SigAbout);
+    connect(ui.comboAccount, chosen, this, &SettingsPage::SigSwitchAccount);
+    connect(ui.checkSuperAdmin, &QCheckBox::toggled, settings, &WorkstationSettings::SetSuperAdmin);
+    connect(ui.buttonSignOut, &QPushButton::clicked, this, &SettingsPage::SigSignOut);
+    connect(ui.checkTips, &QCheckBox::toggled, settings, &WorkstationSettings::SetTips);
+    connect(settings, &WorkstationSettings::SigTipsChanged, ui.checkTips, &QCheckBox::setChecked);
+    connect(ui.buttonGuide, &QPushButton::clicked, this, &SettingsPage::SigGuide);
+    connect(ui.buttonAbout, &QPushButton::clicked, this, &SettingsPage::SigAbout);
 }
 
 void SettingsPage::ConnectServer()
 {
-    connect(ui->radioEmbedded, &QRadioButton::toggled, this, &SettingsPage::UpdateServerForm);
-    connect(ui->editAddress, &QLineEdit::textChanged, this, &SettingsPage::UpdateServerForm);
-    connect(ui->editAddress, &QLineEdit::returnPressed, this, &SettingsPage::SlotConfirmServer);
-    connect(ui->buttonUseServer, &QPushButton::clicked, this, &SettingsPage::SlotConfirmServer);
-    connect(ui->buttonCaFile, &QPushButton::clicked, this, &SettingsPage::SlotChooseCaFile);
-    connect(ui->buttonNoCaFile, &QPushButton::clicked, this, [this] { settings->SetCaFile(QString()); });
+    connect(ui.radioEmbedded, &QRadioButton::toggled, this, &SettingsPage::UpdateServerForm);
+    connect(ui.editAddress, &QLineEdit::textChanged, this, &SettingsPage::UpdateServerForm);
+    connect(ui.editAddress, &QLineEdit::returnPressed, this, &SettingsPage::SlotConfirmServer);
+    connect(ui.buttonUseServer, &QPushButton::clicked, this, &SettingsPage::SlotConfirmServer);
+    connect(ui.buttonCaFile, &QPushButton::clicked, this, &SettingsPage::SlotChooseCaFile);
+    connect(ui.buttonNoCaFile, &QPushButton::clicked, this, [this] { settings->SetCaFile(QString()); });
     connect(settings, &WorkstationSettings::SigServerChanged, this, &SettingsPage::ShowServer);
     connect(settings, &WorkstationSettings::SigCaFileChanged, this, &SettingsPage::ShowCaFile);
 }
 
 void SettingsPage::ConnectLook()
 {
-    connect(ui->comboTheme, chosen, this,
-            [this] { settings->SetTheme(ThemeChoice(ui->comboTheme->currentIndex())); });
-    connect(ui->comboScale, chosen, this,
-            [this] { settings->SetScale(ui->comboScale->currentData().toInt()); });
-    connect(ui->comboDates, chosen, this,
-            [this] { settings->SetDateLanguage(DateLanguage(ui->comboDates->currentData().toInt())); });
+    connect(ui.comboTheme, chosen, this,
+            [this] { settings->SetTheme(ThemeChoice(ui.comboTheme->currentIndex())); });
+    connect(ui.comboScale, chosen, this,
+            [this] { settings->SetScale(ui.comboScale->currentData().toInt()); });
+    connect(ui.comboDates, chosen, this,
+            [this] { settings->SetDateLanguage(DateLanguage(ui.comboDates->currentData().toInt())); });
     connect(settings, &WorkstationSettings::SigThemeChanged, this, &SettingsPage::ShowLook);
     connect(settings, &WorkstationSettings::SigScaleChanged, this, &SettingsPage::ShowLook);
     connect(settings, &WorkstationSettings::SigDateLanguageChanged, this, &SettingsPage::ShowLook);
@@ -80,35 +76,35 @@ void SettingsPage::ConnectLook()
 void SettingsPage::ShowServer()
 {
     const bool embedded = settings->GetEmbeddedServer();
-    ui->radioEmbedded->setChecked(embedded);
-    ui->radioRemote->setChecked(!embedded);
-    ui->editAddress->setText(settings->GetServerAddress().toString());
+    ui.radioEmbedded->setChecked(embedded);
+    ui.radioRemote->setChecked(!embedded);
+    ui.editAddress->setText(settings->GetServerAddress().toString());
     ShowCaFile();
     UpdateServerForm();
 }
 
 void SettingsPage::UpdateServerForm()
 {
-    const bool remote = ui->radioRemote->isChecked();
-    const QString address = ui->editAddress->text().trimmed();
-    ui->editAddress->setEnabled(remote);
-    ui->editCaFile->setEnabled(remote);
-    ui->buttonCaFile->setEnabled(remote);
-    ui->buttonNoCaFile->setEnabled(remote && !settings->GetCaFile().isEmpty());
+    const bool remote = ui.radioRemote->isChecked();
+    const QString address = ui.editAddress->text().trimmed();
+    ui.editAddress->setEnabled(remote);
+    ui.editCaFile->setEnabled(remote);
+    ui.buttonCaFile->setEnabled(remote);
+    ui.buttonNoCaFile->setEnabled(remote && !settings->GetCaFile().isEmpty());
     const QString problem =
         remote && !address.isEmpty() ? WorkstationSettings::AddressProblem(address) : QString();
-    ui->labelAddressProblem->setText(problem);
-    ui->labelAddressProblem->setVisible(!problem.isEmpty());
+    ui.labelAddressProblem->setText(problem);
+    ui.labelAddressProblem->setVisible(!problem.isEmpty());
     const bool changed =
         remote == settings->GetEmbeddedServer() || (remote && QUrl(address) != settings->GetServerAddress());
     const bool usable = !remote || WorkstationSettings::AddressProblem(address).isEmpty();
-    ui->buttonUseServer->setEnabled(changed && usable);
+    ui.buttonUseServer->setEnabled(changed && usable);
 }
 
 void SettingsPage::SlotConfirmServer()
 {
-    if (ui->buttonUseServer->isEnabled())
-        emit SigUseServer(ui->radioEmbedded->isChecked(), QUrl(ui->editAddress->text().trimmed()));
+    if (ui.buttonUseServer->isEnabled())
+        emit SigUseServer(ui.radioEmbedded->isChecked(), QUrl(ui.editAddress->text().trimmed()));
 }
 
 void SettingsPage::SlotChooseCaFile()
@@ -127,39 +123,39 @@ void SettingsPage::SlotChooseCaFile()
 void SettingsPage::ShowCaFile()
 {
     const QString path = settings->GetCaFile();
-    ui->editCaFile->setText(QDir::toNativeSeparators(path));
-    ui->editCaFile->setToolTip(UIUtils::PlainToolTip(ui->editCaFile->text()));
+    ui.editCaFile->setText(QDir::toNativeSeparators(path));
+    ui.editCaFile->setToolTip(UIUtils::PlainToolTip(ui.editCaFile->text()));
     TellCaProblem(path.isEmpty() ? QString() : WorkstationSettings::CaFileProblem(path));
     UpdateServerForm();
 }
 
 void SettingsPage::TellCaProblem(const QString& problem)
 {
-    ui->labelCaProblem->setText(problem);
-    ui->labelCaProblem->setVisible(!problem.isEmpty());
+    ui.labelCaProblem->setText(problem);
+    ui.labelCaProblem->setVisible(!problem.isEmpty());
 }
 
 void SettingsPage::ShowLook()
 {
-    ui->comboTheme->setCurrentIndex(int(settings->GetTheme()));
-    ui->comboScale->setCurrentIndex(ui->comboScale->findData(settings->GetScale()));
-    ui->comboDates->setCurrentIndex(ui->comboDates->findData(int(settings->GetDateLanguage())));
-    ui->labelDateSample->setText(
+    ui.comboTheme->setCurrentIndex(int(settings->GetTheme()));
+    ui.comboScale->setCurrentIndex(ui.comboScale->findData(settings->GetScale()));
+    ui.comboDates->setCurrentIndex(ui.comboDates->findData(int(settings->GetDateLanguage())));
+    ui.labelDateSample->setText(
         QStringLiteral("例如：%1").arg(DateText(QDateTime::currentDateTime(), settings->GetDateLanguage())));
 }
 
 void SettingsPage::ShowAccounts(const QStringList& names, int current)
 {
-    ui->accountChoice->setVisible(!names.isEmpty());
-    ui->sectionAccount->setVisible(!ui->accountChoice->isHidden() || !ui->signedIn->isHidden());
-    ui->comboAccount->clear();
-    ui->comboAccount->addItems(names);
-    ui->comboAccount->setCurrentIndex(current);
+    ui.accountChoice->setVisible(!names.isEmpty());
+    ui.sectionAccount->setVisible(!ui.accountChoice->isHidden() || !ui.signedIn->isHidden());
+    ui.comboAccount->clear();
+    ui.comboAccount->addItems(names);
+    ui.comboAccount->setCurrentIndex(current);
 }
 
 void SettingsPage::ShowSignedIn(const QString& name)
 {
-    ui->signedIn->setVisible(!name.isEmpty());
-    ui->sectionAccount->setVisible(!ui->accountChoice->isHidden() || !ui->signedIn->isHidden());
-    ui->labelSignedIn->setText(name);
+    ui.signedIn->setVisible(!name.isEmpty());
+    ui.sectionAccount->setVisible(!ui.accountChoice->isHidden() || !ui.signedIn->isHidden());
+    ui.labelSignedIn->setText(name);
 }

@@ -2,18 +2,14 @@
 
 #pragma once
 
+#include "ui_SettingsPage.h"
+
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <QStringList>
 
-#include <memory>
-
 class UsageSection;
 class WorkstationSettings;
-namespace Ui
-{
-class SettingsPage;
-}
 
 // Where the user chooses server, look, size, dates and, with the embedded server, the account; from another server
 // the user signs out here. A choice takes effect at once; only a server is confirmed first, because it ends
@@ -24,7 +20,6 @@ class SettingsPage : public WbBaseWidget
 
 public:
     explicit SettingsPage(WorkstationSettings* settings, QWidget* parent = nullptr);
-    ~SettingsPage() override;
 
     // The embedded server's accounts and the one in use (-1: not signed in); no names hide the choice.
     void ShowAccounts(const QStringList& names, int current);
@@ -55,6 +50,6 @@ private:
     void ShowLook();
 
     WorkstationSettings* const settings;
-    const std::unique_ptr<Ui::SettingsPage> ui;
+    Ui::SettingsPage ui;
     UsageSection* const usage;
 };

@@ -3,29 +3,25 @@
 #include "UsageSection.h"
 
 #include "WorkstationSettings.h"
-#include "ui_UsageSection.h"
 
 #include <WbBaseUI/WbScaledForm.h>
 
-UsageSection::UsageSection(WorkstationSettings* settings, QWidget* parent)
-    : WbBaseWidget(parent), ui(std::make_unique<Ui::UsageSection>())
+UsageSection::UsageSection(WorkstationSettings* settings, QWidget* parent) : WbBaseWidget(parent)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     setObjectName(QStringLiteral("sectionUsage"));
     setProperty("card", true);
     WbScaledForm::Follow(this);
-    ui->checkUsageReports->setChecked(settings->GetUsageReports());
+    ui.checkUsageReports->setChecked(settings->GetUsageReports());
     ShowAdministrator(false);
 
-    connect(ui->checkUsageReports, &QCheckBox::toggled, settings, &WorkstationSettings::SetUsageReports);
-    connect(settings, &WorkstationSettings::SigUsageReportsChanged, ui->checkUsageReports,
+    connect(ui.checkUsageReports, &QCheckBox::toggled, settings, &WorkstationSettings::SetUsageReports);
+    connect(settings, &WorkstationSettings::SigUsageReportsChanged, ui.checkUsageReports,
             &QCheckBox::setChecked);
-    connect(ui->buttonUsageCounts, &QPushButton::clicked, this, &UsageSection::SigShowCounts);
+    connect(ui.buttonUsageCounts, &QPushButton::clicked, this, &UsageSection::SigShowCounts);
 }
-
-UsageSection::~UsageSection() = default;
 
 void UsageSection::ShowAdministrator(bool isAdministrator)
 {
-    ui->buttonUsageCounts->setVisible(isAdministrator);
+    ui.buttonUsageCounts->setVisible(isAdministrator);
 }

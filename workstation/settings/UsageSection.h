@@ -2,16 +2,11 @@
 
 #pragma once
 
+#include "ui_UsageSection.h"
+
 #include <WbBaseUI/WbBaseWidget.h>
 
-#include <memory>
-
 class WorkstationSettings;
-
-namespace Ui
-{
-class UsageSection;
-}
 
 // The part of the settings that is about usage events: whether they are sent, and, for administrators, the way
 // to their counts.
@@ -21,7 +16,6 @@ class UsageSection : public WbBaseWidget
 
 public:
     explicit UsageSection(WorkstationSettings* settings, QWidget* parent = nullptr);
-    ~UsageSection() override;
 
     // Whether the counts are offered.
     void ShowAdministrator(bool isAdministrator);
@@ -30,5 +24,5 @@ signals:
     void SigShowCounts();
 
 private:
-    const std::unique_ptr<Ui::UsageSection> ui;
+    Ui::UsageSection ui;
 };

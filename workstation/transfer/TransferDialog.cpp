@@ -2,26 +2,22 @@
 
 #include "TransferDialog.h"
 
-#include "ui_TransferDialog.h"
-
 #include <WbBaseUI/WbScaledForm.h>
 
 TransferDialog::TransferDialog(const QString& text, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), ui(std::make_unique<Ui::TransferDialog>())
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("TransferDialog"));
     SetTitle(QStringLiteral("请稍候"));
-    ui->labelCaption->setText(text);
-    connect(ui->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
+    ui.labelCaption->setText(text);
+    connect(ui.buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
-
-TransferDialog::~TransferDialog() = default;
 
 void TransferDialog::ShowProgress(int done, int total)
 {
-    ui->progressTransfer->setRange(0, total);
-    ui->progressTransfer->setValue(done);
-    ui->labelCount->setText(QStringLiteral("%1 / %2 个版本").arg(done).arg(total));
+    ui.progressTransfer->setRange(0, total);
+    ui.progressTransfer->setValue(done);
+    ui.labelCount->setText(QStringLiteral("%1 / %2 个版本").arg(done).arg(total));
 }

@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_TransferDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class TransferDialog;
-}
 
 // How far an export or import is; rejecting it cancels.
 class TransferDialog : public WbBaseDialog
@@ -18,10 +13,9 @@ class TransferDialog : public WbBaseDialog
 
 public:
     TransferDialog(const QString& text, QWidget* parent);
-    ~TransferDialog() override;
 
     void ShowProgress(int done, int total);
 
 private:
-    const std::unique_ptr<Ui::TransferDialog> ui;
+    Ui::TransferDialog ui;
 };

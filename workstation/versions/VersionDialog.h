@@ -3,19 +3,14 @@
 #pragma once
 
 #include "DateLanguage.h"
+#include "ui_VersionDialog.h"
 
 #include <RpaServiceClient/versions/ListSavesRequest.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
-#include <memory>
-
 class VersionController;
 class VersionDetails;
 struct VersionFacts;
-namespace Ui
-{
-class VersionDialog;
-}
 
 // All versions of the app, what is known of each, and the note that whoever saved last may give to the save.
 class VersionDialog : public WbBaseDialog
@@ -26,7 +21,6 @@ public:
     // pin: who is signed in. shownName: of the version that is selected first.
     VersionDialog(VersionController* versionController, const QString& pin, const QString& shownName,
                   DateLanguage language, QWidget* parent);
-    ~VersionDialog() override;
 
 private:
     void Connect();
@@ -37,7 +31,7 @@ private:
     void SlotNoted();
     void SlotNotNoted(const QString& problem);
 
-    const std::unique_ptr<Ui::VersionDialog> ui;
+    Ui::VersionDialog ui;
     VersionController* const desk;
     const QString account;
     const DateLanguage dateLanguage;

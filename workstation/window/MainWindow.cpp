@@ -4,7 +4,6 @@
 
 #include "ClickGuard.h"
 #include "WindowFit.h"
-#include "ui_MainWindow.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/UIUtils.h>
@@ -24,18 +23,18 @@ QString ProgramName()
 }
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent), ui(std::make_unique<Ui::MainWindow>())
+MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     WbScaledForm::Follow(this);
     setWindowIcon(QIcon(QStringLiteral(":/program/rpa-workstation.ico")));
     resize(usual);
-    ui->labelTitle->setText(ProgramName());
-    ui->buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
-    ui->buttonVersions->setIcon(WbIcons::Get(QStringLiteral("version")));
-    ui->buttonRuns->setIcon(WbIcons::Get(QStringLiteral("log")));
-    ui->buttonPackages->setIcon(WbIcons::Get(QStringLiteral("package")));
-    ui->buttonSettings->setIcon(WbIcons::Get(QStringLiteral("settings")));
+    ui.labelTitle->setText(ProgramName());
+    ui.buttonBack->setIcon(WbIcons::Get(QStringLiteral("back")));
+    ui.buttonVersions->setIcon(WbIcons::Get(QStringLiteral("version")));
+    ui.buttonRuns->setIcon(WbIcons::Get(QStringLiteral("log")));
+    ui.buttonPackages->setIcon(WbIcons::Get(QStringLiteral("package")));
+    ui.buttonSettings->setIcon(WbIcons::Get(QStringLiteral("settings")));
     UpdateHead();
     UpdateTitle();
     new ClickGuard(this); // the window owns them
@@ -43,30 +42,28 @@ MainWindow::MainWindow(QWidget* parent) : WbBaseWidget(parent), ui(std::make_uni
     Connect();
 }
 
-MainWindow::~MainWindow() = default;
-
 void MainWindow::Connect()
 {
-    connect(ui->buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
-    connect(ui->buttonVersions, &QPushButton::clicked, this, &MainWindow::SigVersions);
-    connect(ui->buttonRuns, &QPushButton::clicked, this, &MainWindow::SigRuns);
-    connect(ui->buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
-    connect(ui->buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
-    connect(ui->stackPages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
-    connect(ui->stackPages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateTitle);
-    connect(ui->stackPages, &QStackedWidget::currentChanged, this,
+    connect(ui.buttonBack, &QPushButton::clicked, this, [this] { emit SigBack(CurrentPage()); });
+    connect(ui.buttonVersions, &QPushButton::clicked, this, &MainWindow::SigVersions);
+    connect(ui.buttonRuns, &QPushButton::clicked, this, &MainWindow::SigRuns);
+    connect(ui.buttonPackages, &QPushButton::clicked, this, &MainWindow::SigPackages);
+    connect(ui.buttonSettings, &QPushButton::clicked, this, &MainWindow::SigSettings);
+    connect(ui.stackPages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateHead);
+    connect(ui.stackPages, &QStackedWidget::currentChanged, this, &MainWindow::UpdateTitle);
+    connect(ui.stackPages, &QStackedWidget::currentChanged, this,
             [this] { emit SigPageShown(CurrentPage()); });
 }
 
 ServerStatusIndicator* MainWindow::GetServerStatusIndicator() const
 {
-    return ui->serverMark;
+    return ui.serverMark;
 }
 
 void MainWindow::AddPage(QWidget* page, const QString& backText)
 {
     page->setProperty(backTextProperty, backText);
-    ui->stackPages->addWidget(page);
+    ui.stackPages->addWidget(page);
     connect(page, &QWidget::windowTitleChanged, this, &MainWindow::UpdateTitle);
     UpdateHead();
 }
@@ -78,36 +75,36 @@ void MainWindow::AddFoot(QWidget* foot)
 
 void MainWindow::ShowPage(QWidget* page)
 {
-    ui->stackPages->setCurrentWidget(page);
+    ui.stackPages->setCurrentWidget(page);
 }
 
 QWidget* MainWindow::CurrentPage() const
 {
-    return ui->stackPages->currentWidget();
+    return ui.stackPages->currentWidget();
 }
 
 void MainWindow::ShowAccount(const QString& name)
 {
     signedIn = !name.isEmpty();
     const int widest = DpiTool::ScaleDefault(240);
-    const QString shown = ui->labelAccount->fontMetrics().elidedText(name, Qt::ElideRight, widest);
-    ui->labelAccount->setText(shown);
-    ui->labelAccount->setToolTip(shown == name ? QString() : UIUtils::PlainToolTip(name));
+    const QString shown = ui.labelAccount->fontMetrics().elidedText(name, Qt::ElideRight, widest);
+    ui.labelAccount->setText(shown);
+    ui.labelAccount->setToolTip(shown == name ? QString() : UIUtils::PlainToolTip(name));
     UpdateHead();
 }
 
 void MainWindow::UpdateHead()
 {
     const QString back = CurrentPage() ? CurrentPage()->property(backTextProperty).toString() : QString();
-    ui->buttonBack->setText(back);
-    ui->buttonBack->setVisible(!back.isEmpty());
-    ui->labelTitle->setVisible(back.isEmpty());
-    ui->labelAccount->setVisible(signedIn);
+    ui.buttonBack->setText(back);
+    ui.buttonBack->setVisible(!back.isEmpty());
+    ui.labelTitle->setVisible(back.isEmpty());
+    ui.labelAccount->setVisible(signedIn);
     const bool isEditing = editingPage && CurrentPage() == editingPage;
-    ui->buttonVersions->setVisible(isEditing);
-    ui->buttonRuns->setVisible(isEditing);
-    ui->buttonPackages->setVisible(isEditing);
-    ui->buttonSettings->setVisible(signedIn);
+    ui.buttonVersions->setVisible(isEditing);
+    ui.buttonRuns->setVisible(isEditing);
+    ui.buttonPackages->setVisible(isEditing);
+    ui.buttonSettings->setVisible(signedIn);
 }
 
 void MainWindow::UpdateTitle()

@@ -2,15 +2,11 @@
 
 #pragma once
 
+#include "ui_MainWindow.h"
+
 #include <WbBaseUI/WbBaseWidget.h>
 
-#include <memory>
-
 class ServerStatusIndicator;
-namespace Ui
-{
-class MainWindow;
-}
 
 // The workstation's window: a head with the way back, the account and the server's state, and one page below
 // it.
@@ -20,7 +16,6 @@ class MainWindow : public WbBaseWidget
 
 public:
     explicit MainWindow(QWidget* parent = nullptr);
-    ~MainWindow() override;
 
     // Adds a page; the first one is shown. backText: text of the button that leads away from it, empty for a
     // page that nothing leads away from. The window's title names what the page shows by its windowTitle().
@@ -62,7 +57,7 @@ private:
     void UpdateHead();
     void UpdateTitle();
 
-    const std::unique_ptr<Ui::MainWindow> ui;
+    Ui::MainWindow ui;
     QWidget* editingPage = nullptr;
     bool signedIn = false;
     bool mayClose = false;

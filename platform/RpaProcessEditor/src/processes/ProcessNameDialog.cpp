@@ -1,33 +1,30 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "ProcessNameDialog_p.h"
-#include "ui_ProcessNameDialog.h"
 
 #include <OxBase/DpiTool.h>
 
 ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, const QStringList& taken,
                                      QWidget* parent)
-    : WbBaseDialog(parent), takenNames(taken), ui(std::make_unique<Ui::ProcessNameDialog>())
+    : WbBaseDialog(parent), takenNames(taken)
 {
     setObjectName(QStringLiteral("ProcessNameDialog"));
     SetTitle(title);
-    ui->setupUi(GetContentWidget());
-    ui->lineEditProcessName->setMaxLength(maximumLength);
-    ui->lineEditProcessName->setText(name);
-    ui->lineEditProcessName->selectAll();
+    ui.setupUi(GetContentWidget());
+    ui.lineEditProcessName->setMaxLength(maximumLength);
+    ui.lineEditProcessName->setText(name);
+    ui.lineEditProcessName->selectAll();
     GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(360), DpiTool::ScaleDefault(140));
-    connect(ui->lineEditProcessName, &QLineEdit::textChanged, this, &ProcessNameDialog::SlotEdited);
-    connect(ui->lineEditProcessName, &QLineEdit::returnPressed, ui->pushButtonNameOk, &QPushButton::click);
-    connect(ui->pushButtonNameOk, &QPushButton::clicked, this, &QDialog::accept);
-    connect(ui->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui.lineEditProcessName, &QLineEdit::textChanged, this, &ProcessNameDialog::SlotEdited);
+    connect(ui.lineEditProcessName, &QLineEdit::returnPressed, ui.pushButtonNameOk, &QPushButton::click);
+    connect(ui.pushButtonNameOk, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui.buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
     SlotEdited();
 }
 
-ProcessNameDialog::~ProcessNameDialog() = default;
-
 QString ProcessNameDialog::Name() const
 {
-    return ui->lineEditProcessName->text().trimmed();
+    return ui.lineEditProcessName->text().trimmed();
 }
 
 QString ProcessNameDialog::Problem(const QString& name, const QStringList& taken)
@@ -41,7 +38,7 @@ QString ProcessNameDialog::Problem(const QString& name, const QStringList& taken
 
 void ProcessNameDialog::SlotEdited()
 {
-    const QString text = Problem(ui->lineEditProcessName->text(), takenNames);
-    ui->labelNameProblem->setText(text);
-    ui->pushButtonNameOk->setEnabled(text.isEmpty());
+    const QString text = Problem(ui.lineEditProcessName->text(), takenNames);
+    ui.labelNameProblem->setText(text);
+    ui.pushButtonNameOk->setEnabled(text.isEmpty());
 }

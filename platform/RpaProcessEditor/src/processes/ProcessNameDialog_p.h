@@ -2,16 +2,11 @@
 
 #pragma once
 
+#include "ui_ProcessNameDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QStringList>
-
-#include <memory>
-
-namespace Ui
-{
-class ProcessNameDialog;
-}
 
 // Asks for the name of a process and says at once what is wrong with it.
 class ProcessNameDialog : public WbBaseDialog
@@ -23,7 +18,6 @@ public:
 
     // taken: names of the other processes.
     ProcessNameDialog(const QString& title, const QString& name, const QStringList& taken, QWidget* parent);
-    ~ProcessNameDialog() override;
 
     QString Name() const;
 
@@ -34,5 +28,5 @@ private:
     void SlotEdited();
 
     const QStringList takenNames;
-    const std::unique_ptr<Ui::ProcessNameDialog> ui;
+    Ui::ProcessNameDialog ui;
 };

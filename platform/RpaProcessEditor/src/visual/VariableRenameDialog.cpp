@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "VariableRenameDialog_p.h"
-#include "ui_VariableRenameDialog.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaProcessData/ProcessDataManager.h>
@@ -41,38 +40,36 @@ QString CountText(const RpaVariableRename& rename)
 
 VariableRenameDialog::VariableRenameDialog(const ProcessDataManager& manager, const RpaStatementNode* current,
                                            QWidget* parent)
-    : WbBaseDialog(parent), processes(&manager), ui(std::make_unique<Ui::VariableRenameDialog>())
+    : WbBaseDialog(parent), processes(&manager)
 {
     setObjectName(QStringLiteral("VariableRenameDialog"));
     SetTitle(QStringLiteral("重命名变量"));
-    ui->setupUi(GetContentWidget());
-    ui->layoutForm->setSpacing(DpiTool::ScaleDefault(10));
+    ui.setupUi(GetContentWidget());
+    ui.layoutForm->setSpacing(DpiTool::ScaleDefault(10));
     GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(380), DpiTool::ScaleDefault(190));
-    QComboBox* const variable = ui->comboBoxVariable;
+    QComboBox* const variable = ui.comboBoxVariable;
     variable->addItems(RpaVariableRename::NamesIn(manager));
     variable->setCurrentIndex(qMax(0, variable->findText(VariableOf(current))));
-    ui->lineEditVariableName->setText(variable->currentText());
-    ui->lineEditVariableName->selectAll();
+    ui.lineEditVariableName->setText(variable->currentText());
+    ui.lineEditVariableName->selectAll();
 
-    connect(variable, &QComboBox::currentTextChanged, ui->lineEditVariableName, &QLineEdit::setText);
+    connect(variable, &QComboBox::currentTextChanged, ui.lineEditVariableName, &QLineEdit::setText);
     connect(variable, &QComboBox::currentTextChanged, this, &VariableRenameDialog::SlotChanged);
-    connect(ui->lineEditVariableName, &QLineEdit::textChanged, this, &VariableRenameDialog::SlotChanged);
-    connect(ui->pushButtonRename, &QPushButton::clicked, this, &QDialog::accept);
-    connect(ui->buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ui.lineEditVariableName, &QLineEdit::textChanged, this, &VariableRenameDialog::SlotChanged);
+    connect(ui.pushButtonRename, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui.buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
     SlotChanged();
-    ui->lineEditVariableName->setFocus();
+    ui.lineEditVariableName->setFocus();
 }
-
-VariableRenameDialog::~VariableRenameDialog() = default;
 
 QString VariableRenameDialog::From() const
 {
-    return ui->comboBoxVariable->currentText();
+    return ui.comboBoxVariable->currentText();
 }
 
 QString VariableRenameDialog::To() const
 {
-    return ui->lineEditVariableName->text().trimmed();
+    return ui.lineEditVariableName->text().trimmed();
 }
 
 void VariableRenameDialog::SlotChanged()
@@ -83,11 +80,11 @@ void VariableRenameDialog::SlotChanged()
     const QString problem = From().isEmpty() ? QStringLiteral("应用中还没有变量")
                             : isSame         ? QString()
                                              : RpaVariableRename::Problem(*processes, To());
-    ui->labelRename->setText(problem.isEmpty() ? CountText(RpaVariableRename(*processes, From(), To()))
-                                               : problem);
-    ui->labelRename->setProperty("wbRole",
-                                 problem.isEmpty() ? QStringLiteral("secondary") : QStringLiteral("error"));
-    ui->labelRename->style()->unpolish(ui->labelRename);
-    ui->labelRename->style()->polish(ui->labelRename);
-    ui->pushButtonRename->setEnabled(problem.isEmpty() && !isSame);
+    ui.labelRename->setText(problem.isEmpty() ? CountText(RpaVariableRename(*processes, From(), To()))
+                                              : problem);
+    ui.labelRename->setProperty("wbRole",
+                                problem.isEmpty() ? QStringLiteral("secondary") : QStringLiteral("error"));
+    ui.labelRename->style()->unpolish(ui.labelRename);
+    ui.labelRename->style()->polish(ui.labelRename);
+    ui.pushButtonRename->setEnabled(problem.isEmpty() && !isSame);
 }

@@ -2,19 +2,14 @@
 
 #pragma once
 
+#include "ui_VariableRenameDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QPointer>
 
-#include <memory>
-
 class ProcessDataManager;
 class RpaStatementNode;
-
-namespace Ui
-{
-class VariableRenameDialog;
-}
 
 // Asks which variable of the app gets which name, and tells in how many places it stands.
 class VariableRenameDialog : public WbBaseDialog
@@ -24,7 +19,6 @@ class VariableRenameDialog : public WbBaseDialog
 public:
     // current: the statement whose variable is proposed; may be null. Nothing is kept of it.
     VariableRenameDialog(const ProcessDataManager& manager, const RpaStatementNode* current, QWidget* parent);
-    ~VariableRenameDialog() override;
 
     QString From() const;
     QString To() const;
@@ -33,5 +27,5 @@ private:
     void SlotChanged();
 
     const QPointer<const ProcessDataManager> processes;
-    const std::unique_ptr<Ui::VariableRenameDialog> ui;
+    Ui::VariableRenameDialog ui;
 };

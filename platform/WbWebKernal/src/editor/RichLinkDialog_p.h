@@ -2,14 +2,9 @@
 
 #pragma once
 
+#include "ui_RichLinkDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
-
-#include <memory>
-
-namespace Ui
-{
-class RichLinkDialog;
-}
 
 // Asks for the text and the address of a link, or that the link be removed.
 class RichLinkDialog : public WbBaseDialog
@@ -19,7 +14,6 @@ class RichLinkDialog : public WbBaseDialog
 public:
     // existing: the link is there already and may be removed.
     RichLinkDialog(const QString& text, const QString& address, bool existing, QWidget* parent);
-    ~RichLinkDialog() override;
 
     QString Text() const;
 
@@ -32,6 +26,6 @@ private:
     void SlotAddressEdited();
     void SlotRemove();
 
-    const std::unique_ptr<Ui::RichLinkDialog> ui;
+    Ui::RichLinkDialog ui;
     bool removeAsked = false;
 };
