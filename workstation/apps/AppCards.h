@@ -2,16 +2,14 @@
 
 #pragma once
 
+#include "ui_AppCards.h"
+
 #include <QWidget>
 
 class AppCardDelegate;
 class AppFilter;
 class QAbstractItemModel;
-class QListView;
 class QModelIndex;
-class QStackedWidget;
-class RequestStatusBaseWidget;
-class WbLabel;
 
 // Apps as cards, those with a searched name only; while they load, when that failed and when there are none,
 // what to know and do instead.
@@ -23,7 +21,7 @@ public:
     // The model's rows are shown; it is not owned. The delegate is that of the cards.
     AppCards(const QString& listName, QAbstractItemModel* model, QWidget* parent = nullptr);
 
-    QListView* GetList() const { return list; }
+    QListView* GetList() const { return ui.list; }
     AppCardDelegate* GetDelegate() const { return delegate; }
 
     void ShowLoading();
@@ -45,18 +43,11 @@ signals:
     void SigRefresh();
 
 private:
-    QListView* CreateList(const QString& name);
-    QWidget* CreateEmptyState();
     void ShowContent();
 
     AppFilter* const filter;
-    RequestStatusBaseWidget* const status;
-    QStackedWidget* const content;
-    QListView* list = nullptr;
+    Ui::AppCards ui;
     AppCardDelegate* delegate = nullptr;
-    QWidget* emptyState = nullptr;
-    WbLabel* labelEmpty = nullptr;
-    WbLabel* labelEmptyHint = nullptr;
     QWidget* emptyOffer = nullptr;
     QString emptyTitle;
     QString emptyHint;

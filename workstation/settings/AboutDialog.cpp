@@ -2,49 +2,28 @@
 
 #include "AboutDialog.h"
 
-#include <WbBaseUI/BaseUIBusiness.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbScaledForm.h>
 
-#include <QBoxLayout>
 #include <QClipboard>
-#include <QFormLayout>
 #include <QGuiApplication>
 
 AboutDialog::AboutDialog(const QString& serverProgram, QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), facts(serverProgram),
-      version(new QFormLayout), details(new QWidget(this))
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true), facts(serverProgram)
 {
     setObjectName(QStringLiteral("AboutDialog"));
     SetTitle(QStringLiteral("关于工作站"));
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    layout->setContentsMargins(24, 20, 24, 24);
-    layout->setSpacing(16);
-    layout->addWidget(new WbLabel(QStringLiteral("RPA 工作站：搭建、调试和发布自动化应用。"), this));
-    CreateFacts();
-    layout->addLayout(version);
-    layout->addWidget(details);
-    layout->addStretch();
-    layout->addLayout(CreateButtons());
-    close->setFocus(); // not before it has its place
+    ui.setupUi(GetContentWidget());
+    ui.aboutDetails->hide();
+    for (const BuildFact& fact : facts.GetFacts())
+        AddFact(values.isEmpty() ? ui.layoutVersion : ui.layoutDetails, fact);
+    ui.buttonCloseAbout->setFocus();
     ShowFacts();
     connect(&facts, &BuildInfo::SigChanged, this, &AboutDialog::ShowFacts);
+    connect(ui.buttonAboutDetails, &QPushButton::toggled, this, &AboutDialog::ShowDetails);
+    connect(ui.buttonCopyFacts, &QPushButton::clicked, this,
+            [this] { QGuiApplication::clipboard()->setText(facts.GetText()); });
+    connect(ui.buttonCloseAbout, &QPushButton::clicked, this, &QDialog::accept);
     WbScaledForm::Follow(GetContentWidget());
-}
-
-void AboutDialog::CreateFacts()
-{
-    details->setObjectName(QStringLiteral("aboutDetails"));
-    details->hide();
-    auto* technical = new QFormLayout(details);
-    technical->setContentsMargins(0, 0, 0, 0);
-    for (QFormLayout* form : {version, technical}) {
-        form->setHorizontalSpacing(24);
-        form->setVerticalSpacing(8);
-    }
-    for (const BuildFact& fact : facts.GetFacts())
-        AddFact(values.isEmpty() ? version : technical, fact);
 }
 
 void AboutDialog::AddFact(QFormLayout* form, const BuildFact& fact)
@@ -56,32 +35,6 @@ void AboutDialog::AddFact(QFormLayout* form, const BuildFact& fact)
     value->setMinimumWidth(380); // what is still asked for finds room when it comes
     form->addRow(new WbLabel(fact.name, this), value);
     values.append(value);
-}
-
-QLayout* AboutDialog::CreateButtons()
-{
-    auto* more = new WbPushButton(this, Wb::SecondaryButton);
-    more->setObjectName(QStringLiteral("buttonAboutDetails"));
-    more->setText(QStringLiteral("详细信息"));
-    more->setCheckable(true);
-    auto* copy = new WbPushButton(this, Wb::SecondaryButton);
-    copy->setObjectName(QStringLiteral("buttonCopyFacts"));
-    copy->setText(QStringLiteral("复制"));
-    close = new WbPushButton(this, Wb::PrimaryButton);
-    close->setObjectName(QStringLiteral("buttonCloseAbout"));
-    close->setText(QStringLiteral("关闭"));
-    close->setDefault(true);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(12);
-    buttons->addWidget(more);
-    buttons->addStretch();
-    buttons->addWidget(copy);
-    buttons->addWidget(close);
-    connect(more, &QPushButton::toggled, this, &AboutDialog::ShowDetails);
-    connect(copy, &QPushButton::clicked, this,
-            [this] { QGuiApplication::clipboard()->setText(facts.GetText()); });
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
-    return buttons;
 }
 
 void AboutDialog::ShowFacts()
@@ -97,7 +50,7 @@ void AboutDialog::ShowFacts()
 void AboutDialog::ShowDetails(bool shown)
 {
     const QPoint middle = geometry().center();
-    details->setVisible(shown);
+    ui.aboutDetails->setVisible(shown);
     GetContentWidget()->layout()->activate(); // or the size would be that of before
     adjustSize();
     move(pos() + middle - geometry().center());

@@ -3,12 +3,9 @@
 #pragma once
 
 #include "BuildInfo.h"
+#include "ui_AboutDialog.h"
 
 #include <WbBaseUI/WbBaseDialog.h>
-
-class QFormLayout;
-class WbLabel;
-class WbPushButton;
 
 // Says what the workstation is and what it was built with.
 class AboutDialog : public WbBaseDialog
@@ -20,15 +17,11 @@ public:
     AboutDialog(const QString& serverProgram, QWidget* parent);
 
 private:
-    void CreateFacts();
     void AddFact(QFormLayout* form, const BuildFact& fact);
-    QLayout* CreateButtons();
     void ShowFacts();
     void ShowDetails(bool shown);
 
     BuildInfo facts;
-    QFormLayout* version;     // the first fact; the others are for whoever looks for a fault
-    QWidget* details;         // folded until they are asked for
+    Ui::AboutDialog ui;       // the first fact; the details, for whoever looks for a fault, are folded
     QVector<WbLabel*> values; // one per fact
-    WbPushButton* close = nullptr;
 };
