@@ -33,8 +33,6 @@ bool HasEnded(const StoredSession& session, qint64 lastUsedAt, qint64 now)
 }
 } // namespace
 
-Sessions::Sessions(Store& theStore) : store(theStore) {}
-
 void Sessions::AddForThisProcess(const QByteArray& token, const Account& account)
 {
     const qint64 now = SteadyNowMs();

@@ -27,7 +27,7 @@ struct SignedIn
 class Sessions
 {
 public:
-    explicit Sessions(Store& store);
+    explicit Sessions(Store& theStore) : store(theStore) {}
 
     // A token that lives as long as this process and never sees the disk.
     void AddForThisProcess(const QByteArray& token, const Account& account);

@@ -4,8 +4,6 @@
 
 namespace server
 {
-TryTable::TryTable(int theMost) : most(theMost) {}
-
 int TryTable::SecondsToWait(const QByteArray& key, TimePoint now)
 {
     DropUntil(now - window);
@@ -24,11 +22,6 @@ void TryTable::Count(const QByteArray& key, TimePoint now)
         DropOldest();
     tries.emplace_back(now, key);
     byKey[key].push_back(now);
-}
-
-void TryTable::Forget(const QByteArray& key)
-{
-    byKey.remove(key);
 }
 
 void TryTable::DropUntil(TimePoint end)

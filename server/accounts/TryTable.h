@@ -22,7 +22,7 @@ public:
     static constexpr std::size_t mostTries = 100000;
 
     // At most `most` tries of a key; 0: as many as it likes.
-    explicit TryTable(int most);
+    explicit TryTable(int theMost) : most(theMost) {}
 
     // 0 when a try may be made, else the seconds after which to come back. Counts nothing.
     int SecondsToWait(const QByteArray& key, TimePoint now);
@@ -30,7 +30,7 @@ public:
     void Count(const QByteArray& key, TimePoint now);
 
     // The tries of this key are made good.
-    void Forget(const QByteArray& key);
+    void Forget(const QByteArray& key) { byKey.remove(key); }
 
     std::size_t Size() const { return tries.size(); }
 

@@ -57,8 +57,6 @@ void BodyBudget::Share::Release()
     Hold({}, 0, 0);
 }
 
-BodyBudget::BodyBudget(const Limits& theLimits) : limits(theLimits) {}
-
 qint64 BodyBudget::Used() const
 {
     const std::lock_guard lock(mutex);

@@ -51,7 +51,7 @@ public:
         qint64 held = 0;
     };
 
-    explicit BodyBudget(const Limits& limits);
+    explicit BodyBudget(const Limits& theLimits) : limits(theLimits) {}
 
     qint64 Used() const;
 

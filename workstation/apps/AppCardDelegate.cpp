@@ -161,8 +161,6 @@ void PaintTexts(QPainter* painter, const QStyleOptionViewItem& option, const QMo
 }
 } // namespace
 
-AppCardDelegate::AppCardDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
-
 void AppCardDelegate::SetReadOnly(const QString& caption)
 {
     timeCaption = caption;

@@ -11,7 +11,7 @@ class AppCardDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    explicit AppCardDelegate(QObject* parent = nullptr);
+    explicit AppCardDelegate(QObject* parent = nullptr) : QStyledItemDelegate(parent) {}
 
     // Cards without a menu; timeCaption stands before the time, "上线于 ".
     void SetReadOnly(const QString& timeCaption);

@@ -84,11 +84,6 @@ int AppCards::RowOf(const QModelIndex& card) const
     return filter->mapToSource(card).row();
 }
 
-int AppCards::GetCurrentRow() const
-{
-    return RowOf(ui.list->currentIndex());
-}
-
 void AppCards::ShowContent()
 {
     const bool noApps = filter->sourceModel()->rowCount() == 0;

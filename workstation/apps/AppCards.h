@@ -37,7 +37,7 @@ public:
     void SelectRow(int row);
     // The model's row of a card, or of the current one; -1: none.
     int RowOf(const QModelIndex& card) const;
-    int GetCurrentRow() const;
+    int GetCurrentRow() const { return RowOf(ui.list->currentIndex()); }
 
 signals:
     void SigRefresh();

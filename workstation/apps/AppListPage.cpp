@@ -216,11 +216,6 @@ void AppListPage::SelectApp(const QString& appId)
     cards->SelectRow(model->RowOf(appId));
 }
 
-void AppListPage::SlotActivated(const QModelIndex& index)
-{
-    emit SigOpen(AppOf(index));
-}
-
 void AppListPage::SlotClicked(const QModelIndex& index)
 {
     // The view announces a click on the menu mark too.

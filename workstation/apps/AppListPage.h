@@ -54,7 +54,7 @@ private:
     void AddMore();
     void FillMore(QMenu* menu);
     void ActOnCurrent(void (AppListPage::*act)(const AppRecord& app));
-    void SlotActivated(const QModelIndex& index);
+    void SlotActivated(const QModelIndex& index) { emit SigOpen(AppOf(index)); }
     void SlotClicked(const QModelIndex& index);
     void ShowCardMenu(const QModelIndex& index, const QPoint& globalPos);
     AppRecord AppOf(const QModelIndex& index) const;

@@ -50,16 +50,6 @@ void AppPageHead::AddButton(QWidget* button)
     ui.rowHead->addWidget(button);
 }
 
-QString AppPageHead::GetSearched() const
-{
-    return ui.editSearch->text().trimmed();
-}
-
-void AppPageHead::SetSearched(const QString& text)
-{
-    ui.editSearch->setText(text);
-}
-
 bool AppPageHead::HasIdleFocus() const
 {
     const QWidget* focus = focusWidget();

@@ -30,8 +30,8 @@ public:
     void AddButton(QWidget* button);
 
     // What is looked for, without blanks around it.
-    QString GetSearched() const;
-    void SetSearched(const QString& text);
+    QString GetSearched() const { return ui.editSearch->text().trimmed(); }
+    void SetSearched(const QString& text) { ui.editSearch->setText(text); }
     // Whether the keyboard is here only because nothing of the page was chosen for it: on a tab or in an
     // empty search.
     bool HasIdleFocus() const;

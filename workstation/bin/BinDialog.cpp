@@ -45,11 +45,6 @@ void BinDialog::ShowApps(const QVector<VersionServiceDeletedApp>& apps)
     Say(apps.isEmpty() ? QStringLiteral("回收站是空的。") : QString());
 }
 
-void BinDialog::Say(const QString& text)
-{
-    ui.labelState->setText(text);
-}
-
 QVector<VersionServiceApp> BinDialog::Chosen() const
 {
     const int row = ui.listBin->currentRow();

@@ -27,7 +27,7 @@ signals:
 
 private:
     void Connect();
-    void Say(const QString& text);
+    void Say(const QString& text) { ui.labelState->setText(text); }
     QVector<VersionServiceApp> Chosen() const;
     void SlotChoiceChanged();
 

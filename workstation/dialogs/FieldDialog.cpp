@@ -89,8 +89,3 @@ void FieldDialog::SlotEdited()
     ui.labelProblem->clear();
     UpdateOk();
 }
-
-void FieldDialog::UpdateOk()
-{
-    ui.buttonOk->setEnabled(!busy && (mayBeEmpty || !GetText().isEmpty()));
-}

@@ -43,7 +43,7 @@ private:
     void SetBusy(bool isBusy);
     void SlotConfirm();
     void SlotEdited();
-    void UpdateOk();
+    void UpdateOk() { ui.buttonOk->setEnabled(!busy && (mayBeEmpty || !GetText().isEmpty())); }
 
     bool mayBeEmpty = false;
     bool busy = false;

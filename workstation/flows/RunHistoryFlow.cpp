@@ -31,11 +31,6 @@ RunHistoryFlow::RunHistoryFlow(const QString& place, const Session* ofUser, Work
     });
 }
 
-void RunHistoryFlow::Start()
-{
-    history.Start(folder);
-}
-
 RpaRunRecord RunHistoryFlow::ContextOf(const QString& appId) const
 {
     RpaRunRecord run;

@@ -24,7 +24,7 @@ public:
                    const EditorPage* editor, const RunPage* users, MainWindow* window);
 
     // Once the window is shown and the folders are there.
-    void Start();
+    void Start() { history.Start(folder); }
 
 private:
     RpaRunRecord ContextOf(const QString& appId) const;

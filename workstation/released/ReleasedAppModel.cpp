@@ -28,11 +28,6 @@ void ReleasedAppModel::SetReleasedApps(const QVector<VersionServiceReleasedApp>&
     SetApps(cards);
 }
 
-VersionServiceReleasedApp ReleasedAppModel::ReleasedAt(int row) const
-{
-    return released.value(row);
-}
-
 QVariant ReleasedAppModel::data(const QModelIndex& index, int role) const
 {
     if (index.isValid() && index.row() < released.size()) {

@@ -18,7 +18,7 @@ public:
     void SetReleasedApps(const QVector<VersionServiceReleasedApp>& apps);
 
     // Default-constructed when the row is out of range.
-    VersionServiceReleasedApp ReleasedAt(int row) const;
+    VersionServiceReleasedApp ReleasedAt(int row) const { return released.value(row); }
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 

@@ -18,11 +18,6 @@ RowsDialog::RowsDialog(const QString& title, const QString& caption, QWidget* pa
     connect(ui.buttonClose, &QPushButton::clicked, this, &QDialog::accept);
 }
 
-QVBoxLayout* RowsDialog::Rows() const
-{
-    return ui.layoutRows;
-}
-
 WbLabel* RowsDialog::MakeLabel(const char* objectName, const QString& text, QWidget* parent)
 {
     auto* label = new WbLabel(text, parent);

@@ -26,7 +26,7 @@ protected:
     // A card: a text, a hint below it, and buttons beside them.
     QFrame* AddRow(WbLabel* text, WbLabel* hint, const QVector<WbPushButton*>& acts);
 
-    QVBoxLayout* Rows() const;
+    QVBoxLayout* Rows() const { return ui.layoutRows; }
     void ClearRows();
     // Stands before the button that closes.
     void AddButton(WbPushButton* button);

@@ -144,11 +144,6 @@ void AppRunner::ProcessFinish(const QString& processName)
     }
 }
 
-void AppRunner::ProcessTerminate(const QString& processName)
-{
-    ProcessFinish(processName);
-}
-
 void AppRunner::ProcessFailed(const QString& processName, const QString& error, const QString& trace)
 {
     if (processName == running)

@@ -35,7 +35,7 @@ public:
 
     void ProcessStart(const QString& processName) override;
     void ProcessFinish(const QString& processName) override;
-    void ProcessTerminate(const QString& processName) override;
+    void ProcessTerminate(const QString& processName) override { ProcessFinish(processName); }
     void ProcessFailed(const QString& processName, const QString& error, const QString& trace) override;
 
 signals:

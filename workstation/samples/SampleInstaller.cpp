@@ -34,8 +34,6 @@ SampleVersion ReadVersion(const QJsonObject& json)
 }
 } // namespace
 
-SampleInstaller::SampleInstaller(QObject* parent) : QObject(parent) {}
-
 QVector<SampleApp> SampleInstaller::ReadSamples()
 {
     QVector<SampleApp> samples;

@@ -33,7 +33,7 @@ class SampleInstaller : public QObject
     Q_OBJECT
 
 public:
-    explicit SampleInstaller(QObject* parent = nullptr);
+    explicit SampleInstaller(QObject* parent = nullptr) : QObject(parent) {}
 
     // The samples that come with the workstation.
     static QVector<SampleApp> ReadSamples();

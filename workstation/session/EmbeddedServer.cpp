@@ -94,11 +94,6 @@ void EmbeddedServer::Stop()
     }
 }
 
-qint64 EmbeddedServer::GetProcessId() const
-{
-    return process.processId();
-}
-
 void EmbeddedServer::SlotReadReadyLine()
 {
     // After the ready line nothing is expected; what comes is read away so that it does not pile up.

@@ -48,7 +48,7 @@ public:
     QString GetProblem() const { return problem; }
 
     // 0 unless it runs.
-    qint64 GetProcessId() const;
+    qint64 GetProcessId() const { return process.processId(); }
 
 signals:
     void SigStateChanged(EmbeddedServer::State state);

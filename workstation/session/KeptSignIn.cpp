@@ -38,8 +38,3 @@ bool KeptSignIn::Keep(const QUrl& server, const QByteArray& token)
 {
     return store.Write(Written(server, token)); // nothing is kept of an empty text
 }
-
-QByteArray KeptSignIn::GetToken(const QUrl& server) const
-{
-    return TokenIn(store.Read(), server);
-}

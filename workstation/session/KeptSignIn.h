@@ -22,7 +22,7 @@ public:
     bool Keep(const QUrl& server, const QByteArray& token);
 
     // The token kept for this server; empty when there is none, or one of another server.
-    QByteArray GetToken(const QUrl& server) const;
+    QByteArray GetToken(const QUrl& server) const { return TokenIn(store.Read(), server); }
 
     void Forget() { store.Remove(); }
 

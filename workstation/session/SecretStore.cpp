@@ -29,8 +29,6 @@ QByteArray Unframed(const QByteArray& frame)
 }
 } // namespace
 
-SecretStore::SecretStore(const QString& path) : file(path) {}
-
 bool SecretStore::Write(const QByteArray& secret)
 {
     // What lies there goes first: a link would lead the secret elsewhere.

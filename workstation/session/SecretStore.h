@@ -12,7 +12,7 @@ class SecretStore
 {
 public:
     // The folder of the file must be the user's own.
-    explicit SecretStore(const QString& file);
+    explicit SecretStore(const QString& path) : file(path) {}
 
     // Replaces what was kept, and is on the disk when this returns. False, with nothing kept, when it cannot
     // be done.

@@ -100,11 +100,6 @@ void SignInPage::ForgetRefusal()
         ShowState(QString(), false);
 }
 
-bool SignInPage::AsksEmbedded() const
-{
-    return !ui.embeddedForm->isHidden();
-}
-
 void SignInPage::UpdateButton()
 {
     const bool filled =

@@ -45,7 +45,7 @@ private:
     void ForgetRefusal();
     void SlotConfirm();
     void UpdateButton();
-    bool AsksEmbedded() const;
+    bool AsksEmbedded() const { return !ui.embeddedForm->isHidden(); }
 
     Ui::SignInPage ui;
     QButtonGroup* const accounts;

@@ -20,8 +20,3 @@ UsageSection::UsageSection(WorkstationSettings* settings, QWidget* parent) : WbB
             &QCheckBox::setChecked);
     connect(ui.buttonUsageCounts, &QPushButton::clicked, this, &UsageSection::SigShowCounts);
 }
-
-void UsageSection::ShowAdministrator(bool isAdministrator)
-{
-    ui.buttonUsageCounts->setVisible(isAdministrator);
-}

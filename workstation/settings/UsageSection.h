@@ -18,7 +18,7 @@ public:
     explicit UsageSection(WorkstationSettings* settings, QWidget* parent = nullptr);
 
     // Whether the counts are offered.
-    void ShowAdministrator(bool isAdministrator);
+    void ShowAdministrator(bool isAdministrator) { ui.buttonUsageCounts->setVisible(isAdministrator); }
 
 signals:
     void SigShowCounts();

@@ -55,11 +55,6 @@ void MainWindow::Connect()
             [this] { emit SigPageShown(CurrentPage()); });
 }
 
-ServerStatusIndicator* MainWindow::GetServerStatusIndicator() const
-{
-    return ui.serverMark;
-}
-
 void MainWindow::AddPage(QWidget* page, const QString& backText)
 {
     page->setProperty(backTextProperty, backText);
@@ -71,16 +66,6 @@ void MainWindow::AddPage(QWidget* page, const QString& backText)
 void MainWindow::AddFoot(QWidget* foot)
 {
     layout()->addWidget(foot);
-}
-
-void MainWindow::ShowPage(QWidget* page)
-{
-    ui.stackPages->setCurrentWidget(page);
-}
-
-QWidget* MainWindow::CurrentPage() const
-{
-    return ui.stackPages->currentWidget();
 }
 
 void MainWindow::ShowAccount(const QString& name)

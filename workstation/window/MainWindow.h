@@ -22,8 +22,8 @@ public:
     // Takes ownership.
     void AddPage(QWidget* page, const QString& backText);
 
-    void ShowPage(QWidget* page);
-    QWidget* CurrentPage() const;
+    void ShowPage(QWidget* page) { ui.stackPages->setCurrentWidget(page); }
+    QWidget* CurrentPage() const { return ui.stackPages->currentWidget(); }
 
     // Name of the signed-in user; empty before sign-in, which also takes away the settings button.
     void ShowAccount(const QString& name);
@@ -34,7 +34,7 @@ public:
     // The page with the editor: packages and versions are offered with it.
     void OfferEditing(QWidget* page) { editingPage = page; }
 
-    ServerStatusIndicator* GetServerStatusIndicator() const;
+    ServerStatusIndicator* GetServerStatusIndicator() const { return ui.serverMark; }
 
     // Lets the window go without asking again.
     void CloseForGood();

@@ -37,8 +37,6 @@ QString Numbered(const QString& start, int number)
 }
 } // namespace
 
-DraftFolder::DraftFolder(const QString& folderPath) : path(folderPath) {}
-
 QString DraftFolder::PathOf(const QString& name) const
 {
     return path + QLatin1Char('/') + name;

@@ -13,7 +13,7 @@
 class DraftFolder
 {
 public:
-    explicit DraftFolder(const QString& path);
+    explicit DraftFolder(const QString& folderPath) : path(folderPath) {}
 
     // Drafts of one version; the oldest is set aside for one more.
     static constexpr int mostPerVersion = 5;

@@ -40,7 +40,6 @@ RpaRunStart StartOf(const RpaRunParts& parts, const QString& processName)
         start.parameters.append({name, TextOf(params->GetParam(name)), secrets.contains(name)});
     return start;
 }
-
 } // namespace
 
 RpaEngineRunner::RpaEngineRunner(IRpaLogManager& logManager, IRpaDebugger& engineDebugger)
@@ -149,11 +148,6 @@ void RpaEngineRunner::SetWaiting(bool value)
         QTimer::singleShot(0, this, [this] { givenUp.clear(); });
     RpaProcessRelatedUIControler::Instance()->SetRunning(waits || run);
     TellListeners([this](IProcessLifeCycle* listener) { listener->RunWaits(waits); });
-}
-
-bool RpaEngineRunner::IsGivenUp(const QString& processName) const
-{
-    return !givenUp.isEmpty() && givenUp == processName;
 }
 
 bool RpaEngineRunner::Terminate(const QString& processName)

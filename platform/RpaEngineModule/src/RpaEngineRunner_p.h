@@ -33,7 +33,7 @@ public:
     void SetPreparation(IRunPreparation* value) { preparation = value; }
     void SetWaiting(bool value);
     // The run of this process was stopped while it waited, and is to be executed all the same.
-    bool IsGivenUp(const QString& processName) const;
+    bool IsGivenUp(const QString& processName) const { return !givenUp.isEmpty() && givenUp == processName; }
 
     // False when the named process neither runs nor waits.
     bool Terminate(const QString& processName);

@@ -22,11 +22,6 @@ void RpaLogDataSource::Initialize()
     emit SigInitialized();
 }
 
-QVector<RpaLogLine> RpaLogDataSource::GetLines() const
-{
-    return ring.mid(oldest) + ring.mid(0, oldest);
-}
-
 void RpaLogDataSource::Append(RpaLogLevel level, const QString& text, const QString& statementId,
                               int lineNumber)
 {

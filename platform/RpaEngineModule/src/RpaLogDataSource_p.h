@@ -20,7 +20,7 @@ public:
     explicit RpaLogDataSource(QObject* parent = nullptr);
 
     void Initialize() override;
-    QVector<RpaLogLine> GetLines() const override;
+    QVector<RpaLogLine> GetLines() const override { return ring.mid(oldest) + ring.mid(0, oldest); }
 
     void Append(RpaLogLevel level, const QString& text, const QString& statementId, int line);
 

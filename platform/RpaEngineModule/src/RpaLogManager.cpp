@@ -6,11 +6,6 @@ RpaLogManager::RpaLogManager() : source(std::make_unique<RpaLogDataSource>()) {}
 
 RpaLogManager::~RpaLogManager() = default;
 
-IRpaLogDataSource* RpaLogManager::GetLogDataSource() const
-{
-    return source.get();
-}
-
 void RpaLogManager::Append(RpaLogLevel level, const QString& text, const QString& statementId, int line)
 {
     source->Append(level, text, statementId, line);

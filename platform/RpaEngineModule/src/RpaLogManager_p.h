@@ -13,7 +13,7 @@ public:
     RpaLogManager();
     ~RpaLogManager() override;
 
-    IRpaLogDataSource* GetLogDataSource() const override;
+    IRpaLogDataSource* GetLogDataSource() const override { return source.get(); }
     void Append(RpaLogLevel level, const QString& text, const QString& statementId, int line) override;
 
 private:

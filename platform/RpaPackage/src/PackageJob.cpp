@@ -45,7 +45,6 @@ QString FailureText(const PackageState& state, const QString& reason)
     return reason.isEmpty() ? QStringLiteral("%1 没有装上").arg(wanted)
                             : QStringLiteral("%1 没有装上：%2").arg(wanted, reason);
 }
-
 } // namespace
 
 PackageJob::PackageJob(Kind jobKind, const PackageSettings& given, const QString& appId,
@@ -249,11 +248,6 @@ void PackageJob::TakeLine(const QString& line)
         lastError = line.mid(7);
     if (!line.isEmpty() && shownLines++ < shownLinesAtMost)
         emit SigOutput(line);
-}
-
-void PackageJob::Tell(const QString& text)
-{
-    emit SigProgress(++step, steps, text);
 }
 
 void PackageJob::End(const QString& problem)

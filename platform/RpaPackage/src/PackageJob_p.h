@@ -53,7 +53,7 @@ private:
     void Pip(const QStringList& requirements, const Next& next);
     void LookAgain();
     void TakeLine(const QString& line);
-    void Tell(const QString& text);
+    void Tell(const QString& text) { emit SigProgress(++step, steps, text); }
     void End(const QString& problem);
     QStringList PipArguments() const;
     QVector<int> Wanted() const;

@@ -37,10 +37,7 @@ QString StatusText(const PackageState& state)
                ? text + QLatin1Char(' ') + state.installedVersion
                : QStringLiteral("%1（现有 %2）").arg(text, state.installedVersion);
 }
-
 } // namespace
-
-PackageTable::PackageTable(QObject* parent) : QAbstractTableModel(parent) {}
 
 void PackageTable::SetStates(const QVector<PackageState>& states)
 {

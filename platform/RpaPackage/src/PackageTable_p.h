@@ -20,7 +20,7 @@ public:
         ColumnCount,
     };
 
-    explicit PackageTable(QObject* parent = nullptr);
+    explicit PackageTable(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
     // Replaces everything.
     void SetStates(const QVector<PackageState>& states);

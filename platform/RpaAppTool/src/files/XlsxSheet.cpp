@@ -31,8 +31,6 @@ bool IsSound(const QXmlStreamReader& xml)
 }
 } // namespace
 
-XlsxSheet::XlsxSheet(const QVector<bool>& styles, bool since1904) : dateStyles(styles), from1904(since1904) {}
-
 bool XlsxSheet::ReadTexts(ZipEntry& part, const TableFile::Progress& progress)
 {
     QXmlStreamReader xml(&part);

@@ -13,7 +13,7 @@ class XlsxSheet
 {
 public:
     // dateStyles: per cell format whether it shows a date; from1904: from when days are counted.
-    XlsxSheet(const QVector<bool>& dateStyles, bool from1904);
+    XlsxSheet(const QVector<bool>& styles, bool since1904) : dateStyles(styles), from1904(since1904) {}
 
     bool ReadTexts(ZipEntry& part, const TableFile::Progress& progress);
     bool ReadRows(ZipEntry& part, const TableFile::Progress& progress);

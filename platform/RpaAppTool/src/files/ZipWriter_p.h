@@ -14,7 +14,7 @@ class ZipWriter
 {
 public:
     // The device can be written and seeked; not owned.
-    explicit ZipWriter(QIODevice& device);
+    explicit ZipWriter(QIODevice& given);
     ~ZipWriter();
 
     // Ends the entry before and begins one with this name.

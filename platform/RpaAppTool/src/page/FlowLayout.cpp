@@ -13,19 +13,9 @@ FlowLayout::~FlowLayout()
     qDeleteAll(items);
 }
 
-void FlowLayout::addItem(QLayoutItem* item)
-{
-    items << item;
-}
-
 QLayoutItem* FlowLayout::takeAt(int index)
 {
     return index >= 0 && index < items.size() ? items.takeAt(index) : nullptr;
-}
-
-int FlowLayout::heightForWidth(int width) const
-{
-    return Arrange(QRect(0, 0, width, 0), false);
 }
 
 QSize FlowLayout::minimumSize() const

@@ -41,8 +41,6 @@ QString TableMisfits::GetText() const
     return texts.join(QStringLiteral("，"));
 }
 
-TableModel::TableModel(QUndoStack& stack, QObject* parent) : QAbstractTableModel(parent), undoStack(stack) {}
-
 void TableModel::SetData(RpaTableData* given)
 {
     if (tableData)

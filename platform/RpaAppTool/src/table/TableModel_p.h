@@ -28,7 +28,7 @@ class TableModel : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    TableModel(QUndoStack& undoStack, QObject* parent);
+    TableModel(QUndoStack& stack, QObject* parent) : QAbstractTableModel(parent), undoStack(stack) {}
 
     void SetData(RpaTableData* tableData);
     RpaTableData* GetData() const { return tableData; }

@@ -24,16 +24,6 @@ void InDoubtWrites::NoteEarlier(const QString& versionId, int base, const QByteA
         writes[versionId].append({base, sha256});
 }
 
-void InDoubtWrites::Settle(const SaveOrder& order)
-{
-    writes.remove(KeyOf(order));
-}
-
-void InDoubtWrites::SettleVersion(const QString& versionId)
-{
-    writes.remove(versionId);
-}
-
 bool InDoubtWrites::MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const
 {
     const int status = order.versionId.isEmpty() ? 409 : 412;

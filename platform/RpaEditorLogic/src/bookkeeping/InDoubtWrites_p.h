@@ -23,8 +23,8 @@ public:
     // What an earlier session of the author sent on this revision of the version, likewise.
     void NoteEarlier(const QString& versionId, int base, const QByteArrayList& sha256s);
     // The version stands as the author knows it.
-    void Settle(const SaveOrder& order);
-    void SettleVersion(const QString& versionId);
+    void Settle(const SaveOrder& order) { writes.remove(KeyOf(order)); }
+    void SettleVersion(const QString& versionId) { writes.remove(versionId); }
 
     // Whether the refusal of this save may come from one in doubt.
     bool MayExplain(const SaveOrder& order, const WbHttpAnswer& refusal) const;

@@ -67,16 +67,6 @@ void LoadBackoff::Answered(const QString& key, bool success)
     history.age.start();
 }
 
-void LoadBackoff::Restart(const QString& key)
-{
-    histories.remove(key);
-}
-
-void LoadBackoff::Forget()
-{
-    histories.clear();
-}
-
 void LoadBackoff::Flush()
 {
     while (!waiting.empty()) {

@@ -33,9 +33,9 @@ public:
     // Runs everything that waits, now.
     void Flush();
     // Something else was done in between, so the next load of this key is no mere repeat.
-    void Restart(const QString& key);
+    void Restart(const QString& key) { histories.remove(key); }
     // Every load is a first one again.
-    void Forget();
+    void Forget() { histories.clear(); }
 
 private:
     struct History

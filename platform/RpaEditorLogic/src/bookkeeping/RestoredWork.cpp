@@ -4,11 +4,6 @@
 
 #include <utility>
 
-void RestoredWork::Withdraw()
-{
-    waiting.reset();
-}
-
 void RestoredWork::Forget()
 {
     waiting.reset();

@@ -18,7 +18,7 @@ class RestoredWork
 public:
     void Set(const RestoredContent& content) { waiting = content; }
     // What is on its way does not come any more; what was shown stays known.
-    void Withdraw();
+    void Withdraw() { waiting.reset(); }
     void Forget();
 
     // An editor opens the first version of the list: that is the one the work goes back to.

@@ -16,16 +16,6 @@ void WriteJournal::ListAnswered()
         writes.clear();
 }
 
-void WriteJournal::Wrote(const VersionServiceVersion& record)
-{
-    Append(record.id, record);
-}
-
-void WriteJournal::Removed(const QString& versionId)
-{
-    Append(versionId, {});
-}
-
 void WriteJournal::Append(const QString& versionId, const VersionServiceVersion& record)
 {
     ++time;

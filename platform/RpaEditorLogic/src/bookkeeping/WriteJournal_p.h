@@ -15,8 +15,8 @@ public:
     quint64 ListSent();
     void ListAnswered();
 
-    void Wrote(const VersionServiceVersion& record);
-    void Removed(const QString& versionId);
+    void Wrote(const VersionServiceVersion& record) { Append(record.id, record); }
+    void Removed(const QString& versionId) { Append(versionId, {}); }
 
     // The list as it is after the writes since the ticket.
     QVector<VersionServiceVersion> Merge(const QVector<VersionServiceVersion>& records, const QString& appId,

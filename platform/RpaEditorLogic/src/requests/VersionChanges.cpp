@@ -20,8 +20,6 @@ QString ContentProblem(const WbHttpAnswer& content)
 }
 } // namespace
 
-VersionChanges::VersionChanges(VersionContext* sharedContext) : context(sharedContext) {}
-
 VersionChanges::Order VersionChanges::Begin(VersionAct::Kind kind, const QString& appId,
                                             const QString& versionId)
 {

@@ -10,7 +10,7 @@ class VersionChanges
 {
 public:
     // The context outlives this object.
-    explicit VersionChanges(VersionContext* context);
+    explicit VersionChanges(VersionContext* sharedContext) : context(sharedContext) {}
 
     void Delete(const QSharedPointer<DeleteAppSnapshotInfoRequest>& request);
     // reviewed: why it is refused before anything else; empty when it is not.

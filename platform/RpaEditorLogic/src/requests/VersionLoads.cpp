@@ -11,8 +11,6 @@
 
 #include <algorithm>
 
-VersionLoads::VersionLoads(VersionContext* sharedContext) : context(sharedContext) {}
-
 void VersionLoads::SetSpacing()
 {
     const auto spacing = VersionServiceSettings::Instance()->GetRepeatSpacing();

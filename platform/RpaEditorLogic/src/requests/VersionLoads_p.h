@@ -9,7 +9,7 @@ class VersionLoads
 {
 public:
     // The context outlives this object.
-    explicit VersionLoads(VersionContext* context);
+    explicit VersionLoads(VersionContext* sharedContext) : context(sharedContext) {}
 
     void List(const QSharedPointer<GetSnapshotListRequest>& request);
     void Data(const QSharedPointer<GetDevSnapshotDataRequest>& request);

@@ -22,8 +22,6 @@ QString FailureOf(const SaveOrder& order, const WbHttpAnswer& answer, bool isUsa
 }
 } // namespace
 
-VersionSaves::VersionSaves(VersionContext* sharedContext) : context(sharedContext) {}
-
 SaveOrder VersionSaves::OrderOf(const RpaAppSnapshotPtr& snapshot)
 {
     SaveOrder order;

@@ -11,7 +11,7 @@ class VersionSaves
 {
 public:
     // The context outlives this object.
-    explicit VersionSaves(VersionContext* context);
+    explicit VersionSaves(VersionContext* sharedContext) : context(sharedContext) {}
 
     void Save(const QSharedPointer<SaveAppSnapshotInfoRequest>& request);
     void Update(const QSharedPointer<UpdateAppSnapshotInfoRequest>& request);

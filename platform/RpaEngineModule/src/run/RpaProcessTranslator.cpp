@@ -20,10 +20,7 @@ QString FunctionName(int number)
 {
     return QStringLiteral("process_%1").arg(number + 1);
 }
-
 } // namespace
-
-RpaProcessTranslator::RpaProcessTranslator(const ProcessDataManager& given) : processes(given) {}
 
 RpaProgram RpaProcessTranslator::TakeText(const RpaProcess& process)
 {

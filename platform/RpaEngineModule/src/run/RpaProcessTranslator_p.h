@@ -17,7 +17,7 @@ struct RpaCommandInfo;
 class RpaProcessTranslator
 {
 public:
-    explicit RpaProcessTranslator(const ProcessDataManager& processes);
+    explicit RpaProcessTranslator(const ProcessDataManager& given) : processes(given) {}
 
     // The whole program that runs the named process. An empty source when there is no such process.
     RpaProgram Translate(const QString& processName);

@@ -19,7 +19,6 @@ constexpr qint64 sliceMs = 4;
 constexpr int pauseMs = 1;
 // What the system may hold for us while we are busy; the child then waits in its write.
 constexpr qint64 socketBufferBytes = 1024 * 1024;
-
 } // namespace
 
 RpaRunChannel::RpaRunChannel(QObject* parent) : QObject(parent)
@@ -34,11 +33,6 @@ RpaRunChannel::~RpaRunChannel()
 {
     if (socket)
         socket->disconnect(this);
-}
-
-bool RpaRunChannel::Listen(const QString& folder)
-{
-    return handshake.Open(folder);
 }
 
 void RpaRunChannel::Take(RpaRunSocket* admitted)

@@ -25,7 +25,7 @@ public:
     ~RpaRunChannel() override;
 
     // The folder belongs to this run. False when the system refuses.
-    bool Listen(const QString& folder);
+    bool Listen(const QString& folder) { return handshake.Open(folder); }
     // Of the listener and what the child has to show there, for its command line.
     QString GetAddress() const { return handshake.GetAddress(); }
     QByteArray GetToken() const { return handshake.GetToken(); }

@@ -25,7 +25,6 @@ bool EqualInConstantTime(const QByteArray& a, const QByteArray& b)
         difference |= a.at(i) ^ b.at(i);
     return difference == 0;
 }
-
 } // namespace
 
 RpaRunHandshake::RpaRunHandshake(QObject* parent) : QObject(parent), token(MakeToken())
@@ -36,16 +35,6 @@ RpaRunHandshake::RpaRunHandshake(QObject* parent) : QObject(parent), token(MakeT
 RpaRunHandshake::~RpaRunHandshake()
 {
     Close();
-}
-
-bool RpaRunHandshake::Open(const QString& folder)
-{
-    return RpaRunSockets::Listen(server, folder);
-}
-
-QString RpaRunHandshake::GetAddress() const
-{
-    return RpaRunSockets::GetAddress(server);
 }
 
 void RpaRunHandshake::Accept()

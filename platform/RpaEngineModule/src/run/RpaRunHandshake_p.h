@@ -23,8 +23,8 @@ public:
     ~RpaRunHandshake() override;
 
     // See RpaRunSockets::Listen().
-    bool Open(const QString& folder);
-    QString GetAddress() const;
+    bool Open(const QString& folder) { return RpaRunSockets::Listen(server, folder); }
+    QString GetAddress() const { return RpaRunSockets::GetAddress(server); }
     // What the child has to send before anything else: 64 letters and digits.
     QByteArray GetToken() const { return token; }
 

@@ -85,8 +85,6 @@ const char* ConditionReader::SignOf(RpaComparison comparison)
     return "";
 }
 
-ConditionReader::ConditionReader(const QString& python) : source(python) {}
-
 bool ConditionReader::Fail(const QString& why)
 {
     reason = why;

@@ -14,7 +14,7 @@ public:
     static constexpr const char* emptyThings = "(None, \"\", [], {})";
     static const char* SignOf(RpaComparison comparison);
 
-    explicit ConditionReader(const QString& python);
+    explicit ConditionReader(const QString& python) : source(python) {}
 
     bool Read();
     const QVector<RpaConditionRow>& GetRows() const { return rows; }

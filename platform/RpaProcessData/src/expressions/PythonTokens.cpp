@@ -33,16 +33,6 @@ bool PythonTokens::IsNameStart(QChar c)
     return c == QLatin1Char('_') || c.isLetter() || c.isSurrogate();
 }
 
-bool PythonTokens::IsNamePart(QChar c)
-{
-    return IsNameStart(c) || c.isDigit() || c.isMark();
-}
-
-QChar PythonTokens::Peek(int ahead) const
-{
-    return at + ahead < source.size() ? source.at(at + ahead) : QChar();
-}
-
 void PythonTokens::ReadNext()
 {
     const QChar c = Peek();

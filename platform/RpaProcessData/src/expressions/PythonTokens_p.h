@@ -34,7 +34,7 @@ public:
     static QVector<PythonToken> Read(const QString& python);
 
     static bool IsNameStart(QChar c);
-    static bool IsNamePart(QChar c);
+    static bool IsNamePart(QChar c) { return IsNameStart(c) || c.isDigit() || c.isMark(); }
 
 private:
     explicit PythonTokens(const QString& python) : source(python) {}
@@ -43,7 +43,7 @@ private:
     void ReadNumber();
     void ReadText(bool hasFields);
     void ReadSign();
-    QChar Peek(int ahead = 0) const;
+    QChar Peek(int ahead = 0) const { return at + ahead < source.size() ? source.at(at + ahead) : QChar(); }
 
     const QString source;
     int at = 0;

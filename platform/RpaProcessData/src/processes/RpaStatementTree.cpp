@@ -12,11 +12,6 @@
 
 RpaStatementTree::RpaStatementTree() : root(new RpaStatementNode) {}
 
-RpaStatementNode* RpaStatementTree::Find(const QString& id) const
-{
-    return id.isEmpty() ? root.get() : nodes.value(id);
-}
-
 std::vector<RpaStatementTree::NodePtr>
 RpaStatementTree::MakeNodes(const QVector<RpaStatement>& statements) const
 {
@@ -132,11 +127,6 @@ std::vector<RpaStatementTree::NodePtr> RpaStatementTree::ReadNodes(JsonReader& r
                 read.back()->children = ReadNodes(reader);
     }
     return read;
-}
-
-void RpaStatementTree::WriteJson(JsonWriter& writer) const
-{
-    WriteChildren(writer, *root);
 }
 
 void RpaStatementTree::WriteChildren(JsonWriter& writer, const RpaStatementNode& node)

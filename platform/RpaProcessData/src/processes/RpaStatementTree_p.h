@@ -21,7 +21,7 @@ public:
 
     RpaStatementNode* GetRoot() const { return root.get(); }
     // The root for an empty id.
-    RpaStatementNode* Find(const QString& id) const;
+    RpaStatementNode* Find(const QString& id) const { return id.isEmpty() ? root.get() : nodes.value(id); }
     int GetCount() const { return nodes.size(); }
 
     // Nodes for statements, not yet in the tree. Ids that are empty, in the tree, or twice among the
@@ -38,7 +38,7 @@ public:
     static std::vector<NodePtr> ReadNodes(JsonReader& reader);
 
     RpaStatement& ValuesOf(RpaStatementNode& node) const { return node.values; }
-    void WriteJson(JsonWriter& writer) const;
+    void WriteJson(JsonWriter& writer) const { WriteChildren(writer, *root); }
 
     // The node and everything below it.
     static void ForEach(const RpaStatementNode& node,

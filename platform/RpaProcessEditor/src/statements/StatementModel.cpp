@@ -24,8 +24,6 @@ QByteArray SourceKey(const RpaProcess* process)
 }
 } // namespace
 
-StatementModel::StatementModel(QObject* parent) : QAbstractItemModel(parent) {}
-
 QString StatementModel::StatementsMime()
 {
     return QStringLiteral("application/x-rpa-statements+json");
@@ -192,11 +190,6 @@ int StatementModel::rowCount(const QModelIndex& parent) const
     return node && (!parent.isValid() || parent.column() == GutterColumn) ? node->GetChildCount() : 0;
 }
 
-int StatementModel::columnCount(const QModelIndex&) const
-{
-    return ColumnCount;
-}
-
 int StatementModel::LineOf(const RpaStatementNode* node) const
 {
     if (lines.isEmpty() && process) {
@@ -279,11 +272,6 @@ Qt::ItemFlags StatementModel::flags(const QModelIndex& index) const
     else
         flags |= Qt::ItemNeverHasChildren;
     return flags;
-}
-
-QStringList StatementModel::mimeTypes() const
-{
-    return {StatementsMime(), CommandMime()};
 }
 
 QMimeData* StatementModel::mimeData(const QModelIndexList& indexes) const

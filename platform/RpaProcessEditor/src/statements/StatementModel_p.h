@@ -37,7 +37,7 @@ public:
         RunningRole, // whether the engine is at it
     };
 
-    explicit StatementModel(QObject* parent = nullptr);
+    explicit StatementModel(QObject* parent = nullptr) : QAbstractItemModel(parent) {}
 
     static QString StatementsMime(); // JSON of the statements
     static QString CommandMime();    // name of a command, UTF-8
@@ -61,13 +61,13 @@ public:
     QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
     QModelIndex parent(const QModelIndex& child) const override;
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
-    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& = QModelIndex()) const override { return ColumnCount; }
     QVariant data(const QModelIndex& index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     Qt::DropActions supportedDropActions() const override { return Qt::MoveAction | Qt::CopyAction; }
     Qt::DropActions supportedDragActions() const override { return Qt::MoveAction | Qt::CopyAction; }
-    QStringList mimeTypes() const override;
+    QStringList mimeTypes() const override { return {StatementsMime(), CommandMime()}; }
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
     bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                          const QModelIndex& parent) const override;

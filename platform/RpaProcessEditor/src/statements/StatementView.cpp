@@ -219,16 +219,6 @@ void StatementView::ToggleEnabled()
     edits->SetEnabled(*process, ids, !anyEnabled);
 }
 
-void StatementView::MoveUp()
-{
-    Step(-1);
-}
-
-void StatementView::MoveDown()
-{
-    Step(1);
-}
-
 // Past the neighbour; at the edge of a block, out of it.
 void StatementView::Step(int direction)
 {

@@ -31,8 +31,8 @@ public:
     void Delete();
     void Duplicate();
     void ToggleEnabled();
-    void MoveUp();
-    void MoveDown();
+    void MoveUp() { Step(-1); }
+    void MoveDown() { Step(1); }
 
 signals:
     void SigSelectionChanged();

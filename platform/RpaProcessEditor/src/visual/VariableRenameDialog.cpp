@@ -62,11 +62,6 @@ VariableRenameDialog::VariableRenameDialog(const ProcessDataManager& manager, co
     ui.lineEditVariableName->setFocus();
 }
 
-QString VariableRenameDialog::From() const
-{
-    return ui.comboBoxVariable->currentText();
-}
-
 QString VariableRenameDialog::To() const
 {
     return ui.lineEditVariableName->text().trimmed();

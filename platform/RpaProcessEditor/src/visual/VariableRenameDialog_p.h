@@ -20,7 +20,7 @@ public:
     // current: the statement whose variable is proposed; may be null. Nothing is kept of it.
     VariableRenameDialog(const ProcessDataManager& manager, const RpaStatementNode* current, QWidget* parent);
 
-    QString From() const;
+    QString From() const { return ui.comboBoxVariable->currentText(); }
     QString To() const;
 
 private:

@@ -20,8 +20,6 @@ WbColor ColorFor(QIcon::Mode mode, QIcon::State state, WbColor normal)
 }
 } // namespace
 
-IconEngine::IconEngine(const QString& iconName, WbColor normal) : name(iconName), color(normal) {}
-
 void IconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state)
 {
     const qreal ratio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
@@ -34,11 +32,6 @@ void IconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, Q
 QPixmap IconEngine::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state)
 {
     return WbIcons::Pixmap(name, qMin(size.width(), size.height()), ColorFor(mode, state, color));
-}
-
-QIconEngine* IconEngine::clone() const
-{
-    return std::make_unique<IconEngine>(name, color).release();
 }
 
 QString IconEngine::key() const

@@ -10,11 +10,11 @@
 class IconEngine : public QIconEngine
 {
 public:
-    IconEngine(const QString& name, WbColor color);
+    IconEngine(const QString& iconName, WbColor normal) : name(iconName), color(normal) {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override;
-    QIconEngine* clone() const override;
+    QIconEngine* clone() const override { return std::make_unique<IconEngine>(name, color).release(); }
     QString key() const override;
 
 private:

@@ -51,11 +51,6 @@ void BusySpinner::showEvent(QShowEvent*)
     timer.start(frameMilliseconds, this);
 }
 
-void BusySpinner::hideEvent(QHideEvent*)
-{
-    timer.stop();
-}
-
 void BusySpinner::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() == timer.timerId())

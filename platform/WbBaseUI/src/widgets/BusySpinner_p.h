@@ -19,7 +19,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+    void hideEvent(QHideEvent*) override { timer.stop(); }
     void timerEvent(QTimerEvent* event) override;
 
 private:

@@ -8,8 +8,6 @@
 #include <QWebEnginePage>
 #include <QWebEngineView>
 
-BrowserPointer::BrowserPointer(QObject* parent) : IBrowserPointer(parent) {}
-
 BrowserPointer::~BrowserPointer()
 {
     Stop();
@@ -92,11 +90,6 @@ void BrowserPointer::SlotMoved(const QPointF& position)
         movedOn = true;
     else
         Ask(position, false);
-}
-
-void BrowserPointer::SlotPressed(const QPointF& position)
-{
-    Ask(position, true);
 }
 
 void BrowserPointer::Ask(const QPointF& position, bool picked)

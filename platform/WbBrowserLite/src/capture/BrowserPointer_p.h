@@ -54,7 +54,7 @@ class BrowserPointer : public IBrowserPointer
     Q_OBJECT
 
 public:
-    explicit BrowserPointer(QObject* parent);
+    explicit BrowserPointer(QObject* parent) : IBrowserPointer(parent) {}
     ~BrowserPointer() override;
 
     // The view pages are shown in; null for none, which ends pointing.
@@ -68,7 +68,7 @@ public:
 
 private:
     void SlotMoved(const QPointF& position);
-    void SlotPressed(const QPointF& position);
+    void SlotPressed(const QPointF& position) { Ask(position, true); }
     void Ask(const QPointF& position, bool picked);
     void TakeMark(const QVariant& description);
     void TakePick(const QVariant& description);

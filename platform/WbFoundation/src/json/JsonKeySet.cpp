@@ -9,11 +9,6 @@ namespace
 constexpr size_t fewNames = 24;
 }
 
-void JsonKeySet::Open()
-{
-    scopes.push_back({keys.size(), bytes.size(), {}});
-}
-
 void JsonKeySet::Close()
 {
     keys.resize(scopes.back().firstKey);

@@ -12,7 +12,7 @@
 class JsonKeySet
 {
 public:
-    void Open();
+    void Open() { scopes.push_back({keys.size(), bytes.size(), {}}); }
     void Close();
     // False when the innermost open object has the name already.
     bool Add(const QByteArray& key);

@@ -55,11 +55,6 @@ QString RichImages::Add(const QImage& image)
     return {};
 }
 
-QString RichImages::AddEncoded(const QByteArray& bytes)
-{
-    return Take(bytes, false);
-}
-
 QString RichImages::Take(const QByteArray& bytes, bool counted)
 {
     full = false;

@@ -35,7 +35,7 @@ public:
 
     // Takes encoded bytes in as they are where they keep the limits, else as Add(QImage). Empty when they are
     // no picture.
-    QString AddEncoded(const QByteArray& bytes);
+    QString AddEncoded(const QByteArray& bytes) { return Take(bytes, false); }
 
     // Takes "data:image/...;base64,..." in; empty when it is anything else.
     QString AddDataUri(const QString& uri);
