@@ -3,7 +3,6 @@
 #include "SaveSnapshotInfoWidget.h"
 
 #include "SnapshotWriting.h"
-#include "ui_SaveSnapshotInfoWidget.h"
 
 #include <OxHttp/HttpNotifyManager.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
@@ -29,10 +28,9 @@ constexpr int descMaxLength = 50;
 } // namespace
 
 SaveSnapshotInfoWidget::SaveSnapshotInfoWidget(QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, formTitleType, true),
-      ui(std::make_unique<Ui::SaveSnapshotInfoWidget>())
+    : WbBaseDialog(parent, Qt::WindowCloseButtonHint, formTitleType, true)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     InitWidgets();
     InitConnectSignals();
     HttpNotifyManager::Instance()->AddObserver(
@@ -47,39 +45,39 @@ SaveSnapshotInfoWidget::~SaveSnapshotInfoWidget()
 void SaveSnapshotInfoWidget::InitWidgets()
 {
     SetTitle(QStringLiteral("另存为"));
-    ui->plainTextEdit->setPlaceholderText(QStringLiteral("版本描述不超过50字符"));
-    ui->comboBoxName->SetPlaceholderText(QStringLiteral("输入新版本名称或下拉选择覆盖版本"));
-    ui->comboBoxName->SetMaxLength(nameMaxLength);
+    ui.plainTextEdit->setPlaceholderText(QStringLiteral("版本描述不超过50字符"));
+    ui.comboBoxName->SetPlaceholderText(QStringLiteral("输入新版本名称或下拉选择覆盖版本"));
+    ui.comboBoxName->SetMaxLength(nameMaxLength);
     FillNameCombo();
-    ui->comboBoxName->SetBusinessStyle(formFieldStyle);
-    ui->pushButtonOK->SetButtonType(Wb::PrimaryButton);
-    ui->pushButtonOK->setDefault(true);
-    ui->pushButtonCancel->SetButtonType(Wb::SecondaryButton);
+    ui.comboBoxName->SetBusinessStyle(formFieldStyle);
+    ui.pushButtonOK->SetButtonType(Wb::PrimaryButton);
+    ui.pushButtonOK->setDefault(true);
+    ui.pushButtonCancel->SetButtonType(Wb::SecondaryButton);
 }
 
 void SaveSnapshotInfoWidget::InitConnectSignals()
 {
-    connect(ui->pushButtonOK, &WbPushButton::clicked, this, &SaveSnapshotInfoWidget::SlotOK);
-    connect(ui->pushButtonCancel, &WbPushButton::clicked, this, &SaveSnapshotInfoWidget::SlotCancel);
-    connect(ui->comboBoxName, qOverload<int>(&WbEditableCombo::activated), this,
+    connect(ui.pushButtonOK, &WbPushButton::clicked, this, &SaveSnapshotInfoWidget::SlotOK);
+    connect(ui.pushButtonCancel, &WbPushButton::clicked, this, &SaveSnapshotInfoWidget::SlotCancel);
+    connect(ui.comboBoxName, qOverload<int>(&WbEditableCombo::activated), this,
             &SaveSnapshotInfoWidget::SlotNameActived);
-    connect(ui->comboBoxName, &WbEditableCombo::editTextChanged, this,
+    connect(ui.comboBoxName, &WbEditableCombo::editTextChanged, this,
             &SaveSnapshotInfoWidget::SlotNameChanged);
-    connect(ui->plainTextEdit, &WbTextEdit::textChanged, this, &SaveSnapshotInfoWidget::SlotDescChanged);
+    connect(ui.plainTextEdit, &WbTextEdit::textChanged, this, &SaveSnapshotInfoWidget::SlotDescChanged);
 }
 
 void SaveSnapshotInfoWidget::FillNameCombo()
 {
-    ui->comboBoxName->clear();
+    ui.comboBoxName->clear();
     for (int i = 0; i < SnapshotManager()->GetCount(); ++i) {
         const RpaAppSnapshotPtr snapshot = SnapshotManager()->GetSnapshot(i);
         if (snapshot->GetState() == AppSnapshotDevelop)
-            ui->comboBoxName->addItem(QIcon(), snapshot->GetName(), snapshot->GetId());
+            ui.comboBoxName->addItem(QIcon(), snapshot->GetName(), snapshot->GetId());
     }
-    if (ui->comboBoxName->count() == 0)
-        ui->comboBoxName->addItem(QStringLiteral("版本1"), QString());
-    ui->comboBoxName->setCurrentIndex(-1);
-    ui->comboBoxName->setEditText(QString());
+    if (ui.comboBoxName->count() == 0)
+        ui.comboBoxName->addItem(QStringLiteral("版本1"), QString());
+    ui.comboBoxName->setCurrentIndex(-1);
+    ui.comboBoxName->setEditText(QString());
 }
 
 void SaveSnapshotInfoWidget::SetAppData(const RpaAppDataPtr& app)
@@ -89,17 +87,17 @@ void SaveSnapshotInfoWidget::SetAppData(const RpaAppDataPtr& app)
 
 void SaveSnapshotInfoWidget::SetCurrentVersionText(const QString& text)
 {
-    ui->labelVersionCurrent->setText(text);
+    ui.labelVersionCurrent->setText(text);
 }
 
 QString SaveSnapshotInfoWidget::GetTypedName() const
 {
-    return ui->comboBoxName->currentText().trimmed();
+    return ui.comboBoxName->currentText().trimmed();
 }
 
 int SaveSnapshotInfoWidget::FindRow(const QString& name) const
 {
-    return ui->comboBoxName->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    return ui.comboBoxName->findText(name, Qt::MatchExactly | Qt::MatchCaseSensitive);
 }
 
 QString SaveSnapshotInfoWidget::GetDescriptionOf(const QString& snapshotId) const
@@ -111,7 +109,7 @@ QString SaveSnapshotInfoWidget::GetDescriptionOf(const QString& snapshotId) cons
 void SaveSnapshotInfoWidget::SlotOK()
 {
     // A second press while the first request is under way would save twice.
-    if (!ui->comboBoxName->isEnabled())
+    if (!ui.comboBoxName->isEnabled())
         return;
     if (GetTypedName().isEmpty()) {
         WbToast::Show(QStringLiteral("提示：版本名称不能为空"), ToastError);
@@ -133,36 +131,36 @@ void SaveSnapshotInfoWidget::SlotDelete()
 
 void SaveSnapshotInfoWidget::SlotNameActived(int index)
 {
-    const QString id = ui->comboBoxName->itemData(index).toString();
+    const QString id = ui.comboBoxName->itemData(index).toString();
     if (!id.isEmpty() && SnapshotManager()->GetSnapshot(id))
-        ui->plainTextEdit->setPlainText(GetDescriptionOf(id));
+        ui.plainTextEdit->setPlainText(GetDescriptionOf(id));
 }
 
 void SaveSnapshotInfoWidget::SlotNameChanged(const QString&)
 {
     const int row = FindRow(GetTypedName());
-    const QString id = row >= 0 ? ui->comboBoxName->itemData(row).toString() : QString();
-    ui->plainTextEdit->setPlainText(GetDescriptionOf(id));
+    const QString id = row >= 0 ? ui.comboBoxName->itemData(row).toString() : QString();
+    ui.plainTextEdit->setPlainText(GetDescriptionOf(id));
 }
 
 void SaveSnapshotInfoWidget::SlotDescChanged()
 {
-    QString text = ui->plainTextEdit->toPlainText();
+    QString text = ui.plainTextEdit->toPlainText();
     const int excess = text.size() - descMaxLength;
     if (excess <= 0)
         return;
     // What was typed or pasted last stands before the cursor; a text set from outside has its cursor at the
     // front and is cut at its end.
-    int start = ui->plainTextEdit->textCursor().position() - excess;
+    int start = ui.plainTextEdit->textCursor().position() - excess;
     if (start < 0)
         start = descMaxLength;
     text.remove(start, excess);
     if (start > 0 && text.at(start - 1).isHighSurrogate())
         text.remove(--start, 1);
-    ui->plainTextEdit->setPlainText(text);
-    QTextCursor cursor = ui->plainTextEdit->textCursor();
+    ui.plainTextEdit->setPlainText(text);
+    QTextCursor cursor = ui.plainTextEdit->textCursor();
     cursor.setPosition(start);
-    ui->plainTextEdit->setTextCursor(cursor);
+    ui.plainTextEdit->setTextCursor(cursor);
 }
 
 void SaveSnapshotInfoWidget::SendSave()
@@ -174,7 +172,7 @@ void SaveSnapshotInfoWidget::SendSave()
     }
     const QString name = GetTypedName();
     const int row = FindRow(name);
-    const QString id = row >= 0 ? ui->comboBoxName->itemData(row).toString() : QString();
+    const QString id = row >= 0 ? ui.comboBoxName->itemData(row).toString() : QString();
     appData->CheckPackageInfo();
     appData->SetModified(false);
     if (id.isEmpty())
@@ -190,7 +188,7 @@ void SaveSnapshotInfoWidget::SendUpdate(const QString& snapshotId, const QString
         return;
     SnapshotWriting::WriteContent(*snapshot, *appData);
     snapshot->SetName(name);
-    snapshot->SetDesc(ui->plainTextEdit->toPlainText().trimmed());
+    snapshot->SetDesc(ui.plainTextEdit->toPlainText().trimmed());
     updateIdentity = SnapshotWriting::CreateIdentity();
     const auto request = QSharedPointer<UpdateAppSnapshotInfoRequest>::create();
     request->SetSnapshotInfoPtr(snapshot);
@@ -202,7 +200,7 @@ void SaveSnapshotInfoWidget::SendNew(const QString& name)
 {
     const RpaAppSnapshotPtr snapshot = SnapshotManager()->CreateDefault(appData);
     snapshot->SetName(name);
-    snapshot->SetDesc(ui->plainTextEdit->toPlainText().trimmed());
+    snapshot->SetDesc(ui.plainTextEdit->toPlainText().trimmed());
     saveIdentity = SnapshotWriting::CreateIdentity();
     const auto request = QSharedPointer<SaveAppSnapshotInfoRequest>::create();
     request->SetSnapshotInfoPtr(snapshot);
@@ -216,7 +214,7 @@ void SaveSnapshotInfoWidget::DeleteByName()
     if (row < 0)
         return;
     const auto request = QSharedPointer<DeleteAppSnapshotInfoRequest>::create();
-    request->SetSnapshotId(ui->comboBoxName->itemData(row).toString());
+    request->SetSnapshotId(ui.comboBoxName->itemData(row).toString());
     RpaEditorLogic::Instance()->DeleteAppSnapshotInfo(request);
 }
 
@@ -262,21 +260,21 @@ void SaveSnapshotInfoWidget::OnDeleted(IHttpRequest* request, const IHttpRespons
     }
     WbToast::Show(QStringLiteral("删除成功"));
     const auto* deletion = qobject_cast<DeleteAppSnapshotInfoRequest*>(request);
-    const int row = deletion ? ui->comboBoxName->findData(deletion->GetSnapshotId()) : -1;
+    const int row = deletion ? ui.comboBoxName->findData(deletion->GetSnapshotId()) : -1;
     if (row < 0)
         return;
     {
         // The box would put a neighbour's name in place of what the user typed, and so offer to overwrite it.
-        const QSignalBlocker blocker(ui->comboBoxName);
-        const QString typed = ui->comboBoxName->currentText();
-        ui->comboBoxName->removeItem(row);
-        ui->comboBoxName->setEditText(typed);
+        const QSignalBlocker blocker(ui.comboBoxName);
+        const QString typed = ui.comboBoxName->currentText();
+        ui.comboBoxName->removeItem(row);
+        ui.comboBoxName->setEditText(typed);
     }
     SlotNameChanged(QString());
 }
 
 void SaveSnapshotInfoWidget::SetWaiting(bool waiting)
 {
-    ui->comboBoxName->setEnabled(!waiting);
-    ui->labelDesc->setEnabled(!waiting);
+    ui.comboBoxName->setEnabled(!waiting);
+    ui.labelDesc->setEnabled(!waiting);
 }

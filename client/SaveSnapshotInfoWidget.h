@@ -2,18 +2,13 @@
 
 #pragma once
 
+#include "ui_SaveSnapshotInfoWidget.h"
+
 #include <OxHttp/HttpObserverBase.h>
 #include <RpaAppData/RpaAppData.h>
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QString>
-
-#include <memory>
-
-namespace Ui
-{
-class SaveSnapshotInfoWidget;
-}
 
 // The dialog "另存为": saves the app as a new version under a name of the user's, or over a development
 // version picked from the list. It sends the request itself, stays open until the answer and closes accepted
@@ -64,7 +59,7 @@ private:
     void OnDeleted(IHttpRequest* request, const IHttpResponse& response);
     void SetWaiting(bool waiting);
 
-    const std::unique_ptr<Ui::SaveSnapshotInfoWidget> ui;
+    Ui::SaveSnapshotInfoWidget ui;
     QString savedSnapshotId;
     QString saveIdentity;
     QString updateIdentity;

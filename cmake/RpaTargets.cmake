@@ -75,13 +75,14 @@ endfunction()
 
 # One layer (folder) of the module: compiled once, linked into the module and into the module's tests.
 #   rpa_add_module_layer(client SOURCES ... LINK ...)
-# Its forms are found in forms/; its headers are included by file name.
+# Its forms are found in forms/; its headers, which include what is made of them, are included by file name.
 function(rpa_add_module_layer name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} OBJECT ${arg_SOURCES})
     _rpa_common(${name})
     _rpa_include_own_folders(${name} PUBLIC ${arg_SOURCES})
     target_link_libraries(${name} PUBLIC ${arg_LINK})
+    target_include_directories(${name} INTERFACE "${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/include")
     target_compile_definitions(${name} PRIVATE RPAEDITORMANAGER_BUILDING)
     set_target_properties(${name} PROPERTIES
         POSITION_INDEPENDENT_CODE ON

@@ -2,8 +2,6 @@
 
 #include "AddUIWidget.h"
 
-#include "ui_AddUIWidget.h"
-
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaUIDataManager.h>
 #include <WbBaseUI/BaseUIBusiness.h>
@@ -16,21 +14,18 @@ constexpr int nameMaxLength = 20;
 
 } // namespace
 
-AddUIWidget::AddUIWidget(QWidget* parent)
-    : WbBaseDialog(parent, Qt::WindowCloseButtonHint), ui(std::make_unique<Ui::AddUIWidget>())
+AddUIWidget::AddUIWidget(QWidget* parent) : WbBaseDialog(parent, Qt::WindowCloseButtonHint)
 {
-    ui->setupUi(GetContentWidget());
-    ui->lineEdit->setMaxLength(nameMaxLength);
-    ui->pushButtonOK->SetButtonType(Wb::PrimaryButton);
-    ui->pushButtonCancel->SetButtonType(Wb::SecondaryButton);
-    ui->pushButtonOK->setDefault(true);
+    ui.setupUi(GetContentWidget());
+    ui.lineEdit->setMaxLength(nameMaxLength);
+    ui.pushButtonOK->SetButtonType(Wb::PrimaryButton);
+    ui.pushButtonCancel->SetButtonType(Wb::SecondaryButton);
+    ui.pushButtonOK->setDefault(true);
     SetRenameMode(false);
     ApplyLayoutMetrics();
-    connect(ui->pushButtonOK, &WbPushButton::clicked, this, &AddUIWidget::SlotOK);
-    connect(ui->pushButtonCancel, &WbPushButton::clicked, this, &AddUIWidget::SlotCancel);
+    connect(ui.pushButtonOK, &WbPushButton::clicked, this, &AddUIWidget::SlotOK);
+    connect(ui.pushButtonCancel, &WbPushButton::clicked, this, &AddUIWidget::SlotCancel);
 }
-
-AddUIWidget::~AddUIWidget() = default;
 
 void AddUIWidget::SetUIDataManager(RpaUIDataManager* manager)
 {
@@ -39,7 +34,7 @@ void AddUIWidget::SetUIDataManager(RpaUIDataManager* manager)
 
 void AddUIWidget::SetName(const QString& name)
 {
-    ui->lineEdit->setText(name);
+    ui.lineEdit->setText(name);
 }
 
 void AddUIWidget::SetIndex(int value)
@@ -55,7 +50,7 @@ void AddUIWidget::SetRenameMode(bool rename)
 
 QString AddUIWidget::GetName() const
 {
-    return ui->lineEdit->text().trimmed();
+    return ui.lineEdit->text().trimmed();
 }
 
 void AddUIWidget::AdjustForDpi()
@@ -67,10 +62,10 @@ void AddUIWidget::AdjustForDpi()
 void AddUIWidget::ApplyLayoutMetrics()
 {
     const int margin = DpiTool::ScaleDefault(20);
-    ui->verticalLayoutRoot->setContentsMargins(margin, margin, margin, DpiTool::ScaleDefault(30));
-    ui->verticalLayoutRoot->setSpacing(DpiTool::ScaleDefault(20));
-    ui->horizontalLayoutTitle->setSpacing(DpiTool::ScaleDefault(8));
-    ui->horizontalLayoutBtn->setSpacing(DpiTool::ScaleDefault(10));
+    ui.verticalLayoutRoot->setContentsMargins(margin, margin, margin, DpiTool::ScaleDefault(30));
+    ui.verticalLayoutRoot->setSpacing(DpiTool::ScaleDefault(20));
+    ui.horizontalLayoutTitle->setSpacing(DpiTool::ScaleDefault(8));
+    ui.horizontalLayoutBtn->setSpacing(DpiTool::ScaleDefault(10));
 }
 
 void AddUIWidget::SlotOK()

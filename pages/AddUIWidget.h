@@ -2,18 +2,13 @@
 
 #pragma once
 
+#include "ui_AddUIWidget.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QString>
 
-#include <memory>
-
 class RpaUIDataManager;
-
-namespace Ui
-{
-class AddUIWidget;
-}
 
 // Asks for the name of a new UI page, or for another name of an existing one. It closes accepted only with a
 // name that is not empty, has no line break and is not in use.
@@ -23,7 +18,6 @@ class AddUIWidget : public WbBaseDialog
 
 public:
     explicit AddUIWidget(QWidget* parent = nullptr);
-    ~AddUIWidget() override;
 
     // The pages that the name is checked against; not owned, must outlive exec().
     void SetUIDataManager(RpaUIDataManager* manager);
@@ -48,7 +42,7 @@ private:
     void ApplyLayoutMetrics();
     bool IsNameTaken(const QString& name) const;
 
-    const std::unique_ptr<Ui::AddUIWidget> ui;
+    Ui::AddUIWidget ui;
     RpaUIDataManager* uiDataManager = nullptr;
     int index = -1;
     bool renameMode = false;

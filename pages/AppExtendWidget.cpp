@@ -2,27 +2,22 @@
 
 #include "AppExtendWidget.h"
 
-#include "ui_AppExtendWidget.h"
-
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <WbWebKernal/WbRichEditor.h>
 
-AppExtendWidget::AppExtendWidget(QWidget* parent)
-    : WbBaseWidget(parent), ui(std::make_unique<Ui::AppExtendWidget>())
+AppExtendWidget::AppExtendWidget(QWidget* parent) : WbBaseWidget(parent)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
 }
-
-AppExtendWidget::~AppExtendWidget() = default;
 
 void AppExtendWidget::SetRpaAppData(const RpaAppDataPtr& app)
 {
     appData = app;
     loadedManual = app->GetAppExtendInfo()->GetManual();
     // What the editor makes of the text while it loads is not an edit.
-    disconnect(ui->textEditManual, &WbRichEditor::SigTextChanged, this, &AppExtendWidget::SlotManualEdited);
-    ui->textEditManual->Init(loadedManual);
-    connect(ui->textEditManual, &WbRichEditor::SigTextChanged, this, &AppExtendWidget::SlotManualEdited);
+    disconnect(ui.textEditManual, &WbRichEditor::SigTextChanged, this, &AppExtendWidget::SlotManualEdited);
+    ui.textEditManual->Init(loadedManual);
+    connect(ui.textEditManual, &WbRichEditor::SigTextChanged, this, &AppExtendWidget::SlotManualEdited);
 }
 
 void AppExtendWidget::SlotManualEdited(QString str)

@@ -2,17 +2,12 @@
 
 #pragma once
 
+#include "ui_AppExtendWidget.h"
+
 #include <RpaAppData/RpaAppData.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <QString>
-
-#include <memory>
-
-namespace Ui
-{
-class AppExtendWidget;
-}
 
 // The editor page with the app's usage instructions. Every change is written straight into the app and marks
 // it modified.
@@ -22,7 +17,6 @@ class AppExtendWidget : public WbBaseWidget
 
 public:
     explicit AppExtendWidget(QWidget* parent = nullptr);
-    ~AppExtendWidget() override;
 
     // Shows the app's instructions and writes later changes into it. Never null.
     void SetRpaAppData(const RpaAppDataPtr& app);
@@ -31,7 +25,7 @@ private slots:
     void SlotManualEdited(QString str);
 
 private:
-    const std::unique_ptr<Ui::AppExtendWidget> ui;
+    Ui::AppExtendWidget ui;
     RpaAppDataPtr appData;
     QString loadedManual; // as bound; edits do not change it
 };

@@ -3,7 +3,6 @@
 #include "RpaAppEditorNaviWidget.h"
 
 #include "RpaAppNotify.h"
-#include "ui_RpaAppEditorNaviWidget.h"
 
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbIconButtonWidget.h>
@@ -31,10 +30,9 @@ void Select(WbIconButtonWidget* button, bool selected)
 
 } // namespace
 
-RpaAppEditorNaviWidget::RpaAppEditorNaviWidget(QWidget* parent)
-    : WbBaseWidget(parent), ui(std::make_unique<Ui::RpaAppEditorNaviWidget>())
+RpaAppEditorNaviWidget::RpaAppEditorNaviWidget(QWidget* parent) : WbBaseWidget(parent)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     InitButtons();
     AdjustForDpi();
     DpiTool::Register(this);
@@ -50,28 +48,28 @@ RpaAppEditorNaviWidget::~RpaAppEditorNaviWidget()
 void RpaAppEditorNaviWidget::InitButtons()
 {
     indexByButton = {
-        {ui->pushButtonUI, UIDesignPage},
-        {ui->pushButtonProcess, ProcessPage},
-        {ui->pushButtonExtend, ExtendPage},
+        {ui.pushButtonUI, UIDesignPage},
+        {ui.pushButtonProcess, ProcessPage},
+        {ui.pushButtonExtend, ExtendPage},
     };
     for (auto it = indexByButton.cbegin(); it != indexByButton.cend(); ++it)
         it.key()->setFocusPolicy(Qt::NoFocus);
-    ui->pushButtonUI->GetLabelText()->setText(QStringLiteral("界面设计"));
-    ui->pushButtonProcess->GetLabelText()->setText(QStringLiteral("流程设计"));
-    ui->pushButtonExtend->GetLabelText()->setText(QStringLiteral("使用说明设计"));
-    Select(ui->pushButtonUI, true);
+    ui.pushButtonUI->GetLabelText()->setText(QStringLiteral("界面设计"));
+    ui.pushButtonProcess->GetLabelText()->setText(QStringLiteral("流程设计"));
+    ui.pushButtonExtend->GetLabelText()->setText(QStringLiteral("使用说明设计"));
+    Select(ui.pushButtonUI, true);
 }
 
 void RpaAppEditorNaviWidget::AdjustForDpi()
 {
     const int side = DpiTool::ScaleDefault(naviSideMargin);
-    ui->horizontalLayout->setContentsMargins(side, 0, side, 0);
-    ui->horizontalLayout->setSpacing(DpiTool::ScaleDefault(buttonSpacing));
+    ui.horizontalLayout->setContentsMargins(side, 0, side, 0);
+    ui.horizontalLayout->setSpacing(DpiTool::ScaleDefault(buttonSpacing));
 }
 
 void RpaAppEditorNaviWidget::PickProcessPage()
 {
-    emit ui->pushButtonProcess->SigClicked();
+    emit ui.pushButtonProcess->SigClicked();
 }
 
 void RpaAppEditorNaviWidget::OnButtonClicked()

@@ -2,19 +2,14 @@
 
 #pragma once
 
+#include "ui_RpaAppEditorNaviWidget.h"
+
 #include <OxBase/IDpiAdapter.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <QMap>
 
-#include <memory>
-
 class WbIconButtonWidget;
-
-namespace Ui
-{
-class RpaAppEditorNaviWidget;
-}
 
 // The row of buttons that chooses the page of the editor. It announces the picked page through RpaAppNotify
 // and switches nothing itself; exactly one button is selected at any time.
@@ -35,6 +30,6 @@ private:
     void InitButtons();
     void OnButtonClicked();
 
-    const std::unique_ptr<Ui::RpaAppEditorNaviWidget> ui;
+    Ui::RpaAppEditorNaviWidget ui;
     QMap<WbIconButtonWidget*, int> indexByButton;
 };

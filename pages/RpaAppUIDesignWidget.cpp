@@ -4,7 +4,6 @@
 
 #include "AddUIWidget.h"
 #include "RpaPageHint.h"
-#include "ui_RpaAppUIDesignWidget.h"
 
 #include <OxBase/DpiTool.h>
 #include <RpaAppData/RpaParamData.h>
@@ -44,58 +43,57 @@ void Fill(QWidget* host, QWidget* created)
 
 } // namespace
 
-RpaAppUIDesignWidget::RpaAppUIDesignWidget(QWidget* parent)
-    : WbBaseWidget(parent), ui(std::make_unique<Ui::RpaAppUIDesignWidget>())
+RpaAppUIDesignWidget::RpaAppUIDesignWidget(QWidget* parent) : WbBaseWidget(parent)
 {
-    ui->setupUi(this);
+    ui.setupUi(this);
     InitPageView();
-    ui->space_widget->hide();
+    ui.space_widget->hide();
     ShareWidth();
-    ui->splitterRight->setStretchFactor(0, pageViewStretch);
-    ui->splitterRight->setStretchFactor(1, logStretch);
+    ui.splitterRight->setStretchFactor(0, pageViewStretch);
+    ui.splitterRight->setStretchFactor(1, logStretch);
     AdjustForDpi();
     InitConnectSignals();
     DpiTool::Register(this);
-    RpaProcessRelatedUIControler::Instance()->AddToControl(ui->editorWidget);
-    RpaProcessRelatedUIControler::Instance()->AddToControl(ui->widgetTabBar);
+    RpaProcessRelatedUIControler::Instance()->AddToControl(ui.editorWidget);
+    RpaProcessRelatedUIControler::Instance()->AddToControl(ui.widgetTabBar);
     RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
 }
 
 RpaAppUIDesignWidget::~RpaAppUIDesignWidget()
 {
     RpaProcessLifeCycleManager::Instance()->RemoveLifeCycle(this);
-    RpaProcessRelatedUIControler::Instance()->RemoveFromControl(ui->editorWidget);
-    RpaProcessRelatedUIControler::Instance()->RemoveFromControl(ui->widgetTabBar);
+    RpaProcessRelatedUIControler::Instance()->RemoveFromControl(ui.editorWidget);
+    RpaProcessRelatedUIControler::Instance()->RemoveFromControl(ui.widgetTabBar);
     DpiTool::Unregister(this);
 }
 
 // Without sizes of its own the splitter would go by what the panels' tables would like to have.
 void RpaAppUIDesignWidget::ShareWidth()
 {
-    ui->splitter->setStretchFactor(0, panelStretch);
-    ui->splitter->setStretchFactor(1, pageStretch);
-    ui->splitter->setSizes({width() * panelStretch, width() * pageStretch});
-    ui->splitterRight->setSizes({height() * pageViewStretch, height() * logStretch});
+    ui.splitter->setStretchFactor(0, panelStretch);
+    ui.splitter->setStretchFactor(1, pageStretch);
+    ui.splitter->setSizes({width() * panelStretch, width() * pageStretch});
+    ui.splitterRight->setSizes({height() * pageViewStretch, height() * logStretch});
 }
 
 void RpaAppUIDesignWidget::InitPageView()
 {
-    toolWidget = IAppToolWidget::CreateToolEditor(ui->widgetTool);
-    Fill(ui->widgetTool, toolWidget);
-    ui->widgetToolEditor->SetAppToolWidget(toolWidget);
+    toolWidget = IAppToolWidget::CreateToolEditor(ui.widgetTool);
+    Fill(ui.widgetTool, toolWidget);
+    ui.widgetToolEditor->SetAppToolWidget(toolWidget);
 
-    paramWidget = IAppParamWidget::CreateParamWidget(ui->widgetParam);
-    Fill(ui->widgetParam, paramWidget);
-    ui->widgetParamEditor->SetAppParamWidget(paramWidget);
+    paramWidget = IAppParamWidget::CreateParamWidget(ui.widgetParam);
+    Fill(ui.widgetParam, paramWidget);
+    ui.widgetParamEditor->SetAppParamWidget(paramWidget);
 
-    tableWidget = IAppTableWidget::CreateTableWidget(ui->widgetTable);
-    Fill(ui->widgetTable, tableWidget);
-    ui->widgetTableEditor->SetAppTableWidget(tableWidget);
-    new RpaPageHint(QStringLiteral("使用者填写的内容会显示在这里。在左侧添加参数或表格列。"), ui->widgetTable,
+    tableWidget = IAppTableWidget::CreateTableWidget(ui.widgetTable);
+    Fill(ui.widgetTable, tableWidget);
+    ui.widgetTableEditor->SetAppTableWidget(tableWidget);
+    new RpaPageHint(QStringLiteral("使用者填写的内容会显示在这里。在左侧添加参数或表格列。"), ui.widgetTable,
                     {paramWidget, tableWidget});
 
-    logWidget = IAppLogWidget::CreateDevelopLog(ui->widgetLog);
-    Fill(ui->widgetLog, logWidget);
+    logWidget = IAppLogWidget::CreateDevelopLog(ui.widgetLog);
+    Fill(ui.widgetLog, logWidget);
     if (logWidget)
         logWidget->SetLogDataSource(RpaEngineModule::Instance()->GetLogManager()->GetLogDataSource());
 }
@@ -110,26 +108,26 @@ void RpaAppUIDesignWidget::InitConnectSignals()
         connect(logWidget, &IAppLogWidget::SigShowStatement, this, &RpaAppUIDesignWidget::SigShowStatement);
         connect(logWidget, &IAppLogWidget::SigShowLine, this, &RpaAppUIDesignWidget::SigShowLine);
     }
-    connect(ui->widgetToolEditor, &AppToolEditorWidget::SigShrinkChanged, this,
+    connect(ui.widgetToolEditor, &AppToolEditorWidget::SigShrinkChanged, this,
             &RpaAppUIDesignWidget::SlotShrinkChanged);
-    connect(ui->widgetParamEditor, &AppParamEditorWidget::SigShrinkChanged, this,
+    connect(ui.widgetParamEditor, &AppParamEditorWidget::SigShrinkChanged, this,
             &RpaAppUIDesignWidget::SlotShrinkChanged);
-    connect(ui->widgetTableEditor, &AppTableEditorWidget::SigShrinkChanged, this,
+    connect(ui.widgetTableEditor, &AppTableEditorWidget::SigShrinkChanged, this,
             &RpaAppUIDesignWidget::SlotShrinkChanged);
-    connect(ui->widgetTabBar, &RpaTabBar::SigTabChanged, this, &RpaAppUIDesignWidget::SlotTabChanged);
-    connect(ui->widgetTabBar, &RpaTabBar::SigAddTab, this, &RpaAppUIDesignWidget::SlotAddUI);
-    connect(ui->widgetTabBar, &RpaTabBar::SigDeleteTab, this, &RpaAppUIDesignWidget::SlotDeleteUI);
-    connect(ui->widgetTabBar, &RpaTabBar::SigRenameTab, this, &RpaAppUIDesignWidget::SlotRenameUI);
-    connect(ui->widgetTabBar, &RpaTabBar::SigTabMoved, this, &RpaAppUIDesignWidget::SlotMoveUI);
+    connect(ui.widgetTabBar, &RpaTabBar::SigTabChanged, this, &RpaAppUIDesignWidget::SlotTabChanged);
+    connect(ui.widgetTabBar, &RpaTabBar::SigAddTab, this, &RpaAppUIDesignWidget::SlotAddUI);
+    connect(ui.widgetTabBar, &RpaTabBar::SigDeleteTab, this, &RpaAppUIDesignWidget::SlotDeleteUI);
+    connect(ui.widgetTabBar, &RpaTabBar::SigRenameTab, this, &RpaAppUIDesignWidget::SlotRenameUI);
+    connect(ui.widgetTabBar, &RpaTabBar::SigTabMoved, this, &RpaAppUIDesignWidget::SlotMoveUI);
 }
 
 void RpaAppUIDesignWidget::AdjustForDpi()
 {
     const int side = DpiTool::ScaleDefault(4);
-    ui->verticalLayout->setContentsMargins(side, 0, side, 0);
-    ui->verticalLayout->setSpacing(DpiTool::ScaleDefault(8));
-    ui->verticalLayout_2->setSpacing(DpiTool::ScaleDefault(10));
-    ui->widgetLog->layout()->setContentsMargins(side, 0, side, 0);
+    ui.verticalLayout->setContentsMargins(side, 0, side, 0);
+    ui.verticalLayout->setSpacing(DpiTool::ScaleDefault(8));
+    ui.verticalLayout_2->setSpacing(DpiTool::ScaleDefault(10));
+    ui.widgetLog->layout()->setContentsMargins(side, 0, side, 0);
 }
 
 void RpaAppUIDesignWidget::SetRpaAppData(const RpaAppDataPtr& app)
@@ -137,13 +135,13 @@ void RpaAppUIDesignWidget::SetRpaAppData(const RpaAppDataPtr& app)
     appData = app;
     if (GetUIDataManager()->GetCount() == 0)
         return;
-    ui->widgetToolEditor->SetAppDataPtr(app);
-    ui->widgetParamEditor->SetAppDataPtr(app);
-    ui->widgetTableEditor->SetAppDataPtr(app);
+    ui.widgetToolEditor->SetAppDataPtr(app);
+    ui.widgetParamEditor->SetAppDataPtr(app);
+    ui.widgetTableEditor->SetAppDataPtr(app);
     ActivatePage(0);
     QStringList names;
     GetUIDataManager()->GetAllUIName(names);
-    ui->widgetTabBar->Initialize(names);
+    ui.widgetTabBar->Initialize(names);
 }
 
 void RpaAppUIDesignWidget::ActivatePage(int index)
@@ -152,11 +150,11 @@ void RpaAppUIDesignWidget::ActivatePage(int index)
     const RpaUIData* page = GetUIDataManager()->GetUIData(index);
     if (!page)
         return; // a tab of the app before, left there by an app without pages
-    ui->widgetToolEditor->Init(page->GetToolData());
+    ui.widgetToolEditor->Init(page->GetToolData());
     toolWidget->SetToolData(page->GetToolData());
-    ui->widgetParamEditor->Init(page->GetParamData());
+    ui.widgetParamEditor->Init(page->GetParamData());
     paramWidget->SetParamData(page->GetParamData());
-    ui->widgetTableEditor->Init(page->GetTableData());
+    ui.widgetTableEditor->Init(page->GetTableData());
     tableWidget->SetTableData(page->GetTableData());
 }
 
@@ -190,9 +188,9 @@ void RpaAppUIDesignWidget::ProcessFinish(const QString&)
 
 void RpaAppUIDesignWidget::SlotShrinkChanged()
 {
-    const bool allShrunk = ui->widgetToolEditor->IsShrink() && ui->widgetParamEditor->IsShrink() &&
-                           ui->widgetTableEditor->IsShrink();
-    ui->space_widget->setVisible(allShrunk);
+    const bool allShrunk = ui.widgetToolEditor->IsShrink() && ui.widgetParamEditor->IsShrink() &&
+                           ui.widgetTableEditor->IsShrink();
+    ui.space_widget->setVisible(allShrunk);
 }
 
 void RpaAppUIDesignWidget::SlotTabChanged(int index)
@@ -221,7 +219,7 @@ void RpaAppUIDesignWidget::SlotAddUI()
     item.processName = appData->GetProcessDataManager()->GetProcessNameFirst();
     const bool isFirst = GetUIDataManager()->GetCount() == 0;
     GetUIDataManager()->AddUIData(name, item);
-    ui->widgetTabBar->AddTab(name);
+    ui.widgetTabBar->AddTab(name);
     if (isFirst) {
         // Only now is there anything to show of this app; panels and tabs may be those of the app before.
         SetRpaAppData(appData);
@@ -231,9 +229,9 @@ void RpaAppUIDesignWidget::SlotAddUI()
 
 void RpaAppUIDesignWidget::SlotDeleteUI(int index)
 {
-    ui->widgetTabBar->RemoveTab(index);
+    ui.widgetTabBar->RemoveTab(index);
     GetUIDataManager()->DeleteUIData(index);
-    GetUIDataManager()->SetIndexActive(ui->widgetTabBar->GetCurrentIndex());
+    GetUIDataManager()->SetIndexActive(ui.widgetTabBar->GetCurrentIndex());
     appData->SetModified(true);
 }
 
@@ -255,14 +253,14 @@ void RpaAppUIDesignWidget::SlotRenameUI(int index)
     if (name == oldName)
         return;
     GetUIDataManager()->UpdateUIData(index, name);
-    ui->widgetTabBar->SetTabText(index, name);
+    ui.widgetTabBar->SetTabText(index, name);
     appData->SetModified(true);
 }
 
 void RpaAppUIDesignWidget::SlotMoveUI(int from, int to)
 {
-    ui->widgetTabBar->SwapTab(from, to);
+    ui.widgetTabBar->SwapTab(from, to);
     GetUIDataManager()->SwapUIData(from, to);
-    GetUIDataManager()->SetIndexActive(ui->widgetTabBar->GetCurrentIndex());
+    GetUIDataManager()->SetIndexActive(ui.widgetTabBar->GetCurrentIndex());
     appData->SetModified(true);
 }

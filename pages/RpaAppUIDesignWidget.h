@@ -2,14 +2,14 @@
 
 #pragma once
 
+#include "ui_RpaAppUIDesignWidget.h"
+
 #include <OxBase/IDpiAdapter.h>
 #include <RpaAppData/RpaAppData.h>
 #include <RpaEngineCore/IProcessLifeCycle.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
 #include <QString>
-
-#include <memory>
 
 class IAppParamEngine;
 class IAppTableEngine;
@@ -18,11 +18,6 @@ class IAppParamWidget;
 class IAppTableWidget;
 class IAppToolWidget;
 class RpaUIDataManager;
-
-namespace Ui
-{
-class RpaAppUIDesignWidget;
-}
 
 // The editor page on which the author designs the app's UI pages: one tab per page, panels for its tools,
 // parameters and table, the page as its users see it, and the log of development runs. Tabs and the app's
@@ -72,7 +67,7 @@ private:
     void ActivatePage(int index);
     RpaUIDataManager* GetUIDataManager() const;
 
-    const std::unique_ptr<Ui::RpaAppUIDesignWidget> ui;
+    Ui::RpaAppUIDesignWidget ui;
     RpaAppDataPtr appData;
     // Of the page view, each owned by its host. They must exist once a page is shown.
     IAppToolWidget* toolWidget = nullptr;

@@ -2,43 +2,38 @@
 
 #include "RpaTemplateExportDlg.h"
 
-#include "ui_RpaTemplateExportDlg.h"
-
 #include <OxBase/DpiTool.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QFileDialog>
 #include <QPointer>
 
-RpaTemplateExportDlg::RpaTemplateExportDlg(QWidget* parent)
-    : WbBaseDialog(parent), ui(std::make_unique<Ui::RpaTemplateExportDlg>())
+RpaTemplateExportDlg::RpaTemplateExportDlg(QWidget* parent) : WbBaseDialog(parent)
 {
-    ui->setupUi(GetContentWidget());
+    ui.setupUi(GetContentWidget());
     SetTitle(QStringLiteral("生成模板"));
-    ui->confirmBtn->SetButtonType(Wb::PrimaryButton);
-    ui->cancleSelectBtn->SetButtonType(Wb::SecondaryButton);
-    ui->openPushButton->SetButtonType(Wb::SecondaryButton);
-    connect(ui->confirmBtn, &WbPushButton::clicked, this, &RpaTemplateExportDlg::Confirm);
-    connect(ui->cancleSelectBtn, &WbPushButton::clicked, this, &RpaTemplateExportDlg::reject);
-    connect(ui->openPushButton, &WbPushButton::clicked, this, &RpaTemplateExportDlg::ChooseDirectory);
+    ui.confirmBtn->SetButtonType(Wb::PrimaryButton);
+    ui.cancleSelectBtn->SetButtonType(Wb::SecondaryButton);
+    ui.openPushButton->SetButtonType(Wb::SecondaryButton);
+    connect(ui.confirmBtn, &WbPushButton::clicked, this, &RpaTemplateExportDlg::Confirm);
+    connect(ui.cancleSelectBtn, &WbPushButton::clicked, this, &RpaTemplateExportDlg::reject);
+    connect(ui.openPushButton, &WbPushButton::clicked, this, &RpaTemplateExportDlg::ChooseDirectory);
     ApplyMetrics();
 }
 
-RpaTemplateExportDlg::~RpaTemplateExportDlg() = default;
-
 QString RpaTemplateExportDlg::GetTemplateName() const
 {
-    return ui->nameLineEdit->text().trimmed();
+    return ui.nameLineEdit->text().trimmed();
 }
 
 QString RpaTemplateExportDlg::GetTemplateDirection() const
 {
-    return ui->directionLineEdit->text().trimmed();
+    return ui.directionLineEdit->text().trimmed();
 }
 
 QString RpaTemplateExportDlg::GetSaveDir() const
 {
-    return ui->saveFileLineEdit->text().trimmed();
+    return ui.saveFileLineEdit->text().trimmed();
 }
 
 void RpaTemplateExportDlg::AdjustForDpi()
@@ -52,11 +47,11 @@ void RpaTemplateExportDlg::ApplyMetrics()
     setFixedSize(DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(280));
     const int side = DpiTool::ScaleDefault(20);
     const int end = DpiTool::ScaleDefault(12);
-    ui->mainLayout->setContentsMargins(side, end, side, end);
-    ui->mainLayout->setSpacing(DpiTool::ScaleDefault(8));
-    for (QHBoxLayout* row : {ui->nameHLayout, ui->directionHLayout, ui->saveFileHLayout})
+    ui.mainLayout->setContentsMargins(side, end, side, end);
+    ui.mainLayout->setSpacing(DpiTool::ScaleDefault(8));
+    for (QHBoxLayout* row : {ui.nameHLayout, ui.directionHLayout, ui.saveFileHLayout})
         row->setSpacing(DpiTool::ScaleDefault(4));
-    ui->btnLayout->setSpacing(DpiTool::ScaleDefault(8));
+    ui.btnLayout->setSpacing(DpiTool::ScaleDefault(8));
 }
 
 void RpaTemplateExportDlg::ChooseDirectory()
@@ -66,7 +61,7 @@ void RpaTemplateExportDlg::ChooseDirectory()
     const QString dir = QFileDialog::getExistingDirectory(this, QStringLiteral("请选择生成模板的存储路径"),
                                                           QString(), QFileDialog::ShowDirsOnly);
     if (self)
-        ui->saveFileLineEdit->setText(dir);
+        ui.saveFileLineEdit->setText(dir);
 }
 
 void RpaTemplateExportDlg::Confirm()

@@ -2,16 +2,11 @@
 
 #pragma once
 
+#include "ui_RpaTemplateExportDlg.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QString>
-
-#include <memory>
-
-namespace Ui
-{
-class RpaTemplateExportDlg;
-}
 
 // Asks for name, description and folder of a template to be written. Accepted only when all three are given.
 class RpaTemplateExportDlg : public WbBaseDialog
@@ -20,7 +15,6 @@ class RpaTemplateExportDlg : public WbBaseDialog
 
 public:
     explicit RpaTemplateExportDlg(QWidget* parent = nullptr);
-    ~RpaTemplateExportDlg() override;
 
     // Without leading and trailing blanks.
     QString GetTemplateName() const;
@@ -34,5 +28,5 @@ private:
     void ChooseDirectory();
     void Confirm();
 
-    const std::unique_ptr<Ui::RpaTemplateExportDlg> ui;
+    Ui::RpaTemplateExportDlg ui;
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "RpaTemplateData.h"
+#include "ui_RpaTemplateSelectDlg.h"
 
 #include <WbBaseUI/WbBaseDialog.h>
 
@@ -10,12 +11,6 @@
 #include <QString>
 
 #include <map>
-#include <memory>
-
-namespace Ui
-{
-class RpaTemplateSelectDlg;
-}
 
 // Offers the templates of a folder to the author of a new app.
 class RpaTemplateSelectDlg : public WbBaseDialog
@@ -24,7 +19,6 @@ class RpaTemplateSelectDlg : public WbBaseDialog
 
 public:
     explicit RpaTemplateSelectDlg(QWidget* parent = nullptr);
-    ~RpaTemplateSelectDlg() override;
 
     // Reads the files of the folder in the order of their names; what is no template is left out silently.
     void LoadTemplates(const QString& dir);
@@ -41,6 +35,6 @@ private:
     const RpaTemplateData* CurrentTemplate() const;
     void ShowDescription();
 
-    const std::unique_ptr<Ui::RpaTemplateSelectDlg> ui;
+    Ui::RpaTemplateSelectDlg ui;
     std::map<QString, RpaTemplateData> templates; // by file name
 };
