@@ -12,7 +12,7 @@ class ZipEntry;
 class XlsxSheet
 {
 public:
-    // dateStyles: per cell format whether it shows a date; from1904: from when days are counted.
+    // styles: per cell format whether it shows a date; since1904: from when days are counted.
     XlsxSheet(const QVector<bool>& styles, bool since1904) : dateStyles(styles), from1904(since1904) {}
 
     bool ReadTexts(ZipEntry& part, const TableFile::Progress& progress);

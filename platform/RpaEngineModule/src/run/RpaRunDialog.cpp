@@ -2,14 +2,8 @@
 
 #include "RpaRunDialog_p.h"
 
-#include <OxBase/DpiTool.h>
 #include <WbBaseUI/UIMain.h>
-#include <WbBaseUI/WbLabel.h>
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
-
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <WbBaseUI/WbScaledForm.h>
 
 namespace
 {
@@ -24,48 +18,21 @@ RpaRunDialog::RpaRunDialog(Kind shownKind, const QString& text, const QString& v
 {
     setObjectName(QStringLiteral("RpaRunDialog"));
     SetTitle(QStringLiteral("流程消息"));
-    auto* layout = new QVBoxLayout(GetContentWidget());
-    const int margin = DpiTool::ScaleDefault(24);
-    layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(DpiTool::ScaleDefault(16));
-
-    auto* label = new WbLabel(text.left(textLength));
-    label->setObjectName(QStringLiteral("labelRunText"));
-    label->setWordWrap(true);
-    label->setMinimumWidth(DpiTool::ScaleDefault(320));
-    layout->addWidget(label);
-    if (kind == Input) {
-        lineEdit = new WbLineEdit;
-        lineEdit->setObjectName(QStringLiteral("lineEditRunInput"));
-        lineEdit->setText(value);
-        lineEdit->setAccessibleName(text.left(100));
-        layout->addWidget(lineEdit);
+    ui.setupUi(GetContentWidget());
+    WbScaledForm::Follow(GetContentWidget());
+    ui.labelRunText->setText(text.left(textLength));
+    ui.lineEditRunInput->setText(value);
+    ui.lineEditRunInput->setAccessibleName(text.left(100));
+    ui.lineEditRunInput->setVisible(kind == Input);
+    ui.pushButtonRunNo->setVisible(kind != Message);
+    if (kind == Confirm) {
+        ui.pushButtonRunYes->setText(QStringLiteral("是"));
+        ui.pushButtonRunNo->setText(QStringLiteral("否"));
     }
-    AddButtons();
-    if (lineEdit)
-        lineEdit->setFocus();
-}
-
-void RpaRunDialog::AddButtons()
-{
-    auto* row = new QHBoxLayout;
-    row->setSpacing(DpiTool::ScaleDefault(8));
-    row->addStretch();
-    const QString yes = kind == Confirm ? QStringLiteral("是") : QStringLiteral("确定");
-    auto* accepting = new WbPushButton(nullptr, Wb::PrimaryButton);
-    accepting->setObjectName(QStringLiteral("pushButtonRunYes"));
-    accepting->setText(yes);
-    accepting->setDefault(true);
-    connect(accepting, &QPushButton::clicked, this, &QDialog::accept);
-    row->addWidget(accepting);
-    if (kind != Message) {
-        auto* rejecting = new WbPushButton(nullptr, Wb::SecondaryButton);
-        rejecting->setObjectName(QStringLiteral("pushButtonRunNo"));
-        rejecting->setText(kind == Confirm ? QStringLiteral("否") : QStringLiteral("取消"));
-        connect(rejecting, &QPushButton::clicked, this, &QDialog::reject);
-        row->addWidget(rejecting);
-    }
-    static_cast<QVBoxLayout*>(GetContentWidget()->layout())->addLayout(row);
+    connect(ui.pushButtonRunYes, &QPushButton::clicked, this, &QDialog::accept);
+    connect(ui.pushButtonRunNo, &QPushButton::clicked, this, &QDialog::reject);
+    if (kind == Input)
+        ui.lineEditRunInput->setFocus();
 }
 
 QVariant RpaRunDialog::GetAnswer() const
@@ -73,6 +40,6 @@ QVariant RpaRunDialog::GetAnswer() const
     if (kind == Confirm)
         return result() == QDialog::Accepted;
     if (kind == Input && result() == QDialog::Accepted)
-        return lineEdit->text();
+        return ui.lineEditRunInput->text();
     return {};
 }

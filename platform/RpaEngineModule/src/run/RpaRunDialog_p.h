@@ -2,11 +2,11 @@
 
 #pragma once
 
+#include "ui_RpaRunDialog.h"
+
 #include <WbBaseUI/WbBaseDialog.h>
 
 #include <QVariant>
-
-class WbLineEdit;
 
 // A dialog that a running program shows to the user.
 class RpaRunDialog : public WbBaseDialog
@@ -27,8 +27,6 @@ public:
     QVariant GetAnswer() const;
 
 private:
-    void AddButtons();
-
     const Kind kind;
-    WbLineEdit* lineEdit = nullptr;
+    Ui::RpaRunDialog ui;
 };

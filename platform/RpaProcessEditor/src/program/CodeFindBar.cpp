@@ -3,63 +3,34 @@
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
 
-#include <WbBaseUI/WbLineEdit.h>
-#include <WbBaseUI/WbPushButton.h>
 #include <WbBaseUI/WbTextSearch.h>
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QKeyEvent>
 
-namespace
-{
-constexpr int replaceEditWidth = 280;
-}
-
 CodeFindBar::CodeFindBar(CodeEdit* searched, QWidget* parent)
-    : WbFindBar(QStringLiteral("查找"), parent), edit(searched), replaceEdit(new WbLineEdit),
+    : WbFindBar(QStringLiteral("查找"), parent), edit(searched),
       caseBox(new QCheckBox(QStringLiteral("区分大小写"))),
-      wordBox(new QCheckBox(QStringLiteral("整个单词"))), replaceRow(MakeReplaceRow())
+      wordBox(new QCheckBox(QStringLiteral("整个单词"))), replaceRow(new QWidget)
 {
     setObjectName(QStringLiteral("codeFindBar"));
     caseBox->setObjectName(QStringLiteral("checkBoxCase"));
     wordBox->setObjectName(QStringLiteral("checkBoxWord"));
     AddOption(caseBox);
     AddOption(wordBox);
+    replace.setupUi(replaceRow);
     AddRow(replaceRow);
 
     connect(this, &WbFindBar::SigTextChanged, this, &CodeFindBar::SlotChanged);
     connect(caseBox, &QCheckBox::toggled, this, &CodeFindBar::SlotChanged);
     connect(wordBox, &QCheckBox::toggled, this, &CodeFindBar::SlotChanged);
     connect(this, &WbFindBar::SigFind, this, &CodeFindBar::Find);
+    connect(replace.replaceButton, &QPushButton::clicked, this, &CodeFindBar::ReplaceCurrent);
+    connect(replace.replaceAllButton, &QPushButton::clicked, this, &CodeFindBar::ReplaceAll);
     connect(this, &WbFindBar::SigClosed, this, [this] {
         edit->SetFoundMarks({});
         edit->setFocus();
     });
-}
-
-QWidget* CodeFindBar::MakeReplaceRow()
-{
-    replaceEdit->setObjectName(QStringLiteral("lineEditReplace"));
-    replaceEdit->setPlaceholderText(QStringLiteral("替换为"));
-    replaceEdit->setAccessibleName(QStringLiteral("替换为"));
-    replaceEdit->setFixedWidth(replaceEditWidth);
-    auto* one = new WbPushButton;
-    one->setObjectName(QStringLiteral("replaceButton"));
-    one->setText(QStringLiteral("替换"));
-    auto* all = new WbPushButton;
-    all->setObjectName(QStringLiteral("replaceAllButton"));
-    all->setText(QStringLiteral("全部替换"));
-    auto* row = new QWidget;
-    auto* layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(replaceEdit);
-    layout->addWidget(one);
-    layout->addWidget(all);
-    layout->addStretch();
-    connect(one, &QPushButton::clicked, this, &CodeFindBar::ReplaceCurrent);
-    connect(all, &QPushButton::clicked, this, &CodeFindBar::ReplaceAll);
-    return row;
 }
 
 void CodeFindBar::OpenToFind()
@@ -83,7 +54,7 @@ void CodeFindBar::OpenWithSelection()
 void CodeFindBar::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && replaceEdit->hasFocus())
+    if (isEnter && replace.lineEditReplace->hasFocus())
         ReplaceCurrent();
     else
         WbFindBar::keyPressEvent(event);
@@ -127,7 +98,7 @@ void CodeFindBar::ReplaceCurrent()
     QTextCursor cursor = edit->textCursor();
     const Qt::CaseSensitivity sensitivity = caseBox->isChecked() ? Qt::CaseSensitive : Qt::CaseInsensitive;
     if (cursor.hasSelection() && cursor.selectedText().compare(GetText(), sensitivity) == 0)
-        cursor.insertText(replaceEdit->text());
+        cursor.insertText(replace.lineEditReplace->text());
     Find(false);
     MarkAll();
 }
@@ -142,7 +113,7 @@ void CodeFindBar::ReplaceAll()
     step.beginEditBlock();
     QTextCursor found = edit->document()->find(wanted, 0, Flags());
     while (!found.isNull()) {
-        found.insertText(replaceEdit->text());
+        found.insertText(replace.lineEditReplace->text());
         found = edit->document()->find(wanted, found, Flags());
     }
     step.endEditBlock();

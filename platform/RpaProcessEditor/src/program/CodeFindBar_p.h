@@ -2,13 +2,14 @@
 
 #pragma once
 
+#include "ui_CodeReplaceRow.h"
+
 #include <WbBaseUI/WbFindBar.h>
 
 #include <QTextDocument>
 
 class CodeEdit;
 class QCheckBox;
-class QLineEdit;
 
 // Find and replace in the code.
 class CodeFindBar : public WbFindBar
@@ -29,14 +30,13 @@ protected:
 
 private:
     void OpenWithSelection();
-    QWidget* MakeReplaceRow();
     void SlotChanged();
     void Find(bool backward);
     void MarkAll();
     QTextDocument::FindFlags Flags() const;
 
     CodeEdit* edit;
-    QLineEdit* replaceEdit;
+    Ui::CodeReplaceRow replace;
     QCheckBox* caseBox;
     QCheckBox* wordBox;
     QWidget* replaceRow;

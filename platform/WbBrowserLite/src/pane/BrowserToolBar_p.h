@@ -2,14 +2,12 @@
 
 #pragma once
 
+#include "ui_BrowserToolBar.h"
+
 #include <QUrl>
 #include <QWidget>
 
 class QAction;
-class QHBoxLayout;
-class QProgressBar;
-class QToolButton;
-class WbLineEdit;
 
 // Back, forward, reload, address, the actions that others add, pop-out and fold.
 class BrowserToolBar : public QWidget
@@ -41,19 +39,10 @@ signals:
     void SigFold();
 
 private:
-    QToolButton* AddButton(const char* name, const QString& icon, const QString& text);
     static void Dress(QToolButton* button, const QString& icon, const QString& text);
     void ShowEmbedding();
 
-    QHBoxLayout* row;
-    QToolButton* back;
-    QToolButton* forward;
-    QToolButton* reload;
-    WbLineEdit* address;
-    QHBoxLayout* tools;
-    QToolButton* popup;
-    QToolButton* fold;
-    QProgressBar* progress;
+    Ui::BrowserToolBar ui;
     bool loading = false;
     bool embedded = false;
     bool poppedOut = false;
