@@ -10,20 +10,17 @@
 
 #include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
-#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFindBar.h>
+#include <WbBaseUI/WbIcons.h>
 #include <WbBaseUI/WbLabel.h>
 #include <WbBaseUI/WbToast.h>
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QTableView>
-#include <QToolButton>
 
 namespace
 {
@@ -52,18 +49,18 @@ IAppTableWidget* IAppTableWidget::CreateTableWidget(QWidget* parent)
 AppTableWidget::AppTableWidget(QWidget* parent)
     : IAppTableWidget(parent), model(new TableModel(undoStack, this)), view(new QTableView)
 {
-    setObjectName(QStringLiteral("AppTableWidget"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, DpiTool::ScaleDefault(4));
-    layout->setSpacing(DpiTool::ScaleDefault(4));
-    layout->addWidget(BuildToolBar());
+    ui.setupUi(this);
+    ui.layoutTable->setContentsMargins(0, 0, 0, DpiTool::ScaleDefault(4));
+    ui.layoutTable->setSpacing(DpiTool::ScaleDefault(4));
+    ui.layoutBar->setSpacing(DpiTool::ScaleDefault(4));
+    ConnectBar();
     BuildView();
     BuildHint();
     auto* findBar = new WbFindBar(QStringLiteral("在表格中查找"));
     auto* transferBar = new TransferBar;
-    layout->addWidget(findBar);
-    layout->addWidget(transferBar);
-    layout->addWidget(view, 1);
+    ui.layoutTable->addWidget(findBar);
+    ui.layoutTable->addWidget(transferBar);
+    ui.layoutTable->addWidget(view, 1);
     find = new TableFind(*model, *view, *findBar, this);
     exchange = new TableExchange(*model, *transferBar, this);
 
@@ -93,33 +90,17 @@ void AppTableWidget::FollowSelection()
     UpdateState();
 }
 
-QWidget* AppTableWidget::BuildToolBar()
+void AppTableWidget::ConnectBar()
 {
-    auto* bar = new QWidget;
-    auto* layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(DpiTool::ScaleDefault(4));
-    const auto add = [&](const QString& name, const QString& icon, const QString& tip, auto slot) {
-        auto* button = UIUtils::IconButton(name, icon, tip);
+    const auto set = [this](QToolButton* button, const QString& icon, auto slot) {
+        button->setIcon(WbIcons::Get(icon));
         connect(button, &QToolButton::clicked, this, slot);
-        layout->addWidget(button);
-        return button;
     };
-    editButtons << add(QStringLiteral("tableAddRow"), QStringLiteral("table-row-add"),
-                       QStringLiteral("添加行"), &AppTableWidget::AddRow);
-    editButtons << add(QStringLiteral("tableDeleteRows"), QStringLiteral("delete"),
-                       QStringLiteral("删除选中的行"), &AppTableWidget::RemoveRows);
-    editButtons << add(QStringLiteral("tableImport"), QStringLiteral("import"),
-                       QStringLiteral("从 Excel 或 CSV 文件导入"), [this] { exchange->Import(); });
-    exportButton = add(QStringLiteral("tableExport"), QStringLiteral("export"),
-                       QStringLiteral("导出为 Excel 或 CSV 文件"), [this] { exchange->Export(); });
-    add(QStringLiteral("tableFind"), QStringLiteral("search"), QStringLiteral("查找和筛选（Ctrl+F）"),
-        [this] { find->Open(); });
-    layout->addStretch();
-    countLabel = new QLabel;
-    countLabel->setObjectName(QStringLiteral("tableCount"));
-    layout->addWidget(countLabel);
-    return bar;
+    set(ui.tableAddRow, QStringLiteral("table-row-add"), &AppTableWidget::AddRow);
+    set(ui.tableDeleteRows, QStringLiteral("delete"), &AppTableWidget::RemoveRows);
+    set(ui.tableImport, QStringLiteral("import"), [this] { exchange->Import(); });
+    set(ui.tableExport, QStringLiteral("export"), [this] { exchange->Export(); });
+    set(ui.tableFind, QStringLiteral("search"), [this] { find->Open(); });
 }
 
 void AppTableWidget::BuildView()
@@ -190,15 +171,15 @@ void AppTableWidget::UpdateState()
 {
     model->SetUserEditable(IsEditable());
     const QString count = QStringLiteral("共 %1 行").arg(model->rowCount());
-    countLabel->setText(HasResults() ? count + QStringLiteral("，运行结果") : count);
+    ui.tableCount->setText(HasResults() ? count + QStringLiteral("，运行结果") : count);
     view->setToolTip(userEditable && HasResults() ? QStringLiteral("表格中是运行结果，保留或还原后才能修改")
                                                   : QString());
     const bool hasColumns = model->columnCount() > 0;
-    for (QToolButton* button : qAsConst(editButtons))
+    for (QToolButton* button : {ui.tableAddRow, ui.tableDeleteRows, ui.tableImport})
         button->setEnabled(IsEditable() && hasColumns);
-    exportButton->setEnabled(hasColumns && !exchange->IsBusy());
+    ui.tableExport->setEnabled(hasColumns && !exchange->IsBusy());
     if (!view->selectionModel()->hasSelection())
-        editButtons.at(1)->setEnabled(false);
+        ui.tableDeleteRows->setEnabled(false);
     hint->setVisible(hasColumns && model->rowCount() == 0);
     hint->setText(IsEditable()
                       ? QStringLiteral("还没有数据。可以用上方的按钮添加行、从文件导入，或由流程写入。")

@@ -2,15 +2,15 @@
 
 #pragma once
 
+#include "ui_AppTableWidget.h"
+
 #include <RpaAppTool/IAppTableWidget.h>
 
 #include <QModelIndex>
 #include <QTimer>
 #include <QUndoStack>
 
-class QLabel;
 class QTableView;
-class QToolButton;
 class TableExchange;
 class TableFind;
 class TableModel;
@@ -38,7 +38,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QWidget* BuildToolBar();
+    void ConnectBar();
     void BuildView();
     void BuildHint();
     void UpdateState();
@@ -56,10 +56,8 @@ private:
     QTimer stateTimer;
     TableModel* model;
     QTableView* view;
-    QLabel* countLabel = nullptr;
+    Ui::AppTableWidget ui;
     WbLabel* hint = nullptr;
-    QList<QToolButton*> editButtons;
-    QToolButton* exportButton = nullptr;
     TableFind* find = nullptr;
     TableExchange* exchange = nullptr;
     bool userEditable = true;
