@@ -69,8 +69,10 @@ void BrowserBorderWindow::SetTarget(QWidget* target, const QRect& rect)
 void BrowserBorderWindow::SetContent(IBrowserWidget* browser)
 {
     content = browser;
-    if (browser)
-        layout->addWidget(browser, 1);
+    if (!browser)
+        return;
+    layout->addWidget(browser, 1);
+    browser->setCursor(Qt::ArrowCursor); // the border's own would stay: what is inside tells no mouse moves
 }
 
 void BrowserBorderWindow::paintEvent(QPaintEvent*)
