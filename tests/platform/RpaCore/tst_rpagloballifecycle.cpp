@@ -44,6 +44,8 @@ private slots:
     void closesUnlessSomebodyRefuses_data();
     void closesUnlessSomebodyRefuses();
     void stopsAtTheFirstRefusal();
+    void asksInTheOrderOfRegistration();
+    void asksAgainAfterARefusal();
     void asksOnceHoweverOftenALogicWasAdded();
     void skipsALogicThatGoesAwayMeanwhile();
     void refusesASecondCloseDuringTheFirst();
@@ -89,6 +91,30 @@ void RpaGlobalLifeCycleTest::stopsAtTheFirstRefusal()
     QCOMPARE(first.questions, 1);
     QCOMPARE(second.questions, 1);
     QCOMPARE(third.questions, 0);
+}
+
+void RpaGlobalLifeCycleTest::asksInTheOrderOfRegistration()
+{
+    QStringList order;
+    Logic first;
+    Logic second;
+    first.meanwhile = [&order] { order << QStringLiteral("first"); };
+    second.meanwhile = [&order] { order << QStringLiteral("second"); };
+
+    QVERIFY(RpaGlobalLifeCycle::Instance()->BeforeClose());
+
+    QCOMPARE(order, (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
+}
+
+void RpaGlobalLifeCycleTest::asksAgainAfterARefusal()
+{
+    Logic logic(BeforeCloseResult::Refused);
+    QVERIFY(!RpaGlobalLifeCycle::Instance()->BeforeClose());
+    logic.answer = BeforeCloseResult::Resolved;
+
+    QVERIFY(RpaGlobalLifeCycle::Instance()->BeforeClose());
+
+    QCOMPARE(logic.questions, 2);
 }
 
 void RpaGlobalLifeCycleTest::asksOnceHoweverOftenALogicWasAdded()
