@@ -74,6 +74,7 @@ private slots:
     void aProgramPassesLists();
     void aProgramFillsTheTable();
     void aRefusedCallCanBeHandledByTheProgram();
+    void aDialogOfTheProgramIsAnswered_data();
     void aDialogOfTheProgramIsAnswered();
     void aCrashOfTheChildFailsTheRunOnly();
     void aProgramThatEndsEarlyHasSucceeded();
@@ -336,23 +337,53 @@ void EngineRun::aRefusedCallCanBeHandledByTheProgram()
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("caught 当前界面没有名为“别的”的参数")));
 }
 
+void EngineRun::aDialogOfTheProgramIsAnswered_data()
+{
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<QString>("yes");
+    QTest::addColumn<QString>("no");
+    QTest::addColumn<bool>("asksForText");
+    QTest::addColumn<QString>("answer");
+
+    QTest::newRow("message") << QStringLiteral("rpa.message('好了')") << QStringLiteral("确定") << QString()
+                             << false << QStringLiteral("answer None");
+    QTest::newRow("confirm") << QStringLiteral("rpa.confirm('继续吗？')") << QStringLiteral("是")
+                             << QStringLiteral("否") << false << QStringLiteral("answer True");
+    QTest::newRow("input") << QStringLiteral("rpa.ask('名字', '小明')") << QStringLiteral("确定")
+                           << QStringLiteral("取消") << true << QStringLiteral("answer 小明");
+}
+
 void EngineRun::aDialogOfTheProgramIsAnswered()
 {
+    QFETCH(QString, question);
+    QFETCH(QString, yes);
+    QFETCH(QString, no);
+    QFETCH(bool, asksForText);
+    QFETCH(QString, answer);
     EngineRunFixture engine;
-    QVERIFY(engine.RunText(QStringLiteral("print('answer', rpa.confirm('继续吗？'))\n")));
-    const auto button = [] {
+    QVERIFY(engine.RunText(QStringLiteral("print('answer', %1)\n").arg(question)));
+    const auto shown = [](const char* name) {
         const auto widgets = QApplication::allWidgets();
         for (QWidget* widget : widgets)
-            if (widget->objectName() == QStringLiteral("pushButtonRunYes") && widget->isVisible())
+            if (widget->objectName() == QLatin1String(name) && widget->isVisible())
                 return widget;
         return static_cast<QWidget*>(nullptr);
     };
+    const auto text = [](QWidget* button) {
+        return button ? button->property("text").toString() : QString();
+    };
 
-    QTRY_VERIFY(button());
-    QTest::mouseClick(button(), Qt::LeftButton);
+    QTRY_VERIFY(shown("pushButtonRunYes"));
+    QWidget* const accepting = shown("pushButtonRunYes");
+    QWidget* const line = shown("lineEditRunInput");
+    QCOMPARE(text(accepting), yes);
+    QCOMPARE(text(shown("pushButtonRunNo")), no);
+    QCOMPARE(line != nullptr, asksForText);
+    QVERIFY((line ? line : accepting)->hasFocus());
+    QTest::mouseClick(accepting, Qt::LeftButton);
 
     QVERIFY(engine.life.WaitUntilOver());
-    QVERIFY(EngineRunFixture::LogHas(QStringLiteral("answer True")));
+    QVERIFY(EngineRunFixture::LogHas(answer));
 }
 
 void EngineRun::aCrashOfTheChildFailsTheRunOnly()

@@ -33,6 +33,8 @@ RpaRunDialog::RpaRunDialog(Kind shownKind, const QString& text, const QString& v
     connect(ui.pushButtonRunNo, &QPushButton::clicked, this, &QDialog::reject);
     if (kind == Input)
         ui.lineEditRunInput->setFocus();
+    else
+        ui.pushButtonRunYes->setFocus();
 }
 
 QVariant RpaRunDialog::GetAnswer() const
