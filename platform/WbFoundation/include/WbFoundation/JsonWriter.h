@@ -12,7 +12,7 @@
 #include <memory>
 
 // Writes compact UTF-8 JSON value by value. The caller keeps the order of calls (a key before each value of
-// an object); characters that UTF-16 cannot stand for (half a surrogate pair) become U+FFFD.
+// an object); characters that UTF-16 cannot stand for (half a surrogate pair) become "?".
 class WBFOUNDATION_EXPORT JsonWriter
 {
 public:
