@@ -2,7 +2,7 @@
 
 #include "JsonKeySet_p.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace
 {
@@ -44,7 +44,7 @@ bool JsonKeySet::IsKnown(const Scope& scope, const QByteArray& key) const
     for (size_t i = scope.firstKey; i < keys.size(); ++i) {
         // Most names differ in length already: comparing is cheaper than hashing.
         if (keys[i].length == key.size() &&
-            std::memcmp(bytes.data() + keys[i].offset, key.constData(), static_cast<size_t>(key.size())) == 0)
+            std::equal(key.begin(), key.end(), bytes.begin() + keys[i].offset))
             return true;
     }
     return false;
