@@ -2,10 +2,13 @@
 
 #pragma once
 
+#include "ThreadState.h"
+
 #include <QThread>
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace server
 {
@@ -14,7 +17,11 @@ namespace server
 class Thread
 {
 public:
-    explicit Thread(std::function<void()> work) : thread(QThread::create(std::move(work)))
+    explicit Thread(std::function<void()> work)
+        : thread(QThread::create([work = std::move(work)] {
+              work();
+              FreeThreadState();
+          }))
     {
         thread->start();
     }
