@@ -1,36 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "ReachedProcesses_p.h"
 #include "StatementCheck_p.h"
 
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaProcess.h>
 #include <RpaProcessData/RpaProcessCheck.h>
-
-namespace
-{
-// The process and every process that its enabled statements run, directly or not.
-QVector<const RpaProcess*> ReachedFrom(const ProcessDataManager& processes, const QString& processName)
-{
-    QVector<const RpaProcess*> reached;
-    QStringList waiting{processName};
-    while (!waiting.isEmpty()) {
-        const RpaProcess* process = processes.FindProcess(waiting.takeFirst());
-        if (!process || reached.contains(process))
-            continue;
-        reached.append(process);
-        process->ForEach([&](const RpaStatementNode& node) {
-            const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(node.GetCommand());
-            if (!command || !node.IsEffectivelyEnabled())
-                return;
-            for (const RpaArgumentInfo& argument : command->arguments)
-                if (argument.type == RpaArgumentType::Process)
-                    waiting.append(node.GetArgument(argument.name));
-        });
-    }
-    return reached;
-}
-} // namespace
 
 RpaProcessCheck::RpaProcessCheck(const ProcessDataManager& checkedProcesses) : processes(checkedProcesses) {}
 
