@@ -135,6 +135,20 @@ void VariableUse::FindUndefined(const RpaProcess& process, QList<RpaCheckInfo>& 
     });
 }
 
+QStringList VariableUse::FindMissing(const RpaProcess& process) const
+{
+    QStringList missing;
+    int order = 0;
+    process.ForEach([&](const RpaStatementNode& node) {
+        ++order;
+        const QStringList names = node.IsEffectivelyEnabled() ? GetRead(node) : QStringList();
+        for (const QString& name : names)
+            if (!modules.contains(name) && !IsSetInTime(name, process, node, order))
+                missing.append(name);
+    });
+    return missing;
+}
+
 void VariableUse::FindDisabled(const RpaProcess& process, QList<RpaCheckInfo>& findings) const
 {
     process.ForEach([&](const RpaStatementNode& node) {

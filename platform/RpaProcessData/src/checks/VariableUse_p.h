@@ -23,6 +23,10 @@ public:
     // Reads of a variable that only disabled statements set.
     void FindDisabled(const RpaProcess& process, QList<RpaCheckInfo>& findings) const;
 
+    // Names that an enabled statement reads before one of the same process, or any other process, sets them.
+    QStringList FindMissing(const RpaProcess& process) const;
+    bool IsSet(const QString& name) const { return setters.contains(name); }
+
     static QStringList GetRead(const RpaStatementNode& node);
     static QStringList GetSet(const RpaStatementNode& node);
 
