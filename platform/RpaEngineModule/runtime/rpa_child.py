@@ -7,6 +7,7 @@ Nothing in the program costs time per statement: where it stands is sampled from
 from the traceback.
 """
 
+import collections
 import json
 import linecache
 import os
@@ -61,7 +62,7 @@ class Link:
         self.socket = connect(address)
         self.socket.sendall(token.encode())
         self.write_lock = threading.Lock()
-        self.call_lock = threading.Lock()
+        self.call_lock = threading.RLock()
         self.next_call = 0
         self.received = bytearray()
 
@@ -109,7 +110,7 @@ class Link:
         if not self.call_lock.acquire(blocking=False):
             return
         try:
-            if self.received or select.select([self.socket], [], [], 0)[0]:
+            while self.received or select.select([self.socket], [], [], 0)[0]:
                 self.take_request(self.receive())
         finally:
             self.call_lock.release()
@@ -117,7 +118,11 @@ class Link:
     @staticmethod
     def take_request(frame):
         if frame.get("t") == "stop":
+            global STOP_ASKED
+            STOP_ASKED = True
             interrupt_program()
+        elif frame.get("t") == "debug":
+            debug(frame)
 
 
 class Output:
@@ -177,6 +182,11 @@ class Writer:
 
 
 LINK = None
+DEBUGGER = None
+REQUESTS = collections.deque()  # for the debugger, in the order in which they came
+JOB = {}
+RUNNING = None
+STOP_ASKED = False
 OUTPUT = Output()
 MAIN = threading.main_thread().ident
 
@@ -201,6 +211,10 @@ def watch():
     while True:
         ticker.wait(SAMPLE_SECONDS)
         LINK.look_for_request()
+        if DEBUGGER:
+            DEBUGGER.tick()
+        elif REQUESTS and RUNNING:
+            make_debugger(REQUESTS[0], RUNNING).hear()
         OUTPUT.flush()
         line = program_line(sys._current_frames().get(MAIN))
         if line and line != last:
@@ -243,7 +257,33 @@ def interrupt_program():
 
 
 def stop(*_):
-    raise Stopped()
+    if DEBUGGER and not STOP_ASKED:
+        DEBUGGER.on_signal()
+    else:
+        raise Stopped()
+
+
+def make_debugger(setup, running=None):
+    """Loaded when it is needed: a run that nobody debugs has nothing of it."""
+    global DEBUGGER
+    import rpa_debug
+
+    DEBUGGER = rpa_debug.Debugger(sys.modules[__name__], setup, JOB["source"], running)
+    return DEBUGGER
+
+
+def debug(request):
+    """From the thread that watches, or from a call of the program."""
+    REQUESTS.append(request)
+    if DEBUGGER:
+        DEBUGGER.hear()
+
+
+def compile_program(source):
+    setup = JOB.get("debug")
+    if setup is None:
+        return compile(source, PROGRAM_FILE, "exec", dont_inherit=True)
+    return make_debugger(setup).compile()
 
 
 def readable(error):
@@ -271,16 +311,21 @@ def failure(error):
 
 
 def run(job):
+    global JOB, RUNNING
     import rpa_api
 
     rpa_api.connect(LINK.call, lambda level, text: OUTPUT.add(level, text, program_line(sys._getframe(2))))
     for path in reversed(job.get("paths", [])):
         sys.path.insert(0, path)
+    JOB = job
     source = job["source"]
     linecache.cache[PROGRAM_FILE] = (len(source), None, source.splitlines(True), PROGRAM_FILE)
     try:
-        code = compile(source, PROGRAM_FILE, "exec", dont_inherit=True)
-        exec(code, {"__name__": "__main__", "rpa": rpa_api})
+        RUNNING = compile_program(source)
+        names = {"__name__": "__main__", "rpa": rpa_api}
+        if DEBUGGER:
+            DEBUGGER.begin(names)
+        exec(RUNNING, names)
     except Stopped:
         return {"t": "end", "ok": False, "stopped": True, "line": 0, "error": "", "trace": ""}
     except SystemExit:
@@ -306,6 +351,7 @@ def main():
     threading.Thread(target=watch, daemon=True).start()
     end = run(job)
     signal.signal(STOP_SIGNAL, signal.SIG_IGN)
+    sys.settrace(None)
     sys.stdout.flush()
     sys.stderr.flush()
     OUTPUT.flush()

@@ -52,6 +52,7 @@ RpaProgram RpaProcessTranslator::Translate(const QString& processName)
     RpaProgram program;
     program.source = lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
     program.originByLine = origins;
+    program.visual = true;
     return program;
 }
 

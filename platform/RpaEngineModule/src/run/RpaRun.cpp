@@ -12,8 +12,10 @@ namespace
 {
 
 constexpr int stopGraceMs = 500;
-const char* const runtimeFiles[] = {"rpa_child.py",  "rpa_api.py",      "error_words.py", "row_commands.py",
-                                    "row_values.py", "find_element.js", "pinyin.txt"};
+const char* const runtimeFiles[] = {
+    "rpa_child.py",    "rpa_api.py",    "error_words.py",  "row_commands.py", "row_values.py",
+    "find_element.js", "pinyin.txt",    "rpa_debug.py",    "debug_values.py", "debug_code.py",
+    "debug_points.py", "debug_stop.py", "debug_scopes.py", "debug_catches.py"};
 
 RpaLogLevel LevelOf(const QString& name)
 {
@@ -34,6 +36,7 @@ public:
     RpaChildProcess child;
     QTimer grace;
     RpaProgram program;
+    QVector<QVariantMap> unsent; // what came before the job could be handed over
     bool connected = false;
     bool begun = false;
     bool sent = false;
@@ -46,9 +49,15 @@ public:
         if (!begun || !connected || sent || stopping)
             return;
         sent = true;
-        channel.Send({{QStringLiteral("t"), QStringLiteral("run")},
-                      {QStringLiteral("source"), program.source},
-                      {QStringLiteral("paths"), program.packageFolders}});
+        QVariantMap job{{QStringLiteral("t"), QStringLiteral("run")},
+                        {QStringLiteral("source"), program.source},
+                        {QStringLiteral("paths"), program.packageFolders}};
+        if (!program.debug.isEmpty())
+            job.insert(QStringLiteral("debug"), program.debug);
+        channel.Send(job);
+        for (const QVariantMap& frame : qAsConst(unsent))
+            channel.Send(frame);
+        unsent.clear();
     }
 };
 
@@ -130,6 +139,14 @@ void RpaRun::Stop()
     d->grace.start();
 }
 
+void RpaRun::SendDebug(const QVariantMap& frame)
+{
+    if (d->sent)
+        d->channel.Send(frame);
+    else
+        d->unsent.append(frame);
+}
+
 void RpaRun::Answer(qint64 callId, const QVariant& value)
 {
     d->channel.Send({{QStringLiteral("t"), QStringLiteral("answer")},
@@ -157,6 +174,8 @@ void RpaRun::TakeFrame(const QVariantMap& frame)
         TakeLog(frame.value(QStringLiteral("lines")).toList());
     } else if (kind == QLatin1String("at")) {
         emit SigAt(frame.value(QStringLiteral("line")).toInt());
+    } else if (kind == QLatin1String("debug")) {
+        emit SigDebug(frame);
     } else if (kind == QLatin1String("end")) {
         End({frame.value(QStringLiteral("ok")).toBool(), d->stopping,
              frame.value(QStringLiteral("line")).toInt(), frame.value(QStringLiteral("error")).toString(),
@@ -168,7 +187,11 @@ void RpaRun::TakeLog(const QVariantList& lines)
 {
     for (const QVariant& entry : lines) {
         const QVariantList line = entry.toList();
-        emit SigLog(LevelOf(line.value(0).toString()), line.value(1).toString(), line.value(2).toInt());
+        const QString level = line.value(0).toString();
+        const QString text = line.value(1).toString();
+        emit SigLog(LevelOf(level), text, line.value(2).toInt());
+        if (level == QLatin1String("point"))
+            emit SigLogPoint(text, line.value(2).toInt());
     }
 }
 

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
+#include <QVariantMap>
 #include <QVector>
 
 #include <memory>
@@ -25,6 +26,8 @@ struct RpaProgram
     QString source;
     QVector<RpaProgramOrigin> originByLine; // line 1 at index 0
     QStringList packageFolders;             // searched for modules before Python's own
+    bool visual = false;                    // translated from statements
+    QVariantMap debug;                      // how it is to be debugged; empty: it is not
 
     RpaProgramOrigin GetOrigin(int line) const { return originByLine.value(line - 1); }
 };
@@ -60,6 +63,9 @@ public:
     // Asks the program to end, kills the whole group when it has not after the grace time.
     void Stop();
 
+    // For the debugger of the child; one that does not debug yet begins to.
+    void SendDebug(const QVariantMap& frame);
+
     void Answer(qint64 callId, const QVariant& value);
     void Refuse(qint64 callId, const QString& reason);
 
@@ -67,6 +73,10 @@ signals:
     void SigLog(RpaLogLevel level, const QString& text, int line);
     // The program stands at this line; some times a second.
     void SigAt(int line);
+    // What the debugger of the child says, as it came.
+    void SigDebug(const QVariantMap& frame);
+    // The text that a breakpoint logged; SigLog() told it, too.
+    void SigLogPoint(const QString& text, int line);
     void SigCall(qint64 callId, const QString& name, const QVariantList& arguments);
     // Exactly once after Begin(); not when the object is destroyed before.
     void SigEnded(const RpaRunOutcome& outcome);
