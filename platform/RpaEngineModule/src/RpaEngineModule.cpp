@@ -122,6 +122,11 @@ IRpaDebugger* RpaEngineModule::GetEngineDebugger() const
     return &d->debugger;
 }
 
+RpaDebugSession* RpaEngineModule::GetDebugSession() const
+{
+    return &d->session;
+}
+
 IRpaLogManager* RpaEngineModule::GetLogManager() const
 {
     return &d->log;

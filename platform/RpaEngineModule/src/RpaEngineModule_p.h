@@ -11,6 +11,7 @@
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IAppTableEngine.h>
 #include <RpaEngineCore/IRpaDebugger.h>
+#include <RpaEngineModule/RpaDebugSession.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
@@ -34,7 +35,8 @@ public:
     RpaTranslatorSwitches translator;
     IRpaDebugger debugger;
     RpaLogManager log;
-    RpaEngineRunner runner{log, debugger};
+    RpaDebugSession session;
+    RpaEngineRunner runner{log, debugger, session};
 
     RpaRunParts GetRunParts() const
     {

@@ -7,9 +7,11 @@
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 #include <RpaEngineModule/IRunPreparation.h>
+#include <RpaEngineModule/RpaDebugSession.h>
 #include <RpaEngineModule/RpaProcessRelatedUIControler.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaProcessPart.h>
 #include <WbSystem/PythonInterpreter.h>
 
 #include <QTimer>
@@ -40,10 +42,27 @@ RpaRunStart StartOf(const RpaRunParts& parts, const QString& processName)
         start.parameters.append({name, TextOf(params->GetParam(name)), secrets.contains(name)});
     return start;
 }
+
+// Empty when the process has none of the planned statements.
+RpaProgram TranslatePart(const ProcessDataManager& processes, const RpaProcess& process,
+                         const RpaRunPlan& plan)
+{
+    if (plan.kind != RpaRunKind::FromHere && plan.kind != RpaRunKind::Only)
+        return RpaProcessTranslator(processes).Translate(process.GetName());
+    const QVector<RpaStatement> part = plan.kind == RpaRunKind::FromHere
+                                           ? RpaProcessPart::FromHere(process, plan.place.statementId)
+                                           : RpaProcessPart::Only(process, plan.statementIds);
+    if (part.isEmpty())
+        return {};
+    ProcessDataManager copy;
+    RpaProcessPart::CopyWithPart(processes, process.GetName(), part, copy);
+    return RpaProcessTranslator(copy).Translate(process.GetName());
+}
 } // namespace
 
-RpaEngineRunner::RpaEngineRunner(IRpaLogManager& logManager, IRpaDebugger& engineDebugger)
-    : log(logManager), debugger(engineDebugger)
+RpaEngineRunner::RpaEngineRunner(IRpaLogManager& logManager, IRpaDebugger& engineDebugger,
+                                 RpaDebugSession& debugSession)
+    : log(logManager), debugger(engineDebugger), session(debugSession)
 {
 }
 
@@ -52,6 +71,7 @@ RpaEngineRunner::~RpaEngineRunner() = default;
 bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString& processName, bool visual,
                               const RpaRunParts& parts)
 {
+    const RpaRunPlan plan = session.TakeNextRun();
     if (IsGivenUp(processName)) {
         givenUp.clear();
         log.Append(RpaLogLevel::Warning, QStringLiteral("流程“%1”已停止，没有运行").arg(processName));
@@ -70,8 +90,9 @@ bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString
         log.Append(RpaLogLevel::Warning, QStringLiteral("流程“%1”没有运行：%2").arg(processName, demand));
         return true; // nothing failed: the run waits for what the user enters
     }
-    program = visual ? RpaProcessTranslator(*processes).Translate(processName)
-                     : RpaProcessTranslator::TakeText(*process);
+    program = visual ? TranslatePart(*processes, *process, plan) : RpaProcessTranslator::TakeText(*process);
+    if ((visual && program.source.isEmpty()) || !session.Prepare(program, plan))
+        return Refuse(QStringLiteral("找不到要运行的步骤"));
     program.packageFolders = parts.packageFolders;
     QString reason;
     run = TakeChild(&reason);
@@ -81,6 +102,7 @@ bool RpaEngineRunner::Execute(const ProcessDataManager* processes, const QString
     runningProcess = processName;
     calls = std::make_unique<RpaRunCalls>(*run, parts);
     Wire();
+    session.Attach(*run, program);
     TellStart(parts);
     run->Begin(program);
     return true;
@@ -145,7 +167,10 @@ void RpaEngineRunner::SetWaiting(bool value)
     if (waits)
         givenUp.clear();
     else // whoever waited goes on before the event loop does, or never
-        QTimer::singleShot(0, this, [this] { givenUp.clear(); });
+        QTimer::singleShot(0, this, [this] {
+            givenUp.clear();
+            session.TakeNextRun();
+        });
     RpaProcessRelatedUIControler::Instance()->SetRunning(waits || run);
     TellListeners([this](IProcessLifeCycle* listener) { listener->RunWaits(waits); });
 }
@@ -177,6 +202,7 @@ void RpaEngineRunner::TakeEnd(const RpaRunOutcome& outcome)
 
     // The run is on the stack of its own signal.
     calls.reset();
+    session.Detach();
     run.release()->deleteLater();
     runningProcess.clear();
     RpaProcessRelatedUIControler::Instance()->SetRunning(waits);
@@ -216,6 +242,7 @@ void RpaEngineRunner::Shutdown()
 {
     ready.reset();
     calls.reset();
+    session.Detach();
     run.reset();
     runningProcess.clear();
 }

@@ -13,6 +13,7 @@ class IRpaDebugger;
 class IRpaLogManager;
 class IRunPreparation;
 class ProcessDataManager;
+class RpaDebugSession;
 struct RpaCheckInfo;
 
 // Runs one process at a time and tells everybody about it: log, life-cycle listeners, controlled widgets and,
@@ -22,7 +23,7 @@ class RpaEngineRunner : public QObject
     Q_OBJECT
 
 public:
-    RpaEngineRunner(IRpaLogManager& log, IRpaDebugger& debugger);
+    RpaEngineRunner(IRpaLogManager& log, IRpaDebugger& debugger, RpaDebugSession& session);
     ~RpaEngineRunner() override;
 
     // visual: statements to be translated; otherwise program text. False when the run could not be started;
@@ -53,6 +54,7 @@ private:
 
     IRpaLogManager& log;
     IRpaDebugger& debugger;
+    RpaDebugSession& session;
     QString runningProcess;
     RpaProgram program;
     IRunPreparation* preparation = nullptr;

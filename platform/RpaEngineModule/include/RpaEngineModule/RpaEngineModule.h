@@ -18,6 +18,7 @@ class IRpaTranslator;
 class IRunPreparation;
 class ProcessDataManager;
 class RpaAppRunTimeInfo;
+class RpaDebugSession;
 class RpaHtmlNodeManager;
 class RpaUiaNodeManager;
 
@@ -51,6 +52,8 @@ public:
     IRpaTranslator* GetTranslator() const;
     IRpaDebugger* GetEngineDebugger() const;
     IRpaLogManager* GetLogManager() const;
+    // Breakpoints, pauses and variables of the runs, and which kind of run the next one is.
+    RpaDebugSession* GetDebugSession() const;
 
     // Checks the named process and the processes it calls; false when there is any finding. Findings go to
     // IRpaDebugger::SigCheckNode and to the log.
