@@ -379,7 +379,7 @@ void EngineRun::aDialogOfTheProgramIsAnswered()
     QCOMPARE(text(accepting), yes);
     QCOMPARE(text(shown("pushButtonRunNo")), no);
     QCOMPARE(line != nullptr, asksForText);
-    QVERIFY((line ? line : accepting)->hasFocus());
+    QTRY_VERIFY((line ? line : accepting)->hasFocus()); // with the window, which comes to the front later
     QTest::mouseClick(accepting, Qt::LeftButton);
 
     QVERIFY(engine.life.WaitUntilOver());
