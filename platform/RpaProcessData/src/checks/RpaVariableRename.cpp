@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "PythonNames_p.h"
-#include "VariableUse_p.h"
 
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaExpression.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaStatementNames.h>
 #include <RpaProcessData/RpaVariableRename.h>
 
 #include <functional>
@@ -24,7 +24,7 @@ void ForEach(const ProcessDataManager& manager,
 
 QSet<QString> NamesOf(const RpaStatementNode& node)
 {
-    const QStringList set = VariableUse::GetSet(node);
+    const QStringList set = RpaStatementNames::GetSet(node);
     QSet<QString> names(set.cbegin(), set.cend());
     names.insert(node.GetValues().output);
     const RpaCommandInfo* command = RpaCommandCatalogue::Instance()->Find(node.GetCommand());
@@ -119,7 +119,7 @@ QStringList RpaVariableRename::NamesIn(const ProcessDataManager& manager)
 {
     QSet<QString> names;
     ForEach(manager, [&names](const RpaProcess&, const RpaStatementNode& node) {
-        const QStringList set = VariableUse::GetSet(node);
+        const QStringList set = RpaStatementNames::GetSet(node);
         names.unite(QSet<QString>(set.cbegin(), set.cend()));
     });
     names.remove(QString());

@@ -3,8 +3,8 @@
 #include "VariableUse_p.h"
 
 #include <RpaProcessData/RpaCommandCatalogue.h>
-#include <RpaProcessData/RpaExpression.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaStatementNames.h>
 
 #include <algorithm>
 
@@ -13,11 +13,6 @@ namespace
 const RpaCommandInfo* CommandOf(const RpaStatementNode& node)
 {
     return RpaCommandCatalogue::Instance()->Find(node.GetCommand());
-}
-
-QString TextOf(const RpaStatementNode& node, const RpaArgumentInfo& argument)
-{
-    return node.GetValues().arguments.value(argument.name, argument.defaultValue);
 }
 
 // "import urllib.request" gives "urllib", "from x import y" gives "y", "import a as b" gives "b".
@@ -54,7 +49,7 @@ VariableUse::VariableUse(const QVector<const RpaProcess*>& processes)
         process->ForEach([&](const RpaStatementNode& node) {
             ++order;
             const bool enabled = node.IsEffectivelyEnabled();
-            const QStringList names = GetSet(node);
+            const QStringList names = RpaStatementNames::GetSet(node);
             for (const QString& name : names)
                 if (enabled)
                     setters[name].append({process, &node, order});
@@ -67,39 +62,6 @@ VariableUse::VariableUse(const QVector<const RpaProcess*>& processes)
                 modules.insert(ModuleOf(import));
         });
     }
-}
-
-QStringList VariableUse::GetRead(const RpaStatementNode& node)
-{
-    QStringList names;
-    const RpaCommandInfo* command = CommandOf(node);
-    if (!command)
-        return names;
-    for (const RpaArgumentInfo& argument : command->arguments) {
-        const QString text = TextOf(node, argument);
-        if (argument.type == RpaArgumentType::Variable) {
-            if (argument.changes && !text.trimmed().isEmpty())
-                names.append(text.trimmed());
-        } else if (RpaExpression::IsPython(argument.type, text)) {
-            names.append(RpaExpression::GetVariables(RpaExpression::ToPython(argument.type, text)));
-        }
-    }
-    names.removeDuplicates();
-    return names;
-}
-
-QStringList VariableUse::GetSet(const RpaStatementNode& node)
-{
-    QStringList names;
-    const RpaCommandInfo* command = CommandOf(node);
-    if (!command)
-        return names;
-    if (!node.GetValues().output.isEmpty())
-        names.append(node.GetValues().output);
-    for (const RpaArgumentInfo& argument : command->arguments)
-        if (argument.type == RpaArgumentType::Variable && !argument.changes)
-            names.append(TextOf(node, argument).trimmed());
-    return names;
 }
 
 bool VariableUse::IsSetInTime(const QString& name, const RpaProcess& process, const RpaStatementNode& reader,
@@ -120,7 +82,7 @@ void VariableUse::FindUndefined(const RpaProcess& process, QList<RpaCheckInfo>& 
         ++order;
         if (!node.IsEffectivelyEnabled())
             return;
-        const QStringList names = GetRead(node);
+        const QStringList names = RpaStatementNames::GetRead(node);
         for (const QString& name : names) {
             const bool onlyDisabled = !setters.contains(name) && setByDisabled.contains(name);
             if (onlyDisabled || modules.contains(name) || IsSetInTime(name, process, node, order))
@@ -141,7 +103,8 @@ QStringList VariableUse::FindMissing(const RpaProcess& process) const
     int order = 0;
     process.ForEach([&](const RpaStatementNode& node) {
         ++order;
-        const QStringList names = node.IsEffectivelyEnabled() ? GetRead(node) : QStringList();
+        const QStringList names =
+            node.IsEffectivelyEnabled() ? RpaStatementNames::GetRead(node) : QStringList();
         for (const QString& name : names)
             if (!modules.contains(name) && !IsSetInTime(name, process, node, order))
                 missing.append(name);
@@ -154,7 +117,7 @@ void VariableUse::FindDisabled(const RpaProcess& process, QList<RpaCheckInfo>& f
     process.ForEach([&](const RpaStatementNode& node) {
         if (!node.IsEffectivelyEnabled())
             return;
-        const QStringList names = GetRead(node);
+        const QStringList names = RpaStatementNames::GetRead(node);
         for (const QString& name : names)
             if (!setters.contains(name) && setByDisabled.contains(name))
                 findings.append({process.GetName(), node.GetId(), QStringLiteral("disabled-reference"),

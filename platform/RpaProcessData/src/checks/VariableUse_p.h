@@ -27,9 +27,6 @@ public:
     QStringList FindMissing(const RpaProcess& process) const;
     bool IsSet(const QString& name) const { return setters.contains(name); }
 
-    static QStringList GetRead(const RpaStatementNode& node);
-    static QStringList GetSet(const RpaStatementNode& node);
-
 private:
     struct Setter
     {
