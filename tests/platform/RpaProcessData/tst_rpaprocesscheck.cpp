@@ -65,6 +65,8 @@ private slots:
     void looksForElementsOnlyWhenItKnowsThem();
     void findsReferencesToDisabledStatementsOfAllProcesses();
     void saysWhereAndWhatToDo();
+    void saysWhatItIsAbout_data();
+    void saysWhatItIsAbout();
     void copesWithProcessesThatRunEachOther();
 };
 
@@ -218,6 +220,39 @@ void RpaProcessCheckTest::saysWhereAndWhatToDo()
     QCOMPARE(finding.statementId, id);
     QCOMPARE(finding.message, QStringLiteral("“否则”前面缺少对应的步骤"));
     QCOMPARE(finding.remedy, QStringLiteral("请把它放在“如果”或“否则如果”的紧后面"));
+}
+
+void RpaProcessCheckTest::saysWhatItIsAbout_data()
+{
+    QTest::addColumn<QVector<RpaStatement>>("statements");
+    QTest::addColumn<QString>("subject");
+
+    const auto row = [](const char* name, const QVector<RpaStatement>& statements, const QString& subject) {
+        QTest::newRow(name) << statements << subject;
+    };
+    const QString element = QStringLiteral("element");
+    row("variable", {Log(readA)}, a);
+    row("variable of a disabled statement", {Disabled(Set(a)), Log(readA)}, a);
+    row("process", {Run(QStringLiteral("无"))}, QStringLiteral("无"));
+    row("argument left out", {If(QString())}, QStringLiteral("condition"));
+    row("argument", {If(QStringLiteral("(1"))}, QStringLiteral("condition"));
+    row("element", {Make("browser.click", {{element, QStringLiteral("e1")}})}, element);
+    row("the statement itself", {Make("else")}, QString());
+}
+
+void RpaProcessCheckTest::saysWhatItIsAbout()
+{
+    QFETCH(QVector<RpaStatement>, statements);
+    QFETCH(QString, subject);
+    ProcessDataManager processes;
+    processes.AddProcess(QStringLiteral("主流程"))->SetStatements(statements);
+    RpaProcessCheck check(processes);
+    check.SetElementIds({});
+
+    const QList<RpaCheckInfo> findings = check.Check(QStringLiteral("主流程"));
+
+    QCOMPARE(findings.size(), 1);
+    QCOMPARE(findings.first().subject, subject);
 }
 
 void RpaProcessCheckTest::copesWithProcessesThatRunEachOther()

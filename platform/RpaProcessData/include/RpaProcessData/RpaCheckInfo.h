@@ -17,6 +17,8 @@ struct RPAPROCESSDATA_EXPORT RpaCheckInfo
     QString message; // in the user's words
     QString remedy;  // what to do, in the user's words
     int line = 0;    // of the program text, from 1; 0 when a statement is meant, or none
+    // What it is about, where the place does not say it: a variable, a process, an argument's name.
+    QString subject = QString();
 };
 
 Q_DECLARE_METATYPE(RpaCheckInfo)

@@ -117,19 +117,19 @@ void StatementCheck::CheckArgument(const RpaStatementNode& node, const RpaComman
     if (text.trimmed().isEmpty()) {
         if (argument.required)
             Report(node, "missing-argument", QStringLiteral("%1没有填写").arg(place),
-                   QStringLiteral("请在属性中填写“%1”").arg(argument.title));
+                   QStringLiteral("请在属性中填写“%1”").arg(argument.title), argument.name);
         return;
     }
     const QString fault = FaultOf(argument, text);
     if (!fault.isEmpty())
         Report(node, "wrong-argument", QStringLiteral("%1有误：%2").arg(place, fault),
-               QStringLiteral("请在属性中修改“%1”").arg(argument.title));
+               QStringLiteral("请在属性中修改“%1”").arg(argument.title), argument.name);
     if (argument.type == RpaArgumentType::Process && !processes.FindProcess(text))
         Report(node, "missing-process", QStringLiteral("找不到流程“%1”").arg(text),
-               QStringLiteral("请选择已有的流程，或新建同名的流程"));
+               QStringLiteral("请选择已有的流程，或新建同名的流程"), text);
     if (argument.type == RpaArgumentType::Element && elementsKnown && !elementIds.contains(text))
         Report(node, "missing-element", QStringLiteral("%1指向的元素已不存在").arg(place),
-               QStringLiteral("请重新捕获或选择元素"));
+               QStringLiteral("请重新捕获或选择元素"), argument.name);
 }
 
 void StatementCheck::CheckOutput(const RpaStatementNode& node, const RpaCommandInfo& command)
@@ -150,7 +150,7 @@ void StatementCheck::CheckOutput(const RpaStatementNode& node, const RpaCommandI
 }
 
 void StatementCheck::Report(const RpaStatementNode& node, const char* rule, const QString& message,
-                            const QString& remedy)
+                            const QString& remedy, const QString& subject)
 {
-    findings.append({process.GetName(), node.GetId(), QLatin1String(rule), message, remedy});
+    findings.append({process.GetName(), node.GetId(), QLatin1String(rule), message, remedy, 0, subject});
 }

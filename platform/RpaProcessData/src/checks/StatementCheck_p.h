@@ -33,8 +33,8 @@ private:
     void CheckArgument(const RpaStatementNode& node, const RpaCommandInfo& command,
                        const RpaArgumentInfo& argument);
     void CheckOutput(const RpaStatementNode& node, const RpaCommandInfo& command);
-    void Report(const RpaStatementNode& node, const char* rule, const QString& message,
-                const QString& remedy);
+    void Report(const RpaStatementNode& node, const char* rule, const QString& message, const QString& remedy,
+                const QString& subject = QString());
 
     const RpaProcess& process;
     const ProcessDataManager& processes;

@@ -92,7 +92,7 @@ void VariableUse::FindUndefined(const RpaProcess& process, QList<RpaCheckInfo>& 
                 {process.GetName(), node.GetId(), QStringLiteral("undefined-variable"),
                  (later ? QStringLiteral("变量“%1”在使用之前还没有赋值") : QStringLiteral("变量“%1”从未赋值"))
                      .arg(name),
-                 QStringLiteral("请检查变量名，或在此步骤之前为它赋值")});
+                 QStringLiteral("请检查变量名，或在此步骤之前为它赋值"), 0, name});
         }
     });
 }
@@ -122,6 +122,6 @@ void VariableUse::FindDisabled(const RpaProcess& process, QList<RpaCheckInfo>& f
             if (!setters.contains(name) && setByDisabled.contains(name))
                 findings.append({process.GetName(), node.GetId(), QStringLiteral("disabled-reference"),
                                  QStringLiteral("引用了变量“%1”，但为它赋值的步骤已被注释").arg(name),
-                                 QStringLiteral("请取消注释为它赋值的步骤，或不再使用此变量")});
+                                 QStringLiteral("请取消注释为它赋值的步骤，或不再使用此变量"), 0, name});
     });
 }
