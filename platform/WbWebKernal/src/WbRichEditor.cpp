@@ -47,6 +47,8 @@ public:
     {
         QObject::connect(bar, &RichFormatBar::SigFindAsked, findBar, &RichFindBar::OpenWithSelection);
         QObject::connect(view, &RichTextView::SigDocumentReplaced, q, [this] { WatchDocument(); });
+        QObject::connect(view, &RichTextView::SigDocumentReplaced, findBar,
+                         &RichFindBar::SlotDocumentReplaced);
         QObject::connect(view, &RichTextView::SigLinkActivated, q,
                          [](const QString& address) { QDesktopServices::openUrl(QUrl(address)); });
         QObject::connect(view, &RichTextView::SigRefused, q,

@@ -35,6 +35,8 @@ private slots:
     void keepsItsOwnTextThroughLoadingAndEditing_data();
     void keepsItsOwnTextThroughLoadingAndEditing();
     void findsTextInBothDirections();
+    void marksTheNextTextWhileItSearches();
+    void marksNothingInTheNextTextOnceItIsClosed();
     void tellsWhatToWriteWhileEmpty();
     void namesAndExplainsItsButtons();
 };
@@ -253,6 +255,39 @@ void tst_WbRichEditor::findsTextInBothDirections()
 
     QTest::keyClick(edit, Qt::Key_Escape);
     QVERIFY(!bar->isVisible());
+}
+
+void tst_WbRichEditor::marksTheNextTextWhileItSearches()
+{
+    Editor editor;
+    editor.widget.Init(QStringLiteral("<p>step 一</p>\n<p>step 二</p>\n<p>step 三</p>"));
+    auto* edit = editor.widget.findChild<QLineEdit*>(QStringLiteral("lineEditFind"));
+    auto* count = editor.widget.findChild<QLabel*>(QStringLiteral("labelFindCount"));
+    QTest::keyClick(editor.view, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(edit, QStringLiteral("step"));
+    QCOMPARE(editor.view->extraSelections().size(), 3);
+
+    editor.widget.Init(QStringLiteral("<p>another</p>\n<p>one step</p>"));
+
+    QCOMPARE(count->text(), QStringLiteral("共 1 处"));
+    QCOMPARE(editor.view->extraSelections().size(), 1);
+    QCOMPARE(editor.view->extraSelections().constFirst().cursor.document(), editor.view->document());
+    QTest::keyClick(edit, Qt::Key_Backspace); // "ste"
+    QCOMPARE(editor.view->extraSelections().size(), 1);
+}
+
+void tst_WbRichEditor::marksNothingInTheNextTextOnceItIsClosed()
+{
+    Editor editor;
+    editor.widget.Init(QStringLiteral("<p>step 一</p>"));
+    QTest::keyClick(editor.view, Qt::Key_F, Qt::ControlModifier);
+    auto* edit = editor.widget.findChild<QLineEdit*>(QStringLiteral("lineEditFind"));
+    QTest::keyClicks(edit, QStringLiteral("step"));
+    QTest::keyClick(edit, Qt::Key_Escape);
+
+    editor.widget.Init(QStringLiteral("<p>step 二</p>"));
+
+    QVERIFY(editor.view->extraSelections().isEmpty());
 }
 
 void tst_WbRichEditor::tellsWhatToWriteWhileEmpty()

@@ -24,6 +24,12 @@ void RichFindBar::OpenWithSelection()
     MarkAll();
 }
 
+void RichFindBar::SlotDocumentReplaced()
+{
+    if (!isHidden())
+        MarkAll();
+}
+
 void RichFindBar::SlotTextChanged()
 {
     MarkAll();

@@ -16,6 +16,8 @@ public:
 
     // With the selected text, if it is one line.
     void OpenWithSelection();
+    // Another document is searched from now on.
+    void SlotDocumentReplaced();
 
 private:
     void SlotTextChanged();

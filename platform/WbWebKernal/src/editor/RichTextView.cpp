@@ -87,6 +87,8 @@ void RichTextView::ReplaceDocument(std::unique_ptr<RichDocument> document)
     RichDocument* former = current;
     current = document.release();
     current->setParent(this);
+    // They are places of the former document; Qt would ask them once more when others take their place.
+    setExtraSelections({});
     setDocument(current);
     delete former;
     emit SigDocumentReplaced();
