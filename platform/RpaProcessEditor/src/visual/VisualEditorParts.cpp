@@ -3,7 +3,6 @@
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
-#include "PaletteFolder_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
@@ -13,18 +12,13 @@
 
 #include <OxBase/DpiFollower.h>
 #include <OxBase/DpiTool.h>
-#include <OxBase/OxBlocker.h>
 #include <RpaEngineTool/IRpaInspector.h>
 #include <RpaEngineTool/RpaEngineTool.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
-#include <WbBaseUI/UIUtils.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFocusForward.h>
-#include <WbBaseUI/WbIcons.h>
 
-#include <QAction>
 #include <QMenu>
-#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -89,107 +83,6 @@ void VisualEditorParts::BuildLayout()
     layout->addWidget(vertical);
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     new WbFocusForward(host, view);
-}
-
-QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
-                                const QString& icon, const Act& act)
-{
-    QAction* action = Add(name, text, keys, icon);
-    connect(action, &QAction::triggered, this, act);
-    return action;
-}
-
-QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
-                                const QString& icon)
-{
-    auto* action = new QAction(text, view);
-    action->setObjectName(name);
-    action->setShortcuts(keys);
-    // In the tree only: in a field of the property panel the same keys belong to the text.
-    action->setShortcutContext(Qt::WidgetShortcut);
-    view->addAction(action);
-    menu->addAction(action);
-    if (icon.isEmpty())
-        return action;
-    action->setIcon(WbIcons::Get(icon));
-    action->setToolTip(UIUtils::WithKeys(text, keys.value(0)));
-    head->AddTool(action);
-    return action;
-}
-
-void VisualEditorParts::BuildActions()
-{
-    const auto key = [](int code) { return QKeySequence(code); };
-    QAction* commands =
-        Add(QStringLiteral("actionCommands"), QStringLiteral("指令列表"), {}, QStringLiteral("list"));
-    new PaletteFolder(host, palette, commands); // the editor owns it
-    Separate();
-    undo = Add(QStringLiteral("actionUndo"), QStringLiteral("撤销"), {QKeySequence::Undo},
-               QStringLiteral("undo"), [this] { edits->Stack()->undo(); });
-    redo = Add(QStringLiteral("actionRedo"), QStringLiteral("重做"),
-               {key(Qt::CTRL + Qt::Key_Y), key(Qt::CTRL + Qt::SHIFT + Qt::Key_Z)}, QStringLiteral("redo"),
-               [this] { edits->Stack()->redo(); });
-    Separate();
-    Add(QStringLiteral("actionInsert"), QStringLiteral("添加指令…"), {key(Qt::Key_Insert)},
-        QStringLiteral("add"), [this] { OpenQuickPick(); });
-    Separate();
-    onSelection = {
-        Add(QStringLiteral("actionCut"), QStringLiteral("剪切"), {QKeySequence::Cut}, QString(),
-            [this] { view->Cut(); }),
-        Add(QStringLiteral("actionCopy"), QStringLiteral("复制"), {QKeySequence::Copy}, QString(),
-            [this] { view->Copy(); }),
-    };
-    Add(QStringLiteral("actionPaste"), QStringLiteral("粘贴"), {QKeySequence::Paste}, QString(),
-        [this] { view->Paste(); });
-    const auto add = [this](const char* name, const char* text, int code, const char* icon,
-                            void (StatementView::*act)()) {
-        QAction* action =
-            Add(QLatin1String(name), QString::fromUtf8(text), {QKeySequence(code)}, QLatin1String(icon));
-        connect(action, &QAction::triggered, view, act);
-        onSelection.append(action);
-    };
-    add("actionDuplicate", "复制一份", Qt::CTRL + Qt::Key_D, "", &StatementView::Duplicate);
-    add("actionDelete", "删除", Qt::Key_Delete, "delete", &StatementView::Delete);
-    Separate();
-    add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment",
-        &StatementView::ToggleEnabled);
-    add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
-    add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
-    Separate();
-    Add(QStringLiteral("actionRenameVariable"), QStringLiteral("重命名变量…"),
-        {key(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}, QString(), [this] { AskVariableName(); });
-    Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
-        [this] { findBar->Open(); });
-    AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
-    AddFindKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), &StatementFindBar::FindPrevious);
-    for (QAction* action : qAsConst(onSelection))
-        action->setProperty("whyNot", QStringLiteral("先选择语句")); // where all acts are listed
-
-    auto* save = new QAction(QStringLiteral("保存"), host);
-    save->setObjectName(QStringLiteral("actionSave"));
-    save->setShortcut(QKeySequence::Save);
-    save->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    host->addAction(save);
-    connect(save, &QAction::triggered, this, [this] {
-        // During a blocking save a second one would answer the wrong question.
-        if (!OxBlocker::IsBlocking())
-            emit SigSaveAsked();
-    });
-}
-
-void VisualEditorParts::Separate()
-{
-    menu->addSeparator();
-    head->AddGap();
-}
-
-void VisualEditorParts::AddFindKey(const QKeySequence& keys, void (StatementFindBar::*act)())
-{
-    auto* action = new QAction(host);
-    action->setShortcut(keys);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    host->addAction(action);
-    connect(action, &QAction::triggered, findBar, act);
 }
 
 void VisualEditorParts::ConnectParts()
@@ -274,21 +167,6 @@ void VisualEditorParts::SlotTouched(const QString& processName, const QStringLis
     if (!ids.isEmpty() && ids != view->SelectedIds())
         view->Select(ids);
     UpdateActions();
-}
-
-void VisualEditorParts::UpdateActions()
-{
-    undo->setEnabled(edits && edits->Stack()->canUndo());
-    redo->setEnabled(edits && edits->Stack()->canRedo());
-    const bool selected = view->selectionModel()->hasSelection();
-    for (QAction* action : qAsConst(onSelection))
-        action->setEnabled(selected);
-}
-
-void VisualEditorParts::ShowMenu(const QPoint& position)
-{
-    if (edits)
-        menu->popup(view->viewport()->mapToGlobal(position));
 }
 
 void VisualEditorParts::OpenQuickPick()
