@@ -11,7 +11,7 @@
 #include <memory>
 
 // Edits the program text of a program app: the text of its main process. Every change is written into the app
-// at once and marks it modified. The line at which a run failed is marked until the text is edited or the
+// at once and marks it modified. Runs are started, stepped through and stopped from a row above it. The line at which a run failed is marked until the text is edited or the
 // next run begins (IRpaDebugger::SigCheckNode). GUI thread only.
 class RPAPROCESSEDITOR_EXPORT ProcessProgramEditorWidget : public QWidget
 {
@@ -37,6 +37,11 @@ public:
 signals:
     // The user asked to save (Ctrl+S).
     void SigSaveCode();
+
+    // The user wants the process to be run, or its run to be stopped. What kind of run is meant
+    // (RpaDebugSession::SetNextRun) is known while the signal is emitted, and as long as the run waits then.
+    void SigRunProcess(const QString& processName);
+    void SigStopProcess(const QString& processName);
 
 private:
     class Private;

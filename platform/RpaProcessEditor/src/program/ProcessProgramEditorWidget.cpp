@@ -3,6 +3,9 @@
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
 #include "CodeHighlighter_p.h"
+#include "ProgramRunPlace_p.h"
+#include "RunActions_p.h"
+#include "RunBar_p.h"
 
 #include <OxBase/OxBlocker.h>
 #include <RpaEngineCore/IRpaDebugger.h>
@@ -12,11 +15,13 @@
 #include <RpaProcessEditor/ProcessProgramEditorWidget.h>
 #include <WbBaseUI/ElidedLabelEx.h>
 #include <WbBaseUI/WbEditHistory.h>
+#include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbSystemDialogs.h>
 
 #include <QAction>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -26,7 +31,7 @@ class ProcessProgramEditorWidget::Private
 public:
     explicit Private(ProcessProgramEditorWidget* editor)
         : q(editor), edit(new CodeEdit), findBar(new CodeFindBar(edit, editor)), failure(new ElidedLabelEx),
-          position(new QLabel)
+          position(new QLabel), runPlace(edit), runs(editor, runPlace)
     {
     }
 
@@ -40,6 +45,7 @@ public:
         auto* layout = new QVBoxLayout(q);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->setSpacing(0);
+        layout->addWidget(new RunBar(q));
         layout->addWidget(findBar);
         layout->addWidget(edit);
         auto* foot = new QHBoxLayout;
@@ -47,7 +53,7 @@ public:
         foot->addWidget(failure, 1);
         foot->addWidget(position);
         layout->addLayout(foot);
-        q->setFocusProxy(edit);
+        new WbFocusForward(q, edit);
     }
 
     template <typename Act>
@@ -92,7 +98,25 @@ public:
             QObject::connect(debugger, &IRpaDebugger::SigCheckNode, q,
                              &ProcessProgramEditorWidget::ShowCheckInfos);
         QObject::connect(edit, &QPlainTextEdit::cursorPositionChanged, q, [this] { ShowPosition(); });
+        QObject::connect(&runs, &RunActions::SigRunAsked, q, &ProcessProgramEditorWidget::SigRunProcess);
+        QObject::connect(&runs, &RunActions::SigStopAsked, q, &ProcessProgramEditorWidget::SigStopProcess);
+        edit->setContextMenuPolicy(Qt::CustomContextMenu);
+        QObject::connect(edit, &QWidget::customContextMenuRequested, q,
+                         [this](const QPoint& place) { ShowMenu(place); });
         ShowPosition();
+    }
+
+    void ShowMenu(const QPoint& place)
+    {
+        // "Here" is the line that was clicked, unless lines are selected.
+        if (!edit->textCursor().hasSelection())
+            edit->setTextCursor(edit->cursorForPosition(place));
+        QMenu* const menu = edit->createStandardContextMenu();
+        menu->setObjectName(QStringLiteral("programMenu"));
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->addSeparator();
+        menu->addActions(runs.GetPlaceActions());
+        menu->popup(edit->viewport()->mapToGlobal(place));
     }
 
     void ShowPosition()
@@ -179,6 +203,8 @@ public:
     CodeFindBar* const findBar;
     ElidedLabelEx* const failure;
     QLabel* const position;
+    ProgramRunPlace runPlace;
+    RunActions runs;
     RpaAppDataPtr app;
     QString stored; // what editor and model agree on
     bool loading = false;
@@ -212,6 +238,8 @@ void ProcessProgramEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
         d->app->GetProcessDataManager()->disconnect(this);
     d->app = appData;
     d->stored = d->ModelText();
+    d->runPlace.SetApp(appData);
+    d->runs.SetApp(appData);
     d->ShowText();
     if (d->app)
         d->WatchApp();
