@@ -12,8 +12,8 @@
 
 // Edits the processes of a visual app as trees of statements: commands on the left, the statements of one
 // process in the middle, the arguments of the selected statement on the right. Every change is one undo step,
-// is written into the app at once and marks it modified. While the engine runs, the statement that it is at
-// is marked. GUI thread only.
+// is written into the app at once and marks it modified. Runs are started, stepped through and stopped from a
+// row above them. While the engine runs, the statement that it is at is marked. GUI thread only.
 class RPAPROCESSEDITOR_EXPORT ProcessVisualEditorWidget : public QWidget
 {
     Q_OBJECT
@@ -31,7 +31,7 @@ public:
     // Name of the process that is shown; empty without one.
     QString GetShownProcess() const;
 
-    // Shows the main process.
+    // Shows the main process. A process whose run was asked for here (SigRunProcess) is shown again afterwards.
     void SwitchMainPage();
 
     // Marks the statements of these findings and lists them; an empty list takes all marks away. The engine's
@@ -44,6 +44,11 @@ public:
 signals:
     // The user asked to save (Ctrl+S).
     void SigSaveCode();
+
+    // The user wants the process to be run, or its run to be stopped. What kind of run is meant
+    // (RpaDebugSession::SetNextRun) is known while the signal is emitted, and as long as the run waits then.
+    void SigRunProcess(const QString& processName);
+    void SigStopProcess(const QString& processName);
 
 private:
     class Private;

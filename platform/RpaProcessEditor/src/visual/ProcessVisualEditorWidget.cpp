@@ -28,6 +28,8 @@ ProcessVisualEditorWidget::ProcessVisualEditorWidget(QWidget* parent)
     : QWidget(parent), d(std::make_unique<Private>(this))
 {
     connect(&d->parts, &VisualEditorParts::SigSaveAsked, this, &ProcessVisualEditorWidget::SigSaveCode);
+    connect(&d->parts, &VisualEditorParts::SigRunAsked, this, &ProcessVisualEditorWidget::SigRunProcess);
+    connect(&d->parts, &VisualEditorParts::SigStopAsked, this, &ProcessVisualEditorWidget::SigStopProcess);
     if (const IRpaDebugger* debugger = RpaEngineModule::Instance()->GetEngineDebugger())
         connect(debugger, &IRpaDebugger::SigCheckNode, this, &ProcessVisualEditorWidget::ShowCheckInfos);
 }

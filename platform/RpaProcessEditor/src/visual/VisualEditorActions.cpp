@@ -4,6 +4,7 @@
 #include "CommandPalette_p.h"
 #include "PaletteFolder_p.h"
 #include "ProcessHead_p.h"
+#include "ProcessTabs_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
 #include "VisualEditorParts_p.h"
@@ -14,6 +15,8 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
+#include <QScrollBar>
 
 QAction* VisualEditorParts::Add(const QString& name, const QString& text, const QList<QKeySequence>& keys,
                                 const QString& icon, const Act& act)
@@ -80,6 +83,8 @@ void VisualEditorParts::BuildActions()
     add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
     add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
     Separate();
+    menu->addActions(runs.GetPlaceActions());
+    menu->addSeparator();
     Add(QStringLiteral("actionRenameVariable"), QStringLiteral("重命名变量…"),
         {key(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}, QString(), [this] { AskVariableName(); });
     Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
@@ -123,10 +128,25 @@ void VisualEditorParts::UpdateActions()
     const bool selected = view->selectionModel()->hasSelection();
     for (QAction* action : qAsConst(onSelection))
         action->setEnabled(selected);
+    runs.Update();
 }
 
 void VisualEditorParts::ShowMenu(const QPoint& position)
 {
     if (edits)
         menu->popup(view->viewport()->mapToGlobal(position));
+}
+
+void VisualEditorParts::SlotRunAsked(const QString& processName)
+{
+    const QPointer<VisualEditorParts> self(this);
+    const QStringList selected = view->SelectedIds();
+    const int scrolled = view->verticalScrollBar()->value();
+    emit SigRunAsked(processName);
+    // The main process was shown on the way (SwitchMainPage()); the author stays with the one that she runs.
+    if (!self || tabs->Current() == processName)
+        return;
+    tabs->SetCurrent(processName);
+    view->Select(selected);
+    view->verticalScrollBar()->setValue(scrolled);
 }

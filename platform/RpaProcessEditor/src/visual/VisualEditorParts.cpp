@@ -6,6 +6,7 @@
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
+#include "RunBar_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
 #include "VisualEditorParts_p.h"
@@ -26,7 +27,8 @@
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
-      checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor))
+      checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor)), runPlace(view),
+      runs(editor, runPlace)
 {
     BuildLayout();
     BuildActions();
@@ -78,9 +80,11 @@ void VisualEditorParts::BuildLayout()
     vertical->setStretchFactor(1, 1);
     vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150)});
     vertical->setChildrenCollapsible(false);
-    auto* layout = new QHBoxLayout(host);
+    auto* layout = new QVBoxLayout(host);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(vertical);
+    layout->setSpacing(0);
+    layout->addWidget(new RunBar(host));
+    layout->addWidget(vertical, 1);
     view->setContextMenuPolicy(Qt::CustomContextMenu);
     new WbFocusForward(host, view);
 }
@@ -99,6 +103,8 @@ void VisualEditorParts::ConnectParts()
     connect(view, &QWidget::customContextMenuRequested, this, &VisualEditorParts::ShowMenu);
     connect(&findings, &StandingFindings::SigChanged, this, &VisualEditorParts::SlotMended);
     connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
+    connect(&runs, &RunActions::SigRunAsked, this, &VisualEditorParts::SlotRunAsked);
+    connect(&runs, &RunActions::SigStopAsked, this, &VisualEditorParts::SigStopAsked);
 }
 
 void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
@@ -113,6 +119,8 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
     edits.reset();
     app = appData;
     findings.SetApp(app);
+    runPlace.SetApp(app);
+    runs.SetApp(app);
     RpaEngineTool::Instance()->GetHtmlInspector()->SetNodeManager(app ? app->GetHtmlNodeManager() : nullptr);
     if (app) {
         edits = std::make_unique<ProcessEdits>(app);

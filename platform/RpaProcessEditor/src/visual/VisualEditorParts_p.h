@@ -3,7 +3,9 @@
 #pragma once
 
 #include "ProcessEdits_p.h"
+#include "RunActions_p.h"
 #include "StandingFindings_p.h"
+#include "VisualRunPlace_p.h"
 
 #include <RpaProcessData/RpaCheckInfo.h>
 
@@ -44,6 +46,8 @@ public:
 
 signals:
     void SigSaveAsked();
+    void SigRunAsked(const QString& processName);
+    void SigStopAsked(const QString& processName);
 
 private:
     using Act = std::function<void()>;
@@ -66,6 +70,7 @@ private:
     void OpenQuickPick();
     void AddCommand(const QString& command);
     void SlotMended();
+    void SlotRunAsked(const QString& processName);
 
     QWidget* host;
     ProcessTabs* tabs;
@@ -77,6 +82,8 @@ private:
     CheckPane* checks;
     CommandQuickPick* quickPick;
     QMenu* menu;
+    VisualRunPlace runPlace;
+    RunActions runs;
     QAction* undo = nullptr;
     QAction* redo = nullptr;
     QList<QAction*> onSelection;
