@@ -95,11 +95,19 @@ void RpaAppEditorWidget::InitProcessEditor()
         m->visualEditor = new ProcessVisualEditorWidget; // adopted by the layout
         connect(m->visualEditor, &ProcessVisualEditorWidget::SigSaveCode, this,
                 &RpaAppEditorWidget::SlotSave);
+        connect(m->visualEditor, &ProcessVisualEditorWidget::SigRunProcess, this,
+                &RpaAppEditorWidget::SlotRunProcess);
+        connect(m->visualEditor, &ProcessVisualEditorWidget::SigStopProcess, this,
+                &RpaAppEditorWidget::SlotStopProcess);
         layout->addWidget(m->visualEditor);
     } else if (kind == programKind) {
         m->programEditor = new ProcessProgramEditorWidget; // adopted by the layout
         connect(m->programEditor, &ProcessProgramEditorWidget::SigSaveCode, this,
                 &RpaAppEditorWidget::SlotSave);
+        connect(m->programEditor, &ProcessProgramEditorWidget::SigRunProcess, this,
+                &RpaAppEditorWidget::SlotRunProcess);
+        connect(m->programEditor, &ProcessProgramEditorWidget::SigStopProcess, this,
+                &RpaAppEditorWidget::SlotStopProcess);
         if (IPackageService* service = RpaPackageModule::Instance()->GetService()) {
             connect(service, &IPackageService::SigSaveConfig, this,
                     &RpaAppEditorWidget::SlotUpdatePackageInfo);
