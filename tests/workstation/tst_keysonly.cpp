@@ -9,6 +9,7 @@
 #include "ToastWatcher.h"
 
 #include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineModule/RpaDebugSession.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 
 #include <QAbstractButton>
@@ -55,6 +56,7 @@ private slots:
     void doesWhatThePaletteIsAskedFor();
     void listsEveryKey();
     void keepsAQuestionMarkThatIsWritten();
+    void stepsThroughAProcessThatNoToolStarts();
     void buildsRunsSavesAndReleasesAnApp();
 
 private:
@@ -249,6 +251,40 @@ void tst_KeysOnly::keepsAQuestionMarkThatIsWritten()
     QTRY_VERIFY(!QApplication::activeModalWidget());
     QVERIFY(LivingWorkstation::TabTo("lineEditCommandSearch"));
     Key(Qt::Key_Escape);
+}
+
+void tst_KeysOnly::stepsThroughAProcessThatNoToolStarts()
+{
+    Key(Qt::Key_2, Qt::ControlModifier);
+    const int before = StatementCount();
+    QVERIFY(living->AddStatement(QStringLiteral("输出日志")));
+    Key(Qt::Key_F2);
+    QTRY_VERIFY(LivingWorkstation::HasFocus("editor"));
+    LivingWorkstation::Write(QStringLiteral("第一步"));
+    const RpaDebugSession* const session = RpaEngineModule::Instance()->GetDebugSession();
+    const auto isPaused = [session] { return session->GetState() == RpaDebugSession::State::Paused; };
+
+    Key(Qt::Key_F10);
+    QTRY_VERIFY_WITH_TIMEOUT(isPaused(), longWaitMs);
+    Key(Qt::Key_1, Qt::ControlModifier);
+    Key(Qt::Key_F11);
+    QTRY_VERIFY(LivingWorkstation::Shown("pageProcess")); // a step is taken where it is seen
+    QTRY_VERIFY_WITH_TIMEOUT(session->GetState() == RpaDebugSession::State::Idle, longWaitMs);
+    QVERIFY(Log().contains(QStringLiteral("第一步")));
+    Key(Qt::Key_F11, Qt::ShiftModifier);
+    QTRY_COMPARE(toasts->GetTexts(), QStringList{QStringLiteral("“单步跳出”现在不能使用：流程没有暂停")});
+
+    Key(Qt::Key_F10);
+    QTRY_VERIFY_WITH_TIMEOUT(isPaused(), longWaitMs);
+    Key(Qt::Key_1, Qt::ControlModifier);
+    Key(Qt::Key_F5); // goes on, whatever the tools could run
+    QTRY_VERIFY_WITH_TIMEOUT(session->GetState() == RpaDebugSession::State::Idle, longWaitMs);
+    Key(Qt::Key_1, Qt::ControlModifier);
+    Key(Qt::Key_F10, Qt::ControlModifier);
+    QTRY_COMPARE(toasts->GetTexts().last(), QStringLiteral("“运行到此处”现在不能使用：先打开流程设计"));
+    Key(Qt::Key_2, Qt::ControlModifier);
+    while (StatementCount() > before)
+        Key(Qt::Key_Z, Qt::ControlModifier);
 }
 
 void tst_KeysOnly::buildsRunsSavesAndReleasesAnApp()

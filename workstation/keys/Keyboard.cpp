@@ -11,7 +11,8 @@
 #include <algorithm>
 
 Keyboard::Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runPage)
-    : window(mainWindow), editor(editorPage), run(runPage), editorKeys(editorPage), pageKeys(mainWindow)
+    : window(mainWindow), editor(editorPage), run(runPage), editorKeys(editorPage), pageKeys(mainWindow),
+      runKeys(mainWindow)
 {
     const auto always = [] { return QString(); };
     acts.SetPlace([this] { return FindPlace(); });
@@ -20,6 +21,7 @@ Keyboard::Keyboard(MainWindow* mainWindow, EditorPage* editorPage, QWidget* runP
     acts.Bind(KeyAct::ShowKeys, always, [this] { ShowKeys(); });
     editorKeys.BindTo(&acts);
     pageKeys.BindTo(&acts);
+    runKeys.BindTo(&acts);
     new KeyFilter(window, &acts); // the window owns it
 }
 

@@ -5,6 +5,7 @@
 #include "EditorKeys.h"
 #include "KeyActs.h"
 #include "PageKeys.h"
+#include "RunKeys.h"
 
 #include <QObject>
 
@@ -34,4 +35,5 @@ private:
     KeyActs acts;
     EditorKeys editorKeys;
     PageKeys pageKeys;
+    RunKeys runKeys;
 };

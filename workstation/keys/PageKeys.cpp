@@ -4,10 +4,6 @@
 
 #include "MainWindow.h"
 
-#include <RpaAppTool/IAppToolWidget.h>
-#include <RpaProcessEditor/ProcessVisualEditorWidget.h>
-#include <WbBaseUI/WbToast.h>
-
 #include <QAbstractButton>
 #include <QLineEdit>
 
@@ -15,44 +11,16 @@ namespace
 {
 constexpr const char* listTabs[] = {"tabMine", "tabOnline", "tabGray"};
 constexpr int listCount = 3;
-
-// On the page of the processes the one that is shown runs, anywhere else that of the first tool.
-QString ShownProcess(const QWidget& page)
-{
-    const auto* processes = page.findChild<ProcessVisualEditorWidget*>();
-    return processes && processes->isVisible() ? processes->GetShownProcess() : QString();
-}
 } // namespace
 
 void PageKeys::BindTo(KeyActs* acts) const
 {
-    BindRuns(acts);
     BindLists(acts);
     BindButton(acts, KeyAct::Back, "buttonBack");
     BindButton(acts, KeyAct::Settings, "buttonSettings");
     BindButton(acts, KeyAct::Packages, "buttonPackages");
     BindButton(acts, KeyAct::ShowVersions, "buttonVersions");
     BindButton(acts, KeyAct::ShowRuns, "buttonRuns");
-}
-
-void PageKeys::BindRuns(KeyActs* acts) const
-{
-    const auto tools = [this] { return window->CurrentPage()->findChild<IAppToolWidget*>(); };
-    acts->Bind(
-        KeyAct::Run,
-        [tools] {
-            if (!tools())
-                return QStringLiteral("应用还没有打开");
-            return tools()->IsBusy() ? QStringLiteral("流程正在运行") : QString();
-        },
-        [this, tools] {
-            if (!tools()->Run(ShownProcess(*window->CurrentPage())))
-                WbToast::Show(QStringLiteral("界面上还没有选择了流程的工具"), ToastWarning);
-        });
-    acts->Bind(
-        KeyAct::Stop,
-        [tools] { return tools() && tools()->IsBusy() ? QString() : QStringLiteral("没有流程在运行"); },
-        [tools] { tools()->Stop(); });
 }
 
 void PageKeys::BindLists(KeyActs* acts) const

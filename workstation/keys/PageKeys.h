@@ -16,7 +16,6 @@ public:
     void BindTo(KeyActs* acts) const;
 
 private:
-    void BindRuns(KeyActs* acts) const;
     void BindLists(KeyActs* acts) const;
     void BindButton(KeyActs* acts, KeyAct act, const char* name) const;
 
