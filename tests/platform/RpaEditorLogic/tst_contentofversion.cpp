@@ -7,6 +7,7 @@
 #include <RpaAppData/RpaAppExtendInfo.h>
 #include <RpaEditorCore/RpaSnapshotManager.h>
 #include <RpaEditorLogic/SaveLedger.h>
+#include <RpaServiceClient/VersionServiceSettings.h>
 
 #include <QtTest>
 
@@ -144,16 +145,17 @@ void ContentOfVersionTest::refusesAnOverwriteWhileTheLoadWaitsForItsTurn()
     fixture->Load(v2);
     QVERIFY(fixture->answers.WaitFor(3));
     const int sent = fixture->server.GetRequestCount();
-    fixture->server.Enqueue(FaultServer::Data(VersionReplies::App(), 7));
+    // Longer than the test: the wait must not be over before the save, however slow the machine is.
+    VersionServiceSettings::Instance()->SetRepeatSpacing({std::chrono::hours(1), std::chrono::hours(1)});
 
     fixture->Load(v2); // is held back, as the load before it failed
     SaveInto(v2, *first);
 
-    QCOMPARE(fixture->server.GetRequestCount(), sent);
-    QVERIFY(fixture->answers.WaitFor(5));
-    QCOMPARE(fixture->answers.At(3).notifyId, 10020);
-    QVERIFY(fixture->answers.At(3).response->GetErrorDesc().contains(stillOpening));
+    QVERIFY(fixture->answers.WaitFor(4));
+    QCOMPARE(fixture->answers.Last().notifyId, 10020);
+    QVERIFY(fixture->answers.LastError().contains(stillOpening));
     QCOMPARE(SentSaves().size(), 0);
+    QCOMPARE(fixture->server.GetRequestCount(), sent);
 }
 
 void ContentOfVersionTest::refusesThePickedVersionToo()
