@@ -124,6 +124,17 @@ void ProcessEdits::Move(RpaProcess& process, const QStringList& ids, const QStri
         stack.push(new MoveStep(*this, process, ids, parentId, row));
 }
 
+bool ProcessEdits::Replace(RpaProcess& process, const QStringList& ids, const QVector<RpaStatement>& instead,
+                           const QString& title)
+{
+    EndTyping();
+    const RpaStatementNode* first = ids.isEmpty() ? nullptr : process.Find(ids.first());
+    if (!first || !FitsOrSays(process, first->GetParent()->GetId(), instead))
+        return false;
+    stack.push(new ReplaceStep(*this, process, ids, instead, title));
+    return true;
+}
+
 void ProcessEdits::SetValues(RpaProcess& process, const RpaStatement& values, const QString& key,
                              const QString& title)
 {

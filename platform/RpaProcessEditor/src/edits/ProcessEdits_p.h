@@ -41,6 +41,11 @@ public:
     // Moves statements together before the row, counted as before the move. Moving into itself does nothing.
     void Move(RpaProcess& process, const QStringList& ids, const QString& parentId, int row);
 
+    // Puts statements in the place of others that stand side by side; they may hold those, by their ids. Says
+    // why not, and gives false, where they do not fit.
+    bool Replace(RpaProcess& process, const QStringList& ids, const QVector<RpaStatement>& instead,
+                 const QString& title);
+
     // Replaces the values of one statement. Steps of the same key on the same statement become one as long as
     // nothing comes between them; an empty key never joins.
     void SetValues(RpaProcess& process, const RpaStatement& values, const QString& key, const QString& title);

@@ -34,6 +34,23 @@ QStringList IdsOf(const QVector<PlacedStatement>& taken)
         ids.append(placed.statement.id);
     return ids;
 }
+
+// As they came into the process, so that they come back with the same ids.
+QVector<RpaStatement> StatementsNow(const RpaProcess& process, const QStringList& ids)
+{
+    QVector<RpaStatement> statements;
+    for (const QString& id : ids)
+        statements.append(process.Find(id)->ToStatement());
+    return statements;
+}
+
+QStringList IdsOf(const QVector<RpaStatement>& statements)
+{
+    QStringList ids;
+    for (const RpaStatement& statement : statements)
+        ids.append(statement.id);
+    return ids;
+}
 } // namespace
 
 ProcessStep::ProcessStep(ProcessEdits& owner, const QString& process, const QString& title)
@@ -56,18 +73,13 @@ InsertStep::InsertStep(ProcessEdits& owner, const RpaProcess& process, const QSt
 QStringList InsertStep::Do(RpaProcess& process)
 {
     QStringList ids = process.Insert(parentId, row, statements);
-    statements.clear();
-    for (const QString& id : ids)
-        statements.append(process.Find(id)->ToStatement());
+    statements = StatementsNow(process, ids);
     return ids;
 }
 
 QStringList InsertStep::TakeBack(RpaProcess& process)
 {
-    QStringList ids;
-    for (const RpaStatement& statement : qAsConst(statements))
-        ids.append(statement.id);
-    const QVector<PlacedStatement> taken = TakeAll(process, ids);
+    const QVector<PlacedStatement> taken = TakeAll(process, IdsOf(statements));
     if (!taken.isEmpty())
         row = taken.first().row;
     return {};
@@ -113,6 +125,27 @@ QStringList MoveStep::Do(RpaProcess& process)
 QStringList MoveStep::TakeBack(RpaProcess& process)
 {
     TakeAll(process, IdsOf(taken));
+    PutBack(process, taken);
+    return IdsOf(taken);
+}
+
+ReplaceStep::ReplaceStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& replaced,
+                         const QVector<RpaStatement>& statements, const QString& title)
+    : ProcessStep(owner, process.GetName(), title), ids(replaced), instead(statements)
+{
+}
+
+QStringList ReplaceStep::Do(RpaProcess& process)
+{
+    taken = TakeAll(process, ids);
+    QStringList inserted = process.Insert(taken.first().parentId, taken.first().row, instead);
+    instead = StatementsNow(process, inserted);
+    return inserted;
+}
+
+QStringList ReplaceStep::TakeBack(RpaProcess& process)
+{
+    TakeAll(process, IdsOf(instead));
     PutBack(process, taken);
     return IdsOf(taken);
 }

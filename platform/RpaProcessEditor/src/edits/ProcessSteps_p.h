@@ -110,6 +110,23 @@ private:
     QVector<PlacedStatement> taken;
 };
 
+// Statements in the place of others, which stand side by side; they may hold them.
+class ReplaceStep : public ProcessStep
+{
+public:
+    ReplaceStep(ProcessEdits& owner, const RpaProcess& process, const QStringList& ids,
+                const QVector<RpaStatement>& instead, const QString& title);
+
+protected:
+    QStringList Do(RpaProcess& process) override;
+    QStringList TakeBack(RpaProcess& process) override;
+
+private:
+    QStringList ids;
+    QVector<RpaStatement> instead; // with their ids once they have been in the process
+    QVector<PlacedStatement> taken;
+};
+
 class ValuesStep : public ProcessStep
 {
 public:

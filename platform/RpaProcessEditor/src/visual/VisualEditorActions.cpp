@@ -5,6 +5,7 @@
 #include "PaletteFolder_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
+#include "RefactorActs_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
 #include "VisualEditorParts_p.h"
@@ -85,6 +86,8 @@ void VisualEditorParts::BuildActions()
     Separate();
     menu->addActions(runs.GetPlaceActions());
     menu->addSeparator();
+    menu->addMenu(refactor->MakeMenu(menu));
+    menu->addSeparator();
     Add(QStringLiteral("actionRenameVariable"), QStringLiteral("重命名变量…"),
         {key(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}, QString(), [this] { AskVariableName(); });
     Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
@@ -128,6 +131,7 @@ void VisualEditorParts::UpdateActions()
     const bool selected = view->selectionModel()->hasSelection();
     for (QAction* action : qAsConst(onSelection))
         action->setEnabled(selected);
+    refactor->Update();
     runs.Update();
 }
 

@@ -6,6 +6,7 @@
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
+#include "RefactorActs_p.h"
 #include "RunBar_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
@@ -27,8 +28,8 @@
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
-      checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor)), runPlace(view),
-      runs(editor, runPlace)
+      checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor)),
+      refactor(new RefactorActs(view)), runPlace(view), runs(editor, runPlace)
 {
     BuildLayout();
     BuildActions();
@@ -145,6 +146,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
             shownProcess.clear();
         });
     }
+    refactor->SetEdits(edits.get());
     tabs->SetEdits(edits.get());
     if (edits) {
         // Behind the tabs' own connection: the current name may be the same while the process is another.

@@ -22,6 +22,7 @@ class ProcessTabs;
 class PropertyPanel;
 class QAction;
 class QMenu;
+class RefactorActs;
 class StatementFindBar;
 class StatementView;
 
@@ -82,6 +83,7 @@ private:
     CheckPane* checks;
     CommandQuickPick* quickPick;
     QMenu* menu;
+    RefactorActs* refactor;
     VisualRunPlace runPlace;
     RunActions runs;
     QAction* undo = nullptr;
