@@ -125,6 +125,8 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
         addMark(QStringLiteral("error"), WbColor::DangerText);
     if (running)
         addMark(QStringLiteral("run"), WbColor::WarningText);
+    if (index.data(StatementModel::BookmarkRole).toBool())
+        addMark(QStringLiteral("bookmark"), WbColor::Accent);
     PaintTexts(painter, texts, option, index);
 }
 

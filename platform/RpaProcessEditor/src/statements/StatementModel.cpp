@@ -6,7 +6,6 @@
 #include <WbBaseUI/UIUtils.h>
 
 #include <QMimeData>
-#include <QSet>
 
 #include <utility>
 
@@ -122,6 +121,14 @@ void StatementModel::SetRunning(const QString& id)
     RepaintStatement(id);
 }
 
+void StatementModel::SetBookmarks(const QStringList& ids)
+{
+    const QSet<QString> former = std::exchange(bookmarks, QSet<QString>(ids.begin(), ids.end()));
+    const QSet<QString> changed = (former - bookmarks) + (bookmarks - former);
+    for (const QString& id : changed)
+        RepaintStatement(id);
+}
+
 void StatementModel::RepaintStatement(const QString& id)
 {
     const QModelIndex changed = IndexOf(id);
@@ -224,6 +231,8 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
         return findingTexts.value(node.GetId());
     case RunningRole:
         return !runningId.isEmpty() && runningId == node.GetId();
+    case BookmarkRole:
+        return bookmarks.contains(node.GetId());
     default:
         return index.column() == GutterColumn ? GutterData(node, role) : StatementData(node, role);
     }
@@ -256,6 +265,8 @@ QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) c
         text += QStringLiteral("，已注释");
     if (!runningId.isEmpty() && runningId == node.GetId())
         text += QStringLiteral("，正在运行");
+    if (bookmarks.contains(node.GetId()))
+        text += QStringLiteral("，有书签");
     if (findingTexts.contains(node.GetId()))
         text += QStringLiteral("，有问题：") + findingTexts.value(node.GetId());
     return text;

@@ -9,6 +9,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QPointer>
+#include <QSet>
 
 // The statements of one process as a tree. Column 0 is the gutter (line number), column 1 the
 // statement.
@@ -35,6 +36,7 @@ public:
         EnabledRole, // itself and every block around it
         FindingRole, // text of its findings, empty for none
         RunningRole, // whether the engine is at it
+        BookmarkRole,
     };
 
     explicit StatementModel(QObject* parent = nullptr) : QAbstractItemModel(parent) {}
@@ -50,6 +52,9 @@ public:
 
     // The statement that the engine is at, in whatever process is shown; empty for none.
     void SetRunning(const QString& id);
+
+    // Statements of whatever process that carry one.
+    void SetBookmarks(const QStringList& ids);
 
     const RpaStatementNode* NodeOf(const QModelIndex& index) const;
     QModelIndex IndexOf(const RpaStatementNode* node, int column = StatementColumn) const;
@@ -88,5 +93,6 @@ private:
     QPointer<RpaProcess> process;
     QHash<QString, QString> findingTexts;
     QString runningId;
+    QSet<QString> bookmarks;
     mutable QHash<const RpaStatementNode*, int> lines; // empty until asked for
 };

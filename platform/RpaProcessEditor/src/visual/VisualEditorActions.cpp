@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // What the visual editor's menu, tools and keys do.
+#include "BookmarkActs_p.h"
 #include "CommandPalette_p.h"
 #include "PaletteFolder_p.h"
 #include "ProcessHead_p.h"
@@ -87,6 +88,7 @@ void VisualEditorParts::BuildActions()
     menu->addActions(runs.GetPlaceActions());
     menu->addSeparator();
     menu->addMenu(refactor->MakeMenu(menu));
+    menu->addActions(bookmarks->Actions());
     menu->addSeparator();
     Add(QStringLiteral("actionRenameVariable"), QStringLiteral("重命名变量…"),
         {key(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}, QString(), [this] { AskVariableName(); });
@@ -132,6 +134,7 @@ void VisualEditorParts::UpdateActions()
     for (QAction* action : qAsConst(onSelection))
         action->setEnabled(selected);
     refactor->Update();
+    bookmarks->Update();
     runs.Update();
 }
 

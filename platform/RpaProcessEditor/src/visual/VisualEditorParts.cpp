@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "BookmarkActs_p.h"
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
@@ -29,7 +30,8 @@ VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
       checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor)),
-      refactor(new RefactorActs(view)), runPlace(view), runs(editor, runPlace)
+      refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)), runPlace(view),
+      runs(editor, runPlace)
 {
     BuildLayout();
     BuildActions();
@@ -103,6 +105,7 @@ void VisualEditorParts::ConnectParts()
     });
     connect(view, &QWidget::customContextMenuRequested, this, &VisualEditorParts::ShowMenu);
     connect(&findings, &StandingFindings::SigChanged, this, &VisualEditorParts::SlotMended);
+    connect(bookmarks, &BookmarkActs::SigPlaceChosen, this, &VisualEditorParts::ShowStatement);
     connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
     connect(&runs, &RunActions::SigRunAsked, this, &VisualEditorParts::SlotRunAsked);
     connect(&runs, &RunActions::SigStopAsked, this, &VisualEditorParts::SigStopAsked);
@@ -120,6 +123,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
     edits.reset();
     app = appData;
     findings.SetApp(app);
+    bookmarks->SetApp(app);
     runPlace.SetApp(app);
     runs.SetApp(app);
     RpaEngineTool::Instance()->GetHtmlInspector()->SetNodeManager(app ? app->GetHtmlNodeManager() : nullptr);

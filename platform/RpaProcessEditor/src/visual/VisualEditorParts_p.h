@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 
+class BookmarkActs;
 class CheckPane;
 class CommandPalette;
 class CommandQuickPick;
@@ -84,6 +85,7 @@ private:
     CommandQuickPick* quickPick;
     QMenu* menu;
     RefactorActs* refactor;
+    BookmarkActs* bookmarks;
     VisualRunPlace runPlace;
     RunActions runs;
     QAction* undo = nullptr;
