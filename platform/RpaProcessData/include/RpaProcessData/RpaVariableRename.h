@@ -3,7 +3,7 @@
 #pragma once
 
 #include <RpaProcessData/RpaProcessDataExport.h>
-#include <RpaProcessData/RpaStatement.h>
+#include <RpaProcessData/RpaStatementChange.h>
 
 #include <QStringList>
 #include <QVector>
@@ -16,13 +16,7 @@ class ProcessDataManager;
 class RPAPROCESSDATA_EXPORT RpaVariableRename
 {
 public:
-    // One statement as it is and as it would be.
-    struct Change
-    {
-        QString processName;
-        RpaStatement before; // values only, without children
-        RpaStatement after;
-    };
+    using Change = RpaStatementChange;
 
     // Looks through all processes at once and changes nothing. The manager is not needed afterwards.
     RpaVariableRename(const ProcessDataManager& manager, const QString& from, const QString& to);
