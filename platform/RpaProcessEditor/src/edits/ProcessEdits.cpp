@@ -169,6 +169,21 @@ void ProcessEdits::ChangeEach(RpaProcess& process, const QStringList& ids, const
         stack.push(new ValuesStep(*this, process, changes, QString(), title));
 }
 
+void ProcessEdits::ChangeAll(const QVector<RpaStatementChange>& changes, const QString& title)
+{
+    EndTyping();
+    const auto put = [this, changes](RpaStatement RpaStatementChange::*values) {
+        return [this, changes, values] {
+            for (const RpaStatementChange& change : changes)
+                if (RpaProcess* process = Manager()->FindProcess(change.processName))
+                    process->SetValues((change.*values).id, change.*values);
+            Report(QString(), {});
+        };
+    };
+    if (!changes.isEmpty())
+        stack.push(new ActStep(title, put(&RpaStatementChange::after), put(&RpaStatementChange::before)));
+}
+
 void ProcessEdits::SetEnabled(RpaProcess& process, const QStringList& ids, bool enabled)
 {
     ChangeEach(process, ids, enabled ? QStringLiteral("启用语句") : QStringLiteral("注释语句"),

@@ -5,7 +5,7 @@
 #include <RpaAppData/RpaAppData.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
-#include <RpaProcessData/RpaStatement.h>
+#include <RpaProcessData/RpaStatementChange.h>
 
 #include <QObject>
 #include <QStringList>
@@ -57,6 +57,8 @@ public:
 
     // In all processes, in one step. Gives the number of places; 0 when the variable is used nowhere.
     int RenameVariable(const QString& from, const QString& to);
+    // Other values for statements of whatever processes, in one step.
+    void ChangeAll(const QVector<RpaStatementChange>& changes, const QString& title);
 
     void SetEnabled(RpaProcess& process, const QStringList& ids, bool enabled);
 

@@ -20,18 +20,9 @@ QString NameIn(const RpaStatement& values, const QString& argument)
 int ProcessEdits::RenameVariable(const QString& from, const QString& to)
 {
     EndTyping();
-    using Followed = RpaVariableRename::Change;
     const RpaVariableRename rename(*Manager(), from, to);
-    const auto put = [this, changes = rename.GetChanges()](RpaStatement Followed::*values) {
-        return [this, changes, values] {
-            for (const Followed& change : changes)
-                if (RpaProcess* process = Manager()->FindProcess(change.processName))
-                    process->SetValues((change.*values).id, change.*values);
-            Report(QString(), {});
-        };
-    };
-    if (rename.CountPlaces() > 0 && from != to)
-        stack.push(new ActStep(QStringLiteral("重命名变量"), put(&Followed::after), put(&Followed::before)));
+    if (from != to)
+        ChangeAll(rename.GetChanges(), QStringLiteral("重命名变量"));
     return rename.CountPlaces();
 }
 

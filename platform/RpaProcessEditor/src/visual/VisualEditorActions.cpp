@@ -4,6 +4,7 @@
 #include "BookmarkActs_p.h"
 #include "CommandPalette_p.h"
 #include "PaletteFolder_p.h"
+#include "ProcessFindPane_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "RefactorActs_p.h"
@@ -94,6 +95,10 @@ void VisualEditorParts::BuildActions()
         {key(Qt::CTRL + Qt::SHIFT + Qt::Key_R)}, QString(), [this] { AskVariableName(); });
     Add(QStringLiteral("actionFind"), QStringLiteral("查找…"), {QKeySequence::Find}, QStringLiteral("search"),
         [this] { findBar->Open(); });
+    Add(QStringLiteral("actionFindEverywhere"), QStringLiteral("在所有流程中查找…"),
+        {key(Qt::CTRL + Qt::SHIFT + Qt::Key_F)}, QString(), [this] { findPane->OpenToFind(); });
+    Add(QStringLiteral("actionReplaceEverywhere"), QStringLiteral("在所有流程中替换…"),
+        {key(Qt::CTRL + Qt::Key_H)}, QString(), [this] { findPane->OpenToReplace(); });
     AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
     AddFindKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), &StatementFindBar::FindPrevious);
     for (QAction* action : qAsConst(onSelection))

@@ -4,6 +4,7 @@
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
+#include "ProcessFindPane_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
@@ -30,8 +31,8 @@ VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
       checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor)),
-      refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)), runPlace(view),
-      runs(editor, runPlace)
+      refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)), findPane(new ProcessFindPane),
+      runPlace(view), runs(editor, runPlace)
 {
     BuildLayout();
     BuildActions();
@@ -79,9 +80,10 @@ void VisualEditorParts::BuildLayout()
     auto* vertical = new QSplitter(Qt::Vertical);
     vertical->addWidget(splitter);
     vertical->addWidget(checks);
+    vertical->addWidget(findPane);
     vertical->setStretchFactor(0, 3);
     vertical->setStretchFactor(1, 1);
-    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150)});
+    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150), DpiTool::ScaleDefault(220)});
     vertical->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(host);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -106,6 +108,9 @@ void VisualEditorParts::ConnectParts()
     connect(view, &QWidget::customContextMenuRequested, this, &VisualEditorParts::ShowMenu);
     connect(&findings, &StandingFindings::SigChanged, this, &VisualEditorParts::SlotMended);
     connect(bookmarks, &BookmarkActs::SigPlaceChosen, this, &VisualEditorParts::ShowStatement);
+    connect(findPane, &ProcessFindPane::SigPlaceShown, this, &VisualEditorParts::ShowPlace);
+    connect(findPane, &ProcessFindPane::SigPlaceChosen, this, &VisualEditorParts::ShowStatement);
+    connect(findPane, &WbFindBar::SigClosed, view, qOverload<>(&QWidget::setFocus));
     connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
     connect(&runs, &RunActions::SigRunAsked, this, &VisualEditorParts::SlotRunAsked);
     connect(&runs, &RunActions::SigStopAsked, this, &VisualEditorParts::SigStopAsked);
@@ -151,6 +156,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
         });
     }
     refactor->SetEdits(edits.get());
+    findPane->SetEdits(edits.get());
     tabs->SetEdits(edits.get());
     if (edits) {
         // Behind the tabs' own connection: the current name may be the same while the process is another.
@@ -217,15 +223,22 @@ void VisualEditorParts::SlotMended()
     checks->KeepFindings(findings.Get());
 }
 
-bool VisualEditorParts::ShowStatement(const QString& processName, const QString& statementId)
+bool VisualEditorParts::ShowPlace(const QString& processName, const QString& statementId)
 {
     const RpaProcess* process = edits ? edits->Manager()->FindProcess(processName) : nullptr;
     if (!process || !process->Find(statementId))
         return false;
     tabs->SetCurrent(processName);
     view->Select({statementId});
-    view->setFocus();
     return true;
+}
+
+bool VisualEditorParts::ShowStatement(const QString& processName, const QString& statementId)
+{
+    const bool shown = ShowPlace(processName, statementId);
+    if (shown)
+        view->setFocus();
+    return shown;
 }
 
 void VisualEditorParts::MarkRunning(const QString& statementId)

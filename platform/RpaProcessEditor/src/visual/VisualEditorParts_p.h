@@ -18,6 +18,7 @@ class BookmarkActs;
 class CheckPane;
 class CommandPalette;
 class CommandQuickPick;
+class ProcessFindPane;
 class ProcessHead;
 class ProcessTabs;
 class PropertyPanel;
@@ -43,6 +44,8 @@ public:
     void SwitchMainPage();
     void ShowFindings(const QList<RpaCheckInfo>& list);
     bool ShowStatement(const QString& processName, const QString& statementId);
+    // The keyboard stays where it is.
+    bool ShowPlace(const QString& processName, const QString& statementId);
     // Marks the statement without scrolling to it: the author may be editing elsewhere. Empty for none.
     void MarkRunning(const QString& statementId);
 
@@ -86,6 +89,7 @@ private:
     QMenu* menu;
     RefactorActs* refactor;
     BookmarkActs* bookmarks;
+    ProcessFindPane* findPane;
     VisualRunPlace runPlace;
     RunActions runs;
     QAction* undo = nullptr;
