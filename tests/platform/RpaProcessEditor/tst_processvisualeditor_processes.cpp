@@ -4,6 +4,10 @@
 #include "TestApp.h"
 #include "VisualEditorFixture.h"
 
+#include <RpaAppData/RpaToolData.h>
+#include <RpaAppData/RpaUIData.h>
+#include <RpaAppData/RpaUIDataManager.h>
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QTabBar>
@@ -20,6 +24,7 @@ class tst_ProcessVisualEditorProcesses : public QObject
 
 private slots:
     void addsRenamesAndDeletesProcesses();
+    void renamesAProcessWhereverItIsRun();
     void refusesBlankAndTakenProcessNames();
     void keepsTheMainProcessFirst();
     void switchesToTheMainProcess();
@@ -53,6 +58,56 @@ void tst_ProcessVisualEditorProcesses::addsRenamesAndDeletesProcesses()
 
     QTest::keyClick(bar, Qt::Key_Delete);
     QCOMPARE(manager.GetCount(), 2);
+    QVERIFY(editor.app->GetModified());
+}
+
+void tst_ProcessVisualEditorProcesses::renamesAProcessWhereverItIsRun()
+{
+    RpaStatement call = Statement(QStringLiteral("t-call"), QStringLiteral("k"));
+    call.arguments.insert(QStringLiteral("process"), QStringLiteral("子流程"));
+    call.enabled = false;
+    Editor editor({Log(QStringLiteral("a")), call});
+    RpaToolItem tool;
+    tool.text = QStringLiteral("开始");
+    tool.processName = QStringLiteral("子流程");
+    RpaToolData* tools =
+        editor.app->GetUIDataManager()->AddUIData(QStringLiteral("页面甲"), tool)->GetToolData();
+    editor.app->SetModified(false);
+    auto* bar = editor.Find<QTabBar>(QStringLiteral("processTabBar"));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(1).center());
+    QStringList shown;
+    ModalDriver modals;
+    modals.Then([&shown](QWidget* dialog) {
+        auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("lineEditProcessName"));
+        QTest::keyClicks(edit, QStringLiteral("login"));
+        const auto* list = dialog->findChild<QTreeView*>(QStringLiteral("callingPlaces"));
+        QVERIFY(list->isVisible());
+        for (int row = 0; row < list->model()->rowCount(); ++row)
+            for (int column : {0, 4, 5})
+                shown.append(list->model()->index(row, column).data().toString());
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+
+    QTest::keyClick(bar, Qt::Key_F2);
+
+    QCOMPARE(shown, (QStringList{QStringLiteral("主流程"), QStringLiteral("运行 子流程"),
+                                 QStringLiteral("运行 login"), QStringLiteral("界面：页面甲"),
+                                 QStringLiteral("运行流程 子流程"), QStringLiteral("运行流程 login")}));
+    QCOMPARE(editor.Node(QStringLiteral("k"))->GetArgument(QStringLiteral("process")),
+             QStringLiteral("login"));
+    QCOMPARE(tools->GetItem(0).processName, QStringLiteral("login"));
+
+    editor.widget.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&editor.widget));
+    editor.view->setFocus();
+    editor.Key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor.Node(QStringLiteral("k"))->GetArgument(QStringLiteral("process")),
+             QStringLiteral("子流程"));
+    QCOMPARE(tools->GetItem(0).processName, QStringLiteral("子流程"));
+    QTRY_VERIFY(!editor.app->GetModified());
+
+    editor.Key(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(tools->GetItem(0).processName, QStringLiteral("login"));
     QVERIFY(editor.app->GetModified());
 }
 

@@ -79,6 +79,7 @@ private slots:
     void aResultThatGoesIntoAnotherVariableLeavesTheUses();
     void aVariableWithTwoSourcesLeavesTheUses();
     void isRenamedInAllProcessesByTheDialog();
+    void theDialogShowsThePlacesBeforeAndAfter();
     void theDialogRefusesANameInUse();
     void theDialogIsTakenAwayWithItsEditor();
 };
@@ -177,6 +178,47 @@ void tst_ProcessVisualEditorVariables::isRenamedInAllProcessesByTheDialog()
              QStringLiteral("内容"));
     QCOMPARE(editor->Node(QStringLiteral("r"))->GetValues().output, QStringLiteral("内容"));
     QCOMPARE(TextOf(*editor, 1, QStringLiteral("s")), QStringLiteral("=len(内容)"));
+}
+
+void tst_ProcessVisualEditorVariables::theDialogShowsThePlacesBeforeAndAfter()
+{
+    RpaStatement disabled = LogOf(QStringLiteral("d"), QStringLiteral("=内容"));
+    disabled.enabled = false;
+    disabled.arguments.insert(QStringLiteral("level"), QStringLiteral("error"));
+    const std::unique_ptr<Editor> editor(NewEditor({disabled}));
+    editor->Click(QStringLiteral("r"));
+    QStringList before;
+    QStringList after;
+    bool isAfterHidden = false;
+    ModalDriver modals;
+    modals.Then([&](QWidget* dialog) {
+        auto* list = dialog->findChild<QTreeView*>(QStringLiteral("renamedPlaces"));
+        const auto column = [list](int at) {
+            QStringList texts;
+            for (int row = 0; row < list->model()->rowCount(); ++row)
+                texts.append(list->model()->index(row, at).data().toString());
+            return texts;
+        };
+        isAfterHidden = list->isColumnHidden(5);
+        QTest::keyClicks(dialog->findChild<QLineEdit*>(QStringLiteral("lineEditVariableName")),
+                         QStringLiteral("text"));
+        QVERIFY(list->isVisible() && !list->isColumnHidden(5));
+        for (int row = 0; row < column(0).size(); ++row)
+            before.append(column(0).at(row) + column(1).at(row) + QLatin1Char(' ') + column(4).at(row));
+        after = column(5);
+        ModalDriver::Reject(dialog);
+    });
+
+    editor->Key(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+
+    QVERIFY(isAfterHidden); // as long as the name is the same
+    QCOMPARE(before, (QStringList{QStringLiteral("主流程1 读取 a.txt 到 内容"),
+                                  QStringLiteral("主流程2 输出 ƒ 内容 + \"内容\"，级别 信息"),
+                                  QStringLiteral("主流程4 输出 ƒ 内容，级别 错误"),
+                                  QStringLiteral("子流程1 输出 ƒ len(内容)，级别 信息")}));
+    QCOMPARE(after.first(), QStringLiteral("读取 a.txt 到 text"));
+    QCOMPARE(after.last(), QStringLiteral("输出 ƒ len(text)，级别 信息"));
+    QVERIFY(!editor->app->GetModified());
 }
 
 void tst_ProcessVisualEditorVariables::theDialogRefusesANameInUse()

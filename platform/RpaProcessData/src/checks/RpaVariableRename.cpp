@@ -90,6 +90,8 @@ RpaStatement RpaVariableRename::Renamed(const RpaStatement& values)
 QString RpaVariableRename::RenamedPython(const QString& python)
 {
     QString renamed = python;
+    if (!python.contains(from))
+        return renamed; // as in most: reading one takes its time
     const QVector<PythonNames::Place> read = PythonNames::ReadIn(python);
     for (auto place = read.crbegin(); place != read.crend(); ++place) {
         if (place->name != from)

@@ -4,6 +4,7 @@
 #include <RpaProcessData/RpaCommandCatalogue.h>
 #include <RpaProcessData/RpaPackageInfo.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaProcessCalls.h>
 #include <WbFoundation/FreeNames.h>
 #include <WbFoundation/JsonReader.h>
 #include <WbFoundation/JsonWriter.h>
@@ -33,7 +34,6 @@ public:
     }
 
     void Replace(ProcessDataManager& manager, Processes newProcesses);
-    void RenameCalls(const QString& name, const QString& newName);
 
     Processes processes;
     QByteArray unknown; // members written by a newer client
@@ -106,28 +106,12 @@ bool ProcessDataManager::RenameProcess(const QString& name, const QString& newNa
     if (index < 0 || !d->IsFree(*this, newName))
         return false;
     GetProcess(index)->SetName(newName);
-    d->RenameCalls(name, newName);
+    const QVector<RpaStatementChange> calls = RpaProcessCalls::Renamed(*this, name, newName);
+    for (const RpaStatementChange& call : calls)
+        FindProcess(call.processName)->SetValues(call.after.id, call.after);
     emit SigProcessRenamed(index, name);
     emit SigChanged();
     return true;
-}
-
-void ProcessDataManager::Private::RenameCalls(const QString& name, const QString& newName)
-{
-    const RpaCommandCatalogue* catalogue = RpaCommandCatalogue::Instance();
-    for (const auto& process : processes) {
-        QMap<QString, QString> places; // statement id -> argument
-        process->ForEach([&](const RpaStatementNode& node) {
-            const RpaCommandInfo* command = catalogue->Find(node.GetCommand());
-            if (!command)
-                return;
-            for (const RpaArgumentInfo& argument : command->arguments)
-                if (argument.type == RpaArgumentType::Process && node.GetArgument(argument.name) == name)
-                    places.insert(node.GetId(), argument.name);
-        });
-        for (auto place = places.cbegin(); place != places.cend(); ++place)
-            process->SetArgument(place.key(), place.value(), newName);
-    }
 }
 
 bool ProcessDataManager::RemoveProcess(const QString& name)

@@ -233,20 +233,6 @@ void ProcessEdits::RemoveProcess(const QString& name)
         }));
 }
 
-void ProcessEdits::RenameProcess(const QString& name, const QString& newName)
-{
-    EndTyping();
-    if (name == newName)
-        return;
-    const auto rename = [this](const QString& from, const QString& to) {
-        return [this, from, to] {
-            Manager()->RenameProcess(from, to);
-            Report(to, {});
-        };
-    };
-    stack.push(new ActStep(QStringLiteral("重命名流程"), rename(name, newName), rename(newName, name)));
-}
-
 void ProcessEdits::MoveProcess(int from, int to)
 {
     EndTyping();

@@ -11,6 +11,7 @@ ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, 
     setObjectName(QStringLiteral("ProcessNameDialog"));
     SetTitle(title);
     ui.setupUi(GetContentWidget());
+    ui.callingPlaces->hide();
     ui.lineEditProcessName->setMaxLength(maximumLength);
     ui.lineEditProcessName->setText(name);
     ui.lineEditProcessName->selectAll();
@@ -20,11 +21,22 @@ ProcessNameDialog::ProcessNameDialog(const QString& title, const QString& name, 
     connect(ui.pushButtonNameOk, &QPushButton::clicked, this, &QDialog::accept);
     connect(ui.buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
     SlotEdited();
+    ui.lineEditProcessName->setFocus();
 }
 
 QString ProcessNameDialog::Name() const
 {
     return ui.lineEditProcessName->text().trimmed();
+}
+
+void ProcessNameDialog::ShowFollowers(const Followers& followers)
+{
+    placesFor = followers;
+    if (placesFor(Name()).isEmpty())
+        return;
+    ui.callingPlaces->show();
+    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(720), DpiTool::ScaleDefault(320));
+    SlotEdited();
 }
 
 QString ProcessNameDialog::Problem(const QString& name, const QStringList& taken)
@@ -41,4 +53,6 @@ void ProcessNameDialog::SlotEdited()
     const QString text = Problem(ui.lineEditProcessName->text(), takenNames);
     ui.labelNameProblem->setText(text);
     ui.pushButtonNameOk->setEnabled(text.isEmpty());
+    if (placesFor)
+        ui.callingPlaces->SetPlaces(placesFor(Name()));
 }

@@ -8,6 +8,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 // Asks for the name of a process and says at once what is wrong with it.
 class ProcessNameDialog : public WbBaseDialog
 {
@@ -21,6 +23,10 @@ public:
 
     QString Name() const;
 
+    // Lists what follows the name, from now on as it is typed.
+    using Followers = std::function<QVector<ShownPlace>(const QString& name)>;
+    void ShowFollowers(const Followers& followers);
+
     // Empty when the name may be used.
     static QString Problem(const QString& name, const QStringList& taken);
 
@@ -28,5 +34,6 @@ private:
     void SlotEdited();
 
     const QStringList takenNames;
+    Followers placesFor;
     Ui::ProcessNameDialog ui;
 };

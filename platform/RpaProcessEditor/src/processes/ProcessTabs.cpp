@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "PlaceTexts_p.h"
 #include "ProcessNameDialog_p.h"
 #include "ProcessTabs_p.h"
 
@@ -116,18 +117,23 @@ void ProcessTabs::AskRename(int index)
         return;
     QStringList taken = edits->Manager()->GetProcessNames();
     taken.removeOne(name);
-    const QString newName = AskName(QStringLiteral("重命名流程"), name, taken);
+    const QString newName = AskName(QStringLiteral("重命名流程"), name, taken, true);
     if (!newName.isEmpty())
         edits->RenameProcess(name, newName);
 }
 
 // Empty when there is none, or nobody left to take it: the editor may be closed, or shown another app, while
 // the dialog is open.
-QString ProcessTabs::AskName(const QString& title, const QString& proposal, const QStringList& taken)
+QString ProcessTabs::AskName(const QString& title, const QString& proposal, const QStringList& taken,
+                             bool renames)
 {
     const QPointer<ProcessTabs> self(this);
     const QPointer<ProcessEdits> asked = edits;
     const QPointer<ProcessNameDialog> dialog = new ProcessNameDialog(title, proposal, taken, this);
+    if (renames)
+        dialog->ShowFollowers([asked, proposal](const QString& name) {
+            return asked ? PlaceTexts::OfProcess(*asked->App(), proposal, name) : QVector<ShownPlace>();
+        });
     const bool accepted = dialog->exec() == QDialog::Accepted;
     QString name = accepted && dialog && self && asked && edits == asked ? dialog->Name() : QString();
     delete dialog;

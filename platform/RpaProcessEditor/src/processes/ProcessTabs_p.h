@@ -39,7 +39,8 @@ private:
     void Refill(const QString& current);
     void SlotMoved(int from, int to);
     void ShowMenu(const QPoint& position);
-    QString AskName(const QString& title, const QString& proposal, const QStringList& taken);
+    QString AskName(const QString& title, const QString& proposal, const QStringList& taken,
+                    bool renames = false);
     QString NameAt(int index) const;
 
     QPointer<ProcessEdits> edits;

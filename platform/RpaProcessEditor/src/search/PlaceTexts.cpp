@@ -2,9 +2,11 @@
 
 #include "CommandTexts_p.h"
 #include "PlaceTexts_p.h"
+#include "ToolCalls_p.h"
 
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcess.h>
+#include <RpaProcessData/RpaProcessCalls.h>
 #include <RpaProcessData/RpaProcessSearch.h>
 
 #include <QHash>
@@ -84,5 +86,17 @@ QVector<ShownPlace> PlaceTexts::OfChanges(const ProcessDataManager& manager,
             ShowArguments(change, place);
         places.append(place);
     }
+    return places;
+}
+
+QVector<ShownPlace> PlaceTexts::OfProcess(const RpaAppData& app, const QString& name, const QString& newName)
+{
+    const ProcessDataManager& manager = *app.GetProcessDataManager();
+    QVector<ShownPlace> places = OfChanges(manager, RpaProcessCalls::Renamed(manager, name, newName));
+    const QVector<ToolCall> tools = ToolCalls::Of(app, name);
+    for (const ToolCall& tool : tools)
+        places.append({QStringLiteral("界面：") + tool.pageName, QString(), 0, tool.text,
+                       QStringLiteral("工具"), QStringLiteral("运行流程 ") + name,
+                       QStringLiteral("运行流程 ") + newName});
     return places;
 }

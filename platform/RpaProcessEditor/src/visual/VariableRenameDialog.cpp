@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "PlaceTexts_p.h"
 #include "VariableRenameDialog_p.h"
 
 #include <OxBase/DpiTool.h>
@@ -46,7 +47,8 @@ VariableRenameDialog::VariableRenameDialog(const ProcessDataManager& manager, co
     SetTitle(QStringLiteral("重命名变量"));
     ui.setupUi(GetContentWidget());
     ui.layoutForm->setSpacing(DpiTool::ScaleDefault(10));
-    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(380), DpiTool::ScaleDefault(190));
+    ui.renamedPlaces->HidePart();
+    GetContentWidget()->setMinimumSize(DpiTool::ScaleDefault(720), DpiTool::ScaleDefault(380));
     QComboBox* const variable = ui.comboBoxVariable;
     variable->addItems(RpaVariableRename::NamesIn(manager));
     variable->setCurrentIndex(qMax(0, variable->findText(VariableOf(current))));
@@ -75,11 +77,15 @@ void VariableRenameDialog::SlotChanged()
     const QString problem = From().isEmpty() ? QStringLiteral("应用中还没有变量")
                             : isSame         ? QString()
                                              : RpaVariableRename::Problem(*processes, To());
-    ui.labelRename->setText(problem.isEmpty() ? CountText(RpaVariableRename(*processes, From(), To()))
-                                              : problem);
+    const bool shows = problem.isEmpty() && !isSame;
+    // What cannot be done yet shows where the variable stands.
+    const RpaVariableRename rename(*processes, From(), shows ? To() : From());
+    ui.renamedPlaces->SetPlaces(PlaceTexts::OfChanges(*processes, rename.GetChanges()));
+    ui.renamedPlaces->ShowAfter(shows);
+    ui.labelRename->setText(problem.isEmpty() ? CountText(rename) : problem);
     ui.labelRename->setProperty("wbRole",
                                 problem.isEmpty() ? QStringLiteral("secondary") : QStringLiteral("error"));
     ui.labelRename->style()->unpolish(ui.labelRename);
     ui.labelRename->style()->polish(ui.labelRename);
-    ui.pushButtonRename->setEnabled(problem.isEmpty() && !isSame);
+    ui.pushButtonRename->setEnabled(shows);
 }
