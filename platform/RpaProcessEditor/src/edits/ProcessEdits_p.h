@@ -46,6 +46,11 @@ public:
     bool Replace(RpaProcess& process, const QStringList& ids, const QVector<RpaStatement>& instead,
                  const QString& title);
 
+    // Adds a process of that name with the statements, and puts the call in the place of the ids, which stand
+    // side by side.
+    void Extract(RpaProcess& process, const QStringList& ids, const QVector<RpaStatement>& statements,
+                 const RpaStatement& call, const QString& name);
+
     // Replaces the values of one statement. Steps of the same key on the same statement become one as long as
     // nothing comes between them; an empty key never joins.
     void SetValues(RpaProcess& process, const RpaStatement& values, const QString& key, const QString& title);
@@ -57,6 +62,7 @@ public:
 
     // In all processes, in one step. Gives the number of places; 0 when the variable is used nowhere.
     int RenameVariable(const QString& from, const QString& to);
+
     // Other values for statements of whatever processes, in one step.
     void ChangeAll(const QVector<RpaStatementChange>& changes, const QString& title);
 

@@ -2,8 +2,10 @@
 
 #include "BlockEdits_p.h"
 #include "CommandTexts_p.h"
+#include "ProcessNameDialog_p.h"
 #include "RefactorActs_p.h"
 #include "StatementView_p.h"
+#include "SubProcessEdits_p.h"
 
 #include <WbBaseUI/WbToast.h>
 
@@ -19,6 +21,11 @@ RefactorActs::RefactorActs(StatementView* statementView) : QObject(statementView
     AddWrap(QStringLiteral("try"), Qt::CTRL + Qt::Key_T);
     AddOnSelection(QStringLiteral("actionUnwrap"), QStringLiteral("去掉外层"), Qt::CTRL + Qt::Key_U,
                    &RefactorActs::Unwrap);
+    actions.append(nullptr);
+    AddOnSelection(QStringLiteral("actionExtract"), QStringLiteral("提取为子流程…"),
+                   Qt::CTRL + Qt::SHIFT + Qt::Key_X, &RefactorActs::Extract);
+    AddOnSelection(QStringLiteral("actionInline"), QStringLiteral("展开子流程"),
+                   Qt::CTRL + Qt::SHIFT + Qt::Key_V, &RefactorActs::Inline);
     actions.append(nullptr);
     AddAct(QStringLiteral("actionFoldAll"), QStringLiteral("全部折叠"), Qt::CTRL + Qt::Key_Left,
            &RefactorActs::FoldAll);
@@ -99,6 +106,39 @@ void RefactorActs::Unwrap()
     RpaProcess* process = view->Statements()->Process();
     if (process && edits)
         Say(BlockEdits::Unwrap(*edits, *process, view->SelectedIds()));
+}
+
+// The editor may go away, or show another app, while the name is chosen.
+void RefactorActs::Extract()
+{
+    RpaProcess* process = view->Statements()->Process();
+    if (!process || !edits)
+        return;
+    const QStringList ids = view->SelectedIds();
+    const QString problem = SubProcessEdits::ExtractProblem(*process, ids);
+    Say(problem);
+    if (!problem.isEmpty())
+        return;
+    const QPointer<ProcessEdits> asked(edits);
+    const QPointer<RpaProcess> from(process);
+    const ProcessDataManager* manager = edits->Manager();
+    const QPointer<ProcessNameDialog> dialog =
+        new ProcessNameDialog(QStringLiteral("提取为子流程"), manager->MakeFreeName(QStringLiteral("子流程")),
+                              manager->GetProcessNames(), view);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return;
+    const QString name = dialog->Name();
+    delete dialog;
+    if (accepted && asked && from && edits == asked && SubProcessEdits::ExtractProblem(*from, ids).isEmpty())
+        SubProcessEdits::Extract(*asked, *from, ids, name);
+}
+
+void RefactorActs::Inline()
+{
+    RpaProcess* process = view->Statements()->Process();
+    if (process && edits)
+        Say(SubProcessEdits::Inline(*edits, *process, view->SelectedIds()));
 }
 
 // The keyboard stays where it can be seen.

@@ -11,7 +11,8 @@ class QKeySequence;
 class QMenu;
 class StatementView;
 
-// The acts of the tree that give statements another shape: blocks around them, folded and unfolded blocks.
+// The acts of the tree that give statements another shape: blocks around them, processes of their own, folded
+// and unfolded blocks.
 // What cannot be done is said in a toast.
 class RefactorActs : public QObject
 {
@@ -38,6 +39,8 @@ private:
     QAction* AddOnSelection(const QString& name, const QString& text, int key, Act act);
     void Wrap(const QString& command);
     void Unwrap();
+    void Extract();
+    void Inline();
     void FoldAll();
     void UnfoldAll();
     static void Say(const QString& problem);
