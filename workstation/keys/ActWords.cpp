@@ -49,6 +49,13 @@ QStringList ActWords::Of(const QString& text)
         {QStringLiteral("复制"), QStringLiteral("拷贝")},
         {QStringLiteral("剪切"), QStringLiteral("移动")},
         {QStringLiteral("查找"), QStringLiteral("搜索 定位")},
+        {QStringLiteral("在所有流程中查找…"), QStringLiteral("搜索 全局 全部")},
+        {QStringLiteral("在所有流程中替换…"), QStringLiteral("搜索 全局 全部 批量 修改")},
+        {QStringLiteral("去掉外层"), QStringLiteral("拆开 解除 取出 移除循环")},
+        {QStringLiteral("提取为子流程…"), QStringLiteral("重构 拆分 抽取 独立")},
+        {QStringLiteral("展开子流程"), QStringLiteral("重构 合并 内联 取回")},
+        {QStringLiteral("全部折叠"), QStringLiteral("收起 大纲")},
+        {QStringLiteral("设置 / 取消书签"), QStringLiteral("标记 收藏 记号")},
     };
     return words.value(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
