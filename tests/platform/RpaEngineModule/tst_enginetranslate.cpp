@@ -3,6 +3,7 @@
 #include "EngineRunFixture.h"
 
 #include <RpaEngineCore/IAppTableEngine.h>
+#include <RpaEngineModule/RpaProcessPython.h>
 #include <RpaProcessData/RpaCheckInfo.h>
 
 #include <QRegularExpression>
@@ -51,6 +52,9 @@ private slots:
     void aProgramTellsItsLines();
     void textOfSeveralLinesKeepsTheLineMap();
     void anUnknownCommandFailsWithItsName();
+    void itsPythonTellsWhereEachLineIsFrom();
+    void itsPythonIsAProgramOfItsOwn();
+    void nothingHasNoPython();
 };
 
 void EngineTranslate::statementsRunInOrder()
@@ -209,6 +213,70 @@ void EngineTranslate::anUnknownCommandFailsWithItsName()
 
     QVERIFY(engine.life.WaitUntilOver());
     QVERIFY(EngineRunFixture::LogHas(QStringLiteral("不认识命令“future.command”")));
+}
+
+namespace
+{
+// What the lines that contain the text were made from, as "process/statement".
+QStringList OriginsOf(const RpaProcessPython& python, const QString& text)
+{
+    const QStringList lines = python.source.split(QLatin1Char('\n'));
+    QStringList found;
+    for (int i = 0; i < python.origins.size(); ++i)
+        if (lines.at(i).contains(text))
+            found << python.origins.at(i).processName + QLatin1Char('/') + python.origins.at(i).statementId;
+    return found;
+}
+} // namespace
+
+void EngineTranslate::itsPythonTellsWhereEachLineIsFrom()
+{
+    ProcessDataManager processes;
+    RpaStatement first = Log(QStringLiteral("first"));
+    first.id = QStringLiteral("s1");
+    RpaStatement off = Log(QStringLiteral("off"));
+    off.enabled = false;
+    RpaStatement run = Statement("process.run", {{QStringLiteral("process"), QStringLiteral("子流程")}});
+    RpaStatement inner = Log(QStringLiteral("inner"));
+    inner.id = QStringLiteral("s2");
+    processes.AddProcess(QStringLiteral("主流程"))->SetStatements({first, off, run});
+    processes.AddProcess(QStringLiteral("子流程"))->SetStatements({inner});
+    processes.AddProcess(QStringLiteral("别的"))->SetStatements({Log(QStringLiteral("elsewhere"))});
+
+    const RpaProcessPython python = RpaProcessPython::Of(processes, QStringLiteral("主流程"));
+
+    QCOMPARE(python.origins.size(), python.source.count(QLatin1Char('\n')));
+    QCOMPARE(OriginsOf(python, QStringLiteral("first")), QStringList(QStringLiteral("主流程/s1")));
+    QCOMPARE(OriginsOf(python, QStringLiteral("inner")), QStringList(QStringLiteral("子流程/s2")));
+    QCOMPARE(OriginsOf(python, QStringLiteral("# 子流程")), QStringList(QStringLiteral("子流程/")));
+    QVERIFY(!python.source.contains(QStringLiteral("\"off\"")));
+    QVERIFY(!python.source.contains(QStringLiteral("elsewhere")));
+}
+
+void EngineTranslate::itsPythonIsAProgramOfItsOwn()
+{
+    EngineRunFixture engine;
+    ProcessDataManager visual;
+    visual.AddProcess(QStringLiteral("统计"))
+        ->SetStatements({Set(QStringLiteral("输入"), QStringLiteral("=40")),
+                         Statement("process.run", {{QStringLiteral("process"), QStringLiteral("加二")}}),
+                         Log(QStringLiteral("=f'结果 {输入}'"))});
+    visual.AddProcess(QStringLiteral("加二"))
+        ->SetStatements({Set(QStringLiteral("输入"), QStringLiteral("=输入 + 2"))});
+
+    QVERIFY(engine.RunText(RpaProcessPython::Of(visual, QStringLiteral("统计")).source));
+
+    QVERIFY(engine.life.WaitUntilOver());
+    QVERIFY2(EngineRunFixture::LogHas(QStringLiteral("结果 42")),
+             qPrintable(EngineRunFixture::LogTexts().join(QLatin1Char('\n'))));
+}
+
+void EngineTranslate::nothingHasNoPython()
+{
+    const ProcessDataManager processes;
+
+    QVERIFY(RpaProcessPython::Of(processes, QStringLiteral("主流程")).source.isEmpty());
+    QVERIFY(RpaProcessPython::Of(processes, QString()).origins.isEmpty());
 }
 
 QTEST_MAIN(EngineTranslate)
