@@ -49,6 +49,7 @@ QStringList ActWords::Of(const QString& text)
         {QStringLiteral("复制"), QStringLiteral("拷贝")},
         {QStringLiteral("剪切"), QStringLiteral("移动")},
         {QStringLiteral("查找"), QStringLiteral("搜索 定位")},
+        {QStringLiteral("显示 Python"), QStringLiteral("代码 程序 源码 生成")},
         {QStringLiteral("在所有流程中查找…"), QStringLiteral("搜索 全局 全部")},
         {QStringLiteral("在所有流程中替换…"), QStringLiteral("搜索 全局 全部 批量 修改")},
         {QStringLiteral("去掉外层"), QStringLiteral("拆开 解除 取出 移除循环")},

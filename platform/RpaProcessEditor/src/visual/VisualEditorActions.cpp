@@ -7,6 +7,7 @@
 #include "ProcessFindPane_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
+#include "PythonPane_p.h"
 #include "RefactorActs_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
@@ -99,6 +100,8 @@ void VisualEditorParts::BuildActions()
         {key(Qt::CTRL + Qt::SHIFT + Qt::Key_F)}, QString(), [this] { findPane->OpenToFind(); });
     Add(QStringLiteral("actionReplaceEverywhere"), QStringLiteral("在所有流程中替换…"),
         {key(Qt::CTRL + Qt::Key_H)}, QString(), [this] { findPane->OpenToReplace(); });
+    Add(QStringLiteral("actionPython"), QStringLiteral("显示 Python"), {key(Qt::CTRL + Qt::ALT + Qt::Key_P)},
+        QStringLiteral("app-program"), [this] { python->setVisible(python->isHidden()); });
     AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
     AddFindKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), &StatementFindBar::FindPrevious);
     for (QAction* action : qAsConst(onSelection))

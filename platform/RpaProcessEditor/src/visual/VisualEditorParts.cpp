@@ -8,6 +8,7 @@
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
 #include "PropertyPanel_p.h"
+#include "PythonPane_p.h"
 #include "RefactorActs_p.h"
 #include "RunBar_p.h"
 #include "StatementFindBar_p.h"
@@ -30,9 +31,9 @@
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
-      checks(new CheckPane), quickPick(new CommandQuickPick(editor)), menu(new QMenu(editor)),
-      refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)), findPane(new ProcessFindPane),
-      runPlace(view), runs(editor, runPlace)
+      checks(new CheckPane), python(new PythonPane), quickPick(new CommandQuickPick(editor)),
+      menu(new QMenu(editor)), refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)),
+      findPane(new ProcessFindPane), runPlace(view), runs(editor, runPlace)
 {
     BuildLayout();
     BuildActions();
@@ -66,13 +67,17 @@ void VisualEditorParts::BuildLayout()
     splitter->setObjectName(QStringLiteral("processSplitter"));
     splitter->addWidget(palette);
     splitter->addWidget(middle);
+    splitter->addWidget(python);
     splitter->addWidget(properties);
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
-    splitter->setStretchFactor(2, 0);
-    splitter->setSizes({DpiTool::ScaleDefault(180), DpiTool::ScaleDefault(700), DpiTool::ScaleDefault(250)});
+    splitter->setStretchFactor(2, 1);
+    splitter->setStretchFactor(3, 0);
+    splitter->setSizes({DpiTool::ScaleDefault(180), DpiTool::ScaleDefault(700), DpiTool::ScaleDefault(420),
+                        DpiTool::ScaleDefault(250)});
     DpiFollower::Follow(splitter, [this, middle] {
         palette->setMinimumWidth(DpiTool::ScaleDefault(150));
+        python->setMinimumWidth(DpiTool::ScaleDefault(200));
         properties->setMinimumWidth(DpiTool::ScaleDefault(220));
         middle->setMinimumWidth(DpiTool::ScaleDefault(320));
     });
@@ -103,8 +108,10 @@ void VisualEditorParts::ConnectParts()
     connect(view, &StatementView::SigPropertiesAsked, properties, &PropertyPanel::FocusFirst);
     connect(view, &StatementView::SigSelectionChanged, this, [this] {
         properties->ShowStatements(view->SelectedIds());
+        python->SetCurrent(view->SelectedIds().value(0));
         UpdateActions();
     });
+    connect(python, &PythonPane::SigStatementChosen, this, &VisualEditorParts::ShowPlace);
     connect(view, &QWidget::customContextMenuRequested, this, &VisualEditorParts::ShowMenu);
     connect(&findings, &StandingFindings::SigChanged, this, &VisualEditorParts::SlotMended);
     connect(bookmarks, &BookmarkActs::SigPlaceChosen, this, &VisualEditorParts::ShowStatement);
@@ -131,6 +138,7 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
     bookmarks->SetApp(app);
     runPlace.SetApp(app);
     runs.SetApp(app);
+    python->SetApp(app);
     RpaEngineTool::Instance()->GetHtmlInspector()->SetNodeManager(app ? app->GetHtmlNodeManager() : nullptr);
     if (app) {
         edits = std::make_unique<ProcessEdits>(app);
@@ -171,6 +179,7 @@ void VisualEditorParts::ShowProcess(const QString& name)
 {
     RpaProcess* process = edits ? edits->Manager()->FindProcess(name) : nullptr;
     shownProcess = name;
+    python->ShowProcess(name);
     if (process && view->Statements()->Process() == process)
         return; // renamed or moved: selection and scroll position stay
     properties->SetProcess(edits.get(), process);

@@ -22,6 +22,7 @@ class ProcessFindPane;
 class ProcessHead;
 class ProcessTabs;
 class PropertyPanel;
+class PythonPane;
 class QAction;
 class QMenu;
 class RefactorActs;
@@ -85,6 +86,7 @@ private:
     StatementFindBar* findBar;
     PropertyPanel* properties;
     CheckPane* checks;
+    PythonPane* python;
     CommandQuickPick* quickPick;
     QMenu* menu;
     RefactorActs* refactor;
