@@ -298,7 +298,7 @@ void Tour::LookAround()
     ScrollSettings();
     d->Step(QStringLiteral("about"), [this] {
         // The button may stand below the edge of the page.
-        d->OnGui([] { Anywhere<QWidget>("buttonAbout")->setFocus(); });
+        GiveFocus("buttonAbout");
         d->Key(Qt::Key_Space);
         d->Until(QStringLiteral("the about box"), [] { return Visible("buttonCloseAbout") != nullptr; });
         d->TakePicture();
@@ -307,7 +307,7 @@ void Tour::LookAround()
     });
     SeeColleaguesButtons();
     d->Step(QStringLiteral("settings-dark"), [this] {
-        d->OnGui([] { Anywhere<QComboBox>("comboTheme")->setFocus(); });
+        GiveFocus("comboTheme");
         d->Key(Qt::Key_End);
         d->Until(QStringLiteral("the dark scheme"),
                  [] { return WbTheme::Instance()->GetScheme() == WbTheme::Scheme::Dark; });

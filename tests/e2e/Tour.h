@@ -85,6 +85,8 @@ private:
     // Acts
     void OpenApp(int kind);
     void GoToPage(const char* button);
+    // As keys would: it may stand below the edge of a page that scrolls.
+    void GiveFocus(const char* objectName);
     void EditInstructions(const QString& text);
     void OpenDropDown();
     void PressRow(const QString& name);

@@ -83,7 +83,7 @@ void Tour::SeeSuperAdministratorsButtons()
 void Tour::SeeColleaguesButtons()
 {
     d->Step(QStringLiteral("buttons-of-a-colleague-as-super-administrator"), [this] {
-        d->OnGui([] { Anywhere<QComboBox>("comboAccount")->setFocus(); });
+        GiveFocus("comboAccount");
         d->Key(Qt::Key_End);
         d->Until(QStringLiteral("the colleague"), [] { return ShowsAccount(QStringLiteral("本机同事")); });
         d->Click(QStringLiteral("back"), Named("buttonBack"));
@@ -101,13 +101,13 @@ void Tour::SeeColleaguesButtons()
     d->Step(QStringLiteral("creator-again"), [this] {
         BackToList();
         d->Click(QStringLiteral("settings"), Named("buttonSettings"));
-        d->OnGui([] { Anywhere<QComboBox>("comboAccount")->setFocus(); });
+        GiveFocus("comboAccount");
         d->Key(Qt::Key_Home);
         d->Until(QStringLiteral("the author"), [] { return ShowsAccount(QStringLiteral("本机作者")); });
     });
     d->Step(QStringLiteral("usage-counts"), [this] {
         // The button may stand below the edge of the page.
-        d->OnGui([] { Anywhere<QWidget>("buttonUsageCounts")->setFocus(); });
+        GiveFocus("buttonUsageCounts");
         d->Key(Qt::Key_Space);
         d->Until(QStringLiteral("a save and a run"), [] {
             QString days;

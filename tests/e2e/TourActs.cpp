@@ -36,6 +36,17 @@ void Tour::GoToPage(const char* button)
     d->Click(QLatin1String(button), Named(button));
 }
 
+void Tour::GiveFocus(const char* objectName)
+{
+    d->Until(QLatin1String(objectName), [objectName] {
+        auto* widget = Anywhere<QWidget>(objectName);
+        if (!widget || !widget->isVisible() || !widget->isEnabled())
+            return false;
+        widget->setFocus();
+        return widget->hasFocus();
+    });
+}
+
 void Tour::EditInstructions(const QString& text)
 {
     GoToPage("pushButtonExtend");

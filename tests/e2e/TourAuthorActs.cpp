@@ -135,7 +135,7 @@ void Tour::GoToProcess(const QString& name)
 
 void Tour::AddStatement(const QString& title)
 {
-    d->OnGui([] { Visible("statementView")->setFocus(); });
+    GiveFocus("statementView");
     d->Key(Qt::Key_Return);
     d->Until(QStringLiteral("the search for commands"),
              [] { return Visible("lineEditQuickPick") && QApplication::activePopupWidget(); });

@@ -77,7 +77,7 @@ void Tour::BuildProcess()
         FillOutput(QStringLiteral("工时行"));
     });
     d->Step(QStringLiteral("statement-found-by-typing"), [this] {
-        d->OnGui([] { Visible("statementView")->setFocus(); });
+        GiveFocus("statementView");
         d->Key(Qt::Key_Return);
         d->Until(QStringLiteral("the search for commands"), [] { return Visible("lineEditQuickPick"); });
         d->Type(QStringLiteral("循环列表"));
@@ -104,7 +104,7 @@ void Tour::BuildProcess()
         AddStatement(QStringLiteral("输出日志"));
         FillField("text", QStringLiteral("="));
         d->Type(QStringLiteral("\"共 \" + str(len(工时行) - 1) + \" 人\""));
-        d->OnGui([] { Visible("statementView")->setFocus(); });
+        GiveFocus("statementView");
         d->Key(Qt::Key_Down, Qt::AltModifier);
         d->Until(QStringLiteral("the last line behind the loop"), [] {
             auto* view = VisibleAs<QTreeView>("statementView");

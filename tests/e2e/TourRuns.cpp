@@ -102,7 +102,7 @@ void Tour::RunProcesses()
                        .contains(QStringLiteral("有问题"));
         });
         d->TakePicture();
-        d->OnGui([] { Visible("statementView")->setFocus(); });
+        GiveFocus("statementView");
         d->Key(Qt::Key_Z, Qt::ControlModifier);
         d->Until(QStringLiteral("no mark, the path being what it was"),
                  [] { return Visible("checkList") == nullptr; });

@@ -72,11 +72,11 @@ void Tour::ExportTemplate()
         d->Click(QStringLiteral("OK"), Named("confirmBtn"));
         UntilToast(QStringLiteral("模板名称不能为空"));
         // By key: a click would wait for the notices above to go.
-        d->OnGui([] { Visible("nameLineEdit")->setFocus(); });
+        GiveFocus("nameLineEdit");
         d->Type(templateName);
         d->Click(QStringLiteral("OK"), Named("confirmBtn"));
         UntilToast(QStringLiteral("模板描述不能为空"));
-        d->OnGui([] { Visible("directionLineEdit")->setFocus(); });
+        GiveFocus("directionLineEdit");
         d->Type(templateText);
         d->Click(QStringLiteral("OK"), Named("confirmBtn"));
         UntilToast(QStringLiteral("存储路径不能为空"));
@@ -163,7 +163,7 @@ void Tour::StartFromOwnTemplate()
         CreateApp("buttonNewVisual", releasedApp);
         UntilTemplates({QStringLiteral("CSV 分组汇总"), templateName, QStringLiteral("文件批量改名"),
                         QStringLiteral("网页表单填写")});
-        d->OnGui([] { Visible("comboBox")->setFocus(); });
+        GiveFocus("comboBox");
         // The dialog may be on the screen before it is the active window.
         d->Until(QStringLiteral("the keyboard in the list of templates"), [] {
             const QWidget* templates = Visible("comboBox");
