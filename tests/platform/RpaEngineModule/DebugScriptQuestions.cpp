@@ -76,6 +76,8 @@ void DebugScript::Stack(const QString&)
     QStringList frames;
     for (const RpaDebugFrame& frame : qAsConst(pause.stack))
         frames << TextOf(frame);
+    if (pause.depth > frames.size())
+        frames << QStringLiteral("+%1").arg(pause.depth - frames.size());
     transcript << frames.join(QLatin1Char(' '));
 }
 

@@ -225,7 +225,8 @@ bool ReadPause(const QVariantMap& frame, const RpaProgram& program, RpaPause& pa
     pause.reason = *reason;
     pause.note = Text(frame, "note", longestText);
     pause.stack = ReadStack(frame.value(QStringLiteral("stack")), program);
-    pause.depth = Number(frame, "depth");
+    // What calls the first process of a visual app is no statement, see ReadStack().
+    pause.depth = qMax(0, Number(frame, "depth") - (program.visual ? 1 : 0));
     const QVariantMap error = frame.value(QStringLiteral("error")).toMap();
     pause.errorType = Text(error, "type", longestName);
     pause.errorText = Text(error, "text", longestText);
