@@ -43,7 +43,8 @@ RunBar::RunBar(const QWidget* page, QWidget* parent) : QWidget(parent)
         ui.layoutRunBar->setContentsMargins(side, 0, side, 0);
         ui.sliderSlow->setFixedWidth(DpiTool::ScaleDefault(100));
         ui.labelSlowValue->setMinimumWidth(
-            ui.labelSlowValue->fontMetrics().horizontalAdvance(SlowText(RpaDebugSession::slowestMs)));
+            ui.labelSlowValue->fontMetrics().horizontalAdvance(SlowText(RpaDebugSession::slowestMs)) +
+            2 * ui.labelSlowValue->margin());
         setMinimumWidth(DpiTool::ScaleDefault(320)); // without what goes when it is narrow
     });
     RunSettings* const settings = RunSettings::Instance();
