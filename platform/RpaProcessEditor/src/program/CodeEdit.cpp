@@ -7,10 +7,8 @@
 #include <WbBaseUI/WbTextLimit.h>
 #include <WbBaseUI/WbTheme.h>
 
-#include <QPainter>
 #include <QSyntaxHighlighter>
 #include <QTextBlock>
-#include <QTextLayout>
 
 namespace
 {
@@ -33,36 +31,8 @@ QTextEdit::ExtraSelection LineMark(const QTextCursor& cursor, WbColor colour)
 }
 } // namespace
 
-// The strip with the line numbers; a click selects the line.
-class CodeGutter : public QWidget
-{
-    Q_OBJECT
-
-public:
-    explicit CodeGutter(CodeEdit* owner) : QWidget(owner), edit(owner)
-    {
-        setObjectName(QStringLiteral("codeGutter"));
-    }
-
-    QSize sizeHint() const override { return QSize(edit->GutterWidth(), 0); }
-
-protected:
-    void paintEvent(QPaintEvent* event) override { edit->PaintGutter(event); }
-
-    void mousePressEvent(QMouseEvent* event) override
-    {
-        QTextCursor cursor = edit->cursorForPosition(QPoint(0, event->pos().y()));
-        cursor.select(QTextCursor::LineUnderCursor);
-        edit->setTextCursor(cursor);
-        edit->setFocus();
-    }
-
-private:
-    CodeEdit* edit;
-};
-
 CodeEdit::CodeEdit(QWidget* parent)
-    : QPlainTextEdit(parent), gutter(new CodeGutter(this)), highlighter(MakePythonHighlighter(*document()))
+    : QPlainTextEdit(parent), gutter(MakeGutter()), highlighter(MakePythonHighlighter(*document()))
 {
     setObjectName(QStringLiteral("codeEdit"));
     setAccessibleName(QStringLiteral("程序代码"));
@@ -129,20 +99,6 @@ void CodeEdit::SetFoundMarks(const QList<QTextEdit::ExtraSelection>& marks)
     MarkCurrent();
 }
 
-int CodeEdit::GutterWidth() const
-{
-    const QFontMetrics metrics(document()->defaultFont());
-    return metrics.horizontalAdvance(QLatin1Char('9')) * qMax(3, QString::number(blockCount()).size()) + 20;
-}
-
-void CodeEdit::LayoutGutter()
-{
-    setViewportMargins(GutterWidth(), 0, 0, 0);
-    const QRect contents = contentsRect();
-    gutter->setGeometry(contents.left(), contents.top(), GutterWidth(), contents.height());
-    gutter->update();
-}
-
 void CodeEdit::resizeEvent(QResizeEvent* event)
 {
     QPlainTextEdit::resizeEvent(event);
@@ -154,32 +110,6 @@ void CodeEdit::changeEvent(QEvent* event)
     QPlainTextEdit::changeEvent(event);
     if (event->type() == QEvent::FontChange && gutter)
         LayoutGutter();
-}
-
-void CodeEdit::PaintGutter(QPaintEvent* event)
-{
-    QPainter painter(gutter);
-    painter.fillRect(event->rect(), ThemeColour(WbColor::Surface));
-    painter.setFont(document()->defaultFont());
-    const int current = textCursor().blockNumber();
-    QTextBlock block = firstVisibleBlock();
-    qreal top = blockBoundingGeometry(block).translated(contentOffset()).top();
-    while (block.isValid() && top <= event->rect().bottom()) {
-        const qreal height = blockBoundingRect(block).height();
-        const bool here = block.blockNumber() == current;
-        const bool failed = block.blockNumber() == failedLine - 1;
-        painter.setPen(ThemeColour(failed ? WbColor::DangerText
-                                   : here ? WbColor::Text
-                                          : WbColor::TextDisabled));
-        // Chinese text comes from a taller font: the number stands on the line's own base line.
-        const QTextLayout* text = block.layout();
-        const qreal lower =
-            text->lineCount() > 0 ? text->lineAt(0).ascent() - painter.fontMetrics().ascent() : 0.0;
-        painter.drawText(QRectF(0, top + qMax(0.0, lower), gutter->width() - 10, height),
-                         Qt::AlignRight | Qt::AlignTop, QString::number(block.blockNumber() + 1));
-        top += height;
-        block = block.next();
-    }
 }
 
 void CodeEdit::MarkCurrent()
@@ -285,5 +215,3 @@ void CodeEdit::DuplicateLines()
 {
     PythonLines::Duplicate(textCursor());
 }
-
-#include "CodeEdit.moc"

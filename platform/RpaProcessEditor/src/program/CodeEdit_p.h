@@ -45,13 +45,14 @@ private:
     friend class CodeGutter;
     void PaintGutter(QPaintEvent* event);
     int GutterWidth() const;
+    QWidget* MakeGutter();
     void LayoutGutter();
     void ApplyTheme();
     void MarkCurrent();
     void MarkBrackets(QList<QTextEdit::ExtraSelection>& marks) const;
     void BreakLine();
 
-    CodeGutter* gutter;
+    QWidget* const gutter;
     std::unique_ptr<QSyntaxHighlighter> highlighter;
     QList<QTextEdit::ExtraSelection> found;
     int zoomed = 0;

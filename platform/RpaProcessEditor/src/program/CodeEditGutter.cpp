@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+
+// The strip beside the text: line numbers.
+#include "CodeEdit_p.h"
+
+#include <WbBaseUI/WbTheme.h>
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTextBlock>
+#include <QTextLayout>
+
+// The strip with the line numbers; a click selects the line.
+class CodeGutter : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CodeGutter(CodeEdit* owner) : QWidget(owner), edit(owner)
+    {
+        setObjectName(QStringLiteral("codeGutter"));
+    }
+
+    QSize sizeHint() const override { return QSize(edit->GutterWidth(), 0); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override { edit->PaintGutter(event); }
+
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        QTextCursor cursor = edit->cursorForPosition(QPoint(0, event->pos().y()));
+        cursor.select(QTextCursor::LineUnderCursor);
+        edit->setTextCursor(cursor);
+        edit->setFocus();
+    }
+
+private:
+    CodeEdit* edit;
+};
+
+QWidget* CodeEdit::MakeGutter()
+{
+    return new CodeGutter(this);
+}
+
+int CodeEdit::GutterWidth() const
+{
+    const QFontMetrics metrics(document()->defaultFont());
+    return metrics.horizontalAdvance(QLatin1Char('9')) * qMax(3, QString::number(blockCount()).size()) + 20;
+}
+
+void CodeEdit::LayoutGutter()
+{
+    setViewportMargins(GutterWidth(), 0, 0, 0);
+    const QRect contents = contentsRect();
+    gutter->setGeometry(contents.left(), contents.top(), GutterWidth(), contents.height());
+    gutter->update();
+}
+
+void CodeEdit::PaintGutter(QPaintEvent* event)
+{
+    QPainter painter(gutter);
+    painter.fillRect(event->rect(), WbTheme::Instance()->Color(WbColor::Surface));
+    painter.setFont(document()->defaultFont());
+    const int current = textCursor().blockNumber();
+    QTextBlock block = firstVisibleBlock();
+    qreal top = blockBoundingGeometry(block).translated(contentOffset()).top();
+    while (block.isValid() && top <= event->rect().bottom()) {
+        const qreal height = blockBoundingRect(block).height();
+        const bool here = block.blockNumber() == current;
+        const bool failed = block.blockNumber() == failedLine - 1;
+        painter.setPen(WbTheme::Instance()->Color(failed ? WbColor::DangerText
+                                                    : here ? WbColor::Text
+                                                           : WbColor::TextDisabled));
+        // Chinese text comes from a taller font: the number stands on the line's own base line.
+        const QTextLayout* text = block.layout();
+        const qreal lower =
+            text->lineCount() > 0 ? text->lineAt(0).ascent() - painter.fontMetrics().ascent() : 0.0;
+        painter.drawText(QRectF(0, top + qMax(0.0, lower), gutter->width() - 10, height),
+                         Qt::AlignRight | Qt::AlignTop, QString::number(block.blockNumber() + 1));
+        top += height;
+        block = block.next();
+    }
+}
+
+#include "CodeEditGutter.moc"
