@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "BreakpointMark_p.h"
 #include "CommandTexts_p.h"
 #include "StatementDelegate_p.h"
 #include "StatementModel_p.h"
@@ -66,6 +67,11 @@ int StatementDelegate::GutterWidth(int lines)
     return metrics.horizontalAdvance(QString::number(qMax(lines, 99))) + Scaled(34);
 }
 
+int StatementDelegate::MarkWidth()
+{
+    return Scaled(22);
+}
+
 QSize StatementDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
 {
     return QSize(Scaled(200), RowHeight());
@@ -90,6 +96,14 @@ void StatementDelegate::PaintGutter(QPainter& painter, const QStyleOptionViewIte
     painter.setPen(Colour(WbColor::TextSecondary));
     painter.drawText(option.rect.adjusted(0, 0, -Scaled(8), 0), Qt::AlignRight | Qt::AlignVCenter,
                      index.data(StatementModel::LineRole).toString());
+    const int size = Scaled(14);
+    const QRectF area(option.rect.left() + Scaled(6), option.rect.center().y() - size / 2.0, size, size);
+    const QVariant mark = index.data(StatementModel::MarkRole);
+    if (mark.isValid())
+        mark.value<BreakpointMark>().Paint(painter, area);
+    const int stop = index.data(StatementModel::StopRole).toInt();
+    if (stop != StatementModel::NotStopped)
+        BreakpointMark::PaintArrow(painter, area, stop == StatementModel::StoppedHere);
 }
 
 void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem& option,
@@ -99,7 +113,8 @@ void StatementDelegate::PaintCard(QPainter& painter, const QStyleOptionViewItem&
     const bool finding = !index.data(StatementModel::FindingRole).toString().isEmpty();
     const QRectF card = QRectF(option.rect).adjusted(1.5, 2.5, -Scaled(8) - 0.5, -2.5);
 
-    const bool running = index.data(StatementModel::RunningRole).toBool();
+    const bool running = index.data(StatementModel::RunningRole).toBool() ||
+                         index.data(StatementModel::StopRole).toInt() != StatementModel::NotStopped;
     QColor fill = Colour(running ? WbColor::ExecutionLine : selected ? WbColor::Selection : WbColor::Surface);
     if (!selected && !running && option.state.testFlag(QStyle::State_MouseOver))
         fill = Colour(WbColor::Hover);

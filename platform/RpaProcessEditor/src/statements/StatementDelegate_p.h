@@ -18,6 +18,8 @@ public:
 
     static int RowHeight();
     static int GutterWidth(int lines);
+    // The left part of the gutter, where breakpoints stand.
+    static int MarkWidth();
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void paint(QPainter* painter, const QStyleOptionViewItem& option,

@@ -133,7 +133,7 @@ void StatementModel::RepaintStatement(const QString& id)
 {
     const QModelIndex changed = IndexOf(id);
     if (changed.isValid())
-        emit dataChanged(changed, changed);
+        emit dataChanged(changed.siblingAtColumn(GutterColumn), changed);
 }
 
 const RpaStatementNode* StatementModel::NodeOf(const QModelIndex& index) const
@@ -230,9 +230,15 @@ QVariant StatementModel::data(const QModelIndex& index, int role) const
     case FindingRole:
         return findingTexts.value(node.GetId());
     case RunningRole:
-        return !runningId.isEmpty() && runningId == node.GetId();
+        // What is stopped is told by the stop; this would lag behind.
+        return stopId.isEmpty() && !runningId.isEmpty() && runningId == node.GetId();
     case BookmarkRole:
         return bookmarks.contains(node.GetId());
+    case MarkRole:
+        return breakpoints.contains(node.GetId()) ? QVariant::fromValue(breakpoints.value(node.GetId()))
+                                                  : QVariant();
+    case StopRole:
+        return StopAt(node);
     default:
         return index.column() == GutterColumn ? GutterData(node, role) : StatementData(node, role);
     }
@@ -242,13 +248,6 @@ QString StatementModel::Summary(const RpaStatement& values) const
 {
     return CommandTexts::Summary(
         values, [this](const QString& id) { return edits ? edits->ElementName(id) : QString(); });
-}
-
-QVariant StatementModel::GutterData(const RpaStatementNode& node, int role) const
-{
-    if (role == Qt::AccessibleTextRole)
-        return QStringLiteral("第 %1 行").arg(LineOf(&node));
-    return QVariant();
 }
 
 QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) const
@@ -263,7 +262,9 @@ QVariant StatementModel::StatementData(const RpaStatementNode& node, int role) c
     QString text = CommandTexts::Title(values.command) + QLatin1Char(' ') + Summary(values);
     if (!node.IsEffectivelyEnabled())
         text += QStringLiteral("，已注释");
-    if (!runningId.isEmpty() && runningId == node.GetId())
+    if (StopAt(node) != NotStopped)
+        text += QStringLiteral("，停在这里");
+    else if (stopId.isEmpty() && !runningId.isEmpty() && runningId == node.GetId())
         text += QStringLiteral("，正在运行");
     if (bookmarks.contains(node.GetId()))
         text += QStringLiteral("，有书签");

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "BreakpointMark_p.h"
 #include "ProcessEdits_p.h"
 
 #include <RpaProcessData/RpaCheckInfo.h>
@@ -37,6 +38,16 @@ public:
         FindingRole, // text of its findings, empty for none
         RunningRole, // whether the engine is at it
         BookmarkRole,
+        MarkRole, // BreakpointMark; invalid without a breakpoint
+        StopRole, // a Stop
+    };
+
+    // Whether a stopped program stands at it.
+    enum Stop
+    {
+        NotStopped,
+        StoppedHere,
+        StoppedInCall, // in something that it calls
     };
 
     explicit StatementModel(QObject* parent = nullptr) : QAbstractItemModel(parent) {}
@@ -55,6 +66,10 @@ public:
 
     // Statements of whatever process that carry one.
     void SetBookmarks(const QStringList& ids);
+    // By ids of statements.
+    void SetBreakpoints(const QHash<QString, BreakpointMark>& marks);
+    // Empty for none.
+    void SetStop(const QString& id, Stop stop);
 
     const RpaStatementNode* NodeOf(const QModelIndex& index) const;
     QModelIndex IndexOf(const RpaStatementNode* node, int column = StatementColumn) const;
@@ -83,6 +98,7 @@ private:
     void ConnectProcess();
     void ForgetLines();
     void RepaintStatement(const QString& id);
+    Stop StopAt(const RpaStatementNode& node) const;
     int LineOf(const RpaStatementNode* node) const;
     QString Summary(const RpaStatement& values) const;
     QVariant GutterData(const RpaStatementNode& node, int role) const;
@@ -94,5 +110,8 @@ private:
     QHash<QString, QString> findingTexts;
     QString runningId;
     QSet<QString> bookmarks;
+    QHash<QString, BreakpointMark> breakpoints;
+    QString stopId;
+    Stop stopKind = NotStopped;
     mutable QHash<const RpaStatementNode*, int> lines; // empty until asked for
 };

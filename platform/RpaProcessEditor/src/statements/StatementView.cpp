@@ -250,14 +250,6 @@ void StatementView::keyPressEvent(QKeyEvent* event)
     }
 }
 
-void StatementView::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    QTreeView::mouseDoubleClickEvent(event);
-    const QModelIndex index = indexAt(event->pos());
-    if (index.isValid() && index.column() == StatementModel::StatementColumn)
-        emit SigPropertiesAsked();
-}
-
 void StatementView::paintEvent(QPaintEvent* event)
 {
     QTreeView::paintEvent(event);

@@ -21,6 +21,10 @@ public:
 
     QStringList SelectedIds() const;
     void Select(const QStringList& ids);
+    // Scrolls to it and opens what it is in; the selection stays.
+    void Reveal(const QString& id);
+    // Id of the statement whose breakpoint stands there; empty elsewhere.
+    QString MarkAt(const QPoint& position) const;
 
     // Adds a statement of the command where the author is: behind the current one, or inside an opened block.
     void InsertCommand(const QString& command);
@@ -38,9 +42,14 @@ signals:
     void SigSelectionChanged();
     void SigQuickPickAsked();
     void SigPropertiesAsked();
+    // Somebody pressed where its breakpoint stands.
+    void SigMarkPressed(const QString& id);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
@@ -66,4 +75,5 @@ private:
 
     StatementModel* statements;
     ProcessEdits* edits = nullptr;
+    bool pressesMark = false; // until the button is let go
 };

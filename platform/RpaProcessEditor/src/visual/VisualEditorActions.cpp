@@ -3,6 +3,7 @@
 // What the visual editor's menu, tools and keys do.
 #include "BookmarkActs_p.h"
 #include "CommandPalette_p.h"
+#include "DebugPanes_p.h"
 #include "PaletteFolder_p.h"
 #include "ProcessFindPane_p.h"
 #include "ProcessHead_p.h"
@@ -11,6 +12,7 @@
 #include "RefactorActs_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
+#include "VisualDebugMarks_p.h"
 #include "VisualEditorParts_p.h"
 
 #include <OxBase/OxBlocker.h>
@@ -84,6 +86,8 @@ void VisualEditorParts::BuildActions()
     Separate();
     add("actionToggleEnabled", "注释 / 取消注释", Qt::CTRL + Qt::Key_Slash, "comment",
         &StatementView::ToggleEnabled);
+    onSelection.append(Add(QStringLiteral("actionBreakpoint"), QStringLiteral("设置 / 取消断点"),
+                           {key(Qt::Key_F9)}, QString(), [this] { marks->Toggle(view->SelectedIds()); }));
     add("actionMoveUp", "上移", Qt::ALT + Qt::Key_Up, "move-up", &StatementView::MoveUp);
     add("actionMoveDown", "下移", Qt::ALT + Qt::Key_Down, "move-down", &StatementView::MoveDown);
     Separate();
@@ -104,6 +108,8 @@ void VisualEditorParts::BuildActions()
         QStringLiteral("app-program"), [this] { python->setVisible(python->isHidden()); });
     AddFindKey(QKeySequence(Qt::Key_F3), &StatementFindBar::FindNext);
     AddFindKey(QKeySequence(Qt::SHIFT + Qt::Key_F3), &StatementFindBar::FindPrevious);
+    Add(QStringLiteral("actionDebugPanes"), QStringLiteral("调试窗格"), {key(Qt::CTRL + Qt::ALT + Qt::Key_D)},
+        QString(), [this] { panes->Toggle(); });
     for (QAction* action : qAsConst(onSelection))
         action->setProperty("whyNot", QStringLiteral("先选择语句")); // where all acts are listed
 
@@ -148,7 +154,7 @@ void VisualEditorParts::UpdateActions()
 
 void VisualEditorParts::ShowMenu(const QPoint& position)
 {
-    if (edits)
+    if (edits && !marks->ShowMenu(position))
         menu->popup(view->viewport()->mapToGlobal(position));
 }
 

@@ -4,6 +4,7 @@
 #include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
+#include "DebugPanes_p.h"
 #include "ProcessFindPane_p.h"
 #include "ProcessHead_p.h"
 #include "ProcessTabs_p.h"
@@ -13,6 +14,7 @@
 #include "RunBar_p.h"
 #include "StatementFindBar_p.h"
 #include "StatementView_p.h"
+#include "VisualDebugMarks_p.h"
 #include "VisualEditorParts_p.h"
 
 #include <OxBase/DpiFollower.h>
@@ -26,12 +28,14 @@
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
 
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
-      checks(new CheckPane), python(new PythonPane), quickPick(new CommandQuickPick(editor)),
+      checks(new CheckPane), python(new PythonPane), marks(new VisualDebugMarks(view, editor)),
+      panes(new DebugPanes(DebugFocus::Instance())), quickPick(new CommandQuickPick(editor)),
       menu(new QMenu(editor)), refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)),
       findPane(new ProcessFindPane), runPlace(view), runs(editor, runPlace)
 {
@@ -50,6 +54,8 @@ VisualEditorParts::~VisualEditorParts()
     properties->LetGo();
     view->ShowProcess(nullptr, nullptr);
     tabs->SetEdits(nullptr);
+    marks->SetApp(nullptr);
+    panes->SetBreakpoints(nullptr);
     edits.reset(); // first no longer reachable, then gone: its stack reports while it empties
 }
 
@@ -86,9 +92,12 @@ void VisualEditorParts::BuildLayout()
     vertical->addWidget(splitter);
     vertical->addWidget(checks);
     vertical->addWidget(findPane);
+    vertical->addWidget(panes);
     vertical->setStretchFactor(0, 3);
     vertical->setStretchFactor(1, 1);
-    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150), DpiTool::ScaleDefault(220)});
+    vertical->setStretchFactor(3, 1);
+    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150), DpiTool::ScaleDefault(220),
+                        DpiTool::ScaleDefault(280)});
     vertical->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(host);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -121,6 +130,9 @@ void VisualEditorParts::ConnectParts()
     connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
     connect(&runs, &RunActions::SigRunAsked, this, &VisualEditorParts::SlotRunAsked);
     connect(&runs, &RunActions::SigStopAsked, this, &VisualEditorParts::SigStopAsked);
+    connect(marks, &VisualDebugMarks::SigStopped, this, &VisualEditorParts::ShowStop);
+    connect(panes, &DebugPanes::SigPlaceChosen, this,
+            [this](const RpaDebugPlace& place) { ShowStatement(place.processName, place.statementId); });
 }
 
 void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
@@ -172,6 +184,8 @@ void VisualEditorParts::SetApp(const RpaAppDataPtr& appData)
                 [this] { ShowProcess(tabs->Current()); });
     }
     ShowProcess(tabs->Current());
+    marks->SetApp(app);
+    panes->SetBreakpoints(marks->Breakpoints());
     UpdateActions();
 }
 
@@ -248,6 +262,15 @@ bool VisualEditorParts::ShowStatement(const QString& processName, const QString&
     if (shown)
         view->setFocus();
     return shown;
+}
+
+// The author may be typing elsewhere: selection and keyboard stay where they are.
+void VisualEditorParts::ShowStop(const RpaDebugPlace& place)
+{
+    tabs->SetCurrent(place.processName);
+    view->Reveal(place.statementId);
+    if (panes->OpenAtStop()) // when they have taken their place
+        QTimer::singleShot(0, this, [this, id = place.statementId] { view->Reveal(id); });
 }
 
 void VisualEditorParts::MarkRunning(const QString& statementId)

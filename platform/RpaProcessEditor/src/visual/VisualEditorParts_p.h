@@ -18,6 +18,7 @@ class BookmarkActs;
 class CheckPane;
 class CommandPalette;
 class CommandQuickPick;
+class DebugPanes;
 class ProcessFindPane;
 class ProcessHead;
 class ProcessTabs;
@@ -28,6 +29,8 @@ class QMenu;
 class RefactorActs;
 class StatementFindBar;
 class StatementView;
+class VisualDebugMarks;
+struct RpaDebugPlace;
 
 // The parts of the visual editor and how they work together.
 class VisualEditorParts : public QObject
@@ -77,6 +80,7 @@ private:
     void AddCommand(const QString& command);
     void SlotMended();
     void SlotRunAsked(const QString& processName);
+    void ShowStop(const RpaDebugPlace& place);
 
     QWidget* host;
     ProcessTabs* tabs;
@@ -87,6 +91,8 @@ private:
     PropertyPanel* properties;
     CheckPane* checks;
     PythonPane* python;
+    VisualDebugMarks* marks;
+    DebugPanes* panes;
     CommandQuickPick* quickPick;
     QMenu* menu;
     RefactorActs* refactor;
