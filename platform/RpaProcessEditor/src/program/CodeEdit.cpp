@@ -45,6 +45,7 @@ CodeEdit::CodeEdit(QWidget* parent)
         if (document()->isEmpty() == marksLine)
             MarkCurrent();
     });
+    connect(document(), &QTextDocument::contentsChange, this, &CodeEdit::FollowLines);
     connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& rect, int dy) {
         if (dy != 0)
             gutter->scroll(0, dy);
@@ -118,6 +119,9 @@ void CodeEdit::MarkCurrent()
     marksLine = !document()->isEmpty();
     if (marksLine) // else it would lie over the placeholder
         marks.append(LineMark(textCursor(), WbColor::CodeCurrentLine));
+    if (stoppedLine > 0)
+        marks.append(
+            LineMark(QTextCursor(document()->findBlockByNumber(stoppedLine - 1)), WbColor::ExecutionLine));
     if (failedLine > 0)
         marks.append(
             LineMark(QTextCursor(document()->findBlockByNumber(failedLine - 1)), WbColor::DangerSoft));

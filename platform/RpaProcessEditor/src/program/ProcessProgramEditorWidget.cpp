@@ -3,6 +3,8 @@
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
 #include "CodeHighlighter_p.h"
+#include "DebugPanes_p.h"
+#include "ProgramDebugMarks_p.h"
 #include "ProgramRunPlace_p.h"
 #include "RunActions_p.h"
 #include "RunBar_p.h"
@@ -22,6 +24,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QSplitter>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -31,7 +35,8 @@ class ProcessProgramEditorWidget::Private
 public:
     explicit Private(ProcessProgramEditorWidget* editor)
         : q(editor), edit(new CodeEdit), findBar(new CodeFindBar(edit, editor)), failure(new ElidedLabelEx),
-          position(new QLabel), runPlace(edit), runs(editor, runPlace)
+          position(new QLabel), marks(new ProgramDebugMarks(edit, editor)),
+          panes(new DebugPanes(DebugFocus::Instance())), runPlace(edit), runs(editor, runPlace)
     {
     }
 
@@ -47,7 +52,13 @@ public:
         layout->setSpacing(0);
         layout->addWidget(new RunBar(q));
         layout->addWidget(findBar);
-        layout->addWidget(edit);
+        auto* splitter = new QSplitter(Qt::Vertical);
+        splitter->addWidget(edit);
+        splitter->addWidget(panes);
+        splitter->setStretchFactor(0, 3);
+        splitter->setStretchFactor(1, 1);
+        splitter->setChildrenCollapsible(false);
+        layout->addWidget(splitter, 1);
         auto* foot = new QHBoxLayout;
         foot->setContentsMargins(10, 0, 0, 0);
         foot->addWidget(failure, 1);
@@ -84,6 +95,9 @@ public:
         AddKey(QStringLiteral("actionDuplicate"), Qt::CTRL + Qt::Key_D, [this] { edit->DuplicateLines(); });
         AddKey(QStringLiteral("actionMoveUp"), Qt::ALT + Qt::Key_Up, [this] { edit->MoveLines(-1); });
         AddKey(QStringLiteral("actionMoveDown"), Qt::ALT + Qt::Key_Down, [this] { edit->MoveLines(1); });
+        AddKey(QStringLiteral("actionBreakpoint"), Qt::Key_F9, [this] { marks->Toggle(); });
+        AddKey(QStringLiteral("actionDebugPanes"), Qt::CTRL + Qt::ALT + Qt::Key_D,
+               [this] { panes->Toggle(); });
         AddKey(QStringLiteral("actionZoomIn"), Qt::CTRL + Qt::Key_Equal, [this] { edit->Zoom(1); });
         AddKey(QStringLiteral("actionZoomInPlus"), Qt::CTRL + Qt::Key_Plus, [this] { edit->Zoom(1); });
         AddKey(QStringLiteral("actionZoomOut"), Qt::CTRL + Qt::Key_Minus, [this] { edit->Zoom(-1); });
@@ -94,6 +108,13 @@ public:
     {
         WbEditHistory::Instance()->Watch(edit->document(), edit);
         QObject::connect(edit, &QPlainTextEdit::textChanged, q, [this] { StoreText(); });
+        QObject::connect(edit, &CodeEdit::SigLinesMoved, q, [this](int first, int by) {
+            if (!loading)
+                marks->MoveLines(first, by);
+        });
+        QObject::connect(marks, &ProgramDebugMarks::SigStopped, q, [this](int line) { ShowPanes(line); });
+        QObject::connect(panes, &DebugPanes::SigPlaceChosen, q,
+                         [this](const RpaDebugPlace& place) { edit->GoToLine(place.line); });
         if (const IRpaDebugger* debugger = RpaEngineModule::Instance()->GetEngineDebugger())
             QObject::connect(debugger, &IRpaDebugger::SigCheckNode, q,
                              &ProcessProgramEditorWidget::ShowCheckInfos);
@@ -117,6 +138,12 @@ public:
         menu->addSeparator();
         menu->addActions(runs.GetPlaceActions());
         menu->popup(edit->viewport()->mapToGlobal(place));
+    }
+
+    void ShowPanes(int line)
+    {
+        if (panes->OpenAtStop()) // when they have taken their place
+            QTimer::singleShot(0, edit, [edit = edit, line] { edit->RevealLine(line); });
     }
 
     void ShowPosition()
@@ -203,6 +230,8 @@ public:
     CodeFindBar* const findBar;
     ElidedLabelEx* const failure;
     QLabel* const position;
+    ProgramDebugMarks* const marks;
+    DebugPanes* const panes;
     ProgramRunPlace runPlace;
     RunActions runs;
     RpaAppDataPtr app;
@@ -241,6 +270,8 @@ void ProcessProgramEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
     d->runPlace.SetApp(appData);
     d->runs.SetApp(appData);
     d->ShowText();
+    d->marks->SetApp(d->app);
+    d->panes->SetBreakpoints(d->marks->Breakpoints());
     if (d->app)
         d->WatchApp();
 }
