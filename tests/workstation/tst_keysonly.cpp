@@ -57,6 +57,7 @@ private slots:
     void listsEveryKey();
     void keepsAQuestionMarkThatIsWritten();
     void stepsThroughAProcessThatNoToolStarts();
+    void looksIntoARunAtABreakpoint();
     void buildsRunsSavesAndReleasesAnApp();
 
 private:
@@ -283,6 +284,42 @@ void tst_KeysOnly::stepsThroughAProcessThatNoToolStarts()
     Key(Qt::Key_F10, Qt::ControlModifier);
     QTRY_COMPARE(toasts->GetTexts().last(), QStringLiteral("“运行到此处”现在不能使用：先打开流程设计"));
     Key(Qt::Key_2, Qt::ControlModifier);
+    while (StatementCount() > before)
+        Key(Qt::Key_Z, Qt::ControlModifier);
+}
+
+void tst_KeysOnly::looksIntoARunAtABreakpoint()
+{
+    Key(Qt::Key_2, Qt::ControlModifier);
+    const int before = StatementCount();
+    QVERIFY(living->AddStatement(QStringLiteral("输出日志")));
+    Key(Qt::Key_F2);
+    QTRY_VERIFY(LivingWorkstation::HasFocus("editor"));
+    LivingWorkstation::Write(QStringLiteral("停在这里"));
+    const RpaDebugSession* const session = RpaEngineModule::Instance()->GetDebugSession();
+    const auto reason = [session] { return session->GetPause().reason; };
+
+    Key(Qt::Key_F9);
+    Key(Qt::Key_F5);
+    QTRY_VERIFY_WITH_TIMEOUT(session->GetState() == RpaDebugSession::State::Paused, longWaitMs);
+    QCOMPARE(reason(), RpaPauseReason::Breakpoint);
+    QTRY_VERIFY(LivingWorkstation::Shown("debugPanes"));
+    Key(Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
+    QVERIFY(!LivingWorkstation::Shown("debugPanes"));
+    Key(Qt::Key_1, Qt::ControlModifier);
+    Key(Qt::Key_F9);
+    QTRY_COMPARE(toasts->GetTexts(),
+                 QStringList{QStringLiteral("“设置 / 取消断点”现在不能使用：先打开流程设计")});
+    Key(Qt::Key_D, Qt::ControlModifier | Qt::AltModifier); // shown where they are
+    QTRY_VERIFY(LivingWorkstation::Shown("debugPanes"));
+    Key(Qt::Key_F9);
+    Key(Qt::Key_F5);
+    QTRY_VERIFY_WITH_TIMEOUT(session->GetState() == RpaDebugSession::State::Idle, longWaitMs);
+
+    Key(Qt::Key_F5); // without the breakpoint
+    QTRY_VERIFY_WITH_TIMEOUT(session->GetState() == RpaDebugSession::State::Running, longWaitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(session->GetState() == RpaDebugSession::State::Idle, longWaitMs);
+    Key(Qt::Key_D, Qt::ControlModifier | Qt::AltModifier);
     while (StatementCount() > before)
         Key(Qt::Key_Z, Qt::ControlModifier);
 }

@@ -35,6 +35,8 @@ QStringList ActWords::Of(const QString& text)
         {QStringLiteral("单步跳过"), QStringLiteral("调试 逐过程 步过 下一步")},
         {QStringLiteral("单步进入"), QStringLiteral("调试 逐语句 步入")},
         {QStringLiteral("单步跳出"), QStringLiteral("调试 步出 返回")},
+        {QStringLiteral("设置 / 取消断点"), QStringLiteral("调试 停在 暂停 中断")},
+        {QStringLiteral("调试窗格"), QStringLiteral("变量 监视 表达式 调用栈 断点 查看")},
         {QStringLiteral("灰度"), QStringLiteral("内测 试用 邀请码 发布")},
         {QStringLiteral("上线"), QStringLiteral("发布 正式 公开")},
         {QStringLiteral("生成模板"), QStringLiteral("导出 模版")},

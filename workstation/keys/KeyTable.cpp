@@ -68,6 +68,8 @@ QVector<KeyRow> Editor()
             {KeyAct::StepOver, QStringLiteral("单步跳过"), {Qt::Key_F10}},
             {KeyAct::StepInto, QStringLiteral("单步进入"), {Qt::Key_F11}},
             {KeyAct::StepOut, QStringLiteral("单步跳出"), {Qt::SHIFT + Qt::Key_F11}},
+            {KeyAct::Breakpoint, QStringLiteral("设置 / 取消断点"), {Qt::Key_F9}},
+            {KeyAct::DebugPanes, QStringLiteral("调试窗格"), {Qt::CTRL + Qt::ALT + Qt::Key_D}},
             {KeyAct::Gray, QStringLiteral("灰度"), {Qt::CTRL + Qt::SHIFT + Qt::Key_G}},
             {KeyAct::Publish, QStringLiteral("上线"), {Qt::CTRL + Qt::SHIFT + Qt::Key_O}},
             {KeyAct::ExportTemplate, QStringLiteral("生成模板"), {}},

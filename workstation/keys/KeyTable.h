@@ -42,6 +42,8 @@ enum class KeyAct
     StepOver,
     StepInto,
     StepOut,
+    Breakpoint,
+    DebugPanes,
     Stop,
     Gray,
     Publish,

@@ -85,11 +85,13 @@ void RunKeys::BindStop(KeyActs* acts) const
         });
 }
 
+// What is done at the statement or the line at which the author is.
 void RunKeys::BindPlaces(KeyActs* acts) const
 {
     const QPair<KeyAct, const char*> places[] = {{KeyAct::RunToHere, "actionRunToHere"},
                                                  {KeyAct::RunFromHere, "actionRunFromHere"},
-                                                 {KeyAct::RunSelected, "actionRunSelected"}};
+                                                 {KeyAct::RunSelected, "actionRunSelected"},
+                                                 {KeyAct::Breakpoint, "actionBreakpoint"}};
     for (const auto& [act, name] : places)
         acts->Bind(
             act,
@@ -104,11 +106,10 @@ void RunKeys::BindPlaces(KeyActs* acts) const
 
 void RunKeys::BindSteps(KeyActs* acts) const
 {
-    const QPair<KeyAct, const char*> steps[] = {{KeyAct::RunFree, "actionRunFree"},
-                                                {KeyAct::Pause, "actionPause"},
-                                                {KeyAct::StepOver, "actionStepOver"},
-                                                {KeyAct::StepInto, "actionStepInto"},
-                                                {KeyAct::StepOut, "actionStepOut"}};
+    const QPair<KeyAct, const char*> steps[] = {
+        {KeyAct::RunFree, "actionRunFree"},   {KeyAct::Pause, "actionPause"},
+        {KeyAct::StepOver, "actionStepOver"}, {KeyAct::StepInto, "actionStepInto"},
+        {KeyAct::StepOut, "actionStepOut"},   {KeyAct::DebugPanes, "actionDebugPanes"}};
     for (const auto& [act, name] : steps)
         acts->Bind(
             act, [this, name = name] { return WhyNotTrigger(Action(name)); },
