@@ -7,6 +7,7 @@
 #include <RpaEngineCore/IAppParamEngine.h>
 #include <RpaEngineCore/IRpaTranslator.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
+#include <RpaEngineModule/RpaDebugSession.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaPackage/PackageService.h>
 #include <RpaPackage/RpaPackageModule.h>
@@ -82,8 +83,17 @@ void AppRunner::SlotPackagesReady()
     const bool visual = app->GetAppExtendInfo()->GetAppKind() == AppKindVisual;
     if (visual && !RpaEngineModule::Instance()->Check(processName))
         emit SigRefused(QStringLiteral("应用的流程有问题，无法运行，详细信息见运行日志"));
-    else if (!RpaEngineModule::Instance()->Execute(processName))
+    else if (!Execute(processName))
         emit SigRefused(QStringLiteral("执行流程失败，原因见运行日志"));
+}
+
+// What an author is about to look into in her editor is none of a user's business.
+bool AppRunner::Execute(const QString& processName)
+{
+    RpaRunPlan plan;
+    plan.ignoresBreakpoints = true;
+    RpaEngineModule::Instance()->GetDebugSession()->SetNextRun(plan);
+    return RpaEngineModule::Instance()->Execute(processName);
 }
 
 // Whoever stopped the run knows why there are packages missing.

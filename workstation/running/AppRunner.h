@@ -53,6 +53,7 @@ private:
     void InstallPackages();
     void SlotPackagesReady();
     void SlotInstallationEnded(const QString& problem);
+    static bool Execute(const QString& processName);
 
     RpaAppDataPtr app;
     IAppParamEngine* params = nullptr;
