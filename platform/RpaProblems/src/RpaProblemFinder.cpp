@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "Checkers_p.h"
+
+#include <RpaProblems/RpaProblemFinder.h>
+
+#include <array>
+
+namespace
+{
+enum class Kinds
+{
+    Both,
+    Visual, // what looks at statements
+};
+
+struct Checker
+{
+    void (*find)(const CheckedApp& app, ProblemList& found);
+    Kinds kinds;
+};
+
+constexpr std::array<Checker, 1> checkers{{
+    {Checkers::FindRunStoppers, Kinds::Visual},
+}};
+} // namespace
+
+QVector<RpaProblem> RpaProblemFinder::Find(const RpaAppCopy& copy, const IsStale& isStale)
+{
+    const CheckedApp app(copy);
+    ProblemList found;
+    for (const Checker& checker : checkers) {
+        if (isStale && isStale())
+            break;
+        if (checker.kinds == Kinds::Both || !copy.isProgram)
+            checker.find(app, found);
+    }
+    return found.Get();
+}

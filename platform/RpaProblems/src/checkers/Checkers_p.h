@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#pragma once
+
+#include "CheckedApp_p.h"
+#include "ProblemList_p.h"
+
+// The checkers, a file each. Pure: they see the copy and add what they find. The table in
+// RpaProblemFinder.cpp says which of them look at which kind of app.
+namespace Checkers
+{
+void FindRunStoppers(const CheckedApp& app, ProblemList& found);
+
+// The place of a statement.
+RpaProblemPlace At(const RpaProcess& process, const RpaStatementNode& node);
+} // namespace Checkers
