@@ -20,8 +20,10 @@ struct Checker
     Kinds kinds;
 };
 
-constexpr std::array<Checker, 1> checkers{{
+constexpr std::array<Checker, 3> checkers{{
     {Checkers::FindRunStoppers, Kinds::Visual},
+    {Checkers::FindUnknownArguments, Kinds::Visual},
+    {Checkers::FindUnusedVariables, Kinds::Visual},
 }};
 } // namespace
 
