@@ -20,9 +20,11 @@ struct Checker
     Kinds kinds;
 };
 
-constexpr std::array<Checker, 3> checkers{{
+constexpr std::array<Checker, 5> checkers{{
     {Checkers::FindRunStoppers, Kinds::Visual},
+    {Checkers::FindEndlessRecursion, Kinds::Visual},
     {Checkers::FindUnknownArguments, Kinds::Visual},
+    {Checkers::FindUnreachableSteps, Kinds::Visual},
     {Checkers::FindUnusedVariables, Kinds::Visual},
 }};
 } // namespace

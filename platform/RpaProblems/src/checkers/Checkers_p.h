@@ -12,6 +12,8 @@ namespace Checkers
 void FindRunStoppers(const CheckedApp& app, ProblemList& found);
 void FindUnknownArguments(const CheckedApp& app, ProblemList& found);
 void FindUnusedVariables(const CheckedApp& app, ProblemList& found);
+void FindUnreachableSteps(const CheckedApp& app, ProblemList& found);
+void FindEndlessRecursion(const CheckedApp& app, ProblemList& found);
 
 // The place of a statement.
 RpaProblemPlace At(const RpaProcess& process, const RpaStatementNode& node);
