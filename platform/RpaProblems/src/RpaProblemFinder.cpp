@@ -20,12 +20,15 @@ struct Checker
     Kinds kinds;
 };
 
-constexpr std::array<Checker, 5> checkers{{
+constexpr std::array<Checker, 8> checkers{{
     {Checkers::FindRunStoppers, Kinds::Visual},
     {Checkers::FindEndlessRecursion, Kinds::Visual},
     {Checkers::FindUnknownArguments, Kinds::Visual},
     {Checkers::FindUnreachableSteps, Kinds::Visual},
     {Checkers::FindUnusedVariables, Kinds::Visual},
+    {Checkers::FindToolProblems, Kinds::Both},
+    {Checkers::FindEmptyChoices, Kinds::Both},
+    {Checkers::FindUnreadParameters, Kinds::Both},
 }};
 } // namespace
 

@@ -14,6 +14,9 @@ void FindUnknownArguments(const CheckedApp& app, ProblemList& found);
 void FindUnusedVariables(const CheckedApp& app, ProblemList& found);
 void FindUnreachableSteps(const CheckedApp& app, ProblemList& found);
 void FindEndlessRecursion(const CheckedApp& app, ProblemList& found);
+void FindToolProblems(const CheckedApp& app, ProblemList& found);
+void FindUnreadParameters(const CheckedApp& app, ProblemList& found);
+void FindEmptyChoices(const CheckedApp& app, ProblemList& found);
 
 // The place of a statement.
 RpaProblemPlace At(const RpaProcess& process, const RpaStatementNode& node);
