@@ -20,7 +20,7 @@ struct Checker
     Kinds kinds;
 };
 
-constexpr std::array<Checker, 8> checkers{{
+constexpr std::array<Checker, 9> checkers{{
     {Checkers::FindRunStoppers, Kinds::Visual},
     {Checkers::FindEndlessRecursion, Kinds::Visual},
     {Checkers::FindUnknownArguments, Kinds::Visual},
@@ -29,6 +29,7 @@ constexpr std::array<Checker, 8> checkers{{
     {Checkers::FindToolProblems, Kinds::Both},
     {Checkers::FindEmptyChoices, Kinds::Both},
     {Checkers::FindUnreadParameters, Kinds::Both},
+    {Checkers::FindPackageProblems, Kinds::Both},
 }};
 } // namespace
 
