@@ -20,7 +20,7 @@ struct Checker
     Kinds kinds;
 };
 
-constexpr std::array<Checker, 9> checkers{{
+constexpr std::array<Checker, 11> checkers{{
     {Checkers::FindRunStoppers, Kinds::Visual},
     {Checkers::FindEndlessRecursion, Kinds::Visual},
     {Checkers::FindUnknownArguments, Kinds::Visual},
@@ -30,6 +30,8 @@ constexpr std::array<Checker, 9> checkers{{
     {Checkers::FindEmptyChoices, Kinds::Both},
     {Checkers::FindUnreadParameters, Kinds::Both},
     {Checkers::FindPackageProblems, Kinds::Both},
+    {Checkers::FindUnusedElements, Kinds::Both},
+    {Checkers::FindDeadLinks, Kinds::Both},
 }};
 } // namespace
 

@@ -18,6 +18,8 @@ void FindToolProblems(const CheckedApp& app, ProblemList& found);
 void FindUnreadParameters(const CheckedApp& app, ProblemList& found);
 void FindEmptyChoices(const CheckedApp& app, ProblemList& found);
 void FindPackageProblems(const CheckedApp& app, ProblemList& found);
+void FindUnusedElements(const CheckedApp& app, ProblemList& found);
+void FindDeadLinks(const CheckedApp& app, ProblemList& found);
 
 // The place of a statement.
 RpaProblemPlace At(const RpaProcess& process, const RpaStatementNode& node);
