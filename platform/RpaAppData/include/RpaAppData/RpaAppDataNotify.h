@@ -28,6 +28,8 @@ signals:
     void SigTakenBack(RpaAppData* app);
     // Parse() or InitDefault() replaced the content.
     void SigReplaced(RpaAppData* app);
+    // An editor shows it to the author from now on, in the place of what it showed before.
+    void SigShown(RpaAppData* app);
     // Runs wrote something into its pages, or what they wrote was kept or taken back.
     void SigResultsChanged(RpaAppData* app);
     // The app data is about to go; it can still be read.

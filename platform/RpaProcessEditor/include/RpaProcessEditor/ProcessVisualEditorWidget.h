@@ -10,6 +10,8 @@
 
 #include <memory>
 
+struct RpaProblem;
+
 // Edits the processes of a visual app as trees of statements: commands on the left, the statements of one
 // process in the middle, the arguments of the selected statement on the right. Every change is one undo step,
 // is written into the app at once and marks it modified. Runs are started, stepped through and stopped from a
@@ -40,6 +42,10 @@ public:
 
     // Shows the statement, selects it and scrolls to it. False when there is no such statement.
     bool ShowStatement(const QString& processName, const QString& statementId);
+
+    // Mends a problem of a process (RpaProblem::fix) in one undo step. False when it has no such fix, or when what
+    // it is about is gone.
+    bool MakeFix(const RpaProblem& problem);
 
 signals:
     // The user asked to save (Ctrl+S).

@@ -10,6 +10,7 @@
 #include "RunBar_p.h"
 
 #include <OxBase/OxBlocker.h>
+#include <RpaAppData/RpaAppDataNotify.h>
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
@@ -272,8 +273,10 @@ void ProcessProgramEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
     d->ShowText();
     d->marks->SetApp(d->app);
     d->panes->SetBreakpoints(d->marks->Breakpoints());
-    if (d->app)
-        d->WatchApp();
+    if (!d->app)
+        return;
+    d->WatchApp();
+    emit RpaAppDataNotify::Instance()->SigShown(d->app.data());
 }
 
 void ProcessProgramEditorWidget::ShowLine(int line)

@@ -2,6 +2,7 @@
 
 #include "VisualEditorParts_p.h"
 
+#include <RpaAppData/RpaAppDataNotify.h>
 #include <RpaEngineCore/IProcessLifeCycle.h>
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
@@ -39,6 +40,8 @@ ProcessVisualEditorWidget::~ProcessVisualEditorWidget() = default;
 void ProcessVisualEditorWidget::SetRpaAppData(const RpaAppDataPtr& appData)
 {
     d->parts.SetApp(appData);
+    if (appData)
+        emit RpaAppDataNotify::Instance()->SigShown(appData.data());
 }
 
 bool ProcessVisualEditorWidget::CheckComment(QList<RpaCheckInfo>& list) const
@@ -62,6 +65,11 @@ void ProcessVisualEditorWidget::SwitchMainPage()
 void ProcessVisualEditorWidget::ShowCheckInfos(const QList<RpaCheckInfo>& list)
 {
     d->parts.ShowFindings(list);
+}
+
+bool ProcessVisualEditorWidget::MakeFix(const RpaProblem& problem)
+{
+    return d->parts.MakeFix(problem);
 }
 
 bool ProcessVisualEditorWidget::ShowStatement(const QString& processName, const QString& statementId)

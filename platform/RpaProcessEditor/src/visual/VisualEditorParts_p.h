@@ -31,6 +31,7 @@ class StatementFindBar;
 class StatementView;
 class VisualDebugMarks;
 struct RpaDebugPlace;
+struct RpaProblem;
 
 // The parts of the visual editor and how they work together.
 class VisualEditorParts : public QObject
@@ -50,6 +51,8 @@ public:
     bool ShowStatement(const QString& processName, const QString& statementId);
     // The keyboard stays where it is.
     bool ShowPlace(const QString& processName, const QString& statementId);
+    // Of a problem of a process; see ProcessVisualEditorWidget::MakeFix().
+    bool MakeFix(const RpaProblem& problem);
     // Marks the statement without scrolling to it: the author may be editing elsewhere. Empty for none.
     void MarkRunning(const QString& statementId);
 
