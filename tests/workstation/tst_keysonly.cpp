@@ -49,6 +49,7 @@ private slots:
 
     void showsThePagesOfTheEditor();
     void takesBackAnEditWhereverTheFocusWent();
+    void goesToAProblemAndMendsIt();
     void leavesAFieldItsOwnSteps();
     void reachesEveryControlWithTab();
     void pressesTheButtonThatHasTheFocus();
@@ -137,6 +138,22 @@ void tst_KeysOnly::takesBackAnEditWhereverTheFocusWent()
     Key(Qt::Key_Y, Qt::ControlModifier);
     QCOMPARE(StatementCount(), before + 1);
     Key(Qt::Key_Z, Qt::ControlModifier);
+}
+
+void tst_KeysOnly::goesToAProblemAndMendsIt()
+{
+    auto* const list = living->Window()->findChild<QTreeWidget*>(QStringLiteral("problemList"));
+    QTRY_COMPARE(list->topLevelItemCount(), 0); // nothing of earlier edits any more
+    QVERIFY(living->AddStatement(QStringLiteral("设置变量"))); // without a name
+    Key(Qt::Key_1, Qt::ControlModifier);
+    Key(Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    QTRY_VERIFY(LivingWorkstation::HasFocus("problemList") && list->topLevelItemCount() > 0);
+    Key(Qt::Key_Home);
+    Key(Qt::Key_Return);
+
+    QTRY_VERIFY(LivingWorkstation::HasFocus("statementView"));
+    Key(Qt::Key_Delete);
+    QTRY_COMPARE(list->topLevelItemCount(), 0);
 }
 
 void tst_KeysOnly::leavesAFieldItsOwnSteps()

@@ -4,6 +4,7 @@
 
 #include "PaneFolder.h"
 #include "PopOutRoom.h"
+#include "ProblemDesk.h"
 #include "ReleaseReview.h"
 #include "ResultsBar.h"
 
@@ -11,8 +12,10 @@
 #include <RpaCore/IRpaLifeCycle.h>
 #include <RpaCore/RobotExecuteInfo.h>
 #include <RpaEditorManager/RpaAppEditorWidget.h>
+#include <RpaProblems/RpaProblemPane.h>
 #include <WbBaseUI/WbIconButtonWidget.h>
 
+#include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -33,12 +36,16 @@ RobotExecuteInfo LaunchInfo(const AppRecord& app)
 } // namespace
 
 EditorPage::EditorPage(QWidget* parent)
-    : WbBaseWidget(parent), layout(new QVBoxLayout(this)), results(new ResultsBar)
+    : WbBaseWidget(parent), parts(new QSplitter(Qt::Vertical)),
+      desk(new ProblemDesk(new RpaProblemPane(parts))), results(new ResultsBar)
 {
     setObjectName(QStringLiteral("EditorPage"));
+    auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    layout->addWidget(parts, 1);
     layout->addWidget(results);
+    parts->setChildrenCollapsible(false);
     new ReleaseReview(this);
 }
 
@@ -48,7 +55,9 @@ void EditorPage::Open(const AppRecord& record)
     app = record;
     setWindowTitle(app.name);
     editor = new RpaAppEditorWidget(this);
-    layout->insertWidget(0, editor, 1);
+    parts->insertWidget(0, editor);
+    parts->setStretchFactor(0, 1);
+    desk->SetEditor(editor);
     new PaneFolder(editor); // the editor owns them
     constexpr int pageMargin = 28;
     if (auto* pages = editor->findChild<QStackedWidget*>(QStringLiteral("stackedWidgetTop")))
@@ -90,6 +99,7 @@ void EditorPage::Discard()
     // one.
     if (!editor)
         return;
+    desk->SetEditor(nullptr);
     delete editor;
     editor = nullptr;
     results->Forget();

@@ -6,7 +6,8 @@
 
 #include <WbBaseUI/WbBaseWidget.h>
 
-class QVBoxLayout;
+class ProblemDesk;
+class QSplitter;
 class ResultsBar;
 class RpaAppEditorWidget;
 
@@ -42,7 +43,8 @@ signals:
 private:
     void SlotDemanded();
 
-    QVBoxLayout* layout;
+    QSplitter* const parts; // the editor, and below it the problems of its app
+    ProblemDesk* const desk;
     ResultsBar* const results;
     RpaAppEditorWidget* editor = nullptr;
     AppRecord app;

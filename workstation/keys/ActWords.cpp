@@ -43,6 +43,7 @@ QStringList ActWords::Of(const QString& text)
         {QStringLiteral("选择版本"), QStringLiteral("切换 历史")},
         {QStringLiteral("版本详情"), QStringLiteral("历史 谁 何时 备注 记录")},
         {QStringLiteral("运行记录"), QStringLiteral("历史 日志 失败 原因 结果 参数")},
+        {QStringLiteral("问题"), QStringLiteral("错误 警告 检查 修复")},
         {QStringLiteral("折叠 / 展开浏览器窗口"), QStringLiteral("隐藏 显示 收起 网页")},
         {QStringLiteral("弹出 / 放回浏览器窗口"), QStringLiteral("独立 分离 网页")},
         {QStringLiteral("扩展包"), QStringLiteral("依赖 安装 组件 库")},

@@ -4,6 +4,7 @@
 
 #include "EditorPage.h"
 
+#include <RpaProblems/RpaProblemPane.h>
 #include <WbBaseUI/WbEditHistory.h>
 #include <WbBaseUI/WbFocusForward.h>
 #include <WbBaseUI/WbIconButtonWidget.h>
@@ -71,6 +72,7 @@ void EditorKeys::BindPages(KeyActs* acts) const
     const KeyAct shows[] = {KeyAct::PageUI, KeyAct::PageProcess, KeyAct::PageUsage};
     for (int index = 0; index < pageCount; ++index)
         acts->Bind(shows[index], open, [this, index] { ShowPage(index); });
+    acts->Bind(KeyAct::ShowProblems, open, [this] { ShowProblems(); });
     acts->Bind(KeyAct::PageNext, open, [this] { ShowPage((CurrentPage() + 1) % pageCount); });
     acts->Bind(KeyAct::PagePrevious, open, [this] { ShowPage((CurrentPage() + pageCount - 1) % pageCount); });
 }
@@ -188,6 +190,13 @@ void EditorKeys::ShowPlace(QWidget* place) const
         if (place && page->isAncestorOf(place) && CurrentPage() != index)
             ShowPage(index);
     }
+}
+
+void EditorKeys::ShowProblems() const
+{
+    auto* pane = editor->findChild<RpaProblemPane*>();
+    pane->SetOpen(true);
+    pane->setFocus(Qt::ShortcutFocusReason);
 }
 
 // The browser is in the editor, or in the window that it popped out into.

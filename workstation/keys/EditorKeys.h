@@ -29,6 +29,7 @@ private:
     void Press(const char* name) const;
     void ShowPage(int index) const;
     void ShowPlace(QWidget* place) const;
+    void ShowProblems() const;
     int CurrentPage() const;
     QAbstractButton* BrowserButton(const char* name) const;
     QAbstractButton* FoldButton() const;

@@ -76,6 +76,7 @@ QVector<KeyRow> Editor()
             {KeyAct::ChooseVersion, QStringLiteral("选择版本"), {Qt::CTRL + Qt::SHIFT + Qt::Key_L}},
             {KeyAct::ShowVersions, QStringLiteral("版本详情"), {Qt::CTRL + Qt::SHIFT + Qt::Key_I}},
             {KeyAct::ShowRuns, QStringLiteral("运行记录"), {Qt::CTRL + Qt::SHIFT + Qt::Key_H}},
+            {KeyAct::ShowProblems, QStringLiteral("问题"), {Qt::CTRL + Qt::SHIFT + Qt::Key_M}},
             {KeyAct::FoldBrowser,
              QStringLiteral("折叠 / 展开浏览器窗口"),
              {Qt::CTRL + Qt::SHIFT + Qt::Key_B}},

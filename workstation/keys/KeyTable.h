@@ -51,6 +51,7 @@ enum class KeyAct
     ChooseVersion,
     ShowVersions,
     ShowRuns,
+    ShowProblems,
     FoldBrowser,
     PopOutBrowser,
     Packages,
