@@ -134,7 +134,7 @@ void Tour::MeetRefusals()
     d->Step(QStringLiteral("refusal-reference-to-a-comment-shown"), [=] {
         d->UntilCalm();
         GoToProcess(process);
-        d->Until(QStringLiteral("the findings"), [] { return Visible("checkList") != nullptr; });
+        d->Until(QStringLiteral("the findings"), [] { return Visible("problemList") != nullptr; });
         d->TakePicture();
         GoToStatement(1);
         d->Key(Qt::Key_Slash, Qt::ControlModifier);
@@ -151,7 +151,7 @@ void Tour::MeetRefusals()
         d->UntilCalm();
         GoToProcess(process);
         GoToStatement(3);
-        d->ClickAt(QStringLiteral("the finding"), Named("checkList"), [](QWidget* widget) {
+        d->ClickAt(QStringLiteral("the finding"), Named("problemList"), [](QWidget* widget) {
             auto* list = qobject_cast<QAbstractItemView*>(widget);
             return list->viewport()->mapTo(list, list->visualRect(list->model()->index(0, 0)).center());
         });

@@ -94,7 +94,7 @@ void Tour::RunProcesses()
         GoToProcess(QStringLiteral("统计工时"));
         d->Until(QStringLiteral("the mark"), [] {
             auto* view = VisibleAs<QTreeView>("statementView");
-            return view && Visible("checkList") &&
+            return view && Visible("problemList") &&
                    view->model()
                        ->index(0, 1)
                        .data(Qt::AccessibleTextRole)
@@ -105,7 +105,7 @@ void Tour::RunProcesses()
         GiveFocus("statementView");
         d->Key(Qt::Key_Z, Qt::ControlModifier);
         d->Until(QStringLiteral("no mark, the path being what it was"),
-                 [] { return Visible("checkList") == nullptr; });
+                 [] { return Visible("problemList") == nullptr; });
     });
     d->Step(QStringLiteral("work-saved"), [this] {
         GoToPage("pushButtonUI");

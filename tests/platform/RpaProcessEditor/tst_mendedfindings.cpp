@@ -6,10 +6,9 @@
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaProcessCheck.h>
 
+#include <QTabBar>
 #include <QTest>
-#include <QToolButton>
 #include <QTreeView>
-#include <QTreeWidget>
 
 using namespace EditorFixture;
 
@@ -38,7 +37,7 @@ RpaStatement Sets(const QString& id, const QString& variable)
 }
 } // namespace
 
-// Marks and findings, and what becomes of them when their causes are mended.
+// Marks of findings, and what becomes of them when their causes are mended.
 class tst_MendedFindings : public QObject
 {
     Q_OBJECT
@@ -47,23 +46,21 @@ private slots:
     void goWhenTheStatementIsMended();
     void goWhenAnotherStatementMendsThem();
     void goWhenTheStatementGoes();
-    void stayClosedWhenTheAuthorHasClosedThem();
     void aFailedStatementIsMarkedUntilItDoesSomethingElse();
     void ofAProcessThatIsRunByAnotherGoWithThatOne();
 
 private:
-    static QStringList Listed(const Editor& editor)
-    {
-        const auto* list = editor.Find<QTreeWidget>(QStringLiteral("checkList"));
-        QStringList ids;
-        for (int row = 0; row < list->topLevelItemCount(); ++row)
-            ids.append(list->topLevelItem(row)->data(0, Qt::UserRole).toString());
-        return ids;
-    }
-    static bool IsMarked(const Editor& editor, const QString& id)
+    // Of the process that is shown, in the order of the tree.
+    static QStringList Marked(const Editor& editor)
     {
         constexpr int findingRole = Qt::UserRole + 7;
-        return !editor.IndexOf(id).data(findingRole).toString().isEmpty();
+        const ProcessDataManager* processes = editor.app->GetProcessDataManager();
+        QStringList ids;
+        processes->FindProcess(editor.widget.GetShownProcess())->ForEach([&](const RpaStatementNode& node) {
+            if (!editor.IndexOf(node.GetId()).data(findingRole).toString().isEmpty())
+                ids.append(node.GetId());
+        });
+        return ids;
     }
     static void Check(Editor& editor)
     {
@@ -77,17 +74,13 @@ void tst_MendedFindings::goWhenTheStatementIsMended()
     Editor editor(
         {Writes(QStringLiteral("u"), QStringLiteral("=x")), Writes(QStringLiteral("m"), QString())});
     Check(editor);
-    QCOMPARE(Listed(editor), QStringList({QStringLiteral("m"), QStringLiteral("u")}));
-    QVERIFY(IsMarked(editor, QStringLiteral("u")) && IsMarked(editor, QStringLiteral("m")));
+    QCOMPARE(Marked(editor), QStringList({QStringLiteral("u"), QStringLiteral("m")}));
 
     Main(editor.app)->SetArgument(QStringLiteral("u"), QStringLiteral("text"), QStringLiteral("fine"));
-    QTRY_COMPARE(Listed(editor), QStringList({QStringLiteral("m")}));
-    QVERIFY(!IsMarked(editor, QStringLiteral("u")) && IsMarked(editor, QStringLiteral("m")));
-    QVERIFY(editor.Find<QTreeWidget>(QStringLiteral("checkList"))->isVisible());
+    QTRY_COMPARE(Marked(editor), QStringList({QStringLiteral("m")}));
 
     Main(editor.app)->SetArgument(QStringLiteral("m"), QStringLiteral("text"), QStringLiteral("fine, too"));
-    QTRY_COMPARE(Listed(editor), QStringList());
-    QVERIFY(!editor.Find<QTreeWidget>(QStringLiteral("checkList"))->isVisible());
+    QTRY_COMPARE(Marked(editor), QStringList());
 }
 
 void tst_MendedFindings::goWhenAnotherStatementMendsThem()
@@ -95,11 +88,11 @@ void tst_MendedFindings::goWhenAnotherStatementMendsThem()
     Editor editor({Writes(QStringLiteral("u"), QStringLiteral("=x")),
                    Writes(QStringLiteral("v"), QStringLiteral("=y"))});
     Check(editor);
-    QCOMPARE(Listed(editor), QStringList({QStringLiteral("u"), QStringLiteral("v")}));
+    QCOMPARE(Marked(editor), QStringList({QStringLiteral("u"), QStringLiteral("v")}));
 
     Main(editor.app)->Insert(QString(), 0, {Sets(QStringLiteral("s"), QStringLiteral("x"))});
 
-    QTRY_COMPARE(Listed(editor), QStringList({QStringLiteral("v")}));
+    QTRY_COMPARE(Marked(editor), QStringList({QStringLiteral("v")}));
 }
 
 void tst_MendedFindings::goWhenTheStatementGoes()
@@ -110,24 +103,7 @@ void tst_MendedFindings::goWhenTheStatementGoes()
 
     Main(editor.app)->Take(QStringLiteral("v"));
 
-    QTRY_COMPARE(Listed(editor), QStringList({QStringLiteral("u")}));
-}
-
-void tst_MendedFindings::stayClosedWhenTheAuthorHasClosedThem()
-{
-    Editor editor({Writes(QStringLiteral("u"), QStringLiteral("=x")),
-                   Writes(QStringLiteral("v"), QStringLiteral("=y"))});
-    Check(editor);
-    auto* pane = editor.Find<QWidget>(QStringLiteral("checkPane"));
-    auto* close = editor.Find<QToolButton>(QStringLiteral("checkCloseButton"));
-    QTRY_VERIFY(close->height() > 0); // the pane has opened
-    QTest::mouseClick(close, Qt::LeftButton);
-    QVERIFY(!pane->isVisible());
-
-    Main(editor.app)->Take(QStringLiteral("v"));
-
-    QTRY_COMPARE(Listed(editor), QStringList({QStringLiteral("u")}));
-    QVERIFY(!pane->isVisible());
+    QTRY_COMPARE(Marked(editor), QStringList({QStringLiteral("u")}));
 }
 
 void tst_MendedFindings::aFailedStatementIsMarkedUntilItDoesSomethingElse()
@@ -147,10 +123,10 @@ void tst_MendedFindings::aFailedStatementIsMarkedUntilItDoesSomethingElse()
 
     Main(editor.app)->SetValues(QStringLiteral("f"), noted);
     Main(editor.app)->SetArgument(QStringLiteral("u"), QStringLiteral("text"), QStringLiteral("fine"));
-    QTRY_COMPARE(Listed(editor), QStringList({QStringLiteral("f")}));
+    QTRY_COMPARE(Marked(editor), QStringList({QStringLiteral("f")}));
 
     Main(editor.app)->SetArgument(QStringLiteral("f"), QStringLiteral("text"), QStringLiteral("b"));
-    QTRY_COMPARE(Listed(editor), QStringList());
+    QTRY_COMPARE(Marked(editor), QStringList());
 }
 
 void tst_MendedFindings::ofAProcessThatIsRunByAnotherGoWithThatOne()
@@ -159,12 +135,14 @@ void tst_MendedFindings::ofAProcessThatIsRunByAnotherGoWithThatOne()
     RpaProcess* second = editor.app->GetProcessDataManager()->FindProcess(QStringLiteral("子流程"));
     second->SetStatements({Writes(QStringLiteral("u"), QStringLiteral("=x"))});
     Check(editor);
-    QCOMPARE(Listed(editor), QStringList({QStringLiteral("u")}));
+    auto* bar = editor.Find<QTabBar>(QStringLiteral("processTabBar"));
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(1).center());
+    QCOMPARE(Marked(editor), QStringList({QStringLiteral("u")}));
 
     // Set by the process that runs it.
     Main(editor.app)->Insert(QString(), 0, {Sets(QStringLiteral("s"), QStringLiteral("x"))});
 
-    QTRY_COMPARE(Listed(editor), QStringList());
+    QTRY_COMPARE(Marked(editor), QStringList());
 }
 
 RPA_TEST_MAIN(tst_MendedFindings)

@@ -36,7 +36,7 @@ public:
     // Shows the main process. A process whose run was asked for here (SigRunProcess) is shown again afterwards.
     void SwitchMainPage();
 
-    // Marks the statements of these findings and lists them; an empty list takes all marks away. The engine's
+    // Marks the statements of these findings; an empty list takes all marks away. The engine's
     // debugger is connected to it (IRpaDebugger::SigCheckNode). Statements of other apps are ignored.
     void ShowCheckInfos(const QList<RpaCheckInfo>& list);
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "BookmarkActs_p.h"
-#include "CheckPane_p.h"
 #include "CommandPalette_p.h"
 #include "CommandQuickPick_p.h"
 #include "DebugPanes_p.h"
@@ -34,7 +33,7 @@
 VisualEditorParts::VisualEditorParts(QWidget* editor)
     : host(editor), tabs(new ProcessTabs), head(new ProcessHead(tabs)), palette(new CommandPalette),
       view(new StatementView), findBar(new StatementFindBar(view)), properties(new PropertyPanel),
-      checks(new CheckPane), python(new PythonPane), marks(new VisualDebugMarks(view, editor)),
+      python(new PythonPane), marks(new VisualDebugMarks(view, editor)),
       panes(new DebugPanes(DebugFocus::Instance())), quickPick(new CommandQuickPick(editor)),
       menu(new QMenu(editor)), refactor(new RefactorActs(view)), bookmarks(new BookmarkActs(view)),
       findPane(new ProcessFindPane), runPlace(view), runs(editor, runPlace)
@@ -87,17 +86,15 @@ void VisualEditorParts::BuildLayout()
         properties->setMinimumWidth(DpiTool::ScaleDefault(220));
         middle->setMinimumWidth(DpiTool::ScaleDefault(320));
     });
-    // The findings take the whole width: their texts are long.
+    // What is found takes the whole width: its texts are long.
     auto* vertical = new QSplitter(Qt::Vertical);
     vertical->addWidget(splitter);
-    vertical->addWidget(checks);
     vertical->addWidget(findPane);
     vertical->addWidget(panes);
     vertical->setStretchFactor(0, 3);
     vertical->setStretchFactor(1, 1);
-    vertical->setStretchFactor(3, 1);
-    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(150), DpiTool::ScaleDefault(220),
-                        DpiTool::ScaleDefault(280)});
+    vertical->setStretchFactor(2, 1);
+    vertical->setSizes({DpiTool::ScaleDefault(400), DpiTool::ScaleDefault(220), DpiTool::ScaleDefault(280)});
     vertical->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(host);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -127,7 +124,6 @@ void VisualEditorParts::ConnectParts()
     connect(findPane, &ProcessFindPane::SigPlaceShown, this, &VisualEditorParts::ShowPlace);
     connect(findPane, &ProcessFindPane::SigPlaceChosen, this, &VisualEditorParts::ShowStatement);
     connect(findPane, &WbFindBar::SigClosed, view, qOverload<>(&QWidget::setFocus));
-    connect(checks, &CheckPane::SigFindingChosen, this, &VisualEditorParts::ShowStatement);
     connect(&runs, &RunActions::SigRunAsked, this, &VisualEditorParts::SlotRunAsked);
     connect(&runs, &RunActions::SigStopAsked, this, &VisualEditorParts::SigStopAsked);
     connect(marks, &VisualDebugMarks::SigStopped, this, &VisualEditorParts::ShowStop);
@@ -237,13 +233,11 @@ void VisualEditorParts::ShowFindings(const QList<RpaCheckInfo>& list)
 {
     findings.Take(list);
     view->Statements()->SetFindings(findings.Get());
-    checks->ShowFindings(findings.Get());
 }
 
 void VisualEditorParts::SlotMended()
 {
     view->Statements()->SetFindings(findings.Get());
-    checks->KeepFindings(findings.Get());
 }
 
 bool VisualEditorParts::ShowPlace(const QString& processName, const QString& statementId)

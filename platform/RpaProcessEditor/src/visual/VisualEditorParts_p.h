@@ -15,7 +15,6 @@
 #include <memory>
 
 class BookmarkActs;
-class CheckPane;
 class CommandPalette;
 class CommandQuickPick;
 class DebugPanes;
@@ -92,7 +91,6 @@ private:
     StatementView* view;
     StatementFindBar* findBar;
     PropertyPanel* properties;
-    CheckPane* checks;
     PythonPane* python;
     VisualDebugMarks* marks;
     DebugPanes* panes;
