@@ -108,7 +108,7 @@ private slots:
     void replacesOnlyTheChosenOnes();
     void leavesWhatMustNotBeReplaced();
     void replacesNothingByEnter();
-    void showsNothingOfAnotherApp();
+    void showsOnlyTheAppThatIsShown();
 };
 
 void tst_ProcessFindPane::listsThePlacesOfAllProcesses()
@@ -290,18 +290,19 @@ void tst_ProcessFindPane::replacesNothingByEnter()
     QCOMPARE(finding.CurrentId(), QStringLiteral("r"));
 }
 
-void tst_ProcessFindPane::showsNothingOfAnotherApp()
+void tst_ProcessFindPane::showsOnlyTheAppThatIsShown()
 {
     Finding finding;
     finding.Open(Qt::Key_F, controlShift);
     QTRY_COMPARE(finding.list->model()->rowCount(), 5);
 
-    finding.widget.SetRpaAppData(App(SomeStatements()));
-    QTRY_COMPARE(finding.list->model()->rowCount(), 0);
-
     finding.widget.SetRpaAppData(nullptr);
-    QTest::keyClick(finding.text, Qt::Key_Return);
+    QTRY_COMPARE(finding.list->model()->rowCount(), 0);
+    QTest::keyClick(finding.text, Qt::Key_Return); // there is nothing to go to
     QVERIFY(finding.pane->isVisible());
+
+    finding.widget.SetRpaAppData(App({Calling(QStringLiteral("n"), QStringLiteral("新订单"))}));
+    QTRY_COMPARE(finding.Column(4), QStringList{QStringLiteral("新订单")});
 }
 
 RPA_TEST_MAIN(tst_ProcessFindPane)
