@@ -53,8 +53,9 @@ PlaceList::PlaceList(QWidget* parent) : QTreeView(parent), model(new PlaceModel(
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFrameShape(QFrame::NoFrame);
-    header()->setStretchLastSection(true);
-    const int widths[] = {110, 56, 120, 100, 260};
+    header()->setSectionResizeMode(PlaceModel::BeforeColumn, QHeaderView::Stretch);
+    header()->setSectionResizeMode(PlaceModel::AfterColumn, QHeaderView::Stretch);
+    const int widths[] = {110, 56, 120, 100};
     for (int column = 0; column < int(std::size(widths)); ++column)
         setColumnWidth(column, DpiTool::ScaleDefault(widths[column]));
     connect(this, &QTreeView::doubleClicked, this, &PlaceList::Choose);
