@@ -73,8 +73,11 @@ struct Finding : Editor
     }
     void ClickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers,
-                          list->visualRect(list->model()->index(row, 2)).center());
+        const QModelIndex index = list->model()->index(row, 2);
+        list->scrollTo(index);
+        // The pane may still be on its way to its size.
+        QTRY_VERIFY(list->viewport()->rect().contains(list->visualRect(index)));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, list->visualRect(index).center());
     }
     QString Text(int process, const QString& id, const QString& argument = QStringLiteral("text")) const
     {
