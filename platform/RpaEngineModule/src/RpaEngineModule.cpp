@@ -99,6 +99,11 @@ void RpaEngineModule::SetPackageFolders(const QStringList& folders)
     d->packageFolders = folders;
 }
 
+QStringList RpaEngineModule::GetPackageFolders() const
+{
+    return d->packageFolders;
+}
+
 void RpaEngineModule::SetPreparation(IRunPreparation* preparation)
 {
     d->runner.SetPreparation(preparation);

@@ -41,6 +41,7 @@ public:
 
     // Folders that runs started from now on search for Python modules before Python's own, in this order.
     void SetPackageFolders(const QStringList& folders);
+    QStringList GetPackageFolders() const;
 
     // Asked before each run starts; null: nobody is.
     void SetPreparation(IRunPreparation* preparation);
