@@ -14,7 +14,7 @@ run_packages=(
     qtwebengine5-dev libqt5webchannel5-dev
     libboost1.74-dev libsodium-dev libssl-dev libcurl4-openssl-dev zlib1g-dev
     libkf5syntaxhighlighting-dev qtkeychain-qt5-dev libsecret-1-0
-    python3 python3-venv python3-pip python3-openpyxl python3-requests python3-pyflakes
+    python3 python3-venv python3-pip python3-openpyxl python3-requests python3-jedi python3-pyflakes
     fonts-noto-cjk fonts-dejavu-core
     xvfb xauth openbox xdotool x11-utils
 )
