@@ -13,7 +13,7 @@ namespace
 {
 // A text may have any length, and the author is typing.
 constexpr int linesAround = 1000;
-constexpr int longestLine = 1000;
+constexpr int mostLineCharacters = 1000;
 constexpr int shortestWord = 2;
 
 bool IsFirstOfName(QChar c)
@@ -89,7 +89,7 @@ QStringList PythonWords::Near(const QTextDocument& document, int offset)
         if (block == here)
             text.remove(BeginOf(document, offset) - block.position(),
                         EndOf(document, offset) - BeginOf(document, offset));
-        AddWords(text.left(longestLine), words);
+        AddWords(text.left(mostLineCharacters), words);
     }
     QStringList sorted = words.values() + Keywords();
     sorted.removeDuplicates();

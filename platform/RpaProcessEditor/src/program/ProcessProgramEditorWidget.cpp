@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "CodeAssist_p.h"
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
 #include "CodeHighlighter_p.h"
@@ -108,6 +109,7 @@ public:
     void ConnectParts()
     {
         WbEditHistory::Instance()->Watch(edit->document(), edit);
+        new CodeAssist(edit, q);
         QObject::connect(edit, &QPlainTextEdit::textChanged, q, [this] { StoreText(); });
         QObject::connect(edit, &CodeEdit::SigLinesMoved, q, [this](int first, int by) {
             if (!loading)

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+
+#include "CodeAssist_p.h"
+#include "CodeCompletion_p.h"
+#include "CodeExplanation_p.h"
+#include "CodeQuestions_p.h"
+#include "CodeSignatures_p.h"
+
+#include <QAction>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+namespace
+{
+QAction* AddAct(QWidget* page, const QString& name, const QString& text, const QKeySequence& key)
+{
+    auto* action = new QAction(text, page);
+    action->setObjectName(name);
+    action->setShortcut(key);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    page->addAction(action);
+    return action;
+}
+} // namespace
+
+CodeAssist::CodeAssist(QPlainTextEdit* edit, QWidget* page) : QObject(edit)
+{
+    CodeQuestions* const questions = CodeQuestions::Instance();
+    // When the page stands: the author is not to wait for a process to be made.
+    QTimer::singleShot(0, questions, &CodeQuestions::Prepare);
+    auto* signatures = new CodeSignatures(edit, questions);
+    auto* completion = new CodeCompletion(edit, questions); // behind it: Escape closes the list first
+    auto* explanation = new CodeExplanation(edit, questions);
+    connect(
+        AddAct(page, QStringLiteral("actionComplete"), QStringLiteral("补全名称"), Qt::CTRL + Qt::Key_Space),
+        &QAction::triggered, completion, &CodeCompletion::Open);
+    connect(AddAct(page, QStringLiteral("actionSignature"), QStringLiteral("参数提示"),
+                   Qt::CTRL + Qt::SHIFT + Qt::Key_Space),
+            &QAction::triggered, signatures, &CodeSignatures::Ask);
+    connect(AddAct(page, QStringLiteral("actionExplain"), QStringLiteral("名称的说明"), Qt::CTRL + Qt::Key_I),
+            &QAction::triggered, explanation, &CodeExplanation::Ask);
+}
