@@ -261,6 +261,7 @@ void tst_ProgramCompletion::survivesThePageClosingWhileItAsks()
 {
     auto first = std::make_unique<CodeAuthor>(QStringLiteral("import os\nos|"));
     first->Write(QStringLiteral("."));
+    first->Key(Qt::Key_F12);
     first.reset();
 
     CodeAuthor second(QStringLiteral("rpa|"));
@@ -341,6 +342,8 @@ void tst_ProgramCompletion::listsItsKeys()
     QCOMPARE(keys.value(QStringLiteral("补全名称")), QKeySequence(Qt::CTRL + Qt::Key_Space));
     QCOMPARE(keys.value(QStringLiteral("参数提示")), QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Space));
     QCOMPARE(keys.value(QStringLiteral("名称的说明")), QKeySequence(Qt::CTRL + Qt::Key_I));
+    QCOMPARE(keys.value(QStringLiteral("转到定义")), QKeySequence(Qt::Key_F12));
+    QCOMPARE(keys.value(QStringLiteral("重命名…")), QKeySequence(Qt::Key_F2));
 }
 
 RPA_TEST_MAIN(tst_ProgramCompletion)

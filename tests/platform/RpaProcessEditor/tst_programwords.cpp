@@ -3,6 +3,7 @@
 #include "CodeAuthor.h"
 #include "HelperPython.h"
 #include "TestApp.h"
+#include "ToastWatcher.h"
 
 #include <WbBaseUI/WbTheme.h>
 
@@ -19,6 +20,7 @@ private slots:
     void initTestCase();
     void offersTheWordsOfTheTextAndSaysSoOnce();
     void offersNothingBehindADotOfNothingWritten();
+    void saysWhatDefinitionsNeed();
     void cleanupTestCase() { python.reset(); }
 
 private:
@@ -57,6 +59,19 @@ void tst_ProgramWords::offersNothingBehindADotOfNothingWritten()
 
     author.Write(QStringLiteral(" cus"));
     QVERIFY(author.Offers(QStringLiteral("customer")));
+}
+
+void tst_ProgramWords::saysWhatDefinitionsNeed()
+{
+    ToastWatcher toasts;
+    CodeAuthor author(QStringLiteral("customer = 1\ncust|omer"));
+
+    author.Key(Qt::Key_F12);
+    QTRY_COMPARE(toasts.GetTexts(), QStringList{QStringLiteral("转到定义需要 jedi，请先安装 python3-jedi")});
+    toasts.Clear();
+    author.Key(Qt::Key_F2);
+
+    QTRY_COMPARE(toasts.GetTexts(), QStringList{QStringLiteral("重命名需要 jedi，请先安装 python3-jedi")});
 }
 
 RPA_TEST_MAIN(tst_ProgramWords)

@@ -2,8 +2,10 @@
 
 #include "CodeAssist_p.h"
 #include "CodeCompletion_p.h"
+#include "CodeDefinition_p.h"
 #include "CodeExplanation_p.h"
 #include "CodeQuestions_p.h"
+#include "CodeRename_p.h"
 #include "CodeSignatures_p.h"
 
 #include <QAction>
@@ -31,6 +33,8 @@ CodeAssist::CodeAssist(QPlainTextEdit* edit, QWidget* page) : QObject(edit)
     auto* signatures = new CodeSignatures(edit, questions);
     auto* completion = new CodeCompletion(edit, questions); // behind it: Escape closes the list first
     auto* explanation = new CodeExplanation(edit, questions);
+    auto* definition = new CodeDefinition(edit, questions);
+    auto* rename = new CodeRename(edit, questions);
     connect(
         AddAct(page, QStringLiteral("actionComplete"), QStringLiteral("补全名称"), Qt::CTRL + Qt::Key_Space),
         &QAction::triggered, completion, &CodeCompletion::Open);
@@ -39,4 +43,8 @@ CodeAssist::CodeAssist(QPlainTextEdit* edit, QWidget* page) : QObject(edit)
             &QAction::triggered, signatures, &CodeSignatures::Ask);
     connect(AddAct(page, QStringLiteral("actionExplain"), QStringLiteral("名称的说明"), Qt::CTRL + Qt::Key_I),
             &QAction::triggered, explanation, &CodeExplanation::Ask);
+    connect(AddAct(page, QStringLiteral("actionDefinition"), QStringLiteral("转到定义"), Qt::Key_F12),
+            &QAction::triggered, definition, &CodeDefinition::Go);
+    connect(AddAct(page, QStringLiteral("actionRename"), QStringLiteral("重命名…"), Qt::Key_F2),
+            &QAction::triggered, rename, &CodeRename::Begin);
 }

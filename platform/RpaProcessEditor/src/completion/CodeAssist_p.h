@@ -7,7 +7,7 @@
 class QPlainTextEdit;
 class QWidget;
 
-// What a program editor knows of its text: completions, arguments, explanations.
+// What a program editor knows of its text: completions, arguments, explanations, definitions, other names.
 class CodeAssist : public QObject
 {
     Q_OBJECT
