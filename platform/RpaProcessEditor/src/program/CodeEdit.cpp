@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "CodeEdit_p.h"
+#include "CodeFolds_p.h"
 #include "CodeHighlighter_p.h"
 #include "PythonLines_p.h"
 
@@ -54,6 +55,7 @@ CodeEdit::CodeEdit(QWidget* parent)
     });
     connect(WbTheme::Instance(), &WbTheme::SigChanged, this, &CodeEdit::ApplyTheme);
     ApplyTheme();
+    folds = new CodeFolds(this, gutter);
 }
 
 CodeEdit::~CodeEdit() = default;

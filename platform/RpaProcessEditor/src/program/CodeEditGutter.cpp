@@ -73,6 +73,10 @@ void CodeEdit::PaintGutter(QPaintEvent* event)
     QTextBlock block = firstVisibleBlock();
     qreal top = blockBoundingGeometry(block).translated(contentOffset()).top();
     while (block.isValid() && top <= event->rect().bottom()) {
+        if (!block.isVisible()) {
+            block = block.next();
+            continue;
+        }
         const qreal height = blockBoundingRect(block).height();
         const bool here = block.blockNumber() == current;
         const bool failed = block.blockNumber() == failedLine - 1;

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class CodeFolds;
 class CodeGutter;
 class QSyntaxHighlighter;
 
@@ -31,6 +32,8 @@ public:
     void DuplicateLines();
     void Zoom(int steps);    // 0: the original size
     void GoToLine(int line); // from 1; the nearest line there is
+
+    CodeFolds& GetFolds() { return *folds; }
 
     // 0: none.
     void SetFailedLine(int line);
@@ -78,6 +81,7 @@ private:
     int MarkWidth() const;
 
     QWidget* const gutter;
+    CodeFolds* folds = nullptr;
     std::unique_ptr<QSyntaxHighlighter> highlighter;
     QList<QTextEdit::ExtraSelection> found;
     int zoomed = 0;

@@ -3,6 +3,7 @@
 #include "CodeAssist_p.h"
 #include "CodeEdit_p.h"
 #include "CodeFindBar_p.h"
+#include "CodeFolds_p.h"
 #include "CodeHighlighter_p.h"
 #include "DebugPanes_p.h"
 #include "ProgramDebugMarks_p.h"
@@ -70,7 +71,7 @@ public:
     }
 
     template <typename Act>
-    void AddKey(const QString& name, const QKeySequence& keys, Act act)
+    QAction* AddKey(const QString& name, const QKeySequence& keys, Act act)
     {
         auto* action = new QAction(q);
         action->setObjectName(name);
@@ -78,6 +79,17 @@ public:
         action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
         q->addAction(action);
         QObject::connect(action, &QAction::triggered, q, act);
+        return action;
+    }
+
+    void AddFoldKeys()
+    {
+        AddKey(QStringLiteral("actionFold"), Qt::CTRL + Qt::Key_M, [this] {
+            edit->GetFolds().ToggleAtCursor();
+        })->setText(QStringLiteral("折叠 / 展开代码块"));
+        AddKey(QStringLiteral("actionFoldAll"), Qt::CTRL + Qt::SHIFT + Qt::Key_M, [this] {
+            edit->GetFolds().ToggleAll();
+        })->setText(QStringLiteral("折叠 / 展开所有代码块"));
     }
 
     void AddKeys()
@@ -247,6 +259,7 @@ ProcessProgramEditorWidget::ProcessProgramEditorWidget(QWidget* parent)
 {
     d->Layout();
     d->AddKeys();
+    d->AddFoldKeys();
     d->ConnectParts();
     d->ShowText();
 }
