@@ -7,12 +7,17 @@
 
 #include <WbBaseUI/WbTheme.h>
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QTextBlock>
 #include <QToolTip>
+
+#include <algorithm>
 
 namespace
 {
@@ -51,6 +56,7 @@ private slots:
     void initTestCase() { WbTheme::Instance()->Apply(WbTheme::Scheme::Light); }
     void cleanup() { QToolTip::hideText(); }
     void goesToTheDefinition();
+    void goesToTheDefinitionByTheMenu();
     void saysWhereADefinitionIs_data();
     void saysWhereADefinitionIs();
     void renamesWithAPreviewInOneStep();
@@ -76,6 +82,26 @@ void tst_ProgramNames::goesToTheDefinition()
     QVERIFY(Comes([&] { return author.edit->textCursor().blockNumber() == 1; }));
     QCOMPARE(author.edit->textCursor().positionInBlock(), 4);
     QVERIFY(!author.app->GetModified());
+}
+
+void tst_ProgramNames::goesToTheDefinitionByTheMenu()
+{
+    CodeAuthor author(QStringLiteral("def first():\n    pass\n\nfirst()|"));
+    const QTextBlock line = author.edit->document()->lastBlock();
+    const QPoint place = author.edit->cursorRect(QTextCursor(line)).center() + QPoint(8, 0);
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, place, author.edit->viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(author.edit->viewport(), &asked);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    QVERIFY(menu);
+    const auto actions = menu->actions();
+    const auto goes = std::find_if(actions.begin(), actions.end(), [](const QAction* action) {
+        return action->text() == QStringLiteral("转到定义");
+    });
+    QVERIFY(goes != actions.end());
+
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(*goes).center());
+
+    QVERIFY(Comes([&] { return author.edit->textCursor().blockNumber() == 0; }));
 }
 
 void tst_ProgramNames::saysWhereADefinitionIs_data()

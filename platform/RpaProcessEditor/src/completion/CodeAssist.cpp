@@ -41,10 +41,12 @@ CodeAssist::CodeAssist(QPlainTextEdit* edit, QWidget* page) : QObject(edit)
     connect(AddAct(page, QStringLiteral("actionSignature"), QStringLiteral("参数提示"),
                    Qt::CTRL + Qt::SHIFT + Qt::Key_Space),
             &QAction::triggered, signatures, &CodeSignatures::Ask);
-    connect(AddAct(page, QStringLiteral("actionExplain"), QStringLiteral("名称的说明"), Qt::CTRL + Qt::Key_I),
-            &QAction::triggered, explanation, &CodeExplanation::Ask);
-    connect(AddAct(page, QStringLiteral("actionDefinition"), QStringLiteral("转到定义"), Qt::Key_F12),
-            &QAction::triggered, definition, &CodeDefinition::Go);
-    connect(AddAct(page, QStringLiteral("actionRename"), QStringLiteral("重命名…"), Qt::Key_F2),
-            &QAction::triggered, rename, &CodeRename::Begin);
+    nameActions = {
+        AddAct(page, QStringLiteral("actionDefinition"), QStringLiteral("转到定义"), Qt::Key_F12),
+        AddAct(page, QStringLiteral("actionRename"), QStringLiteral("重命名…"), Qt::Key_F2),
+        AddAct(page, QStringLiteral("actionExplain"), QStringLiteral("名称的说明"), Qt::CTRL + Qt::Key_I),
+    };
+    connect(nameActions.at(0), &QAction::triggered, definition, &CodeDefinition::Go);
+    connect(nameActions.at(1), &QAction::triggered, rename, &CodeRename::Begin);
+    connect(nameActions.at(2), &QAction::triggered, explanation, &CodeExplanation::Ask);
 }

@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include <QList>
 #include <QObject>
 
+class QAction;
 class QPlainTextEdit;
 class QWidget;
 
@@ -15,4 +17,10 @@ class CodeAssist : public QObject
 public:
     // The edit owns it. Its keys become actions of the page.
     CodeAssist(QPlainTextEdit* edit, QWidget* page);
+
+    // Those that are about the name at the cursor, for a menu.
+    QList<QAction*> GetNameActions() const { return nameActions; }
+
+private:
+    QList<QAction*> nameActions;
 };

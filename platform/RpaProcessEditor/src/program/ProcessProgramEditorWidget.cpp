@@ -121,7 +121,7 @@ public:
     void ConnectParts()
     {
         WbEditHistory::Instance()->Watch(edit->document(), edit);
-        new CodeAssist(edit, q);
+        assist = new CodeAssist(edit, q);
         QObject::connect(edit, &QPlainTextEdit::textChanged, q, [this] { StoreText(); });
         QObject::connect(edit, &CodeEdit::SigLinesMoved, q, [this](int first, int by) {
             if (!loading)
@@ -150,6 +150,8 @@ public:
         QMenu* const menu = edit->createStandardContextMenu();
         menu->setObjectName(QStringLiteral("programMenu"));
         menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->addSeparator();
+        menu->addActions(assist->GetNameActions());
         menu->addSeparator();
         menu->addActions(runs.GetPlaceActions());
         menu->popup(edit->viewport()->mapToGlobal(place));
@@ -249,6 +251,7 @@ public:
     DebugPanes* const panes;
     ProgramRunPlace runPlace;
     RunActions runs;
+    CodeAssist* assist = nullptr;
     RpaAppDataPtr app;
     QString stored; // what editor and model agree on
     bool loading = false;
