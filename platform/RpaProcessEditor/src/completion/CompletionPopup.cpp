@@ -99,7 +99,6 @@ void CompletionPopup::ShowAt(const QRect& cursor, const CompletionItems& items, 
     hintLabel->setVisible(!hint.isEmpty());
     Place(cursor);
     show();
-    raise();
 }
 
 void CompletionPopup::Place(const QRect& cursor)
