@@ -58,5 +58,7 @@ void IProcessLifeCycle::ProcessFinish(const QString&) {}
 void IProcessLifeCycle::ProcessTerminate(const QString&) {}
 
 void IProcessLifeCycle::ProcessFailed(const QString&, const QString&, const QString&) {}
+void IProcessLifeCycle::RunSpans(const RpaRunSpans&) {}
+void IProcessLifeCycle::RunFailed(const RpaRunFailure&) {}
 
 void IProcessLifeCycle::ApiExecute(const QString&) {}

@@ -75,11 +75,12 @@ def _at_line(tree, line):
 
 class Program:
     """places: for each line the line at which its statement begins, 0 for one of no statement; None: the text's own.
-    part: {"first", "last"} lines; only what stands there runs, and what defines names (last 0: to the end)."""
+    part: {"first", "last"} lines; only what stands there runs, and what defines names (last 0: to the end).
+    tree: of the source, when it was read already."""
 
-    def __init__(self, source, filename, places=None, part=None):
+    def __init__(self, source, filename, places=None, part=None, tree=None):
         self.filename = filename
-        self.tree = ast.parse(source, filename)
+        self.tree = tree or ast.parse(source, filename)
         self.tree.body = [node for node in self.tree.body if not part or _is_of(part, node)]
         self.outside = source.count("\n") + 2
         self.own_text = places is None

@@ -187,6 +187,7 @@ REQUESTS = collections.deque()  # for the debugger, in the order in which they c
 JOB = {}
 RUNNING = None
 STOP_ASKED = False
+SPANS = None
 OUTPUT = Output()
 MAIN = threading.main_thread().ident
 
@@ -216,10 +217,11 @@ def watch():
         elif REQUESTS and RUNNING:
             make_debugger(REQUESTS[0], RUNNING).hear()
         OUTPUT.flush()
+        SPANS.flush(LINK)
         line = program_line(sys._current_frames().get(MAIN))
         if line and line != last:
             last = line
-            LINK.send({"t": "at", "line": line})
+            LINK.send({"t": "at", "line": line, "us": SPANS.now()})
 
 
 def foreign_text(line):
@@ -279,11 +281,32 @@ def debug(request):
         DEBUGGER.hear()
 
 
+def woven(source):
+    """The program's tree with its calls of the outside noted by SPANS; None when it is better read as it stands."""
+    sites = []
+    try:
+        tree = span_code.parse(source, PROGRAM_FILE, sites)
+    except Exception:  # what is wrong with the text is said by whoever compiles it
+        return None
+    SPANS.sites = sites  # the same ones when a run is debugged from now on
+    return tree
+
+
+def compiled(tree):
+    try:
+        return compile(tree, PROGRAM_FILE, "exec", dont_inherit=True)
+    except (SyntaxError, RecursionError):
+        return None
+
+
+def compile_plainly(source):
+    tree = woven(source)
+    return (tree and compiled(tree)) or compile(source, PROGRAM_FILE, "exec", dont_inherit=True)
+
+
 def compile_program(source):
     setup = JOB.get("debug")
-    if setup is None:
-        return compile(source, PROGRAM_FILE, "exec", dont_inherit=True)
-    return make_debugger(setup).compile()
+    return compile_plainly(source) if setup is None else make_debugger(setup).compile()
 
 
 def readable(error):
@@ -306,8 +329,22 @@ def failure(error):
     for entry in traceback.extract_tb(error.__traceback__):
         if entry.filename == PROGRAM_FILE:
             line = entry.lineno
+    rpa_spans.without_wrapper(error)
     trace = "".join(traceback.format_exception(type(error), error, error.__traceback__))
-    return {"t": "end", "ok": False, "line": line or 0, "error": readable(error), "trace": trace[-LOG_LINE_CHARACTERS:]}
+    end = {"t": "end", "ok": False, "line": line or 0, "error": readable(error), "trace": trace[-LOG_LINE_CHARACTERS:]}
+    return {**end, **details(error)}
+
+
+def details(error):
+    """Nothing may be loaded any more when memory is short."""
+    if isinstance(error, MemoryError):
+        return {}
+    try:
+        import failure_details
+
+        return failure_details.details_of(error, PROGRAM_FILE, CallFailed)
+    except Exception:  # why the program failed is told in any case
+        return {}
 
 
 def run(job):
@@ -325,6 +362,7 @@ def run(job):
         names = {"__name__": "__main__", "rpa": rpa_api}
         if DEBUGGER:
             DEBUGGER.begin(names)
+        SPANS.begin()
         exec(RUNNING, names)
     except Stopped:
         return {"t": "end", "ok": False, "stopped": True, "line": 0, "error": "", "trace": ""}
@@ -342,8 +380,12 @@ def main():
     sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
     LINK = Link(address, token)
     # Ready before the job comes: a child that is kept warm waits in the next line with everything loaded.
+    global SPANS, rpa_spans, span_code
     import rpa_api  # noqa: F401
+    import rpa_spans
+    import span_code
 
+    SPANS = rpa_spans.Spans()
     redirect_output()
     job = LINK.receive()
     signal.signal(signal.SIGINT, signal.SIG_IGN)
@@ -355,6 +397,7 @@ def main():
     sys.stdout.flush()
     sys.stderr.flush()
     OUTPUT.flush()
+    SPANS.flush(LINK)
     LINK.send(end)
     # Threads and children of the program must not outlive it.
     os._exit(0)

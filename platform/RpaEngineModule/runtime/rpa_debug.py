@@ -26,7 +26,8 @@ class Debugger:
         """host: the module of the child; running: the code that runs already, None before the start."""
         self.host = host
         self.setup = setup
-        self.program = Program(source, host.PROGRAM_FILE, setup.get("places"), setup.get("part"))
+        places, part = setup.get("places"), setup.get("part")
+        self.program = Program(source, host.PROGRAM_FILE, places, part, host.woven(source))
         self.requests = host.REQUESTS
         self.points = {}
         self.target = 0         # line at which to stop once

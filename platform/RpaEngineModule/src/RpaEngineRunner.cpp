@@ -138,13 +138,25 @@ void RpaEngineRunner::Wire()
         const RpaProgramOrigin origin = program.GetOrigin(line);
         log.Append(level, text, origin.statementId, origin.line);
     });
-    connect(run.get(), &RpaRun::SigAt, this, [this](int line) {
-        const QString statementId = program.GetOrigin(line).statementId;
-        if (!statementId.isEmpty())
-            TellListeners([&](IProcessLifeCycle* listener) { listener->ApiExecute(statementId); });
+    connect(run.get(), &RpaRun::SigAt, this, &RpaEngineRunner::TellPosition);
+    connect(run.get(), &RpaRun::SigSpans, this, [](const RpaRunSpans& spans) {
+        TellListeners([&](IProcessLifeCycle* listener) { listener->RunSpans(spans); });
     });
     connect(run.get(), &RpaRun::SigCall, calls.get(), &RpaRunCalls::Take);
     connect(run.get(), &RpaRun::SigEnded, this, &RpaEngineRunner::TakeEnd);
+}
+
+void RpaEngineRunner::TellPosition(int line, qint64 time)
+{
+    const RpaProgramOrigin origin = program.GetOrigin(line);
+    if (!origin.statementId.isEmpty())
+        TellListeners([&](IProcessLifeCycle* listener) { listener->ApiExecute(origin.statementId); });
+    if (origin.line == 0)
+        return;
+    RpaRunSpan position;
+    position.start = time;
+    position.place = origin.ToPlace();
+    TellListeners([&](IProcessLifeCycle* listener) { listener->RunSpans({{position}, {}}); });
 }
 
 void RpaEngineRunner::TellStart(const RpaRunParts& parts)
@@ -223,6 +235,7 @@ void RpaEngineRunner::TellFailure(const RpaRunOutcome& outcome)
     log.Append(RpaLogLevel::Error, text, origin.statementId, origin.line);
     if (!outcome.trace.isEmpty())
         log.Append(RpaLogLevel::Debug, outcome.trace, origin.statementId, origin.line);
+    TellListeners([&](IProcessLifeCycle* listener) { listener->RunFailed(outcome.failure); });
     TellListeners([&](IProcessLifeCycle* listener) {
         listener->ProcessFailed(runningProcess, outcome.error, outcome.trace);
     });

@@ -47,6 +47,7 @@ private:
     std::unique_ptr<RpaRun> TakeChild(QString* reason);
     void KeepOneReady();
     void Wire();
+    void TellPosition(int line, qint64 time);
     void TellStart(const RpaRunParts& parts);
     void TakeEnd(const RpaRunOutcome& outcome);
     void TellFailure(const RpaRunOutcome& outcome);

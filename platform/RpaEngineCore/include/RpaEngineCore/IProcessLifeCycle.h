@@ -3,6 +3,8 @@
 #pragma once
 
 #include <RpaEngineCore/RpaEngineCoreExport.h>
+#include <RpaEngineCore/RpaRunFailure.h>
+#include <RpaEngineCore/RpaRunSpan.h>
 #include <RpaEngineCore/RpaRunStart.h>
 
 #include <QString>
@@ -28,4 +30,8 @@ public:
     virtual void ApiExecute(const QString& statementId);
     // The run is about to end because it failed: why, in the user's words, and the program's own account.
     virtual void ProcessFailed(const QString& processName, const QString& error, const QString& trace);
+    // What the run did outside of itself, and where it was seen in between; in its order, some times a second.
+    virtual void RunSpans(const RpaRunSpans& spans);
+    // Before ProcessFailed: the calls and variables of that moment; empty when the program could not tell them.
+    virtual void RunFailed(const RpaRunFailure& failure);
 };

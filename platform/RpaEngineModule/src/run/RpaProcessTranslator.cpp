@@ -11,6 +11,8 @@
 namespace
 {
 
+constexpr int longestTitle = 80; // of a line of program text
+
 const RpaCommandInfo* CommandOf(const RpaStatementNode& statement)
 {
     return RpaCommandCatalogue::Instance()->Find(statement.GetCommand());
@@ -26,10 +28,11 @@ RpaProgram RpaProcessTranslator::TakeText(const RpaProcess& process)
 {
     RpaProgram program;
     program.source = process.GetProgramText();
-    const int count = program.source.count(QLatin1Char('\n')) + 1;
-    program.originByLine.reserve(count);
-    for (int line = 1; line <= count; ++line)
-        program.originByLine.append({process.GetName(), {}, line});
+    const QStringList texts = program.source.split(QLatin1Char('\n'));
+    program.originByLine.reserve(texts.size());
+    for (int line = 1; line <= texts.size(); ++line)
+        program.originByLine.append(
+            {process.GetName(), {}, line, texts.at(line - 1).trimmed().left(longestTitle)});
     return program;
 }
 
@@ -85,8 +88,12 @@ void RpaProcessTranslator::TranslateProcess(const RpaProcess& process)
 {
     currentProcess = process.GetName();
     numbers.clear();
-    process.ForEach(
-        [this](const RpaStatementNode& statement) { numbers.insert(statement.GetId(), numbers.size() + 1); });
+    titles.clear();
+    process.ForEach([this](const RpaStatementNode& statement) {
+        const RpaCommandInfo* command = CommandOf(statement);
+        numbers.insert(statement.GetId(), numbers.size() + 1);
+        titles.insert(statement.GetId(), command ? command->title : QString());
+    });
     if (!lines.isEmpty())
         AddLine({}, 0);
     const QString comment = currentProcess.simplified();
@@ -164,6 +171,7 @@ void RpaProcessTranslator::AddLine(const QString& text, int depth, const QString
     const QStringList parts = text.split(QLatin1Char('\n'));
     for (const QString& part : parts) {
         lines << (part.isEmpty() ? QString() : QString(depth * 4, QLatin1Char(' ')) + part);
-        origins << RpaProgramOrigin{currentProcess, statementId, numbers.value(statementId)};
+        origins << RpaProgramOrigin{currentProcess, statementId, numbers.value(statementId),
+                                    titles.value(statementId)};
     }
 }

@@ -41,4 +41,5 @@ private:
     QVector<RpaProgramOrigin> origins;
     QString currentProcess;
     QHash<QString, int> numbers; // of the statements in the current process
+    QHash<QString, QString> titles;
 };

@@ -3,6 +3,7 @@
 #include "RpaChildProcess_p.h"
 #include "RpaRunChannel_p.h"
 #include "RpaRun_p.h"
+#include "RunFrames_p.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -13,9 +14,10 @@ namespace
 
 constexpr int stopGraceMs = 500;
 const char* const runtimeFiles[] = {
-    "rpa_child.py",    "rpa_api.py",    "error_words.py",  "row_commands.py", "row_values.py",
-    "find_element.js", "pinyin.txt",    "rpa_debug.py",    "debug_values.py", "debug_code.py",
-    "debug_points.py", "debug_stop.py", "debug_scopes.py", "debug_catches.py"};
+    "rpa_child.py",    "rpa_api.py",        "error_words.py",  "row_commands.py",  "row_values.py",
+    "find_element.js", "pinyin.txt",        "rpa_debug.py",    "debug_values.py",  "debug_code.py",
+    "debug_points.py", "debug_stop.py",     "debug_scopes.py", "debug_catches.py", "rpa_spans.py",
+    "span_code.py",    "failure_details.py"};
 
 RpaLogLevel LevelOf(const QString& name)
 {
@@ -75,14 +77,14 @@ RpaRun::RpaRun(QObject* parent) : QObject(parent), d(std::make_unique<Private>()
         if (!reason.isEmpty()) {
             d->child.Kill();
             // A stop may meet the program in the middle of a frame.
-            End({false, d->stopping, 0, d->stopping ? QString() : reason, {}});
+            End({false, d->stopping, 0, d->stopping ? QString() : reason, {}, {}});
         } else if (d->exited) {
             TakeExit(true, {});
         }
     });
     connect(&d->child, &RpaChildProcess::SigExited, this, &RpaRun::TakeExit);
     connect(&d->child, &RpaChildProcess::SigLimitPassed, this, [this](const QString& reason) {
-        End({false, false, 0, reason, {}});
+        End({false, false, 0, reason, {}, {}});
     });
 }
 
@@ -173,13 +175,18 @@ void RpaRun::TakeFrame(const QVariantMap& frame)
     } else if (kind == QLatin1String("log")) {
         TakeLog(frame.value(QStringLiteral("lines")).toList());
     } else if (kind == QLatin1String("at")) {
-        emit SigAt(frame.value(QStringLiteral("line")).toInt());
+        emit SigAt(frame.value(QStringLiteral("line")).toInt(),
+                   RunFrames::Number(frame.value(QStringLiteral("us"))));
+    } else if (kind == QLatin1String("spans")) {
+        const RpaRunSpans spans = RunFrames::ReadSpans(frame, d->program);
+        if (!spans.IsEmpty())
+            emit SigSpans(spans);
     } else if (kind == QLatin1String("debug")) {
         emit SigDebug(frame);
     } else if (kind == QLatin1String("end")) {
         End({frame.value(QStringLiteral("ok")).toBool(), d->stopping,
              frame.value(QStringLiteral("line")).toInt(), frame.value(QStringLiteral("error")).toString(),
-             frame.value(QStringLiteral("trace")).toString()});
+             frame.value(QStringLiteral("trace")).toString(), RunFrames::ReadFailure(frame, d->program)});
     }
 }
 
@@ -200,11 +207,11 @@ void RpaRun::TakeExit(bool crashed, const QString& output)
     d->exited = true;
     d->grace.stop();
     if (d->stopping) {
-        End({false, true, 0, {}, {}});
+        End({false, true, 0, {}, {}, {}});
     } else if (!d->channel.HasUnread()) {
         const QString what =
             crashed ? QStringLiteral("流程的 Python 意外退出") : QStringLiteral("流程没有正常结束");
-        End({false, false, 0, what, output});
+        End({false, false, 0, what, output, {}});
     }
 }
 

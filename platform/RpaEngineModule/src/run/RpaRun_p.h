@@ -3,6 +3,8 @@
 #pragma once
 
 #include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaEngineCore/RpaRunFailure.h>
+#include <RpaEngineCore/RpaRunSpan.h>
 
 #include <QObject>
 #include <QStringList>
@@ -18,6 +20,9 @@ struct RpaProgramOrigin
     QString processName;
     QString statementId;
     int line = 0; // number of the statement in its process, or the line itself where the program was written
+    QString title{}; // of the statement's command, or the line's text
+
+    RpaRunPlace ToPlace() const { return {processName, statementId, line, title}; }
 };
 
 // A program made from a process.
@@ -39,6 +44,7 @@ struct RpaRunOutcome
     int line = 0;         // where it failed; 0 when that is not known
     QString error;        // in the user's words
     QString trace;        // Python's own account, for the log
+    RpaRunFailure failure;
 };
 
 // One run in one child. A child may be started before its job is known, so that the first statement does not
@@ -71,8 +77,9 @@ public:
 
 signals:
     void SigLog(RpaLogLevel level, const QString& text, int line);
-    // The program stands at this line; some times a second.
-    void SigAt(int line);
+    // The program stands at this line since so many microseconds after it began; some times a second.
+    void SigAt(int line, qint64 time);
+    void SigSpans(const RpaRunSpans& spans);
     // What the debugger of the child says, as it came.
     void SigDebug(const QVariantMap& frame);
     // The text that a breakpoint logged; SigLog() told it, too.
