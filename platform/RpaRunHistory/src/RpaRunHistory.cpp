@@ -9,6 +9,10 @@ RpaRunHistory::RpaRunHistory(QObject* parent) : QObject(parent), d(std::make_uni
     connect(&d->recorder, &RunRecorder::SigBegan, this, [this](const RpaRunRecord& run) { d->Begin(run); });
     connect(&d->recorder, &RunRecorder::SigLines, this,
             [this](const QVector<RpaLogLine>& lines) { d->AddLines(lines); });
+    connect(&d->recorder, &RunRecorder::SigSpans, this,
+            [this](const RpaRunSpans& spans) { d->AddSpans(spans); });
+    connect(&d->recorder, &RunRecorder::SigFailure, this,
+            [this](const RpaRunFailure& failure) { d->SetFailure(failure); });
     connect(&d->recorder, &RunRecorder::SigEnded, this, [this](const RpaRunRecord& run) { d->End(run); });
 }
 
@@ -27,6 +31,11 @@ void RpaRunHistory::Follow(IRpaLogDataSource* log, IRpaDebugger* debugger)
 void RpaRunHistory::SetContext(const Context& context)
 {
     d->recorder.SetContext(context);
+}
+
+void RpaRunHistory::SetPicture(const Picture& picture)
+{
+    d->picture = picture;
 }
 
 void RpaRunHistory::SetKeeping(bool keeps)
@@ -55,6 +64,18 @@ void RpaRunHistory::Read(qint64 id, QObject* context, const Run& answer)
         d->OnGui([guard, answer, record, log] {
             if (guard)
                 answer(record, log);
+        });
+    });
+}
+
+void RpaRunHistory::ReadDetails(qint64 id, QObject* context, const Details& answer)
+{
+    const QPointer<QObject> guard(context);
+    d->Do([this, id, guard, answer](RunDatabase* database, QString* problem) {
+        const RpaRunDetails details = database->GetSpans()->Read(id, problem);
+        d->OnGui([guard, answer, details] {
+            if (guard)
+                answer(details);
         });
     });
 }

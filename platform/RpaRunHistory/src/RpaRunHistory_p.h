@@ -27,11 +27,15 @@ public:
 
     void Begin(const RpaRunRecord& record);
     void AddLines(const QVector<RpaLogLine>& lines);
+    void AddSpans(const RpaRunSpans& spans);
+    void SetFailure(const RpaRunFailure& failure);
     void End(const RpaRunRecord& record);
 
+    RpaRunHistory::Picture picture;
     RunRecorder recorder;
 
 private:
+    void QueueSpans(RpaRunSpans due);
     void NoteProblem(const QString& problem);
 
     RpaRunHistory* const history;
@@ -39,6 +43,8 @@ private:
     bool isFailing = false;
     int underWay = 0;                      // lines that the disk has not taken yet
     qint64 dropped = 0;                    // of the present run, because it lags behind
+    int spansUnderWay = 0;                 // as underWay
+    SpanSums late;                         // of the present run, those that were too many for it
     std::unique_ptr<RunDatabase> database; // its thread's only
     qint64 running = 0;                    // id of the run under way; its thread's only
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 #include "RunDatabase_p.h"
+#include "RunFilterSql_p.h"
 #include "RunRows_p.h"
 
 #include <QDir>
@@ -12,41 +13,6 @@
 
 namespace
 {
-QString Escaped(QString text)
-{
-    for (const char special : {'\\', '%', '_'})
-        text.replace(QLatin1Char(special), QLatin1Char('\\') + QString(QLatin1Char(special)));
-    return QLatin1Char('%') + text + QLatin1Char('%');
-}
-
-// The condition of the filter, and what its places stand for.
-QString WhereOf(const RpaRunFilter& filter, QVariantList* values)
-{
-    QString where = QStringLiteral("app=?");
-    values->append(filter.appId);
-    if (!filter.versionName.isEmpty()) {
-        where += QStringLiteral(" AND version_name=?");
-        values->append(filter.versionName);
-    }
-    QStringList results;
-    for (const RpaRunResult result : filter.results)
-        results.append(QString::number(int(result)));
-    if (!results.isEmpty())
-        where += QStringLiteral(" AND result IN (%1)").arg(results.join(QLatin1Char(',')));
-    if (!filter.text.isEmpty()) {
-        const QString like = QStringLiteral(" LIKE ? ESCAPE '\\'");
-        QStringList places;
-        for (const char* column : {"process", "version_name", "account", "reason"})
-            places.append(QLatin1String(column) + like);
-        places.append(
-            QStringLiteral("EXISTS(SELECT 1 FROM line WHERE run=run.id AND line.text%1)").arg(like));
-        where += QStringLiteral(" AND (%1)").arg(places.join(QStringLiteral(" OR ")));
-        for (int i = 0; i < places.size(); ++i)
-            values->append(Escaped(filter.text));
-    }
-    return where;
-}
-
 void SetAside(const QString& path)
 {
     const QString aside = path + QStringLiteral(".damaged");
@@ -101,7 +67,7 @@ bool RunDatabase::Prepare(QString* problem)
     QStringList statements{
         QStringLiteral("PRAGMA auto_vacuum=FULL"), QStringLiteral("PRAGMA journal_mode=WAL"),
         QStringLiteral("PRAGMA synchronous=NORMAL"), QStringLiteral("PRAGMA foreign_keys=ON")};
-    statements += RunRows::Schema();
+    statements += RunRows::Schema() + RunSpanTable::Schema();
     for (const QString& statement : qAsConst(statements))
         if (!Run(statement, {}, problem))
             return false;
@@ -133,12 +99,11 @@ bool RunDatabase::Begin(RpaRunRecord* record, QString* problem)
 
 bool RunDatabase::AddLines(qint64 id, const QVector<RpaLogLine>& lines, QString* problem)
 {
-    if (!db.isOpen())
-        return false;
-    if (!db.transaction()) {
-        *problem = db.lastError().text();
-        return false;
-    }
+    return Together([&] { return WriteLines(id, lines, problem); }, problem) && TrimLog(id, problem);
+}
+
+bool RunDatabase::WriteLines(qint64 id, const QVector<RpaLogLine>& lines, QString* problem)
+{
     QSqlQuery query(db);
     query.prepare(QStringLiteral("INSERT OR IGNORE INTO line VALUES(?, ?, ?, ?, ?, ?, ?)"));
     for (const RpaLogLine& line : lines) {
@@ -151,16 +116,10 @@ bool RunDatabase::AddLines(qint64 id, const QVector<RpaLogLine>& lines, QString*
         query.bindValue(6, line.line);
         if (!query.exec()) {
             *problem = query.lastError().text();
-            db.rollback();
             return false;
         }
     }
-    if (!db.commit()) {
-        *problem = db.lastError().text();
-        db.rollback();
-        return false;
-    }
-    return TrimLog(id, problem);
+    return true;
 }
 
 bool RunDatabase::TrimLog(qint64 id, QString* problem)
@@ -231,7 +190,7 @@ qint64 RunDatabase::BytesUsed()
 QVector<RpaRunRecord> RunDatabase::List(const RpaRunFilter& filter, QString* problem)
 {
     QVariantList values;
-    const QString where = WhereOf(filter, &values);
+    const QString where = RunFilterSql::Where(filter, &values);
     QSqlQuery query = Query(QStringLiteral("SELECT %1 FROM run WHERE %2 ORDER BY id DESC LIMIT %3")
                                 .arg(RunRows::Columns(), where)
                                 .arg(qBound(0, filter.most, limits.runsOfAnApp)),
@@ -272,27 +231,4 @@ bool RunDatabase::Remove(qint64 id, QString* problem)
 bool RunDatabase::RemoveAll(const QString& appId, QString* problem)
 {
     return Run(QStringLiteral("DELETE FROM run WHERE app=?"), {appId}, problem);
-}
-
-QSqlQuery RunDatabase::Query(const QString& statement, const QVariantList& values, QString* problem)
-{
-    if (!db.isOpen())
-        return QSqlQuery(); // it was said when it could not be opened
-    QSqlQuery query(db);
-    bool went = query.prepare(statement);
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    went = went && query.exec();
-    if (!went) {
-        const QString code = query.lastError().nativeErrorCode();
-        isDamaged =
-            code == QLatin1String("11") || code == QLatin1String("26"); // SQLITE_CORRUPT, SQLITE_NOTADB
-        *problem = query.lastError().text();
-    }
-    return query;
-}
-
-bool RunDatabase::Run(const QString& statement, const QVariantList& values, QString* problem)
-{
-    return Query(statement, values, problem).isActive();
 }

@@ -2,25 +2,17 @@
 
 #pragma once
 
+#include "RunSpanTable_p.h"
+#include "RunSql_p.h"
+
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaRunHistory/RpaRunRecord.h>
 
-#include <QSqlDatabase>
 #include <QString>
 #include <QVector>
 
-class QSqlQuery;
-
-// What is kept at most.
-struct RunLimits
-{
-    int runsOfAnApp = 200;
-    int linesOfARun = 10000;
-    qint64 bytes = 256 * 1024 * 1024;
-};
-
 // The runs on the disk. Belongs to the thread that opens it. What fails says why in the user's words.
-class RunDatabase
+class RunDatabase : private RunSql
 {
 public:
     explicit RunDatabase(const RunLimits& runLimits = RunLimits()) : limits(runLimits) {}
@@ -38,21 +30,20 @@ public:
     QVector<RpaRunRecord> List(const RpaRunFilter& filter, QString* problem);
     RpaRunRecord Read(qint64 id, QString* problem);
     QVector<RpaLogLine> ReadLog(qint64 id, QString* problem);
+    // What the run did outside, and how it stood when it failed.
+    RunSpanTable* GetSpans() { return &spans; }
     bool Remove(qint64 id, QString* problem);
     bool RemoveAll(const QString& appId, QString* problem);
 
 private:
     bool OpenFile(const QString& path, QString* problem);
     bool Prepare(QString* problem);
+    bool WriteLines(qint64 id, const QVector<RpaLogLine>& lines, QString* problem);
     bool TrimLog(qint64 id, QString* problem);
     bool Prune(const QString& appId, QString* problem);
     qint64 BytesUsed();
-    // Not active when it failed.
-    QSqlQuery Query(const QString& statement, const QVariantList& values, QString* problem);
-    bool Run(const QString& statement, const QVariantList& values, QString* problem);
 
     const RunLimits limits;
-    QSqlDatabase db;
     QString connection;
-    bool isDamaged = false; // the file is no database any more
+    RunSpanTable spans{this, limits};
 };

@@ -5,9 +5,14 @@
 #include <RpaEngineCore/RpaProcessLifeCycleManager.h>
 
 #include <algorithm>
+#include <chrono>
 
 namespace
 {
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds spanPause = 500ms;
+constexpr int spansAtOnce = 1000;
 constexpr int longestValue = 1000;
 constexpr int longestTrace = 64 * 1024;
 
@@ -24,6 +29,9 @@ QVector<RpaRunValue> ValuesOf(const RpaRunStart& start)
 RunRecorder::RunRecorder(QObject* parent) : QObject(parent)
 {
     RpaProcessLifeCycleManager::Instance()->AddLifeCycle(this);
+    pause.setSingleShot(true);
+    pause.setInterval(spanPause);
+    connect(&pause, &QTimer::timeout, this, &RunRecorder::HandSpansOn);
 }
 
 RunRecorder::~RunRecorder()
@@ -56,6 +64,7 @@ void RunRecorder::RunStarted(const RpaRunStart& start)
     record.started = QDateTime::currentDateTimeUtc();
     strike = SecretStrike(start.parameters);
     taken = LastNumber();
+    spans = {};
     clock.start();
     emit SigBegan(record);
 }
@@ -92,6 +101,48 @@ void RunRecorder::TakeFindings(const QList<RpaCheckInfo>& findings)
     record.failedLine = findings.first().line;
 }
 
+void RunRecorder::RunSpans(const RpaRunSpans& news)
+{
+    if (!isRunning)
+        return;
+    for (RpaRunSpan span : news.spans) {
+        for (QString* text : {&span.input, &span.result, &span.error, &span.place.title})
+            *text = strike.ApplyCut(*text);
+        spans.spans.append(span);
+    }
+    for (RpaRunSpanSum sum : news.sums) {
+        sum.place.title = strike.ApplyCut(sum.place.title);
+        spans.sums.append(sum);
+    }
+    if (spans.spans.size() + spans.sums.size() >= spansAtOnce)
+        HandSpansOn();
+    else if (!pause.isActive())
+        pause.start();
+}
+
+void RunRecorder::HandSpansOn()
+{
+    pause.stop();
+    if (isRunning && !spans.IsEmpty())
+        emit SigSpans(spans);
+    spans = {};
+}
+
+void RunRecorder::RunFailed(const RpaRunFailure& told)
+{
+    if (!isRunning)
+        return;
+    RpaRunFailure failure = told;
+    for (RpaRunFrame& frame : failure.stack)
+        frame.place.title = strike.ApplyCut(frame.place.title);
+    for (RpaRunScope& scope : failure.scopes)
+        for (RpaRunVariable& variable : scope.variables) {
+            variable.name = strike.ApplyCut(variable.name);
+            variable.text = strike.ApplyCut(variable.text);
+        }
+    emit SigFailure(failure);
+}
+
 void RunRecorder::ProcessFailed(const QString&, const QString& error, const QString& trace)
 {
     record.result = RpaRunResult::Failed;
@@ -110,6 +161,7 @@ void RunRecorder::ProcessFinish(const QString&)
         return;
     if (log)
         TakeLines(log->GetLines()); // the last of them are announced only later
+    HandSpansOn();
     isRunning = false;
     record.duration = clock.elapsed();
     if (record.result == RpaRunResult::Running)

@@ -13,22 +13,6 @@ QDateTime TimeOf(const QVariant& milliseconds)
 {
     return QDateTime::fromMSecsSinceEpoch(milliseconds.toLongLong(), Qt::UTC);
 }
-
-QVector<RpaRunValue> ValuesOf(const QByteArray& json)
-{
-    QVector<RpaRunValue> values;
-    for (const QJsonValue pair : QJsonDocument::fromJson(json).array())
-        values.append({pair[0].toString(), pair[1].toString()});
-    return values;
-}
-
-// A number that this version does not know counts as the last one it knows.
-template <typename Enum>
-Enum EnumOf(const QVariant& number, Enum last)
-{
-    const int value = number.toInt();
-    return value >= 0 && value < int(last) ? Enum(value) : last;
-}
 } // namespace
 
 QStringList RunRows::Schema()
@@ -72,13 +56,13 @@ RpaRunRecord RunRows::From(const QSqlQuery& row)
     record.versionName = next().toString();
     record.revision = next().toInt();
     record.account = next().toString();
-    record.origin = EnumOf(next(), RpaRunOrigin::Page);
+    record.origin = EnumOf(next().toInt(), RpaRunOrigin::Page);
     record.processName = next().toString();
     record.parameters = ValuesOf(next().toByteArray());
     record.packages = next().toString().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     record.started = TimeOf(next());
     record.duration = next().toLongLong();
-    record.result = EnumOf(next(), RpaRunResult::Lost);
+    record.result = EnumOf(next().toInt(), RpaRunResult::Lost);
     record.reason = next().toString();
     record.failedProcess = next().toString();
     record.failedStatement = next().toString();
@@ -92,7 +76,7 @@ RpaLogLine RunRows::LineFrom(const QSqlQuery& row)
     RpaLogLine line;
     line.number = row.value(0).toLongLong();
     line.time = TimeOf(row.value(1)).toLocalTime();
-    line.level = EnumOf(row.value(2), RpaLogLevel::Error);
+    line.level = EnumOf(row.value(2).toInt(), RpaLogLevel::Error);
     line.text = row.value(3).toString();
     line.statementId = row.value(4).toString();
     line.line = row.value(5).toInt();
@@ -105,4 +89,12 @@ QString RunRows::ToJson(const QVector<RpaRunValue>& values)
     for (const RpaRunValue& value : values)
         pairs.append(QJsonArray{value.name, value.text});
     return QString::fromUtf8(QJsonDocument(pairs).toJson(QJsonDocument::Compact));
+}
+
+QVector<RpaRunValue> RunRows::ValuesOf(const QByteArray& json)
+{
+    QVector<RpaRunValue> values;
+    for (const QJsonValue pair : QJsonDocument::fromJson(json).array())
+        values.append({pair[0].toString(), pair[1].toString()});
+    return values;
 }

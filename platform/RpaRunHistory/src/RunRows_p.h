@@ -18,4 +18,12 @@ QString Columns();
 RpaRunRecord From(const QSqlQuery& row);
 RpaLogLine LineFrom(const QSqlQuery& row);
 QString ToJson(const QVector<RpaRunValue>& values);
+QVector<RpaRunValue> ValuesOf(const QByteArray& json);
+
+// A number that this version does not know counts as the last one it knows.
+template <typename Enum>
+Enum EnumOf(int value, Enum last)
+{
+    return value >= 0 && value < int(last) ? Enum(value) : last;
+}
 } // namespace RunRows

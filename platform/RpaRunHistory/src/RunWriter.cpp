@@ -2,12 +2,29 @@
 
 #include "RpaRunHistory_p.h"
 
+#include <QBuffer>
 #include <QCoreApplication>
+#include <QImage>
 
 namespace
 {
 // More is not held in memory for a disk that lags behind a flood of lines.
 constexpr int mostUnderWay = 20000;
+constexpr int widestPicture = 1280;
+constexpr int mostPictureBytes = 2 * 1024 * 1024;
+
+// Empty when there is none, or it is too large even when it is made smaller.
+QByteArray PictureBytes(const QImage& picture)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    const QImage small = picture.width() > widestPicture
+                             ? picture.scaledToWidth(widestPicture, Qt::SmoothTransformation)
+                             : picture;
+    if (small.isNull() || !small.save(&buffer, "PNG") || bytes.size() > mostPictureBytes)
+        return QByteArray();
+    return bytes;
+}
 } // namespace
 
 RpaRunHistory::Private::Private(RpaRunHistory* owner)
@@ -59,6 +76,7 @@ void RpaRunHistory::Private::Finish()
 void RpaRunHistory::Private::Begin(const RpaRunRecord& record)
 {
     dropped = 0;
+    late = {};
     Do([this, record](RunDatabase* store, QString* problem) {
         RpaRunRecord begun = record;
         running = store->Begin(&begun, problem) ? begun.id : 0;
@@ -80,8 +98,46 @@ void RpaRunHistory::Private::AddLines(const QVector<RpaLogLine>& lines)
     });
 }
 
+void RpaRunHistory::Private::AddSpans(const RpaRunSpans& spans)
+{
+    const int count = spans.spans.size() + spans.sums.size();
+    if (spansUnderWay + count > mostUnderWay) {
+        for (const RpaRunSpan& span : spans.spans)
+            late.Add(span);
+        for (const RpaRunSpanSum& sum : spans.sums)
+            late.Add(sum);
+        return;
+    }
+    QueueSpans(spans);
+}
+
+void RpaRunHistory::Private::QueueSpans(RpaRunSpans due)
+{
+    const int count = due.spans.size() + due.sums.size();
+    spansUnderWay += count;
+    due.sums += std::exchange(late, SpanSums()).Get();
+    Do([this, due, count](RunDatabase* store, QString* problem) {
+        if (running != 0)
+            store->GetSpans()->Add(running, due, problem);
+        OnGui([this, count] { spansUnderWay -= count; });
+    });
+}
+
+void RpaRunHistory::Private::SetFailure(const RpaRunFailure& failure)
+{
+    const QImage shown = picture ? picture() : QImage();
+    if (failure.IsEmpty() && shown.isNull())
+        return;
+    Do([this, failure, shown](RunDatabase* store, QString* problem) {
+        if (running != 0)
+            store->GetSpans()->SetFailure(running, failure, PictureBytes(shown), problem);
+    });
+}
+
 void RpaRunHistory::Private::End(const RpaRunRecord& record)
 {
+    if (!late.IsEmpty())
+        QueueSpans({});
     Do([this, record, missing = dropped](RunDatabase* store, QString* problem) {
         RpaRunRecord ended = record;
         ended.id = std::exchange(running, 0);

@@ -16,9 +16,13 @@ public:
 
     // Values of fewer than four characters stay: they would be found in every other word.
     QString Apply(QString text) const;
+    // Of a text that may have been cut: a part of a secret at its end goes as well.
+    QString ApplyCut(QString text) const;
 
     static QString Mask();
 
 private:
-    QStringList secrets; // the longest first, so that none is left in part
+    QStringList
+        secrets; // as they are and as Python and addresses write them; the longest first, so that none
+                 // is left in part
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <RpaEngineCore/IRpaLogManager.h>
+#include <RpaRunHistory/RpaRunDetails.h>
 #include <RpaRunHistory/RpaRunHistoryExport.h>
 #include <RpaRunHistory/RpaRunRecord.h>
 
@@ -13,9 +14,10 @@
 #include <memory>
 
 class IRpaDebugger;
+class QImage;
 
-// Keeps the runs of apps with their logs: the last 200 of each app, at most 10,000 lines of each and 256 MB of
-// all; the oldest go first. Values of passwords are written nowhere, and are struck out wherever a run wrote
+// Keeps the runs of apps with their logs and what they did outside: the last 200 of each app, at most 10,000
+// lines and 100,000 spans of each and 256 MB of all; the oldest go first. Values of passwords are written nowhere, and are struck out wherever a run wrote
 // them into its log.
 //
 //     history.Start(folder, &problem);
@@ -34,8 +36,10 @@ public:
     using Runs = std::function<void(const QVector<RpaRunRecord>& runs)>;
     // record.id is 0 when there is no such run any more.
     using Run = std::function<void(const RpaRunRecord& record, const QVector<RpaLogLine>& log)>;
-    // problem is empty when it went well.
-    using Done = std::function<void(const QString& problem)>;
+    // Empty when there is no such run any more.
+    using Details = std::function<void(const RpaRunDetails& details)>;
+    // What the user sees of the browser; null when nothing.
+    using Picture = std::function<QImage()>;
 
     // Keeps nothing until it is started.
     explicit RpaRunHistory(QObject* parent = nullptr);
@@ -49,6 +53,8 @@ public:
     // Keeps every run of the engine from now on. Neither is owned; both live longer than this object.
     void Follow(IRpaLogDataSource* log, IRpaDebugger* debugger);
     void SetContext(const Context& context);
+    // Asked when a run fails.
+    void SetPicture(const Picture& picture);
 
     // Off: runs that begin from now on are not kept; what is there stays.
     void SetKeeping(bool keeps);
@@ -56,6 +62,8 @@ public:
     // Newest first, without traces. Not answered when the context is gone.
     void List(const RpaRunFilter& filter, QObject* context, const Runs& answer);
     void Read(qint64 id, QObject* context, const Run& answer);
+    // What it did outside, and how it stood when it failed.
+    void ReadDetails(qint64 id, QObject* context, const Details& answer);
     void Remove(qint64 id);
     // Every run of the app.
     void RemoveAll(const QString& appId);
