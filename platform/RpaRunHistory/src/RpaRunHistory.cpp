@@ -80,6 +80,38 @@ void RpaRunHistory::ReadDetails(qint64 id, QObject* context, const Details& answ
     });
 }
 
+void RpaRunHistory::Export(qint64 id, const QString& path, QObject* context, const Exported& answer)
+{
+    const QPointer<QObject> guard(context);
+    d->Do([this, id, path, guard, answer](RunDatabase* database, QString* problem) {
+        const RpaRunFile file{database->Read(id, problem), database->ReadLog(id, problem),
+                              database->GetSpans()->Read(id, problem)};
+        QString reason;
+        if (file.record.id == 0)
+            reason = QStringLiteral("这次运行的记录已不在");
+        else
+            file.Write(path, &reason);
+        d->OnGui([guard, answer, reason] {
+            if (guard)
+                answer(reason);
+        });
+    });
+}
+
+void RpaRunHistory::ReadFile(const QString& path, QObject* context, const FileRead& answer)
+{
+    const QPointer<QObject> guard(context);
+    d->Do([this, path, guard, answer](RunDatabase*, QString*) {
+        RpaRunFile file;
+        QString reason;
+        file.Read(path, &reason);
+        d->OnGui([guard, answer, file, reason] {
+            if (guard)
+                answer(file, reason);
+        });
+    });
+}
+
 void RpaRunHistory::Remove(qint64 id)
 {
     d->Do([this, id](RunDatabase* database, QString* problem) {

@@ -4,6 +4,7 @@
 
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaRunHistory/RpaRunDetails.h>
+#include <RpaRunHistory/RpaRunFile.h>
 #include <RpaRunHistory/RpaRunHistoryExport.h>
 #include <RpaRunHistory/RpaRunRecord.h>
 
@@ -38,6 +39,8 @@ public:
     using Run = std::function<void(const RpaRunRecord& record, const QVector<RpaLogLine>& log)>;
     // Empty when there is no such run any more.
     using Details = std::function<void(const RpaRunDetails& details)>;
+    using Exported = std::function<void(const QString& problem)>;
+    using FileRead = std::function<void(const RpaRunFile& file, const QString& problem)>;
     // What the user sees of the browser; null when nothing.
     using Picture = std::function<QImage()>;
 
@@ -64,6 +67,10 @@ public:
     void Read(qint64 id, QObject* context, const Run& answer);
     // What it did outside, and how it stood when it failed.
     void ReadDetails(qint64 id, QObject* context, const Details& answer);
+    // The run as a file that RpaRunFile reads; problem is empty when it went well.
+    void Export(qint64 id, const QString& path, QObject* context, const Exported& answer);
+    // Reads such a file; the run is not kept. problem is empty when it went well.
+    void ReadFile(const QString& path, QObject* context, const FileRead& answer);
     void Remove(qint64 id);
     // Every run of the app.
     void RemoveAll(const QString& appId);
