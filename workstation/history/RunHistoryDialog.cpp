@@ -2,13 +2,16 @@
 
 #include "RunHistoryDialog.h"
 
+#include "RunCompareDialog.h"
+#include "RunFileDialog.h"
 #include "RunListModel.h"
 #include "RunWords.h"
 #include "WorkstationSettings.h"
 
 #include <WbBaseUI/PackagedMsgBox.h>
 #include <WbBaseUI/WbScaledForm.h>
-#include <WbBaseUI/WbTheme.h>
+#include <WbBaseUI/WbSystemDialogs.h>
+#include <WbBaseUI/WbToast.h>
 
 #include <QHeaderView>
 #include <QPointer>
@@ -39,7 +42,7 @@ RunHistoryDialog::RunHistoryDialog(RpaRunHistory* runHistory, const QString& app
     setObjectName(QStringLiteral("RunHistoryDialog"));
     SetTitle(QStringLiteral("运行记录"));
     ui.viewRuns->setModel(model);
-    ui.textLog->setFont(WbTheme::CodeFont());
+    ui.viewRun->SetDateLanguage(dateLanguage);
     ui.checkKeep->setChecked(settings->GetKeepsRuns());
     connect(ui.checkKeep, &QCheckBox::toggled, settings, &WorkstationSettings::SetKeepsRuns);
     FillFilters();
@@ -69,6 +72,10 @@ void RunHistoryDialog::Connect()
     connect(ui.comboVersion, chosen, this, &RunHistoryDialog::Load);
     connect(ui.viewRuns->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &RunHistoryDialog::ShowSelected);
+    connect(ui.viewRun, &RunView::SigShowPlace, this, &RunHistoryDialog::SigShowPlace);
+    connect(ui.buttonCompare, &QPushButton::clicked, this, &RunHistoryDialog::Compare);
+    connect(ui.buttonExport, &QPushButton::clicked, this, &RunHistoryDialog::Export);
+    connect(ui.buttonOpen, &QPushButton::clicked, this, &RunHistoryDialog::OpenRunFile);
     connect(ui.buttonRemove, &QPushButton::clicked, this, &RunHistoryDialog::Remove);
     connect(ui.buttonRemoveAll, &QPushButton::clicked, this, &RunHistoryDialog::RemoveAll);
     connect(ui.buttonClose, &QPushButton::clicked, this, &QDialog::accept);
@@ -101,11 +108,13 @@ void RunHistoryDialog::Load()
 
 void RunHistoryDialog::ShowRuns(const QVector<RpaRunRecord>& runs)
 {
-    const qint64 selected = model->GetRun(ui.viewRuns->currentIndex().row()).id;
+    const qint64 selected = Selected().id;
     AddVersions(runs);
     model->SetRuns(runs);
     const int row = qMax(0, model->RowOf(selected));
     ui.viewRuns->setCurrentIndex(model->index(row, 0));
+    if (showsFailure)
+        PickLastFailure();
     for (int column = 0; column < RunListModel::ColumnCount; ++column)
         ui.viewRuns->resizeColumnToContents(column);
     ui.labelCount->setText(QStringLiteral("共 %1 次").arg(runs.size()));
@@ -122,39 +131,107 @@ void RunHistoryDialog::AddVersions(const QVector<RpaRunRecord>& runs)
             ui.comboVersion->addItem(run.versionName);
 }
 
+RpaRunRecord RunHistoryDialog::Selected() const
+{
+    return model->GetRun(ui.viewRuns->currentIndex().row());
+}
+
 void RunHistoryDialog::ShowSelected()
 {
-    const RpaRunRecord run = model->GetRun(ui.viewRuns->currentIndex().row());
-    ui.buttonRemove->setEnabled(run.id != 0 && run.result != RpaRunResult::Running);
+    const RpaRunRecord run = Selected();
+    const bool ended = run.id != 0 && run.result != RpaRunResult::Running;
+    ui.buttonRemove->setEnabled(ended);
+    ui.buttonExport->setEnabled(ended);
+    ui.buttonCompare->setEnabled(ended && RunCompareDialog::RunBefore(model->GetRuns(), run.id) != 0);
     if (run.id == 0) {
-        shown = 0;
-        ui.labelResult->setText(IsFiltered()
-                                    ? QStringLiteral("没有符合条件的运行记录。")
-                                    : QStringLiteral("还没有运行记录。运行一次流程，结果和日志会留在这里。"));
-        ui.labelFacts->clear();
-        ui.textLog->clear();
+        ui.viewRun->ShowRun(run, {},
+                            IsFiltered()
+                                ? QStringLiteral("没有符合条件的运行记录。")
+                                : QStringLiteral("还没有运行记录。运行一次流程，结果和日志会留在这里。"));
         return;
     }
     history->Read(run.id, this, [this](const RpaRunRecord& record, const QVector<RpaLogLine>& log) {
-        if (record.id != 0 && record.id == model->GetRun(ui.viewRuns->currentIndex().row()).id)
+        if (record.id != 0 && record.id == Selected().id)
             ShowRun(record, log);
+    });
+    history->ReadDetails(run.id, this, [this, id = run.id](const RpaRunDetails& details) {
+        if (id == Selected().id)
+            ui.viewRun->ShowDetails(details);
     });
 }
 
 void RunHistoryDialog::ShowRun(const RpaRunRecord& run, const QVector<RpaLogLine>& log)
 {
-    ui.labelResult->setText(RunWords::Outcome(run));
-    ui.labelFacts->setText(RunWords::Facts(run, dateLanguage));
-    const QString text = RunWords::Log(run, log);
-    if (shown == run.id && text == ui.textLog->toPlainText())
-        return; // where the reader is stays
-    shown = run.id;
-    ui.textLog->setPlainText(text.isEmpty() ? QStringLiteral("这次运行没有写日志。") : text);
+    ui.viewRun->ShowRun(run, log);
+}
+
+void RunHistoryDialog::ShowLastFailure()
+{
+    showsFailure = true;
+    Load();
+}
+
+void RunHistoryDialog::PickLastFailure()
+{
+    showsFailure = false;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (model->GetRun(row).result != RpaRunResult::Failed)
+            continue;
+        ui.viewRuns->setCurrentIndex(model->index(row, 0));
+        ui.viewRun->PickTab(RunView::FailureTab);
+        return;
+    }
+}
+
+void RunHistoryDialog::Compare()
+{
+    auto* dialog = new RunCompareDialog(history, model->GetRuns(), Selected().id, dateLanguage, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &RunCompareDialog::SigShowPlace, this, &RunHistoryDialog::SigShowPlace);
+    dialog->show();
+}
+
+void RunHistoryDialog::Export()
+{
+    const QPointer<RunHistoryDialog> self(this);
+    const qint64 id = Selected().id;
+    const QString path = WbSystemDialogs::SaveFile(
+        this, QStringLiteral("导出运行记录"), QStringLiteral("运行记录.rparun"), RunFileDialog::Filter());
+    if (path.isEmpty() || !self)
+        return;
+    history->Export(id, path, history, [](const QString& problem) {
+        if (problem.isEmpty())
+            WbToast::Show(QStringLiteral("已导出，可以发给其他作者打开"), ToastSuccess);
+        else
+            WbToast::Show(problem, ToastError);
+    });
+}
+
+void RunHistoryDialog::OpenRunFile()
+{
+    const QPointer<RunHistoryDialog> self(this);
+    const QString path =
+        WbSystemDialogs::OpenFile(this, QStringLiteral("打开运行记录"), QString(), RunFileDialog::Filter());
+    if (path.isEmpty() || !self)
+        return;
+    history->ReadFile(path, this, [this](const RpaRunFile& file, const QString& problem) {
+        if (problem.isEmpty())
+            ShowFile(file);
+        else
+            WbToast::Show(problem, ToastError);
+    });
+}
+
+void RunHistoryDialog::ShowFile(const RpaRunFile& file)
+{
+    auto* dialog = new RunFileDialog(file, dateLanguage, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
 }
 
 void RunHistoryDialog::Remove()
 {
-    history->Remove(model->GetRun(ui.viewRuns->currentIndex().row()).id);
+    history->Remove(Selected().id);
 }
 
 void RunHistoryDialog::RemoveAll()

@@ -13,8 +13,8 @@
 class RunListModel;
 class WorkstationSettings;
 
-// The kept runs of one app: a list that is filtered, and of the selected one how it ended and its log. Follows
-// the history while it is open.
+// The kept runs of one app: a list that is filtered, and of the selected one how it ended, its log, what it did
+// outside and how it failed. Two are compared; one is given on as a file. Follows the history while it is open.
 class RunHistoryDialog : public WbBaseDialog
 {
     Q_OBJECT
@@ -23,6 +23,13 @@ public:
     // None is owned; both live longer.
     RunHistoryDialog(RpaRunHistory* history, const QString& appId, WorkstationSettings* settings,
                      QWidget* parent);
+
+    // Of the newest run that failed, as soon as the list is there.
+    void ShowLastFailure();
+
+signals:
+    // The user asked for a place of the app.
+    void SigShowPlace(const RpaRunPlace& place);
 
 private:
     void Connect();
@@ -33,6 +40,12 @@ private:
     void ShowRuns(const QVector<RpaRunRecord>& runs);
     void ShowSelected();
     void ShowRun(const RpaRunRecord& run, const QVector<RpaLogLine>& log);
+    RpaRunRecord Selected() const;
+    void PickLastFailure();
+    void Compare();
+    void Export();
+    void OpenRunFile();
+    void ShowFile(const RpaRunFile& file);
     void Remove();
     void RemoveAll();
 
@@ -41,7 +54,7 @@ private:
     const QString appId;
     const DateLanguage dateLanguage;
     RunListModel* const model;
-    QTimer typing;     // the list follows a pause in typing
-    qint64 shown = 0;  // the run whose log is shown
-    quint64 asked = 0; // answers to earlier questions are passed over
+    QTimer typing;             // the list follows a pause in typing
+    bool showsFailure = false; // as soon as the runs are there
+    quint64 asked = 0;         // answers to earlier questions are passed over
 };

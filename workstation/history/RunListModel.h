@@ -27,6 +27,7 @@ public:
     explicit RunListModel(DateLanguage language, QObject* parent = nullptr);
 
     void SetRuns(const QVector<RpaRunRecord>& value);
+    const QVector<RpaRunRecord>& GetRuns() const { return runs; }
     // id 0 when there is no such row.
     RpaRunRecord GetRun(int row) const { return runs.value(row); }
     // -1 when it is not among them.

@@ -75,7 +75,9 @@ QString RunWords::Facts(const RpaRunRecord& run, DateLanguage language)
     AddFact(&facts, QStringLiteral("流程"), run.processName);
     AddFact(&facts, QStringLiteral("开始"), DateText(run.started, language));
     AddFact(&facts, QStringLiteral("用时"), Duration(run));
-    AddFact(&facts, QStringLiteral("版本"), run.versionName);
+    AddFact(&facts, QStringLiteral("版本"),
+            run.revision > 0 ? QStringLiteral("%1（第 %2 次保存）").arg(run.versionName).arg(run.revision)
+                             : run.versionName);
     AddFact(&facts, QStringLiteral("运行人"), run.account);
     AddFact(&facts, QStringLiteral("来自"),
             run.origin == RpaRunOrigin::Editor ? QStringLiteral("编辑器") : QStringLiteral("发布的应用"));
