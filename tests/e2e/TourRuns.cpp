@@ -143,6 +143,6 @@ void Tour::SeeRunHistory()
                  [results] { return results() == QStringList{QStringLiteral("成功")}; });
         d->TakePicture();
         d->Key(Qt::Key_Escape);
-        d->Until(QStringLiteral("the dialog's end"), [] { return !QApplication::activeModalWidget(); });
+        d->Until(QStringLiteral("the dialog's end"), [] { return Visible("viewRuns") == nullptr; });
     });
 }

@@ -5,9 +5,12 @@
 #include <RpaRunHistory/RpaRunHistory.h>
 
 #include <QObject>
+#include <QPointer>
 
 class EditorPage;
+class IAppLogWidget;
 class MainWindow;
+class RunHistoryDialog;
 class RunPage;
 class Session;
 class WorkstationSettings;
@@ -28,7 +31,12 @@ public:
 
 private:
     RpaRunRecord ContextOf(const QString& appId) const;
+    static QImage BrowserPicture();
+    void Follow(QWidget* openedEditor);
     void Show();
+    void ShowFailure();
+    RunHistoryDialog* Open();
+    void ShowPlace(const RpaRunPlace& place);
 
     const QString folder;
     const Session* const session;
@@ -37,4 +45,6 @@ private:
     const RunPage* const users;
     MainWindow* const window;
     RpaRunHistory history;
+    QPointer<RunHistoryDialog> dialog;
+    QPointer<IAppLogWidget> log; // of the editor
 };

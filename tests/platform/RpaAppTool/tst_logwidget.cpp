@@ -46,6 +46,7 @@ private slots:
     void theNumberOfTheLineStandsFirst();
     void theFocusFramesTheWholeRow();
     void aLineOfNoPlaceShowsNothing();
+    void anErrorLeadsToHowTheRunFailed();
     void textsAreShownWholeWhenWanted();
     void theNewestLineStaysInSightWhenTextsAreWhole();
     void savesAllLines();
@@ -237,6 +238,26 @@ void LogWidget::aLineOfNoPlaceShowsNothing()
     DoubleClick(0);
 
     QCOMPARE(lines.size() + statements.size(), 0);
+}
+
+void LogWidget::anErrorLeadsToHowTheRunFailed()
+{
+    Log()->Append(RpaLogLevel::Info, QStringLiteral("x"));
+    Log()->Append(RpaLogLevel::Error, QStringLiteral("y"));
+    QTRY_COMPARE(View()->model()->rowCount(), 2);
+    auto* action = host->findChild<QAction*>(QStringLiteral("actionLogFailure"));
+    const auto pick = [this](int row) { View()->setCurrentIndex(View()->model()->index(row, 0)); };
+    pick(1);
+    QVERIFY(!action->isVisible()); // nobody could show it
+
+    QSignalSpy asked(widget, &IAppLogWidget::SigShowFailure);
+    pick(0);
+    QVERIFY(!action->isVisible());
+    pick(1);
+    QVERIFY(action->isVisible());
+    action->trigger();
+
+    QCOMPARE(asked.size(), 1);
 }
 
 void LogWidget::theNumberOfTheLineStandsFirst()

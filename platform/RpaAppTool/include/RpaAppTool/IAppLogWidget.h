@@ -29,6 +29,8 @@ signals:
     void SigShowStatement(const QString& statementId);
     // The same for a line of a program text, from 1.
     void SigShowLine(int line);
+    // The user asked how the run failed that wrote an error. Offered on lines of errors, when somebody listens.
+    void SigShowFailure();
 
 protected:
     explicit IAppLogWidget(QWidget* parent);

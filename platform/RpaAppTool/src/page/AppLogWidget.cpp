@@ -18,6 +18,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QMenu>
 #include <QMetaMethod>
 #include <QToolButton>
@@ -109,6 +110,11 @@ void AppLogWidget::BuildActions()
 {
     showPlace = Add("actionLogShow", QStringLiteral("转到写下这行日志的语句"), "find");
     showPlace->setVisible(false); // until somebody can show it
+    showFailure = Add("actionLogFailure", QStringLiteral("查看失败时的变量和操作"), "clock");
+    showFailure->setVisible(false);
+    connect(showFailure, &QAction::triggered, this, &IAppLogWidget::SigShowFailure);
+    connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) { OfferFailure(current.row()); });
     wrap = Add("actionLogWrap", QStringLiteral("日志换行显示"), "wrap");
     wrap->setCheckable(true);
     AddButton("logWrap", wrap);
@@ -234,6 +240,13 @@ void AppLogWidget::connectNotify(const QMetaMethod& signal)
 {
     if (signal == QMetaMethod::fromSignal(&IAppLogWidget::SigShowStatement))
         showPlace->setVisible(true);
+}
+
+void AppLogWidget::OfferFailure(int row)
+{
+    static const QMetaMethod signal = QMetaMethod::fromSignal(&IAppLogWidget::SigShowFailure);
+    showFailure->setVisible(row >= 0 && isSignalConnected(signal) &&
+                            model->GetLine(row).level == RpaLogLevel::Error);
 }
 
 void AppLogWidget::ShowPlace(int row)

@@ -42,6 +42,7 @@ private:
     void Copy();
     void Save(bool filteredOnly);
     void ShowPlace(int row);
+    void OfferFailure(int row);
 
     LogModel* model;
     LogView* view;
@@ -50,6 +51,7 @@ private:
     QComboBox* levelBox = nullptr;
     QLineEdit* filterEdit = nullptr;
     QAction* showPlace = nullptr;
+    QAction* showFailure = nullptr;
     QAction* wrap = nullptr;
     QAction* detach = nullptr;
     QAction* enlarge = nullptr;
