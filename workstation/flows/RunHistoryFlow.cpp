@@ -4,6 +4,7 @@
 
 #include "EditorPage.h"
 #include "MainWindow.h"
+#include "RunAccount.h"
 #include "RunHistoryDialog.h"
 #include "RunPage.h"
 #include "Session.h"
@@ -36,11 +37,14 @@ QString VersionIdOf(const QString& name)
 } // namespace
 
 RunHistoryFlow::RunHistoryFlow(const QString& place, const Session* ofUser, WorkstationSettings* store,
-                               const EditorPage* editorPage, const RunPage* runPage, MainWindow* mainWindow)
+                               const EditorPage* editorPage, RunPage* runPage, MainWindow* mainWindow)
     : folder(place), session(ofUser), settings(store), editor(editorPage), users(runPage), window(mainWindow)
 {
     history.SetContext([this](const QString& appId) { return ContextOf(appId); });
     history.SetPicture(BrowserPicture);
+    runPage->SetKeptRun([this](const QString& appId, QObject* context, const auto& answer) {
+        TellKeptRun(appId, context, answer);
+    });
     history.SetKeeping(settings->GetKeepsRuns());
     const RpaEngineModule* const engine = RpaEngineModule::Instance();
     history.Follow(engine->GetLogManager()->GetLogDataSource(), engine->GetEngineDebugger());
@@ -77,6 +81,22 @@ QImage RunHistoryFlow::BrowserPicture()
         if (auto* browser = qobject_cast<IBrowserWidget*>(widget); browser && browser->isVisible())
             return browser->grab().toImage();
     return QImage();
+}
+
+void RunHistoryFlow::TellKeptRun(const QString& appId, QObject* context,
+                                 const std::function<void(const ReportParts& parts)>& answer)
+{
+    RpaRunFilter newest;
+    newest.appId = appId;
+    newest.most = 1;
+    history.List(newest, context, [this, context, answer](const QVector<RpaRunRecord>& runs) {
+        const qint64 id = runs.value(0).id;
+        history.Read(id, context, [=](const RpaRunRecord& run, const QVector<RpaLogLine>& lines) {
+            history.ReadDetails(id, context, [=](const RpaRunDetails& details) {
+                answer(run.id == 0 ? ReportParts() : RunAccount::Parts(run, lines, details));
+            });
+        });
+    });
 }
 
 void RunHistoryFlow::Follow(QWidget* openedEditor)

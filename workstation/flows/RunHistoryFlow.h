@@ -2,10 +2,14 @@
 
 #pragma once
 
+#include "ReportText.h"
+
 #include <RpaRunHistory/RpaRunHistory.h>
 
 #include <QObject>
 #include <QPointer>
+
+#include <functional>
 
 class EditorPage;
 class IAppLogWidget;
@@ -24,7 +28,7 @@ class RunHistoryFlow : public QObject
 public:
     // folder: where the runs are kept. None of the pointers is owned.
     RunHistoryFlow(const QString& folder, const Session* session, WorkstationSettings* settings,
-                   const EditorPage* editor, const RunPage* users, MainWindow* window);
+                   const EditorPage* editor, RunPage* users, MainWindow* window);
 
     // Once the window is shown and the folders are there.
     void Start() { history.Start(folder); }
@@ -32,6 +36,8 @@ public:
 private:
     RpaRunRecord ContextOf(const QString& appId) const;
     static QImage BrowserPicture();
+    void TellKeptRun(const QString& appId, QObject* context,
+                     const std::function<void(const ReportParts& parts)>& answer);
     void Follow(QWidget* openedEditor);
     void Show();
     void ShowFailure();

@@ -224,8 +224,16 @@ void RunPage::RunAgain()
 
 void RunPage::Report()
 {
+    if (keptRun)
+        keptRun(released.app.id, this, [this](const ReportParts& kept) { ShowReport(kept); });
+    else
+        ShowReport({});
+}
+
+void RunPage::ShowReport(const ReportParts& kept)
+{
     const QString name = QStringLiteral("%1（%2）").arg(released.app.name, VersionText(released));
-    auto* dialog = new RunReportDialog(RunReportDialog::Write(name, problem, details), this);
+    auto* dialog = new RunReportDialog(RunReportDialog::Parts(name, problem, details, kept), this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "AppRunner.h"
+#include "ReportText.h"
 #include "ui_RunPage.h"
 
 #include <RpaServiceClient/releases/VersionServiceReleasedApp.h>
 #include <WbBaseUI/WbBaseWidget.h>
 
+#include <functional>
 #include <memory>
 
 class IAppParamWidget;
@@ -37,6 +39,12 @@ public:
     // Stops what runs and lets the app go.
     void Close();
 
+    // Asked for what is kept of the last run of the app; answers later, with nothing when nothing is kept, and
+    // not when the context is gone.
+    using KeptRun = std::function<void(const QString& appId, QObject* context,
+                                       const std::function<void(const ReportParts& parts)>& answer)>;
+    void SetKeptRun(const KeptRun& value) { keptRun = value; }
+
 private:
     void AddParts();
     void Connect();
@@ -47,6 +55,7 @@ private:
     void SlotPackagesFailed(const QString& processName, const QString& reason);
     void RunAgain();
     void Report();
+    void ShowReport(const ReportParts& kept);
     void SlotEnded();
 
     Ui::RunPage ui;
@@ -60,5 +69,6 @@ private:
     QString problem; // what the notice says, and its details
     QString details;
     AppRunner* const runner;
+    KeptRun keptRun;
     quint64 opened = 0;
 };

@@ -9,6 +9,7 @@
 #include <WbBaseUI/WbTheme.h>
 #include <WbBaseUI/WbToast.h>
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QDateTime>
@@ -38,33 +39,64 @@ QStringList LogLines()
 }
 } // namespace
 
-QString RunReportDialog::Write(const QString& app, const QString& problem, const QString& details)
+ReportParts RunReportDialog::Parts(const QString& app, const QString& problem, const QString& details,
+                                   const ReportParts& kept)
 {
-    QStringList parts{
+    QStringList head{
         QStringLiteral("应用：%1").arg(app),
         QStringLiteral("工作站：%1").arg(QCoreApplication::applicationVersion()),
         QStringLiteral("系统：%1").arg(QSysInfo::prettyProductName()),
         QStringLiteral("时间：%1").arg(QDateTime::currentDateTime().toString(timeFormat)),
     };
     if (!problem.isEmpty())
-        parts << QStringLiteral("问题：%1").arg(problem);
+        head << QStringLiteral("问题：%1").arg(problem);
+    const auto part = [](const QString& title, const QString& text) {
+        return qMakePair(title, QStringLiteral("\n%1：\n%2").arg(title, text));
+    };
+    ReportParts parts{{QStringLiteral("应用和系统"), head.join(QLatin1Char('\n'))}};
     if (!details.isEmpty())
-        parts << QString() << QStringLiteral("详细信息：") << details.trimmed();
-    parts << QString() << QStringLiteral("运行日志：") << LogLines();
-    return parts.join(QLatin1Char('\n')) + QLatin1Char('\n');
+        parts << part(QStringLiteral("详细信息"), details.trimmed());
+    for (const auto& [title, text] : kept)
+        parts << part(title, text);
+    if (kept.isEmpty())
+        parts << part(QStringLiteral("运行日志"), LogLines().join(QLatin1Char('\n')));
+    return parts;
 }
 
-RunReportDialog::RunReportDialog(const QString& report, QWidget* parent)
+QString RunReportDialog::Write(const QString& app, const QString& problem, const QString& details)
+{
+    QString report;
+    for (const auto& part : Parts(app, problem, details, {}))
+        report += part.second + QLatin1Char('\n');
+    return report;
+}
+
+RunReportDialog::RunReportDialog(const ReportParts& parts, QWidget* parent)
     : WbBaseDialog(parent, Qt::WindowCloseButtonHint, 1, true)
 {
     ui.setupUi(GetContentWidget());
+    OfferParts(parts);
+    text.Fill(ui.textReport->document(), parts);
     WbScaledForm::Follow(GetContentWidget());
     setObjectName(QStringLiteral("RunReportDialog"));
     SetTitle(QStringLiteral("发送给作者"));
     ui.textReport->setFont(WbTheme::CodeFont());
-    ui.textReport->setPlainText(report);
+    ui.textReport->document()->clearUndoRedoStacks();
+    ui.textReport->moveCursor(QTextCursor::Start);
     connect(ui.buttonCopyReport, &QPushButton::clicked, this, &RunReportDialog::Copy);
     connect(ui.buttonSaveReport, &QPushButton::clicked, this, &RunReportDialog::Save);
+}
+
+// The head names the app and stays.
+void RunReportDialog::OfferParts(const ReportParts& parts)
+{
+    for (int number = 1; number < parts.size(); ++number) {
+        auto* box = new QCheckBox(parts.at(number).first);
+        box->setChecked(true);
+        ui.rowParts->insertWidget(number - 1, box);
+        connect(box, &QCheckBox::toggled, this,
+                [this, number](bool included) { text.SetIncluded(number, included); });
+    }
 }
 
 void RunReportDialog::Copy()
