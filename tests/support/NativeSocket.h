@@ -16,7 +16,7 @@ constexpr Handle none = -1;
 // A connection without Nagle's delay; `none` when nobody listens.
 Handle Connect(unsigned short port);
 
-// A listener with the shortest queue there is; *port becomes its own.
+// A listener with the shortest queue there is; *port becomes its own. `none` when the system gives no port.
 Handle Listen(unsigned short* port);
 
 // How many bytes went; at most 0 when the connection is broken or ended.

@@ -42,8 +42,11 @@ Handle Listen(unsigned short* port)
 {
     const int descriptor = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address = Loopback(0);
-    ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    ::listen(descriptor, 0);
+    if (::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        ::listen(descriptor, 0) != 0) {
+        ::close(descriptor);
+        return none;
+    }
     socklen_t length = sizeof address;
     ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &length);
     *port = ntohs(address.sin_port);

@@ -92,8 +92,11 @@ Handle Listen(unsigned short* port)
 {
     const SOCKET descriptor = NewSocket();
     sockaddr_in address = Loopback(0);
-    ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    ::listen(descriptor, 0);
+    if (::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        ::listen(descriptor, 0) != 0) {
+        ::closesocket(descriptor);
+        return none;
+    }
     int length = sizeof address;
     ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &length);
     *port = ntohs(address.sin_port);
