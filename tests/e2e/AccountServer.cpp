@@ -2,23 +2,15 @@
 
 #include "AccountServer.h"
 
+#include "BoundProcess.h"
+
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <csignal>
-#include <sys/prctl.h>
-
 namespace
 {
 constexpr int withinMs = 20000;
-
-// The tour may die at any step.
-class BoundProcess : public QProcess
-{
-protected:
-    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
-};
 
 QString Program()
 {

@@ -1,21 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 
+#include "BoundProcess.h"
 #include "VirtualDisplay.h"
 
 #include <QStandardPaths>
 
-#include <csignal>
-#include <sys/prctl.h>
-
 namespace
 {
 constexpr int startWithinMs = 15000;
-
-class BoundProcess : public QProcess
-{
-protected:
-    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
-};
 
 // The first line that a process writes; empty when none comes.
 QByteArray ReadLine(QProcess& process)
