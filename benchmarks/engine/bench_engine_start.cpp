@@ -45,6 +45,7 @@ int main(int argc, char** argv)
         return 0;
     }
     std::vector<double> cold;
+    cold.reserve(rounds);
     for (int round = 0; round < rounds; ++round)
         cold.push_back(ColdInAProcessOfItsOwn(QCoreApplication::applicationFilePath()));
     std::vector<double> warm;

@@ -71,10 +71,12 @@ public:
         const QByteArray saved = AppDataOf(100000);
         for (const int clients : Wanted("list"))
             Print("list of 20 versions", clients,
-                  RunLoad(server.Port(), clients, Duration(), 200, [&](int, long) { return list; }));
+                  RunLoad(server.Port(), clients, Duration(), 200,
+                          [&](int, long) -> const std::string& { return list; }));
         for (const int clients : Wanted("read"))
             Print("read 1 MB", clients,
-                  RunLoad(server.Port(), clients, Duration(), 200, [&](int, long) { return data; }));
+                  RunLoad(server.Port(), clients, Duration(), 200,
+                          [&](int, long) -> const std::string& { return data; }));
         for (const int clients : Wanted("save"))
             Print("save 100 kB", clients, Saves(clients, saved));
     }
@@ -83,6 +85,7 @@ private:
     LoadFigures Saves(int clients, const QByteArray& body)
     {
         std::vector<std::string> versions;
+        versions.reserve(std::size_t(clients));
         for (int i = 0; i < clients; ++i)
             versions.push_back(Create(Save(body, ++names)));
         ++series;

@@ -76,6 +76,7 @@ public:
         std::atomic<long> saves{0};
         const auto end = Clock::now() + Duration();
         std::vector<std::thread> threads;
+        threads.reserve(authors.size());
         for (Author& author : authors)
             threads.emplace_back([&, this] { Save(author, end, saves); });
         for (auto& thread : threads)
