@@ -160,7 +160,7 @@ RpaAppDataPtr VersionServiceFixture::MakeModifiedApp()
 
 RpaAppDataPtr VersionServiceFixture::MakeAppThatUses(const QString& command)
 {
-    const RpaAppDataPtr app = MakeModifiedApp();
+    RpaAppDataPtr app = MakeModifiedApp();
     RpaStatement statement;
     statement.command = command;
     app->GetProcessDataManager()->GetProcess(0)->Insert(QString(), -1, {statement});

@@ -42,6 +42,7 @@ void TestRpaAppNotify::isMadeOnceByRacingFirstCalls()
 
         // when
         std::vector<std::thread> threads;
+        threads.reserve(racers);
         for (int i = 0; i < racers; ++i) {
             threads.emplace_back([&ready, &seen, i] {
                 ++ready;

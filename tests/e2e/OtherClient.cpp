@@ -67,7 +67,8 @@ bool OtherClient::OverwriteAs(const QString& appId, const QString& versionId, co
     QString name;
     const QJsonObject list =
         QJsonDocument::fromJson(Get(QStringLiteral("/apps/%1/versions").arg(appId)).body).object();
-    for (const QJsonValue& version : list.value(QStringLiteral("versions")).toArray())
+    const QJsonArray versions = list.value(QStringLiteral("versions")).toArray();
+    for (const QJsonValue& version : versions)
         if (version.toObject().value(QStringLiteral("id")).toString() == versionId)
             name = version.toObject().value(QStringLiteral("name")).toString();
     const Answer data = Get(QStringLiteral("/versions/%1/data").arg(versionId));

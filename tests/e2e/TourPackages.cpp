@@ -29,7 +29,7 @@ namespace
 QString WheelFolder()
 {
     const QDir home = QDir::home();
-    const QString folder = home.filePath(QStringLiteral("wheels of the office"));
+    QString folder = home.filePath(QStringLiteral("wheels of the office"));
     const QString program = QStringLiteral("def advice(stock, safe):\n"
                                            "    return '订购 %d' % max(0, safe - stock)\n");
     if (!home.mkpath(folder) ||

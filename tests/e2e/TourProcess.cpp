@@ -19,7 +19,7 @@ namespace
 {
 QString WorkingHoursFile()
 {
-    const QString path = QDir::home().filePath(QStringLiteral("工时.csv"));
+    QString path = QDir::home().filePath(QStringLiteral("工时.csv"));
     QFile file(path);
     const QByteArray text = QByteArrayLiteral("姓名,工时\r\n张伟,6\r\n李娜,7.5\r\n王芳,8\r\n");
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())

@@ -383,7 +383,7 @@ private slots:
 private:
     RobotExecuteInfo OpenableApp()
     {
-        const RobotExecuteInfo app = world.CreateApp();
+        RobotExecuteInfo app = world.CreateApp();
         world.AddVersion(app, QStringLiteral("版本1"));
         return app;
     }

@@ -68,7 +68,7 @@ public:
             if (!process.waitForReadyRead(waitMs))
                 return false;
         ready = process.readLine();
-        return ready.startsWith("{\"listening\":\"http");
+        return ready.startsWith(R"({"listening":"http)");
     }
 
     // The port that it said it listens on.

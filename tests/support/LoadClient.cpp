@@ -104,6 +104,7 @@ LoadFigures RunLoad(unsigned short port, int clients, std::chrono::milliseconds 
         all.insert(all.end(), mine.begin(), mine.end());
     };
     std::vector<std::thread> threads;
+    threads.reserve(std::size_t(clients));
     for (int i = 0; i < clients; ++i)
         threads.emplace_back(work, i);
     for (std::thread& thread : threads)

@@ -22,9 +22,9 @@ ModalDriver::~ModalDriver()
         Fail(QStringLiteral("%1 expected modal window(s) never appeared").arg(steps.size()));
 }
 
-void ModalDriver::Then(Step step)
+void ModalDriver::Then(const Step& step)
 {
-    steps.append(std::move(step));
+    steps.append(step);
 }
 
 bool ModalDriver::Press(QWidget* window, const QString& buttonText)

@@ -32,7 +32,7 @@ public:
     ~ModalDriver() override;
 
     // Queues a step for the next modal window that appears.
-    void Then(Step step);
+    void Then(const Step& step);
 
     // The same for a window of a known class; another class fails the test and is rejected.
     template <typename Window>

@@ -132,7 +132,7 @@ void FaultServerTest::putsTheFaultOnTheWire_data()
     QTest::newRow("drip reaches the end") << Fault::SlowDrip << QByteArray("8,9]}");
     QTest::newRow("invalid json") << Fault::InvalidJson << QByteArray("[{\"id\":");
     QTest::newRow("deep json") << Fault::DeepJson << QByteArray(10000, ']');
-    QTest::newRow("duplicate key") << Fault::DuplicateKeyJson << QByteArray("\"a\":{\"b\":2}");
+    QTest::newRow("duplicate key") << Fault::DuplicateKeyJson << QByteArray(R"("a":{"b":2})");
     QTest::newRow("huge length") << Fault::HugeContentLength
                                  << QByteArray("Content-Length: 1000000000000000");
     QTest::newRow("bad length") << Fault::BadContentLength << QByteArray("Content-Length: many");

@@ -28,7 +28,7 @@ void CallLog::Note(const QString& call)
 
 QStringList CallLog::Take()
 {
-    const QStringList taken = Calls();
+    QStringList taken = Calls();
     Calls().clear();
     return taken;
 }

@@ -199,7 +199,7 @@ QByteArray EditorWorld::Finish(QNetworkReply* reply)
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     if (!reply->isFinished())
         loop.exec();
-    const QByteArray answer = reply->readAll();
+    QByteArray answer = reply->readAll();
     if (reply->error() != QNetworkReply::NoError)
         qFatal("%s: %s %s", qPrintable(reply->url().path()), qPrintable(reply->errorString()),
                answer.constData());

@@ -170,7 +170,7 @@ void RpaAppDataTest::keepsWhatANewerClientWrote()
     // A foreign member in every kind of record, and types that this client does not know.
     const QByteArray foreign = R"({"future":{"深":[1,2.5,{"x":null}]},)";
     json.replace("{\"", foreign + "\"");
-    json.replace("\"type\":\"text\"", "\"type\":\"dial\"");
+    json.replace(R"("type":"text")", R"("type":"dial")");
     json.replace(foreign + "\"class\"", "{\"class\"");
     json.replace(foreign + "\"text\":\"你好\"", "{\"text\":\"你好\"");
     QVERIFY(!QJsonDocument::fromJson(json).isNull());
@@ -245,8 +245,7 @@ void RpaAppDataTest::refusesBadTextAndStaysAsItWas_data()
     QTest::newRow("a part twice") << QByteArray(good.left(good.size() - 1) + ",\"uiData\":{}}");
     QTest::newRow("a part of the wrong type") << QByteArray(R"({"version":"9","uiData":[]})");
     QTest::newRow("bad UTF-8") << QByteArray(good).replace("说明", "\xE8\xAF");
-    QTest::newRow("too deep") << "{\"version\":\"9\",\"x\":" + QByteArray(70, '[') + QByteArray(70, ']') +
-                                     "}";
+    QTest::newRow("too deep") << R"({"version":"9","x":)" + QByteArray(70, '[') + QByteArray(70, ']') + "}";
 }
 
 void RpaAppDataTest::refusesBadTextAndStaysAsItWas()

@@ -42,7 +42,7 @@ private:
     // What whoever loads the app gets.
     RpaAppDataPtr Stored() const
     {
-        const auto stored = RpaAppDataPtr::create();
+        auto stored = RpaAppDataPtr::create();
         stored->Parse(app->ToJson());
         return stored;
     }

@@ -254,7 +254,7 @@ void ParamKinds::whatIsNoPictureIsTold_data()
     QTest::newRow("none") << QByteArray() << QStringLiteral("找不到");
     QTest::newRow("text") << QByteArray("hello") << QStringLiteral("不是图片");
     QTest::newRow("of another kind") << QByteArray(
-                                            "/* XPM */ static char* a[] = {\"1 1 1 1\",\"a c red\",\"a\"};")
+                                            R"(/* XPM */ static char* a[] = {"1 1 1 1","a c red","a"};)")
                                      << QStringLiteral("不是图片");
     QTest::newRow("too many pixels") << vast << QStringLiteral("像素");
     QTest::newRow("too long") << QByteArray(16 * 1024 * 1024 + 1, 'x') << QStringLiteral("16 MB");

@@ -62,7 +62,7 @@ private:
         return SomeCsv(lines);
     }
 
-    const TestFolder folder;
+    TestFolder folder;
 };
 
 void TableFiles::aFileIsImported()

@@ -121,8 +121,7 @@ void DraftFileTest::refusesWhatIsNoWholeDraft_data()
     QTest::addColumn<QString>("reason");
 
     const QByteArray sha = DraftFile::Sha256Of("x");
-    const QByteArray rest =
-        ",\"writtenAt\":\"2026-01-02T03:04:05.678Z\",\"length\":1,\"sha256\":\"" + sha + "\"}";
+    const QByteArray rest = R"(,"writtenAt":"2026-01-02T03:04:05.678Z","length":1,"sha256":")" + sha + "\"}";
     QByteArray newer = File();
     newer[11] = 2;
     QByteArray huge = File();
@@ -137,15 +136,14 @@ void DraftFileTest::refusesWhatIsNoWholeDraft_data()
         << FileWithHeader("{", "x") << QStringLiteral("草稿文件的说明无法读取");
     QTest::newRow("a header without an app")
         << FileWithHeader("{\"baseRevision\":1" + rest, "x") << QStringLiteral("草稿文件的说明无法读取");
-    QTest::newRow("a negative revision") << FileWithHeader("{\"appId\":\"a\",\"baseRevision\":-1" + rest, "x")
+    QTest::newRow("a negative revision") << FileWithHeader(R"({"appId":"a","baseRevision":-1)" + rest, "x")
                                          << QStringLiteral("草稿文件的说明无法读取");
     QTest::newRow("a negative length")
-        << FileWithHeader("{\"appId\":\"a\",\"writtenAt\":\"2026-01-02T03:04:05.678Z\",\"length\":-1}", "x")
+        << FileWithHeader(R"({"appId":"a","writtenAt":"2026-01-02T03:04:05.678Z","length":-1})", "x")
         << QStringLiteral("草稿文件的说明无法读取");
-    QTest::newRow("no time") << FileWithHeader("{\"appId\":\"a\",\"length\":1,\"sha256\":\"" + sha + "\"}",
-                                               "x")
+    QTest::newRow("no time") << FileWithHeader(R"({"appId":"a","length":1,"sha256":")" + sha + "\"}", "x")
                              << QStringLiteral("草稿文件的说明无法读取");
-    QTest::newRow("other content") << FileWithHeader("{\"appId\":\"a\"" + rest, "y")
+    QTest::newRow("other content") << FileWithHeader(R"({"appId":"a")" + rest, "y")
                                    << QStringLiteral("草稿的内容已损坏");
 }
 

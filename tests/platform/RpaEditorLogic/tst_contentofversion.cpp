@@ -69,7 +69,7 @@ void ContentOfVersionTest::cleanup()
 
 RpaAppDataPtr ContentOfVersionTest::Open(const QString& id, int revision)
 {
-    const auto app = RpaAppDataPtr::create();
+    auto app = RpaAppDataPtr::create();
     fixture->answers.reaction = [app](const AnswerRecorder::Answer& answer) {
         const auto* response = qobject_cast<GetDevSnapshotDataResponse*>(answer.response.data());
         if (!response || !response->IsSuccess())
@@ -79,7 +79,7 @@ RpaAppDataPtr ContentOfVersionTest::Open(const QString& id, int revision)
         app->GetAppExtendInfo()->SetAppId(QStringLiteral("app1"));
         app->SetModified(false);
     };
-    const QByteArray content = VersionReplies::App("\"of\":\"" + id.toUtf8() + '"');
+    const QByteArray content = VersionReplies::App(R"("of":")" + id.toUtf8() + '"');
     fixture->server.Enqueue(FaultServer::Data(content, revision));
     const int before = fixture->answers.Count();
     fixture->Load(id);

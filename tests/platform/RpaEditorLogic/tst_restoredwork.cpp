@@ -14,7 +14,7 @@ namespace
 const QString v1 = QStringLiteral("v1");
 const QString v2 = QStringLiteral("v2");
 const QByteArray loaded = VersionReplies::App();
-const QByteArray restored = "{\"version\":\"0.9.0\"}";
+const QByteArray restored = R"({"version":"0.9.0"})";
 
 RestoredContent Work(const QString& versionId, int baseRevision)
 {
@@ -55,7 +55,7 @@ private:
 
 RpaAppDataPtr RestoredWorkTest::LoadInto(EditorLogicFixture& fixture, const QString& id, int revision)
 {
-    const auto app = RpaAppDataPtr::create();
+    auto app = RpaAppDataPtr::create();
     fixture.answers.reaction = [app](const AnswerRecorder::Answer& answer) {
         const auto* response = qobject_cast<GetDevSnapshotDataResponse*>(answer.response.data());
         if (!response || !response->IsSuccess())

@@ -130,13 +130,13 @@ void RpaEditorLogicFailuresTest::doesNotBelieveABrokenList_data()
     QTest::newRow("list is a text") << QByteArray(R"({"versions":"x"})");
     QTest::newRow("entry is a number") << QByteArray(R"({"versions":[1]})");
     QTest::newRow("state out of range") << changed("\"state\":1", "\"state\":4");
-    QTest::newRow("state is a text") << changed("\"state\":1", "\"state\":\"1\"");
+    QTest::newRow("state is a text") << changed(R"("state":1)", R"("state":"1")");
     QTest::newRow("revision 0") << changed("\"revision\":1", "\"revision\":0");
     QTest::newRow("revision with a fraction") << changed("\"revision\":1", "\"revision\":1.5");
-    QTest::newRow("id that leads elsewhere") << changed("\"id\":\"v1\"", "\"id\":\"../v1\"");
-    QTest::newRow("empty id") << changed("\"id\":\"v1\"", "\"id\":\"\"");
+    QTest::newRow("id that leads elsewhere") << changed(R"("id":"v1")", R"("id":"../v1")");
+    QTest::newRow("empty id") << changed(R"("id":"v1")", R"("id":"")");
     QTest::newRow("no name") << changed("\"name\"", "\"nome\"");
-    QTest::newRow("hash of no length") << changed("\"sha256\":\"", "\"sha256\":\"00");
+    QTest::newRow("hash of no length") << changed(R"("sha256":")", R"("sha256":"00)");
     QTest::newRow("the same id twice")
         << VersionReplies::List({EditorLogicFixture::Version(v1), EditorLogicFixture::Version(v1)}).body;
     QTest::newRow("cut") << good.left(good.size() / 2);

@@ -303,7 +303,7 @@ void SavedWorkTest::refusesTheNextSaveWhenALostOneWasNotDone()
     QVERIFY(fixture.answers.WaitFor(2));
 
     fixture.server.Enqueue(ChangedByAnother());
-    fixture.server.Enqueue(VersionReplies::List({fixture.Version(v1, 2, "{\"somebody\":\"else\"}")}));
+    fixture.server.Enqueue(VersionReplies::List({fixture.Version(v1, 2, R"({"somebody":"else"})")}));
     fixture.Update(fixture.Record(v1, text2));
 
     QVERIFY(fixture.answers.WaitFor(3));

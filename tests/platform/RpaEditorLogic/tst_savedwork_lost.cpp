@@ -97,7 +97,7 @@ void SavedWorkLostTest::MakeApp()
 
 RpaAppSnapshotPtr SavedWorkLostTest::Record(const QString& content) const
 {
-    const auto record = EditorLogicFixture::Record(versionId, content);
+    auto record = EditorLogicFixture::Record(versionId, content);
     record->SetAppId(appId);
     return record;
 }

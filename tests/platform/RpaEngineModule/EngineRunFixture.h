@@ -26,7 +26,7 @@ public:
     void EngineRelease() override
     {
         events << QStringLiteral("release");
-        m_loop.quit();
+        loop.quit();
     }
     void AppLoaded(const QString&) override { events << QStringLiteral("loaded"); }
     void ProcessStart(const QString& name) override { events << QStringLiteral("start ") + name; }
@@ -40,8 +40,8 @@ public:
     bool WaitUntilOver(int patienceMs = 20000)
     {
         if (!IsOver()) {
-            QTimer::singleShot(patienceMs, &m_loop, &QEventLoop::quit);
-            m_loop.exec();
+            QTimer::singleShot(patienceMs, &loop, &QEventLoop::quit);
+            loop.exec();
         }
         return IsOver();
     }
@@ -50,7 +50,7 @@ public:
     QStringList statements;
 
 private:
-    QEventLoop m_loop;
+    QEventLoop loop;
 };
 
 // The engine with an app of one process, "主流程".

@@ -59,7 +59,7 @@ QString StopHereAndThere(DebugScript& script, QRandomGenerator& random, int stat
         script.Do({QStringLiteral("vars 全局变量")});
         told = script.Do({ways.at(static_cast<int>(random.bounded(ways.size())))}).value(0);
     }
-    const QString result = ResultOf(script, told);
+    QString result = ResultOf(script, told);
     QStringList away{QStringLiteral("errors never")};
     for (const QString& place : qAsConst(places))
         away << QStringLiteral("clear ") + place;

@@ -210,6 +210,7 @@ void RunChannel::manySilentStrangersDoNotKeepTheChildOut()
 {
     Listening editor;
     std::vector<std::unique_ptr<Knocker>> strangers;
+    strangers.reserve(3 * RpaRunHandshake::placesAtMost);
     for (int i = 0; i < 3 * RpaRunHandshake::placesAtMost; ++i)
         strangers.push_back(std::make_unique<Knocker>(editor.channel));
     QTRY_VERIFY(strangers.front()->IsTurnedAway());

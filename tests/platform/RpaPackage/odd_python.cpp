@@ -17,4 +17,5 @@ int main(int argc, char** argv)
     }
     std::promise<void> never;
     never.get_future().wait(); // somebody ends it
+    return 0;
 }

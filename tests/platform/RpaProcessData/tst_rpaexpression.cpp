@@ -37,6 +37,7 @@ void RpaExpressionTest::turnsTextsIntoPython_data()
     row("lines", RpaArgumentType::Text, "a\nb\tc\r", R"("a\nb\tc\u000d")");
     row("a template place", RpaArgumentType::Text, "${name}", R"("${name}")");
     row("beyond the basic plane", RpaArgumentType::Text, "😀", R"("😀")");
+    // NOLINTNEXTLINE(misc-misleading-bidirectional)
     row("invisible characters", RpaArgumentType::Text, "\xE2\x80\xAE", R"("\u202e")");
     row("text as expression", RpaArgumentType::Text, "=名字 + 1", "名字 + 1");
     row("text that begins with the sign", RpaArgumentType::Text, "'=1", R"("=1")");
@@ -90,7 +91,7 @@ void RpaExpressionTest::findsTheNamesThatAreRead_data()
     row("two targets", "{k: v for k, v in d.items()}", "d");
     row("lambda", "sorted(a, key=lambda x: x[b])", "a b");
     row("walrus", "(n := a) > 1 and n", "a");
-    row("inside texts", "'a b' + \"c\" + r'\\d' + '''e'''", "");
+    row("inside texts", R"('a b' + "c" + r'\d' + '''e''')", "");
     row("escaped quote", R"('it\'s a' + b)", "b");
     row("f-string", "f'{a} {{b}} {c!r:>10} {d[\"e\"]}'", "a c d");
     row("comparison inside a field", "f'{a != b}'", "a b");

@@ -29,7 +29,7 @@ namespace
 {
 RpaAppDataPtr ProgramApp(const QString& text)
 {
-    const RpaAppDataPtr app = App();
+    RpaAppDataPtr app = App();
     Main(app)->SetProgramText(text);
     app->SetModified(false);
     return app;

@@ -194,7 +194,7 @@ void UsageMonitorTest::passesOverHalfALine()
     UsageMonitor::Instance()->Stop();
     QFile file(GetFileName());
     QVERIFY(file.open(QIODevice::Append));
-    file.write("{\"event\":\"ha");
+    file.write(R"({"event":"ha)");
     file.close();
 
     UsageMonitor::Instance()->Start(MakeSettings(), receiver->GetSink());
@@ -207,7 +207,7 @@ void UsageMonitorTest::keepsTheNextEventWholeAfterHalfALine()
     QVERIFY(QDir().mkpath(MakeSettings().folder));
     QFile file(GetFileName());
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("{\"event\":\"ha");
+    file.write(R"({"event":"ha)");
     file.close();
     UsageMonitor::Instance()->Start(MakeSettings(), nullptr);
     Report(QStringLiteral("next"));
@@ -253,6 +253,7 @@ void UsageMonitorTest::takesEventsFromAnyThread()
 {
     UsageMonitor::Instance()->Start(MakeSettings(), receiver->GetSink());
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([] {
             for (int k = 0; k < 100; ++k)

@@ -58,7 +58,7 @@ void AppOutlineTest::knowsApps_data()
     QTest::newRow("every part") << AppWith(R"("version":"1","extendInfo":{},"packageInfo":{"packages":[{}]},)"
                                            R"("htmlNodes":{"nodes":[]},"uiaNodes":{"nodes":[{},{}]})");
     QTest::newRow("members of a newer client")
-        << AppWith(R"("future":[1,{"uiData":7}])").replace("\"pages\"", "\"grid\":3,\"pages\"");
+        << AppWith(R"("future":[1,{"uiData":7}])").replace("\"pages\"", R"("grid":3,"pages")");
 }
 
 void AppOutlineTest::knowsApps()
