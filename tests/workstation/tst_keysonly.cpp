@@ -143,7 +143,7 @@ void tst_KeysOnly::takesBackAnEditWhereverTheFocusWent()
 void tst_KeysOnly::goesToAProblemAndMendsIt()
 {
     auto* const list = living->Window()->findChild<QTreeWidget*>(QStringLiteral("problemList"));
-    QTRY_COMPARE(list->topLevelItemCount(), 0); // nothing of earlier edits any more
+    QTRY_COMPARE(list->topLevelItemCount(), 0);                // nothing of earlier edits any more
     QVERIFY(living->AddStatement(QStringLiteral("设置变量"))); // without a name
     Key(Qt::Key_1, Qt::ControlModifier);
     Key(Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
