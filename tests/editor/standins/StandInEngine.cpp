@@ -10,6 +10,7 @@
 #include <RpaEngineCore/IRpaDebugger.h>
 #include <RpaEngineCore/IRpaLogManager.h>
 #include <RpaEngineCore/IRpaTranslator.h>
+#include <RpaEngineModule/RpaDebugSession.h>
 #include <RpaEngineModule/RpaEngineModule.h>
 #include <RpaProcessData/ProcessDataManager.h>
 #include <RpaProcessData/RpaHtmlNodeManager.h>
@@ -73,6 +74,7 @@ public:
     NotingLogManager log;
     NotingTranslator translator;
     IRpaDebugger debugger;
+    RpaDebugSession session;
 };
 
 RpaEngineModule::RpaEngineModule() : d(std::make_unique<Private>()) {}
@@ -135,6 +137,11 @@ IRpaTranslator* RpaEngineModule::GetTranslator() const
 IRpaDebugger* RpaEngineModule::GetEngineDebugger() const
 {
     return &d->debugger;
+}
+
+RpaDebugSession* RpaEngineModule::GetDebugSession() const
+{
+    return &d->session;
 }
 
 IRpaLogManager* RpaEngineModule::GetLogManager() const

@@ -89,7 +89,9 @@ class Child
 public:
     explicit Child(const RpaRunChannel& channel)
     {
-        for (const QString& name : {QStringLiteral("rpa_child.py"), QStringLiteral("rpa_api.py")})
+        const QStringList files =
+            QDir(QStringLiteral(RPA_RUNTIME_FOLDER)).entryList({QStringLiteral("*.py")}, QDir::Files);
+        for (const QString& name : files)
             QFile::copy(QStringLiteral(RPA_RUNTIME_FOLDER "/") + name, folder.filePath(name));
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(PythonInterpreter::Find(),

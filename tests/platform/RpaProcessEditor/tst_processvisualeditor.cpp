@@ -106,7 +106,7 @@ void tst_ProcessVisualEditor::keepsToolsAndTabNamesWholeBesideTheBrowser()
 
     const auto* bar = editor.Find<QWidget>(QStringLiteral("processToolBar"));
     const QList<QToolButton*> tools = bar->findChildren<QToolButton*>();
-    QCOMPARE(tools.size(), 9);
+    QCOMPARE(tools.size(), 10);
     for (const QToolButton* tool : tools) {
         QTRY_VERIFY2(bar->rect().contains(tool->geometry()), qPrintable(tool->objectName()));
         QTRY_VERIFY(tool->width() >= tool->sizeHint().width());

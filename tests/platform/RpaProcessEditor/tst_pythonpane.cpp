@@ -83,7 +83,9 @@ void tst_PythonPane::opensAndClosesByItsKey()
     QVERIFY(!editor.code->isVisible());
 
     editor.Key(Qt::Key_P, Qt::ControlModifier | Qt::AltModifier);
-    QTest::mouseClick(editor.Find<QToolButton>(QStringLiteral("buttonClose")), Qt::LeftButton);
+    QTest::mouseClick(editor.Find<QWidget>(QStringLiteral("pythonPane"))
+                          ->findChild<QToolButton*>(QStringLiteral("buttonClose")),
+                      Qt::LeftButton);
     QVERIFY(!editor.code->isVisible());
 }
 

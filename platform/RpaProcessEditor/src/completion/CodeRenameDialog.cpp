@@ -54,7 +54,7 @@ void CodeRenameDialog::SlotChanged()
 
 QString CodeRenameDialog::Note(const QString& name) const
 {
-    const QString count = QStringLiteral("将修改 %1 处").arg(offsets.size());
+    QString count = QStringLiteral("将修改 %1 处").arg(offsets.size());
     if (name == formerName || !HasWord(text, name))
         return count;
     return count + QStringLiteral("；程序中已经有“%1”，改名后可能与它混淆").arg(name);

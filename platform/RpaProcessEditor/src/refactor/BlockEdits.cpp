@@ -73,7 +73,7 @@ QString BlockEdits::Wrap(ProcessEdits& edits, RpaProcess& process, const QString
 {
     const StatementRange range(process, ids);
     const RpaCommandInfo* info = RpaCommandCatalogue::Instance()->Find(command);
-    const QString problem = range.Problem();
+    QString problem = range.Problem();
     if (!problem.isEmpty() || !info)
         return problem;
     const QString exit = range.LoopExit();
