@@ -158,7 +158,7 @@ void RpaProblemPane::Private::Show()
 {
     ProblemCounts counts;
     ShowRows(Rows(counts));
-    ui.labelProblemCounts->setText(counts.GetText());
+    ui.labelProblemCounts->setText(watch.GetApp() ? counts.GetText() : QString());
     ui.checkShowIgnored->setText(QStringLiteral("显示已忽略的 %1 个").arg(counts.ignored));
     ui.checkShowIgnored->setVisible(counts.ignored > 0 || ui.checkShowIgnored->isChecked());
     ui.checkRunOnly->setText(QStringLiteral("只看阻止运行的 %1 个").arg(run.Get().size()));
