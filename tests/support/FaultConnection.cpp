@@ -7,6 +7,8 @@
 #include <QTcpSocket>
 #include <QTimer>
 
+#include <memory>
+
 using Fault = FaultServer::Fault;
 
 namespace
@@ -94,8 +96,9 @@ QByteArray Bomb()
 }
 } // namespace
 
-FaultConnection::FaultConnection(QTcpSocket* tcpSocket, Handler requestHandler, QObject* parent)
-    : QObject(parent), socket(tcpSocket), handler(std::move(requestHandler))
+FaultConnection::FaultConnection(QTcpSocket* tcpSocket, Handler requestHandler, FaultGate* answerGate,
+                                 QObject* parent)
+    : QObject(parent), socket(tcpSocket), handler(std::move(requestHandler)), gate(answerGate)
 {
     connect(socket, &QTcpSocket::readyRead, this, &FaultConnection::SlotRead);
     connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
@@ -107,11 +110,22 @@ void FaultConnection::SlotRead()
     FaultServer::Request request;
     while (TakeRequest(&request)) {
         const auto reply = handler(request);
-        if (reply.delay.count() > 0)
+        if (reply.isHeld)
+            Hold(reply);
+        else if (reply.delay.count() > 0)
             QTimer::singleShot(reply.delay, this, [this, reply] { Answer(reply); });
         else
             Answer(reply);
     }
+}
+
+void FaultConnection::Hold(const FaultServer::Reply& reply)
+{
+    const auto held = std::make_shared<QMetaObject::Connection>();
+    *held = connect(gate, &FaultGate::SigOpened, this, [this, held, reply] {
+        disconnect(*held);
+        Answer(reply);
+    });
 }
 
 bool FaultConnection::TakeRequest(FaultServer::Request* request)

@@ -10,6 +10,15 @@
 
 class QTcpSocket;
 
+// What holds answers back until it opens.
+class FaultGate : public QObject
+{
+    Q_OBJECT
+
+signals:
+    void SigOpened();
+};
+
 // One connection of the FaultServer: reads requests, writes what the reply says. Deletes itself with its
 // socket.
 class FaultConnection : public QObject
@@ -19,10 +28,11 @@ class FaultConnection : public QObject
 public:
     using Handler = std::function<FaultServer::Reply(const FaultServer::Request& request)>;
 
-    FaultConnection(QTcpSocket* socket, Handler handler, QObject* parent);
+    FaultConnection(QTcpSocket* socket, Handler handler, FaultGate* gate, QObject* parent);
 
 private:
     void SlotRead();
+    void Hold(const FaultServer::Reply& reply);
     bool TakeRequest(FaultServer::Request* request);
     void Answer(const FaultServer::Reply& reply);
     void WriteWhole(FaultServer::Reply reply);
@@ -33,5 +43,6 @@ private:
 
     QTcpSocket* const socket; // owns this object
     const Handler handler;
+    FaultGate* const gate;
     QByteArray received;
 };

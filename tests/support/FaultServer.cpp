@@ -94,7 +94,7 @@ public:
                 ++connectionCount;
             }
             new FaultConnection(
-                socket, [this](const Request& request) { return Handle(request); }, socket);
+                socket, [this](const Request& request) { return Handle(request); }, &gate, socket);
         }
     }
 
@@ -119,6 +119,7 @@ public:
     quint16 port = 0;
     QThread thread;
     QObject root; // lives on thread
+    FaultGate gate;
     std::unique_ptr<QTcpServer> server;
 };
 
@@ -196,6 +197,11 @@ QVector<FaultServer::Request> FaultServer::GetRequests() const
 {
     const QMutexLocker lock(&d->mutex);
     return d->requests;
+}
+
+void FaultServer::AnswerHeld()
+{
+    emit d->gate.SigOpened();
 }
 
 int FaultServer::GetRequestCount() const

@@ -72,6 +72,8 @@ public:
         Fault fault = Fault::None;
         // Before the answer.
         std::chrono::milliseconds delay{0};
+        // Not answered before AnswerHeld().
+        bool isHeld = false;
         // Of Fault::Redirect.
         QByteArray location;
     };
@@ -98,6 +100,8 @@ public:
 
     // Replies for the next requests, in order; they go before the script.
     void Enqueue(const Reply& reply);
+    // Answers now what was held, in the order it came.
+    void AnswerHeld();
     // Decides about every other request; called on the server's thread. At first everything is answered by
     // 404.
     void SetScript(Script script);

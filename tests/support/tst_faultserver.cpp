@@ -18,6 +18,7 @@ private slots:
     void keepsTheConnectionForTheNextRequest();
     void remembersRequestsWithHeadersAndBody();
     void answersLateWhenTold();
+    void holdsAnAnswerUntilTold();
     void neverAnswersWhenSilent();
     void putsTheFaultOnTheWire_data();
     void putsTheFaultOnTheWire();
@@ -99,6 +100,29 @@ void FaultServerTest::answersLateWhenTold()
 
     QVERIFY(bytes.contains("late"));
     QVERIFY(time.elapsed() >= 55);
+}
+
+void FaultServerTest::holdsAnAnswerUntilTold()
+{
+    FaultServer server;
+    auto reply = FaultServer::Json(200, "held");
+    reply.isHeld = true;
+    server.Enqueue(reply);
+    server.Enqueue(FaultServer::Json(200, "next"));
+    QTcpSocket first;
+    first.connectToHost(QStringLiteral("127.0.0.1"), quint16(server.GetUrl().port()));
+    first.write("GET / HTTP/1.1\r\n\r\n");
+    QTRY_COMPARE(server.GetRequestCount(), 1);
+    QTcpSocket second;
+    QVERIFY(AskUntil(&second, server, "next").contains("next"));
+    QCOMPARE(first.bytesAvailable(), 0);
+
+    server.AnswerHeld();
+
+    QByteArray received;
+    QTRY_VERIFY((received += first.readAll()).endsWith("held"));
+    server.AnswerHeld();
+    QVERIFY2(!first.waitForReadyRead(50), "an answer is given once");
 }
 
 void FaultServerTest::neverAnswersWhenSilent()

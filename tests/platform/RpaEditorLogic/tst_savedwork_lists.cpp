@@ -7,8 +7,16 @@
 
 #include <QtTest>
 
-using namespace std::chrono_literals;
 using namespace VersionExamples;
+
+namespace
+{
+FaultServer::Reply Held(FaultServer::Reply reply)
+{
+    reply.isHeld = true;
+    return reply;
+}
+} // namespace
 
 // A list that crosses with saves, deletions and another list.
 class SavedWorkListsTest : public QObject
@@ -27,12 +35,14 @@ void SavedWorkListsTest::keepsACreatedVersionInAListThatWasReadBefore()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 1)});
-    fixture.server.Enqueue(Late(VersionReplies::List({fixture.Version(v1, 1)}), 150ms));
+    fixture.server.Enqueue(Held(VersionReplies::List({fixture.Version(v1, 1)})));
     fixture.server.Enqueue(VersionReplies::Saved(201, fixture.Version(v2, 1, text1.toUtf8())));
 
     fixture.List();
     QTRY_COMPARE(fixture.server.GetRequestCount(), 2);
     fixture.Save(fixture.Record(QString(), text1));
+    QVERIFY(fixture.answers.WaitFor(2));
+    fixture.server.AnswerHeld();
 
     QVERIFY(fixture.answers.WaitFor(3));
     QCOMPARE(fixture.answers.At(1).notifyId, 10019);
@@ -45,13 +55,14 @@ void SavedWorkListsTest::keepsADeletedVersionOutOfAListThatWasReadBefore()
 {
     EditorLogicFixture fixture;
     fixture.GivenVersions({fixture.Version(v1, 1), fixture.Version(v2, 1)});
-    fixture.server.Enqueue(
-        Late(VersionReplies::List({fixture.Version(v1, 1), fixture.Version(v2, 1)}), 150ms));
+    fixture.server.Enqueue(Held(VersionReplies::List({fixture.Version(v1, 1), fixture.Version(v2, 1)})));
     fixture.server.Enqueue(VersionReplies::Deleted());
 
     fixture.List();
     QTRY_COMPARE(fixture.server.GetRequestCount(), 2);
     fixture.Delete(v1);
+    QVERIFY(fixture.answers.WaitFor(2));
+    fixture.server.AnswerHeld();
 
     QVERIFY(fixture.answers.WaitFor(3));
     QCOMPARE(fixture.answers.At(2).notifyId, 10022);
